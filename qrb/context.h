@@ -1,0 +1,37 @@
+// The connection to the loaded library. Copies share one handle; the last one releases it.
+#pragma once
+
+#include "qrb/qrb.h"
+
+#include <memory>
+#include <string>
+
+namespace tarvo::qrb {
+
+class Context {
+public:
+    // The texts go to the library unchanged: its log level and the path of its log file.
+    // Throws Error. The library must be loaded (qrb/loader.h).
+    Context(const std::string& logLevel, const std::string& logPath);
+
+    std::string libraryName() const;
+    std::string libraryFilename() const;
+    std::string libraryVersion() const;
+    std::string libraryLicense() const;
+
+    static std::string interfaceName();
+    static std::string interfaceVersion();
+
+    std::string databaseFileTypeSuffix() const;
+    // Whether the file is a database file of the library; a missing file is none.
+    bool databaseFileTypeCheck(const std::string& fileName) const;
+
+    // For the other classes of the layer.
+    qrb_context* handle() const;
+
+private:
+    class Private;
+    std::shared_ptr<Private> d;
+};
+
+}  // namespace tarvo::qrb
