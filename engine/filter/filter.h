@@ -1,0 +1,90 @@
+// The filter language: parse, bind, decide for whole nodes, select within batches. No I/O.
+//
+//   expression  a || b, a && b, == != < <= > >=, + -, * / %, unary - + !, ( )
+//   operands    numbers; elements "NAME" or "NAME[I]"; "...:minimum" ":maximum" ":default"
+//               ":invalid" of an element (the definition's values, constants)
+//
+// Numbers and elements with a whole resolution are 64-bit integers while operators keep them so
+// (+ - * %, with overflow going to double; % of two integers as in C), everything else is double.
+// A comparison gives 1 or 0; && || ! treat any value but 0 as true (NaN counts as false, as does
+// every comparison with NaN but !=). "NAME" of an attribute with several elements is an error that
+// says which elements there are.
+#pragma once
+
+#include "engine/schema/attribute.h"
+#include "engine/schema/column.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace tarvo::engine::filter {
+
+struct Node;  // of the syntax tree
+
+// A parsed expression; independent of any file.
+class Expression {
+public:
+    // Throws Failure(Filter): what was expected, what was found and at which position (from 1, in
+    // characters), with the text and a caret in the details. Depth and length are bounded. A text
+    // of blanks is the empty expression.
+    static Expression parse(std::string_view text);
+
+    bool empty() const { return !m_root; }
+    const std::shared_ptr<const Node>& root() const { return m_root; }
+    const std::string& text() const { return m_text; }
+
+private:
+    std::shared_ptr<const Node> m_root;
+    std::string m_text;
+};
+
+// One element of one attribute that a bound filter reads.
+struct ElementRef {
+    std::size_t attribute = 0;  // index in the table
+    std::uint32_t element = 0;
+    bool operator==(const ElementRef&) const = default;
+};
+
+enum class Decision { None, All, Look };
+
+// The points of a batch that are still in: ascending indexes.
+using Selection = std::vector<std::uint32_t>;
+
+// Gives the column of a slot (index into BoundFilter::elements()); called at most once per slot
+// and batch, only for columns that are needed; the column must live until select returns.
+using ColumnSource = std::function<const schema::Column&(std::size_t slot)>;
+
+// An expression bound to the attributes of a file: immutable, so any number of threads may use it
+// at the same time.
+class BoundFilter {
+public:
+    // The table is only read here. Throws Failure(Filter) with the position for an unknown
+    // attribute or element.
+    BoundFilter(const Expression& expression, const schema::AttributeTable& table);
+    ~BoundFilter();
+    BoundFilter(BoundFilter&&) noexcept;
+    BoundFilter& operator=(BoundFilter&&) noexcept;
+
+    // Whether every point passes.
+    bool empty() const;
+    // The elements that the filter reads, without duplicates.
+    const std::vector<ElementRef>& elements() const;
+
+    // What the statistics of a node (in the order of elements()) tell about all of its points, by
+    // interval arithmetic over values, invalid values included. Never says None or All wrongly.
+    Decision decide(std::span<const schema::ElementStatistics> statistics) const;
+
+    // Leaves those points of [0, count) in selection that pass, ascending. Comparisons of an
+    // element with a constant run on the codes; && and || narrow the selection, the cheapest
+    // part first; the rest is evaluated a column at a time in blocks that fit the cache.
+    void select(std::size_t count, const ColumnSource& columns, Selection& selection) const;
+
+private:
+    struct Program;
+    std::unique_ptr<const Program> m_program;
+};
+
+}  // namespace tarvo::engine::filter
