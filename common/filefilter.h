@@ -1,0 +1,14 @@
+// File name filters of database file dialogs.
+#pragma once
+
+#include <QString>
+
+namespace tarvo::common {
+
+// The groups of database file types, joined with ";;".
+const QString& databaseFileTypeFilter();
+
+// The same with an entry of all patterns in front and "All files (*.*)" at the end.
+QString databaseFileDialogFilter();
+
+}  // namespace tarvo::common

@@ -1,0 +1,35 @@
+#include "common/filterhistory.h"
+
+#include "common/programsettings.h"
+
+#include <QComboBox>
+#include <QSignalBlocker>
+
+namespace tarvo::common {
+
+QStringList FilterHistory::list() {
+    return ProgramSettings().value("RecentFilters").toStringList();
+}
+
+void FilterHistory::add(const QString& filter) {
+    ProgramSettings settings;
+    settings.setValue("RecentFilters",
+                      movedToFront(settings.value("RecentFilters").toStringList(), filter.trimmed(),
+                                   maximum));
+}
+
+void FilterHistory::clear() {
+    ProgramSettings().setValue("RecentFilters", QStringList());
+}
+
+void FilterHistory::show(QComboBox* combo) {
+    const QSignalBlocker blocker(combo);
+    const QString text = combo->currentText();
+    combo->clear();
+    combo->addItems(list());
+    combo->setInsertPolicy(QComboBox::NoInsert);
+    combo->setCurrentIndex(-1);
+    combo->setEditText(text);
+}
+
+}  // namespace tarvo::common

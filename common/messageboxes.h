@@ -1,0 +1,20 @@
+// Message boxes whose texts may come from files: all of them show plain text, never rich text.
+#pragma once
+
+#include <QString>
+
+class QWidget;
+
+namespace tarvo::common {
+
+// A critical box; long details go behind the box's "Show Details..." button.
+void showError(QWidget* parent, const QString& text, const QString& details = {});
+void showWarning(QWidget* parent, const QString& text);
+// An information box without title and with the button OK.
+void showInformation(QWidget* parent, const QString& text);
+// The same for a text of our own, shown as rich text in which no blank may break a line.
+void showUnbrokenInformation(QWidget* parent, const QString& text);
+// A question titled "Confirmation"; true on Yes.
+bool confirmed(QWidget* parent, const QString& question);
+
+}  // namespace tarvo::common

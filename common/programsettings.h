@@ -1,0 +1,33 @@
+// The per-user settings store. An object is made for each use and gone afterwards; the
+// application's organization and program name must be set before.
+#pragma once
+
+#include <QSettings>
+
+class QWidget;
+
+namespace tarvo::common {
+
+// INI format, user scope, in the group "MainWindow". The file is made readable for its owner only.
+class ProgramSettings : public QSettings {
+public:
+    ProgramSettings();
+    ~ProgramSettings() override;
+};
+
+// A dialog's own group in the platform's native store, readable for its owner only.
+class DialogSettings : public QSettings {
+public:
+    // group: the dialog's class name; empty: the top level.
+    explicit DialogSettings(const QString& group);
+    ~DialogSettings() override;
+
+    // The key "Geometry".
+    void restoreGeometryOf(QWidget* dialog) const;
+    void saveGeometryOf(const QWidget* dialog);
+};
+
+// The list with text in front, without the first entry equal to it, cut to maximum entries.
+QStringList movedToFront(QStringList list, const QString& text, int maximum);
+
+}  // namespace tarvo::common

@@ -1,0 +1,47 @@
+#include "common/textformat.h"
+
+#include "version.h"
+
+#include <QRegularExpression>
+#include <cmath>
+
+namespace tarvo::common {
+
+int decimalsOfResolution(double resolution) {
+    const double fraction = std::fabs(resolution - std::floor(resolution));
+    const QString digits = QString::number(fraction, 'f', 16).mid(1);
+    for (int position = static_cast<int>(digits.size()) - 1; position > 0; --position) {
+        if (digits[position] != '0')
+            return position;
+    }
+    return 0;
+}
+
+QString humanReadableSize(std::uint64_t bytes) {
+    static const char* const units[] = {"B", "KB", "MB", "GB", "TB"};
+    double value = static_cast<double>(bytes);
+    int unit = 0;
+    while (value >= 1024.0 && unit < 4) {
+        value /= 1024.0;
+        ++unit;
+    }
+    return QString::number(value, 'f', unit == 0 ? 0 : 2) + ' ' + units[unit];
+}
+
+QString shortLibraryVersion(const QString& libraryVersion) {
+    static const QRegularExpression pattern(
+        R"(\A(?:QRB Library (\d+\.\d+\.\d+\-[a-fA-F0-9]+).*)\z)",
+        QRegularExpression::DotMatchesEverythingOption);
+    const auto match = pattern.match(libraryVersion);
+    return match.hasMatch() ? match.captured(1) : QString("2.x.x");
+}
+
+QString shortened(const QString& text, int count) {
+    return text.size() > count ? text.left(count) + "..." : text;
+}
+
+QString programVersionText() {
+    return QString(QRB_VERSION) + '-' + QRB_COMMIT;
+}
+
+}  // namespace tarvo::common

@@ -1,0 +1,24 @@
+// Numbers and texts as the panels show them.
+#pragma once
+
+#include <QString>
+#include <cstdint>
+
+namespace tarvo::common {
+
+// The decimal places that show a resolution exactly, 0 to 16.
+int decimalsOfResolution(double resolution);
+
+// "1023 B", "1.50 KB", ... up to TB; factor 1024.
+QString humanReadableSize(std::uint64_t bytes);
+
+// The version and build hash in a library's version text, "2.x.x" where there is none.
+QString shortLibraryVersion(const QString& libraryVersion);
+
+// The first count characters, followed by "..." where the text is longer.
+QString shortened(const QString& text, int count);
+
+// The version and build of this program, for example "0.1.0-1a2b3c4d".
+QString programVersionText();
+
+}  // namespace tarvo::common
