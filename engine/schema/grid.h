@@ -39,7 +39,8 @@ public:
     // The value of a code; the invalid value for the invalid code (NaN for a Float without one).
     double value(std::uint64_t code) const;
     // The same for the Integer kind, exact: the value is minimumInteger() + code.
-    // (m_minimum ranges over both signed and unsigned 64-bit numbers.)
+    // (m_minimum ranges over both signed and unsigned 64-bit numbers.) The off-grid invalid code
+    // gives the invalid value where that is a whole 64-bit number.
     __extension__ typedef __int128 Wide;
     Wide integerValue(std::uint64_t code) const;
 
@@ -59,6 +60,9 @@ public:
 
 private:
     [[noreturn]] void failRange(const std::string& value) const;
+    double stepOf(double value) const;  // Scaled kind: the code before rounding
+    template <typename Reached>
+    Bound firstCode(Reached reached) const;
 
     Kind m_kind = Kind::Integer;
     unsigned m_width = 8;
@@ -69,9 +73,9 @@ private:
     double m_minimum = 0;
     double m_maximum = 0;
     double m_resolution = 1;
-    double m_inverse = 0;       // 1 / resolution where that is whole, else 0
-    bool m_wholeMinimum = false;  // minimum is a whole multiple of the resolution
-    std::int64_t m_firstStep = 0; // minimum / resolution where m_wholeMinimum
+    double m_inverse = 0;          // 1 / resolution where that is whole, else 0
+    bool m_wholeMinimum = false;   // minimum is a whole multiple of the resolution
+    std::int64_t m_firstStep = 0;  // minimum / resolution where m_wholeMinimum
     Wide m_minimumInteger = 0;
     std::string m_name;
 };

@@ -1,0 +1,191 @@
+#include "engine/base/error.h"
+#include "engine/schema/attribute.h"
+#include "engine/schema/column.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cmath>
+#include <functional>
+#include <random>
+
+using namespace tarvo::engine;
+using namespace tarvo::engine::schema;
+
+namespace {
+
+constexpr double noInvalid = std::numeric_limits<double>::quiet_NaN();
+
+Grid makeGrid(double resolution, double minimum, double maximum, double invalid = noInvalid) {
+    AttributeRecord record;
+    record.name = "tarvo.probe";
+    record.length = 1;
+    record.resolution = resolution;
+    record.minimumValue = minimum;
+    record.maximumValue = maximum;
+    record.invalidValue = invalid;
+    return Grid(record);
+}
+
+ErrorCode failureOf(const std::function<void()>& call, std::string* text = nullptr) {
+    try {
+        call();
+    } catch (const Failure& failure) {
+        if (text)
+            *text = std::string(failure.what()) + " " + failure.details();
+        return failure.code();
+    }
+    return ErrorCode(0);
+}
+
+}  // namespace
+
+TEST(Grid, DecimalStepsGiveTheNearestDouble) {
+    const Grid grid = makeGrid(0.01, -1e7, 1e7);
+    const std::uint64_t code = grid.code(636001.76);
+    EXPECT_EQ(grid.value(code), 636001.76);
+    EXPECT_EQ(code, 1000000000u + 63600176u);
+    EXPECT_EQ(grid.value(grid.code(-0.07)), -0.07);
+    EXPECT_EQ(makeGrid(0.001, 0, 70).value(3), 0.003);
+    EXPECT_EQ(makeGrid(0.00025, -535000, 535000).value(0), -535000);
+    EXPECT_EQ(makeGrid(0.00025, -535000, 535000).maximumCode(), 4280000000u);
+    EXPECT_EQ(makeGrid(0.01, 0, 655.35).maximumCode(), 65535u);
+    EXPECT_EQ(makeGrid(0.01, 0, 655.35).width(), 2u);
+    EXPECT_EQ(makeGrid(0.01, 0, 1e10).maximumCode(), 1000000000000u);
+}
+
+TEST(Grid, EveryCodeSurvivesTheWayThroughItsValue) {
+    struct {
+        double resolution, minimum, maximum;
+    } const grids[] = {{1, -128, 127},       {0.1, -50, 50.05}, {0.3, 1, 1e6},
+                       {1.0 / 3, -7, 7},     {2.5e-7, 0, 0.25}, {7, -1e9, 1e9},
+                       {0.00025, -1e6, 1e6}, {0.5, 0.25, 1000}};
+    std::mt19937_64 random(20240611);
+    for (const auto& g : grids) {
+        const Grid grid = makeGrid(g.resolution, g.minimum, g.maximum);
+        double before = -INFINITY;
+        for (int i = 0; i < 20000; ++i) {
+            const std::uint64_t code = grid.maximumCode() <= 10000
+                                           ? std::min<std::uint64_t>(i, grid.maximumCode())
+                                           : random() % (grid.maximumCode() + 1);
+            const double value = grid.value(code);
+            ASSERT_EQ(grid.code(value), code) << g.resolution << " " << value;
+            ASSERT_EQ(grid.firstAtLeast(value).code, code);
+            ASSERT_EQ(grid.firstAbove(value).none, code == grid.maximumCode());
+            ASSERT_EQ(grid.firstAbove(value).code, code + 1);
+            if (grid.maximumCode() <= 10000 && code == static_cast<std::uint64_t>(i)) {
+                ASSERT_GT(value, before);
+                before = value;
+            }
+        }
+    }
+}
+
+TEST(Grid, IntegersAreExactInSixtyFourBits) {
+    const Grid ids = makeGrid(1, 0, 18446744073709551616.0);
+    EXPECT_EQ(ids.maximumCode(), ~0ull);
+    EXPECT_EQ(ids.code(Grid::Wide(9007199254740993)), 9007199254740993u);
+    EXPECT_EQ(ids.code(18446744073709551616.0), ~0ull);
+    EXPECT_TRUE(ids.firstAbove(18446744073709551616.0).none);
+    EXPECT_EQ(ids.firstAbove(18446744073709551616.0).code, ~0ull);
+
+    const Grid all = makeGrid(1, -9223372036854775808.0, 9223372036854775807.0 - 1024);
+    EXPECT_EQ(all.integerValue(0), Grid::Wide(INT64_MIN));
+    EXPECT_EQ(all.code(Grid::Wide(INT64_MIN) + 1), 1u);
+    EXPECT_EQ(failureOf([&] { all.code(Grid::Wide(INT64_MIN) - 1); }), ErrorCode::Range);
+    EXPECT_EQ(failureOf([] { makeGrid(1, -1, 18446744073709551616.0); }), ErrorCode::Argument);
+}
+
+TEST(Grid, InvalidValueTakesTheCodeBehindTheOthersOnlyOffTheGrid) {
+    const Grid off = makeGrid(1, 0, 255, -1);
+    EXPECT_TRUE(off.invalidIsOffGrid());
+    EXPECT_EQ(off.width(), 2u);
+    EXPECT_EQ(off.code(-1.0), 256u);
+    EXPECT_EQ(off.value(256), -1);
+    EXPECT_EQ(off.integerValue(256), Grid::Wide(-1));
+
+    const Grid on = makeGrid(0.1, -10, 10, 0.3);
+    EXPECT_FALSE(on.invalidIsOffGrid());
+    EXPECT_EQ(on.code(0.3), 103u);
+    EXPECT_TRUE(on.isInvalid(103));
+    EXPECT_EQ(on.value(103), 0.3);
+
+    EXPECT_EQ(makeGrid(0.1, 0, 10, 0.05).invalidCode(), 101u);
+    EXPECT_EQ(makeGrid(1, 0, 100, 0.5).value(101), 0.5);
+
+    std::string text;
+    EXPECT_EQ(failureOf([] { makeGrid(1, 0, 18446744073709551616.0, -1); }, &text),
+              ErrorCode::Argument);
+    EXPECT_NE(text.find("tarvo.probe"), std::string::npos);
+}
+
+TEST(Grid, ValuesBesideTheRangeRoundOntoItAndOthersAreRefused) {
+    const Grid grid = makeGrid(0.1, 0, 1.05);
+    EXPECT_EQ(grid.maximumCode(), 10u);
+    EXPECT_EQ(grid.code(-0.05), 0u);
+    EXPECT_EQ(grid.code(1.09), 10u);
+    std::string text;
+    EXPECT_EQ(failureOf([&] { grid.code(1.2); }, &text), ErrorCode::Range);
+    EXPECT_NE(text.find("1.2"), std::string::npos);
+    EXPECT_NE(text.find("0 to 1.05"), std::string::npos);
+    EXPECT_EQ(failureOf([&] { grid.code(noInvalid); }), ErrorCode::Range);
+    EXPECT_EQ(failureOf([&] { grid.code(-INFINITY); }), ErrorCode::Range);
+    EXPECT_EQ(makeGrid(1, 0, 255).code(255.5), 255u);
+    EXPECT_EQ(failureOf([] { makeGrid(1, 0, 255).code(256.0); }), ErrorCode::Range);
+}
+
+TEST(Grid, RefusesRangesThatCannotBeStored) {
+    for (const auto& bad : {std::array<double, 3>{1e-10, 0, 1e10},
+                            {-1, 0, 1},
+                            {noInvalid, 0, 1},
+                            {1, 1, 0},
+                            {1, noInvalid, 1},
+                            {0.01, 0, INFINITY},
+                            {0.01, -1.7e308, 1.7e308}})
+        EXPECT_EQ(failureOf([&] { makeGrid(bad[0], bad[1], bad[2]); }), ErrorCode::Argument)
+            << bad[0];
+}
+
+TEST(Grid, FloatsKeepTheirOrderAndNaNLiesBehindThem) {
+    const Grid grid = makeGrid(0, -1e30, 1e30, -1);
+    std::mt19937_64 random(7);
+    std::normal_distribution<double> normal(0, 1e3);
+    for (int i = 0; i < 1000; ++i) {
+        const double a = normal(random), b = normal(random);
+        ASSERT_EQ(grid.code(a) < grid.code(b), a < b);
+        ASSERT_EQ(grid.value(grid.code(a)), a);
+        ASSERT_EQ(grid.firstAtLeast(a).code, grid.code(a));
+        ASSERT_EQ(grid.firstAbove(a).code, grid.code(a) + 1);
+    }
+    EXPECT_EQ(grid.code(-0.0), grid.code(0.0));
+    EXPECT_EQ(grid.code(noInvalid), grid.invalidCode());
+    EXPECT_EQ(grid.code(-1.0), grid.invalidCode());
+    EXPECT_EQ(grid.value(grid.invalidCode()), -1);
+    EXPECT_TRUE(grid.invalidIsOffGrid());
+    EXPECT_TRUE(std::isnan(makeGrid(0, 0, 1).value(makeGrid(0, 0, 1).code(noInvalid))));
+}
+
+TEST(Statistics, LeaveInvalidCodesOut) {
+    const Grid grid = makeGrid(1, 0, 300, 7);
+    Column column(2, 100);
+    for (std::size_t i = 0; i < 100; ++i)
+        column.set(i, i % 10 == 0 ? 7 : 50 + i);
+    EXPECT_EQ(statistics(column, grid), (ElementStatistics{51, 149, true, true}));
+    for (std::size_t i = 0; i < 100; ++i)
+        column.set(i, 7);
+    EXPECT_EQ(statistics(column, grid), (ElementStatistics{0, 0, false, true}));
+    EXPECT_EQ(statistics(Column(2, 0), grid), ElementStatistics{});
+
+    // Merging tells the same as one pass over both parts.
+    std::mt19937 random(3);
+    for (int round = 0; round < 200; ++round) {
+        Column whole(2, 20), left(2, 8), right(2, 12);
+        for (std::size_t i = 0; i < 20; ++i) {
+            whole.set(i, random() % (1 + round % 9));
+            (i < 8 ? left : right).set(i < 8 ? i : i - 8, whole[i]);
+        }
+        ElementStatistics merged = statistics(left, grid);
+        merged.merge(statistics(right, grid));
+        ASSERT_EQ(merged, statistics(whole, grid));
+    }
+}
