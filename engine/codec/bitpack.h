@@ -1,0 +1,30 @@
+// Frame-of-reference bit packing: runs of 256 codes, each with its smallest code as base and the
+// bits that its largest offset needs. The layout is in codec.h.
+#pragma once
+
+#include "engine/base/bytes.h"
+#include "engine/schema/column.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace tarvo::engine::codec {
+
+inline constexpr std::size_t runLength = 256;
+
+struct PackedRun {
+    std::uint64_t base = 0;
+    unsigned bits = 0;
+};
+
+// Replaces runs with those of the column and returns the size of the packed form in bytes.
+std::size_t measureRuns(const schema::Column& column, std::vector<PackedRun>& runs);
+
+// Appends directory and packed offsets; runs as measured.
+void packRuns(const schema::Column& column, const std::vector<PackedRun>& runs, Bytes& out);
+
+// Reads what packRuns wrote, to the end of the reader. Throws Failure(Damaged).
+schema::Column unpackRuns(ByteReader& reader, unsigned width, std::size_t count,
+                          std::vector<PackedRun>& runs);
+
+}  // namespace tarvo::engine::codec
