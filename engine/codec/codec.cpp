@@ -49,6 +49,7 @@ struct Encoder::Scratch {
     schema::Column differences;
     Bytes plain;
     Bytes frame;
+    Bytes other;
 
     // Leaves one frame with content size and checksum in frame. The planes are blocks of their
     // own, because each has its own distribution of bytes.
@@ -103,12 +104,27 @@ void Encoder::encode(const schema::Column& column, const Options& options, Bytes
     // Below this size the frame alone costs what could be won.
     constexpr std::size_t smallest = 48;
     if (options.compressionLevel > 0 && (forced || best >= smallest)) {
-        const bool delta = forced ? (options.compressionOptions & 1) != 0 : deltaPays(column);
         const bool shuffle =
             column.width() > 1 && (!forced || (options.compressionOptions & 2) != 0);
-        scratch.plain.resize(rawBytes);
-        applyTransform(column, delta, shuffle, scratch.plain, scratch.differences);
-        scratch.compress(zstdLevel(options.compressionLevel), shuffle ? column.size() : rawBytes);
+        const int level = zstdLevel(options.compressionLevel);
+        const auto compress = [&](bool differences) {
+            scratch.plain.resize(rawBytes);
+            applyTransform(column, differences, shuffle, scratch.plain, scratch.differences);
+            scratch.compress(level, shuffle ? column.size() : rawBytes);
+        };
+        // The entropy knows nothing of repetitions: where it doesn't clearly favour one form,
+        // both are tried.
+        const double ratio = forced ? 1 : deltaRatio(column);
+        bool delta = forced ? (options.compressionOptions & 1) != 0 : ratio < 0.97;
+        compress(delta);
+        if (!forced && ratio > 0.65 && ratio < 1.15) {
+            scratch.other.swap(scratch.frame);
+            compress(!delta);
+            if (scratch.frame.size() < scratch.other.size())
+                delta = !delta;
+            else
+                scratch.other.swap(scratch.frame);
+        }
         // Packed codes decode many times faster: they may be a tenth larger.
         const bool wins = codec == Codec::BitPacked ? best * 10 > scratch.frame.size() * 11
                                                     : scratch.frame.size() < best;

@@ -80,7 +80,7 @@ float histogramCost(const Histogram& histogram) {
 }
 
 template <typename T>
-bool deltaPaysFor(std::span<const T> codes) {
+double deltaRatioFor(std::span<const T> codes) {
     std::array<Histogram, sizeof(T)> plain{};
     std::array<Histogram, sizeof(T)> delta{};
     const std::size_t windows = codes.size() <= sampleSize ? 1 : sampleWindows;
@@ -102,8 +102,7 @@ bool deltaPaysFor(std::span<const T> codes) {
         plainBits += total + histogramCost(plain[plane]);
         deltaBits += total + histogramCost(delta[plane]);
     }
-    // Differences must earn the time that summing them takes.
-    return deltaBits < plainBits * 0.97f;
+    return static_cast<double>(deltaBits + 1) / static_cast<double>(plainBits + 1);
 }
 
 }  // namespace
@@ -141,9 +140,9 @@ void revertTransform(std::span<const std::uint8_t> in, bool delta, bool shuffle,
     });
 }
 
-bool deltaPays(const schema::Column& column) {
+double deltaRatio(const schema::Column& column) {
     return column.visit(
-        []<typename T>(std::span<const T> codes) { return deltaPaysFor<T>(codes); });
+        []<typename T>(std::span<const T> codes) { return deltaRatioFor<T>(codes); });
 }
 
 }  // namespace tarvo::engine::codec

@@ -19,8 +19,8 @@ void applyTransform(const schema::Column& column, bool delta, bool shuffle,
 void revertTransform(std::span<const std::uint8_t> in, bool delta, bool shuffle,
                      schema::Column& column);
 
-// Whether the differences of a sample have a lower entropy (of the bytes in each plane) than the
-// codes themselves.
-bool deltaPays(const schema::Column& column);
+// The entropy of the differences (of the bytes in each plane, in a sample) as a part of that of
+// the codes themselves.
+double deltaRatio(const schema::Column& column);
 
 }  // namespace tarvo::engine::codec
