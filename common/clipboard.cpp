@@ -10,8 +10,8 @@ namespace tarvo::common {
 
 namespace {
 
-const char* const copyMenuTexts[] = {"...as JSON string", "...as C++ string",
-                                     "...as Pascal string", "...as Python string"};
+const char* const copyMenuTexts[] = {"...as JSON string", "...as C++ string", "...as Pascal string",
+                                     "...as Python string"};
 
 QString quotedJson(const QString& text) {
     QString result = "\"";

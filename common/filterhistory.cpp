@@ -13,9 +13,8 @@ QStringList FilterHistory::list() {
 
 void FilterHistory::add(const QString& filter) {
     ProgramSettings settings;
-    settings.setValue("RecentFilters",
-                      movedToFront(settings.value("RecentFilters").toStringList(), filter.trimmed(),
-                                   maximum));
+    settings.setValue("RecentFilters", movedToFront(settings.value("RecentFilters").toStringList(),
+                                                    filter.trimmed(), maximum));
 }
 
 void FilterHistory::clear() {
@@ -28,7 +27,9 @@ void FilterHistory::show(QComboBox* combo) {
     combo->clear();
     combo->addItems(list());
     combo->setInsertPolicy(QComboBox::NoInsert);
-    combo->setCurrentIndex(-1);
+    // The entry of the edit text has to be the current one: the combo box would select it at the
+    // next loss of focus and signal a choice.
+    combo->setCurrentIndex(combo->findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive));
     combo->setEditText(text);
 }
 

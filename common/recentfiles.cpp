@@ -10,8 +10,8 @@ QStringList RecentFiles::list() {
 
 void RecentFiles::add(const QString& fileName) {
     ProgramSettings settings;
-    settings.setValue(
-        "Recent", movedToFront(settings.value("Recent").toStringList(), fileName, maximum));
+    settings.setValue("Recent",
+                      movedToFront(settings.value("Recent").toStringList(), fileName, maximum));
 }
 
 }  // namespace tarvo::common

@@ -1,0 +1,16 @@
+#include "app/qrbadminapplication.h"
+#include "app/startup.h"
+
+#include <QAccessible>
+#include <QLocale>
+
+int main(int argc, char* argv[]) {
+    QLocale::setDefault(QLocale("en"));
+    QRBAdminApplication application(argc, argv);
+    Q_INIT_RESOURCE(qrbadmin);
+    setApplicationNames();
+    // Updates of tables of thousands of cells would slow the program down.
+    QAccessible::installUpdateHandler([](QAccessibleEvent*) {});
+    applyStyleSheet();
+    return runWindows();
+}

@@ -1,0 +1,12 @@
+// The application object. Hands files that the desktop wants opened to the first main window.
+#pragma once
+
+#include <QApplication>
+
+class QRBAdminApplication : public QApplication {
+public:
+    QRBAdminApplication(int& argc, char** argv);
+    ~QRBAdminApplication() override;
+
+    bool event(QEvent* event) override;
+};

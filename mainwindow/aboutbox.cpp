@@ -1,0 +1,50 @@
+#include "mainwindow/aboutbox.h"
+
+#include "common/textformat.h"
+#include "qrb/defaults/catalogue.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QIcon>
+#include <QMessageBox>
+#include <QStringList>
+
+namespace {
+
+QString definitionsLine(const QString& title, const tarvo::qrb::defaults::Stamp& stamp) {
+    return QString("%1 %2 (%3)")
+        .arg(title, QString::fromStdString(stamp.version), QString::fromStdString(stamp.date));
+}
+
+}  // namespace
+
+QString aboutText(const QString& windowTitle, const tarvo::qrb::Context& context) {
+    namespace defaults = tarvo::qrb::defaults;
+    const auto text = [](const std::string& utf8) { return QString::fromStdString(utf8); };
+    return QStringList{
+        windowTitle + ' ' + tarvo::common::programVersionText(),
+        "",
+        definitionsLine("QRB Point Attribute Definitions", defaults::attributesStamp()),
+        definitionsLine("QRB Meta Data Item Definitions", defaults::metaDataStamp()),
+        definitionsLine("QRB File Schema Definitions", defaults::schemasStamp()),
+        "",
+        text(context.interfaceName() + " " + context.interfaceVersion()),
+        text(context.libraryName() + " " + context.libraryVersion()),
+        "Path: " + QDir::toNativeSeparators(text(context.libraryFilename())),
+        "",
+        QString("Qt Library ") + qVersion(),
+        QString(150, '_'),
+        "",
+        text(context.libraryLicense()),
+    }
+        .join('\n');
+}
+
+void showAboutBox(QWidget* parent, const tarvo::qrb::Context& context) {
+    QMessageBox box(QMessageBox::NoIcon, QString(), QString(), QMessageBox::Ok, parent);
+    // The library's texts must not be taken for rich text.
+    box.setTextFormat(Qt::PlainText);
+    box.setText(aboutText(parent->windowTitle(), context));
+    box.setIconPixmap(QIcon(":/resources/logo.png").pixmap(64, 64));
+    box.exec();
+}

@@ -1,0 +1,44 @@
+// The menu that puts attribute names, properties, operators and commands into a filter expression.
+#pragma once
+
+#include <QMenu>
+#include <QStringList>
+
+class QLineEdit;
+
+class FilterInsertMenu : public QMenu {
+    Q_OBJECT
+
+public:
+    // The texts go into target, which must outlive the menu.
+    FilterInsertMenu(QLineEdit* target, QWidget* parent);
+
+    // Names of attributes and their elements, offered in alphabetical order.
+    void setAttributeNames(QStringList names);
+
+signals:
+    void historyCleared();
+
+private slots:
+    void onPointDataFilterInsertAttribute();
+    void onPointDataFilterInsertProperty();
+    void onPointDataFilterInsertOperator();
+    void onPointDataFilterInsertCommand();
+    void onPointDataFilterClearHistory();
+    void onPointDataFilterClearFilter();
+
+private:
+    using Slot = void (FilterInsertMenu::*)();
+    void addEntry(QMenu* menu, const QString& label, const QString& text, Slot slot);
+    void addProperties();
+    void addOperators();
+    void addCommands();
+
+    QLineEdit* m_target;
+    QMenu* m_attributes;
+};
+
+// Puts a text and a blank at the cursor, in place of the selection, after a blank where none is.
+void insertIntoFilter(QLineEdit* target, const QString& text);
+// The same for a property, which is glued to what stands before the cursor.
+void insertPropertyIntoFilter(QLineEdit* target, const QString& property);

@@ -1,0 +1,6 @@
+#include "mainwindow/librarychoice.h"
+
+LibraryChoice& libraryChoice() {
+    static LibraryChoice choice;
+    return choice;
+}

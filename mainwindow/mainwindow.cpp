@@ -1,0 +1,298 @@
+#include "mainwindow/mainwindow.h"
+
+#include "common/comingactions.h"
+#include "common/guard.h"
+#include "common/messageboxes.h"
+#include "common/programsettings.h"
+#include "common/recentfiles.h"
+#include "common/theme.h"
+#include "dialogs/dialogopensettings.h"
+#include "mainwindow/aboutbox.h"
+#include "mainwindow/changelogpanel.h"
+#include "mainwindow/commandline.h"
+#include "mainwindow/databasepanel.h"
+#include "mainwindow/inspectionpanel.h"
+#include "mainwindow/librarychoice.h"
+#include "mainwindow/metadatapanel.h"
+#include "mainwindow/mimefile.h"
+#include "mainwindow/pointattributespanel.h"
+#include "mainwindow/pointdatapanel.h"
+#include "mainwindow/pointindexpanel.h"
+#include "mainwindow/transactionspanel.h"
+#include "qrb/error.h"
+#include "ui_mainwindow.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QCloseEvent>
+#include <QDir>
+#include <QDragEnterEvent>
+#include <QFileInfo>
+#include <QLabel>
+#include <QMimeData>
+
+namespace common = tarvo::common;
+
+MainWindow::MainWindow() : m_ui(std::make_unique<Ui::MainWindow>()) {
+    m_ui->setupUi(this);
+    // After the form, whose automatic connection would reach into the panels.
+    createPanels();
+    createStatusLabel();
+    m_ui->tabWidget->setCurrentWidget(m_ui->tabDatabase);
+    addAction(m_pointData->findAction());
+    refreshPanels();
+    restoreWindowGeometry();
+
+    m_ui->actionProgramSettings->setEnabled(false);
+    m_ui->actionProgramSettings->setVisible(false);
+    m_ui->actionFactoryMode->setEnabled(false);
+    m_ui->actionFactoryMode->setVisible(false);
+    common::announceForLater({m_ui->actionNew, m_ui->actionValidate, m_ui->actionExportAsQRB});
+    common::adaptToolTips(this);
+    evaluateCommandLine();
+}
+
+MainWindow::~MainWindow() {
+    // Queries of the panels must be gone before the context.
+    for (Panel* panel : m_panels)
+        delete panel;
+}
+
+void MainWindow::createPanels() {
+    auto* database = new DatabasePanel(m_session, m_ui->tabDatabase);
+    connect(database, &DatabasePanel::libraryChosen, this, &MainWindow::switchLibrary);
+    addPanel(m_ui->tabDatabase, database);
+
+    addPanel(m_ui->tabTransactions, new TransactionsPanel(m_session, m_ui->tabTransactions));
+
+    m_changelog = new ChangelogPanel(m_session, m_ui->tabChangelog);
+    connect(m_changelog, &ChangelogPanel::textFileLoaded, this, &MainWindow::updateTabs);
+    addPanel(m_ui->tabChangelog, m_changelog);
+
+    addPanel(m_ui->tabMetaData, new MetaDataPanel(m_session, m_ui->tabMetaData));
+    addPanel(m_ui->tabPointAttributes,
+             new PointAttributesPanel(m_session, m_ui->tabPointAttributes));
+    addPanel(m_ui->tabPointIndex, new PointIndexPanel(m_session, m_ui->tabPointIndex));
+
+    m_pointData = new PointDataPanel(m_session, m_ui->tabPointData);
+    connect(m_pointData, &PointDataPanel::shown, this,
+            [this] { m_ui->tabWidget->setCurrentWidget(m_ui->tabPointData); });
+    addPanel(m_ui->tabPointData, m_pointData);
+
+    addPanel(m_ui->tabInspection, new InspectionPanel(m_session, m_ui->tabInspection));
+}
+
+void MainWindow::addPanel(QWidget* tab, Panel* panel) {
+    tab->layout()->addWidget(panel);
+    connect(panel, &Panel::databaseChanged, this, &MainWindow::refreshPanels);
+    m_panels.push_back(panel);
+}
+
+void MainWindow::createStatusLabel() {
+    m_statusLabel = new QLabel(this);
+    m_statusLabel->setObjectName("labelStatus");
+    m_statusLabel->setTextFormat(Qt::PlainText);
+    m_statusLabel->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    // A long file name must not widen the window.
+    m_statusLabel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_ui->statusBar->addWidget(m_statusLabel, 1);
+}
+
+void MainWindow::restoreWindowGeometry() {
+    const common::ProgramSettings settings;
+    if (settings.contains("Geometry"))
+        restoreGeometry(settings.value("Geometry").toByteArray());
+}
+
+void MainWindow::evaluateCommandLine() {
+    const QStringList arguments = QCoreApplication::arguments();
+    if (const auto rectangle = windowRectangle(arguments))
+        setGeometry(*rectangle);
+    for (const QString& argument : arguments) {
+        if (isOpenable(argument)) {
+            openFile(argument);
+            return;
+        }
+    }
+}
+
+void MainWindow::openDatabase(QString fileName, bool skipDialog) {
+    common::guarded(this, [&] {
+        tarvo::qrb::pointcloud::OpenSettings settings(m_session.context);
+        if (!skipDialog &&
+            !DialogOpenSettings::edit(m_session.context, fileName, settings.cacheSize,
+                                      common::RecentFiles::list(), this))
+            return;
+        dropDatabase();
+        fileName = QDir::toNativeSeparators(QFileInfo(fileName).absoluteFilePath());
+        try {
+            const common::WaitCursor waiting;
+            auto database = std::make_shared<tarvo::qrb::Pointcloud>(m_session.context);
+            database->open(fileName.toStdString(), settings);
+            m_session.database = std::move(database);
+        } catch (...) {
+            refreshPanels();
+            throw;
+        }
+        common::RecentFiles::add(fileName);
+        m_session.fileName = fileName;
+        refreshPanels();
+    });
+}
+
+// Ends what works on the database and drops the handle.
+void MainWindow::dropDatabase() {
+    m_pointData->cancelAction()->trigger();
+    m_changelog->clear();
+    const auto database = std::move(m_session.database);
+    m_session.database.reset();
+    m_session.fileName.clear();
+    if (database && database->isOpen())
+        database->close();
+}
+
+void MainWindow::openFile(const QString& fileName) {
+    if (!QFileInfo(fileName).isFile())
+        return;
+    if (isDatabaseFile(fileName))
+        openDatabase(fileName, true);
+    else if (fileName.endsWith(".txt", Qt::CaseInsensitive))
+        common::guarded(this, [&] { m_changelog->loadTextFile(fileName); });
+}
+
+bool MainWindow::isOpenable(const QString& fileName) const {
+    return isDatabaseFile(fileName) || fileName.endsWith(".txt", Qt::CaseInsensitive);
+}
+
+bool MainWindow::isDatabaseFile(const QString& fileName) const {
+    if (!QFileInfo(fileName).isFile())
+        return false;
+    try {
+        return m_session.context.databaseFileTypeCheck(fileName.toStdString());
+    } catch (const tarvo::qrb::Error&) {
+        return false;
+    }
+}
+
+void MainWindow::refreshPanels() {
+    updateTabs();
+    for (Panel* panel : m_panels) {
+        // Each on its own: what one can't read keeps nothing from the others.
+        common::guarded(this, [panel] {
+            const common::WaitCursor waiting;
+            panel->refresh();
+        });
+    }
+    updateActions();
+}
+
+void MainWindow::updateTabs() {
+    const bool open = m_session.database != nullptr;
+    for (int i = 0; i < m_ui->tabWidget->count(); ++i) {
+        const QWidget* tab = m_ui->tabWidget->widget(i);
+        m_ui->tabWidget->setTabEnabled(
+            i, open || tab == m_ui->tabDatabase || tab == m_ui->tabChangelog);
+    }
+    QString status = "no database opened";
+    if (open)
+        status = m_session.fileName;
+    else if (!m_changelog->textFileName().isEmpty())
+        status = m_changelog->textFileName();
+    m_statusLabel->setText(status);
+}
+
+void MainWindow::updateActions() {
+    const bool open = m_session.database != nullptr;
+    m_ui->actionReload->setEnabled(open);
+    m_ui->actionClose->setEnabled(open || !m_changelog->textFileName().isEmpty());
+    m_ui->actionOpenLastUsed->setEnabled(!common::RecentFiles::list().isEmpty());
+}
+
+void MainWindow::on_actionOpen_triggered() {
+    openDatabase(m_session.fileName, false);
+}
+
+void MainWindow::on_actionOpenLastUsed_triggered() {
+    const QStringList recent = common::RecentFiles::list();
+    if (!recent.isEmpty())
+        openDatabase(recent.first(), true);
+}
+
+void MainWindow::on_actionOpenClipboard_triggered() {
+    const QString name = localFileIn(QApplication::clipboard()->mimeData());
+    if (!name.isEmpty() && isDatabaseFile(name)) {
+        openDatabase(name, true);
+        return;
+    }
+    common::showUnbrokenInformation(this,
+                                    "No database file name found in the clipboard.\n"
+                                    "Please copy a file or a file name to the clipboard.");
+}
+
+void MainWindow::on_actionReload_triggered() {
+    const bool running = m_pointData->isQueryRunning();
+    if (running)
+        m_pointData->cancelAction()->trigger();
+    refreshPanels();
+    if (running)
+        m_pointData->runAction()->trigger();
+}
+
+void MainWindow::on_actionClose_triggered() {
+    common::guarded(this, [this] { dropDatabase(); });
+    refreshPanels();
+}
+
+void MainWindow::on_actionQuit_triggered() {
+    QApplication::closeAllWindows();
+}
+
+void MainWindow::on_actionAbout_triggered() {
+    common::guarded(this, [this] { showAboutBox(this, m_session.context); });
+}
+
+void MainWindow::on_actionWindowNew_triggered() {
+    common::guarded(this, [] {
+        auto* window = new MainWindow;
+        window->setAttribute(Qt::WA_DeleteOnClose);
+        window->show();
+    });
+}
+
+void MainWindow::switchLibrary(const QString& fileName) {
+    libraryChoice().fileName = fileName;
+    libraryChoice().restart = true;
+    for (const QWidget* widget : QApplication::topLevelWidgets()) {
+        if (widget != this && widget->isVisible() && qobject_cast<const MainWindow*>(widget)) {
+            common::showInformation(
+                this, "The library is switched as soon as all other windows are closed.");
+            break;
+        }
+    }
+    close();
+}
+
+void MainWindow::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::ApplicationPaletteChange)
+        common::adaptToolTips(this);
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    common::ProgramSettings().setValue("Geometry", saveGeometry());
+    QMainWindow::closeEvent(event);
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+    const QString name = localFileIn(event->mimeData());
+    if (!name.isEmpty() && isOpenable(name))
+        event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event) {
+    const QString name = localFileIn(event->mimeData());
+    event->acceptProposedAction();
+    // Later: the program that the file comes from waits for the end of this event.
+    QMetaObject::invokeMethod(
+        this, [this, name] { openFile(name); }, Qt::QueuedConnection);
+}

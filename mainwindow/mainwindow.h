@@ -1,0 +1,79 @@
+// The window of the program: menus, toolbar, the tabs with their panels, and the life of the open
+// database. Owns the session; the panels read it.
+#pragma once
+
+#include "mainwindow/databasesession.h"
+
+#include <QMainWindow>
+#include <QString>
+#include <memory>
+#include <vector>
+
+class ChangelogPanel;
+class DatabasePanel;
+class Panel;
+class PointDataPanel;
+class PointIndexPanel;
+class QLabel;
+
+namespace Ui {
+class MainWindow;
+}
+
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+
+public:
+    // Examines the command line. The library must be loaded. Throws tarvo::qrb::Error where it
+    // gives no context.
+    MainWindow();
+    ~MainWindow() override;
+
+    // Opens the file in place of the open one; asks for the settings before, unless told not to.
+    // Shows its errors; after a failed open no database is open.
+    void openDatabase(QString fileName, bool skipDialog);
+    // Opens a database file, or shows a changelog text file. Other names are ignored.
+    void openFile(const QString& fileName);
+
+public slots:
+    // Shows the session anew in every panel, in their fixed order.
+    void refreshPanels();
+
+protected:
+    void changeEvent(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+private slots:
+    void on_actionOpen_triggered();
+    void on_actionOpenLastUsed_triggered();
+    void on_actionOpenClipboard_triggered();
+    void on_actionReload_triggered();
+    void on_actionClose_triggered();
+    void on_actionQuit_triggered();
+    void on_actionAbout_triggered();
+    void on_actionWindowNew_triggered();
+
+private:
+    void createPanels();
+    void addPanel(QWidget* tab, Panel* panel);
+    void createStatusLabel();
+    void restoreWindowGeometry();
+    void evaluateCommandLine();
+
+    void dropDatabase();
+    void updateTabs();
+    void updateActions();
+    void switchLibrary(const QString& fileName);
+    bool isDatabaseFile(const QString& fileName) const;
+    bool isOpenable(const QString& fileName) const;
+
+    // Declared first: the panels refer to it until they are gone.
+    DatabaseSession m_session;
+    std::unique_ptr<Ui::MainWindow> m_ui;
+    std::vector<Panel*> m_panels;  // in the order of refreshing; owned by their tabs
+    ChangelogPanel* m_changelog = nullptr;
+    PointDataPanel* m_pointData = nullptr;
+    QLabel* m_statusLabel = nullptr;
+};

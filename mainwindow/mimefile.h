@@ -1,0 +1,10 @@
+// File names in clipboard and drag data.
+#pragma once
+
+#include <QString>
+
+class QMimeData;
+
+// The existing local file that the data names, by its first URL or else by its text: absolute,
+// native separators. Empty: none.
+QString localFileIn(const QMimeData* data);

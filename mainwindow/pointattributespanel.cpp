@@ -1,0 +1,167 @@
+#include "mainwindow/pointattributespanel.h"
+
+#include "common/comingactions.h"
+#include "common/numerictreewidgetitem.h"
+#include "common/programsettings.h"
+#include "common/textformat.h"
+#include "ui_pointattributespanel.h"
+
+#include <QHeaderView>
+#include <algorithm>
+#include <tuple>
+#include <vector>
+
+namespace common = tarvo::common;
+
+namespace {
+
+enum AttributeColumn {
+    ATTRIBUTE_NAME,
+    ATTRIBUTE_TITLE,
+    ATTRIBUTE_DATA_TYPE,
+    ATTRIBUTE_STORAGE,
+    ATTRIBUTE_COMPRESSION,
+    ATTRIBUTE_LOD_SETTINGS,
+    ATTRIBUTE_TAGS,
+    ATTRIBUTE_DESCRIPTION,
+    ATTRIBUTE_RANK,
+    ATTRIBUTE_COLUMNS
+};
+
+constexpr int longestTags = 30;
+constexpr int longestDescription = 150;
+
+void setShortened(QTreeWidgetItem* row, int column, const std::string& text, int longest) {
+    const QString whole = QString::fromStdString(text);
+    row->setText(column, common::shortened(whole, longest).simplified());
+    // Escaped, because a tooltip would take a text with tags for rich text.
+    row->setToolTip(column,
+                    whole.isEmpty() ? QString() : "<html>" + whole.toHtmlEscaped() + "</html>");
+}
+
+void fillAttributeRow(QTreeWidgetItem* row, const tarvo::qrb::pointcloud::PointAttribute& attribute,
+                      bool primary, std::uint32_t rank) {
+    using tarvo::qrb::pointcloud::PointAttribute;
+    QString name = QString::fromStdString(attribute.name);
+    row->setData(ATTRIBUTE_NAME, Qt::UserRole, name);
+    if (attribute.length != 1)
+        name += QString("[%0]").arg(attribute.length);
+    if (primary)
+        name += '*';
+    row->setText(ATTRIBUTE_NAME, name);
+    row->setText(ATTRIBUTE_TITLE, QString::fromStdString(attribute.title));
+    row->setText(ATTRIBUTE_DATA_TYPE, tarvo::qrb::pointcloud::dataTypeName(attribute.dataType()));
+    row->setText(ATTRIBUTE_STORAGE, PointAttribute::storageClassName(attribute.storageClass));
+    row->setText(ATTRIBUTE_COMPRESSION,
+                 PointAttribute::compressionOptionsName(attribute.compressionOptions));
+    row->setText(ATTRIBUTE_LOD_SETTINGS,
+                 QString::fromStdString(attribute.lodSettings).simplified());
+    setShortened(row, ATTRIBUTE_TAGS, attribute.tags, longestTags);
+    setShortened(row, ATTRIBUTE_DESCRIPTION, attribute.description, longestDescription);
+    row->setText(ATTRIBUTE_RANK, QString::number(rank));
+}
+
+}  // namespace
+
+PointAttributesPanel::PointAttributesPanel(const DatabaseSession& session, QWidget* parent)
+    : Panel(session, parent), m_ui(std::make_unique<Ui::PointAttributesPanel>()) {
+    m_ui->setupUi(this);
+    readGroupStates();
+    m_ui->treePointAttributes->header()->setSectionsClickable(true);
+    connect(m_ui->treePointAttributes->header(), &QHeaderView::sectionClicked, this,
+            &PointAttributesPanel::onTreePointAttributesColumnClicked);
+    common::announceForLater({m_ui->actionPointAttributeAdd, m_ui->actionPointAttributeEdit,
+                              m_ui->actionPointAttributeRemove});
+}
+
+PointAttributesPanel::~PointAttributesPanel() = default;
+
+void PointAttributesPanel::refresh() {
+    auto* tree = m_ui->treePointAttributes;
+    tree->clear();
+    m_ui->labelPointAttributes->clear();
+    if (!database())
+        return;
+
+    const auto& attributes = database()->pointAttributes();
+    const std::string primary = attributes.primaryAttributeName();
+    const auto names = attributes.list();
+    std::vector<std::tuple<QString, std::uint32_t, std::string>> sorted;
+    for (const std::string& name : names) {
+        const auto group = attributes.group(name);
+        sorted.emplace_back(QString::fromStdString(group.name), group.rank, name);
+    }
+    // Groups keep the order in which the database's attributes name them first.
+    tree->setSortingEnabled(false);
+    for (const auto& [group, rank, name] : sorted) {
+        auto* row = new NumericTreeWidgetItem(groupRow(group));
+        fillAttributeRow(row, attributes.get(name), name == primary, rank);
+    }
+    for (int i = 0; i < tree->topLevelItemCount(); ++i) {
+        QTreeWidgetItem* row = tree->topLevelItem(i);
+        row->sortChildren(ATTRIBUTE_RANK, Qt::AscendingOrder);
+        row->setExpanded(m_groupExpanded.value(row->text(ATTRIBUTE_NAME), true));
+    }
+    tree->header()->setSortIndicatorShown(true);
+    tree->header()->setSortIndicator(ATTRIBUTE_RANK, Qt::AscendingOrder);
+    for (int column = 0; column < ATTRIBUTE_COLUMNS; ++column)
+        tree->resizeColumnToContents(column);
+    m_ui->labelPointAttributes->setText(
+        QString("Point attributes: %1, Primary point attribute: %2")
+            .arg(QString::number(names.size()), QString::fromStdString(primary)));
+}
+
+QTreeWidgetItem* PointAttributesPanel::groupRow(const QString& name) {
+    auto* tree = m_ui->treePointAttributes;
+    for (int i = 0; i < tree->topLevelItemCount(); ++i) {
+        if (tree->topLevelItem(i)->text(ATTRIBUTE_NAME) == name)
+            return tree->topLevelItem(i);
+    }
+    auto* row = new NumericTreeWidgetItem(tree);
+    row->setText(ATTRIBUTE_NAME, name);
+    row->setFirstColumnSpanned(true);
+    QFont font = tree->font();
+    font.setBold(true);
+    row->setFont(ATTRIBUTE_NAME, font);
+    return row;
+}
+
+void PointAttributesPanel::readGroupStates() {
+    const auto entries = common::ProgramSettings().value("AttributeGroups").toStringList();
+    for (const QString& entry : entries) {
+        const qsizetype separator = entry.lastIndexOf('=');
+        bool ok = false;
+        const int value = entry.mid(separator + 1).toInt(&ok, 10);
+        if (separator > 0 && ok)
+            m_groupExpanded[entry.left(separator)] = value != 0;
+    }
+}
+
+void PointAttributesPanel::keepGroupState(const QTreeWidgetItem* item, bool expanded) {
+    if (item->parent())
+        return;
+    const QString name = item->text(ATTRIBUTE_NAME);
+    if (m_groupExpanded.contains(name) && m_groupExpanded[name] == expanded)
+        return;
+    m_groupExpanded[name] = expanded;
+    QStringList entries;
+    for (auto it = m_groupExpanded.cbegin(); it != m_groupExpanded.cend(); ++it)
+        entries += QString("%0=%1").arg(it.key()).arg(it.value() ? 1 : 0);
+    common::ProgramSettings().setValue("AttributeGroups", entries);
+}
+
+void PointAttributesPanel::on_treePointAttributes_itemExpanded(QTreeWidgetItem* item) {
+    keepGroupState(item, true);
+}
+
+void PointAttributesPanel::on_treePointAttributes_itemCollapsed(QTreeWidgetItem* item) {
+    keepGroupState(item, false);
+}
+
+// Sorts inside the groups; a second click on the same header reverses the order.
+void PointAttributesPanel::onTreePointAttributesColumnClicked(int column) {
+    auto* tree = m_ui->treePointAttributes;
+    const Qt::SortOrder order = tree->header()->sortIndicatorOrder();
+    for (int i = 0; i < tree->topLevelItemCount(); ++i)
+        tree->topLevelItem(i)->sortChildren(column, order);
+}

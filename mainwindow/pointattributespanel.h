@@ -1,0 +1,36 @@
+// The "Point Attributes" tab: the attribute definitions of the database in their groups.
+#pragma once
+
+#include "mainwindow/panel.h"
+
+#include <QMap>
+#include <memory>
+
+class QTreeWidgetItem;
+
+namespace Ui {
+class PointAttributesPanel;
+}
+
+class PointAttributesPanel : public Panel {
+    Q_OBJECT
+
+public:
+    PointAttributesPanel(const DatabaseSession& session, QWidget* parent = nullptr);
+    ~PointAttributesPanel() override;
+
+    void refresh() override;
+
+private slots:
+    void on_treePointAttributes_itemExpanded(QTreeWidgetItem* item);
+    void on_treePointAttributes_itemCollapsed(QTreeWidgetItem* item);
+    void onTreePointAttributesColumnClicked(int column);
+
+private:
+    QTreeWidgetItem* groupRow(const QString& name);
+    void readGroupStates();
+    void keepGroupState(const QTreeWidgetItem* item, bool expanded);
+
+    std::unique_ptr<Ui::PointAttributesPanel> m_ui;
+    QMap<QString, bool> m_groupExpanded;  // by group name; without an entry: expanded
+};
