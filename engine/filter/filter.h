@@ -4,10 +4,11 @@
 //   operands    numbers; elements "NAME" or "NAME[I]"; "...:minimum" ":maximum" ":default"
 //               ":invalid" of an element (the definition's values, constants)
 //
-// Numbers and elements with a whole resolution are 64-bit integers while operators keep them so
-// (+ - * %, with overflow going to double; % of two integers as in C), everything else is double.
-// A comparison gives 1 or 0; && || ! treat any value but 0 as true (NaN counts as false, as does
-// every comparison with NaN but !=). "NAME" of an attribute with several elements is an error that
+// Numbers without point and exponent and elements of the Integer kind are integers, and + - * % of
+// integers are exact integers (of up to 127 bits; where the ranges of the operands allow more, they
+// are computed as doubles); everything else is double, a comparison of mixed operands too. % is
+// that of C; by 0 it gives NaN. A comparison gives 1 or 0 and can't be chained; && || ! treat any
+// value but 0 as true (NaN counts as false, as does every comparison with NaN but !=). "NAME" of an attribute with several elements is an error that
 // says which elements there are.
 #pragma once
 
@@ -17,12 +18,15 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <span>
+#include <string>
 #include <string_view>
 #include <vector>
 
 namespace tarvo::engine::filter {
 
-struct Node;  // of the syntax tree
+struct Node;     // of the syntax tree
+struct Program;  // of the bound form
 
 // A parsed expression; independent of any file.
 class Expression {
@@ -50,7 +54,7 @@ struct ElementRef {
 
 enum class Decision { None, All, Look };
 
-// The points of a batch that are still in: ascending indexes.
+// The points of a batch that pass: ascending indexes.
 using Selection = std::vector<std::uint32_t>;
 
 // Gives the column of a slot (index into BoundFilter::elements()); called at most once per slot
@@ -77,13 +81,12 @@ public:
     // interval arithmetic over values, invalid values included. Never says None or All wrongly.
     Decision decide(std::span<const schema::ElementStatistics> statistics) const;
 
-    // Leaves those points of [0, count) in selection that pass, ascending. Comparisons of an
+    // Replaces selection by those points of [0, count) that pass, ascending. Comparisons of an
     // element with a constant run on the codes; && and || narrow the selection, the cheapest
     // part first; the rest is evaluated a column at a time in blocks that fit the cache.
     void select(std::size_t count, const ColumnSource& columns, Selection& selection) const;
 
 private:
-    struct Program;
     std::unique_ptr<const Program> m_program;
 };
 

@@ -11,6 +11,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 
 namespace tarvo::engine::schema {
@@ -38,6 +39,8 @@ public:
 
     // The value of a code; the invalid value for the invalid code (NaN for a Float without one).
     double value(std::uint64_t code) const;
+    // value() of many codes: out has their number.
+    void values(std::span<const std::uint64_t> codes, double* out) const;
     // The same for the Integer kind, exact: the value is minimumInteger() + code.
     // (m_minimum ranges over both signed and unsigned 64-bit numbers.) The off-grid invalid code
     // gives the invalid value where that is a whole 64-bit number.

@@ -1,0 +1,43 @@
+#include "engine/base/threadpool.h"
+
+namespace tarvo::engine {
+
+ThreadPool::ThreadPool(unsigned threads) {
+    for (unsigned i = 0; i < (threads ? threads : 1); ++i)
+        m_threads.emplace_back([this] { work(); });
+}
+
+ThreadPool::~ThreadPool() {
+    {
+        const std::lock_guard guard(m_mutex);
+        m_stop = true;
+    }
+    m_wake.notify_all();
+    for (std::thread& thread : m_threads)
+        thread.join();
+}
+
+void ThreadPool::post(std::function<void()> job) {
+    {
+        const std::lock_guard guard(m_mutex);
+        m_jobs.push_back(std::move(job));
+    }
+    m_wake.notify_one();
+}
+
+void ThreadPool::work() {
+    for (;;) {
+        std::function<void()> job;
+        {
+            std::unique_lock lock(m_mutex);
+            m_wake.wait(lock, [this] { return m_stop || !m_jobs.empty(); });
+            if (m_jobs.empty())
+                return;
+            job = std::move(m_jobs.front());
+            m_jobs.pop_front();
+        }
+        job();
+    }
+}
+
+}  // namespace tarvo::engine

@@ -1,0 +1,66 @@
+// Puts sorted rows into a tree: new leaves where there were none, full leaves split, everything
+// that gets no row left as it is. Memory is bounded by the page size and the capacity of a leaf,
+// whatever the number of points.
+#pragma once
+
+#include "engine/index/node.h"
+#include "engine/index/rows.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+
+namespace tarvo::engine::index {
+
+// What the builder needs from the world around it.
+class BuilderBackend {
+public:
+    virtual ~BuilderBackend() = default;
+
+    // Encodes and stores a leaf of these rows (in key order); what comes back may be filled later.
+    virtual std::shared_ptr<LeafContent> writeLeaf(const std::uint8_t* rows, std::size_t count) = 0;
+    // Waits until the content is filled.
+    virtual void complete(LeafContent& content) = 0;
+    // The rows of a stored leaf, sorted by key.
+    virtual std::vector<std::uint8_t> readLeaf(const Node& leaf) = 0;
+    virtual Page readPage(const BlobRef& reference) = 0;
+    virtual BlobRef writePage(const Page& page) = 0;
+    virtual std::uint32_t newNodeId() = 0;
+};
+
+struct BuilderSettings {
+    std::size_t capacity = 10000;  // points of a leaf
+    unsigned leafLevel = 0;        // 0: leaves are limited by capacity; else leaves are the cells
+                                   // of this level, as many leaves to a cell as capacity needs
+    std::uint32_t revision = 0;    // of the nodes that change
+    std::uint32_t pageNodes = 128; // a page is written when a subtree has more nodes than this
+};
+
+class TreeBuilder {
+public:
+    TreeBuilder(const KeySpace& space, const schema::AttributeTable& table,
+                const BuilderSettings& settings, BuilderBackend& backend);
+
+    // Adds all rows to the tree below root, which keeps its id and covers every key.
+    void insert(Node& root, RowMerger& rows);
+
+private:
+    std::vector<Node> buildCells(Key parentFirst, unsigned level, unsigned end, RowMerger& rows);
+    Node buildLeaf(Key first, Key last, unsigned level, std::size_t count, RowMerger& rows);
+    void insertBelow(Node& node, RowMerger& rows);
+    std::vector<Node> insertIntoCell(Key parentFirst, unsigned level, unsigned child,
+                                     std::vector<Node> existing, RowMerger& rows);
+    void finish(Node& node);
+    void complete(Node& leaf);
+
+    const KeySpace& m_space;
+    const schema::AttributeTable& m_table;
+    BuilderSettings m_settings;
+    BuilderBackend& m_backend;
+    unsigned m_leafLevel;
+};
+
+// Sums counts, statistics and revisions of the children into an inner node.
+void summarise(Node& node, std::span<const Node> children, const schema::AttributeTable& table);
+
+}  // namespace tarvo::engine::index

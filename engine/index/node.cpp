@@ -1,0 +1,211 @@
+#include "engine/index/node.h"
+
+#include <zstd.h>
+
+#include <algorithm>
+
+namespace tarvo::engine::index {
+
+namespace {
+
+constexpr std::uint64_t maximumPageSize = 256u << 20;
+constexpr unsigned maximumDepth = 128;
+
+enum NodeFlags : std::uint8_t { hasInlineChildren = 1, hasChildPage = 2 };
+enum ElementFlags : std::uint8_t { hasValid = 1, hasInvalid = 2, hasBlock = 4 };
+
+void writeReference(ByteWriter& out, const BlobRef& reference) {
+    out.varint(reference.blob);
+    out.varint(reference.offset);
+    out.varint(reference.length);
+    out.number(reference.checksum);
+}
+
+BlobRef readReference(ByteReader& in) {
+    BlobRef reference;
+    reference.blob = in.varint(INT64_MAX);
+    if (reference.blob == 0)
+        in.fail("a reference to nothing");
+    reference.offset = in.varint(UINT32_MAX);
+    reference.length = static_cast<std::uint32_t>(in.varint(UINT32_MAX));
+    reference.checksum = in.number<std::uint64_t>();
+    return reference;
+}
+
+void writeNode(ByteWriter& out, const Node& node) {
+    out.varint(node.id);
+    out.number(node.level);
+    out.number<std::uint8_t>(node.childPage           ? hasChildPage
+                             : !node.children.empty() ? hasInlineChildren
+                                                      : 0);
+    out.varint(node.revision);
+    for (const Key key : {node.first, node.last}) {
+        out.number(static_cast<std::uint64_t>(key));
+        out.number(static_cast<std::uint64_t>(key >> 64));
+    }
+    out.varint(node.totalCount);
+    out.varint(node.ownCount);
+    out.varint(node.attributes.size());
+    for (const AttributeData& attribute : node.attributes) {
+        out.varint(attribute.uid);
+        out.varint(attribute.revision);
+        out.varint(attribute.elements.size());
+        for (const ElementData& element : attribute.elements) {
+            const schema::ElementStatistics& statistics = element.statistics;
+            out.number(static_cast<std::uint8_t>((statistics.hasValid ? hasValid : 0) |
+                                                 (statistics.hasInvalid ? hasInvalid : 0) |
+                                                 (element.block ? hasBlock : 0)));
+            if (statistics.hasValid) {
+                out.varint(statistics.minimum);
+                out.varint(statistics.maximum - statistics.minimum);
+            }
+            if (element.block)
+                writeReference(out, element.block);
+        }
+    }
+    if (node.childPage) {
+        writeReference(out, node.childPage);
+    } else if (!node.children.empty()) {
+        out.varint(node.children.size());
+        for (const Node& child : node.children)
+            writeNode(out, child);
+    }
+}
+
+Key readKey(ByteReader& in) {
+    const auto low = in.number<std::uint64_t>();
+    const auto high = in.number<std::uint64_t>();
+    return static_cast<Key>(high) << 64 | low;
+}
+
+Node readNode(ByteReader& in, unsigned depth) {
+    if (depth > maximumDepth)
+        in.fail("nodes too deep below each other");
+    Node node;
+    node.id = static_cast<std::uint32_t>(in.varint(UINT32_MAX));
+    node.level = in.number<std::uint8_t>();
+    const auto flags = in.number<std::uint8_t>();
+    if (node.id == 0 || node.level > maximumDepth || flags > hasChildPage)
+        in.fail("a node that can't be");
+    node.revision = static_cast<std::uint32_t>(in.varint(UINT32_MAX));
+    node.first = readKey(in);
+    node.last = readKey(in);
+    node.totalCount = in.varint(INT64_MAX);
+    node.ownCount = in.varint(UINT32_MAX);
+    if (node.last < node.first || (flags == 0 && node.totalCount != node.ownCount))
+        in.fail("a node that can't be");
+    const std::uint64_t attributes = in.varint(in.left() / 3);
+    node.attributes.reserve(attributes);
+    for (std::uint64_t i = 0; i < attributes; ++i) {
+        AttributeData attribute;
+        attribute.uid = static_cast<std::uint32_t>(in.varint(UINT32_MAX));
+        if (i > 0 && attribute.uid <= node.attributes.back().uid)
+            in.fail("attributes out of order");
+        attribute.revision = static_cast<std::uint32_t>(in.varint(UINT32_MAX));
+        attribute.elements.resize(in.varint(schema::maximumLength));
+        for (ElementData& element : attribute.elements) {
+            const auto bits = in.number<std::uint8_t>();
+            schema::ElementStatistics& statistics = element.statistics;
+            statistics.hasValid = bits & hasValid;
+            statistics.hasInvalid = bits & hasInvalid;
+            if (statistics.hasValid) {
+                statistics.minimum = in.varint();
+                statistics.maximum =
+                    statistics.minimum + in.varint(UINT64_MAX - statistics.minimum);
+            }
+            if (bits & hasBlock)
+                element.block = readReference(in);
+        }
+        node.attributes.push_back(std::move(attribute));
+    }
+    if (flags == hasChildPage) {
+        node.childPage = readReference(in);
+    } else if (flags == hasInlineChildren) {
+        const std::uint64_t count = in.varint(in.left() / 40);
+        if (count == 0)
+            in.fail("a node that can't be");
+        node.children.reserve(count);
+        for (std::uint64_t i = 0; i < count; ++i)
+            node.children.push_back(readNode(in, depth + 1));
+    }
+    return node;
+}
+
+}  // namespace
+
+const AttributeData* Node::find(std::uint32_t uid) const {
+    const auto found =
+        std::lower_bound(attributes.begin(), attributes.end(), uid,
+                         [](const AttributeData& data, std::uint32_t u) { return data.uid < u; });
+    return found != attributes.end() && found->uid == uid ? &*found : nullptr;
+}
+
+schema::ElementStatistics statisticsOf(const Node& node, const schema::Attribute& attribute,
+                                       std::uint32_t element) {
+    const AttributeData* data = node.find(attribute.uid);
+    if (data && element < data->elements.size())
+        return data->elements[element].statistics;
+    const std::uint64_t code = attribute.defaultCode();
+    if (attribute.grid.isInvalid(code))
+        return {0, 0, false, true};
+    return {code, code, true, false};
+}
+
+Bytes encodePage(const Page& page) {
+    Bytes plain;
+    ByteWriter out(plain);
+    out.varint(page.size());
+    for (const Node& node : page)
+        writeNode(out, node);
+    Bytes packed(ZSTD_compressBound(plain.size()));
+    packed.resize(ZSTD_compress(packed.data(), packed.size(), plain.data(), plain.size(), 3));
+    return packed;
+}
+
+Page decodePage(ByteSpan bytes) {
+    constexpr const char* what = "a page of the index";
+    const unsigned long long size = ZSTD_getFrameContentSize(bytes.data(), bytes.size());
+    if (size > maximumPageSize)  // also the two values that mean "not known"
+        ByteReader(bytes, what).fail("an impossible size");
+    Bytes plain(size);
+    const std::size_t result =
+        ZSTD_decompress(plain.data(), plain.size(), bytes.data(), bytes.size());
+    if (ZSTD_isError(result) || result != size)
+        ByteReader(bytes, what).fail("contents that can't be unpacked");
+    ByteReader in(plain, what);
+    Page page;
+    const std::uint64_t count = in.varint(in.left() / 40);
+    page.reserve(count);
+    for (std::uint64_t i = 0; i < count; ++i)
+        page.push_back(readNode(in, 0));
+    in.finish();
+    return page;
+}
+
+TreeCursor::TreeCursor(const Node& root, PageReader reader) : m_reader(std::move(reader)) {
+    m_stack.push_back({&root, &root + 1, nullptr});
+}
+
+void TreeCursor::enter() {
+    const Node* node = m_stack.back().node;
+    if (node->childPage) {
+        std::shared_ptr<const Page> page = m_reader(node->childPage);
+        if (m_stack.size() > 2 * maximumDepth || page->empty())
+            throw Failure(ErrorCode::Damaged, "The file is damaged: its index is not a tree.");
+        const Node* first = page->data();
+        const Node* end = first + page->size();
+        m_stack.push_back({first, end, std::move(page)});
+    } else if (!node->children.empty()) {
+        const Node* first = node->children.data();
+        m_stack.push_back({first, first + node->children.size(), m_stack.back().page});
+    } else {
+        skip();
+    }
+}
+
+void TreeCursor::skip() {
+    while (!m_stack.empty() && ++m_stack.back().node == m_stack.back().end)
+        m_stack.pop_back();
+}
+
+}  // namespace tarvo::engine::index

@@ -1,0 +1,99 @@
+// The nodes of the index and their pages. A page holds the children of one node, and below them
+// what fits; deeper nodes stand in pages of their own, referred to by their parent and read when
+// they are needed. Pages are immutable.
+#pragma once
+
+#include "engine/base/blobref.h"
+#include "engine/base/bytes.h"
+#include "engine/index/key.h"
+#include "engine/schema/attribute.h"
+#include "engine/schema/column.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace tarvo::engine::index {
+
+// One element of an attribute in a node: what all points below look like, and the block with the
+// values of the points stored in the node itself. Without a block they all have the same code:
+// the minimum or, where there is no valid one, the invalid code.
+struct ElementData {
+    schema::ElementStatistics statistics;
+    BlobRef block;
+};
+
+struct AttributeData {
+    std::uint32_t uid = 0;
+    std::uint32_t revision = 0;  // the transaction that last changed it here or below
+    std::vector<ElementData> elements;
+};
+
+struct Node;
+
+// The outcome of encoding a leaf; filled later than the node is made while a tree is built.
+struct LeafContent {
+    std::vector<AttributeData> attributes;
+};
+
+struct Node {
+    std::uint32_t id = 0;
+    std::uint8_t level = 0;
+    std::uint32_t revision = 0;
+    Key first = 0;  // the keys that belong here
+    Key last = 0;
+    std::uint64_t totalCount = 0;  // points in the leaves here and below
+    std::uint64_t ownCount = 0;    // points stored in the node itself
+    std::vector<AttributeData> attributes;  // ascending uid; an absent one has its default value
+    std::vector<Node> children;  // in key order, when they stand in the same page
+    BlobRef childPage;           // else where they stand
+
+    std::shared_ptr<LeafContent> content;  // while a tree is built
+
+    bool isLeaf() const { return children.empty() && !childPage; }
+    // Null when absent.
+    const AttributeData* find(std::uint32_t uid) const;
+};
+
+// The statistics of one element of a node; those of the default value where it is absent.
+schema::ElementStatistics statisticsOf(const Node& node, const schema::Attribute& attribute,
+                                       std::uint32_t element);
+
+using Page = std::vector<Node>;
+
+// Page <-> bytes (a zstd frame). decodePage checks every number against what is possible and
+// throws Failure(Damaged).
+Bytes encodePage(const Page& page);
+Page decodePage(ByteSpan bytes);
+
+// Reads a page, from memory where it was read before. What it returns stays valid as long as it
+// is held.
+using PageReader = std::function<std::shared_ptr<const Page>(const BlobRef&)>;
+
+// Walks the tree depth-first in key order without recursion; holds the pages on its way.
+class TreeCursor {
+public:
+    // root: must live as long as the cursor.
+    TreeCursor(const Node& root, PageReader reader);
+
+    // The node at which the walk stands; null at the end.
+    const Node* node() const { return m_stack.empty() ? nullptr : m_stack.back().node; }
+    // The page that holds the node: share it to keep the node alive.
+    std::shared_ptr<const Page> page() const { return m_stack.back().page; }
+    std::size_t depth() const { return m_stack.size() - 1; }
+
+    void enter();  // to the first child, or on when there is none
+    void skip();   // to the next node that is not below this one
+
+private:
+    struct Place {
+        const Node* node;
+        const Node* end;  // of the siblings
+        std::shared_ptr<const Page> page;
+    };
+    PageReader m_reader;
+    std::vector<Place> m_stack;
+};
+
+}  // namespace tarvo::engine::index

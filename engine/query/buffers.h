@@ -1,0 +1,44 @@
+// The caller's buffers: values of a data type at a stride, to and from codes.
+#pragma once
+
+#include "engine/schema/attribute.h"
+#include "engine/schema/column.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+namespace tarvo::engine::query {
+
+// Bytes of a value of a type (qrb_data_type); throws Failure(Argument) for NONE and unknown ones.
+std::size_t sizeOfType(std::uint32_t type);
+
+// A buffer bound to elements of an attribute: the value of element first + k of point i stands at
+// buffer + i * stride + k * sizeOfType(type).
+struct Binding {
+    schema::ElementRange elements;
+    std::uint32_t type = 0;
+    std::uint8_t* buffer = nullptr;
+    std::ptrdiff_t stride = 0;
+};
+
+// Resolves a descriptor and checks type and buffer; throws Failure.
+Binding makeBinding(const schema::AttributeTable& table, std::string_view descriptor,
+                    std::uint32_t type, void* buffer, std::int32_t stride);
+
+// Writes the values of column[rows[i]] to out + i * stride. Throws Failure(Range) when a value
+// does not fit the type.
+void writeValues(const schema::Attribute& attribute, const schema::Column& column,
+                 std::span<const std::uint32_t> rows, std::uint32_t type, std::uint8_t* out,
+                 std::ptrdiff_t stride);
+
+// Writes one value.
+void writeValue(const schema::Attribute& attribute, std::uint64_t code, std::uint32_t type,
+                void* out);
+
+// Reads count values at in + i * stride into codes at out + i * outStride, in the width of the
+// attribute's grid. Throws Failure(Range) for a value outside of the attribute's range.
+void readCodes(const schema::Attribute& attribute, std::uint32_t type, const std::uint8_t* in,
+               std::ptrdiff_t stride, std::size_t count, std::uint8_t* out, std::size_t outStride);
+
+}  // namespace tarvo::engine::query

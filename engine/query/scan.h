@@ -1,0 +1,83 @@
+// The leaves that a filter leaves over, in key order: whole subtrees are taken or skipped by their
+// statistics, the rest is read, decoded and filtered on the worker threads a few leaves ahead of
+// the consumer. Results come in the same order whatever the number of threads.
+#pragma once
+
+#include "engine/filter/filter.h"
+#include "engine/index/node.h"
+#include "engine/session/session.h"
+
+#include <deque>
+#include <future>
+#include <memory>
+#include <optional>
+#include <unordered_set>
+#include <vector>
+
+namespace tarvo::engine::query {
+
+// Which points a query is about: those in the leaves of one subtree (0: of everything), or those
+// stored in the nodes listed.
+struct Scope {
+    std::uint32_t subtree = 0;
+    std::optional<std::unordered_set<std::uint32_t>> nodes;
+};
+
+// The hits of one node.
+struct NodeHits {
+    std::shared_ptr<const index::Page> page;  // keeps the node alive
+    const index::Node* node = nullptr;        // null: a subtree of which only the count is needed
+    bool all = false;                         // every point is a hit
+    filter::Selection selection;              // else which ones
+    std::uint64_t count = 0;                  // of hits
+    std::uint64_t scanned = 0;                // points looked at or passed over
+    // The columns asked for, in that order; empty when there is no hit.
+    std::vector<std::shared_ptr<const schema::Column>> columns;
+};
+
+class Scan {
+public:
+    // Throws Failure(Filter) for a filter that can't be understood, Failure(NotFound) for a node
+    // that the index does not have.
+    Scan(session::Session& session, Scope scope, std::string_view filter);
+    ~Scan();
+
+    const session::State& state() const { return *m_state; }
+
+    // The columns that hits are to bring along; before the first next.
+    void setColumns(std::vector<filter::ElementRef> columns) { m_columns = std::move(columns); }
+
+    // The next node with hits; none at the end.
+    std::optional<NodeHits> next();
+    // Points in the scope, hits or not.
+    std::uint64_t total() const { return m_total; }
+    // Of these, how many the scan has passed.
+    std::uint64_t passed() const { return m_passed; }
+
+private:
+    struct Work {
+        std::future<NodeHits> hits;
+    };
+    void findScope();
+    bool advance();  // starts work on the next candidate; false at the end
+    void start(bool all);
+    NodeHits examine(std::shared_ptr<const index::Page> page, const index::Node* node,
+                     bool all) const;
+    filter::Decision decide(const index::Node& node) const;
+    std::size_t window() const;
+
+    session::Session& m_session;
+    std::shared_ptr<const session::State> m_state;
+    Scope m_scope;
+    filter::BoundFilter m_filter;
+    std::vector<filter::ElementRef> m_columns;
+    std::shared_ptr<const index::Page> m_rootPage;  // of one node
+    std::optional<index::TreeCursor> m_cursor;
+    std::size_t m_allDepth = SIZE_MAX;  // below this depth every point is a hit
+    std::uint64_t m_total = 0;
+    std::uint64_t m_passed = 0;
+    std::size_t m_ahead = 1;
+    std::deque<Work> m_work;
+};
+
+}  // namespace tarvo::engine::query

@@ -1,0 +1,35 @@
+// Reads points into the caller's buffers.
+#pragma once
+
+#include "engine/query/buffers.h"
+#include "engine/query/scan.h"
+
+#include <optional>
+#include <vector>
+
+namespace tarvo::engine::query {
+
+class SelectQuery {
+public:
+    SelectQuery(session::Session& session, Scope scope, std::string_view filter)
+        : m_session(session), m_scan(session, std::move(scope), filter) {}
+
+    // Not once points were read.
+    void bind(std::string_view attribute, std::uint32_t type, void* buffer, std::int32_t stride);
+    std::uint32_t next(std::uint32_t count);
+    // Per cent of the points passed; 100 only at the end.
+    std::uint32_t progress() const;
+
+private:
+    void copy(std::size_t begin, std::size_t count, std::size_t row) const;
+
+    session::Session& m_session;
+    Scan m_scan;
+    std::vector<Binding> m_bindings;
+    bool m_started = false;
+    bool m_ended = false;
+    std::optional<NodeHits> m_hits;
+    std::uint64_t m_at = 0;  // hits already read
+};
+
+}  // namespace tarvo::engine::query

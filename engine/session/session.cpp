@@ -1,0 +1,313 @@
+#include "engine/session/session.h"
+
+#include "engine/base/json.h"
+#include "version.h"
+
+#include <algorithm>
+#include <random>
+
+namespace tarvo::engine::session {
+
+namespace {
+
+// A random UUID (RFC 4122, version 4).
+std::string makeUuid() {
+    std::random_device random;
+    std::uint8_t bytes[16];
+    for (std::uint8_t& byte : bytes)
+        byte = static_cast<std::uint8_t>(random());
+    bytes[6] = static_cast<std::uint8_t>((bytes[6] & 0x0f) | 0x40);
+    bytes[8] = static_cast<std::uint8_t>((bytes[8] & 0x3f) | 0x80);
+    std::string text;
+    for (int i = 0; i < 16; ++i) {
+        if (i == 4 || i == 6 || i == 8 || i == 10)
+            text += '-';
+        text += "0123456789abcdef"[bytes[i] >> 4];
+        text += "0123456789abcdef"[bytes[i] & 15];
+    }
+    return text;
+}
+
+std::string identityText(const Identity& identity) {
+    rapidjson::StringBuffer buffer;
+    JsonWriter writer(buffer);
+    writer.StartObject();
+    writeMember(writer, "uuid", identity.uuid);
+    writeMember(writer, "creator", identity.creator);
+    writer.Key("settings");
+    const std::string settings = toJson(identity.settings);
+    writer.RawValue(settings.data(), settings.size(), rapidjson::kObjectType);
+    writer.EndObject();
+    return {buffer.GetString(), buffer.GetSize()};
+}
+
+Identity identityFromText(const std::string& text) {
+    const rapidjson::Document document = parseJson(text, "The identity", ErrorCode::Damaged);
+    const JsonObject object(document, "The identity", ErrorCode::Damaged);
+    Identity identity;
+    identity.uuid = object.text("uuid");
+    identity.creator = object.text("creator");
+    rapidjson::StringBuffer buffer;
+    JsonWriter writer(buffer);
+    object.get("settings").Accept(writer);
+    fromJson({buffer.GetString(), buffer.GetSize()}, identity.settings);
+    validate(identity.settings);
+    return identity;
+}
+
+ByteSpan bytesOf(const std::string& text) {
+    return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
+}
+
+void addTo(State& state, const schema::AttributeRecord& record) {
+    schema::validate(record);
+    if (state.attributes.find(record.name) >= 0)
+        throw Failure(ErrorCode::Exists,
+                      "The database has a point attribute \"" + record.name + "\" already.");
+    state.attributes.all().emplace_back(record, state.nextUid++);
+    state.attributesBlob = {};
+}
+
+}  // namespace
+
+std::string libraryVersion() {
+    return "QRB Library " QRB_VERSION "-" QRB_COMMIT;
+}
+
+void Session::create(const std::string& fileName, const CreateSettings& settings,
+                     const std::string& api, const std::vector<schema::AttributeRecord>& extra) {
+    validate(settings);
+    State state;
+    addTo(state, settings.primaryAttribute);
+    if (settings.primaryAttribute.name != schema::pointIdName)
+        addTo(state, defaultAttribute(schema::pointIdName));
+    for (const schema::AttributeRecord& record : extra)
+        addTo(state, record);
+    state.lodMode = settings.lodMode;
+    state.chunkSizeLod = settings.chunkSizeLod;
+    TransactionRecord& transaction = state.transaction;
+    transaction.id = 1;
+    transaction.qrb = libraryVersion() + "\n" + api;
+    transaction.title = "Database creation";
+    transaction.agent = libraryVersion();
+    transaction.settings = toJson(settings);
+    transaction.start = transaction.stop = timestamp();
+
+    const Identity identity{makeUuid(), libraryVersion(), settings};
+    store::Container::create(fileName, identityText(identity), [&](const auto& add) {
+        state.attributesBlob = add(bytesOf(attributesText(state.attributes)));
+        return rootText(state);
+    });
+}
+
+Session::Session(const std::string& fileName, const OpenSettings& settings, std::string api)
+    : m_container(fileName), m_identity(identityFromText(m_container.identity())),
+      m_api(std::move(api)), m_cacheSize(std::max<std::uint64_t>(settings.cacheSize, 16u << 20)),
+      m_pages(m_cacheSize / 8), m_columns(m_cacheSize / 2) {
+    m_version = m_container.version();
+    load(m_container.current());
+}
+
+Session::~Session() {
+    m_pendingChange.reset();
+}
+
+ThreadPool& Session::pool() {
+    if (!m_pool)
+        m_pool = std::make_unique<ThreadPool>(std::thread::hardware_concurrency());
+    return *m_pool;
+}
+
+void Session::clearCache() {
+    m_pages.clear();
+    m_columns.clear();
+}
+
+std::string Session::readText(const BlobRef& reference, const char* what) {
+    const Bytes bytes = m_container.read(reference, what);
+    return {bytes.begin(), bytes.end()};
+}
+
+BlobRef Session::addText(const std::string& text) {
+    return m_container.add(bytesOf(text));
+}
+
+void Session::load(std::uint32_t id) {
+    auto state = std::make_shared<State>(stateFromRoot(m_container.root(id)));
+    if (state->transaction.id != id || !state->attributesBlob)
+        throw Failure(ErrorCode::Damaged, "The file is damaged: transaction " +
+                                              std::to_string(id) + " is not what it should be.");
+    state->attributes =
+        attributesFromText(readText(state->attributesBlob, "the attribute table"));
+    m_current = std::move(state);
+}
+
+std::uint32_t Session::current() {
+    return pending() ? m_current->transaction.id : state()->transaction.id;
+}
+
+void Session::settle() {
+    if (m_pendingChange)
+        m_pendingChange->apply();
+}
+
+std::shared_ptr<const State> Session::state() {
+    if (m_pending) {
+        settle();
+        // A copy: whoever holds it is not to see later changes of the same transaction.
+        return std::make_shared<const State>(*m_pending);
+    }
+    const std::uint64_t version = m_container.version();
+    if (version != m_version) {
+        const std::uint32_t id = m_container.current();
+        if (id != m_current->transaction.id)
+            load(id);
+        m_version = version;
+    }
+    return m_current;
+}
+
+index::Node Session::rootNode(const State& state) {
+    index::Node root;
+    if (state.rootPage) {
+        const index::Page page =
+            index::decodePage(m_container.read(state.rootPage, "the index"));
+        if (page.size() != 1 || page[0].totalCount != state.pointCount)
+            throw Failure(ErrorCode::Damaged, "The file is damaged: its index has no root.");
+        return page[0];
+    }
+    root.id = 1;
+    return root;
+}
+
+index::PageReader Session::pageReader() {
+    return [this](const BlobRef& reference) {
+        std::shared_ptr<const index::Page> page = m_pages.get(reference);
+        if (!page) {
+            page = std::make_shared<const index::Page>(
+                index::decodePage(m_container.read(reference, "a page of the index")));
+            // A node takes about eight times the bytes of its packed form.
+            m_pages.put(reference, page, reference.length * std::size_t(8));
+        }
+        return page;
+    };
+}
+
+std::uint32_t Session::begin(const std::string& title, const std::string& agent,
+                             const std::string& comments, const std::string& settings) {
+    if (m_pending)
+        throw Failure(ErrorCode::State, "A transaction is pending already.",
+                      "Commit or roll back transaction " +
+                          std::to_string(m_pending->transaction.id) + " first.");
+    m_container.beginWriting();
+    try {
+        const std::shared_ptr<const State> base = state();
+        auto pending = std::make_shared<State>(*base);
+        TransactionRecord& transaction = pending->transaction;
+        transaction = {};
+        transaction.id = m_container.transactions().back() + 1;
+        transaction.qrb = libraryVersion() + "\n" + m_api;
+        transaction.title = title;
+        transaction.agent = agent;
+        transaction.comments = comments;
+        transaction.settings = settings;
+        transaction.start = timestamp();
+        pending->parent = base->transaction.id;
+        m_pending = std::move(pending);
+        return m_pending->transaction.id;
+    } catch (...) {
+        m_container.abandon();
+        throw;
+    }
+}
+
+State& Session::change() {
+    if (!m_pending)
+        throw Failure(ErrorCode::State, "No transaction is pending.",
+                      "Begin a transaction before changing the database.");
+    return *m_pending;
+}
+
+void Session::setPendingChange(std::shared_ptr<PendingChange> change) {
+    settle();
+    m_pendingChange = std::move(change);
+}
+
+void Session::commit(const Progress& progress) {
+    State& pending = change();
+    const auto report = [&](int percent) {
+        if (progress && !progress(percent))
+            throw Failure(ErrorCode::Cancelled, "The commit was cancelled.",
+                          "The transaction is still pending.");
+    };
+    report(0);
+    settle();
+    report(90);
+    if (!pending.attributesBlob)
+        pending.attributesBlob = addText(attributesText(pending.attributes));
+    pending.transaction.stop = timestamp();
+    m_container.publish(pending.transaction.id, pending.parent, rootText(pending));
+    m_current = std::move(m_pending);
+    m_pending.reset();
+    m_pendingChange.reset();
+    if (progress)
+        progress(100);
+}
+
+void Session::rollback() {
+    change();
+    m_pendingChange.reset();
+    m_pending.reset();
+    m_container.abandon();
+}
+
+TransactionRecord Session::details(std::uint32_t id) {
+    if (m_pending && id == m_pending->transaction.id)
+        return m_pending->transaction;
+    return stateFromRoot(m_container.root(id)).transaction;
+}
+
+void Session::addAttribute(const schema::AttributeRecord& record) {
+    State& pending = change();
+    settle();
+    addTo(pending, record);
+}
+
+void Session::removeAttribute(const std::string& name) {
+    State& pending = change();
+    settle();
+    const int index = pending.attributes.find(name);
+    if (index < 0)
+        throw Failure(ErrorCode::NotFound,
+                      "The database has no point attribute \"" + name + "\".");
+    if (index == 0 || name == schema::pointIdName)
+        throw Failure(ErrorCode::Argument, "The point attribute \"" + name +
+                                               "\" can't be removed: points are found by it.");
+    pending.attributes.all().erase(pending.attributes.all().begin() + index);
+    pending.attributesBlob = {};
+}
+
+std::string Session::metaData(const std::string& name) {
+    const std::shared_ptr<const State> now = state();
+    const auto found = now->metaData.find(name);
+    if (found == now->metaData.end())
+        throw Failure(ErrorCode::NotFound, "The database has no metadata item \"" + name + "\".");
+    return readText(found->second, "a metadata item");
+}
+
+void Session::setMetaData(const std::string& name, const std::string& value) {
+    State& pending = change();
+    if (name.empty() || name.size() > 255 || name.find('\0') != std::string::npos)
+        throw Failure(ErrorCode::Argument,
+                      "The name of a metadata item must have 1 to 255 characters.");
+    (void)parseJson(value, "The value of the metadata item \"" + name + "\"");
+    pending.metaData[name] = addText(value);
+}
+
+void Session::removeMetaData(const std::string& name) {
+    State& pending = change();
+    if (pending.metaData.erase(name) == 0)
+        throw Failure(ErrorCode::NotFound, "The database has no metadata item \"" + name + "\".");
+}
+
+}  // namespace tarvo::engine::session

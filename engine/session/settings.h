@@ -1,0 +1,49 @@
+// The parameters of a new file and of an open, as the engine keeps them.
+#pragma once
+
+#include "engine/schema/attribute.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace tarvo::engine::session {
+
+enum class ChunkMode : std::uint32_t { PointCount = 1, EdgeLength = 2 };
+enum class LodMode : std::uint32_t { Thinout = 1, Combine = 2 };
+
+inline constexpr std::uint64_t defaultCacheSize = 512u << 20;
+
+struct CreateSettings {
+    CreateSettings();  // the primary attribute is "tarvo.xyz" of the default catalogue
+
+    schema::AttributeRecord primaryAttribute;
+    std::uint32_t chunkMode = 1;
+    std::uint32_t chunkSize = 10000;
+    std::uint32_t lodMode = 1;
+    std::uint32_t chunkSizeLod = 0;
+    std::uint64_t cacheSize = defaultCacheSize;
+    std::uint8_t compressionLevel = 50;
+    bool optimizePointId = false;
+    std::string pointInsertMode = "single-pass";
+};
+
+struct OpenSettings {
+    std::uint64_t cacheSize = defaultCacheSize;
+};
+
+// Throws Failure(Argument) naming the setting that a file can't be created with.
+void validate(const CreateSettings& settings);
+void validateLod(std::uint32_t mode, std::uint32_t size);
+
+// JSON texts with the fields as members in snake case; reading keeps the values of members that
+// are missing and throws Failure(Argument) without changing anything.
+std::string toJson(const CreateSettings& settings);
+void fromJson(std::string_view json, CreateSettings& settings);
+std::string toJson(const OpenSettings& settings);
+void fromJson(std::string_view json, OpenSettings& settings);
+
+// An attribute of the default catalogue; Failure(NotFound) when it has none of that name.
+schema::AttributeRecord defaultAttribute(std::string_view name);
+
+}  // namespace tarvo::engine::session

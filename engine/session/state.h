@@ -1,0 +1,66 @@
+// The state of a database at one transaction: what a root text holds. States are values; a pending
+// transaction works on a copy of its parent's.
+#pragma once
+
+#include "engine/base/blobref.h"
+#include "engine/index/node.h"
+#include "engine/schema/attribute.h"
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarvo::engine::session {
+
+struct TransactionRecord {
+    std::uint32_t id = 0;
+    std::string qrb;  // version of the library, line break, interface layer
+    std::string title;
+    std::string agent;
+    std::string comments;
+    std::string settings;
+    std::string start;
+    std::string stop;
+};
+
+struct State {
+    TransactionRecord transaction;
+    std::uint32_t parent = 0;  // 0: none
+
+    BlobRef attributesBlob;  // the stored form of `attributes`; none while they are changed
+    schema::AttributeTable attributes;  // the primary attribute first, then the point id
+    std::uint32_t nextUid = 1;
+
+    BlobRef rootPage;        // holds the root node; none while the database is empty or changed
+    std::uint64_t pointCount = 0;
+    std::uint64_t nextPointId = 1;
+    std::uint32_t nextNodeId = 2;  // the root is 1
+
+    std::map<std::string, BlobRef> metaData;
+
+    std::uint32_t lodMode = 1;
+    std::uint32_t chunkSizeLod = 0;
+
+    const schema::Attribute& primary() const { return attributes[0]; }
+    // The primary attribute itself may be the point id.
+    std::size_t pointIdIndex() const {
+        return primary().record.name == schema::pointIdName ? 0 : 1;
+    }
+    const schema::Attribute& pointId() const { return attributes[pointIdIndex()]; }
+};
+
+// Root text <-> state, without the attributes, which stand in a blob of their own. Throws
+// Failure(Damaged).
+std::string rootText(const State& state);
+State stateFromRoot(std::string_view root);
+
+// The stored form of an attribute table.
+std::string attributesText(const schema::AttributeTable& table);
+schema::AttributeTable attributesFromText(std::string_view text);
+
+// Now, as transactions record it: ISO 8601 with milliseconds, UTC.
+std::string timestamp();
+
+}  // namespace tarvo::engine::session
