@@ -44,10 +44,11 @@ void DatabasePanel::clear() {
 
 void DatabasePanel::showLibrary() {
     const auto& context = m_session.context;
-    m_ui->editCurrentLibrary->setText(QString("%2 (%1)").arg(
-        QDir::toNativeSeparators(QString::fromStdString(context.libraryFilename())),
-        common::shortLibraryVersion(
-            QString::fromStdString(context.libraryName() + " " + context.libraryVersion()))));
+    const QString version = common::shortLibraryVersion(
+        QString::fromStdString(context.libraryName() + " " + context.libraryVersion()));
+    const QString fileName =
+        QDir::toNativeSeparators(QString::fromStdString(context.libraryFilename()));
+    m_ui->editCurrentLibrary->setText(QString("%2 (%1)").arg(version, fileName));
 }
 
 void DatabasePanel::showDatabase() {

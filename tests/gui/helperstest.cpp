@@ -1,0 +1,356 @@
+// The helpers that need no database.
+
+#include "common/clipboard.h"
+#include "common/filefilter.h"
+#include "common/filterhistory.h"
+#include "common/guard.h"
+#include "common/nodelist.h"
+#include "common/numerictreewidgetitem.h"
+#include "common/programsettings.h"
+#include "common/recentfiles.h"
+#include "common/textformat.h"
+#include "common/theme.h"
+#include "mainwindow/commandline.h"
+#include "mainwindow/databasesummary.h"
+#include "mainwindow/filterinsertmenu.h"
+#include "mainwindow/mimefile.h"
+#include "mainwindow/pointreader.h"
+#include "tests/gui/guitestmain.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMimeData>
+#include <QTemporaryFile>
+#include <QTreeWidget>
+#include <QUrl>
+#include <QtTest>
+#include <limits>
+#include <stdexcept>
+
+namespace common = tarvo::common;
+using tarvo::qrb::pointcloud::DataType;
+
+class HelpersTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void decimalsOfResolution_data();
+    void decimalsOfResolution();
+    void sizesKeepTwoDecimalsFromKilobytesOn();
+    void libraryVersionWithoutHashIsUnknown();
+    void quotedTextsReadBackInTheirLanguage_data();
+    void quotedTextsReadBackInTheirLanguage();
+    void copyMenuQuotesAsTheActionSays();
+    void fileDialogFilterStartsWithAllPatterns();
+    void nodeLists_data();
+    void nodeLists();
+    void badNodeListsNameThePiece_data();
+    void badNodeListsNameThePiece();
+    void numericItemsSortByNumber();
+    void filterHistoryMovesAndDropsEntries();
+    void showingTheHistoryKeepsTextAndSignalsNothing();
+    void recentFilesKeepTheNewestTen();
+    void settingsFileIsPrivate();
+    void windowRectangleTakesTheFirstThatConverts();
+    void mimeFileTakesTheFirstUrlOrAnExistingName();
+    void filterInsertions_data();
+    void filterInsertions();
+    void menuNamesStopAtTenElements();
+    void valuesAreShownByTypeAndResolution();
+    void summaryTexts();
+    void annotationColourFollowsThePalette();
+
+public slots:
+    void onCopy() { common::copyToClipboard("a\"b", qobject_cast<QAction*>(sender())); }
+};
+
+void HelpersTest::init() {
+    common::ProgramSettings().remove("");
+}
+
+void HelpersTest::decimalsOfResolution_data() {
+    QTest::addColumn<double>("resolution");
+    QTest::addColumn<int>("decimals");
+    QTest::newRow("whole") << 1.0 << 0;
+    QTest::newRow("0.25") << 0.25 << 2;
+    QTest::newRow("0.001") << 0.001 << 3;
+    QTest::newRow("0.00025") << 0.00025 << 5;
+    QTest::newRow("whole part is left out") << 12.5 << 1;
+    QTest::newRow("does not end") << 1.0 / 3.0 << 16;
+}
+
+void HelpersTest::decimalsOfResolution() {
+    QFETCH(double, resolution);
+    QTEST(common::decimalsOfResolution(resolution), "decimals");
+}
+
+void HelpersTest::sizesKeepTwoDecimalsFromKilobytesOn() {
+    QCOMPARE(common::humanReadableSize(0), "0 B");
+    QCOMPARE(common::humanReadableSize(1023), "1023 B");
+    QCOMPARE(common::humanReadableSize(1536), "1.50 KB");
+    QCOMPARE(common::humanReadableSize(1048576), "1.00 MB");
+    QCOMPARE(common::humanReadableSize(std::uint64_t{5000} << 40), "5000.00 TB");
+}
+
+void HelpersTest::libraryVersionWithoutHashIsUnknown() {
+    QCOMPARE(common::shortLibraryVersion("QRB Library 1.2.3-0aF9 (x)\nsecond line"), "1.2.3-0aF9");
+    QCOMPARE(common::shortLibraryVersion("QRB Library 1.2.3"), "2.x.x");
+    QCOMPARE(common::shortLibraryVersion("my QRB Library 1.2.3-0aF9"), "2.x.x");
+}
+
+void HelpersTest::quotedTextsReadBackInTheirLanguage_data() {
+    QTest::addColumn<int>("quoting");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("quoted");
+    const auto row = [](const char* tag, common::Quoting quoting, const QString& text,
+                        const QString& quoted) {
+        QTest::newRow(tag) << static_cast<int>(quoting) << text << quoted;
+    };
+    row("json", common::Quoting::JSON, "a\"\\\n\x01", R"("a\"\\\n\u0001")");
+    row("c++", common::Quoting::CPP,
+        "a\"\\\n\x01"
+        "7",
+        R"("a\"\\\n\0017")");
+    row("pascal", common::Quoting::PASCAL, "it's\r\nso", "'it''s'#13#10'so'");
+    row("pascal empty", common::Quoting::PASCAL, "", "''");
+    row("python", common::Quoting::PYTHON, "a\"\\", "\"\"\"\na\"\\\n\"\"\"");
+    row("python empty", common::Quoting::PYTHON, "", "\"\"\"\n\n\"\"\"");
+}
+
+void HelpersTest::quotedTextsReadBackInTheirLanguage() {
+    QFETCH(int, quoting);
+    QFETCH(QString, text);
+    QTEST(common::quoted(text, static_cast<common::Quoting>(quoting)), "quoted");
+}
+
+void HelpersTest::copyMenuQuotesAsTheActionSays() {
+    QWidget parent;
+    QMenu* menu = common::createCopyMenu(&parent, this, SLOT(onCopy()));
+    QCOMPARE(menu->actions().size(), 4);
+    menu->actions()[0]->trigger();
+    QCOMPARE(QApplication::clipboard()->text(), R"("a\"b")");
+    menu->actions()[3]->trigger();
+    QCOMPARE(QApplication::clipboard()->text(), "\"\"\"\na\"b\n\"\"\"");
+}
+
+void HelpersTest::fileDialogFilterStartsWithAllPatterns() {
+    const QString filter = common::databaseFileDialogFilter();
+    const QStringList entries = filter.split(";;");
+    QVERIFY(entries.first().startsWith("All supported types (*.qrbx *.wdcx *.sdcx *.sodx"));
+    QVERIFY(entries.first().endsWith("*.wex *.\?\?x *.\?\?\?x)"));
+    QCOMPARE(entries.last(), "All files (*.*)");
+    QCOMPARE(entries.size(), 13);
+}
+
+void HelpersTest::nodeLists_data() {
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QList<uint>>("nodes");
+    QTest::newRow("empty") << " " << QList<uint>{};
+    QTest::newRow("numbers and ranges") << " 9, 1-3 ,2" << QList<uint>{1, 2, 3, 9};
+    QTest::newRow("empty parts") << "1,,2" << QList<uint>{1, 2};
+    QTest::newRow("backwards") << "3-1" << QList<uint>{};
+    QTest::newRow("end of the number range")
+        << "4294967294-4294967295" << QList<uint>{4294967294u, 4294967295u};
+}
+
+void HelpersTest::nodeLists() {
+    QFETCH(QString, text);
+    const auto nodes = common::parseNodeList(text);
+    QTEST(QList<uint>(nodes.begin(), nodes.end()), "nodes");
+}
+
+void HelpersTest::badNodeListsNameThePiece_data() {
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("no number") << "1,x"
+                               << "Failed to parse: \"x\"";
+    QTest::newRow("too large") << "4294967296"
+                               << "Failed to parse: \"4294967296\"";
+    QTest::newRow("three numbers") << "1-2-3"
+                                   << "Invalid input: \"1-2-3\"";
+    QTest::newRow("open range") << "5-"
+                                << "Invalid input: \"5-\"";
+    QTest::newRow("would fill the memory") << "0-4294967295"
+                                           << "The list names too many nodes: \"0-4294967295\"";
+}
+
+void HelpersTest::badNodeListsNameThePiece() {
+    QFETCH(QString, text);
+    QFETCH(QString, message);
+    try {
+        common::parseNodeList(text);
+        QFAIL("was accepted");
+    } catch (const std::runtime_error& error) {
+        QCOMPARE(QString::fromUtf8(error.what()), message);
+    }
+}
+
+void HelpersTest::numericItemsSortByNumber() {
+    QTreeWidget tree;
+    for (const char* text : {"b", "10*", "9", "a", "-1.5"})
+        new NumericTreeWidgetItem(&tree, QStringList(text));
+    tree.sortByColumn(0, Qt::AscendingOrder);
+    QStringList order;
+    for (int i = 0; i < tree.topLevelItemCount(); ++i)
+        order += tree.topLevelItem(i)->text(0);
+    QCOMPARE(order, QStringList({"-1.5", "9", "10*", "a", "b"}));
+}
+
+void HelpersTest::filterHistoryMovesAndDropsEntries() {
+    for (int i = 1; i <= 11; ++i)
+        common::FilterHistory::add(QString("f%1").arg(i));
+    common::FilterHistory::add("  f5 ");
+    const QStringList list = common::FilterHistory::list();
+    QCOMPARE(list.size(), 10);
+    QCOMPARE(list.mid(0, 3), QStringList({"f5", "f11", "f10"}));
+    QCOMPARE(list.last(), "f2");
+    QCOMPARE(list.count("f5"), 1);
+}
+
+void HelpersTest::showingTheHistoryKeepsTextAndSignalsNothing() {
+    common::FilterHistory::add("first");
+    common::FilterHistory::add("second");
+    QComboBox combo;
+    combo.setEditable(true);
+    combo.setEditText("first");
+    QSignalSpy changes(&combo, &QComboBox::currentIndexChanged);
+    common::FilterHistory::show(&combo);
+    QCOMPARE(combo.currentText(), "first");
+    QCOMPARE(combo.count(), 2);
+    // Losing the focus must not count as a choice.
+    emit combo.lineEdit()->editingFinished();
+    QCOMPARE(changes.size(), 0);
+}
+
+void HelpersTest::recentFilesKeepTheNewestTen() {
+    for (int i = 1; i <= 11; ++i)
+        common::RecentFiles::add(QString("/data/%1.qrbx").arg(i));
+    common::RecentFiles::add("/data/4.qrbx");
+    const QStringList list = common::RecentFiles::list();
+    QCOMPARE(list.size(), 10);
+    QCOMPARE(list[0], "/data/4.qrbx");
+    QCOMPARE(list[1], "/data/11.qrbx");
+    QVERIFY(!list.contains("/data/1.qrbx"));
+}
+
+void HelpersTest::settingsFileIsPrivate() {
+    QString fileName;
+    {
+        common::ProgramSettings settings;
+        settings.setValue("python_path", "x");
+        fileName = settings.fileName();
+    }
+    QVERIFY(fileName.endsWith(".ini"));
+    QVERIFY(!(QFile::permissions(fileName) & (QFile::ReadGroup | QFile::ReadOther)));
+}
+
+void HelpersTest::windowRectangleTakesTheFirstThatConverts() {
+    QVERIFY(!windowRectangle({"qrbadmin", "x--window=1,2,3,4", "--window=1,2,3"}));
+    QCOMPARE(windowRectangle(
+                 {"--window=99999999999,0,1,1", "--window=-10,20,800,600", "--window=1,2,3,4"}),
+             QRect(-10, 20, 800, 600));
+}
+
+void HelpersTest::mimeFileTakesTheFirstUrlOrAnExistingName() {
+    QTemporaryFile file;
+    QVERIFY(file.open());
+    QMimeData data;
+    QCOMPARE(localFileIn(&data), QString());
+    data.setText(file.fileName());
+    QCOMPARE(localFileIn(&data), file.fileName());
+    data.setUrls({QUrl("https://example.org/x"), QUrl::fromLocalFile(file.fileName())});
+    QCOMPARE(localFileIn(&data), QString());
+    data.setUrls({QUrl::fromLocalFile(file.fileName()), QUrl("https://example.org/x")});
+    QCOMPARE(localFileIn(&data), file.fileName());
+}
+
+void HelpersTest::filterInsertions_data() {
+    QTest::addColumn<QString>("before");
+    QTest::addColumn<QString>("inserted");
+    QTest::addColumn<QString>("after");
+    QTest::newRow("into nothing") << ""
+                                  << "=="
+                                  << "== ";
+    QTest::newRow("blank is added") << "a"
+                                    << "=="
+                                    << "a == ";
+    QTest::newRow("blank is there") << "a "
+                                    << "=="
+                                    << "a == ";
+    QTest::newRow("property is glued") << "tarvo.xyz[0] "
+                                       << ":minimum"
+                                       << "tarvo.xyz[0]:minimum ";
+    QTest::newRow("property after a colon") << "a: "
+                                            << ":invalid"
+                                            << "a:invalid ";
+}
+
+void HelpersTest::filterInsertions() {
+    QFETCH(QString, before);
+    QFETCH(QString, inserted);
+    QLineEdit edit;
+    edit.setText(before);
+    if (inserted.startsWith(':'))
+        insertPropertyIntoFilter(&edit, inserted);
+    else
+        insertIntoFilter(&edit, inserted);
+    QTEST(edit.text(), "after");
+}
+
+void HelpersTest::menuNamesStopAtTenElements() {
+    QCOMPARE(elementNames("a", 1), QStringList("a"));
+    QCOMPARE(elementNames("a", 2), QStringList({"a[0]", "a[1]"}));
+    QCOMPARE(elementNames("a", 12).size(), 10);
+    QCOMPARE(elementNames("a", 12, 100).last(), "a[11]");
+}
+
+void HelpersTest::valuesAreShownByTypeAndResolution() {
+    tarvo::qrb::pointcloud::PointAttribute attribute;
+    QCOMPARE(displayType(attribute), DataType::UINT64);
+    attribute.minimumValue = -1;
+    QCOMPARE(displayType(attribute), DataType::INT64);
+    attribute.resolution = 0.001;
+    QCOMPARE(displayType(attribute), DataType::DOUBLE);
+
+    const std::uint64_t largest = std::numeric_limits<std::uint64_t>::max();
+    QCOMPARE(valueText(&largest, DataType::UINT64, 0), "18446744073709551615");
+    QCOMPARE(valueText(&largest, DataType::INT64, 0), "-1");
+    const double number = -0.25;
+    QCOMPARE(valueText(&number, DataType::DOUBLE, 3), "-0.250");
+    QCOMPARE(valueText(&number, DataType::SINGLE, 3), "");
+}
+
+void HelpersTest::summaryTexts() {
+    tarvo::qrb::pointcloud::PointAttribute attribute;
+    attribute.resolution = 0.00025;
+    QCOMPARE(chunkSizeText(2, 2, attribute),
+             "mode: edge length, size: 2 (0.00100 units edge length)");
+    attribute.unitSymbol = "m";
+    QCOMPARE(chunkSizeText(2, 2, attribute), "mode: edge length, size: 2 (0.00100 m edge length)");
+    QCOMPARE(chunkSizeText(1, 10000, attribute),
+             "mode: point count, size: up to 10,000 points per chunk");
+    QCOMPARE(levelOfDetailText(1, 0, 3), "disabled");
+    QCOMPARE(levelOfDetailText(1, 20, 3), "mode: thinout, size: up to 20 % of the original points");
+    QCOMPARE(levelOfDetailText(2, 2, 3), "mode: combine, size: 2 (up to 64 points per node)");
+    QCOMPARE(levelOfDetailText(7, 2, 3), "unknown");
+}
+
+void HelpersTest::annotationColourFollowsThePalette() {
+    QPalette dark;
+    dark.setColor(QPalette::Base, QColor("#2b2b2b"));
+    dark.setColor(QPalette::Text, Qt::white);
+    QVERIFY(common::isDark(dark));
+    const QColor blue = Qt::darkBlue;
+    QVERIFY(common::readable(blue, dark).lightness() > 150);
+    QPalette light;
+    light.setColor(QPalette::Base, Qt::white);
+    light.setColor(QPalette::Text, Qt::black);
+    QCOMPARE(common::readable(blue, light), blue);
+}
+
+GUI_TEST_MAIN(HelpersTest)
+#include "helperstest.moc"

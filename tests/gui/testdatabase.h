@@ -1,0 +1,14 @@
+// A database for the tests of the window, made with qrbtool.
+#pragma once
+
+#include <QString>
+
+struct TestDatabase {
+    QString fileName;
+    QString error;      // empty: it was made
+    bool real = false;  // from a real point cloud, else from the sample generator
+    qint64 pointCount = 0;
+};
+
+// From a real cloud where the build knows a folder of them.
+TestDatabase makeTestDatabase(const QString& folder);
