@@ -36,11 +36,16 @@ bool isTrueNumber(const Number& number) {
 bool compareNumbers(Operator operation, const Number& a, const Number& b) {
     const auto by = [&](auto x, auto y) {
         switch (operation) {
-            case Operator::Equal: return x == y;
-            case Operator::Less: return x < y;
-            case Operator::LessEqual: return x <= y;
-            case Operator::Greater: return x > y;
-            default: return x >= y;
+            case Operator::Equal:
+                return x == y;
+            case Operator::Less:
+                return x < y;
+            case Operator::LessEqual:
+                return x <= y;
+            case Operator::Greater:
+                return x > y;
+            default:
+                return x >= y;
         }
     };
     return a.whole && b.whole ? by(a.integer, b.integer) : by(asReal(a), asReal(b));
@@ -48,11 +53,16 @@ bool compareNumbers(Operator operation, const Number& a, const Number& b) {
 
 Operator mirrored(Operator operation) {
     switch (operation) {
-        case Operator::Less: return Operator::Greater;
-        case Operator::LessEqual: return Operator::GreaterEqual;
-        case Operator::Greater: return Operator::Less;
-        case Operator::GreaterEqual: return Operator::LessEqual;
-        default: return operation;
+        case Operator::Less:
+            return Operator::Greater;
+        case Operator::LessEqual:
+            return Operator::GreaterEqual;
+        case Operator::Greater:
+            return Operator::Less;
+        case Operator::GreaterEqual:
+            return Operator::LessEqual;
+        default:
+            return operation;
     }
 }
 
@@ -115,9 +125,12 @@ public:
     // The term of a syntax node: a value or a condition.
     TermPointer term(const Node& node) {
         switch (node.kind) {
-            case Node::Kind::Number: return constantTerm(node.number);
-            case Node::Kind::Element: return element(node);
-            default: return operation(node);
+            case Node::Kind::Number:
+                return constantTerm(node.number);
+            case Node::Kind::Element:
+                return element(node);
+            default:
+                return operation(node);
         }
     }
 
@@ -190,14 +203,14 @@ private:
             return constantTerm(property(found, node.property));
         const std::uint32_t length = found.record.length;
         if (node.element < 0 && length != 1)
-            fail(node, length == 0 ? "The attribute \"" + node.name +
-                                         "\" at position %0 has no elements."
-                                   : "The attribute \"" + node.name + "\" at position %0 has " +
-                                         std::to_string(length) + " elements: write \"" +
-                                         node.name + "[0]\" to \"" + node.name + "[" +
-                                         std::to_string(length - 1) + "]\".");
-        const ElementRef reference{index, static_cast<std::uint32_t>(std::max<std::int64_t>(
-                                              0, node.element))};
+            fail(node, length == 0
+                           ? "The attribute \"" + node.name + "\" at position %0 has no elements."
+                           : "The attribute \"" + node.name + "\" at position %0 has " +
+                                 std::to_string(length) + " elements: write \"" + node.name +
+                                 "[0]\" to \"" + node.name + "[" + std::to_string(length - 1) +
+                                 "]\".");
+        const ElementRef reference{
+            index, static_cast<std::uint32_t>(std::max<std::int64_t>(0, node.element))};
         std::size_t slot = 0;
         while (slot < m_slots.size() && !(m_slots[slot].element == reference))
             ++slot;
@@ -255,9 +268,12 @@ private:
                     operands.push_back(condition(term(*operand)));
                 return junction(node.operation == Operator::And, std::move(operands));
             }
-            case Operator::Not: return inverse(condition(term(*node.operands[0])));
-            case Operator::Plus: return term(*node.operands[0]);
-            case Operator::Negate: return arithmetic(node.operation, term(*node.operands[0]), {});
+            case Operator::Not:
+                return inverse(condition(term(*node.operands[0])));
+            case Operator::Plus:
+                return term(*node.operands[0]);
+            case Operator::Negate:
+                return arithmetic(node.operation, term(*node.operands[0]), {});
             case Operator::Add:
             case Operator::Subtract:
             case Operator::Multiply:
@@ -279,14 +295,30 @@ private:
         result->operation = operation;
         const Interval& a = left->bounds;
         switch (operation) {
-            case Operator::Negate: result->bounds = negate(a); break;
-            case Operator::Add: result->bounds = add(a, right->bounds); break;
-            case Operator::Subtract: result->bounds = subtract(a, right->bounds); break;
-            case Operator::Multiply: result->bounds = multiply(a, right->bounds); break;
-            case Operator::Divide: result->bounds = divide(a, right->bounds); break;
-            default: result->bounds = modulo(a, right->bounds); break;
+            case Operator::Negate:
+                result->bounds = negate(a);
+                break;
+            case Operator::Add:
+                result->bounds = add(a, right->bounds);
+                break;
+            case Operator::Subtract:
+                result->bounds = subtract(a, right->bounds);
+                break;
+            case Operator::Multiply:
+                result->bounds = multiply(a, right->bounds);
+                break;
+            case Operator::Divide:
+                result->bounds = divide(a, right->bounds);
+                break;
+            default:
+                result->bounds = modulo(a, right->bounds);
+                break;
         }
         result->type = typeFor(result->bounds);
+        // A remainder may be small where its operands are not.
+        if (result->type == Type::Integer &&
+            (left->type == Type::Wide || (right && right->type == Type::Wide)))
+            result->type = Type::Wide;
         const float own = operation == Operator::Modulo   ? 20.0f
                           : operation == Operator::Divide ? 6.0f
                                                           : 2.0f;
@@ -312,10 +344,10 @@ private:
             operation = mirrored(operation);
             left.swap(right);
         }
-        const Truth truth = operation == Operator::Equal  ? isEqual(left->bounds, right->bounds)
-                            : operation == Operator::Less ? isLess(left->bounds, right->bounds)
-                                                          : isLessOrEqual(left->bounds,
-                                                                          right->bounds);
+        const Truth truth = operation == Operator::Equal ? isEqual(left->bounds, right->bounds)
+                            : operation == Operator::Less
+                                ? isLess(left->bounds, right->bounds)
+                                : isLessOrEqual(left->bounds, right->bounds);
         if (!truth.canBeTrue || !truth.canBeFalse)
             return truthTerm(truth.canBeTrue);
         auto result = std::make_unique<Term>();
@@ -349,11 +381,16 @@ private:
         const bool invalid =
             grid.invalidIsOffGrid() && compareNumbers(operation, invalidNumber(slot), constant);
         switch (operation) {
-            case Operator::Equal: return setTerm(slot, atLeast, above, invalid);
-            case Operator::Less: return setTerm(slot, 0, atLeast, invalid);
-            case Operator::LessEqual: return setTerm(slot, 0, above, invalid);
-            case Operator::Greater: return setTerm(slot, above, end, invalid);
-            default: return setTerm(slot, atLeast, end, invalid);
+            case Operator::Equal:
+                return setTerm(slot, atLeast, above, invalid);
+            case Operator::Less:
+                return setTerm(slot, 0, atLeast, invalid);
+            case Operator::LessEqual:
+                return setTerm(slot, 0, above, invalid);
+            case Operator::Greater:
+                return setTerm(slot, above, end, invalid);
+            default:
+                return setTerm(slot, atLeast, end, invalid);
         }
     }
 
@@ -408,14 +445,13 @@ private:
             // One range rather than all but one, where that is possible: && can merge it.
             if (set.outside && set.low == 0) {
                 const Wide end = static_cast<Wide>(grid.maximumCode()) + 1;
-                return setTerm(term->slot, static_cast<Wide>(set.high) + 1, end,
-                               set.invalidPasses);
+                return setTerm(term->slot, static_cast<Wide>(set.high) + 1, end, set.invalidPasses);
             }
             if (set.outside && set.high >= grid.maximumCode())
-                return setTerm(term->slot, 0,
-                               std::min(static_cast<Wide>(set.low),
-                                        static_cast<Wide>(grid.maximumCode()) + 1),
-                               set.invalidPasses);
+                return setTerm(
+                    term->slot, 0,
+                    std::min(static_cast<Wide>(set.low), static_cast<Wide>(grid.maximumCode()) + 1),
+                    set.invalidPasses);
             return termOf(term->slot, set);
         }
         auto result = std::make_unique<Term>();
@@ -493,12 +529,18 @@ unsigned useSlots(Term& term, std::vector<Slot>& all, std::vector<std::size_t>& 
 template <typename T>
 T applyTo(Operator operation, T a, T b) {
     switch (operation) {
-        case Operator::Add: return apply<Operator::Add>(a, b);
-        case Operator::Subtract: return apply<Operator::Subtract>(a, b);
-        case Operator::Multiply: return apply<Operator::Multiply>(a, b);
-        case Operator::Divide: return apply<Operator::Divide>(a, b);
-        case Operator::Modulo: return apply<Operator::Modulo>(a, b);
-        default: return -a;  // Negate
+        case Operator::Add:
+            return apply<Operator::Add>(a, b);
+        case Operator::Subtract:
+            return apply<Operator::Subtract>(a, b);
+        case Operator::Multiply:
+            return apply<Operator::Multiply>(a, b);
+        case Operator::Divide:
+            return apply<Operator::Divide>(a, b);
+        case Operator::Modulo:
+            return apply<Operator::Modulo>(a, b);
+        default:
+            return -a;  // Negate
     }
 }
 

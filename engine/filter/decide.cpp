@@ -65,17 +65,17 @@ Interval termBounds(const Term& term, const std::vector<Slot>& slots, Statistics
         return negate(a);
     const Interval b = termBounds(*term.operands[1], slots, statistics);
     // What is computed as doubles has the rounding of doubles, even where a part of the range
-    // would fit into integers. The remainder of integers is exact in any case.
-    const bool real = term.type == Type::Real && term.operation != Operator::Modulo;
-    const Interval x = real ? a.asReal() : a;
-    const Interval y = real ? b.asReal() : b;
-    switch (term.operation) {
-        case Operator::Add: return add(x, y);
-        case Operator::Subtract: return subtract(x, y);
-        case Operator::Multiply: return multiply(x, y);
-        case Operator::Divide: return divide(x, y);
-        default: return modulo(x, y);
-    }
+    // would fit into integers. The remainder of integers is exact before it is rounded.
+    const bool real = term.type == Type::Real;
+    const bool early = real && term.operation != Operator::Modulo;
+    const Interval x = early ? a.asReal() : a;
+    const Interval y = early ? b.asReal() : b;
+    const Interval result = term.operation == Operator::Add        ? add(x, y)
+                            : term.operation == Operator::Subtract ? subtract(x, y)
+                            : term.operation == Operator::Multiply ? multiply(x, y)
+                            : term.operation == Operator::Divide   ? divide(x, y)
+                                                                   : modulo(x, y);
+    return real ? result.asReal() : result;
 }
 
 }  // namespace
@@ -84,7 +84,8 @@ Truth decideTerm(const Term& term, const std::vector<Slot>& slots, Statistics st
     switch (term.kind) {
         case Term::Kind::Codes:
             return decideCodes(term.codes, slots[term.slot].grid, statistics[term.slot]);
-        case Term::Kind::Not: return decideTerm(*term.operands[0], slots, statistics).inverse();
+        case Term::Kind::Not:
+            return decideTerm(*term.operands[0], slots, statistics).inverse();
         case Term::Kind::And: {
             Truth truth{true, false};
             for (const TermPointer& operand : term.operands) {
@@ -114,7 +115,8 @@ Truth decideTerm(const Term& term, const std::vector<Slot>& slots, Statistics st
         }
         case Term::Kind::Truth:
             return isTrue(termBounds(*term.operands[0], slots, statistics));
-        default: return {};
+        default:
+            return isTrue(term.bounds);  // Constant
     }
 }
 

@@ -8,8 +8,8 @@
 // integers are exact integers (of up to 127 bits; where the ranges of the operands allow more, they
 // are computed as doubles); everything else is double, a comparison of mixed operands too. % is
 // that of C; by 0 it gives NaN. A comparison gives 1 or 0 and can't be chained; && || ! treat any
-// value but 0 as true (NaN counts as false, as does every comparison with NaN but !=). "NAME" of an attribute with several elements is an error that
-// says which elements there are.
+// value but 0 as true (NaN counts as false, as does every comparison with NaN but !=). "NAME" of an
+// attribute with several elements is an error that says which elements there are.
 #pragma once
 
 #include "engine/schema/attribute.h"

@@ -66,8 +66,8 @@ Interval Interval::ofReal(double low, double high, bool mayBeNaN) {
 }
 
 Interval Interval::nothing() {
-    return ofReal(std::numeric_limits<double>::infinity(),
-                  -std::numeric_limits<double>::infinity(), true);
+    return ofReal(std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity(),
+                  true);
 }
 
 Interval Interval::asReal() const {
@@ -138,8 +138,7 @@ Interval modulo(const Interval& a, const Interval& b) {
         if (divisor == 0)
             return Interval::nothing();
         const Wide most = std::min(divisor - 1, magnitude(a));
-        const Interval result =
-            Interval::ofWhole(a.low < 0 ? -most : 0, a.high > 0 ? most : 0);
+        const Interval result = Interval::ofWhole(a.low < 0 ? -most : 0, a.high > 0 ? most : 0);
         if (b.low > 0 || b.high < 0)
             return result;
         // By 0 it is NaN, which only a double can be.
@@ -147,8 +146,7 @@ Interval modulo(const Interval& a, const Interval& b) {
                                 true);
     }
     const Interval x = a.asReal(), y = b.asReal();
-    if (x.empty() || y.empty() || infinite(x) || infinite(y) ||
-        (y.realLow <= 0 && y.realHigh >= 0))
+    if (x.empty() || y.empty() || infinite(x) || infinite(y) || (y.realLow <= 0 && y.realHigh >= 0))
         return Interval::anything();
     const double most = std::min(std::max(std::abs(x.realLow), std::abs(x.realHigh)),
                                  std::max(std::abs(y.realLow), std::abs(y.realHigh)));
@@ -182,8 +180,8 @@ Truth isEqual(const Interval& a, const Interval& b) {
     const bool some = !x.empty() && !y.empty();
     return {some && x.realLow <= y.realHigh && y.realLow <= x.realHigh,
             x.mayBeNaN || y.mayBeNaN ||
-                (some && (x.realLow != x.realHigh || y.realLow != y.realHigh ||
-                          x.realLow != y.realLow))};
+                (some &&
+                 (x.realLow != x.realHigh || y.realLow != y.realHigh || x.realLow != y.realLow))};
 }
 
 Truth isTrue(const Interval& a) {

@@ -76,7 +76,7 @@ struct Program {
 
 // Throws Failure(Filter).
 std::unique_ptr<const Program> bind(const Expression& expression,
-                                                 const schema::AttributeTable& table);
+                                    const schema::AttributeTable& table);
 
 // Evaluates a term whose operands are constants.
 Number fold(const Term& term);
