@@ -11,12 +11,12 @@
 
 namespace tarvo::engine::codec {
 
-namespace {
-
 struct FreeContext {
     void operator()(ZSTD_CCtx* context) const { ZSTD_freeCCtx(context); }
     void operator()(ZSTD_DCtx* context) const { ZSTD_freeDCtx(context); }
 };
+
+namespace {
 
 Codec transformed(bool delta, bool shuffle) {
     if (delta)
