@@ -36,6 +36,10 @@ QString shortLibraryVersion(const QString& libraryVersion) {
     return match.hasMatch() ? match.captured(1) : QString("2.x.x");
 }
 
+QString libraryTitle(const QString& name, const QString& version) {
+    return version.startsWith(name) ? version : name + ' ' + version;
+}
+
 QString shortened(const QString& text, int count) {
     return text.size() > count ? text.left(count) + "..." : text;
 }

@@ -15,6 +15,9 @@ QString humanReadableSize(std::uint64_t bytes);
 // The version and build hash in a library's version text, "2.x.x" where there is none.
 QString shortLibraryVersion(const QString& libraryVersion);
 
+// Name and version of a library; versions that begin with the name stand alone.
+QString libraryTitle(const QString& name, const QString& version);
+
 // The first count characters, followed by "..." where the text is longer.
 QString shortened(const QString& text, int count);
 

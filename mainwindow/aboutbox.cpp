@@ -29,7 +29,7 @@ QString aboutText(const QString& windowTitle, const tarvo::qrb::Context& context
         definitionsLine("QRB File Schema Definitions", defaults::schemasStamp()),
         "",
         text(context.interfaceName() + " " + context.interfaceVersion()),
-        text(context.libraryName() + " " + context.libraryVersion()),
+        tarvo::common::libraryTitle(text(context.libraryName()), text(context.libraryVersion())),
         "Path: " + QDir::toNativeSeparators(text(context.libraryFilename())),
         "",
         QString("Qt Library ") + qVersion(),

@@ -45,7 +45,8 @@ void DatabasePanel::clear() {
 void DatabasePanel::showLibrary() {
     const auto& context = m_session.context;
     const QString version = common::shortLibraryVersion(
-        QString::fromStdString(context.libraryName() + " " + context.libraryVersion()));
+        common::libraryTitle(QString::fromStdString(context.libraryName()),
+                             QString::fromStdString(context.libraryVersion())));
     const QString fileName =
         QDir::toNativeSeparators(QString::fromStdString(context.libraryFilename()));
     m_ui->editCurrentLibrary->setText(QString("%2 (%1)").arg(version, fileName));

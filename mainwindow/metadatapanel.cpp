@@ -4,6 +4,7 @@
 #include "common/numerictreewidgetitem.h"
 #include "common/textformat.h"
 #include "common/theme.h"
+#include "qrb/error.h"
 #include "ui_metadatapanel.h"
 
 #include <rapidjson/document.h>
@@ -30,6 +31,17 @@ bool compactJson(std::string& text) {
     if (document.Accept(writer))
         text.assign(buffer.GetString(), buffer.GetSize());
     return true;
+}
+
+// False also where the library knows no signatures.
+bool isSigned(const tarvo::qrb::pointcloud::MetaData& metaData, const std::string& name) {
+    try {
+        return metaData.verifySignature(name, 0, {});
+    } catch (const tarvo::qrb::Error& error) {
+        if (error.code() != QRB_ERROR_NOT_AVAILABLE)
+            throw;
+        return false;
+    }
 }
 
 }  // namespace
@@ -65,7 +77,7 @@ void MetaDataPanel::addRow(const std::string& name) {
     auto& metaData = database()->metaData();
     std::string value = metaData.get(name);
     const std::size_t bytes = value.size();
-    const bool locked = metaData.verifySignature(name, 0, {});
+    const bool locked = isSigned(metaData, name);
     const bool json = compactJson(value);
 
     auto* row = new NumericTreeWidgetItem(m_ui->treeMetaData);

@@ -4,6 +4,7 @@
 #include "common/numerictreewidgetitem.h"
 #include "common/programsettings.h"
 #include "common/textformat.h"
+#include "mainwindow/attributegroups.h"
 #include "ui_pointattributespanel.h"
 
 #include <QHeaderView>
@@ -88,10 +89,10 @@ void PointAttributesPanel::refresh() {
     const auto names = attributes.list();
     std::vector<std::tuple<QString, std::uint32_t, std::string>> sorted;
     for (const std::string& name : names) {
-        const auto group = attributes.group(name);
+        const auto group = attributeGroup(attributes, name);
         sorted.emplace_back(QString::fromStdString(group.name), group.rank, name);
     }
-    // Groups keep the order in which the database's attributes name them first.
+    std::sort(sorted.begin(), sorted.end());
     tree->setSortingEnabled(false);
     for (const auto& [group, rank, name] : sorted) {
         auto* row = new NumericTreeWidgetItem(groupRow(group));

@@ -6,6 +6,7 @@
 #include "common/messageboxes.h"
 #include "common/nodelist.h"
 #include "common/numerictreewidgetitem.h"
+#include "mainwindow/attributegroups.h"
 #include "mainwindow/filterinsertmenu.h"
 #include "mainwindow/pointexport.h"
 #include "ui_pointdatapanel.h"
@@ -388,7 +389,7 @@ void PointDataPanel::on_actionColumnsShowDefault_triggered() {
         QStringList names;
         for (const auto& attribute : m_attributes) {
             if (attribute.name == id || defaultGroups().contains(QString::fromStdString(
-                                            attributes.group(attribute.name).name)))
+                                            attributeGroup(attributes, attribute.name).name)))
                 names += QString::fromStdString(attribute.name);
         }
         m_columns.setShown(names);

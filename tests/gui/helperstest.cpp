@@ -329,7 +329,7 @@ void HelpersTest::summaryTexts() {
     attribute.resolution = 0.00025;
     QCOMPARE(chunkSizeText(2, 2, attribute),
              "mode: edge length, size: 2 (0.00100 units edge length)");
-    attribute.unitSymbol = "m";
+    attribute.unitSymbol = std::string("m");
     QCOMPARE(chunkSizeText(2, 2, attribute), "mode: edge length, size: 2 (0.00100 m edge length)");
     QCOMPARE(chunkSizeText(1, 10000, attribute),
              "mode: point count, size: up to 10,000 points per chunk");

@@ -1,0 +1,50 @@
+#!/bin/bash
+# Takes the pictures of docs/images: drives the program on a virtual screen and grabs its window.
+#
+#   docs/screenshots.sh BIN_FOLDER POINT_CLOUD.las [OUTPUT_FOLDER]
+#
+# Needs Xvfb (xvfb-run), xdotool and ImageMagick. The program's settings stay untouched.
+set -euo pipefail
+
+bin=$(realpath "$1")
+cloud=$(realpath "$2")
+output=$(realpath "${3:-$(dirname "$0")/images}")
+
+if [ -z "${QRB_ON_VIRTUAL_SCREEN:-}" ]; then
+    exec env QRB_ON_VIRTUAL_SCREEN=1 xvfb-run -a -s "-screen 0 1280x900x24" "$0" "$bin" "$cloud" "$output"
+fi
+
+work=$(mktemp -d)
+program=
+trap '[ -z "$program" ] || kill "$program"; rm -rf "$work"' EXIT
+mkdir -p "$output" "$work/config" "$work/run"
+chmod 700 "$work/run"
+export XDG_CONFIG_HOME=$work/config XDG_RUNTIME_DIR=$work/run LC_ALL=C.UTF-8
+
+database=$work/autzen.qrbx
+"$bin/qrbtool" import "$cloud" "$database"
+"$bin/qrbadmin" --window=0,0,1000,640 "$database" &
+program=$!
+window=$(xdotool search --sync --onlyvisible --name '^qrbadmin$' | head -1)
+xdotool windowfocus "$window"
+sleep 1
+
+grab() {
+    sleep 1
+    import -window "$window" -strip "$output/$1.png"
+}
+
+# next_tabs COUNT: goes COUNT tabs to the right.
+next_tabs() {
+    for _ in $(seq "$1"); do
+        xdotool key --window "$window" ctrl+Tab
+    done
+    sleep 0.5
+}
+
+grab database
+next_tabs 6
+xdotool mousemove --window "$window" 300 143 click 1
+xdotool type --delay 5 'tarvo.class == 2 && tarvo.xyz[2] > 420'
+xdotool key Return
+grab point-data
