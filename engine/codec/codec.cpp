@@ -178,8 +178,9 @@ schema::Column Decoder::decode(ByteSpan block, unsigned width, std::size_t count
                                std::string_view what) {
     ByteReader reader(block, what);
     const auto number = reader.number<std::uint8_t>();
-    if (width == 0 || count > SIZE_MAX / 16)
-        reader.fail("a column of " + std::to_string(count) + " values");
+    if ((width != 1 && width != 2 && width != 4 && width != 8) || count > SIZE_MAX / 16)
+        reader.fail("a column of " + std::to_string(count) + " values of " + std::to_string(width) +
+                    " bytes");
     const std::size_t bytes = count * width;
     switch (const auto codec = static_cast<Codec>(number)) {
         case Codec::Raw: {

@@ -3,10 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <charconv>
 #include <chrono>
 #include <cmath>
-#include <optional>
 #include <random>
 #include <thread>
 
@@ -588,4 +588,36 @@ TEST(FilterRandom, AgreesWithAPointByPointEvaluation) {
     }
     // Statistics that decide nothing would be sound as well.
     EXPECT_GT(decided, checked / 20);
+}
+
+TEST(FilterRandom, CodesThatNoValueHasDoNoHarm) {
+    std::mt19937_64 random(5);
+    Data data;
+    fillColumns(data, 300, random);
+    Generator generator(data, random);
+    std::vector<Tree> trees;
+    for (int i = 0; i < 3000; ++i)
+        trees.push_back(generator.condition(3));
+    for (const char* text : {"a % h == 1", "g % h == 0", "(f - g) % (h - 40) > 1", "-g * g < 3"})
+        trees.push_back({"", {}, {}, 0, text});
+    for (Column& column : data.columns)
+        for (std::size_t i = 0; i < column.size(); ++i)
+            column.set(i, i % 3 == 0 ? ~0ull - i % 5 : random());
+    for (const Tree& tree : trees) {
+        const BoundFilter filter(Expression::parse(tree.text), data.table);
+        std::vector<schema::ElementStatistics> known;
+        for (std::size_t i = 0; i < filter.elements().size(); ++i)
+            known.push_back({random() >> random() % 64, random() >> random() % 64,
+                             random() % 4 != 0, random() % 2 != 0});
+        filter.decide(known);
+        const Selection selection =
+            selectFrom(filter, 300, [&](const ElementRef& element) -> const Column& {
+                return data.columns[static_cast<std::size_t>(
+                    std::find(data.elements.begin(), data.elements.end(), element) -
+                    data.elements.begin())];
+            });
+        ASSERT_LE(selection.size(), 300u) << tree.text;
+        ASSERT_TRUE(std::is_sorted(selection.begin(), selection.end()));
+        ASSERT_TRUE(selection.empty() || selection.back() < 300) << tree.text;
+    }
 }
