@@ -1,11 +1,32 @@
 #include "common/messageboxes.h"
 
 #include <QCoreApplication>
+#include <QFontDatabase>
+#include <QLabel>
 #include <QMessageBox>
+#include <QStringList>
+#include <algorithm>
 
 namespace tarvo::common {
 
 namespace {
+
+// Of a line and the line with a caret below it, what fits into a box around the caret.
+constexpr qsizetype caretContext = 40;
+
+// Details that point into an expression: the expression, and a caret below the place that is meant.
+bool pointsAtPlace(const QString& details) {
+    return details.section('\n', 1, 1).trimmed() == "^";
+}
+
+QString aroundCaret(const QString& details) {
+    const qsizetype caret = details.section('\n', 1, 1).indexOf('^');
+    const qsizetype start = std::max<qsizetype>(caret - caretContext, 0);
+    QStringList lines = details.split('\n');
+    for (QString& line : lines)
+        line = line.mid(start, 2 * caretContext);
+    return lines.join('\n');
+}
 
 void showBox(QWidget* parent, QMessageBox::Icon icon, const QString& title, const QString& text,
              const QString& details = {}) {
@@ -13,10 +34,15 @@ void showBox(QWidget* parent, QMessageBox::Icon icon, const QString& title, cons
     // The box's own informative text would guess its format, so everything goes into the one
     // label whose format can be set.
     box.setTextFormat(Qt::PlainText);
-    const bool isLong = details.size() > 1000 || details.count('\n') > 12;
-    box.setText(details.isEmpty() || isLong ? text : text + "\n\n" + details);
+    const bool atPlace = pointsAtPlace(details);
+    const bool isLong = !atPlace && (details.size() > 1000 || details.count('\n') > 12);
+    const QString shown = atPlace ? aroundCaret(details) : details;
+    box.setText(shown.isEmpty() || isLong ? text : text + "\n\n" + shown);
     if (isLong)
         box.setDetailedText(details);
+    // The caret stands below its place only where all letters are equally wide.
+    if (auto* label = box.findChild<QLabel*>("qt_msgbox_label"); label && atPlace)
+        label->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     box.exec();
 }
 

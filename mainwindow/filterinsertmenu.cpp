@@ -26,6 +26,8 @@ FilterInsertMenu::FilterInsertMenu(QLineEdit* target, QWidget* parent)
     addCommands();
     QAction* range = addAction(insertIcon("insert-range"), "Insert range query...");
     range->setEnabled(false);
+    range->setToolTip("Not available yet; a coming release brings it.");
+    setToolTipsVisible(true);
     addSeparator();
     addAction(insertIcon("clear"), "Clear history", this,
               &FilterInsertMenu::onPointDataFilterClearHistory);

@@ -72,11 +72,15 @@ void MainWindow::createPanels() {
     addPanel(m_ui->tabMetaData, new MetaDataPanel(m_session, m_ui->tabMetaData));
     addPanel(m_ui->tabPointAttributes,
              new PointAttributesPanel(m_session, m_ui->tabPointAttributes));
-    addPanel(m_ui->tabPointIndex, new PointIndexPanel(m_session, m_ui->tabPointIndex));
+    auto* index = new PointIndexPanel(m_session, m_ui->tabPointIndex);
+    addPanel(m_ui->tabPointIndex, index);
 
     m_pointData = new PointDataPanel(m_session, m_ui->tabPointData);
     connect(m_pointData, &PointDataPanel::shown, this,
             [this] { m_ui->tabWidget->setCurrentWidget(m_ui->tabPointData); });
+    connect(index, &PointIndexPanel::nodeChosen, m_pointData, &PointDataPanel::showNode);
+    connect(index, &PointIndexPanel::historyChanged, m_pointData, &PointDataPanel::refreshHistory);
+    connect(m_pointData, &PointDataPanel::historyChanged, index, &PointIndexPanel::refreshHistory);
     addPanel(m_ui->tabPointData, m_pointData);
 
     addPanel(m_ui->tabInspection, new InspectionPanel(m_session, m_ui->tabInspection));

@@ -1,22 +1,313 @@
 #include "mainwindow/pointindexpanel.h"
 
+#include "common/clipboard.h"
 #include "common/comingactions.h"
+#include "common/filterhistory.h"
+#include "common/guard.h"
+#include "common/nodelist.h"
+#include "common/numerictreewidgetitem.h"
+#include "common/textformat.h"
+#include "mainwindow/indexsearch.h"
+#include "mainwindow/pointreader.h"
+#include "qrb/error.h"
 #include "ui_pointindexpanel.h"
 
+#include <QComboBox>
+#include <QHeaderView>
 #include <QLineEdit>
+#include <algorithm>
+#include <bit>
+#include <limits>
+#include <vector>
+
+namespace common = tarvo::common;
+namespace pointcloud = tarvo::qrb::pointcloud;
+
+namespace {
+
+enum IndexColumn { NODE_ID, NODE_TYPE, NODE_LEVEL, NODE_POINTS, NODE_TOTAL, NODE_REVISION };
+
+void fillNodeRow(QTreeWidgetItem* row, const pointcloud::IndexNode& node, int level) {
+    const bool leaf = node.children.empty();
+    row->setText(NODE_ID, QString::number(node.id));
+    row->setData(NODE_ID, Qt::UserRole, node.id);
+    row->setToolTip(NODE_ID, "click to show node details\ndouble click to load point data");
+    row->setText(NODE_TYPE, leaf ? "leaf" : "node");
+    row->setIcon(NODE_TYPE,
+                 QIcon(leaf ? ":/resources/gui/tree-leaf.png" : ":/resources/gui/tree-node.png"));
+    row->setTextAlignment(NODE_TYPE, Qt::AlignCenter);
+    row->setText(NODE_LEVEL, QString::number(level));
+    row->setText(NODE_POINTS, QString::number(node.pointCountNode));
+    row->setText(NODE_TOTAL, QString::number(node.pointCountTotal));
+    for (const int column : {NODE_LEVEL, NODE_POINTS, NODE_TOTAL})
+        row->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
+    row->setText(NODE_REVISION, QString::number(node.revision));
+}
+
+// The extreme values of a node; empty where it holds none.
+std::vector<std::uint64_t> extremes(const pointcloud::QueryStat& stat, std::uint32_t node,
+                                    const pointcloud::PointAttribute& attribute, bool cleaned,
+                                    bool maximum) {
+    std::vector<std::uint64_t> values(attribute.length);
+    const auto type = displayType(attribute);
+    try {
+        if (maximum)
+            stat.maximum(node, attribute.name, type, values.data(), cleaned);
+        else
+            stat.minimum(node, attribute.name, type, values.data(), cleaned);
+    } catch (const tarvo::qrb::Error& error) {
+        if (error.code() != QRB_ERROR_NOT_FOUND)
+            throw;
+        values.clear();
+    }
+    return values;
+}
+
+// maximum - minimum in the type of both.
+std::uint64_t difference(std::uint64_t minimum, std::uint64_t maximum, pointcloud::DataType type) {
+    if (type != pointcloud::DataType::DOUBLE)
+        return maximum - minimum;
+    return std::bit_cast<std::uint64_t>(std::bit_cast<double>(maximum) -
+                                        std::bit_cast<double>(minimum));
+}
+
+}  // namespace
 
 PointIndexPanel::PointIndexPanel(const DatabaseSession& session, QWidget* parent)
     : Panel(session, parent), m_ui(std::make_unique<Ui::PointIndexPanel>()) {
     m_ui->setupUi(this);
-    m_ui->PointIndexFilter->setCompleter(nullptr);
-    m_ui->PointIndexFilter->lineEdit()->setPlaceholderText(
-        m_ui->PointIndexFilter->placeholderText());
-    m_ui->PointIndexFilter->setEnabled(false);
-    tarvo::common::announceForLater(
-        {m_ui->actionPointIndexFilterNodes, m_ui->actionPointIndexNodeExpand,
-         m_ui->actionPointIndexNodeCollapse, m_ui->actionPointIndexStats});
+    auto* filter = m_ui->PointIndexFilter;
+    filter->setCompleter(nullptr);
+    filter->lineEdit()->setPlaceholderText(filter->placeholderText());
+    filter->lineEdit()->setClearButtonEnabled(true);
+    connect(filter->lineEdit(), &QLineEdit::returnPressed, m_ui->actionPointIndexFilterNodes,
+            &QAction::trigger);
+    connect(filter, qOverload<int>(&QComboBox::activated), m_ui->actionPointIndexFilterNodes,
+            &QAction::trigger);
+    refreshHistory();
+
+    auto* header = m_ui->treePointIndexDetails->header();
+    header->setSectionsClickable(true);
+    connect(header, &QHeaderView::sectionClicked, this,
+            &PointIndexPanel::onTreePointIndexDetailsSectionClicked);
+    m_ui->treePointIndexDetails->headerItem()->setToolTip(
+        1, "Click here to toggle between \"full\" and \"cleaned\"");
+    m_ui->treePointIndexNodes->setSelectionMode(QAbstractItemView::SingleSelection);
+    m_ui->splitterPointIndex->setStretchFactor(0, 3);
+    m_ui->splitterPointIndex->setStretchFactor(1, 2);
+    common::announceForLater({m_ui->actionPointIndexStats});
+    updateActions();
 }
 
 PointIndexPanel::~PointIndexPanel() = default;
 
-void PointIndexPanel::refresh() {}
+void PointIndexPanel::refresh() {
+    if (m_shownDatabase.lock() != m_session.database)
+        m_ui->PointIndexFilter->clearEditText();
+    m_shownDatabase = m_session.database;
+    m_ui->treePointIndexNodes->clear();
+    m_ui->treePointIndexDetails->clear();
+    m_ui->labelPointIndex->clear();
+    refreshHistory();
+    updateActions();
+    if (database())
+        buildTree({});
+}
+
+void PointIndexPanel::refreshHistory() {
+    common::FilterHistory::show(m_ui->PointIndexFilter);
+}
+
+void PointIndexPanel::updateActions() {
+    for (QAction* action : {m_ui->actionPointIndexFilterNodes, m_ui->actionPointIndexNodeExpand,
+                            m_ui->actionPointIndexNodeCollapse})
+        action->setEnabled(database() != nullptr);
+}
+
+void PointIndexPanel::on_actionPointIndexFilterNodes_triggered() {
+    if (!database())
+        return;
+    guarded([this] {
+        const QString filter = m_ui->PointIndexFilter->currentText().trimmed();
+        if (!filter.isEmpty()) {
+            common::FilterHistory::add(filter);
+            refreshHistory();
+            emit historyChanged();
+        }
+        buildTree(filter);
+    });
+}
+
+void PointIndexPanel::buildTree(const QString& filter) {
+    const common::WaitCursor waiting;
+    pointcloud::IndexNode root;
+    database()->stat().index(root);
+    const Wanted wanted = wantedNodes(filter, root);
+
+    auto* tree = m_ui->treePointIndexNodes;
+    tree->clear();
+    Summary summary;
+    // A root without id only holds the nodes together.
+    if (root.id != 0) {
+        addNode(root, wanted, 0, nullptr, summary);
+    } else {
+        for (const pointcloud::IndexNode& child : root.children)
+            addNode(child, wanted, 0, nullptr, summary);
+    }
+    if (wanted.all)
+        tree->expandToDepth(0);
+    else
+        tree->expandAll();
+    resizeNodeColumns();
+    m_ui->labelPointIndex->setText(summary.items() > maximumItems
+                                       ? QString("Index too large,\nView truncated!")
+                                       : QString("Nodes: %1, Leaves: %2, Total: %3, Depth: %4")
+                                             .arg(summary.nodes)
+                                             .arg(summary.leaves)
+                                             .arg(summary.items())
+                                             .arg(summary.depth));
+    showDetails();
+}
+
+PointIndexPanel::Wanted PointIndexPanel::wantedNodes(const QString& filter,
+                                                     const pointcloud::IndexNode& root) const {
+    if (filter.isEmpty())
+        return {};
+    if (const auto search = indexSearchCommand(filter))
+        return {false, {findIndexNode(root, *search)}};
+    if (isNodeList(filter))
+        return {false, common::parseNodeList(filter)};
+    pointcloud::IndexNode narrowed;
+    database()->stat().index(narrowed, filter.toStdString());
+    // Where nothing matches the library tells the bare root.
+    if (narrowed.children.empty() && !root.children.empty())
+        return {false, {}};
+    return {false, leavesOf(narrowed)};
+}
+
+bool PointIndexPanel::addNode(const pointcloud::IndexNode& node, const Wanted& wanted, int level,
+                              QTreeWidgetItem* parent, Summary& summary) {
+    if (node.id == 0 || summary.items() > maximumItems)
+        return false;
+    const Summary before = summary;
+    auto* row = parent ? new NumericTreeWidgetItem(parent)
+                       : new NumericTreeWidgetItem(m_ui->treePointIndexNodes);
+    fillNodeRow(row, node, level);
+    ++(node.children.empty() ? summary.leaves : summary.nodes);
+    summary.depth = std::max(summary.depth, level);
+
+    const bool matches = !wanted.all && wanted.ids.contains(node.id);
+    bool keep = wanted.all || matches;
+    for (const pointcloud::IndexNode& child : node.children) {
+        if (addNode(child, wanted, level + 1, row, summary))
+            keep = true;
+    }
+    if (!keep) {
+        delete row;
+        summary = before;
+        return false;
+    }
+    if (matches) {
+        QFont font = m_ui->treePointIndexNodes->font();
+        font.setBold(true);
+        for (int column = NODE_ID; column <= NODE_REVISION; ++column)
+            row->setFont(column, font);
+    }
+    return true;
+}
+
+void PointIndexPanel::showDetails() {
+    m_ui->treePointIndexDetails->clear();
+    const auto* current = m_ui->treePointIndexNodes->currentItem();
+    if (!database() || !current || !current->isSelected())
+        return;
+    const common::WaitCursor waiting;
+    const std::uint32_t node = current->data(NODE_ID, Qt::UserRole).toUInt();
+    const auto& attributes = database()->pointAttributes();
+    for (const std::string& name : attributes.list())
+        addDetails(node, attributes.get(name));
+    m_ui->treePointIndexDetails->expandAll();
+    resizeDetailColumns();
+}
+
+void PointIndexPanel::addDetails(std::uint32_t node, const pointcloud::PointAttribute& attribute) {
+    const auto stat = database()->stat();
+    const auto minimum = extremes(stat, node, attribute, m_cleaned, false);
+    const auto maximum = extremes(stat, node, attribute, m_cleaned, true);
+    const std::uint32_t revision = stat.revision(node, attribute.name);
+    const auto type = displayType(attribute);
+    const int decimals = common::decimalsOfResolution(attribute.resolution);
+    const QStringList names = elementNames(QString::fromStdString(attribute.name), attribute.length,
+                                           std::numeric_limits<std::uint32_t>::max());
+    for (qsizetype i = 0; i < names.size(); ++i) {
+        const auto index = static_cast<std::size_t>(i);
+        auto* row = new QTreeWidgetItem(m_ui->treePointIndexDetails,
+                                        {names[i], QString("(revision %0)").arg(revision)});
+        const auto addValue = [&](const QString& label, const QString& value) {
+            new QTreeWidgetItem(row, {label, value});
+        };
+        const bool known = index < minimum.size() && index < maximum.size();
+        const auto text = [&](std::uint64_t value) { return valueText(&value, type, decimals); };
+        addValue("Minimum:", known ? text(minimum[index]) : "-");
+        addValue("Maximum:", known ? text(maximum[index]) : "-");
+        addValue("Max-Min:", known ? text(difference(minimum[index], maximum[index], type)) : "-");
+    }
+}
+
+void PointIndexPanel::resizeNodeColumns() {
+    for (int column = NODE_ID; column <= NODE_REVISION; ++column)
+        m_ui->treePointIndexNodes->resizeColumnToContents(column);
+}
+
+void PointIndexPanel::resizeDetailColumns() {
+    m_ui->treePointIndexDetails->resizeColumnToContents(0);
+    m_ui->treePointIndexDetails->resizeColumnToContents(1);
+}
+
+void PointIndexPanel::on_actionPointIndexNodeExpand_triggered() {
+    m_ui->treePointIndexNodes->expandAll();
+    resizeNodeColumns();
+}
+
+void PointIndexPanel::on_actionPointIndexNodeCollapse_triggered() {
+    m_ui->treePointIndexNodes->collapseAll();
+    resizeNodeColumns();
+}
+
+void PointIndexPanel::on_treePointIndexNodes_itemSelectionChanged() {
+    guarded([this] { showDetails(); });
+}
+
+void PointIndexPanel::on_treePointIndexNodes_itemDoubleClicked(QTreeWidgetItem* item, int) {
+    emit nodeChosen(item->data(NODE_ID, Qt::UserRole).toUInt());
+}
+
+void PointIndexPanel::on_treePointIndexNodes_itemExpanded(QTreeWidgetItem*) {
+    resizeNodeColumns();
+}
+
+void PointIndexPanel::on_treePointIndexNodes_itemCollapsed(QTreeWidgetItem*) {
+    resizeNodeColumns();
+}
+
+void PointIndexPanel::on_treePointIndexDetails_itemDoubleClicked(QTreeWidgetItem* item,
+                                                                 int column) {
+    common::copyToClipboard(item->text(column));
+}
+
+void PointIndexPanel::on_treePointIndexDetails_itemExpanded(QTreeWidgetItem*) {
+    resizeDetailColumns();
+}
+
+void PointIndexPanel::on_treePointIndexDetails_itemCollapsed(QTreeWidgetItem*) {
+    resizeDetailColumns();
+}
+
+void PointIndexPanel::onTreePointIndexDetailsSectionClicked(int section) {
+    if (section != 1)
+        return;
+    m_cleaned = !m_cleaned;
+    m_ui->treePointIndexDetails->headerItem()->setText(
+        1, m_cleaned ? "Value (cleaned)" : "Value (full)");
+    guarded([this] { showDetails(); });
+}

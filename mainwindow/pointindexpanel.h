@@ -4,6 +4,9 @@
 #include "mainwindow/panel.h"
 
 #include <memory>
+#include <set>
+
+class QTreeWidgetItem;
 
 namespace Ui {
 class PointIndexPanel;
@@ -13,11 +16,59 @@ class PointIndexPanel : public Panel {
     Q_OBJECT
 
 public:
+    // Larger indexes are shown in part.
+    static constexpr int maximumItems = 10000;
+
     PointIndexPanel(const DatabaseSession& session, QWidget* parent = nullptr);
     ~PointIndexPanel() override;
 
     void refresh() override;
+    // The list of filters used last changed in another panel.
+    void refreshHistory();
+
+signals:
+    void historyChanged();
+    // The points of this node should be shown.
+    void nodeChosen(std::uint32_t node);
+
+private slots:
+    void on_actionPointIndexFilterNodes_triggered();
+    void on_actionPointIndexNodeExpand_triggered();
+    void on_actionPointIndexNodeCollapse_triggered();
+    void on_treePointIndexNodes_itemSelectionChanged();
+    void on_treePointIndexNodes_itemDoubleClicked(QTreeWidgetItem* item, int column);
+    void on_treePointIndexNodes_itemExpanded(QTreeWidgetItem* item);
+    void on_treePointIndexNodes_itemCollapsed(QTreeWidgetItem* item);
+    void on_treePointIndexDetails_itemDoubleClicked(QTreeWidgetItem* item, int column);
+    void on_treePointIndexDetails_itemExpanded(QTreeWidgetItem* item);
+    void on_treePointIndexDetails_itemCollapsed(QTreeWidgetItem* item);
+    void onTreePointIndexDetailsSectionClicked(int section);
 
 private:
+    struct Summary {
+        int nodes = 0;
+        int leaves = 0;
+        int depth = 0;
+        int items() const { return nodes + leaves; }
+    };
+    // The nodes that a filter text asks for; empty and unused without a text.
+    struct Wanted {
+        bool all = true;
+        std::set<std::uint32_t> ids;
+    };
+
+    void updateActions();
+    void buildTree(const QString& filter);
+    Wanted wantedNodes(const QString& filter, const tarvo::qrb::pointcloud::IndexNode& root) const;
+    // Adds the node with what is wanted below; tells whether anything of it was.
+    bool addNode(const tarvo::qrb::pointcloud::IndexNode& node, const Wanted& wanted, int level,
+                 QTreeWidgetItem* parent, Summary& summary);
+    void showDetails();
+    void addDetails(std::uint32_t node, const tarvo::qrb::pointcloud::PointAttribute& attribute);
+    void resizeNodeColumns();
+    void resizeDetailColumns();
+
     std::unique_ptr<Ui::PointIndexPanel> m_ui;
+    std::weak_ptr<tarvo::qrb::Pointcloud> m_shownDatabase;
+    bool m_cleaned = false;  // details without invalid values
 };

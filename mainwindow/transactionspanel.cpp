@@ -70,9 +70,10 @@ void TransactionsPanel::refresh() {
     m_ui->treeTransactions->setSortingEnabled(false);
     for (const std::uint32_t id : ids)
         addRow(id, current);
+    m_ui->treeTransactions->setSortingEnabled(true);
+    // After sorting, because the mark of the sorted column takes room.
     for (int column = TRANSACTION_ID; column <= TRANSACTION_START; ++column)
         m_ui->treeTransactions->resizeColumnToContents(column);
-    m_ui->treeTransactions->setSortingEnabled(true);
 
     m_ui->labelTransactions->setText(
         transactions.pending()

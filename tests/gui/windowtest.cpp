@@ -67,6 +67,8 @@ private slots:
     void reloadRunsTheSelectionAgain();
     void closeEmptiesThePanels();
     void listsOfTheOtherTabsAreFilled();
+    void indexNodesAreShownAndSearched();
+    void doubleClickOnANodeShowsItsPoints();
     void reportIsMadeOnDemand();
     void geometryIsKept();
     void switchingTheLibraryAsksForARestart();
@@ -586,6 +588,74 @@ void WindowTest::listsOfTheOtherTabsAreFilled() {
 
     QVERIFY(child<QLabel>("labelMetaData")->text().startsWith("Meta data items: "));
     QVERIFY(!child<QPlainTextEdit>("editChangelog")->toPlainText().isEmpty());
+}
+
+void WindowTest::indexNodesAreShownAndSearched() {
+    open();
+    showTab("tabPointIndex");
+    auto* nodes = child<QTreeWidget>("treePointIndexNodes");
+    const auto leaves = nodes->findItems("leaf", Qt::MatchExactly | Qt::MatchRecursive, 1);
+    QVERIFY(leaves.size() > 1);
+    qint64 sum = 0;
+    const QTreeWidgetItem* fullest = leaves.first();
+    for (const QTreeWidgetItem* leaf : leaves) {
+        sum += leaf->text(3).toLongLong();
+        if (leaf->text(3).toLongLong() > fullest->text(3).toLongLong())
+            fullest = leaf;
+    }
+    QCOMPARE(sum, m_database.pointCount);
+    QVERIFY(child<QLabel>("labelPointIndex")
+                ->text()
+                .contains(QString("Leaves: %1,").arg(leaves.size())));
+    const QString points = fullest->text(3);
+
+    auto* combo = child<QComboBox>("PointIndexFilter");
+    const auto filterNodes = [&](const QString& text) {
+        combo->setEditText(text);
+        QTest::keyClick(combo, Qt::Key_Return);
+        return nodes->findItems("leaf", Qt::MatchExactly | Qt::MatchRecursive, 1);
+    };
+    const auto found = filterNodes("FIND fullest leaf");
+    QCOMPARE(found.size(), 1);
+    QCOMPARE(found.first()->text(3), points);
+    QVERIFY(found.first()->font(5).bold());
+    QVERIFY(!nodes->topLevelItem(0)->font(0).bold());
+
+    const QString id = found.first()->text(0);
+    QCOMPARE(filterNodes(id).size(), 1);
+    QCOMPARE(filterNodes("tarvo.id < 0").size(), 0);
+    QVERIFY(child<QLabel>("labelPointIndex")->text().startsWith("Nodes: 0, Leaves: 0"));
+    QCOMPARE(filterNodes("").size(), leaves.size());
+    // Both filter fields share one history.
+    QCOMPARE(child<QComboBox>("PointDataFilter")->itemText(0), "tarvo.id < 0");
+}
+
+void WindowTest::doubleClickOnANodeShowsItsPoints() {
+    open();
+    showTab("tabPointIndex");
+    auto* nodes = child<QTreeWidget>("treePointIndexNodes");
+    auto* leaf = nodes->findItems("leaf", Qt::MatchExactly | Qt::MatchRecursive, 1).value(0);
+    QVERIFY(leaf);
+    const QString id = leaf->text(0);
+    nodes->scrollToItem(leaf);
+    const QPoint where = nodes->visualItemRect(leaf).center();
+    QTest::mouseClick(nodes->viewport(), Qt::LeftButton, {}, where);
+    auto* details = child<QTreeWidget>("treePointIndexDetails");
+    const auto heights = details->findItems("tarvo.xyz[2]", Qt::MatchExactly);
+    QCOMPARE(heights.size(), 1);
+    const double lowest = heights.first()->child(0)->text(1).toDouble();
+    const double highest = heights.first()->child(1)->text(1).toDouble();
+    QVERIFY(lowest < highest);
+
+    QTest::mouseDClick(nodes->viewport(), Qt::LeftButton, {}, where);
+    QCOMPARE(child<QTabWidget>("tabWidget")->currentWidget()->objectName(), "tabPointData");
+    QCOMPARE(fieldText("editPointDataNodes"), id);
+    QCOMPARE(points()->topLevelItemCount(), 100);
+    for (int row = 0; row < 100; ++row) {
+        const double height =
+            points()->topLevelItem(row)->text(columnOf("tarvo.xyz[2]")).toDouble();
+        QVERIFY(height >= lowest && height <= highest);
+    }
 }
 
 void WindowTest::reportIsMadeOnDemand() {
