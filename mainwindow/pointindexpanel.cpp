@@ -25,6 +25,9 @@ namespace pointcloud = tarvo::qrb::pointcloud;
 
 namespace {
 
+// Indexes of up to this many nodes are shown with all branches open.
+constexpr int expandedItems = 100;
+
 enum IndexColumn { NODE_ID, NODE_TYPE, NODE_LEVEL, NODE_POINTS, NODE_TOTAL, NODE_REVISION };
 
 void fillNodeRow(QTreeWidgetItem* row, const pointcloud::IndexNode& node, int level) {
@@ -154,7 +157,7 @@ void PointIndexPanel::buildTree(const QString& filter) {
         for (const pointcloud::IndexNode& child : root.children)
             addNode(child, wanted, 0, nullptr, summary);
     }
-    if (wanted.all)
+    if (wanted.all && summary.items() > expandedItems)
         tree->expandToDepth(0);
     else
         tree->expandAll();
@@ -166,7 +169,10 @@ void PointIndexPanel::buildTree(const QString& filter) {
                                              .arg(summary.leaves)
                                              .arg(summary.items())
                                              .arg(summary.depth));
-    showDetails();
+    if (tree->topLevelItemCount() > 0)
+        tree->setCurrentItem(tree->topLevelItem(0));
+    else
+        showDetails();
 }
 
 PointIndexPanel::Wanted PointIndexPanel::wantedNodes(const QString& filter,

@@ -55,6 +55,8 @@ void TransactionsPanel::buildToolBar() {
     auto* menu = new QMenu(button);
     menu->addActions({m_ui->actionManagementFinalize, m_ui->actionTransactionDiscard});
     button->setMenu(menu);
+    // Its actions are announced for later; there is nothing to choose until they are there.
+    button->setEnabled(false);
     m_ui->toolBarTransactions->addWidget(button);
 }
 

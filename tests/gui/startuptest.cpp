@@ -1,0 +1,118 @@
+// The program's start: the library is loaded, exchanged while it runs, or missing.
+
+#include "app/startup.h"
+#include "mainwindow/librarychoice.h"
+#include "mainwindow/mainwindow.h"
+#include "qrb/loader.h"
+#include "tests/gui/guitestmain.h"
+#include "tests/gui/modalanswer.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QDialog>
+#include <QLineEdit>
+#include <QtTest>
+#include <functional>
+#include <memory>
+#include <utility>
+
+class StartupTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void cleanup();
+    void missingLibraryIsReportedAndCanBeGivenUp();
+    void missingLibraryEndsTheProgramOnNo();
+    void switchedLibraryRunsInAFreshWindow();
+    void furtherWindowsKeepTheLoopRunning();
+
+private:
+    static QList<MainWindow*> windows();
+    // Takes the steps one after another, each as soon as the number of windows shown is right.
+    void whileRunning(const QList<std::pair<int, std::function<void()>>>& steps);
+};
+
+void StartupTest::cleanup() {
+    libraryChoice() = {};
+    tarvo::qrb::freeLibrary();
+}
+
+QList<MainWindow*> StartupTest::windows() {
+    QList<MainWindow*> result;
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+        if (auto* window = qobject_cast<MainWindow*>(widget); window && window->isVisible())
+            result += window;
+    }
+    return result;
+}
+
+void StartupTest::whileRunning(const QList<std::pair<int, std::function<void()>>>& steps) {
+    auto* timer = new QTimer(this);
+    connect(timer, &QTimer::timeout, this, [timer, steps, next = qsizetype{0}]() mutable {
+        if (QApplication::activeModalWidget() || windows().size() != steps[next].first)
+            return;
+        const auto step = steps[next++].second;
+        if (next == steps.size())
+            timer->deleteLater();
+        step();
+    });
+    timer->start(30);
+}
+
+void StartupTest::missingLibraryIsReportedAndCanBeGivenUp() {
+    libraryChoice().fileName = "/no/such/library.so";
+    ModalAnswer answer("Yes");
+    whileRunning({{1, [] { windows().first()->close(); }}});
+    QCOMPARE(runWindows(), 0);
+    QVERIFY(answer.came());
+    QVERIFY(answer.text().startsWith("Failed to load QRB library."));
+    QVERIFY(answer.text().contains("/no/such/library.so"));
+    QCOMPARE(libraryChoice().fileName, QString());
+}
+
+void StartupTest::missingLibraryEndsTheProgramOnNo() {
+    libraryChoice().fileName = "/no/such/library.so";
+    ModalAnswer answer("No");
+    QCOMPARE(runWindows(), EXIT_FAILURE);
+    QVERIFY(answer.came());
+}
+
+void StartupTest::switchedLibraryRunsInAFreshWindow() {
+    const QString library = QCoreApplication::applicationDirPath() + "/qrblib.so";
+    const MainWindow* first = nullptr;
+    std::unique_ptr<ModalAnswer> answer;
+    whileRunning({{1,
+                   [&] {
+                       first = windows().first();
+                       answer = std::make_unique<ModalAnswer>([&](QDialog* dialog) {
+                           auto* edit = dialog->findChild<QLineEdit*>("fileNameEdit");
+                           edit->setText(library);
+                           QTest::keyClick(edit, Qt::Key_Return);
+                       });
+                       windows().first()->findChild<QAction*>("actionSwitchLibrary")->trigger();
+                   }},
+                  {1, [&] {
+                       QVERIFY(!libraryChoice().restart);
+                       QCOMPARE(windows()
+                                    .first()
+                                    ->findChild<QLineEdit*>("editCurrentLibrary")
+                                    ->text()
+                                    .section(" (", 0, 0),
+                                library);
+                       windows().first()->close();
+                   }}});
+    QCOMPARE(runWindows(), 0);
+    QVERIFY(first && answer && answer->came());
+    QCOMPARE(libraryChoice().fileName, library);
+}
+
+void StartupTest::furtherWindowsKeepTheLoopRunning() {
+    whileRunning({{1, [] { windows().first()->findChild<QAction*>("actionWindowNew")->trigger(); }},
+                  {2, [] { windows().last()->close(); }},
+                  {1, [] { windows().first()->findChild<QAction*>("actionQuit")->trigger(); }}});
+    QCOMPARE(runWindows(), 0);
+    QVERIFY(windows().isEmpty());
+}
+
+GUI_TEST_MAIN(StartupTest)
+#include "startuptest.moc"
