@@ -105,16 +105,25 @@ PointIndexPanel::PointIndexPanel(const DatabaseSession& session, QWidget* parent
 PointIndexPanel::~PointIndexPanel() = default;
 
 void PointIndexPanel::refresh() {
-    if (m_shownDatabase.lock() != m_session.database)
+    if (m_shownDatabase.lock() != m_session.database) {
         m_ui->PointIndexFilter->clearEditText();
+        m_appliedFilter.clear();
+    }
     m_shownDatabase = m_session.database;
     m_ui->treePointIndexNodes->clear();
     m_ui->treePointIndexDetails->clear();
     m_ui->labelPointIndex->clear();
     refreshHistory();
     updateActions();
-    if (database())
-        buildTree({});
+    m_stale = database() != nullptr;
+    if (m_stale && isVisible())
+        buildTree(m_appliedFilter);
+}
+
+void PointIndexPanel::showEvent(QShowEvent* event) {
+    Panel::showEvent(event);
+    if (m_stale)
+        guarded([this] { buildTree(m_appliedFilter); });
 }
 
 void PointIndexPanel::refreshHistory() {
@@ -138,11 +147,13 @@ void PointIndexPanel::on_actionPointIndexFilterNodes_triggered() {
             emit historyChanged();
         }
         buildTree(filter);
+        m_appliedFilter = filter;
     });
 }
 
 void PointIndexPanel::buildTree(const QString& filter) {
     const common::WaitCursor waiting;
+    m_stale = false;
     pointcloud::IndexNode root;
     database()->stat().index(root);
     const Wanted wanted = wantedNodes(filter, root);

@@ -22,6 +22,7 @@ public:
     PointIndexPanel(const DatabaseSession& session, QWidget* parent = nullptr);
     ~PointIndexPanel() override;
 
+    // Reads the index as soon as the panel is seen: a large one takes its time.
     void refresh() override;
     // The list of filters used last changed in another panel.
     void refreshHistory();
@@ -30,6 +31,9 @@ signals:
     void historyChanged();
     // The points of this node should be shown.
     void nodeChosen(std::uint32_t node);
+
+protected:
+    void showEvent(QShowEvent* event) override;
 
 private slots:
     void on_actionPointIndexFilterNodes_triggered();
@@ -70,5 +74,7 @@ private:
 
     std::unique_ptr<Ui::PointIndexPanel> m_ui;
     std::weak_ptr<tarvo::qrb::Pointcloud> m_shownDatabase;
-    bool m_cleaned = false;  // details without invalid values
+    QString m_appliedFilter;  // what the tree shows
+    bool m_stale = false;     // the tree was not filled since the last refresh
+    bool m_cleaned = false;   // details without invalid values
 };
