@@ -14,10 +14,14 @@ if [ -z "${QRB_ON_VIRTUAL_SCREEN:-}" ]; then
     exec env QRB_ON_VIRTUAL_SCREEN=1 xvfb-run -a -s "-screen 0 1280x900x24" "$0" "$bin" "$cloud" "$output"
 fi
 
-work=$(mktemp -d)
+# A folder with a name for the pictures to show; the programs are copied there for the same reason.
+work=/tmp/qrbadmin
+mkdir "$work"
 program=
 trap '[ -z "$program" ] || kill "$program"; rm -rf "$work"' EXIT
-mkdir -p "$output" "$work/config" "$work/run"
+mkdir -p "$output" "$work/config" "$work/run" "$work/bin"
+cp "$bin"/qrbadmin "$bin"/qrbtool "$bin"/qrblib.so "$work/bin"
+bin=$work/bin
 chmod 700 "$work/run"
 export XDG_CONFIG_HOME=$work/config XDG_RUNTIME_DIR=$work/run LC_ALL=C.UTF-8
 
