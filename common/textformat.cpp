@@ -3,6 +3,7 @@
 #include "version.h"
 
 #include <QRegularExpression>
+#include <QTextDocument>
 #include <cmath>
 
 namespace tarvo::common {
@@ -42,6 +43,12 @@ QString libraryTitle(const QString& name, const QString& version) {
 
 QString shortened(const QString& text, int count) {
     return text.size() > count ? text.left(count) + "..." : text;
+}
+
+QString plainToolTip(const QString& text) {
+    if (!Qt::mightBeRichText(text))
+        return text;
+    return "<html>" + text.toHtmlEscaped().replace('\n', "<br/>") + "</html>";
 }
 
 QString programVersionText() {

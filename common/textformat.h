@@ -21,6 +21,9 @@ QString libraryTitle(const QString& name, const QString& version);
 // The first count characters, followed by "..." where the text is longer.
 QString shortened(const QString& text, int count);
 
+// The text as a tooltip that shows it as it stands, tags included.
+QString plainToolTip(const QString& text);
+
 // The version and build of this program, for example "0.1.0-1a2b3c4d".
 QString programVersionText();
 

@@ -33,6 +33,14 @@
 
 namespace common = tarvo::common;
 
+namespace {
+
+bool isTextFileName(const QString& fileName) {
+    return fileName.endsWith(".txt", Qt::CaseInsensitive);
+}
+
+}  // namespace
+
 MainWindow::MainWindow() : m_ui(std::make_unique<Ui::MainWindow>()) {
     m_ui->setupUi(this);
     // After the form, whose automatic connection would reach into the panels.
@@ -66,7 +74,10 @@ void MainWindow::createPanels() {
     addPanel(m_ui->tabTransactions, new TransactionsPanel(m_session, m_ui->tabTransactions));
 
     m_changelog = new ChangelogPanel(m_session, m_ui->tabChangelog);
-    connect(m_changelog, &ChangelogPanel::textFileLoaded, this, &MainWindow::updateTabs);
+    connect(m_changelog, &ChangelogPanel::textFileLoaded, this, [this] {
+        updateTabs();
+        updateActions();
+    });
     addPanel(m_ui->tabChangelog, m_changelog);
 
     addPanel(m_ui->tabMetaData, new MetaDataPanel(m_session, m_ui->tabMetaData));
@@ -113,8 +124,12 @@ void MainWindow::evaluateCommandLine() {
     if (const auto rectangle = windowRectangle(arguments))
         setGeometry(*rectangle);
     for (const QString& argument : arguments) {
-        if (isOpenable(argument)) {
-            openFile(argument);
+        if (isDatabaseFile(argument)) {
+            openDatabase(argument, true);
+            return;
+        }
+        if (isTextFileName(argument)) {
+            common::guarded(this, [&] { m_changelog->loadTextFile(argument); });
             return;
         }
     }
@@ -127,9 +142,9 @@ void MainWindow::openDatabase(QString fileName, bool skipDialog) {
             !DialogOpenSettings::edit(m_session.context, fileName, settings.cacheSize,
                                       common::RecentFiles::list(), this))
             return;
-        dropDatabase();
         fileName = QDir::toNativeSeparators(QFileInfo(fileName).absoluteFilePath());
         try {
+            dropDatabase();
             const common::WaitCursor waiting;
             auto database = std::make_shared<tarvo::qrb::Pointcloud>(m_session.context);
             database->open(fileName.toStdString(), settings);
@@ -160,12 +175,12 @@ void MainWindow::openFile(const QString& fileName) {
         return;
     if (isDatabaseFile(fileName))
         openDatabase(fileName, true);
-    else if (fileName.endsWith(".txt", Qt::CaseInsensitive))
+    else if (isTextFileName(fileName))
         common::guarded(this, [&] { m_changelog->loadTextFile(fileName); });
 }
 
 bool MainWindow::isOpenable(const QString& fileName) const {
-    return isDatabaseFile(fileName) || fileName.endsWith(".txt", Qt::CaseInsensitive);
+    return isDatabaseFile(fileName) || isTextFileName(fileName);
 }
 
 bool MainWindow::isDatabaseFile(const QString& fileName) const {

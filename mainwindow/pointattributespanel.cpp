@@ -35,9 +35,7 @@ constexpr int longestDescription = 150;
 void setShortened(QTreeWidgetItem* row, int column, const std::string& text, int longest) {
     const QString whole = QString::fromStdString(text);
     row->setText(column, common::shortened(whole, longest).simplified());
-    // Escaped, because a tooltip would take a text with tags for rich text.
-    row->setToolTip(column,
-                    whole.isEmpty() ? QString() : "<html>" + whole.toHtmlEscaped() + "</html>");
+    row->setToolTip(column, common::plainToolTip(whole));
 }
 
 void fillAttributeRow(QTreeWidgetItem* row, const tarvo::qrb::pointcloud::PointAttribute& attribute,

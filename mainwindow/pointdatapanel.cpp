@@ -6,6 +6,7 @@
 #include "common/messageboxes.h"
 #include "common/nodelist.h"
 #include "common/numerictreewidgetitem.h"
+#include "common/textformat.h"
 #include "mainwindow/attributegroups.h"
 #include "mainwindow/filterinsertmenu.h"
 #include "mainwindow/pointexport.h"
@@ -262,7 +263,8 @@ void PointDataPanel::appendRow(std::uint32_t row) {
         item->setText(column + 1, text);
         item->setTextAlignment(column + 1, Qt::AlignRight | Qt::AlignVCenter);
         item->setData(column + 1, Qt::UserRole, cell);
-        item->setToolTip(column + 1, cell + "\ndouble click to copy to clipboard");
+        item->setToolTip(column + 1,
+                         common::plainToolTip(cell + "\ndouble click to copy to clipboard"));
     }
 }
 

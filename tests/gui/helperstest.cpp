@@ -24,6 +24,7 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QTemporaryFile>
+#include <QTextDocument>
 #include <QTreeWidget>
 #include <QUrl>
 #include <QtTest>
@@ -42,6 +43,7 @@ private slots:
     void decimalsOfResolution();
     void sizesKeepTwoDecimalsFromKilobytesOn();
     void libraryVersionWithoutHashIsUnknown();
+    void toolTipsShowTagsAsText();
     void quotedTextsReadBackInTheirLanguage_data();
     void quotedTextsReadBackInTheirLanguage();
     void copyMenuQuotesAsTheActionSays();
@@ -100,6 +102,13 @@ void HelpersTest::libraryVersionWithoutHashIsUnknown() {
     QCOMPARE(common::shortLibraryVersion("QRB Library 1.2.3-0aF9 (x)\nsecond line"), "1.2.3-0aF9");
     QCOMPARE(common::shortLibraryVersion("QRB Library 1.2.3"), "2.x.x");
     QCOMPARE(common::shortLibraryVersion("my QRB Library 1.2.3-0aF9"), "2.x.x");
+}
+
+void HelpersTest::toolTipsShowTagsAsText() {
+    QCOMPARE(common::plainToolTip("tarvo.xyz[0] < 3\nx"), "tarvo.xyz[0] < 3\nx");
+    QTextDocument shown;
+    shown.setHtml(common::plainToolTip("<img src=\"/etc/x.png\">\n<b>name</b>"));
+    QCOMPARE(shown.toPlainText(), "<img src=\"/etc/x.png\">\n<b>name</b>");
 }
 
 void HelpersTest::quotedTextsReadBackInTheirLanguage_data() {
