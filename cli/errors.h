@@ -1,0 +1,33 @@
+// What the commands throw besides the layer's Error.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+#include <utility>
+
+namespace tarvo::cli {
+
+// A failure with one line of text and further lines that say where and what to do.
+class Failure : public std::runtime_error {
+public:
+    explicit Failure(const std::string& text, std::string details = {})
+        : std::runtime_error(text), m_details(std::move(details)) {}
+    const std::string& details() const { return m_details; }
+
+private:
+    std::string m_details;
+};
+
+// The words of the command line are off; ends the program with 2.
+class UsageError : public Failure {
+public:
+    using Failure::Failure;
+};
+
+// A signal asked to stop.
+class Interrupted : public Failure {
+public:
+    Interrupted() : Failure("Interrupted.") {}
+};
+
+}  // namespace tarvo::cli

@@ -1,0 +1,35 @@
+// Which attributes a new database gets from its input files, and with which definitions.
+#pragma once
+
+#include "cli/table/fit.h"
+#include "cli/table/pointsource.h"
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace tarvo::cli {
+
+struct ImportPlan {
+    struct Attribute {
+        PointAttribute definition;
+        // All points have the default value, so that nothing needs to be written.
+        bool constant = false;
+    };
+    std::vector<std::string> order;  // names as they appear in the files
+    std::map<std::string, Attribute> attributes;
+    std::uint64_t pointCount = 0;
+
+    bool isWritten(const Column& column) const {
+        const auto found = attributes.find(column.attribute);
+        return found != attributes.end() && !found->second.constant;
+    }
+};
+
+// Reads all points of all sources once. Throws Failure if no source has the primary attribute, or
+// one lacks some of its elements.
+ImportPlan planImport(const std::vector<std::unique_ptr<PointSource>>& sources,
+                      const std::string& primary);
+
+}  // namespace tarvo::cli

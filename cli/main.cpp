@@ -1,0 +1,123 @@
+// qrbtool: makes, fills, describes and reads database files from the command line.
+
+#include "cli/commands.h"
+#include "cli/errors.h"
+#include "cli/terminal.h"
+#include "qrb/error.h"
+#include "qrb/loader.h"
+#include "version.h"
+
+#include <CLI/CLI.hpp>
+
+#include <csignal>
+#include <cstdio>
+#include <cstring>
+#include <string>
+#include <string_view>
+
+namespace tarvo::cli {
+
+namespace {
+
+enum ExitCode { succeeded = 0, failed = 1, wrongUsage = 2 };
+
+// "qrbtool: text", then the details, indented.
+void reportError(const char* text, std::string_view details) {
+    std::fprintf(stderr, "qrbtool: %s\n", text ? text : "unknown");
+    while (!details.empty()) {
+        const std::size_t end = details.find('\n');
+        const std::string_view line = details.substr(0, end);
+        std::fprintf(stderr, "    %.*s\n", static_cast<int>(line.size()), line.data());
+        details.remove_prefix(end == std::string_view::npos ? details.size() : end + 1);
+    }
+}
+
+int runGuarded(const std::string& library, const Invocation& invocation) {
+    try {
+        if (const char* message = qrb::load(library.empty() ? nullptr : library.c_str())) {
+            reportError(message, library.empty()
+                                     ? "It was looked for beside the program, then where the "
+                                       "system looks for libraries.\nName it with --library."
+                                     : "The file was \"" + library + "\".");
+            return failed;
+        }
+        const qrb::Context context("OFF", "");
+        invocation.run(context);
+        return succeeded;
+    } catch (const qrb::Error& error) {
+        reportError(error.what(), error.details() ? error.details() : "");
+    } catch (const UsageError& error) {
+        reportError(error.what(), error.details());
+        return wrongUsage;
+    } catch (const Failure& error) {
+        reportError(error.what(), error.details());
+    } catch (const std::bad_alloc&) {
+        reportError("Out of memory.", "");
+    } catch (const std::exception& error) {
+        reportError(error.what(), "");
+    }
+    return failed;
+}
+
+int run(int argc, char** argv) {
+    CLI::App app("Makes, fills, describes and reads point-cloud database files.", "qrbtool");
+    app.set_version_flag("--version", agentText());
+    app.require_subcommand(1);
+    app.fallthrough();
+    app.get_formatter()->column_width(30);
+    std::string library;
+    app.add_option("--library", library, "Database library to work with (default: qrblib)")
+        ->type_name("FILE");
+    app.footer(
+        "Examples:\n"
+        "  qrbtool sample -n 1000000 scan.qrbx\n"
+        "  qrbtool import flight.las flight.qrbx\n"
+        "  qrbtool info flight.qrbx\n"
+        "  qrbtool select flight.qrbx --filter \"tarvo.class == 2\" --count\n"
+        "  qrbtool select flight.qrbx --format csv -o points.csv\n"
+        "\n"
+        "qrbtool COMMAND --help tells more. The program ends with 0 for success, 1 for a failure\n"
+        "and 2 for a wrong command line.");
+    Invocation invocation;
+    addSampleCommand(app, invocation);
+    addImportCommand(app, invocation);
+    addInfoCommand(app, invocation);
+    addSelectCommand(app, invocation);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        if (error.get_exit_code() == 0) {
+            return app.exit(error);  // help and version
+        }
+        std::string text = error.what();
+        if (!text.empty() && text.back() != '.') {
+            text += '.';
+        }
+        reportError(text.c_str(), "Run \"qrbtool --help\" for the commands and their options.");
+        return wrongUsage;
+    }
+    watchInterrupts();
+#if defined(SIGPIPE)
+    // A reader that has seen enough ends the output, not the program in the middle of its work.
+    std::signal(SIGPIPE, SIG_IGN);
+#endif
+    return runGuarded(library, invocation);
+}
+
+}  // namespace
+
+std::string agentText() {
+    return "qrbtool " QRB_VERSION;
+}
+
+}  // namespace tarvo::cli
+
+int main(int argc, char** argv) {
+    const int code = tarvo::cli::run(argc, argv);
+    if (const int number = tarvo::cli::interruptSignal(); number != 0 && code != 0) {
+        // End as the signal would have ended it, so that the caller sees that.
+        std::signal(number, SIG_DFL);
+        std::raise(number);
+    }
+    return code;
+}

@@ -1,0 +1,101 @@
+#include "cli/newdatabase.h"
+
+#include "cli/errors.h"
+
+#include <filesystem>
+#include <system_error>
+
+#if defined(_WIN32)
+#include <process.h>
+#else
+#include <unistd.h>
+#endif
+
+namespace tarvo::cli {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string processId() {
+#if defined(_WIN32)
+    return std::to_string(_getpid());
+#else
+    return std::to_string(getpid());
+#endif
+}
+
+// What an interrupted writer may leave beside a file; played back into another file of the same
+// name, it would damage that.
+std::string journalOf(const std::string& fileName) {
+    return fileName + "-journal";
+}
+
+void refuseExisting(const std::string& fileName) {
+    std::error_code error;
+    if (fs::exists(fs::symlink_status(fileName, error))) {
+        throw Failure("The file \"" + fileName + "\" exists already.",
+                      "Give --overwrite to replace it.");
+    }
+}
+
+}  // namespace
+
+NewDatabase::NewDatabase(const qrb::Context& context, const std::string& fileName, bool overwrite)
+    : m_fileName(fileName),
+      m_temporary(fileName + ".new-" + processId()),
+      m_overwrite(overwrite),
+      m_cloud(std::make_unique<qrb::Pointcloud>(context)) {
+    std::error_code error;
+    if (fs::is_directory(fileName, error)) {
+        throw Failure("\"" + fileName + "\" is a folder.", "Give the name of a file in it.");
+    }
+    if (!overwrite) {
+        refuseExisting(fileName);
+    }
+    const fs::path folder = fs::path(fileName).parent_path();
+    if (!folder.empty() && !fs::is_directory(folder, error)) {
+        throw Failure("There is no folder \"" + folder.string() + "\" to write \"" +
+                      fs::path(fileName).filename().string() + "\" to.");
+    }
+}
+
+NewDatabase::~NewDatabase() {
+    m_cloud.reset();
+    removeTemporary();
+}
+
+void NewDatabase::create(const qrb::pointcloud::CreateSettings& settings) {
+    // Left over by a process of the same number that was killed.
+    m_created = true;
+    std::error_code error;
+    fs::remove(m_temporary, error);
+    fs::remove(journalOf(m_temporary), error);
+    m_cloud->create(m_temporary, settings);
+}
+
+void NewDatabase::publish() {
+    m_cloud->close();
+    m_cloud.reset();
+    if (!m_overwrite) {
+        refuseExisting(m_fileName);
+    }
+    std::error_code error;
+    fs::remove(journalOf(m_fileName), error);
+    fs::rename(m_temporary, m_fileName, error);
+    if (error) {
+        throw Failure("Failed to rename \"" + m_temporary + "\" to \"" + m_fileName +
+                      "\": " + error.message() + ".");
+    }
+    m_created = false;
+}
+
+void NewDatabase::removeTemporary() noexcept {
+    if (m_created) {
+        std::error_code error;
+        fs::remove(m_temporary, error);
+        fs::remove(journalOf(m_temporary), error);
+    }
+}
+
+}  // namespace tarvo::cli

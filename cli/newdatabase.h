@@ -1,0 +1,35 @@
+// A database file that appears under its name only when it is whole: it is written beside its
+// place under another name, and removed again on every exit but publish().
+#pragma once
+
+#include "qrb/pointcloud.h"
+
+#include <memory>
+#include <string>
+
+namespace tarvo::cli {
+
+class NewDatabase {
+public:
+    // Throws Failure if the file is there and may not be replaced, or its folder is not.
+    NewDatabase(const qrb::Context& context, const std::string& fileName, bool overwrite);
+    ~NewDatabase();
+    NewDatabase(const NewDatabase&) = delete;
+    NewDatabase& operator=(const NewDatabase&) = delete;
+
+    void create(const qrb::pointcloud::CreateSettings& settings);
+    qrb::Pointcloud& cloud() { return *m_cloud; }
+    // Closes the database and puts it in its place; nothing made from cloud() may be left.
+    void publish();
+
+private:
+    void removeTemporary() noexcept;
+
+    std::string m_fileName;
+    std::string m_temporary;
+    bool m_overwrite = false;
+    bool m_created = false;
+    std::unique_ptr<qrb::Pointcloud> m_cloud;
+};
+
+}  // namespace tarvo::cli

@@ -1,0 +1,129 @@
+// qrbtool sample: a database with a simulated scan.
+
+#include "cli/commands.h"
+#include "cli/errors.h"
+#include "cli/newdatabase.h"
+#include "cli/sample/scanner.h"
+#include "cli/table/fit.h"
+#include "cli/terminal.h"
+#include "qrb/defaults/catalogue.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <memory>
+
+namespace tarvo::cli {
+
+namespace {
+
+struct SampleOptions {
+    std::string file;
+    std::uint64_t pointCount = 100000;
+    std::uint64_t seed = 1;
+    bool overwrite = false;
+};
+
+constexpr std::size_t sampleBatch = 65536;
+
+PointAttribute catalogueAttribute(const std::string& name) {
+    const auto* const entry = qrb::defaults::findAttribute(name);
+    if (entry == nullptr) {
+        throw Failure("The catalogue lacks the attribute \"" + name + "\".");
+    }
+    return fromCatalogue(*entry);
+}
+
+template <typename T>
+void bindColumn(qrb::pointcloud::QueryInsert& query, const char* attribute,
+                qrb::pointcloud::DataType type, const std::vector<T>& values,
+                std::size_t elements = 1) {
+    query.bind(attribute, type, values.data(), static_cast<std::int32_t>(elements * sizeof(T)));
+}
+
+void insertScan(qrb::Pointcloud& cloud, const SampleOptions& options) {
+    using qrb::pointcloud::DataType;
+    const sample::Scene scene(options.seed);
+    sample::Scanner scanner(scene, options.seed, options.pointCount);
+    sample::Points points(static_cast<std::size_t>(
+        std::min<std::uint64_t>(sampleBatch, std::max<std::uint64_t>(1, options.pointCount))));
+    auto query = cloud.insert();
+    bindColumn(query, "tarvo.xyz", DataType::DOUBLE, points.xyz, 3);
+    bindColumn(query, "tarvo.range", DataType::DOUBLE, points.range);
+    bindColumn(query, "tarvo.theta", DataType::DOUBLE, points.theta);
+    bindColumn(query, "tarvo.phi", DataType::DOUBLE, points.phi);
+    bindColumn(query, "tarvo.reflectance", DataType::SINGLE, points.reflectance);
+    bindColumn(query, "tarvo.amplitude", DataType::SINGLE, points.amplitude);
+    bindColumn(query, "tarvo.deviation", DataType::INT16, points.deviation);
+    bindColumn(query, "tarvo.target_index", DataType::UINT8, points.targetIndex);
+    bindColumn(query, "tarvo.target_count", DataType::UINT8, points.targetCount);
+    bindColumn(query, "tarvo.class", DataType::UINT8, points.pointClass);
+    bindColumn(query, "tarvo.timestamp", DataType::DOUBLE, points.timestamp);
+    bindColumn(query, "tarvo.scan_line_index", DataType::UINT32, points.line);
+    ProgressLine progress("Scanning");
+    for (std::uint64_t done = 0; done < options.pointCount;) {
+        const std::size_t count =
+            scanner.next(points, static_cast<std::size_t>(std::min<std::uint64_t>(
+                                     sampleBatch, options.pointCount - done)));
+        if (query.next(static_cast<std::uint32_t>(count)) != count) {
+            throw Failure("The database took fewer points than it was given.");
+        }
+        done += count;
+        progress.update(static_cast<double>(done) / static_cast<double>(options.pointCount));
+    }
+    query.close();
+}
+
+void runSample(const qrb::Context& context, const SampleOptions& options) {
+    NewDatabase database(context, options.file, options.overwrite);
+    qrb::pointcloud::CreateSettings settings(context);
+    settings.primaryAttribute = catalogueAttribute("tarvo.xyz");
+    database.create(settings);
+    {
+        qrb::Pointcloud& cloud = database.cloud();
+        const std::string settingsText =
+            "{\"command\":\"sample\",\"points\":" + std::to_string(options.pointCount) +
+            ",\"seed\":" + std::to_string(options.seed) + "}";
+        qrb::pointcloud::TransactionGuard transaction(cloud.transactions(), "Simulated scan",
+                                                      agentText(), {}, settingsText);
+        for (const char* name :
+             {"tarvo.range", "tarvo.theta", "tarvo.phi", "tarvo.reflectance", "tarvo.amplitude",
+              "tarvo.deviation", "tarvo.target_index", "tarvo.target_count", "tarvo.class",
+              "tarvo.timestamp", "tarvo.scan_line_index"}) {
+            cloud.pointAttributes().add(catalogueAttribute(name));
+        }
+        insertScan(cloud, options);
+        ProgressLine progress("Writing " + options.file);
+        transaction.commit({}, [&progress](int percent) { progress.update(percent / 100.0); });
+    }
+    checkInterrupted();
+    database.publish();
+}
+
+}  // namespace
+
+void addSampleCommand(CLI::App& app, Invocation& invocation) {
+    const auto options = std::make_shared<SampleOptions>();
+    CLI::App* const command =
+        app.add_subcommand("sample", "Make a database with a simulated laser scan");
+    command->add_option("file", options->file, "Database to make")->type_name("FILE")->required();
+    command->add_option("-n,--points", options->pointCount, "Number of points")
+        ->type_name("POINTS")
+        ->capture_default_str();
+    command->add_option("--seed", options->seed, "The same seed gives the same points")
+        ->type_name("NUMBER")
+        ->capture_default_str();
+    command->add_flag("--overwrite", options->overwrite, "Replace an existing database");
+    command->footer(
+        "The scene: gentle relief, a house and a garage, trees that give several targets per\n"
+        "shot, a power line, a parked car; seen from one scanner position at the origin.\n"
+        "\n"
+        "Examples:\n"
+        "  qrbtool sample scan.qrbx\n"
+        "  qrbtool sample -n 10000000 --seed 7 large.qrbx");
+    command->callback([options, &invocation] {
+        invocation.run = [options](const qrb::Context& context) { runSample(context, *options); };
+    });
+}
+
+}  // namespace tarvo::cli

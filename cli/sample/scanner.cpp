@@ -1,0 +1,222 @@
+#include "cli/sample/scanner.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tarvo::cli::sample {
+
+namespace {
+
+constexpr double firstTheta = 30 * pi / 180;
+constexpr double lastTheta = 130 * pi / 180;
+constexpr double maximumRange = 120;
+constexpr std::size_t groundSteps = 1024;
+constexpr double groundStep = maximumRange / groundSteps;
+constexpr double shotsPerSecond = 300000;
+constexpr std::size_t maximumEchoes = 5;
+constexpr double rangeNoise = 0.003;
+
+double degrees(double radians) {
+    return radians * 180 / pi;
+}
+
+}  // namespace
+
+Points::Points(std::size_t capacity)
+    : xyz(3 * capacity),
+      range(capacity),
+      theta(capacity),
+      phi(capacity),
+      reflectance(capacity),
+      amplitude(capacity),
+      deviation(capacity),
+      targetIndex(capacity),
+      targetCount(capacity),
+      pointClass(capacity),
+      timestamp(capacity),
+      line(capacity) {}
+
+Scanner::Scanner(const Scene& scene, std::uint64_t seed, std::uint64_t pointCount)
+    : m_scene(scene), m_seed(seed), m_random(seed), m_ground(groundSteps + 2) {
+    // A coarse turn tells how many echoes a shot gives.
+    const double fan = lastTheta - firstTheta;
+    m_beams = 100;
+    m_step = fan / m_beams;
+    std::uint64_t echoes = 0;
+    const auto lines = static_cast<std::uint32_t>(2 * pi / m_step);
+    for (m_line = 0; m_line < lines; ++m_line) {
+        beginLine();
+        for (m_beam = 0; m_beam < m_beams; ++m_beam) {
+            shoot();
+            echoes += m_echoes.size();
+        }
+    }
+    const double perShot = static_cast<double>(echoes) / (static_cast<double>(lines) * m_beams);
+    const double shots = std::max(1.0, static_cast<double>(pointCount) / perShot);
+    m_beams = static_cast<std::uint32_t>(
+        std::clamp(std::ceil(std::sqrt(shots * fan / (2 * pi))), 8.0, 1e6));
+    m_step = fan / m_beams;
+    m_line = m_beam = 0;
+    m_shot = 0;
+    m_echoes.clear();
+    beginLine();
+}
+
+void Scanner::beginLine() {
+    // Lines are independent of each other, so that a line is the same in every scan of its step.
+    m_random = Random(m_seed * 0x2545f4914f6cdd1du + m_line + 1);
+    m_azimuth = std::fmod(m_line * m_step, 2 * pi);
+    m_cosAzimuth = std::cos(m_azimuth);
+    m_sinAzimuth = std::sin(m_azimuth);
+    m_scene.visible(m_azimuth, m_objects);
+    for (std::size_t i = 0; i < m_ground.size(); ++i) {
+        const double distance = static_cast<double>(i) * groundStep;
+        m_ground[i] = m_scene.groundHeight(distance * m_cosAzimuth, distance * m_sinAzimuth);
+    }
+}
+
+void Scanner::groundEcho(const Ray& ray, Echo& nearest) const {
+    const double sine = std::hypot(ray.direction.x, ray.direction.y);
+    if (ray.direction.z > 0.05) {
+        return;
+    }
+    const double slope = ray.direction.z / sine;  // height per horizontal distance
+    // The relief lies between these heights, which bounds where the beam can meet it.
+    std::size_t i = 0;
+    if (slope < 0) {
+        i = static_cast<std::size_t>(
+            std::clamp(-0.7 / slope / groundStep, 0.0, static_cast<double>(groundSteps)));
+    }
+    double above = slope * static_cast<double>(i) * groundStep - m_ground[i];
+    for (; i < groundSteps; ++i) {
+        const double next = slope * static_cast<double>(i + 1) * groundStep - m_ground[i + 1];
+        if (next <= 0) {
+            const double part = above <= 0 ? 0 : above / (above - next);
+            const double range = (static_cast<double>(i) + part) * groundStep / sine;
+            if (range < nearest.range) {
+                const double rise = (m_ground[i + 1] - m_ground[i]) / groundStep;
+                const double cosine = (rise * sine - ray.direction.z) / std::hypot(1, rise);
+                nearest = {range, std::max(0.02, cosine), 0.25, ground, 0};
+            }
+            return;
+        }
+        above = next;
+    }
+}
+
+void Scanner::addSoftEchoes(const Ray& ray, const Object& object, double solidRange) {
+    if (object.kind == Object::Kind::Wire) {
+        const auto hit = m_scene.wires()[object.index].intersect(ray);
+        if (hit && hit->range < solidRange && m_echoes.size() < maximumEchoes) {
+            m_echoes.push_back({hit->range, hit->cosine, object.reflectance, wire, 25});
+        }
+        return;
+    }
+    const Crown& crown = m_scene.crowns()[object.index];
+    const auto chord = crown.chord(ray);
+    if (!chord) {
+        return;
+    }
+    double at = std::max(0.5, (*chord)[0]) + m_random.exponential(crown.freePath);
+    while (at < (*chord)[1] && at < solidRange && m_echoes.size() < maximumEchoes) {
+        m_echoes.push_back({at, m_random.uniform(0.2, 1), object.reflectance, vegetation,
+                            static_cast<int>(m_random.uniform(5, 120))});
+        // Echoes nearer than the pulse is long can't be told apart.
+        at += 0.6 + m_random.exponential(crown.freePath);
+    }
+}
+
+void Scanner::shoot() {
+    m_echoes.clear();
+    m_written = 0;
+    const double theta = firstTheta + (m_beam + 0.5) * m_step;
+    const double sine = std::sin(theta);
+    const Ray ray{{}, {sine * m_cosAzimuth, sine * m_sinAzimuth, std::cos(theta)}};
+    Echo solid;
+    solid.range = maximumRange;
+    groundEcho(ray, solid);
+    for (const Object* object : m_objects) {
+        std::optional<Hit> hit;
+        if (object->kind == Object::Kind::Body) {
+            hit = m_scene.bodies()[object->index].intersect(ray);
+        } else if (object->kind == Object::Kind::Pole) {
+            hit = m_scene.poles()[object->index].intersect(ray);
+        }
+        if (hit && hit->range < solid.range) {
+            solid = {hit->range, std::max(0.02, hit->cosine), object->reflectance,
+                     object->pointClass, 0};
+        }
+    }
+    for (const Object* object : m_objects) {
+        if (object->kind == Object::Kind::Crown || object->kind == Object::Kind::Wire) {
+            addSoftEchoes(ray, *object, solid.range);
+        }
+    }
+    // The more was met on the way, the less light is left for what stands behind.
+    const bool reached =
+        m_echoes.empty() || m_random.uniform() < 1.0 / static_cast<double>(1 + m_echoes.size());
+    if (solid.range < maximumRange && reached && m_echoes.size() < maximumEchoes) {
+        solid.deviation = static_cast<int>(m_random.uniform(0, 6) / std::sqrt(solid.cosine));
+        m_echoes.push_back(solid);
+    }
+    if (m_echoes.size() > 1) {
+        std::sort(m_echoes.begin(), m_echoes.end(),
+                  [](const Echo& a, const Echo& b) { return a.range < b.range; });
+    }
+}
+
+void Scanner::writeEchoes(Points& points, std::size_t& written, std::size_t count) {
+    const double theta = firstTheta + (m_beam + 0.5) * m_step;
+    const double sine = std::sin(theta);
+    const Vector direction{sine * m_cosAzimuth, sine * m_sinAzimuth, std::cos(theta)};
+    for (; m_written < m_echoes.size() && written < count; ++m_written, ++written) {
+        const Echo& echo = m_echoes[m_written];
+        const double range = echo.range + rangeNoise * m_random.normal();
+        // Relative to a white diffuse target, with the texture of the surface.
+        const double reflectance =
+            10 * std::log10(echo.reflectance * echo.cosine / static_cast<double>(m_echoes.size())) +
+            0.6 * m_random.normal();
+        points.xyz[3 * written] = range * direction.x;
+        points.xyz[3 * written + 1] = range * direction.y;
+        points.xyz[3 * written + 2] = range * direction.z;
+        points.range[written] = range;
+        points.theta[written] = degrees(theta);
+        points.phi[written] = degrees(m_azimuth);
+        points.reflectance[written] = static_cast<float>(reflectance);
+        points.amplitude[written] =
+            static_cast<float>(reflectance + 60 - 20 * std::log10(std::max(range, 1.0)));
+        points.deviation[written] = static_cast<std::int16_t>(echo.deviation);
+        points.targetIndex[written] = static_cast<std::uint8_t>(m_written + 1);
+        points.targetCount[written] = static_cast<std::uint8_t>(m_echoes.size());
+        points.pointClass[written] = echo.pointClass;
+        points.timestamp[written] = static_cast<double>(m_shot) / shotsPerSecond;
+        points.line[written] = m_line;
+    }
+}
+
+std::size_t Scanner::next(Points& points, std::size_t count) {
+    count = std::min(count, points.capacity());
+    std::size_t written = 0;
+    while (written < count) {
+        if (m_written < m_echoes.size()) {
+            // The last shot gave more echoes than there was room for; or it is a new one.
+            writeEchoes(points, written, count);
+            if (m_written < m_echoes.size()) {
+                break;
+            }
+        }
+        if (!m_echoes.empty() || m_shot > 0) {
+            ++m_beam;
+        }
+        if (m_beam == m_beams) {
+            m_beam = 0;
+            ++m_line;
+            beginLine();
+        }
+        shoot();
+        ++m_shot;
+    }
+    return written;
+}
+
+}  // namespace tarvo::cli::sample

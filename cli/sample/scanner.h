@@ -1,0 +1,71 @@
+// A terrestrial laser scanner at the origin: it turns about the vertical axis and sends a fan of
+// beams at every step.
+#pragma once
+
+#include "cli/sample/scene.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace tarvo::cli::sample {
+
+// Columns of points, one value per point (coordinates: three). Angles in degrees.
+struct Points {
+    std::vector<double> xyz;
+    std::vector<double> range;
+    std::vector<double> theta;       // from the zenith
+    std::vector<double> phi;         // from the x axis, counter-clockwise
+    std::vector<float> reflectance;  // dB
+    std::vector<float> amplitude;    // dB
+    std::vector<std::int16_t> deviation;
+    std::vector<std::uint8_t> targetIndex;
+    std::vector<std::uint8_t> targetCount;
+    std::vector<std::uint8_t> pointClass;
+    std::vector<double> timestamp;  // seconds since the first shot
+    std::vector<std::uint32_t> line;
+
+    explicit Points(std::size_t capacity);
+    std::size_t capacity() const { return range.size(); }
+};
+
+class Scanner {
+public:
+    // Chooses the angular step so that one turn gives about this many points.
+    Scanner(const Scene& scene, std::uint64_t seed, std::uint64_t pointCount);
+
+    // The next points, at most capacity and at most count; never 0 for a count above 0. The
+    // scanner turns on for ever.
+    std::size_t next(Points& points, std::size_t count);
+
+private:
+    struct Echo {
+        double range = 0;
+        double cosine = 1;
+        double reflectance = 0;
+        Class pointClass = unclassified;
+        int deviation = 0;
+    };
+    void beginLine();
+    void shoot();
+    void addSoftEchoes(const Ray& ray, const Object& object, double solidRange);
+    void writeEchoes(Points& points, std::size_t& written, std::size_t count);
+    void groundEcho(const Ray& ray, Echo& nearest) const;
+
+    const Scene& m_scene;
+    const std::uint64_t m_seed;
+    std::uint32_t m_beams = 0;  // per line
+    double m_step = 0;          // radians
+    Random m_random;
+    std::uint32_t m_line = 0;
+    std::uint32_t m_beam = 0;
+    std::uint64_t m_shot = 0;
+    double m_azimuth = 0;
+    double m_cosAzimuth = 1;
+    double m_sinAzimuth = 0;
+    std::vector<double> m_ground;  // height along the line, at equal horizontal distances
+    std::vector<const Object*> m_objects;
+    std::vector<Echo> m_echoes;  // of the last shot, nearest first
+    std::size_t m_written = 0;   // of these
+};
+
+}  // namespace tarvo::cli::sample

@@ -1,0 +1,196 @@
+// qrbtool select: reads points.
+
+#include "cli/commands.h"
+#include "cli/errors.h"
+#include "cli/output.h"
+#include "cli/pointwriter.h"
+#include "cli/terminal.h"
+#include "cli/text.h"
+#include "qrb/pointcloud.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <limits>
+#include <memory>
+
+namespace tarvo::cli {
+
+namespace {
+
+constexpr std::uint32_t pageSize = 65536;
+constexpr std::uint32_t countPageSize = 10'000'000;
+
+struct SelectOptions {
+    std::string file;
+    std::string filter;
+    std::string nodes;
+    bool hasNodes = false;
+    std::vector<std::string> attributes;
+    std::uint64_t limit = std::numeric_limits<std::uint64_t>::max();
+    bool count = false;
+    std::string format = "table";
+    std::string output;
+};
+
+// An attribute that is read as a whole, and the elements of it that are written.
+struct Selected {
+    qrb::pointcloud::PointAttribute definition;
+    std::vector<std::uint32_t> elements;
+};
+
+// "NAME" or "NAME[I]" of the command line.
+Selected findSelected(const qrb::Pointcloud& cloud, const std::string& text) {
+    const auto& attributes = cloud.pointAttributes();
+    const std::size_t open = text.find('[');
+    const std::string name = text.substr(0, open);
+    if (!attributes.exists(name)) {
+        throw Failure("There is no attribute \"" + name + "\" in the file.",
+                      "\"qrbtool info\" lists the attributes.");
+    }
+    Selected selected;
+    selected.definition = attributes.get(name);
+    if (open == std::string::npos) {
+        for (std::uint32_t i = 0; i < selected.definition.length; ++i) {
+            selected.elements.push_back(i);
+        }
+        return selected;
+    }
+    std::uint32_t element = 0;
+    char close = '\0';
+    char rest = '\0';
+    if (std::sscanf(text.c_str() + open, "[%u%c%c", &element, &close, &rest) != 2 || close != ']' ||
+        element >= selected.definition.length) {
+        throw Failure(
+            "The attribute \"" + name + "\" has no element \"" + text + "\".",
+            "Its elements are 0 to " + std::to_string(selected.definition.length - 1) + ".");
+    }
+    selected.elements.push_back(element);
+    return selected;
+}
+
+std::vector<Selected> selectedAttributes(const qrb::Pointcloud& cloud,
+                                         const SelectOptions& options) {
+    std::vector<Selected> selected;
+    for (const std::string& name :
+         options.attributes.empty() ? cloud.pointAttributes().list() : options.attributes) {
+        selected.push_back(findSelected(cloud, name));
+    }
+    return selected;
+}
+
+qrb::pointcloud::QuerySelect makeQuery(const qrb::Pointcloud& cloud, const SelectOptions& options) {
+    return options.hasNodes ? cloud.select(parseNodes(options.nodes), options.filter)
+                            : cloud.select(options.filter);
+}
+
+std::uint64_t countPoints(qrb::pointcloud::QuerySelect& query, std::uint64_t limit) {
+    std::uint64_t total = 0;
+    while (total < limit) {
+        checkInterrupted();
+        const std::uint32_t count = query.next(
+            static_cast<std::uint32_t>(std::min<std::uint64_t>(countPageSize, limit - total)));
+        if (count == 0) {
+            break;
+        }
+        total += count;
+    }
+    return total;
+}
+
+void writePoints(const qrb::Pointcloud& cloud, const SelectOptions& options, Output& output) {
+    std::vector<PointColumn> columns;
+    std::vector<std::vector<std::uint64_t>> buffers;
+    auto query = makeQuery(cloud, options);
+    const auto page = static_cast<std::uint32_t>(
+        std::max<std::uint64_t>(1, std::min<std::uint64_t>(pageSize, options.limit)));
+    for (const Selected& selected : selectedAttributes(cloud, options)) {
+        const ValueFormat format(selected.definition);
+        const auto names = elementNames(selected.definition.name, selected.definition.length);
+        for (const std::uint32_t element : selected.elements) {
+            buffers.emplace_back(page);
+            query.bind(names[element], format.type(), buffers.back().data(), 8);
+            columns.push_back(
+                {selected.definition.name, names[element], format, buffers.back().data()});
+        }
+    }
+    const auto writer = makePointWriter(options.format, columns, output);
+    writer->begin();
+    std::uint64_t total = 0;
+    while (total < options.limit) {
+        checkInterrupted();
+        const std::uint32_t count = query.next(
+            static_cast<std::uint32_t>(std::min<std::uint64_t>(page, options.limit - total)));
+        if (count == 0) {
+            break;
+        }
+        for (std::uint32_t i = 0; i < count; ++i) {
+            writer->point(i);
+        }
+        total += count;
+    }
+}
+
+void runSelect(const qrb::Context& context, const SelectOptions& options) {
+    qrb::Pointcloud cloud(context);
+    cloud.open(options.file, qrb::pointcloud::OpenSettings(context));
+    try {
+        if (options.count) {
+            auto query = makeQuery(cloud, options);
+            const std::uint64_t count = countPoints(query, options.limit);
+            Output output(options.output);
+            output.write(std::to_string(count) + "\n");
+            output.finish();
+            return;
+        }
+        Output output(options.output);
+        writePoints(cloud, options, output);
+        output.finish();
+    } catch (const OutputClosed&) {
+        // The reader has seen what it wanted.
+    }
+}
+
+}  // namespace
+
+void addSelectCommand(CLI::App& app, Invocation& invocation) {
+    const auto options = std::make_shared<SelectOptions>();
+    CLI::App* const command = app.add_subcommand("select", "Read points");
+    command->add_option("file", options->file, "Database to read")->type_name("FILE")->required();
+    command
+        ->add_option("-f,--filter", options->filter,
+                     "Expression that the points satisfy (default: all points)")
+        ->type_name("EXPRESSION");
+    CLI::Option* const nodes =
+        command
+            ->add_option("--nodes", options->nodes,
+                         "Nodes of the point index whose points are read, for example \"1,3-5\"")
+            ->type_name("IDS");
+    command
+        ->add_option("-a,--attributes", options->attributes,
+                     "Attributes, or elements such as tarvo.xyz[2], to write (default: all)")
+        ->type_name("NAMES")
+        ->delimiter(',');
+    command->add_option("-l,--limit", options->limit, "Largest number of points")
+        ->type_name("POINTS");
+    command->add_flag("-c,--count", options->count, "Write the number of points only");
+    command->add_option("--format", options->format, "How points are written")
+        ->check(CLI::IsMember({"table", "csv", "jsonl"}))
+        ->capture_default_str();
+    command->add_option("-o,--output", options->output, "File to write (default: the terminal)")
+        ->type_name("FILE");
+    command->footer(
+        "Numbers have the decimals of their attribute's resolution. csv has a header line;\n"
+        "\"qrbtool import\" reads it back. jsonl is one JSON object per line.\n"
+        "\n"
+        "Examples:\n"
+        "  qrbtool select scan.qrbx --limit 10\n"
+        "  qrbtool select scan.qrbx --filter \"tarvo.xyz[2] > 5 && tarvo.class == 6\" --count\n"
+        "  qrbtool select scan.qrbx -a tarvo.xyz,tarvo.class --format csv -o points.csv");
+    command->callback([options, nodes, &invocation] {
+        options->hasNodes = nodes->count() > 0 && !options->nodes.empty();
+        invocation.run = [options](const qrb::Context& context) { runSelect(context, *options); };
+    });
+}
+
+}  // namespace tarvo::cli

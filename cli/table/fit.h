@@ -1,0 +1,27 @@
+// Definitions that hold every value of the columns of an attribute without rounding or clipping.
+#pragma once
+
+#include "cli/table/pointsource.h"
+#include "cli/table/summary.h"
+#include "qrb/defaults/catalogue.h"
+#include "qrb/pointattribute.h"
+
+#include <span>
+
+namespace tarvo::cli {
+
+using qrb::pointcloud::PointAttribute;
+
+PointAttribute fromCatalogue(const qrb::defaults::AttributeEntry& entry);
+
+// The definition of the catalogue where it can hold what the summary tells; else the same with
+// another range and resolution; for attributes that the catalogue doesn't know, one of its own.
+// Throws Failure for infinite values, which no definition can hold.
+PointAttribute fitAttribute(const Column& column, const ColumnSummary& summary);
+
+// The same for coordinates that are stored as whole numbers of a scale: the grid of the axes over
+// the range of the points. Throws Failure if there is no such grid.
+PointAttribute fitCoordinates(const Column& column, const ColumnSummary& summary,
+                              std::span<const Affine> axes);
+
+}  // namespace tarvo::cli

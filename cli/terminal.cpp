@@ -1,0 +1,80 @@
+#include "cli/terminal.h"
+
+#include "cli/errors.h"
+
+#include <algorithm>
+#include <csignal>
+#include <cstdio>
+#include <utility>
+
+#if defined(_WIN32)
+#include <io.h>
+#else
+#include <unistd.h>
+#endif
+
+namespace tarvo::cli {
+
+namespace {
+
+volatile std::sig_atomic_t s_signal = 0;
+
+bool errorIsTerminal() {
+#if defined(_WIN32)
+    return _isatty(2) != 0;
+#else
+    return isatty(STDERR_FILENO) != 0;
+#endif
+}
+
+extern "C" void keepSignal(int number) {
+    s_signal = number;
+    std::signal(number, SIG_DFL);
+}
+
+}  // namespace
+
+void watchInterrupts() {
+    std::signal(SIGINT, keepSignal);
+    std::signal(SIGTERM, keepSignal);
+#if defined(SIGHUP)
+    std::signal(SIGHUP, keepSignal);
+#endif
+}
+
+void checkInterrupted() {
+    if (s_signal != 0) {
+        throw Interrupted();
+    }
+}
+
+int interruptSignal() {
+    return s_signal;
+}
+
+ProgressLine::ProgressLine(std::string label)
+    : m_label(std::move(label)), m_terminal(errorIsTerminal()) {}
+
+ProgressLine::~ProgressLine() {
+    if (m_shown) {
+        std::fputs("\r\033[K", stderr);
+    }
+}
+
+void ProgressLine::update(double fraction) {
+    checkInterrupted();
+    if (!m_terminal) {
+        return;
+    }
+    const auto now = std::chrono::steady_clock::now();
+    if (m_shown && now - m_last < std::chrono::milliseconds(100)) {
+        return;
+    }
+    m_last = now;
+    m_shown = true;
+    std::fprintf(stderr, "\r\033[K%s %d %%", m_label.c_str(),
+                 static_cast<int>(std::clamp(fraction, 0.0, 1.0) * 100));
+    std::fflush(stderr);
+}
+
+}  // namespace tarvo::cli

@@ -1,0 +1,35 @@
+// What the commands have to do with the terminal: progress lines and the wish to stop.
+#pragma once
+
+#include <chrono>
+#include <string>
+
+namespace tarvo::cli {
+
+// From now on the signals that ask a program to stop (interrupt, terminate, hang-up) are kept for
+// checkInterrupted(); a second one ends the program at once.
+void watchInterrupts();
+// Throws Interrupted after such a signal.
+void checkInterrupted();
+// The number of the signal, 0 for none.
+int interruptSignal();
+
+// A line "label 42 %" on standard error while it is a terminal; gone with the object.
+class ProgressLine {
+public:
+    explicit ProgressLine(std::string label);
+    ~ProgressLine();
+    ProgressLine(const ProgressLine&) = delete;
+    ProgressLine& operator=(const ProgressLine&) = delete;
+
+    // Also checks for interrupts. fraction: 0 to 1.
+    void update(double fraction);
+
+private:
+    std::string m_label;
+    bool m_terminal = false;
+    bool m_shown = false;
+    std::chrono::steady_clock::time_point m_last;
+};
+
+}  // namespace tarvo::cli
