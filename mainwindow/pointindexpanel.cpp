@@ -15,6 +15,7 @@
 #include <QComboBox>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QSignalBlocker>
 #include <algorithm>
 #include <bit>
 #include <limits>
@@ -45,6 +46,12 @@ void fillNodeRow(QTreeWidgetItem* row, const pointcloud::IndexNode& node, int le
     for (const int column : {NODE_LEVEL, NODE_POINTS, NODE_TOTAL})
         row->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
     row->setText(NODE_REVISION, QString::number(node.revision));
+}
+
+// Without the signals, whose slots would measure a tree that is still being laid out.
+void expandQuietly(QTreeWidget* tree) {
+    const QSignalBlocker blocker(tree);
+    tree->expandAll();
 }
 
 // The extreme values of a node; empty where it holds none.
@@ -169,9 +176,9 @@ void PointIndexPanel::buildTree(const QString& filter) {
             addNode(child, wanted, 0, nullptr, summary);
     }
     if (wanted.all && summary.items() > expandedItems)
-        tree->expandToDepth(0);
+        tree->topLevelItem(0)->setExpanded(true);
     else
-        tree->expandAll();
+        expandQuietly(tree);
     resizeNodeColumns();
     m_ui->labelPointIndex->setText(summary.items() > maximumItems
                                        ? QString("Index too large,\nView truncated!")
@@ -243,7 +250,7 @@ void PointIndexPanel::showDetails() {
     const auto& attributes = database()->pointAttributes();
     for (const std::string& name : attributes.list())
         addDetails(node, attributes.get(name));
-    m_ui->treePointIndexDetails->expandAll();
+    expandQuietly(m_ui->treePointIndexDetails);
     resizeDetailColumns();
 }
 
@@ -282,7 +289,7 @@ void PointIndexPanel::resizeDetailColumns() {
 }
 
 void PointIndexPanel::on_actionPointIndexNodeExpand_triggered() {
-    m_ui->treePointIndexNodes->expandAll();
+    expandQuietly(m_ui->treePointIndexNodes);
     resizeNodeColumns();
 }
 
