@@ -40,8 +40,7 @@ Scanner::Scanner(const Scene& scene, std::uint64_t seed, std::uint64_t pointCoun
     : m_scene(scene), m_seed(seed), m_random(seed), m_ground(groundSteps + 2) {
     // A coarse turn tells how many echoes a shot gives.
     const double fan = lastTheta - firstTheta;
-    m_beams = 100;
-    m_step = fan / m_beams;
+    setStep(100);
     std::uint64_t echoes = 0;
     const auto lines = static_cast<std::uint32_t>(2 * pi / m_step);
     for (m_line = 0; m_line < lines; ++m_line) {
@@ -53,13 +52,27 @@ Scanner::Scanner(const Scene& scene, std::uint64_t seed, std::uint64_t pointCoun
     }
     const double perShot = static_cast<double>(echoes) / (static_cast<double>(lines) * m_beams);
     const double shots = std::max(1.0, static_cast<double>(pointCount) / perShot);
-    m_beams = static_cast<std::uint32_t>(
-        std::clamp(std::ceil(std::sqrt(shots * fan / (2 * pi))), 8.0, 1e6));
-    m_step = fan / m_beams;
+    setStep(static_cast<std::uint32_t>(
+        std::clamp(std::ceil(std::sqrt(shots * fan / (2 * pi))), 8.0, 1e6)));
     m_line = m_beam = 0;
     m_shot = 0;
     m_echoes.clear();
     beginLine();
+}
+
+void Scanner::setStep(std::uint32_t beams) {
+    m_beams = beams;
+    m_step = (lastTheta - firstTheta) / beams;
+    m_fan.clear();
+    for (std::uint32_t i = 0; i < beams; ++i) {
+        const double theta = firstTheta + (i + 0.5) * m_step;
+        m_fan.push_back({theta, std::sin(theta), std::cos(theta)});
+    }
+}
+
+Vector Scanner::direction() const {
+    const Beam& beam = m_fan[m_beam];
+    return {beam.sine * m_cosAzimuth, beam.sine * m_sinAzimuth, beam.cosine};
 }
 
 void Scanner::beginLine() {
@@ -76,7 +89,7 @@ void Scanner::beginLine() {
 }
 
 void Scanner::groundEcho(const Ray& ray, Echo& nearest) const {
-    const double sine = std::hypot(ray.direction.x, ray.direction.y);
+    const double sine = m_fan[m_beam].sine;
     if (ray.direction.z > 0.05) {
         return;
     }
@@ -95,7 +108,7 @@ void Scanner::groundEcho(const Ray& ray, Echo& nearest) const {
             const double range = (static_cast<double>(i) + part) * groundStep / sine;
             if (range < nearest.range) {
                 const double rise = (m_ground[i + 1] - m_ground[i]) / groundStep;
-                const double cosine = (rise * sine - ray.direction.z) / std::hypot(1, rise);
+                const double cosine = (rise * sine - ray.direction.z) / std::sqrt(1 + rise * rise);
                 nearest = {range, std::max(0.02, cosine), 0.25, ground, 0};
             }
             return;
@@ -129,9 +142,7 @@ void Scanner::addSoftEchoes(const Ray& ray, const Object& object, double solidRa
 void Scanner::shoot() {
     m_echoes.clear();
     m_written = 0;
-    const double theta = firstTheta + (m_beam + 0.5) * m_step;
-    const double sine = std::sin(theta);
-    const Ray ray{{}, {sine * m_cosAzimuth, sine * m_sinAzimuth, std::cos(theta)}};
+    const Ray ray{{}, direction()};
     Echo solid;
     solid.range = maximumRange;
     groundEcho(ray, solid);
@@ -166,9 +177,8 @@ void Scanner::shoot() {
 }
 
 void Scanner::writeEchoes(Points& points, std::size_t& written, std::size_t count) {
-    const double theta = firstTheta + (m_beam + 0.5) * m_step;
-    const double sine = std::sin(theta);
-    const Vector direction{sine * m_cosAzimuth, sine * m_sinAzimuth, std::cos(theta)};
+    const Vector towards = direction();
+    const double theta = degrees(m_fan[m_beam].theta);
     for (; m_written < m_echoes.size() && written < count; ++m_written, ++written) {
         const Echo& echo = m_echoes[m_written];
         const double range = echo.range + rangeNoise * m_random.normal();
@@ -176,11 +186,11 @@ void Scanner::writeEchoes(Points& points, std::size_t& written, std::size_t coun
         const double reflectance =
             10 * std::log10(echo.reflectance * echo.cosine / static_cast<double>(m_echoes.size())) +
             0.6 * m_random.normal();
-        points.xyz[3 * written] = range * direction.x;
-        points.xyz[3 * written + 1] = range * direction.y;
-        points.xyz[3 * written + 2] = range * direction.z;
+        points.xyz[3 * written] = range * towards.x;
+        points.xyz[3 * written + 1] = range * towards.y;
+        points.xyz[3 * written + 2] = range * towards.z;
         points.range[written] = range;
-        points.theta[written] = degrees(theta);
+        points.theta[written] = theta;
         points.phi[written] = degrees(m_azimuth);
         points.reflectance[written] = static_cast<float>(reflectance);
         points.amplitude[written] =

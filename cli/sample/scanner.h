@@ -50,11 +50,19 @@ private:
     void addSoftEchoes(const Ray& ray, const Object& object, double solidRange);
     void writeEchoes(Points& points, std::size_t& written, std::size_t count);
     void groundEcho(const Ray& ray, Echo& nearest) const;
+    void setStep(std::uint32_t beams);
+    Vector direction() const;  // of the next shot
 
     const Scene& m_scene;
     const std::uint64_t m_seed;
     std::uint32_t m_beams = 0;  // per line
     double m_step = 0;          // radians
+    struct Beam {
+        double theta;  // radians
+        double sine;
+        double cosine;
+    };
+    std::vector<Beam> m_fan;
     Random m_random;
     std::uint32_t m_line = 0;
     std::uint32_t m_beam = 0;

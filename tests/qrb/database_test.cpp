@@ -1,0 +1,271 @@
+#include "qrb/error.h"
+#include "qrb/loader.h"
+#include "qrb/pointcloud.h"
+
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+
+#include <cmath>
+#include <filesystem>
+#include <stdexcept>
+
+namespace {
+
+using namespace tarvo;
+using namespace tarvo::qrb::pointcloud;
+
+// The layer on the database library itself, with a folder for files.
+class Database : public testing::Test {
+protected:
+    Database() {
+        qrb::loadLibrary(QRBLIB_FILE);
+        m_folder =
+            std::filesystem::temp_directory_path() / ("qrb_layer_test-" + std::to_string(getpid()));
+        std::filesystem::create_directories(m_folder);
+        fileName = (m_folder / "cloud.qrbx").string();
+    }
+    ~Database() override {
+        std::filesystem::remove_all(m_folder);
+        qrb::freeLibrary();
+    }
+
+    static PointAttribute attribute(const std::string& name, double minimum, double maximum,
+                                    double resolution, std::uint32_t length = 1) {
+        PointAttribute result;
+        result.name = name;
+        result.title = name;
+        result.length = length;
+        result.minimumValue = minimum;
+        result.maximumValue = maximum;
+        result.resolution = resolution;
+        result.storageClass = PointAttribute::VARIABLE;
+        return result;
+    }
+    // An open database over "p" (three elements) with an attribute "n".
+    void create(qrb::Pointcloud& cloud) {
+        CreateSettings settings(cloud.context());
+        settings.primaryAttribute = attribute("p", -10, 10, 0.01, 3);
+        cloud.create(fileName, settings);
+        TransactionGuard transaction(cloud.transactions(), "Begin", "tests");
+        cloud.pointAttributes().add(attribute("n", 0, 1000, 1));
+        transaction.commit();
+    }
+    static void insert(qrb::Pointcloud& cloud, std::uint32_t count) {
+        TransactionGuard transaction(cloud.transactions(), "Insert", "tests");
+        insertPending(cloud, count);
+        transaction.commit();
+    }
+    static void insertPending(qrb::Pointcloud& cloud, std::uint32_t count) {
+        std::vector<double> p(3 * count);
+        std::vector<std::uint16_t> n(count);
+        for (std::uint32_t i = 0; i < count; ++i) {
+            n[i] = static_cast<std::uint16_t>(i % 1000);
+            p[3 * i] = n[i] / 100.0;
+            p[3 * i + 1] = -p[3 * i];
+            p[3 * i + 2] = 5;
+        }
+        auto query = cloud.insert();
+        query.bind("p", DataType::DOUBLE, p.data(), 24);
+        query.bind("n", DataType::UINT16, n.data(), 2);
+        ASSERT_EQ(query.next(count), count);
+        query.close();
+    }
+    static std::uint64_t count(const qrb::Pointcloud& cloud, const std::string& filter = {}) {
+        auto query = cloud.select(filter);
+        std::uint64_t total = 0;
+        while (const std::uint32_t got = query.next(1000000)) {
+            total += got;
+        }
+        return total;
+    }
+
+    std::filesystem::path m_folder;
+    std::string fileName;
+};
+
+TEST_F(Database, RecordsKeepEveryField) {
+    PointAttribute a = attribute("some.name", -1.5, 2.5, 0.25, 300);
+    a.tags = "direction, enumeration";
+    a.description = "Grüße";
+    a.unitSymbol = "°";
+    a.defaultValue = 0.5;
+    a.invalidValue = -1.5;
+    a.namedValues = "0=no\n1=yes";
+    a.storageClass = PointAttribute::DYNAMIC;
+    a.compressionOptions = PointAttribute::DELTA_SHUFFLE;
+    a.lodSettings = "{}";
+    a.scaleFactor = 2;
+    const PointAttribute b = AttributeHandle(a).read();
+    PointAttribute c;
+    c.fromJson(a.toJson());
+    for (const PointAttribute& copy : {b, c}) {
+        EXPECT_EQ(copy.name, a.name);
+        EXPECT_EQ(copy.title, a.title);
+        EXPECT_EQ(copy.tags, a.tags);
+        EXPECT_EQ(copy.description, a.description);
+        EXPECT_EQ(copy.unitSymbol, a.unitSymbol);
+        EXPECT_EQ(copy.length, 300u);
+        EXPECT_EQ(copy.resolution, a.resolution);
+        EXPECT_EQ(copy.minimumValue, a.minimumValue);
+        EXPECT_EQ(copy.maximumValue, a.maximumValue);
+        EXPECT_EQ(copy.defaultValue, a.defaultValue);
+        EXPECT_EQ(copy.invalidValue, a.invalidValue);
+        EXPECT_EQ(copy.namedValues, a.namedValues);
+        EXPECT_EQ(copy.storageClass, a.storageClass);
+        EXPECT_EQ(copy.compressionOptions, a.compressionOptions);
+        EXPECT_EQ(copy.lodSettings, a.lodSettings);
+        EXPECT_EQ(copy.scaleFactor, a.scaleFactor);
+    }
+    PointAttribute unchanged = a;
+    EXPECT_THROW(unchanged.fromJson("{"), qrb::Error);
+    EXPECT_EQ(unchanged.name, a.name);
+    EXPECT_EQ(attribute("a", 0, 255, 1).dataType(), DataType::UINT8);
+    EXPECT_EQ(attribute("a", -1, 255, 1).dataType(), DataType::INT16);
+    EXPECT_EQ(attribute("a", 0, 1, 0).dataType(), DataType::DOUBLE);
+}
+
+TEST_F(Database, SettingsAreCopiedDeeplyAndTravelAsJson) {
+    const qrb::Context context("OFF", "");
+    CreateSettings settings(context);
+    EXPECT_EQ(settings.chunkMode, 1u);
+    EXPECT_FALSE(settings.pointInsertMode.empty());
+    CreateSettings copy = settings;
+    copy.chunkSize = 1234;
+    copy.compressionLevel = 77;
+    copy.optimizePointID = !settings.optimizePointID;
+    copy.cacheSize = 5'000'000'000;
+    EXPECT_NE(settings.chunkSize, 1234u);
+    settings.fromJson(copy.toJson());
+    EXPECT_EQ(settings.chunkSize, 1234u);
+    EXPECT_EQ(settings.compressionLevel, 77);
+    EXPECT_EQ(settings.optimizePointID, copy.optimizePointID);
+    EXPECT_EQ(settings.cacheSize, 5'000'000'000u);
+    EXPECT_THROW(settings.fromJson("[1"), qrb::Error);
+    EXPECT_EQ(settings.chunkSize, 1234u);
+    OpenSettings open(context);
+    open.cacheSize = 123456;
+    OpenSettings other(context);
+    other.fromJson(open.toJson());
+    EXPECT_EQ(other.cacheSize, 123456u);
+}
+
+TEST_F(Database, WhatWasInsertedIsSelectedAfterReopening) {
+    const qrb::Context context("OFF", "");
+    EXPECT_FALSE(context.databaseFileTypeCheck(fileName));
+    std::string uuid;
+    {
+        qrb::Pointcloud cloud(context);
+        EXPECT_FALSE(cloud.isOpen());
+        create(cloud);
+        insert(cloud, 5000);
+        uuid = cloud.getUuid();
+    }
+    EXPECT_TRUE(context.databaseFileTypeCheck(fileName));
+    qrb::Pointcloud cloud(context);
+    cloud.open(fileName, OpenSettings(context));
+    EXPECT_EQ(cloud.getUuid(), uuid);
+    EXPECT_EQ(cloud.pointAttributes().list(), (std::vector<std::string>{"p", "tarvo.id", "n"}));
+    EXPECT_EQ(cloud.pointAttributes().primaryAttributeName(), "p");
+    EXPECT_THROW(cloud.pointAttributes().get("missing"), qrb::Error);
+    EXPECT_EQ(count(cloud), 5000u);
+    EXPECT_EQ(count(cloud, "n < 10"), 50u);
+    EXPECT_THROW(count(cloud, "n <"), qrb::Error);
+
+    auto query = cloud.select("n == 123");
+    double y = 0;
+    std::int64_t n = 0;
+    query.bind("p[1]", DataType::DOUBLE, &y, 8);
+    query.bind("n", DataType::INT64, &n, 8);
+    ASSERT_EQ(query.next(1), 1u);
+    EXPECT_EQ(y, -1.23);
+    EXPECT_EQ(n, 123);
+
+    IndexNode root;
+    cloud.stat().index(root);
+    EXPECT_EQ(root.pointCountTotal, 5000);
+    double low[3] = {};
+    double high[3] = {};
+    cloud.stat().minimum(root.id, "p", DataType::DOUBLE, low, false);
+    cloud.stat().maximum(root.id, "p", DataType::DOUBLE, high, true);
+    EXPECT_EQ(low[1], -9.99);
+    EXPECT_EQ(high[0], 9.99);
+    EXPECT_EQ(count(cloud), 5000u);
+    EXPECT_EQ(cloud.select(std::vector<std::uint32_t>{}, "").next(10), 0u);
+    cloud.close();
+    EXPECT_FALSE(cloud.isOpen());
+}
+
+TEST_F(Database, TransactionsAreListedDescribedAndRestored) {
+    const qrb::Context context("OFF", "");
+    qrb::Pointcloud cloud(context);
+    create(cloud);
+    insert(cloud, 100);
+    auto& transactions = cloud.transactions();
+    EXPECT_EQ(transactions.list(), (std::vector<std::uint32_t>{1, 2, 3}));
+    EXPECT_EQ(transactions.current(), 3u);
+    const Transaction details = transactions.details(3);
+    EXPECT_EQ(details.id, 3u);
+    EXPECT_EQ(details.title, "Insert");
+    EXPECT_EQ(details.agent, "tests");
+    EXPECT_NE(details.qrb.find("\nQRB Interface 2.5.2"), std::string::npos) << details.qrb;
+    EXPECT_LE(details.start, details.stop);
+    EXPECT_THROW(transactions.details(99), qrb::Error);
+    EXPECT_THROW(cloud.metaData().set("a", "1"), qrb::Error) << "no transaction is pending";
+}
+
+TEST_F(Database, RestoreGoesBackAndForth) {
+    const qrb::Context context("OFF", "");
+    qrb::Pointcloud cloud(context);
+    create(cloud);
+    insert(cloud, 100);
+    try {
+        cloud.transactions().restore(2);
+    } catch (const qrb::Error& error) {
+        if (error.code() == QRB_ERROR_NOT_AVAILABLE) {
+            GTEST_SKIP() << error.what();
+        }
+        throw;
+    }
+    EXPECT_EQ(count(cloud), 0u);
+    cloud.transactions().restore(3);
+    EXPECT_EQ(count(cloud), 100u);
+}
+
+TEST_F(Database, TheGuardRollsBackOnEveryExitButTheCommit) {
+    const qrb::Context context("OFF", "");
+    qrb::Pointcloud cloud(context);
+    create(cloud);
+    struct Stop : std::exception {};
+    EXPECT_THROW(
+        {
+            TransactionGuard transaction(cloud.transactions(), "Insert", "tests");
+            insertPending(cloud, 1000);
+            EXPECT_TRUE(cloud.transactions().pending());
+            transaction.commit({}, [](int) { throw Stop(); });
+        },
+        Stop);
+    EXPECT_FALSE(cloud.transactions().pending());
+    EXPECT_EQ(cloud.transactions().list().size(), 2u);
+    EXPECT_EQ(count(cloud), 0u);
+}
+
+TEST_F(Database, MetaDataItemsComeBackAsTheyWereWritten) {
+    const qrb::Context context("OFF", "");
+    qrb::Pointcloud cloud(context);
+    create(cloud);
+    auto& metaData = cloud.metaData();
+    EXPECT_TRUE(metaData.list().empty());
+    TransactionGuard transaction(cloud.transactions(), "Metadata", "tests");
+    metaData.set("b.item", "{\"ü\": [1, 2]}");
+    metaData.set("a.item", "2");
+    EXPECT_THROW(metaData.set("c.item", "{"), qrb::Error);
+    metaData.remove("a.item");
+    transaction.commit();
+    EXPECT_EQ(metaData.list(), std::vector<std::string>{"b.item"});
+    EXPECT_EQ(metaData.get("b.item"), "{\"ü\": [1, 2]}");
+    EXPECT_EQ(metaData.get("a.item", "none"), "none");
+    EXPECT_FALSE(metaData.exists("a.item"));
+}
+
+}  // namespace
