@@ -7,7 +7,8 @@
 #include "qrb/error.h"
 #include "ui_metadatapanel.h"
 
-#include <rapidjson/document.h>
+#include <rapidjson/memorystream.h>
+#include <rapidjson/reader.h>
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
@@ -20,16 +21,26 @@ constexpr std::size_t previewSize = 8192;
 
 enum MetaDataColumn { ITEM_NAME, ITEM_FORMAT, ITEM_SIZE, ITEM_VALUE };
 
-// Turns a JSON document into its form without blanks; leaves other texts alone.
+// Writes numbers as they came, where the base would put them in quotes.
+struct CompactWriter : rapidjson::Writer<rapidjson::StringBuffer> {
+    using rapidjson::Writer<rapidjson::StringBuffer>::Writer;
+    bool RawNumber(const char* digits, rapidjson::SizeType length, bool) {
+        return RawValue(digits, length, rapidjson::kNumberType);
+    }
+};
+
+// Turns a JSON document into its form without blanks, numbers as they are written; leaves other
+// texts alone. Streams, so that deep nesting costs no stack.
 bool compactJson(std::string& text) {
-    rapidjson::Document document;
-    constexpr unsigned flags = rapidjson::kParseIterativeFlag | rapidjson::kParseFullPrecisionFlag;
-    if (document.Parse<flags>(text.data(), text.size()).HasParseError())
-        return false;
+    rapidjson::Reader reader;
+    rapidjson::MemoryStream source(text.data(), text.size());
     rapidjson::StringBuffer buffer;
-    rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
-    if (document.Accept(writer))
-        text.assign(buffer.GetString(), buffer.GetSize());
+    CompactWriter writer(buffer);
+    constexpr unsigned flags =
+        rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag;
+    if (reader.Parse<flags>(source, writer).IsError())
+        return false;
+    text.assign(buffer.GetString(), buffer.GetSize());
     return true;
 }
 

@@ -587,6 +587,15 @@ void WindowTest::listsOfTheOtherTabsAreFilled() {
     QVERIFY(!again.first()->parent()->isExpanded());
 
     QVERIFY(child<QLabel>("labelMetaData")->text().startsWith("Meta data items: "));
+    if (m_database.real) {
+        const auto headers =
+            child<QTreeWidget>("treeMetaData")->findItems("las.header", Qt::MatchExactly);
+        QCOMPARE(headers.size(), 1);
+        QCOMPARE(headers.first()->text(1), "JSON");
+        // One line, and numbers stay numbers.
+        QVERIFY2(headers.first()->text(3).contains("\"file_source_id\":0,"),
+                 qUtf8Printable(headers.first()->text(3)));
+    }
     QVERIFY(!child<QPlainTextEdit>("editChangelog")->toPlainText().isEmpty());
 }
 
