@@ -7,6 +7,7 @@
 #include "cli/las/source.h"
 #include "cli/newdatabase.h"
 #include "cli/terminal.h"
+#include "qrb/error.h"
 
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
@@ -14,6 +15,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdio>
 #include <filesystem>
 #include <memory>
 #include <set>
@@ -89,17 +91,29 @@ void addMetaData(qrb::Pointcloud& cloud, const std::vector<std::unique_ptr<Point
     }
 }
 
+// Points bring ids of their own where the library takes them.
+void bindColumn(qrb::pointcloud::QueryInsert& query, const Column& column, bool single,
+                const void* values) {
+    const std::string name =
+        single ? column.attribute : column.attribute + "[" + std::to_string(column.element) + "]";
+    try {
+        query.bind(name, column.type, values, static_cast<std::int32_t>(dataTypeSize(column.type)));
+    } catch (const qrb::Error& error) {
+        if (column.attribute != "tarvo.id" || error.code() != QRB_ERROR_NOT_AVAILABLE) {
+            throw;
+        }
+        std::fputs("qrbtool: The ids of the points are given anew.\n", stderr);
+    }
+}
+
 void insertPoints(qrb::Pointcloud& cloud, PointSource& source, const ImportPlan& plan) {
     auto query = cloud.insert();
     const std::vector<Column>& columns = source.columns();
     for (std::size_t i = 0; i < columns.size(); ++i) {
         if (plan.isWritten(columns[i])) {
-            const bool single = plan.attributes.at(columns[i].attribute).definition.length == 1;
-            query.bind(single
-                           ? columns[i].attribute
-                           : columns[i].attribute + "[" + std::to_string(columns[i].element) + "]",
-                       columns[i].type, source.values(i),
-                       static_cast<std::int32_t>(dataTypeSize(columns[i].type)));
+            bindColumn(query, columns[i],
+                       plan.attributes.at(columns[i].attribute).definition.length == 1,
+                       source.values(i));
         }
     }
     ProgressLine progress("Importing " + source.fileName());

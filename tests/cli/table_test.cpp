@@ -1,0 +1,229 @@
+#include "cli/csv/source.h"
+#include "cli/errors.h"
+#include "cli/sample/scanner.h"
+#include "cli/table/fit.h"
+#include "cli/text.h"
+#include "tests/cli/folder.h"
+
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cmath>
+#include <limits>
+
+namespace {
+
+using namespace tarvo::cli;
+using tarvo::cli::tests::Folder;
+
+ColumnSummary summaryOf(const std::vector<double>& values) {
+    ColumnSummary summary(DataType::DOUBLE);
+    summary.add(values.data(), values.size());
+    return summary;
+}
+
+TEST(Decimal, AffineValuesAreTheNearestDoublesToTheDecimalNumbers) {
+    const Affine centimetres(0.01, 674521.92);
+    EXPECT_EQ(centimetres(1), 674521.93);
+    EXPECT_EQ(centimetres(8340), 674605.32);
+    EXPECT_EQ(Affine(1e-7, 0)(-946834654), -94.6834654);
+    EXPECT_EQ(Affine(0.006, 0)(-30000), -180.0);
+    EXPECT_EQ(Affine(0.01, 0)(29), 0.29);  // 29 * 0.01 is not
+    EXPECT_EQ(Affine(0.25, 0)(std::int64_t{1} << 60), std::ldexp(1, 58));
+}
+
+TEST(Decimal, GridsHoldAllAxesAndTheirSteps) {
+    const auto grid = [](std::vector<Affine> axes, double low, double high) {
+        return commonGrid(axes, low, high);
+    };
+    auto one = grid({{0.01, 0}, {0.01, 674521.92}}, -5, 674600);
+    ASSERT_TRUE(one);
+    EXPECT_EQ(one->resolution, 0.01);
+    EXPECT_EQ(one->minimum, -5.0);
+    // Degrees beside metres.
+    EXPECT_EQ(grid({{1e-7, 0}, {1e-7, 0}, {0.01, 0}}, -124, 180)->resolution, 1e-7);
+    // Neither divides the other.
+    EXPECT_EQ(grid({{0.01, 0}, {0.025, 0}}, 0, 10)->resolution, 0.005);
+    EXPECT_EQ(grid({{0.01, 0.003}, {0.01, 0}}, 0, 10)->resolution, 0.001);
+    // 3/1000 becomes a step whose inverse is whole.
+    EXPECT_EQ(grid({{0.003, 0}}, 0, 10)->resolution, 0.001);
+    // Offsets with noise: far finer than the scale, so that every raw number is told apart.
+    const auto noisy = grid({{0.01, 674521.9200134277}, {0.01, 1206740.0800170898}}, 6e5, 1.3e6);
+    ASSERT_TRUE(noisy);
+    EXPECT_FALSE(noisy->exact);
+    EXPECT_LE(noisy->resolution, 0.01 / 256);
+    EXPECT_FALSE(grid({{1e-9, 0.1234567890123}, {1e-9, 0.5}}, -1e9, 1e9));
+    EXPECT_EQ(grid({{1.0 / 3, 0}}, 0, 100)->resolution, 1.0 / 3);
+}
+
+TEST(Summary, TellsDecimalsRangeAndOddValues) {
+    EXPECT_EQ(summaryOf({1, 2.5, -0.125}).decimals(), 3);
+    EXPECT_EQ(summaryOf({1, 2.5, -0.125}).minimum(), -0.125);
+    EXPECT_EQ(summaryOf({245379.398437, 245385.911121}).decimals(), 6);
+    EXPECT_EQ(summaryOf({1.0 / 3}).decimals(), -1);
+    EXPECT_TRUE(summaryOf({std::nan(""), 4}).hasNaN());
+    EXPECT_EQ(summaryOf({std::nan(""), 4}).maximum(), 4);
+    EXPECT_TRUE(summaryOf({INFINITY}).hasInfinity());
+    ColumnSummary big(DataType::UINT64);
+    const std::uint64_t values[] = {5, ~0ull};
+    big.add(values, 2);
+    EXPECT_EQ(big.maximum(), 18446744073709551616.0) << "rounded outwards";
+    ColumnSummary merged = summaryOf({-1.5});
+    ColumnSummary bytes(DataType::UINT8);
+    const std::uint8_t byte = 200;
+    bytes.add(&byte, 1);
+    merged.merge(bytes);
+    EXPECT_EQ(merged.minimum(), -1.5);
+    EXPECT_EQ(merged.maximum(), 200);
+}
+
+TEST(Fit, KeepsTheCataloguesDefinitionWhereItHoldsTheValues) {
+    const auto fit = [](const char* name, const std::vector<double>& values) {
+        Column column;
+        column.attribute = name;
+        return fitAttribute(column, summaryOf(values));
+    };
+    EXPECT_EQ(fit("tarvo.intensity", {0, 65535}).maximumValue, 65535);
+    EXPECT_EQ(fit("tarvo.target_index", {0, 7}).minimumValue, 1) << "0 is its invalid value";
+    EXPECT_EQ(fit("tarvo.scan_angle", {-90, 90}).resolution, 0.025);
+    // Another grid, another range, another width.
+    EXPECT_EQ(fit("tarvo.scan_angle", {-0.006, 90}).resolution, 0.001);
+    EXPECT_EQ(fit("tarvo.class", {0, 70000}).maximumValue, 70000);
+    const auto time = fit("tarvo.timestamp", {81616201.910359, 81616203.368285});
+    EXPECT_GE(time.maximumValue, 81616203.368285);
+    EXPECT_EQ(time.resolution, 1e-6);
+    EXPECT_EQ(fit("tarvo.timestamp", {1.0 / 3}).resolution, 0) << "stored unrounded";
+    Column rgba;
+    rgba.attribute = "tarvo.rgba";
+    rgba.length = 4;
+    EXPECT_EQ(fitAttribute(rgba, summaryOf({0, 255})).maximumValue, 255);
+    EXPECT_EQ(fitAttribute(rgba, summaryOf({0, 256})).defaultValue, 65535) << "opaque";
+    EXPECT_THROW(fit("las.extra.a", {INFINITY}), Failure);
+    const auto own = fit("las.extra.a", {-1.25, 3});
+    EXPECT_EQ(own.resolution, 0.01);
+    EXPECT_EQ(own.minimumValue, -1.25);
+}
+
+TEST(Text, DecimalsFollowTheResolution) {
+    EXPECT_EQ(decimalsOf(0.00025), 5);
+    EXPECT_EQ(decimalsOf(1.0), 0);
+    EXPECT_EQ(decimalsOf(0.001), 3);
+    EXPECT_EQ(decimalsOf(1e-7), 7);
+    EXPECT_EQ(decimalsOf(2.5), 1);
+    PointAttribute a;
+    a.resolution = 0.01;
+    a.minimumValue = -10;
+    EXPECT_EQ(ValueFormat(a).text(std::bit_cast<std::uint64_t>(-0.001)), "0.00");
+    EXPECT_EQ(ValueFormat(a).text(std::bit_cast<std::uint64_t>(-1.5)), "-1.50");
+    a.resolution = 1;
+    EXPECT_EQ(ValueFormat(a).text(static_cast<std::uint64_t>(-7)), "-7");
+    a.minimumValue = 0;
+    EXPECT_EQ(ValueFormat(a).text(~0ull), "18446744073709551615");
+    a.resolution = 0;
+    EXPECT_EQ(ValueFormat(a).text(std::bit_cast<std::uint64_t>(0.1)), "0.1");
+}
+
+TEST(Text, NodeLists) {
+    EXPECT_EQ(parseNodes("1,3-5"), (std::vector<std::uint32_t>{1, 3, 4, 5}));
+    EXPECT_EQ(parseNodes(" 5 , 1,,2 , 1"), (std::vector<std::uint32_t>{1, 2, 5}));
+    EXPECT_TRUE(parseNodes("3-1").empty());
+    const auto message = [](const char* text) -> std::string {
+        try {
+            parseNodes(text);
+        } catch (const UsageError& error) {
+            return error.what();
+        }
+        return {};
+    };
+    EXPECT_EQ(message("1-2-3"), "Invalid input: \"1-2-3\"");
+    EXPECT_EQ(message("x"), "Failed to parse: \"x\"");
+    EXPECT_EQ(message("4294967296"), "Failed to parse: \"4294967296\"");
+    EXPECT_FALSE(message("1-4294967295").empty());
+}
+
+class Csv : public testing::Test {
+protected:
+    std::string failure(const std::string& text) {
+        try {
+            csv::CsvSource source(folder.write("a.csv", text));
+            while (source.next() > 0) {
+            }
+        } catch (const Failure& error) {
+            return error.what();
+        }
+        return {};
+    }
+    Folder folder;
+};
+
+TEST_F(Csv, SeparatorsQuotesAndNamesAreUnderstood) {
+    for (const std::string separator : {",", ";", "\t"}) {
+        std::string text =
+            "\xef\xbb\xbf"
+            "X|Y|\"z\"|tarvo.rgba[1]|\"Some, \"\"name\"\"\"|tarvo.id\r\n"
+            "1.5|-2| +3 |7|\"8\"|18446744073709551615\r\n\r\n4|5|6|9||10";
+        for (std::size_t at = 0; (at = text.find('|', at)) != std::string::npos;) {
+            text.replace(at, 1, separator);
+        }
+        csv::CsvSource source(folder.write("a.csv", text));
+        const auto& columns = source.columns();
+        ASSERT_EQ(columns.size(), 6u);
+        EXPECT_EQ(columns[2].descriptor(), "tarvo.xyz[2]");
+        EXPECT_EQ(columns[3].length, 4u);
+        EXPECT_EQ(columns[4].attribute, "csv.some___name_");
+        ASSERT_EQ(source.next(), 2u);
+        const auto bits = [&](std::size_t column) {
+            return static_cast<const std::uint64_t*>(source.values(column));
+        };
+        EXPECT_EQ(columns[0].type, DataType::DOUBLE);
+        EXPECT_EQ(std::bit_cast<double>(bits(0)[0]), 1.5);
+        EXPECT_EQ(columns[1].type, DataType::INT64);
+        EXPECT_EQ(static_cast<std::int64_t>(bits(1)[0]), -2);
+        EXPECT_TRUE(std::isnan(std::bit_cast<double>(bits(4)[1]))) << "no value";
+        EXPECT_EQ(columns[5].type, DataType::UINT64);
+        EXPECT_EQ(bits(5)[0], ~0ull);
+        EXPECT_EQ(source.next(), 0u);
+    }
+}
+
+TEST_F(Csv, FaultsAreNamedByLineAndColumn) {
+    EXPECT_NE(failure("").find("empty"), std::string::npos);
+    EXPECT_NE(failure("x,y,z\n1,2,3\n1,2\n").find("Line 3"), std::string::npos);
+    EXPECT_NE(failure("x,y,z\n1,2,abc\n").find("\"abc\" in the column \"z\""), std::string::npos);
+    EXPECT_NE(failure("x,y,X\n").find("\"X\""), std::string::npos);
+    EXPECT_NE(failure("x,y,z\n1,\"2,3\n").find("quote"), std::string::npos);
+    EXPECT_NE(failure("x,y,z[4000000000]\n1,2,3\n").find("element"), std::string::npos);
+}
+
+TEST(Scan, IsTheSameForTheSameSeedHoweverItIsRead) {
+    const sample::Scene scene(5);
+    const auto scan = [&](std::size_t batch) {
+        sample::Scanner scanner(scene, 5, 20000);
+        std::vector<double> xyz;
+        std::size_t severalTargets = 0;
+        sample::Points points(batch);
+        for (std::size_t done = 0; done < 20000;) {
+            const std::size_t count = scanner.next(points, 20000 - done);
+            EXPECT_GT(count, 0u);
+            done += count;
+            for (std::size_t i = 0; i < count; ++i) {
+                xyz.insert(xyz.end(),
+                           {points.xyz[3 * i], points.xyz[3 * i + 1], points.xyz[3 * i + 2]});
+                EXPECT_GE(points.targetIndex[i], 1);
+                EXPECT_LE(points.targetIndex[i], points.targetCount[i]);
+                severalTargets += points.targetCount[i] > 1 ? 1 : 0;
+                const double length =
+                    std::hypot(xyz[xyz.size() - 3], xyz[xyz.size() - 2], xyz[xyz.size() - 1]);
+                EXPECT_NEAR(length, points.range[i], 1e-9);
+            }
+        }
+        EXPECT_GT(severalTargets, 100u);
+        return xyz;
+    };
+    const auto whole = scan(20000);
+    EXPECT_EQ(whole.size(), 60000u);
+    EXPECT_EQ(whole, scan(7));
+    sample::Scanner other(sample::Scene(6), 6, 20000);
+}
+
+}  // namespace
