@@ -74,8 +74,8 @@ public:
     std::uint64_t varint(std::uint64_t limit) {
         const std::uint64_t value = varint();
         if (value > limit)
-            fail("the number " + std::to_string(value) + " where at most " +
-                 std::to_string(limit) + " is possible");
+            fail("the number " + std::to_string(value) + " where at most " + std::to_string(limit) +
+                 " is possible");
         return value;
     }
     ByteSpan take(std::size_t count) {
@@ -91,8 +91,9 @@ public:
             fail("bytes behind its end");
     }
     [[noreturn]] void fail(const std::string& found) const {
-        throw Failure(ErrorCode::Damaged, "The file is damaged: " + std::string(m_what) +
-                      " is not readable.", "Found " + found + ".");
+        throw Failure(ErrorCode::Damaged,
+                      "The file is damaged: " + std::string(m_what) + " is not readable.",
+                      "Found " + found + ".");
     }
 
 private:

@@ -13,9 +13,8 @@
 
 namespace tarvo::engine {
 
-using JsonWriter = rapidjson::Writer<rapidjson::StringBuffer, rapidjson::UTF8<>,
-                                     rapidjson::UTF8<>, rapidjson::CrtAllocator,
-                                     rapidjson::kWriteNanAndInfFlag>;
+using JsonWriter = rapidjson::Writer<rapidjson::StringBuffer, rapidjson::UTF8<>, rapidjson::UTF8<>,
+                                     rapidjson::CrtAllocator, rapidjson::kWriteNanAndInfFlag>;
 
 // Parses a text; depth and size are bounded. Throws Failure(code) that names `what`, with the
 // reason and its position in the details.

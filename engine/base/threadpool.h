@@ -24,8 +24,8 @@ public:
     // Runs the function on a worker; the future gives its result or what it threw.
     template <typename Function>
     auto run(Function function) -> std::future<decltype(function())> {
-        auto task = std::make_shared<std::packaged_task<decltype(function())()>>(
-            std::move(function));
+        auto task =
+            std::make_shared<std::packaged_task<decltype(function())()>>(std::move(function));
         auto future = task->get_future();
         post([task] { (*task)(); });
         return future;

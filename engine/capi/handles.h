@@ -102,7 +102,8 @@ qrb_result* callFree(Function&& function) noexcept {
 template <typename T>
 T& given(T* pointer, const char* what) {
     if (!pointer)
-        throw Failure(ErrorCode::Argument, std::string("The argument \"") + what + "\" is missing.");
+        throw Failure(ErrorCode::Argument,
+                      std::string("The argument \"") + what + "\" is missing.");
     return *pointer;
 }
 

@@ -71,8 +71,7 @@ qrb_status qrb_pointcloud_is_empty(qrb_context* context, qrb_pointcloud* pointcl
 
 qrb_status qrb_pointcloud_get_uuid(qrb_context* context, qrb_pointcloud* pointcloud,
                                    const char** uuid) {
-    return call(context,
-                [&] { giveText(*context, sessionOf(pointcloud).identity().uuid, uuid); });
+    return call(context, [&] { giveText(*context, sessionOf(pointcloud).identity().uuid, uuid); });
 }
 
 qrb_status qrb_pointcloud_inspect(qrb_context* context, qrb_pointcloud* pointcloud, uint8_t format,
@@ -98,16 +97,15 @@ qrb_status qrb_pointcloud_transaction_delete(qrb_context* context, qrb_transacti
 
 qrb_status qrb_pointcloud_transaction_get_id(qrb_context* context,
                                              const qrb_transaction* transaction, uint32_t* id) {
-    return call(context,
-                [&] { given(id, "id") = given(transaction, "transaction").value.id; });
+    return call(context, [&] { given(id, "id") = given(transaction, "transaction").value.id; });
 }
 
-#define TRANSACTION_TEXT(field)                                                                  \
-    qrb_status qrb_pointcloud_transaction_get_##field(                                            \
-        qrb_context* context, const qrb_transaction* transaction, const char** field) {           \
-        return call(context, [&] {                                                                \
-            giveText(*context, given(transaction, "transaction").value.field, field);             \
-        });                                                                                       \
+#define TRANSACTION_TEXT(field)                                                         \
+    qrb_status qrb_pointcloud_transaction_get_##field(                                  \
+        qrb_context* context, const qrb_transaction* transaction, const char** field) { \
+        return call(context, [&] {                                                      \
+            giveText(*context, given(transaction, "transaction").value.field, field);   \
+        });                                                                             \
     }
 TRANSACTION_TEXT(qrb)
 TRANSACTION_TEXT(title)
@@ -122,9 +120,9 @@ qrb_status qrb_pointcloud_transaction_begin(qrb_context* context, qrb_pointcloud
                                             const char* comments, const char* settings,
                                             uint32_t* id) {
     return call(context, [&] {
-        given(id, "id") = sessionOf(pointcloud)
-                              .begin(textOf(title), textOf(agent), textOf(comments),
-                                     textOf(settings));
+        given(id, "id") =
+            sessionOf(pointcloud)
+                .begin(textOf(title), textOf(agent), textOf(comments), textOf(settings));
     });
 }
 
@@ -139,9 +137,11 @@ qrb_status qrb_pointcloud_transaction_commit_with_progress(qrb_context* context,
     return call(context, [&] { sessionOf(pointcloud).commit(progressOf(progress, data)); });
 }
 
-qrb_status qrb_pointcloud_transaction_commit_with_signature(
-    qrb_context* context, qrb_pointcloud* pointcloud, qrb_progress_function progress, void* data,
-    uint32_t method, uint32_t, const uint8_t*) {
+qrb_status qrb_pointcloud_transaction_commit_with_signature(qrb_context* context,
+                                                            qrb_pointcloud* pointcloud,
+                                                            qrb_progress_function progress,
+                                                            void* data, uint32_t method, uint32_t,
+                                                            const uint8_t*) {
     return call(context, [&] {
         session::Session& session = sessionOf(pointcloud);
         if (method != 0)
@@ -215,8 +215,7 @@ qrb_status qrb_pointcloud_meta_data_list(qrb_context* context, qrb_pointcloud* p
 qrb_status qrb_pointcloud_meta_data_exists(qrb_context* context, qrb_pointcloud* pointcloud,
                                            const char* name, uint8_t* exists) {
     return call(context, [&] {
-        given(exists, "exists") =
-            sessionOf(pointcloud).state()->metaData.count(textOf(name)) > 0;
+        given(exists, "exists") = sessionOf(pointcloud).state()->metaData.count(textOf(name)) > 0;
     });
 }
 
@@ -226,17 +225,16 @@ qrb_status qrb_pointcloud_meta_data_get(qrb_context* context, qrb_pointcloud* po
     return call(context, [&] {
         session::Session& session = sessionOf(pointcloud);
         const std::string item = textOf(name);
-        giveText(*context,
-                 session.state()->metaData.count(item) ? session.metaData(item)
-                                                       : textOf(default_value),
-                 value);
+        giveText(
+            *context,
+            session.state()->metaData.count(item) ? session.metaData(item) : textOf(default_value),
+            value);
     });
 }
 
 qrb_status qrb_pointcloud_meta_data_set(qrb_context* context, qrb_pointcloud* pointcloud,
                                         const char* name, const char* value) {
-    return call(context,
-                [&] { sessionOf(pointcloud).setMetaData(textOf(name), textOf(value)); });
+    return call(context, [&] { sessionOf(pointcloud).setMetaData(textOf(name), textOf(value)); });
 }
 
 qrb_status qrb_pointcloud_meta_data_remove(qrb_context* context, qrb_pointcloud* pointcloud,
@@ -248,9 +246,8 @@ qrb_status qrb_pointcloud_meta_data_remove(qrb_context* context, qrb_pointcloud*
 
 qrb_status qrb_pointcloud_point_attributes_add(qrb_context* context, qrb_pointcloud* pointcloud,
                                                const qrb_point_attribute* attribute) {
-    return call(context, [&] {
-        sessionOf(pointcloud).addAttribute(given(attribute, "attribute").value);
-    });
+    return call(context,
+                [&] { sessionOf(pointcloud).addAttribute(given(attribute, "attribute").value); });
 }
 
 qrb_status qrb_pointcloud_point_attributes_add_default(qrb_context* context,
@@ -264,8 +261,7 @@ qrb_status qrb_pointcloud_point_attributes_add_default(qrb_context* context,
 qrb_status qrb_pointcloud_point_attributes_exists(qrb_context* context, qrb_pointcloud* pointcloud,
                                                   const char* name, uint8_t* exists) {
     return call(context, [&] {
-        given(exists, "exists") =
-            sessionOf(pointcloud).state()->attributes.find(textOf(name)) >= 0;
+        given(exists, "exists") = sessionOf(pointcloud).state()->attributes.find(textOf(name)) >= 0;
     });
 }
 
@@ -275,8 +271,8 @@ qrb_status qrb_pointcloud_point_attributes_get(qrb_context* context, qrb_pointcl
         const auto state = sessionOf(pointcloud).state();
         const int index = state->attributes.find(textOf(name));
         if (index < 0)
-            throw Failure(ErrorCode::NotFound, "The database has no point attribute \"" +
-                                                   textOf(name) + "\".");
+            throw Failure(ErrorCode::NotFound,
+                          "The database has no point attribute \"" + textOf(name) + "\".");
         given(attribute, "attribute").value = state->attributes[index].record;
     });
 }

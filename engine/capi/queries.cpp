@@ -76,8 +76,8 @@ qrb_status qrb_pointcloud_query_select_nodes_new(qrb_context* context, qrb_point
 }
 
 qrb_status qrb_pointcloud_query_select_bind(qrb_context* context, qrb_query_select* query,
-                                            const char* attribute, uint32_t data_type,
-                                            void* buffer, int32_t stride) {
+                                            const char* attribute, uint32_t data_type, void* buffer,
+                                            int32_t stride) {
     return call(context, [&] {
         given(query, "query").query.bind(textOf(attribute), data_type, buffer, stride);
     });
@@ -85,16 +85,14 @@ qrb_status qrb_pointcloud_query_select_bind(qrb_context* context, qrb_query_sele
 
 qrb_status qrb_pointcloud_query_select_next(qrb_context* context, qrb_query_select* query,
                                             uint32_t count, uint32_t* processed) {
-    return call(context, [&] {
-        given(processed, "processed") = given(query, "query").query.next(count);
-    });
+    return call(context,
+                [&] { given(processed, "processed") = given(query, "query").query.next(count); });
 }
 
 qrb_status qrb_pointcloud_query_select_progress(qrb_context* context, qrb_query_select* query,
                                                 uint32_t* progress) {
-    return call(context, [&] {
-        given(progress, "progress") = given(query, "query").query.progress();
-    });
+    return call(context,
+                [&] { given(progress, "progress") = given(query, "query").query.progress(); });
 }
 
 qrb_status qrb_pointcloud_query_select_delete(qrb_context* context, qrb_query_select* query) {
@@ -119,15 +117,13 @@ qrb_status qrb_pointcloud_query_insert_bind(qrb_context* context, qrb_query_inse
 
 qrb_status qrb_pointcloud_query_insert_bind_id(qrb_context* context, qrb_query_insert* query,
                                                uint32_t data_type, void* buffer, int32_t stride) {
-    return call(context,
-                [&] { given(query, "query").query.bindId(data_type, buffer, stride); });
+    return call(context, [&] { given(query, "query").query.bindId(data_type, buffer, stride); });
 }
 
 qrb_status qrb_pointcloud_query_insert_next(qrb_context* context, qrb_query_insert* query,
                                             uint32_t count, uint32_t* processed) {
-    return call(context, [&] {
-        given(processed, "processed") = given(query, "query").query.next(count);
-    });
+    return call(context,
+                [&] { given(processed, "processed") = given(query, "query").query.next(count); });
 }
 
 qrb_status qrb_pointcloud_query_insert_delete(qrb_context* context, qrb_query_insert* query) {
@@ -156,14 +152,14 @@ qrb_status qrb_pointcloud_query_stat_index_filter(qrb_context* context, qrb_quer
     return readIndexInto(context, query, node, filter);
 }
 
-#define EXTREME(name, extreme, cleaned)                                                          \
-    qrb_status qrb_pointcloud_query_stat_##name(qrb_context* context, qrb_query_stat* query,      \
-                                                uint32_t node, const char* attribute,             \
-                                                uint32_t data_type, void* buffer) {               \
-        return call(context, [&] {                                                                \
-            query::readExtreme(given(query, "query").session, node, textOf(attribute), extreme,   \
-                               cleaned, data_type, buffer);                                       \
-        });                                                                                       \
+#define EXTREME(name, extreme, cleaned)                                                         \
+    qrb_status qrb_pointcloud_query_stat_##name(qrb_context* context, qrb_query_stat* query,    \
+                                                uint32_t node, const char* attribute,           \
+                                                uint32_t data_type, void* buffer) {             \
+        return call(context, [&] {                                                              \
+            query::readExtreme(given(query, "query").session, node, textOf(attribute), extreme, \
+                               cleaned, data_type, buffer);                                     \
+        });                                                                                     \
     }
 EXTREME(minimum, query::Extreme::Minimum, false)
 EXTREME(minimum_cleaned, query::Extreme::Minimum, true)

@@ -16,84 +16,81 @@ uint32_t low32(T value) {
 }  // namespace
 
 // A field that is read and written as it is.
-#define NUMBER_FIELD(prefix, handle, object, field, type, member)                                \
-    qrb_status prefix##_get_##field(qrb_context* context, const handle* object, type* field) {    \
-        return call(context, [&] {                                                                \
-            given(field, #field) = static_cast<type>(given(object, #object).value.member);        \
-        });                                                                                       \
-    }                                                                                             \
-    qrb_result* prefix##_get_##field##_cf(const handle* object, type* field) {                    \
-        return callFree([&] {                                                                     \
-            given(field, #field) = static_cast<type>(given(object, #object).value.member);        \
-        });                                                                                       \
-    }                                                                                             \
+#define NUMBER_FIELD(prefix, handle, object, field, type, member)                              \
+    qrb_status prefix##_get_##field(qrb_context* context, const handle* object, type* field) { \
+        return call(context, [&] {                                                             \
+            given(field, #field) = static_cast<type>(given(object, #object).value.member);     \
+        });                                                                                    \
+    }                                                                                          \
+    qrb_result* prefix##_get_##field##_cf(const handle* object, type* field) {                 \
+        return callFree([&] {                                                                  \
+            given(field, #field) = static_cast<type>(given(object, #object).value.member);     \
+        });                                                                                    \
+    }                                                                                          \
     NUMBER_SETTER(prefix, handle, object, field, type, member)
 
-#define NUMBER_SETTER(prefix, handle, object, field, type, member)                               \
-    qrb_status prefix##_set_##field(qrb_context* context, handle* object, type field) {           \
-        return call(context, [&] { given(object, #object).value.member = field; });               \
-    }                                                                                             \
-    qrb_result* prefix##_set_##field##_cf(handle* object, type field) {                           \
-        return callFree([&] { given(object, #object).value.member = field; });                    \
+#define NUMBER_SETTER(prefix, handle, object, field, type, member)                      \
+    qrb_status prefix##_set_##field(qrb_context* context, handle* object, type field) { \
+        return call(context, [&] { given(object, #object).value.member = field; });     \
+    }                                                                                   \
+    qrb_result* prefix##_set_##field##_cf(handle* object, type field) {                 \
+        return callFree([&] { given(object, #object).value.member = field; });          \
     }
 
 // A field whose getter narrows with `read`.
-#define NARROWED_FIELD(prefix, handle, object, field, type, member, read)                        \
-    qrb_status prefix##_get_##field(qrb_context* context, const handle* object, type* field) {    \
-        return call(context, [&] {                                                                \
-            given(field, #field) = read(given(object, #object).value.member);                     \
-        });                                                                                       \
-    }                                                                                             \
-    qrb_result* prefix##_get_##field##_cf(const handle* object, type* field) {                    \
-        return callFree([&] {                                                                     \
-            given(field, #field) = read(given(object, #object).value.member);                     \
-        });                                                                                       \
-    }                                                                                             \
+#define NARROWED_FIELD(prefix, handle, object, field, type, member, read)                       \
+    qrb_status prefix##_get_##field(qrb_context* context, const handle* object, type* field) {  \
+        return call(context,                                                                    \
+                    [&] { given(field, #field) = read(given(object, #object).value.member); }); \
+    }                                                                                           \
+    qrb_result* prefix##_get_##field##_cf(const handle* object, type* field) {                  \
+        return callFree(                                                                        \
+            [&] { given(field, #field) = read(given(object, #object).value.member); });         \
+    }                                                                                           \
     NUMBER_SETTER(prefix, handle, object, field, type, member)
 
-#define TEXT_FIELD(prefix, handle, object, field, member)                                        \
-    qrb_status prefix##_get_##field(qrb_context* context, const handle* object,                   \
-                                    const char** field) {                                         \
-        return call(context,                                                                      \
-                    [&] { giveText(*context, given(object, #object).value.member, field); });     \
-    }                                                                                             \
-    qrb_result* prefix##_get_##field##_cf(const handle* object, char** field) {                   \
-        return callFree([&] { giveOwnText(given(object, #object).value.member, field); });        \
-    }                                                                                             \
-    qrb_status prefix##_set_##field(qrb_context* context, handle* object, const char* field) {    \
-        return call(context, [&] { given(object, #object).value.member = textOf(field); });       \
-    }                                                                                             \
-    qrb_result* prefix##_set_##field##_cf(handle* object, const char* field) {                    \
-        return callFree([&] { given(object, #object).value.member = textOf(field); });            \
+#define TEXT_FIELD(prefix, handle, object, field, member)                                      \
+    qrb_status prefix##_get_##field(qrb_context* context, const handle* object,                \
+                                    const char** field) {                                      \
+        return call(context,                                                                   \
+                    [&] { giveText(*context, given(object, #object).value.member, field); });  \
+    }                                                                                          \
+    qrb_result* prefix##_get_##field##_cf(const handle* object, char** field) {                \
+        return callFree([&] { giveOwnText(given(object, #object).value.member, field); });     \
+    }                                                                                          \
+    qrb_status prefix##_set_##field(qrb_context* context, handle* object, const char* field) { \
+        return call(context, [&] { given(object, #object).value.member = textOf(field); });    \
+    }                                                                                          \
+    qrb_result* prefix##_set_##field##_cf(handle* object, const char* field) {                 \
+        return callFree([&] { given(object, #object).value.member = textOf(field); });         \
     }
 
 // New, delete and the JSON text of a record.
-#define RECORD(prefix, handle, object, load, save)                                               \
-    qrb_status prefix##_new(qrb_context* context, handle** object) {                              \
-        return call(context, [&] { given(object, #object) = new handle; });                       \
-    }                                                                                             \
-    qrb_result* prefix##_new_cf(handle** object) {                                                \
-        return callFree([&] { given(object, #object) = new handle; });                            \
-    }                                                                                             \
-    qrb_status prefix##_delete(qrb_context* context, handle* object) {                            \
-        return call(context, [&] { deleteRecord(object); });                                      \
-    }                                                                                             \
-    qrb_result* prefix##_delete_cf(handle* object) {                                              \
-        return callFree([&] { deleteRecord(object); });                                           \
-    }                                                                                             \
-    qrb_status prefix##_json_load(qrb_context* context, handle* object, const char* json) {       \
-        return call(context, [&] { load(textOf(json), given(object, #object).value); });          \
-    }                                                                                             \
-    qrb_result* prefix##_json_load_cf(handle* object, const char* json) {                         \
-        return callFree([&] { load(textOf(json), given(object, #object).value); });               \
-    }                                                                                             \
-    qrb_status prefix##_json_save(qrb_context* context, const handle* object,                     \
-                                  const char** json) {                                            \
-        return call(context,                                                                      \
-                    [&] { giveText(*context, save(given(object, #object).value), json); });       \
-    }                                                                                             \
-    qrb_result* prefix##_json_save_cf(const handle* object, char** json) {                        \
-        return callFree([&] { giveOwnText(save(given(object, #object).value), json); });          \
+#define RECORD(prefix, handle, object, load, save)                                                 \
+    qrb_status prefix##_new(qrb_context* context, handle** object) {                               \
+        return call(context, [&] { given(object, #object) = new handle; });                        \
+    }                                                                                              \
+    qrb_result* prefix##_new_cf(handle** object) {                                                 \
+        return callFree([&] { given(object, #object) = new handle; });                             \
+    }                                                                                              \
+    qrb_status prefix##_delete(qrb_context* context, handle* object) {                             \
+        return call(context, [&] { deleteRecord(object); });                                       \
+    }                                                                                              \
+    qrb_result* prefix##_delete_cf(handle* object) {                                               \
+        return callFree([&] { deleteRecord(object); });                                            \
+    }                                                                                              \
+    qrb_status prefix##_json_load(qrb_context* context, handle* object, const char* json) {        \
+        return call(context, [&] { load(textOf(json), given(object, #object).value); });           \
+    }                                                                                              \
+    qrb_result* prefix##_json_load_cf(handle* object, const char* json) {                          \
+        return callFree([&] { load(textOf(json), given(object, #object).value); });                \
+    }                                                                                              \
+    qrb_status prefix##_json_save(qrb_context* context, const handle* object, const char** json) { \
+        return call(context,                                                                       \
+                    [&] { giveText(*context, save(given(object, #object).value), json); });        \
+    }                                                                                              \
+    qrb_result* prefix##_json_save_cf(const handle* object, char** json) {                         \
+        return callFree([&] { giveOwnText(save(given(object, #object).value), json); });           \
     }
 
 extern "C" {

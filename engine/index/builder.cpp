@@ -49,7 +49,10 @@ void summarise(Node& node, std::span<const Node> children, const schema::Attribu
 
 TreeBuilder::TreeBuilder(const KeySpace& space, const schema::AttributeTable& table,
                          const BuilderSettings& settings, BuilderBackend& backend)
-    : m_space(space), m_table(table), m_settings(settings), m_backend(backend),
+    : m_space(space),
+      m_table(table),
+      m_settings(settings),
+      m_backend(backend),
       m_leafLevel(settings.leafLevel ? settings.leafLevel : space.depth()) {}
 
 void TreeBuilder::insert(Node& root, RowMerger& rows) {
@@ -169,8 +172,8 @@ void TreeBuilder::insertBelow(Node& node, RowMerger& rows) {
         const Key cellFirst = m_space.childFirst(node.first, node.level, cell);
         if (at == old.size() || old[at].first > m_space.last(cellFirst, level)) {
             // Cells without a node, up to the next node.
-            const unsigned end = at == old.size() ? m_space.fanout()
-                                                  : m_space.child(old[at].first, level);
+            const unsigned end =
+                at == old.size() ? m_space.fanout() : m_space.child(old[at].first, level);
             append(buildCells(node.first, level, end, rows));
             cell = end;
             continue;

@@ -29,11 +29,11 @@ public:
 };
 
 struct BuilderSettings {
-    std::size_t capacity = 10000;  // points of a leaf
-    unsigned leafLevel = 0;        // 0: leaves are limited by capacity; else leaves are the cells
-                                   // of this level, as many leaves to a cell as capacity needs
-    std::uint32_t revision = 0;    // of the nodes that change
-    std::uint32_t pageNodes = 128; // a page is written when a subtree has more nodes than this
+    std::size_t capacity = 10000;   // points of a leaf
+    unsigned leafLevel = 0;         // 0: leaves are limited by capacity; else leaves are the cells
+                                    // of this level, as many leaves to a cell as capacity needs
+    std::uint32_t revision = 0;     // of the nodes that change
+    std::uint32_t pageNodes = 128;  // a page is written when a subtree has more nodes than this
 };
 
 class TreeBuilder {

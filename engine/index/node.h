@@ -43,11 +43,11 @@ struct Node {
     std::uint32_t revision = 0;
     Key first = 0;  // the keys that belong here
     Key last = 0;
-    std::uint64_t totalCount = 0;  // points in the leaves here and below
-    std::uint64_t ownCount = 0;    // points stored in the node itself
+    std::uint64_t totalCount = 0;           // points in the leaves here and below
+    std::uint64_t ownCount = 0;             // points stored in the node itself
     std::vector<AttributeData> attributes;  // ascending uid; an absent one has its default value
-    std::vector<Node> children;  // in key order, when they stand in the same page
-    BlobRef childPage;           // else where they stand
+    std::vector<Node> children;             // in key order, when they stand in the same page
+    BlobRef childPage;                      // else where they stand
 
     std::shared_ptr<LeafContent> content;  // while a tree is built
 

@@ -109,7 +109,8 @@ RowFile::~RowFile() {
 class RowFile::Reader final : public RowReader {
 public:
     Reader(std::FILE* file, std::size_t stride, std::size_t bufferSize)
-        : m_file(file), m_stride(stride),
+        : m_file(file),
+          m_stride(stride),
           m_buffer(std::max<std::size_t>(1, bufferSize / stride) * stride) {
         std::rewind(file);
     }
@@ -195,9 +196,8 @@ void RowMerger::insert(const std::vector<std::uint8_t>& rows) {
     m_window.clear();
     m_begin = 0;
     std::vector<Source> sources;
-    for (std::unique_ptr<RowReader>& reader :
-         std::array<std::unique_ptr<RowReader>, 2>{readRows(rows, m_stride),
-                                                   readRows(std::move(window), m_stride)})
+    for (std::unique_ptr<RowReader>& reader : std::array<std::unique_ptr<RowReader>, 2>{
+             readRows(rows, m_stride), readRows(std::move(window), m_stride)})
         if (const std::uint8_t* row = reader->next())
             sources.push_back({std::move(reader), row});
     for (Source& source : m_sources)

@@ -15,16 +15,26 @@ using schema::Grid;
 template <typename Function>
 decltype(auto) withType(std::uint32_t type, Function&& function) {
     switch (type) {
-        case QRB_DATA_TYPE_UINT8: return function(std::uint8_t{});
-        case QRB_DATA_TYPE_INT8: return function(std::int8_t{});
-        case QRB_DATA_TYPE_UINT16: return function(std::uint16_t{});
-        case QRB_DATA_TYPE_INT16: return function(std::int16_t{});
-        case QRB_DATA_TYPE_UINT32: return function(std::uint32_t{});
-        case QRB_DATA_TYPE_INT32: return function(std::int32_t{});
-        case QRB_DATA_TYPE_UINT64: return function(std::uint64_t{});
-        case QRB_DATA_TYPE_INT64: return function(std::int64_t{});
-        case QRB_DATA_TYPE_SINGLE: return function(float{});
-        case QRB_DATA_TYPE_DOUBLE: return function(double{});
+        case QRB_DATA_TYPE_UINT8:
+            return function(std::uint8_t{});
+        case QRB_DATA_TYPE_INT8:
+            return function(std::int8_t{});
+        case QRB_DATA_TYPE_UINT16:
+            return function(std::uint16_t{});
+        case QRB_DATA_TYPE_INT16:
+            return function(std::int16_t{});
+        case QRB_DATA_TYPE_UINT32:
+            return function(std::uint32_t{});
+        case QRB_DATA_TYPE_INT32:
+            return function(std::int32_t{});
+        case QRB_DATA_TYPE_UINT64:
+            return function(std::uint64_t{});
+        case QRB_DATA_TYPE_INT64:
+            return function(std::int64_t{});
+        case QRB_DATA_TYPE_SINGLE:
+            return function(float{});
+        case QRB_DATA_TYPE_DOUBLE:
+            return function(double{});
         default:
             throw Failure(ErrorCode::Argument, "The data type " + std::to_string(type) +
                                                    " can't hold values: 1 (UINT8) to 10 (DOUBLE) "
@@ -34,9 +44,9 @@ decltype(auto) withType(std::uint32_t type, Function&& function) {
 
 template <typename T>
 [[noreturn]] void failFit(const schema::Attribute& attribute, const std::string& value) {
-    throw Failure(ErrorCode::Range, "The value " + value + " of the point attribute \"" +
-                                        attribute.record.name +
-                                        "\" does not fit the data type that it is to be read as.",
+    throw Failure(ErrorCode::Range,
+                  "The value " + value + " of the point attribute \"" + attribute.record.name +
+                      "\" does not fit the data type that it is to be read as.",
                   "Read it as DOUBLE or as the attribute's own data type.");
 }
 
@@ -44,7 +54,8 @@ template <typename T>
 T valueAs(const schema::Attribute& attribute, std::uint64_t code) {
     const Grid& grid = attribute.grid;
     if constexpr (std::is_integral_v<T>) {
-        if (grid.kind() == Grid::Kind::Integer && !(grid.invalidIsOffGrid() && grid.isInvalid(code))) {
+        if (grid.kind() == Grid::Kind::Integer &&
+            !(grid.invalidIsOffGrid() && grid.isInvalid(code))) {
             const Grid::Wide value = grid.integerValue(code);
             if (value < static_cast<Grid::Wide>(std::numeric_limits<T>::min()) ||
                 value > static_cast<Grid::Wide>(std::numeric_limits<T>::max()))
@@ -114,8 +125,7 @@ void writeValue(const schema::Attribute& attribute, std::uint64_t code, std::uin
 }
 
 void readCodes(const schema::Attribute& attribute, std::uint32_t type, const std::uint8_t* in,
-               std::ptrdiff_t stride, std::size_t count, std::uint8_t* out,
-               std::size_t outStride) {
+               std::ptrdiff_t stride, std::size_t count, std::uint8_t* out, std::size_t outStride) {
     const unsigned width = attribute.grid.width();
     withType(type, [&](auto example) {
         for (std::size_t i = 0; i < count; ++i) {

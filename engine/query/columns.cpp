@@ -19,30 +19,27 @@ schema::Column constantColumn(unsigned width, std::size_t count, std::uint64_t c
 
 }  // namespace
 
-std::shared_ptr<const schema::Column> readColumn(session::Session& session,
-                                                 const index::Node& node,
+std::shared_ptr<const schema::Column> readColumn(session::Session& session, const index::Node& node,
                                                  const schema::Attribute& attribute,
                                                  std::uint32_t element) {
     const unsigned width = attribute.grid.width();
     const index::AttributeData* data = node.find(attribute.uid);
     if (!data || element >= data->elements.size() || !data->elements[element].block) {
-        const schema::ElementStatistics statistics =
-            index::statisticsOf(node, attribute, element);
+        const schema::ElementStatistics statistics = index::statisticsOf(node, attribute, element);
         const std::uint64_t code =
             statistics.hasValid ? statistics.minimum : attribute.grid.invalidCode();
-        return std::make_shared<const schema::Column>(
-            constantColumn(width, node.ownCount, code));
+        return std::make_shared<const schema::Column>(constantColumn(width, node.ownCount, code));
     }
     const BlobRef& block = data->elements[element].block;
     if (auto cached = session.columns().get(block);
         cached && cached->width() == width && cached->size() == node.ownCount)
         return cached;
-    const std::string what = "a block of \"" + attribute.record.name + "\" in node " +
-                             std::to_string(node.id);
+    const std::string what =
+        "a block of \"" + attribute.record.name + "\" in node " + std::to_string(node.id);
     const Bytes bytes = session.container().read(block, what);
     thread_local codec::Decoder decoder;
-    auto column = std::make_shared<const schema::Column>(
-        decoder.decode(bytes, width, node.ownCount, what));
+    auto column =
+        std::make_shared<const schema::Column>(decoder.decode(bytes, width, node.ownCount, what));
     session.columns().put(block, column, column->bytes());
     return column;
 }

@@ -10,8 +10,7 @@
 namespace tarvo::engine::query {
 
 // Never null; as long as the node's own count.
-std::shared_ptr<const schema::Column> readColumn(session::Session& session,
-                                                 const index::Node& node,
+std::shared_ptr<const schema::Column> readColumn(session::Session& session, const index::Node& node,
                                                  const schema::Attribute& attribute,
                                                  std::uint32_t element);
 

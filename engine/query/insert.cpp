@@ -5,14 +5,14 @@
 namespace tarvo::engine::query {
 
 InsertQuery::InsertQuery(session::Session& session)
-    : m_session(session), m_writer(PointWriter::of(session)),
+    : m_session(session),
+      m_writer(PointWriter::of(session)),
       m_transaction(session.change().transaction.id) {}
 
 void InsertQuery::bind(std::string_view attribute, std::uint32_t type, const void* buffer,
                        std::int32_t stride) {
     const schema::AttributeTable& table = m_session.change().attributes;
-    Binding binding =
-        makeBinding(table, attribute, type, const_cast<void*>(buffer), stride);
+    Binding binding = makeBinding(table, attribute, type, const_cast<void*>(buffer), stride);
     if (table[binding.elements.attribute].record.name == schema::pointIdName)
         throw Failure(ErrorCode::NotAvailable,
                       "Inserting points with ids of their own is not available yet.",
@@ -47,8 +47,8 @@ std::uint32_t InsertQuery::next(std::uint32_t count) {
             for (std::uint32_t e = 0; e < binding.elements.count; ++e) {
                 const std::size_t field =
                     layout.fieldOf(binding.elements.attribute) + binding.elements.first + e;
-                readCodes(attribute, binding.type, binding.buffer + e * size, binding.stride,
-                          count, rows + layout.fields()[field].offset, stride);
+                readCodes(attribute, binding.type, binding.buffer + e * size, binding.stride, count,
+                          rows + layout.fields()[field].offset, stride);
                 bound[field] = true;
             }
         }
@@ -63,8 +63,8 @@ std::uint32_t InsertQuery::next(std::uint32_t count) {
                     isId ? attribute.grid.code(static_cast<schema::Grid::Wide>(state.nextPointId))
                          : attribute.defaultCode();
                 if (isId)  // the last one must have a place too
-                    (void)attribute.grid.code(
-                        static_cast<schema::Grid::Wide>(state.nextPointId) + count - 1);
+                    (void)attribute.grid.code(static_cast<schema::Grid::Wide>(state.nextPointId) +
+                                              count - 1);
                 std::uint8_t* row = rows + field.offset;
                 for (std::uint32_t i = 0; i < count; ++i, row += stride, code += isId ? 1 : 0)
                     std::memcpy(row, &code, field.width);

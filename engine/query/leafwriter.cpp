@@ -43,7 +43,10 @@ std::vector<std::uint32_t> orderById(const std::vector<std::uint8_t>& rows,
 
 LeafWriter::LeafWriter(session::Session& session, session::State& state,
                        const index::RowLayout& layout, const index::KeySpace& space)
-    : m_session(session), m_state(state), m_layout(layout), m_space(space),
+    : m_session(session),
+      m_state(state),
+      m_layout(layout),
+      m_space(space),
       m_table(std::make_shared<const schema::AttributeTable>(state.attributes)) {}
 
 LeafWriter::~LeafWriter() {
@@ -69,14 +72,12 @@ std::shared_ptr<index::LeafContent> LeafWriter::writeLeaf(const std::uint8_t* ro
             for (std::uint32_t e = 0; e < attribute.record.length; ++e) {
                 const index::RowLayout::Field& field = layout.fields()[layout.fieldOf(a) + e];
                 schema::Column column(field.width, order.size());
-                column.visit([&](auto codes) {
-                    gather(copy, layout.stride(), field.offset, order, codes);
-                });
+                column.visit(
+                    [&](auto codes) { gather(copy, layout.stride(), field.offset, order, codes); });
                 index::ElementData element;
                 element.statistics = schema::statistics(column, attribute.grid);
                 const schema::ElementStatistics& s = element.statistics;
-                const bool constant =
-                    !s.hasValid || (!s.hasInvalid && s.minimum == s.maximum);
+                const bool constant = !s.hasValid || (!s.hasInvalid && s.minimum == s.maximum);
                 if (!constant) {
                     const std::size_t begin = result.blob.size();
                     encoder.encode(column, {level, attribute.record.compressionOptions},
@@ -108,10 +109,9 @@ void LeafWriter::storeOldest() {
                 if (element.block.length > 0)
                     element.block.blob = blob;
     }
-    std::sort(encoded.attributes.begin(), encoded.attributes.end(),
-              [](const index::AttributeData& a, const index::AttributeData& b) {
-                  return a.uid < b.uid;
-              });
+    std::sort(
+        encoded.attributes.begin(), encoded.attributes.end(),
+        [](const index::AttributeData& a, const index::AttributeData& b) { return a.uid < b.uid; });
     job.content->attributes = std::move(encoded.attributes);
 }
 

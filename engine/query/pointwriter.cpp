@@ -13,8 +13,7 @@ namespace {
 // A leaf is encoded and decoded as one piece: beyond this its memory would matter.
 constexpr std::size_t largestLeaf = 1u << 20;
 
-index::BuilderSettings builderSettings(const session::Session& session,
-                                       const session::State& state,
+index::BuilderSettings builderSettings(const session::Session& session, const session::State& state,
                                        const index::KeySpace& space) {
     const session::CreateSettings& settings = session.identity().settings;
     index::BuilderSettings result;
@@ -24,8 +23,8 @@ index::BuilderSettings builderSettings(const session::Session& session,
     } else {
         result.capacity = largestLeaf;
         const int level = static_cast<int>(space.bits()) - static_cast<int>(settings.chunkSize);
-        result.leafLevel = static_cast<unsigned>(
-            std::clamp(level, 1, static_cast<int>(space.depth())));
+        result.leafLevel =
+            static_cast<unsigned>(std::clamp(level, 1, static_cast<int>(space.depth())));
     }
     return result;
 }
@@ -42,7 +41,9 @@ std::shared_ptr<PointWriter> PointWriter::of(session::Session& session) {
 }
 
 PointWriter::PointWriter(session::Session& session)
-    : m_session(session), m_table(session.change().attributes), m_layout(m_table),
+    : m_session(session),
+      m_table(session.change().attributes),
+      m_layout(m_table),
       m_space(m_table[0]),
       m_runSize(std::clamp<std::size_t>(session.cacheSize() / 8, 2u << 20, 64u << 20)) {}
 
@@ -52,11 +53,10 @@ PointWriter::~PointWriter() {
 }
 
 bool PointWriter::fits(const session::State& state) const {
-    return std::equal(state.attributes.all().begin(), state.attributes.all().end(),
-                      m_table.all().begin(), m_table.all().end(),
-                      [](const schema::Attribute& a, const schema::Attribute& b) {
-                          return a.uid == b.uid;
-                      });
+    return std::equal(
+        state.attributes.all().begin(), state.attributes.all().end(), m_table.all().begin(),
+        m_table.all().end(),
+        [](const schema::Attribute& a, const schema::Attribute& b) { return a.uid == b.uid; });
 }
 
 std::uint8_t* PointWriter::addRows(std::size_t count) {
@@ -88,8 +88,9 @@ void PointWriter::finishRows(std::uint8_t* rows, std::size_t count) {
 
 void PointWriter::checkIntact() const {
     if (m_failed)
-        throw Failure(ErrorCode::State, "Points were lost when an insert failed; the transaction "
-                                        "can only be rolled back.");
+        throw Failure(ErrorCode::State,
+                      "Points were lost when an insert failed; the transaction "
+                      "can only be rolled back.");
 }
 
 void PointWriter::startRun() {
@@ -101,10 +102,15 @@ void PointWriter::startRun() {
     m_rows = {};
     m_rows.reserve(m_runSize + m_runSize / 4);
     m_sorting.push_back(m_session.pool().run(std::move(sort)));
-    while (m_sorting.size() > 2) {
-        m_runs.push_back(m_sorting.front().get());
-        m_sorting.pop_front();
-    }
+    while (m_sorting.size() > 2)
+        keepOldestRun();
+}
+
+// Waits for the run that was started first.
+void PointWriter::keepOldestRun() {
+    auto run = std::move(m_sorting.front());
+    m_sorting.pop_front();
+    m_runs.push_back(run.get());
 }
 
 void PointWriter::apply() {
@@ -117,10 +123,8 @@ void PointWriter::apply() {
 }
 
 void PointWriter::mergeIntoTree() {
-    while (!m_sorting.empty()) {
-        m_runs.push_back(m_sorting.front().get());
-        m_sorting.pop_front();
-    }
+    while (!m_sorting.empty())
+        keepOldestRun();
     const std::size_t stride = m_layout.stride();
     const std::size_t buffer = std::clamp<std::size_t>(
         m_session.cacheSize() / 8 / (m_runs.size() + 1), 64u << 10, 8u << 20);

@@ -37,6 +37,7 @@ public:
 
 private:
     void startRun();
+    void keepOldestRun();
     void mergeIntoTree();
     void checkIntact() const;
 

@@ -17,7 +17,9 @@ std::future<NodeHits> ready(NodeHits hits) {
 }  // namespace
 
 Scan::Scan(session::Session& session, Scope scope, std::string_view filter)
-    : m_session(session), m_state(session.state()), m_scope(std::move(scope)),
+    : m_session(session),
+      m_state(session.state()),
+      m_scope(std::move(scope)),
       m_filter(filter::Expression::parse(filter), m_state->attributes) {
     m_rootPage = std::make_shared<const index::Page>(1, session.rootNode(*m_state));
     m_cursor.emplace(m_rootPage->front(), session.pageReader());
@@ -28,8 +30,8 @@ Scan::Scan(session::Session& session, Scope scope, std::string_view filter)
 }
 
 Scan::~Scan() {
-    for (Work& work : m_work)
-        work.hits.wait();
+    for (std::future<NodeHits>& hits : m_work)
+        hits.wait();
 }
 
 // Finds the nodes of the scope, so that a wrong number is an error before anything is read.
@@ -49,8 +51,8 @@ void Scan::findScope() {
         cursor.enter();
     }
     if (!missing.empty())
-        throw Failure(ErrorCode::NotFound, "The index has no node " +
-                                               std::to_string(*missing.begin()) + ".");
+        throw Failure(ErrorCode::NotFound,
+                      "The index has no node " + std::to_string(*missing.begin()) + ".");
     m_cursor.emplace(m_rootPage->front(), m_session.pageReader());
 }
 
@@ -97,10 +99,9 @@ NodeHits Scan::examine(std::shared_ptr<const index::Page> page, const index::Nod
 
 void Scan::start(bool all) {
     const index::Node* node = m_cursor->node();
-    m_work.push_back({m_session.pool().run(
-        [this, page = m_cursor->page() ? m_cursor->page() : m_rootPage, node, all] {
-            return examine(page, node, all);
-        })});
+    m_work.push_back(
+        m_session.pool().run([this, page = m_cursor->page() ? m_cursor->page() : m_rootPage, node,
+                              all] { return examine(page, node, all); }));
 }
 
 // Moves the cursor to the next candidate, takes what it can decide on the way, and past it.
@@ -128,7 +129,7 @@ bool Scan::advance() {
             NodeHits hits;
             hits.all = true;
             hits.count = hits.scanned = m_scope.nodes ? node->ownCount : node->totalCount;
-            m_work.push_back({ready(std::move(hits))});
+            m_work.push_back(ready(std::move(hits)));
             if (m_scope.nodes)
                 m_cursor->enter();
             else
@@ -151,8 +152,9 @@ std::optional<NodeHits> Scan::next() {
         }
         if (m_work.empty())
             return std::nullopt;
-        NodeHits hits = m_work.front().hits.get();
+        std::future<NodeHits> oldest = std::move(m_work.front());
         m_work.pop_front();
+        NodeHits hits = oldest.get();
         m_passed += hits.scanned;
         // The first page wants one leaf soon; who goes on wants all cores.
         m_ahead = std::min(m_ahead * 2, window());

@@ -55,9 +55,6 @@ public:
     std::uint64_t passed() const { return m_passed; }
 
 private:
-    struct Work {
-        std::future<NodeHits> hits;
-    };
     void findScope();
     bool advance();  // starts work on the next candidate; false at the end
     void start(bool all);
@@ -77,7 +74,7 @@ private:
     std::uint64_t m_total = 0;
     std::uint64_t m_passed = 0;
     std::size_t m_ahead = 1;
-    std::deque<Work> m_work;
+    std::deque<std::future<NodeHits>> m_work;
 };
 
 }  // namespace tarvo::engine::query

@@ -9,8 +9,7 @@ void SelectQuery::bind(std::string_view attribute, std::uint32_t type, void* buf
                        std::int32_t stride) {
     if (m_started)
         throw Failure(ErrorCode::State, "The query has begun: buffers must be bound before.");
-    m_bindings.push_back(
-        makeBinding(m_scan.state().attributes, attribute, type, buffer, stride));
+    m_bindings.push_back(makeBinding(m_scan.state().attributes, attribute, type, buffer, stride));
 }
 
 void SelectQuery::copy(std::size_t begin, std::size_t count, std::size_t row) const {
@@ -25,14 +24,13 @@ void SelectQuery::copy(std::size_t begin, std::size_t count, std::size_t row) co
     }
     std::size_t column = 0;
     for (const Binding& binding : m_bindings) {
-        const schema::Attribute& attribute =
-            m_scan.state().attributes[binding.elements.attribute];
+        const schema::Attribute& attribute = m_scan.state().attributes[binding.elements.attribute];
         const std::size_t size = sizeOfType(binding.type);
         for (std::uint32_t e = 0; e < binding.elements.count; ++e)
-            writeValues(attribute, *m_hits->columns[column++], rows, binding.type,
-                        binding.buffer + static_cast<std::ptrdiff_t>(row) * binding.stride +
-                            e * size,
-                        binding.stride);
+            writeValues(
+                attribute, *m_hits->columns[column++], rows, binding.type,
+                binding.buffer + static_cast<std::ptrdiff_t>(row) * binding.stride + e * size,
+                binding.stride);
     }
 }
 

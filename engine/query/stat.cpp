@@ -12,7 +12,8 @@ namespace {
 class IndexReader {
 public:
     IndexReader(session::Session& session, std::string_view filter)
-        : m_state(session.state()), m_pages(session.pageReader()),
+        : m_state(session.state()),
+          m_pages(session.pageReader()),
           m_filter(filter::Expression::parse(filter), m_state->attributes) {}
 
     std::optional<IndexEntry> read(const index::Node& node, bool all) const {
@@ -43,8 +44,8 @@ private:
     filter::Decision decide(const index::Node& node) const {
         std::vector<schema::ElementStatistics> statistics;
         for (const filter::ElementRef& element : m_filter.elements())
-            statistics.push_back(index::statisticsOf(
-                node, m_state->attributes[element.attribute], element.element));
+            statistics.push_back(
+                index::statisticsOf(node, m_state->attributes[element.attribute], element.element));
         return m_filter.decide(statistics);
     }
 

@@ -69,8 +69,7 @@ std::string jsonReport(session::Session& session, const Facts& facts) {
             writer.Key(minimum ? "minimum" : "maximum");
             writer.StartArray();
             for (std::uint32_t e = 0; e < attribute.record.length; ++e) {
-                const schema::ElementStatistics s =
-                    index::statisticsOf(facts.root, attribute, e);
+                const schema::ElementStatistics s = index::statisticsOf(facts.root, attribute, e);
                 if (state.pointCount > 0 && s.hasValid)
                     writer.Double(attribute.grid.value(minimum ? s.minimum : s.maximum));
                 else
@@ -101,7 +100,8 @@ std::string textReport(session::Session& session, const Facts& facts) {
     const session::CreateSettings& settings = session.identity().settings;
     std::string out = "DATABASE\n";
     const auto line = [&out](const std::string& name, const std::string& value) {
-        out += "  " + name + std::string(name.size() < 20 ? 20 - name.size() : 1, ' ') + value + "\n";
+        out +=
+            "  " + name + std::string(name.size() < 20 ? 20 - name.size() : 1, ' ') + value + "\n";
     };
     line("UUID", session.identity().uuid);
     line("File", session.container().fileName());
@@ -140,13 +140,14 @@ std::string textReport(session::Session& session, const Facts& facts) {
 
 std::string inspect(session::Session& session, std::uint8_t format) {
     switch (format) {
-        case 1: return textReport(session, gatherFacts(session));
-        case 2: return jsonReport(session, gatherFacts(session));
+        case 1:
+            return textReport(session, gatherFacts(session));
+        case 2:
+            return jsonReport(session, gatherFacts(session));
         case 3:
         case 4:
             throw Failure(ErrorCode::NotAvailable,
-                          "The report format " + std::to_string(format) +
-                              " is not available yet.",
+                          "The report format " + std::to_string(format) + " is not available yet.",
                           "The formats 1 (plain text) and 2 (JSON) are.");
         default:
             throw Failure(ErrorCode::Argument, "The report format " + std::to_string(format) +

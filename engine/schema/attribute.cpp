@@ -3,8 +3,8 @@
 #include "engine/base/error.h"
 #include "engine/base/json.h"
 
-#include <cmath>
 #include <charconv>
+#include <cmath>
 
 namespace tarvo::engine::schema {
 

@@ -33,18 +33,30 @@ public:
 
     std::uint64_t operator[](std::size_t index) const {
         switch (m_width) {
-            case 1: return as<std::uint8_t>()[index];
-            case 2: return as<std::uint16_t>()[index];
-            case 4: return as<std::uint32_t>()[index];
-            default: return as<std::uint64_t>()[index];
+            case 1:
+                return as<std::uint8_t>()[index];
+            case 2:
+                return as<std::uint16_t>()[index];
+            case 4:
+                return as<std::uint32_t>()[index];
+            default:
+                return as<std::uint64_t>()[index];
         }
     }
     void set(std::size_t index, std::uint64_t code) {
         switch (m_width) {
-            case 1: as<std::uint8_t>()[index] = static_cast<std::uint8_t>(code); break;
-            case 2: as<std::uint16_t>()[index] = static_cast<std::uint16_t>(code); break;
-            case 4: as<std::uint32_t>()[index] = static_cast<std::uint32_t>(code); break;
-            default: as<std::uint64_t>()[index] = code; break;
+            case 1:
+                as<std::uint8_t>()[index] = static_cast<std::uint8_t>(code);
+                break;
+            case 2:
+                as<std::uint16_t>()[index] = static_cast<std::uint16_t>(code);
+                break;
+            case 4:
+                as<std::uint32_t>()[index] = static_cast<std::uint32_t>(code);
+                break;
+            default:
+                as<std::uint64_t>()[index] = code;
+                break;
         }
     }
 
@@ -52,19 +64,27 @@ public:
     template <typename Function>
     decltype(auto) visit(Function&& function) const {
         switch (m_width) {
-            case 1: return function(as<std::uint8_t>());
-            case 2: return function(as<std::uint16_t>());
-            case 4: return function(as<std::uint32_t>());
-            default: return function(as<std::uint64_t>());
+            case 1:
+                return function(as<std::uint8_t>());
+            case 2:
+                return function(as<std::uint16_t>());
+            case 4:
+                return function(as<std::uint32_t>());
+            default:
+                return function(as<std::uint64_t>());
         }
     }
     template <typename Function>
     decltype(auto) visit(Function&& function) {
         switch (m_width) {
-            case 1: return function(as<std::uint8_t>());
-            case 2: return function(as<std::uint16_t>());
-            case 4: return function(as<std::uint32_t>());
-            default: return function(as<std::uint64_t>());
+            case 1:
+                return function(as<std::uint8_t>());
+            case 2:
+                return function(as<std::uint16_t>());
+            case 4:
+                return function(as<std::uint32_t>());
+            default:
+                return function(as<std::uint64_t>());
         }
     }
 
@@ -84,8 +104,10 @@ struct ElementStatistics {
 
     void merge(const ElementStatistics& other) {
         if (other.hasValid) {
-            minimum = hasValid ? (minimum < other.minimum ? minimum : other.minimum) : other.minimum;
-            maximum = hasValid ? (maximum > other.maximum ? maximum : other.maximum) : other.maximum;
+            minimum =
+                hasValid ? (minimum < other.minimum ? minimum : other.minimum) : other.minimum;
+            maximum =
+                hasValid ? (maximum > other.maximum ? maximum : other.maximum) : other.maximum;
             hasValid = true;
         }
         hasInvalid = hasInvalid || other.hasInvalid;

@@ -101,9 +101,12 @@ void Session::create(const std::string& fileName, const CreateSettings& settings
 }
 
 Session::Session(const std::string& fileName, const OpenSettings& settings, std::string api)
-    : m_container(fileName), m_identity(identityFromText(m_container.identity())),
-      m_api(std::move(api)), m_cacheSize(std::max<std::uint64_t>(settings.cacheSize, 16u << 20)),
-      m_pages(m_cacheSize / 8), m_columns(m_cacheSize / 2) {
+    : m_container(fileName),
+      m_identity(identityFromText(m_container.identity())),
+      m_api(std::move(api)),
+      m_cacheSize(std::max<std::uint64_t>(settings.cacheSize, 16u << 20)),
+      m_pages(m_cacheSize / 8),
+      m_columns(m_cacheSize / 2) {
     m_version = m_container.version();
     load(m_container.current());
 }
@@ -135,10 +138,9 @@ BlobRef Session::addText(const std::string& text) {
 void Session::load(std::uint32_t id) {
     auto state = std::make_shared<State>(stateFromRoot(m_container.root(id)));
     if (state->transaction.id != id || !state->attributesBlob)
-        throw Failure(ErrorCode::Damaged, "The file is damaged: transaction " +
-                                              std::to_string(id) + " is not what it should be.");
-    state->attributes =
-        attributesFromText(readText(state->attributesBlob, "the attribute table"));
+        throw Failure(ErrorCode::Damaged, "The file is damaged: transaction " + std::to_string(id) +
+                                              " is not what it should be.");
+    state->attributes = attributesFromText(readText(state->attributesBlob, "the attribute table"));
     m_current = std::move(state);
 }
 
@@ -170,8 +172,7 @@ std::shared_ptr<const State> Session::state() {
 index::Node Session::rootNode(const State& state) {
     index::Node root;
     if (state.rootPage) {
-        const index::Page page =
-            index::decodePage(m_container.read(state.rootPage, "the index"));
+        const index::Page page = index::decodePage(m_container.read(state.rootPage, "the index"));
         if (page.size() != 1 || page[0].totalCount != state.pointCount)
             throw Failure(ErrorCode::Damaged, "The file is damaged: its index has no root.");
         return page[0];
@@ -278,8 +279,7 @@ void Session::removeAttribute(const std::string& name) {
     settle();
     const int index = pending.attributes.find(name);
     if (index < 0)
-        throw Failure(ErrorCode::NotFound,
-                      "The database has no point attribute \"" + name + "\".");
+        throw Failure(ErrorCode::NotFound, "The database has no point attribute \"" + name + "\".");
     if (index == 0 || name == schema::pointIdName)
         throw Failure(ErrorCode::Argument, "The point attribute \"" + name +
                                                "\" can't be removed: points are found by it.");

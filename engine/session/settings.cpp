@@ -8,8 +8,8 @@ namespace tarvo::engine::session {
 namespace {
 
 [[noreturn]] void refuseSetting(const char* name, const std::string& value, const char* possible) {
-    throw Failure(ErrorCode::Argument, std::string("The ") + name + " " + value +
-                                           " is not possible: " + possible + ".");
+    throw Failure(ErrorCode::Argument,
+                  std::string("The ") + name + " " + value + " is not possible: " + possible + ".");
 }
 
 }  // namespace

@@ -168,8 +168,8 @@ std::string timestamp() {
     using namespace std::chrono;
     const auto now = system_clock::now();
     const std::time_t seconds = system_clock::to_time_t(now);
-    const auto milliseconds = duration_cast<std::chrono::milliseconds>(
-        now.time_since_epoch()).count() % 1000;
+    const auto milliseconds =
+        duration_cast<std::chrono::milliseconds>(now.time_since_epoch()).count() % 1000;
     std::tm utc{};
 #ifdef _WIN32
     gmtime_s(&utc, &seconds);

@@ -33,7 +33,7 @@ struct State {
     schema::AttributeTable attributes;  // the primary attribute first, then the point id
     std::uint32_t nextUid = 1;
 
-    BlobRef rootPage;        // holds the root node; none while the database is empty or changed
+    BlobRef rootPage;  // holds the root node; none while the database is empty or changed
     std::uint64_t pointCount = 0;
     std::uint64_t nextPointId = 1;
     std::uint32_t nextNodeId = 2;  // the root is 1

@@ -58,8 +58,8 @@ struct Connection {
     std::string fileName;
 
     Connection(const std::string& name, int flags) : fileName(name) {
-        const int result = sqlite3_open_v2(name.c_str(), &handle, flags | SQLITE_OPEN_NOMUTEX |
-                                           SQLITE_OPEN_EXRESCODE, nullptr);
+        const int result = sqlite3_open_v2(
+            name.c_str(), &handle, flags | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
         if (result != SQLITE_OK) {
             const std::unique_ptr<sqlite3, int (*)(sqlite3*)> owner(handle, sqlite3_close);
             throwSqlite(handle, result, name);
@@ -94,9 +94,7 @@ struct Connection {
         // A spilled cache would lock readers out while blobs are staged.
         run("PRAGMA cache_spill=OFF");
     }
-    bool hasOurHeader() {
-        return pragma("PRAGMA application_id") == applicationId;
-    }
+    bool hasOurHeader() { return pragma("PRAGMA application_id") == applicationId; }
 };
 
 namespace {
@@ -125,8 +123,7 @@ void checkSchema(Connection& connection) {
 }
 
 void putInfo(Connection& connection, const std::string& name, std::string_view value) {
-    Statement(connection.handle, "INSERT OR REPLACE INTO info VALUES(?, ?, ?)",
-              connection.fileName)
+    Statement(connection.handle, "INSERT OR REPLACE INTO info VALUES(?, ?, ?)", connection.fileName)
         .bind(1, name)
         .bind(2, value)
         .bind(3, textChecksum(name + ":", value))
@@ -168,9 +165,9 @@ struct Container::Impl {
 
     std::optional<WriterLock> lock;
     std::int64_t nextBlob = 0;
-    std::size_t staged = 0;     // bytes in the open container transaction
+    std::size_t staged = 0;  // bytes in the open container transaction
     bool inBatch = false;
-    bool failed = false;        // a staged batch was lost: only a rollback helps
+    bool failed = false;  // a staged batch was lost: only a rollback helps
     std::optional<Statement> insert;
 
     void closeReader() {
@@ -357,9 +354,9 @@ Bytes Container::read(const BlobRef& reference, std::string_view what) {
         const std::lock_guard guard(m->mutex);
         sqlite3* handle = m->connection->handle;
         const auto row = static_cast<sqlite3_int64>(reference.blob);
-        int result = m->reader ? sqlite3_blob_reopen(m->reader, row)
-                               : sqlite3_blob_open(handle, "main", "blob", "data", row, 0,
-                                                   &m->reader);
+        int result = m->reader
+                         ? sqlite3_blob_reopen(m->reader, row)
+                         : sqlite3_blob_open(handle, "main", "blob", "data", row, 0, &m->reader);
         if (result == SQLITE_ABORT) {
             m->closeReader();
             result = sqlite3_blob_open(handle, "main", "blob", "data", row, 0, &m->reader);
@@ -392,8 +389,10 @@ Bytes Container::read(const BlobRef& reference, std::string_view what) {
 
 void Container::beginWriting() {
     if (m->readOnly)
-        throw Failure(ErrorCode::File, "The database can only be read: the file or its folder is "
-                                       "write-protected.", "File: " + fileName());
+        throw Failure(ErrorCode::File,
+                      "The database can only be read: the file or its folder is "
+                      "write-protected.",
+                      "File: " + fileName());
     m->lock.emplace(fileName());
     try {
         m->failed = false;

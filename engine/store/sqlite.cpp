@@ -22,8 +22,10 @@ void throwSqlite(sqlite3* database, int result, const std::string& fileName) {
                               "name that ends in \"-journal\", to a place that is writable, and "
                               "open it there.",
                               details);
-            throw Failure(ErrorCode::File, "The file can only be read: it or its folder is "
-                                           "write-protected.", details);
+            throw Failure(ErrorCode::File,
+                          "The file can only be read: it or its folder is "
+                          "write-protected.",
+                          details);
         case SQLITE_BUSY:
         case SQLITE_LOCKED:
             throw Failure(ErrorCode::Busy,
@@ -32,15 +34,17 @@ void throwSqlite(sqlite3* database, int result, const std::string& fileName) {
         case SQLITE_NOTADB:
             throw Failure(ErrorCode::Format, "The file is not a point-cloud database.", details);
         case SQLITE_CORRUPT:
-            throw Failure(ErrorCode::Damaged,
-                          "The file is damaged. Restore it from a backup.", details);
+            throw Failure(ErrorCode::Damaged, "The file is damaged. Restore it from a backup.",
+                          details);
         case SQLITE_CANTOPEN:
             throw Failure(ErrorCode::File, "The file can't be opened.", details);
         case SQLITE_NOMEM:
             throw Failure(ErrorCode::Memory, "Out of memory.", details);
         case SQLITE_IOERR:
-            throw Failure(ErrorCode::File, "Reading or writing the file failed. What was committed "
-                                           "is safe; check the disk.", details);
+            throw Failure(ErrorCode::File,
+                          "Reading or writing the file failed. What was committed "
+                          "is safe; check the disk.",
+                          details);
         default:
             throw Failure(ErrorCode::File, "The file can't be read or written.", details);
     }

@@ -1,0 +1,266 @@
+// The file under bad conditions: crashes, full disks, two writers, damage.
+#include "tests/engine/database.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <csignal>
+#include <fstream>
+#include <random>
+
+namespace tarvo::engine {
+namespace {
+
+using namespace testing;
+
+std::vector<Point> somePoints(std::size_t count, std::uint32_t seed) {
+    std::mt19937 random(seed);
+    std::vector<Point> points(count);
+    for (Point& p : points)
+        p = {static_cast<double>(random() % 2000) - 1000, static_cast<double>(random() % 100),
+             static_cast<double>(random() % 100) / 8, static_cast<std::uint16_t>(random() % 9000)};
+    return points;
+}
+
+std::vector<char> contents(const std::string& file) {
+    std::ifstream in(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+void write(const std::string& file, const std::vector<char>& bytes) {
+    std::ofstream(file, std::ios::binary)
+        .write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+}
+
+// A file with two transactions, a metadata item and a few leaves.
+Points makeDatabase(const std::string& file) {
+    session::Session::create(file, settings(1, 200), "test", amplitudeOnly());
+    session::Session session(file, {}, "test");
+    session.begin("points", "test", "", "");
+    insert(session, somePoints(1500, 1));
+    session.setMetaData("note", "{\"text\":\"a note\"}");
+    session.commit();
+    return readAll(session);
+}
+
+// Runs the function in a process of its own and gives its exit status.
+template <typename Function>
+int inChild(Function&& function) {
+    const pid_t child = ::fork();
+    if (child == 0) {
+        int status = 100;
+        try {
+            status = function();
+        } catch (...) {
+        }
+        ::_exit(status);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    return WIFSIGNALED(status) ? 1000 + WTERMSIG(status) : WEXITSTATUS(status);
+}
+
+TEST(File, KeepsWhatWasCommittedWhenAWriterIsKilled) {
+    TemporaryFolder folder;
+    const std::string file = folder.file("a.qrbx");
+    const Points before = makeDatabase(file);
+    const auto size = std::filesystem::file_size(file);
+    for (int round = 0; round < 3; ++round)
+        EXPECT_EQ(inChild([&] {
+                      session::Session session(file, {}, "test");
+                      session.begin("lost", "test", "", "");
+                      insert(session, somePoints(20'000, 2));
+                      (void)readAll(session);  // stages blobs
+                      ::raise(SIGKILL);
+                      return 0;
+                  }),
+                  1000 + SIGKILL);
+    session::Session session(file, {}, "test");
+    EXPECT_EQ(readAll(session), before);
+    EXPECT_EQ(session.transactions(), (std::vector<std::uint32_t>{1, 2}));
+    // The next writer uses the space again.
+    session.begin("more", "test", "", "");
+    insert(session, somePoints(100, 3));
+    session.commit();
+    EXPECT_EQ(readAll(session).size(), before.size() + 100);
+    EXPECT_LT(std::filesystem::file_size(file), size + 2'000'000);
+}
+
+TEST(File, KeepsWhatWasCommittedWhenTheDiskIsFull) {
+    TemporaryFolder folder;
+    const std::string file = folder.file("a.qrbx");
+    const Points before = makeDatabase(file);
+    const int status = inChild([&] {
+        std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit{300'000, 300'000};  // no file may grow beyond
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+        session::Session session(file, session::OpenSettings{0}, "test");
+        session.begin("too much", "test", "", "");
+        try {
+            for (int i = 0; i < 20; ++i)
+                insert(session, somePoints(20'000, static_cast<std::uint32_t>(i)));
+            session.commit();
+            return 1;
+        } catch (const Failure& failure) {
+            if (failure.code() != ErrorCode::File)
+                return 2;
+        }
+        try {
+            session.commit();  // must not publish a part
+            return 3;
+        } catch (const Failure&) {
+        }
+        session.rollback();
+        return readAll(session) == before ? 0 : 4;
+    });
+    EXPECT_EQ(status, 0);
+    session::Session session(file, {}, "test");
+    EXPECT_EQ(readAll(session), before);
+    commitPoints(session, somePoints(10, 5));
+    EXPECT_EQ(readAll(session).size(), before.size() + 10);
+}
+
+TEST(File, HasOneWriterAtATimeAndReadersBesideIt) {
+    TemporaryFolder folder;
+    const std::string file = folder.file("a.qrbx");
+    const Points before = makeDatabase(file);
+    session::Session writer(file, {}, "test");
+    session::Session other(file, {}, "test");
+    writer.begin("first", "test", "", "");
+    try {
+        other.begin("second", "test", "", "");
+        FAIL() << "two writers";
+    } catch (const Failure& failure) {
+        EXPECT_EQ(failure.code(), ErrorCode::Busy);
+    }
+    insert(writer, somePoints(50, 9));
+    (void)readAll(writer);  // staged
+    EXPECT_EQ(readAll(other), before);
+    writer.commit();
+    // Another handle sees the new state at its next query.
+    EXPECT_EQ(readAll(other).size(), before.size() + 50);
+    EXPECT_EQ(other.current(), 3u);
+    other.begin("second", "test", "", "");
+    insert(other, somePoints(50, 10));
+    other.rollback();
+    writer.begin("third", "test", "", "");
+    writer.rollback();
+    EXPECT_EQ(folder.entries(), 1u);
+}
+
+// What a reader of a damaged file may see: the truth, or an error.
+void expectTruthOrFailure(const std::string& file, const Points& truth, int& silent,
+                          const std::string& what) {
+    try {
+        session::Session session(file, {}, "test");
+        const Points points = readAll(session);
+        const std::string note = session.metaData("note");
+        const std::uint64_t count = countOf(session, "amplitude < 4000");
+        std::uint64_t expected = 0;
+        for (const auto& [id, point] : truth)
+            expected += point.amplitude < 4000;
+        EXPECT_TRUE(points == truth && count == expected && note == "{\"text\":\"a note\"}")
+            << "wrong values without an error: " << what;
+        ++silent;
+    } catch (const Failure&) {
+    }
+}
+
+TEST(File, WithOneFlippedBitGivesAnErrorOrTheTruth) {
+    TemporaryFolder folder;
+    const std::string file = folder.file("a.qrbx");
+    const Points truth = makeDatabase(file);
+    const std::vector<char> whole = contents(file);
+    const std::string damaged = folder.file("damaged.qrbx");
+    const std::uint32_t seed = std::random_device{}();
+    std::printf("seed %u\n", seed);
+    std::mt19937 random(seed);
+    int silent = 0;
+    constexpr int trials = 1500;
+    for (int i = 0; i < trials; ++i) {
+        // Half of them in the first page and around page starts, where the structure lies.
+        std::size_t at = random() % whole.size();
+        if (i % 2 == 0)
+            at = std::min(whole.size() - 1,
+                          random() % (whole.size() / 8192) * 8192 + random() % 120);
+        std::vector<char> bytes = whole;
+        bytes[at] = static_cast<char>(bytes[at] ^ (1 << random() % 8));
+        write(damaged, bytes);
+        expectTruthOrFailure(damaged, truth, silent, "byte " + std::to_string(at));
+    }
+    // Free space and unused history may change unseen, the rest not.
+    EXPECT_LT(silent, trials);
+}
+
+TEST(File, CutShortGivesAnErrorOrTheTruth) {
+    TemporaryFolder folder;
+    const std::string file = folder.file("a.qrbx");
+    const Points truth = makeDatabase(file);
+    const std::vector<char> whole = contents(file);
+    const std::string cut = folder.file("cut.qrbx");
+    int silent = 0;
+    for (std::size_t length = 0; length < whole.size(); length += 1 + whole.size() / 150) {
+        write(cut, {whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length)});
+        expectTruthOrFailure(cut, truth, silent, "length " + std::to_string(length));
+    }
+    EXPECT_EQ(silent, 0);
+}
+
+TEST(File, ThatIsNoDatabaseIsRefusedWithAReason) {
+    TemporaryFolder folder;
+    const std::string text = folder.file("text.qrbx");
+    write(text, std::vector<char>(10'000, 'x'));
+    for (const std::string& file : {text, folder.file("missing.qrbx"), folder.file(".")}) {
+        EXPECT_FALSE(store::Container::recognises(file));
+        EXPECT_THROW(session::Session(file, {}, "test"), Failure) << file;
+    }
+    const std::string file = folder.file("a.qrbx");
+    makeDatabase(file);
+    EXPECT_TRUE(store::Container::recognises(file));
+    try {
+        session::Session::create(file, settings(1, 10), "test");
+        FAIL() << "an existing file was overwritten";
+    } catch (const Failure& failure) {
+        EXPECT_EQ(failure.code(), ErrorCode::Exists);
+    }
+    // Settings that no file can have leave no file.
+    session::CreateSettings bad = settings(1, 0);
+    EXPECT_THROW(session::Session::create(folder.file("b.qrbx"), bad, "test"), Failure);
+    EXPECT_FALSE(std::filesystem::exists(folder.file("b.qrbx")));
+}
+
+TEST(Transactions, KeepTheirRecordAndEndAsTold) {
+    TemporaryFolder folder;
+    const std::string file = folder.file("a.qrbx");
+    makeDatabase(file);
+    session::Session session(file, {}, "the layer");
+    EXPECT_THROW(session.commit(), Failure);
+    EXPECT_THROW(session.rollback(), Failure);
+    EXPECT_THROW(session.setMetaData("a", "1"), Failure);
+    EXPECT_EQ(session.begin("Title", "Agent", "Comments", "{\"a\":1}"), 3u);
+    EXPECT_THROW(session.begin("", "", "", ""), Failure);
+    EXPECT_TRUE(session.pending());
+    EXPECT_EQ(session.current(), 2u);
+    EXPECT_THROW(session.setMetaData("broken", "{"), Failure);
+    session.setMetaData("kept", "[1, 2]");
+    session.removeMetaData("note");
+    // A commit that is told to stop leaves everything as it is.
+    EXPECT_THROW(session.commit([](int) { return false; }), Failure);
+    EXPECT_TRUE(session.pending());
+    session.commit();
+    const session::TransactionRecord record = session.details(3);
+    EXPECT_EQ(record.title, "Title");
+    EXPECT_EQ(record.agent, "Agent");
+    EXPECT_EQ(record.comments, "Comments");
+    EXPECT_EQ(record.settings, "{\"a\":1}");
+    EXPECT_EQ(record.qrb, session::libraryVersion() + "\nthe layer");
+    EXPECT_LE(record.start, record.stop);
+    session::Session again(file, {}, "test");
+    EXPECT_EQ(again.metaData("kept"), "[1, 2]");
+    EXPECT_THROW(again.metaData("note"), Failure);
+    EXPECT_THROW(again.details(9), Failure);
+}
+
+}  // namespace
+}  // namespace tarvo::engine
