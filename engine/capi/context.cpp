@@ -18,16 +18,17 @@ using namespace tarvo::engine::capi;
 
 namespace {
 
-qrb_status newContext(qrb_context** context, const char* api) {
+// There is no context yet to tell an error: a wrong level or log file gives only the status.
+qrb_status newContext(qrb_context** context, const char* api, const char* level,
+                      const char* path) noexcept {
     if (!context)
         return QRB_FAILURE;
-    auto* made = new (std::nothrow) qrb_context;
-    if (!made)
+    try {
+        *context = new qrb_context{Log(textOf(level), textOf(path)), textOf(api), {}, {}};
+        return QRB_SUCCESS;
+    } catch (...) {
         return QRB_FAILURE;
-    return call(made, [&] {
-        made->api = textOf(api);
-        *context = made;
-    });
+    }
 }
 
 std::string ownFileName() {
@@ -71,14 +72,13 @@ constexpr const char* license =
 
 extern "C" {
 
-// Levels and log files are accepted and kept silent: the library reports everything as errors.
-qrb_status qrb_context_new(qrb_context** context, const char*, const char*) {
-    return newContext(context, nullptr);
+qrb_status qrb_context_new(qrb_context** context, const char* log_level, const char* log_path) {
+    return newContext(context, nullptr, log_level, log_path);
 }
 
-qrb_status qrb_context_new_with_api(qrb_context** context, const char* api, const char*,
-                                    const char*) {
-    return newContext(context, api);
+qrb_status qrb_context_new_with_api(qrb_context** context, const char* api, const char* log_level,
+                                    const char* log_path) {
+    return newContext(context, api, log_level, log_path);
 }
 
 qrb_status qrb_context_delete(qrb_context* context) {

@@ -4,6 +4,7 @@
 
 #define QRB_PROTOTYPES
 #include "engine/base/error.h"
+#include "engine/capi/log.h"
 #include "engine/query/insert.h"
 #include "engine/query/select.h"
 #include "engine/session/session.h"
@@ -11,6 +12,7 @@
 
 #include <atomic>
 #include <memory>
+#include <source_location>
 #include <string>
 #include <vector>
 
@@ -38,6 +40,7 @@ struct qrb_result {
 };
 
 struct qrb_context {
+    tarvo::engine::capi::Log log;
     std::string api;
     qrb_result error;
     std::string text;  // what the last call handed out
@@ -70,16 +73,19 @@ namespace tarvo::engine::capi {
 // Fills the error from the exception that is being handled.
 void describeException(qrb_result& error) noexcept;
 
-// Runs a context-bound function.
+// Runs a context-bound function; `where` names it in the log.
 template <typename Function>
-qrb_status call(qrb_context* context, Function&& function) noexcept {
+qrb_status call(qrb_context* context, Function&& function,
+                std::source_location where = std::source_location::current()) noexcept {
     if (!context)
         return QRB_FAILURE;
     try {
+        context->log.called(where.function_name());
         function();
         return QRB_SUCCESS;
     } catch (...) {
         describeException(context->error);
+        context->log.failed(where.function_name(), context->error.text);
         return QRB_FAILURE;
     }
 }

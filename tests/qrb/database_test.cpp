@@ -8,6 +8,8 @@
 
 #include <cmath>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <stdexcept>
 
 namespace {
@@ -266,6 +268,30 @@ TEST_F(Database, MetaDataItemsComeBackAsTheyWereWritten) {
     EXPECT_EQ(metaData.get("b.item"), "{\"ü\": [1, 2]}");
     EXPECT_EQ(metaData.get("a.item", "none"), "none");
     EXPECT_FALSE(metaData.exists("a.item"));
+}
+
+TEST_F(Database, WritesItsCallsAndFailuresToTheLogFile) {
+    const std::string logName = fileName + ".log";
+    const auto logged = [&logName] {
+        std::ifstream in(logName);
+        return std::string(std::istreambuf_iterator<char>(in), {});
+    };
+    {
+        const qrb::Context context("TRACE", logName);
+        qrb::Pointcloud cloud(context);
+        EXPECT_THROW(cloud.open(fileName, OpenSettings(context)), qrb::Error);
+    }
+    EXPECT_NE(logged().find("TRACE qrb_pointcloud_open\n"), std::string::npos) << logged();
+    EXPECT_NE(logged().find("ERROR qrb_pointcloud_open: The file \"" + fileName), std::string::npos)
+        << logged();
+    std::filesystem::remove(logName);
+    {
+        const qrb::Context context("ERROR", logName);
+        EXPECT_FALSE(context.databaseFileTypeCheck(fileName));
+    }
+    EXPECT_EQ(logged(), "");
+    EXPECT_THROW(qrb::Context("LOUD", ""), qrb::Error);
+    EXPECT_THROW(qrb::Context("TRACE", logName + "/not/there"), qrb::Error);
 }
 
 }  // namespace

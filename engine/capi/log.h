@@ -1,0 +1,34 @@
+// The log of a context: what is called and what fails, a line each, appended to a file.
+#pragma once
+
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace tarvo::engine::capi {
+
+// The library has something to say of three kinds: failures (ERROR), nothing between (WARNING,
+// INFO, DEBUG are accepted and show failures), and every call (TRACE).
+class Log {
+public:
+    // level: one of the names above or OFF, in any case; empty: OFF. path: empty writes nothing.
+    // Throws Failure(Argument) for another level, Failure(File) when the file can't be written.
+    Log(std::string_view level, const std::string& path);
+
+    // function: as the compiler names it.
+    void called(const char* function) noexcept;
+    void failed(const char* function, const std::string& text) noexcept;
+
+private:
+    void write(const char* kind, const char* function, const char* text) noexcept;
+
+    struct Close {
+        void operator()(std::FILE* file) const { std::fclose(file); }
+    };
+    std::unique_ptr<std::FILE, Close> m_file;
+    bool m_calls = false;
+    bool m_failures = false;
+};
+
+}  // namespace tarvo::engine::capi
