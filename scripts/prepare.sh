@@ -21,12 +21,14 @@ install_packages() {
         apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
 }
 
-# build PRESET [cmake options]
+# build PRESET "TARGET..." [cmake options]: the targets, or everything for "all"
 build() {
-    local preset=$1
-    shift
+    local preset=$1 targets=$2
+    shift 2
     export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
     cmake --preset "$preset" -DCMAKE_C_COMPILER_LAUNCHER=ccache \
         -DCMAKE_CXX_COMPILER_LAUNCHER=ccache "$@" >/dev/null
-    cmake --build --preset "$preset"
+    # Several names: split on purpose.
+    # shellcheck disable=SC2086
+    cmake --build --preset "$preset" --target $targets
 }

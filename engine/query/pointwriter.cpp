@@ -10,18 +10,13 @@ namespace tarvo::engine::query {
 
 namespace {
 
-// A leaf is encoded and decoded as one piece: beyond this its memory would matter.
-constexpr std::size_t largestLeaf = 1u << 20;
-
 index::BuilderSettings builderSettings(const session::Session& session, const session::State& state,
                                        const index::KeySpace& space) {
     const session::CreateSettings& settings = session.identity().settings;
     index::BuilderSettings result;
     result.revision = state.transaction.id;
-    if (settings.chunkMode == static_cast<std::uint32_t>(session::ChunkMode::PointCount)) {
-        result.capacity = std::min<std::size_t>(settings.chunkSize, largestLeaf);
-    } else {
-        result.capacity = largestLeaf;
+    result.capacity = session::leafCapacity(settings);
+    if (settings.chunkMode == static_cast<std::uint32_t>(session::ChunkMode::EdgeLength)) {
         const int level = static_cast<int>(space.bits()) - static_cast<int>(settings.chunkSize);
         result.leafLevel =
             static_cast<unsigned>(std::clamp(level, 1, static_cast<int>(space.depth())));

@@ -165,9 +165,10 @@ std::optional<NodeHits> Scan::next() {
 
 // How many leaves are worked on at once: enough for the cores, within a quarter of the cache size.
 std::size_t Scan::window() const {
-    const std::size_t leafBytes = (m_columns.size() + m_filter.elements().size() + 1) * 8 *
-                                  m_session.identity().settings.chunkSize;
-    const std::size_t fitting = m_session.cacheSize() / 4 / std::max<std::size_t>(leafBytes, 1);
+    const std::size_t columns = m_columns.size() + m_filter.elements().size() + 1;
+    const std::size_t leafBytes =
+        columns * 8 * session::leafCapacity(m_session.identity().settings);
+    const std::size_t fitting = m_session.cacheSize() / 4 / leafBytes;
     return std::clamp<std::size_t>(fitting, 1, m_session.pool().threads() * 8);
 }
 

@@ -3,6 +3,8 @@
 #include "engine/base/json.h"
 #include "qrb/defaults/catalogue.h"
 
+#include <algorithm>
+
 namespace tarvo::engine::session {
 
 namespace {
@@ -40,6 +42,12 @@ schema::AttributeRecord defaultAttribute(std::string_view name) {
 }
 
 CreateSettings::CreateSettings() : primaryAttribute(defaultAttribute("tarvo.xyz")) {}
+
+std::uint32_t leafCapacity(const CreateSettings& settings) {
+    constexpr std::uint32_t largest = 1u << 20;
+    const bool byCount = settings.chunkMode == static_cast<std::uint32_t>(ChunkMode::PointCount);
+    return byCount ? std::min(settings.chunkSize, largest) : largest;
+}
 
 void validateLod(std::uint32_t mode, std::uint32_t size) {
     if (mode != 1 && mode != 2)

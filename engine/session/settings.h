@@ -36,6 +36,10 @@ struct OpenSettings {
 void validate(const CreateSettings& settings);
 void validateLod(std::uint32_t mode, std::uint32_t size);
 
+// The most points that a leaf of such a file has. In either chunk mode it is bounded, because a
+// leaf is encoded and decoded as one piece of memory.
+std::uint32_t leafCapacity(const CreateSettings& settings);
+
 // JSON texts with the fields as members in snake case; reading keeps the values of members that
 // are missing and throws Failure(Argument) without changing anything.
 std::string toJson(const CreateSettings& settings);
