@@ -117,6 +117,11 @@ inline std::string textOf(const char* text) {
     return text ? text : "";
 }
 
+// The open session of a handle; throws Failure(State) when there is none.
+inline session::Session& sessionOf(qrb_pointcloud* pointcloud) {
+    return given(pointcloud, "pointcloud").open();
+}
+
 // Hands a text out that lives until the next call on the context.
 void giveText(qrb_context& context, std::string text, const char** out);
 // Hands out a text that the caller deletes.

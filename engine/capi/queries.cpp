@@ -59,7 +59,7 @@ qrb_status qrb_pointcloud_query_select_new(qrb_context* context, qrb_pointcloud*
                                            uint32_t node, const char* filter,
                                            qrb_query_select** query) {
     return call(context, [&] {
-        session::Session& session = given(pointcloud, "pointcloud").open();
+        session::Session& session = sessionOf(pointcloud);
         given(query, "query") = new qrb_query_select{
             query::SelectQuery(session, query::Scope{node, {}}, textOf(filter))};
     });
@@ -69,7 +69,7 @@ qrb_status qrb_pointcloud_query_select_nodes_new(qrb_context* context, qrb_point
                                                  const uint32_t* nodes, uint32_t count,
                                                  const char* filter, qrb_query_select** query) {
     return call(context, [&] {
-        session::Session& session = given(pointcloud, "pointcloud").open();
+        session::Session& session = sessionOf(pointcloud);
         given(query, "query") = new qrb_query_select{
             query::SelectQuery(session, scopeOf(nodes, count), textOf(filter))};
     });
@@ -102,7 +102,7 @@ qrb_status qrb_pointcloud_query_select_delete(qrb_context* context, qrb_query_se
 qrb_status qrb_pointcloud_query_insert_new(qrb_context* context, qrb_pointcloud* pointcloud,
                                            qrb_query_insert** query) {
     return call(context, [&] {
-        session::Session& session = given(pointcloud, "pointcloud").open();
+        session::Session& session = sessionOf(pointcloud);
         given(query, "query") = new qrb_query_insert{query::InsertQuery(session)};
     });
 }
@@ -133,7 +133,7 @@ qrb_status qrb_pointcloud_query_insert_delete(qrb_context* context, qrb_query_in
 qrb_status qrb_pointcloud_query_stat_new(qrb_context* context, qrb_pointcloud* pointcloud,
                                          qrb_query_stat** query) {
     return call(context, [&] {
-        session::Session& session = given(pointcloud, "pointcloud").open();
+        session::Session& session = sessionOf(pointcloud);
         given(query, "query") = new qrb_query_stat{session};
     });
 }

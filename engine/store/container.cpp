@@ -1,24 +1,19 @@
 #include "engine/store/container.h"
 
-#include "engine/store/sqlite.h"
+#include "engine/store/connection.h"
 #include "engine/store/writerlock.h"
 
-#include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <mutex>
 #include <optional>
-#include <random>
-#include <thread>
 
 namespace tarvo::engine::store {
 
 namespace {
 
-constexpr std::int64_t applicationId = 0x51524258;  // "QRBX"
 constexpr std::int64_t formatVersion = 1;
 constexpr std::size_t batchSize = 16u << 20;
-constexpr std::size_t maximumBlob = 512u << 20;
 
 // The schema, statement by statement as the container keeps it. A file whose schema reads
 // otherwise is refused before anything else is read. docs/file-format.md tells what they hold.
@@ -40,64 +35,6 @@ std::int64_t textChecksum(const std::string& prefix, std::string_view text) {
 std::string snapshotPrefix(std::int64_t id, std::int64_t lastBlob) {
     return std::to_string(id) + ":" + std::to_string(lastBlob) + ":";
 }
-
-// Waits a random while, growing with the number of tries, for ten seconds at most.
-int backOff(void*, int tries) {
-    thread_local std::minstd_rand random{std::random_device{}()};
-    if (tries > 200)
-        return 0;
-    const int longest = tries < 10 ? 5 : 100;
-    std::this_thread::sleep_for(std::chrono::milliseconds(1 + random() % longest));
-    return 1;
-}
-
-}  // namespace
-
-struct Connection {
-    sqlite3* handle = nullptr;
-    std::string fileName;
-
-    Connection(const std::string& name, int flags) : fileName(name) {
-        const int result = sqlite3_open_v2(
-            name.c_str(), &handle, flags | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
-        if (result != SQLITE_OK) {
-            const std::unique_ptr<sqlite3, int (*)(sqlite3*)> owner(handle, sqlite3_close);
-            throwSqlite(handle, result, name);
-        }
-        sqlite3_busy_handler(handle, backOff, nullptr);
-        sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
-        sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
-        sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
-        sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
-        sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
-        sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
-        sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0, nullptr);
-        sqlite3_limit(handle, SQLITE_LIMIT_LENGTH, static_cast<int>(maximumBlob));
-        sqlite3_limit(handle, SQLITE_LIMIT_SQL_LENGTH, 10000);
-        sqlite3_limit(handle, SQLITE_LIMIT_EXPR_DEPTH, 20);
-        sqlite3_limit(handle, SQLITE_LIMIT_ATTACHED, 0);
-    }
-    ~Connection() { sqlite3_close(handle); }
-    Connection(const Connection&) = delete;
-    Connection& operator=(const Connection&) = delete;
-
-    void run(const char* sql) { execute(handle, sql, fileName); }
-    std::int64_t pragma(const char* sql) {
-        Statement statement(handle, sql, fileName);
-        return statement.step() ? statement.integer(0) : 0;
-    }
-    void configure() {
-        run("PRAGMA cell_size_check=ON");
-        run("PRAGMA mmap_size=0");
-        run("PRAGMA synchronous=EXTRA");
-        run("PRAGMA cache_size=-32768");
-        // A spilled cache would lock readers out while blobs are staged.
-        run("PRAGMA cache_spill=OFF");
-    }
-    bool hasOurHeader() { return pragma("PRAGMA application_id") == applicationId; }
-};
-
-namespace {
 
 [[noreturn]] void throwDamaged(const std::string& fileName, const std::string& what) {
     throw Failure(ErrorCode::Damaged,
@@ -273,6 +210,9 @@ Container::Container(const std::string& fileName) {
     if (!m->connection->hasOurHeader())
         throw Failure(ErrorCode::Format, "The file is not a point-cloud database.",
                       "File: " + fileName);
+    if (!m->connection->hasRollbackJournal())
+        throw Failure(ErrorCode::Format, "The file is not a point-cloud database of this library.",
+                      "File: " + fileName + "\nAnother program changed its journal mode.");
     const std::int64_t version = m->connection->pragma("PRAGMA user_version");
     if (version != formatVersion)
         throw Failure(ErrorCode::Format,

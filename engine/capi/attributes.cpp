@@ -1,0 +1,106 @@
+// The attribute definitions of a database and of the default catalogue.
+#include "engine/capi/handles.h"
+#include "qrb/defaults/catalogue.h"
+
+using namespace tarvo::engine;
+using namespace tarvo::engine::capi;
+
+extern "C" {
+
+qrb_status qrb_pointcloud_point_attributes_add(qrb_context* context, qrb_pointcloud* pointcloud,
+                                               const qrb_point_attribute* attribute) {
+    return call(context,
+                [&] { sessionOf(pointcloud).addAttribute(given(attribute, "attribute").value); });
+}
+
+qrb_status qrb_pointcloud_point_attributes_add_default(qrb_context* context,
+                                                       qrb_pointcloud* pointcloud,
+                                                       const char* name) {
+    return call(context, [&] {
+        sessionOf(pointcloud).addAttribute(session::defaultAttribute(textOf(name)));
+    });
+}
+
+qrb_status qrb_pointcloud_point_attributes_exists(qrb_context* context, qrb_pointcloud* pointcloud,
+                                                  const char* name, uint8_t* exists) {
+    return call(context, [&] {
+        given(exists, "exists") = sessionOf(pointcloud).state()->attributes.find(textOf(name)) >= 0;
+    });
+}
+
+qrb_status qrb_pointcloud_point_attributes_get(qrb_context* context, qrb_pointcloud* pointcloud,
+                                               const char* name, qrb_point_attribute* attribute) {
+    return call(context, [&] {
+        const auto state = sessionOf(pointcloud).state();
+        const int index = state->attributes.find(textOf(name));
+        if (index < 0)
+            throw Failure(ErrorCode::NotFound,
+                          "The database has no point attribute \"" + textOf(name) + "\".");
+        given(attribute, "attribute").value = state->attributes[index].record;
+    });
+}
+
+qrb_status qrb_pointcloud_point_attributes_get_default(qrb_context* context, qrb_pointcloud*,
+                                                       const char* name,
+                                                       qrb_point_attribute* attribute) {
+    return call(context, [&] {
+        given(attribute, "attribute").value = session::defaultAttribute(textOf(name));
+    });
+}
+
+qrb_status qrb_pointcloud_point_attributes_list(qrb_context* context, qrb_pointcloud* pointcloud,
+                                                uint32_t* count, const char** names) {
+    return call(context, [&] {
+        std::vector<std::string> list;
+        for (const schema::Attribute& attribute : sessionOf(pointcloud).state()->attributes.all())
+            list.push_back(attribute.record.name);
+        giveNames(*context, list, count, names);
+    });
+}
+
+qrb_status qrb_pointcloud_point_attributes_list_default(qrb_context* context, qrb_pointcloud*,
+                                                        uint32_t* count, const char** names) {
+    return call(context, [&] {
+        std::vector<std::string> list;
+        for (const auto& entry : tarvo::qrb::defaults::attributes())
+            list.push_back(entry.name);
+        giveNames(*context, list, count, names);
+    });
+}
+
+qrb_status qrb_pointcloud_point_attributes_point_id_name(qrb_context* context, qrb_pointcloud*,
+                                                         const char** name) {
+    return call(context, [&] { giveText(*context, std::string(schema::pointIdName), name); });
+}
+
+qrb_status qrb_pointcloud_point_attributes_point_id_type(qrb_context* context,
+                                                         qrb_pointcloud* pointcloud,
+                                                         uint32_t* data_type) {
+    return call(context, [&] {
+        given(data_type, "data_type") =
+            schema::dataType(sessionOf(pointcloud).state()->pointId().record);
+    });
+}
+
+qrb_status qrb_pointcloud_point_attributes_point_id_unit(qrb_context* context,
+                                                         qrb_pointcloud* pointcloud,
+                                                         const char** unit) {
+    return call(context, [&] {
+        giveText(*context, sessionOf(pointcloud).state()->pointId().record.unitSymbol, unit);
+    });
+}
+
+qrb_status qrb_pointcloud_point_attributes_primary_attribute_name(qrb_context* context,
+                                                                  qrb_pointcloud* pointcloud,
+                                                                  const char** name) {
+    return call(context, [&] {
+        giveText(*context, sessionOf(pointcloud).state()->primary().record.name, name);
+    });
+}
+
+qrb_status qrb_pointcloud_point_attributes_remove(qrb_context* context, qrb_pointcloud* pointcloud,
+                                                  const char* name) {
+    return call(context, [&] { sessionOf(pointcloud).removeAttribute(textOf(name)); });
+}
+
+}  // extern "C"

@@ -1,0 +1,49 @@
+// Metadata items.
+#include "engine/capi/handles.h"
+
+using namespace tarvo::engine;
+using namespace tarvo::engine::capi;
+
+extern "C" {
+
+qrb_status qrb_pointcloud_meta_data_list(qrb_context* context, qrb_pointcloud* pointcloud,
+                                         uint32_t* count, const char** names) {
+    return call(context, [&] {
+        std::vector<std::string> list;
+        for (const auto& [name, value] : sessionOf(pointcloud).state()->metaData)
+            list.push_back(name);
+        giveNames(*context, list, count, names);
+    });
+}
+
+qrb_status qrb_pointcloud_meta_data_exists(qrb_context* context, qrb_pointcloud* pointcloud,
+                                           const char* name, uint8_t* exists) {
+    return call(context, [&] {
+        given(exists, "exists") = sessionOf(pointcloud).state()->metaData.count(textOf(name)) > 0;
+    });
+}
+
+qrb_status qrb_pointcloud_meta_data_get(qrb_context* context, qrb_pointcloud* pointcloud,
+                                        const char* name, const char** value,
+                                        const char* default_value) {
+    return call(context, [&] {
+        session::Session& session = sessionOf(pointcloud);
+        const std::string item = textOf(name);
+        giveText(
+            *context,
+            session.state()->metaData.count(item) ? session.metaData(item) : textOf(default_value),
+            value);
+    });
+}
+
+qrb_status qrb_pointcloud_meta_data_set(qrb_context* context, qrb_pointcloud* pointcloud,
+                                        const char* name, const char* value) {
+    return call(context, [&] { sessionOf(pointcloud).setMetaData(textOf(name), textOf(value)); });
+}
+
+qrb_status qrb_pointcloud_meta_data_remove(qrb_context* context, qrb_pointcloud* pointcloud,
+                                           const char* name) {
+    return call(context, [&] { sessionOf(pointcloud).removeMetaData(textOf(name)); });
+}
+
+}  // extern "C"

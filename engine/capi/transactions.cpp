@@ -1,0 +1,122 @@
+// Transactions and management.
+#include "engine/capi/handles.h"
+
+#include <algorithm>
+
+using namespace tarvo::engine;
+using namespace tarvo::engine::capi;
+
+extern "C" {
+
+qrb_status qrb_pointcloud_transaction_new(qrb_context* context, qrb_transaction** transaction) {
+    return call(context, [&] { given(transaction, "transaction") = new qrb_transaction; });
+}
+
+qrb_status qrb_pointcloud_transaction_delete(qrb_context* context, qrb_transaction* transaction) {
+    return call(context, [&] { delete transaction; });
+}
+
+qrb_status qrb_pointcloud_transaction_get_id(qrb_context* context,
+                                             const qrb_transaction* transaction, uint32_t* id) {
+    return call(context, [&] { given(id, "id") = given(transaction, "transaction").value.id; });
+}
+
+#define TRANSACTION_TEXT(field)                                                         \
+    qrb_status qrb_pointcloud_transaction_get_##field(                                  \
+        qrb_context* context, const qrb_transaction* transaction, const char** field) { \
+        return call(context, [&] {                                                      \
+            giveText(*context, given(transaction, "transaction").value.field, field);   \
+        });                                                                             \
+    }
+TRANSACTION_TEXT(qrb)
+TRANSACTION_TEXT(title)
+TRANSACTION_TEXT(agent)
+TRANSACTION_TEXT(comments)
+TRANSACTION_TEXT(settings)
+TRANSACTION_TEXT(start)
+TRANSACTION_TEXT(stop)
+
+qrb_status qrb_pointcloud_transaction_begin(qrb_context* context, qrb_pointcloud* pointcloud,
+                                            const char* title, const char* agent,
+                                            const char* comments, const char* settings,
+                                            uint32_t* id) {
+    return call(context, [&] {
+        given(id, "id") =
+            sessionOf(pointcloud)
+                .begin(textOf(title), textOf(agent), textOf(comments), textOf(settings));
+    });
+}
+
+qrb_status qrb_pointcloud_transaction_commit(qrb_context* context, qrb_pointcloud* pointcloud) {
+    return call(context, [&] { sessionOf(pointcloud).commit(); });
+}
+
+qrb_status qrb_pointcloud_transaction_commit_with_progress(qrb_context* context,
+                                                           qrb_pointcloud* pointcloud,
+                                                           qrb_progress_function progress,
+                                                           void* data) {
+    return call(context, [&] { sessionOf(pointcloud).commit(progressOf(progress, data)); });
+}
+
+qrb_status qrb_pointcloud_transaction_commit_with_signature(qrb_context* context,
+                                                            qrb_pointcloud* pointcloud,
+                                                            qrb_progress_function progress,
+                                                            void* data, uint32_t method, uint32_t,
+                                                            const uint8_t*) {
+    return call(context, [&] {
+        session::Session& session = sessionOf(pointcloud);
+        if (method != 0)
+            throw Failure(ErrorCode::NotAvailable,
+                          "Committing with a signature is not available yet.",
+                          "Commit with method 0 (none).");
+        session.commit(progressOf(progress, data));
+    });
+}
+
+qrb_status qrb_pointcloud_transaction_rollback(qrb_context* context, qrb_pointcloud* pointcloud) {
+    return call(context, [&] { sessionOf(pointcloud).rollback(); });
+}
+
+qrb_status qrb_pointcloud_transaction_list(qrb_context* context, qrb_pointcloud* pointcloud,
+                                           uint32_t* count, uint32_t* ids) {
+    return call(context, [&] {
+        const std::vector<std::uint32_t> all = sessionOf(pointcloud).transactions();
+        uint32_t& slot = given(count, "count");
+        if (ids)
+            std::copy_n(all.begin(), std::min<std::size_t>(slot, all.size()), ids);
+        slot = static_cast<uint32_t>(all.size());
+    });
+}
+
+qrb_status qrb_pointcloud_transaction_current(qrb_context* context, qrb_pointcloud* pointcloud,
+                                              uint32_t* id) {
+    return call(context, [&] { given(id, "id") = sessionOf(pointcloud).current(); });
+}
+
+qrb_status qrb_pointcloud_transaction_pending(qrb_context* context, qrb_pointcloud* pointcloud,
+                                              uint8_t* pending) {
+    return call(context, [&] { given(pending, "pending") = sessionOf(pointcloud).pending(); });
+}
+
+qrb_status qrb_pointcloud_transaction_details(qrb_context* context, qrb_pointcloud* pointcloud,
+                                              uint32_t id, qrb_transaction* transaction) {
+    return call(context, [&] {
+        given(transaction, "transaction").value = sessionOf(pointcloud).details(id);
+    });
+}
+
+qrb_status qrb_pointcloud_management_get_lod_mode(qrb_context* context, qrb_pointcloud* pointcloud,
+                                                  uint32_t* lod_mode) {
+    return call(context,
+                [&] { given(lod_mode, "lod_mode") = sessionOf(pointcloud).state()->lodMode; });
+}
+
+qrb_status qrb_pointcloud_management_get_chunk_size_lod(qrb_context* context,
+                                                        qrb_pointcloud* pointcloud,
+                                                        uint32_t* chunk_size) {
+    return call(context, [&] {
+        given(chunk_size, "chunk_size") = sessionOf(pointcloud).state()->chunkSizeLod;
+    });
+}
+
+}  // extern "C"
