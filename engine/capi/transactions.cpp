@@ -77,6 +77,11 @@ qrb_status qrb_pointcloud_transaction_rollback(qrb_context* context, qrb_pointcl
     return call(context, [&] { sessionOf(pointcloud).rollback(); });
 }
 
+qrb_status qrb_pointcloud_transaction_restore(qrb_context* context, qrb_pointcloud* pointcloud,
+                                              uint32_t id) {
+    return call(context, [&] { sessionOf(pointcloud).restore(id); });
+}
+
 qrb_status qrb_pointcloud_transaction_list(qrb_context* context, qrb_pointcloud* pointcloud,
                                            uint32_t* count, uint32_t* ids) {
     return call(context, [&] {

@@ -234,10 +234,6 @@ qrb_status qrb_pointcloud_transaction_discard(qrb_context* context, qrb_pointclo
     return call(context, [] { refuse("qrb_pointcloud_transaction_discard"); });
 }
 
-qrb_status qrb_pointcloud_transaction_restore(qrb_context* context, qrb_pointcloud*, uint32_t) {
-    return call(context, [] { refuse("qrb_pointcloud_transaction_restore"); });
-}
-
 qrb_status qrb_pointcloud_transaction_size(qrb_context* context, qrb_pointcloud*, uint32_t,
                                            const uint32_t*, uint64_t*) {
     return call(context, [] { refuse("qrb_pointcloud_transaction_size"); });

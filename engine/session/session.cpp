@@ -262,6 +262,15 @@ void Session::rollback() {
     m_container.abandon();
 }
 
+void Session::restore(std::uint32_t id) {
+    if (m_pending)
+        throw Failure(ErrorCode::State, "A transaction is pending.",
+                      "Commit or roll back transaction " +
+                          std::to_string(m_pending->transaction.id) + " first.");
+    m_container.makeCurrent(id);
+    load(id);
+}
+
 TransactionRecord Session::details(std::uint32_t id) {
     if (m_pending && id == m_pending->transaction.id)
         return m_pending->transaction;

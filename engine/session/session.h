@@ -73,6 +73,8 @@ public:
                         const std::string& comments, const std::string& settings);
     void commit(const Progress& progress = {});
     void rollback();
+    // Makes the state of an older transaction the current one; the later ones are kept.
+    void restore(std::uint32_t id);
     bool pending() const { return m_pending != nullptr; }
     std::vector<std::uint32_t> transactions() { return m_container.transactions(); }
     std::uint32_t current();

@@ -410,6 +410,23 @@ void Container::publish(std::uint32_t id, std::uint32_t parent, std::string_view
     m->lock.reset();
 }
 
+void Container::makeCurrent(std::uint32_t id) {
+    (void)root(id);  // there, and whole
+    beginWriting();
+    const std::lock_guard guard(m->mutex);
+    m->closeReader();
+    try {
+        m->connection->run("BEGIN IMMEDIATE");
+        putInfo(*m->connection, "current", std::to_string(id));
+        m->connection->run("COMMIT");
+    } catch (...) {
+        sqlite3_exec(m->connection->handle, "ROLLBACK", nullptr, nullptr, nullptr);
+        m->lock.reset();
+        throw;
+    }
+    m->lock.reset();
+}
+
 void Container::abandon() noexcept {
     if (!m || !m->lock)
         return;

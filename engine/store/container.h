@@ -76,6 +76,8 @@ public:
     // Makes the staged blobs and this root the current state; only if `parent` still is the
     // current transaction. Ends writing.
     void publish(std::uint32_t id, std::uint32_t parent, std::string_view root);
+    // Makes an older transaction the current one; not while writing.
+    void makeCurrent(std::uint32_t id);
     // Forgets the staged blobs and ends writing; never throws.
     void abandon() noexcept;
 

@@ -221,17 +221,25 @@ TEST_F(Database, RestoreGoesBackAndForth) {
     qrb::Pointcloud cloud(context);
     create(cloud);
     insert(cloud, 100);
-    try {
-        cloud.transactions().restore(2);
-    } catch (const qrb::Error& error) {
-        if (error.code() == QRB_ERROR_NOT_AVAILABLE) {
-            GTEST_SKIP() << error.what();
-        }
-        throw;
-    }
+    cloud.transactions().restore(2);
     EXPECT_EQ(count(cloud), 0u);
+    EXPECT_EQ(cloud.transactions().current(), 2u);
     cloud.transactions().restore(3);
     EXPECT_EQ(count(cloud), 100u);
+    EXPECT_THROW(cloud.transactions().restore(9), qrb::Error);
+    // On from an older state: the later one stays as it was.
+    cloud.transactions().restore(2);
+    insert(cloud, 7);
+    EXPECT_EQ(count(cloud), 7u);
+    EXPECT_THROW(
+        {
+            TransactionGuard transaction(cloud.transactions(), "Pending", "tests");
+            cloud.transactions().restore(3);
+        },
+        qrb::Error);
+    cloud.transactions().restore(3);
+    EXPECT_EQ(count(cloud), 100u);
+    EXPECT_EQ(cloud.transactions().list(), (std::vector<std::uint32_t>{1, 2, 3, 4}));
 }
 
 TEST_F(Database, TheGuardRollsBackOnEveryExitButTheCommit) {
