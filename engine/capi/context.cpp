@@ -2,7 +2,6 @@
 #include "engine/capi/handles.h"
 #include "engine/store/container.h"
 
-#include <sqlite3.h>
 #include <zstd.h>
 
 #include <cstdlib>
@@ -126,7 +125,7 @@ qrb_status qrb_library_name(qrb_context* context, const char** text) {
 qrb_status qrb_library_version(qrb_context* context, const char** text) {
     return call(context, [&] {
         giveText(*context,
-                 session::libraryVersion() + " (SQLite " + sqlite3_libversion() + ", Zstandard " +
+                 session::libraryVersion() + " (" + store::containerVersion() + ", Zstandard " +
                      ZSTD_versionString() + ")",
                  text);
     });

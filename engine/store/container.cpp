@@ -91,6 +91,10 @@ void putSnapshot(Connection& connection, std::uint32_t id, std::int64_t lastBlob
 
 }  // namespace
 
+std::string containerVersion() {
+    return std::string("SQLite ") + sqlite3_libversion();
+}
+
 struct Container::Impl {
     explicit Impl(std::unique_ptr<Connection> opened) : connection(std::move(opened)) {}
 

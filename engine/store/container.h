@@ -21,6 +21,9 @@
 
 namespace tarvo::engine::store {
 
+// The name and version of what the container is built on, for people.
+std::string containerVersion();
+
 class Container {
 public:
     // Makes a new file whose only transaction is number 1. `fill` is called once with a function
