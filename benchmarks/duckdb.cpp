@@ -2,7 +2,8 @@
 
 #include <dlfcn.h>
 
-#include <cstring>
+#include <algorithm>
+#include <optional>
 #include <stdexcept>
 
 namespace bench {
@@ -164,15 +165,14 @@ public:
             m_api.destroy_logical_type(&type);
         session.run("CHECKPOINT");
     }
-    std::uint64_t count(const std::string& file, const Condition& condition) override {
-        Session session(m_api, file);
+    void open(const std::string& file) override { m_session.emplace(m_api, file); }
+    std::uint64_t count(const Condition& condition) override {
         return static_cast<std::uint64_t>(
-            session.run("SELECT count(*) FROM points" + where(condition)).second);
+            m_session->run("SELECT count(*) FROM points" + where(condition)).second);
     }
-    std::uint64_t firstPage(const std::string& file, const Condition& condition) override {
-        Session session(m_api, file);
-        return session
-            .run("SELECT * FROM points" + where(condition) + " LIMIT " + std::to_string(pageSize))
+    std::uint64_t firstPage(const Condition& condition) override {
+        return m_session
+            ->run("SELECT * FROM points" + where(condition) + " LIMIT " + std::to_string(pageSize))
             .first;
     }
 
@@ -201,6 +201,7 @@ private:
     }
 
     Api m_api;
+    std::optional<Session> m_session;
 };
 
 }  // namespace

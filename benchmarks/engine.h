@@ -4,6 +4,8 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -31,16 +33,13 @@ inline constexpr std::uint32_t pageSize = 100;
 // Calls use(rows, count) for the rows of a file in batches.
 template <typename Use>
 void forEachBatch(const std::string& rowFile, Use&& use) {
-    std::FILE* file = std::fopen(rowFile.c_str(), "rb");
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(rowFile.c_str(), "rb"),
+                                                               std::fclose);
+    if (!file)
+        throw std::runtime_error("can't read " + rowFile);
     std::vector<Row> rows(122880);
-    while (file) {
-        const std::size_t count = std::fread(rows.data(), sizeof(Row), rows.size(), file);
-        if (count == 0)
-            break;
+    while (const std::size_t count = std::fread(rows.data(), sizeof(Row), rows.size(), file.get()))
         use(rows.data(), static_cast<std::uint32_t>(count));
-    }
-    if (file)
-        std::fclose(file);
 }
 
 class Engine {
@@ -49,9 +48,11 @@ public:
     // model: a sample database with the definitions of the attributes.
     virtual void import(const std::string& rowFile, const std::string& model,
                         const std::string& target) = 0;
-    virtual std::uint64_t count(const std::string& file, const Condition& condition) = 0;
+    // Opens a file for the queries that follow.
+    virtual void open(const std::string& file) = 0;
+    virtual std::uint64_t count(const Condition& condition) = 0;
     // Reads up to pageSize points with all attributes; gives their number.
-    virtual std::uint64_t firstPage(const std::string& file, const Condition& condition) = 0;
+    virtual std::uint64_t firstPage(const Condition& condition) = 0;
 };
 
 }  // namespace bench

@@ -3,6 +3,9 @@
 #include "qrb/loader.h"
 #include "qrb/pointcloud.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <optional>
 #include <stdexcept>
 
 namespace bench {
@@ -61,17 +64,19 @@ public:
         query.close();
         transaction.commit();
     }
-    std::uint64_t count(const std::string& file, const Condition& condition) override {
-        const qrb::Context context("OFF", "");
-        QuerySelect query = opened(context, file).select(condition.filter);
+    void open(const std::string& file) override {
+        m_context.emplace("OFF", "");
+        m_cloud.emplace(opened(*m_context, file));
+    }
+    std::uint64_t count(const Condition& condition) override {
+        QuerySelect query = m_cloud->select(condition.filter);
         std::uint64_t sum = 0;
         while (const std::uint32_t part = query.next(10'000'000))
             sum += part;
         return sum;
     }
-    std::uint64_t firstPage(const std::string& file, const Condition& condition) override {
-        const qrb::Context context("OFF", "");
-        QuerySelect query = opened(context, file).select(condition.filter);
+    std::uint64_t firstPage(const Condition& condition) override {
+        QuerySelect query = m_cloud->select(condition.filter);
         std::vector<Row> page(pageSize);
         bindRows(query, page);
         return query.next(pageSize);
@@ -84,6 +89,10 @@ public:
         cloud.open(file, settings);
         return cloud;
     }
+
+private:
+    std::optional<qrb::Context> m_context;
+    std::optional<qrb::Pointcloud> m_cloud;
 };
 
 }  // namespace
@@ -111,7 +120,9 @@ void dumpRows(const std::string& database, const std::string& rowFile) {
                 std::fseek(file, static_cast<long>((ids[i] - 1) * sizeof(Row)), SEEK_SET);
             std::fwrite(&rows[i], sizeof(Row), 1, file);
         }
-    std::fclose(file);
+    const bool failed = std::ferror(file) != 0;
+    if (std::fclose(file) != 0 || failed)
+        throw std::runtime_error("can't write " + rowFile);
 }
 
 }  // namespace bench
