@@ -24,7 +24,8 @@ qrb_status qrb_pointcloud_point_attributes_add_default(qrb_context* context,
 qrb_status qrb_pointcloud_point_attributes_exists(qrb_context* context, qrb_pointcloud* pointcloud,
                                                   const char* name, uint8_t* exists) {
     return call(context, [&] {
-        given(exists, "exists") = sessionOf(pointcloud).state()->attributes.find(textOf(name)) >= 0;
+        auto& out = given(exists, "exists");
+        out = sessionOf(pointcloud).state()->attributes.find(textOf(name)) >= 0;
     });
 }
 
@@ -77,8 +78,8 @@ qrb_status qrb_pointcloud_point_attributes_point_id_type(qrb_context* context,
                                                          qrb_pointcloud* pointcloud,
                                                          uint32_t* data_type) {
     return call(context, [&] {
-        given(data_type, "data_type") =
-            schema::dataType(sessionOf(pointcloud).state()->pointId().record);
+        auto& out = given(data_type, "data_type");
+        out = schema::dataType(sessionOf(pointcloud).state()->pointId().record);
     });
 }
 

@@ -98,7 +98,8 @@ qrb_status qrb_context_get_last_error(qrb_context* context, int32_t* code, const
 qrb_status qrb_database_file_type_check(qrb_context* context, const char* file_name,
                                         uint8_t* is_database) {
     return call(context, [&] {
-        given(is_database, "is_database") = store::Container::recognises(textOf(file_name));
+        auto& out = given(is_database, "is_database");
+        out = store::Container::recognises(textOf(file_name));
     });
 }
 
@@ -147,7 +148,10 @@ qrb_result* qrb_object_unlock_cf(qrb_object* object) {
 }
 
 qrb_result* qrb_result_get_error_code_cf(const qrb_result* result, int32_t* code) {
-    return callFree([&] { given(code, "code") = given(result, "result").code; });
+    return callFree([&] {
+        auto& out = given(code, "code");
+        out = given(result, "result").code;
+    });
 }
 
 qrb_result* qrb_result_get_error_text_cf(const qrb_result* result, char** text) {

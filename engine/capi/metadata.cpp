@@ -19,7 +19,8 @@ qrb_status qrb_pointcloud_meta_data_list(qrb_context* context, qrb_pointcloud* p
 qrb_status qrb_pointcloud_meta_data_exists(qrb_context* context, qrb_pointcloud* pointcloud,
                                            const char* name, uint8_t* exists) {
     return call(context, [&] {
-        given(exists, "exists") = sessionOf(pointcloud).state()->metaData.count(textOf(name)) > 0;
+        auto& out = given(exists, "exists");
+        out = sessionOf(pointcloud).state()->metaData.count(textOf(name)) > 0;
     });
 }
 

@@ -8,7 +8,10 @@ using namespace tarvo::engine::capi;
 extern "C" {
 
 qrb_status qrb_pointcloud_new(qrb_context* context, qrb_pointcloud** pointcloud) {
-    return call(context, [&] { given(pointcloud, "pointcloud") = new qrb_pointcloud; });
+    return call(context, [&] {
+        auto& out = given(pointcloud, "pointcloud");
+        out = new qrb_pointcloud;
+    });
 }
 
 qrb_status qrb_pointcloud_delete(qrb_context* context, qrb_pointcloud* pointcloud) {
@@ -47,14 +50,16 @@ qrb_status qrb_pointcloud_close(qrb_context* context, qrb_pointcloud* pointcloud
 qrb_status qrb_pointcloud_is_open(qrb_context* context, qrb_pointcloud* pointcloud,
                                   uint8_t* is_open) {
     return call(context, [&] {
-        given(is_open, "is_open") = given(pointcloud, "pointcloud").session != nullptr;
+        auto& out = given(is_open, "is_open");
+        out = given(pointcloud, "pointcloud").session != nullptr;
     });
 }
 
 qrb_status qrb_pointcloud_is_empty(qrb_context* context, qrb_pointcloud* pointcloud,
                                    uint8_t* is_empty) {
     return call(context, [&] {
-        given(is_empty, "is_empty") = sessionOf(pointcloud).state()->pointCount == 0;
+        auto& out = given(is_empty, "is_empty");
+        out = sessionOf(pointcloud).state()->pointCount == 0;
     });
 }
 

@@ -60,7 +60,8 @@ qrb_status qrb_pointcloud_query_select_new(qrb_context* context, qrb_pointcloud*
                                            qrb_query_select** query) {
     return call(context, [&] {
         session::Session& session = sessionOf(pointcloud);
-        given(query, "query") = new qrb_query_select{
+        auto& out = given(query, "query");
+        out = new qrb_query_select{
             query::SelectQuery(session, query::Scope{node, {}}, textOf(filter))};
     });
 }
@@ -70,7 +71,8 @@ qrb_status qrb_pointcloud_query_select_nodes_new(qrb_context* context, qrb_point
                                                  const char* filter, qrb_query_select** query) {
     return call(context, [&] {
         session::Session& session = sessionOf(pointcloud);
-        given(query, "query") = new qrb_query_select{
+        auto& out = given(query, "query");
+        out = new qrb_query_select{
             query::SelectQuery(session, scopeOf(nodes, count), textOf(filter))};
     });
 }
@@ -85,14 +87,18 @@ qrb_status qrb_pointcloud_query_select_bind(qrb_context* context, qrb_query_sele
 
 qrb_status qrb_pointcloud_query_select_next(qrb_context* context, qrb_query_select* query,
                                             uint32_t count, uint32_t* processed) {
-    return call(context,
-                [&] { given(processed, "processed") = given(query, "query").query.next(count); });
+    return call(context, [&] {
+        auto& out = given(processed, "processed");
+        out = given(query, "query").query.next(count);
+    });
 }
 
 qrb_status qrb_pointcloud_query_select_progress(qrb_context* context, qrb_query_select* query,
                                                 uint32_t* progress) {
-    return call(context,
-                [&] { given(progress, "progress") = given(query, "query").query.progress(); });
+    return call(context, [&] {
+        auto& out = given(progress, "progress");
+        out = given(query, "query").query.progress();
+    });
 }
 
 qrb_status qrb_pointcloud_query_select_delete(qrb_context* context, qrb_query_select* query) {
@@ -103,7 +109,8 @@ qrb_status qrb_pointcloud_query_insert_new(qrb_context* context, qrb_pointcloud*
                                            qrb_query_insert** query) {
     return call(context, [&] {
         session::Session& session = sessionOf(pointcloud);
-        given(query, "query") = new qrb_query_insert{query::InsertQuery(session)};
+        auto& out = given(query, "query");
+        out = new qrb_query_insert{query::InsertQuery(session)};
     });
 }
 
@@ -122,8 +129,10 @@ qrb_status qrb_pointcloud_query_insert_bind_id(qrb_context* context, qrb_query_i
 
 qrb_status qrb_pointcloud_query_insert_next(qrb_context* context, qrb_query_insert* query,
                                             uint32_t count, uint32_t* processed) {
-    return call(context,
-                [&] { given(processed, "processed") = given(query, "query").query.next(count); });
+    return call(context, [&] {
+        auto& out = given(processed, "processed");
+        out = given(query, "query").query.next(count);
+    });
 }
 
 qrb_status qrb_pointcloud_query_insert_delete(qrb_context* context, qrb_query_insert* query) {
@@ -134,7 +143,8 @@ qrb_status qrb_pointcloud_query_stat_new(qrb_context* context, qrb_pointcloud* p
                                          qrb_query_stat** query) {
     return call(context, [&] {
         session::Session& session = sessionOf(pointcloud);
-        given(query, "query") = new qrb_query_stat{session};
+        auto& out = given(query, "query");
+        out = new qrb_query_stat{session};
     });
 }
 
@@ -170,13 +180,16 @@ qrb_status qrb_pointcloud_query_stat_revision(qrb_context* context, qrb_query_st
                                               uint32_t node, const char* attribute,
                                               uint32_t* revision) {
     return call(context, [&] {
-        given(revision, "revision") =
-            query::readRevision(given(query, "query").session, node, textOf(attribute));
+        auto& out = given(revision, "revision");
+        out = query::readRevision(given(query, "query").session, node, textOf(attribute));
     });
 }
 
 qrb_status qrb_pointcloud_graph_node_new(qrb_context* context, qrb_graph_node** node) {
-    return call(context, [&] { given(node, "node") = new qrb_graph_node{}; });
+    return call(context, [&] {
+        auto& out = given(node, "node");
+        out = new qrb_graph_node{};
+    });
 }
 
 qrb_status qrb_pointcloud_graph_node_delete(qrb_context* context, qrb_graph_node* node) {

@@ -68,10 +68,16 @@ uint32_t low32(T value) {
 // New, delete and the JSON text of a record.
 #define RECORD(prefix, handle, object, load, save)                                                 \
     qrb_status prefix##_new(qrb_context* context, handle** object) {                               \
-        return call(context, [&] { given(object, #object) = new handle; });                        \
+        return call(context, [&] {                                                                 \
+            handle*& out = given(object, #object);                                                 \
+            out = new handle;                                                                      \
+        });                                                                                        \
     }                                                                                              \
     qrb_result* prefix##_new_cf(handle** object) {                                                 \
-        return callFree([&] { given(object, #object) = new handle; });                             \
+        return callFree([&] {                                                                      \
+            handle*& out = given(object, #object);                                                 \
+            out = new handle;                                                                      \
+        });                                                                                        \
     }                                                                                              \
     qrb_status prefix##_delete(qrb_context* context, handle* object) {                             \
         return call(context, [&] { deleteRecord(object); });                                       \

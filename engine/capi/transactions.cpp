@@ -9,7 +9,10 @@ using namespace tarvo::engine::capi;
 extern "C" {
 
 qrb_status qrb_pointcloud_transaction_new(qrb_context* context, qrb_transaction** transaction) {
-    return call(context, [&] { given(transaction, "transaction") = new qrb_transaction; });
+    return call(context, [&] {
+        auto& out = given(transaction, "transaction");
+        out = new qrb_transaction;
+    });
 }
 
 qrb_status qrb_pointcloud_transaction_delete(qrb_context* context, qrb_transaction* transaction) {
@@ -18,7 +21,10 @@ qrb_status qrb_pointcloud_transaction_delete(qrb_context* context, qrb_transacti
 
 qrb_status qrb_pointcloud_transaction_get_id(qrb_context* context,
                                              const qrb_transaction* transaction, uint32_t* id) {
-    return call(context, [&] { given(id, "id") = given(transaction, "transaction").value.id; });
+    return call(context, [&] {
+        auto& out = given(id, "id");
+        out = given(transaction, "transaction").value.id;
+    });
 }
 
 #define TRANSACTION_TEXT(field)                                                         \
@@ -41,9 +47,9 @@ qrb_status qrb_pointcloud_transaction_begin(qrb_context* context, qrb_pointcloud
                                             const char* comments, const char* settings,
                                             uint32_t* id) {
     return call(context, [&] {
-        given(id, "id") =
-            sessionOf(pointcloud)
-                .begin(textOf(title), textOf(agent), textOf(comments), textOf(settings));
+        auto& out = given(id, "id");
+        out = sessionOf(pointcloud)
+                  .begin(textOf(title), textOf(agent), textOf(comments), textOf(settings));
     });
 }
 
@@ -95,12 +101,18 @@ qrb_status qrb_pointcloud_transaction_list(qrb_context* context, qrb_pointcloud*
 
 qrb_status qrb_pointcloud_transaction_current(qrb_context* context, qrb_pointcloud* pointcloud,
                                               uint32_t* id) {
-    return call(context, [&] { given(id, "id") = sessionOf(pointcloud).current(); });
+    return call(context, [&] {
+        auto& out = given(id, "id");
+        out = sessionOf(pointcloud).current();
+    });
 }
 
 qrb_status qrb_pointcloud_transaction_pending(qrb_context* context, qrb_pointcloud* pointcloud,
                                               uint8_t* pending) {
-    return call(context, [&] { given(pending, "pending") = sessionOf(pointcloud).pending(); });
+    return call(context, [&] {
+        auto& out = given(pending, "pending");
+        out = sessionOf(pointcloud).pending();
+    });
 }
 
 qrb_status qrb_pointcloud_transaction_details(qrb_context* context, qrb_pointcloud* pointcloud,
@@ -112,15 +124,18 @@ qrb_status qrb_pointcloud_transaction_details(qrb_context* context, qrb_pointclo
 
 qrb_status qrb_pointcloud_management_get_lod_mode(qrb_context* context, qrb_pointcloud* pointcloud,
                                                   uint32_t* lod_mode) {
-    return call(context,
-                [&] { given(lod_mode, "lod_mode") = sessionOf(pointcloud).state()->lodMode; });
+    return call(context, [&] {
+        auto& out = given(lod_mode, "lod_mode");
+        out = sessionOf(pointcloud).state()->lodMode;
+    });
 }
 
 qrb_status qrb_pointcloud_management_get_chunk_size_lod(qrb_context* context,
                                                         qrb_pointcloud* pointcloud,
                                                         uint32_t* chunk_size) {
     return call(context, [&] {
-        given(chunk_size, "chunk_size") = sessionOf(pointcloud).state()->chunkSizeLod;
+        auto& out = given(chunk_size, "chunk_size");
+        out = sessionOf(pointcloud).state()->chunkSizeLod;
     });
 }
 

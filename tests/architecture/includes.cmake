@@ -25,7 +25,6 @@ set(engine/capi engine/capi engine/report engine/query engine/session engine/sto
 set(rooms app mainwindow dialogs common cli qrb qrb/defaults engine/base engine/schema engine/codec
   engine/index engine/filter engine/store engine/session engine/query engine/report engine/capi)
 
-set(faults 0)
 set(checked 0)
 foreach(room IN LISTS rooms)
   if(room STREQUAL "cli")
@@ -40,7 +39,7 @@ foreach(room IN LISTS rooms)
     file(STRINGS ${file} includes REGEX "^#include ")
     foreach(include IN LISTS includes)
       math(EXPR checked "${checked} + 1")
-      if(include MATCHES "<sqlite3.h>" AND NOT room STREQUAL "engine/store")
+      if(include MATCHES "sqlite3.h" AND NOT room STREQUAL "engine/store")
         message(SEND_ERROR "${file}: only engine/store may know the container: ${include}")
       elseif(include MATCHES "\"(.+)/[^/]+\"")
         set(target ${CMAKE_MATCH_1})
