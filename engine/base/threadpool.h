@@ -1,10 +1,11 @@
-// A pool of worker threads for the length of the process. Tasks must not wait for other tasks.
+// A pool of worker threads that lives as long as its owner. Tasks must not wait for other tasks.
 #pragma once
 
 #include <condition_variable>
 #include <deque>
 #include <functional>
 #include <future>
+#include <memory>
 #include <mutex>
 #include <thread>
 #include <vector>
@@ -13,7 +14,7 @@ namespace tarvo::engine {
 
 class ThreadPool {
 public:
-    // One worker per core.
+    // At least one worker, whatever is asked for.
     explicit ThreadPool(unsigned threads);
     ~ThreadPool();
     ThreadPool(const ThreadPool&) = delete;

@@ -8,11 +8,11 @@
 
 namespace tarvo::engine::capi {
 
-// The library has something to say of three kinds: failures (ERROR), nothing between (WARNING,
-// INFO, DEBUG are accepted and show failures), and every call (TRACE).
+// TRACE writes every call and every failure; DEBUG, INFO, WARNING and ERROR write the failures, OFF
+// writes nothing.
 class Log {
 public:
-    // level: one of the names above or OFF, in any case; empty: OFF. path: empty writes nothing.
+    // level: one of these names, in any case; empty: OFF. path: empty writes nothing.
     // Throws Failure(Argument) for another level, Failure(File) when the file can't be written.
     Log(std::string_view level, const std::string& path);
 

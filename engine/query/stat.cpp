@@ -54,17 +54,12 @@ private:
     filter::BoundFilter m_filter;
 };
 
-// Keeps the page of the node alive.
-struct FoundNode {
-    std::shared_ptr<const index::Page> page;
-    index::Node node;
-};
-
-FoundNode findNode(session::Session& session, const session::State& state, std::uint32_t id) {
+// A copy of the node; its statistics are complete without the pages below.
+index::Node findNode(session::Session& session, const session::State& state, std::uint32_t id) {
     const index::Node root = session.rootNode(state);
     for (index::TreeCursor cursor(root, session.pageReader()); cursor.node(); cursor.enter())
         if (cursor.node()->id == id)
-            return {cursor.page(), *cursor.node()};
+            return *cursor.node();
     throw Failure(ErrorCode::NotFound, "The index has no node " + std::to_string(id) + ".");
 }
 
@@ -84,7 +79,7 @@ void readExtreme(session::Session& session, std::uint32_t node, std::string_view
     const Binding binding = makeBinding(state->attributes, attribute, type, buffer, 0);
     const schema::Attribute& definition = state->attributes[binding.elements.attribute];
     const schema::Grid& grid = definition.grid;
-    const index::Node found = findNode(session, *state, node).node;
+    const index::Node found = findNode(session, *state, node);
     for (std::uint32_t e = 0; e < binding.elements.count; ++e) {
         const schema::ElementStatistics s =
             index::statisticsOf(found, definition, binding.elements.first + e);
@@ -109,7 +104,7 @@ std::uint32_t readRevision(session::Session& session, std::uint32_t node,
                            std::string_view attribute) {
     const std::shared_ptr<const session::State> state = session.state();
     const schema::ElementRange elements = schema::resolveElements(state->attributes, attribute);
-    const index::Node found = findNode(session, *state, node).node;
+    const index::Node found = findNode(session, *state, node);
     const index::AttributeData* data = found.find(state->attributes[elements.attribute].uid);
     return data ? data->revision : 0;
 }

@@ -11,8 +11,6 @@
 
 namespace tarvo::engine::schema {
 
-enum class StorageClass : std::uint8_t { Constant = 1, Variable = 2, Dynamic = 3 };
-
 // The plain record; the defaults are those of a new record.
 struct AttributeRecord {
     std::string name = "none";
@@ -27,7 +25,7 @@ struct AttributeRecord {
     double defaultValue = 0.0;
     double invalidValue = std::numeric_limits<double>::quiet_NaN();  // NaN: none
     std::string namedValues;
-    std::uint8_t storageClass = 1;
+    std::uint8_t storageClass = 1;  // 1 constant, 2 variable, 3 dynamic
     std::uint8_t compressionOptions = 0;
     std::string lodSettings = "default";
     double scaleFactor = 1.0;
