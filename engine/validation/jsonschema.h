@@ -1,0 +1,36 @@
+// Checks JSON texts against JSON schemas (draft 7; the formats of texts are not checked). Both may
+// be hostile: what takes too long, nests too deep or refers to other places is refused.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarvo::engine::validation {
+
+struct Finding {
+    std::string pointer;  // JSON pointer (RFC 6901) of the place in the value; empty: the whole
+    std::string text;     // one line, such as "expected a string, found a number"
+};
+
+// "/frame/units: expected a string, found a number"
+std::string toLine(const Finding& finding);
+
+// A schema, ready to check values. One thread at a time.
+class JsonSchema {
+public:
+    // Throws Failure(Argument) with the place of the fault. what: names the schema in messages.
+    explicit JsonSchema(std::string_view text, std::string_view what = "The JSON schema");
+    ~JsonSchema();
+
+    // What is wrong with a JSON text, in the order of the text, each once; a value with very many
+    // faults tells the first thousand or so. Throws Failure(Argument) for a text that is no JSON.
+    std::vector<Finding> check(std::string_view text, std::string_view what = "The value");
+
+private:
+    struct Private;
+    std::unique_ptr<Private> m_private;
+};
+
+}  // namespace tarvo::engine::validation

@@ -1,0 +1,238 @@
+// JSON schemas: findings that can be acted on, and schemas and values made to hurt.
+#include "engine/validation/jsonschema.h"
+
+#include "engine/base/error.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <string>
+#include <vector>
+
+namespace tarvo::engine::validation {
+namespace {
+
+// The findings, a line each.
+std::string check(const std::string& schema, const std::string& value) {
+    std::string lines;
+    for (const Finding& finding : JsonSchema(schema).check(value))
+        lines += toLine(finding) + "\n";
+    return lines;
+}
+
+std::string refusal(const std::string& schema, const std::string& value = "1") {
+    try {
+        return "not refused: " + check(schema, value);
+    } catch (const Failure& failure) {
+        EXPECT_EQ(failure.code(), ErrorCode::Argument);
+        return std::string(failure.what()) + " " + failure.details();
+    }
+}
+
+struct Case {
+    const char* schema;
+    const char* value;
+    const char* findings;
+};
+
+class Keywords : public testing::TestWithParam<Case> {};
+
+TEST_P(Keywords, TellWhereAndWhat) {
+    EXPECT_EQ(check(GetParam().schema, GetParam().value), GetParam().findings);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Values, Keywords,
+    testing::Values(
+        Case{"{}", "[1, null]", ""}, Case{"true", "1", ""},
+        Case{"false", "1", "The whole value: is not allowed here\n"},
+        Case{R"({"type": "string"})", "5", "The whole value: expected a string, found 5\n"},
+        Case{R"({"type": ["object", "null"]})", R"("a")",
+             "The whole value: expected an object or null, found a string\n"},
+        Case{R"({"type": "integer"})", "2.0", ""},
+        Case{R"({"type": "integer"})", "2.5",
+             "The whole value: expected a whole number, found 2.5\n"},
+        Case{R"({"type": "integer", "minimum": 0})", "18446744073709551615", ""},
+        Case{R"({"type": "integer", "maximum": 100})", "18446744073709551615",
+             "The whole value: expected at most 100, found 18446744073709551616\n"},
+        Case{R"({"minimum": -9223372036854775808})", "-9223372036854775808", ""},
+        Case{R"({"maximum": 1e300})", "1e301",
+             "The whole value: expected at most 1e+300, found 1e+301\n"},
+        Case{R"({"enum": [1, "a", null, [1, 2], {"a": 1, "b": 2}]})", R"({"b": 2, "a": 1.0})", ""},
+        Case{R"({"enum": ["on", "off"]})", R"("On")",
+             "The whole value: expected \"on\" or \"off\", found \"On\"\n"},
+        Case{R"({"const": 3})", "4", "The whole value: expected 3, found 4\n"},
+        Case{R"({"minimum": 1, "exclusiveMaximum": 2})", "2",
+             "The whole value: expected less than 2, found 2\n"},
+        Case{R"({"minimum": 1, "exclusiveMinimum": true})", "1",
+             "The whole value: expected more than 1, found 1\n"},
+        Case{R"({"multipleOf": 0.1})", "0.3", ""},
+        Case{R"({"multipleOf": 2})", "3.5",
+             "The whole value: expected a multiple of 2, found 3.5\n"},
+        Case{R"({"minLength": 3, "maxLength": 3})", R"("äöü")", ""},
+        Case{R"({"maxLength": 2})", R"("äöü")",
+             "The whole value: expected at most 2 characters, found 3\n"},
+        Case{R"({"pattern": "^[°']$"})", R"("°")", ""},
+        Case{R"({"pattern": "^a+$"})", R"("ab")",
+             "The whole value: expected a text that matches ^a+$, found \"ab\"\n"},
+        Case{R"({"pattern": "b"})", R"("abc")", ""}, Case{R"({"pattern": "^b"})", "7", ""}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Parts, Keywords,
+    testing::Values(
+        // Every fault, in the order of the value, each once, without its echo in the parents.
+        Case{R"({"properties": {"b": {"type": "string"}, "a": {"properties": {"u": {"type":
+                 "string"}}}}, "required": ["c", "d"]})",
+             R"({"a": {"u": 1}, "b": false})",
+             "The whole value: the member \"c\" is missing\n"
+             "The whole value: the member \"d\" is missing\n"
+             "/a/u: expected a string, found 1\n"
+             "/b: expected a string, found true or false\n"},
+        Case{R"({"items": {"type": "number"}})", R"([1, "2", 3, null, 5, 6, 7, 8, 9, 0, "x"])",
+             "/1: expected a number, found a string\n/3: expected a number, found null\n"
+             "/10: expected a number, found a string\n"},
+        Case{R"({"properties": {"a": {}}, "additionalProperties": false})",
+             R"({"a": 1, "b/c": 2, "~": 3})",
+             "/b~1c: is not allowed here\n/~0: is not allowed here\n"},
+        Case{R"({"properties": {"n": {}}, "patternProperties": {"^x_": {"type": "number"}},
+                 "additionalProperties": {"type": "string"}})",
+             R"({"x_a": 1, "x_b": "1", "n": null, "s": "", "t": 1})",
+             "/x_b: expected a number, found a string\n/t: expected a string, found 1\n"},
+        Case{R"({"propertyNames": {"pattern": "^[a-z]+$"}})", R"({"a": 1, "B": 2})",
+             "/B: the name of the member is not allowed: expected a text that matches ^[a-z]+$, "
+             "found \"B\"\n"},
+        Case{R"({"items": [{"type": "string"}, {"type": "number"}], "additionalItems": false})",
+             R"([1, 2, 3])", "/0: expected a string, found 1\n/2: is not allowed here\n"},
+        Case{R"({"uniqueItems": true, "minItems": 4})",
+             R"([{"a": 1, "b": 2}, 1, {"b": 2, "a": 1}])",
+             "The whole value: expected at least 4 elements, found 3\n"
+             "/2: is the same as element 0\n"},
+        Case{R"({"contains": {"const": 5}})", "[1, 2]",
+             "The whole value: has no element like the one that the schema asks for\n"},
+        Case{R"({"dependencies": {"a": ["b"], "c": {"required": ["d"]}}})", R"({"a": 1, "c": 1})",
+             "The whole value: the member \"b\" is missing, which another member needs\n"
+             "The whole value: the member \"d\" is missing\n"},
+        Case{R"({"minProperties": 2})", R"({"a": 1})",
+             "The whole value: expected at least 2 members, found 1\n"},
+        Case{R"({"anyOf": [{"type": "null"}, {"minimum": 3}]})", "2",
+             "The whole value: expected null, found 2\nThe whole value: expected at least 3, found "
+             "2\nThe whole value: satisfies none of the alternatives\n"},
+        Case{R"({"oneOf": [{"type": "number"}, {"minimum": 3}]})", "5",
+             "The whole value: satisfies more than one of the alternatives\n"},
+        Case{R"({"allOf": [{"minimum": 3}, {"minimum": 3}, {"maximum": 1}]})", "2",
+             "The whole value: expected at least 3, found 2\n"
+             "The whole value: expected at most 1, found 2\n"},
+        Case{R"({"not": {"type": "null"}})", "null",
+             "The whole value: satisfies what the schema excludes with \"not\"\n"},
+        Case{R"({"if": {"required": ["a"]}, "then": {"required": ["b"]}, "else": {"maxProperties":
+                 0}})",
+             R"({"a": 1})", "The whole value: the member \"b\" is missing\n"},
+        // Members of a schema's parts may be called like keywords.
+        Case{R"({"properties": {"$ref": {"type": "string"}, "id": {"type": "string"}, "type":
+                 {"type": "null"}}})",
+             R"({"$ref": 1, "id": 2, "type": 3})",
+             "/$ref: expected a string, found 1\n/id: expected a string, found 2\n"
+             "/type: expected null, found 3\n"},
+        Case{R"({"definitions": {"a b": {"if": {"type": "number"}, "then": {"minimum": 1},
+                 "propertyNames": {"maxLength": 1}}}, "properties": {"x": {"$ref":
+                 "#/definitions/a%20b"}, "y": {"$ref": "#/definitions/a%20b"}}})",
+             R"({"x": 0, "y": {"bc": 1}})",
+             "/x: expected at least 1, found 0\n/y/bc: the name of the member is not allowed: "
+             "expected at most 1 characters, found 2\n"}));
+
+TEST(JsonSchema, RefusesWhatIsNoSchemaAndSaysWhere) {
+    EXPECT_NE(refusal("{").find("At byte 2"), std::string::npos);
+    EXPECT_NE(refusal("5").find("expected a schema"), std::string::npos);
+    EXPECT_NE(refusal(R"({"properties": {"a": {"type": "text"}}})").find("/properties/a/type"),
+              std::string::npos);
+    for (const char* schema : {R"({"minimum": "1"})", R"({"multipleOf": 0})", R"({"minItems": -1})",
+                               R"({"required": "a"})", R"({"enum": []})", R"({"pattern": "[a"})",
+                               R"({"properties": []})", R"({"allOf": {}})", R"({"items": 3})",
+                               R"({"type": []})", R"({"not": null})", R"({"$ref": 5})"})
+        EXPECT_EQ(refusal(schema).find("The JSON schema is not valid at"), 0u) << refusal(schema);
+    // What a later draft would check must not pass unchecked.
+    EXPECT_NE(refusal(R"({"prefixItems": []})").find("prefixItems"), std::string::npos);
+    EXPECT_NE(refusal("{}", "[1,").find("The value is not valid JSON"), std::string::npos);
+    EXPECT_NE(refusal("{}", "1e999").find("too big"), std::string::npos);
+}
+
+TEST(JsonSchema, FollowsNoReferenceThatLeadsOutOrRound) {
+    for (const char* reference :
+         {"http://example.org/schema.json", "file:///etc/passwd", "other.json#/a", "#name", ""})
+        EXPECT_NE(
+            refusal("{\"$ref\": \"" + std::string(reference) + "\"}").find("nothing is loaded"),
+            std::string::npos);
+    EXPECT_NE(refusal(R"({"id": "http://example.org/", "items": {"$ref": "a.json"}})")
+                  .find("nothing is loaded"),
+              std::string::npos);
+    EXPECT_NE(refusal(R"({"$ref": "#/definitions/a"})").find("does not have"), std::string::npos);
+    for (const char* schema :
+         {R"({"$ref": "#"})", R"({"properties": {"child": {"$ref": "#"}}})",
+          R"({"definitions": {"a": {"$ref": "#/definitions/b"}, "b": {"allOf": [{"$ref":
+              "#/definitions/a"}]}}, "$ref": "#/definitions/a"})"})
+        EXPECT_NE(refusal(schema).find("refers back to itself"), std::string::npos);
+}
+
+TEST(JsonSchema, StaysBoundedWithHostileSchemas) {
+    // Ten definitions that each use the next one eight times.
+    std::string laughs = R"({"$ref": "#/definitions/d0", "definitions": {)";
+    for (int i = 0; i < 10; ++i) {
+        laughs += "\"d" + std::to_string(i) + "\": {\"allOf\": [";
+        for (int k = 0; k < 8; ++k)
+            laughs += std::string(k ? "," : "") + "{\"$ref\": \"#/definitions/d" +
+                      std::to_string(i + 1) + "\"}";
+        laughs += "]},";
+    }
+    EXPECT_NE(refusal(laughs + "\"d10\": {}}}").find("unfolds into more"), std::string::npos);
+    // A chain of references is as deep as one of schemas.
+    std::string chain = R"({"$ref": "#/definitions/d0", "definitions": {)";
+    for (int i = 0; i < 5000; ++i)
+        chain += "\"d" + std::to_string(i) + "\": {\"not\": {\"$ref\": \"#/definitions/d" +
+                 std::to_string(i + 1) + "\"}},";
+    EXPECT_NE(refusal(chain + "\"d5000\": {}}}").find("nests more than"), std::string::npos);
+    EXPECT_NE(refusal(std::string(100000, '[')).find("nests more than"), std::string::npos);
+    EXPECT_NE(refusal("{}", std::string(100000, '[')).find("nests more than"), std::string::npos);
+    for (const char* pattern : {"(a)\\\\1", "(?=a)a", "(?!a)b", "a{9999999999}",
+                                "((a{99}){99}){99}", "[a", "a)(b", "\\\\p{L}"})
+        EXPECT_NE(refusal("{\"pattern\": \"" + std::string(pattern) + "\"}")
+                      .find("The regular expression"),
+                  std::string::npos)
+            << pattern;
+    EXPECT_NE(refusal("{\"patternProperties\": {\"" + std::string(2000, 'a') + "\": {}}}")
+                  .find("longer than"),
+              std::string::npos);
+}
+
+TEST(JsonSchema, SearchesAnyPatternInLinearTime) {
+    // Each takes a backtracking search longer than the age of the universe.
+    const std::string text(30000, 'a');
+    const auto begin = std::chrono::steady_clock::now();
+    for (const char* pattern : {"^(a+)+$", "^(a|a)*$", "^(a|aa)+$", "(.*)(.*)(.*)(.*)(.*)c"}) {
+        EXPECT_NE(check("{\"pattern\": \"" + std::string(pattern) + "\"}", '"' + text + "b\""), "");
+        const std::string members = "{\"additionalProperties\": false, \"patternProperties\": {\"" +
+                                    std::string(pattern) + "\": {}}}";
+        EXPECT_NE(check(members, "{\"" + text + "b\": 1}"), "");
+    }
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(60));
+    EXPECT_NE(refusal(R"({"pattern": "a"})", '"' + std::string(100000, 'a') + '"').find("too long"),
+              std::string::npos);
+}
+
+TEST(JsonSchema, ChecksManyElementsAndListsABoundedNumberOfFaults) {
+    std::string numbers = "[";
+    for (int i = 0; i < 100000; ++i)
+        numbers += std::to_string(i) + ",";
+    EXPECT_EQ(check(R"({"uniqueItems": true, "items": {"type": "integer"}})", numbers + "-1]"), "");
+    EXPECT_EQ(check(R"({"uniqueItems": true})", numbers + "5]"),
+              "/100000: is the same as element 5\n");
+    JsonSchema texts(R"({"items": {"type": "string"}})");
+    const std::vector<Finding> found = texts.check(numbers + "-1]");
+    ASSERT_GE(found.size(), 400u);
+    EXPECT_LE(found.size(), 2000u);
+    EXPECT_EQ(found[7].pointer, "/7");
+    // The next value is judged afresh.
+    EXPECT_TRUE(texts.check("[\"a\"]").empty());
+}
+
+}  // namespace
+}  // namespace tarvo::engine::validation
