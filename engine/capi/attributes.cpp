@@ -1,5 +1,6 @@
 // The attribute definitions of a database and of the default catalogue.
 #include "engine/capi/handles.h"
+#include "engine/query/redefine.h"
 #include "qrb/defaults/catalogue.h"
 
 using namespace tarvo::engine;
@@ -101,7 +102,27 @@ qrb_status qrb_pointcloud_point_attributes_primary_attribute_name(qrb_context* c
 
 qrb_status qrb_pointcloud_point_attributes_remove(qrb_context* context, qrb_pointcloud* pointcloud,
                                                   const char* name) {
-    return call(context, [&] { sessionOf(pointcloud).removeAttribute(textOf(name)); });
+    return call(context, [&] { query::removeAttribute(sessionOf(pointcloud), textOf(name)); });
+}
+
+qrb_status qrb_pointcloud_point_attributes_put(qrb_context* context, qrb_pointcloud* pointcloud,
+                                               const qrb_point_attribute* attribute) {
+    return call(context, [&] {
+        query::putAttribute(sessionOf(pointcloud), given(attribute, "attribute").value);
+    });
+}
+
+qrb_status qrb_pointcloud_point_attributes_duplicate(qrb_context* context,
+                                                     qrb_pointcloud* pointcloud, const char* name,
+                                                     const char* new_name) {
+    return call(context, [&] {
+        query::duplicateAttribute(sessionOf(pointcloud), textOf(name), textOf(new_name));
+    });
+}
+
+qrb_status qrb_pointcloud_point_attributes_discard(qrb_context* context, qrb_pointcloud* pointcloud,
+                                                   const char* name) {
+    return call(context, [&] { query::discardAttribute(sessionOf(pointcloud), textOf(name)); });
 }
 
 }  // extern "C"

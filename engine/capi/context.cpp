@@ -23,7 +23,8 @@ qrb_status newContext(qrb_context** context, const char* api, const char* level,
     if (!context)
         return QRB_FAILURE;
     try {
-        *context = new qrb_context{Log(textOf(level), textOf(path)), textOf(api), {}, {}};
+        *context = new qrb_context{
+            Log(textOf(level), textOf(path)), textOf(api), {}, {}, nullptr, nullptr};
         return QRB_SUCCESS;
     } catch (...) {
         return QRB_FAILURE;
@@ -109,6 +110,15 @@ qrb_status qrb_database_file_type_suffix(qrb_context* context, const char** suff
 
 qrb_status qrb_database_file_type_title(qrb_context* context, const char** title) {
     return call(context, [&] { giveText(*context, "Point cloud database", title); });
+}
+
+qrb_status qrb_factory_set_authentication_function(qrb_context* context,
+                                                   qrb_authentication_function function,
+                                                   void* data) {
+    return call(context, [&] {
+        context->authentication = function;
+        context->authenticationData = data;
+    });
 }
 
 qrb_status qrb_library_filename(qrb_context* context, const char** text) {

@@ -72,4 +72,30 @@ session::Progress progressOf(qrb_progress_function progress, void* data) {
     };
 }
 
+session::Signer signerOf(const qrb_context* context, std::uint32_t method, std::uint32_t key_length,
+                         const std::uint8_t* key) {
+    session::Signer signer;
+    signer.method = method;
+    if (key_length > 0) {
+        given(key, "key");
+        signer.key.assign(key, key + key_length);
+    }
+    if (context && context->authentication)
+        signer.authenticator = [function = context->authentication,
+                                data = context->authenticationData](
+                                   ByteSpan challenge, std::span<std::uint8_t> answer) {
+            return function(challenge.data(), static_cast<std::uint32_t>(challenge.size()),
+                            answer.data(), static_cast<std::uint32_t>(answer.size()), data) != 0;
+        };
+    return signer;
+}
+
+query::Scope scopeOf(const std::uint32_t* nodes, std::uint32_t count) {
+    query::Scope scope;
+    scope.nodes.emplace();
+    for (std::uint32_t i = 0; i < count; ++i)
+        scope.nodes->insert(given(nodes, "nodes") ? nodes[i] : 0);
+    return scope;
+}
+
 }  // namespace tarvo::engine::capi

@@ -5,8 +5,11 @@
 #define QRB_PROTOTYPES
 #include "engine/base/error.h"
 #include "engine/capi/log.h"
+#include "engine/query/fill.h"
 #include "engine/query/insert.h"
+#include "engine/query/remove.h"
 #include "engine/query/select.h"
+#include "engine/query/update.h"
 #include "engine/session/session.h"
 #include "qrb/qrb.h"
 
@@ -44,6 +47,8 @@ struct qrb_context {
     std::string api;
     qrb_result error;
     std::string text;  // what the last call handed out
+    qrb_authentication_function authentication = nullptr;
+    void* authenticationData = nullptr;
 };
 
 struct qrb_pointcloud {
@@ -62,6 +67,22 @@ struct qrb_query_select {
 
 struct qrb_query_insert {
     tarvo::engine::query::InsertQuery query;
+};
+
+struct qrb_query_update {
+    tarvo::engine::query::UpdateQuery query;
+};
+
+struct qrb_query_remove {
+    tarvo::engine::query::RemoveQuery query;
+};
+
+struct qrb_query_fill {
+    tarvo::engine::query::FillQuery query;
+};
+
+struct qrb_query_invert {
+    tarvo::engine::query::FillQuery query;
 };
 
 struct qrb_query_stat {
@@ -139,6 +160,13 @@ void deleteRecord(T* record) {
     delete record;
 }
 
+// The nodes of a query's arguments.
+query::Scope scopeOf(const std::uint32_t* nodes, std::uint32_t count);
+
 session::Progress progressOf(qrb_progress_function progress, void* data);
+
+// What signs with the arguments of a call; context: null where there is none.
+session::Signer signerOf(const qrb_context* context, std::uint32_t method, std::uint32_t key_length,
+                         const std::uint8_t* key);
 
 }  // namespace tarvo::engine::capi

@@ -47,4 +47,25 @@ qrb_status qrb_pointcloud_meta_data_remove(qrb_context* context, qrb_pointcloud*
     return call(context, [&] { sessionOf(pointcloud).removeMetaData(textOf(name)); });
 }
 
+qrb_status qrb_pointcloud_meta_data_create_signature(qrb_context* context,
+                                                     qrb_pointcloud* pointcloud, const char* name,
+                                                     uint32_t method, uint32_t key_length,
+                                                     const uint8_t* key) {
+    return call(context, [&] {
+        sessionOf(pointcloud)
+            .signMetaData(textOf(name), signerOf(context, method, key_length, key));
+    });
+}
+
+qrb_status qrb_pointcloud_meta_data_verify_signature(qrb_context* context,
+                                                     qrb_pointcloud* pointcloud, const char* name,
+                                                     uint32_t method, uint32_t key_length,
+                                                     const uint8_t* key, uint8_t* valid) {
+    return call(context, [&] {
+        auto& out = given(valid, "valid");
+        out = sessionOf(pointcloud)
+                  .verifyMetaData(textOf(name), signerOf(context, method, key_length, key));
+    });
+}
+
 }  // extern "C"

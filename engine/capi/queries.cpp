@@ -7,14 +7,6 @@ using namespace tarvo::engine::capi;
 
 namespace {
 
-query::Scope scopeOf(const uint32_t* nodes, uint32_t count) {
-    query::Scope scope;
-    scope.nodes.emplace();
-    for (uint32_t i = 0; i < count; ++i)
-        scope.nodes->insert(given(nodes, "nodes") ? nodes[i] : 0);
-    return scope;
-}
-
 void deleteChildren(qrb_graph_node& node) {
     for (uint32_t i = 0; i < node.child_count; ++i) {
         deleteChildren(*node.children[i]);

@@ -1,10 +1,21 @@
 // Transactions and management.
 #include "engine/capi/handles.h"
+#include "engine/query/commit.h"
 
 #include <algorithm>
 
 using namespace tarvo::engine;
 using namespace tarvo::engine::capi;
+
+namespace {
+
+std::vector<std::uint32_t> idsOf(std::uint32_t count, const std::uint32_t* ids) {
+    if (count > 0)
+        given(ids, "ids");
+    return {ids, ids + count};
+}
+
+}  // namespace
 
 extern "C" {
 
@@ -54,28 +65,22 @@ qrb_status qrb_pointcloud_transaction_begin(qrb_context* context, qrb_pointcloud
 }
 
 qrb_status qrb_pointcloud_transaction_commit(qrb_context* context, qrb_pointcloud* pointcloud) {
-    return call(context, [&] { sessionOf(pointcloud).commit(); });
+    return call(context, [&] { query::commit(sessionOf(pointcloud)); });
 }
 
 qrb_status qrb_pointcloud_transaction_commit_with_progress(qrb_context* context,
                                                            qrb_pointcloud* pointcloud,
                                                            qrb_progress_function progress,
                                                            void* data) {
-    return call(context, [&] { sessionOf(pointcloud).commit(progressOf(progress, data)); });
+    return call(context, [&] { query::commit(sessionOf(pointcloud), progressOf(progress, data)); });
 }
 
-qrb_status qrb_pointcloud_transaction_commit_with_signature(qrb_context* context,
-                                                            qrb_pointcloud* pointcloud,
-                                                            qrb_progress_function progress,
-                                                            void* data, uint32_t method, uint32_t,
-                                                            const uint8_t*) {
+qrb_status qrb_pointcloud_transaction_commit_with_signature(
+    qrb_context* context, qrb_pointcloud* pointcloud, qrb_progress_function progress, void* data,
+    uint32_t method, uint32_t key_length, const uint8_t* key) {
     return call(context, [&] {
-        session::Session& session = sessionOf(pointcloud);
-        if (method != 0)
-            throw Failure(ErrorCode::NotAvailable,
-                          "Committing with a signature is not available yet.",
-                          "Commit with method 0 (none).");
-        session.commit(progressOf(progress, data));
+        query::commit(sessionOf(pointcloud), progressOf(progress, data),
+                      signerOf(context, method, key_length, key));
     });
 }
 
@@ -119,6 +124,45 @@ qrb_status qrb_pointcloud_transaction_details(qrb_context* context, qrb_pointclo
                                               uint32_t id, qrb_transaction* transaction) {
     return call(context, [&] {
         given(transaction, "transaction").value = sessionOf(pointcloud).details(id);
+    });
+}
+
+qrb_status qrb_pointcloud_transaction_discard(qrb_context* context, qrb_pointcloud* pointcloud,
+                                              uint32_t count, const uint32_t* ids) {
+    return call(context, [&] { sessionOf(pointcloud).discard(idsOf(count, ids)); });
+}
+
+qrb_status qrb_pointcloud_transaction_size(qrb_context* context, qrb_pointcloud* pointcloud,
+                                           uint32_t count, const uint32_t* ids, uint64_t* bytes) {
+    return call(context, [&] {
+        auto& out = given(bytes, "bytes");
+        out = sessionOf(pointcloud).size(idsOf(count, ids));
+    });
+}
+
+qrb_status qrb_pointcloud_management_finalize(qrb_context* context, qrb_pointcloud* pointcloud) {
+    return call(context, [&] { sessionOf(pointcloud).finalize(); });
+}
+
+qrb_status qrb_pointcloud_management_vacuum(qrb_context* context, qrb_pointcloud* pointcloud,
+                                            qrb_progress_function progress, void* data) {
+    return call(context, [&] { sessionOf(pointcloud).vacuum(progressOf(progress, data)); });
+}
+
+qrb_status qrb_pointcloud_management_set_lod_mode(qrb_context* context, qrb_pointcloud* pointcloud,
+                                                  uint32_t lod_mode) {
+    return call(context, [&] {
+        session::State& state = sessionOf(pointcloud).change();
+        sessionOf(pointcloud).setLevelOfDetail(lod_mode, state.chunkSizeLod);
+    });
+}
+
+qrb_status qrb_pointcloud_management_set_chunk_size_lod(qrb_context* context,
+                                                        qrb_pointcloud* pointcloud,
+                                                        uint32_t chunk_size) {
+    return call(context, [&] {
+        session::State& state = sessionOf(pointcloud).change();
+        sessionOf(pointcloud).setLevelOfDetail(state.lodMode, chunk_size);
     });
 }
 

@@ -15,6 +15,13 @@ std::size_t nodesInPage(const Node& node) {
 
 }  // namespace
 
+void dropOwnPoints(Node& node) {
+    node.ownCount = 0;
+    for (AttributeData& attribute : node.attributes)
+        for (ElementData& element : attribute.elements)
+            element.block = {};
+}
+
 void summarise(Node& node, std::span<const Node> children, const schema::AttributeTable& table) {
     node.totalCount = 0;
     for (const Node& child : children) {
@@ -159,6 +166,7 @@ void TreeBuilder::insertBelow(Node& node, RowMerger& rows) {
         node.childPage = {};
     }
     node.revision = m_settings.revision;
+    dropOwnPoints(node);
     const unsigned level = node.level + 1u;
     std::vector<Node> old = std::move(node.children);
     std::vector<Node> result;

@@ -60,6 +60,9 @@ private:
     unsigned m_leafLevel;
 };
 
+// Forgets the level-of-detail points of an inner node: what they stand for changed.
+void dropOwnPoints(Node& node);
+
 // Sums counts, statistics and revisions of the children into an inner node.
 void summarise(Node& node, std::span<const Node> children, const schema::AttributeTable& table);
 

@@ -145,7 +145,7 @@ schema::ElementStatistics statisticsOf(const Node& node, const schema::Attribute
     const AttributeData* data = node.find(attribute.uid);
     if (data && element < data->elements.size())
         return data->elements[element].statistics;
-    const std::uint64_t code = attribute.defaultCode();
+    const std::uint64_t code = attribute.absentCode(element);
     if (attribute.grid.isInvalid(code))
         return {0, 0, false, true};
     return {code, code, true, false};

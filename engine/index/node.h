@@ -45,7 +45,7 @@ struct Node {
     Key last = 0;
     std::uint64_t totalCount = 0;           // points in the leaves here and below
     std::uint64_t ownCount = 0;             // points stored in the node itself
-    std::vector<AttributeData> attributes;  // ascending uid; an absent one has its default value
+    std::vector<AttributeData> attributes;  // ascending uid; an absent one has the same code in every point
     std::vector<Node> children;             // in key order, when they stand in the same page
     BlobRef childPage;                      // else where they stand
 
@@ -56,7 +56,7 @@ struct Node {
     const AttributeData* find(std::uint32_t uid) const;
 };
 
-// The statistics of one element of a node; those of the default value where it is absent.
+// The statistics of one element of a node; those of Attribute::absentCode where it is absent.
 schema::ElementStatistics statisticsOf(const Node& node, const schema::Attribute& attribute,
                                        std::uint32_t element);
 

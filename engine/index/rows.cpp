@@ -62,6 +62,8 @@ private:
 RowLayout::RowLayout(const schema::AttributeTable& table) : m_stride(sizeof(Key)) {
     for (const schema::Attribute& attribute : table.all()) {
         m_firstField.push_back(m_fields.size());
+        if (!has(attribute))
+            continue;
         if (attribute.record.name == schema::pointIdName)
             m_idField = m_fields.size();
         for (std::uint32_t element = 0; element < attribute.record.length; ++element) {

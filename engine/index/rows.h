@@ -13,7 +13,7 @@
 
 namespace tarvo::engine::index {
 
-// Where each element stands in a row.
+// Where each element stands in a row. Attributes with one value for the whole file have no place.
 class RowLayout {
 public:
     struct Field {
@@ -29,6 +29,9 @@ public:
     const Field& idField() const { return m_fields[m_idField]; }
     // The index of the first field of an attribute of the table.
     std::size_t fieldOf(std::size_t attribute) const { return m_firstField[attribute]; }
+    static bool has(const schema::Attribute& attribute) {
+        return !attribute.is(schema::StorageClass::Constant);
+    }
 
     static Key key(const std::uint8_t* row) {
         Key key;

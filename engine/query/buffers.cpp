@@ -101,6 +101,14 @@ Binding makeBinding(const schema::AttributeTable& table, std::string_view descri
     return binding;
 }
 
+Failure constantFailure(const schema::Attribute& attribute) {
+    return {ErrorCode::Range,
+            "The point attribute \"" + attribute.record.name +
+                "\" has one value for the whole file, and points have another one.",
+            "Its storage class is constant. Change the class to variable, or fill the attribute "
+            "of all points."};
+}
+
 void writeValues(const schema::Attribute& attribute, const schema::Column& column,
                  std::span<const std::uint32_t> rows, std::uint32_t type, std::uint8_t* out,
                  std::ptrdiff_t stride) {

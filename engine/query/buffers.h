@@ -26,6 +26,9 @@ struct Binding {
 Binding makeBinding(const schema::AttributeTable& table, std::string_view descriptor,
                     std::uint32_t type, void* buffer, std::int32_t stride);
 
+// What a value of its own for a point meets where the attribute has one value for the whole file.
+Failure constantFailure(const schema::Attribute& attribute);
+
 // Writes the values of column[rows[i]] to out + i * stride. Throws Failure(Range) when a value
 // does not fit the type.
 void writeValues(const schema::Attribute& attribute, const schema::Column& column,

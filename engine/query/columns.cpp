@@ -3,6 +3,7 @@
 #include "engine/codec/codec.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace tarvo::engine::query {
 
@@ -42,6 +43,30 @@ std::shared_ptr<const schema::Column> readColumn(session::Session& session, cons
         std::make_shared<const schema::Column>(decoder.decode(bytes, width, node.ownCount, what));
     session.columns().put(block, column, column->bytes());
     return column;
+}
+
+std::vector<std::uint8_t> readRows(session::Session& session, const index::Node& node,
+                                   const schema::AttributeTable& table,
+                                   const index::RowLayout& layout,
+                                   std::span<const std::uint32_t> points) {
+    std::vector<std::uint8_t> rows(points.size() * layout.stride());
+    for (std::size_t a = 0; a < table.size(); ++a) {
+        if (!index::RowLayout::has(table[a]))
+            continue;
+        for (std::uint32_t e = 0; e < table[a].record.length; ++e) {
+            const index::RowLayout::Field& field = layout.fields()[layout.fieldOf(a) + e];
+            const auto column = readColumn(session, node, table[a], e);
+            column->visit([&](auto codes) {
+                std::uint8_t* out = rows.data() + field.offset;
+                for (const std::uint32_t point : points) {
+                    const auto code = codes[point];
+                    std::memcpy(out, &code, sizeof code);
+                    out += layout.stride();
+                }
+            });
+        }
+    }
+    return rows;
 }
 
 }  // namespace tarvo::engine::query

@@ -2,10 +2,13 @@
 #pragma once
 
 #include "engine/index/node.h"
+#include "engine/index/rows.h"
 #include "engine/session/session.h"
 
 #include <cstdint>
 #include <memory>
+#include <span>
+#include <vector>
 
 namespace tarvo::engine::query {
 
@@ -13,5 +16,11 @@ namespace tarvo::engine::query {
 std::shared_ptr<const schema::Column> readColumn(session::Session& session, const index::Node& node,
                                                  const schema::Attribute& attribute,
                                                  std::uint32_t element);
+
+// The points of a node at the given indexes as rows, their keys still zero.
+std::vector<std::uint8_t> readRows(session::Session& session, const index::Node& node,
+                                   const schema::AttributeTable& table,
+                                   const index::RowLayout& layout,
+                                   std::span<const std::uint32_t> points);
 
 }  // namespace tarvo::engine::query

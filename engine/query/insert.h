@@ -2,10 +2,10 @@
 #pragma once
 
 #include "engine/query/buffers.h"
+#include "engine/query/changeguard.h"
 #include "engine/query/pointwriter.h"
 #include "engine/session/session.h"
 
-#include <memory>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -20,15 +20,21 @@ public:
               std::int32_t stride);
     void bindId(std::uint32_t type, void* buffer, std::int32_t stride);
 
-    // Inserts count points; what is not bound gets its default value. All of them or, on failure,
-    // none.
+    // Inserts count points; what is not bound gets its default value, the point id the next free
+    // one. All of them or, on failure, none. Throws Failure(Exists) for an own id that a point has
+    // already, Failure(Range) for values out of range.
     std::uint32_t next(std::uint32_t count);
 
 private:
+    std::vector<std::uint64_t> readIds(std::uint32_t count) const;
+    void fillRows(std::uint8_t* rows, const index::RowLayout& layout,
+                  const std::vector<std::uint64_t>& ids) const;
+    std::vector<schema::Attribute> readConstants(std::uint32_t count) const;
+
     session::Session& m_session;
-    std::shared_ptr<PointWriter> m_writer;
-    std::uint32_t m_transaction;
+    ChangeGuard m_guard;
     std::vector<Binding> m_bindings;
+    bool m_ownIds = false;
     std::optional<Binding> m_id;
 };
 

@@ -1,6 +1,5 @@
 #include "engine/query/leafwriter.h"
 
-#include "engine/codec/codec.h"
 #include "engine/query/columns.h"
 
 #include <algorithm>
@@ -42,59 +41,66 @@ std::vector<std::uint32_t> orderById(const std::vector<std::uint8_t>& rows,
 }  // namespace
 
 LeafWriter::LeafWriter(session::Session& session, session::State& state,
-                       const index::RowLayout& layout, const index::KeySpace& space)
+                       const index::RowLayout& layout, const index::KeySpace& space,
+                       std::uint64_t renumberFrom, OnStored onStored)
     : m_session(session),
       m_state(state),
       m_layout(layout),
       m_space(space),
-      m_table(std::make_shared<const schema::AttributeTable>(state.attributes)) {}
+      m_table(std::make_shared<const schema::AttributeTable>(state.attributes)),
+      m_renumberFrom(renumberFrom),
+      m_nextId(renumberFrom),
+      m_onStored(std::move(onStored)) {}
 
 LeafWriter::~LeafWriter() {
     for (Job& job : m_jobs)
         job.encoded.wait();
 }
 
+// Each new row is written once, in key order: counting gives every one an id of its own among those
+// that the rows had before.
+void LeafWriter::renumber(std::vector<std::uint8_t>& rows) {
+    const index::RowLayout::Field& field = m_layout.idField();
+    for (std::size_t at = 0; at < rows.size(); at += m_layout.stride())
+        if (m_layout.id(rows.data() + at) >= m_renumberFrom) {
+            std::memcpy(rows.data() + at + field.offset, &m_nextId, field.width);
+            ++m_nextId;
+        }
+}
+
 std::shared_ptr<index::LeafContent> LeafWriter::writeLeaf(const std::uint8_t* rows,
                                                           std::size_t count) {
     auto content = std::make_shared<index::LeafContent>();
+    std::vector<std::uint8_t> copy(rows, rows + count * m_layout.stride());
+    if (m_renumberFrom != UINT64_MAX)
+        renumber(copy);
     const std::uint8_t level = m_session.identity().settings.compressionLevel;
     const std::uint32_t revision = m_state.transaction.id;
-    auto encode = [table = m_table, &layout = m_layout, level, revision,
-                   copy = std::vector<std::uint8_t>(rows, rows + count * m_layout.stride())] {
-        thread_local codec::Encoder encoder;
+    auto encode = [table = m_table, &layout = m_layout, level, revision, copy = std::move(copy)] {
         const std::vector<std::uint32_t> order = orderById(copy, layout);
-        Encoded result;
+        Encoded result{BlockWriter(level), {}};
         for (std::size_t a = 0; a < table->size(); ++a) {
             const schema::Attribute& attribute = (*table)[a];
-            index::AttributeData data;
-            data.uid = attribute.uid;
-            data.revision = revision;
+            if (!index::RowLayout::has(attribute))
+                continue;
+            index::AttributeData data{attribute.uid, revision, {}};
             for (std::uint32_t e = 0; e < attribute.record.length; ++e) {
                 const index::RowLayout::Field& field = layout.fields()[layout.fieldOf(a) + e];
                 schema::Column column(field.width, order.size());
                 column.visit(
                     [&](auto codes) { gather(copy, layout.stride(), field.offset, order, codes); });
-                index::ElementData element;
-                element.statistics = schema::statistics(column, attribute.grid);
-                const schema::ElementStatistics& s = element.statistics;
-                const bool constant = !s.hasValid || (!s.hasInvalid && s.minimum == s.maximum);
-                if (!constant) {
-                    const std::size_t begin = result.blob.size();
-                    encoder.encode(column, {level, attribute.record.compressionOptions},
-                                   result.blob);
-                    const ByteSpan block = ByteSpan(result.blob).subspan(begin);
-                    element.block = {0, begin, static_cast<std::uint32_t>(block.size()),
-                                     checksum(block)};
-                }
-                data.elements.push_back(element);
+                data.elements.push_back(result.blocks.add(attribute, column));
             }
             result.attributes.push_back(std::move(data));
         }
         return result;
     };
     m_jobs.push_back({m_session.pool().run(std::move(encode)), content});
+    m_storedRows += count;
     while (m_jobs.size() > m_session.pool().threads() * 4)
         storeOldest();
+    if (m_onStored)
+        m_onStored(m_storedRows);
     return content;
 }
 
@@ -102,13 +108,7 @@ void LeafWriter::storeOldest() {
     Job job = std::move(m_jobs.front());
     m_jobs.pop_front();
     Encoded encoded = job.encoded.get();
-    if (!encoded.blob.empty()) {
-        const std::uint64_t blob = m_session.container().add(encoded.blob).blob;
-        for (index::AttributeData& attribute : encoded.attributes)
-            for (index::ElementData& element : attribute.elements)
-                if (element.block.length > 0)
-                    element.block.blob = blob;
-    }
+    encoded.blocks.store(m_session.container(), encoded.attributes);
     std::sort(
         encoded.attributes.begin(), encoded.attributes.end(),
         [](const index::AttributeData& a, const index::AttributeData& b) { return a.uid < b.uid; });
@@ -122,19 +122,9 @@ void LeafWriter::complete(index::LeafContent& content) {
 
 std::vector<std::uint8_t> LeafWriter::readLeaf(const index::Node& leaf) {
     const std::size_t stride = m_layout.stride();
-    std::vector<std::uint8_t> rows(leaf.ownCount * stride);
-    for (std::size_t a = 0; a < m_table->size(); ++a)
-        for (std::uint32_t e = 0; e < (*m_table)[a].record.length; ++e) {
-            const index::RowLayout::Field& field = m_layout.fields()[m_layout.fieldOf(a) + e];
-            const auto column = readColumn(m_session, leaf, (*m_table)[a], e);
-            column->visit([&](auto codes) {
-                std::uint8_t* out = rows.data() + field.offset;
-                for (const auto code : codes) {
-                    std::memcpy(out, &code, sizeof code);
-                    out += stride;
-                }
-            });
-        }
+    std::vector<std::uint32_t> all(leaf.ownCount);
+    std::iota(all.begin(), all.end(), 0u);
+    std::vector<std::uint8_t> rows = readRows(m_session, leaf, *m_table, m_layout, all);
     const index::RowLayout::Field* primary = &m_layout.fields()[m_layout.fieldOf(0)];
     for (std::size_t i = 0; i < leaf.ownCount; ++i) {
         std::uint8_t* row = rows.data() + i * stride;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "engine/index/builder.h"
+#include "engine/query/blocks.h"
 #include "engine/session/session.h"
 
 #include <deque>
@@ -12,9 +13,14 @@ namespace tarvo::engine::query {
 
 class LeafWriter final : public index::BuilderBackend {
 public:
-    // state: the pending state; gives the attributes and the node ids.
+    // Called with the rows stored so far.
+    using OnStored = std::function<void(std::uint64_t rows)>;
+
+    // state: the pending state; gives the attributes and the node ids. renumberFrom: rows with ids
+    // (codes) from this one on get new ones in the order of the index; none: UINT64_MAX.
     LeafWriter(session::Session& session, session::State& state, const index::RowLayout& layout,
-               const index::KeySpace& space);
+               const index::KeySpace& space, std::uint64_t renumberFrom = UINT64_MAX,
+               OnStored onStored = {});
     ~LeafWriter() override;
 
     std::shared_ptr<index::LeafContent> writeLeaf(const std::uint8_t* rows,
@@ -26,10 +32,9 @@ public:
     std::uint32_t newNodeId() override;
 
 private:
-    // A leaf on its way into the container: one blob with the blocks one after another; the
-    // references lack the blob's id.
+    // A leaf on its way into the container.
     struct Encoded {
-        Bytes blob;
+        BlockWriter blocks;
         std::vector<index::AttributeData> attributes;
     };
     struct Job {
@@ -37,12 +42,17 @@ private:
         std::shared_ptr<index::LeafContent> content;
     };
     void storeOldest();
+    void renumber(std::vector<std::uint8_t>& rows);
 
     session::Session& m_session;
     session::State& m_state;
     const index::RowLayout& m_layout;
     const index::KeySpace& m_space;
     std::shared_ptr<const schema::AttributeTable> m_table;  // shared with the tasks
+    std::uint64_t m_renumberFrom;
+    std::uint64_t m_nextId;
+    OnStored m_onStored;
+    std::uint64_t m_storedRows = 0;
     std::deque<Job> m_jobs;
 };
 

@@ -24,23 +24,34 @@ index::BuilderSettings builderSettings(const session::Session& session, const se
     return result;
 }
 
+// Of a full range: a code that no row has.
+std::uint64_t nextIdCode(const session::State& state) {
+    const schema::Grid& grid = state.pointId().grid;
+    const auto next = static_cast<schema::Grid::Wide>(state.nextPointId);
+    return next > grid.integerValue(grid.maximumCode()) ? UINT64_MAX : grid.code(next);
+}
+
 }  // namespace
 
-std::shared_ptr<PointWriter> PointWriter::of(session::Session& session) {
+std::shared_ptr<PointWriter> PointWriter::of(session::Session& session, Ids ids) {
     auto writer = std::dynamic_pointer_cast<PointWriter>(session.pendingChange());
-    if (!writer || !writer->fits(session.change())) {
-        writer = std::make_shared<PointWriter>(session);
+    if (!writer || !writer->fits(session.change()) || writer->m_ids != ids) {
+        session.settle();
+        writer = std::make_shared<PointWriter>(session, ids);
+        writer->m_multiPass = session.identity().settings.pointInsertMode == "multi-pass";
         session.setPendingChange(writer);
     }
     return writer;
 }
 
-PointWriter::PointWriter(session::Session& session)
+PointWriter::PointWriter(session::Session& session, Ids ids)
     : m_session(session),
       m_table(session.change().attributes),
       m_layout(m_table),
       m_space(m_table[0]),
-      m_runSize(std::clamp<std::size_t>(session.cacheSize() / 8, 2u << 20, 64u << 20)) {}
+      m_runSize(std::clamp<std::size_t>(session.cacheSize() / 8, 2u << 20, 64u << 20)),
+      m_ids(ids),
+      m_firstId(nextIdCode(session.change())) {}
 
 PointWriter::~PointWriter() {
     for (auto& run : m_sorting)
@@ -74,11 +85,15 @@ void PointWriter::finishRows(std::uint8_t* rows, std::size_t count) {
         const index::Key key = m_space.key(codes);
         std::memcpy(rows, &key, sizeof key);
     }
-    if (m_rows.size() >= m_runSize) {
-        m_failed = true;
-        startRun();
-        m_failed = false;
+    if (m_rows.size() < m_runSize)
+        return;
+    if (m_multiPass) {
+        apply({});
+        return;
     }
+    m_failed = true;
+    startRun();
+    m_failed = false;
 }
 
 void PointWriter::checkIntact() const {
@@ -91,9 +106,11 @@ void PointWriter::checkIntact() const {
 void PointWriter::startRun() {
     const std::filesystem::path file = m_session.container().fileName();
     const std::string folder = file.has_parent_path() ? file.parent_path().string() : ".";
+    const std::size_t rowsOfRun = m_rows.size() / m_layout.stride();
     auto sort = [rows = std::move(m_rows), stride = m_layout.stride(), folder] {
         return std::make_unique<index::RowFile>(folder, index::sortRows(rows, stride));
     };
+    m_rowsInRuns += rowsOfRun;
     m_rows = {};
     m_rows.reserve(m_runSize + m_runSize / 4);
     m_sorting.push_back(m_session.pool().run(std::move(sort)));
@@ -108,18 +125,29 @@ void PointWriter::keepOldestRun() {
     m_runs.push_back(run.get());
 }
 
-void PointWriter::apply() {
-    checkIntact();
-    if (m_rows.empty() && m_sorting.empty() && m_runs.empty())
-        return;
-    m_failed = true;
-    mergeIntoTree();
-    m_failed = false;
+std::uint64_t PointWriter::rowCount() const {
+    return m_rowsInRuns + m_rows.size() / m_layout.stride();
 }
 
-void PointWriter::mergeIntoTree() {
+void PointWriter::apply(const session::Progress& progress) {
+    checkIntact();
+    if (isEmpty())
+        return;
+    session::State& pending = m_session.change();
+    session::State changed = pending;
+    applyTo(changed, progress);
+    pending = std::move(changed);
+    m_rows = {};
+    m_runs.clear();
+    m_rowsInRuns = 0;
+    m_firstId = nextIdCode(pending);
+}
+
+void PointWriter::applyTo(session::State& state, const session::Progress& progress) {
+    m_failed = true;
     while (!m_sorting.empty())
         keepOldestRun();
+    m_failed = false;
     const std::size_t stride = m_layout.stride();
     const std::size_t buffer = std::clamp<std::size_t>(
         m_session.cacheSize() / 8 / (m_runs.size() + 1), 64u << 10, 8u << 20);
@@ -127,20 +155,29 @@ void PointWriter::mergeIntoTree() {
     for (const auto& run : m_runs)
         sources.push_back(run->read(stride, buffer));
     sources.push_back(index::readRows(index::sortRows(m_rows, stride), stride));
-    m_rows = {};
 
-    session::State& state = m_session.change();
     const store::Container::ReadScope scope(m_session.container());
     index::Node root = m_session.rootNode(state);
     {
+        const bool renumbers =
+            m_ids == Ids::Automatic && m_session.identity().settings.optimizePointId;
+        const std::uint64_t rows = std::max<std::uint64_t>(1, rowCount());
         index::RowMerger merger(std::move(sources), stride);
-        LeafWriter backend(m_session, state, m_layout, m_space);
+        LeafWriter backend(
+            m_session, state, m_layout, m_space, renumbers ? m_firstId : UINT64_MAX,
+            [&](std::uint64_t stored) {
+                // Rows of leaves that are rewritten count too: the number is about right.
+                const auto percent = std::min<std::uint64_t>(99, stored * 100 / rows);
+                if (progress && !progress(static_cast<int>(percent)))
+                    throw Failure(ErrorCode::Cancelled, "Inserting points was cancelled.",
+                                  "The transaction is still pending.");
+            });
         index::TreeBuilder builder(m_space, m_table, builderSettings(m_session, state, m_space),
                                    backend);
         builder.insert(root, merger);
     }
-    m_runs.clear();
     state.pointCount = root.totalCount;
+    ++state.shape;
     state.rootPage = m_session.container().add(index::encodePage({root}));
 }
 

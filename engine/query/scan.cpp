@@ -1,6 +1,7 @@
 #include "engine/query/scan.h"
 
 #include "engine/query/columns.h"
+#include "engine/query/findnode.h"
 
 #include <algorithm>
 
@@ -20,7 +21,9 @@ Scan::Scan(session::Session& session, Scope scope, std::string_view filter)
     : m_session(session),
       m_state(session.state()),
       m_scope(std::move(scope)),
-      m_filter(filter::Expression::parse(filter), m_state->attributes) {
+      m_filter(filter::Expression::parse(findCommand(filter) ? "" : filter), m_state->attributes) {
+    if (const std::optional<FindCommand> command = findCommand(filter))
+        narrowScope(findNode(session, *m_state, *command));
     m_rootPage = std::make_shared<const index::Page>(1, session.rootNode(*m_state));
     m_cursor.emplace(m_rootPage->front(), session.pageReader());
     if (m_scope.nodes || m_scope.subtree != 0)
@@ -32,6 +35,19 @@ Scan::Scan(session::Session& session, Scope scope, std::string_view filter)
 Scan::~Scan() {
     for (std::future<NodeHits>& hits : m_work)
         hits.wait();
+}
+
+// Only the points of one node are left, those below it included where the scope is the whole index.
+void Scan::narrowScope(std::uint32_t node) {
+    if (m_scope.nodes || m_scope.subtree != 0) {
+        const bool listed =
+            m_scope.nodes ? m_scope.nodes->count(node) > 0 : m_scope.subtree == node;
+        m_scope = {0, std::unordered_set<std::uint32_t>()};
+        if (listed)
+            m_scope.nodes->insert(node);
+    } else {
+        m_scope.subtree = node;
+    }
 }
 
 // Finds the nodes of the scope, so that a wrong number is an error before anything is read.
@@ -123,8 +139,9 @@ bool Scan::advance() {
             if (all && !leaf)
                 m_allDepth = m_cursor->depth();
         }
-        const bool wanted = m_scope.nodes ? m_scope.nodes->count(node->id) > 0 : leaf;
-        if (all && m_columns.empty() && (wanted || !m_scope.nodes)) {
+        const bool wanted =
+            (m_scope.nodes ? m_scope.nodes->count(node->id) > 0 : leaf) && (leaf || !m_wantLeaves);
+        if (all && m_columns.empty() && !m_wantLeaves && (wanted || !m_scope.nodes)) {
             // Only the count is needed: nothing is read, and whole subtrees are one step.
             NodeHits hits;
             hits.all = true;

@@ -37,8 +37,8 @@ struct NodeHits {
 
 class Scan {
 public:
-    // Throws Failure(Filter) for a filter that can't be understood, Failure(NotFound) for a node
-    // that the index does not have.
+    // filter: an expression or a command of findnode.h. Throws Failure(Filter) for a filter that
+    // can't be understood, Failure(NotFound) for a node that the index does not have.
     Scan(session::Session& session, Scope scope, std::string_view filter);
     ~Scan();
 
@@ -46,6 +46,10 @@ public:
 
     // The columns that hits are to bring along; before the first next.
     void setColumns(std::vector<filter::ElementRef> columns) { m_columns = std::move(columns); }
+
+    // Every node with hits is wanted, even where only the count would do; of the nodes listed only
+    // leaves.
+    void wantLeaves() { m_wantLeaves = true; }
 
     // The next node with hits; none at the end.
     std::optional<NodeHits> next();
@@ -55,6 +59,7 @@ public:
     std::uint64_t passed() const { return m_passed; }
 
 private:
+    void narrowScope(std::uint32_t node);
     void findScope();
     bool advance();  // starts work on the next candidate; false at the end
     void start(bool all);
@@ -73,6 +78,7 @@ private:
     std::size_t m_allDepth = SIZE_MAX;  // below this depth every point is a hit
     std::uint64_t m_total = 0;
     std::uint64_t m_passed = 0;
+    bool m_wantLeaves = false;
     std::size_t m_ahead = 1;
     std::deque<std::future<NodeHits>> m_work;
 };

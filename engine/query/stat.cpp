@@ -2,6 +2,7 @@
 
 #include "engine/filter/filter.h"
 #include "engine/query/buffers.h"
+#include "engine/query/findnode.h"
 
 #include <optional>
 
@@ -14,9 +15,17 @@ public:
     IndexReader(session::Session& session, std::string_view filter)
         : m_state(session.state()),
           m_pages(session.pageReader()),
-          m_filter(filter::Expression::parse(filter), m_state->attributes) {}
+          m_filter(filter::Expression::parse(findCommand(filter) ? "" : filter),
+                   m_state->attributes) {
+        if (const std::optional<FindCommand> command = findCommand(filter))
+            m_wanted = findNode(session, *m_state, *command);
+    }
 
     std::optional<IndexEntry> read(const index::Node& node, bool all) const {
+        if (m_wanted && node.id == *m_wanted)
+            return IndexEntry{node.id, node.revision, node.totalCount, node.ownCount, {}};
+        if (m_wanted && node.isLeaf())
+            return std::nullopt;
         if (!all && !m_filter.empty()) {
             const filter::Decision decision = decide(node);
             if (decision == filter::Decision::None)
@@ -52,6 +61,7 @@ private:
     std::shared_ptr<const session::State> m_state;
     index::PageReader m_pages;
     filter::BoundFilter m_filter;
+    std::optional<std::uint32_t> m_wanted;  // the one node that a command found
 };
 
 // A copy of the node; its statistics are complete without the pages below.

@@ -17,7 +17,8 @@ struct IndexEntry {
     std::vector<IndexEntry> children;
 };
 
-// The index, or of it the nodes that may hold hits of the filter and their ancestors.
+// The index, or of it the nodes that may hold hits of the filter (or the one that a command of
+// findnode.h finds) and their ancestors.
 IndexEntry readIndex(session::Session& session, std::string_view filter);
 
 enum class Extreme { Minimum, Maximum };

@@ -132,7 +132,7 @@ std::string textReport(session::Session& session, const Facts& facts) {
         }
     out += "\nMETADATA\n";
     for (const auto& [name, value] : state.metaData)
-        line(name, std::to_string(value.length) + " bytes");
+        line(name, std::to_string(value.value.length) + " bytes");
     return out;
 }
 

@@ -45,6 +45,11 @@ std::uint32_t dataType(const AttributeRecord& record);
 std::string toJson(const AttributeRecord& record);
 void recordFromJson(std::string_view json, AttributeRecord& record);
 
+// How the values of an attribute are stored: once for the whole file; in blocks that share a blob
+// with the other attributes of their node; in blocks of their own, which leave no dead bytes behind
+// when they are replaced often.
+enum class StorageClass : std::uint8_t { Constant = 1, Variable = 2, Dynamic = 3 };
+
 // A definition within a file: the record, its grid, and the number by which nodes refer to it
 // (unique within the file, never used again).
 struct Attribute {
@@ -54,7 +59,18 @@ struct Attribute {
     AttributeRecord record;
     Grid grid;
     std::uint32_t uid;
+    // Of an attribute with one value for the whole file: the code of each element. Empty until the
+    // first points give it.
+    std::vector<std::uint64_t> constant;
+
+    bool is(StorageClass storage) const {
+        return record.storageClass == static_cast<std::uint8_t>(storage);
+    }
     std::uint64_t defaultCode() const { return grid.code(record.defaultValue); }
+    // What an element of a point has when its node says nothing about the attribute.
+    std::uint64_t absentCode(std::uint32_t element) const {
+        return element < constant.size() ? constant[element] : defaultCode();
+    }
 };
 
 // The attributes of a file in their order; lookups by exact name.

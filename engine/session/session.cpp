@@ -1,6 +1,7 @@
 #include "engine/session/session.h"
 
 #include "engine/base/json.h"
+#include "engine/schema/lodmethod.h"
 #include "version.h"
 
 #include <algorithm>
@@ -59,6 +60,20 @@ ByteSpan bytesOf(const std::string& text) {
     return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
 }
 
+// The primary attribute and the point id tell points apart: they can't have one value for all.
+schema::AttributeRecord withValuesOfItsOwn(schema::AttributeRecord record) {
+    if (record.storageClass == static_cast<std::uint8_t>(schema::StorageClass::Constant))
+        record.storageClass = static_cast<std::uint8_t>(schema::StorageClass::Variable);
+    return record;
+}
+
+void checkMetaData(const std::string& name, const std::string& value) {
+    if (name.empty() || name.size() > 255 || name.find('\0') != std::string::npos)
+        throw Failure(ErrorCode::Argument,
+                      "The name of a metadata item must have 1 to 255 characters.");
+    (void)parseJson(value, "The value of the metadata item \"" + name + "\"");
+}
+
 void addTo(State& state, const schema::AttributeRecord& record) {
     schema::validate(record);
     if (state.attributes.find(record.name) >= 0)
@@ -75,12 +90,18 @@ std::string libraryVersion() {
 }
 
 void Session::create(const std::string& fileName, const CreateSettings& settings,
-                     const std::string& api, const std::vector<schema::AttributeRecord>& extra) {
+                     const std::string& api, const std::vector<schema::AttributeRecord>& extra,
+                     const std::vector<std::pair<std::string, std::string>>& metaData) {
     validate(settings);
+    if (const schema::AttributeRecord& id = settings.primaryAttribute;
+        id.name == schema::pointIdName &&
+        (id.length != 1 || schema::Grid(id).kind() != schema::Grid::Kind::Integer))
+        throw Failure(ErrorCode::Argument,
+                      "The primary attribute \"" + id.name + "\" must be one whole number.");
     State state;
-    addTo(state, settings.primaryAttribute);
+    addTo(state, withValuesOfItsOwn(settings.primaryAttribute));
     if (settings.primaryAttribute.name != schema::pointIdName)
-        addTo(state, defaultAttribute(schema::pointIdName));
+        addTo(state, withValuesOfItsOwn(defaultAttribute(schema::pointIdName)));
     for (const schema::AttributeRecord& record : extra)
         addTo(state, record);
     state.lodMode = settings.lodMode;
@@ -93,9 +114,15 @@ void Session::create(const std::string& fileName, const CreateSettings& settings
     transaction.settings = toJson(settings);
     transaction.start = transaction.stop = timestamp();
 
+    for (const auto& [name, value] : metaData)
+        checkMetaData(name, value);
     const Identity identity{makeUuid(), libraryVersion(), settings};
     store::Container::create(fileName, identityText(identity), [&](const auto& add) {
         state.attributesBlob = add(bytesOf(attributesText(state.attributes)));
+        for (const auto& [name, value] : metaData)
+            state.metaData[name].value = add(bytesOf(value));
+        state.changelog =
+            add(bytesOf(changelogBlob(changelogEntry(State(), state, ChangeNotes()), {})));
         return rootText(state);
     });
 }
@@ -148,9 +175,9 @@ std::uint32_t Session::current() {
     return pending() ? m_current->transaction.id : state()->transaction.id;
 }
 
-void Session::settle() {
+void Session::settle(const Progress& progress) {
     if (m_pendingChange)
-        m_pendingChange->apply();
+        m_pendingChange->apply(progress);
 }
 
 std::shared_ptr<const State> Session::state() {
@@ -196,17 +223,14 @@ index::PageReader Session::pageReader() {
 
 std::uint32_t Session::begin(const std::string& title, const std::string& agent,
                              const std::string& comments, const std::string& settings) {
-    if (m_pending)
-        throw Failure(ErrorCode::State, "A transaction is pending already.",
-                      "Commit or roll back transaction " +
-                          std::to_string(m_pending->transaction.id) + " first.");
+    requireNonePending();
     m_container.beginWriting();
     try {
         const std::shared_ptr<const State> base = state();
         auto pending = std::make_shared<State>(*base);
         TransactionRecord& transaction = pending->transaction;
         transaction = {};
-        transaction.id = m_container.transactions().back() + 1;
+        transaction.id = m_container.nextTransaction();
         transaction.qrb = libraryVersion() + "\n" + m_api;
         transaction.title = title;
         transaction.agent = agent;
@@ -215,6 +239,7 @@ std::uint32_t Session::begin(const std::string& title, const std::string& agent,
         transaction.start = timestamp();
         pending->parent = base->transaction.id;
         m_pending = std::move(pending);
+        m_notes = {};
         return m_pending->transaction.id;
     } catch (...) {
         m_container.abandon();
@@ -234,7 +259,14 @@ void Session::setPendingChange(std::shared_ptr<PendingChange> change) {
     m_pendingChange = std::move(change);
 }
 
-void Session::commit(const Progress& progress) {
+void Session::endTransaction() {
+    m_pending.reset();
+    m_pendingChange.reset();
+    m_transactionCache.reset();
+    m_notes = {};
+}
+
+void Session::commit(const Progress& progress, const Signer& signer) {
     State& pending = change();
     const auto report = [&](int percent) {
         if (progress && !progress(percent))
@@ -242,33 +274,45 @@ void Session::commit(const Progress& progress) {
                           "The transaction is still pending.");
     };
     report(0);
-    settle();
+    settle([&](int percent) { return !progress || progress(percent * 9 / 10); });
     report(90);
     if (!pending.attributesBlob)
         pending.attributesBlob = addText(attributesText(pending.attributes));
     pending.transaction.stop = timestamp();
-    m_container.publish(pending.transaction.id, pending.parent, rootText(pending));
+    std::string entry = changelogEntry(*m_current, pending, m_notes);
+    if (signer.method != 0)
+        signEntry(entry, signer);
+    const BlobRef previous = pending.changelog;
+    pending.changelog = addText(changelogBlob(entry, previous));
+    try {
+        m_container.publish(pending.transaction.id, pending.parent, rootText(pending));
+    } catch (...) {
+        pending.changelog = previous;
+        throw;
+    }
     m_current = std::move(m_pending);
-    m_pending.reset();
-    m_pendingChange.reset();
+    endTransaction();
     if (progress)
         progress(100);
 }
 
 void Session::rollback() {
     change();
-    m_pendingChange.reset();
-    m_pending.reset();
+    endTransaction();
     m_container.abandon();
 }
 
 void Session::restore(std::uint32_t id) {
+    requireNonePending();
+    m_container.makeCurrent(id);
+    load(id);
+}
+
+void Session::requireNonePending() const {
     if (m_pending)
         throw Failure(ErrorCode::State, "A transaction is pending.",
                       "Commit or roll back transaction " +
                           std::to_string(m_pending->transaction.id) + " first.");
-    m_container.makeCurrent(id);
-    load(id);
 }
 
 TransactionRecord Session::details(std::uint32_t id) {
@@ -280,20 +324,17 @@ TransactionRecord Session::details(std::uint32_t id) {
 void Session::addAttribute(const schema::AttributeRecord& record) {
     State& pending = change();
     settle();
+    (void)schema::lodMethod(record);
     addTo(pending, record);
 }
 
-void Session::removeAttribute(const std::string& name) {
+void Session::setLevelOfDetail(std::uint32_t mode, std::uint32_t size) {
     State& pending = change();
-    settle();
-    const int index = pending.attributes.find(name);
-    if (index < 0)
-        throw Failure(ErrorCode::NotFound, "The database has no point attribute \"" + name + "\".");
-    if (index == 0 || name == schema::pointIdName)
-        throw Failure(ErrorCode::Argument, "The point attribute \"" + name +
-                                               "\" can't be removed: points are found by it.");
-    pending.attributes.all().erase(pending.attributes.all().begin() + index);
-    pending.attributesBlob = {};
+    if (mode != pending.lodMode && size > largestLodSize(mode))
+        size = 0;
+    validateLod(mode, size);
+    pending.lodMode = mode;
+    pending.chunkSizeLod = size;
 }
 
 std::string Session::metaData(const std::string& name) {
@@ -301,16 +342,13 @@ std::string Session::metaData(const std::string& name) {
     const auto found = now->metaData.find(name);
     if (found == now->metaData.end())
         throw Failure(ErrorCode::NotFound, "The database has no metadata item \"" + name + "\".");
-    return readText(found->second, "a metadata item");
+    return readText(found->second.value, "a metadata item");
 }
 
 void Session::setMetaData(const std::string& name, const std::string& value) {
     State& pending = change();
-    if (name.empty() || name.size() > 255 || name.find('\0') != std::string::npos)
-        throw Failure(ErrorCode::Argument,
-                      "The name of a metadata item must have 1 to 255 characters.");
-    (void)parseJson(value, "The value of the metadata item \"" + name + "\"");
-    pending.metaData[name] = addText(value);
+    checkMetaData(name, value);
+    pending.metaData[name] = {addText(value), 0, {}};
 }
 
 void Session::removeMetaData(const std::string& name) {

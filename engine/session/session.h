@@ -5,6 +5,7 @@
 #include "engine/base/lrucache.h"
 #include "engine/base/threadpool.h"
 #include "engine/schema/column.h"
+#include "engine/session/changelog.h"
 #include "engine/session/settings.h"
 #include "engine/session/state.h"
 #include "engine/store/container.h"
@@ -12,6 +13,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tarvo::engine::session {
@@ -23,15 +25,22 @@ struct Identity {
     CreateSettings settings;
 };
 
+// Receives per cent, returns whether to go on.
+using Progress = std::function<bool(int)>;
+
 // Changes that a query has taken but not yet put into the pending state.
 class PendingChange {
 public:
     virtual ~PendingChange() = default;
-    virtual void apply() = 0;
+    // All or, on failure, nothing; throws Failure(Cancelled) when progress says stop.
+    virtual void apply(const Progress& progress) = 0;
 };
 
-// Receives per cent, returns whether to go on.
-using Progress = std::function<bool(int)>;
+// Something to keep while a transaction is pending.
+class TransactionCache {
+public:
+    virtual ~TransactionCache() = default;
+};
 
 struct BlobRefHash {
     std::size_t operator()(const BlobRef& reference) const {
@@ -44,10 +53,11 @@ using ColumnCache = LruCache<BlobRef, schema::Column, BlobRefHash>;
 class Session {
 public:
     // Makes a new file with transaction 1, which holds the definitions and no points. extra:
-    // attributes beside the primary one and the point id.
+    // attributes beside the primary one and the point id; metaData: items, JSON texts by name.
     static void create(const std::string& fileName, const CreateSettings& settings,
                        const std::string& api,
-                       const std::vector<schema::AttributeRecord>& extra = {});
+                       const std::vector<schema::AttributeRecord>& extra = {},
+                       const std::vector<std::pair<std::string, std::string>>& metaData = {});
 
     // api: the interface layer that asks; goes into the transactions' records.
     Session(const std::string& fileName, const OpenSettings& settings, std::string api);
@@ -71,7 +81,8 @@ public:
     // Transactions.
     std::uint32_t begin(const std::string& title, const std::string& agent,
                         const std::string& comments, const std::string& settings);
-    void commit(const Progress& progress = {});
+    // signer: signs the changelog entry (method 0: not at all).
+    void commit(const Progress& progress = {}, const Signer& signer = {});
     void rollback();
     // Makes the state of an older transaction the current one; the later ones are kept.
     void restore(std::uint32_t id);
@@ -79,25 +90,57 @@ public:
     std::vector<std::uint32_t> transactions() { return m_container.transactions(); }
     std::uint32_t current();
     TransactionRecord details(std::uint32_t id);
+    // Forgets kept transactions, but neither the first nor the current one; their space comes back
+    // with vacuum.
+    void discard(const std::vector<std::uint32_t>& ids);
+    // All but the first and the current one.
+    void finalize();
+    // Bytes of blobs and roots that the file would lose with these transactions.
+    std::uint64_t size(const std::vector<std::uint32_t>& ids);
+    // Gives the space of what no kept transaction reaches back to the disk. Throws
+    // Failure(Cancelled) when progress says stop.
+    void vacuum(const Progress& progress = {});
+
+    // The changelog: the entries from the first to the newest one.
+    std::string changelog();
+    // For the entry of the pending transaction.
+    void appendMessage(const std::string& message);
+    ChangeNotes& notes() { return m_notes; }
+    // Puts an older changelog before this one's, as part of the pending transaction.
+    void importChangelog(const std::string& text);
 
     // For changes: the pending state. Throws Failure(State) when no transaction is pending.
     State& change();
+    // Puts the changes that queries have taken into the pending state.
+    void settle(const Progress& progress = {});
+    // The state that the pending transaction began with.
+    const State& base() const { return *m_current; }
     // Changes that wait to be put into the pending state; at most one at a time.
     void setPendingChange(std::shared_ptr<PendingChange> change);
     const std::shared_ptr<PendingChange>& pendingChange() const { return m_pendingChange; }
+    // What queries keep for the length of the pending transaction; it forgets the rest.
+    std::shared_ptr<TransactionCache>& transactionCache() { return m_transactionCache; }
+
+    // Level of detail: throws Failure(Argument) for a mode or size that is not possible. The points
+    // themselves are made by query::commit.
+    void setLevelOfDetail(std::uint32_t mode, std::uint32_t size);
 
     // Attribute definitions.
     void addAttribute(const schema::AttributeRecord& record);
-    void removeAttribute(const std::string& name);
 
     // Metadata items: JSON texts by name.
     std::string metaData(const std::string& name);  // Failure(NotFound)
     void setMetaData(const std::string& name, const std::string& value);
     void removeMetaData(const std::string& name);
+    // Signs an item; method 0 removes its signature.
+    void signMetaData(const std::string& name, const Signer& signer);
+    // Whether the signature is valid; with method 0 and no key: whether there is one.
+    bool verifyMetaData(const std::string& name, const Signer& signer);
 
 private:
     void load(std::uint32_t id);
-    void settle();
+    void endTransaction();
+    void requireNonePending() const;
     BlobRef addText(const std::string& text);
     std::string readText(const BlobRef& reference, const char* what);
 
@@ -109,6 +152,8 @@ private:
     std::shared_ptr<const State> m_current;
     std::shared_ptr<State> m_pending;
     std::shared_ptr<PendingChange> m_pendingChange;
+    std::shared_ptr<TransactionCache> m_transactionCache;
+    ChangeNotes m_notes;
     PageCache m_pages;
     ColumnCache m_columns;
     std::unique_ptr<ThreadPool> m_pool;

@@ -49,10 +49,14 @@ std::uint32_t leafCapacity(const CreateSettings& settings) {
     return byCount ? std::min(settings.chunkSize, largest) : largest;
 }
 
+std::uint32_t largestLodSize(std::uint32_t mode) {
+    return mode == static_cast<std::uint32_t>(LodMode::Thinout) ? 99 : 16;
+}
+
 void validateLod(std::uint32_t mode, std::uint32_t size) {
     if (mode != 1 && mode != 2)
         refuseSetting("level-of-detail mode", std::to_string(mode), "1 is thinout, 2 is combine");
-    if (size > (mode == 1 ? 99u : 16u))
+    if (size > largestLodSize(mode))
         refuseSetting("level-of-detail size", std::to_string(size),
                       mode == 1 ? "0 to 99 per cent" : "0 to 16");
 }

@@ -34,6 +34,8 @@ struct OpenSettings {
 
 // Throws Failure(Argument) naming the setting that a file can't be created with.
 void validate(const CreateSettings& settings);
+// Of a level-of-detail size: per cent for thinout, a level for combine.
+std::uint32_t largestLodSize(std::uint32_t mode);
 void validateLod(std::uint32_t mode, std::uint32_t size);
 
 // The most points that a leaf of such a file has. In either chunk mode it is bounded, because a

@@ -2,6 +2,7 @@
 
 #include "engine/base/json.h"
 
+#include <algorithm>
 #include <charconv>
 #include <chrono>
 #include <cstdio>
@@ -18,6 +19,52 @@ std::string hexadecimal(std::uint64_t value) {
     return text;
 }
 
+std::uint64_t numberFromHexadecimal(const std::string& text, const char* what) {
+    std::uint64_t number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, 16);
+    if (error != std::errc() || end != text.data() + text.size())
+        throw Failure(ErrorCode::Damaged,
+                      std::string("The file is damaged: ") + what + " is not readable.");
+    return number;
+}
+
+void writeReferenceMembers(JsonWriter& writer, const BlobRef& reference) {
+    writeMember(writer, "blob", reference.blob);
+    writeMember(writer, "length", std::uint64_t(reference.length));
+    writeMember(writer, "checksum", hexadecimal(reference.checksum));
+}
+
+BlobRef readReferenceMembers(const JsonObject& object) {
+    BlobRef reference;
+    reference.blob = object.number("blob", INT64_MAX);
+    reference.length = static_cast<std::uint32_t>(object.number("length", UINT32_MAX));
+    reference.checksum = numberFromHexadecimal(object.text("checksum"), "a reference");
+    if (reference.blob == 0)
+        throw Failure(ErrorCode::Damaged, "The file is damaged: a reference is not readable.");
+    return reference;
+}
+
+// The one value of an attribute for the whole file.
+std::vector<std::uint64_t> constantFromJson(const rapidjson::Value& codes,
+                                            const schema::Attribute& attribute) {
+    std::vector<std::uint64_t> result;
+    for (const rapidjson::Value& code : codes.GetArray())
+        result.push_back(
+            numberFromHexadecimal(code.IsString() ? code.GetString() : "", "a constant value"));
+    const schema::Grid& grid = attribute.grid;
+    const bool possible = std::all_of(result.begin(), result.end(), [&](std::uint64_t code) {
+        return code <= grid.maximumCode() || grid.isInvalid(code);
+    });
+    if (result.size() != attribute.record.length || !possible ||
+        !attribute.is(schema::StorageClass::Constant))
+        throw Failure(ErrorCode::Damaged,
+                      "The file is damaged: the constant value of the point attribute \"" +
+                          attribute.record.name + "\" is not readable.");
+    return result;
+}
+
+}  // namespace
+
 void writeReferenceMember(JsonWriter& writer, const char* name, const BlobRef& reference) {
     writer.Key(name);
     if (!reference) {
@@ -25,28 +72,15 @@ void writeReferenceMember(JsonWriter& writer, const char* name, const BlobRef& r
         return;
     }
     writer.StartObject();
-    writeMember(writer, "blob", reference.blob);
-    writeMember(writer, "length", std::uint64_t(reference.length));
-    writeMember(writer, "checksum", hexadecimal(reference.checksum));
+    writeReferenceMembers(writer, reference);
     writer.EndObject();
 }
 
 BlobRef readReferenceMember(const JsonObject& parent, const char* name) {
-    BlobRef reference;
     if (parent.get(name).IsNull())
-        return reference;
-    const JsonObject object = parent.object(name);
-    reference.blob = object.number("blob", INT64_MAX);
-    reference.length = static_cast<std::uint32_t>(object.number("length", UINT32_MAX));
-    const std::string text = object.text("checksum");
-    const auto [end, error] =
-        std::from_chars(text.data(), text.data() + text.size(), reference.checksum, 16);
-    if (error != std::errc() || end != text.data() + text.size() || reference.blob == 0)
-        throw Failure(ErrorCode::Damaged, "The file is damaged: a reference is not readable.");
-    return reference;
+        return {};
+    return readReferenceMembers(parent.object(name));
 }
-
-}  // namespace
 
 std::string rootText(const State& state) {
     rapidjson::StringBuffer buffer;
@@ -81,9 +115,21 @@ std::string rootText(const State& state) {
     writer.EndObject();
     writer.Key("metadata");
     writer.StartObject();
-    for (const auto& [name, value] : state.metaData)
-        writeReferenceMember(writer, name.c_str(), value);
+    for (const auto& [name, item] : state.metaData) {
+        writer.Key(name.data(), static_cast<rapidjson::SizeType>(name.size()));
+        writer.StartObject();
+        writeReferenceMembers(writer, item.value);
+        if (!item.signature.empty()) {
+            writer.Key("signature");
+            writer.StartObject();
+            writeMember(writer, "method", std::uint64_t(item.method));
+            writeMember(writer, "value", item.signature);
+            writer.EndObject();
+        }
+        writer.EndObject();
+    }
     writer.EndObject();
+    writeReferenceMember(writer, "changelog", state.changelog);
     writer.EndObject();
     return {buffer.GetString(), buffer.GetSize()};
 }
@@ -114,10 +160,19 @@ State stateFromRoot(std::string_view root) {
     const JsonObject lod = object.object("level_of_detail");
     state.lodMode = static_cast<std::uint32_t>(lod.number("mode", UINT32_MAX));
     state.chunkSizeLod = static_cast<std::uint32_t>(lod.number("size", UINT32_MAX));
-    const JsonObject metaData = object.object("metadata");
-    for (const auto& member : object.get("metadata").GetObject())
-        state.metaData[{member.name.GetString(), member.name.GetStringLength()}] =
-            readReferenceMember(metaData, member.name.GetString());
+    (void)object.object("metadata");
+    for (const auto& member : object.get("metadata").GetObject()) {
+        const JsonObject stored(member.value, what, ErrorCode::Damaged);
+        MetaItem item;
+        item.value = readReferenceMembers(stored);
+        if (stored.has("signature")) {
+            const JsonObject signature = stored.object("signature");
+            item.method = static_cast<std::uint32_t>(signature.number("method", UINT32_MAX));
+            item.signature = signature.text("value");
+        }
+        state.metaData[{member.name.GetString(), member.name.GetStringLength()}] = std::move(item);
+    }
+    state.changelog = readReferenceMember(object, "changelog");
     return state;
 }
 
@@ -131,6 +186,13 @@ std::string attributesText(const schema::AttributeTable& table) {
         writer.Key("definition");
         const std::string record = schema::toJson(attribute.record);
         writer.RawValue(record.data(), record.size(), rapidjson::kObjectType);
+        if (!attribute.constant.empty()) {
+            writer.Key("value");
+            writer.StartArray();
+            for (const std::uint64_t code : attribute.constant)
+                writeText(writer, hexadecimal(code));
+            writer.EndArray();
+        }
         writer.EndObject();
     }
     writer.EndArray();
@@ -155,7 +217,9 @@ schema::AttributeTable attributesFromText(std::string_view text) {
         if (table.find(record.name) >= 0 || table.findUid(number) >= 0)
             throw Failure(ErrorCode::Damaged, "The file is damaged: it has the point attribute \"" +
                                                   record.name + "\" twice.");
-        table.all().emplace_back(std::move(record), number);
+        schema::Attribute& attribute = table.all().emplace_back(std::move(record), number);
+        if (object.has("value"))
+            attribute.constant = constantFromJson(object.array("value"), attribute);
     }
     const int pointId = table.find(schema::pointIdName);
     if (pointId != 0 && pointId != 1)

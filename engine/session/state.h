@@ -3,6 +3,7 @@
 #pragma once
 
 #include "engine/base/blobref.h"
+#include "engine/base/json.h"
 #include "engine/index/node.h"
 #include "engine/schema/attribute.h"
 
@@ -25,6 +26,14 @@ struct TransactionRecord {
     std::string stop;
 };
 
+// A metadata item; signature is hexadecimal and empty where the item is not signed.
+struct MetaItem {
+    BlobRef value;
+    std::uint32_t method = 0;
+    std::string signature;
+    bool operator==(const MetaItem&) const = default;
+};
+
 struct State {
     TransactionRecord transaction;
     std::uint32_t parent = 0;  // 0: none
@@ -33,12 +42,14 @@ struct State {
     schema::AttributeTable attributes;  // the primary attribute first, then the point id
     std::uint32_t nextUid = 1;
 
-    BlobRef rootPage;  // holds the root node; none while the database is empty or changed
+    std::uint64_t shape = 0;  // not stored: counts changes after which a point may stand elsewhere
+    BlobRef rootPage;         // holds the root node; none while the database is empty or changed
     std::uint64_t pointCount = 0;
     std::uint64_t nextPointId = 1;
     std::uint32_t nextNodeId = 2;  // the root is 1
 
-    std::map<std::string, BlobRef> metaData;
+    std::map<std::string, MetaItem> metaData;
+    BlobRef changelog;  // the newest entry
 
     std::uint32_t lodMode = 1;
     std::uint32_t chunkSizeLod = 0;
@@ -55,6 +66,10 @@ struct State {
 // Failure(Damaged).
 std::string rootText(const State& state);
 State stateFromRoot(std::string_view root);
+
+// A member that is a reference to a whole blob, or null.
+void writeReferenceMember(JsonWriter& writer, const char* name, const BlobRef& reference);
+BlobRef readReferenceMember(const JsonObject& parent, const char* name);
 
 // The stored form of an attribute table.
 std::string attributesText(const schema::AttributeTable& table);

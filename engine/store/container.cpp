@@ -3,6 +3,7 @@
 #include "engine/store/connection.h"
 #include "engine/store/writerlock.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <mutex>
@@ -405,6 +406,7 @@ void Container::publish(std::uint32_t id, std::uint32_t parent, std::string_view
                           "only be rolled back.");
         putSnapshot(*m->connection, id, m->nextBlob - 1, root);
         putInfo(*m->connection, "current", std::to_string(id));
+        putInfo(*m->connection, "last", std::to_string(id));
         m->connection->run("COMMIT");
     } catch (...) {
         sqlite3_exec(m->connection->handle, "ROLLBACK", nullptr, nullptr, nullptr);
@@ -416,19 +418,136 @@ void Container::publish(std::uint32_t id, std::uint32_t parent, std::string_view
 
 void Container::makeCurrent(std::uint32_t id) {
     (void)root(id);  // there, and whole
+    changeAlone([&] {
+        m->connection->run("BEGIN IMMEDIATE");
+        putInfo(*m->connection, "current", std::to_string(id));
+        m->connection->run("COMMIT");
+    });
+}
+
+std::uint32_t Container::nextTransaction() {
+    const std::vector<std::uint32_t> kept = transactions();
+    const std::lock_guard guard(m->mutex);
+    std::uint64_t last = kept.empty() ? 0 : kept.back();
+    Statement given(m->connection->handle, "SELECT 1 FROM info WHERE name = 'last'", fileName());
+    if (given.step())
+        last = std::max<std::uint64_t>(
+            last, std::strtoull(getInfo(*m->connection, "last").c_str(), nullptr, 10));
+    if (last >= UINT32_MAX)
+        throw Failure(ErrorCode::State, "The database has no more transaction numbers.",
+                      "Copy its points into a new database.");
+    return static_cast<std::uint32_t>(last + 1);
+}
+
+std::uint64_t Container::blobSize(std::uint64_t blob) {
+    const std::lock_guard guard(m->mutex);
+    Statement statement(m->connection->handle, "SELECT length(data) FROM blob WHERE id = ?",
+                        fileName());
+    statement.bind(1, static_cast<std::int64_t>(blob));
+    return statement.step() ? static_cast<std::uint64_t>(statement.integer(0)) : 0;
+}
+
+// Runs one change of the container as a writer of its own; not while a transaction is pending.
+void Container::changeAlone(const std::function<void()>& change) {
     beginWriting();
     const std::lock_guard guard(m->mutex);
     m->closeReader();
     try {
-        m->connection->run("BEGIN IMMEDIATE");
-        putInfo(*m->connection, "current", std::to_string(id));
-        m->connection->run("COMMIT");
+        change();
     } catch (...) {
-        sqlite3_exec(m->connection->handle, "ROLLBACK", nullptr, nullptr, nullptr);
+        if (!sqlite3_get_autocommit(m->connection->handle))
+            sqlite3_exec(m->connection->handle, "ROLLBACK", nullptr, nullptr, nullptr);
         m->lock.reset();
         throw;
     }
     m->lock.reset();
+}
+
+void Container::discard(const std::vector<std::uint32_t>& ids) {
+    for (const std::uint32_t id : ids)
+        (void)root(id);  // there, and whole
+    const std::vector<std::uint32_t> kept = transactions();
+    changeAlone([&] {
+        Connection& connection = *m->connection;
+        connection.run("BEGIN IMMEDIATE");
+        const std::string current = getInfo(connection, "current");
+        for (const std::uint32_t id : ids) {
+            if (std::to_string(id) == current || id == kept.front())
+                throw Failure(ErrorCode::Argument,
+                              "Transaction " + std::to_string(id) + " can't be discarded: it is " +
+                                  (id == kept.front() ? "the first one." : "the current one."));
+            Statement(connection.handle, "DELETE FROM snapshot WHERE id = ?", connection.fileName)
+                .bind(1, id)
+                .run();
+        }
+        connection.run("COMMIT");
+    });
+}
+
+void Container::vacuum(const std::function<KeepBlob()>& plan,
+                       const std::function<bool(int)>& progress) {
+    beginWriting();
+    try {
+        const KeepBlob keep = plan();
+        giveBack(keep, progress);
+    } catch (...) {
+        const std::lock_guard guard(m->mutex);
+        if (!sqlite3_get_autocommit(m->connection->handle))
+            sqlite3_exec(m->connection->handle, "ROLLBACK", nullptr, nullptr, nullptr);
+        m->lock.reset();
+        throw;
+    }
+    m->lock.reset();
+}
+
+void Container::giveBack(const KeepBlob& keep, const std::function<bool(int)>& progress) {
+    const std::lock_guard guard(m->mutex);
+    m->closeReader();
+    Connection& connection = *m->connection;
+    const auto report = [&](std::int64_t done, std::int64_t all, int from, int to) {
+        const auto share = all > 0 ? done * (to - from) / all : to - from;
+        if (!progress(from + static_cast<int>(share)))
+            throw Failure(ErrorCode::Cancelled, "The clean-up was cancelled.",
+                          "The space given back so far stays so; nothing is lost.");
+    };
+    const std::int64_t last = connection.pragma("SELECT coalesce(max(id), 0) FROM blob");
+    const auto deleteBatch = [&](const std::vector<std::int64_t>& unwanted) {
+        connection.run("BEGIN IMMEDIATE");
+        Statement statement(connection.handle, "DELETE FROM blob WHERE id = ?",
+                            connection.fileName);
+        for (const std::int64_t id : unwanted) {
+            statement.bind(1, id);
+            statement.run();
+        }
+        connection.run("COMMIT");
+    };
+    for (std::int64_t at = 0; at < last;) {
+        std::vector<std::int64_t> unwanted;
+        {
+            Statement ids(connection.handle,
+                          "SELECT id FROM blob WHERE id > ? ORDER BY id LIMIT 2000",
+                          connection.fileName);
+            ids.bind(1, at);
+            at = last;
+            while (ids.step()) {
+                at = ids.integer(0);
+                if (!keep(static_cast<std::uint64_t>(at)))
+                    unwanted.push_back(at);
+            }
+        }
+        deleteBatch(unwanted);
+        report(at, last, 0, 50);
+    }
+    const std::int64_t unused = connection.pragma("PRAGMA freelist_count");
+    for (std::int64_t left = unused; left > 0;) {
+        report(unused - left, unused, 50, 100);
+        connection.run("PRAGMA incremental_vacuum(2000)");
+        const std::int64_t now = connection.pragma("PRAGMA freelist_count");
+        if (now >= left)
+            break;
+        left = now;
+    }
+    progress(100);
 }
 
 void Container::abandon() noexcept {

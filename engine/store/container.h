@@ -53,6 +53,10 @@ public:
     std::vector<std::uint32_t> transactions();  // ascending
     std::uint32_t current();
     std::string root(std::uint32_t id);  // Failure(NotFound) when there is none
+    // The number of the next transaction; numbers are never given twice.
+    std::uint32_t nextTransaction();
+    // Bytes of a stored blob.
+    std::uint64_t blobSize(std::uint64_t blob);
 
     // While a scope lives, reads keep their place in the file open, which makes the next faster
     // and keeps writers of other processes waiting: for the length of one call only.
@@ -81,10 +85,22 @@ public:
     void publish(std::uint32_t id, std::uint32_t parent, std::string_view root);
     // Makes an older transaction the current one; not while writing.
     void makeCurrent(std::uint32_t id);
+    // Forgets older transactions, but neither the first nor the current one (Failure(Argument));
+    // their blobs stay until vacuum. Not while writing.
+    void discard(const std::vector<std::uint32_t>& ids);
+    // Deletes the blobs that nobody wants and gives their space back to the disk. plan: called
+    // once nobody else can add blobs, tells which to keep. progress gets per cent and returns
+    // whether to go on; what was given back before a stop stays so (Failure(Cancelled)). Not while
+    // writing.
+    using KeepBlob = std::function<bool(std::uint64_t blob)>;
+    void vacuum(const std::function<KeepBlob()>& plan, const std::function<bool(int)>& progress);
     // Forgets the staged blobs and ends writing; never throws.
     void abandon() noexcept;
 
 private:
+    void changeAlone(const std::function<void()>& change);
+    void giveBack(const KeepBlob& keep, const std::function<bool(int)>& progress);
+
     struct Impl;
     std::unique_ptr<Impl> m;
 };

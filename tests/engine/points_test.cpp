@@ -2,6 +2,7 @@
 // the size of the leaves, the number of transactions and the memory allowed.
 #include "tests/engine/database.h"
 
+#include "engine/query/redefine.h"
 #include "engine/query/stat.h"
 
 #include <gtest/gtest.h>
@@ -315,9 +316,9 @@ TEST(Attributes, AddedLaterReadTheirDefaultInOldPointsAndTheirValuesInNewOnes) {
     EXPECT_EQ(extremes[0], 3);
     EXPECT_EQ(extremes[1], 7);
     session.begin("attribute", "test", "", "");
-    session.removeAttribute("quality");
-    EXPECT_THROW(session.removeAttribute("xyz"), Failure);
-    EXPECT_THROW(session.removeAttribute("tarvo.id"), Failure);
+    query::removeAttribute(session, "quality");
+    EXPECT_THROW(query::removeAttribute(session, "xyz"), Failure);
+    EXPECT_THROW(query::removeAttribute(session, "tarvo.id"), Failure);
     session.commit();
     EXPECT_THROW(countOf(session, "quality == 7"), Failure);
     EXPECT_EQ(countOf(session, ""), 800u);

@@ -1,0 +1,20 @@
+// Level-of-detail points: what an inner node shows in place of the points below. They are made
+// from the points stored in the node's children, level by level from the leaves up.
+//
+//   thinout  size per cent of the children's points, evenly along the order of the index
+//   combine  one point per cell of a grid of 2^size cells along each edge of the node, each
+//            attribute by its method (schema/lodmethod.h)
+//
+// A node never has more of them than a leaf may have points: thinout takes fewer, combine a coarser
+// grid.
+#pragma once
+
+#include "engine/session/session.h"
+
+namespace tarvo::engine::query {
+
+// Brings those of the pending state up to date: in the nodes that the transaction changed, or in
+// all when mode or size changed. Changes nothing on failure.
+void updateLevelOfDetail(session::Session& session, const session::Progress& progress);
+
+}  // namespace tarvo::engine::query

@@ -1,0 +1,93 @@
+#include "engine/query/remove.h"
+
+#include "engine/query/columns.h"
+#include "engine/query/leafedit.h"
+#include "engine/query/pointids.h"
+#include "engine/query/pointmatch.h"
+
+#include <algorithm>
+
+namespace tarvo::engine::query {
+
+namespace {
+
+// Without points the next ones may give other values.
+void forgetConstants(session::State& state) {
+    for (schema::Attribute& attribute : state.attributes.all())
+        if (!attribute.constant.empty()) {
+            attribute.constant.clear();
+            state.attributesBlob = {};
+        }
+}
+
+}  // namespace
+
+// Ids that wait for their points to be taken out of the tree.
+class RemoveQuery::Change final : public session::PendingChange {
+public:
+    explicit Change(session::Session& session) : m_session(session) {}
+
+    std::vector<std::uint64_t> ids;  // codes, each of a point
+
+    void apply(const session::Progress& progress) override {
+        if (ids.empty())
+            return;
+        std::sort(ids.begin(), ids.end());
+        session::State& pending = m_session.change();
+        session::State changed = pending;
+        TreeEdit edit;
+        edit.touches = [&](const index::Node& node) {
+            return mayHold(node, pending.pointId(), ids);
+        };
+        edit.leaf = [&](const index::Node& leaf) {
+            EditedLeaf edited(m_session.identity().settings.compressionLevel);
+            std::vector<std::uint32_t> points;
+            for (const PointMatch& match :
+                 matchIds(*readColumn(m_session, leaf, pending.pointId(), 0), ids))
+                points.push_back(match.point);
+            if (!points.empty())
+                removePoints(m_session, pending, leaf, points, edited);
+            return edited;
+        };
+        editTree(m_session, changed, edit, progress);
+        if (changed.pointCount == 0)
+            forgetConstants(changed);
+        pending = std::move(changed);
+        ids.clear();
+    }
+
+private:
+    session::Session& m_session;
+};
+
+void RemoveQuery::bind(std::uint32_t type, const void* buffer, std::int32_t stride) {
+    m_guard.check();
+    m_id = makeBinding(m_session.change().attributes, schema::pointIdName, type,
+                       const_cast<void*>(buffer), stride);
+}
+
+std::uint32_t RemoveQuery::next(std::uint32_t count) {
+    m_guard.check();
+    if (!m_id)
+        throw Failure(ErrorCode::State, "The ids of the points to remove are not bound.");
+    PointIds& known = PointIds::of(m_session);
+    std::vector<std::uint64_t> ids(count);
+    readCodes(m_session.change().pointId(), m_id->type, m_id->buffer, m_id->stride, count,
+              reinterpret_cast<std::uint8_t*>(ids.data()), sizeof ids[0]);
+    if (!m_change)
+        m_change = std::make_shared<Change>(m_session);
+    if (m_session.pendingChange() != m_change)
+        m_session.setPendingChange(m_change);
+    std::uint32_t removed = 0;
+    for (const std::uint64_t id : ids)
+        if (known.ids.erase(id)) {
+            m_change->ids.push_back(id);
+            ++removed;
+        }
+    m_session.notes().removed += removed;
+    if (m_change->ids.size() > std::max<std::uint64_t>(m_session.cacheSize() / 64, 100'000))
+        m_session.settle();
+    return removed;
+}
+
+}  // namespace tarvo::engine::query

@@ -1,0 +1,120 @@
+// Session: what it does with the transactions that are kept, and the changelog.
+#include "engine/session/reach.h"
+#include "engine/session/session.h"
+
+#include <algorithm>
+
+namespace tarvo::engine::session {
+
+namespace {
+
+constexpr std::size_t longestMessage = 1u << 20;
+
+}  // namespace
+
+void Session::discard(const std::vector<std::uint32_t>& ids) {
+    requireNonePending();
+    m_container.discard(ids);
+}
+
+void Session::finalize() {
+    requireNonePending();
+    std::vector<std::uint32_t> ids = transactions();
+    const std::uint32_t first = ids.front();
+    const std::uint32_t now = current();
+    std::erase_if(ids, [&](std::uint32_t id) { return id == first || id == now; });
+    m_container.discard(ids);
+}
+
+std::uint64_t Session::size(const std::vector<std::uint32_t>& ids) {
+    Reach reach(m_container);
+    std::uint64_t bytes = 0;
+    for (const std::uint32_t id : ids)
+        bytes += m_container.root(id).size();
+    for (const std::uint32_t id : transactions())
+        if (std::find(ids.begin(), ids.end(), id) == ids.end())
+            reach.add(stateFromRoot(m_container.root(id)));
+    reach.setOnNew([&](std::uint64_t blob) { bytes += m_container.blobSize(blob); });
+    for (const std::uint32_t id : ids)
+        reach.add(stateFromRoot(m_container.root(id)));
+    return bytes;
+}
+
+void Session::vacuum(const Progress& progress) {
+    requireNonePending();
+    const auto report = [&](int percent) { return !progress || progress(percent); };
+    Reach reach(m_container);
+    const auto plan = [&] {
+        const std::vector<std::uint32_t> ids = transactions();
+        for (std::size_t i = 0; i < ids.size(); ++i) {
+            if (!report(static_cast<int>(i * 20 / ids.size())))
+                throw Failure(ErrorCode::Cancelled, "The clean-up was cancelled.");
+            reach.add(stateFromRoot(m_container.root(ids[i])));
+        }
+        return [&reach](std::uint64_t blob) { return reach.contains(blob); };
+    };
+    m_container.vacuum(plan, [&](int percent) { return report(20 + percent * 80 / 100); });
+}
+
+std::string Session::changelog() {
+    std::vector<std::string> entries;
+    for (BlobRef link = state()->changelog; link;) {
+        ChangelogLink one = changelogFromBlob(readText(link, "the changelog"));
+        entries.push_back(std::move(one.entry));
+        link = one.previous;
+    }
+    std::string text;
+    for (auto entry = entries.rbegin(); entry != entries.rend(); ++entry)
+        text += (text.empty() ? "" : "\n") + *entry;
+    return text;
+}
+
+void Session::appendMessage(const std::string& message) {
+    change();
+    if (message.find_first_not_of(" \t\r\n") == std::string::npos)
+        throw Failure(ErrorCode::Argument, "The message is empty.");
+    if (message.size() > longestMessage)
+        throw Failure(ErrorCode::Argument, "The message is too long.",
+                      "A message has at most " + std::to_string(longestMessage) + " bytes.");
+    m_notes.messages.push_back(message);
+}
+
+void Session::importChangelog(const std::string& text) {
+    State& pending = change();
+    std::vector<std::string> own;
+    for (BlobRef link = pending.changelog; link;) {
+        ChangelogLink one = changelogFromBlob(readText(link, "the changelog"));
+        own.push_back(std::move(one.entry));
+        link = one.previous;
+    }
+    BlobRef link = addText(changelogBlob(text, {}));
+    for (auto entry = own.rbegin(); entry != own.rend(); ++entry)
+        link = addText(changelogBlob(*entry, link));
+    pending.changelog = link;
+    m_notes.lines.push_back("Changelog: imported that of another database");
+}
+
+void Session::signMetaData(const std::string& name, const Signer& signer) {
+    State& pending = change();
+    const std::string value = metaData(name);
+    MetaItem& item = pending.metaData.at(name);
+    if (signer.method == 0) {
+        item.method = 0;
+        item.signature.clear();
+        return;
+    }
+    item.signature = makeSignature(signer, "metadata item", name, value);
+    item.method = signer.method;
+}
+
+bool Session::verifyMetaData(const std::string& name, const Signer& signer) {
+    const std::string value = metaData(name);
+    const std::shared_ptr<const State> now = state();
+    const MetaItem& item = now->metaData.at(name);
+    if (signer.method == 0 && signer.key.empty())
+        return !item.signature.empty();
+    return checkSignature(signer, "metadata item", name, value, item.signature) &&
+           item.method == signer.method;
+}
+
+}  // namespace tarvo::engine::session

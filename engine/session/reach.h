@@ -1,0 +1,34 @@
+// What the states of a database reach: the blobs that must be kept, and those that only some of
+// the states hold. Memory is a few bytes per blob.
+#pragma once
+
+#include "engine/base/idset.h"
+#include "engine/index/node.h"
+#include "engine/session/state.h"
+#include "engine/store/container.h"
+
+#include <functional>
+
+namespace tarvo::engine::session {
+
+class Reach {
+public:
+    explicit Reach(store::Container& container) : m_container(container) {}
+
+    // Called for each blob that is reached for the first time.
+    void setOnNew(std::function<void(std::uint64_t blob)> onNew) { m_onNew = std::move(onNew); }
+    // Adds everything that a state reaches, directly or through pages and the changelog.
+    void add(const State& state);
+    bool contains(std::uint64_t blob) const { return m_blobs.contains(blob); }
+
+private:
+    bool addBlob(const BlobRef& reference);
+    void addPage(const BlobRef& reference);
+    void addNode(const index::Node& node);
+
+    store::Container& m_container;
+    IdSet m_blobs;
+    std::function<void(std::uint64_t)> m_onNew;
+};
+
+}  // namespace tarvo::engine::session

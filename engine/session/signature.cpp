@@ -1,0 +1,103 @@
+#include "engine/session/signature.h"
+
+#include <openssl/crypto.h>
+#include <openssl/evp.h>
+#include <openssl/hmac.h>
+
+#include <array>
+
+namespace tarvo::engine::session {
+
+namespace {
+
+using Digest = std::array<std::uint8_t, 32>;
+
+std::string canonicalForm(std::string_view kind, std::string_view name, std::string_view text) {
+    std::string form(kind);
+    form += '\0';
+    form += name;
+    form += '\0';
+    const std::size_t start = form.size();
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != '\r')
+            form += text[i];
+        else if (i + 1 == text.size() || text[i + 1] != '\n')
+            form += '\n';
+    }
+    while (form.size() > start &&
+           (form.back() == '\n' || form.back() == ' ' || form.back() == '\t'))
+        form.pop_back();
+    return form;
+}
+
+[[noreturn]] void failHash() {
+    throw Failure(ErrorCode::Internal, "A signature can't be computed.");
+}
+
+Digest hashWithKey(const Bytes& key, const std::string& form) {
+    if (key.empty())
+        throw Failure(ErrorCode::Argument, "The signature key is missing.",
+                      "Signature method 1 needs a key of at least one byte.");
+    Digest digest;
+    unsigned size = 0;
+    if (!HMAC(EVP_sha256(), key.data(), static_cast<int>(key.size()),
+              reinterpret_cast<const unsigned char*>(form.data()), form.size(), digest.data(),
+              &size) ||
+        size != digest.size())
+        failHash();
+    return digest;
+}
+
+Digest askAuthenticator(const Authenticator& authenticator, const std::string& form) {
+    if (!authenticator)
+        throw Failure(ErrorCode::State, "There is no authentication function.",
+                      "Signature method 2 needs one: set it on the context first.");
+    Digest challenge;
+    unsigned size = 0;
+    if (EVP_Digest(form.data(), form.size(), challenge.data(), &size, EVP_sha256(), nullptr) != 1 ||
+        size != challenge.size())
+        failHash();
+    Digest answer{};
+    if (!authenticator(challenge, answer))
+        throw Failure(ErrorCode::State, "The authentication function gave no answer.");
+    return answer;
+}
+
+}  // namespace
+
+std::string makeSignature(const Signer& signer, std::string_view kind, std::string_view name,
+                          std::string_view text) {
+    const std::string form = canonicalForm(kind, name, text);
+    Digest digest;
+    switch (static_cast<SignatureMethod>(signer.method)) {
+        case SignatureMethod::Key:
+            digest = hashWithKey(signer.key, form);
+            break;
+        case SignatureMethod::Authentication:
+            digest = askAuthenticator(signer.authenticator, form);
+            break;
+        default:
+            throw Failure(ErrorCode::Argument,
+                          "The signature method " + std::to_string(signer.method) + " is unknown.",
+                          "1 signs with a key, 2 with the authentication function.");
+    }
+    std::string text16;
+    for (const std::uint8_t byte : digest) {
+        text16 += "0123456789abcdef"[byte >> 4];
+        text16 += "0123456789abcdef"[byte & 15];
+    }
+    return text16;
+}
+
+bool checkSignature(const Signer& signer, std::string_view kind, std::string_view name,
+                    std::string_view text, std::string_view signature) {
+    const std::string right = makeSignature(signer, kind, name, text);
+    std::string given(signature);
+    for (char& c : given)
+        if (c >= 'A' && c <= 'F')
+            c = static_cast<char>(c - 'A' + 'a');
+    return given.size() == right.size() &&
+           CRYPTO_memcmp(given.data(), right.data(), right.size()) == 0;
+}
+
+}  // namespace tarvo::engine::session
