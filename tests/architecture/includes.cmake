@@ -20,10 +20,13 @@ set(engine/query engine/query engine/session engine/store engine/filter engine/i
   engine/schema engine/base qrb)
 set(engine/report engine/report engine/query engine/session engine/store engine/index
   engine/schema engine/base qrb/defaults)
-set(engine/capi engine/capi engine/report engine/query engine/session engine/store engine/filter
+set(engine/validation engine/validation engine/session engine/index engine/schema engine/base
+  qrb/defaults)
+set(engine/capi engine/capi engine/validation engine/report engine/query engine/session engine/store engine/filter
   engine/index engine/codec engine/schema engine/base qrb qrb/defaults)
 set(rooms app mainwindow dialogs common cli qrb qrb/defaults engine/base engine/schema engine/codec
-  engine/index engine/filter engine/store engine/session engine/query engine/report engine/capi)
+  engine/index engine/filter engine/store engine/session engine/query engine/validation
+  engine/report engine/capi)
 
 set(checked 0)
 foreach(room IN LISTS rooms)

@@ -1,0 +1,182 @@
+#include "engine/validation/conformance.h"
+
+#include "engine/validation/jsonschema.h"
+#include "qrb/defaults/catalogue.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+
+namespace tarvo::engine::validation {
+
+namespace {
+
+namespace defaults = qrb::defaults;
+
+std::string plain(double value) {
+    if (std::isnan(value))
+        return "none";
+    char buffer[32];
+    return {buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr};
+}
+
+struct TypeLimits {
+    const char* name;
+    int bits;  // of magnitude that it holds exactly
+    bool negative;
+    bool fraction;
+};
+
+const TypeLimits& limitsOf(std::uint32_t type) {
+    static constexpr TypeLimits limits[] = {
+        {"NONE", 0, false, false},    {"UINT8", 8, false, false},   {"INT8", 7, true, false},
+        {"UINT16", 16, false, false}, {"INT16", 15, true, false},   {"UINT32", 32, false, false},
+        {"INT32", 31, true, false},   {"UINT64", 64, false, false}, {"INT64", 63, true, false},
+        {"SINGLE", 24, true, true},   {"DOUBLE", 53, true, true}};
+    return limits[type];
+}
+
+// Whether every value of one type is a value of the other.
+bool holds(const TypeLimits& wide, const TypeLimits& narrow) {
+    return wide.bits >= narrow.bits && (wide.negative || !narrow.negative) &&
+           (wide.fraction || !narrow.fraction);
+}
+
+class Comparison {
+public:
+    Comparison(session::Session& session, const FileSchema& schema)
+        : m_session(session),
+          m_schema(schema),
+          m_state(session.state()),
+          m_root(session.rootNode(*m_state)) {}
+
+    std::vector<std::string> run(bool strict) {
+        const FileSchema::Item* primary = m_schema.primary();
+        const std::string& actual = m_state->primary().record.name;
+        if (primary && actual != primary->name)
+            say("The primary point attribute is \"" + actual + "\", not \"" + primary->name +
+                "\".");
+        for (const FileSchema::Item& item : m_schema.attributes)
+            compareAttribute(item);
+        if (strict)
+            for (const schema::Attribute& attribute : m_state->attributes.all())
+                if (!names(m_schema.attributes, attribute.record.name) &&
+                    attribute.record.name != schema::pointIdName)
+                    say("The point attribute \"" + attribute.record.name +
+                        "\" is not part of the schema.");
+        for (const FileSchema::Item& item : m_schema.metaData)
+            compareMetaData(item);
+        if (strict)
+            for (const auto& [name, value] : m_state->metaData)
+                if (!names(m_schema.metaData, name))
+                    say("The metadata item \"" + name + "\" is not part of the schema.");
+        return std::move(m_lines);
+    }
+
+private:
+    static bool names(const std::vector<FileSchema::Item>& items, const std::string& name) {
+        return std::any_of(items.begin(), items.end(),
+                           [&](const FileSchema::Item& item) { return item.name == name; });
+    }
+
+    void say(std::string line) { m_lines.push_back(std::move(line)); }
+
+    void compareAttribute(const FileSchema::Item& item) {
+        const int index = m_state->attributes.find(item.name);
+        if (index < 0) {
+            if (!item.optional)
+                say("The point attribute \"" + item.name + "\" is missing.");
+            return;
+        }
+        if (!defaults::findAttribute(item.name))
+            return;
+        const schema::Attribute& attribute = m_state->attributes[static_cast<std::size_t>(index)];
+        const schema::AttributeRecord expected = session::defaultAttribute(item.name);
+        compareDefinition(attribute.record, expected);
+        if (m_state->pointCount > 0)
+            compareValues(attribute, expected);
+    }
+
+    void compareDefinition(const schema::AttributeRecord& record,
+                           const schema::AttributeRecord& expected) {
+        const auto differs = [&](const char* what, const std::string& is,
+                                 const std::string& usual) {
+            say("The point attribute \"" + record.name + "\" has the " + what + " " + is +
+                ", not " + usual + ".");
+        };
+        if (record.length != expected.length)
+            differs("length", std::to_string(record.length), std::to_string(expected.length));
+        if (record.unitSymbol != expected.unitSymbol)
+            differs("unit", "\"" + record.unitSymbol + "\"", "\"" + expected.unitSymbol + "\"");
+        const TypeLimits& type = limitsOf(schema::dataType(record));
+        const TypeLimits& usualType = limitsOf(schema::dataType(expected));
+        if (!holds(usualType, type))
+            differs("data type", type.name, usualType.name);
+        // 0 stands for floating-point numbers, finer than any grid.
+        if (record.resolution > expected.resolution * (1 + 1e-9))
+            differs("resolution", plain(record.resolution),
+                    expected.resolution == 0 ? "floating-point numbers"
+                                             : plain(expected.resolution) + " or finer");
+        if (!std::isnan(record.invalidValue) && record.invalidValue != expected.invalidValue)
+            differs("invalid value", plain(record.invalidValue), plain(expected.invalidValue));
+    }
+
+    void compareValues(const schema::Attribute& attribute,
+                       const schema::AttributeRecord& expected) {
+        const double tolerance = expected.resolution / 2;
+        for (std::uint32_t e = 0; e < attribute.record.length; ++e) {
+            const schema::ElementStatistics statistics = index::statisticsOf(m_root, attribute, e);
+            if (!statistics.hasValid)
+                continue;
+            const std::string name =
+                attribute.record.length == 1
+                    ? "\"" + attribute.record.name + "\""
+                    : "\"" + attribute.record.name + "[" + std::to_string(e) + "]\"";
+            const double lowest = attribute.grid.value(statistics.minimum);
+            const double highest = attribute.grid.value(statistics.maximum);
+            if (lowest < expected.minimumValue - tolerance && lowest != expected.invalidValue)
+                say("The point attribute " + name + " has values down to " + plain(lowest) +
+                    ", below the minimum " + plain(expected.minimumValue) + ".");
+            if (highest > expected.maximumValue + tolerance && highest != expected.invalidValue)
+                say("The point attribute " + name + " has values up to " + plain(highest) +
+                    ", above the maximum " + plain(expected.maximumValue) + ".");
+        }
+    }
+
+    void compareMetaData(const FileSchema::Item& item) {
+        if (!m_state->metaData.count(item.name)) {
+            if (!item.optional)
+                say("The metadata item \"" + item.name + "\" is missing.");
+            return;
+        }
+        const defaults::MetaDataEntry* entry = defaults::findMetaData(item.name);
+        if (!entry)
+            return;
+        const std::string title = "The metadata item \"" + item.name + "\": ";
+        try {
+            for (const Finding& finding :
+                 JsonSchema(entry->schema).check(m_session.metaData(item.name)))
+                say(title + toLine(finding));
+        } catch (const Failure& failure) {
+            // What can't be checked is told like a fault; a damaged file is no matter of schemas.
+            if (failure.code() != ErrorCode::Argument)
+                throw;
+            say(title + failure.what());
+        }
+    }
+
+    session::Session& m_session;
+    const FileSchema& m_schema;
+    std::shared_ptr<const session::State> m_state;
+    index::Node m_root;
+    std::vector<std::string> m_lines;
+};
+
+}  // namespace
+
+std::vector<std::string> deviations(session::Session& session, const FileSchema& schema,
+                                    bool strict) {
+    return Comparison(session, schema).run(strict);
+}
+
+}  // namespace tarvo::engine::validation
