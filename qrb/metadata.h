@@ -21,7 +21,8 @@ public:
     void set(const std::string& name, const std::string& value);
     void remove(const std::string& name);
 
-    // Checks an item, or a JSON text, against a JSON schema; throws Error with what it found.
+    // Checks an item, or a JSON text, against a JSON schema (an item with an empty one: against that
+    // of the default catalogue); throws Error whose details hold a line per fault.
     void validate(const std::string& name, const std::string& schema) const;
     void validateJson(const std::string& value, const std::string& schema) const;
 

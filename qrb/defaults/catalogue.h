@@ -34,7 +34,7 @@ struct AttributeEntry {
     double defaultValue = 0.0;
     double invalidValue = 0.0;  // NaN: none
     std::string namedValues;    // lines "VALUE=NAME"
-    std::uint8_t storageClass = 2;
+    std::uint8_t storageClass = 2;  // 3: values that are changed often, such as a selection
     std::uint8_t compressionOptions = 0;
     std::string lodSettings;
     double scaleFactor = 1.0;

@@ -2,6 +2,7 @@
 #include "engine/validation/jsonschema.h"
 
 #include "engine/base/error.h"
+#include "qrb/defaults/catalogue.h"
 
 #include <gtest/gtest.h>
 
@@ -139,6 +140,14 @@ INSTANTIATE_TEST_SUITE_P(
              R"({"x": 0, "y": {"bc": 1}})",
              "/x: expected at least 1, found 0\n/y/bc: the name of the member is not allowed: "
              "expected at most 1 characters, found 2\n"}));
+
+TEST(JsonSchema, ExamplesOfTheCatalogueSatisfyTheirSchemas) {
+    for (const qrb::defaults::MetaDataEntry& item : qrb::defaults::metaData()) {
+        EXPECT_EQ(check(item.schema, item.example), "") << item.name;
+        // The schemas do look: none takes a number for its item.
+        EXPECT_NE(check(item.schema, "7"), "") << item.name;
+    }
+}
 
 TEST(JsonSchema, RefusesWhatIsNoSchemaAndSaysWhere) {
     EXPECT_NE(refusal("{").find("At byte 2"), std::string::npos);

@@ -1,0 +1,236 @@
+// Files against file schemas and metadata items against JSON schemas, on the library itself.
+#include "tests/qrb/library.h"
+
+#include "qrb/defaults/catalogue.h"
+
+#include <algorithm>
+#include <sstream>
+#include <vector>
+
+namespace {
+
+using namespace tarvo;
+using namespace tarvo::qrb::pointcloud;
+
+class Validate : public LibraryTest {
+protected:
+    static std::string schema(const std::string& attributes, const std::string& metaData = "") {
+        return R"({"identifier":"own","extension":"own","attributes":[)" + attributes +
+               R"(],"metadata":[)" + metaData + "]}";
+    }
+    // The findings, each without the text above them.
+    static std::vector<std::string> findings(const qrb::Pointcloud& cloud,
+                                             const std::string& schema, bool strict = false) {
+        std::vector<std::string> lines;
+        try {
+            cloud.management().validate(schema, strict);
+        } catch (const qrb::Error& error) {
+            EXPECT_EQ(error.code(), QRB_ERROR_VALIDATION) << error.what();
+            std::istringstream details(error.details());
+            for (std::string line; std::getline(details, line);)
+                lines.push_back(line);
+        }
+        return lines;
+    }
+    using Lines = std::vector<std::string>;
+};
+
+TEST_F(Validate, EveryFileSchemaMakesFilesThatAgreeWithIt) {
+    const qrb::Context context("OFF", "");
+    for (const auto& entry : qrb::defaults::schemas()) {
+        std::size_t mandatory = 0;
+        for (const bool optionals : {false, true}) {
+            SCOPED_TRACE(entry.identifier + (optionals ? " with optionals" : ""));
+            const std::string name = file(entry.identifier + (optionals ? "+" : ""));
+            qrb::Pointcloud cloud(context);
+            cloud.create(name, CreateSettings(context), entry.json, optionals);
+            EXPECT_TRUE(cloud.isOpen());
+            cloud.close();
+            cloud.open(name, OpenSettings(context));
+            EXPECT_EQ(findings(cloud, entry.json, true), Lines{});
+            const std::size_t parts =
+                cloud.pointAttributes().list().size() + cloud.metaData().list().size();
+            if (!optionals)
+                mandatory = parts;
+            EXPECT_EQ(parts > mandatory, optionals && entry.json.find('?') != std::string::npos);
+            const std::string primary = cloud.pointAttributes().primaryAttributeName();
+            EXPECT_NE(entry.json.find("\"" + primary + "*\""), std::string::npos);
+            // It takes points: defaults for all that isn't given.
+            TransactionGuard transaction(cloud.transactions(), "Insert", "tests");
+            const PointAttribute definition = cloud.pointAttributes().get(primary);
+            std::vector<double> values(definition.length, definition.minimumValue + 1);
+            auto query = cloud.insert();
+            query.bind(primary, DataType::DOUBLE, values.data(), 0);
+            EXPECT_EQ(query.next(1), 1u);
+            query.close();
+            transaction.commit();
+            EXPECT_EQ(findings(cloud, entry.json, true), Lines{});
+        }
+    }
+}
+
+TEST_F(Validate, TellsAllThatIsMissingOrTooMuch) {
+    const qrb::Context context("OFF", "");
+    qrb::Pointcloud cloud(context);
+    CreateSettings settings(context);
+    settings.primaryAttribute = attribute("tarvo.xyz", -10, 10, 0.5, 3);
+    cloud.create(file("cloud"), settings);
+    {
+        TransactionGuard transaction(cloud.transactions(), "Add", "tests");
+        cloud.pointAttributes().add(attribute("tarvo.reflectance", 0, 5, 0.01));
+        cloud.pointAttributes().add(attribute("tarvo.target_count", -5, 300, 1));
+        cloud.pointAttributes().add(attribute("own", 0, 1, 1));
+        cloud.metaData().set("own.item", "1");
+        cloud.metaData().set("tarvo.geo_tag", R"({"crs": 5})");
+        transaction.commit();
+    }
+    EXPECT_EQ(findings(cloud, schema(R"("own", "tarvo.id?", "other?")", R"("own.item")")), Lines{});
+    EXPECT_EQ(
+        findings(cloud, schema(R"("tarvo.id*", "own", "gone")", R"("own.item", "gone.item")")),
+        (Lines{"The primary point attribute is \"tarvo.xyz\", not \"tarvo.id\".",
+               "The point attribute \"gone\" is missing.",
+               "The metadata item \"gone.item\" is missing."}));
+    const Lines strict = findings(cloud, schema(R"("tarvo.timestamp?", "own")", ""), true);
+    EXPECT_EQ(strict,
+              (Lines{"The point attribute \"tarvo.xyz\" is not part of the schema.",
+                     "The point attribute \"tarvo.reflectance\" is not part of the schema.",
+                     "The point attribute \"tarvo.target_count\" is not part of the schema.",
+                     "The metadata item \"own.item\" is not part of the schema.",
+                     "The metadata item \"tarvo.geo_tag\" is not part of the schema."}));
+
+    // Definitions that hold less than the catalogue's, or something else.
+    EXPECT_EQ(findings(cloud, schema(R"("tarvo.xyz*", "tarvo.reflectance?")")),
+              (Lines{"The point attribute \"tarvo.xyz\" has the unit \"\", not \"m\".",
+                     "The point attribute \"tarvo.xyz\" has the resolution 0.5, not 0.00025 or "
+                     "finer.",
+                     "The point attribute \"tarvo.reflectance\" has the unit \"\", not \"dB\"."}));
+    EXPECT_EQ(findings(cloud, schema(R"("tarvo.target_count")")),
+              Lines{"The point attribute \"tarvo.target_count\" has the data type INT16, not "
+                    "UINT8."});
+
+    const Lines items = findings(cloud, schema("", R"("tarvo.geo_tag")"));
+    ASSERT_FALSE(items.empty());
+    EXPECT_EQ(items[0].find("The metadata item \"tarvo.geo_tag\": /crs: expected"), 0u) << items[0];
+}
+
+TEST_F(Validate, LooksAtTheValuesThatAreThere) {
+    const qrb::Context context("OFF", "");
+    qrb::Pointcloud cloud(context);
+    CreateSettings settings(context);
+    settings.primaryAttribute = cloud.pointAttributes().getDefault("tarvo.xyz");
+    settings.primaryAttribute.maximumValue = 1e6;
+    cloud.create(file("cloud"), settings);
+    PointAttribute count = cloud.pointAttributes().getDefault("tarvo.reflectance");
+    count.minimumValue = -5000;
+    count.resolution = 0.001;
+    {
+        TransactionGuard transaction(cloud.transactions(), "Add", "tests");
+        cloud.pointAttributes().add(count);
+        transaction.commit();
+    }
+    const std::string wanted = schema(R"("tarvo.xyz*", "tarvo.reflectance")");
+    EXPECT_EQ(findings(cloud, wanted, true), Lines{});
+    TransactionGuard transaction(cloud.transactions(), "Insert", "tests");
+    const double values[][4] = {{0, 535000, 0, 0}, {1, 700000.5, 2, -4000}};
+    auto query = cloud.insert();
+    query.bind("tarvo.xyz", DataType::DOUBLE, &values[0][0], 32);
+    query.bind("tarvo.reflectance", DataType::DOUBLE, &values[0][3], 32);
+    ASSERT_EQ(query.next(2), 2u);
+    query.close();
+    // Values of the pending transaction count too.
+    const Lines lines = findings(cloud, wanted, true);
+    ASSERT_EQ(lines.size(), 2u);
+    EXPECT_EQ(lines[0],
+              "The point attribute \"tarvo.xyz[1]\" has values up to 700000.5, above the maximum "
+              "535000.");
+    EXPECT_EQ(lines[1].find("The point attribute \"tarvo.reflectance\" has values down to -4000, "),
+              0u);
+}
+
+TEST_F(Validate, RefusesWhatIsNoFileSchema) {
+    const qrb::Context context("OFF", "");
+    qrb::Pointcloud cloud(context);
+    cloud.create(file("cloud"), CreateSettings(context));
+    const auto refused = [&](const std::string& text) {
+        EXPECT_FALSE(std::filesystem::exists(file("new")));
+        qrb::Pointcloud other(context);
+        const std::string here =
+            failure([&] { cloud.management().validate(text, false); }, QRB_ERROR_ARGUMENT);
+        EXPECT_EQ(failure([&] { other.create(file("new"), CreateSettings(context), text, true); },
+                          QRB_ERROR_ARGUMENT),
+                  here);
+        return here;
+    };
+    EXPECT_NE(refused("").find("not valid JSON"), std::string::npos);
+    EXPECT_NE(refused("[]").find("not a JSON object"), std::string::npos);
+    EXPECT_NE(refused(R"({"identifier": "a"})").find("\"extension\""), std::string::npos);
+    EXPECT_NE(refused(schema("5")).find("element 0 is no text"), std::string::npos);
+    EXPECT_NE(refused(schema(R"("*")")).find("element 0 is no name"), std::string::npos);
+    EXPECT_NE(refused(schema(R"("a", "a?")")).find("twice"), std::string::npos);
+    EXPECT_NE(refused(schema(R"("a*", "b*")")).find("two primary"), std::string::npos);
+    EXPECT_NE(refused(schema("", R"("a*")")).find("only attributes"), std::string::npos);
+}
+
+TEST_F(Validate, FilesBySchemaTakeTheSettingsDefinitionOrNothing) {
+    const qrb::Context context("OFF", "");
+    CreateSettings settings(context);
+    settings.primaryAttribute = attribute("tarvo.range", 0, 10, 0.5);
+    {
+        qrb::Pointcloud cloud(context);
+        cloud.create(file("own"), settings, schema(R"("tarvo.class", "tarvo.range*")"), false);
+        EXPECT_EQ(cloud.pointAttributes().get("tarvo.range").resolution, 0.5);
+        EXPECT_EQ(cloud.pointAttributes().list(),
+                  (std::vector<std::string>{"tarvo.range", "tarvo.id", "tarvo.class"}));
+    }
+    {
+        qrb::Pointcloud cloud(context);
+        cloud.create(file("none"), settings, schema(R"("tarvo.class?", "tarvo.range?")"), true);
+        EXPECT_EQ(cloud.pointAttributes().primaryAttributeName(), "tarvo.range");
+    }
+    qrb::Pointcloud cloud(context);
+    EXPECT_NE(failure([&] { cloud.create(file("new"), settings, schema(R"("own")"), false); },
+                      QRB_ERROR_NOT_FOUND)
+                  .find("\"own\""),
+              std::string::npos);
+    EXPECT_NE(failure([&] { cloud.create(file("new"), settings, schema("", R"("own")"), false); },
+                      QRB_ERROR_NOT_FOUND)
+                  .find("\"own\""),
+              std::string::npos);
+    EXPECT_FALSE(cloud.isOpen());
+    EXPECT_FALSE(std::filesystem::exists(file("new")));
+    // What is not included need not be known.
+    cloud.create(file("new"), settings, schema(R"("own?")", R"("own?")"), false);
+    qrb::Pointcloud second(context);
+    failure([&] { second.create(file("new"), settings, schema(""), false); }, QRB_ERROR_EXISTS);
+    EXPECT_TRUE(std::filesystem::exists(file("new")));
+}
+
+TEST_F(Validate, MetaDataItemsAgainstTheirOwnOrAGivenSchema) {
+    const qrb::Context context("OFF", "");
+    qrb::Pointcloud cloud(context);
+    cloud.create(file("cloud"), CreateSettings(context));
+    MetaData& items = cloud.metaData();
+    const auto* entry = qrb::defaults::findMetaData("tarvo.geo_tag");
+    TransactionGuard transaction(cloud.transactions(), "Set", "tests");
+    items.set("tarvo.geo_tag", entry->example);
+    items.set("own", R"({"frame": {"units": 5}, "b": true})");
+    items.validate("tarvo.geo_tag", "");
+    items.validate("own", R"({"type": "object"})");
+    failure([&] { items.validate("own", ""); }, QRB_ERROR_NOT_FOUND);
+    failure([&] { items.validate("gone", "{}"); }, QRB_ERROR_NOT_FOUND);
+    failure([&] { items.validate("own", "{\"$ref\": \"#\"}"); }, QRB_ERROR_ARGUMENT);
+    EXPECT_EQ(failure(
+                  [&] {
+                      items.validate("own", R"({"properties": {"b": {"type": "null"}, "frame":
+                          {"properties": {"units": {"type": "string"}}}}})");
+                  },
+                  QRB_ERROR_VALIDATION),
+              "The metadata item \"own\" does not satisfy its JSON schema: 2 problems.\n"
+              "/frame/units: expected a string, found 5\n/b: expected null, found true or false");
+    items.validateJson("[1]", R"({"items": {"type": "number"}})");
+    EXPECT_NE(
+        failure([&] { items.validateJson("[1", "{}"); }, QRB_ERROR_ARGUMENT).find("At byte 3"),
+        std::string::npos);
+}
+
+}  // namespace
