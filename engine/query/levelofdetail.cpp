@@ -209,9 +209,14 @@ private:
 
     std::vector<Group> combine(const index::Node& node,
                                const std::vector<Candidate>& points) const {
+        // The grid divides the smallest cell that holds all of them.
+        unsigned level = node.level;
+        while (level < m_space.depth() && m_space.first(points.front().key, level + 1) ==
+                                              m_space.first(points.back().key, level + 1))
+            ++level;
         for (std::uint32_t size = m_state.chunkSizeLod;; --size) {
             std::vector<Group> groups =
-                cells(points, std::min<unsigned>(node.level + size, m_space.depth()));
+                cells(points, std::min<unsigned>(level + size, m_space.depth()));
             if (size == 1 || groups.size() <= m_capacity)
                 return groups;
         }
@@ -239,10 +244,10 @@ private:
 
     void makePoints(index::Node& node, const std::vector<index::Node>& children) {
         const std::vector<Candidate> points = candidates(children);
+        if (points.empty())
+            return;
         const bool thins = m_state.lodMode == static_cast<std::uint32_t>(LodMode::Thinout);
         const std::vector<Group> groups = thins ? thinOut(points.size()) : combine(node, points);
-        if (groups.empty())
-            return;
         struct Work {
             index::ElementData* element;
             const schema::Attribute* attribute;

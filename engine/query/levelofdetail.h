@@ -2,8 +2,8 @@
 // from the points stored in the node's children, level by level from the leaves up.
 //
 //   thinout  size per cent of the children's points, evenly along the order of the index
-//   combine  one point per cell of a grid of 2^size cells along each edge of the node, each
-//            attribute by its method (schema/lodmethod.h)
+//   combine  one point per cell of a grid of 2^size cells along each edge of the smallest cell of
+//            the index that holds them, each attribute by its method (schema/lodmethod.h)
 //
 // A node never has more of them than a leaf may have points: thinout takes fewer, combine a coarser
 // grid.

@@ -23,6 +23,13 @@ public:
     }
     ~TemporaryFolder() { std::filesystem::remove_all(m_path); }
     std::string file(const std::string& name) const { return (m_path / name).string(); }
+    // What is in the folder, for messages.
+    std::string names() const {
+        std::string result;
+        for (const auto& entry : std::filesystem::directory_iterator(m_path))
+            result += entry.path().filename().string() + " ";
+        return result;
+    }
     std::size_t entries() const {
         return static_cast<std::size_t>(
             std::distance(std::filesystem::directory_iterator(m_path), {}));

@@ -1,6 +1,7 @@
 // Points through the whole engine, compared with a plain model: whatever the shape of the cloud,
 // the size of the leaves, the number of transactions and the memory allowed.
 #include "tests/engine/database.h"
+#include "tests/engine/treecheck.h"
 
 #include "engine/query/redefine.h"
 #include "engine/query/stat.h"
@@ -66,64 +67,6 @@ private:
     std::mt19937 m_random;
 };
 
-// Checks that the tree is one: ranges nested and apart, counts that add up, statistics that hold
-// for every point below.
-class TreeCheck {
-public:
-    TreeCheck(session::Session& session, const Points& points)
-        : m_session(session), m_state(session.state()), m_points(points) {}
-
-    void run() {
-        const index::Node root = m_session.rootNode(*m_state);
-        EXPECT_EQ(root.id, 1u);
-        EXPECT_EQ(visit(root), m_points.size());
-    }
-    std::size_t largestLeaf = 0;
-
-private:
-    std::uint64_t visit(const index::Node& node) {
-        EXPECT_TRUE(m_ids.insert(node.id).second) << "node " << node.id << " is there twice";
-        for (std::size_t a = 0; a < m_state->attributes.size(); ++a)
-            if (const index::AttributeData* data = node.find(m_state->attributes[a].uid)) {
-                EXPECT_LE(data->revision, node.revision);
-            }
-        if (node.isLeaf()) {
-            largestLeaf = std::max<std::size_t>(largestLeaf, node.ownCount);
-            return node.totalCount;
-        }
-        std::shared_ptr<const index::Page> page;
-        std::span<const index::Node> children = node.children;
-        if (node.childPage) {
-            page = m_session.pageReader()(node.childPage);
-            children = *page;
-        }
-        std::uint64_t sum = 0;
-        for (std::size_t i = 0; i < children.size(); ++i) {
-            const index::Node& child = children[i];
-            EXPECT_GE(child.first, node.first);
-            EXPECT_LE(child.last, node.last);
-            EXPECT_LE(child.revision, node.revision);
-            if (i > 0 && children[i - 1].first != child.first) {
-                EXPECT_GT(child.first, children[i - 1].last);
-            }
-            for (std::uint32_t e = 0; e < 3; ++e) {
-                const auto outer = index::statisticsOf(node, m_state->primary(), e);
-                const auto inner = index::statisticsOf(child, m_state->primary(), e);
-                EXPECT_LE(outer.minimum, inner.minimum);
-                EXPECT_GE(outer.maximum, inner.maximum);
-            }
-            sum += visit(child);
-        }
-        EXPECT_EQ(node.totalCount, sum);
-        return sum;
-    }
-
-    session::Session& m_session;
-    std::shared_ptr<const session::State> m_state;
-    const Points& m_points;
-    std::set<std::uint32_t> m_ids;
-};
-
 void compareFilters(session::Session& session, const Points& model, Cloud& cloud) {
     const auto number = [](double value) { return std::to_string(value); };
     const double x = -900 + cloud.below(1800);
@@ -185,7 +128,7 @@ void runModel(std::uint32_t seed, std::uint32_t chunkMode, std::uint32_t chunkSi
         if (cloud.below(2) == 0)
             session = std::make_unique<session::Session>(file, session::OpenSettings{0}, "test");
         compareFilters(*session, model, cloud);
-        TreeCheck check(*session, model);
+        TreeCheck check(*session, model.size());
         check.run();
         if (chunkMode == 1) {
             EXPECT_LE(check.largestLeaf, chunkSize);

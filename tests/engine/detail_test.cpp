@@ -1,0 +1,254 @@
+// Level-of-detail points: what they are made of, and that they follow the points they stand for.
+#include "tests/engine/database.h"
+#include "tests/engine/treecheck.h"
+
+#include "engine/query/commit.h"
+#include "engine/query/fill.h"
+#include "engine/query/remove.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+#include <random>
+
+namespace tarvo::engine {
+namespace {
+
+using namespace testing;
+
+class Details : public ::testing::Test {
+protected:
+    void make(std::uint32_t mode, std::uint32_t size, std::uint32_t chunkSize = 200) {
+        session::CreateSettings created = settings(1, chunkSize);
+        created.lodMode = mode;
+        created.chunkSizeLod = size;
+        const std::string file = m_folder.file("a.qrbx");
+        session::Session::create(file, created, "test", amplitudeOnly());
+        m_session = std::make_unique<session::Session>(file, session::OpenSettings(), "test");
+    }
+    std::vector<Point> cloud(std::size_t count, double from, double to) {
+        std::uniform_real_distribution<double> place(from, to);
+        std::vector<Point> points(count);
+        for (Point& p : points)
+            p = {std::round(place(m_random) * 1000) / 1000,
+                 std::round(place(m_random) * 1000) / 1000,
+                 std::round(place(m_random) * 1000) / 1000,
+                 static_cast<std::uint16_t>(m_random() % 1000)};
+        return points;
+    }
+    void add(const std::vector<Point>& points) {
+        m_session->begin("insert", "test", "", "");
+        insert(*m_session, points);
+        query::commit(*m_session);
+    }
+    void forEachInner(
+        const std::function<void(const index::Node&, std::span<const index::Node>)>& use) {
+        const auto state = m_session->state();
+        const index::Node root = m_session->rootNode(*state);
+        visit(root, use);
+    }
+    std::uint64_t ownPoints() {
+        std::uint64_t sum = 0;
+        forEachInner([&](const index::Node& node, auto) { sum += node.ownCount; });
+        return sum;
+    }
+    Points readNode(std::uint32_t id) {
+        query::Scope scope;
+        scope.nodes.emplace().insert(id);
+        return readAll(*m_session, "", scope);
+    }
+
+    TemporaryFolder m_folder;
+    std::unique_ptr<session::Session> m_session;
+    std::mt19937 m_random{5};
+
+private:
+    void visit(const index::Node& node,
+               const std::function<void(const index::Node&, std::span<const index::Node>)>& use) {
+        if (node.isLeaf())
+            return;
+        const auto page = node.childPage ? m_session->pageReader()(node.childPage) : nullptr;
+        const std::span<const index::Node> children =
+            page ? std::span<const index::Node>(*page)
+                 : std::span<const index::Node>(node.children);
+        use(node, children);
+        for (const index::Node& child : children)
+            visit(child, use);
+    }
+};
+
+TEST_F(Details, OfThinoutAreAnEvenShareOfTheOriginalPoints) {
+    make(1, 25);
+    add(cloud(20'000, -100, 100));
+    const Points all = readAll(*m_session);
+    ASSERT_EQ(all.size(), 20'000u);
+    std::map<int, int> octants;
+    std::uint64_t lowest = 0;
+    forEachInner([&](const index::Node& node, std::span<const index::Node> children) {
+        std::uint64_t below = 0;
+        bool leaves = true;
+        for (const index::Node& child : children) {
+            below += child.ownCount;
+            leaves = leaves && child.isLeaf();
+        }
+        EXPECT_LE(node.ownCount, std::max<std::uint64_t>(1, below / 4));
+        EXPECT_GT(node.ownCount, 0u);
+        EXPECT_LE(node.ownCount, 200u);
+        const Points own = readNode(node.id);
+        EXPECT_EQ(own.size(), node.ownCount);
+        for (const auto& [id, point] : own) {
+            ASSERT_EQ(all.count(id), 1u);
+            EXPECT_EQ(all.at(id), point);
+            if (leaves)
+                ++octants[(point.x > 0) + 2 * (point.y > 0) + 4 * (point.z > 0)];
+        }
+        if (leaves)
+            lowest += node.ownCount;
+    });
+    for (const auto& [octant, count] : octants)
+        EXPECT_NEAR(count, static_cast<double>(lowest) / 8, static_cast<double>(lowest) / 40);
+    EXPECT_EQ(octants.size(), 8u);
+}
+
+TEST_F(Details, OfCombineAreOnePointPerCellWithTheAverageOfItsPoints) {
+    make(2, 1, 50);
+    // Eight heaps about a corner of the index's cells, and more points than a leaf holds.
+    const double c = -1000 + 1048.576;
+    std::vector<Point> points;
+    for (int octant = 0; octant < 8; ++octant)
+        for (int i = 0; i < 10; ++i) {
+            const double side = i % 2 == 0 ? 10 : 20;
+            points.push_back({octant & 1 ? c + side : c - side, octant & 2 ? c + side : c - side,
+                              octant & 4 ? c + side : c - side,
+                              static_cast<std::uint16_t>(100 + i)});
+        }
+    add(points);
+    const Points own = readNode(1);
+    ASSERT_EQ(own.size(), 8u);
+    for (const auto& [id, point] : own) {
+        EXPECT_NEAR(std::abs(point.x - c), 15, 1e-6);
+        EXPECT_NEAR(std::abs(point.y - c), 15, 1e-6);
+        EXPECT_NEAR(std::abs(point.z - c), 15, 1e-6);
+        EXPECT_EQ(point.amplitude, 105);  // 104.5, rounded
+    }
+    EXPECT_EQ(readAll(*m_session).size(), 80u);
+}
+
+TEST_F(Details, FollowEveryChangeBelowAndStayElsewhere) {
+    make(1, 20);
+    add(cloud(10'000, -900, 900));
+    const std::uint64_t before = ownPoints();
+    EXPECT_GT(before, 0u);
+    // A change in one corner.
+    const std::uint32_t first = m_session->current();
+    m_session->begin("change", "test", "", "");
+    insert(*m_session, cloud(300, 800, 900));
+    const std::uint16_t amplitude = 7;
+    query::FillQuery fill(*m_session, {}, "xyz[0] > 850");
+    fill.bind("amplitude", QRB_DATA_TYPE_UINT16, &amplitude);
+    while (fill.next(100)) {
+    }
+    query::commit(*m_session);
+    const Points all = readAll(*m_session);
+    std::uint64_t untouched = 0;
+    forEachInner([&](const index::Node& node, auto) {
+        EXPECT_GT(node.ownCount, 0u) << "node " << node.id;
+        untouched += node.revision == first;
+        for (const auto& [id, point] : readNode(node.id))
+            EXPECT_EQ(all.at(id), point) << "point " << id;
+    });
+    EXPECT_GT(untouched, 0u);
+    TreeCheck(*m_session, 10'300).run();
+
+    m_session->begin("off", "test", "", "");
+    m_session->setLevelOfDetail(2, 0);
+    query::commit(*m_session);
+    EXPECT_EQ(ownPoints(), 0u);
+    EXPECT_EQ(readAll(*m_session), all);
+    m_session->begin("on", "test", "", "");
+    m_session->setLevelOfDetail(2, 3);
+    query::commit(*m_session);
+    EXPECT_GT(ownPoints(), 0u);
+    EXPECT_EQ(readAll(*m_session), all);
+}
+
+TEST_F(Details, ThatAreCancelledLeaveTheTransactionPendingAndThePointsAsTheyWere) {
+    make(1, 0);
+    add(cloud(5'000, -900, 900));
+    const Points all = readAll(*m_session);
+    m_session->begin("detail", "test", "", "");
+    m_session->setLevelOfDetail(1, 50);
+    try {
+        query::commit(*m_session, [](int percent) { return percent < 70; });
+        FAIL() << "the commit went on";
+    } catch (const Failure& failure) {
+        EXPECT_EQ(failure.code(), ErrorCode::Cancelled);
+    }
+    EXPECT_TRUE(m_session->pending());
+    EXPECT_EQ(readAll(*m_session), all);
+    m_session->rollback();
+    EXPECT_EQ(ownPoints(), 0u);
+    EXPECT_EQ(m_session->state()->chunkSizeLod, 0u);
+}
+
+TEST_F(Details, NeedAMethodThatIsKnown) {
+    make(2, 2);
+    m_session->begin("attribute", "test", "", "");
+    schema::AttributeRecord bad = record("bad", 0, 10);
+    bad.lodSettings = "{\"method\": \"guess\"}";
+    EXPECT_THROW(m_session->addAttribute(bad), Failure);
+    bad.lodSettings = "[1]";
+    EXPECT_THROW(m_session->addAttribute(bad), Failure);
+    for (const char* good : {"maximum", "\"minimum\"", "{\"method\": \"majority\"}", ""}) {
+        schema::AttributeRecord attribute = record("good", 0, 10);
+        attribute.name += std::to_string(m_session->state()->attributes.size());
+        attribute.lodSettings = good;
+        EXPECT_NO_THROW(m_session->addAttribute(attribute)) << good;
+    }
+}
+
+TEST_F(Details, OfEachMethodAreThatOfTheirPoints) {
+    session::CreateSettings created = settings(1, 10);
+    created.lodMode = 2;
+    created.chunkSizeLod = 1;
+    std::vector<schema::AttributeRecord> attributes;
+    for (const char* method : {"minimum", "maximum", "majority", "average", "first"}) {
+        attributes.push_back(record(method, 0, 10));
+        attributes.back().lodSettings = method;
+        attributes.back().invalidValue = 0;
+    }
+    const std::string file = m_folder.file("b.qrbx");
+    session::Session::create(file, created, "test", attributes);
+    m_session = std::make_unique<session::Session>(file, session::OpenSettings(), "test");
+    m_session->begin("insert", "test", "", "");
+    // One spot with more points than a leaf holds.
+    std::vector<double> xyz;
+    std::vector<std::uint8_t> values;
+    for (int i = 0; i < 12; ++i) {
+        xyz.insert(xyz.end(), {1.0, 1.0, 1.0});
+        values.push_back(static_cast<std::uint8_t>(std::vector{0, 2, 2, 2, 8, 6}[i % 6]));
+    }
+    query::InsertQuery query(*m_session);
+    query.bind("xyz", QRB_DATA_TYPE_DOUBLE, xyz.data(), 24);
+    for (const schema::AttributeRecord& attribute : attributes)
+        query.bind(attribute.name, QRB_DATA_TYPE_UINT8, values.data(), 1);
+    query.next(12);
+    query::commit(*m_session);
+    query::Scope scope;
+    scope.nodes.emplace().insert(1);
+    query::SelectQuery select(*m_session, scope, "");
+    std::map<std::string, std::uint8_t> read;
+    for (const schema::AttributeRecord& attribute : attributes)
+        select.bind(attribute.name, QRB_DATA_TYPE_UINT8, &read[attribute.name], 1);
+    ASSERT_EQ(select.next(1), 1u);
+    EXPECT_EQ(read["minimum"], 2);
+    EXPECT_EQ(read["maximum"], 8);
+    EXPECT_EQ(read["majority"], 2);
+    EXPECT_EQ(read["average"], 4);
+    EXPECT_EQ(read["first"], 0);
+    EXPECT_EQ(select.next(1), 0u);
+}
+
+}  // namespace
+}  // namespace tarvo::engine

@@ -1,0 +1,223 @@
+// The history of a file: changelog and signatures, transactions discarded, space given back.
+#include "tests/engine/database.h"
+
+#include "engine/query/commit.h"
+#include "engine/query/redefine.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace tarvo::engine {
+namespace {
+
+using namespace testing;
+
+class History : public ::testing::Test {
+protected:
+    History() : m_file(m_folder.file("a.qrbx")) {
+        session::Session::create(m_file, settings(1, 500), "test", amplitudeOnly());
+        open();
+    }
+    void open() {
+        m_session.reset();
+        m_session = std::make_unique<session::Session>(m_file, session::OpenSettings{}, "test");
+    }
+    std::uint32_t addPoints(std::uint32_t count, int seed) {
+        const std::uint32_t id = m_session->begin("points", "test", "", "");
+        std::vector<Point> points;
+        for (std::uint32_t i = 0; i < count; ++i)
+            points.push_back({double((i * 7919u + static_cast<unsigned>(seed)) % 1999) - 999,
+                              double((i * 104729u) % 1999) - 999, double(i % 100),
+                              static_cast<std::uint16_t>(i * 31u % 65535)});
+        insert(*m_session, points);
+        query::commit(*m_session);
+        return id;
+    }
+    std::vector<std::string> entries() {
+        const std::string text = m_session->changelog();
+        std::vector<std::string> result;
+        for (std::size_t at = 0; at < text.size();) {
+            const std::size_t next = text.find("\n[#", at);
+            const std::size_t end = next == std::string::npos ? text.size() : next + 1;
+            result.push_back(text.substr(at, end - at));
+            at = end;
+        }
+        return result;
+    }
+
+    TemporaryFolder m_folder;
+    std::string m_file;
+    std::unique_ptr<session::Session> m_session;
+    const session::Signer m_signer{1, {0xab, 0xcd}, {}};
+};
+
+TEST_F(History, IsToldByTheChangelogWithWhatEachTransactionChanged) {
+    addPoints(10, 1);
+    m_session->begin("many\nthings", "agent", "first line\nsecond line", "");
+    insert(*m_session, {{1, 2, 3, 4}});
+    m_session->addAttribute(record("quality", 0, 10));
+    m_session->setMetaData("tarvo.device", "{}");
+    m_session->signMetaData("tarvo.device", m_signer);
+    m_session->setLevelOfDetail(1, 30);
+    m_session->appendMessage("by hand:\n[#99] not an entry\nSignature: abcdef");
+    query::commit(*m_session);
+    m_session->begin("forgotten", "agent", "", "");
+    m_session->appendMessage("never seen");
+    m_session->rollback();
+
+    const std::vector<std::string> all = entries();
+    ASSERT_EQ(all.size(), 3u);
+    EXPECT_EQ(all[0].rfind("[#1] Database creation\n", 0), 0u) << all[0];
+    EXPECT_NE(all[1].find("Points: inserted 10; now 10\n"), std::string::npos) << all[1];
+    EXPECT_EQ(all[2].rfind("[#3] many things\n", 0), 0u) << all[2];
+    for (const char* line :
+         {"Agent: agent\n", "Comments: first line\n    second line\n",
+          "Points: inserted 1; now 11\n", "Point attributes: added quality\n",
+          "Metadata: added tarvo.device; signed tarvo.device\n",
+          "Level of detail: thinout, size 30\n", "Message: by hand:\n    [ #99] not an entry\n"})
+        EXPECT_NE(all[2].find(line), std::string::npos) << line << all[2];
+    EXPECT_EQ(all[2].find("\nSignature:"), std::string::npos);
+}
+
+TEST_F(History, IsSignedSoThatEveryChangeOfAnEntryShows) {
+    m_session->begin("signed", "agent", "comment", "");
+    query::commit(*m_session, {}, m_signer);
+    const std::string entry = entries().back();
+    EXPECT_TRUE(session::verifyEntry(entry, m_signer));
+    EXPECT_TRUE(session::verifyEntry(entry, {}));
+    EXPECT_FALSE(session::verifyEntry(entry, {1, {0xab}, {}}));
+    EXPECT_FALSE(session::verifyEntry(entries().front(), {}));
+    EXPECT_FALSE(session::verifyEntry(entries().front(), m_signer));
+    for (std::size_t i = 0; i + 2 < entry.size(); ++i) {
+        std::string changed = entry;
+        changed[i] ^= 1;
+        EXPECT_FALSE(session::verifyEntry(changed, m_signer)) << i;
+    }
+    // As an editor of another system keeps it.
+    std::string windows;
+    for (const char c : entry)
+        windows += c == '\n' ? std::string("\r\n") : std::string(1, c);
+    EXPECT_TRUE(session::verifyEntry(windows.substr(0, windows.size() - 2), m_signer));
+
+    m_session->begin("without a key", "agent", "", "");
+    EXPECT_THROW(query::commit(*m_session, {}, {1, {}, {}}), Failure);
+    EXPECT_THROW(query::commit(*m_session, {}, {77, {1}, {}}), Failure);
+    EXPECT_THROW(query::commit(*m_session, {}, {2, {}, {}}), Failure);
+    EXPECT_TRUE(m_session->pending());
+    // A signature that the caller's own device makes.
+    const session::Signer device{2, {}, [](ByteSpan challenge, std::span<std::uint8_t> answer) {
+                                     std::reverse_copy(challenge.begin(), challenge.end(),
+                                                       answer.begin());
+                                     return true;
+                                 }};
+    query::commit(*m_session, {}, device);
+    EXPECT_TRUE(session::verifyEntry(entries().back(), device));
+    EXPECT_FALSE(session::verifyEntry(entries().back(), m_signer));
+}
+
+TEST_F(History, OfAnotherDatabaseCanBePutBefore) {
+    const std::string other = m_folder.file("b.qrbx");
+    session::Session::create(other, settings(1, 500), "test");
+    std::string older;
+    {
+        session::Session session(other, {}, "test");
+        session.begin("over there", "agent", "", "");
+        query::commit(session, {}, m_signer);
+        older = session.changelog();
+    }
+    m_session->begin("import", "agent", "", "");
+    m_session->importChangelog(older);
+    query::commit(*m_session);
+    const std::vector<std::string> all = entries();
+    ASSERT_EQ(all.size(), 4u);
+    EXPECT_EQ(m_session->changelog().rfind(older, 0), 0u);
+    EXPECT_TRUE(session::verifyEntry(all[1], m_signer));
+    EXPECT_EQ(all[2].rfind("[#1] ", 0), 0u);
+    EXPECT_EQ(all[3].rfind("[#2] import", 0), 0u);
+}
+
+TEST_F(History, ThatIsDiscardedGivesItsSpaceBack) {
+    const std::uint32_t first = addPoints(20'000, 1);
+    const std::uint32_t second = addPoints(20'000, 2);
+    const Points kept = readAll(*m_session);
+    m_session->begin("remove", "test", "", "");
+    query::removeAttribute(*m_session, "amplitude");
+    query::commit(*m_session);
+    const std::uint32_t last = m_session->current();
+
+    EXPECT_THROW(m_session->discard({1}), Failure);
+    EXPECT_THROW(m_session->discard({last}), Failure);
+    EXPECT_THROW(m_session->discard({first, 99}), Failure);
+    EXPECT_THROW(m_session->size({99}), Failure);
+    EXPECT_EQ(m_session->transactions().size(), 4u);
+
+    // Nothing is given back as long as it is needed.
+    const std::uint64_t whole = m_session->container().size();
+    m_session->vacuum();
+    EXPECT_GT(m_session->container().size(), whole * 9 / 10);
+    m_session->restore(second);
+    EXPECT_EQ(readAll(*m_session), kept);
+    m_session->restore(last);
+
+    const std::uint64_t packed = m_session->container().size();
+    const std::uint64_t both = m_session->size({first, second});
+    EXPECT_GE(both, m_session->size({first}) + m_session->size({second}));
+    EXPECT_GT(both, packed / 4);
+    m_session->begin("pending", "test", "", "");
+    EXPECT_THROW(m_session->discard({first}), Failure);
+    EXPECT_THROW(m_session->finalize(), Failure);
+    EXPECT_THROW(m_session->vacuum(), Failure);
+    m_session->rollback();
+    m_session->finalize();
+    EXPECT_EQ(m_session->transactions(), (std::vector<std::uint32_t>{1, last}));
+    EXPECT_THROW(m_session->restore(first), Failure);
+
+    int calls = 0;
+    EXPECT_THROW(m_session->vacuum([&](int) { return ++calls < 3; }), Failure);
+    EXPECT_EQ(countOf(*m_session, ""), 40'000u);
+    int before = -1;
+    m_session->vacuum([&](int percent) {
+        EXPECT_GE(percent, before);
+        before = percent;
+        return true;
+    });
+    EXPECT_EQ(before, 100);
+    EXPECT_NEAR(static_cast<double>(m_session->container().size()),
+                static_cast<double>(packed - both), static_cast<double>(packed) / 20);
+    open();
+    EXPECT_EQ(countOf(*m_session, "xyz[2] < 50"), 20'000u);
+}
+
+TEST_F(History, NeverGivesANumberTwice) {
+    const std::uint32_t id = addPoints(10, 1);
+    m_session->restore(1);
+    m_session->discard({id});
+    EXPECT_EQ(m_session->begin("again", "test", "", ""), id + 1);
+    m_session->rollback();
+    open();
+    EXPECT_EQ(addPoints(10, 2), id + 1);
+}
+
+TEST_F(History, OfAMetadataItemKnowsWhetherItsSignatureHolds) {
+    m_session->begin("sign", "test", "", "");
+    m_session->setMetaData("item", "{\"a\": 1}");
+    EXPECT_THROW(m_session->signMetaData("other", m_signer), Failure);
+    EXPECT_FALSE(m_session->verifyMetaData("item", {}));
+    m_session->signMetaData("item", m_signer);
+    query::commit(*m_session);
+    open();
+    EXPECT_TRUE(m_session->verifyMetaData("item", m_signer));
+    EXPECT_TRUE(m_session->verifyMetaData("item", {}));
+    EXPECT_FALSE(m_session->verifyMetaData("item", {1, {9}, {}}));
+    EXPECT_THROW(m_session->verifyMetaData("other", m_signer), Failure);
+    EXPECT_THROW(m_session->signMetaData("item", m_signer), Failure) << "nothing is pending";
+    m_session->begin("change", "test", "", "");
+    m_session->setMetaData("item", "{\"a\": 2}");
+    EXPECT_FALSE(m_session->verifyMetaData("item", {})) << "another value needs a new signature";
+    m_session->rollback();
+    EXPECT_TRUE(m_session->verifyMetaData("item", m_signer));
+}
+
+}  // namespace
+}  // namespace tarvo::engine
