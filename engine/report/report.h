@@ -1,4 +1,5 @@
-// Reports about an open database.
+// Reports about an open database, for people and programs. They describe the pending state where
+// a transaction is pending, else that of the current transaction, and begin no transaction.
 #pragma once
 
 #include "engine/session/session.h"
@@ -8,16 +9,46 @@
 
 namespace tarvo::engine::report {
 
-// Format 1: plain text; 2: JSON, with the members
-//   database         uuid, file, size (bytes), creator, transaction (the current one)
+// Of a database with more points than this, histograms and picture are made from every n-th leaf,
+// and say so.
+inline constexpr std::uint64_t sampledPoints = 20'000'000;
+
+// Format 1: plain text.
+//
+// Format 2: JSON, with the members (numbers of bytes unless told otherwise)
+//   database         uuid, file, size, creator, transaction (the current one), pending (whether
+//                    what follows is the state of a transaction not yet committed)
 //   points           their number
+//   extent           of the primary attribute: attribute, unit, minimum, maximum, size (arrays with
+//                    a number per element, null where there are no values)
 //   settings         the create settings of the file
-//   level_of_detail  mode (1 thinout, 2 combine), size (0: none)
-//   transactions     id, title, agent, start, stop of each
-//   attributes       name, title, unit, minimum and maximum (an array with a number per element,
-//                    null where there are no values)
+//   level_of_detail  mode (1 thinout, 2 combine), size (0: none), points (their number)
+//   index            nodes, leaves, levels: an array from the root down with leaves, inner_nodes,
+//                    points (in leaves), level_of_detail_points (in inner nodes)
+//   storage          points, level_of_detail, index, metadata, other (older transactions, free
+//                    space, the container's own); together the size of the file
+//   transactions     id, title, agent, comments, start, stop, library of each
+//   attributes       name, title, description, unit, type, length, resolution, storage_class,
+//                    minimum and maximum (arrays as above), has_invalid (an array of booleans),
+//                    blocks (their number), bytes, share (per cent of those of all attributes),
+//                    bytes_per_point (without level of detail; null without points)
 //   metadata         the names
-// Throws Failure(Argument) for an unknown format.
-std::string inspect(session::Session& session, std::uint8_t format);
+//   metadata_items   name, bytes, signed of each
+//
+// Format 3: HTML, with a picture of the cloud from above and a histogram per attribute.
+//
+// Format 4: HTML that shows, and lets copy, comma-separated values: a header line, then for each
+// bin of each element the columns
+//   attribute, element
+//   bin              its number from 0, or "invalid" for the points without valid value; a line
+//                    with "sample" and nothing in the columns before comes first where not all
+//                    points were read: its count is the number of those that were
+//   from, to         the values of the bin, both within; without a resolution `to` begins the next
+//   count            points
+//   name             of a single value that has one by definition
+//
+// limit: for sampledPoints. Throws Failure(Argument) for an unknown format, Failure(Damaged).
+std::string inspect(session::Session& session, std::uint8_t format,
+                    std::uint64_t limit = sampledPoints);
 
 }  // namespace tarvo::engine::report

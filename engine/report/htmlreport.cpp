@@ -1,0 +1,359 @@
+#include "engine/report/chart.h"
+#include "engine/report/forms.h"
+#include "engine/report/text.h"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace tarvo::engine::report {
+
+namespace {
+
+// Of an attribute with more elements the rest stands in the histogram report only.
+constexpr std::uint32_t maximumShownElements = 16;
+constexpr unsigned longestBar = 160;  // pixels
+
+// A piece of markup; what it holds of foreign texts is escaped.
+using Markup = std::string;
+
+Markup tag(const char* name, const Markup& inside, const char* attributes = "") {
+    return "<" + std::string(name) + (*attributes ? " " : "") + attributes + ">" + inside + "</" +
+           name + ">";
+}
+
+Markup heading(const char* anchor, const char* text) {
+    return "<h2><a name=\"" + std::string(anchor) + "\"></a>" + text + "</h2>\n";
+}
+
+Markup picture(const std::string& uri, unsigned width, unsigned height, const char* alternative) {
+    return "<img src=\"" + uri + "\" width=\"" + std::to_string(width) + "\" height=\"" +
+           std::to_string(height) + "\" alt=\"" + alternative + "\" />";
+}
+
+class HtmlTable {
+public:
+    enum class Align { Left, Right };
+
+    void header(const std::vector<const char*>& cells) {
+        m_rows += "<tr>";
+        for (const char* cell : cells)
+            m_rows += tag("th", cell, "align=\"left\"");
+        m_rows += "</tr>\n";
+    }
+    void begin() { m_rows += "<tr>"; }
+    void end() { m_rows += "</tr>\n"; }
+    void cell(const Markup& inside, Align align = Align::Left) {
+        m_rows += tag("td", inside, align == Align::Right ? "align=\"right\"" : "");
+    }
+    void number(const Markup& inside) { cell(inside, Align::Right); }
+    void pair(const char* name, const Markup& inside) {
+        begin();
+        cell(tag("b", name));
+        cell(inside);
+        end();
+    }
+    Markup markup() const {
+        return tag("table", "\n" + m_rows,
+                   "border=\"1\" cellspacing=\"0\" cellpadding=\"4\""
+                   " style=\"border-collapse:collapse; border-color:#808080\"") +
+               "\n";
+    }
+
+private:
+    Markup m_rows;
+};
+
+std::string baseName(const std::string& fileName) {
+    return fileName.substr(fileName.find_last_of("/\\") + 1);
+}
+
+Markup withUnit(const std::string& number, const std::string& unit) {
+    return number + (unit.empty() ? "" : " " + escaped(unit));
+}
+
+Markup identityPart(const Facts& facts) {
+    const session::State& state = *facts.state;
+    HtmlTable table;
+    table.pair("File", escaped(facts.fileName));
+    table.pair("Size", byteText(facts.fileSize) + " (" + countText(facts.fileSize) + " bytes)");
+    table.pair("UUID", escaped(facts.identity.uuid));
+    table.pair("Creator", escaped(facts.identity.creator));
+    table.pair("Points", countText(state.pointCount));
+    table.pair("Transaction", "#" + std::to_string(facts.current));
+    if (facts.pending)
+        table.pair("Pending", "#" + std::to_string(state.transaction.id) +
+                                  ", not yet committed; the report includes its changes");
+    table.pair("Primary attribute", escaped(state.primary().record.name));
+    table.pair("Chunk size", chunkText(facts.identity.settings));
+    table.pair("Level of detail", levelOfDetailText(state));
+    table.pair("Compression level",
+               std::to_string(facts.identity.settings.compressionLevel) + " %");
+    return table.markup();
+}
+
+Markup extentPart(const Facts& facts) {
+    const schema::Attribute& primary = facts.state->primary();
+    if (facts.state->pointCount == 0)
+        return tag("p", "The database holds no points.") + "\n";
+    HtmlTable table;
+    table.header({"Element", "Minimum", "Maximum", "Size"});
+    for (std::uint32_t e = 0; e < primary.record.length; ++e) {
+        const schema::ElementStatistics& s = facts.attributes[0].elements[e];
+        if (!s.hasValid)
+            continue;
+        const std::string& unit = primary.record.unitSymbol;
+        table.begin();
+        table.cell(escaped(elementName(primary.record, e)));
+        table.number(withUnit(valueText(primary.grid, s.minimum), unit));
+        table.number(withUnit(valueText(primary.grid, s.maximum), unit));
+        table.number(withUnit(numberText(extentSize(primary.grid, s), 12), unit));
+        table.end();
+    }
+    return table.markup();
+}
+
+Markup legend(const Facts& facts, const Picture& cloud) {
+    if (cloud.colouring == Colouring::TrueColour)
+        return tag("p", "In the colours of the points.") + "\n";
+    const schema::AttributeRecord& primary = facts.state->primary().record;
+    const bool height = cloud.colouring == Colouring::Height;
+    const auto end = [&](double value) {
+        return height ? withUnit(numberText(value, 6), primary.unitSymbol)
+                      : numberText(value, 3) + " points per pixel";
+    };
+    constexpr int steps = 16;
+    Markup cells = tag("td", end(cloud.low) + "&nbsp;");
+    for (int i = 0; i < steps; ++i) {
+        const Colour colour = rampColour(i / (steps - 1.0));
+        char hexadecimal[24];
+        std::snprintf(hexadecimal, sizeof hexadecimal, "bgcolor=\"#%02x%02x%02x\"", colour.red,
+                      colour.green, colour.blue);
+        cells += tag("td", "&nbsp;", hexadecimal);
+    }
+    cells += tag("td", "&nbsp;" + end(cloud.high));
+    return tag("p", height ? "Coloured by " + escaped(elementName(primary, 2)) + ":"
+                           : std::string("Coloured by the number of points:")) +
+           "\n" +
+           tag("table", tag("tr", cells), "border=\"0\" cellspacing=\"0\" cellpadding=\"1\"") +
+           "\n";
+}
+
+Markup picturePart(const Facts& facts, const PointFacts& points) {
+    if (!points.picture)
+        return {};
+    const Picture& cloud = *points.picture;
+    const schema::AttributeRecord& primary = facts.state->primary().record;
+    return heading("picture", "Seen from above") +
+           tag("p", escaped(elementName(primary, 0)) + " to the right, " +
+                        escaped(elementName(primary, 1)) + " upwards.") +
+           "\n" +
+           tag("p", picture(dataUri(cloud.image), cloud.image.width(), cloud.image.height(),
+                            "the point cloud from above")) +
+           "\n" + legend(facts, cloud);
+}
+
+Markup storagePart(const Facts& facts) {
+    HtmlTable table;
+    table.header({"Part", "Size", "Share"});
+    for (const auto& [name, bytes] : storageParts(facts)) {
+        table.begin();
+        table.cell(name);
+        table.number(byteText(bytes));
+        table.number(percentText(bytes, facts.fileSize));
+        table.end();
+    }
+    return heading("storage", "Storage") + table.markup();
+}
+
+Markup attributesPart(const Facts& facts) {
+    HtmlTable table;
+    table.header({"Attribute", "Title", "Type", "Storage", "Resolution", "Minimum", "Maximum",
+                  "Unit", "Bytes per point", "Share"});
+    const std::uint64_t all = facts.pointBytes + facts.levelOfDetailBytes;
+    for (std::size_t a = 0; a < facts.attributes.size(); ++a) {
+        const schema::Attribute& attribute = facts.state->attributes[a];
+        const schema::AttributeRecord& record = attribute.record;
+        for (std::uint32_t e = 0; e < record.length; ++e) {
+            const schema::ElementStatistics& s = facts.attributes[a].elements[e];
+            table.begin();
+            table.cell(escaped(elementName(record, e)));
+            // What elements have in common stands at the first.
+            table.cell(e == 0 ? escaped(record.title) : Markup());
+            table.cell(e == 0 ? Markup(typeName(record)) : Markup());
+            table.cell(e == 0 ? Markup(storageName(record)) : Markup());
+            table.number(e == 0 && record.resolution > 0 ? numberText(record.resolution)
+                                                         : Markup());
+            table.number(s.hasValid ? valueText(attribute.grid, s.minimum) : "no values");
+            table.number(s.hasValid ? valueText(attribute.grid, s.maximum) : "");
+            table.cell(escaped(record.unitSymbol));
+            table.number(e == 0 ? bytesPerPointText(facts, a) : "");
+            table.number(e == 0 ? percentText(facts.attributes[a].bytes, all) : "");
+            table.end();
+        }
+    }
+    return heading("attributes", "Point attributes") + table.markup();
+}
+
+Markup valueBars(const Histogram& histogram) {
+    static const std::string bar = dataUri(drawBarPixel());
+    const bool named = std::any_of(histogram.bins.begin(), histogram.bins.end(),
+                                   [](const Bin& bin) { return !bin.name.empty(); });
+    std::uint64_t most = 1;
+    for (const Bin& bin : histogram.bins)
+        most = std::max(most, bin.count);
+    HtmlTable table;
+    named ? table.header({"Value", "Name", "Points", "Share", ""})
+          : table.header({"Value", "Points", "Share", ""});
+    for (const Bin& bin : histogram.bins) {
+        table.begin();
+        table.number(bin.from);
+        if (named)
+            table.cell(escaped(bin.name));
+        table.number(countText(bin.count));
+        table.number(percentText(bin.count, histogram.count + histogram.invalid));
+        const double length =
+            static_cast<double>(bin.count) / static_cast<double>(most) * longestBar;
+        table.cell(picture(bar, std::max(1u, static_cast<unsigned>(length)), 10, ""));
+        table.end();
+    }
+    return table.markup();
+}
+
+Markup rangeBars(const Histogram& histogram, const std::string& unit) {
+    std::uint64_t most = 0;
+    for (const Bin& bin : histogram.bins)
+        most = std::max(most, bin.count);
+    const Image image = drawBars(histogram);
+    const Markup ends = tag("td", withUnit(histogram.minimum, unit)) +
+                        tag("td", withUnit(histogram.maximum, unit), "align=\"right\"");
+    return tag("table",
+               "\n" +
+                   tag("tr",
+                       tag("td",
+                           picture(dataUri(image), image.width(), image.height(), "histogram"),
+                           "colspan=\"2\"")) +
+                   "\n" + tag("tr", ends) + "\n",
+               "border=\"0\" cellspacing=\"0\" cellpadding=\"1\"") +
+           "\n" +
+           tag("p", std::to_string(histogram.bins.size()) + " bins, the highest bar stands for " +
+                        countText(most) + " points.") +
+           "\n";
+}
+
+Markup histogramOf(const schema::AttributeRecord& record, const Histogram& histogram) {
+    Markup line = countText(histogram.count) + " values";
+    if (histogram.count > 0)
+        line += ", mean " + withUnit(numberText(histogram.mean, 8), record.unitSymbol);
+    if (histogram.invalid > 0)
+        line += ", " + countText(histogram.invalid) + " invalid" +
+                (histogram.invalidName.empty() ? "" : " (" + escaped(histogram.invalidName) + ")");
+    Markup out = tag("h4", escaped(elementName(record, histogram.column.element))) + "\n" +
+                 tag("p", line) + "\n";
+    if (histogram.count > 0)
+        out +=
+            histogram.singleValues ? valueBars(histogram) : rangeBars(histogram, record.unitSymbol);
+    return out;
+}
+
+Markup histogramsPart(const Facts& facts, const PointFacts& points) {
+    if (facts.state->pointCount == 0)
+        return {};
+    Markup out = heading("histograms", "Histograms");
+    for (const Histogram& histogram : points.histograms) {
+        const schema::AttributeRecord& record =
+            facts.state->attributes[histogram.column.attribute].record;
+        const std::uint32_t element = histogram.column.element;
+        if (element == 0) {
+            out += tag("h3", escaped(record.title)) + "\n";
+            if (!record.description.empty())
+                out += tag("p", escaped(record.description)) + "\n";
+        }
+        if (element < maximumShownElements)
+            out += histogramOf(record, histogram);
+        else if (element == maximumShownElements)
+            out += tag("p", "The elements from " + std::to_string(element) +
+                                " on stand in the report of the attribute histograms.") +
+                   "\n";
+    }
+    return out;
+}
+
+Markup indexPart(const Facts& facts) {
+    HtmlTable table;
+    table.header({"Depth", "Leaves", "Points", "Inner nodes", "Level of detail points"});
+    for (std::size_t depth = 0; depth < facts.levels.size(); ++depth) {
+        const LevelFacts& level = facts.levels[depth];
+        table.begin();
+        table.number(std::to_string(depth));
+        for (const std::uint64_t count :
+             {level.leaves, level.points, level.innerNodes, level.levelOfDetailPoints})
+            table.number(countText(count));
+        table.end();
+    }
+    return heading("index", "Index") +
+           (facts.levels.empty() ? tag("p", "empty") + "\n" : table.markup());
+}
+
+Markup transactionsPart(const Facts& facts) {
+    HtmlTable table;
+    table.header({"Transaction", "Stop", "Title", "Agent", "Comments"});
+    for (const session::TransactionRecord& t : facts.transactions) {
+        table.begin();
+        table.cell("#" + std::to_string(t.id) + (t.id == facts.current ? " (current)" : ""));
+        table.cell(escaped(t.stop));
+        table.cell(escaped(t.title));
+        table.cell(escaped(t.agent));
+        table.cell(escaped(t.comments));
+        table.end();
+    }
+    return heading("transactions", "Transactions") + table.markup();
+}
+
+Markup metaDataPart(const Facts& facts) {
+    if (facts.metaData.empty())
+        return heading("metadata", "Metadata") + tag("p", "none") + "\n";
+    HtmlTable table;
+    table.header({"Item", "Size", "Signature"});
+    for (const ItemFacts& item : facts.metaData) {
+        table.begin();
+        table.cell(escaped(item.name));
+        table.number(byteText(item.bytes));
+        table.cell(item.isSigned ? "signed" : "");
+        table.end();
+    }
+    return heading("metadata", "Metadata") + table.markup();
+}
+
+Markup contents(const Facts& facts, const PointFacts& points) {
+    const std::pair<const char*, const char*> parts[] = {
+        {"picture", points.picture ? "Seen from above" : ""},
+        {"attributes", "Point attributes"},
+        {"histograms", facts.state->pointCount > 0 ? "Histograms" : ""},
+        {"storage", "Storage"},
+        {"index", "Index"},
+        {"transactions", "Transactions"},
+        {"metadata", "Metadata"}};
+    Markup links;
+    for (const auto& [anchor, text] : parts)
+        if (*text)
+            links += (links.empty() ? "<a href=\"#" : " | <a href=\"#") + std::string(anchor) +
+                     "\">" + text + "</a>";
+    return tag("p", links) + "\n";
+}
+
+}  // namespace
+
+std::string htmlReport(const Facts& facts, const PointFacts& points) {
+    const Markup name = escaped(baseName(facts.fileName));
+    Markup body = tag("h1", name) + "\n" + contents(facts, points) + identityPart(facts) +
+                  heading("extent", "Extent") + extentPart(facts);
+    if (!points.all())
+        body += tag("p", "Picture and histograms are made from " + countText(points.points()) +
+                             " of the points: " + sampleText(points.step) + ".") +
+                "\n";
+    body += picturePart(facts, points) + attributesPart(facts) + histogramsPart(facts, points) +
+            storagePart(facts) + indexPart(facts) + transactionsPart(facts) + metaDataPart(facts);
+    return "<html><head><title>" + name + "</title></head>\n<body>\n" + body + "</body></html>\n";
+}
+
+}  // namespace tarvo::engine::report

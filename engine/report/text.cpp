@@ -1,0 +1,190 @@
+#include "engine/report/text.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdio>
+
+namespace tarvo::engine::report {
+
+namespace {
+
+constexpr std::string_view replacement = "\xef\xbf\xbd";
+
+// Bytes of the character that the text begins with; 0 where it is none.
+std::size_t characterLength(std::string_view text) {
+    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+    const unsigned lead = byte(0);
+    const std::size_t length = lead < 0x80   ? 1
+                               : lead < 0xc2 ? 0
+                               : lead < 0xe0 ? 2
+                               : lead < 0xf0 ? 3
+                               : lead < 0xf5 ? 4
+                                             : 0;
+    if (length > text.size())
+        return 0;
+    for (std::size_t i = 1; i < length; ++i)
+        if ((byte(i) & 0xc0) != 0x80)
+            return 0;
+    // Longer than needed, halves of a pair, beyond the last character.
+    if ((lead == 0xe0 && byte(1) < 0xa0) || (lead == 0xed && byte(1) > 0x9f) ||
+        (lead == 0xf0 && byte(1) < 0x90) || (lead == 0xf4 && byte(1) > 0x8f))
+        return 0;
+    return length;
+}
+
+template <typename Append>
+void forEachCharacter(std::string_view text, Append append) {
+    while (!text.empty()) {
+        const std::size_t length = characterLength(text);
+        append(length ? text.substr(0, length) : replacement);
+        text.remove_prefix(std::max<std::size_t>(length, 1));
+    }
+}
+
+// Control characters, the separators of lines and paragraphs, and the codes that a rich-text
+// document keeps its own structure in.
+bool breaksLine(std::string_view character) {
+    const auto lead = static_cast<unsigned char>(character[0]);
+    if (character.size() == 1)
+        return lead < 0x20 || lead == 0x7f;
+    if (lead == 0xc2)
+        return static_cast<unsigned char>(character[1]) < 0xa0;
+    return character == "\u2028" || character == "\u2029" || character == "\ufdd0" ||
+           character == "\ufdd1" || character == "\ufffc";
+}
+
+std::string wideText(schema::Grid::Wide value) {
+    char digits[48];
+    char* at = digits + sizeof digits;
+    const bool negative = value < 0;
+    do {
+        const int digit = static_cast<int>(value % 10);
+        *--at = static_cast<char>('0' + (negative ? -digit : digit));
+        value /= 10;
+    } while (value != 0);
+    if (negative)
+        *--at = '-';
+    return {at, digits + sizeof digits};
+}
+
+}  // namespace
+
+std::string validUtf8(std::string_view text) {
+    std::string out;
+    out.reserve(text.size());
+    forEachCharacter(text, [&](std::string_view character) { out += character; });
+    return out;
+}
+
+std::string oneLine(std::string_view text) {
+    std::string out;
+    out.reserve(text.size());
+    forEachCharacter(text, [&](std::string_view character) {
+        out += breaksLine(character) ? std::string_view(" ") : character;
+    });
+    return out;
+}
+
+std::string escaped(std::string_view text) {
+    std::string out;
+    for (const char c : oneLine(text)) {
+        switch (c) {
+            case '&':
+                out += "&amp;";
+                break;
+            case '<':
+                out += "&lt;";
+                break;
+            case '>':
+                out += "&gt;";
+                break;
+            case '"':
+                out += "&quot;";
+                break;
+            case '\'':
+                out += "&#39;";
+                break;
+            default:
+                out += c;
+        }
+    }
+    return out;
+}
+
+std::string csvCell(std::string_view text) {
+    const std::string line = oneLine(text);
+    const bool plain = line.empty() || (line.find_first_of(",\"") == std::string::npos &&
+                                        line.front() != ' ' && line.back() != ' ');
+    if (plain)
+        return line;
+    std::string out = "\"";
+    for (const char c : line)
+        out += c == '"' ? std::string("\"\"") : std::string(1, c);
+    return out + "\"";
+}
+
+std::string numberText(double value) {
+    char text[32];
+    return {text, std::to_chars(text, text + sizeof text, value).ptr};
+}
+
+std::string numberText(double value, int digits) {
+    char text[64];
+    return {text, std::to_chars(text, text + sizeof text, value, std::chars_format::general,
+                                std::min(digits, 17))
+                      .ptr};
+}
+
+std::string valueText(const schema::Grid& grid, std::uint64_t code) {
+    return grid.kind() == schema::Grid::Kind::Integer ? wideText(grid.integerValue(code))
+                                                      : numberText(grid.value(code));
+}
+
+std::string countText(std::uint64_t count) {
+    std::string text = std::to_string(count);
+    for (std::size_t at = text.size(); at > 3;)
+        text.insert(at -= 3, 1, ',');
+    return text;
+}
+
+std::string byteText(std::uint64_t bytes) {
+    constexpr const char* units[] = {"bytes", "kB", "MB", "GB", "TB", "PB", "EB"};
+    double value = static_cast<double>(bytes);
+    std::size_t unit = 0;
+    // What would be written as 1000.0 is 1.0 of the next unit.
+    for (; value >= 999.95 && unit + 1 < std::size(units); ++unit)
+        value /= 1000;
+    char text[40];
+    const auto end =
+        std::to_chars(text, text + sizeof text, value, std::chars_format::fixed, unit == 0 ? 0 : 1)
+            .ptr;
+    return std::string(text, end) + " " + units[unit];
+}
+
+std::string percentText(std::uint64_t part, std::uint64_t whole) {
+    const double value =
+        whole == 0 ? 0 : 100 * static_cast<double>(part) / static_cast<double>(whole);
+    char text[64];
+    const auto end =
+        std::to_chars(text, text + sizeof text, value, std::chars_format::fixed, 1).ptr;
+    return std::string(text, end) + " %";
+}
+
+std::string elementName(const schema::AttributeRecord& record, std::uint32_t element) {
+    return record.length > 1 ? record.name + "[" + std::to_string(element) + "]" : record.name;
+}
+
+std::string_view typeName(const schema::AttributeRecord& record) {
+    constexpr std::string_view names[] = {"NONE",  "UINT8",  "INT8",  "UINT16", "INT16", "UINT32",
+                                          "INT32", "UINT64", "INT64", "SINGLE", "DOUBLE"};
+    const std::uint32_t type = schema::dataType(record);
+    return type < std::size(names) ? names[type] : "unknown";
+}
+
+std::string_view storageName(const schema::AttributeRecord& record) {
+    constexpr std::string_view names[] = {"constant", "variable", "dynamic"};
+    return record.storageClass >= 1 && record.storageClass <= 3 ? names[record.storageClass - 1]
+                                                                : "unknown";
+}
+
+}  // namespace tarvo::engine::report

@@ -1,0 +1,41 @@
+// How reports write numbers and texts. Texts of a file are foreign: each form of a report cleans
+// and escapes them with these before they become part of it.
+#pragma once
+
+#include "engine/schema/attribute.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace tarvo::engine::report {
+
+// Bytes that are no UTF-8 become U+FFFD.
+std::string validUtf8(std::string_view text);
+// validUtf8 with control characters and line ends of any kind as blanks.
+std::string oneLine(std::string_view text);
+// oneLine for HTML: what markup would take for its own is escaped, in attribute values too.
+std::string escaped(std::string_view text);
+// oneLine as a cell of comma-separated values, quoted where it has to be (RFC 4180).
+std::string csvCell(std::string_view text);
+
+// The shortest decimal number that reads as the same value, whatever the locale.
+std::string numberText(double value);
+// With `digits` significant digits.
+std::string numberText(double value, int digits);
+// The value of a code; whole numbers exactly, beyond 2^53 too.
+std::string valueText(const schema::Grid& grid, std::uint64_t code);
+// Digits in groups of three.
+std::string countText(std::uint64_t count);
+// "5.3 MB", in powers of 1000.
+std::string byteText(std::uint64_t bytes);
+// "12.5 %"; part of a whole of 0 is "0.0 %".
+std::string percentText(std::uint64_t part, std::uint64_t whole);
+
+// "NAME", or "NAME[I]" of an attribute with several elements.
+std::string elementName(const schema::AttributeRecord& record, std::uint32_t element);
+// As people know it: "UINT16".
+std::string_view typeName(const schema::AttributeRecord& record);
+std::string_view storageName(const schema::AttributeRecord& record);
+
+}  // namespace tarvo::engine::report
