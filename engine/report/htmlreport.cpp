@@ -241,14 +241,25 @@ Markup rangeBars(const Histogram& histogram, const std::string& unit) {
 }
 
 Markup histogramOf(const schema::AttributeRecord& record, const Histogram& histogram) {
+    Markup out = record.length > 1
+                     ? tag("h4", escaped(elementName(record, histogram.column.element))) + "\n"
+                     : Markup();
+    if (histogram.bins.size() == 1 && histogram.invalid == 0) {
+        const Bin& bin = histogram.bins.front();
+        return out +
+               tag("p", "All " + countText(histogram.count) + " points have the value " +
+                            withUnit(bin.from, record.unitSymbol) +
+                            (bin.name.empty() ? "" : " (" + escaped(bin.name) + ")") + ".") +
+               "\n";
+    }
     Markup line = countText(histogram.count) + " values";
-    if (histogram.count > 0)
+    // Of names there is no mean.
+    if (histogram.count > 0 && record.namedValues.empty())
         line += ", mean " + withUnit(numberText(histogram.mean, 8), record.unitSymbol);
     if (histogram.invalid > 0)
         line += ", " + countText(histogram.invalid) + " invalid" +
                 (histogram.invalidName.empty() ? "" : " (" + escaped(histogram.invalidName) + ")");
-    Markup out = tag("h4", escaped(elementName(record, histogram.column.element))) + "\n" +
-                 tag("p", line) + "\n";
+    out += tag("p", line) + "\n";
     if (histogram.count > 0)
         out +=
             histogram.singleValues ? valueBars(histogram) : rangeBars(histogram, record.unitSymbol);
@@ -264,7 +275,7 @@ Markup histogramsPart(const Facts& facts, const PointFacts& points) {
             facts.state->attributes[histogram.column.attribute].record;
         const std::uint32_t element = histogram.column.element;
         if (element == 0) {
-            out += tag("h3", escaped(record.title)) + "\n";
+            out += tag("h3", escaped(record.title) + " (" + escaped(record.name) + ")") + "\n";
             if (!record.description.empty())
                 out += tag("p", escaped(record.description)) + "\n";
         }
