@@ -212,6 +212,24 @@ TEST(JsonSchema, StaysBoundedWithHostileSchemas) {
               std::string::npos);
 }
 
+TEST(JsonSchema, ChecksTheDeepestSchemaThatItTakes) {
+    for (const char* keyword : {"allOf", "anyOf", "patternProperties", "propertyNames"}) {
+        std::string chain = R"({"$ref": "#/definitions/d0", "definitions": {)";
+        for (int i = 0; i < 50; ++i) {
+            const std::string next = "{\"$ref\": \"#/definitions/d" + std::to_string(i + 1) + "\"}";
+            const std::string part = std::string(keyword) == "propertyNames" ? next
+                                     : keyword[0] == 'p' ? "{\".\": " + next + "}"
+                                                         : "[" + next + "]";
+            chain += "\"d" + std::to_string(i) + "\": {\"" + keyword + "\": " + part + "},";
+        }
+        JsonSchema schema(chain + "\"d50\": {\"type\": \"object\"}}}");
+        std::string value = "{}";
+        for (int i = 0; i < 90; ++i)
+            value = "{\"a\": " + value + "}";
+        EXPECT_TRUE(schema.check(value).empty()) << keyword;
+    }
+}
+
 TEST(JsonSchema, SearchesAnyPatternInLinearTime) {
     // Each takes a backtracking search longer than the age of the universe.
     const std::string text(30000, 'a');
