@@ -91,7 +91,8 @@ qrb_status qrb_pointcloud_point_attributes_list_filtered(qrb_context* context,
                                                          const char** names) {
     return call(context, [&] {
         std::vector<std::string> list;
-        for (const schema::Attribute& attribute : sessionOf(pointcloud).state()->attributes.all())
+        const auto state = sessionOf(pointcloud).state();
+        for (const schema::Attribute& attribute : state->attributes.all())
             if (schema::matchesFilter(attribute.record, textOf(filter)))
                 list.push_back(attribute.record.name);
         giveNames(*context, list, count, names);

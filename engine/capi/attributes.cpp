@@ -54,7 +54,8 @@ qrb_status qrb_pointcloud_point_attributes_list(qrb_context* context, qrb_pointc
                                                 uint32_t* count, const char** names) {
     return call(context, [&] {
         std::vector<std::string> list;
-        for (const schema::Attribute& attribute : sessionOf(pointcloud).state()->attributes.all())
+        const auto state = sessionOf(pointcloud).state();
+        for (const schema::Attribute& attribute : state->attributes.all())
             list.push_back(attribute.record.name);
         giveNames(*context, list, count, names);
     });

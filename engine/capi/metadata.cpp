@@ -10,7 +10,8 @@ qrb_status qrb_pointcloud_meta_data_list(qrb_context* context, qrb_pointcloud* p
                                          uint32_t* count, const char** names) {
     return call(context, [&] {
         std::vector<std::string> list;
-        for (const auto& [name, value] : sessionOf(pointcloud).state()->metaData)
+        const auto state = sessionOf(pointcloud).state();
+        for (const auto& [name, value] : state->metaData)
             list.push_back(name);
         giveNames(*context, list, count, names);
     });

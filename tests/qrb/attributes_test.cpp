@@ -249,6 +249,11 @@ TEST_F(Attributes, DefaultsAreAddedDuplicatedAndDiscarded) {
     EXPECT_EQ(attributes.pointIdUnit(), "");
     TransactionGuard transaction(cloud.transactions(), "Change", "tests");
     attributes.addDefault("tarvo.class");
+    // Lists of what is pending.
+    EXPECT_EQ(attributes.list(), (Names{"p", "tarvo.id", "tarvo.class"}));
+    EXPECT_EQ(attributes.listFiltered("*class"), Names{"tarvo.class"});
+    cloud.metaData().set("own", "1");
+    EXPECT_EQ(cloud.metaData().list(), Names{"own"});
     failure([&] { attributes.addDefault("tarvo.class"); }, QRB_ERROR_EXISTS);
     failure([&] { attributes.addDefault("own"); }, QRB_ERROR_NOT_FOUND);
     const std::uint8_t values[][2] = {{1, 6}, {2, 9}};
