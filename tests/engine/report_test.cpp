@@ -2,6 +2,7 @@
 #include "tests/engine/database.h"
 
 #include "engine/query/levelofdetail.h"
+#include "engine/report/forms.h"
 #include "engine/report/report.h"
 #include "engine/report/text.h"
 
@@ -391,6 +392,29 @@ TEST_F(ReportTest, LevelOfDetailPointsAreNoPointsOfTheFile) {
     EXPECT_GT(json["level_of_detail"]["points"].GetUint64(), 0u);
     EXPECT_GT(json["storage"]["level_of_detail"].GetUint64(), 0u);
     EXPECT_EQ(sums(csvOf(report(4))).at("xyz,0"), 1000u);
+}
+
+TEST_F(ReportTest, PointsThatTheIndexExcludesAreDamage) {
+    fill();
+    const report::Facts facts = report::gatherFacts(*session);
+    for (std::size_t a = 0; a < facts.attributes.size(); ++a) {
+        const schema::ElementStatistics& s = facts.attributes[a].elements[0];
+        if (s.minimum == s.maximum)
+            continue;
+        for (const schema::ElementStatistics& lie :
+             {schema::ElementStatistics{s.minimum + 1, s.maximum, true, true},
+              schema::ElementStatistics{s.minimum, s.maximum - 1, true, true},
+              schema::ElementStatistics{s.minimum, UINT64_MAX, true, true},
+              schema::ElementStatistics{0, 0, false, true}}) {
+            report::Facts wrong = facts;
+            wrong.attributes[a].elements[0] = lie;
+            // Of 64-bit numbers that is a range like any other.
+            if (lie.maximum > facts.state->attributes[a].grid.maximumCode() ||
+                lie.maximum != UINT64_MAX)
+                EXPECT_THROW(report::makeHistograms(*session, wrong, 1), Failure) << a;
+            (void)report::drawPicture(*session, wrong, 1);  // and nothing beyond its edges
+        }
+    }
 }
 
 // The picture as a viewer decodes it from the HTML text.
