@@ -85,6 +85,32 @@ pointcloud::QueryStat Pointcloud::stat() const {
     return pointcloud::QueryStat(m_data);
 }
 
+pointcloud::QueryUpdate Pointcloud::update() const {
+    return pointcloud::QueryUpdate(m_data);
+}
+
+pointcloud::QueryRemove Pointcloud::remove() const {
+    return pointcloud::QueryRemove(m_data);
+}
+
+pointcloud::QueryFill Pointcloud::fill(const std::string& filter) const {
+    return pointcloud::QueryFill(m_data, nullptr, filter);
+}
+
+pointcloud::QueryFill Pointcloud::fill(const std::vector<std::uint32_t>& nodes,
+                                       const std::string& filter) const {
+    return pointcloud::QueryFill(m_data, &nodes, filter);
+}
+
+pointcloud::QueryInvert Pointcloud::invert(const std::string& filter) const {
+    return pointcloud::QueryInvert(m_data, nullptr, filter);
+}
+
+pointcloud::QueryInvert Pointcloud::invert(const std::vector<std::uint32_t>& nodes,
+                                           const std::string& filter) const {
+    return pointcloud::QueryInvert(m_data, &nodes, filter);
+}
+
 const Context& Pointcloud::context() const {
     return m_data->context;
 }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "qrb/changelog.h"
+#include "qrb/changequeries.h"
 #include "qrb/context.h"
 #include "qrb/management.h"
 #include "qrb/metadata.h"
@@ -43,6 +44,15 @@ public:
                                    const std::string& filter) const;
     pointcloud::QueryInsert insert() const;
     pointcloud::QueryStat stat() const;
+    // Change points that exist; the selections of fill and invert are made as those of select.
+    pointcloud::QueryUpdate update() const;
+    pointcloud::QueryRemove remove() const;
+    pointcloud::QueryFill fill(const std::string& filter = {}) const;
+    pointcloud::QueryFill fill(const std::vector<std::uint32_t>& nodes,
+                               const std::string& filter) const;
+    pointcloud::QueryInvert invert(const std::string& filter = {}) const;
+    pointcloud::QueryInvert invert(const std::vector<std::uint32_t>& nodes,
+                                   const std::string& filter) const;
 
     pointcloud::Changelog& changelog() const { return *m_changelog; }
     pointcloud::Management& management() const { return *m_management; }
