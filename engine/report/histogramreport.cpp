@@ -8,16 +8,16 @@ namespace {
 std::string histogramLine(const std::string& place, const std::string& bin,
                           const std::string& range, std::uint64_t count, const std::string& name) {
     // The marks of CSV are the same before and after escaping: cells first, then the whole line.
-    return escaped(place + "," + bin + "," + range + "," + std::to_string(count) + "," +
-                   csvCell(name)) +
-           "\n";
+    return "\n" + escaped(place + "," + bin + "," + range + "," + std::to_string(count) + "," +
+                          csvCell(name));
 }
 
 }  // namespace
 
 std::string histogramReport(const Facts& facts, const PointFacts& points) {
     std::string out = "<html><head><title>Attribute histograms</title></head><body><pre>";
-    out += "attribute,element,bin,from,to,count,name\n";
+    // A line end before </pre> would be seen as a blank in the last cell.
+    out += "attribute,element,bin,from,to,count,name";
     if (!points.all())
         out += histogramLine(",", "sample", ",", points.points(), sampleText(points.step));
     for (const Histogram& histogram : points.histograms) {

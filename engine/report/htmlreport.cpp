@@ -118,8 +118,7 @@ Markup legend(const Facts& facts, const Picture& cloud) {
     const schema::AttributeRecord& primary = facts.state->primary().record;
     const bool height = cloud.colouring == Colouring::Height;
     const auto end = [&](double value) {
-        return height ? withUnit(numberText(value, 6), primary.unitSymbol)
-                      : numberText(value, 3) + " points per pixel";
+        return height ? withUnit(numberText(value, 6), primary.unitSymbol) : numberText(value, 3);
     };
     constexpr int steps = 16;
     Markup cells = tag("td", end(cloud.low) + "&nbsp;");
@@ -132,7 +131,7 @@ Markup legend(const Facts& facts, const Picture& cloud) {
     }
     cells += tag("td", "&nbsp;" + end(cloud.high));
     return tag("p", height ? "Coloured by " + escaped(elementName(primary, 2)) + ":"
-                           : std::string("Coloured by the number of points:")) +
+                           : std::string("Coloured by the number of points per pixel:")) +
            "\n" +
            tag("table", tag("tr", cells), "border=\"0\" cellspacing=\"0\" cellpadding=\"1\"") +
            "\n";
