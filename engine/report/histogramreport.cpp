@@ -16,7 +16,8 @@ std::string histogramLine(const std::string& place, const std::string& bin,
 
 std::string histogramReport(const Facts& facts, const PointFacts& points) {
     std::string out = "<html><head><title>Attribute histograms</title></head><body><pre>";
-    // A line end before </pre> would be seen as a blank in the last cell.
+    // A line end behind the last line, before or behind </pre>, would become a blank in its last
+    // cell where the text is shown.
     out += "attribute,element,bin,from,to,count,name";
     if (!points.all())
         out += histogramLine(",", "sample", ",", points.points(), sampleText(points.step));
@@ -32,7 +33,7 @@ std::string histogramReport(const Facts& facts, const PointFacts& points) {
         if (histogram.invalid > 0)
             out += histogramLine(place, "invalid", ",", histogram.invalid, histogram.invalidName);
     }
-    return out + "</pre></body></html>\n";
+    return out + "</pre></body></html>";
 }
 
 }  // namespace tarvo::engine::report
