@@ -1,10 +1,10 @@
 #include "engine/validation/checks.h"
 
 #include "engine/base/error.h"
+#include "engine/validation/describe.h"
 #include "engine/validation/pattern.h"
 #include "engine/validation/schemalibrary.h"
 
-#include <charconv>
 #include <cmath>
 #include <functional>
 #include <map>
@@ -18,7 +18,6 @@ namespace tarvo::engine::validation {
 
 namespace {
 
-using valijson::adapters::Adapter;
 using valijson::adapters::RapidJsonAdapter;
 
 using Context = std::vector<std::string>;
@@ -57,94 +56,6 @@ public:
 private:
     Make m_make;
 };
-
-std::string numberText(double value) {
-    char buffer[32];
-    return {buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr};
-}
-
-bool isWholeNumber(const Adapter& value) {
-    return value.isInteger() ||
-           (value.isDouble() && std::trunc(value.getDouble()) == value.getDouble());
-}
-
-double numberOf(const Adapter& value) {
-    return value.isInteger() ? static_cast<double>(value.getInteger()) : value.getDouble();
-}
-
-std::string quotedText(const std::string& text) {
-    std::string result = "\"";
-    for (const char c : text) {
-        if (c == '"' || c == '\\')
-            result += '\\';
-        if (static_cast<unsigned char>(c) < 0x20) {
-            constexpr const char* digits = "0123456789abcdef";
-            result += std::string("\\u00") + digits[c >> 4] + digits[c & 15];
-        } else {
-            result += c;
-        }
-    }
-    return result + '"';
-}
-
-// A text that equal values share: 1 and 1.0 are equal, the order of members does not matter.
-std::string canonicalText(const Adapter& value) {
-    if (value.isNull())
-        return "null";
-    if (value.isBool())
-        return value.getBool() ? "true" : "false";
-    if (value.isInteger())
-        return std::to_string(value.getInteger());
-    if (value.isDouble()) {
-        const double number = value.getDouble();
-        const bool exact = std::trunc(number) == number && std::abs(number) < 9e15;
-        return exact ? std::to_string(static_cast<std::int64_t>(number)) : numberText(number);
-    }
-    if (value.isString())
-        return quotedText(value.getString());
-    std::string result;
-    if (value.isArray()) {
-        value.applyToArray([&](const Adapter& element) {
-            result += (result.empty() ? "" : ",") + canonicalText(element);
-            return true;
-        });
-        return "[" + result + "]";
-    }
-    std::map<std::string, std::string> members;
-    value.applyToObject([&](const std::string& name, const Adapter& member) {
-        members.emplace(name, canonicalText(member));
-        return true;
-    });
-    for (const auto& [name, text] : members)
-        result += (result.empty() ? "" : ",") + quotedText(name) + ":" + text;
-    return "{" + result + "}";
-}
-
-std::string shortened(const std::string& text) {
-    constexpr std::size_t most = 60;
-    if (text.size() <= most)
-        return text;
-    std::size_t end = most;
-    while (end > 0 && (text[end] & 0xc0) == 0x80)
-        --end;
-    return text.substr(0, end) + "...";
-}
-
-std::string typeName(const Adapter& value) {
-    return value.isNull()     ? "null"
-           : value.isBool()   ? "true or false"
-           : value.isString() ? "a string"
-           : value.isArray()  ? "an array"
-           : value.isObject() ? "an object"
-                              : "a number";
-}
-
-// The value itself where it is short, else its type.
-std::string describe(const Adapter& value) {
-    if (value.isArray() || value.isObject())
-        return typeName(value);
-    return shortened(canonicalText(value));
-}
 
 std::string expectedType(const std::string& name) {
     if (name == "boolean")
