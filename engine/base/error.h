@@ -24,8 +24,7 @@ enum class ErrorCode : int {
     Range = QRB_ERROR_RANGE,
     Validation = QRB_ERROR_VALIDATION,
     Cancelled = QRB_ERROR_CANCELLED,
-    Memory = QRB_ERROR_MEMORY,
-    NotAvailable = QRB_ERROR_NOT_AVAILABLE
+    Memory = QRB_ERROR_MEMORY
 };
 
 // text: one line, what was wrong and with which value; details: where and why, what to do.
