@@ -149,6 +149,51 @@ TEST(File, HasOneWriterAtATimeAndReadersBesideIt) {
     EXPECT_EQ(folder.entries(), 1u);
 }
 
+TEST(File, IsReadByAnotherProcessWhileItStaysOpen) {
+    TemporaryFolder folder;
+    const std::string file = folder.file("a.qrbx");
+    const Points before = makeDatabase(file);
+    // The child reads, reads beside a pending transaction, and after its commit.
+    int toChild[2];
+    int toParent[2];
+    ASSERT_EQ(::pipe(toChild) + ::pipe(toParent), 0);
+    const ::pid_t child = ::fork();
+    if (child == 0) {
+        int fault = 0;
+        try {
+            session::Session reader(file, {}, "test");
+            for (const std::size_t expected : {before.size(), before.size(), before.size() + 50}) {
+                char turn = 0;
+                if (::read(toChild[0], &turn, 1) != 1 || readAll(reader).size() != expected)
+                    ++fault;
+                if (::write(toParent[1], &turn, 1) != 1)
+                    ++fault;
+            }
+        } catch (...) {
+            fault = 100;
+        }
+        ::_exit(fault);
+    }
+    session::Session writer(file, {}, "test");
+    const auto childReads = [&] {
+        char turn = 'x';
+        EXPECT_EQ(::write(toChild[1], &turn, 1), 1);
+        EXPECT_EQ(::read(toParent[0], &turn, 1), 1);
+    };
+    childReads();
+    writer.begin("write", "test", "", "");
+    insert(writer, somePoints(50, 9));
+    (void)readAll(writer);  // staged
+    childReads();
+    writer.commit();
+    childReads();
+    int status = -1;
+    ::waitpid(child, &status, 0);
+    EXPECT_EQ(status, 0);
+    for (const int end : {toChild[0], toChild[1], toParent[0], toParent[1]})
+        ::close(end);
+}
+
 // What a reader of a damaged file may see: the truth, or an error.
 void expectTruthOrFailure(const std::string& file, const Points& truth, int& silent,
                           const std::string& what) {
@@ -156,11 +201,13 @@ void expectTruthOrFailure(const std::string& file, const Points& truth, int& sil
         session::Session session(file, {}, "test");
         const Points points = readAll(session);
         const std::string note = session.metaData("note");
+        const std::string log = session.changelog();
         const std::uint64_t count = countOf(session, "amplitude < 4000");
         std::uint64_t expected = 0;
         for (const auto& [id, point] : truth)
             expected += point.amplitude < 4000;
-        EXPECT_TRUE(points == truth && count == expected && note == "{\"text\":\"a note\"}")
+        EXPECT_TRUE(points == truth && count == expected && note == "{\"text\":\"a note\"}" &&
+                    log.starts_with("[#1] Database creation\n"))
             << "wrong values without an error: " << what;
         ++silent;
     } catch (const Failure&) {

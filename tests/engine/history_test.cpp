@@ -1,12 +1,16 @@
 // The history of a file: changelog and signatures, transactions discarded, space given back.
 #include "tests/engine/database.h"
+#include "tests/engine/treecheck.h"
 
 #include "engine/query/commit.h"
 #include "engine/query/redefine.h"
 
 #include <gtest/gtest.h>
 
+#include <sys/wait.h>
+#include <unistd.h>
 #include <algorithm>
+#include <csignal>
 
 namespace tarvo::engine {
 namespace {
@@ -187,6 +191,37 @@ TEST_F(History, ThatIsDiscardedGivesItsSpaceBack) {
                 static_cast<double>(packed - both), static_cast<double>(packed) / 20);
     open();
     EXPECT_EQ(countOf(*m_session, "xyz[2] < 50"), 20'000u);
+}
+
+TEST_F(History, SurvivesAKillWhileSpaceIsGivenBack) {
+    for (const int end : {0, 10, 20, 45, 70, 95, 99}) {
+        SCOPED_TRACE("killed at " + std::to_string(end) + " %");
+        addPoints(5'000, end);
+        m_session->begin("forgotten", "test", "", "");
+        m_session->setLevelOfDetail(1, static_cast<std::uint32_t>(end));
+        query::commit(*m_session);
+        m_session->finalize();
+        const Points kept = readAll(*m_session);
+        const std::string log = m_session->changelog();
+        m_session.reset();
+        const ::pid_t child = ::fork();
+        if (child == 0) {
+            session::Session session(m_file, session::OpenSettings{0}, "test");
+            session.vacuum([end](int percent) {
+                if (percent >= end)
+                    ::raise(SIGKILL);
+                return true;
+            });
+            ::_exit(0);
+        }
+        ::waitpid(child, nullptr, 0);
+        open();
+        EXPECT_EQ(readAll(*m_session), kept);
+        EXPECT_EQ(m_session->changelog(), log);
+        TreeCheck(*m_session, kept.size()).run();
+        m_session->vacuum();
+        EXPECT_EQ(readAll(*m_session), kept);
+    }
 }
 
 TEST_F(History, NeverGivesANumberTwice) {
