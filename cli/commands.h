@@ -13,17 +13,49 @@ class App;
 
 namespace tarvo::cli {
 
+class Database;
+
 // The program's name and version, as transactions carry it.
 std::string agentText();
 
-// Given by main: what a parsed command line asks for, run with the library loaded.
+// What a parsed command line asks for: one of run and work.
 struct Invocation {
-    std::function<void(const qrb::Context&)> run;
+    std::function<void(const qrb::Context&)> run;  // with the library loaded
+    std::function<void(Database&)> work;           // with the database of this name open
+    std::string file;
+    // Set before commands are added: they work on a database that is open already, and name none.
+    bool onOpenDatabase = false;
 };
 
+// Adds the name of the database to a command, unless it is open already.
+void addDatabaseFile(CLI::App& command, Invocation& invocation);
+
+void addCommands(CLI::App& app, Invocation& invocation);
+// Those that may be part of a transaction. The invocation is one on an open database.
+void addCommandsWithinTransaction(CLI::App& app, Invocation& invocation);
+
+// Make databases.
 void addSampleCommand(CLI::App& app, Invocation& invocation);
 void addImportCommand(CLI::App& app, Invocation& invocation);
+void addSchemaCommand(CLI::App& app, Invocation& invocation);
+// Look at them.
 void addInfoCommand(CLI::App& app, Invocation& invocation);
+void addInspectCommand(CLI::App& app, Invocation& invocation);
+void addValidateCommand(CLI::App& app, Invocation& invocation);
+void addDefaultsCommand(CLI::App& app, Invocation& invocation);
+// Points.
 void addSelectCommand(CLI::App& app, Invocation& invocation);
+void addUpdateCommand(CLI::App& app, Invocation& invocation);
+void addRemoveCommand(CLI::App& app, Invocation& invocation);
+// What goes with the points.
+void addMetaDataCommand(CLI::App& app, Invocation& invocation);
+void addAttributesCommand(CLI::App& app, Invocation& invocation);
+void addIndexCommand(CLI::App& app, Invocation& invocation);
+void addLodCommand(CLI::App& app, Invocation& invocation);
+// History and upkeep.
+void addTransactionsCommand(CLI::App& app, Invocation& invocation);
+void addChangelogCommand(CLI::App& app, Invocation& invocation);
+void addFinalizeCommand(CLI::App& app, Invocation& invocation);
+void addVacuumCommand(CLI::App& app, Invocation& invocation);
 
 }  // namespace tarvo::cli

@@ -24,6 +24,12 @@ public:
     using Failure::Failure;
 };
 
+// A question was answered with no, and the answer has been written: ends the program with 1.
+class NegativeAnswer : public Failure {
+public:
+    NegativeAnswer() : Failure("The answer is no.") {}
+};
+
 // A signal asked to stop.
 class Interrupted : public Failure {
 public:

@@ -1,18 +1,15 @@
 // qrbtool info: what a database file holds.
 
 #include "cli/commands.h"
+#include "cli/database.h"
+#include "cli/json.h"
 #include "cli/output.h"
 #include "cli/text.h"
-#include "qrb/pointcloud.h"
 
-#include <rapidjson/prettywriter.h>
-#include <rapidjson/stringbuffer.h>
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
-#include <filesystem>
 #include <memory>
-#include <system_error>
 
 namespace tarvo::cli {
 
@@ -63,12 +60,12 @@ AttributeInfo readAttribute(const qrb::Pointcloud& cloud, const std::string& nam
     return info;
 }
 
-FileInfo readInfo(const qrb::Pointcloud& cloud, const std::string& fileName) {
+FileInfo readInfo(const Database& database) {
+    const qrb::Pointcloud& cloud = database.cloud();
     FileInfo info;
-    std::error_code error;
-    info.fileName = fileName;
+    info.fileName = database.fileName();
     info.uuid = cloud.getUuid();
-    info.size = std::filesystem::file_size(fileName, error);
+    info.size = database.fileSize();
     qrb::pointcloud::IndexNode root;
     cloud.stat().index(root);
     info.pointCount = static_cast<std::uint64_t>(root.pointCountTotal);
@@ -95,10 +92,11 @@ std::string joined(const std::vector<std::string>& texts) {
     return result;
 }
 
-void writeText(const FileInfo& info, Output& output) {
+std::string infoText(const FileInfo& info) {
+    std::string result;
     const auto line = [&](std::string label, const std::string& text) {
         label.resize(std::max<std::size_t>(label.size(), 14), ' ');
-        output.write(label + text + "\n");
+        result += label + text + "\n";
     };
     line("File", info.fileName);
     line("Identity", info.uuid);
@@ -114,13 +112,13 @@ void writeText(const FileInfo& info, Output& output) {
         line("Extent", joined(primary.minimum));
         line("", joined(primary.maximum));
     }
-    output.write("\nTransactions\n");
+    result += "\nTransactions\n";
     for (const Transaction& transaction : info.transactions) {
-        output.write((transaction.id == info.currentTransaction ? "* " : "  ") +
-                     std::to_string(transaction.id) + "  " + transaction.stop + "  " +
-                     firstLine(transaction.title) + " (" + firstLine(transaction.agent) + ")\n");
+        result += (transaction.id == info.currentTransaction ? "* " : "  ") +
+                  std::to_string(transaction.id) + "  " + transaction.stop + "  " +
+                  firstLine(transaction.title) + " (" + firstLine(transaction.agent) + ")\n";
     }
-    output.write("\nAttributes\n");
+    result += "\nAttributes\n";
     std::size_t width = 0;
     for (const AttributeInfo& attribute : info.attributes) {
         width = std::max(width, attribute.definition.name.size() + 5);
@@ -137,132 +135,80 @@ void writeText(const FileInfo& info, Output& output) {
                 (i == 0 ? "" : ", ") + attribute.minimum[i] +
                 (attribute.minimum[i] == attribute.maximum[i] ? "" : ".." + attribute.maximum[i]);
         }
-        output.write("  " + name + "  " + range +
-                     (range.empty() || attribute.definition.unitSymbol.empty()
-                          ? ""
-                          : " " + attribute.definition.unitSymbol) +
-                     "\n");
+        result += "  " + name + "  " + range +
+                  (range.empty() || attribute.definition.unitSymbol.empty()
+                       ? ""
+                       : " " + attribute.definition.unitSymbol) +
+                  "\n";
     }
-    output.write("\nMetadata\n");
+    result += "\nMetadata\n";
     for (const std::string& name : info.metaData) {
-        output.write("  " + name + "\n");
+        result += "  " + name + "\n";
     }
+    return result;
 }
 
-using JsonWriter = rapidjson::PrettyWriter<rapidjson::StringBuffer>;
-
-void putString(JsonWriter& writer, const char* key, const std::string& text) {
-    writer.Key(key);
-    writer.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
-}
-
-// Texts of numbers as numbers; an empty one is null.
-void putNumbers(JsonWriter& writer, const char* key, const std::vector<std::string>& texts) {
-    writer.Key(key);
-    writer.StartArray();
-    for (const std::string& text : texts) {
-        if (text.empty()) {
-            writer.Null();
-        } else {
-            writer.RawValue(text.data(), text.size(), rapidjson::kNumberType);
-        }
-    }
-    writer.EndArray();
-}
-
-void putAttribute(JsonWriter& writer, const AttributeInfo& attribute) {
+void putAttribute(JsonText& json, const AttributeInfo& attribute) {
     const PointAttribute& definition = attribute.definition;
-    writer.StartObject();
-    putString(writer, "name", definition.name);
-    putString(writer, "title", definition.title);
-    putString(writer, "unit_symbol", definition.unitSymbol);
-    writer.Key("length");
-    writer.Uint(definition.length);
-    writer.Key("resolution");
-    writer.Double(definition.resolution);
-    writer.Key("minimum_value");
-    writer.Double(definition.minimumValue);
-    writer.Key("maximum_value");
-    writer.Double(definition.maximumValue);
-    putNumbers(writer, "minimum", attribute.minimum);
-    putNumbers(writer, "maximum", attribute.maximum);
-    writer.EndObject();
+    json.beginObject();
+    json.member("name", definition.name);
+    json.member("title", definition.title);
+    json.member("unit_symbol", definition.unitSymbol);
+    json.member("length", definition.length);
+    json.member("resolution", definition.resolution);
+    json.member("minimum_value", definition.minimumValue);
+    json.member("maximum_value", definition.maximumValue);
+    json.key("minimum");
+    json.numbers(attribute.minimum);
+    json.key("maximum");
+    json.numbers(attribute.maximum);
+    json.endObject();
 }
 
-std::string toJson(const FileInfo& info) {
-    rapidjson::StringBuffer buffer;
-    JsonWriter writer(buffer);
-    writer.SetIndent(' ', 4);
-    writer.SetFormatOptions(rapidjson::kFormatSingleLineArray);
-    writer.StartObject();
-    putString(writer, "file", info.fileName);
-    putString(writer, "uuid", info.uuid);
-    writer.Key("size");
-    writer.Uint64(info.size);
-    writer.Key("point_count");
-    writer.Uint64(info.pointCount);
-    writer.Key("current_transaction");
-    writer.Uint(info.currentTransaction);
-    writer.Key("transactions");
-    writer.StartArray();
+std::string infoJson(const FileInfo& info) {
+    JsonText json;
+    json.beginObject();
+    json.member("file", info.fileName);
+    json.member("uuid", info.uuid);
+    json.member("size", info.size);
+    json.member("point_count", info.pointCount);
+    json.member("current_transaction", info.currentTransaction);
+    json.key("transactions");
+    json.beginArray();
     for (const Transaction& transaction : info.transactions) {
-        writer.StartObject();
-        writer.Key("id");
-        writer.Uint(transaction.id);
-        putString(writer, "title", transaction.title);
-        putString(writer, "agent", transaction.agent);
-        putString(writer, "library", transaction.qrb);
-        putString(writer, "start", transaction.start);
-        putString(writer, "stop", transaction.stop);
-        writer.EndObject();
+        json.beginObject();
+        json.member("id", transaction.id);
+        json.member("title", transaction.title);
+        json.member("agent", transaction.agent);
+        json.member("library", transaction.qrb);
+        json.member("start", transaction.start);
+        json.member("stop", transaction.stop);
+        json.endObject();
     }
-    writer.EndArray();
-    writer.Key("attributes");
-    writer.StartArray();
+    json.endArray();
+    json.key("attributes");
+    json.beginArray();
     for (const AttributeInfo& attribute : info.attributes) {
-        putAttribute(writer, attribute);
+        putAttribute(json, attribute);
     }
-    writer.EndArray();
-    writer.Key("metadata");
-    writer.StartArray();
-    for (const std::string& name : info.metaData) {
-        writer.String(name.data(), static_cast<rapidjson::SizeType>(name.size()));
-    }
-    writer.EndArray();
-    writer.EndObject();
-    return {buffer.GetString(), buffer.GetSize()};
+    json.endArray();
+    json.member("metadata", info.metaData);
+    json.endObject();
+    return json.text();
 }
 
-void runInfo(const qrb::Context& context, const std::string& fileName, bool json) {
-    qrb::Pointcloud cloud(context);
-    cloud.open(fileName, qrb::pointcloud::OpenSettings(context));
-    const FileInfo info = readInfo(cloud, fileName);
-    try {
-        Output output("");
-        if (json) {
-            output.write(toJson(info) + "\n");
-        } else {
-            writeText(info, output);
-        }
-        output.finish();
-    } catch (const OutputClosed&) {
-        // The reader has seen what it wanted.
-    }
+void runInfo(const Database& database, bool json) {
+    const FileInfo info = readInfo(database);
+    print(json ? infoJson(info) : printable(infoText(info)));
 }
 
 }  // namespace
 
 void addInfoCommand(CLI::App& app, Invocation& invocation) {
-    struct Options {
-        std::string file;
-        bool json = false;
-    };
-    const auto options = std::make_shared<Options>();
+    const auto json = std::make_shared<bool>(false);
     CLI::App* const command = app.add_subcommand("info", "Tell what a database holds");
-    command->add_option("file", options->file, "Database to look at")
-        ->type_name("FILE")
-        ->required();
-    command->add_flag("--json", options->json, "Write JSON, for programs");
+    addDatabaseFile(*command, invocation);
+    command->add_flag("--json", *json, "Write JSON, for programs");
     command->footer(
         "Identity, size, creator, points, extent, transactions (* marks the current one),\n"
         "attributes with the range of their values, names of the metadata items.\n"
@@ -270,10 +216,8 @@ void addInfoCommand(CLI::App& app, Invocation& invocation) {
         "Examples:\n"
         "  qrbtool info scan.qrbx\n"
         "  qrbtool info scan.qrbx --json");
-    command->callback([options, &invocation] {
-        invocation.run = [options](const qrb::Context& context) {
-            runInfo(context, options->file, options->json);
-        };
+    command->callback([json, &invocation] {
+        invocation.work = [json](Database& database) { runInfo(database, *json); };
     });
 }
 

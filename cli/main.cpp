@@ -1,11 +1,12 @@
 // qrbtool: makes, fills, describes and reads database files from the command line.
 
 #include "cli/commands.h"
+#include "cli/database.h"
 #include "cli/errors.h"
 #include "cli/terminal.h"
+#include "cli/text.h"
 #include "qrb/error.h"
 #include "qrb/loader.h"
-#include "version.h"
 
 #include <CLI/CLI.hpp>
 
@@ -21,9 +22,11 @@ namespace {
 
 enum ExitCode { succeeded = 0, failed = 1, wrongUsage = 2 };
 
-// "qrbtool: text", then the details, indented.
-void reportError(const char* text, std::string_view details) {
-    std::fprintf(stderr, "qrbtool: %s\n", text ? text : "unknown");
+// "qrbtool: text", then the details, indented. Both may hold texts from files.
+void reportError(const char* text, std::string_view unsafeDetails) {
+    const std::string safeDetails = printable(unsafeDetails);
+    std::string_view details = safeDetails;
+    std::fprintf(stderr, "qrbtool: %s\n", printable(text ? text : "unknown").c_str());
     while (!details.empty()) {
         const std::size_t end = details.find('\n');
         const std::string_view line = details.substr(0, end);
@@ -42,13 +45,20 @@ int runGuarded(const std::string& library, const Invocation& invocation) {
             return failed;
         }
         const qrb::Context context("OFF", "");
-        invocation.run(context);
+        if (invocation.work) {
+            Database database(context, invocation.file);
+            invocation.work(database);
+        } else {
+            invocation.run(context);
+        }
         return succeeded;
     } catch (const qrb::Error& error) {
         reportError(error.what(), error.details() ? error.details() : "");
     } catch (const UsageError& error) {
         reportError(error.what(), error.details());
         return wrongUsage;
+    } catch (const NegativeAnswer&) {
+        return failed;
     } catch (const Failure& error) {
         reportError(error.what(), error.details());
     } catch (const std::bad_alloc&) {
@@ -60,7 +70,7 @@ int runGuarded(const std::string& library, const Invocation& invocation) {
 }
 
 int run(int argc, char** argv) {
-    CLI::App app("Makes, fills, describes and reads point-cloud database files.", "qrbtool");
+    CLI::App app("Makes, describes, reads and changes point-cloud database files.", "qrbtool");
     app.set_version_flag("--version", agentText());
     app.require_subcommand(1);
     app.fallthrough();
@@ -75,14 +85,14 @@ int run(int argc, char** argv) {
         "  qrbtool info flight.qrbx\n"
         "  qrbtool select flight.qrbx --filter \"tarvo.class == 2\" --count\n"
         "  qrbtool select flight.qrbx --format csv -o points.csv\n"
+        "  qrbtool update flight.qrbx --set tarvo.class=2 --filter \"tarvo.xyz[2] < 1\"\n"
         "\n"
-        "qrbtool COMMAND --help tells more. The program ends with 0 for success, 1 for a failure\n"
-        "and 2 for a wrong command line.");
+        "qrbtool COMMAND --help tells more. The program ends with 0 for success, 1 for a failure "
+        "or\n"
+        "the answer \"no\" (a file that does not agree with its schema, a signature that is not\n"
+        "valid), and 2 for a wrong command line.");
     Invocation invocation;
-    addSampleCommand(app, invocation);
-    addImportCommand(app, invocation);
-    addInfoCommand(app, invocation);
-    addSelectCommand(app, invocation);
+    addCommands(app, invocation);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
@@ -95,6 +105,9 @@ int run(int argc, char** argv) {
         }
         reportError(text.c_str(), "Run \"qrbtool --help\" for the commands and their options.");
         return wrongUsage;
+    } catch (const UsageError& error) {
+        reportError(error.what(), error.details());
+        return wrongUsage;
     }
     watchInterrupts();
 #if defined(SIGPIPE)
@@ -105,10 +118,6 @@ int run(int argc, char** argv) {
 }
 
 }  // namespace
-
-std::string agentText() {
-    return "qrbtool " QRB_VERSION;
-}
 
 }  // namespace tarvo::cli
 

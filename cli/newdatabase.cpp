@@ -65,13 +65,23 @@ NewDatabase::~NewDatabase() {
     removeTemporary();
 }
 
-void NewDatabase::create(const qrb::pointcloud::CreateSettings& settings) {
+void NewDatabase::makeRoom() {
     // Left over by a process of the same number that was killed.
     m_created = true;
     std::error_code error;
     fs::remove(m_temporary, error);
     fs::remove(journalOf(m_temporary), error);
+}
+
+void NewDatabase::create(const qrb::pointcloud::CreateSettings& settings) {
+    makeRoom();
     m_cloud->create(m_temporary, settings);
+}
+
+void NewDatabase::create(const qrb::pointcloud::CreateSettings& settings, const std::string& schema,
+                         bool optionals) {
+    makeRoom();
+    m_cloud->create(m_temporary, settings, schema, optionals);
 }
 
 void NewDatabase::publish() {

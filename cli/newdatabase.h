@@ -18,11 +18,15 @@ public:
     NewDatabase& operator=(const NewDatabase&) = delete;
 
     void create(const qrb::pointcloud::CreateSettings& settings);
+    // By a file schema (JSON text); optionals: with what it marks optional.
+    void create(const qrb::pointcloud::CreateSettings& settings, const std::string& schema,
+                bool optionals);
     qrb::Pointcloud& cloud() { return *m_cloud; }
     // Closes the database and puts it in its place; nothing made from cloud() may be left.
     void publish();
 
 private:
+    void makeRoom();
     void removeTemporary() noexcept;
 
     std::string m_fileName;

@@ -58,4 +58,14 @@ void Output::finish() {
     }
 }
 
+void print(std::string_view text) {
+    try {
+        Output output("");
+        output.write(text);
+        output.finish();
+    } catch (const OutputClosed&) {
+        // The reader has seen what it wanted.
+    }
+}
+
 }  // namespace tarvo::cli

@@ -32,4 +32,7 @@ private:
     std::string m_buffer;
 };
 
+// Writes a whole answer to standard output. Throws Failure.
+void print(std::string_view text);
+
 }  // namespace tarvo::cli

@@ -1,6 +1,7 @@
 // qrbtool select: reads points.
 
 #include "cli/commands.h"
+#include "cli/database.h"
 #include "cli/errors.h"
 #include "cli/output.h"
 #include "cli/pointwriter.h"
@@ -22,7 +23,6 @@ constexpr std::uint32_t pageSize = 65536;
 constexpr std::uint32_t countPageSize = 10'000'000;
 
 struct SelectOptions {
-    std::string file;
     std::string filter;
     std::string nodes;
     bool hasNodes = false;
@@ -131,9 +131,7 @@ void writePoints(const qrb::Pointcloud& cloud, const SelectOptions& options, Out
     }
 }
 
-void runSelect(const qrb::Context& context, const SelectOptions& options) {
-    qrb::Pointcloud cloud(context);
-    cloud.open(options.file, qrb::pointcloud::OpenSettings(context));
+void runSelect(const qrb::Pointcloud& cloud, const SelectOptions& options) {
     try {
         if (options.count) {
             auto query = makeQuery(cloud, options);
@@ -156,7 +154,7 @@ void runSelect(const qrb::Context& context, const SelectOptions& options) {
 void addSelectCommand(CLI::App& app, Invocation& invocation) {
     const auto options = std::make_shared<SelectOptions>();
     CLI::App* const command = app.add_subcommand("select", "Read points");
-    command->add_option("file", options->file, "Database to read")->type_name("FILE")->required();
+    addDatabaseFile(*command, invocation);
     command
         ->add_option("-f,--filter", options->filter,
                      "Expression that the points satisfy (default: all points)")
@@ -189,7 +187,7 @@ void addSelectCommand(CLI::App& app, Invocation& invocation) {
         "  qrbtool select scan.qrbx -a tarvo.xyz,tarvo.class --format csv -o points.csv");
     command->callback([options, nodes, &invocation] {
         options->hasNodes = nodes->count() > 0 && !options->nodes.empty();
-        invocation.run = [options](const qrb::Context& context) { runSelect(context, *options); };
+        invocation.work = [options](Database& database) { runSelect(database.cloud(), *options); };
     });
 }
 

@@ -44,4 +44,8 @@ std::vector<std::uint32_t> parseNodes(std::string_view text);
 // Columns of a vector attribute: "NAME" for length 1, else "NAME[0]", "NAME[1]", ...
 std::vector<std::string> elementNames(const std::string& attribute, std::uint32_t length);
 
+// A text from a file as a terminal may show it: control characters but line breaks, which could
+// move the cursor or worse, become "?", tabs blanks.
+std::string printable(std::string_view text);
+
 }  // namespace tarvo::cli

@@ -1,0 +1,23 @@
+// New values of attributes on the command line.
+#pragma once
+
+#include "qrb/pointcloud.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace tarvo::cli {
+
+// "NAME=VALUE", "NAME=VALUE,VALUE,..." for all elements of an attribute, or "NAME[I]=VALUE".
+struct Assignment {
+    std::string target;  // "NAME" or "NAME[I]"
+    qrb::pointcloud::DataType type = qrb::pointcloud::DataType::NONE;
+    std::vector<std::uint64_t> values;  // 8 bytes each, of the type
+};
+
+// Throws UsageError for a text that is no assignment or has a value that is none of the
+// attribute's type, Failure if the database lacks the attribute.
+Assignment parseAssignment(const qrb::Pointcloud& cloud, const std::string& text);
+
+}  // namespace tarvo::cli

@@ -1,0 +1,221 @@
+// qrbtool attributes: the point attribute definitions of a database.
+
+#include "cli/attributetext.h"
+#include "cli/commands.h"
+#include "cli/database.h"
+#include "cli/errors.h"
+#include "cli/json.h"
+#include "cli/output.h"
+#include "cli/textfile.h"
+#include "cli/texttable.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <map>
+#include <memory>
+
+namespace tarvo::cli {
+
+namespace {
+
+using qrb::pointcloud::PointAttribute;
+using qrb::pointcloud::PointAttributes;
+
+struct AttributeOptions {
+    bool json = false;
+    std::string name;
+    std::string newName;
+    std::vector<std::string> names;
+    std::string file;
+    std::string pick;
+};
+
+void listAttributes(const PointAttributes& attributes, const AttributeOptions& options) {
+    std::vector<PointAttribute> definitions;
+    for (const std::string& name : attributes.listFiltered(options.pick)) {
+        definitions.push_back(attributes.get(name));
+    }
+    if (!options.json) {
+        print(attributeTable(definitions));
+        return;
+    }
+    JsonText json;
+    json.beginArray();
+    for (const PointAttribute& definition : definitions) {
+        json.raw(definition.toJson());
+    }
+    json.endArray();
+    print(json.text());
+}
+
+void showAttribute(const PointAttribute& definition, bool asJson) {
+    print(asJson ? definition.toJson() + "\n" : describeAttribute(definition));
+}
+
+// The definition in a JSON file, the text of one as "show --json" writes it.
+PointAttribute readDefinition(const std::string& fileName) {
+    PointAttribute definition;
+    definition.fromJson(readTextFile(fileName));
+    return definition;
+}
+
+void addAttributes(Database& database, const AttributeOptions& options) {
+    auto& attributes = database.cloud().pointAttributes();
+    if (!options.file.empty()) {
+        const PointAttribute definition = readDefinition(options.file);
+        database.change({"Add attribute " + definition.name}, [&] { attributes.add(definition); });
+        print("The attribute \"" + definition.name + "\" is added.\n");
+        return;
+    }
+    database.change({"Add attributes"}, [&] {
+        for (const std::string& name : options.names) {
+            attributes.addDefault(name);
+        }
+    });
+    print(counted(options.names.size(), "attribute") + " added.\n");
+}
+
+void putAttribute(Database& database, const std::string& fileName) {
+    const PointAttribute definition = readDefinition(fileName);
+    database.change({"Redefine attribute " + definition.name},
+                    [&] { database.cloud().pointAttributes().put(definition); });
+    print("The attribute \"" + definition.name + "\" is defined.\n");
+}
+
+void removeAttributes(Database& database, const std::vector<std::string>& names) {
+    database.change({"Remove attributes"}, [&] {
+        for (const std::string& name : names) {
+            database.cloud().pointAttributes().remove(name);
+        }
+    });
+    print(counted(names.size(), "attribute") + " removed.\n");
+}
+
+void duplicateAttribute(Database& database, const AttributeOptions& options) {
+    database.change({"Duplicate attribute " + options.name}, [&] {
+        database.cloud().pointAttributes().duplicate(options.name, options.newName);
+    });
+    print("The attribute \"" + options.newName + "\" is a copy of \"" + options.name + "\".\n");
+}
+
+void discardValues(Database& database, const std::string& name) {
+    database.change({"Discard the values of attribute " + name},
+                    [&] { database.cloud().pointAttributes().discard(name); });
+    print("All points have the default value of \"" + name + "\".\n");
+}
+
+void listGroups(const PointAttributes& attributes, bool asJson) {
+    std::map<std::string, std::map<std::uint32_t, std::string>> groups;
+    std::vector<std::string> order;  // of the groups: as they come
+    for (const std::string& name : attributes.list()) {
+        const PointAttributes::Group group = attributes.group(name);
+        if (std::find(order.begin(), order.end(), group.name) == order.end()) {
+            order.push_back(group.name);
+        }
+        groups[group.name][group.rank] = name;
+    }
+    JsonText json;
+    json.beginObject();
+    std::string text;
+    for (const std::string& group : order) {
+        std::vector<std::string> names;
+        text += group + "\n";
+        for (const auto& [rank, name] : groups[group]) {
+            names.push_back(name);
+            text += "  " + name + "\n";
+        }
+        json.member(group, names);
+    }
+    json.endObject();
+    print(asJson ? json.text() : text);
+}
+
+}  // namespace
+
+void addAttributesCommand(CLI::App& app, Invocation& invocation) {
+    const auto options = std::make_shared<AttributeOptions>();
+    CLI::App* const command =
+        app.add_subcommand("attributes", "List, add, change and remove point attributes");
+    addDatabaseFile(*command, invocation);
+    command->require_subcommand(0, 1);
+    const auto addAction = [&](const char* name, const char* description, auto work) {
+        CLI::App* const action = command->add_subcommand(name, description);
+        action->callback([work, options, &invocation] {
+            invocation.work = [work, options](Database& database) { work(database, *options); };
+        });
+        return action;
+    };
+    const auto addJson = [&](CLI::App& target) {
+        target.add_flag("--json", options->json, "Write JSON, for programs");
+    };
+    const auto addName = [&](CLI::App& target) {
+        target.add_option("name", options->name, "Name of the attribute")
+            ->type_name("NAME")
+            ->required();
+    };
+    const auto list = [](Database& database, const AttributeOptions& given) {
+        listAttributes(database.cloud().pointAttributes(), given);
+    };
+    addJson(*command);
+    CLI::App* const listing = addAction("list", "List them (the default)", list);
+    listing
+        ->add_option("filter", options->pick,
+                     "Names with * and ? as wildcards, or #TAG (default: all)")
+        ->type_name("FILTER");
+    addJson(*listing);
+    CLI::App* const show = addAction(
+        "show", "Tell all about one", [](Database& database, const AttributeOptions& given) {
+            showAttribute(database.cloud().pointAttributes().get(given.name), given.json);
+        });
+    addName(*show);
+    addJson(*show);
+    CLI::App* const add = addAction("add", "Add some", addAttributes);
+    add->add_option("names", options->names, "Names of default attributes")->type_name("NAME...");
+    add->add_option("--json", options->file, "File with a definition of its own (- for the input)")
+        ->type_name("FILE");
+    add->require_option(1);
+    addAction("put", "Redefine one; its values are converted",
+              [](Database& database, const AttributeOptions& given) {
+                  putAttribute(database, given.file);
+              })
+        ->add_option("--json", options->file, "File with the definition (- for the input)")
+        ->type_name("FILE")
+        ->required();
+    addAction("remove", "Remove some with all values",
+              [](Database& database, const AttributeOptions& given) {
+                  removeAttributes(database, given.names);
+              })
+        ->add_option("names", options->names, "Their names")
+        ->type_name("NAME...")
+        ->required();
+    CLI::App* const duplicate =
+        addAction("duplicate", "Copy one with all values", duplicateAttribute);
+    addName(*duplicate);
+    duplicate->add_option("new", options->newName, "Name of the copy")
+        ->type_name("NEW")
+        ->required();
+    addName(*addAction("discard", "Give all points the default value again",
+                       [](Database& database, const AttributeOptions& given) {
+                           discardValues(database, given.name);
+                       }));
+    addJson(*addAction("group", "List them by the groups in which they are shown",
+                       [](Database& database, const AttributeOptions& given) {
+                           listGroups(database.cloud().pointAttributes(), given.json);
+                       }));
+    command->footer(
+        "\"qrbtool defaults attributes\" lists the default attributes.\n"
+        "\n"
+        "Examples:\n"
+        "  qrbtool attributes scan.qrbx\n"
+        "  qrbtool attributes scan.qrbx add tarvo.selected tarvo.rgba\n"
+        "  qrbtool attributes scan.qrbx show tarvo.class --json > class.json\n"
+        "  qrbtool attributes scan.qrbx put --json class.json");
+    command->callback([command, list, options, &invocation] {
+        if (command->get_subcommands().empty()) {
+            invocation.work = [list, options](Database& database) { list(database, *options); };
+        }
+    });
+}
+
+}  // namespace tarvo::cli

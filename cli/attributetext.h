@@ -1,0 +1,20 @@
+// Point attribute definitions as texts for people.
+#pragma once
+
+#include "qrb/pointattribute.h"
+
+#include <string>
+#include <vector>
+
+namespace tarvo::cli {
+
+// A number in the fewest digits that give it back; whole ones without a point.
+std::string numberText(double value);
+
+// All of a definition, a line per field.
+std::string describeAttribute(const qrb::pointcloud::PointAttribute& attribute);
+
+// A table of definitions.
+std::string attributeTable(const std::vector<qrb::pointcloud::PointAttribute>& attributes);
+
+}  // namespace tarvo::cli

@@ -1,0 +1,65 @@
+#include "cli/commands.h"
+
+#include "version.h"
+
+#include <CLI/CLI.hpp>
+
+namespace tarvo::cli {
+
+namespace {
+
+using AddCommand = void (*)(CLI::App&, Invocation&);
+
+struct CommandEntry {
+    AddCommand add;
+    const char* group;
+    bool withinTransaction;
+};
+
+constexpr const char* makeGroup = "Make databases";
+constexpr const char* lookGroup = "Look at databases";
+constexpr const char* pointsGroup = "Points";
+constexpr const char* contentsGroup = "What goes with the points";
+constexpr const char* historyGroup = "History and upkeep";
+
+constexpr CommandEntry entries[] = {
+    {addSampleCommand, makeGroup, false},          {addImportCommand, makeGroup, false},
+    {addSchemaCommand, makeGroup, false},          {addInfoCommand, lookGroup, true},
+    {addInspectCommand, lookGroup, true},          {addValidateCommand, lookGroup, true},
+    {addDefaultsCommand, lookGroup, false},        {addSelectCommand, pointsGroup, true},
+    {addUpdateCommand, pointsGroup, true},         {addRemoveCommand, pointsGroup, true},
+    {addMetaDataCommand, contentsGroup, true},     {addAttributesCommand, contentsGroup, true},
+    {addIndexCommand, contentsGroup, true},        {addLodCommand, contentsGroup, true},
+    {addTransactionsCommand, historyGroup, false}, {addChangelogCommand, historyGroup, true},
+    {addFinalizeCommand, historyGroup, false},     {addVacuumCommand, historyGroup, false},
+};
+
+}  // namespace
+
+std::string agentText() {
+    return "qrbtool " QRB_VERSION;
+}
+
+void addDatabaseFile(CLI::App& command, Invocation& invocation) {
+    if (!invocation.onOpenDatabase) {
+        command.add_option("file", invocation.file, "The database")->type_name("FILE")->required();
+    }
+}
+
+void addCommands(CLI::App& app, Invocation& invocation) {
+    for (const CommandEntry& entry : entries) {
+        const std::size_t before = app.get_subcommands({}).size();
+        entry.add(app, invocation);
+        app.get_subcommands({}).at(before)->group(entry.group);
+    }
+}
+
+void addCommandsWithinTransaction(CLI::App& app, Invocation& invocation) {
+    for (const CommandEntry& entry : entries) {
+        if (entry.withinTransaction) {
+            entry.add(app, invocation);
+        }
+    }
+}
+
+}  // namespace tarvo::cli

@@ -1,0 +1,41 @@
+// The open database that a command works on, and the transaction that its changes are part of.
+#pragma once
+
+#include "qrb/pointcloud.h"
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+namespace tarvo::cli {
+
+// What a transaction is recorded with.
+struct Change {
+    std::string title;
+    std::string comments = {};
+    std::string settings = {};  // JSON text
+    qrb::pointcloud::Signature signature = {};
+};
+
+class Database {
+public:
+    // Opens the file. Throws Error.
+    Database(const qrb::Context& context, const std::string& fileName);
+
+    const qrb::Pointcloud& cloud() const { return m_cloud; }
+    const std::string& fileName() const { return m_fileName; }
+    // Bytes of the file on disk.
+    std::uint64_t fileSize() const;
+
+    // Runs work within a transaction that is committed after it and rolled back when work throws.
+    // A change that is made by the work of another one becomes a part of that.
+    void change(const Change& change, const std::function<void()>& work);
+    bool isChanging() const { return m_changing; }
+
+private:
+    std::string m_fileName;
+    qrb::Pointcloud m_cloud;
+    bool m_changing = false;
+};
+
+}  // namespace tarvo::cli

@@ -1,0 +1,121 @@
+// qrbtool defaults: the catalogue of default attributes and metadata items.
+
+#include "cli/attributetext.h"
+#include "cli/commands.h"
+#include "cli/errors.h"
+#include "cli/json.h"
+#include "cli/output.h"
+#include "cli/table/fit.h"
+#include "cli/texttable.h"
+#include "qrb/defaults/catalogue.h"
+
+#include <CLI/CLI.hpp>
+
+#include <memory>
+
+namespace tarvo::cli {
+
+namespace {
+
+struct DefaultsOptions {
+    bool json = false;
+    std::string name;  // empty: all
+};
+
+void listDefaultAttributes(bool asJson) {
+    if (asJson) {
+        JsonText json;
+        json.beginArray();
+        for (const auto& entry : qrb::defaults::attributes()) {
+            json.raw(fromCatalogue(entry).toJson());
+        }
+        json.endArray();
+        print(json.text());
+        return;
+    }
+    std::vector<PointAttribute> definitions;
+    for (const auto& entry : qrb::defaults::attributes()) {
+        definitions.push_back(fromCatalogue(entry));
+    }
+    print(attributeTable(definitions));
+}
+
+void showDefaultAttributes(const DefaultsOptions& options) {
+    if (options.name.empty()) {
+        listDefaultAttributes(options.json);
+        return;
+    }
+    const auto* const entry = qrb::defaults::findAttribute(options.name);
+    if (entry == nullptr) {
+        throw Failure("\"" + options.name + "\" is not a default attribute.",
+                      "\"qrbtool defaults attributes\" lists them.");
+    }
+    const PointAttribute definition = fromCatalogue(*entry);
+    print(options.json ? definition.toJson() + "\n"
+                       : describeAttribute(definition) + labelled("Group", entry->group));
+}
+
+void putItem(JsonText& json, const qrb::defaults::MetaDataEntry& entry) {
+    json.beginObject();
+    json.member("name", entry.name);
+    json.member("title", entry.title);
+    json.member("description", entry.description);
+    json.key("schema");
+    json.raw(entry.schema);
+    json.key("example");
+    json.raw(entry.example);
+    json.endObject();
+}
+
+void showDefaultMetaData(const DefaultsOptions& options) {
+    JsonText json;
+    if (!options.name.empty()) {
+        const auto* const entry = qrb::defaults::findMetaData(options.name);
+        if (entry == nullptr) {
+            throw Failure("\"" + options.name + "\" is not a default metadata item.",
+                          "\"qrbtool defaults metadata\" lists them.");
+        }
+        putItem(json, *entry);
+        print(options.json ? json.text()
+                           : labelled("Name", entry->name) + labelled("Title", entry->title) +
+                                 labelled("Description", entry->description) +
+                                 labelled("Schema", indentedJson(entry->schema)) +
+                                 labelled("Example", indentedJson(entry->example)));
+        return;
+    }
+    TextTable table({{"Name"}, {"Title"}});
+    json.beginArray();
+    for (const auto& entry : qrb::defaults::metaData()) {
+        putItem(json, entry);
+        table.add({entry.name, entry.title});
+    }
+    json.endArray();
+    print(options.json ? json.text() : table.text());
+}
+
+}  // namespace
+
+void addDefaultsCommand(CLI::App& app, Invocation& invocation) {
+    const auto options = std::make_shared<DefaultsOptions>();
+    CLI::App* const command =
+        app.add_subcommand("defaults", "Show the default attributes and metadata items");
+    command->require_subcommand(1);
+    const auto addTable = [&](const char* name, const char* description, auto show) {
+        CLI::App* const table = command->add_subcommand(name, description);
+        table->add_option("name", options->name, "One of them (default: list all)")
+            ->type_name("NAME");
+        table->add_flag("--json", options->json, "Write JSON, for programs");
+        table->callback([show, options, &invocation] {
+            invocation.run = [show, options](const qrb::Context&) { show(*options); };
+        });
+    };
+    addTable("attributes", "The default point attributes", showDefaultAttributes);
+    addTable("metadata", "The default metadata items, their JSON schemas and examples",
+             showDefaultMetaData);
+    command->footer(
+        "Examples:\n"
+        "  qrbtool defaults attributes\n"
+        "  qrbtool defaults metadata tarvo.geo_tag");
+}
+
+}  // namespace tarvo::cli

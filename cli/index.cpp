@@ -1,0 +1,87 @@
+// qrbtool index: the point index of a database.
+
+#include "cli/commands.h"
+#include "cli/database.h"
+#include "cli/indextext.h"
+#include "cli/nodestatistics.h"
+#include "cli/output.h"
+
+#include <CLI/CLI.hpp>
+
+#include <limits>
+#include <memory>
+
+namespace tarvo::cli {
+
+namespace {
+
+struct IndexOptions {
+    std::string filter;
+    bool levels = false;
+    std::uint32_t depth = std::numeric_limits<std::uint32_t>::max();
+    std::uint32_t node = 0;
+    bool hasNode = false;
+    std::vector<std::string> attributes;
+    bool json = false;
+};
+
+void runIndex(const Database& database, const IndexOptions& options) {
+    if (options.hasNode) {
+        print(nodeStatistics(database.cloud(), options.node, options.attributes, options.json));
+        return;
+    }
+    qrb::pointcloud::IndexNode root;
+    database.cloud().stat().index(root, options.filter);
+    if (options.levels) {
+        print(options.json ? indexLevelsJson(root) : indexLevels(root));
+    } else {
+        print(options.json ? indexTreeJson(root, options.depth) : indexTree(root, options.depth));
+    }
+}
+
+}  // namespace
+
+void addIndexCommand(CLI::App& app, Invocation& invocation) {
+    const auto options = std::make_shared<IndexOptions>();
+    CLI::App* const command =
+        app.add_subcommand("index", "Tell about the nodes of the point index");
+    addDatabaseFile(*command, invocation);
+    CLI::Option* const filter =
+        command
+            ->add_option("-f,--filter", options->filter,
+                         "Only nodes that may hold points which satisfy the expression, or the one "
+                         "that a command finds, such as \"find fullest leaf\"")
+            ->type_name("EXPRESSION");
+    CLI::Option* const levels =
+        command->add_flag("--levels", options->levels, "A line per level in place of the tree");
+    CLI::Option* const depth =
+        command->add_option("--depth", options->depth, "Levels below the root that are written")
+            ->type_name("LEVELS");
+    CLI::Option* const node =
+        command->add_option("--node", options->node, "The values that a node and those below hold")
+            ->type_name("ID");
+    command
+        ->add_option("-a,--attribute", options->attributes, "Attributes to tell of (default: all)")
+        ->type_name("NAMES")
+        ->delimiter(',')
+        ->needs(node);
+    node->excludes(filter)->excludes(levels)->excludes(depth);
+    levels->excludes(depth);
+    command->add_flag("--json", options->json, "Write JSON, for programs");
+    command->footer(
+        "Points: of the node and all below. Own: stored in the node itself; in a node that is no\n"
+        "leaf these stand for the points below, as its level of detail. Revision: the transaction\n"
+        "that last changed the node. Commands that find a node: find largest leaf, find fullest\n"
+        "leaf, find largest node, find fullest node.\n"
+        "\n"
+        "Examples:\n"
+        "  qrbtool index scan.qrbx --levels\n"
+        "  qrbtool index scan.qrbx --filter \"tarvo.class == 6\" --depth 2\n"
+        "  qrbtool index scan.qrbx --node 17 --attribute tarvo.xyz");
+    command->callback([options, node, &invocation] {
+        options->hasNode = node->count() > 0;
+        invocation.work = [options](Database& database) { runIndex(database, *options); };
+    });
+}
+
+}  // namespace tarvo::cli

@@ -1,0 +1,93 @@
+#include "cli/json.h"
+
+#include "cli/table/names.h"
+
+#include <rapidjson/memorystream.h>
+
+#include <cmath>
+
+namespace tarvo::cli {
+
+namespace {
+
+rapidjson::SizeType lengthOf(std::string_view text) {
+    return static_cast<rapidjson::SizeType>(text.size());
+}
+
+template <typename Writer>
+std::string rewritten(std::string_view json) {
+    rapidjson::StringBuffer buffer;
+    ExactWriter<Writer> writer(buffer);
+    rapidjson::MemoryStream stream(json.data(), json.size());
+    rapidjson::Reader reader;
+    return reader.Parse<exactParseFlags>(stream, writer).IsError()
+               ? ""
+               : std::string(buffer.GetString(), buffer.GetSize());
+}
+
+}  // namespace
+
+JsonText::JsonText() : m_writer(m_buffer) {
+    m_writer.SetIndent(' ', 4);
+    m_writer.SetFormatOptions(rapidjson::kFormatSingleLineArray);
+}
+
+void JsonText::key(std::string_view name) {
+    const std::string valid = validUtf8(name);
+    m_writer.Key(valid.data(), lengthOf(valid));
+}
+
+void JsonText::value(std::string_view text) {
+    const std::string valid = validUtf8(text);
+    m_writer.String(valid.data(), lengthOf(valid));
+}
+
+void JsonText::value(double number) {
+    if (std::isfinite(number)) {
+        m_writer.Double(number);
+    } else {
+        m_writer.Null();
+    }
+}
+
+void JsonText::value(const std::vector<std::string>& texts) {
+    beginArray();
+    for (const std::string& text : texts) {
+        value(text);
+    }
+    endArray();
+}
+
+void JsonText::raw(const std::string& json) {
+    m_writer.RawValue(json.data(), json.size(), rapidjson::kObjectType);
+}
+
+void JsonText::numbers(const std::vector<std::string>& texts) {
+    beginArray();
+    for (const std::string& text : texts) {
+        if (text.empty()) {
+            m_writer.Null();
+        } else {
+            m_writer.RawValue(text.data(), text.size(), rapidjson::kNumberType);
+        }
+    }
+    endArray();
+}
+
+std::string JsonText::text() const {
+    return std::string(m_buffer.GetString(), m_buffer.GetSize()) + "\n";
+}
+
+std::string JsonText::compact() const {
+    return compactJson({m_buffer.GetString(), m_buffer.GetSize()});
+}
+
+std::string indentedJson(std::string_view json) {
+    return rewritten<rapidjson::PrettyWriter<rapidjson::StringBuffer>>(json);
+}
+
+std::string compactJson(std::string_view json) {
+    return rewritten<rapidjson::Writer<rapidjson::StringBuffer>>(json);
+}
+
+}  // namespace tarvo::cli

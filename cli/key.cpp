@@ -1,0 +1,67 @@
+#include "cli/key.h"
+
+#include "cli/errors.h"
+#include "cli/textfile.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+
+namespace tarvo::cli {
+
+namespace {
+
+int hexadecimalValue(char c) {
+    if (c >= '0' && c <= '9') {
+        return c - '0';
+    }
+    const char lower = static_cast<char>(c | 0x20);
+    return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
+}
+
+}  // namespace
+
+std::vector<std::uint8_t> decodeHexadecimal(std::string_view text) {
+    std::vector<std::uint8_t> bytes;
+    bool low = true;
+    for (auto c = text.rbegin(); c != text.rend(); ++c) {
+        const int value = hexadecimalValue(*c);
+        if (value < 0) {
+            continue;
+        }
+        if (low) {
+            bytes.push_back(static_cast<std::uint8_t>(value));
+        } else {
+            bytes.back() = static_cast<std::uint8_t>(bytes.back() | value << 4);
+        }
+        low = !low;
+    }
+    std::reverse(bytes.begin(), bytes.end());
+    return bytes;
+}
+
+void KeyOptions::add(CLI::App& command, bool required) {
+    CLI::Option_group* const group = command.add_option_group("Key");
+    group->add_option("--key", m_text, "Key of the signature, pairs of hexadecimal digits")
+        ->type_name("HEX");
+    group
+        ->add_option("--key-file", m_file,
+                     "File with such a key, which keeps it out of the list of processes")
+        ->type_name("FILE");
+    group->require_option(required ? 1 : 0, 1);
+}
+
+std::vector<std::uint8_t> KeyOptions::bytes() const {
+    std::vector<std::uint8_t> key =
+        decodeHexadecimal(m_file.empty() ? m_text : readTextFile(m_file));
+    if (key.empty()) {
+        throw UsageError("The key is empty.", "It is written as pairs of hexadecimal digits.");
+    }
+    return key;
+}
+
+qrb::pointcloud::Signature KeyOptions::signature() const {
+    return isGiven() ? qrb::pointcloud::Signature{method, bytes()} : qrb::pointcloud::Signature{};
+}
+
+}  // namespace tarvo::cli

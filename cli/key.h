@@ -1,0 +1,41 @@
+// Keys of signatures on the command line. They are never written anywhere.
+#pragma once
+
+#include "qrb/transactions.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace CLI {
+class App;
+}
+
+namespace tarvo::cli {
+
+// The bytes that pairs of hexadecimal digits stand for, paired from the end; other characters are
+// skipped, so that blanks, line breaks and hyphens may stand anywhere.
+std::vector<std::uint8_t> decodeHexadecimal(std::string_view text);
+
+// The options --key and --key-file of a command.
+class KeyOptions {
+public:
+    // The object must outlive the command.
+    void add(CLI::App& command, bool required);
+
+    bool isGiven() const { return !m_text.empty() || !m_file.empty(); }
+    // Throws UsageError for a key of no bytes, Failure for a file that can't be read.
+    std::vector<std::uint8_t> bytes() const;
+    // To commit with: signed if a key is given.
+    qrb::pointcloud::Signature signature() const;
+
+    // How transactions are signed with a key.
+    static constexpr std::uint32_t method = 1;
+
+private:
+    std::string m_text;
+    std::string m_file;
+};
+
+}  // namespace tarvo::cli

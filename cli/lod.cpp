@@ -1,0 +1,118 @@
+// qrbtool lod: the level of detail of a database.
+
+#include "cli/commands.h"
+#include "cli/database.h"
+#include "cli/errors.h"
+#include "cli/json.h"
+#include "cli/output.h"
+#include "cli/texttable.h"
+
+#include <CLI/CLI.hpp>
+
+#include <memory>
+#include <optional>
+
+namespace tarvo::cli {
+
+namespace {
+
+enum LodMode : std::uint32_t { thinout = 1, combine = 2 };
+
+struct LodOptions {
+    bool json = false;
+    std::string mode;  // empty: as it is
+    std::optional<std::uint32_t> size;
+};
+
+std::string modeName(std::uint32_t mode) {
+    return mode == thinout ? "thinout" : mode == combine ? "combine" : std::to_string(mode);
+}
+
+void showLod(const Database& database, const LodOptions& options) {
+    const auto& management = database.cloud().management();
+    const std::uint32_t mode = management.getLodMode();
+    const std::uint32_t size = management.getChunkSizeLOD();
+    if (options.json) {
+        JsonText json;
+        json.beginObject();
+        json.member("mode", modeName(mode));
+        json.member("size", size);
+        json.endObject();
+        print(json.text());
+        return;
+    }
+    print(labelled("Mode", modeName(mode)) +
+          labelled("Size", size == 0         ? "0 (off)"
+                           : mode == thinout ? std::to_string(size) + " % of the points"
+                                             : std::to_string(size)));
+}
+
+void changeLod(Database& database, std::uint32_t mode, std::uint32_t size) {
+    const std::string modeText = std::to_string(mode);
+    const std::string sizeText = std::to_string(size);
+    database.change({"Update LOD", "LOD mode: " + modeText + "\nLOD size: " + sizeText,
+                     "{\"lodMode\":" + modeText + ",\"chunkSizeLOD\":" + sizeText + "}"},
+                    [&] {
+                        auto& management = database.cloud().management();
+                        management.setLodMode(mode);
+                        management.setChunkSizeLOD(size);
+                    });
+}
+
+void setLod(Database& database, const LodOptions& options) {
+    const auto& management = database.cloud().management();
+    const std::uint32_t mode = options.mode.empty()        ? management.getLodMode()
+                               : options.mode == "combine" ? combine
+                                                           : thinout;
+    changeLod(database, mode, options.size.value_or(management.getChunkSizeLOD()));
+    showLod(database, options);
+}
+
+void turnLodOff(Database& database, const LodOptions& options) {
+    changeLod(database, database.cloud().management().getLodMode(), 0);
+    showLod(database, options);
+}
+
+}  // namespace
+
+void addLodCommand(CLI::App& app, Invocation& invocation) {
+    const auto options = std::make_shared<LodOptions>();
+    CLI::App* const command =
+        app.add_subcommand("lod", "Show, build and remove the level of detail");
+    addDatabaseFile(*command, invocation);
+    command->require_subcommand(0, 1);
+    const auto addAction = [&](const char* name, const char* description, auto work) {
+        CLI::App* const action = command->add_subcommand(name, description);
+        action->callback([work, options, &invocation] {
+            invocation.work = [work, options](Database& database) { work(database, *options); };
+        });
+        return action;
+    };
+    command->add_flag("--json", options->json, "Write JSON, for programs");
+    addAction("show", "Tell the settings (the default)", showLod)
+        ->add_flag("--json", options->json, "Write JSON, for programs");
+    CLI::App* const set = addAction("set", "Change the settings and build anew", setLod);
+    set->add_option("--mode", options->mode, "How points are chosen")
+        ->check(CLI::IsMember({"thinout", "combine"}));
+    set->add_option("--size", options->size,
+                    "thinout: per cent of the points; combine: 1 to 16, up to 2^(n size) points "
+                    "per node of an index with n dimensions; 0: none")
+        ->type_name("SIZE");
+    set->require_option(1, 2);
+    addAction("off", "Remove the level of detail", turnLodOff);
+    command->footer(
+        "Nodes of the index that are no leaves hold some of the points below them, so that a\n"
+        "viewer need not read all points to show all of the cloud.\n"
+        "\n"
+        "Examples:\n"
+        "  qrbtool lod scan.qrbx\n"
+        "  qrbtool lod scan.qrbx set --mode thinout --size 20\n"
+        "  qrbtool lod scan.qrbx off");
+    command->callback([command, options, &invocation] {
+        if (command->get_subcommands().empty()) {
+            invocation.work = [options](Database& database) { showLod(database, *options); };
+        }
+    });
+}
+
+}  // namespace tarvo::cli

@@ -1,0 +1,82 @@
+#include "cli/metadatasignature.h"
+
+#include "cli/commands.h"
+#include "cli/database.h"
+#include "cli/errors.h"
+#include "cli/key.h"
+#include "cli/output.h"
+
+#include <CLI/CLI.hpp>
+
+#include <memory>
+
+namespace tarvo::cli {
+
+namespace {
+
+struct SignatureOptions {
+    std::string name;
+    KeyOptions key;
+    bool overwrite = false;
+};
+
+void signItem(Database& database, const SignatureOptions& options) {
+    auto& metaData = database.cloud().metaData();
+    const std::vector<std::uint8_t> key = options.key.bytes();
+    database.change({"Sign metadata item " + options.name}, [&] {
+        if (!options.overwrite && metaData.verifySignature(options.name, 0, {})) {
+            throw Failure("The item is already signed.",
+                          "Give --overwrite to replace its signature.");
+        }
+        metaData.createSignature(options.name, KeyOptions::method, key);
+    });
+    print("Signature successfully created.\n");
+}
+
+void unsignItem(Database& database, const std::string& name) {
+    auto& metaData = database.cloud().metaData();
+    database.change({"Remove the signature of metadata item " + name}, [&] {
+        if (!metaData.verifySignature(name, 0, {})) {
+            throw Failure("The item is not signed.");
+        }
+        metaData.createSignature(name, 0, {});
+    });
+    print("Signature successfully deleted.\n");
+}
+
+void verifyItem(const Database& database, const SignatureOptions& options) {
+    const bool valid = database.cloud().metaData().verifySignature(options.name, KeyOptions::method,
+                                                                   options.key.bytes());
+    print(valid ? "Signature successfully verified.\n"
+                : "No valid signature found or wrong key given.\n");
+    if (!valid) {
+        throw NegativeAnswer();
+    }
+}
+
+}  // namespace
+
+void addMetaDataSignatureCommands(CLI::App& command, Invocation& invocation) {
+    const auto options = std::make_shared<SignatureOptions>();
+    const auto addSubcommand = [&](const char* name, const char* description, auto work) {
+        CLI::App* const action = command.add_subcommand(name, description);
+        action->add_option("name", options->name, "Name of the item")
+            ->type_name("NAME")
+            ->required();
+        action->callback([work, options, &invocation] {
+            invocation.work = [work, options](Database& database) { work(database, *options); };
+        });
+        return action;
+    };
+    CLI::App* const sign = addSubcommand("sign", "Sign an item", signItem);
+    options->key.add(*sign, true);
+    sign->add_flag("--overwrite", options->overwrite, "Replace an existing signature");
+    addSubcommand("unsign", "Remove the signature of an item",
+                  [](Database& database, const SignatureOptions& given) {
+                      unsignItem(database, given.name);
+                  });
+    options->key.add(
+        *addSubcommand("verify", "Tell whether an item's signature is valid", verifyItem), true);
+}
+
+}  // namespace tarvo::cli

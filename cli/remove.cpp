@@ -1,0 +1,155 @@
+// qrbtool remove: removes points.
+
+#include "cli/commands.h"
+#include "cli/errors.h"
+#include "cli/idlist.h"
+#include "cli/json.h"
+#include "cli/pointchanges.h"
+#include "cli/terminal.h"
+#include "cli/textfile.h"
+
+#include <CLI/CLI.hpp>
+
+#include <memory>
+
+namespace tarvo::cli {
+
+namespace {
+
+using qrb::pointcloud::DataType;
+
+struct RemoveOptions {
+    std::string filter;
+    std::string ids;
+    bool all = false;
+    bool json = false;
+};
+
+struct RemoveResult {
+    std::uint64_t removed = 0;
+    std::uint64_t missing = 0;
+};
+
+std::string removeSettings(const RemoveOptions& options) {
+    JsonText json;
+    json.beginObject();
+    json.member("command", "remove");
+    if (!options.filter.empty()) {
+        json.member("filter", options.filter);
+    } else {
+        json.member("ids", options.ids.empty() ? "all" : options.ids);
+    }
+    json.endObject();
+    return json.compact();
+}
+
+// Ids of points are read and the points removed by turns, each time from the begin of those that
+// are left, so that memory does not grow with their number.
+RemoveResult removeBySelection(const Database& database, const std::string& filter) {
+    constexpr std::uint32_t batch = 1 << 22;
+    const qrb::Pointcloud& cloud = database.cloud();
+    const std::string idName = cloud.pointAttributes().pointIdName();
+    ProgressLine progress("Removing from " + database.fileName());
+    RemoveResult result;
+    std::vector<std::uint64_t> ids(changeBatch);
+    while (true) {
+        auto selection = cloud.select(filter);
+        std::vector<std::uint64_t> selected;
+        selection.bind(idName, DataType::UINT64, ids.data(), 8);
+        while (selected.size() < batch) {
+            const std::uint32_t count = selection.next(changeBatch);
+            if (count == 0) {
+                break;
+            }
+            selected.insert(selected.end(), ids.begin(), ids.begin() + count);
+            progress.update(selection.progress() / 100.0);
+        }
+        selection.close();
+        if (selected.empty()) {
+            return result;
+        }
+        auto removal = cloud.remove();
+        removal.bind(DataType::UINT64, selected.data(), 8);
+        const std::uint32_t removed = removal.next(static_cast<std::uint32_t>(selected.size()));
+        removal.close();
+        if (removed != selected.size()) {
+            throw Failure("The database removed fewer points than it was given.");
+        }
+        result.removed += removed;
+    }
+}
+
+// The largest id of a point; 0 without points.
+std::uint64_t largestId(const qrb::Pointcloud& cloud) {
+    qrb::pointcloud::IndexNode root;
+    cloud.stat().index(root);
+    std::uint64_t largest = 0;
+    if (root.pointCountTotal > 0) {
+        cloud.stat().maximum(root.id, cloud.pointAttributes().pointIdName(), DataType::UINT64,
+                             &largest, false);
+    }
+    return largest;
+}
+
+RemoveResult removeByIds(const Database& database, const std::string& text) {
+    const qrb::Pointcloud& cloud = database.cloud();
+    IdList list(text);
+    const std::uint64_t named = list.count();
+    list.limit(largestId(cloud));
+    const std::uint64_t possible = list.count();
+    ProgressLine progress("Removing from " + database.fileName());
+    RemoveResult result;
+    std::vector<std::uint64_t> ids(changeBatch);
+    auto removal = cloud.remove();
+    removal.bind(DataType::UINT64, ids.data(), 8);
+    std::uint64_t done = 0;
+    for (list.next(ids, changeBatch); !ids.empty(); list.next(ids, changeBatch)) {
+        done += ids.size();
+        result.removed += removal.next(static_cast<std::uint32_t>(ids.size()));
+        progress.update(static_cast<double>(done) / static_cast<double>(possible));
+    }
+    removal.close();
+    result.missing = named - result.removed;
+    return result;
+}
+
+void runRemove(Database& database, const RemoveOptions& options) {
+    RemoveResult result;
+    const std::string ids = textOfArgument(options.ids);
+    database.change({"Remove points", "", removeSettings(options)}, [&] {
+        result =
+            ids.empty() ? removeBySelection(database, options.filter) : removeByIds(database, ids);
+    });
+    printChanged(result.removed, result.missing, "removed", options.json);
+}
+
+}  // namespace
+
+void addRemoveCommand(CLI::App& app, Invocation& invocation) {
+    const auto options = std::make_shared<RemoveOptions>();
+    CLI::App* const command = app.add_subcommand("remove", "Remove points");
+    addDatabaseFile(*command, invocation);
+    CLI::Option_group* const which = command->add_option_group("Which points");
+    which->add_option("-f,--filter", options->filter, "Expression that the points satisfy")
+        ->type_name("EXPRESSION");
+    which
+        ->add_option("--ids", options->ids,
+                     "Their ids, for example \"1,3-5\", @FILE or - for the standard input")
+        ->type_name("LIST");
+    which->add_flag("--all", options->all, "All points");
+    which->require_option(1);
+    command->add_flag("--json", options->json, "Write the numbers as JSON");
+    command->footer(
+        "Examples:\n"
+        "  qrbtool remove scan.qrbx --filter \"tarvo.class == 7\"\n"
+        "  qrbtool remove scan.qrbx --ids 1,3-5");
+    command->callback([options, &invocation] {
+        if (!options->all && options->filter.find_first_not_of(" \t\r\n") == std::string::npos &&
+            options->ids.empty()) {
+            throw UsageError("The expression is empty.", "Give --all to remove all points.");
+        }
+        invocation.work = [options](Database& database) { runRemove(database, *options); };
+    });
+}
+
+}  // namespace tarvo::cli

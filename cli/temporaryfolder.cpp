@@ -1,0 +1,47 @@
+#include "cli/temporaryfolder.h"
+
+#include "cli/errors.h"
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <random>
+#include <system_error>
+
+#if !defined(_WIN32)
+#include <stdlib.h>
+#endif
+
+namespace tarvo::cli {
+
+namespace fs = std::filesystem;
+
+TemporaryFolder::TemporaryFolder() {
+    std::error_code error;
+    const fs::path parent = fs::temp_directory_path(error);
+#if defined(_WIN32)
+    m_path = (parent / ("qrbtool-" + std::to_string(std::random_device()()))).string();
+    const bool made = fs::create_directory(m_path, error);
+    const std::string why = error.message();
+#else
+    // Other users can neither guess its name nor look into it.
+    m_path = (parent / "qrbtool-XXXXXX").string();
+    const bool made = mkdtemp(m_path.data()) != nullptr;
+    const std::string why = std::strerror(errno);
+#endif
+    if (!made) {
+        throw Failure("Failed to make a temporary folder in \"" + parent.string() + "\": " + why +
+                      ".");
+    }
+}
+
+TemporaryFolder::~TemporaryFolder() {
+    std::error_code error;
+    fs::remove_all(m_path, error);
+}
+
+std::string TemporaryFolder::file(const std::string& name) const {
+    return (fs::path(m_path) / name).string();
+}
+
+}  // namespace tarvo::cli

@@ -1,0 +1,137 @@
+// qrbtool transactions run: several commands as one transaction.
+
+#include "cli/commands.h"
+#include "cli/database.h"
+#include "cli/errors.h"
+#include "cli/json.h"
+#include "cli/key.h"
+#include "cli/output.h"
+#include "cli/terminal.h"
+#include "cli/transactions.h"
+#include "cli/words.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <memory>
+
+namespace tarvo::cli {
+
+namespace {
+
+struct RunOptions {
+    std::vector<std::string> words;  // the file, unless it stands before "run", then the commands
+    std::string title;
+    std::string comment;
+    KeyOptions key;
+};
+
+// One command of the transaction, parsed.
+struct Step {
+    std::string line;  // to be told and recorded: without keys
+    Invocation invocation;
+};
+
+// Keys must get neither into the file nor onto the screen.
+std::string withoutKeys(std::vector<std::string> words) {
+    std::string line;
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        if (words[i].rfind("--key=", 0) == 0) {
+            words[i] = "--key=***";
+        } else if (i > 0 && words[i - 1] == "--key") {
+            words[i] = "***";
+        }
+        const bool plain = words[i].find_first_of(" \t\r\n'\"\\") == std::string::npos;
+        line +=
+            (i == 0 ? "" : " ") + (plain && !words[i].empty() ? words[i] : "'" + words[i] + "'");
+    }
+    return line;
+}
+
+std::unique_ptr<Step> parseStep(const std::string& text) {
+    std::vector<std::string> words = splitWords(text);
+    auto step = std::make_unique<Step>();
+    step->line = withoutKeys(words);
+    step->invocation.onOpenDatabase = true;
+    CLI::App app("", "qrbtool");
+    app.set_help_flag();
+    app.require_subcommand(1);
+    app.fallthrough();
+    addCommandsWithinTransaction(app, step->invocation);
+    try {
+        std::reverse(words.begin(), words.end());
+        app.parse(std::move(words));
+    } catch (const CLI::ParseError& error) {
+        std::string names;
+        for (const CLI::App* const command : app.get_subcommands({})) {
+            names += (names.empty() ? "" : ", ") + command->get_name();
+        }
+        throw UsageError("The command \"" + step->line + "\" can't be understood: " + error.what(),
+                         "It is a command without the name of the database, one of " + names + ".");
+    }
+    return step;
+}
+
+void runSteps(Database& database, const RunOptions& options,
+              const std::vector<std::unique_ptr<Step>>& steps) {
+    JsonText settings;
+    settings.beginObject();
+    settings.key("commands");
+    settings.beginArray();
+    for (const auto& step : steps) {
+        settings.value(step->line);
+    }
+    settings.endArray();
+    settings.endObject();
+    database.change(
+        {options.title, options.comment, settings.compact(), options.key.signature()}, [&] {
+            for (const auto& step : steps) {
+                checkInterrupted();
+                try {
+                    step->invocation.work(database);
+                } catch (...) {
+                    std::fprintf(stderr, "qrbtool: Nothing is changed: \"%s\" failed.\n",
+                                 step->line.c_str());
+                    throw;
+                }
+            }
+        });
+    print("Transaction " + std::to_string(database.cloud().transactions().current()) +
+          " is committed.\n");
+}
+
+}  // namespace
+
+void addTransactionRunCommand(CLI::App& command, Invocation& invocation) {
+    const auto options = std::make_shared<RunOptions>();
+    CLI::App* const run =
+        command.add_subcommand("run", "Run commands as one transaction: all of them or none");
+    run->add_option("words", options->words,
+                    "The database, then commands as on the command line of qrbtool, but without "
+                    "the database; each is one argument")
+        ->type_name("FILE \"COMMAND ARGUMENT...\"...")
+        ->required();
+    run->add_option("--title", options->title, "Title of the transaction")
+        ->type_name("TEXT")
+        ->required();
+    run->add_option("--comment", options->comment, "Comments on it")->type_name("TEXT");
+    options->key.add(*run, false);
+    run->callback([options, &invocation] {
+        if (invocation.file.empty()) {
+            invocation.file = options->words.front();
+            options->words.erase(options->words.begin());
+        }
+        if (options->words.empty()) {
+            throw CLI::RequiredError("A command to run");
+        }
+        const auto steps = std::make_shared<std::vector<std::unique_ptr<Step>>>();
+        invocation.work = [options, steps](Database& database) {
+            runSteps(database, *options, *steps);
+        };
+        for (const std::string& text : options->words) {
+            steps->push_back(parseStep(text));
+        }
+    });
+}
+
+}  // namespace tarvo::cli

@@ -1,0 +1,199 @@
+// qrbtool update: gives points that exist other values.
+
+#include "cli/assignment.h"
+#include "cli/commands.h"
+#include "cli/csv/source.h"
+#include "cli/errors.h"
+#include "cli/json.h"
+#include "cli/pointchanges.h"
+#include "cli/terminal.h"
+#include "cli/text.h"
+
+#include <CLI/CLI.hpp>
+
+#include <filesystem>
+#include <memory>
+
+namespace tarvo::cli {
+
+namespace {
+
+struct UpdateOptions {
+    std::vector<std::string> assignments;
+    std::string inverted;
+    std::string table;  // CSV file
+    std::string filter;
+    std::string nodes;
+    bool hasNodes = false;
+    bool json = false;
+};
+
+std::string updateSettings(const UpdateOptions& options) {
+    JsonText json;
+    json.beginObject();
+    json.member("command", "update");
+    if (!options.assignments.empty()) {
+        json.member("set", options.assignments);
+    }
+    if (!options.inverted.empty()) {
+        json.member("invert", options.inverted);
+    }
+    if (!options.table.empty()) {
+        json.member("from", std::filesystem::path(options.table).filename().string());
+    }
+    if (!options.filter.empty()) {
+        json.member("filter", options.filter);
+    }
+    if (options.hasNodes) {
+        json.member("nodes", options.nodes);
+    }
+    json.endObject();
+    return json.compact();
+}
+
+template <typename Query>
+std::uint64_t changeSelection(Query& query, const std::string& fileName) {
+    ProgressLine progress("Changing " + fileName);
+    std::uint64_t total = 0;
+    while (const std::uint32_t count = query.next(changeBatch)) {
+        total += count;
+        progress.update(query.progress() / 100.0);
+    }
+    query.close();
+    return total;
+}
+
+std::uint64_t fillPoints(const Database& database, const UpdateOptions& options) {
+    const qrb::Pointcloud& cloud = database.cloud();
+    std::vector<Assignment> assignments;
+    for (const std::string& text : options.assignments) {
+        assignments.push_back(parseAssignment(cloud, text));
+    }
+    auto query = options.hasNodes ? cloud.fill(parseNodes(options.nodes), options.filter)
+                                  : cloud.fill(options.filter);
+    for (const Assignment& assignment : assignments) {
+        query.bind(assignment.target, assignment.type, assignment.values.data());
+    }
+    return changeSelection(query, database.fileName());
+}
+
+std::uint64_t invertPoints(const Database& database, const UpdateOptions& options) {
+    const qrb::Pointcloud& cloud = database.cloud();
+    auto query = options.hasNodes ? cloud.invert(parseNodes(options.nodes), options.filter)
+                                  : cloud.invert(options.filter);
+    query.attribute(options.inverted);
+    return changeSelection(query, database.fileName());
+}
+
+// The attribute or element of the database that a column of the file means.
+std::string targetOf(const qrb::Pointcloud& cloud, const Column& column) {
+    const auto& attributes = cloud.pointAttributes();
+    // A name that is not one of the usual form is renamed when it is read.
+    const std::string own = column.title.substr(0, column.title.find('['));
+    const std::string& name =
+        attributes.exists(column.attribute) || own.empty() ? column.attribute : own;
+    if (!attributes.exists(name)) {
+        throw Failure("There is no attribute \"" + name + "\" in the database.",
+                      "Take the column out of the file, or add the attribute.");
+    }
+    const bool isWhole = attributes.get(name).length == 1 && column.element == 0;
+    return isWhole ? name : name + "[" + std::to_string(column.element) + "]";
+}
+
+struct TableResult {
+    std::uint64_t changed = 0;
+    std::uint64_t rows = 0;
+};
+
+TableResult updateFromTable(const Database& database, const std::string& fileName) {
+    const qrb::Pointcloud& cloud = database.cloud();
+    const std::string idName = cloud.pointAttributes().pointIdName();
+    csv::CsvSource source(fileName);
+    auto query = cloud.update();
+    bool hasId = false;
+    const std::vector<Column>& columns = source.columns();
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        hasId = hasId || columns[i].attribute == idName;
+        query.bind(targetOf(cloud, columns[i]), columns[i].type, source.values(i),
+                   static_cast<std::int32_t>(dataTypeSize(columns[i].type)));
+    }
+    if (!hasId || columns.size() < 2) {
+        throw Failure(
+            "The file \"" + fileName + "\" needs a column \"" + idName + "\" and one with values.",
+            "\"qrbtool select FILE --format csv\" writes such a file.");
+    }
+    TableResult result;
+    ProgressLine progress("Changing " + database.fileName());
+    while (const std::uint32_t count = source.next()) {
+        result.changed += query.next(count);
+        result.rows += count;
+        progress.update(source.progress());
+    }
+    query.close();
+    return result;
+}
+
+void runUpdate(Database& database, const UpdateOptions& options) {
+    std::uint64_t changed = 0;
+    std::uint64_t missing = 0;
+    database.change({"Update points", "", updateSettings(options)}, [&] {
+        if (!options.table.empty()) {
+            const TableResult result = updateFromTable(database, options.table);
+            changed = result.changed;
+            missing = result.rows - result.changed;
+        } else if (!options.inverted.empty()) {
+            changed = invertPoints(database, options);
+        } else {
+            changed = fillPoints(database, options);
+        }
+    });
+    printChanged(changed, missing, "changed", options.json);
+}
+
+}  // namespace
+
+void addUpdateCommand(CLI::App& app, Invocation& invocation) {
+    const auto options = std::make_shared<UpdateOptions>();
+    CLI::App* const command = app.add_subcommand("update", "Change values of points");
+    addDatabaseFile(*command, invocation);
+    CLI::Option_group* const what = command->add_option_group("What to change");
+    what->add_option("--set", options->assignments,
+                     "Give an attribute a value: NAME=VALUE, NAME[I]=VALUE for one element or "
+                     "NAME=VALUE,VALUE,... for all; may stand several times")
+        ->type_name("NAME=VALUE");
+    what->add_option("--invert", options->inverted,
+                     "Give an attribute with two values the other one")
+        ->type_name("NAME");
+    CLI::Option* const from =
+        what->add_option("--from", options->table,
+                         "CSV file with the values of points, one of whose columns is their id")
+            ->type_name("CSV");
+    what->require_option(1);
+    command
+        ->add_option("-f,--filter", options->filter,
+                     "Expression that the points satisfy (default: all points)")
+        ->type_name("EXPRESSION")
+        ->excludes(from);
+    CLI::Option* const nodes =
+        command
+            ->add_option("--nodes", options->nodes,
+                         "Leaves of the point index whose points are changed, for example "
+                         "\"1,3-5\"")
+            ->type_name("IDS")
+            ->excludes(from);
+    command->add_flag("--json", options->json, "Write the numbers as JSON");
+    command->footer(
+        "What is selected is settled before anything changes.\n"
+        "\n"
+        "Examples:\n"
+        "  qrbtool update scan.qrbx --set tarvo.class=2 --filter \"tarvo.xyz[2] < 1\"\n"
+        "  qrbtool update scan.qrbx --invert tarvo.selected\n"
+        "  qrbtool select scan.qrbx -a tarvo.id,tarvo.class --format csv -o classes.csv\n"
+        "  qrbtool update scan.qrbx --from classes.csv");
+    command->callback([options, nodes, &invocation] {
+        options->hasNodes = nodes->count() > 0 && !options->nodes.empty();
+        invocation.work = [options](Database& database) { runUpdate(database, *options); };
+    });
+}
+
+}  // namespace tarvo::cli
