@@ -14,7 +14,8 @@ class ClaimedIds {
 public:
     ClaimedIds(session::Session& session, const std::vector<std::uint64_t>& ids, bool own) {
         const session::State& state = session.change();
-        const schema::Grid& grid = state.pointId().grid;
+        // A copy: reading the ids that are there may replace the state's attributes.
+        const schema::Grid grid = state.pointId().grid;
         // Ids behind all others, each behind the one before, are free for sure.
         schema::Grid::Wide next = state.nextPointId;
         bool free = true;
