@@ -171,7 +171,7 @@ void addAttributesCommand(CLI::App& app, Invocation& invocation) {
     addName(*show);
     addJson(*show);
     CLI::App* const add = addAction("add", "Add some", addAttributes);
-    add->add_option("names", options->names, "Names of default attributes")->type_name("NAME...");
+    add->add_option("names", options->names, "Names of default attributes")->type_name("NAME");
     add->add_option("--json", options->file, "File with a definition of its own (- for the input)")
         ->type_name("FILE");
     add->require_option(1);
@@ -187,7 +187,7 @@ void addAttributesCommand(CLI::App& app, Invocation& invocation) {
                   removeAttributes(database, given.names);
               })
         ->add_option("names", options->names, "Their names")
-        ->type_name("NAME...")
+        ->type_name("NAME")
         ->required();
     CLI::App* const duplicate =
         addAction("duplicate", "Copy one with all values", duplicateAttribute);

@@ -42,7 +42,8 @@ std::string agentText() {
 
 void addDatabaseFile(CLI::App& command, Invocation& invocation) {
     if (!invocation.onOpenDatabase) {
-        command.add_option("file", invocation.file, "The database")->type_name("FILE")->required();
+        // Not required for the parser, which would take the name of a subcommand for it.
+        command.add_option("file", invocation.file, "The database")->type_name("FILE");
     }
 }
 

@@ -7,7 +7,6 @@
 #include "cli/las/source.h"
 #include "cli/newdatabase.h"
 #include "cli/terminal.h"
-#include "qrb/error.h"
 
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
@@ -15,7 +14,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <cstdio>
 #include <filesystem>
 #include <memory>
 #include <set>
@@ -30,6 +28,7 @@ struct ImportOptions {
     std::vector<std::string> files;  // the last one is the database
     std::string format;              // "las", "csv" or empty
     std::string primary = "tarvo.xyz";
+    bool newIds = false;
     bool overwrite = false;
 };
 
@@ -91,29 +90,17 @@ void addMetaData(qrb::Pointcloud& cloud, const std::vector<std::unique_ptr<Point
     }
 }
 
-// Points bring ids of their own where the library takes them.
-void bindColumn(qrb::pointcloud::QueryInsert& query, const Column& column, bool single,
-                const void* values) {
-    const std::string name =
-        single ? column.attribute : column.attribute + "[" + std::to_string(column.element) + "]";
-    try {
-        query.bind(name, column.type, values, static_cast<std::int32_t>(dataTypeSize(column.type)));
-    } catch (const qrb::Error& error) {
-        if (column.attribute != "tarvo.id" || error.code() != QRB_ERROR_NOT_AVAILABLE) {
-            throw;
-        }
-        std::fputs("qrbtool: The ids of the points are given anew.\n", stderr);
-    }
-}
-
 void insertPoints(qrb::Pointcloud& cloud, PointSource& source, const ImportPlan& plan) {
     auto query = cloud.insert();
     const std::vector<Column>& columns = source.columns();
     for (std::size_t i = 0; i < columns.size(); ++i) {
         if (plan.isWritten(columns[i])) {
-            bindColumn(query, columns[i],
-                       plan.attributes.at(columns[i].attribute).definition.length == 1,
-                       source.values(i));
+            const Column& column = columns[i];
+            const bool single = plan.attributes.at(column.attribute).definition.length == 1;
+            query.bind(single ? column.attribute
+                              : column.attribute + "[" + std::to_string(column.element) + "]",
+                       column.type, source.values(i),
+                       static_cast<std::int32_t>(dataTypeSize(column.type)));
         }
     }
     ProgressLine progress("Importing " + source.fileName());
@@ -138,7 +125,10 @@ void importFiles(const qrb::Context& context, const ImportOptions& options) {
         }
         sources.push_back(openSource(options.files[i], options.format));
     }
-    const ImportPlan plan = planImport(sources, options.primary);
+    ImportPlan plan = planImport(sources, options.primary);
+    if (options.newIds) {
+        plan.leaveOut("tarvo.id");
+    }
 
     qrb::pointcloud::CreateSettings settings(context);
     settings.primaryAttribute = plan.attributes.at(options.primary).definition;
@@ -174,12 +164,15 @@ void addImportCommand(CLI::App& app, Invocation& invocation) {
     command
         ->add_option("--primary", options->primary, "Attribute that the point index is built over")
         ->capture_default_str();
+    command->add_flag("--new-ids", options->newIds,
+                      "Number the points anew, though a column tarvo.id has ids for them");
     command->add_flag("--overwrite", options->overwrite, "Replace an existing database");
     command->footer(
         "LAS 1.0 to 1.4 with point formats 0 to 10 and extra bytes. What means the same as a\n"
         "default attribute gets its name (tarvo.xyz, tarvo.intensity, tarvo.class, ...), the rest\n"
         "is called las.NAME; no value is rounded. Texts begin with a line that names the columns\n"
-        "x, y, z and others, separated by commas, semicolons or tabs.\n"
+        "x, y, z and others, separated by commas, semicolons or tabs. Points keep the ids of a\n"
+        "column tarvo.id.\n"
         "The database appears when it is complete; a failure leaves none.\n"
         "\n"
         "Examples:\n"

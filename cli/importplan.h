@@ -21,6 +21,10 @@ struct ImportPlan {
     std::map<std::string, Attribute> attributes;
     std::uint64_t pointCount = 0;
 
+    void leaveOut(const std::string& name) {
+        std::erase(order, name);
+        attributes.erase(name);
+    }
     bool isWritten(const Column& column) const {
         const auto found = attributes.find(column.attribute);
         return found != attributes.end() && !found->second.constant;

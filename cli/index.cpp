@@ -64,6 +64,7 @@ void addIndexCommand(CLI::App& app, Invocation& invocation) {
         ->add_option("-a,--attribute", options->attributes, "Attributes to tell of (default: all)")
         ->type_name("NAMES")
         ->delimiter(',')
+        ->allow_extra_args(false)
         ->needs(node);
     node->excludes(filter)->excludes(levels)->excludes(depth);
     levels->excludes(depth);

@@ -29,7 +29,6 @@ std::string rewritten(std::string_view json) {
 
 JsonText::JsonText() : m_writer(m_buffer) {
     m_writer.SetIndent(' ', 4);
-    m_writer.SetFormatOptions(rapidjson::kFormatSingleLineArray);
 }
 
 void JsonText::key(std::string_view name) {
@@ -51,11 +50,13 @@ void JsonText::value(double number) {
 }
 
 void JsonText::value(const std::vector<std::string>& texts) {
+    m_writer.SetFormatOptions(rapidjson::kFormatSingleLineArray);
     beginArray();
     for (const std::string& text : texts) {
         value(text);
     }
     endArray();
+    m_writer.SetFormatOptions(rapidjson::kFormatDefault);
 }
 
 void JsonText::raw(const std::string& json) {
@@ -63,6 +64,7 @@ void JsonText::raw(const std::string& json) {
 }
 
 void JsonText::numbers(const std::vector<std::string>& texts) {
+    m_writer.SetFormatOptions(rapidjson::kFormatSingleLineArray);
     beginArray();
     for (const std::string& text : texts) {
         if (text.empty()) {
@@ -72,6 +74,7 @@ void JsonText::numbers(const std::vector<std::string>& texts) {
         }
     }
     endArray();
+    m_writer.SetFormatOptions(rapidjson::kFormatDefault);
 }
 
 std::string JsonText::text() const {

@@ -42,12 +42,15 @@ std::vector<std::uint8_t> decodeHexadecimal(std::string_view text) {
 
 void KeyOptions::add(CLI::App& command, bool required) {
     CLI::Option_group* const group = command.add_option_group("Key");
+    const auto given = [this](const std::string&) { m_isGiven = true; };
     group->add_option("--key", m_text, "Key of the signature, pairs of hexadecimal digits")
-        ->type_name("HEX");
+        ->type_name("HEX")
+        ->each(given);
     group
         ->add_option("--key-file", m_file,
                      "File with such a key, which keeps it out of the list of processes")
-        ->type_name("FILE");
+        ->type_name("FILE")
+        ->each(given);
     group->require_option(required ? 1 : 0, 1);
 }
 
@@ -61,7 +64,7 @@ std::vector<std::uint8_t> KeyOptions::bytes() const {
 }
 
 qrb::pointcloud::Signature KeyOptions::signature() const {
-    return isGiven() ? qrb::pointcloud::Signature{method, bytes()} : qrb::pointcloud::Signature{};
+    return m_isGiven ? qrb::pointcloud::Signature{method, bytes()} : qrb::pointcloud::Signature{};
 }
 
 }  // namespace tarvo::cli

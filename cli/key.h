@@ -24,16 +24,16 @@ public:
     // The object must outlive the command.
     void add(CLI::App& command, bool required);
 
-    bool isGiven() const { return !m_text.empty() || !m_file.empty(); }
     // Throws UsageError for a key of no bytes, Failure for a file that can't be read.
     std::vector<std::uint8_t> bytes() const;
-    // To commit with: signed if a key is given.
+    // To commit with: signed if a key is given. Throws as bytes().
     qrb::pointcloud::Signature signature() const;
 
     // How transactions are signed with a key.
     static constexpr std::uint32_t method = 1;
 
 private:
+    bool m_isGiven = false;  // be it empty
     std::string m_text;
     std::string m_file;
 };

@@ -12,7 +12,7 @@
 
 #include <csignal>
 #include <cstdio>
-#include <cstring>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -69,15 +69,36 @@ int runGuarded(const std::string& library, const Invocation& invocation) {
     return failed;
 }
 
+// Shows the name of the database where it stands: "qrbtool metadata FILE get [OPTIONS] name".
+class UsageFormatter : public CLI::Formatter {
+public:
+    std::string make_option_usage(const CLI::Option* option) const override {
+        return option->get_name() == "file" ? "FILE" : CLI::Formatter::make_option_usage(option);
+    }
+    std::string make_usage(const CLI::App* app, std::string name) const override {
+        const CLI::App* const parent = app->get_parent();
+        if (parent != nullptr && parent->get_option_no_throw("file") != nullptr &&
+            app->get_option_no_throw("file") == nullptr) {
+            const std::size_t last = name.rfind(' ');
+            name.insert(last == std::string::npos ? 0 : last, " FILE");
+        }
+        return CLI::Formatter::make_usage(app, name);
+    }
+};
+
 int run(int argc, char** argv) {
     CLI::App app("Makes, describes, reads and changes point-cloud database files.", "qrbtool");
     app.set_version_flag("--version", agentText());
     app.require_subcommand(1);
     app.fallthrough();
+    app.formatter(std::make_shared<UsageFormatter>());
     app.get_formatter()->column_width(30);
     std::string library;
     app.add_option("--library", library, "Database library to work with (default: qrblib)")
         ->type_name("FILE");
+    Invocation invocation;
+    addCommands(app, invocation);
+    // Now, so that the commands don't take it over.
     app.footer(
         "Examples:\n"
         "  qrbtool sample -n 1000000 scan.qrbx\n"
@@ -91,10 +112,11 @@ int run(int argc, char** argv) {
         "or\n"
         "the answer \"no\" (a file that does not agree with its schema, a signature that is not\n"
         "valid), and 2 for a wrong command line.");
-    Invocation invocation;
-    addCommands(app, invocation);
     try {
         app.parse(argc, argv);
+        if (invocation.work && invocation.file.empty()) {
+            throw CLI::RequiredError("The name of the database");
+        }
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == 0) {
             return app.exit(error);  // help and version

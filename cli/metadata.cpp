@@ -142,7 +142,7 @@ void addMetaDataCommand(CLI::App& app, Invocation& invocation) {
     addAction(*command, invocation, "remove", "Remove items",
               [options](Database& database) { removeMetaData(database, options->names); })
         ->add_option("names", options->names, "Their names")
-        ->type_name("NAME...")
+        ->type_name("NAME")
         ->required();
     addAction(*command, invocation, "export", "Write items to a file or folder",
               [options](Database& database) {
@@ -154,11 +154,11 @@ void addMetaDataCommand(CLI::App& app, Invocation& invocation) {
                      "JSON file for all of them, or a folder, where each gets a file")
         ->type_name("TARGET")
         ->required();
-    exporting->add_option("names", options->names, "Names (default: all)")->type_name("NAME...");
+    exporting->add_option("names", options->names, "Names (default: all)")->type_name("NAME");
     addAction(*command, invocation, "import", "Write the items that such files hold",
               [options](Database& database) { importMetaData(database, options->names); })
         ->add_option("files", options->names, "JSON files")
-        ->type_name("FILE...")
+        ->type_name("FILE")
         ->required();
     addMetaDataSignatureCommands(*command, invocation);
     CLI::App* const validate = addAction(

@@ -168,7 +168,8 @@ void addSelectCommand(CLI::App& app, Invocation& invocation) {
         ->add_option("-a,--attributes", options->attributes,
                      "Attributes, or elements such as tarvo.xyz[2], to write (default: all)")
         ->type_name("NAMES")
-        ->delimiter(',');
+        ->delimiter(',')
+        ->allow_extra_args(false);
     command->add_option("-l,--limit", options->limit, "Largest number of points")
         ->type_name("POINTS");
     command->add_flag("-c,--count", options->count, "Write the number of points only");

@@ -20,7 +20,8 @@ namespace tarvo::cli {
 namespace {
 
 struct RunOptions {
-    std::vector<std::string> words;  // the file, unless it stands before "run", then the commands
+    std::string first;  // the file, or a command if the file stands before "run"
+    std::vector<std::string> commands;
     std::string title;
     std::string comment;
     KeyOptions key;
@@ -106,11 +107,11 @@ void addTransactionRunCommand(CLI::App& command, Invocation& invocation) {
     const auto options = std::make_shared<RunOptions>();
     CLI::App* const run =
         command.add_subcommand("run", "Run commands as one transaction: all of them or none");
-    run->add_option("words", options->words,
-                    "The database, then commands as on the command line of qrbtool, but without "
-                    "the database; each is one argument")
-        ->type_name("FILE \"COMMAND ARGUMENT...\"...")
-        ->required();
+    run->add_option("file", options->first, "The database")->type_name("FILE")->required();
+    run->add_option("commands", options->commands,
+                    "Commands as on the command line of qrbtool, but without the database; each is "
+                    "one argument")
+        ->type_name("\"COMMAND\"");
     run->add_option("--title", options->title, "Title of the transaction")
         ->type_name("TEXT")
         ->required();
@@ -118,17 +119,18 @@ void addTransactionRunCommand(CLI::App& command, Invocation& invocation) {
     options->key.add(*run, false);
     run->callback([options, &invocation] {
         if (invocation.file.empty()) {
-            invocation.file = options->words.front();
-            options->words.erase(options->words.begin());
+            invocation.file = options->first;
+        } else {
+            options->commands.insert(options->commands.begin(), options->first);
         }
-        if (options->words.empty()) {
+        if (options->commands.empty()) {
             throw CLI::RequiredError("A command to run");
         }
         const auto steps = std::make_shared<std::vector<std::unique_ptr<Step>>>();
         invocation.work = [options, steps](Database& database) {
             runSteps(database, *options, *steps);
         };
-        for (const std::string& text : options->words) {
+        for (const std::string& text : options->commands) {
             steps->push_back(parseStep(text));
         }
     });

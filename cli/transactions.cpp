@@ -94,8 +94,7 @@ void addTransactionsCommand(CLI::App& app, Invocation& invocation) {
     const auto options = std::make_shared<TransactionOptions>();
     CLI::App* const command = app.add_subcommand(
         "transactions", "List, show, restore and forget states; make several changes in one");
-    CLI::Option* const file =
-        command->add_option("file", invocation.file, "The database")->type_name("FILE");
+    addDatabaseFile(*command, invocation);
     command->require_subcommand(0, 1);
     const auto addJson = [&options](CLI::App& target) {
         target.add_flag("--json", options->json, "Write JSON, for programs");
@@ -127,7 +126,7 @@ void addTransactionsCommand(CLI::App& app, Invocation& invocation) {
 
     CLI::App* const discard =
         command->add_subcommand("discard", "Forget states; the first and the current one stay");
-    discard->add_option("ids", options->ids, "Their numbers")->type_name("ID...")->required();
+    discard->add_option("ids", options->ids, "Their numbers")->type_name("ID")->required();
     discard->callback([options, &invocation] {
         invocation.work = [options](Database& database) {
             discardTransactions(database.cloud().transactions(), options->ids);
@@ -135,7 +134,7 @@ void addTransactionsCommand(CLI::App& app, Invocation& invocation) {
     });
 
     CLI::App* const size = command->add_subcommand("size", "Tell the bytes that only these hold");
-    size->add_option("ids", options->ids, "Their numbers")->type_name("ID...")->required();
+    size->add_option("ids", options->ids, "Their numbers")->type_name("ID")->required();
     size->callback([options, &invocation] {
         invocation.work = [options](Database& database) {
             print(std::to_string(database.cloud().transactions().size(options->ids)) + "\n");
@@ -155,12 +154,8 @@ void addTransactionsCommand(CLI::App& app, Invocation& invocation) {
         "  qrbtool transactions run scan.qrbx --title \"Ground\" -- \\\n"
         "      \"update --set tarvo.class=2 --filter 'tarvo.xyz[2] < 1'\" \\\n"
         "      \"metadata set tarvo.geo_tag @tag.json\"");
-    command->callback([command, file, list, &invocation] {
+    command->callback([command, list, &invocation] {
         const auto given = command->get_subcommands();
-        const bool runs = !given.empty() && given.front()->get_name() == "run";
-        if (file->count() == 0 && !runs) {
-            throw CLI::RequiredError("file");
-        }
         if (given.empty() || given.front()->get_name() == "list") {
             invocation.work = list;
         }

@@ -160,7 +160,8 @@ void addUpdateCommand(CLI::App& app, Invocation& invocation) {
     what->add_option("--set", options->assignments,
                      "Give an attribute a value: NAME=VALUE, NAME[I]=VALUE for one element or "
                      "NAME=VALUE,VALUE,... for all; may stand several times")
-        ->type_name("NAME=VALUE");
+        ->type_name("NAME=VALUE")
+        ->allow_extra_args(false);
     what->add_option("--invert", options->inverted,
                      "Give an attribute with two values the other one")
         ->type_name("NAME");
