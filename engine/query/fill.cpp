@@ -180,43 +180,27 @@ std::uint32_t FillQuery::next(std::uint32_t count) {
                       "Make a new query.");
     const store::Container::ReadScope scope(m_session.container());
     std::uint32_t done = 0;
-    while (done < count && !m_ended) {
-        if (!m_hits) {
-            m_hits = m_scan.next();
-            m_at = 0;
-            if (!m_hits) {
-                m_ended = true;
-                changeConstants();
-                break;
-            }
+    while (done < count && !m_reader.ended()) {
+        const std::optional<HitReader::Portion> portion = m_reader.next(count - done);
+        if (!portion) {
+            changeConstants();
+            break;
         }
-        const auto part =
-            static_cast<std::uint32_t>(std::min<std::uint64_t>(count - done, m_hits->count - m_at));
-        if (m_hits->all) {
-            std::vector<std::uint32_t> points(part);
-            std::iota(points.begin(), points.end(), static_cast<std::uint32_t>(m_at));
-            m_change->add(*m_hits->node, points);
+        const NodeHits& hits = *portion->hits;
+        if (hits.all) {
+            std::vector<std::uint32_t> points(portion->count);
+            std::iota(points.begin(), points.end(), static_cast<std::uint32_t>(portion->begin));
+            m_change->add(*hits.node, points);
         } else {
-            m_change->add(*m_hits->node, std::span(m_hits->selection).subspan(m_at, part));
+            m_change->add(*hits.node,
+                          std::span(hits.selection).subspan(portion->begin, portion->count));
         }
-        m_at += part;
-        done += part;
-        if (m_at == m_hits->count)
-            m_hits.reset();
+        done += portion->count;
     }
     m_session.notes().updated += done;
     if (m_change->bytes() > std::max<std::uint64_t>(m_session.cacheSize() / 8, 1u << 20))
         m_session.settle();
     return done;
-}
-
-std::uint32_t FillQuery::progress() const {
-    if (m_ended)
-        return 100;
-    if (m_scan.total() == 0)
-        return 0;
-    return static_cast<std::uint32_t>(
-        std::min<std::uint64_t>(99, m_scan.passed() * 100 / m_scan.total()));
 }
 
 }  // namespace tarvo::engine::query

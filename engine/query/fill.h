@@ -42,7 +42,7 @@ public:
     // Changes at most count further points and tells how many; 0: none left.
     std::uint32_t next(std::uint32_t count);
     // Per cent of the points passed; 100 only at the end.
-    std::uint32_t progress() const;
+    std::uint32_t progress() const { return m_reader.progress(); }
 
 private:
     class Change;
@@ -54,12 +54,10 @@ private:
     ChangeGuard m_guard;
     bool m_everything;  // no scope, no filter
     Scan m_scan;
+    HitReader m_reader{m_scan};
     std::vector<CodeChange> m_changes;
     std::shared_ptr<Change> m_change;
-    std::optional<NodeHits> m_hits;
-    std::uint64_t m_at = 0;  // hits already taken
     bool m_started = false;
-    bool m_ended = false;
 };
 
 }  // namespace tarvo::engine::query

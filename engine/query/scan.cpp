@@ -189,4 +189,29 @@ std::size_t Scan::window() const {
     return std::clamp<std::size_t>(fitting, 1, m_session.pool().threads() * 8);
 }
 
+std::optional<HitReader::Portion> HitReader::next(std::uint32_t limit) {
+    if (m_hits && m_at == m_hits->count)
+        m_hits.reset();
+    if (!m_hits && !m_ended) {
+        m_hits = m_scan.next();
+        m_at = 0;
+        m_ended = !m_hits;
+    }
+    if (m_ended)
+        return std::nullopt;
+    const auto count =
+        static_cast<std::uint32_t>(std::min<std::uint64_t>(limit, m_hits->count - m_at));
+    m_at += count;
+    return Portion{&*m_hits, m_at - count, count};
+}
+
+std::uint32_t HitReader::progress() const {
+    if (m_ended)
+        return 100;
+    if (m_scan.total() == 0)
+        return 0;
+    return static_cast<std::uint32_t>(
+        std::min<std::uint64_t>(99, m_scan.passed() * 100 / m_scan.total()));
+}
+
 }  // namespace tarvo::engine::query

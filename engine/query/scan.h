@@ -83,4 +83,30 @@ private:
     std::deque<std::future<NodeHits>> m_work;
 };
 
+// Hands the hits of a scan out in portions that may end within a node.
+class HitReader {
+public:
+    // The scan must live as long as the reader.
+    explicit HitReader(Scan& scan) : m_scan(scan) {}
+    HitReader(const HitReader&) = delete;
+    HitReader& operator=(const HitReader&) = delete;
+
+    struct Portion {
+        const NodeHits* hits;  // valid until the next call
+        std::uint64_t begin;   // of the node's hits
+        std::uint32_t count;
+    };
+    // At most limit (above 0) hits of one node; none at the end.
+    std::optional<Portion> next(std::uint32_t limit);
+    bool ended() const { return m_ended; }
+    // Per cent of the scan's points passed; 100 only at the end.
+    std::uint32_t progress() const;
+
+private:
+    Scan& m_scan;
+    std::optional<NodeHits> m_hits;
+    std::uint64_t m_at = 0;  // of the node's hits, how many were handed out
+    bool m_ended = false;
+};
+
 }  // namespace tarvo::engine::query

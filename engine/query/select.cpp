@@ -12,15 +12,15 @@ void SelectQuery::bind(std::string_view attribute, std::uint32_t type, void* buf
     m_bindings.push_back(makeBinding(m_scan.state().attributes, attribute, type, buffer, stride));
 }
 
-void SelectQuery::copy(std::size_t begin, std::size_t count, std::size_t row) const {
+void SelectQuery::copy(const HitReader::Portion& portion, std::size_t row) const {
     std::vector<std::uint32_t> all;
     std::span<const std::uint32_t> rows;
-    if (m_hits->all) {
-        all.resize(count);
-        std::iota(all.begin(), all.end(), static_cast<std::uint32_t>(begin));
+    if (portion.hits->all) {
+        all.resize(portion.count);
+        std::iota(all.begin(), all.end(), static_cast<std::uint32_t>(portion.begin));
         rows = all;
     } else {
-        rows = std::span(m_hits->selection).subspan(begin, count);
+        rows = std::span(portion.hits->selection).subspan(portion.begin, portion.count);
     }
     std::size_t column = 0;
     for (const Binding& binding : m_bindings) {
@@ -28,7 +28,7 @@ void SelectQuery::copy(std::size_t begin, std::size_t count, std::size_t row) co
         const std::size_t size = sizeOfType(binding.type);
         for (std::uint32_t e = 0; e < binding.elements.count; ++e)
             writeValues(
-                attribute, *m_hits->columns[column++], rows, binding.type,
+                attribute, *portion.hits->columns[column++], rows, binding.type,
                 binding.buffer + static_cast<std::ptrdiff_t>(row) * binding.stride + e * size,
                 binding.stride);
     }
@@ -45,34 +45,15 @@ std::uint32_t SelectQuery::next(std::uint32_t count) {
     }
     const store::Container::ReadScope scope(m_session.container());
     std::uint32_t done = 0;
-    while (done < count && !m_ended) {
-        if (!m_hits) {
-            m_hits = m_scan.next();
-            m_at = 0;
-            if (!m_hits) {
-                m_ended = true;
-                break;
-            }
-        }
-        const auto part =
-            static_cast<std::uint32_t>(std::min<std::uint64_t>(count - done, m_hits->count - m_at));
+    while (done < count) {
+        const std::optional<HitReader::Portion> portion = m_reader.next(count - done);
+        if (!portion)
+            break;
         if (!m_bindings.empty())
-            copy(m_at, part, done);
-        m_at += part;
-        done += part;
-        if (m_at == m_hits->count)
-            m_hits.reset();
+            copy(*portion, done);
+        done += portion->count;
     }
     return done;
-}
-
-std::uint32_t SelectQuery::progress() const {
-    if (m_ended)
-        return 100;
-    if (m_scan.total() == 0)
-        return 0;
-    return static_cast<std::uint32_t>(
-        std::min<std::uint64_t>(99, m_scan.passed() * 100 / m_scan.total()));
 }
 
 }  // namespace tarvo::engine::query

@@ -18,18 +18,16 @@ public:
     void bind(std::string_view attribute, std::uint32_t type, void* buffer, std::int32_t stride);
     std::uint32_t next(std::uint32_t count);
     // Per cent of the points passed; 100 only at the end.
-    std::uint32_t progress() const;
+    std::uint32_t progress() const { return m_reader.progress(); }
 
 private:
-    void copy(std::size_t begin, std::size_t count, std::size_t row) const;
+    void copy(const HitReader::Portion& portion, std::size_t row) const;
 
     session::Session& m_session;
     Scan m_scan;
+    HitReader m_reader{m_scan};
     std::vector<Binding> m_bindings;
     bool m_started = false;
-    bool m_ended = false;
-    std::optional<NodeHits> m_hits;
-    std::uint64_t m_at = 0;  // hits already read
 };
 
 }  // namespace tarvo::engine::query
