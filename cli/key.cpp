@@ -2,10 +2,12 @@
 
 #include "cli/errors.h"
 #include "cli/textfile.h"
+#include "cli/words.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <utility>
 
 namespace tarvo::cli {
 
@@ -17,6 +19,14 @@ int hexadecimalValue(char c) {
     }
     const char lower = static_cast<char>(c | 0x20);
     return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
+}
+
+void hide(std::string& text, const std::string& key) {
+    constexpr const char* mask = "***";
+    for (std::size_t at = 0; !key.empty() && (at = text.find(key, at)) != std::string::npos;) {
+        text.replace(at, key.size(), mask);
+        at += std::char_traits<char>::length(mask);
+    }
 }
 
 }  // namespace
@@ -38,6 +48,25 @@ std::vector<std::uint8_t> decodeHexadecimal(std::string_view text) {
     }
     std::reverse(bytes.begin(), bytes.end());
     return bytes;
+}
+
+std::string withoutKeys(std::string text, const std::vector<std::string>& words) {
+    constexpr std::string_view joined = "--key=";
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        if (words[i].rfind(joined, 0) == 0) {
+            hide(text, words[i].substr(joined.size()));
+        } else if (i > 0 && words[i - 1] == "--key") {
+            hide(text, words[i]);
+        } else if (words[i].find("--key") != std::string::npos && words[i].size() > joined.size()) {
+            try {
+                if (const auto inner = splitWords(words[i]); inner.size() > 1) {
+                    text = withoutKeys(std::move(text), inner);
+                }
+            } catch (const UsageError&) {  // no command line
+            }
+        }
+    }
+    return text;
 }
 
 void KeyOptions::add(CLI::App& command, bool required) {

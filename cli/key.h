@@ -18,6 +18,10 @@ namespace tarvo::cli {
 // skipped, so that blanks, line breaks and hyphens may stand anywhere.
 std::vector<std::uint8_t> decodeHexadecimal(std::string_view text);
 
+// A text without the keys that stand behind --key among the words, nor within words that are
+// command lines themselves; for messages that repeat what was given.
+std::string withoutKeys(std::string text, const std::vector<std::string>& words);
+
 // The options --key and --key-file of a command.
 class KeyOptions {
 public:

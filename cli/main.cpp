@@ -3,6 +3,7 @@
 #include "cli/commands.h"
 #include "cli/database.h"
 #include "cli/errors.h"
+#include "cli/key.h"
 #include "cli/terminal.h"
 #include "cli/text.h"
 #include "qrb/error.h"
@@ -121,7 +122,7 @@ int run(int argc, char** argv) {
         if (error.get_exit_code() == 0) {
             return app.exit(error);  // help and version
         }
-        std::string text = error.what();
+        std::string text = withoutKeys(error.what(), {argv, argv + argc});
         if (!text.empty() && text.back() != '.') {
             text += '.';
         }

@@ -12,7 +12,6 @@
 
 #include <CLI/CLI.hpp>
 
-#include <algorithm>
 #include <memory>
 
 namespace tarvo::cli {
@@ -33,26 +32,32 @@ struct Step {
     Invocation invocation;
 };
 
-// Keys must get neither into the file nor onto the screen.
-std::string withoutKeys(std::vector<std::string> words) {
+// Words as one line that splits into them again, but for keys, which must get neither into the file
+// nor onto the screen.
+std::string joinWords(std::vector<std::string> words) {
     std::string line;
     for (std::size_t i = 0; i < words.size(); ++i) {
-        if (words[i].rfind("--key=", 0) == 0) {
-            words[i] = "--key=***";
-        } else if (i > 0 && words[i - 1] == "--key") {
-            words[i] = "***";
+        std::string& word = words[i];
+        if (i > 0 && words[i - 1] == "--key") {
+            word = "***";
+        } else if (word.rfind("--key=", 0) == 0) {
+            word = "--key=***";
         }
-        const bool plain = words[i].find_first_of(" \t\r\n'\"\\") == std::string::npos;
-        line +=
-            (i == 0 ? "" : " ") + (plain && !words[i].empty() ? words[i] : "'" + words[i] + "'");
+        const bool plain = !word.empty() && word.find_first_of(" \t\r\n'\"\\") == std::string::npos;
+        std::string quoted = word;
+        for (std::size_t at = 0; !plain && (at = quoted.find('\'', at)) != std::string::npos;) {
+            quoted.replace(at, 1, "'\\''");
+            at += 4;
+        }
+        line += (line.empty() ? "" : " ") + (plain ? word : "'" + quoted + "'");
     }
     return line;
 }
 
 std::unique_ptr<Step> parseStep(const std::string& text) {
-    std::vector<std::string> words = splitWords(text);
+    const std::vector<std::string> words = splitWords(text);
     auto step = std::make_unique<Step>();
-    step->line = withoutKeys(words);
+    step->line = joinWords(words);
     step->invocation.onOpenDatabase = true;
     CLI::App app("", "qrbtool");
     app.set_help_flag();
@@ -60,14 +65,14 @@ std::unique_ptr<Step> parseStep(const std::string& text) {
     app.fallthrough();
     addCommandsWithinTransaction(app, step->invocation);
     try {
-        std::reverse(words.begin(), words.end());
-        app.parse(std::move(words));
+        app.parse(std::vector<std::string>(words.rbegin(), words.rend()));
     } catch (const CLI::ParseError& error) {
         std::string names;
         for (const CLI::App* const command : app.get_subcommands({})) {
             names += (names.empty() ? "" : ", ") + command->get_name();
         }
-        throw UsageError("The command \"" + step->line + "\" can't be understood: " + error.what(),
+        throw UsageError("The command \"" + step->line +
+                             "\" can't be understood: " + withoutKeys(error.what(), words),
                          "It is a command without the name of the database, one of " + names + ".");
     }
     return step;

@@ -1,0 +1,102 @@
+// Small texts that arguments and files bring, and how they are understood.
+#include "cli/changelogentries.h"
+#include "cli/errors.h"
+#include "cli/fileschema.h"
+#include "cli/idlist.h"
+#include "cli/key.h"
+#include "cli/text.h"
+#include "cli/texttable.h"
+#include "cli/words.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace {
+
+using namespace tarvo::cli;
+using Words = std::vector<std::string>;
+using Bytes = std::vector<std::uint8_t>;
+
+TEST(Arguments, CommandLinesSplitAsInAShell) {
+    EXPECT_EQ(splitWords(""), Words{});
+    EXPECT_EQ(splitWords("  a  b\tc\n"), (Words{"a", "b", "c"}));
+    EXPECT_EQ(splitWords("--f 'a b' \"c 'd'\" e'f g'h"), (Words{"--f", "a b", "c 'd'", "ef gh"}));
+    EXPECT_EQ(splitWords(R"('' "" x)"), (Words{"", "", "x"}));
+    EXPECT_EQ(splitWords(R"(a\ b "q\"\\\n" 'r\' \')"), (Words{"a b", "q\"\\\\n", "r\\", "'"}));
+    EXPECT_THROW(splitWords("a 'b"), UsageError);
+    EXPECT_THROW(splitWords("\"a\\\""), UsageError);
+}
+
+TEST(Arguments, KeysAreReadLeniently) {
+    EXPECT_EQ(decodeHexadecimal(""), Bytes{});
+    EXPECT_EQ(decodeHexadecimal("zz --"), Bytes{});
+    EXPECT_EQ(decodeHexadecimal("00 fF,1a\n-2B"), (Bytes{0x00, 0xff, 0x1a, 0x2b}));
+    // Pairs are counted from the end.
+    EXPECT_EQ(decodeHexadecimal("abc"), (Bytes{0x0a, 0xbc}));
+    EXPECT_EQ(decodeHexadecimal("0x12"), (Bytes{0x00, 0x12}));
+}
+
+TEST(Arguments, ListsOfIdsJoinWhatOverlapsAndEndAtTheLargest) {
+    IdList list("7, 3-5\n4-6,3");
+    EXPECT_EQ(list.count(), 5u);
+    std::vector<std::uint64_t> ids;
+    list.next(ids, 3);
+    EXPECT_EQ(ids, (std::vector<std::uint64_t>{3, 4, 5}));
+    list.next(ids, 3);
+    EXPECT_EQ(ids, (std::vector<std::uint64_t>{6, 7}));
+    list.next(ids, 3);
+    EXPECT_TRUE(ids.empty());
+
+    constexpr std::uint64_t most = std::numeric_limits<std::uint64_t>::max();
+    IdList wide("0-18446744073709551615,5");
+    EXPECT_EQ(wide.count(), most);  // one less than there are: the largest number
+    wide.limit(4);
+    EXPECT_EQ(wide.count(), 5u);
+    IdList last("18446744073709551615");
+    last.next(ids, 2);
+    EXPECT_EQ(ids, std::vector<std::uint64_t>{most});
+    last.next(ids, 2);
+    EXPECT_TRUE(ids.empty());
+    for (const char* wrong : {"", " , ", "x", "1-", "-1", "1-2-3", "5-4", "18446744073709551616"}) {
+        EXPECT_THROW(IdList{wrong}, UsageError) << wrong;
+    }
+}
+
+TEST(Arguments, FileNamesTellTheSchemaWithTheLongestExtension) {
+    EXPECT_EQ(guessFileSchema("/a/b.qrbx"), "qrbx");
+    EXPECT_EQ(guessFileSchema("B.SIDX"), "sidx");
+    EXPECT_EQ(guessFileSchema("b.avg.sidx"), "avg.sidx");
+    EXPECT_EQ(guessFileSchema("b.sp12"), "sp{C}");
+    EXPECT_EQ(guessFileSchema("b.avg.sp1"), "avg.sp{C}");
+    EXPECT_EQ(guessFileSchema("b.sp"), "");
+    EXPECT_EQ(guessFileSchema("b.txt"), "");
+    EXPECT_EQ(guessFileSchema(""), "");
+}
+
+TEST(Arguments, TheLastEntryOfANumberIsTheOwnOne) {
+    const std::string log =
+        "[#1] Old\nAgent: a\n\n[#12] Twelve\n\n[#1] New\nMessage: see\n    [#x] and [# 1]\n"
+        "Signature: 00\n\n[#2] Two\n";
+    EXPECT_EQ(changelogEntryOf(log, 1),
+              "[#1] New\nMessage: see\n    [#x] and [# 1]\nSignature: 00\n\n");
+    EXPECT_EQ(changelogEntryOf(log, 12), "[#12] Twelve\n\n");
+    EXPECT_EQ(changelogEntryOf(log, 2), "[#2] Two\n");
+    EXPECT_EQ(changelogEntryOf(log, 3), "");
+    EXPECT_EQ(changelogEntryOf("", 1), "");
+}
+
+TEST(Arguments, TablesAlignWhatIsReadNotTheBytes) {
+    TextTable table({{"Name"}, {"N", true}, {"Title"}});
+    table.add({"Größe", "7", "a\nb"});
+    table.add({"x", "123", "\x1b[1m"});
+    EXPECT_EQ(table.text(),
+              "Name     N  Title\n"
+              "Größe    7  a b\n"
+              "x      123  ?[1m\n");
+    EXPECT_EQ(labelled("Text", "a\nb"), "Text          a\n              b\n");
+    EXPECT_EQ(labelled("Text", ""), "");
+    EXPECT_EQ(printable("a\r\t\x7f\xc2\x85\xc3\xa9\n"), "a? ??\xc3\xa9\n");
+}
+
+}  // namespace
