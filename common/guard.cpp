@@ -1,6 +1,7 @@
 #include "common/guard.h"
 
 #include "common/messageboxes.h"
+#include "common/progress.h"
 #include "qrb/error.h"
 
 #include <QApplication>
@@ -13,6 +14,8 @@ bool guarded(QWidget* parent, const std::function<void()>& action) {
     try {
         action();
         return true;
+    } catch (const Cancelled&) {
+        return false;
     } catch (const qrb::Error& error) {
         text = QString::fromUtf8(error.what());
         details = QString::fromUtf8(error.details());

@@ -7,8 +7,8 @@ class QWidget;
 
 namespace tarvo::common {
 
-// Runs the action and shows what it throws in an error box over parent. Returns whether it ended
-// without one. Every call from a slot into the interface layer runs through here, because no
+// Runs the action and shows what it throws in an error box over parent; that the user cancelled
+// it (common/progress.h) needs no box. Returns whether it ended without throwing. Every call from a slot into the interface layer runs through here, because no
 // exception may pass through the event loop.
 bool guarded(QWidget* parent, const std::function<void()>& action);
 

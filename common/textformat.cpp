@@ -55,4 +55,8 @@ QString programVersionText() {
     return QString(QRB_VERSION) + '-' + QRB_COMMIT;
 }
 
+QString transactionAgentText() {
+    return "qrbadmin " + programVersionText();
+}
+
 }  // namespace tarvo::common

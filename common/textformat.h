@@ -26,5 +26,7 @@ QString plainToolTip(const QString& text);
 
 // The version and build of this program, for example "0.1.0-1a2b3c4d".
 QString programVersionText();
+// The agent of the transactions that this program begins.
+QString transactionAgentText();
 
 }  // namespace tarvo::common

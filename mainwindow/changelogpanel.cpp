@@ -1,15 +1,23 @@
 #include "mainwindow/changelogpanel.h"
 
-#include "common/comingactions.h"
+#include "common/filefilter.h"
+#include "common/guard.h"
+#include "common/messageboxes.h"
+#include "dialogs/dialogchangelogmessage.h"
+#include "dialogs/dialogchangelogsignature.h"
+#include "mainwindow/changelogentries.h"
+#include "mainwindow/changelogsyntaxhighlighter.h"
 #include "ui_changelogpanel.h"
 
 #include <QDir>
+#include <QEvent>
 #include <QFile>
 #include <QFileDialog>
 #include <QFontDatabase>
-#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <stdexcept>
+
+namespace common = tarvo::common;
 
 namespace {
 
@@ -28,16 +36,31 @@ ChangelogPanel::ChangelogPanel(const DatabaseSession& session, QWidget* parent)
     m_ui->editChangelog->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     m_ui->buttonChangelogPrevious->setDefaultAction(m_ui->actionChangelogPrevious);
     m_ui->buttonChangelogNext->setDefaultAction(m_ui->actionChangelogNext);
-    m_ui->editChangelogSearch->setEnabled(false);
-    tarvo::common::announceForLater(
-        {m_ui->actionChangelogExportToTextfile, m_ui->actionChangelogVerifyLogEntry,
-         m_ui->actionChangelogAppendMessage, m_ui->actionChangelogImportFromDatabase,
-         m_ui->actionChangelogNext, m_ui->actionChangelogPrevious});
+    m_highlighter = new ChangelogSyntaxHighlighter(m_ui->editChangelog->document());
+    m_highlighter->adaptTo(palette());
+    connect(m_ui->editChangelogSearch, &QLineEdit::returnPressed, m_ui->actionChangelogNext,
+            &QAction::trigger);
+    updateActions();
 }
 
 ChangelogPanel::~ChangelogPanel() = default;
 
+void ChangelogPanel::updateActions() {
+    const bool open = database() != nullptr;
+    m_ui->actionChangelogExportToTextfile->setEnabled(open);
+    const bool pending = open && database()->transactions().pending();
+    m_ui->actionChangelogAppendMessage->setEnabled(pending);
+    m_ui->actionChangelogImportFromDatabase->setEnabled(pending);
+}
+
+void ChangelogPanel::changeEvent(QEvent* event) {
+    Panel::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        m_highlighter->adaptTo(palette());
+}
+
 void ChangelogPanel::refresh() {
+    updateActions();
     if (!database())
         return;
     m_textFileName.clear();
@@ -77,13 +100,77 @@ void ChangelogPanel::on_actionChangelogLoadFromTextfile_triggered() {
         guarded([&] { loadTextFile(name); });
 }
 
-void ChangelogPanel::on_editChangelog_textChanged() {
-    static const QRegularExpression entryHeader(R"(\[#\d+\][^\n]*\n)");
-    int count = 0;
-    auto matches = entryHeader.globalMatch(m_ui->editChangelog->toPlainText());
-    while (matches.hasNext()) {
-        matches.next();
-        ++count;
+void ChangelogPanel::on_actionChangelogExportToTextfile_triggered() {
+    const QString name = QFileDialog::getSaveFileName(this, "Export changelog to textfile",
+                                                      "changelog.txt", "Text files (*.txt)");
+    if (name.isEmpty())
+        return;
+    const bool done =
+        guarded([&] { database()->changelog().exportToTextfile(name.toStdString()); });
+    if (done)
+        emit databaseChanged();
+}
+
+void ChangelogPanel::on_actionChangelogImportFromDatabase_triggered() {
+    const QString name = QFileDialog::getOpenFileName(
+        this, "Import changelog from database", QString(), common::databaseFileDialogFilter());
+    if (name.isEmpty())
+        return;
+    const bool done = guarded([&] {
+        const common::WaitCursor waiting;
+        database()->changelog().importFromDatabase(name.toStdString());
+    });
+    if (done)
+        emit databaseChanged();
+}
+
+void ChangelogPanel::on_actionChangelogAppendMessage_triggered() {
+    if (!database())
+        return;
+    DialogChangelogMessage dialog(this);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    const bool done =
+        guarded([&] { database()->changelog().appendMessage(dialog.message().toStdString()); });
+    if (done)
+        emit databaseChanged();
+}
+
+void ChangelogPanel::on_actionChangelogVerifyLogEntry_triggered() {
+    const auto entry = signedEntryAt(m_ui->editChangelog->toPlainText(),
+                                     m_ui->editChangelog->textCursor().position());
+    if (!entry) {
+        common::showInformation(this, "Please select (double click) a signature first.");
+        return;
     }
-    m_ui->labelChangelogEntries->setText(QString("Log entries: %1").arg(count));
+    DialogChangelogSignature(*entry, this).exec();
+}
+
+void ChangelogPanel::select(qsizetype start, qsizetype length) {
+    QTextCursor cursor = m_ui->editChangelog->textCursor();
+    cursor.setPosition(static_cast<int>(start));
+    cursor.setPosition(static_cast<int>(start + length), QTextCursor::KeepAnchor);
+    m_ui->editChangelog->setTextCursor(cursor);
+    m_ui->editChangelog->setFocus();
+}
+
+void ChangelogPanel::on_actionChangelogNext_triggered() {
+    const auto found =
+        nextInChangelog(m_ui->editChangelog->toPlainText(), m_ui->editChangelogSearch->text(),
+                        m_ui->editChangelog->textCursor().position());
+    if (found)
+        select(found->start, found->length);
+}
+
+void ChangelogPanel::on_actionChangelogPrevious_triggered() {
+    const auto found =
+        previousInChangelog(m_ui->editChangelog->toPlainText(), m_ui->editChangelogSearch->text(),
+                            m_ui->editChangelog->textCursor().anchor());
+    if (found)
+        select(found->start, found->length);
+}
+
+void ChangelogPanel::on_editChangelog_textChanged() {
+    m_ui->labelChangelogEntries->setText(
+        QString("Log entries: %1").arg(countChangelogEntries(m_ui->editChangelog->toPlainText())));
 }

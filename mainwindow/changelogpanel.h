@@ -9,6 +9,8 @@ namespace Ui {
 class ChangelogPanel;
 }
 
+class ChangelogSyntaxHighlighter;
+
 class ChangelogPanel : public Panel {
     Q_OBJECT
 
@@ -28,11 +30,23 @@ signals:
 
 private slots:
     void on_actionChangelogLoadFromTextfile_triggered();
+    void on_actionChangelogExportToTextfile_triggered();
+    void on_actionChangelogVerifyLogEntry_triggered();
+    void on_actionChangelogAppendMessage_triggered();
+    void on_actionChangelogImportFromDatabase_triggered();
+    void on_actionChangelogNext_triggered();
+    void on_actionChangelogPrevious_triggered();
     void on_editChangelog_textChanged();
+
+protected:
+    void changeEvent(QEvent* event) override;
 
 private:
     QString readChangelog() const;
+    void select(qsizetype start, qsizetype length);
+    void updateActions();
 
     std::unique_ptr<Ui::ChangelogPanel> m_ui;
+    ChangelogSyntaxHighlighter* m_highlighter;  // owned by the document
     QString m_textFileName;
 };

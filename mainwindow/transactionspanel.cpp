@@ -1,13 +1,20 @@
 #include "mainwindow/transactionspanel.h"
 
 #include "common/comingactions.h"
+#include "common/guard.h"
+#include "common/messageboxes.h"
 #include "common/numerictreewidgetitem.h"
+#include "common/progress.h"
 #include "common/textformat.h"
+#include "dialogs/dialogtransaction.h"
+#include "dialogs/dialogtransactioncommit.h"
 #include "ui_transactionspanel.h"
 
 #include <QDateTime>
 #include <QMenu>
 #include <QToolButton>
+
+namespace common = tarvo::common;
 
 namespace {
 
@@ -24,6 +31,11 @@ enum TransactionColumn {
     TRANSACTION_STOP
 };
 
+QString nameOf(const std::vector<std::uint32_t>& ids) {
+    return ids.size() == 1 ? QString("transaction %0").arg(ids[0])
+                           : QString("selected transactions (%0)").arg(ids.size());
+}
+
 QString shown(const std::string& text) {
     return QString::fromStdString(text).left(longestText);
 }
@@ -35,12 +47,8 @@ TransactionsPanel::TransactionsPanel(const DatabaseSession& session, QWidget* pa
     m_ui->setupUi(this);
     buildToolBar();
     m_ui->treeTransactions->sortByColumn(TRANSACTION_ID, Qt::AscendingOrder);
-    tarvo::common::announceForLater({m_ui->actionTransactionBegin, m_ui->actionTransactionCommit,
-                                     m_ui->actionTransactionRollback,
-                                     m_ui->actionTransactionRestore, m_ui->actionTransactionDiscard,
-                                     m_ui->actionTransactionSize, m_ui->actionManagementFinalize,
-                                     m_ui->actionManagementVacuum,
-                                     m_ui->actionManagementLevelOfDetail});
+    common::announceForLater({m_ui->actionManagementLevelOfDetail});
+    updateActions();
 }
 
 TransactionsPanel::~TransactionsPanel() = default;
@@ -55,16 +63,18 @@ void TransactionsPanel::buildToolBar() {
     auto* menu = new QMenu(button);
     menu->addActions({m_ui->actionManagementFinalize, m_ui->actionTransactionDiscard});
     button->setMenu(menu);
-    // Its actions are announced for later; there is nothing to choose until they are there.
-    button->setEnabled(false);
+    button->setAccessibleName("Delete transactions");
     m_ui->toolBarTransactions->addWidget(button);
 }
 
 void TransactionsPanel::refresh() {
     m_ui->treeTransactions->clear();
     m_ui->labelTransactions->clear();
-    if (!database())
+    m_pending = false;
+    if (!database()) {
+        updateActions();
         return;
+    }
 
     const auto& transactions = database()->transactions();
     const auto ids = transactions.list();
@@ -77,10 +87,25 @@ void TransactionsPanel::refresh() {
     for (int column = TRANSACTION_ID; column <= TRANSACTION_START; ++column)
         m_ui->treeTransactions->resizeColumnToContents(column);
 
+    m_pending = transactions.pending();
     m_ui->labelTransactions->setText(
-        transactions.pending()
+        m_pending
             ? QString("Transaction pending...")
             : QString("Transactions: %1, Current transaction: %2").arg(ids.size()).arg(current));
+    updateActions();
+}
+
+void TransactionsPanel::updateActions() {
+    const bool open = database() != nullptr;
+    const bool idle = open && !m_pending;
+    m_ui->actionTransactionBegin->setEnabled(idle);
+    m_ui->actionTransactionCommit->setEnabled(m_pending);
+    m_ui->actionTransactionRollback->setEnabled(m_pending);
+    m_ui->actionTransactionRestore->setEnabled(idle && m_ui->treeTransactions->currentItem());
+    m_ui->actionTransactionSize->setEnabled(open);
+    for (QAction* action : {m_ui->actionTransactionDiscard, m_ui->actionManagementFinalize,
+                            m_ui->actionManagementVacuum})
+        action->setEnabled(idle);
 }
 
 void TransactionsPanel::addRow(std::uint32_t id, std::uint32_t current) {
@@ -90,8 +115,7 @@ void TransactionsPanel::addRow(std::uint32_t id, std::uint32_t current) {
     row->setData(TRANSACTION_ID, Qt::UserRole, id);
     row->setText(TRANSACTION_TITLE, shown(details.title));
     row->setText(TRANSACTION_AGENT, shown(details.agent));
-    row->setText(TRANSACTION_QRB,
-                 tarvo::common::shortLibraryVersion(QString::fromStdString(details.qrb)));
+    row->setText(TRANSACTION_QRB, common::shortLibraryVersion(QString::fromStdString(details.qrb)));
     row->setText(TRANSACTION_START, shown(details.start));
     row->setText(TRANSACTION_STOP, shown(details.stop));
 
@@ -115,4 +139,113 @@ void TransactionsPanel::addRow(std::uint32_t id, std::uint32_t current) {
         row->setSortValue(TRANSACTION_DURATION, static_cast<double>(milliseconds));
         row->setToolTip(TRANSACTION_DURATION, QString("%1 s").arg(milliseconds / 1000.0));
     }
+}
+
+void TransactionsPanel::on_treeTransactions_itemSelectionChanged() {
+    updateActions();
+}
+
+void TransactionsPanel::on_treeTransactions_itemDoubleClicked(QTreeWidgetItem* item, int) {
+    guarded([&] {
+        auto details =
+            database()->transactions().details(item->data(TRANSACTION_ID, Qt::UserRole).toUInt());
+        DialogTransaction::edit(m_session.context, details, this, true, false);
+    });
+}
+
+void TransactionsPanel::change(const std::function<void()>& action) {
+    const bool done = guarded([&] {
+        const common::WaitCursor waiting;
+        action();
+    });
+    if (done)
+        emit databaseChanged();
+}
+
+std::vector<std::uint32_t> TransactionsPanel::selectedIds() {
+    std::vector<std::uint32_t> ids;
+    for (const QTreeWidgetItem* item : m_ui->treeTransactions->selectedItems())
+        ids.push_back(item->data(TRANSACTION_ID, Qt::UserRole).toUInt());
+    if (ids.empty())
+        common::showInformation(this, "No transaction selected.");
+    return ids;
+}
+
+void TransactionsPanel::on_actionTransactionBegin_triggered() {
+    tarvo::qrb::pointcloud::Transaction record;
+    record.title = record.agent = common::transactionAgentText().toStdString();
+    if (DialogTransaction::edit(m_session.context, record, this, false, true))
+        change([&] {
+            database()->transactions().begin(record.title, record.agent, record.comments,
+                                             record.settings);
+        });
+}
+
+void TransactionsPanel::on_actionTransactionCommit_triggered() {
+    DialogTransactionCommit dialog(this);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    const bool done = guarded([&] {
+        common::Progress progress(this, "Committing the transaction...");
+        database()->transactions().commit({dialog.method(), dialog.key()},
+                                          [&](int percent) { progress.update(percent); });
+    });
+    if (done)
+        emit databaseChanged();
+}
+
+void TransactionsPanel::on_actionTransactionRollback_triggered() {
+    if (common::confirmed(this, "Rollback current transaction?\nAll changes will be lost."))
+        change([this] { database()->transactions().rollback(); });
+}
+
+void TransactionsPanel::on_actionTransactionRestore_triggered() {
+    const QTreeWidgetItem* item = m_ui->treeTransactions->currentItem();
+    if (!item)
+        return;
+    const auto id = item->data(TRANSACTION_ID, Qt::UserRole).toUInt();
+    if (common::confirmed(
+            this,
+            QString("Restore transaction \"%0\" (%1)?").arg(item->text(TRANSACTION_TITLE)).arg(id)))
+        change([&] { database()->transactions().restore(id); });
+}
+
+void TransactionsPanel::on_actionTransactionDiscard_triggered() {
+    guarded([this] {
+        const std::vector<std::uint32_t> ids = selectedIds();
+        if (ids.empty())
+            return;
+        const std::uint32_t current = database()->transactions().current();
+        if (common::confirmed(this, QString("Delete %0?\n\n"
+                                            "Please note, that the first transaction (1) and \n"
+                                            "the current transaction (%1) can not be deleted.")
+                                        .arg(nameOf(ids))
+                                        .arg(current)))
+            change([&] { database()->transactions().discard(ids); });
+    });
+}
+
+void TransactionsPanel::on_actionTransactionSize_triggered() {
+    guarded([this] {
+        const std::vector<std::uint32_t> ids = selectedIds();
+        if (ids.empty())
+            return;
+        const std::uint64_t bytes = [&] {
+            const common::WaitCursor waiting;
+            return database()->transactions().size(ids);
+        }();
+        common::showInformation(this, QString("Size of %0:\n\n%1 (%2 B)")
+                                          .arg(nameOf(ids), common::humanReadableSize(bytes))
+                                          .arg(bytes));
+    });
+}
+
+void TransactionsPanel::on_actionManagementFinalize_triggered() {
+    if (common::confirmed(this, "Delete all transactions except the first and current/last?"))
+        change([this] { database()->management().finalize(); });
+}
+
+void TransactionsPanel::on_actionManagementVacuum_triggered() {
+    if (common::confirmed(this, "Reorganize database file to release unused disk space?"))
+        change([this] { database()->management().vacuum(); });
 }

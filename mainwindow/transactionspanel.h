@@ -3,7 +3,12 @@
 
 #include "mainwindow/panel.h"
 
+#include <cstdint>
+#include <functional>
 #include <memory>
+#include <vector>
+
+class QTreeWidgetItem;
 
 namespace Ui {
 class TransactionsPanel;
@@ -18,9 +23,27 @@ public:
 
     void refresh() override;
 
+private slots:
+    void on_treeTransactions_itemDoubleClicked(QTreeWidgetItem* item, int column);
+    void on_treeTransactions_itemSelectionChanged();
+    void on_actionTransactionBegin_triggered();
+    void on_actionTransactionCommit_triggered();
+    void on_actionTransactionRollback_triggered();
+    void on_actionTransactionRestore_triggered();
+    void on_actionTransactionDiscard_triggered();
+    void on_actionTransactionSize_triggered();
+    void on_actionManagementFinalize_triggered();
+    void on_actionManagementVacuum_triggered();
+
 private:
     void buildToolBar();
     void addRow(std::uint32_t id, std::uint32_t current);
+    void updateActions();
+    // Tells the user when no row is selected.
+    std::vector<std::uint32_t> selectedIds();
+    // Runs the change under the wait cursor and has everything refreshed.
+    void change(const std::function<void()>& action);
 
     std::unique_ptr<Ui::TransactionsPanel> m_ui;
+    bool m_pending = false;
 };

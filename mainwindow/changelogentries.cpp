@@ -1,0 +1,79 @@
+#include "mainwindow/changelogentries.h"
+
+namespace {
+
+const QRegularExpression& entrySignature() {
+    static const QRegularExpression pattern("\nSignature: [0-9a-fA-F]+");
+    return pattern;
+}
+
+// An expression of the user's is given up after this many steps.
+QRegularExpression searchPattern(const QString& pattern) {
+    if (pattern.isEmpty())
+        return changelogEntryHeader();
+    return QRegularExpression("(*LIMIT_MATCH=1000000)" + pattern,
+                              QRegularExpression::CaseInsensitiveOption);
+}
+
+TextRange rangeOf(const QRegularExpressionMatch& match, bool header) {
+    return {match.capturedStart(), match.capturedLength() - (header ? 1 : 0)};
+}
+
+}  // namespace
+
+const QRegularExpression& changelogEntryHeader() {
+    static const QRegularExpression pattern(R"(\[#\d+\][^\n]*\n)");
+    return pattern;
+}
+
+int countChangelogEntries(const QString& text) {
+    int count = 0;
+    auto matches = changelogEntryHeader().globalMatch(text);
+    for (; matches.hasNext(); matches.next())
+        ++count;
+    return count;
+}
+
+std::optional<TextRange> nextInChangelog(const QString& text, const QString& pattern,
+                                         qsizetype from) {
+    const auto match = searchPattern(pattern).match(text, from);
+    if (!match.hasMatch() || match.capturedLength() == 0)
+        return std::nullopt;
+    return rangeOf(match, pattern.isEmpty());
+}
+
+std::optional<TextRange> previousInChangelog(const QString& text, const QString& pattern,
+                                             qsizetype before) {
+    std::optional<TextRange> last;
+    auto matches = searchPattern(pattern).globalMatch(text);
+    while (matches.hasNext()) {
+        const auto match = matches.next();
+        if (match.capturedStart() >= before)
+            break;
+        if (match.capturedLength() > 0)
+            last = rangeOf(match, pattern.isEmpty());
+    }
+    return last;
+}
+
+std::optional<QString> signedEntryAt(const QString& text, qsizetype position) {
+    qsizetype header = -1;
+    qsizetype following = -1;
+    auto headers = changelogEntryHeader().globalMatch(text);
+    while (headers.hasNext() && following < 0) {
+        const qsizetype start = headers.next().capturedStart();
+        if (start <= position)
+            header = start;
+        if (start >= position)
+            following = start;
+    }
+    // Right at a header the entry is the one that begins there.
+    if (following == header && following >= 0)
+        following = headers.hasNext() ? headers.next().capturedStart() : -1;
+    if (header < 0)
+        return std::nullopt;
+    const auto signature = entrySignature().match(text, header);
+    if (!signature.hasMatch() || (following >= 0 && following <= signature.capturedStart()))
+        return std::nullopt;
+    return text.mid(header, signature.capturedEnd() - header);
+}
