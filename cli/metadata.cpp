@@ -23,6 +23,7 @@ using qrb::pointcloud::MetaData;
 
 struct MetaDataOptions {
     bool json = false;
+    bool anyText = false;
     std::string name;
     std::vector<std::string> names;
     std::string value;
@@ -64,8 +65,13 @@ void getMetaData(const MetaData& metaData, const std::string& name) {
     print(value);
 }
 
-void setMetaData(Database& database, const std::string& name, const std::string& argument) {
+void setMetaData(Database& database, const std::string& name, const std::string& argument,
+                 bool anyText) {
     const std::string value = textOfArgument(argument);
+    if (!anyText) {
+        // Any value agrees with the empty schema, but it must be JSON.
+        database.cloud().metaData().validateJson(value, "{}");
+    }
     database.change({"Set metadata item " + name},
                     [&] { database.cloud().metaData().set(name, value); });
 }
@@ -131,9 +137,11 @@ void addMetaDataCommand(CLI::App& app, Invocation& invocation) {
         ->add_option("name", options->name, "Its name")
         ->type_name("NAME")
         ->required();
-    CLI::App* const set = addAction(
-        *command, invocation, "set", "Write an item",
-        [options](Database& database) { setMetaData(database, options->name, options->value); });
+    CLI::App* const set =
+        addAction(*command, invocation, "set", "Write an item", [options](Database& database) {
+            setMetaData(database, options->name, options->value, options->anyText);
+        });
+    set->add_flag("--text", options->anyText, "Take the value even when it is not JSON");
     set->add_option("name", options->name, "Its name")->type_name("NAME")->required();
     set->add_option("value", options->value,
                     "JSON text, @FILE for what a file holds, - for the standard input")

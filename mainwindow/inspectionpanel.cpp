@@ -1,13 +1,17 @@
 #include "mainwindow/inspectionpanel.h"
 
 #include "common/guard.h"
+#include "common/messageboxes.h"
 #include "ui_inspectionpanel.h"
 
 #include <QComboBox>
+#include <QDesktopServices>
 #include <QFontDatabase>
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QLabel>
+
+namespace common = tarvo::common;
 
 namespace {
 
@@ -67,7 +71,7 @@ void InspectionPanel::on_actionInspectionUpdate_triggered() {
     if (!database())
         return;
     guarded([&] {
-        const tarvo::common::WaitCursor waiting;
+        const common::WaitCursor waiting;
         const auto format = static_cast<std::uint8_t>(m_format->currentData().toUInt());
         const QString report = QString::fromStdString(database()->inspect(format));
         if (isHtml(format))
@@ -77,8 +81,18 @@ void InspectionPanel::on_actionInspectionUpdate_triggered() {
     });
 }
 
-// Links inside of the report are followed; others could lead anywhere and are not.
+// Links inside of the report are followed, web pages are opened outside once the user agrees. What
+// else a report may name, files and programs above all, is never opened.
 void InspectionPanel::on_textInspectionResult_anchorClicked(const QUrl& link) {
-    if (link.isRelative() && link.path().isEmpty() && link.hasFragment())
+    if (link.isRelative() && link.path().isEmpty() && link.hasFragment()) {
         m_ui->textInspectionResult->scrollToAnchor(link.fragment());
+        return;
+    }
+    if (link.scheme() != "http" && link.scheme() != "https") {
+        common::showWarning(
+            this, "The report refers to something that is not opened:\n" + link.toDisplayString());
+        return;
+    }
+    if (common::confirmed(this, "Open this page in the web browser?\n" + link.toDisplayString()))
+        QDesktopServices::openUrl(link);
 }

@@ -143,6 +143,8 @@ void MainWindow::openDatabase(QString fileName, bool skipDialog) {
                                       common::RecentFiles::list(), this))
             return;
         fileName = QDir::toNativeSeparators(QFileInfo(fileName).absoluteFilePath());
+        if (!mayDropDatabase())
+            return;
         try {
             dropDatabase();
             const common::WaitCursor waiting;
@@ -157,6 +159,14 @@ void MainWindow::openDatabase(QString fileName, bool skipDialog) {
         m_session.fileName = fileName;
         refreshPanels();
     });
+}
+
+// Whether the changes of a pending transaction, if there is one, may get lost.
+bool MainWindow::mayDropDatabase() {
+    if (!m_session.database || !m_session.database->transactions().pending())
+        return true;
+    return common::confirmed(this,
+                             "A transaction is pending.\nAll its changes will be lost. Go on?");
 }
 
 // Ends what works on the database and drops the handle.
@@ -258,8 +268,12 @@ void MainWindow::on_actionReload_triggered() {
 }
 
 void MainWindow::on_actionClose_triggered() {
-    common::guarded(this, [this] { dropDatabase(); });
-    refreshPanels();
+    common::guarded(this, [this] {
+        if (!mayDropDatabase())
+            return;
+        dropDatabase();
+        refreshPanels();
+    });
 }
 
 void MainWindow::on_actionQuit_triggered() {
@@ -298,6 +312,13 @@ void MainWindow::changeEvent(QEvent* event) {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
+    bool mayClose = true;
+    common::guarded(this, [&] { mayClose = mayDropDatabase(); });
+    if (!mayClose) {
+        libraryChoice().restart = false;
+        event->ignore();
+        return;
+    }
     common::ProgramSettings().setValue("Geometry", saveGeometry());
     QMainWindow::closeEvent(event);
 }

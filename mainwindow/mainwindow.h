@@ -62,6 +62,7 @@ private:
     void restoreWindowGeometry();
     void evaluateCommandLine();
 
+    bool mayDropDatabase();
     void dropDatabase();
     void updateTabs();
     void updateActions();

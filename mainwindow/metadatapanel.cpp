@@ -1,18 +1,22 @@
 #include "mainwindow/metadatapanel.h"
 
 #include "common/comingactions.h"
+#include "common/guard.h"
+#include "common/jsonvalues.h"
+#include "common/messageboxes.h"
 #include "common/numerictreewidgetitem.h"
+#include "common/progress.h"
 #include "common/textformat.h"
 #include "common/theme.h"
-#include "qrb/error.h"
+#include "dialogs/dialogmetadatasignature.h"
 #include "ui_metadatapanel.h"
 
-#include <rapidjson/memorystream.h>
-#include <rapidjson/reader.h>
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
-
+#include <QFile>
+#include <QFileDialog>
 #include <algorithm>
+#include <stdexcept>
+
+namespace common = tarvo::common;
 
 namespace {
 
@@ -21,48 +25,44 @@ constexpr std::size_t previewSize = 8192;
 
 enum MetaDataColumn { ITEM_NAME, ITEM_FORMAT, ITEM_SIZE, ITEM_VALUE };
 
-// Writes numbers as they came, where the base would put them in quotes.
-struct CompactWriter : rapidjson::Writer<rapidjson::StringBuffer> {
-    using rapidjson::Writer<rapidjson::StringBuffer>::Writer;
-    bool RawNumber(const char* digits, rapidjson::SizeType length, bool) {
-        return RawValue(digits, length, rapidjson::kNumberType);
+QString joined(const QStringList& names) {
+    return names.isEmpty() ? QString("(none)") : names.join(", ");
+}
+
+// Sets metadata items; what it changed is taken back unless it is kept.
+class MetaDataImport {
+public:
+    explicit MetaDataImport(tarvo::qrb::pointcloud::MetaData& metaData) : m_metaData(metaData) {}
+    void set(const std::string& name, const std::string& value) {
+        const bool exists = m_metaData.exists(name);
+        m_before.push_back({name, exists, exists ? m_metaData.get(name) : std::string()});
+        m_metaData.set(name, value);
+        (exists ? updated : added) += QString::fromStdString(name);
     }
+    void takeBack() {
+        for (auto old = m_before.rbegin(); old != m_before.rend(); ++old)
+            old->exists ? m_metaData.set(old->name, old->value) : m_metaData.remove(old->name);
+    }
+    QStringList added;
+    QStringList updated;
+
+private:
+    struct Before {
+        std::string name;
+        bool exists;
+        std::string value;
+    };
+    tarvo::qrb::pointcloud::MetaData& m_metaData;
+    std::vector<Before> m_before;
 };
-
-// Turns a JSON document into its form without blanks, numbers as they are written; leaves other
-// texts alone. Streams, so that deep nesting costs no stack.
-bool compactJson(std::string& text) {
-    rapidjson::Reader reader;
-    rapidjson::MemoryStream source(text.data(), text.size());
-    rapidjson::StringBuffer buffer;
-    CompactWriter writer(buffer);
-    constexpr unsigned flags =
-        rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag;
-    if (reader.Parse<flags>(source, writer).IsError())
-        return false;
-    text.assign(buffer.GetString(), buffer.GetSize());
-    return true;
-}
-
-// False also where the library knows no signatures.
-bool isSigned(const tarvo::qrb::pointcloud::MetaData& metaData, const std::string& name) {
-    try {
-        return metaData.verifySignature(name, 0, {});
-    } catch (const tarvo::qrb::Error& error) {
-        if (error.code() != QRB_ERROR_NOT_AVAILABLE)
-            throw;
-        return false;
-    }
-}
 
 }  // namespace
 
 MetaDataPanel::MetaDataPanel(const DatabaseSession& session, QWidget* parent)
     : Panel(session, parent), m_ui(std::make_unique<Ui::MetaDataPanel>()) {
     m_ui->setupUi(this);
-    tarvo::common::announceForLater({m_ui->actionMetaDataAdd, m_ui->actionMetaDataEdit,
-                                     m_ui->actionMetaDataRemove, m_ui->actionMetaDataSignature,
-                                     m_ui->actionMetaDataExport, m_ui->actionMetaDataImport});
+    common::announceForLater({m_ui->actionMetaDataAdd, m_ui->actionMetaDataEdit});
+    on_treeMetaData_itemSelectionChanged();
 }
 
 MetaDataPanel::~MetaDataPanel() = default;
@@ -71,6 +71,7 @@ void MetaDataPanel::refresh() {
     auto* tree = m_ui->treeMetaData;
     tree->clear();
     m_ui->labelMetaData->clear();
+    on_treeMetaData_itemSelectionChanged();
     if (!database())
         return;
 
@@ -88,18 +89,18 @@ void MetaDataPanel::addRow(const std::string& name) {
     auto& metaData = database()->metaData();
     std::string value = metaData.get(name);
     const std::size_t bytes = value.size();
-    const bool locked = isSigned(metaData, name);
-    const bool json = compactJson(value);
+    const bool locked = metaData.verifySignature(name, 0, {});
+    const bool json = common::compactJson(value);
 
     auto* row = new NumericTreeWidgetItem(m_ui->treeMetaData);
     row->setText(ITEM_NAME, QString::fromStdString(name));
     row->setIcon(ITEM_NAME, QIcon(locked ? ":/resources/gui/object-locked.png"
                                          : ":/resources/gui/object-unlocked.png"));
     if (locked)
-        row->setForeground(ITEM_NAME, tarvo::common::readable(QColor(Qt::darkBlue), palette()));
+        row->setForeground(ITEM_NAME, common::readable(QColor(Qt::darkBlue), palette()));
     row->setText(ITEM_FORMAT, json ? "JSON" : "text");
     row->setTextAlignment(ITEM_FORMAT, Qt::AlignCenter);
-    row->setText(ITEM_SIZE, tarvo::common::humanReadableSize(bytes));
+    row->setText(ITEM_SIZE, common::humanReadableSize(bytes));
     row->setTextAlignment(ITEM_SIZE, Qt::AlignRight | Qt::AlignVCenter);
     row->setSortValue(ITEM_SIZE, static_cast<double>(bytes));
 
@@ -107,4 +108,111 @@ void MetaDataPanel::addRow(const std::string& name) {
     if (value.size() > previewSize)
         preview += "...";
     row->setText(ITEM_VALUE, preview.simplified());
+}
+
+void MetaDataPanel::on_treeMetaData_itemSelectionChanged() {
+    const auto selected = m_ui->treeMetaData->selectedItems().size();
+    m_ui->actionMetaDataRemove->setEnabled(selected > 0);
+    m_ui->actionMetaDataExport->setEnabled(selected > 0);
+    m_ui->actionMetaDataSignature->setEnabled(selected == 1);
+    m_ui->actionMetaDataImport->setEnabled(database() != nullptr);
+}
+
+std::vector<std::string> MetaDataPanel::selectedItems() const {
+    std::vector<std::string> names;
+    for (const QTreeWidgetItem* item : m_ui->treeMetaData->selectedItems())
+        names.push_back(item->text(ITEM_NAME).toStdString());
+    return names;
+}
+
+void MetaDataPanel::on_actionMetaDataRemove_triggered() {
+    const auto names = selectedItems();
+    if (names.empty()) {
+        common::showWarning(this, "Nothing selected!");
+        return;
+    }
+    const QString question =
+        names.size() == 1 ? QString("Remove entry \"%0\"?").arg(QString::fromStdString(names[0]))
+                          : QString("Remove %0 entries?").arg(names.size());
+    if (!common::confirmed(this, question))
+        return;
+    guarded([&] {
+        for (const std::string& name : names)
+            database()->metaData().remove(name);
+    });
+    emit databaseChanged();
+}
+
+void MetaDataPanel::on_actionMetaDataSignature_triggered() {
+    const QTreeWidgetItem* item = m_ui->treeMetaData->currentItem();
+    if (!item || !database())
+        return;
+    DialogMetaDataSignature dialog(*database(), item->text(ITEM_NAME), this);
+    dialog.exec();
+    if (dialog.changed())
+        emit databaseChanged();
+}
+
+QString MetaDataPanel::proposedFileName() const {
+    return m_session.fileName + ".meta.json";
+}
+
+void MetaDataPanel::on_actionMetaDataExport_triggered() {
+    const auto names = selectedItems();
+    if (names.empty())
+        return;
+    const QString fileName =
+        QFileDialog::getSaveFileName(this, "Export", proposedFileName(), "JSON files (*.json)");
+    if (fileName.isEmpty())
+        return;
+    const bool done = guarded([&] {
+        const common::WaitCursor waiting;
+        std::vector<std::pair<std::string, std::string>> items;
+        for (const std::string& name : names)
+            items.emplace_back(name, database()->metaData().get(name));
+        const std::string text = common::writeJsonItems(items) + '\n';
+        QFile file(fileName);
+        if (!file.open(QIODevice::WriteOnly))
+            throw std::runtime_error("Failed to open export file.");
+        const auto size = static_cast<qint64>(text.size());
+        if (file.write(text.data(), size) != size || !file.flush())
+            throw std::runtime_error("Failed to write export file: " +
+                                     file.errorString().toStdString());
+    });
+    if (done)
+        common::showInformation(this, "Export successfully finished.");
+}
+
+void MetaDataPanel::on_actionMetaDataImport_triggered() {
+    if (!database())
+        return;
+    const QString fileName =
+        QFileDialog::getOpenFileName(this, "Import", proposedFileName(), "JSON files (*.json)");
+    if (!fileName.isEmpty())
+        importItems(fileName);
+}
+
+void MetaDataPanel::importItems(const QString& fileName) {
+    MetaDataImport import(database()->metaData());
+    const bool done = guarded([&] {
+        QFile file(fileName);
+        if (!file.open(QIODevice::ReadOnly))
+            throw std::runtime_error("Failed to open import file.");
+        common::Progress progress(this, "Importing metadata items...");
+        const auto items = common::readJsonItems(file.readAll().toStdString());
+        try {
+            for (std::size_t i = 0; i < items.size(); ++i) {
+                progress.update(static_cast<int>(i * 100 / items.size()));
+                import.set(items[i].first, items[i].second);
+            }
+        } catch (const common::Cancelled&) {
+            import.takeBack();
+            throw;
+        }
+    });
+    emit databaseChanged();
+    if (done)
+        common::showInformation(
+            this, QString("Import successfully finished.\n\nItems added: %0\nItems updated: %1")
+                      .arg(joined(import.added), joined(import.updated)));
 }

@@ -4,6 +4,8 @@
 #include "mainwindow/panel.h"
 
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace Ui {
 class MetaDataPanel;
@@ -18,8 +20,19 @@ public:
 
     void refresh() override;
 
+private slots:
+    void on_treeMetaData_itemSelectionChanged();
+    void on_actionMetaDataRemove_triggered();
+    void on_actionMetaDataSignature_triggered();
+    void on_actionMetaDataExport_triggered();
+    void on_actionMetaDataImport_triggered();
+
 private:
     void addRow(const std::string& name);
+    // The names of the selected items, in the order of their selection.
+    std::vector<std::string> selectedItems() const;
+    QString proposedFileName() const;
+    void importItems(const QString& fileName);
 
     std::unique_ptr<Ui::MetaDataPanel> m_ui;
 };

@@ -1,10 +1,11 @@
 #include "mainwindow/pointattributespanel.h"
 
 #include "common/comingactions.h"
+#include "common/guard.h"
+#include "common/messageboxes.h"
 #include "common/numerictreewidgetitem.h"
 #include "common/programsettings.h"
 #include "common/textformat.h"
-#include "mainwindow/attributegroups.h"
 #include "ui_pointattributespanel.h"
 
 #include <QHeaderView>
@@ -69,8 +70,8 @@ PointAttributesPanel::PointAttributesPanel(const DatabaseSession& session, QWidg
     m_ui->treePointAttributes->header()->setSectionsClickable(true);
     connect(m_ui->treePointAttributes->header(), &QHeaderView::sectionClicked, this,
             &PointAttributesPanel::onTreePointAttributesColumnClicked);
-    common::announceForLater({m_ui->actionPointAttributeAdd, m_ui->actionPointAttributeEdit,
-                              m_ui->actionPointAttributeRemove});
+    common::announceForLater({m_ui->actionPointAttributeAdd, m_ui->actionPointAttributeEdit});
+    on_treePointAttributes_itemSelectionChanged();
 }
 
 PointAttributesPanel::~PointAttributesPanel() = default;
@@ -79,6 +80,7 @@ void PointAttributesPanel::refresh() {
     auto* tree = m_ui->treePointAttributes;
     tree->clear();
     m_ui->labelPointAttributes->clear();
+    on_treePointAttributes_itemSelectionChanged();
     if (!database())
         return;
 
@@ -87,7 +89,7 @@ void PointAttributesPanel::refresh() {
     const auto names = attributes.list();
     std::vector<std::tuple<QString, std::uint32_t, std::string>> sorted;
     for (const std::string& name : names) {
-        const auto group = attributeGroup(attributes, name);
+        const auto group = attributes.group(name);
         sorted.emplace_back(QString::fromStdString(group.name), group.rank, name);
     }
     std::sort(sorted.begin(), sorted.end());
@@ -163,4 +165,36 @@ void PointAttributesPanel::onTreePointAttributesColumnClicked(int column) {
     const Qt::SortOrder order = tree->header()->sortIndicatorOrder();
     for (int i = 0; i < tree->topLevelItemCount(); ++i)
         tree->topLevelItem(i)->sortChildren(column, order);
+}
+
+std::vector<std::string> PointAttributesPanel::selectedAttributes() const {
+    std::vector<std::string> names;
+    for (const QTreeWidgetItem* item : m_ui->treePointAttributes->selectedItems())
+        if (item->parent())
+            names.push_back(item->data(ATTRIBUTE_NAME, Qt::UserRole).toString().toStdString());
+    return names;
+}
+
+void PointAttributesPanel::on_treePointAttributes_itemSelectionChanged() {
+    m_ui->actionPointAttributeRemove->setEnabled(!selectedAttributes().empty());
+}
+
+void PointAttributesPanel::on_actionPointAttributeRemove_triggered() {
+    const auto names = selectedAttributes();
+    if (names.empty()) {
+        common::showWarning(this, "Nothing selected!");
+        return;
+    }
+    const QString question =
+        names.size() == 1
+            ? QString("Remove attribute \"%0\"?").arg(QString::fromStdString(names[0]))
+            : QString("Remove %0 attributes?").arg(names.size());
+    if (!common::confirmed(this, question))
+        return;
+    guarded([&] {
+        const common::WaitCursor waiting;
+        for (const std::string& name : names)
+            database()->pointAttributes().remove(name);
+    });
+    emit databaseChanged();
 }

@@ -5,6 +5,8 @@
 
 #include <QMap>
 #include <memory>
+#include <string>
+#include <vector>
 
 class QTreeWidgetItem;
 
@@ -24,10 +26,13 @@ public:
 private slots:
     void on_treePointAttributes_itemExpanded(QTreeWidgetItem* item);
     void on_treePointAttributes_itemCollapsed(QTreeWidgetItem* item);
+    void on_treePointAttributes_itemSelectionChanged();
+    void on_actionPointAttributeRemove_triggered();
     void onTreePointAttributesColumnClicked(int column);
 
 private:
     QTreeWidgetItem* groupRow(const QString& name);
+    std::vector<std::string> selectedAttributes() const;
     void readGroupStates();
     void keepGroupState(const QTreeWidgetItem* item, bool expanded);
 

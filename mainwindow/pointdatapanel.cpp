@@ -7,7 +7,6 @@
 #include "common/nodelist.h"
 #include "common/numerictreewidgetitem.h"
 #include "common/textformat.h"
-#include "mainwindow/attributegroups.h"
 #include "mainwindow/filterinsertmenu.h"
 #include "mainwindow/pointexport.h"
 #include "ui_pointdatapanel.h"
@@ -391,7 +390,7 @@ void PointDataPanel::on_actionColumnsShowDefault_triggered() {
         QStringList names;
         for (const auto& attribute : m_attributes) {
             if (attribute.name == id || defaultGroups().contains(QString::fromStdString(
-                                            attributeGroup(attributes, attribute.name).name)))
+                                            attributes.group(attribute.name).name)))
                 names += QString::fromStdString(attribute.name);
         }
         m_columns.setShown(names);

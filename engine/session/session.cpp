@@ -67,11 +67,10 @@ schema::AttributeRecord withValuesOfItsOwn(schema::AttributeRecord record) {
     return record;
 }
 
-void checkMetaData(const std::string& name, const std::string& value) {
+void checkMetaDataName(const std::string& name) {
     if (name.empty() || name.size() > 255 || name.find('\0') != std::string::npos)
         throw Failure(ErrorCode::Argument,
                       "The name of a metadata item must have 1 to 255 characters.");
-    (void)parseJson(value, "The value of the metadata item \"" + name + "\"");
 }
 
 void addTo(State& state, const schema::AttributeRecord& record) {
@@ -115,7 +114,7 @@ void Session::create(const std::string& fileName, const CreateSettings& settings
     transaction.start = transaction.stop = timestamp();
 
     for (const auto& [name, value] : metaData)
-        checkMetaData(name, value);
+        checkMetaDataName(name);
     const Identity identity{makeUuid(), libraryVersion(), settings};
     store::Container::create(fileName, identityText(identity), [&](const auto& add) {
         state.attributesBlob = add(bytesOf(attributesText(state.attributes)));
@@ -347,7 +346,7 @@ std::string Session::metaData(const std::string& name) {
 
 void Session::setMetaData(const std::string& name, const std::string& value) {
     State& pending = change();
-    checkMetaData(name, value);
+    checkMetaDataName(name);
     pending.metaData[name] = {addText(value), 0, {}};
 }
 

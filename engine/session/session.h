@@ -53,7 +53,7 @@ using ColumnCache = LruCache<BlobRef, schema::Column, BlobRefHash>;
 class Session {
 public:
     // Makes a new file with transaction 1, which holds the definitions and no points. extra:
-    // attributes beside the primary one and the point id; metaData: items, JSON texts by name.
+    // attributes beside the primary one and the point id; metaData: items, texts by name.
     static void create(const std::string& fileName, const CreateSettings& settings,
                        const std::string& api,
                        const std::vector<schema::AttributeRecord>& extra = {},
@@ -128,7 +128,7 @@ public:
     // Attribute definitions.
     void addAttribute(const schema::AttributeRecord& record);
 
-    // Metadata items: JSON texts by name.
+    // Metadata items: texts by name, most of them JSON.
     std::string metaData(const std::string& name);  // Failure(NotFound)
     void setMetaData(const std::string& name, const std::string& value);
     void removeMetaData(const std::string& name);

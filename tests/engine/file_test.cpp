@@ -289,7 +289,7 @@ TEST(Transactions, KeepTheirRecordAndEndAsTold) {
     EXPECT_THROW(session.begin("", "", "", ""), Failure);
     EXPECT_TRUE(session.pending());
     EXPECT_EQ(session.current(), 2u);
-    EXPECT_THROW(session.setMetaData("broken", "{"), Failure);
+    EXPECT_THROW(session.setMetaData("", "{}"), Failure);
     session.setMetaData("kept", "[1, 2]");
     session.removeMetaData("note");
     // A commit that is told to stop leaves everything as it is.

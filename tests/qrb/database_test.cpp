@@ -269,7 +269,10 @@ TEST_F(Database, MetaDataItemsComeBackAsTheyWereWritten) {
     TransactionGuard transaction(cloud.transactions(), "Metadata", "tests");
     metaData.set("b.item", "{\"ü\": [1, 2]}");
     metaData.set("a.item", "2");
-    EXPECT_THROW(metaData.set("c.item", "{"), qrb::Error);
+    EXPECT_THROW(metaData.set("", "{}"), qrb::Error);
+    metaData.set("c.item", "no { JSON");
+    EXPECT_EQ(metaData.get("c.item"), "no { JSON");
+    metaData.remove("c.item");
     metaData.remove("a.item");
     transaction.commit();
     EXPECT_EQ(metaData.list(), std::vector<std::string>{"b.item"});
