@@ -2,6 +2,8 @@
 
 #include "common/filterhistory.h"
 #include "common/messageboxes.h"
+#include "dialogs/dialograngequery.h"
+#include "mainwindow/pointreader.h"
 
 #include <QLineEdit>
 
@@ -24,10 +26,9 @@ FilterInsertMenu::FilterInsertMenu(QLineEdit* target, QWidget* parent)
     addProperties();
     addOperators();
     addCommands();
-    QAction* range = addAction(insertIcon("insert-range"), "Insert range query...");
-    range->setEnabled(false);
-    range->setToolTip("Not available yet; a coming release brings it.");
-    setToolTipsVisible(true);
+    m_rangeQuery = addAction(insertIcon("insert-range"), "Insert range query...", this,
+                             &FilterInsertMenu::onPointDataFilterInsertRangeQuery);
+    m_rangeQuery->setEnabled(false);
     addSeparator();
     addAction(insertIcon("clear"), "Clear history", this,
               &FilterInsertMenu::onPointDataFilterClearHistory);
@@ -84,7 +85,17 @@ void FilterInsertMenu::addCommands() {
         addEntry(menu, command, command, &FilterInsertMenu::onPointDataFilterInsertCommand);
 }
 
-void FilterInsertMenu::setAttributeNames(QStringList names) {
+void FilterInsertMenu::setAttributes(
+    const std::vector<tarvo::qrb::pointcloud::PointAttribute>& attributes) {
+    m_definitions = attributes;
+    m_rangeQuery->setEnabled(!attributes.empty());
+    QStringList names;
+    for (const auto& attribute : attributes) {
+        const QString name = QString::fromStdString(attribute.name);
+        names += attribute.length > PointReader::maximumElements
+                     ? QStringList(name)
+                     : elementNames(name, attribute.length);
+    }
     names.sort();
     m_attributes->clear();
     for (const QString& name : names) {
@@ -109,6 +120,12 @@ void FilterInsertMenu::onPointDataFilterInsertOperator() {
 
 void FilterInsertMenu::onPointDataFilterInsertCommand() {
     insertIntoFilter(m_target, dataOf(sender()));
+}
+
+void FilterInsertMenu::onPointDataFilterInsertRangeQuery() {
+    DialogRangeQuery dialog(m_definitions, parentWidget());
+    if (dialog.exec() == QDialog::Accepted)
+        insertIntoFilter(m_target, dialog.expression());
 }
 
 void FilterInsertMenu::onPointDataFilterClearHistory() {

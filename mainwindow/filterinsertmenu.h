@@ -1,8 +1,10 @@
 // The menu that puts attribute names, properties, operators and commands into a filter expression.
 #pragma once
 
+#include "qrb/pointattribute.h"
+
 #include <QMenu>
-#include <QStringList>
+#include <vector>
 
 class QLineEdit;
 
@@ -13,8 +15,8 @@ public:
     // The texts go into target, which must outlive the menu.
     FilterInsertMenu(QLineEdit* target, QWidget* parent);
 
-    // Names of attributes and their elements, offered in alphabetical order.
-    void setAttributeNames(QStringList names);
+    // Offers the attributes and their elements, in alphabetical order.
+    void setAttributes(const std::vector<tarvo::qrb::pointcloud::PointAttribute>& attributes);
 
 signals:
     void historyCleared();
@@ -24,6 +26,7 @@ private slots:
     void onPointDataFilterInsertProperty();
     void onPointDataFilterInsertOperator();
     void onPointDataFilterInsertCommand();
+    void onPointDataFilterInsertRangeQuery();
     void onPointDataFilterClearHistory();
     void onPointDataFilterClearFilter();
 
@@ -36,6 +39,8 @@ private:
 
     QLineEdit* m_target;
     QMenu* m_attributes;
+    QAction* m_rangeQuery = nullptr;
+    std::vector<tarvo::qrb::pointcloud::PointAttribute> m_definitions;
 };
 
 // Puts a text and a blank at the cursor, in place of the selection, after a blank where none is.

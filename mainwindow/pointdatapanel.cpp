@@ -6,16 +6,18 @@
 #include "common/messageboxes.h"
 #include "common/nodelist.h"
 #include "common/numerictreewidgetitem.h"
+#include "common/progress.h"
 #include "common/textformat.h"
 #include "mainwindow/filterinsertmenu.h"
+#include "mainwindow/findbar.h"
 #include "mainwindow/pointexport.h"
 #include "ui_pointdatapanel.h"
 
 #include <QAbstractItemModel>
+#include <QBoxLayout>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileDialog>
-#include <QInputDialog>
 #include <QLineEdit>
 #include <QLocale>
 #include <algorithm>
@@ -26,31 +28,13 @@ namespace common = tarvo::common;
 
 namespace {
 
-constexpr std::uint32_t countBatch = 10'000'000;
+// Points per call: few enough that the progress dialog stays alive.
+constexpr std::uint32_t countBatch = 1'000'000;
 
 // The groups whose attributes "Show default" shows.
 const QStringList& defaultGroups() {
     static const QStringList groups = {"Coordinates/Vectors", "Time", "Primary Attributes"};
     return groups;
-}
-
-// The row of the next cell that holds the text, searched from the current cell on and round.
-QTreeWidgetItem* findRow(QTreeWidget* tree, const QString& text, int& column) {
-    const int rows = tree->topLevelItemCount();
-    const int columns = tree->columnCount();
-    const qint64 cells = static_cast<qint64>(rows) * columns;
-    qint64 start = -1;
-    if (auto* current = tree->currentItem())
-        start = static_cast<qint64>(tree->indexOfTopLevelItem(current)) * columns +
-                std::max(tree->currentColumn(), 0);
-    for (qint64 step = 1; step <= cells; ++step) {
-        const qint64 cell = (start + step) % cells;
-        column = static_cast<int>(cell % columns);
-        auto* row = tree->topLevelItem(static_cast<int>(cell / columns));
-        if (!tree->isColumnHidden(column) && row->text(column).contains(text, Qt::CaseInsensitive))
-            return row;
-    }
-    return nullptr;
 }
 
 QString countText(quint64 count) {
@@ -70,6 +54,9 @@ PointDataPanel::PointDataPanel(const DatabaseSession& session, QWidget* parent)
     setUpFilter();
     setUpColumns();
     m_ui->treePointData->sortByColumn(-1, Qt::AscendingOrder);
+    m_findBar = new FindBar(m_ui->treePointData, this);
+    auto* layout = qobject_cast<QBoxLayout*>(this->layout());
+    layout->insertWidget(layout->indexOf(m_ui->splitterPointData) + 1, m_findBar);
     m_ui->splitterPointData->setStretchFactor(0, 5);
     m_ui->splitterPointData->setStretchFactor(1, 1);
     m_ui->splitterPointData->setSizes({500, 110});
@@ -145,18 +132,12 @@ void PointDataPanel::clear() {
 
 void PointDataPanel::refreshAttributes() {
     m_attributes.clear();
-    QStringList names;
     if (database()) {
         const auto& attributes = database()->pointAttributes();
-        for (const std::string& name : attributes.list()) {
+        for (const std::string& name : attributes.list())
             m_attributes.push_back(attributes.get(name));
-            const QString text = QString::fromStdString(name);
-            const std::uint32_t length = m_attributes.back().length;
-            names += length > PointReader::maximumElements ? QStringList(text)
-                                                           : elementNames(text, length);
-        }
     }
-    m_insertMenu->setAttributeNames(names);
+    m_insertMenu->setAttributes(m_attributes);
     m_columns.fill(m_attributes);
     m_columns.apply(m_ui->treePointData);
 }
@@ -242,6 +223,7 @@ void PointDataPanel::appendPage() {
             m_ui->treePointData->resizeColumnToContents(0);
             m_columns.apply(m_ui->treePointData);
             m_ui->progressPointData->setValue(static_cast<int>(m_reader->progress()));
+            m_findBar->refresh();
         }
     }
     if (count == 0) {
@@ -283,10 +265,12 @@ void PointDataPanel::on_actionQuerySelectCount_triggered() {
         return;
     quint64 total = 0;
     const bool done = guarded([&] {
-        const common::WaitCursor waiting;
+        common::Progress progress(this, "Counting points...");
         auto query = selection().query(*database());
-        while (const std::uint32_t count = query.next(countBatch))
+        while (const std::uint32_t count = query.next(countBatch)) {
             total += count;
+            progress.update(static_cast<int>(query.progress()));
+        }
     });
     if (done)
         common::showInformation(this, countText(total));
@@ -294,22 +278,7 @@ void PointDataPanel::on_actionQuerySelectCount_triggered() {
 
 void PointDataPanel::on_actionQuerySelectFind_triggered() {
     emit shown();
-    bool accepted = false;
-    const QString text =
-        QInputDialog::getText(this, "Find", "Text to find in the points shown:", QLineEdit::Normal,
-                              m_findText, &accepted);
-    if (!accepted || text.isEmpty())
-        return;
-    m_findText = text;
-    int column = 0;
-    QTreeWidgetItem* row = findRow(m_ui->treePointData, text, column);
-    if (!row) {
-        common::showInformation(this, QString("\"%0\" was not found.").arg(text));
-        return;
-    }
-    m_ui->treePointData->setCurrentItem(row, column);
-    m_ui->treePointData->scrollTo(m_ui->treePointData->currentIndex());
-    m_ui->treePointData->setFocus();
+    m_findBar->open();
 }
 
 void PointDataPanel::on_actionQuerySelectExport_triggered() {
@@ -329,9 +298,10 @@ void PointDataPanel::on_actionQuerySelectExport_triggered() {
         QFile file(name);
         if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
             throw std::runtime_error("Failed to open export file.");
-        const common::WaitCursor waiting;
+        common::Progress progress(this, "Exporting points...");
         exportPoints(*database(), wanted, m_columns.shownAttributes(),
-                     separators[std::max<qsizetype>(filters.indexOf(chosen), 0)], file);
+                     separators[std::max<qsizetype>(filters.indexOf(chosen), 0)], file,
+                     [&](int percent) { progress.update(percent); });
         if (!file.flush())
             throw std::runtime_error(
                 ("Failed to write export file: " + file.errorString()).toStdString());

@@ -9,6 +9,7 @@
 #include <memory>
 
 class FilterInsertMenu;
+class FindBar;
 class QListWidgetItem;
 class QTreeWidgetItem;
 
@@ -77,6 +78,7 @@ private:
 
     std::unique_ptr<Ui::PointDataPanel> m_ui;
     FilterInsertMenu* m_insertMenu = nullptr;
+    FindBar* m_findBar = nullptr;
     PointColumns m_columns;
     std::vector<tarvo::qrb::pointcloud::PointAttribute> m_attributes;
     std::weak_ptr<tarvo::qrb::Pointcloud> m_shownDatabase;
@@ -85,5 +87,4 @@ private:
     QString m_runningFilter;
     QString m_runningNodes;
     std::uint32_t m_rowCounter = 0;  // points shown so far
-    QString m_findText;
 };

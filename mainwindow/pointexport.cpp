@@ -26,7 +26,8 @@ void writeLine(QIODevice& device, QByteArray& line) {
 }  // namespace
 
 void exportPoints(const tarvo::qrb::Pointcloud& database, const PointReader::Selection& selection,
-                  const QStringList& attributes, char separator, QIODevice& device) {
+                  const QStringList& attributes, char separator, QIODevice& device,
+                  const std::function<void(int)>& progress) {
     auto query = selection.query(database);
     std::vector<ExportColumn> columns;
     QStringList names;
@@ -54,5 +55,7 @@ void exportPoints(const tarvo::qrb::Pointcloud& database, const PointReader::Sel
             }
             writeLine(device, line);
         }
+        if (progress)
+            progress(static_cast<int>(query.progress()));
     }
 }

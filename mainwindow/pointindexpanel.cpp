@@ -1,12 +1,12 @@
 #include "mainwindow/pointindexpanel.h"
 
 #include "common/clipboard.h"
-#include "common/comingactions.h"
 #include "common/filterhistory.h"
 #include "common/guard.h"
 #include "common/nodelist.h"
 #include "common/numerictreewidgetitem.h"
 #include "common/textformat.h"
+#include "dialogs/dialogindexstatistics.h"
 #include "mainwindow/indexsearch.h"
 #include "mainwindow/pointreader.h"
 #include "qrb/error.h"
@@ -105,7 +105,6 @@ PointIndexPanel::PointIndexPanel(const DatabaseSession& session, QWidget* parent
     m_ui->treePointIndexNodes->setSelectionMode(QAbstractItemView::SingleSelection);
     m_ui->splitterPointIndex->setStretchFactor(0, 3);
     m_ui->splitterPointIndex->setStretchFactor(1, 2);
-    common::announceForLater({m_ui->actionPointIndexStats});
     updateActions();
 }
 
@@ -139,7 +138,7 @@ void PointIndexPanel::refreshHistory() {
 
 void PointIndexPanel::updateActions() {
     for (QAction* action : {m_ui->actionPointIndexFilterNodes, m_ui->actionPointIndexNodeExpand,
-                            m_ui->actionPointIndexNodeCollapse})
+                            m_ui->actionPointIndexNodeCollapse, m_ui->actionPointIndexStats})
         action->setEnabled(database() != nullptr);
 }
 
@@ -197,14 +196,12 @@ PointIndexPanel::Wanted PointIndexPanel::wantedNodes(const QString& filter,
                                                      const pointcloud::IndexNode& root) const {
     if (filter.isEmpty())
         return {};
-    if (const auto search = indexSearchCommand(filter))
-        return {false, {findIndexNode(root, *search)}};
     if (isNodeList(filter))
         return {false, common::parseNodeList(filter)};
     pointcloud::IndexNode narrowed;
     database()->stat().index(narrowed, filter.toStdString());
-    // Where nothing matches the library tells the bare root.
-    if (narrowed.children.empty() && !root.children.empty())
+    // Where nothing matches the library tells the bare root; a command always finds a node.
+    if (narrowed.children.empty() && !root.children.empty() && !isIndexCommand(filter))
         return {false, {}};
     return {false, leavesOf(narrowed)};
 }
@@ -286,6 +283,19 @@ void PointIndexPanel::resizeNodeColumns() {
 void PointIndexPanel::resizeDetailColumns() {
     m_ui->treePointIndexDetails->resizeColumnToContents(0);
     m_ui->treePointIndexDetails->resizeColumnToContents(1);
+}
+
+void PointIndexPanel::on_actionPointIndexStats_triggered() {
+    if (!database())
+        return;
+    guarded([this] {
+        pointcloud::IndexNode root;
+        {
+            const common::WaitCursor waiting;
+            database()->stat().index(root);
+        }
+        DialogIndexStatistics(root, this).exec();
+    });
 }
 
 void PointIndexPanel::on_actionPointIndexNodeExpand_triggered() {

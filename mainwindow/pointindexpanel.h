@@ -37,6 +37,7 @@ protected:
 
 private slots:
     void on_actionPointIndexFilterNodes_triggered();
+    void on_actionPointIndexStats_triggered();
     void on_actionPointIndexNodeExpand_triggered();
     void on_actionPointIndexNodeCollapse_triggered();
     void on_treePointIndexNodes_itemSelectionChanged();

@@ -1,0 +1,48 @@
+// Builds a filter expression that limits one element of a point attribute to a range.
+#pragma once
+
+#include "common/programsettings.h"
+#include "qrb/pointattribute.h"
+
+#include <QDialog>
+#include <QString>
+#include <memory>
+#include <vector>
+
+namespace Ui {
+class DialogRangeQuery;
+}
+
+class DialogRangeQuery : public QDialog {
+    Q_OBJECT
+
+public:
+    DialogRangeQuery(const std::vector<tarvo::qrb::pointcloud::PointAttribute>& attributes,
+                     QWidget* parent);
+    ~DialogRangeQuery() override;
+
+    // The expression previewed.
+    QString expression() const;
+
+public slots:
+    // Remembers what was entered.
+    void accept() override;
+
+private slots:
+    void on_editPointAttribute_currentIndexChanged(int index);
+    void on_editLowerBoundValue_textChanged(const QString& text);
+    void on_editUpperBoundValue_textChanged(const QString& text);
+    void on_editCenterValue_textChanged(const QString& text);
+    void on_editRadiusValue_textChanged(const QString& text);
+
+private:
+    void restore();
+    void updatePreview();
+    QString boundsExpression(const QString& attribute) const;
+    QString centerExpression(const QString& attribute) const;
+    const tarvo::qrb::pointcloud::PointAttribute* attribute() const;
+
+    std::unique_ptr<Ui::DialogRangeQuery> m_ui;
+    std::vector<tarvo::qrb::pointcloud::PointAttribute> m_attributes;
+    tarvo::common::DialogSettings m_settings;
+};
