@@ -1,0 +1,65 @@
+#include "tests/gui/modalscript.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QtTest>
+
+ModalScript::ModalScript(std::vector<Step> steps) : m_steps(std::move(steps)) {
+    arm();
+}
+
+void ModalScript::arm() {
+    if (m_answered == m_steps.size())
+        return;
+    m_timers.push_back(std::make_unique<QTimer>());
+    QTimer* timer = m_timers.back().get();
+    QDialog* const before = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    QObject::connect(timer, &QTimer::timeout, timer, [this, timer, before] {
+        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        if (!dialog || !dialog->isVisible() || dialog == before)
+            return;
+        timer->stop();
+        const Step step = m_steps[m_answered++];
+        if (const auto* box = qobject_cast<QMessageBox*>(dialog))
+            m_texts += box->text();
+        arm();
+        step(dialog);
+    });
+    timer->start(10);
+}
+
+ModalScript::Step ModalScript::press(const QString& button) {
+    return [button](QDialog* dialog) {
+        for (auto* each : dialog->findChildren<QAbstractButton*>()) {
+            if (each->text().remove('&') == button) {
+                QTest::mouseClick(each, Qt::LeftButton);
+                return;
+            }
+        }
+        qCritical("the dialog has no button %s", qUtf8Printable(button));
+        dialog->reject();
+    };
+}
+
+ModalScript::Step ModalScript::chooseFile(const QString& fileName) {
+    return [fileName](QDialog* dialog) {
+        auto* edit = dialog->findChild<QLineEdit*>("fileNameEdit");
+        if (!edit) {
+            qCritical("not a file dialog");
+            dialog->reject();
+            return;
+        }
+        edit->setText(fileName);
+        QTest::keyClick(edit, Qt::Key_Return);
+    };
+}
+
+ModalScript::Step ModalScript::with(const Step& first, const QString& button) {
+    return [first, button](QDialog* dialog) {
+        first(dialog);
+        press(button)(dialog);
+    };
+}

@@ -1,0 +1,34 @@
+// Answers several modal dialogs in a row, also those that open while an earlier one is still open.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QTimer>
+#include <functional>
+#include <memory>
+#include <vector>
+
+class QDialog;
+
+class ModalScript {
+public:
+    using Step = std::function<void(QDialog*)>;
+    explicit ModalScript(std::vector<Step> steps);
+
+    // How many dialogs came, and the texts of those that were message boxes.
+    std::size_t answered() const { return m_answered; }
+    const QStringList& texts() const { return m_texts; }
+
+    // Steps.
+    static Step press(const QString& button);                    // by its text without ampersands
+    static Step chooseFile(const QString& fileName);             // in a file dialog
+    static Step with(const Step& first, const QString& button);  // then presses the button
+
+private:
+    void arm();
+
+    std::vector<Step> m_steps;
+    std::vector<std::unique_ptr<QTimer>> m_timers;  // a timer does not fire within its own slot
+    std::size_t m_answered = 0;
+    QStringList m_texts;
+};
