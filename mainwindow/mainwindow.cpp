@@ -30,6 +30,8 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QMimeData>
+#include <QToolBar>
+#include <QToolButton>
 
 namespace common = tarvo::common;
 
@@ -99,6 +101,10 @@ void MainWindow::createPanels() {
 
 void MainWindow::addPanel(QWidget* tab, Panel* panel) {
     tab->layout()->addWidget(panel);
+    // Toolbars leave their buttons out of the tab order, and many actions stand nowhere else.
+    for (const QToolBar* toolBar : panel->findChildren<QToolBar*>())
+        for (QToolButton* button : toolBar->findChildren<QToolButton*>())
+            button->setFocusPolicy(Qt::TabFocus);
     connect(panel, &Panel::databaseChanged, this, &MainWindow::refreshPanels);
     m_panels.push_back(panel);
 }

@@ -12,6 +12,7 @@
 #include "tests/gui/modalscript.h"
 #include "tests/gui/testdatabase.h"
 
+#include <QAccessible>
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
@@ -75,6 +76,7 @@ private slots:
     void rangeQueryGoesIntoTheFilter();
     void findBarGoesThroughTheHits();
     void longWorkCanBeCancelled();
+    void everyControlHasANameAndAWayToIt();
     void jsonItemsComeBack();
 
 private:
@@ -627,6 +629,39 @@ void TabsTest::longWorkCanBeCancelled() {
     QVERIFY(!done && shown);
     QVERIFY2(steps >= 20 && steps < 100, qUtf8Printable(QString::number(steps)));
     QVERIFY(!QApplication::activeModalWidget());
+}
+
+// For those who can't see the window, and those who use no mouse.
+void TabsTest::everyControlHasANameAndAWayToIt() {
+    QStringList nameless;
+    for (QWidget* widget : m_window->findChildren<QWidget*>()) {
+        const bool control =
+            qobject_cast<QAbstractButton*>(widget) || qobject_cast<QLineEdit*>(widget) ||
+            qobject_cast<QComboBox*>(widget) || qobject_cast<QAbstractItemView*>(widget) ||
+            qobject_cast<QTextEdit*>(widget) || qobject_cast<QPlainTextEdit*>(widget);
+        if (!control || widget->objectName().startsWith("qt_") || widget->objectName().isEmpty() ||
+            qobject_cast<QComboBox*>(widget->parentWidget()) ||
+            qobject_cast<QLineEdit*>(widget->parentWidget()))
+            continue;
+        auto* accessible = QAccessible::queryAccessibleInterface(widget);
+        if (!accessible || accessible->text(QAccessible::Name).isEmpty())
+            nameless += widget->objectName();
+    }
+    QVERIFY2(nameless.isEmpty(), qUtf8Printable(nameless.join(", ")));
+
+    QStringList unreachable;
+    for (const QAction* action : m_window->findChildren<QAction*>()) {
+        if (!action->objectName().startsWith("action") || !action->isVisible())
+            continue;
+        bool reachable = !action->shortcut().isEmpty();
+        for (const QObject* place : action->associatedObjects()) {
+            const auto* widget = qobject_cast<const QWidget*>(place);
+            reachable = reachable || qobject_cast<const QMenu*>(place) ||
+                        (widget && widget->focusPolicy() != Qt::NoFocus);
+        }
+        unreachable += reachable ? QStringList() : QStringList(action->objectName());
+    }
+    QVERIFY2(unreachable.isEmpty(), qUtf8Printable(unreachable.join(", ")));
 }
 
 void TabsTest::jsonItemsComeBack() {
