@@ -27,6 +27,11 @@ export XDG_CONFIG_HOME=$work/config XDG_RUNTIME_DIR=$work/run LC_ALL=C.UTF-8
 
 database=$work/autzen.qrbx
 "$bin/qrbtool" import "$cloud" "$database"
+"$bin/qrbtool" update "$database" --set tarvo.class=9 --filter 'tarvo.class == 2 && tarvo.xyz[2] < 408'
+"$bin/qrbtool" metadata "$database" set tarvo.geo_tag '{"name": "Autzen, south"}'
+"$bin/qrbtool" metadata "$database" sign tarvo.geo_tag --key '0f 5a 77'
+"$bin/qrbtool" lod "$database" set --mode thinout --size 20
+"$bin/qrbtool" changelog "$database" append 'Ground was checked by hand.'
 "$bin/qrbadmin" --window=0,0,1000,640 "$database" &
 program=$!
 window=$(xdotool search --sync --onlyvisible --name '^qrbadmin$' | head -1)
@@ -47,8 +52,20 @@ next_tabs() {
 }
 
 grab database
-next_tabs 6
+for tab in transactions changelog metadata point-attributes point-index; do
+    next_tabs 1
+    grab "$tab"
+done
+next_tabs 1
 xdotool mousemove --window "$window" 300 143 click 1
 xdotool type --delay 5 'tarvo.class == 2 && tarvo.xyz[2] > 420'
 xdotool key Return
 grab point-data
+next_tabs 1
+xdotool mousemove --window "$window" 210 111 click 1
+sleep 0.5
+xdotool key Down Down Return
+xdotool mousemove --window "$window" 20 110 click 1
+sleep 1
+xdotool mousemove --window "$window" 400 500 click --repeat 7 --delay 50 5
+grab inspection
