@@ -7,6 +7,7 @@
 #include "common/recentfiles.h"
 #include "common/theme.h"
 #include "dialogs/dialogopensettings.h"
+#include "dialogs/dialogvalidate.h"
 #include "mainwindow/aboutbox.h"
 #include "mainwindow/changelogpanel.h"
 #include "mainwindow/commandline.h"
@@ -57,7 +58,7 @@ MainWindow::MainWindow() : m_ui(std::make_unique<Ui::MainWindow>()) {
     m_ui->actionProgramSettings->setVisible(false);
     m_ui->actionFactoryMode->setEnabled(false);
     m_ui->actionFactoryMode->setVisible(false);
-    common::announceForLater({m_ui->actionNew, m_ui->actionValidate, m_ui->actionExportAsQRB});
+    common::announceForLater({m_ui->actionNew, m_ui->actionExportAsQRB});
     common::adaptToolTips(this);
     evaluateCommandLine();
 }
@@ -239,6 +240,7 @@ void MainWindow::updateTabs() {
 void MainWindow::updateActions() {
     const bool open = m_session.database != nullptr;
     m_ui->actionReload->setEnabled(open);
+    m_ui->actionValidate->setEnabled(open);
     m_ui->actionClose->setEnabled(open || !m_changelog->textFileName().isEmpty());
     m_ui->actionOpenLastUsed->setEnabled(!common::RecentFiles::list().isEmpty());
 }
@@ -271,6 +273,11 @@ void MainWindow::on_actionReload_triggered() {
     refreshPanels();
     if (running)
         m_pointData->runAction()->trigger();
+}
+
+void MainWindow::on_actionValidate_triggered() {
+    if (m_session.database)
+        DialogValidate(m_session.fileName, *m_session.database, this).exec();
 }
 
 void MainWindow::on_actionClose_triggered() {

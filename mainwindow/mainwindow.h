@@ -50,6 +50,7 @@ private slots:
     void on_actionOpenLastUsed_triggered();
     void on_actionOpenClipboard_triggered();
     void on_actionReload_triggered();
+    void on_actionValidate_triggered();
     void on_actionClose_triggered();
     void on_actionQuit_triggered();
     void on_actionAbout_triggered();

@@ -1,11 +1,11 @@
 #include "mainwindow/transactionspanel.h"
 
-#include "common/comingactions.h"
 #include "common/guard.h"
 #include "common/messageboxes.h"
 #include "common/numerictreewidgetitem.h"
 #include "common/progress.h"
 #include "common/textformat.h"
+#include "dialogs/dialoglevelofdetail.h"
 #include "dialogs/dialogtransaction.h"
 #include "dialogs/dialogtransactioncommit.h"
 #include "ui_transactionspanel.h"
@@ -47,7 +47,6 @@ TransactionsPanel::TransactionsPanel(const DatabaseSession& session, QWidget* pa
     m_ui->setupUi(this);
     buildToolBar();
     m_ui->treeTransactions->sortByColumn(TRANSACTION_ID, Qt::AscendingOrder);
-    common::announceForLater({m_ui->actionManagementLevelOfDetail});
     updateActions();
 }
 
@@ -104,7 +103,7 @@ void TransactionsPanel::updateActions() {
     m_ui->actionTransactionRestore->setEnabled(idle && m_ui->treeTransactions->currentItem());
     m_ui->actionTransactionSize->setEnabled(open);
     for (QAction* action : {m_ui->actionTransactionDiscard, m_ui->actionManagementFinalize,
-                            m_ui->actionManagementVacuum})
+                            m_ui->actionManagementVacuum, m_ui->actionManagementLevelOfDetail})
         action->setEnabled(idle);
 }
 
@@ -238,6 +237,13 @@ void TransactionsPanel::on_actionTransactionSize_triggered() {
                                           .arg(nameOf(ids), common::humanReadableSize(bytes))
                                           .arg(bytes));
     });
+}
+
+void TransactionsPanel::on_actionManagementLevelOfDetail_triggered() {
+    if (!database())
+        return;
+    DialogLevelOfDetail::edit(*database(), this);
+    emit databaseChanged();
 }
 
 void TransactionsPanel::on_actionManagementFinalize_triggered() {

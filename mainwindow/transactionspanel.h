@@ -32,6 +32,7 @@ private slots:
     void on_actionTransactionRestore_triggered();
     void on_actionTransactionDiscard_triggered();
     void on_actionTransactionSize_triggered();
+    void on_actionManagementLevelOfDetail_triggered();
     void on_actionManagementFinalize_triggered();
     void on_actionManagementVacuum_triggered();
 

@@ -24,6 +24,7 @@
 #include <QPlainTextEdit>
 #include <QProgressDialog>
 #include <QPushButton>
+#include <QSpinBox>
 #include <QTabWidget>
 #include <QTextBrowser>
 #include <QThread>
@@ -75,6 +76,8 @@ private slots:
     void commandsFindNodesOfTheIndex();
     void rangeQueryGoesIntoTheFilter();
     void findBarGoesThroughTheHits();
+    void levelOfDetailIsBuiltAndCanBeCancelled();
+    void validationTellsWhatItFinds();
     void longWorkCanBeCancelled();
     void everyControlHasANameAndAWayToIt();
     void jsonItemsComeBack();
@@ -609,6 +612,62 @@ void TabsTest::findBarGoesThroughTheHits() {
     QTest::keyClick(edit, Qt::Key_Escape);
     QVERIFY(!edit->isVisible());
     QVERIFY(child<QAction>("actionQuerySelectCancel")->isEnabled());  // the query goes on
+}
+
+void TabsTest::levelOfDetailIsBuiltAndCanBeCancelled() {
+    const auto apply = [](bool cancel) -> Step {
+        return [cancel](QDialog* dialog) {
+            in<QComboBox>(dialog, "editLodMode")->setCurrentIndex(0);
+            QVERIFY(!in<QComboBox>(dialog, "editLodSizeCombine")->isEnabled());
+            in<QSpinBox>(dialog, "editLodSizeThinout")->setValue(30);
+            if (cancel)  // as a close request in the middle of the work
+                connect(dialog, SIGNAL(update_progress(int)), dialog, SLOT(reject()),
+                        Qt::DirectConnection);
+            ModalScript::press("Apply")(dialog);
+            QVERIFY(dialog->isVisible());
+            if (cancel)
+                dialog->disconnect(SIGNAL(update_progress(int)));
+            ModalScript::press("Close")(dialog);
+        };
+    };
+    const Step ok = ModalScript::press("OK");
+    QCOMPARE(run("actionManagementLevelOfDetail", {apply(true), ok}),
+             QStringList("Update cancelled."));
+    QCOMPARE(child<QLineEdit>("editLevelOfDetail")->text(), "disabled");
+    QCOMPARE(child<QLabel>("labelTransactions")->text(), "Transactions: 3, Current transaction: 3");
+    QVERIFY(run("actionManagementLevelOfDetail", {apply(false), ok})
+                .value(0)
+                .startsWith("Successfully finished!\n\nDuration: "));
+    QCOMPARE(child<QLineEdit>("editLevelOfDetail")->text(),
+             "mode: thinout, size: up to 30 % of the original points");
+    QCOMPARE(child<QLineEdit>("editPointsTotal")->text(),
+             QLocale().toString(m_original.pointCount));
+}
+
+void TabsTest::validationTellsWhatItFinds() {
+    const auto validate = [](const QString& schema, QString* result) -> Step {
+        return [=](QDialog* dialog) {
+            QVERIFY(in<QComboBox>(dialog, "listSchema")->currentText() == "qrbx");
+            QVERIFY(in<QPlainTextEdit>(dialog, "editSchema")->toPlainText().contains("tarvo.xyz"));
+            if (!schema.isEmpty())
+                in<QPlainTextEdit>(dialog, "editSchema")->setPlainText(schema);
+            ModalScript::press("Validate")(dialog);
+            *result = in<QPlainTextEdit>(dialog, "editResult")->toPlainText();
+            ModalScript::press("Close")(dialog);
+        };
+    };
+    QString result;
+    run("actionValidate", {validate(R"({"identifier": "own", "extension": "own",
+        "attributes": ["tarvo.id"], "metadata": ["own.note"]})",
+                                    &result)});
+    QCOMPARE(result, "No problems detected!");
+    run("actionValidate", {validate(R"({"identifier": "own", "extension": "own",
+        "attributes": ["tarvo.xyz*", "tarvo.temperature"], "metadata": ["tarvo.device"]})",
+                                    &result),
+                           ModalScript::press("OK")});
+    QVERIFY(result.contains("tarvo.temperature") && result.contains("tarvo.device"));
+    QVERIFY(!result.contains("No problems detected!"));
+    run("actionValidate", {validate("{", &result), ModalScript::press("OK")});
 }
 
 void TabsTest::longWorkCanBeCancelled() {
