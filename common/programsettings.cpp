@@ -23,10 +23,10 @@ void keepPrivate(QSettings& settings) {
 
 }  // namespace
 
-ProgramSettings::ProgramSettings()
+ProgramSettings::ProgramSettings(const QString& group)
     : QSettings(QSettings::IniFormat, QSettings::UserScope, QCoreApplication::organizationName(),
                 QCoreApplication::applicationName()) {
-    beginGroup("MainWindow");
+    beginGroup(group);
 }
 
 ProgramSettings::~ProgramSettings() {

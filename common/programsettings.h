@@ -8,10 +8,10 @@ class QWidget;
 
 namespace tarvo::common {
 
-// INI format, user scope, in the group "MainWindow". The file is made readable for its owner only.
+// INI format, user scope. The file is made readable for its owner only.
 class ProgramSettings : public QSettings {
 public:
-    ProgramSettings();
+    explicit ProgramSettings(const QString& group = "MainWindow");
     ~ProgramSettings() override;
 };
 

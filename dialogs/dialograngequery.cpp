@@ -1,5 +1,6 @@
 #include "dialogs/dialograngequery.h"
 
+#include "common/programsettings.h"
 #include "common/textformat.h"
 #include "ui_dialograngequery.h"
 
@@ -10,6 +11,7 @@ namespace common = tarvo::common;
 
 namespace {
 
+constexpr const char* settingsGroup = "DialogRangeQuery";
 const QString unreadable = "failed to parse center and/or radius!";
 
 // Locale-aware, the base from the text (0x.., 0.., else decimal).
@@ -31,10 +33,7 @@ bool readDecimal(const QString& text, double& number) {
 
 DialogRangeQuery::DialogRangeQuery(
     const std::vector<tarvo::qrb::pointcloud::PointAttribute>& attributes, QWidget* parent)
-    : QDialog(parent),
-      m_ui(std::make_unique<Ui::DialogRangeQuery>()),
-      m_attributes(attributes),
-      m_settings("DialogRangeQuery") {
+    : QDialog(parent), m_ui(std::make_unique<Ui::DialogRangeQuery>()), m_attributes(attributes) {
     m_ui->setupUi(this);
     for (std::size_t a = 0; a < m_attributes.size(); ++a) {
         const QString name = QString::fromStdString(m_attributes[a].name);
@@ -57,34 +56,34 @@ DialogRangeQuery::DialogRangeQuery(
 DialogRangeQuery::~DialogRangeQuery() = default;
 
 void DialogRangeQuery::restore() {
-    m_settings.restoreGeometryOf(this);
+    const common::ProgramSettings settings(settingsGroup);
+    restoreGeometry(settings.value("Geometry").toByteArray());
     const int index =
-        m_ui->editPointAttribute->findText(m_settings.value("PointAttribute").toString());
+        m_ui->editPointAttribute->findText(settings.value("PointAttribute").toString());
     if (index >= 0)
         m_ui->editPointAttribute->setCurrentIndex(index);
-    m_ui->tabWidgetMode->setCurrentIndex(m_settings.value("Mode", 0).toInt());
-    m_ui->editLowerBoundValue->setText(m_settings.value("LowerBoundValue").toString());
-    m_ui->editUpperBoundValue->setText(m_settings.value("UpperBoundValue").toString());
-    m_ui->editLowerBoundInclusive->setChecked(
-        m_settings.value("LowerBoundInclusive", true).toBool());
-    m_ui->editUpperBoundInclusive->setChecked(
-        m_settings.value("UpperBoundInclusive", true).toBool());
-    m_ui->editCenterValue->setText(m_settings.value("CenterValue").toString());
-    m_ui->editRadiusValue->setText(m_settings.value("RadiusValue").toString());
-    m_ui->editRadiusInclusive->setChecked(m_settings.value("RadiusInclusive", true).toBool());
+    m_ui->tabWidgetMode->setCurrentIndex(settings.value("Mode", 0).toInt());
+    m_ui->editLowerBoundValue->setText(settings.value("LowerBoundValue").toString());
+    m_ui->editUpperBoundValue->setText(settings.value("UpperBoundValue").toString());
+    m_ui->editLowerBoundInclusive->setChecked(settings.value("LowerBoundInclusive", true).toBool());
+    m_ui->editUpperBoundInclusive->setChecked(settings.value("UpperBoundInclusive", true).toBool());
+    m_ui->editCenterValue->setText(settings.value("CenterValue").toString());
+    m_ui->editRadiusValue->setText(settings.value("RadiusValue").toString());
+    m_ui->editRadiusInclusive->setChecked(settings.value("RadiusInclusive", true).toBool());
 }
 
 void DialogRangeQuery::accept() {
-    m_settings.saveGeometryOf(this);
-    m_settings.setValue("PointAttribute", m_ui->editPointAttribute->currentText());
-    m_settings.setValue("Mode", m_ui->tabWidgetMode->currentIndex());
-    m_settings.setValue("LowerBoundValue", m_ui->editLowerBoundValue->text());
-    m_settings.setValue("UpperBoundValue", m_ui->editUpperBoundValue->text());
-    m_settings.setValue("LowerBoundInclusive", m_ui->editLowerBoundInclusive->isChecked());
-    m_settings.setValue("UpperBoundInclusive", m_ui->editUpperBoundInclusive->isChecked());
-    m_settings.setValue("CenterValue", m_ui->editCenterValue->text());
-    m_settings.setValue("RadiusValue", m_ui->editRadiusValue->text());
-    m_settings.setValue("RadiusInclusive", m_ui->editRadiusInclusive->isChecked());
+    common::ProgramSettings settings(settingsGroup);
+    settings.setValue("Geometry", saveGeometry());
+    settings.setValue("PointAttribute", m_ui->editPointAttribute->currentText());
+    settings.setValue("Mode", m_ui->tabWidgetMode->currentIndex());
+    settings.setValue("LowerBoundValue", m_ui->editLowerBoundValue->text());
+    settings.setValue("UpperBoundValue", m_ui->editUpperBoundValue->text());
+    settings.setValue("LowerBoundInclusive", m_ui->editLowerBoundInclusive->isChecked());
+    settings.setValue("UpperBoundInclusive", m_ui->editUpperBoundInclusive->isChecked());
+    settings.setValue("CenterValue", m_ui->editCenterValue->text());
+    settings.setValue("RadiusValue", m_ui->editRadiusValue->text());
+    settings.setValue("RadiusInclusive", m_ui->editRadiusInclusive->isChecked());
     QDialog::accept();
 }
 

@@ -1,7 +1,6 @@
 // Builds a filter expression that limits one element of a point attribute to a range.
 #pragma once
 
-#include "common/programsettings.h"
 #include "qrb/pointattribute.h"
 
 #include <QDialog>
@@ -44,5 +43,4 @@ private:
 
     std::unique_ptr<Ui::DialogRangeQuery> m_ui;
     std::vector<tarvo::qrb::pointcloud::PointAttribute> m_attributes;
-    tarvo::common::DialogSettings m_settings;
 };
