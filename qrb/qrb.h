@@ -29,6 +29,12 @@
  *  9. A changing function needs a pending transaction and fails without one.
  * 10. A point attribute of length n has elements 0 to n-1; "NAME" stands for all of them (or the
  *     only one), "NAME[I]" for one. Data types are those of qrb_data_type.
+ * 11. A filter is an expression, empty for everything, or one of the commands "find largest leaf",
+ *     "find largest node", "find fullest leaf" and "find fullest node", which stands for one node of
+ *     the index and what is below it.
+ * 12. Points stored in inner nodes of the index are there for display (level of detail): they stand
+ *     for points below, are read only by queries that list their node, and are never changed by
+ *     queries.
  */
 #ifndef QRB_QRB_H
 #define QRB_QRB_H
