@@ -24,10 +24,10 @@ FindBar::FindBar(QTreeWidget* tree, QWidget* parent)
     m_count->setObjectName("labelFind");
     m_count->setMinimumWidth(m_count->fontMetrics().horizontalAdvance("0000 of 0000"));
     layout->addWidget(m_count);
-    connect(addButton("buttonFindPrevious", "go-up", "Previous hit [Shift+Return]"),
+    connect(addButton("buttonFindPrevious", "go-up", "Previous hit [Shift+F3]"),
             &QToolButton::clicked, this, &FindBar::previous);
-    connect(addButton("buttonFindNext", "go-down", "Next hit [Return]"), &QToolButton::clicked,
-            this, &FindBar::next);
+    connect(addButton("buttonFindNext", "go-down", "Next hit [F3]"), &QToolButton::clicked, this,
+            &FindBar::next);
     connect(addButton("buttonFindClose", "cancel", "Close [Esc]"), &QToolButton::clicked, this,
             &FindBar::dismiss);
     connect(m_text, &QLineEdit::textChanged, this, [this] {
@@ -127,11 +127,12 @@ bool FindBar::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::ShortcutOverride || event->type() == QEvent::KeyPress) {
         const auto* key = static_cast<QKeyEvent*>(event);
         const bool enter = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
-        if (key->key() == Qt::Key_Escape || enter) {
+        const bool step = enter || key->key() == Qt::Key_F3;
+        if (key->key() == Qt::Key_Escape || step) {
             // Taken before the shortcuts of the window see it.
             event->accept();
             if (event->type() == QEvent::KeyPress) {
-                if (!enter)
+                if (!step)
                     dismiss();
                 else
                     key->modifiers() & Qt::ShiftModifier ? previous() : next();

@@ -53,7 +53,9 @@ PointDataPanel::PointDataPanel(const DatabaseSession& session, QWidget* parent)
     m_ui->setupUi(this);
     setUpFilter();
     setUpColumns();
+    // In the order read until a header is clicked; "#" leads back to it.
     m_ui->treePointData->sortByColumn(-1, Qt::AscendingOrder);
+    m_ui->treePointData->setSortingEnabled(true);
     m_findBar = new FindBar(m_ui->treePointData, this);
     auto* layout = qobject_cast<QBoxLayout*>(this->layout());
     layout->insertWidget(layout->indexOf(m_ui->splitterPointData) + 1, m_findBar);
@@ -124,7 +126,9 @@ void PointDataPanel::clear() {
     m_reader.reset();
     m_rowCounter = 0;
     m_ui->treePointData->clear();
+    m_ui->treePointData->sortByColumn(-1, Qt::AscendingOrder);
     m_ui->treePointData->setColumnCount(1);
+    m_findBar->refresh();
     m_ui->editPointDataNodes->clear();
     m_ui->labelPointData->clear();
     m_ui->progressPointData->setValue(0);
@@ -217,8 +221,11 @@ void PointDataPanel::appendPage() {
         count = m_reader->next();
         m_ui->labelPointData->setText(QString("%0 ms").arg(timer.elapsed()));
         if (count > 0) {
+            // Sorted once, not row by row.
+            m_ui->treePointData->setSortingEnabled(false);
             for (std::uint32_t row = 0; row < count; ++row)
                 appendRow(row);
+            m_ui->treePointData->setSortingEnabled(true);
             m_rowCounter += count;
             m_ui->treePointData->resizeColumnToContents(0);
             m_columns.apply(m_ui->treePointData);
@@ -387,6 +394,8 @@ void PointDataPanel::columnsChanged() {
 }
 
 void PointDataPanel::onUpdatePointDataColumnsLater() {
-    if (!m_columns.isBusy())
-        m_columns.apply(m_ui->treePointData);
+    if (m_columns.isBusy())
+        return;
+    m_columns.apply(m_ui->treePointData);
+    m_findBar->refresh();
 }

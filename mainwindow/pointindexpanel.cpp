@@ -103,6 +103,9 @@ PointIndexPanel::PointIndexPanel(const DatabaseSession& session, QWidget* parent
     m_ui->treePointIndexDetails->headerItem()->setToolTip(
         1, "Click here to toggle between \"full\" and \"cleaned\"");
     m_ui->treePointIndexNodes->setSelectionMode(QAbstractItemView::SingleSelection);
+    // In the order of the index until a header is clicked.
+    m_ui->treePointIndexNodes->sortByColumn(-1, Qt::AscendingOrder);
+    m_ui->treePointIndexNodes->setSortingEnabled(true);
     m_ui->splitterPointIndex->setStretchFactor(0, 3);
     m_ui->splitterPointIndex->setStretchFactor(1, 2);
     updateActions();
@@ -166,6 +169,7 @@ void PointIndexPanel::buildTree(const QString& filter) {
 
     auto* tree = m_ui->treePointIndexNodes;
     tree->clear();
+    tree->setSortingEnabled(false);
     Summary summary;
     // A root without id only holds the nodes together.
     if (root.id != 0) {
@@ -174,6 +178,7 @@ void PointIndexPanel::buildTree(const QString& filter) {
         for (const pointcloud::IndexNode& child : root.children)
             addNode(child, wanted, 0, nullptr, summary);
     }
+    tree->setSortingEnabled(true);
     if (wanted.all && summary.items() > expandedItems)
         tree->topLevelItem(0)->setExpanded(true);
     else
