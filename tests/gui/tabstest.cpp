@@ -18,6 +18,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -76,6 +77,7 @@ private slots:
     void commandsFindNodesOfTheIndex();
     void rangeQueryGoesIntoTheFilter();
     void findBarGoesThroughTheHits();
+    void headersSortAndLeadBack();
     void levelOfDetailIsBuiltAndCanBeCancelled();
     void validationTellsWhatItFinds();
     void longWorkCanBeCancelled();
@@ -606,12 +608,46 @@ void TabsTest::findBarGoesThroughTheHits() {
     QVERIFY2(first.startsWith("1 of ") || first.contains(" of "), qUtf8Printable(first));
     const QModelIndex start = tree("treePointData")->currentIndex();
     QTest::keyClick(edit, Qt::Key_Return);
-    QTest::keyClick(edit, Qt::Key_Return, Qt::ShiftModifier);
+    QTest::keyClick(edit, Qt::Key_F3, Qt::ShiftModifier);
     QCOMPARE(tree("treePointData")->currentIndex(), start);
     QVERIFY(tree("treePointData")->currentItem()->text(start.column()).contains("42"));
     QTest::keyClick(edit, Qt::Key_Escape);
     QVERIFY(!edit->isVisible());
     QVERIFY(child<QAction>("actionQuerySelectCancel")->isEnabled());  // the query goes on
+}
+
+void TabsTest::headersSortAndLeadBack() {
+    showTab("tabPointData");
+    child<QAction>("actionQuerySelectNext")->trigger();
+    auto* points = tree("treePointData");
+    const auto click = [](QTreeWidget* list, int column) {
+        auto* header = list->header();
+        QTest::mouseClick(
+            header->viewport(), Qt::LeftButton, {},
+            QPoint(header->sectionViewportPosition(column) + 12, header->height() / 2));
+    };
+    const auto height = [points](int row) { return points->topLevelItem(row)->text(3).toDouble(); };
+    QCOMPARE(points->headerItem()->text(3), "tarvo.xyz[2]");
+    QCOMPARE(points->topLevelItem(0)->text(0), "1");
+    click(points, 3);
+    const bool ascending = height(0) <= height(99);
+    for (int row = 1; row < 100; ++row)
+        QVERIFY(ascending ? height(row - 1) <= height(row) : height(row - 1) >= height(row));
+    click(points, 3);
+    QVERIFY(ascending ? height(0) >= height(99) : height(0) <= height(99));
+    click(points, 0);
+    if (points->topLevelItem(0)->text(0) != "1")
+        click(points, 0);
+    QCOMPARE(points->topLevelItem(0)->text(0), "1");
+    QCOMPARE(points->topLevelItem(99)->text(0), "100");
+
+    showTab("tabPointIndex");
+    auto* details = tree("treePointIndexDetails");
+    QCOMPARE(details->headerItem()->text(1), "Value (full)");
+    click(details, 1);
+    QCOMPARE(details->headerItem()->text(1), "Value (cleaned)");
+    click(details, 1);
+    QCOMPARE(details->headerItem()->text(1), "Value (full)");
 }
 
 void TabsTest::levelOfDetailIsBuiltAndCanBeCancelled() {
