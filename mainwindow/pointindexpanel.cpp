@@ -5,6 +5,7 @@
 #include "common/guard.h"
 #include "common/nodelist.h"
 #include "common/numerictreewidgetitem.h"
+#include "common/progress.h"
 #include "common/textformat.h"
 #include "dialogs/dialogindexstatistics.h"
 #include "mainwindow/indexsearch.h"
@@ -162,23 +163,29 @@ void PointIndexPanel::on_actionPointIndexFilterNodes_triggered() {
 
 void PointIndexPanel::buildTree(const QString& filter) {
     const common::WaitCursor waiting;
-    m_stale = false;
+    common::Progress progress(this, "Reading the point index...");
     pointcloud::IndexNode root;
     database()->stat().index(root);
+    progress.update(30);
     const Wanted wanted = wantedNodes(filter, root);
+    progress.update(50);
 
+    // Rows come into the tree when all are there: what is shown stays when the user cancels.
+    Summary summary;
+    const auto rows = std::make_unique<QTreeWidgetItem>();
+    // A root without id only holds the nodes together.
+    if (root.id != 0) {
+        addNode(root, wanted, 0, rows.get(), summary, progress);
+    } else {
+        for (const pointcloud::IndexNode& child : root.children)
+            addNode(child, wanted, 0, rows.get(), summary, progress);
+    }
     auto* tree = m_ui->treePointIndexNodes;
     tree->clear();
     tree->setSortingEnabled(false);
-    Summary summary;
-    // A root without id only holds the nodes together.
-    if (root.id != 0) {
-        addNode(root, wanted, 0, nullptr, summary);
-    } else {
-        for (const pointcloud::IndexNode& child : root.children)
-            addNode(child, wanted, 0, nullptr, summary);
-    }
+    tree->addTopLevelItems(rows->takeChildren());
     tree->setSortingEnabled(true);
+    m_stale = false;
     if (wanted.all && summary.items() > expandedItems)
         tree->topLevelItem(0)->setExpanded(true);
     else
@@ -212,12 +219,13 @@ PointIndexPanel::Wanted PointIndexPanel::wantedNodes(const QString& filter,
 }
 
 bool PointIndexPanel::addNode(const pointcloud::IndexNode& node, const Wanted& wanted, int level,
-                              QTreeWidgetItem* parent, Summary& summary) {
+                              QTreeWidgetItem* parent, Summary& summary,
+                              common::Progress& progress) {
     if (node.id == 0 || summary.items() > maximumItems)
         return false;
+    progress.update(50 + summary.items() * 50 / (maximumItems + 1));
     const Summary before = summary;
-    auto* row = parent ? new NumericTreeWidgetItem(parent)
-                       : new NumericTreeWidgetItem(m_ui->treePointIndexNodes);
+    auto* row = new NumericTreeWidgetItem(parent);
     fillNodeRow(row, node, level);
     ++(node.children.empty() ? summary.leaves : summary.nodes);
     summary.depth = std::max(summary.depth, level);
@@ -225,7 +233,7 @@ bool PointIndexPanel::addNode(const pointcloud::IndexNode& node, const Wanted& w
     const bool matches = !wanted.all && wanted.ids.contains(node.id);
     bool keep = wanted.all || matches;
     for (const pointcloud::IndexNode& child : node.children) {
-        if (addNode(child, wanted, level + 1, row, summary))
+        if (addNode(child, wanted, level + 1, row, summary, progress))
             keep = true;
     }
     if (!keep) {

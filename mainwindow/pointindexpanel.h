@@ -8,6 +8,10 @@
 
 class QTreeWidgetItem;
 
+namespace tarvo::common {
+class Progress;
+}
+
 namespace Ui {
 class PointIndexPanel;
 }
@@ -67,7 +71,7 @@ private:
     Wanted wantedNodes(const QString& filter, const tarvo::qrb::pointcloud::IndexNode& root) const;
     // Adds the node with what is wanted below; tells whether anything of it was.
     bool addNode(const tarvo::qrb::pointcloud::IndexNode& node, const Wanted& wanted, int level,
-                 QTreeWidgetItem* parent, Summary& summary);
+                 QTreeWidgetItem* parent, Summary& summary, tarvo::common::Progress& progress);
     void showDetails();
     void addDetails(std::uint32_t node, const tarvo::qrb::pointcloud::PointAttribute& attribute);
     void resizeNodeColumns();
