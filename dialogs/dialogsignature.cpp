@@ -1,9 +1,9 @@
 #include "dialogs/dialogsignature.h"
 
+#include "common/appearance.h"
 #include "common/messageboxes.h"
 #include "ui_dialogsignature.h"
 
-#include <QFontDatabase>
 #include <QPushButton>
 #include <QRegularExpressionValidator>
 #include <QStyle>
@@ -27,7 +27,7 @@ DialogSignature::DialogSignature(const QString& settingsGroup, const QString& na
                                  const QString& name, QWidget* parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::DialogSignature>()), m_settings(settingsGroup) {
     m_ui->setupUi(this);
-    m_ui->editKey->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    common::useTextPaneFont(m_ui->editKey);
     if (nameLabel.isEmpty()) {
         m_ui->labelName->hide();
         m_ui->editName->hide();

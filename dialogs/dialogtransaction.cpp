@@ -1,12 +1,12 @@
 #include "dialogs/dialogtransaction.h"
 
+#include "common/appearance.h"
 #include "common/jsonvalues.h"
 #include "common/messageboxes.h"
 #include "ui_dialogtransaction.h"
 
 #include <QFile>
 #include <QFileDialog>
-#include <QFontDatabase>
 #include <QMenu>
 #include <QPushButton>
 
@@ -34,10 +34,9 @@ DialogTransaction::DialogTransaction(QWidget* parent)
       m_ui(std::make_unique<Ui::DialogTransaction>()),
       m_settings("DialogTransaction") {
     m_ui->setupUi(this);
-    const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     for (QPlainTextEdit* edit :
          {m_ui->editComments, m_ui->editSettingsRaw, m_ui->editSettingsFormatted})
-        edit->setFont(fixed);
+        common::useTextPaneFont(edit);
     buildMenu();
     m_settings.restoreGeometryOf(this);
     if (m_settings.contains("SettingsPage"))

@@ -1,11 +1,11 @@
 #include "dialogs/dialogvalidate.h"
 
+#include "common/appearance.h"
 #include "common/guard.h"
 #include "dialogs/schemalist.h"
 #include "qrb/error.h"
 #include "ui_dialogvalidate.h"
 
-#include <QFontDatabase>
 #include <QSignalBlocker>
 
 namespace common = tarvo::common;
@@ -17,9 +17,8 @@ DialogValidate::DialogValidate(const QString& location, const tarvo::qrb::Pointc
       m_database(database),
       m_settings("") {
     m_ui->setupUi(this);
-    const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    m_ui->editSchema->setFont(fixed);
-    m_ui->editResult->setFont(fixed);
+    common::useTextPaneFont(m_ui->editSchema);
+    common::useTextPaneFont(m_ui->editResult);
     {
         const QSignalBlocker filling(m_ui->listSchema);
         m_schemas = tarvo::dialogs::fillSchemaList(m_ui->listSchema);

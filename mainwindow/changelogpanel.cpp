@@ -1,5 +1,6 @@
 #include "mainwindow/changelogpanel.h"
 
+#include "common/appearance.h"
 #include "common/filefilter.h"
 #include "common/guard.h"
 #include "common/messageboxes.h"
@@ -13,7 +14,6 @@
 #include <QEvent>
 #include <QFile>
 #include <QFileDialog>
-#include <QFontDatabase>
 #include <QTemporaryDir>
 #include <stdexcept>
 
@@ -33,7 +33,7 @@ QString readTextFile(const QString& fileName) {
 ChangelogPanel::ChangelogPanel(const DatabaseSession& session, QWidget* parent)
     : Panel(session, parent), m_ui(std::make_unique<Ui::ChangelogPanel>()) {
     m_ui->setupUi(this);
-    m_ui->editChangelog->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    common::useTextPaneFont(m_ui->editChangelog);
     m_ui->buttonChangelogPrevious->setDefaultAction(m_ui->actionChangelogPrevious);
     m_ui->buttonChangelogNext->setDefaultAction(m_ui->actionChangelogNext);
     m_highlighter = new ChangelogSyntaxHighlighter(m_ui->editChangelog->document());

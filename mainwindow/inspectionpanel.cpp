@@ -1,12 +1,12 @@
 #include "mainwindow/inspectionpanel.h"
 
+#include "common/appearance.h"
 #include "common/guard.h"
 #include "common/messageboxes.h"
 #include "ui_inspectionpanel.h"
 
 #include <QComboBox>
 #include <QDesktopServices>
-#include <QFontDatabase>
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -37,11 +37,11 @@ InspectionPanel::InspectionPanel(const DatabaseSession& session, QWidget* parent
     m_ui->setupUi(this);
     buildToolBar();
     QFont font = m_ui->textInspectionResult->font();
-    font.setFamilies(QFontDatabase::systemFont(QFontDatabase::FixedFont).families());
     font.setFixedPitch(true);
     font.setKerning(false);
     font.setStyleHint(QFont::TypeWriter, QFont::PreferBitmap);
     m_ui->textInspectionResult->setFont(font);
+    common::useTextPaneFont(m_ui->textInspectionResult);
 }
 
 InspectionPanel::~InspectionPanel() = default;
