@@ -1,5 +1,6 @@
 #include "app/qrbadminapplication.h"
 #include "app/startup.h"
+#include "common/appearance.h"
 
 #include <QAccessible>
 #include <QLocale>
@@ -11,6 +12,7 @@ int main(int argc, char* argv[]) {
     setApplicationNames();
     // Updates of tables of thousands of cells would slow the program down.
     QAccessible::installUpdateHandler([](QAccessibleEvent*) {});
+    tarvo::common::applyTheme();
     applyStyleSheet();
     return runWindows();
 }

@@ -4,7 +4,8 @@
 
 #include <QFileOpenEvent>
 
-QRBAdminApplication::QRBAdminApplication(int& argc, char** argv) : QApplication(argc, argv) {}
+QRBAdminApplication::QRBAdminApplication(int& argc, char** argv)
+    : ReportingApplication(argc, argv) {}
 
 QRBAdminApplication::~QRBAdminApplication() = default;
 
@@ -18,5 +19,5 @@ bool QRBAdminApplication::event(QEvent* event) {
             }
         }
     }
-    return QApplication::event(event);
+    return ReportingApplication::event(event);
 }

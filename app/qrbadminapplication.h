@@ -1,9 +1,9 @@
 // The application object. Hands files that the desktop wants opened to the first main window.
 #pragma once
 
-#include <QApplication>
+#include "app/reportingapplication.h"
 
-class QRBAdminApplication : public QApplication {
+class QRBAdminApplication : public ReportingApplication {
 public:
     QRBAdminApplication(int& argc, char** argv);
     ~QRBAdminApplication() override;

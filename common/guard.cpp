@@ -9,23 +9,30 @@
 namespace tarvo::common {
 
 bool guarded(QWidget* parent, const std::function<void()>& action) {
-    QString text;
-    QString details;
     try {
         action();
         return true;
-    } catch (const Cancelled&) {
-        return false;
-    } catch (const qrb::Error& error) {
-        text = QString::fromUtf8(error.what());
-        details = QString::fromUtf8(error.details());
-    } catch (const std::exception& error) {
-        text = QString::fromUtf8(error.what());
     } catch (...) {
-        text = "Unknown error.";
+        reportError(parent, std::current_exception());
+        return false;
+    }
+}
+
+void reportError(QWidget* parent, const std::exception_ptr& error) {
+    QString text = "Unknown error.";
+    QString details;
+    try {
+        std::rethrow_exception(error);
+    } catch (const Cancelled&) {
+        return;
+    } catch (const qrb::Error& failure) {
+        text = QString::fromUtf8(failure.what());
+        details = QString::fromUtf8(failure.details());
+    } catch (const std::exception& failure) {
+        text = QString::fromUtf8(failure.what());
+    } catch (...) {
     }
     showError(parent, text, details);
-    return false;
 }
 
 WaitCursor::WaitCursor() {

@@ -1,16 +1,21 @@
 // The one place where failed calls of slots become message boxes.
 #pragma once
 
+#include <exception>
 #include <functional>
 
 class QWidget;
 
 namespace tarvo::common {
 
-// Runs the action and shows what it throws in an error box over parent; that the user cancelled
-// it (common/progress.h) needs no box. Returns whether it ended without throwing. Every call from a slot into the interface layer runs through here, because no
-// exception may pass through the event loop.
+// Runs the action and reports what it throws. Returns whether it ended without throwing. Every call
+// from a slot into the interface layer runs through here, because the toolkit's event loop promises
+// nothing for exceptions.
 bool guarded(QWidget* parent, const std::function<void()>& action);
+
+// The general error report: an error box over parent. That the user cancelled (common/progress.h)
+// needs none.
+void reportError(QWidget* parent, const std::exception_ptr& error);
 
 // Shows the wait cursor while it lives. Leave its scope before showing a box; guarded() does so.
 class WaitCursor {

@@ -1,9 +1,12 @@
 #include "common/messageboxes.h"
 
+#include "common/clipboard.h"
+
 #include <QCoreApplication>
 #include <QFontDatabase>
 #include <QLabel>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QStringList>
 #include <algorithm>
 
@@ -28,6 +31,16 @@ QString aroundCaret(const QString& details) {
     return lines.join('\n');
 }
 
+// A button that puts the text on the clipboard and leaves the box open.
+void addCopyButton(QMessageBox& box, const QString& text) {
+    auto* button = box.addButton("Copy", QMessageBox::ActionRole);
+    button->setToolTip("Copy text and details to the clipboard");
+    button->disconnect(SIGNAL(clicked(bool)));
+    QObject::connect(button, &QPushButton::clicked, &box, [text] { copyToClipboard(text); });
+    box.setDefaultButton(QMessageBox::Ok);
+    box.setEscapeButton(QMessageBox::Ok);
+}
+
 void showBox(QWidget* parent, QMessageBox::Icon icon, const QString& title, const QString& text,
              const QString& details = {}) {
     QMessageBox box(icon, title, QString(), QMessageBox::Ok, parent);
@@ -43,6 +56,8 @@ void showBox(QWidget* parent, QMessageBox::Icon icon, const QString& title, cons
     // The caret stands below its place only where all letters are equally wide.
     if (auto* label = box.findChild<QLabel*>("qt_msgbox_label"); label && atPlace)
         label->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    if (icon == QMessageBox::Critical)
+        addCopyButton(box, details.isEmpty() ? text : text + "\n\n" + details);
     box.exec();
 }
 

@@ -7,7 +7,8 @@ class QWidget;
 
 namespace tarvo::common {
 
-// A critical box; long details go behind the box's "Show Details..." button.
+// A critical box whose text and details can be copied; long details go behind the box's
+// "Show Details..." button.
 void showError(QWidget* parent, const QString& text, const QString& details = {});
 void showWarning(QWidget* parent, const QString& text);
 // An information box without title and with the button OK.

@@ -3,49 +3,12 @@
 #include "common/guard.h"
 #include "common/messageboxes.h"
 #include "common/textformat.h"
+#include "dialogs/sizelists.h"
 #include "ui_dialoglevelofdetail.h"
 
-#include <QApplication>
-#include <QElapsedTimer>
 #include <QLocale>
-#include <QThread>
-#include <QtConcurrentRun>
-#include <cmath>
-#include <exception>
-#include <stdexcept>
 
 namespace common = tarvo::common;
-
-namespace {
-
-constexpr int largestCombineLevel = 16;
-constexpr int defaultCombineLevel = 8;
-
-}  // namespace
-
-// The dialog's state while the library works.
-class DialogLevelOfDetail::Busy {
-public:
-    explicit Busy(DialogLevelOfDetail& dialog) : m_dialog(dialog) {
-        m_dialog.m_cancel = false;
-        m_dialog.m_busy = true;
-        m_dialog.m_ui->progressBar->setValue(0);
-        m_dialog.m_ui->progressBar->show();
-        m_dialog.setEnabled(false);
-    }
-    ~Busy() {
-        m_dialog.m_busy = false;
-        m_dialog.m_cancel = false;
-        m_dialog.m_ui->progressBar->hide();
-        m_dialog.setEnabled(true);
-    }
-    Busy(const Busy&) = delete;
-    Busy& operator=(const Busy&) = delete;
-
-private:
-    DialogLevelOfDetail& m_dialog;
-    const common::WaitCursor m_waiting;
-};
 
 void DialogLevelOfDetail::edit(const tarvo::qrb::Pointcloud& database, QWidget* parent) {
     DialogLevelOfDetail dialog(database, parent);
@@ -58,14 +21,12 @@ void DialogLevelOfDetail::edit(const tarvo::qrb::Pointcloud& database, QWidget* 
 }
 
 DialogLevelOfDetail::DialogLevelOfDetail(const tarvo::qrb::Pointcloud& database, QWidget* parent)
-    : QDialog(parent),
+    : WorkingDialog(parent),
       m_ui(std::make_unique<Ui::DialogLevelOfDetail>()),
       m_database(database),
       m_settings("DialogLevelOfDetail") {
     m_ui->setupUi(this);
-    m_ui->progressBar->hide();
-    connect(this, &DialogLevelOfDetail::update_progress, m_ui->progressBar, &QProgressBar::setValue,
-            Qt::QueuedConnection);
+    useProgressBar(m_ui->progressBar);
     m_settings.restoreGeometryOf(this);
     on_editLodMode_currentIndexChanged(m_ui->editLodMode->currentIndex());
 }
@@ -74,16 +35,8 @@ DialogLevelOfDetail::~DialogLevelOfDetail() = default;
 
 void DialogLevelOfDetail::fillSizes() {
     const auto& attributes = m_database.pointAttributes();
-    const int length = static_cast<int>(attributes.get(attributes.primaryAttributeName()).length);
-    const int before = m_ui->editLodSizeCombine->currentIndex();
-    m_ui->editLodSizeCombine->clear();
-    m_ui->editLodSizeCombine->addItem("0 (off)");
-    for (int level = 1; level <= largestCombineLevel; ++level)
-        m_ui->editLodSizeCombine->addItem(
-            QString("%0 (up to %1 points per node)")
-                .arg(level)
-                .arg(QLocale().toString(std::pow(2.0, length * level), 'f', 0)));
-    m_ui->editLodSizeCombine->setCurrentIndex(before >= 0 ? before : defaultCombineLevel);
+    tarvo::dialogs::fillCombineLevels(m_ui->editLodSizeCombine,
+                                      attributes.get(attributes.primaryAttributeName()).length);
 }
 
 void DialogLevelOfDetail::showSettings() {
@@ -107,10 +60,7 @@ void DialogLevelOfDetail::on_editLodMode_currentIndexChanged(int index) {
 
 void DialogLevelOfDetail::on_pushButtonApply_clicked() {
     double milliseconds = 0;
-    const bool finished = common::guarded(this, [&] {
-        const Busy busy(*this);
-        milliseconds = update();
-    });
+    const bool finished = common::guarded(this, [&] { milliseconds = update(); });
     if (finished)
         common::showInformation(this, QString("Successfully finished!\n\nDuration: %0 ms")
                                           .arg(QLocale().toString(milliseconds, 'f', 1)));
@@ -131,41 +81,13 @@ double DialogLevelOfDetail::update() {
         m_database.transactions(), "Update LOD", common::transactionAgentText().toStdString(),
         QString("LOD mode: %0\nLOD size: %1").arg(mode).arg(size).toStdString(),
         QString("{\"lodMode\":%0,\"chunkSizeLOD\":%1}").arg(mode).arg(size).toStdString());
-    QElapsedTimer timer;
-    timer.start();
-    std::exception_ptr failure;
-    const auto work = QtConcurrent::run([&] {
-        try {
-            management.setLodMode(mode);
-            management.setChunkSizeLOD(size);
-            transaction.commit({}, [this](int percent) {
-                if (m_cancel)
-                    throw std::runtime_error("Update cancelled.");
-                emit update_progress(percent);
-            });
-        } catch (...) {
-            failure = std::current_exception();
-        }
+    return work("Update cancelled.", [&](const tarvo::qrb::pointcloud::Progress& progress) {
+        management.setLodMode(mode);
+        management.setChunkSizeLOD(size);
+        transaction.commit({}, progress);
     });
-    while (!work.isFinished()) {
-        QApplication::processEvents();
-        QThread::msleep(50);
-    }
-    if (m_cancel)
-        throw std::runtime_error("Update cancelled.");
-    if (failure)
-        std::rethrow_exception(failure);
-    return static_cast<double>(timer.nsecsElapsed()) / 1e6;
 }
 
 void DialogLevelOfDetail::on_pushButtonClose_clicked() {
     close();
-}
-
-void DialogLevelOfDetail::done(int result) {
-    if (m_busy) {
-        m_cancel = true;
-        return;
-    }
-    QDialog::done(result);
 }

@@ -1,20 +1,17 @@
-// Changes mode and size of the level of detail in a transaction of its own. The library works on
-// another thread meanwhile; closing the dialog then asks it to stop.
+// Changes mode and size of the level of detail in a transaction of its own.
 #pragma once
 
 #include "common/programsettings.h"
+#include "dialogs/workingdialog.h"
 #include "qrb/pointcloud.h"
 
-#include <QDialog>
-#include <atomic>
-#include <cstdint>
 #include <memory>
 
 namespace Ui {
 class DialogLevelOfDetail;
 }
 
-class DialogLevelOfDetail : public QDialog {
+class DialogLevelOfDetail : public WorkingDialog {
     Q_OBJECT
 
 public:
@@ -23,20 +20,12 @@ public:
 
     ~DialogLevelOfDetail() override;
 
-public slots:
-    void done(int result) override;
-
-signals:
-    void update_progress(int percent);
-
 private slots:
     void on_editLodMode_currentIndexChanged(int index);
     void on_pushButtonApply_clicked();
     void on_pushButtonClose_clicked();
 
 private:
-    class Busy;
-
     DialogLevelOfDetail(const tarvo::qrb::Pointcloud& database, QWidget* parent);
     void fillSizes();
     void showSettings();
@@ -45,6 +34,4 @@ private:
     std::unique_ptr<Ui::DialogLevelOfDetail> m_ui;
     const tarvo::qrb::Pointcloud& m_database;
     tarvo::common::DialogSettings m_settings;
-    bool m_busy = false;
-    std::atomic<bool> m_cancel = false;  // read by the working thread
 };

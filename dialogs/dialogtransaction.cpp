@@ -1,11 +1,11 @@
 #include "dialogs/dialogtransaction.h"
 
 #include "common/appearance.h"
+#include "common/guard.h"
 #include "common/jsonvalues.h"
-#include "common/messageboxes.h"
+#include "common/textfiles.h"
 #include "ui_dialogtransaction.h"
 
-#include <QFile>
 #include <QFileDialog>
 #include <QMenu>
 #include <QPushButton>
@@ -119,29 +119,19 @@ void DialogTransaction::on_tabWidgetSettings_currentChanged(int) {
 
 std::unique_ptr<QString> DialogTransaction::loadText(const QString& caption) {
     const QString name = QFileDialog::getOpenFileName(this, caption);
-    if (name.isEmpty())
-        return nullptr;
-    QFile file(name);
-    if (!file.open(QIODevice::ReadOnly)) {
-        common::showError(this, "Failed to open input file!", file.errorString());
-        return nullptr;
-    }
-    return std::make_unique<QString>(QString::fromUtf8(file.readAll()));
+    std::unique_ptr<QString> text;
+    if (!name.isEmpty())
+        common::guarded(this, [&] {
+            text = std::make_unique<QString>(QString::fromStdString(common::readFile(name)));
+        });
+    return text;
 }
 
 void DialogTransaction::saveText(const QString& caption, const QString& kind, const QString& text) {
     const QString name = QFileDialog::getSaveFileName(
         this, caption, QString("transaction-#%0-%1.txt").arg(m_ui->editID->text(), kind));
-    if (name.isEmpty())
-        return;
-    QFile file(name);
-    if (!file.open(QIODevice::WriteOnly)) {
-        common::showError(this, "Failed to open output file!", file.errorString());
-        return;
-    }
-    const QByteArray bytes = text.toUtf8();
-    if (file.write(bytes) != bytes.size() || !file.flush())
-        common::showError(this, "Failed to write the output file!", file.errorString());
+    if (!name.isEmpty())
+        common::guarded(this, [&] { common::writeFile(name, text.toStdString()); });
 }
 
 void DialogTransaction::on_actionLoadComments_triggered() {

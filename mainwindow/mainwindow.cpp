@@ -20,6 +20,7 @@
 #include "mainwindow/pointdatapanel.h"
 #include "mainwindow/pointindexpanel.h"
 #include "mainwindow/transactionspanel.h"
+#include "mainwindow/viewmenu.h"
 #include "qrb/error.h"
 #include "ui_mainwindow.h"
 
@@ -49,6 +50,7 @@ MainWindow::MainWindow() : m_ui(std::make_unique<Ui::MainWindow>()) {
     // After the form, whose automatic connection would reach into the panels.
     createPanels();
     createStatusLabel();
+    m_ui->menuBar->insertMenu(m_ui->menuWindow->menuAction(), createViewMenu(this));
     m_ui->tabWidget->setCurrentWidget(m_ui->tabDatabase);
     addAction(m_pointData->findAction());
     refreshPanels();

@@ -2,6 +2,7 @@
 
 #include "app/qrbadminapplication.h"
 #include "app/startup.h"
+#include "common/appearance.h"
 
 #include <QLocale>
 #include <QTemporaryDir>
@@ -24,6 +25,7 @@ int runGuiTest(int argc, char* argv[], const std::function<QObject*()>& make) {
     QApplication::setQuitOnLastWindowClosed(false);
     Q_INIT_RESOURCE(qrbadmin);
     setApplicationNames();
+    tarvo::common::applyTheme();
     applyStyleSheet();
     const std::unique_ptr<QObject> test(make());
     return QTest::qExec(test.get(), argc, argv);

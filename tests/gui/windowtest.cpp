@@ -193,7 +193,7 @@ void WindowTest::actionsAreCompleteAndExplained() {
         if (!each->shortcut().isEmpty())
             shortcuts[each->shortcut()] += each->objectName();
     }
-    QCOMPARE(named, 60);
+    QCOMPARE(named, 66);
     // Two actions with one shortcut would both be dead.
     for (const QStringList& names : shortcuts)
         QVERIFY2(names.size() == 1, qUtf8Printable(names.join(", ")));
