@@ -88,6 +88,9 @@ void applyTheme() {
         QApplication::setPalette(QPalette());
     else
         QApplication::setPalette(paletteOf(wanted == Theme::DARK ? darkColours : lightColours));
+    // Widgets that the style sheet has styled take a new palette only with it.
+    if (!qApp->styleSheet().isEmpty())
+        qApp->setStyleSheet(qApp->styleSheet());
 }
 
 int textSize() {
