@@ -1,0 +1,34 @@
+// A field for a number that keeps its digits: what was set comes back bit for bit unless the user
+// changes the text. Up and Down change the number by a step, with Ctrl or Page Up and Page Down by
+// ten.
+#pragma once
+
+#include <QLineEdit>
+#include <functional>
+#include <optional>
+
+namespace tarvo::dialogs {
+
+class NumberEdit : public QLineEdit {
+    Q_OBJECT
+
+public:
+    explicit NumberEdit(QWidget* parent = nullptr);
+
+    void setNumber(double number);
+    // Nothing where the text is no finite number, unless it is still the one that was set.
+    std::optional<double> number() const;
+
+    // Asked at each step; 1 where there is none or it is no positive number.
+    void setStep(std::function<std::optional<double>()> step);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    double m_set = 0;
+    QString m_setText;
+    std::function<std::optional<double>()> m_step;
+};
+
+}  // namespace tarvo::dialogs
