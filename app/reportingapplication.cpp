@@ -12,8 +12,9 @@ QString signatureOf(const std::exception_ptr& error, const QObject* receiver) {
     try {
         std::rethrow_exception(error);
     } catch (const std::exception& failure) {
-        return QString("%1 %2 %3").arg(quintptr(receiver)).arg(typeid(failure).name(),
-                                                                failure.what());
+        return QString("%1 %2 %3")
+            .arg(quintptr(receiver))
+            .arg(typeid(failure).name(), failure.what());
     } catch (...) {
         return QString::number(quintptr(receiver));
     }
@@ -22,8 +23,7 @@ QString signatureOf(const std::exception_ptr& error, const QObject* receiver) {
 }  // namespace
 
 bool ReportingApplication::notify(QObject* receiver, QEvent* event) {
-    const bool painting =
-        event->type() == QEvent::Paint || event->type() == QEvent::UpdateRequest;
+    const bool painting = event->type() == QEvent::Paint || event->type() == QEvent::UpdateRequest;
     try {
         return QApplication::notify(receiver, event);
     } catch (...) {

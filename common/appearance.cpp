@@ -33,8 +33,8 @@ const Colours darkColours{"#2b2d30", "#1e1f22", "#26282b", "#dfe1e5", "#3a3d41",
 
 QPalette paletteOf(const Colours& colours) {
     QPalette palette(colours.button, colours.window);
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText,
-                            QPalette::ToolTipText})
+    for (const auto role :
+         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText})
         palette.setColor(role, colours.text);
     palette.setColor(QPalette::Base, colours.base);
     palette.setColor(QPalette::AlternateBase, colours.alternate);
@@ -101,8 +101,7 @@ int textSize() {
 }
 
 void setTextSize(int points) {
-    ProgramSettings().setValue(textSizeKey,
-                               std::clamp(points, smallestTextSize, largestTextSize));
+    ProgramSettings().setValue(textSizeKey, std::clamp(points, smallestTextSize, largestTextSize));
     updateTextPanes();
 }
 

@@ -1,5 +1,5 @@
-// How the program looks, as the user set it once: the theme, and the size of the font of text panes.
-// Kept with the program settings; GUI thread only.
+// How the program looks, as the user set it once: the theme, and the size of the font of text
+// panes. Kept with the program settings; GUI thread only.
 #pragma once
 
 class QWidget;

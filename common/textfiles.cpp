@@ -10,8 +10,8 @@ namespace tarvo::common {
 namespace {
 
 [[noreturn]] void fail(const char* text, const QString& fileName, const QFileDevice& file) {
-    throw qrb::ErrorImpl(
-        0, text, QString("%1\n%2").arg(fileName, file.errorString()).toStdString());
+    throw qrb::ErrorImpl(0, text,
+                         QString("%1\n%2").arg(fileName, file.errorString()).toStdString());
 }
 
 }  // namespace

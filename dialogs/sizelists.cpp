@@ -34,8 +34,9 @@ void fillEdgeLengths(QComboBox* list, const qrb::pointcloud::PointAttribute& pri
     QStringList entries;
     for (int level = 0; level < edgeLengths; ++level) {
         const double length = std::ldexp(primaryAttribute.resolution, level);
-        entries += QString("%0 (%1 %2 edge length)")
-                       .arg(QString::number(level), QLocale().toString(length, 'f', decimals), unit);
+        entries +=
+            QString("%0 (%1 %2 edge length)")
+                .arg(QString::number(level), QLocale().toString(length, 'f', decimals), unit);
     }
     replaceEntries(list, entries, usualEdgeLength);
 }

@@ -1,32 +1,12 @@
 #include "mainwindow/databasesummary.h"
 
 #include "common/textformat.h"
-#include "qrb/error.h"
+#include "copy/creationsettings.h"
 
 #include <QLocale>
 #include <cmath>
 
-namespace {
-
 namespace pointcloud = tarvo::qrb::pointcloud;
-
-// The settings that the file was created with, as the first transaction keeps them; empty where
-// the library keeps none.
-bool readCreateSettings(const tarvo::qrb::Pointcloud& database, const std::string& json,
-                        pointcloud::CreateSettings& settings) {
-    if (json.empty())
-        return false;
-    try {
-        settings.fromJson(json);
-        settings.primaryAttribute =
-            database.pointAttributes().get(database.pointAttributes().primaryAttributeName());
-        return true;
-    } catch (const tarvo::qrb::Error&) {
-        return false;
-    }
-}
-
-}  // namespace
 
 QString levelOfDetailText(std::uint32_t mode, std::uint32_t size, std::uint32_t dimensions) {
     if (size == 0)
@@ -79,11 +59,10 @@ DatabaseSummary DatabaseSummary::of(const tarvo::qrb::Pointcloud& database) {
         return summary;
     const auto first = database.transactions().details(ids.front());
     summary.creator = QString::fromStdString(first.agent);
-    pointcloud::CreateSettings settings(database.context());
-    if (readCreateSettings(database, first.settings, settings)) {
+    if (const auto settings = tarvo::copy::creationSettings(database)) {
         summary.chunkSize =
-            chunkSizeText(settings.chunkMode, settings.chunkSize, settings.primaryAttribute);
-        summary.compressionLevel = QString("%1 %").arg(settings.compressionLevel);
+            chunkSizeText(settings->chunkMode, settings->chunkSize, settings->primaryAttribute);
+        summary.compressionLevel = QString("%1 %").arg(settings->compressionLevel);
     }
     return summary;
 }

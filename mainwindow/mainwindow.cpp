@@ -1,16 +1,17 @@
 #include "mainwindow/mainwindow.h"
 
-#include "common/comingactions.h"
 #include "common/guard.h"
 #include "common/messageboxes.h"
 #include "common/programsettings.h"
 #include "common/recentfiles.h"
 #include "common/theme.h"
+#include "dialogs/dialogexportasqrb.h"
 #include "dialogs/dialogopensettings.h"
 #include "dialogs/dialogvalidate.h"
 #include "mainwindow/aboutbox.h"
 #include "mainwindow/changelogpanel.h"
 #include "mainwindow/commandline.h"
+#include "mainwindow/databasecreation.h"
 #include "mainwindow/databasepanel.h"
 #include "mainwindow/inspectionpanel.h"
 #include "mainwindow/librarychoice.h"
@@ -60,7 +61,6 @@ MainWindow::MainWindow() : m_ui(std::make_unique<Ui::MainWindow>()) {
     m_ui->actionProgramSettings->setVisible(false);
     m_ui->actionFactoryMode->setEnabled(false);
     m_ui->actionFactoryMode->setVisible(false);
-    common::announceForLater({m_ui->actionNew, m_ui->actionExportAsQRB});
     common::adaptToolTips(this);
     evaluateCommandLine();
 }
@@ -243,8 +243,30 @@ void MainWindow::updateActions() {
     const bool open = m_session.database != nullptr;
     m_ui->actionReload->setEnabled(open);
     m_ui->actionValidate->setEnabled(open);
+    m_ui->actionExportAsQRB->setEnabled(open);
     m_ui->actionClose->setEnabled(open || !m_changelog->textFileName().isEmpty());
     m_ui->actionOpenLastUsed->setEnabled(!common::RecentFiles::list().isEmpty());
+}
+
+void MainWindow::on_actionNew_triggered() {
+    common::guarded(this, [this] {
+        const QString fileName = createDatabase(m_session, this);
+        if (!fileName.isEmpty())
+            openDatabase(fileName, true);
+    });
+}
+
+void MainWindow::on_actionExportAsQRB_triggered() {
+    common::guarded(this, [this] {
+        if (!m_session.database)
+            return;
+        const QString fileName =
+            DialogExportAsQRB::run(*m_session.database, m_session.fileName,
+                                   m_pointData->filterText(), m_pointData->nodesText(), this);
+        m_pointData->refreshHistory();
+        if (!fileName.isEmpty())
+            openDatabase(fileName, true);
+    });
 }
 
 void MainWindow::on_actionOpen_triggered() {

@@ -46,9 +46,11 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private slots:
+    void on_actionNew_triggered();
     void on_actionOpen_triggered();
     void on_actionOpenLastUsed_triggered();
     void on_actionOpenClipboard_triggered();
+    void on_actionExportAsQRB_triggered();
     void on_actionReload_triggered();
     void on_actionValidate_triggered();
     void on_actionClose_triggered();

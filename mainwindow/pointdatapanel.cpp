@@ -170,10 +170,14 @@ QString PointDataPanel::filterText() const {
     return m_ui->PointDataFilter->currentText();
 }
 
+QString PointDataPanel::nodesText() const {
+    return m_ui->editPointDataNodes->text();
+}
+
 PointReader::Selection PointDataPanel::selection() const {
     PointReader::Selection result;
     result.filter = filterText().trimmed().toStdString();
-    const QString nodes = m_ui->editPointDataNodes->text().trimmed();
+    const QString nodes = nodesText().trimmed();
     if (!nodes.isEmpty()) {
         const std::set<std::uint32_t> ids = common::parseNodeList(nodes);
         result.nodes = std::vector(ids.begin(), ids.end());

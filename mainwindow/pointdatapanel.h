@@ -33,6 +33,10 @@ public:
     // The list of filters used last changed in another panel.
     void refreshHistory();
 
+    // What the user typed, whether or not it makes sense.
+    QString filterText() const;
+    QString nodesText() const;
+
     // For the window, which makes its shortcut work in every tab.
     QAction* findAction() const;
     QAction* runAction() const;
@@ -70,7 +74,6 @@ private:
     void updateActions();
     void columnsChanged();
 
-    QString filterText() const;
     PointReader::Selection selection() const;
     void startQuery();
     void appendPage();

@@ -3,10 +3,11 @@
 cmake_minimum_required(VERSION 3.25)
 
 set(app app mainwindow dialogs common qrb qrb/defaults)
-set(mainwindow mainwindow dialogs common qrb qrb/defaults)
-set(dialogs dialogs common qrb qrb/defaults)
+set(mainwindow mainwindow dialogs common copy qrb qrb/defaults)
+set(dialogs dialogs common copy qrb qrb/defaults)
 set(common common qrb qrb/defaults)
-set(cli cli qrb qrb/defaults)
+set(cli cli copy qrb qrb/defaults)
+set(copy copy qrb)
 set(qrb qrb qrb/defaults)
 set(qrb/defaults qrb/defaults)
 set(engine/base engine/base qrb)
@@ -24,7 +25,7 @@ set(engine/validation engine/validation engine/session engine/index engine/schem
   qrb/defaults)
 set(engine/capi engine/capi engine/validation engine/report engine/query engine/session engine/store engine/filter
   engine/index engine/codec engine/schema engine/base qrb qrb/defaults)
-set(rooms app mainwindow dialogs common cli qrb qrb/defaults engine/base engine/schema engine/codec
+set(rooms app mainwindow dialogs common cli copy qrb qrb/defaults engine/base engine/schema engine/codec
   engine/index engine/filter engine/store engine/session engine/query engine/validation
   engine/report engine/capi)
 

@@ -1,0 +1,57 @@
+#include "mainwindow/databasecreation.h"
+
+#include "common/guard.h"
+#include "common/messageboxes.h"
+#include "copy/newdatabase.h"
+#include "dialogs/dialogcreatesettings.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <stdexcept>
+
+namespace common = tarvo::common;
+
+namespace {
+
+struct Wish {
+    QString location;
+    tarvo::qrb::pointcloud::CreateSettings settings;
+    std::string schema;
+    bool optionals = false;
+};
+
+// Whether the user wants it, seeing what would be replaced.
+bool create(const Wish& wish, const DatabaseSession& session, QWidget* parent) {
+    const QFileInfo target(wish.location);
+    if (target.exists()) {
+        if (session.database && target == QFileInfo(session.fileName))
+            throw std::runtime_error(
+                "This database is open.\nClose it first, or choose another location.");
+        if (!common::confirmed(
+                parent, QString("The file \"%0\" exists already.\nReplace it?").arg(wish.location)))
+            return false;
+    }
+    const common::WaitCursor waiting;
+    tarvo::copy::NewDatabase database(session.context, wish.location.toStdString(),
+                                      target.exists());
+    if (wish.schema.empty())
+        database.create(wish.settings);
+    else
+        database.create(wish.settings, wish.schema, wish.optionals);
+    database.publish();
+    return true;
+}
+
+}  // namespace
+
+QString createDatabase(const DatabaseSession& session, QWidget* parent) {
+    Wish wish{{}, tarvo::qrb::pointcloud::CreateSettings(session.context), {}, false};
+    while (DialogCreateSettings::edit(session.context, wish.location, wish.settings, wish.schema,
+                                      wish.optionals, parent)) {
+        bool created = false;
+        common::guarded(parent, [&] { created = create(wish, session, parent); });
+        if (created)
+            return QDir::toNativeSeparators(QFileInfo(wish.location).absoluteFilePath());
+    }
+    return {};
+}
