@@ -35,12 +35,6 @@ void NumberEdit::keyPressEvent(QKeyEvent* event) {
         case Qt::Key_Down:
             steps = event->modifiers() & Qt::ControlModifier ? -10 : -1;
             break;
-        case Qt::Key_PageUp:
-            steps = 10;
-            break;
-        case Qt::Key_PageDown:
-            steps = -10;
-            break;
         default:
             break;
     }
@@ -49,10 +43,12 @@ void NumberEdit::keyPressEvent(QKeyEvent* event) {
         QLineEdit::keyPressEvent(event);
         return;
     }
-    const double step = m_step ? m_step().value_or(1) : 1;
+    double step = m_step ? m_step().value_or(0) : 0;
+    if (!(step > 0))
+        step = lastDigitOf(*before);
     // As typing does: the change can be undone.
     selectAll();
-    insert(numberText(steppedNumber(*before, step > 0 ? step : 1, steps)));
+    insert(numberText(steppedNumber(*before, step, steps)));
     selectAll();
     event->accept();
 }

@@ -1,6 +1,5 @@
 // A field for a number that keeps its digits: what was set comes back bit for bit unless the user
-// changes the text. Up and Down change the number by a step, with Ctrl or Page Up and Page Down by
-// ten.
+// changes the text. Up and Down change the number by a step, with Ctrl by ten.
 #pragma once
 
 #include <QLineEdit>
@@ -19,7 +18,8 @@ public:
     // Nothing where the text is no finite number, unless it is still the one that was set.
     std::optional<double> number() const;
 
-    // Asked at each step; 1 where there is none or it is no positive number.
+    // Asked at each step. Where there is none or it is no positive number, the step is one unit of
+    // the number's last digit.
     void setStep(std::function<std::optional<double>()> step);
 
 protected:

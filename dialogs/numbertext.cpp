@@ -51,12 +51,16 @@ std::optional<double> readNumber(const QString& text) {
     return number;
 }
 
-double steppedNumber(double number, double step, int count) {
+double steppedNumber(double number, double step, double count) {
     const double sum = number + step * count;
     const int decimals = std::max(decimalsOf(number), decimalsOf(step));
     if (!std::isfinite(sum) || decimals < 0 || decimals > mostDecimals)
         return std::isfinite(sum) ? sum : number;
     return QString::number(sum, 'f', decimals).toDouble();
+}
+
+double lastDigitOf(double number) {
+    return std::isfinite(number) ? std::pow(10.0, -std::max(decimalsOf(number), 0)) : 1;
 }
 
 }  // namespace tarvo::dialogs

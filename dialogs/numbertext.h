@@ -16,6 +16,9 @@ QString numberText(double number);
 std::optional<double> readNumber(const QString& text);
 
 // number + count * step, with as many decimal places as the two of them have: 0.3 for 0.2 and 0.1.
-double steppedNumber(double number, double step, int count);
+double steppedNumber(double number, double step, double count);
+
+// One unit of the last digit of the number's text, 1 for whole numbers: 0.01 for 0.25.
+double lastDigitOf(double number);
 
 }  // namespace tarvo::dialogs

@@ -1,11 +1,12 @@
 #include "mainwindow/pointattributespanel.h"
 
-#include "common/comingactions.h"
 #include "common/guard.h"
 #include "common/messageboxes.h"
 #include "common/numerictreewidgetitem.h"
 #include "common/programsettings.h"
 #include "common/textformat.h"
+#include "dialogs/attributechecks.h"
+#include "dialogs/dialogpointattribute.h"
 #include "ui_pointattributespanel.h"
 
 #include <QHeaderView>
@@ -30,6 +31,8 @@ enum AttributeColumn {
     ATTRIBUTE_COLUMNS
 };
 
+using tarvo::qrb::pointcloud::PointAttribute;
+
 constexpr int longestTags = 30;
 constexpr int longestDescription = 150;
 
@@ -39,9 +42,8 @@ void setShortened(QTreeWidgetItem* row, int column, const std::string& text, int
     row->setToolTip(column, common::plainToolTip(whole));
 }
 
-void fillAttributeRow(QTreeWidgetItem* row, const tarvo::qrb::pointcloud::PointAttribute& attribute,
-                      bool primary, std::uint32_t rank) {
-    using tarvo::qrb::pointcloud::PointAttribute;
+void fillAttributeRow(QTreeWidgetItem* row, const PointAttribute& attribute, bool primary,
+                      std::uint32_t rank) {
     QString name = QString::fromStdString(attribute.name);
     row->setData(ATTRIBUTE_NAME, Qt::UserRole, name);
     if (attribute.length != 1)
@@ -61,6 +63,17 @@ void fillAttributeRow(QTreeWidgetItem* row, const tarvo::qrb::pointcloud::PointA
     row->setText(ATTRIBUTE_RANK, QString::number(rank));
 }
 
+// What the user begins with: one number of a byte per point.
+PointAttribute newAttribute() {
+    PointAttribute attribute;
+    attribute.name.clear();
+    attribute.title.clear();
+    attribute.length = 1;
+    attribute.maximumValue = 255;
+    attribute.storageClass = PointAttribute::VARIABLE;
+    return attribute;
+}
+
 }  // namespace
 
 PointAttributesPanel::PointAttributesPanel(const DatabaseSession& session, QWidget* parent)
@@ -70,7 +83,6 @@ PointAttributesPanel::PointAttributesPanel(const DatabaseSession& session, QWidg
     m_ui->treePointAttributes->header()->setSectionsClickable(true);
     connect(m_ui->treePointAttributes->header(), &QHeaderView::sectionClicked, this,
             &PointAttributesPanel::onTreePointAttributesColumnClicked);
-    common::announceForLater({m_ui->actionPointAttributeAdd, m_ui->actionPointAttributeEdit});
     on_treePointAttributes_itemSelectionChanged();
 }
 
@@ -175,8 +187,86 @@ std::vector<std::string> PointAttributesPanel::selectedAttributes() const {
     return names;
 }
 
+void PointAttributesPanel::selectAttribute(const std::string& name) {
+    for (QTreeWidgetItemIterator it(m_ui->treePointAttributes); *it; ++it)
+        if ((*it)->parent() &&
+            (*it)->data(ATTRIBUTE_NAME, Qt::UserRole).toString() == QString::fromStdString(name))
+            m_ui->treePointAttributes->setCurrentItem(*it);
+}
+
 void PointAttributesPanel::on_treePointAttributes_itemSelectionChanged() {
-    m_ui->actionPointAttributeRemove->setEnabled(!selectedAttributes().empty());
+    const auto names = selectedAttributes();
+    m_ui->actionPointAttributeAdd->setEnabled(database() != nullptr);
+    m_ui->actionPointAttributeEdit->setEnabled(names.size() == 1);
+    m_ui->actionPointAttributeRemove->setEnabled(!names.empty());
+}
+
+// On a group the double click has its usual meaning, to expand or collapse it.
+void PointAttributesPanel::on_treePointAttributes_itemDoubleClicked(QTreeWidgetItem* item, int) {
+    if (item->parent())
+        guarded([&] {
+            editAttribute(item->data(ATTRIBUTE_NAME, Qt::UserRole).toString().toStdString());
+        });
+}
+
+void PointAttributesPanel::on_actionPointAttributeAdd_triggered() {
+    guarded([this] { addAttribute(); });
+}
+
+void PointAttributesPanel::on_actionPointAttributeEdit_triggered() {
+    const auto names = selectedAttributes();
+    if (names.size() == 1)
+        guarded([&] { editAttribute(names[0]); });
+}
+
+void PointAttributesPanel::addAttribute() {
+    // Nobody is to fill in the form only to hear that it can't be stored.
+    if (!database()->transactions().pending()) {
+        common::showWarning(this,
+                            "No transaction is pending.\n"
+                            "Begin a transaction before adding a point attribute.");
+        return;
+    }
+    QStringList takenNames;
+    for (const std::string& name : database()->pointAttributes().list())
+        takenNames += QString::fromStdString(name);
+    PointAttribute attribute = newAttribute();
+    while (DialogPointAttribute::edit(attribute, DialogPointAttribute::Purpose::ADD, takenNames,
+                                      this)) {
+        if (write(attribute, true))
+            return;
+    }
+}
+
+void PointAttributesPanel::editAttribute(const std::string& name) {
+    const auto& attributes = database()->pointAttributes();
+    const bool key = name == attributes.primaryAttributeName() || name == attributes.pointIdName();
+    const PointAttribute stored = attributes.get(name);
+    PointAttribute attribute = stored;
+    const PointAttribute* began = nullptr;
+    while (DialogPointAttribute::edit(
+        attribute,
+        key ? DialogPointAttribute::Purpose::EDIT_KEY : DialogPointAttribute::Purpose::EDIT, {},
+        this, began)) {
+        if (tarvo::dialogs::sameAttribute(attribute, stored) || write(attribute, false))
+            return;
+        began = &stored;
+    }
+}
+
+bool PointAttributesPanel::write(const PointAttribute& attribute, bool isNew) {
+    const bool written = guarded([&] {
+        const common::WaitCursor waiting;
+        if (isNew)
+            database()->pointAttributes().add(attribute);
+        else
+            database()->pointAttributes().put(attribute);
+    });
+    if (written) {
+        emit databaseChanged();
+        selectAttribute(attribute.name);
+    }
+    return written;
 }
 
 void PointAttributesPanel::on_actionPointAttributeRemove_triggered() {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "mainwindow/panel.h"
+#include "qrb/pointattribute.h"
 
 #include <QMap>
 #include <memory>
@@ -27,12 +28,21 @@ private slots:
     void on_treePointAttributes_itemExpanded(QTreeWidgetItem* item);
     void on_treePointAttributes_itemCollapsed(QTreeWidgetItem* item);
     void on_treePointAttributes_itemSelectionChanged();
+    void on_treePointAttributes_itemDoubleClicked(QTreeWidgetItem* item, int column);
+    void on_actionPointAttributeAdd_triggered();
+    void on_actionPointAttributeEdit_triggered();
     void on_actionPointAttributeRemove_triggered();
     void onTreePointAttributesColumnClicked(int column);
 
 private:
     QTreeWidgetItem* groupRow(const QString& name);
     std::vector<std::string> selectedAttributes() const;
+    void selectAttribute(const std::string& name);
+    void addAttribute();
+    void editAttribute(const std::string& name);
+    // Writes the record, tells the others and shows it; false where the library refused it and the
+    // user was told so.
+    bool write(const tarvo::qrb::pointcloud::PointAttribute& attribute, bool isNew);
     void readGroupStates();
     void keepGroupState(const QTreeWidgetItem* item, bool expanded);
 

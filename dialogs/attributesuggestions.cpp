@@ -1,0 +1,154 @@
+#include "dialogs/attributesuggestions.h"
+
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QTreeWidget>
+#include <algorithm>
+
+namespace tarvo::dialogs {
+
+namespace {
+
+enum SuggestionColumn {
+    SUGGESTION_NAME,
+    SUGGESTION_TITLE,
+    SUGGESTION_GROUP,
+    SUGGESTION_UNIT,
+    SUGGESTION_TYPE,
+    SUGGESTION_COLUMNS
+};
+
+constexpr int entryRole = Qt::UserRole;  // the catalogue's name
+
+bool holdsWords(const qrb::defaults::AttributeEntry& entry, const QStringList& words) {
+    const QString text = QString::fromStdString(entry.name + '\n' + entry.title + '\n' +
+                                                entry.tags + '\n' + entry.description);
+    return std::all_of(words.begin(), words.end(), [&](const QString& word) {
+        return text.contains(word, Qt::CaseInsensitive);
+    });
+}
+
+template <typename Texts>
+QStringList distinct(Texts texts) {
+    QStringList result;
+    for (const qrb::defaults::AttributeEntry& entry : qrb::defaults::attributes())
+        for (const QString& text : texts(entry))
+            if (!text.isEmpty() && !result.contains(text))
+                result += text;
+    return result;
+}
+
+}  // namespace
+
+qrb::pointcloud::PointAttribute suggestedAttribute(const qrb::defaults::AttributeEntry& entry) {
+    qrb::pointcloud::PointAttribute attribute;
+    attribute.name = entry.name;
+    attribute.title = entry.title;
+    attribute.tags = entry.tags;
+    attribute.description = entry.description;
+    attribute.unitSymbol = entry.unitSymbol;
+    attribute.length = entry.length;
+    attribute.resolution = entry.resolution;
+    attribute.minimumValue = entry.minimumValue;
+    attribute.maximumValue = entry.maximumValue;
+    attribute.defaultValue = entry.defaultValue;
+    attribute.invalidValue = entry.invalidValue;
+    attribute.namedValues = entry.namedValues;
+    attribute.storageClass = entry.storageClass;
+    attribute.compressionOptions = entry.compressionOptions;
+    attribute.lodSettings = entry.lodSettings;
+    attribute.scaleFactor = entry.scaleFactor;
+    return attribute;
+}
+
+void fillSuggestions(QTreeWidget* tree, const QStringList& takenNames) {
+    tree->clear();
+    for (const qrb::defaults::AttributeEntry& entry : qrb::defaults::attributes()) {
+        auto* row = new QTreeWidgetItem(tree);
+        const QString name = QString::fromStdString(entry.name);
+        const auto attribute = suggestedAttribute(entry);
+        QString type = dataTypeName(attribute.dataType());
+        if (entry.length != 1)
+            type += QString("[%0]").arg(entry.length);
+        row->setData(SUGGESTION_NAME, entryRole, name);
+        row->setText(SUGGESTION_NAME, name);
+        row->setText(SUGGESTION_TITLE, QString::fromStdString(entry.title));
+        row->setText(SUGGESTION_GROUP, QString::fromStdString(entry.group));
+        row->setText(SUGGESTION_UNIT, QString::fromStdString(entry.unitSymbol));
+        row->setText(SUGGESTION_TYPE, type);
+        const bool taken = takenNames.contains(name);
+        if (taken) {
+            row->setText(SUGGESTION_NAME, name + " (exists already)");
+            row->setFlags(row->flags() & ~(Qt::ItemIsEnabled | Qt::ItemIsSelectable));
+        }
+        const QString toolTip = taken ? QString("There is a point attribute of this name already.")
+                                      : QString::fromStdString(entry.description);
+        for (int column = 0; column < SUGGESTION_COLUMNS; ++column)
+            row->setToolTip(column, toolTip);
+    }
+    for (int column = 0; column < SUGGESTION_COLUMNS; ++column)
+        tree->resizeColumnToContents(column);
+    constexpr int widestColumn = 240;
+    for (int column : {SUGGESTION_NAME, SUGGESTION_TITLE})
+        tree->header()->resizeSection(column,
+                                      std::min(tree->header()->sectionSize(column), widestColumn));
+}
+
+int filterSuggestions(QTreeWidget* tree, const QString& text) {
+    const QStringList words = text.simplified().split(' ', Qt::SkipEmptyParts);
+    QTreeWidgetItem* first = nullptr;
+    int shown = 0;
+    for (int i = 0; i < tree->topLevelItemCount(); ++i) {
+        QTreeWidgetItem* row = tree->topLevelItem(i);
+        const std::string name = row->data(SUGGESTION_NAME, entryRole).toString().toStdString();
+        const bool holds = holdsWords(*qrb::defaults::findAttribute(name), words);
+        row->setHidden(!holds);
+        shown += holds;
+        if (holds && !first && !row->isDisabled())
+            first = row;
+    }
+    tree->setCurrentItem(first);
+    if (first)
+        tree->scrollToItem(first);
+    return shown;
+}
+
+const qrb::defaults::AttributeEntry* suggestionOf(const QTreeWidgetItem* row) {
+    if (!row || row->isDisabled() || row->isHidden())
+        return nullptr;
+    return qrb::defaults::findAttribute(
+        row->data(SUGGESTION_NAME, entryRole).toString().toStdString());
+}
+
+QStringList suggestedUnits() {
+    return distinct([](const qrb::defaults::AttributeEntry& entry) {
+        return QStringList(QString::fromStdString(entry.unitSymbol));
+    });
+}
+
+QStringList suggestedTags() {
+    return distinct([](const qrb::defaults::AttributeEntry& entry) {
+        QStringList tags = QString::fromStdString(entry.tags).split(',');
+        for (QString& tag : tags)
+            tag = tag.trimmed();
+        return tags;
+    });
+}
+
+TagCompleter::TagCompleter(QObject* parent) : QCompleter(suggestedTags(), parent) {
+    setCaseSensitivity(Qt::CaseInsensitive);
+}
+
+QString TagCompleter::pathFromIndex(const QModelIndex& index) const {
+    const QString tag = QCompleter::pathFromIndex(index);
+    const auto* edit = qobject_cast<const QLineEdit*>(widget());
+    const QString text = edit ? edit->text() : QString();
+    const qsizetype comma = text.lastIndexOf(',');
+    return comma < 0 ? tag : text.left(comma + 1) + ' ' + tag;
+}
+
+QStringList TagCompleter::splitPath(const QString& path) const {
+    return {path.section(',', -1).trimmed()};
+}
+
+}  // namespace tarvo::dialogs
