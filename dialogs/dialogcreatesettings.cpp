@@ -218,7 +218,7 @@ void DialogCreateSettings::on_editSchemaList_currentIndexChanged(int) {
 
 void DialogCreateSettings::on_editLocation_textChanged(const QString& location) {
     m_ui->editSchemaList->setCurrentIndex(
-        tarvo::dialogs::schemaFor(m_ui->editSchemaList, location));
+        tarvo::dialogs::schemaFor(m_ui->editSchemaList, location.trimmed()));
 }
 
 void DialogCreateSettings::on_editChunkMode_currentIndexChanged(int index) {

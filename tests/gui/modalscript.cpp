@@ -8,6 +8,8 @@
 #include <QtTest>
 
 ModalScript::ModalScript(std::vector<Step> steps) : m_steps(std::move(steps)) {
+    if (auto* open = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
+        m_seen += open;
     arm();
 }
 
@@ -16,12 +18,12 @@ void ModalScript::arm() {
         return;
     m_timers.push_back(std::make_unique<QTimer>());
     QTimer* timer = m_timers.back().get();
-    QDialog* const before = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-    QObject::connect(timer, &QTimer::timeout, timer, [this, timer, before] {
+    QObject::connect(timer, &QTimer::timeout, timer, [this, timer] {
         auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-        if (!dialog || !dialog->isVisible() || dialog == before)
+        if (!dialog || !dialog->isVisible() || m_seen.contains(dialog))
             return;
         timer->stop();
+        m_seen += dialog;
         const Step step = m_steps[m_answered++];
         if (const auto* box = qobject_cast<QMessageBox*>(dialog))
             m_texts += box->text();
@@ -31,16 +33,23 @@ void ModalScript::arm() {
     timer->start(10);
 }
 
+bool ModalScript::pressButton(QWidget* parent, const QString& button) {
+    for (auto* each : parent->findChildren<QAbstractButton*>()) {
+        if (each->text().remove('&') == button) {
+            QTest::mouseClick(each, Qt::LeftButton);
+            return true;
+        }
+    }
+    const auto* box = qobject_cast<QMessageBox*>(parent);
+    qCritical("there is no button %s: %s", qUtf8Printable(button),
+              qUtf8Printable(box ? box->text() : parent->objectName()));
+    return false;
+}
+
 ModalScript::Step ModalScript::press(const QString& button) {
     return [button](QDialog* dialog) {
-        for (auto* each : dialog->findChildren<QAbstractButton*>()) {
-            if (each->text().remove('&') == button) {
-                QTest::mouseClick(each, Qt::LeftButton);
-                return;
-            }
-        }
-        qCritical("the dialog has no button %s", qUtf8Printable(button));
-        dialog->reject();
+        if (!pressButton(dialog, button))
+            dialog->reject();
     };
 }
 

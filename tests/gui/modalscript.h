@@ -1,6 +1,8 @@
 // Answers several modal dialogs in a row, also those that open while an earlier one is still open.
 #pragma once
 
+#include <QDialog>
+#include <QPointer>
 #include <QString>
 #include <QStringList>
 #include <QTimer>
@@ -8,7 +10,7 @@
 #include <memory>
 #include <vector>
 
-class QDialog;
+class QWidget;
 
 class ModalScript {
 public:
@@ -18,6 +20,9 @@ public:
     // How many dialogs came, and the texts of those that were message boxes.
     std::size_t answered() const { return m_answered; }
     const QStringList& texts() const { return m_texts; }
+
+    // Presses a button by its text without ampersands.
+    static bool pressButton(QWidget* parent, const QString& button);
 
     // Steps.
     static Step press(const QString& button);                    // by its text without ampersands
@@ -30,5 +35,6 @@ private:
     std::vector<Step> m_steps;
     std::vector<std::unique_ptr<QTimer>> m_timers;  // a timer does not fire within its own slot
     std::size_t m_answered = 0;
+    QList<QPointer<QDialog>> m_seen;  // each is answered once
     QStringList m_texts;
 };

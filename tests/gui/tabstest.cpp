@@ -11,6 +11,7 @@
 #include "tests/gui/guitestmain.h"
 #include "tests/gui/modalscript.h"
 #include "tests/gui/testdatabase.h"
+#include "tests/gui/windowdriver.h"
 
 #include <QAccessible>
 #include <QAction>
@@ -37,14 +38,6 @@
 namespace {
 
 using Step = ModalScript::Step;
-
-template <typename Widget>
-Widget* in(QWidget* parent, const char* name) {
-    auto* widget = parent->findChild<Widget*>(name);
-    if (!widget)
-        qFatal("no child %s", name);
-    return widget;
-}
 
 }  // namespace
 
@@ -92,11 +85,15 @@ private:
     QTreeWidget* tree(const char* name) const { return child<QTreeWidget>(name); }
     QPlainTextEdit* log() const { return child<QPlainTextEdit>("editChangelog"); }
 
-    void showTab(const char* name);
-    // Triggers an action while the steps answer the dialogs that it opens.
-    QStringList run(const char* action, std::vector<Step> steps);
+    void showTab(const char* name) { driver().showTab(name); }
+    QStringList run(const char* action, std::vector<Step> steps) {
+        return driver().run(action, std::move(steps));
+    }
     void begin(const QString& title);
-    QTreeWidgetItem* select(const char* treeName, const QString& text, bool add = false);
+    QTreeWidgetItem* select(const char* treeName, const QString& text, bool add = false) {
+        return driver().select(treeName, text, add);
+    }
+    WindowDriver driver() { return WindowDriver(*m_window); }
     // A second handle on the file that the window shows, for preparing it.
     void prepare(const std::function<void(tarvo::qrb::Pointcloud&)>& change);
 
@@ -150,43 +147,11 @@ void TabsTest::cleanup() {
     m_window.reset();
 }
 
-void TabsTest::showTab(const char* name) {
-    auto* tabs = child<QTabWidget>("tabWidget");
-    const int index = tabs->indexOf(child<QWidget>(name));
-    QTest::mouseClick(tabs->tabBar(), Qt::LeftButton, {}, tabs->tabBar()->tabRect(index).center());
-    QCOMPARE(tabs->currentIndex(), index);
-}
-
-QStringList TabsTest::run(const char* action, std::vector<Step> steps) {
-    auto* wanted = child<QAction>(action);
-    if (!wanted->isEnabled()) {
-        QTest::qFail("the action is disabled", __FILE__, __LINE__);
-        return {};
-    }
-    const std::size_t expected = steps.size();
-    ModalScript script(std::move(steps));
-    wanted->trigger();
-    if (script.answered() != expected)
-        QTest::qFail("a dialog did not come", __FILE__, __LINE__);
-    return script.texts();
-}
-
 void TabsTest::begin(const QString& title) {
     run("actionTransactionBegin", {[&](QDialog* dialog) {
             QTest::keyClicks(in<QLineEdit>(dialog, "editTitle"), title);
             ModalScript::press("OK")(dialog);
         }});
-}
-
-QTreeWidgetItem* TabsTest::select(const char* treeName, const QString& text, bool add) {
-    auto* list = tree(treeName);
-    const auto found = list->findItems(text, Qt::MatchExactly | Qt::MatchRecursive, 0);
-    if (found.isEmpty())
-        return nullptr;
-    list->scrollToItem(found.first());
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, add ? Qt::ControlModifier : Qt::NoModifier,
-                      list->visualItemRect(found.first()).center());
-    return found.first();
 }
 
 void TabsTest::transactionIsBegunSignedAndListed() {

@@ -10,6 +10,8 @@ namespace {
 constexpr qint64 samplePoints = 20'000;
 constexpr qint64 realPoints = 110'000;
 
+}  // namespace
+
 QString runTool(const QStringList& arguments) {
     QProcess tool;
     tool.setProcessChannelMode(QProcess::MergedChannels);
@@ -20,8 +22,6 @@ QString runTool(const QStringList& arguments) {
         return "qrbtool: " + QString::fromUtf8(tool.readAll());
     return {};
 }
-
-}  // namespace
 
 TestDatabase makeTestDatabase(const QString& folder) {
     TestDatabase result;

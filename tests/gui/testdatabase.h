@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 struct TestDatabase {
     QString fileName;
@@ -9,6 +10,9 @@ struct TestDatabase {
     bool real = false;  // from a real point cloud, else from the sample generator
     qint64 pointCount = 0;
 };
+
+// Runs qrbtool; empty, or what went wrong.
+QString runTool(const QStringList& arguments);
 
 // From a real cloud where the build knows a folder of them.
 TestDatabase makeTestDatabase(const QString& folder);
