@@ -86,12 +86,13 @@ void fillSuggestions(QTreeWidget* tree, const QStringList& takenNames) {
         for (int column = 0; column < SUGGESTION_COLUMNS; ++column)
             row->setToolTip(column, toolTip);
     }
-    for (int column = 0; column < SUGGESTION_COLUMNS; ++column)
+    // A few long texts are not to push the other columns out of sight.
+    constexpr int widest[SUGGESTION_COLUMNS] = {200, 140, 140, 60, 90};
+    for (int column = 0; column < SUGGESTION_COLUMNS; ++column) {
         tree->resizeColumnToContents(column);
-    constexpr int widestColumn = 240;
-    for (int column : {SUGGESTION_NAME, SUGGESTION_TITLE})
-        tree->header()->resizeSection(column,
-                                      std::min(tree->header()->sectionSize(column), widestColumn));
+        tree->header()->resizeSection(
+            column, std::min(tree->header()->sectionSize(column), widest[column]));
+    }
 }
 
 int filterSuggestions(QTreeWidget* tree, const QString& text) {
@@ -108,6 +109,7 @@ int filterSuggestions(QTreeWidget* tree, const QString& text) {
             first = row;
     }
     tree->setCurrentItem(first);
+    tree->scrollToTop();
     if (first)
         tree->scrollToItem(first);
     return shown;

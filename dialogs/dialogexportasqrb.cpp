@@ -50,6 +50,7 @@ QString DialogExportAsQRB::run(const tarvo::qrb::Pointcloud& database, const QSt
     DialogExportAsQRB dialog(database, fileName, parent);
     dialog.m_ui->editFilter->setEditText(filter);
     dialog.m_ui->editNodes->setText(nodes);
+    dialog.m_ui->editFilter->setFocus();
     return dialog.exec() == QDialog::Accepted ? dialog.m_ui->editTarget->text() : QString();
 }
 

@@ -22,6 +22,7 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QPushButton>
+#include <QScrollBar>
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -128,6 +129,9 @@ DialogPointAttribute::DialogPointAttribute(Purpose purpose, const QStringList& t
     buildFields();
     buildMenu();
     buildSuggestions(m_use.takenNames);
+    // Nothing of the form is cut off at the right; it scrolls up and down only.
+    m_ui->scrollForm->setMinimumWidth(m_ui->paneForm->minimumSizeHint().width() +
+                                      m_ui->scrollForm->verticalScrollBar()->sizeHint().width());
     m_settings.restoreGeometryOf(this);
 }
 
@@ -192,6 +196,7 @@ void DialogPointAttribute::buildSuggestions(const QStringList& takenNames) {
     m_ui->editSuggestionFilter->installEventFilter(this);
     m_ui->splitter->setStretchFactor(0, 1);
     m_ui->splitter->setStretchFactor(1, 1);
+    m_ui->splitter->setSizes({600, 560});
     on_editSuggestionFilter_textChanged({});
     m_ui->buttonSuggestions->setChecked(!isEditing());
     m_ui->paneSuggestions->setVisible(!isEditing());
