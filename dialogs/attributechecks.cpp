@@ -49,6 +49,24 @@ bool sameNumber(double a, double b) {
     return a == b || (std::isnan(a) && std::isnan(b));
 }
 
+// Without regard to the invalid value.
+ValuePlace placeInRange(double value, const PointAttribute& attribute) {
+    if (attribute.resolution == 0)
+        return std::isnan(value) ||
+                       (value >= attribute.minimumValue && value <= attribute.maximumValue)
+                   ? ValuePlace::ON_GRID
+                   : ValuePlace::OUTSIDE;
+    // Who writes a value half a step outside is let in.
+    const double tolerance = attribute.resolution * (0.5 + 1e-6);
+    if (!(value >= attribute.minimumValue - tolerance &&
+          value <= attribute.maximumValue + tolerance))
+        return ValuePlace::OUTSIDE;
+    const bool inside = value >= attribute.minimumValue && value <= attribute.maximumValue;
+    const double steps = (value - attribute.minimumValue) / attribute.resolution;
+    const bool whole = storesIntegers(attribute) ? value == std::trunc(value) : isNearWhole(steps);
+    return inside && whole ? ValuePlace::ON_GRID : ValuePlace::OFF_GRID;
+}
+
 class Checker {
 public:
     Checker(const PointAttribute& attribute, const AttributeUse& use) : m(attribute), m_use(use) {}
@@ -176,7 +194,7 @@ private:
             if (last > Wide(~std::uint64_t(0)))
                 error(AttributeField::RANGE, "The range does not fit into 64 bits.");
             else if (last == Wide(~std::uint64_t(0)) && !std::isnan(m.invalidValue) &&
-                     placeOf(m.invalidValue, m) != ValuePlace::ON_GRID)
+                     placeInRange(m.invalidValue, m) != ValuePlace::ON_GRID)
                 error(AttributeField::DEFAULT,
                       "The range takes all of 64 bits: choose an invalid value within it, or "
                       "narrow it.");
@@ -194,8 +212,7 @@ private:
     }
 
     void checkDefault() {
-        if (std::isnan(m.defaultValue) ? m.resolution != 0
-                                       : placeOf(m.defaultValue, m) == ValuePlace::OUTSIDE)
+        if (placeOf(m.defaultValue, m) == ValuePlace::OUTSIDE)
             error(AttributeField::DEFAULT,
                   "The default value is neither in the range nor the invalid value.");
         else if (placeOf(m.defaultValue, m) == ValuePlace::OFF_GRID)
@@ -251,20 +268,7 @@ std::vector<AttributeFinding> checkAttribute(const PointAttribute& attribute,
 }
 
 ValuePlace placeOf(double value, const PointAttribute& attribute) {
-    if (value == attribute.invalidValue)
-        return ValuePlace::ON_GRID;
-    // Who writes a value half a step outside is let in.
-    const double tolerance = attribute.resolution * (0.5 + 1e-6);
-    if (!(value >= attribute.minimumValue - tolerance &&
-          value <= attribute.maximumValue + tolerance))
-        return std::isnan(value) && attribute.resolution == 0 ? ValuePlace::ON_GRID
-                                                              : ValuePlace::OUTSIDE;
-    if (attribute.resolution == 0)
-        return ValuePlace::ON_GRID;
-    const bool inside = value >= attribute.minimumValue && value <= attribute.maximumValue;
-    const double steps = (value - attribute.minimumValue) / attribute.resolution;
-    const bool whole = storesIntegers(attribute) ? value == std::trunc(value) : isNearWhole(steps);
-    return inside && whole ? ValuePlace::ON_GRID : ValuePlace::OFF_GRID;
+    return value == attribute.invalidValue ? ValuePlace::ON_GRID : placeInRange(value, attribute);
 }
 
 double nearestValue(double value, const PointAttribute& attribute) {

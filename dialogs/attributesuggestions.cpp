@@ -87,7 +87,7 @@ void fillSuggestions(QTreeWidget* tree, const QStringList& takenNames) {
             row->setToolTip(column, toolTip);
     }
     // A few long texts are not to push the other columns out of sight.
-    constexpr int widest[SUGGESTION_COLUMNS] = {200, 140, 140, 60, 90};
+    constexpr int widest[SUGGESTION_COLUMNS] = {190, 140, 130, 50, 90};
     for (int column = 0; column < SUGGESTION_COLUMNS; ++column) {
         tree->resizeColumnToContents(column);
         tree->header()->resizeSection(

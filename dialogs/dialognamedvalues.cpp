@@ -86,9 +86,11 @@ void DialogNamedValues::showValues(int current) {
             }
         }
     }
+    // Whatever modifier key is held down for the action: the row is the only one selected.
     if (!m_values.empty())
         m_ui->tableNamedValues->setCurrentCell(
-            std::clamp(current, 0, static_cast<int>(m_values.size()) - 1), NAMED_VALUE);
+            std::clamp(current, 0, static_cast<int>(m_values.size()) - 1), NAMED_VALUE,
+            QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     updateChecks();
 }
 

@@ -129,9 +129,7 @@ DialogPointAttribute::DialogPointAttribute(Purpose purpose, const QStringList& t
     buildFields();
     buildMenu();
     buildSuggestions(m_use.takenNames);
-    // Nothing of the form is cut off at the right; it scrolls up and down only.
-    m_ui->scrollForm->setMinimumWidth(m_ui->paneForm->minimumSizeHint().width() +
-                                      m_ui->scrollForm->verticalScrollBar()->sizeHint().width());
+    m_ui->paneForm->installEventFilter(this);
     m_settings.restoreGeometryOf(this);
 }
 
@@ -196,7 +194,7 @@ void DialogPointAttribute::buildSuggestions(const QStringList& takenNames) {
     m_ui->editSuggestionFilter->installEventFilter(this);
     m_ui->splitter->setStretchFactor(0, 1);
     m_ui->splitter->setStretchFactor(1, 1);
-    m_ui->splitter->setSizes({600, 560});
+    m_ui->splitter->setSizes({620, 540});
     on_editSuggestionFilter_textChanged({});
     m_ui->buttonSuggestions->setChecked(!isEditing());
     m_ui->paneSuggestions->setVisible(!isEditing());
@@ -227,7 +225,23 @@ bool DialogPointAttribute::eventFilter(QObject* watched, QEvent* event) {
             return true;
         }
     }
+    if (watched == m_ui->paneForm &&
+        (event->type() == QEvent::Resize || event->type() == QEvent::LayoutRequest))
+        fitForm();
     return QDialog::eventFilter(watched, event);
+}
+
+// The form scrolls up and down only. A scroll area knows nothing of labels that get higher where
+// they get narrower.
+void DialogPointAttribute::fitForm() {
+    const int width = m_ui->layoutForm->minimumSize().width();
+    m_ui->scrollForm->setMinimumWidth(width +
+                                      m_ui->scrollForm->verticalScrollBar()->sizeHint().width());
+    const auto* layout = m_ui->layoutForm;
+    m_ui->paneForm->setMinimumHeight(
+        layout->hasHeightForWidth()
+            ? layout->minimumHeightForWidth(std::max(width, m_ui->scrollForm->viewport()->width()))
+            : layout->minimumSize().height());
 }
 
 void DialogPointAttribute::changeEvent(QEvent* event) {

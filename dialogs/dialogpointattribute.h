@@ -68,6 +68,7 @@ private:
     void buildMenu();
     void buildSuggestions(const QStringList& takenNames);
     bool isEditing() const;
+    void fitForm();
 
     void fill(const PointAttribute& attribute);
     // Fields that show what was filled in give that back bit for bit. What is no number becomes

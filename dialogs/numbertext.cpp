@@ -32,6 +32,9 @@ QString numberText(double number) {
     const int exponent =
         number == 0 ? 0 : static_cast<int>(std::floor(std::log10(std::fabs(number))));
     const bool plain = exponent >= smallestPlainExponent && exponent <= largestPlainExponent;
+    // The shortest digits that tell 2^63 from its neighbours are not those of 2^63.
+    if (plain && number == std::trunc(number))
+        return QString::number(number, 'f', 0);
     return QString::number(number, plain ? 'f' : 'g', QLocale::FloatingPointShortest);
 }
 
