@@ -105,7 +105,7 @@ int filterSuggestions(QTreeWidget* tree, const QString& text) {
         const bool holds = holdsWords(*qrb::defaults::findAttribute(name), words);
         row->setHidden(!holds);
         shown += holds;
-        if (holds && !first && !row->isDisabled())
+        if (holds && !first && !words.isEmpty() && !row->isDisabled())
             first = row;
     }
     tree->setCurrentItem(first);

@@ -18,8 +18,9 @@ qrb::pointcloud::PointAttribute suggestedAttribute(const qrb::defaults::Attribut
 // One row per default attribute: name, title, group, unit, data type. Those of takenNames can't be
 // selected and say why. Needs the library.
 void fillSuggestions(QTreeWidget* tree, const QStringList& takenNames);
-// Shows the rows of which name, title, tags and description hold all the words; makes the first of
-// them that can be taken the current one. Returns how many are shown.
+// Shows the rows of which name, title, tags and description hold all the words. The first of them
+// that can be taken becomes the current one; none, where there are no words. Returns how many are
+// shown.
 int filterSuggestions(QTreeWidget* tree, const QString& words);
 // Null where the row can't be taken.
 const qrb::defaults::AttributeEntry* suggestionOf(const QTreeWidgetItem* row);

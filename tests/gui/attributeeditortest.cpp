@@ -513,6 +513,8 @@ void AttributeEditorTest::suggestionsAreFoundByWordsAndTakenByKey() {
                         names += tree->topLevelItem(i)->text(0);
                 return names;
             };
+            QTest::keyClick(filter, Qt::Key_Return);  // takes nothing before words were typed
+            QVERIFY(in<QLineEdit>(dialog, "editName")->text().isEmpty());
             QTest::keyClicks(filter, "XYZ  socs");
             QCOMPARE(visible(), QStringList("tarvo.xyz_socs (exists already)"));
             // What is there already can be taken neither by key nor by mouse.
