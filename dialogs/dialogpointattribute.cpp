@@ -11,7 +11,6 @@
 #include "dialogs/checklabel.h"
 #include "dialogs/dialognamedvalues.h"
 #include "dialogs/dialogpointattributelod.h"
-#include "dialogs/lodsettings.h"
 #include "dialogs/namedvalues.h"
 #include "qrb/error.h"
 #include "ui_dialogpointattribute.h"

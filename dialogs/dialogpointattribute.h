@@ -13,8 +13,6 @@
 #include <string>
 #include <vector>
 
-class QAction;
-class QLabel;
 class QTreeWidgetItem;
 
 namespace Ui {

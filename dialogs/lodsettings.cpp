@@ -113,7 +113,6 @@ private:
 };
 
 // Copies the further members of the JSON object at the beginning of the text; throws where there is
-// none. stopWhenDone: something may follow.
 template <unsigned flags, typename Writer>
 MemberCopier<Writer> copyMembers(const std::string& text, Writer& writer) {
     constexpr unsigned asWritten =
