@@ -29,6 +29,35 @@ struct NumbersAsTheyAre : Base {
     }
 };
 
+// A text of a few megabytes that nests deep would need terabytes for its indents.
+constexpr std::size_t longestFormatted = 256 << 20;
+
+// The bytes that a JSON text has once it is formatted, roughly.
+std::size_t formattedSize(const std::string& text) {
+    constexpr std::size_t indent = 4;
+    std::size_t size = text.size();
+    std::size_t depth = 0;
+    bool quoted = false;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
+        if (quoted) {
+            if (c == '\\')
+                ++i;
+            quoted = c != '"';
+        } else if (c == '"') {
+            quoted = true;
+        } else if (c == '{' || c == '[') {
+            size += indent * ++depth;
+        } else if (c == '}' || c == ']') {
+            depth -= depth > 0 ? 1 : 0;
+            size += indent * depth;
+        } else if (c == ',') {
+            size += indent * depth;
+        }
+    }
+    return size;
+}
+
 template <typename Writer>
 bool copyJson(const std::string& text, Writer& writer) {
     rapidjson::Reader reader;
@@ -184,6 +213,8 @@ LodMethod parseLodMethod(const std::string& text) {
 }
 
 std::string formattedJson(const std::string& text) {
+    if (formattedSize(text) > longestFormatted)
+        return text;
     rapidjson::StringBuffer buffer;
     NumbersAsTheyAre<rapidjson::PrettyWriter<rapidjson::StringBuffer>> writer(buffer);
     return copyJson(text, writer) ? std::string(buffer.GetString(), buffer.GetSize()) : text;

@@ -31,7 +31,8 @@ struct LodMethod {
 LodMethod parseLodMethod(const std::string& text);
 
 // Both write numbers as they are and cost no stack, however deep the text nests.
-// The text with line breaks and an indent of four blanks; as it stands where it is no JSON.
+// The text with line breaks and an indent of four blanks; as it stands where it is no JSON, or
+// nests so deep that the blanks would fill the memory.
 std::string formattedJson(const std::string& text);
 // Takes the blanks out of a JSON document and returns true; leaves other texts alone.
 bool compactJson(std::string& text);

@@ -1,6 +1,5 @@
 #include "mainwindow/metadatapanel.h"
 
-#include "common/comingactions.h"
 #include "common/guard.h"
 #include "common/jsonvalues.h"
 #include "common/messageboxes.h"
@@ -8,6 +7,7 @@
 #include "common/progress.h"
 #include "common/textformat.h"
 #include "common/theme.h"
+#include "dialogs/dialogmetadata.h"
 #include "dialogs/dialogmetadatasignature.h"
 #include "ui_metadatapanel.h"
 
@@ -61,7 +61,6 @@ private:
 MetaDataPanel::MetaDataPanel(const DatabaseSession& session, QWidget* parent)
     : Panel(session, parent), m_ui(std::make_unique<Ui::MetaDataPanel>()) {
     m_ui->setupUi(this);
-    common::announceForLater({m_ui->actionMetaDataAdd, m_ui->actionMetaDataEdit});
     on_treeMetaData_itemSelectionChanged();
 }
 
@@ -112,6 +111,8 @@ void MetaDataPanel::addRow(const std::string& name) {
 
 void MetaDataPanel::on_treeMetaData_itemSelectionChanged() {
     const auto selected = m_ui->treeMetaData->selectedItems().size();
+    m_ui->actionMetaDataAdd->setEnabled(database() != nullptr);
+    m_ui->actionMetaDataEdit->setEnabled(selected == 1);
     m_ui->actionMetaDataRemove->setEnabled(selected > 0);
     m_ui->actionMetaDataExport->setEnabled(selected > 0);
     m_ui->actionMetaDataSignature->setEnabled(selected == 1);
@@ -123,6 +124,50 @@ std::vector<std::string> MetaDataPanel::selectedItems() const {
     for (const QTreeWidgetItem* item : m_ui->treeMetaData->selectedItems())
         names.push_back(item->text(ITEM_NAME).toStdString());
     return names;
+}
+
+void MetaDataPanel::on_treeMetaData_itemDoubleClicked(QTreeWidgetItem* item, int) {
+    editItem(item->text(ITEM_NAME), false);
+}
+
+void MetaDataPanel::on_actionMetaDataAdd_triggered() {
+    if (!database())
+        return;
+    if (!database()->transactions().pending())
+        common::showWarning(this,
+                            "No transaction is pending.\n"
+                            "Begin a transaction before adding a meta data item.");
+    else
+        editItem({}, true);
+}
+
+void MetaDataPanel::on_actionMetaDataEdit_triggered() {
+    const auto names = selectedItems();
+    if (names.size() == 1)
+        editItem(QString::fromStdString(names.front()), false);
+}
+
+void MetaDataPanel::editItem(QString name, bool isNew) {
+    guarded([&] {
+        if (!database())
+            return;
+        auto& metaData = database()->metaData();
+        const std::string stored = isNew ? std::string() : metaData.get(name.toStdString());
+        std::string value = stored;
+        bool written = false;
+        // Where the database refuses the value, the editor comes up again with what was typed.
+        while (!written) {
+            if (!DialogMetaData::edit(*database(), name, value, isNew, this))
+                return;
+            if (!isNew && value == stored)
+                return;  // An item that is not written keeps its signature.
+            written = guarded([&] { metaData.set(name.toStdString(), value); });
+        }
+        emit databaseChanged();
+        const auto rows = m_ui->treeMetaData->findItems(name, Qt::MatchExactly, ITEM_NAME);
+        if (!rows.isEmpty())
+            m_ui->treeMetaData->setCurrentItem(rows.first());
+    });
 }
 
 void MetaDataPanel::on_actionMetaDataRemove_triggered() {

@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+class QTreeWidgetItem;
+
 namespace Ui {
 class MetaDataPanel;
 }
@@ -22,6 +24,9 @@ public:
 
 private slots:
     void on_treeMetaData_itemSelectionChanged();
+    void on_treeMetaData_itemDoubleClicked(QTreeWidgetItem* item, int column);
+    void on_actionMetaDataAdd_triggered();
+    void on_actionMetaDataEdit_triggered();
     void on_actionMetaDataRemove_triggered();
     void on_actionMetaDataSignature_triggered();
     void on_actionMetaDataExport_triggered();
@@ -29,6 +34,7 @@ private slots:
 
 private:
     void addRow(const std::string& name);
+    void editItem(QString name, bool isNew);
     // The names of the selected items, in the order of their selection.
     std::vector<std::string> selectedItems() const;
     QString proposedFileName() const;

@@ -1,0 +1,417 @@
+// The editor of metadata items, and the text pane in it.
+
+#include "common/jsonpositions.h"
+#include "common/jsontextedit.h"
+#include "common/jsonvalues.h"
+#include "common/programsettings.h"
+#include "mainwindow/mainwindow.h"
+#include "qrb/defaults/catalogue.h"
+#include "qrb/loader.h"
+#include "qrb/pointcloud.h"
+#include "tests/gui/guitestmain.h"
+#include "tests/gui/modalscript.h"
+#include "tests/gui/testdatabase.h"
+#include "tests/gui/windowdriver.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
+#include <QCompleter>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTextBlock>
+#include <QTreeWidget>
+#include <QtTest>
+#include <memory>
+
+namespace {
+
+namespace common = tarvo::common;
+using Step = ModalScript::Step;
+
+}  // namespace
+
+class MetaDataEditorTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void cleanupTestCase() { tarvo::qrb::freeLibrary(); }
+
+    void itemIsAddedFromTheExample();
+    void itemIsEditedAndChecked();
+    void unchangedItemKeepsBytesAndSignature();
+    void textsAndOwnSchemasAreTakenAsTheyAre();
+    void changesAreNotDroppedUnasked();
+    void refusedItemComesUpAgain();
+    void valuesGoToFilesAndBack();
+    void everyExampleSatisfiesItsSchema();
+    void hugeValuesAreShown();
+    void paneIndentsAndUndoes();
+    void placesAreFound();
+
+private:
+    WindowDriver driver() { return WindowDriver(*m_window); }
+    QStringList run(const char* action, std::vector<Step> steps) {
+        return driver().run(action, std::move(steps));
+    }
+    void begin() {
+        run("actionTransactionBegin", {ModalScript::press("OK")});
+        driver().showTab("tabMetaData");
+    }
+    // Sees what was committed only.
+    std::string committed(const char* name);
+    void commit() { run("actionTransactionCommit", {ModalScript::press("OK")}); }
+    static QString state(QDialog* dialog) { return in<QLabel>(dialog, "labelState")->text(); }
+    static QTreeWidget* findings(QDialog* dialog) {
+        return in<QTreeWidget>(dialog, "treeFindings");
+    }
+    static JsonTextEdit* pane(QDialog* dialog) { return in<JsonTextEdit>(dialog, "editValue"); }
+    static void type(QDialog* dialog, const QString& text) {
+        pane(dialog)->setFocus();
+        pane(dialog)->selectAll();
+        QTest::keyClicks(pane(dialog), text);
+    }
+
+    QTemporaryDir m_folder;
+    TestDatabase m_original;
+    QString m_file;
+    std::unique_ptr<MainWindow> m_window;
+};
+
+void MetaDataEditorTest::initTestCase() {
+    tarvo::qrb::loadLibrary("");
+    m_original = makeTestDatabase(m_folder.path());
+    QVERIFY2(m_original.error.isEmpty(), qUtf8Printable(m_original.error));
+}
+
+void MetaDataEditorTest::init() {
+    QTest::failOnWarning(QRegularExpression("No matching signal|QMetaObject|QObject::connect"));
+    common::ProgramSettings().remove("");
+    common::DialogSettings("").clear();
+    m_file = m_folder.filePath("work.qrbx");
+    QFile::remove(m_file);
+    QVERIFY(QFile::copy(m_original.fileName, m_file));
+    const tarvo::qrb::Context context("OFF", "");
+    tarvo::qrb::Pointcloud cloud(context);
+    cloud.open(m_file.toStdString(), tarvo::qrb::pointcloud::OpenSettings(context));
+    tarvo::qrb::pointcloud::TransactionGuard guard(cloud.transactions(), "Items", "tests");
+    cloud.metaData().set("tarvo.geo_tag", R"({"crs":{"epsg":5,"name":"x"},"pose":[[1,2],"y"]})");
+    cloud.metaData().set("own.signed", "{\"b\":1.50}");
+    cloud.metaData().set("own.text", "no { JSON");
+    cloud.metaData().set("own.bytes", "{\"a\": \"\xff\"}");
+    cloud.metaData().createSignature("own.signed", 1, {1, 2});
+    guard.commit();
+    cloud.close();
+    m_window = std::make_unique<MainWindow>();
+    m_window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
+    m_window->activateWindow();
+    m_window->openDatabase(m_file, true);
+}
+
+void MetaDataEditorTest::cleanup() {
+    ModalScript drop({ModalScript::press("Yes")});  // only where a transaction is pending
+    m_window->close();
+    m_window.reset();
+}
+
+std::string MetaDataEditorTest::committed(const char* name) {
+    const tarvo::qrb::Context context("OFF", "");
+    tarvo::qrb::Pointcloud cloud(context);
+    cloud.open(m_file.toStdString(), tarvo::qrb::pointcloud::OpenSettings(context));
+    return cloud.metaData().get(name, "(none)");
+}
+
+void MetaDataEditorTest::itemIsAddedFromTheExample() {
+    driver().showTab("tabMetaData");
+    QVERIFY(run("actionMetaDataAdd", {ModalScript::press("OK")})
+                .value(0)
+                .startsWith("No transaction is pending."));
+    begin();
+    run("actionMetaDataAdd", {[](QDialog* dialog) {
+            auto* name = in<QComboBox>(dialog, "editName");
+            auto* ok = dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
+            QVERIFY(!ok->isEnabled());
+            QTest::keyClicks(name->lineEdit(), "tarvo.geo_tag");
+            QCOMPARE(in<QLabel>(dialog, "labelName")->text(), "This item exists already.");
+            QVERIFY(!ok->isEnabled());
+            name->lineEdit()->selectAll();
+            QTest::keyClicks(name->lineEdit(), "own.x");
+            QCOMPARE(in<QLabel>(dialog, "labelTitle")->text(),
+                     "Not a TARVO default metadata entry.");
+            // Completion finds the middle of a name.
+            name->completer()->setCompletionPrefix("time_b");
+            QCOMPARE(name->completer()->currentCompletion(), "tarvo.time_base");
+            name->lineEdit()->selectAll();
+            QTest::keyClicks(name->lineEdit(), "tarvo.time_base");
+            QVERIFY(in<QLabel>(dialog, "labelDescription")->isVisible());
+            QVERIFY(in<JsonTextEdit>(dialog, "editSchema")->isReadOnly());
+            in<QTabWidget>(dialog, "tabWidget")->setCurrentIndex(1);
+            ModalScript::press("Use Example")(dialog);
+            QTRY_COMPARE(state(dialog), "JSON, and as the schema wants it.");
+            ModalScript::press("OK")(dialog);
+        }});
+    const auto* tree = driver().child<QTreeWidget>("treeMetaData");
+    QVERIFY(tree->currentItem());
+    QCOMPARE(tree->currentItem()->text(0), "tarvo.time_base");
+    commit();
+    QCOMPARE(committed("tarvo.time_base"),
+             common::formattedJson(tarvo::qrb::defaults::findMetaData("tarvo.time_base")->example));
+}
+
+void MetaDataEditorTest::itemIsEditedAndChecked() {
+    begin();
+    auto* item = driver().select("treeMetaData", "tarvo.geo_tag");
+    QVERIFY(item);
+    auto* tree = driver().child<QTreeWidget>("treeMetaData");
+    ModalScript script({[](QDialog* dialog) {
+                            QVERIFY(!in<QComboBox>(dialog, "editName")->isEnabled());
+                            // Shown formatted; each finding leads to its place.
+                            auto* list = findings(dialog);
+                            QCOMPARE(list->topLevelItemCount(), 4);
+                            QCOMPARE(list->topLevelItem(0)->text(0), "3");
+                            QCOMPARE(list->topLevelItem(0)->text(1), "/crs/epsg");
+                            const auto rect = list->visualItemRect(list->topLevelItem(0));
+                            QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, rect.center());
+                            QCOMPARE(pane(dialog)->textCursor().selectedText(), "5");
+                            QTest::keyClicks(pane(dialog), "4978");
+                            QTRY_COMPARE(list->topLevelItemCount(), 3);
+                            QCOMPARE(list->topLevelItem(0)->text(1), "/pose");
+                            ModalScript::press("OK")(dialog);
+                            QVERIFY(dialog->isVisible());  // after "No"
+                            type(dialog, "{\"crs\": {\"epsg\": 4978}");
+                            QTRY_VERIFY(state(dialog).startsWith("Not JSON: line 1, column 24: "));
+                            pane(dialog)->moveCursor(QTextCursor::Start);
+                            ModalScript::press("Go there")(dialog);
+                            QCOMPARE(pane(dialog)->textCursor().position(), 23);
+                            QTest::keyClicks(pane(dialog), "}");
+                            QTRY_COMPARE(state(dialog), "JSON, and as the schema wants it.");
+                            QVERIFY(!findings(dialog)->isVisible());
+                            ModalScript::press("OK")(dialog);
+                        },
+                        ModalScript::press("No")});
+    QTest::mouseDClick(tree->viewport(), Qt::LeftButton, {}, tree->visualItemRect(item).center());
+    QCOMPARE(script.texts(),
+             QStringList("The value does not satisfy its schema.\nSave it anyway?"));
+    commit();
+    QCOMPARE(committed("tarvo.geo_tag"), std::string("{\"crs\": {\"epsg\": 4978}}"));
+}
+
+void MetaDataEditorTest::unchangedItemKeepsBytesAndSignature() {
+    begin();
+    QVERIFY(driver().select("treeMetaData", "own.signed"));
+    run("actionMetaDataEdit", {[](QDialog* dialog) {
+            QVERIFY(in<QLabel>(dialog, "labelSigned")->isVisible());
+            QVERIFY(!in<QLabel>(dialog, "labelTransaction")->isVisible());
+            QCOMPARE(pane(dialog)->toPlainText(), "{\n    \"b\": 1.50\n}");
+            ModalScript::press("Compact")(dialog);
+            QCOMPARE(pane(dialog)->toPlainText(), "{\"b\":1.50}");
+            QTest::keyClick(pane(dialog), Qt::Key_Z, Qt::ControlModifier);
+            QCOMPARE(pane(dialog)->toPlainText(), "{\n    \"b\": 1.50\n}");
+            ModalScript::press("OK")(dialog);
+        }});
+    QVERIFY(driver().select("treeMetaData", "own.bytes"));
+    run("actionMetaDataEdit", {[](QDialog* dialog) {
+            QVERIFY(in<QLabel>(dialog, "labelBytes")->isVisible());
+            ModalScript::press("OK")(dialog);
+        }});
+    commit();
+    QCOMPARE(committed("own.signed"), std::string("{\"b\":1.50}"));
+    QCOMPARE(committed("own.bytes"), std::string("{\"a\": \"\xff\"}"));
+    QCOMPARE(driver().select("treeMetaData", "own.signed")->foreground(0).color(),
+             QColor(Qt::darkBlue));
+}
+
+void MetaDataEditorTest::textsAndOwnSchemasAreTakenAsTheyAre() {
+    begin();
+    QVERIFY(driver().select("treeMetaData", "own.text"));
+    run("actionMetaDataEdit", {[](QDialog* dialog) {
+            QVERIFY(state(dialog).endsWith("The item is kept as text."));
+            type(dialog, "still no { JSON");
+            ModalScript::press("OK")(dialog);
+        }});
+    run("actionMetaDataAdd", {[](QDialog* dialog) {
+            QTest::keyClicks(in<QComboBox>(dialog, "editName")->lineEdit(), "own.list");
+            type(dialog, "[1, \"a\"]");
+            QTRY_COMPARE(state(dialog), "JSON. There is no schema to check it against.");
+            auto* schema = in<JsonTextEdit>(dialog, "editSchema");
+            QVERIFY(!schema->isReadOnly());
+            schema->setPlainText("{\"items\": {\"type\": \"number\"}}");
+            QTRY_COMPARE(findings(dialog)->topLevelItemCount(), 1);
+            QCOMPARE(findings(dialog)->topLevelItem(0)->text(1), "/1");
+            schema->setPlainText("{\"items\": 5}");
+            QTRY_VERIFY(findings(dialog)->topLevelItemCount() == 1 &&
+                        findings(dialog)->topLevelItem(0)->text(1).isEmpty());
+            schema->setPlainText("{\"items\": ");
+            QTRY_VERIFY(state(dialog).startsWith("The schema is not JSON: line 1, column 11: "));
+            schema->setPlainText("{\"items\": {\"type\": [\"number\", \"string\"]}}");
+            QTRY_COMPARE(state(dialog), "JSON, and as the schema wants it.");
+            ModalScript::press("OK")(dialog);
+        }});
+    commit();
+    QCOMPARE(committed("own.text"), std::string("still no { JSON"));
+    QCOMPARE(committed("own.list"), std::string("[1, \"a\"]"));
+}
+
+void MetaDataEditorTest::changesAreNotDroppedUnasked() {
+    begin();
+    QVERIFY(driver().select("treeMetaData", "own.text"));
+    const QStringList texts =
+        run("actionMetaDataEdit", {[](QDialog* dialog) {
+                                       type(dialog, "x");
+                                       QTest::keyClick(dialog, Qt::Key_Escape);
+                                       QVERIFY(dialog->isVisible());
+                                       dialog->close();
+                                   },
+                                   ModalScript::press("No"), ModalScript::press("Yes")});
+    QCOMPARE(texts, QStringList({"Discard the changes?", "Discard the changes?"}));
+    run("actionMetaDataEdit", {ModalScript::press("Cancel")});
+    commit();
+    QCOMPARE(committed("own.text"), std::string("no { JSON"));
+}
+
+void MetaDataEditorTest::refusedItemComesUpAgain() {
+    driver().showTab("tabMetaData");
+    QVERIFY(driver().select("treeMetaData", "own.text"));
+    const QStringList texts =
+        run("actionMetaDataEdit", {[](QDialog* dialog) {
+                                       QVERIFY(in<QLabel>(dialog, "labelTransaction")->isVisible());
+                                       type(dialog, "typed with care");
+                                       ModalScript::press("OK")(dialog);
+                                   },
+                                   ModalScript::press("OK"),
+                                   [](QDialog* dialog) {
+                                       QCOMPARE(pane(dialog)->toPlainText(), "typed with care");
+                                       ModalScript::press("Cancel")(dialog);
+                                   }});
+    QVERIFY(texts.value(0).startsWith("No transaction is pending."));
+    QCOMPARE(committed("own.text"), std::string("no { JSON"));
+}
+
+void MetaDataEditorTest::valuesGoToFilesAndBack() {
+    begin();
+    const QString file = m_folder.filePath("value.json");
+    QVERIFY(driver().select("treeMetaData", "own.bytes"));
+    const QStringList texts =
+        run("actionMetaDataEdit",
+            {[](QDialog* dialog) {
+                 in<QAction>(dialog, "actionSave")->trigger();
+                 in<QAction>(dialog, "actionLoad")->trigger();
+                 in<QAction>(dialog, "actionLoad")->trigger();
+                 for (QAction* action : dialog->findChildren<QAction*>())
+                     if (action->text() == "...as JSON string")
+                         action->trigger();
+                 QVERIFY(QApplication::clipboard()->text().startsWith("\"{\\n"));
+                 QTest::keyClick(dialog, Qt::Key_Escape);
+             },
+             [&](QDialog* dialog) {
+                 QCOMPARE(in<QLineEdit>(dialog, "fileNameEdit")->text(), "own.bytes.json");
+                 ModalScript::chooseFile(file)(dialog);
+             },
+             ModalScript::chooseFile(file), ModalScript::chooseFile(m_folder.path() + "/no.json"),
+             ModalScript::press("OK"), ModalScript::press("Cancel"), ModalScript::press("Yes")});
+    QFile written(file);
+    QVERIFY(written.open(QIODevice::ReadOnly));
+    QCOMPARE(written.readAll(), QByteArray("{\"a\": \"\xff\"}"));
+}
+
+void MetaDataEditorTest::everyExampleSatisfiesItsSchema() {
+    begin();
+    run("actionMetaDataAdd", {[](QDialog* dialog) {
+            for (const auto& entry : tarvo::qrb::defaults::metaData()) {
+                in<QComboBox>(dialog, "editName")->setEditText(QString::fromStdString(entry.name));
+                pane(dialog)->setPlainText(QString::fromStdString(entry.example));
+                ModalScript::press("Check")(dialog);
+                QVERIFY2(state(dialog) == "JSON, and as the schema wants it.", entry.name.c_str());
+            }
+            pane(dialog)->clear();
+            in<QComboBox>(dialog, "editName")->setEditText("");
+            ModalScript::press("Cancel")(dialog);
+        }});
+}
+
+void MetaDataEditorTest::hugeValuesAreShown() {
+    begin();
+    run("actionMetaDataAdd",
+        {[](QDialog* dialog) {
+             in<QComboBox>(dialog, "editName")->setEditText("own.deep");
+             QElapsedTimer timer;
+             timer.start();
+             pane(dialog)->setPlainText(QString(100'000, '[') + QString(100'000, ']'));
+             ModalScript::press("Check")(dialog);
+             QCOMPARE(state(dialog), "JSON. There is no schema to check it against.");
+             ModalScript::press("Format")(dialog);  // would fill the memory
+             QCOMPARE(pane(dialog)->blockCount(), 1);
+             QString lines = "[\n";
+             for (int i = 0; i < 200'000; ++i)
+                 lines += "{\"a\": 1},\n";
+             pane(dialog)->setPlainText(lines + "0]");
+             QTRY_VERIFY(state(dialog).startsWith("Press \"Check\""));
+             ModalScript::press("Check")(dialog);
+             QCOMPARE(state(dialog), "JSON. There is no schema to check it against.");
+             QVERIFY2(timer.elapsed() < 15'000, "hangs");
+             QTest::keyClick(dialog, Qt::Key_Escape);
+         },
+         ModalScript::press("Yes")});
+}
+
+void MetaDataEditorTest::paneIndentsAndUndoes() {
+    JsonTextEdit edit;
+    edit.show();
+    QTest::keyClicks(&edit, "{");
+    QTest::keyClick(&edit, Qt::Key_Return);
+    QTest::keyClicks(&edit, "\"a\": 1,");
+    QTest::keyClick(&edit, Qt::Key_Return);
+    QCOMPARE(edit.toPlainText(), "{\n    \"a\": 1,\n    ");
+    edit.replaceText("{}");
+    QTest::keyClick(&edit, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(edit.toPlainText(), "{\n    \"a\": 1,\n    ");
+    // Names, texts, numbers and what is wrong look different.
+    edit.setPlainText("{\"a\": \"b\", \"c\": 1, \"d\": true, x");
+    QSet<QRgb> colours;
+    for (const auto& range : edit.document()->firstBlock().layout()->formats())
+        colours.insert(range.format.foreground().color().rgb());
+    QCOMPARE(colours.size(), 5);
+    edit.setColoured(false);
+    QVERIFY(edit.document()->firstBlock().layout()->formats().isEmpty());
+}
+
+void MetaDataEditorTest::placesAreFound() {
+    const QString text = "{\"\xc3\xa4\": [1, {\"b~/\": \"\xf0\x9f\x98\x80 x\"}],\n \"c\": null}";
+    const QString json = QString::fromUtf8(text.toLatin1());
+    const auto places = common::placesOf(
+        json, {"", QString::fromUtf8("/\xc3\xa4/1/b~0~1"), QString::fromUtf8("/\xc3\xa4/0"), "/c",
+               QString::fromUtf8("/\xc3\xa4/7/x"), "/d"});
+    const auto textAt = [&](std::size_t i) {
+        return places[i] ? json.mid(places[i]->begin, places[i]->end - places[i]->begin)
+                         : QString("(none)");
+    };
+    QCOMPARE(textAt(0), json);
+    QCOMPARE(textAt(1), QString::fromUtf8("\"\xf0\x9f\x98\x80 x\""));
+    QCOMPARE(textAt(2), "1");
+    QCOMPARE(textAt(3), "null");
+    QVERIFY(textAt(4).startsWith('[') && textAt(4).endsWith(']'));  // the value around it
+    QCOMPARE(textAt(5), json);
+    const auto at = common::lineAndColumn(json, places[3]->begin);
+    QCOMPARE(at.line, 2);
+    QCOMPARE(at.column, 7);
+    QVERIFY(!common::jsonFaultOf(json));
+    const auto fault = common::jsonFaultOf(QString::fromUtf8("[\"\xf0\x9f\x98\x80\", }"));
+    QVERIFY(fault);
+    QCOMPARE(fault->position, 7);
+    const QString deep = QString(200'000, '[');
+    QCOMPARE(common::placesOf(deep, {"/0/0"}).size(), 1u);
+    QVERIFY(common::jsonFaultOf(deep));
+}
+
+GUI_TEST_MAIN(MetaDataEditorTest)
+#include "metadataeditortest.moc"
