@@ -112,7 +112,7 @@ private:
     bool m_skip = false;  // the method's value
 };
 
-// Copies the further members of the JSON object at the beginning of the text; throws where there is
+// Copies the further members of the JSON object in the text; throws where there is none.
 template <unsigned flags, typename Writer>
 MemberCopier<Writer> copyMembers(const std::string& text, Writer& writer) {
     constexpr unsigned asWritten =
