@@ -48,6 +48,11 @@ void validate(const AttributeRecord& record) {
     if (record.compressionOptions > 3)
         refuse(record, "its compression options are " + std::to_string(record.compressionOptions) +
                            ", 0 to 3 are possible.");
+    // The text of the definition has no way to write them.
+    if (std::isinf(record.invalidValue))
+        refuse(record, "its invalid value is infinite.");
+    if (!std::isfinite(record.scaleFactor))
+        refuse(record, "its scale factor is not a number.");
     const Grid grid(record);
     try {
         (void)grid.code(record.defaultValue);

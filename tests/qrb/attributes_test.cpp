@@ -94,6 +94,32 @@ TEST_F(Attributes, EveryDefaultAttributeHoldsItsExtremes) {
     }
 }
 
+TEST_F(Attributes, NumbersThatNoFileCanHoldAreRefused) {
+    const qrb::Context context("OFF", "");
+    qrb::Pointcloud cloud(context);
+    create(cloud, "a.qrbx", {});
+    const double infinite = std::numeric_limits<double>::infinity();
+    const double none = std::numeric_limits<double>::quiet_NaN();
+    TransactionGuard transaction(cloud.transactions(), "Refused", "tests");
+    for (double PointAttribute::*field :
+         {&PointAttribute::minimumValue, &PointAttribute::maximumValue, &PointAttribute::resolution,
+          &PointAttribute::defaultValue, &PointAttribute::invalidValue,
+          &PointAttribute::scaleFactor}) {
+        for (const double value : {infinite, -infinite, none}) {
+            if (field == &PointAttribute::invalidValue && std::isnan(value))
+                continue;  // no invalid value
+            auto record = attribute("refused", 0, 10, 1);
+            record.*field = value;
+            EXPECT_THROW(cloud.pointAttributes().add(record), qrb::Error);
+        }
+    }
+    cloud.pointAttributes().add(attribute("taken", 0, 10, 1));
+    transaction.commit();
+    cloud.close();
+    cloud.open(file("a.qrbx"), OpenSettings(context));
+    EXPECT_TRUE(cloud.pointAttributes().exists("taken"));
+}
+
 TEST_F(Attributes, GroupsFollowTheCatalogueThenTagsAndRanksTheFilesOrder) {
     const qrb::Context context("OFF", "");
     qrb::Pointcloud cloud(context);
