@@ -28,7 +28,8 @@ export XDG_CONFIG_HOME=$work/config XDG_RUNTIME_DIR=$work/run LC_ALL=C.UTF-8
 database=$work/autzen.qrbx
 "$bin/qrbtool" import "$cloud" "$database"
 "$bin/qrbtool" update "$database" --set tarvo.class=9 --filter 'tarvo.class == 2 && tarvo.xyz[2] < 408'
-"$bin/qrbtool" metadata "$database" set tarvo.geo_tag '{"name": "Autzen, south"}'
+"$bin/qrbtool" metadata "$database" set tarvo.geo_tag \
+    '{"crs": {"epsg": 2992, "name": "Oregon Lambert"}, "pose": [[1, 0, 0, 0]]}'
 "$bin/qrbtool" metadata "$database" sign tarvo.geo_tag --key '0f 5a 77'
 "$bin/qrbtool" lod "$database" set --mode thinout --size 20
 "$bin/qrbtool" changelog "$database" append 'Ground was checked by hand.'
@@ -69,3 +70,49 @@ xdotool mousemove --window "$window" 20 110 click 1
 sleep 1
 xdotool mousemove --window "$window" 400 500 click --repeat 7 --delay 50 5
 grab inspection
+
+# dialog TITLE: waits for the dialog and puts it where the pictures expect it.
+dialog() {
+    shown=$(xdotool search --sync --onlyvisible --name "$1" | head -1)
+    xdotool windowfocus "$shown"
+    sleep 0.5
+}
+
+# grab_dialog NAME WIDTH HEIGHT
+grab_dialog() {
+    xdotool windowsize "$shown" "$2" "$3"
+    sleep 1
+    import -window "$shown" -strip "$output/$1.png"
+}
+
+# click X Y [TIMES]
+click() {
+    xdotool mousemove --window "$window" "$1" "$2" click --repeat "${3:-1}" --delay 50 1
+    sleep 0.5
+}
+
+click 137 73
+click 30 107
+dialog 'Transaction'
+xdotool key Return
+sleep 0.5
+click 318 73
+click 80 229 2
+dialog 'Meta Data Item'
+grab_dialog edit-metadata 900 560
+xdotool key Escape
+sleep 0.5
+click 421 73
+click 30 107
+dialog 'Add Point Attribute'
+xdotool type --delay 20 'reflectance'
+xdotool key Down Return
+sleep 0.5
+grab_dialog edit-attribute 1100 480
+xdotool key Escape
+sleep 0.5
+xdotool windowfocus "$window" key ctrl+n
+dialog 'Database Creation Settings'
+xdotool type --delay 5 "$work/scan.sdcx"
+grab_dialog create 620 640
+xdotool key Escape
