@@ -78,5 +78,6 @@ DialogIndexStatistics::DialogIndexStatistics(const IndexNode& root, QWidget* par
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     layout->addWidget(buttons);
+    setMinimumSize(420, 240);
     resize(std::max(460, tree->header()->length() + 40), 320);
 }
