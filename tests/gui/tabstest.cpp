@@ -75,6 +75,7 @@ private slots:
     void validationTellsWhatItFinds();
     void longWorkCanBeCancelled();
     void everyControlHasANameAndAWayToIt();
+    void dialogsCanBeUsedWithoutSightAndMouse();
     void jsonItemsComeBack();
 
 private:
@@ -693,20 +694,7 @@ void TabsTest::longWorkCanBeCancelled() {
 
 // For those who can't see the window, and those who use no mouse.
 void TabsTest::everyControlHasANameAndAWayToIt() {
-    QStringList nameless;
-    for (QWidget* widget : m_window->findChildren<QWidget*>()) {
-        const bool control =
-            qobject_cast<QAbstractButton*>(widget) || qobject_cast<QLineEdit*>(widget) ||
-            qobject_cast<QComboBox*>(widget) || qobject_cast<QAbstractItemView*>(widget) ||
-            qobject_cast<QTextEdit*>(widget) || qobject_cast<QPlainTextEdit*>(widget);
-        if (!control || widget->objectName().startsWith("qt_") || widget->objectName().isEmpty() ||
-            qobject_cast<QComboBox*>(widget->parentWidget()) ||
-            qobject_cast<QLineEdit*>(widget->parentWidget()))
-            continue;
-        auto* accessible = QAccessible::queryAccessibleInterface(widget);
-        if (!accessible || accessible->text(QAccessible::Name).isEmpty())
-            nameless += widget->objectName();
-    }
+    const QStringList nameless = namelessControls(m_window.get());
     QVERIFY2(nameless.isEmpty(), qUtf8Printable(nameless.join(", ")));
 
     QStringList unreachable;
@@ -726,6 +714,24 @@ void TabsTest::everyControlHasANameAndAWayToIt() {
         unreachable += reachable ? QStringList() : QStringList(action->objectName());
     }
     QVERIFY2(unreachable.isEmpty(), qUtf8Printable(unreachable.join(", ")));
+}
+
+void TabsTest::dialogsCanBeUsedWithoutSightAndMouse() {
+    showTab("tabPointAttributes");
+    QVERIFY(select("treePointAttributes", "tarvo.class"));
+    showTab("tabMetaData");
+    QVERIFY(select("treeMetaData", "own.note"));
+    for (const char* action :
+         {"actionPointAttributeEdit", "actionMetaDataEdit", "actionMetaDataSignature", "actionNew",
+          "actionOpen", "actionExportAsQRB", "actionValidate", "actionPointIndexStats",
+          "actionManagementLevelOfDetail", "actionTransactionBegin"})
+        run(action, {[action](QDialog* dialog) {
+                const QStringList nameless = namelessControls(dialog);
+                const QStringList taken = keysClaimedTwice(dialog);
+                dialog->reject();
+                QVERIFY2(nameless.isEmpty(), qPrintable(action + (": " + nameless.join(", "))));
+                QVERIFY2(taken.isEmpty(), qPrintable(action + (": " + taken.join(", "))));
+            }});
 }
 
 void TabsTest::jsonItemsComeBack() {

@@ -1,7 +1,15 @@
 #include "tests/gui/windowdriver.h"
 
+#include <QAbstractButton>
+#include <QAccessible>
 #include <QAction>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QSpinBox>
 #include <QTabWidget>
+#include <QTextEdit>
 #include <QTreeWidget>
 #include <QtTest>
 
@@ -38,4 +46,45 @@ QTreeWidgetItem* WindowDriver::select(const char* tree, const QString& text, boo
     QTest::mouseClick(list->viewport(), Qt::LeftButton, add ? Qt::ControlModifier : Qt::NoModifier,
                       list->visualItemRect(found.first()).center());
     return found.first();
+}
+
+QStringList namelessControls(QWidget* parent) {
+    QStringList nameless;
+    for (QWidget* widget : parent->findChildren<QWidget*>()) {
+        const bool control =
+            qobject_cast<QAbstractButton*>(widget) || qobject_cast<QLineEdit*>(widget) ||
+            qobject_cast<QComboBox*>(widget) || qobject_cast<QAbstractItemView*>(widget) ||
+            qobject_cast<QTextEdit*>(widget) || qobject_cast<QPlainTextEdit*>(widget) ||
+            qobject_cast<QAbstractSpinBox*>(widget);
+        const bool part = qobject_cast<QComboBox*>(widget->parentWidget()) ||
+                          qobject_cast<QLineEdit*>(widget->parentWidget());
+        if (!control || part || widget->objectName().startsWith("qt_") ||
+            widget->objectName().isEmpty())
+            continue;
+        auto* accessible = QAccessible::queryAccessibleInterface(widget);
+        if (!accessible || accessible->text(QAccessible::Name).isEmpty())
+            nameless += widget->objectName();
+    }
+    return nameless;
+}
+
+QStringList keysClaimedTwice(QWidget* parent) {
+    QMap<QString, QStringList> owners;
+    const auto claim = [&](const QWidget* widget, const QString& text) {
+        const QKeySequence key = QKeySequence::mnemonic(text);
+        if (widget->isVisibleTo(parent) && !key.isEmpty())
+            owners[key.toString()] += widget->objectName();
+    };
+    for (const auto* button : parent->findChildren<QAbstractButton*>())
+        claim(button, button->text());
+    for (const auto* label : parent->findChildren<QLabel*>())
+        if (label->buddy())
+            claim(label, label->text());
+    for (const auto* tabs : parent->findChildren<QTabWidget*>())
+        for (int i = 0; i < tabs->count(); ++i)
+            claim(tabs, tabs->tabText(i));
+    QStringList twice;
+    for (const QStringList& names : owners)
+        twice += names.size() > 1 ? QStringList(names.join(" and ")) : QStringList();
+    return twice;
 }

@@ -39,3 +39,8 @@ public:
 private:
     MainWindow& m_window;
 };
+
+// Controls that a screen reader can't name.
+QStringList namelessControls(QWidget* parent);
+// Alt keys that lead to several of the visible controls.
+QStringList keysClaimedTwice(QWidget* parent);
