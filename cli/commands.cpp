@@ -23,7 +23,7 @@ constexpr const char* contentsGroup = "What goes with the points";
 constexpr const char* historyGroup = "History and upkeep";
 
 constexpr CommandEntry entries[] = {
-    {addSampleCommand, makeGroup, false},          {addImportCommand, makeGroup, false},
+    {addSampleCommand, makeGroup, false},          {addImportCommand, makeGroup, true},
     {addSchemaCommand, makeGroup, false},          {addInfoCommand, lookGroup, true},
     {addInspectCommand, lookGroup, true},          {addValidateCommand, lookGroup, true},
     {addDefaultsCommand, lookGroup, false},        {addSelectCommand, pointsGroup, true},

@@ -1,11 +1,10 @@
 // Which attributes a new database gets from its input files, and with which definitions.
 #pragma once
 
-#include "cli/table/fit.h"
+#include "cli/importsteps.h"
 #include "cli/table/pointsource.h"
 
 #include <map>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -25,15 +24,11 @@ struct ImportPlan {
         std::erase(order, name);
         attributes.erase(name);
     }
-    bool isWritten(const Column& column) const {
-        const auto found = attributes.find(column.attribute);
-        return found != attributes.end() && !found->second.constant;
-    }
+    std::vector<ColumnTarget> targets(const PointSource& source) const;
 };
 
 // Reads all points of all sources once. Throws Failure if no source has the primary attribute, or
 // one lacks some of its elements.
-ImportPlan planImport(const std::vector<std::unique_ptr<PointSource>>& sources,
-                      const std::string& primary);
+ImportPlan planImport(const PointSources& sources, const std::string& primary);
 
 }  // namespace tarvo::cli

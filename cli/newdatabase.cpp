@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 #if defined(_WIN32)
 #include <process.h>
@@ -31,27 +32,21 @@ std::string journalOf(const std::string& fileName) {
     return fileName + "-journal";
 }
 
-void refuseExisting(const std::string& fileName) {
-    std::error_code error;
-    if (fs::exists(fs::symlink_status(fileName, error))) {
-        throw Failure("The file \"" + fileName + "\" exists already.",
-                      "Give --overwrite to replace it.");
-    }
-}
-
 }  // namespace
 
-NewDatabase::NewDatabase(const qrb::Context& context, const std::string& fileName, bool overwrite)
+NewDatabase::NewDatabase(const qrb::Context& context, const std::string& fileName, bool overwrite,
+                         std::string advice)
     : m_fileName(fileName),
       m_temporary(fileName + ".new-" + processId()),
       m_overwrite(overwrite),
+      m_advice(std::move(advice)),
       m_cloud(std::make_unique<qrb::Pointcloud>(context)) {
     std::error_code error;
     if (fs::is_directory(fileName, error)) {
         throw Failure("\"" + fileName + "\" is a folder.", "Give the name of a file in it.");
     }
     if (!overwrite) {
-        refuseExisting(fileName);
+        refuseExisting();
     }
     const fs::path folder = fs::path(fileName).parent_path();
     if (!folder.empty() && !fs::is_directory(folder, error)) {
@@ -63,6 +58,13 @@ NewDatabase::NewDatabase(const qrb::Context& context, const std::string& fileNam
 NewDatabase::~NewDatabase() {
     m_cloud.reset();
     removeTemporary();
+}
+
+void NewDatabase::refuseExisting() const {
+    std::error_code error;
+    if (fs::exists(fs::symlink_status(m_fileName, error))) {
+        throw Failure("The file \"" + m_fileName + "\" exists already.", m_advice);
+    }
 }
 
 void NewDatabase::makeRoom() {
@@ -88,7 +90,7 @@ void NewDatabase::publish() {
     m_cloud->close();
     m_cloud.reset();
     if (!m_overwrite) {
-        refuseExisting(m_fileName);
+        refuseExisting();
     }
     std::error_code error;
     fs::remove(journalOf(m_fileName), error);

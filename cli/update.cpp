@@ -1,6 +1,7 @@
 // qrbtool update: gives points that exist other values.
 
 #include "cli/assignment.h"
+#include "cli/columntarget.h"
 #include "cli/commands.h"
 #include "cli/csv/source.h"
 #include "cli/errors.h"
@@ -88,16 +89,14 @@ std::uint64_t invertPoints(const Database& database, const UpdateOptions& option
 // The attribute or element of the database that a column of the file means.
 std::string targetOf(const qrb::Pointcloud& cloud, const Column& column) {
     const auto& attributes = cloud.pointAttributes();
-    // A name that is not one of the usual form is renamed when it is read.
-    const std::string own = column.title.substr(0, column.title.find('['));
-    const std::string& name =
-        attributes.exists(column.attribute) || own.empty() ? column.attribute : own;
+    const std::string name = attributeMeantBy(column, attributes);
     if (!attributes.exists(name)) {
-        throw Failure("There is no attribute \"" + name + "\" in the database.",
-                      "Take the column out of the file, or add the attribute.");
+        const std::string own = column.title.substr(0, column.title.find('['));
+        throw Failure(
+            "There is no attribute \"" + (own.empty() ? name : own) + "\" in the database.",
+            "Take the column out of the file, or add the attribute.");
     }
-    const bool isWhole = attributes.get(name).length == 1 && column.element == 0;
-    return isWhole ? name : name + "[" + std::to_string(column.element) + "]";
+    return elementDescriptor(name, attributes.get(name).length, column.element);
 }
 
 struct TableResult {

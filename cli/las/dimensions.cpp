@@ -2,6 +2,8 @@
 
 #include "cli/table/names.h"
 
+#include <algorithm>
+#include <cmath>
 #include <set>
 
 namespace tarvo::cli::las {
@@ -19,6 +21,7 @@ public:
         dimension.column.title = title;
         dimension.field.raw = type;
         dimension.field.offset = offset;
+        setLimits(dimension.column, type);
         m_dimensions.push_back(dimension);
         return m_dimensions.back();
     }
@@ -29,6 +32,7 @@ public:
         dimension.field.kind = Field::Kind::Bits;
         dimension.field.shift = shift;
         dimension.field.mask = static_cast<std::uint8_t>((1u << width) - 1);
+        dimension.column.highest = dimension.field.mask;
     }
     // A whole number that stands for raw * scale + offset.
     Dimension& affine(const char* attribute, DataType raw, std::uint32_t offset, double scale,
@@ -37,11 +41,30 @@ public:
         dimension.field.kind = Field::Kind::Affine;
         dimension.field.raw = raw;
         dimension.field.affine = Affine(scale, shift);
+        Column limits;
+        setLimits(limits, raw);
+        if (limits.lowest <= limits.highest) {
+            const double first = dimension.field.affine(static_cast<std::int64_t>(limits.lowest));
+            const double last = dimension.field.affine(static_cast<std::int64_t>(limits.highest));
+            dimension.column.lowest = std::min(first, last);
+            dimension.column.highest = std::max(first, last);
+        }
         return dimension;
     }
     std::vector<Dimension> take() { return std::move(m_dimensions); }
 
 private:
+    // Of whole numbers of at most 32 bits.
+    static void setLimits(Column& column, DataType type) {
+        const std::size_t bits = 8 * dataTypeSize(type);
+        if (type == DataType::UINT8 || type == DataType::UINT16 || type == DataType::UINT32) {
+            column.highest = std::ldexp(1.0, static_cast<int>(bits)) - 1;
+        } else if (type == DataType::INT8 || type == DataType::INT16 || type == DataType::INT32) {
+            column.highest = std::ldexp(1.0, static_cast<int>(bits) - 1) - 1;
+            column.lowest = -column.highest - 1;
+        }
+    }
+
     std::vector<Dimension> m_dimensions;
 };
 

@@ -4,12 +4,32 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 namespace tarvo::cli {
 
 namespace {
 
 constexpr double countableSteps = 4503599627370496.0;  // 2^52
+// Up to here a range is widened to the next power of ten.
+constexpr double widestRoom = 1e15;
+
+// Files that are added to a database later hold values beyond those of its first file: the number,
+// or the next power of ten above it; 0 for negative numbers.
+double roomAbove(double highest) {
+    if (highest < 0) {
+        return 0;
+    }
+    double power = 1;
+    while (power < highest && power < widestRoom) {
+        power *= 10;
+    }
+    return std::max(power, highest);
+}
+
+double roomBelow(double lowest) {
+    return lowest >= 0 ? 0 : -roomAbove(-lowest);
+}
 
 // Whether every number of this many decimals within the range of the definition is one of its
 // values.
@@ -43,14 +63,27 @@ PointAttribute ownDefinition(const Column& column) {
     return definition;
 }
 
-void setUnrounded(PointAttribute& definition, const ColumnSummary& summary) {
-    definition.resolution = 0;
-    definition.minimumValue = std::min(definition.minimumValue, summary.minimum());
-    definition.maximumValue = std::max(definition.maximumValue, summary.maximum());
+// The range that is there already, with room for the values and for others like them.
+double roomyMinimum(const PointAttribute& definition, const ColumnSummary& summary) {
+    return summary.minimum() < definition.minimumValue
+               ? std::min(definition.minimumValue, roomBelow(summary.minimum()))
+               : definition.minimumValue;
 }
 
-// The range and resolution of the values themselves, widened to the range that is there already
-// where that stays countable.
+double roomyMaximum(const PointAttribute& definition, const ColumnSummary& summary) {
+    return summary.maximum() > definition.maximumValue
+               ? std::max(definition.maximumValue, roomAbove(summary.maximum()))
+               : definition.maximumValue;
+}
+
+void setUnrounded(PointAttribute& definition, const ColumnSummary& summary) {
+    definition.resolution = 0;
+    definition.minimumValue = roomyMinimum(definition, summary);
+    definition.maximumValue = roomyMaximum(definition, summary);
+}
+
+// The resolution of the values themselves, over the range that is there already with room for
+// them where that stays countable.
 void setRange(PointAttribute& definition, const ColumnSummary& summary) {
     const int decimals = summary.decimals();
     if (decimals < 0 || summary.hasNaN()) {
@@ -62,8 +95,8 @@ void setRange(PointAttribute& definition, const ColumnSummary& summary) {
         return high - low <= countableSteps / unit &&
                std::max(std::abs(low), std::abs(high)) <= countableSteps / unit;
     };
-    const double low = std::min(definition.minimumValue, summary.minimum());
-    const double high = std::max(definition.maximumValue, summary.maximum());
+    const double low = roomyMinimum(definition, summary);
+    const double high = roomyMaximum(definition, summary);
     if (summary.isInteger() && decimals == 0) {
         definition.resolution = 1;
         definition.minimumValue = std::floor(low);
@@ -82,10 +115,19 @@ void setRange(PointAttribute& definition, const ColumnSummary& summary) {
     }
 }
 
-void clampDefault(PointAttribute& definition) {
-    if (!(definition.defaultValue == definition.invalidValue)) {
-        definition.defaultValue =
-            std::clamp(definition.defaultValue, definition.minimumValue, definition.maximumValue);
+void settleDefault(PointAttribute& definition, const ColumnSummary& summary, DefaultFor use) {
+    double& value = definition.defaultValue;
+    if (value == definition.invalidValue ||
+        (value >= definition.minimumValue && value <= definition.maximumValue &&
+         !(use == DefaultFor::PointsThatAreThere && summary.hasNaN()))) {
+        return;
+    }
+    if (use == DefaultFor::Nobody) {
+        value = std::clamp(value, definition.minimumValue, definition.maximumValue);
+    } else if (!std::isnan(definition.invalidValue) || definition.resolution == 0) {
+        value = definition.invalidValue;  // unrounded numbers: NaN is one of them
+    } else {
+        definition.invalidValue = value;
     }
 }
 
@@ -94,6 +136,31 @@ void refuseInfinity(const Column& column, const ColumnSummary& summary) {
         throw Failure("The values of \"" + column.descriptor() + "\" contain infinite numbers.",
                       "A database can't hold them: replace them in the input file.");
     }
+}
+
+// The grid of coordinates with room for those of other files, since the definition of a primary
+// attribute can't change when there are points: all that the file's format can hold; for texts, the
+// range of the catalogue. Where that costs precision, the range of the points alone.
+std::optional<ValueGrid> coordinateGrid(const Column& column, const ColumnSummary& summary,
+                                        std::span<const Affine> axes) {
+    const double low = summary.minimum();
+    const double high = summary.maximum();
+    double roomyLow = column.lowest;
+    double roomyHigh = column.highest;
+    if (roomyLow > roomyHigh) {
+        for (const char* name : {"tarvo.xyz", "tarvo.xyz_map"}) {
+            const auto* const entry = qrb::defaults::findAttribute(name);
+            if (entry != nullptr && (roomyLow > low || roomyHigh < high)) {
+                roomyLow = entry->minimumValue;
+                roomyHigh = entry->maximumValue;
+            }
+        }
+    }
+    const auto grid = commonGrid(axes, std::min(low, roomyLow), std::max(high, roomyHigh));
+    const bool isFine = grid && std::all_of(axes.begin(), axes.end(), [&](const Affine& axis) {
+                            return grid->exact || grid->resolution < std::abs(axis.scale());
+                        });
+    return isFine ? grid : commonGrid(axes, low, high);
 }
 
 // Numbers that are the invalid value need not lie within the range.
@@ -125,17 +192,23 @@ PointAttribute fromCatalogue(const qrb::defaults::AttributeEntry& entry) {
     return definition;
 }
 
-PointAttribute fitAttribute(const Column& column, const ColumnSummary& summary) {
+PointAttribute fitAttribute(const Column& column, const ColumnSummary& summary, DefaultFor use) {
     refuseInfinity(column, summary);
     const auto* const entry = qrb::defaults::findAttribute(column.attribute);
     if (entry == nullptr) {
         PointAttribute definition = ownDefinition(column);
-        if (summary.count() > 0) {
-            definition.minimumValue = summary.minimum();
-            definition.maximumValue = summary.maximum();
+        if (use == DefaultFor::PointsThatAreThere && column.hasInvalid) {
+            definition.defaultValue = column.invalidValue;
+        }
+        if (column.lowest <= column.highest) {
+            definition.minimumValue = column.lowest;
+            definition.maximumValue = column.highest;
+        } else if (summary.count() > 0) {
+            definition.minimumValue = roomBelow(summary.minimum());
+            definition.maximumValue = roomAbove(summary.maximum());
         }
         setRange(definition, summary);
-        clampDefault(definition);
+        settleDefault(definition, summary, use);
         return definition;
     }
     PointAttribute definition = fromCatalogue(*entry);
@@ -160,11 +233,13 @@ PointAttribute fitAttribute(const Column& column, const ColumnSummary& summary) 
         PointAttribute wider = definition;
         if (summary.minimum() < definition.minimumValue) {
             wider.minimumValue -=
-                steps(definition.minimumValue - summary.minimum()) * definition.resolution;
+                steps(definition.minimumValue - roomyMinimum(definition, summary)) *
+                definition.resolution;
         }
         if (summary.maximum() > definition.maximumValue) {
             wider.maximumValue +=
-                steps(summary.maximum() - definition.maximumValue) * definition.resolution;
+                steps(roomyMaximum(definition, summary) - definition.maximumValue) *
+                definition.resolution;
         }
         const double count = definition.resolution == 0
                                  ? 0
@@ -180,17 +255,17 @@ PointAttribute fitAttribute(const Column& column, const ColumnSummary& summary) 
         definition.maximumValue = definition.maximumValue > 255 ? 65535 : 255;
         definition.defaultValue = definition.maximumValue;
     }
-    clampDefault(definition);
+    settleDefault(definition, summary, use);
     return definition;
 }
 
 PointAttribute fitCoordinates(const Column& column, const ColumnSummary& summary,
-                              std::span<const Affine> axes) {
+                              std::span<const Affine> axes, DefaultFor use) {
     refuseInfinity(column, summary);
     const auto* const entry = qrb::defaults::findAttribute(column.attribute);
     PointAttribute definition = entry ? fromCatalogue(*entry) : ownDefinition(column);
     definition.length = column.length;
-    const auto grid = commonGrid(axes, summary.minimum(), summary.maximum());
+    const auto grid = coordinateGrid(column, summary, axes);
     if (!grid) {
         throw Failure("The coordinates can't be stored without rounding: from " +
                           std::to_string(summary.minimum()) + " to " +
@@ -201,7 +276,7 @@ PointAttribute fitCoordinates(const Column& column, const ColumnSummary& summary
     definition.resolution = grid->resolution;
     definition.minimumValue = grid->minimum;
     definition.maximumValue = grid->maximum;
-    clampDefault(definition);
+    settleDefault(definition, summary, use);
     return definition;
 }
 

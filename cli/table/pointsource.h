@@ -24,6 +24,9 @@ struct Column {
     std::string description;
     bool hasInvalid = false;  // invalidValue says "no value"
     double invalidValue = 0;
+    // The smallest and largest number that the file's format can hold; not told: an empty range.
+    double lowest = 0;
+    double highest = -1;
 
     // "NAME", or "NAME[I]" of an attribute with several elements.
     std::string descriptor() const {

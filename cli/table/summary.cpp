@@ -1,8 +1,11 @@
 #include "cli/table/summary.h"
 
+#include "cli/table/visit.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <type_traits>
 
 namespace tarvo::cli {
 
@@ -65,30 +68,13 @@ void ColumnSummary::add(const void* values, std::size_t count) {
         return;
     }
     m_count += count;
-    switch (m_type) {
-        case DataType::NONE:
-            return;
-        case DataType::UINT8:
-            return addIntegers(static_cast<const std::uint8_t*>(values), count);
-        case DataType::INT8:
-            return addIntegers(static_cast<const std::int8_t*>(values), count);
-        case DataType::UINT16:
-            return addIntegers(static_cast<const std::uint16_t*>(values), count);
-        case DataType::INT16:
-            return addIntegers(static_cast<const std::int16_t*>(values), count);
-        case DataType::UINT32:
-            return addIntegers(static_cast<const std::uint32_t*>(values), count);
-        case DataType::INT32:
-            return addIntegers(static_cast<const std::int32_t*>(values), count);
-        case DataType::UINT64:
-            return addIntegers(static_cast<const std::uint64_t*>(values), count);
-        case DataType::INT64:
-            return addIntegers(static_cast<const std::int64_t*>(values), count);
-        case DataType::SINGLE:
-            return addNumbers(static_cast<const float*>(values), count);
-        case DataType::DOUBLE:
-            return addNumbers(static_cast<const double*>(values), count);
-    }
+    visitValues(m_type, values, [&]<typename T>(const T* typed) {
+        if constexpr (std::is_integral_v<T>) {
+            addIntegers(typed, count);
+        } else {
+            addNumbers(typed, count);
+        }
+    });
 }
 
 void ColumnSummary::merge(const ColumnSummary& other) {

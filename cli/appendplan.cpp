@@ -1,0 +1,259 @@
+#include "cli/appendplan.h"
+
+#include "cli/attributetext.h"
+#include "cli/columntarget.h"
+#include "cli/errors.h"
+#include "cli/table/attributesummary.h"
+#include "cli/table/valuecheck.h"
+#include "cli/terminal.h"
+
+#include <cmath>
+#include <map>
+#include <optional>
+
+namespace tarvo::cli {
+
+namespace {
+
+// What a column is looked at with: one of the two, or neither where it is left out.
+struct ColumnWork {
+    std::string attribute;  // of the database
+    std::optional<ValueCheck> check;
+    std::optional<ColumnSummary> summary;  // for an attribute to add
+    bool anyNearest = false;               // its grid is far finer than that of the file
+};
+
+class Planner {
+public:
+    Planner(const Database& database, const AppendOptions& options)
+        : m_database(database),
+          m_attributes(database.cloud().pointAttributes()),
+          m_options(options),
+          m_primary(m_attributes.primaryAttributeName()),
+          m_id(m_attributes.pointIdName()) {
+        std::uint64_t id = 0;
+        auto any = database.cloud().select();
+        any.bind(m_id, DataType::UINT64, &id, sizeof id);
+        m_hasPoints = any.next(1) > 0;
+    }
+
+    AppendPlan plan(const PointSources& sources) {
+        AppendPlan plan;
+        for (const auto& source : sources) {
+            std::vector<ColumnWork> work = begin(*source, plan);
+            look(*source, plan, work);
+            finish(*source, plan, work);
+        }
+        for (const std::string& name : m_options.leftOut) {
+            if (!m_leftOut.contains(name)) {
+                throw noAttributeToLeaveOut(name);
+            }
+        }
+        failOnFaults();
+        for (const std::string& name : m_summaries.order()) {
+            plan.added.push_back(m_summaries.fit(
+                name, sources, m_hasPoints ? DefaultFor::PointsThatAreThere : DefaultFor::Nobody));
+        }
+        return plan;
+    }
+
+private:
+    const PointAttribute& definition(const std::string& name) {
+        const auto [found, isNew] = m_definitions.try_emplace(name);
+        if (isNew) {
+            found->second = m_attributes.get(name);
+        }
+        return found->second;
+    }
+
+    std::vector<ColumnWork> begin(const PointSource& source, AppendPlan& plan) {
+        std::vector<ColumnWork> work;
+        std::vector<ColumnTarget>& targets = plan.targets.emplace_back();
+        std::uint32_t primaryElements = 0;
+        for (const Column& column : source.columns()) {
+            ColumnWork one;
+            ColumnTarget target;
+            one.attribute = attributeMeantBy(column, m_attributes);
+            const bool known = m_attributes.exists(one.attribute);
+            if ((m_options.newIds && one.attribute == m_id) || isLeftOut(one.attribute)) {
+                // neither
+            } else if (known) {
+                const PointAttribute& own = definition(one.attribute);
+                if (column.element >= own.length) {
+                    throw Failure("The file \"" + source.fileName() + "\" has a column \"" +
+                                      one.attribute + "[" + std::to_string(column.element) +
+                                      "]\", but the attribute of the database has the length " +
+                                      std::to_string(own.length) + ".",
+                                  adviceToLeaveOut(one.attribute));
+                }
+                primaryElements += one.attribute == m_primary ? 1 : 0;
+                one.anyNearest = isFarCoarser(source, column, own);
+                one.check.emplace(own, m_options.round || one.anyNearest);
+                target.descriptor = elementDescriptor(own.name, own.length, column.element);
+                if (column.hasInvalid && column.invalidValue != own.invalidValue) {
+                    target.noValue = column.invalidValue;
+                }
+            } else if (!m_options.onlyKnown) {
+                one.summary.emplace(column.type);
+                target.descriptor = column.descriptor();
+            }
+            work.push_back(std::move(one));
+            targets.push_back(std::move(target));
+        }
+        if (m_primary != m_id && primaryElements != definition(m_primary).length) {
+            throw Failure("The file \"" + source.fileName() + "\" does not hold all of \"" +
+                              m_primary + "\", which the points of the database are found by.",
+                          m_primary == "tarvo.xyz"
+                              ? "A text file names its coordinates \"x\", \"y\" and \"z\"."
+                              : "");
+        }
+        return work;
+    }
+
+    bool isLeftOut(const std::string& name) {
+        return m_options.leftOut.contains(name) && (m_leftOut.insert(name), true);
+    }
+
+    // Offsets with noise in them put the coordinates of a file onto no grid; a database made from
+    // such a file has a grid so fine that every stored number is told from its neighbours.
+    static bool isFarCoarser(const PointSource& source, const Column& column,
+                             const PointAttribute& own) {
+        const std::vector<Affine> axes = source.coordinateAxes();
+        if (column.attribute != "tarvo.xyz" || column.element >= axes.size() ||
+            !(own.resolution * 256 <= std::abs(axes[column.element].scale()))) {
+            return false;
+        }
+        const auto grid = commonGrid(axes, own.minimumValue, own.maximumValue);
+        return grid && !grid->exact;
+    }
+
+    static void look(PointSource& source, AppendPlan& plan, std::vector<ColumnWork>& work) {
+        const std::vector<Column>& columns = source.columns();
+        const std::vector<ColumnTarget>& targets = plan.targets.back();
+        ProgressLine progress("Looking at " + source.fileName());
+        source.rewind();
+        while (const std::uint32_t count = source.next()) {
+            for (std::size_t i = 0; i < columns.size(); ++i) {
+                if (work[i].check) {
+                    work[i].check->add(columns[i].type, source.values(i), count,
+                                       targets[i].noValue);
+                } else if (work[i].summary) {
+                    work[i].summary->add(source.values(i), count);
+                }
+            }
+            plan.pointCount += count;
+            progress.update(source.progress());
+        }
+    }
+
+    void finish(const PointSource& source, AppendPlan& plan, const std::vector<ColumnWork>& work) {
+        std::vector<std::optional<ColumnSummary>> summaries;
+        for (std::size_t i = 0; i < work.size(); ++i) {
+            summaries.push_back(work[i].summary);
+            if (!work[i].check) {
+                continue;
+            }
+            const std::string& name = work[i].attribute;
+            const PointAttribute& own = definition(name);
+            ValueFindings findings = work[i].check->findings();
+            if (findings.missing > 0) {
+                if (name == m_primary || name == m_id) {
+                    throw Failure("Some points of \"" + source.fileName() +
+                                      "\" have no value of \"" + name + "\".",
+                                  name == m_id ? "Give --new-ids to number the points anew."
+                                               : "Remove these points from the file.");
+                }
+                plan.targets.back()[i].replacement =
+                    std::isnan(own.invalidValue) && own.resolution != 0 ? own.defaultValue
+                                                                        : own.invalidValue;
+            }
+            if (work[i].anyNearest) {
+                findings.between = 0;
+            }
+            if (m_options.round) {
+                plan.rounded += findings.between;
+                findings.between = 0;
+            }
+            m_findings[name].merge(findings);
+        }
+        m_summaries.add(source, summaries);
+    }
+
+    void failOnFaults() {
+        std::string text;
+        std::string details;
+        for (const auto& [name, findings] : m_findings) {
+            if (findings.outside == 0 && findings.between == 0) {
+                continue;
+            }
+            const std::string fault = describe(definition(name), findings);
+            if (text.empty()) {
+                text = fault;
+            } else {
+                details += fault + "\n";
+            }
+            details += advice(name, findings) + "\n";
+        }
+        if (!text.empty()) {
+            throw Failure(text, details);
+        }
+    }
+
+    static std::string describe(const PointAttribute& own, const ValueFindings& findings) {
+        if (findings.outside > 0) {
+            return "The values of \"" + own.name + "\" go from " + numberText(findings.low) +
+                   " to " + numberText(findings.high) + "; the database holds " +
+                   numberText(own.minimumValue) + " to " + numberText(own.maximumValue) + " only.";
+        }
+        return "The attribute \"" + own.name + "\" can't hold " + std::to_string(findings.between) +
+               " of the values, for example " + numberText(findings.firstBetween) + ": " +
+               (own.resolution == 0 ? "it holds floating-point numbers."
+                                    : "its resolution is " + numberText(own.resolution) +
+                                          ", from " + numberText(own.minimumValue) + ".");
+    }
+
+    static std::string adviceToLeaveOut(const std::string& name) {
+        return "Give --leave-out " + name + " to do without it.";
+    }
+
+    std::string advice(const std::string& name, const ValueFindings& findings) const {
+        const bool isBetween = findings.outside == 0;
+        std::string text;
+        if (isBetween) {
+            text = "Give --round to store the nearest values.\n";
+        }
+        if (name == m_id) {
+            return text + "Give --new-ids to number the points anew.";
+        }
+        if (name == m_primary && m_hasPoints) {
+            return text +
+                   "The points are found by it, so that it can't be redefined: import all files "
+                   "into a new database.";
+        }
+        const std::string begin = "qrbtool attributes " + m_database.fileName();
+        text += std::string("Redefine the attribute with ") +
+                (isBetween ? "a finer resolution" : "a wider range") + ":\n  " + begin + " show " +
+                name + " --json > attribute.json\n  " + begin + " put --json attribute.json";
+        return name == m_primary ? text : text + "\n" + adviceToLeaveOut(name);
+    }
+
+    const Database& m_database;
+    const qrb::pointcloud::PointAttributes& m_attributes;
+    const AppendOptions& m_options;
+    std::string m_primary;
+    std::string m_id;
+    bool m_hasPoints = false;
+    std::set<std::string> m_leftOut;  // those that files have
+    std::map<std::string, PointAttribute> m_definitions;
+    std::map<std::string, ValueFindings> m_findings;
+    AttributeSummaries m_summaries;
+};
+
+}  // namespace
+
+AppendPlan planAppend(const Database& database, const PointSources& sources,
+                      const AppendOptions& options) {
+    return Planner(database, options).plan(sources);
+}
+
+}  // namespace tarvo::cli

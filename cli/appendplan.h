@@ -1,0 +1,36 @@
+// How the points of files go into a database that exists: which column goes where, which attributes
+// have to be added, and whether every value has its place.
+#pragma once
+
+#include "cli/database.h"
+#include "cli/importsteps.h"
+
+#include <cstdint>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace tarvo::cli {
+
+using qrb::pointcloud::PointAttribute;
+
+struct AppendOptions {
+    bool round = false;             // values that the database can't hold become the nearest ones
+    bool onlyKnown = false;         // attributes that the database lacks are left out
+    bool newIds = false;            // ids of the files are left out
+    std::set<std::string> leftOut;  // names of attributes; files must have them
+};
+
+struct AppendPlan {
+    std::vector<PointAttribute> added;
+    std::vector<std::vector<ColumnTarget>> targets;  // per file, per column
+    std::uint64_t pointCount = 0;
+    std::uint64_t rounded = 0;  // values
+};
+
+// Reads all points of all files once. Throws Failure, telling what to do, if points lack the
+// primary attribute or the database can't hold values.
+AppendPlan planAppend(const Database& database, const PointSources& sources,
+                      const AppendOptions& options);
+
+}  // namespace tarvo::cli

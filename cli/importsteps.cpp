@@ -1,0 +1,115 @@
+#include "cli/importsteps.h"
+
+#include "cli/csv/source.h"
+#include "cli/las/source.h"
+#include "cli/table/filledcolumn.h"
+#include "cli/terminal.h"
+#include "qrb/error.h"
+
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
+
+namespace tarvo::cli {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::unique_ptr<PointSource> openSource(const std::string& fileName, std::string format) {
+    if (format.empty()) {
+        std::string extension = fs::path(fileName).extension().string();
+        std::transform(extension.begin(), extension.end(), extension.begin(),
+                       [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+        const bool text = extension == ".csv" || extension == ".txt" || extension == ".tsv" ||
+                          extension == ".xyz";
+        format = text ? "csv" : "las";
+    }
+    if (format == "csv") {
+        return std::make_unique<csv::CsvSource>(fileName);
+    }
+    return std::make_unique<las::LasSource>(fileName);
+}
+
+void insertBatches(qrb::pointcloud::QueryInsert& query, PointSource& source,
+                   std::vector<std::unique_ptr<FilledColumn>>& filled) {
+    ProgressLine progress("Importing " + source.fileName());
+    source.rewind();
+    while (const std::uint32_t count = source.next()) {
+        for (std::size_t i = 0; i < filled.size(); ++i) {
+            if (filled[i]) {
+                filled[i]->fill(source.values(i), count);
+            }
+        }
+        if (query.next(count) != count) {
+            throw Failure("The database took fewer points than it was given.");
+        }
+        progress.update(source.progress());
+    }
+}
+
+}  // namespace
+
+PointSources openSources(const std::vector<std::string>& fileNames, const std::string& format,
+                         const std::string& database) {
+    PointSources sources;
+    for (const std::string& fileName : fileNames) {
+        std::error_code error;
+        if (fs::equivalent(fileName, database, error)) {
+            throw UsageError("\"" + database + "\" is an input and the output.");
+        }
+        sources.push_back(openSource(fileName, format));
+    }
+    return sources;
+}
+
+UsageError noAttributeToLeaveOut(const std::string& name) {
+    return UsageError("No file has the attribute \"" + name + "\" to leave out.");
+}
+
+void addMetaData(qrb::pointcloud::MetaData& metaData, const PointSources& sources) {
+    for (const auto& source : sources) {
+        for (const auto& [name, value] : source->metaData()) {
+            std::string unique = name;
+            for (int i = 2; metaData.exists(unique) && metaData.get(unique) != value; ++i) {
+                unique = name + "." + std::to_string(i);
+            }
+            if (!metaData.exists(unique)) {
+                metaData.set(unique, value);
+            }
+        }
+    }
+}
+
+void insertPoints(const qrb::Pointcloud& cloud, PointSource& source,
+                  const std::vector<ColumnTarget>& targets) {
+    auto query = cloud.insert();
+    const std::vector<Column>& columns = source.columns();
+    std::vector<std::unique_ptr<FilledColumn>> filled(columns.size());
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        const ColumnTarget& target = targets[i];
+        if (target.descriptor.empty()) {
+            continue;
+        }
+        DataType type = columns[i].type;
+        const void* values = source.values(i);
+        if (target.replacement) {
+            filled[i] = std::make_unique<FilledColumn>(type, target.noValue, *target.replacement);
+            type = filled[i]->type();
+            values = filled[i]->values();
+        }
+        query.bind(target.descriptor, type, values, static_cast<std::int32_t>(dataTypeSize(type)));
+    }
+    try {
+        insertBatches(query, source, filled);
+    } catch (const qrb::Error& error) {
+        if (error.code() != QRB_ERROR_EXISTS) {
+            throw;
+        }
+        throw Failure(error.what(), std::string(error.details() ? error.details() : "") +
+                                        "\nGive --new-ids to number the points anew.");
+    }
+    query.close();
+}
+
+}  // namespace tarvo::cli
