@@ -23,15 +23,16 @@ constexpr const char* contentsGroup = "What goes with the points";
 constexpr const char* historyGroup = "History and upkeep";
 
 constexpr CommandEntry entries[] = {
-    {addSampleCommand, makeGroup, false},          {addImportCommand, makeGroup, true},
-    {addSchemaCommand, makeGroup, false},          {addInfoCommand, lookGroup, true},
-    {addInspectCommand, lookGroup, true},          {addValidateCommand, lookGroup, true},
-    {addDefaultsCommand, lookGroup, false},        {addSelectCommand, pointsGroup, true},
-    {addUpdateCommand, pointsGroup, true},         {addRemoveCommand, pointsGroup, true},
-    {addMetaDataCommand, contentsGroup, true},     {addAttributesCommand, contentsGroup, true},
-    {addIndexCommand, contentsGroup, true},        {addLodCommand, contentsGroup, true},
-    {addTransactionsCommand, historyGroup, false}, {addChangelogCommand, historyGroup, true},
-    {addFinalizeCommand, historyGroup, false},     {addVacuumCommand, historyGroup, false},
+    {addSampleCommand, makeGroup, false},        {addImportCommand, makeGroup, true},
+    {addSchemaCommand, makeGroup, false},        {addCopyCommand, makeGroup, false},
+    {addInfoCommand, lookGroup, true},           {addInspectCommand, lookGroup, true},
+    {addValidateCommand, lookGroup, true},       {addDefaultsCommand, lookGroup, false},
+    {addSelectCommand, pointsGroup, true},       {addUpdateCommand, pointsGroup, true},
+    {addRemoveCommand, pointsGroup, true},       {addMetaDataCommand, contentsGroup, true},
+    {addAttributesCommand, contentsGroup, true}, {addIndexCommand, contentsGroup, true},
+    {addLodCommand, contentsGroup, true},        {addTransactionsCommand, historyGroup, false},
+    {addChangelogCommand, historyGroup, true},   {addFinalizeCommand, historyGroup, false},
+    {addVacuumCommand, historyGroup, false},
 };
 
 }  // namespace

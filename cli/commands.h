@@ -38,6 +38,7 @@ void addCommandsWithinTransaction(CLI::App& app, Invocation& invocation);
 void addSampleCommand(CLI::App& app, Invocation& invocation);
 void addImportCommand(CLI::App& app, Invocation& invocation);
 void addSchemaCommand(CLI::App& app, Invocation& invocation);
+void addCopyCommand(CLI::App& app, Invocation& invocation);
 // Look at them.
 void addInfoCommand(CLI::App& app, Invocation& invocation);
 void addInspectCommand(CLI::App& app, Invocation& invocation);

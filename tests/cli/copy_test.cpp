@@ -1,0 +1,73 @@
+// qrbtool copy, as a user runs it.
+#include "tests/cli/folder.h"
+#include "tests/cli/process.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace tarvo::cli::tests;
+
+class CopyCommand : public testing::Test {
+protected:
+    CopyCommand() {
+        std::string text = "tarvo.id,x,y,z,tarvo.class\n";
+        for (int i = 1; i <= 500; ++i)
+            text += std::to_string(3 * i) + "," + std::to_string(i) + ".5," + std::to_string(-i) +
+                    ",7," + std::to_string(i % 4) + "\n";
+        EXPECT_EQ(run("import " + folder.write("points.csv", text) + " " + source).code, 0);
+        EXPECT_EQ(run("metadata " + source + " set one '{\"a\": 1}'").code, 0);
+        EXPECT_EQ(run("metadata " + source + " set two '[2]'").code, 0);
+    }
+    std::string points(const std::string& file, const std::string& filter = "") const {
+        const Result result = run("select " + file + " -a tarvo.id,tarvo.xyz,tarvo.class" +
+                                  " --format csv" + (filter.empty() ? "" : " -f '" + filter + "'"));
+        EXPECT_EQ(result.code, 0) << result.output;
+        return result.output;
+    }
+    void expectFailure(int code, const std::string& words, const std::string& text) const {
+        const std::size_t files = folder.count();
+        const Result result = run("copy " + source + " " + words);
+        EXPECT_EQ(result.code, code) << result.output;
+        EXPECT_NE(result.output.find(text), std::string::npos) << result.output;
+        EXPECT_EQ(folder.count(), files);
+    }
+
+    Folder folder;
+    const std::string source = folder.file("source.qrbx");
+    const std::string target = folder.file("target.qrbx");
+};
+
+TEST_F(CopyCommand, HoldsWhatIsSelected) {
+    Result result = run("copy " + source + " " + target + " -f 'tarvo.class == 3' -m two");
+    EXPECT_EQ(result.output, "125 points copied to \"" + target + "\".\n");
+    EXPECT_EQ(points(target), points(source, "tarvo.class == 3"));
+    EXPECT_EQ(run("metadata " + target + " get one").code, 1);
+    EXPECT_EQ(run("metadata " + target + " get two").output, "[2]\n");
+
+    result = run("copy " + source + " " + target + " --overwrite --changelog");
+    EXPECT_EQ(result.code, 0) << result.output;
+    EXPECT_EQ(points(target), points(source));
+    const std::string log = run("changelog " + target).output;
+    EXPECT_LT(log.find("Import"), log.find("Export"));
+
+    EXPECT_EQ(
+        run("copy " + source + " " + target + " --overwrite -a tarvo.class --no-metadata").code, 0);
+    EXPECT_EQ(run("select " + target + " -f 'tarvo.class == 3' --count").output, "125\n");
+    EXPECT_EQ(run("metadata " + target).output.find("one"), std::string::npos);
+}
+
+TEST_F(CopyCommand, FailuresLeaveNoFileAndSayWhatToDo) {
+    expectFailure(1, target + " -f 'tarvo.class ==='", "===");
+    expectFailure(1, target + " --nodes 4000000", "node 4000000");
+    expectFailure(1, target + " -a no.such", "no.such");
+    expectFailure(1, target + " -m no.such", "qrbtool metadata FILE");
+    expectFailure(1, folder.file("no/target.qrbx"), "Make the folder");
+    expectFailure(2, source + " --overwrite", "is the source and the target");
+    folder.write("target.qrbx", "something of the user's");
+    expectFailure(1, target, "Give --overwrite to replace it.");
+    expectFailure(1, target + " --overwrite -f '('", "(");
+    EXPECT_EQ(std::filesystem::file_size(target), 23u);
+}
+
+}  // namespace
