@@ -94,12 +94,8 @@ void copyTo(const Database& database, const CopyOptions& options) {
     if (fs::equivalent(database.fileName(), options.target, error)) {
         throw UsageError("\"" + options.target + "\" is the source and the target.");
     }
-    if (!options.overwrite && fs::exists(options.target, error)) {
-        throw Failure("The file \"" + options.target + "\" exists already.",
-                      "Give --overwrite to replace it.");
-    }
     const copy::Selection selection = selectionOf(source, options);
-    copy::NewDatabase target(source.context(), options.target, options.overwrite);
+    copy::NewDatabase target(source.context(), options.target, options.overwrite, overwriteAdvice);
     target.create(settingsFor(source, options));
     std::uint64_t points = 0;
     {

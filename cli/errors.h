@@ -30,6 +30,9 @@ public:
     NegativeAnswer() : Failure("The answer is no.") {}
 };
 
+// What to do about a file that exists, for commands that have the option.
+inline constexpr const char* overwriteAdvice = "Give --overwrite to replace it.";
+
 // A signal asked to stop.
 class Interrupted : public Failure {
 public:

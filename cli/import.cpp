@@ -8,8 +8,8 @@
 #include "cli/importsteps.h"
 #include "cli/json.h"
 #include "cli/key.h"
-#include "cli/newdatabase.h"
 #include "cli/terminal.h"
+#include "copy/newdatabase.h"
 
 #include <CLI/CLI.hpp>
 
@@ -82,8 +82,8 @@ void leaveOut(ImportPlan& plan, const ImportOptions& options) {
 
 void importFiles(const qrb::Context& context, const ImportOptions& options) {
     const qrb::pointcloud::Signature signature = options.key.signature();
-    NewDatabase database(context, options.database, options.overwrite,
-                         "Give --append to add to it or --overwrite to replace it.");
+    copy::NewDatabase database(context, options.database, options.overwrite,
+                               "Give --append to add to it or --overwrite to replace it.");
     const PointSources sources = openSources(options.inputs, options.format, options.database);
     ImportPlan plan = planImport(sources, options.primary);
     leaveOut(plan, options);

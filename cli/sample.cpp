@@ -2,10 +2,10 @@
 
 #include "cli/commands.h"
 #include "cli/errors.h"
-#include "cli/newdatabase.h"
 #include "cli/sample/scanner.h"
 #include "cli/table/fit.h"
 #include "cli/terminal.h"
+#include "copy/newdatabase.h"
 #include "qrb/defaults/catalogue.h"
 
 #include <CLI/CLI.hpp>
@@ -75,7 +75,7 @@ void insertScan(qrb::Pointcloud& cloud, const SampleOptions& options) {
 }
 
 void runSample(const qrb::Context& context, const SampleOptions& options) {
-    NewDatabase database(context, options.file, options.overwrite);
+    copy::NewDatabase database(context, options.file, options.overwrite, overwriteAdvice);
     qrb::pointcloud::CreateSettings settings(context);
     settings.primaryAttribute = catalogueAttribute("tarvo.xyz");
     database.create(settings);

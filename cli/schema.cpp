@@ -1,12 +1,13 @@
 // qrbtool schema: file schemas, and databases made from them.
 
 #include "cli/commands.h"
+#include "cli/errors.h"
 #include "cli/fileschema.h"
 #include "cli/json.h"
-#include "cli/newdatabase.h"
 #include "cli/output.h"
 #include "cli/textfile.h"
 #include "cli/texttable.h"
+#include "copy/newdatabase.h"
 #include "qrb/defaults/catalogue.h"
 
 #include <CLI/CLI.hpp>
@@ -50,7 +51,7 @@ void createBySchema(const qrb::Context& context, const SchemaOptions& options) {
     if (!options.settings.empty()) {
         settings.fromJson(readTextFile(options.settings));
     }
-    NewDatabase database(context, options.file, options.overwrite);
+    copy::NewDatabase database(context, options.file, options.overwrite, overwriteAdvice);
     database.create(settings, schema, options.optionals);
     database.publish();
     print("\"" + options.file + "\" is made.\n");

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 #if defined(_WIN32)
 #include <process.h>
@@ -39,24 +40,20 @@ fs::path journalOf(const std::string& fileName) {
     throw qrb::ErrorImpl(0, text, details);
 }
 
-void refuseExisting(const std::string& fileName) {
-    std::error_code error;
-    if (fs::exists(fs::symlink_status(pathOf(fileName), error)))
-        refuse("The file \"" + fileName + "\" exists already.", "Give another name.");
-}
-
 }  // namespace
 
-NewDatabase::NewDatabase(const qrb::Context& context, const std::string& fileName, bool overwrite)
+NewDatabase::NewDatabase(const qrb::Context& context, const std::string& fileName, bool overwrite,
+                         std::string advice)
     : m_fileName(fileName),
       m_temporary(fileName + ".new-" + processId()),
       m_overwrite(overwrite),
+      m_advice(std::move(advice)),
       m_cloud(std::make_unique<qrb::Pointcloud>(context)) {
     std::error_code error;
     if (fs::is_directory(pathOf(fileName), error))
         refuse("\"" + fileName + "\" is a folder.", "Give the name of a file in it.");
     if (!overwrite)
-        refuseExisting(fileName);
+        refuseExisting();
     const fs::path folder = pathOf(fileName).parent_path();
     if (!folder.empty() && !fs::is_directory(folder, error))
         refuse("There is no folder to write \"" + fileName + "\" to.",
@@ -66,6 +63,12 @@ NewDatabase::NewDatabase(const qrb::Context& context, const std::string& fileNam
 NewDatabase::~NewDatabase() {
     m_cloud.reset();
     removeTemporary();
+}
+
+void NewDatabase::refuseExisting() const {
+    std::error_code error;
+    if (fs::exists(fs::symlink_status(pathOf(m_fileName), error)))
+        refuse("The file \"" + m_fileName + "\" exists already.", m_advice);
 }
 
 void NewDatabase::makeRoom() {
@@ -91,7 +94,7 @@ void NewDatabase::publish() {
     m_cloud->close();
     m_cloud.reset();
     if (!m_overwrite)
-        refuseExisting(m_fileName);
+        refuseExisting();
     std::error_code error;
     fs::remove(journalOf(m_fileName), error);
     fs::rename(pathOf(m_temporary), pathOf(m_fileName), error);

@@ -11,9 +11,10 @@ namespace tarvo::copy {
 
 class NewDatabase {
 public:
-    // fileName: UTF-8. Throws qrb::Error, whose details say what to do, if the file is there and
-    // may not be replaced, or its folder is not.
-    NewDatabase(const qrb::Context& context, const std::string& fileName, bool overwrite);
+    // fileName: UTF-8. Throws qrb::Error if the file is there and may not be replaced (the advice
+    // tells what to do then), or its folder is not.
+    NewDatabase(const qrb::Context& context, const std::string& fileName, bool overwrite,
+                std::string advice = "Give another name.");
     ~NewDatabase();
     NewDatabase(const NewDatabase&) = delete;
     NewDatabase& operator=(const NewDatabase&) = delete;
@@ -28,12 +29,14 @@ public:
     void publish();
 
 private:
+    void refuseExisting() const;
     void makeRoom();
     void removeTemporary() noexcept;
 
     std::string m_fileName;
     std::string m_temporary;
     bool m_overwrite = false;
+    std::string m_advice;
     bool m_created = false;
     std::unique_ptr<qrb::Pointcloud> m_cloud;
 };
