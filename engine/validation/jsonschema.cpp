@@ -102,10 +102,12 @@ std::vector<Finding> JsonSchema::check(std::string_view text, std::string_view w
     effort.steps = 0;
     effort.results = &results;
     bool pass = false;
+    bool enough = false;
     try {
         const valijson::adapters::RapidJsonAdapter value(document);
         pass = valijson::Validator().validate(m_private->schema, value, &results);
     } catch (const EnoughFindings&) {
+        enough = true;
     }
     effort.results = nullptr;
     if (pass)
@@ -118,6 +120,8 @@ std::vector<Finding> JsonSchema::check(std::string_view text, std::string_view w
     std::stable_sort(found.begin(), found.end(),
                      [](const auto& a, const auto& b) { return a.position < b.position; });
     std::vector<Finding> result;
+    if (enough)
+        result.push_back({"", "has more faults than those listed here"});
     std::set<std::pair<std::string, std::string>> seen;
     for (PlacedFinding& finding : found)
         if (seen.emplace(finding.pointer, finding.text).second)

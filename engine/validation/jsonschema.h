@@ -24,8 +24,9 @@ public:
     explicit JsonSchema(std::string_view text, std::string_view what = "The JSON schema");
     ~JsonSchema();
 
-    // What is wrong with a JSON text, in the order of the text, each once; a value with very many
-    // faults tells the first thousand or so. Throws Failure(Argument) for a text that is no JSON.
+    // What is wrong with a JSON text, in the order of the text, each once; of very many faults
+    // some hundreds, and first that there are more. Throws Failure(Argument) for a text that is no
+    // JSON.
     std::vector<Finding> check(std::string_view text, std::string_view what = "The value");
 
 private:
