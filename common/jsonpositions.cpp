@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <map>
 #include <memory>
+#include <numeric>
 #include <string>
 
 namespace tarvo::common {
@@ -102,19 +103,20 @@ private:
         m_last = m_stream.Tell();
         return true;
     }
+    // The reader tells brackets before it takes them.
     bool start(bool isArray) {
         Wanted* place = next();
+        m_last = m_stream.Tell() + 1;
         if (place)
-            note(*place, beginOfToken(), m_stream.Tell());
+            note(*place, m_stream.Tell(), m_last);
         m_levels.push_back({place, nullptr, isArray, 0});
-        m_last = m_stream.Tell();
         return true;
     }
     bool end() {
+        m_last = m_stream.Tell() + 1;
         if (Wanted* place = m_levels.back().place)
-            place->end = m_stream.Tell();
+            place->end = m_last;
         m_levels.pop_back();
-        m_last = m_stream.Tell();
         return true;
     }
     // Of members with the same name the last one counts.
@@ -198,12 +200,27 @@ std::optional<JsonFault> jsonFaultOf(const QString& text) {
 }
 
 LineAndColumn lineAndColumn(const QString& text, qsizetype position) {
-    const QStringView before = QStringView(text).left(position);
-    const qsizetype lineBegin = before.lastIndexOf('\n') + 1;
-    LineAndColumn result;
-    result.line += before.count('\n');
-    for (const QChar c : before.mid(lineBegin))
-        result.column += c.isLowSurrogate() ? 0 : 1;
+    return linesAndColumns(text, {position}).front();
+}
+
+std::vector<LineAndColumn> linesAndColumns(const QString& text,
+                                           const std::vector<qsizetype>& positions) {
+    std::vector<std::size_t> order(positions.size());
+    std::iota(order.begin(), order.end(), std::size_t(0));
+    std::sort(order.begin(), order.end(),
+              [&](std::size_t a, std::size_t b) { return positions[a] < positions[b]; });
+    std::vector<LineAndColumn> result(positions.size());
+    LineAndColumn at;
+    qsizetype index = 0;
+    for (const std::size_t i : order) {
+        for (; index < std::min(positions[i], text.size()); ++index) {
+            if (text[index] == '\n')
+                at = {at.line + 1, 1};
+            else if (!text[index].isLowSurrogate())
+                ++at.column;
+        }
+        result[i] = at;
+    }
     return result;
 }
 

@@ -31,5 +31,8 @@ struct LineAndColumn {
     qsizetype column = 1;
 };
 LineAndColumn lineAndColumn(const QString& text, qsizetype position);
+// The same of many positions; reads the text once.
+std::vector<LineAndColumn> linesAndColumns(const QString& text,
+                                           const std::vector<qsizetype>& positions);
 
 }  // namespace tarvo::common

@@ -4,6 +4,7 @@
 #include "common/jsonsyntaxhighlighter.h"
 #include "common/theme.h"
 
+#include <QMimeData>
 #include <QPainter>
 #include <QTextBlock>
 #include <algorithm>
@@ -15,6 +16,20 @@ namespace {
 constexpr int indent = 4;
 constexpr int farthestPartner = 50'000;  // characters
 constexpr std::size_t mostMarks = 1000;
+// Measured: half a second to lay out, a tenth of a second for each key in the longest line.
+constexpr qsizetype longestText = 2'000'000;
+constexpr qsizetype longestLine = 250'000;
+
+qsizetype longestLineOf(QStringView text) {
+    qsizetype longest = 0;
+    for (qsizetype begin = 0; begin <= text.size();) {
+        qsizetype end = text.indexOf(QLatin1Char('\n'), begin);
+        end = end < 0 ? text.size() : end;
+        longest = std::max(longest, end - begin);
+        begin = end + 1;
+    }
+    return longest;
+}
 
 }  // namespace
 
@@ -51,6 +66,17 @@ JsonTextEdit::JsonTextEdit(QWidget* parent)
     updateSelections();
 }
 
+bool JsonTextEdit::canHold(const QString& text) {
+    return text.size() <= longestText && longestLineOf(text) <= longestLine;
+}
+
+QString JsonTextEdit::beginningOf(const QString& text) {
+    constexpr qsizetype length = 100'000;
+    // Not half of a character.
+    const bool cuts = text.size() > length && text[length - 1].isHighSurrogate();
+    return text.left(cuts ? length - 1 : length);
+}
+
 QString JsonTextEdit::text() const {
     return document()->toRawText().replace(QChar::ParagraphSeparator, '\n');
 }
@@ -71,13 +97,25 @@ void JsonTextEdit::setMarks(const std::vector<common::TextSpan>& marks) {
     updateSelections();
 }
 
-void JsonTextEdit::goTo(const common::TextSpan& place) {
-    QTextCursor cursor(document());
+QTextCursor JsonTextEdit::cursorOf(const common::TextSpan& place) const {
     const qsizetype last = document()->characterCount() - 1;
-    cursor.setPosition(static_cast<int>(std::min(place.end, last)));
-    cursor.setPosition(static_cast<int>(std::min(place.begin, last)), QTextCursor::KeepAnchor);
-    setTextCursor(cursor);
+    QTextCursor cursor(document());
+    cursor.setPosition(static_cast<int>(std::min(place.begin, last)));
+    const qsizetype endOfLine = cursor.block().position() + cursor.block().length() - 1;
+    cursor.setPosition(static_cast<int>(std::min(place.end, endOfLine)), QTextCursor::KeepAnchor);
+    return cursor;
+}
+
+void JsonTextEdit::goTo(const common::TextSpan& place) {
+    setTextCursor(cursorOf(place));
     centerCursor();
+}
+
+void JsonTextEdit::insertFromMimeData(const QMimeData* source) {
+    if (source->hasText() && !canHold(source->text()))
+        emit tooLongToPaste();
+    else
+        QPlainTextEdit::insertFromMimeData(source);
 }
 
 int JsonTextEdit::lineNumbersWidth() const {
@@ -176,13 +214,9 @@ int JsonTextEdit::partnerOf(int position) const {
 
 void JsonTextEdit::updateSelections() {
     QList<QTextEdit::ExtraSelection> selections;
-    const auto add = [&](int begin, int end) -> QTextCharFormat& {
-        QTextEdit::ExtraSelection selection;
-        selection.cursor = QTextCursor(document());
-        const int last = document()->characterCount() - 1;
-        selection.cursor.setPosition(std::min(begin, last));
-        selection.cursor.setPosition(std::min(end, last), QTextCursor::KeepAnchor);
-        selections += selection;
+    const auto add = [&](qsizetype begin, qsizetype end) -> QTextCharFormat& {
+        selections.emplaceBack();
+        selections.last().cursor = cursorOf({begin, end});
         return selections.last().format;
     };
     if (!isReadOnly()) {
@@ -192,8 +226,7 @@ void JsonTextEdit::updateSelections() {
         line.setProperty(QTextFormat::FullWidthSelection, true);
     }
     for (std::size_t i = 0; i < std::min(m_marks.size(), mostMarks); ++i) {
-        QTextCharFormat& mark =
-            add(static_cast<int>(m_marks[i].begin), static_cast<int>(m_marks[i].end));
+        QTextCharFormat& mark = add(m_marks[i].begin, m_marks[i].end);
         mark.setUnderlineStyle(QTextCharFormat::WaveUnderline);
         mark.setUnderlineColor(common::readable(QColor("#c62828"), palette()));
     }

@@ -5,34 +5,46 @@
 #include "common/jsonvalues.h"
 #include "common/messageboxes.h"
 #include "common/textfiles.h"
+#include "common/textformat.h"
 #include "common/theme.h"
+#include "dialogs/checklabel.h"
 #include "dialogs/defaultnames.h"
 #include "qrb/defaults/catalogue.h"
 #include "qrb/error.h"
 #include "ui_dialogmetadata.h"
 
+#include <QApplication>
 #include <QFileDialog>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QPushButton>
 #include <QStringDecoder>
 #include <algorithm>
+#include <stdexcept>
 
 namespace common = tarvo::common;
+using tarvo::dialogs::CheckKind;
+using tarvo::dialogs::showCheck;
 
 namespace {
 
 // What is checked by itself; longer texts wait for the button.
 constexpr qsizetype longestCheckedByItself = 1 << 20;
 constexpr int delayOfCheck = 300;  // milliseconds after the last change
-// About where the library stops.
-constexpr std::size_t mostFindings = 1000;
 
 enum FindingColumn { FINDING_LINE, FINDING_PLACE, FINDING_TEXT };
 
-bool isText(const std::string& bytes) {
-    QStringDecoder decoder(QStringDecoder::Utf8);
-    const QString text = decoder.decode(QByteArrayView(bytes));
-    return !decoder.hasError() && !text.contains(QChar(0));
+const char* const tooLongText =
+    "The text is too long to be pasted here.\nPut it into a file and load that.";
+
+bool looksLikeJson(const QString& text) {
+    const QString begin = text.left(1000).trimmed().left(1);
+    return begin == "{" || begin == "[";
+}
+
+QString placed(const common::JsonFault& fault, const QString& text) {
+    const auto at = common::lineAndColumn(text, fault.position);
+    return QString("line %0, column %1: %2").arg(at.line).arg(at.column).arg(fault.text);
 }
 
 }  // namespace
@@ -61,6 +73,7 @@ DialogMetaData::DialogMetaData(const tarvo::qrb::Pointcloud& database, bool isNe
     m_checking.setInterval(delayOfCheck);
     connect(&m_checking, &QTimer::timeout, this, &DialogMetaData::check);
     m_ui->editExample->setReadOnly(true);
+    m_ui->treeFindings->installEventFilter(this);
     m_ui->splitter->setStretchFactor(0, 3);
     m_ui->splitter->setStretchFactor(1, 2);
     m_ui->splitterValue->setStretchFactor(0, 4);
@@ -96,32 +109,53 @@ void DialogMetaData::fillNames() {
 void DialogMetaData::write(const QString& name, const std::string& value) {
     m_initialName = name;
     m_initialValue = value;
+    const auto& metaData = m_database.metaData();
+    m_storedValue = m_isNew ? std::string() : metaData.get(name.toStdString());
     const QSignalBlocker writing(m_ui->editName);
     m_ui->editName->setEditText(name);
-    m_ui->editName->lineEdit()->setReadOnly(!m_isNew);
     m_ui->editName->setEnabled(m_isNew);
     setWindowTitle(m_isNew ? "New Meta Data Item" : "Meta Data Item - " + name);
+
     // Formatted, because stored values are often one line.
-    m_ui->editValue->setPlainText(QString::fromStdString(common::formattedJson(value)));
+    std::string shown = common::formattedJson(value);
+    const QString given = QString::fromStdString(value);
+    if (!JsonTextEdit::canHold(QString::fromStdString(shown)) && JsonTextEdit::canHold(given))
+        shown = value;
+    putText(QString::fromStdString(shown));
+    m_ui->editValue->document()->clearUndoRedoStacks();
     m_initialText = text();
-    m_ui->labelBytes->setVisible(!isText(value));
+    m_ui->labelBytes->setVisible(m_initialText.toStdString() != shown);
     m_ui->labelTransaction->setVisible(!m_database.transactions().pending());
-    m_ui->labelSigned->setVisible(!m_isNew && m_database.metaData().exists(name.toStdString()) &&
-                                  m_database.metaData().verifySignature(name.toStdString(), 0, {}));
+    m_ui->labelSigned->setVisible(!m_isNew && metaData.verifySignature(name.toStdString(), 0, {}));
     showName();
-    check();
+    if (m_initialText.size() <= longestCheckedByItself)
+        check();
     if (m_isNew)
         m_ui->editName->setFocus();
     else
         m_ui->editValue->setFocus();
 }
 
+void DialogMetaData::putText(const QString& text) {
+    const bool fits = JsonTextEdit::canHold(text);
+    const bool wasHeld = m_held.has_value();
+    m_held = fits ? std::nullopt : std::optional(text);
+    // An undo must not lead to what was but the beginning of a value.
+    if (fits && !wasHeld)
+        m_ui->editValue->replaceText(text);
+    else
+        m_ui->editValue->setPlainText(fits ? text : JsonTextEdit::beginningOf(text));
+    m_ui->editValue->setReadOnly(!fits);
+    m_ui->labelHeld->setVisible(!fits);
+    checkLater();
+}
+
 QString DialogMetaData::name() const {
-    return m_ui->editName->currentText().trimmed();
+    return m_isNew ? m_ui->editName->currentText().trimmed() : m_initialName;
 }
 
 QString DialogMetaData::text() const {
-    return m_ui->editValue->toPlainText();
+    return m_held ? *m_held : m_ui->editValue->text();
 }
 
 std::string DialogMetaData::value() const {
@@ -129,7 +163,7 @@ std::string DialogMetaData::value() const {
 }
 
 bool DialogMetaData::isChanged() const {
-    return name() != m_initialName || text() != m_initialText;
+    return m_isNew ? !name().isEmpty() || !text().isEmpty() : value() != m_storedValue;
 }
 
 // Empty: the item may have the name.
@@ -149,8 +183,7 @@ void DialogMetaData::on_editName_editTextChanged(const QString&) {
 void DialogMetaData::showName() {
     const QString fault = faultOfName();
     // An empty field explains itself.
-    m_ui->labelName->setText(name().isEmpty() ? QString() : fault);
-    m_ui->labelName->setVisible(!m_ui->labelName->text().isEmpty());
+    showCheck(m_ui->labelName, name().isEmpty() ? QString() : fault, CheckKind::ERROR);
     m_ui->buttonBox->button(QDialogButtonBox::Ok)->setEnabled(fault.isEmpty());
     m_ui->buttonBox->button(QDialogButtonBox::Ok)->setToolTip(fault);
     showDefinition();
@@ -185,37 +218,60 @@ void DialogMetaData::on_editSchema_textChanged() {
 }
 
 void DialogMetaData::on_buttonFormat_clicked() {
-    m_ui->editValue->replaceText(
-        QString::fromStdString(common::formattedJson(text().toStdString())));
+    putFormat(common::formattedJson(text().toStdString()));
 }
 
 void DialogMetaData::on_buttonCompact_clicked() {
     std::string compact = text().toStdString();
-    if (common::compactJson(compact))
-        m_ui->editValue->replaceText(QString::fromStdString(compact));
+    common::compactJson(compact);
+    putFormat(compact);
+}
+
+void DialogMetaData::putFormat(const std::string& bytes) {
+    const QString formatted = QString::fromStdString(bytes);
+    if (formatted == text())
+        return;
+    if (!m_held && !JsonTextEdit::canHold(formatted))
+        common::showWarning(this, "The value would be too long to be edited here.");
+    else
+        putText(formatted);
 }
 
 void DialogMetaData::on_buttonUseExample_clicked() {
-    const bool mayReplace = text().trimmed().isEmpty() ||
-                            text() == m_ui->editExample->toPlainText() ||
-                            common::confirmed(this, "Replace the value by the example?");
-    if (mayReplace)
-        m_ui->editValue->replaceText(m_ui->editExample->toPlainText());
+    const QString example = m_ui->editExample->text();
+    if (text().trimmed().isEmpty() || text() == example ||
+        common::confirmed(this, "Replace the value by the example?"))
+        putText(example);
+}
+
+void DialogMetaData::on_editValue_tooLongToPaste() {
+    common::showWarning(this, tooLongText);
+}
+
+void DialogMetaData::on_editSchema_tooLongToPaste() {
+    common::showWarning(this, tooLongText);
 }
 
 void DialogMetaData::checkLater() {
-    if (text().size() <= longestCheckedByItself) {
+    const qsizetype size =
+        m_held ? m_held->size() : m_ui->editValue->document()->characterCount() - 1;
+    const bool bySelf = size <= longestCheckedByItself;
+    if (bySelf) {
         m_checking.start();
         return;
     }
     m_checking.stop();
-    showFindings({}, {});
-    showState("Press \"Check\": the value is too long to be checked while you type.", false);
+    m_objection.clear();
+    m_ui->buttonFormat->setEnabled(true);
+    m_ui->buttonCompact->setEnabled(true);
     m_ui->buttonFault->hide();
+    m_ui->editValue->setColoured(true);
+    showFindings({}, {});
+    showState("Press \"Check\": the value is too long to be checked while you type.",
+              State::NEUTRAL);
 }
 
 void DialogMetaData::on_buttonCheck_clicked() {
-    const common::WaitCursor waiting;
     check();
 }
 
@@ -223,75 +279,73 @@ void DialogMetaData::on_buttonCheck_clicked() {
 void DialogMetaData::check() {
     m_checking.stop();
     common::guarded(this, [this] {
+        const common::WaitCursor waiting;
         const QString value = text();
         const auto fault = common::jsonFaultOf(value);
+        m_objection.clear();
         m_ui->buttonFormat->setEnabled(!fault);
         m_ui->buttonCompact->setEnabled(!fault);
         m_ui->buttonFault->setVisible(fault && !value.trimmed().isEmpty());
         // A text that is not meant as JSON looks better without colours.
-        const QString begin = value.trimmed().left(1);
-        m_ui->editValue->setColoured(!fault || begin == "{" || begin == "[");
+        m_ui->editValue->setColoured(!fault || looksLikeJson(value));
         if (fault) {
-            m_faultPlace = {fault->position, fault->position};
-            const auto at = common::lineAndColumn(value, fault->position);
-            showFindings({}, {});
-            if (value.trimmed().isEmpty())
-                showState("The value is empty.", false);
-            else
-                showState(QString("Not JSON: line %0, column %1: %2\nThe item is kept as text.")
-                              .arg(at.line)
-                              .arg(at.column)
-                              .arg(fault->text),
-                          begin == "{" || begin == "[");
+            showNoJson(value, *fault);
             return;
         }
-        const QString schema = m_ui->editSchema->toPlainText().trimmed();
-        if (schema.isEmpty()) {
-            showFindings({}, {});
-            showState("JSON. There is no schema to check it against.", false);
-            return;
-        }
-        if (const auto wrong = common::jsonFaultOf(schema)) {
-            const auto at = common::lineAndColumn(schema, wrong->position);
-            showFindings({}, {});
-            showState(QString("The schema is not JSON: line %0, column %1: %2")
-                          .arg(at.line)
-                          .arg(at.column)
-                          .arg(wrong->text),
-                      true);
-            return;
-        }
-        const auto found = findings(value);
-        showFindings(found, value);
-        if (found.empty())
-            showState("JSON, and as the schema wants it.", false);
+        const QString schema = m_ui->editSchema->text();
+        std::vector<Finding> found;
+        QString refusal;
+        if (schema.trimmed().isEmpty())
+            showState("JSON. There is no schema to check it against.", State::NEUTRAL);
+        else if (const auto wrong = common::jsonFaultOf(schema))
+            showState("The schema is not JSON: " + placed(*wrong, schema), State::WRONG);
+        else if (found = findings(value, refusal); !refusal.isEmpty())
+            showState("The value can't be checked. " + refusal, State::WRONG);
+        else if (found.empty())
+            showState("The value satisfies the schema.", State::RIGHT);
         else
-            showState(
-                (found.size() == 1
-                     ? QString("The schema wants it otherwise in 1 place.")
-                     : QString("The schema wants it otherwise in %0 places.").arg(found.size())) +
-                    (found.size() < mostFindings ? "" : " There may be more."),
-                true);
+            showState(found.size() == 1 ? QString("1 violation of the schema.")
+                                        : QString("%0 violations of the schema.").arg(found.size()),
+                      State::WRONG);
+        showFindings(found, value);
+        if (!found.empty())
+            m_objection = "The value does not satisfy the schema.\nSave it anyway?";
     });
 }
 
-std::vector<DialogMetaData::Finding> DialogMetaData::findings(const QString& text) const {
+void DialogMetaData::showNoJson(const QString& text, const common::JsonFault& fault) {
+    const bool isMeantAsJson = looksLikeJson(text) || !m_ui->editSchema->text().trimmed().isEmpty();
+    m_faultPlace = {fault.position, fault.position + 1};
+    showFindings({}, {});
+    if (text.trimmed().isEmpty()) {
+        showState("The value is empty.", State::NEUTRAL);
+        m_objection = isMeantAsJson && m_isNew ? "The value is empty.\nSave it anyway?" : "";
+        return;
+    }
+    showState("Not JSON: " + placed(fault, text) + " The item will be kept as text.",
+              isMeantAsJson ? State::WRONG : State::NEUTRAL);
+    if (isMeantAsJson)
+        m_objection = "The value is not JSON.\nSave it as text?";
+}
+
+std::vector<DialogMetaData::Finding> DialogMetaData::findings(const QString& text,
+                                                              QString& refusal) const {
     std::vector<Finding> result;
     try {
         m_database.metaData().validateJson(text.toStdString(),
-                                           m_ui->editSchema->toPlainText().toStdString());
+                                           m_ui->editSchema->text().toStdString());
     } catch (const tarvo::qrb::Error& error) {
         const QString details = QString::fromUtf8(error.details());
+        if (error.code() != QRB_ERROR_VALIDATION) {
+            refusal = (QString::fromUtf8(error.what()) + ' ' + details).simplified();
+            return {};
+        }
+        // "/PLACE: PROBLEM", or "The whole value: PROBLEM".
         for (const QString& line : details.split('\n', Qt::SkipEmptyParts)) {
             const qsizetype colon = line.indexOf(": ");
-            if (line.startsWith('/') && colon > 0)
-                result.push_back({line.left(colon), line.mid(colon + 2)});
-            else
-                result.push_back({{}, line});
+            const bool hasPlace = colon > 0 && line.startsWith('/');
+            result.push_back({hasPlace ? line.left(colon) : QString(), line.mid(colon + 2)});
         }
-        // Not about the value, but about the schema.
-        if (error.code() != QRB_ERROR_VALIDATION)
-            result = {{{}, (QString::fromUtf8(error.what()) + ' ' + details).simplified()}};
     }
     return result;
 }
@@ -300,37 +354,43 @@ void DialogMetaData::showFindings(const std::vector<Finding>& findings, const QS
     QStringList pointers;
     for (const Finding& finding : findings)
         pointers += finding.pointer;
-    const auto places = common::placesOf(text, pointers);
     m_places.clear();
+    std::vector<qsizetype> begins;
+    for (const auto& place : common::placesOf(text, pointers)) {
+        m_places.push_back(place.value_or(common::TextSpan()));
+        begins.push_back(m_places.back().begin);
+    }
+    const auto at = common::linesAndColumns(text, begins);
     QList<QTreeWidgetItem*> rows;
-    std::vector<common::TextSpan> marks;
     for (std::size_t i = 0; i < findings.size(); ++i) {
-        const common::TextSpan place = places[i].value_or(common::TextSpan());
-        m_places.push_back(place);
-        // Of what spans lines, only where it begins.
-        const qsizetype lineEnd = text.indexOf('\n', place.begin);
-        if (!findings[i].pointer.isEmpty())
-            marks.push_back({place.begin, lineEnd < 0 ? place.end : std::min(place.end, lineEnd)});
         auto* row = new QTreeWidgetItem;
-        row->setText(FINDING_LINE, QString::number(common::lineAndColumn(text, place.begin).line));
+        row->setText(FINDING_LINE, QString::number(at[i].line));
         row->setTextAlignment(FINDING_LINE, Qt::AlignRight | Qt::AlignVCenter);
-        row->setText(FINDING_PLACE, findings[i].pointer);
+        row->setText(FINDING_PLACE,
+                     findings[i].pointer.isEmpty() ? "(whole value)" : findings[i].pointer);
         row->setText(FINDING_TEXT, findings[i].text);
+        for (const int column : {FINDING_PLACE, FINDING_TEXT})
+            row->setToolTip(column, common::plainToolTip(row->text(column)));
         rows += row;
     }
-    m_ui->treeFindings->clear();
-    m_ui->treeFindings->addTopLevelItems(rows);
-    m_ui->treeFindings->setVisible(!rows.isEmpty());
-    m_ui->treeFindings->resizeColumnToContents(FINDING_LINE);
-    m_ui->treeFindings->resizeColumnToContents(FINDING_PLACE);
-    m_ui->editValue->setMarks(marks);
+    auto* tree = m_ui->treeFindings;
+    tree->clear();
+    tree->addTopLevelItems(rows);
+    tree->setVisible(!rows.isEmpty());
+    tree->resizeColumnToContents(FINDING_LINE);
+    tree->resizeColumnToContents(FINDING_PLACE);
+    tree->setColumnWidth(FINDING_PLACE,
+                         std::min(tree->columnWidth(FINDING_PLACE), tree->width() / 2));
+    m_ui->editValue->setMarks(m_places);
 }
 
-void DialogMetaData::showState(const QString& text, bool wrong) {
+void DialogMetaData::showState(const QString& text, State state) {
     m_ui->labelState->setText(text);
-    QPalette colours = palette();
-    if (wrong)
-        colours.setColor(QPalette::WindowText, common::readable(QColor("#c62828"), palette()));
+    QPalette colours = QApplication::palette(m_ui->labelState);
+    if (state != State::NEUTRAL)
+        colours.setColor(
+            QPalette::WindowText,
+            common::readable(QColor(state == State::RIGHT ? "#2e7d32" : "#b00020"), colours));
     m_ui->labelState->setPalette(colours);
 }
 
@@ -347,6 +407,19 @@ void DialogMetaData::on_treeFindings_itemActivated(QTreeWidgetItem* item, int) {
     }
 }
 
+// The list tells its row by Return, but leaves the key to the dialog, whose default button it is.
+bool DialogMetaData::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == m_ui->treeFindings && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+            if (QTreeWidgetItem* item = m_ui->treeFindings->currentItem())
+                on_treeFindings_itemActivated(item, FINDING_LINE);
+            return true;
+        }
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
 void DialogMetaData::on_treeFindings_itemClicked(QTreeWidgetItem* item, int column) {
     on_treeFindings_itemActivated(item, column);
 }
@@ -354,12 +427,15 @@ void DialogMetaData::on_treeFindings_itemClicked(QTreeWidgetItem* item, int colu
 void DialogMetaData::accept() {
     if (!faultOfName().isEmpty())
         return;
-    const bool checked = text().size() <= longestCheckedByItself;
-    if (checked)
+    if (m_isNew || isChanged()) {
+        if (text().contains(QChar(0))) {
+            common::showWarning(this, "The value holds a zero character, which no item can hold.");
+            return;
+        }
         check();
-    if (m_ui->treeFindings->topLevelItemCount() > 0 && isChanged() &&
-        !common::confirmed(this, "The value does not satisfy its schema.\nSave it anyway?"))
-        return;
+        if (!m_objection.isEmpty() && !common::confirmed(this, m_objection))
+            return;
+    }
     QDialog::accept();
 }
 
@@ -373,7 +449,12 @@ void DialogMetaData::on_actionLoad_triggered() {
     if (fileName.isEmpty())
         return;
     common::guarded(this, [&] {
-        m_ui->editValue->replaceText(QString::fromStdString(common::readFile(fileName)));
+        const std::string bytes = common::readFile(fileName);
+        QStringDecoder decoder(QStringDecoder::Utf8);
+        const QString text = decoder.decode(QByteArrayView(bytes));
+        if (decoder.hasError() || text.contains(QChar(0)))
+            throw std::runtime_error("The file is not a text in UTF-8.");
+        putText(text);
     });
 }
 

@@ -11,6 +11,7 @@
 #include <QStringList>
 #include <QTimer>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -36,6 +37,9 @@ public slots:
     void accept() override;
     void reject() override;
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private slots:
     void on_editName_editTextChanged(const QString& name);
     void on_editValue_textChanged();
@@ -45,6 +49,8 @@ private slots:
     void on_buttonCheck_clicked();
     void on_buttonFault_clicked();
     void on_buttonUseExample_clicked();
+    void on_editValue_tooLongToPaste();
+    void on_editSchema_tooLongToPaste();
     void on_treeFindings_itemActivated(QTreeWidgetItem* item, int column);
     void on_treeFindings_itemClicked(QTreeWidgetItem* item, int column);
     void on_actionLoad_triggered();
@@ -61,6 +67,9 @@ private:
     void buildMenu();
     void fillNames();
     void write(const QString& name, const std::string& value);
+    // Shows another text, as one step that can be undone where that is possible.
+    void putText(const QString& text);
+    void putFormat(const std::string& text);
 
     QString name() const;
     QString text() const;
@@ -72,18 +81,25 @@ private:
 
     void checkLater();
     void check();
-    std::vector<Finding> findings(const QString& text) const;
+    void showNoJson(const QString& text, const tarvo::common::JsonFault& fault);
+    // Sets refusal to what keeps the text from being checked, if anything does.
+    std::vector<Finding> findings(const QString& text, QString& refusal) const;
     void showFindings(const std::vector<Finding>& findings, const QString& text);
-    void showState(const QString& text, bool wrong);
+    enum class State { RIGHT, NEUTRAL, WRONG };
+    void showState(const QString& text, State state);
 
     std::unique_ptr<Ui::DialogMetaData> m_ui;
     const tarvo::qrb::Pointcloud& m_database;
     const bool m_isNew;
     QStringList m_taken;  // names of the database's items
     QString m_initialName;
-    std::string m_initialValue;  // as it is stored
+    std::string m_initialValue;  // as it was given
+    std::string m_storedValue;   // as the database has it
     QString m_initialText;       // as it is shown
-    QString m_shownDefinition;   // the default item that the panes beside tell about; else empty
+    // A value that is too long for the pane, which shows the beginning only.
+    std::optional<QString> m_held;
+    QString m_objection;        // what to ask before the value is accepted; empty: nothing
+    QString m_shownDefinition;  // the default item that the panes beside tell about; else empty
     QTimer m_checking;
     tarvo::common::TextSpan m_faultPlace;
     std::vector<tarvo::common::TextSpan> m_places;  // of the findings, by row

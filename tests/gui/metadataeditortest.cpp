@@ -48,13 +48,17 @@ private slots:
 
     void itemIsAddedFromTheExample();
     void itemIsEditedAndChecked();
+    void findingsAreListedWholeAndLeadToTheirLines();
+    void brokenValueOfDefaultItemIsAskedAbout();
     void unchangedItemKeepsBytesAndSignature();
+    void charactersStayAsTheyAre();
     void textsAndOwnSchemasAreTakenAsTheyAre();
     void changesAreNotDroppedUnasked();
     void refusedItemComesUpAgain();
     void valuesGoToFilesAndBack();
     void everyExampleSatisfiesItsSchema();
     void hugeValuesAreShown();
+    void valuesBeyondThePaneAreHeldWhole();
     void paneIndentsAndUndoes();
     void placesAreFound();
 
@@ -108,6 +112,10 @@ void MetaDataEditorTest::init() {
     cloud.metaData().set("own.signed", "{\"b\":1.50}");
     cloud.metaData().set("own.text", "no { JSON");
     cloud.metaData().set("own.bytes", "{\"a\": \"\xff\"}");
+    cloud.metaData().set("own.lines", "one\r\ntwo\xe2\x80\xa9three");
+    cloud.metaData().set("own.blanks",
+                         "1\xc2\xa0"
+                         "000 m");
     cloud.metaData().createSignature("own.signed", 1, {1, 2});
     guard.commit();
     cloud.close();
@@ -157,7 +165,7 @@ void MetaDataEditorTest::itemIsAddedFromTheExample() {
             QVERIFY(in<JsonTextEdit>(dialog, "editSchema")->isReadOnly());
             in<QTabWidget>(dialog, "tabWidget")->setCurrentIndex(1);
             ModalScript::press("Use Example")(dialog);
-            QTRY_COMPARE(state(dialog), "JSON, and as the schema wants it.");
+            QTRY_COMPARE(state(dialog), "The value satisfies the schema.");
             ModalScript::press("OK")(dialog);
         }});
     const auto* tree = driver().child<QTreeWidget>("treeMetaData");
@@ -189,21 +197,81 @@ void MetaDataEditorTest::itemIsEditedAndChecked() {
                             ModalScript::press("OK")(dialog);
                             QVERIFY(dialog->isVisible());  // after "No"
                             type(dialog, "{\"crs\": {\"epsg\": 4978}");
-                            QTRY_VERIFY(state(dialog).startsWith("Not JSON: line 1, column 24: "));
+                            QTRY_COMPARE(state(dialog).left(29), "Not JSON: line 1, column 23: ");
                             pane(dialog)->moveCursor(QTextCursor::Start);
                             ModalScript::press("Go there")(dialog);
-                            QCOMPARE(pane(dialog)->textCursor().position(), 23);
+                            QCOMPARE(pane(dialog)->textCursor().position(), 22);
                             QTest::keyClicks(pane(dialog), "}");
-                            QTRY_COMPARE(state(dialog), "JSON, and as the schema wants it.");
+                            QTRY_COMPARE(state(dialog), "The value satisfies the schema.");
                             QVERIFY(!findings(dialog)->isVisible());
                             ModalScript::press("OK")(dialog);
                         },
                         ModalScript::press("No")});
     QTest::mouseDClick(tree->viewport(), Qt::LeftButton, {}, tree->visualItemRect(item).center());
     QCOMPARE(script.texts(),
-             QStringList("The value does not satisfy its schema.\nSave it anyway?"));
+             QStringList("The value does not satisfy the schema.\nSave it anyway?"));
     commit();
     QCOMPARE(committed("tarvo.geo_tag"), std::string("{\"crs\": {\"epsg\": 4978}}"));
+}
+
+void MetaDataEditorTest::findingsAreListedWholeAndLeadToTheirLines() {
+    begin();
+    run("actionMetaDataAdd", {[](QDialog* dialog) {
+                                  in<QComboBox>(dialog, "editName")->setEditText("own.list");
+                                  in<JsonTextEdit>(dialog, "editSchema")
+                                      ->setPlainText(R"({"type": "array", "maxItems": 10,
+                     "items": {"type": "object", "required": ["x"]}})");
+                                  QStringList lines;
+                                  for (int i = 0; i < 300; ++i)
+                                      lines += i % 3 == 0 ? "{\"y\":\n1}" : "5";
+                                  pane(dialog)->setPlainText("[" + lines.join(",\n") + "]");
+                                  QTRY_COMPARE(state(dialog), "301 violations of the schema.");
+                                  auto* list = findings(dialog);
+                                  QCOMPARE(list->topLevelItemCount(), 301);
+                                  QCOMPARE(list->topLevelItem(0)->text(1), "(whole value)");
+                                  // Of a value of several lines only the first is marked. Return
+                                  // leads to it and leaves the dialog open.
+                                  QCOMPARE(list->topLevelItem(4)->text(1), "/3");
+                                  QCOMPARE(list->topLevelItem(4)->text(0), "5");
+                                  list->setCurrentItem(list->topLevelItem(4));
+                                  list->setFocus();
+                                  QTest::keyClick(list, Qt::Key_Return);
+                                  QCOMPARE(pane(dialog)->textCursor().selectedText(), "{\"y\":");
+                                  QCOMPARE(pane(dialog)->textCursor().blockNumber(), 4);
+                                  QVERIFY(pane(dialog)->hasFocus());
+                                  for (int i = 0; i < 1000; ++i)
+                                      lines += "5";
+                                  pane(dialog)->setPlainText("[" + lines.join(",\n") + "]");
+                                  // Where the library stops, it says so.
+                                  QTRY_COMPARE(list->topLevelItem(0)->text(2),
+                                               "has more faults than those listed here");
+                                  QVERIFY(list->topLevelItemCount() >= 400);
+                                  QTest::keyClick(dialog, Qt::Key_Escape);
+                              },
+                              ModalScript::press("Yes")});
+}
+
+void MetaDataEditorTest::brokenValueOfDefaultItemIsAskedAbout() {
+    begin();
+    const QStringList texts =
+        run("actionMetaDataAdd",
+            {[](QDialog* dialog) {
+                 auto* name = in<QComboBox>(dialog, "editName")->lineEdit();
+                 QTest::keyClicks(name, "tarvo.time_base");
+                 type(dialog, "epoch 5");
+                 in<QTabWidget>(dialog, "tabWidget")->setCurrentIndex(1);
+                 ModalScript::press("Use Example")(dialog);
+                 QCOMPARE(pane(dialog)->text(), "epoch 5");  // after "No"
+                 ModalScript::press("OK")(dialog);
+                 QVERIFY(dialog->isVisible());
+                 ModalScript::press("OK")(dialog);
+             },
+             ModalScript::press("No"), ModalScript::press("No"), ModalScript::press("Yes")});
+    QCOMPARE(texts, QStringList({"Replace the value by the example?",
+                                 "The value is not JSON.\nSave it as text?",
+                                 "The value is not JSON.\nSave it as text?"}));
+    commit();
+    QCOMPARE(committed("tarvo.time_base"), std::string("epoch 5"));
 }
 
 void MetaDataEditorTest::unchangedItemKeepsBytesAndSignature() {
@@ -231,11 +299,31 @@ void MetaDataEditorTest::unchangedItemKeepsBytesAndSignature() {
              QColor(Qt::darkBlue));
 }
 
+void MetaDataEditorTest::charactersStayAsTheyAre() {
+    begin();
+    QVERIFY(driver().select("treeMetaData", "own.lines"));
+    run("actionMetaDataEdit", {[](QDialog* dialog) {
+            QVERIFY(in<QLabel>(dialog, "labelBytes")->isVisible());
+            ModalScript::press("OK")(dialog);
+        }});
+    QVERIFY(driver().select("treeMetaData", "own.blanks"));
+    run("actionMetaDataEdit", {[](QDialog* dialog) {
+            QVERIFY(!in<QLabel>(dialog, "labelBytes")->isVisible());
+            QTest::keyClick(pane(dialog), Qt::Key_End);
+            QTest::keyClicks(pane(dialog), "m");
+            ModalScript::press("OK")(dialog);
+        }});
+    commit();
+    QCOMPARE(committed("own.lines"), std::string("one\r\ntwo\xe2\x80\xa9three"));
+    QCOMPARE(committed("own.blanks"), std::string("1\xc2\xa0"
+                                                  "000 mm"));
+}
+
 void MetaDataEditorTest::textsAndOwnSchemasAreTakenAsTheyAre() {
     begin();
     QVERIFY(driver().select("treeMetaData", "own.text"));
     run("actionMetaDataEdit", {[](QDialog* dialog) {
-            QVERIFY(state(dialog).endsWith("The item is kept as text."));
+            QVERIFY(state(dialog).endsWith(" The item will be kept as text."));
             type(dialog, "still no { JSON");
             ModalScript::press("OK")(dialog);
         }});
@@ -249,12 +337,12 @@ void MetaDataEditorTest::textsAndOwnSchemasAreTakenAsTheyAre() {
             QTRY_COMPARE(findings(dialog)->topLevelItemCount(), 1);
             QCOMPARE(findings(dialog)->topLevelItem(0)->text(1), "/1");
             schema->setPlainText("{\"items\": 5}");
-            QTRY_VERIFY(findings(dialog)->topLevelItemCount() == 1 &&
-                        findings(dialog)->topLevelItem(0)->text(1).isEmpty());
+            QTRY_VERIFY(state(dialog).startsWith("The value can't be checked. The JSON schema "));
+            QVERIFY(!findings(dialog)->isVisible());
             schema->setPlainText("{\"items\": ");
             QTRY_VERIFY(state(dialog).startsWith("The schema is not JSON: line 1, column 11: "));
             schema->setPlainText("{\"items\": {\"type\": [\"number\", \"string\"]}}");
-            QTRY_COMPARE(state(dialog), "JSON, and as the schema wants it.");
+            QTRY_COMPARE(state(dialog), "The value satisfies the schema.");
             ModalScript::press("OK")(dialog);
         }});
     commit();
@@ -292,33 +380,49 @@ void MetaDataEditorTest::refusedItemComesUpAgain() {
                                    [](QDialog* dialog) {
                                        QCOMPARE(pane(dialog)->toPlainText(), "typed with care");
                                        ModalScript::press("Cancel")(dialog);
-                                   }});
+                                   },
+                                   ModalScript::press("Yes")});
     QVERIFY(texts.value(0).startsWith("No transaction is pending."));
+    QCOMPARE(texts.value(1), "Discard the changes?");
     QCOMPARE(committed("own.text"), std::string("no { JSON"));
 }
 
 void MetaDataEditorTest::valuesGoToFilesAndBack() {
     begin();
     const QString file = m_folder.filePath("value.json");
+    const QString good = m_folder.filePath("good.json");
+    QFile source(good);
+    QVERIFY(source.open(QIODevice::WriteOnly));
+    source.write("{\"new\": \"\xc3\xa4\"}");
+    source.close();
     QVERIFY(driver().select("treeMetaData", "own.bytes"));
-    const QStringList texts =
-        run("actionMetaDataEdit",
-            {[](QDialog* dialog) {
-                 in<QAction>(dialog, "actionSave")->trigger();
-                 in<QAction>(dialog, "actionLoad")->trigger();
-                 in<QAction>(dialog, "actionLoad")->trigger();
-                 for (QAction* action : dialog->findChildren<QAction*>())
-                     if (action->text() == "...as JSON string")
-                         action->trigger();
-                 QVERIFY(QApplication::clipboard()->text().startsWith("\"{\\n"));
-                 QTest::keyClick(dialog, Qt::Key_Escape);
-             },
-             [&](QDialog* dialog) {
-                 QCOMPARE(in<QLineEdit>(dialog, "fileNameEdit")->text(), "own.bytes.json");
-                 ModalScript::chooseFile(file)(dialog);
-             },
-             ModalScript::chooseFile(file), ModalScript::chooseFile(m_folder.path() + "/no.json"),
-             ModalScript::press("OK"), ModalScript::press("Cancel"), ModalScript::press("Yes")});
+    const QStringList texts = run(
+        "actionMetaDataEdit",
+        {[](QDialog* dialog) {
+             auto* save = in<QAction>(dialog, "actionSave");
+             auto* load = in<QAction>(dialog, "actionLoad");
+             const QString before = pane(dialog)->text();
+             for (QAction* action : {save, save, load})
+                 action->trigger();
+             for (QAction* action : dialog->findChildren<QAction*>())
+                 if (action->text() == "...as JSON string")
+                     action->trigger();
+             QVERIFY(QApplication::clipboard()->text().startsWith("\"{\\n"));
+             QCOMPARE(pane(dialog)->text(), before);
+             load->trigger();
+             QCOMPARE(pane(dialog)->text(), QString::fromUtf8("{\"new\": \"\xc3\xa4\"}"));
+             QTest::keyClick(pane(dialog), Qt::Key_Z, Qt::ControlModifier);
+             QCOMPARE(pane(dialog)->text(), before);
+             QTest::keyClick(dialog, Qt::Key_Escape);  // nothing is changed
+         },
+         [&](QDialog* dialog) {
+             QCOMPARE(in<QLineEdit>(dialog, "fileNameEdit")->text(), "own.bytes.json");
+             ModalScript::chooseFile(file)(dialog);
+         },
+         ModalScript::chooseFile("/proc/value.json"), ModalScript::press("OK"),
+         ModalScript::chooseFile(file), ModalScript::press("OK"), ModalScript::chooseFile(good)});
+    QVERIFY(texts.value(0).startsWith("Failed to open output file!"));
+    QVERIFY(texts.value(1).startsWith("The file is not a text in UTF-8."));
     QFile written(file);
     QVERIFY(written.open(QIODevice::ReadOnly));
     QCOMPARE(written.readAll(), QByteArray("{\"a\": \"\xff\"}"));
@@ -331,7 +435,7 @@ void MetaDataEditorTest::everyExampleSatisfiesItsSchema() {
                 in<QComboBox>(dialog, "editName")->setEditText(QString::fromStdString(entry.name));
                 pane(dialog)->setPlainText(QString::fromStdString(entry.example));
                 ModalScript::press("Check")(dialog);
-                QVERIFY2(state(dialog) == "JSON, and as the schema wants it.", entry.name.c_str());
+                QVERIFY2(state(dialog) == "The value satisfies the schema.", entry.name.c_str());
             }
             pane(dialog)->clear();
             in<QComboBox>(dialog, "editName")->setEditText("");
@@ -364,6 +468,54 @@ void MetaDataEditorTest::hugeValuesAreShown() {
          ModalScript::press("Yes")});
 }
 
+void MetaDataEditorTest::valuesBeyondThePaneAreHeldWhole() {
+    std::string value = "[";
+    while (value.size() < 10'000'000)
+        value += "{\"name\":\"value\",\"n\":[1.5,22,-3e7]},";
+    value += "7]";
+    const QString file = m_folder.filePath("long.json");
+    QFile source(file);
+    QVERIFY(source.open(QIODevice::WriteOnly));
+    source.write(value.data(), static_cast<qint64>(value.size()));
+    source.close();
+    begin();
+    QElapsedTimer timer;
+    timer.start();
+    const QStringList texts =
+        run("actionMetaDataAdd",
+            {[&](QDialog* dialog) {
+                 in<QComboBox>(dialog, "editName")->setEditText("own.long");
+                 QApplication::clipboard()->setText(QString::fromStdString(value));
+                 pane(dialog)->paste();
+                 QVERIFY(pane(dialog)->text().isEmpty());
+                 in<QAction>(dialog, "actionLoad")->trigger();
+                 QVERIFY(in<QLabel>(dialog, "labelHeld")->isVisible());
+                 QVERIFY(pane(dialog)->isReadOnly());
+                 in<JsonTextEdit>(dialog, "editSchema")
+                     ->setPlainText("{\"items\": {\"type\": \"object\"}}");
+                 ModalScript::press("Format")(dialog);
+                 ModalScript::press("Check")(dialog);
+                 auto* list = findings(dialog);
+                 QCOMPARE(list->topLevelItemCount(), 1);
+                 QVERIFY(list->topLevelItem(0)->text(0).toInt() > 1'000'000);
+                 QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
+                                   list->visualItemRect(list->topLevelItem(0)).center());
+                 ModalScript::press("Compact")(dialog);
+                 ModalScript::press("OK")(dialog);
+             },
+             ModalScript::press("OK"), ModalScript::chooseFile(file), ModalScript::press("Yes")});
+    QVERIFY(texts.value(0).startsWith("The text is too long to be pasted here."));
+    QCOMPARE(texts.value(1), "The value does not satisfy the schema.\nSave it anyway?");
+    run("actionMetaDataEdit", {[&](QDialog* dialog) {
+            QVERIFY(in<QLabel>(dialog, "labelHeld")->isVisible());
+            QTest::keyClicks(pane(dialog), "x");
+            ModalScript::press("OK")(dialog);
+        }});
+    QVERIFY2(timer.elapsed() < 15'000, "hangs");
+    commit();
+    QVERIFY(committed("own.long") == value);
+}
+
 void MetaDataEditorTest::paneIndentsAndUndoes() {
     JsonTextEdit edit;
     edit.show();
@@ -386,11 +538,12 @@ void MetaDataEditorTest::paneIndentsAndUndoes() {
 }
 
 void MetaDataEditorTest::placesAreFound() {
-    const QString text = "{\"\xc3\xa4\": [1, {\"b~/\": \"\xf0\x9f\x98\x80 x\"}],\n \"c\": null}";
-    const QString json = QString::fromUtf8(text.toLatin1());
+    const QString json = QString::fromUtf8(
+        "{\"\xc3\xa4\": [1, {\"b~/\": \"\xf0\x9f\x98\x80 x\"}],\n \"c\": null, \"d\":[[ ] ,{}, "
+        "[]]}");
     const auto places = common::placesOf(
         json, {"", QString::fromUtf8("/\xc3\xa4/1/b~0~1"), QString::fromUtf8("/\xc3\xa4/0"), "/c",
-               QString::fromUtf8("/\xc3\xa4/7/x"), "/d"});
+               QString::fromUtf8("/\xc3\xa4/7/x"), "/e", "/d/2", "/d/0"});
     const auto textAt = [&](std::size_t i) {
         return places[i] ? json.mid(places[i]->begin, places[i]->end - places[i]->begin)
                          : QString("(none)");
@@ -401,6 +554,8 @@ void MetaDataEditorTest::placesAreFound() {
     QCOMPARE(textAt(3), "null");
     QVERIFY(textAt(4).startsWith('[') && textAt(4).endsWith(']'));  // the value around it
     QCOMPARE(textAt(5), json);
+    QCOMPARE(textAt(6), "[]");  // what comes behind brackets
+    QCOMPARE(textAt(7), "[ ]");
     const auto at = common::lineAndColumn(json, places[3]->begin);
     QCOMPARE(at.line, 2);
     QCOMPARE(at.column, 7);
