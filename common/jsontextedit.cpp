@@ -140,7 +140,7 @@ void JsonTextEdit::paintLineNumbers(QPaintEvent* event) {
         const qreal height = blockBoundingRect(block).height();
         if (block.isVisible() && top + height >= event->rect().top())
             painter.drawText(QRectF(0, top, m_lineNumbers->width() - 6, height),
-                             Qt::AlignRight | Qt::AlignVCenter,
+                             Qt::AlignRight | Qt::AlignTop,
                              QString::number(block.blockNumber() + 1));
         block = block.next();
         top += height;

@@ -127,6 +127,11 @@ void DialogMetaData::write(const QString& name, const std::string& value) {
     m_ui->labelBytes->setVisible(m_initialText.toStdString() != shown);
     m_ui->labelTransaction->setVisible(!m_database.transactions().pending());
     m_ui->labelSigned->setVisible(!m_isNew && metaData.verifySignature(name.toStdString(), 0, {}));
+    QPalette warning = QApplication::palette(m_ui->labelSigned);
+    warning.setColor(QPalette::WindowText, common::readable(QColor("#7a5000"), warning));
+    for (QLabel* label :
+         {m_ui->labelSigned, m_ui->labelTransaction, m_ui->labelBytes, m_ui->labelHeld})
+        label->setPalette(warning);
     showName();
     if (m_initialText.size() <= longestCheckedByItself)
         check();
@@ -193,7 +198,9 @@ void DialogMetaData::showName() {
 void DialogMetaData::showDefinition() {
     const auto* entry = tarvo::qrb::defaults::findMetaData(name().toStdString());
     m_ui->labelTitle->setText(entry ? QString::fromStdString(entry->title)
-                                    : QString("Not a TARVO default metadata entry."));
+                              : name().isEmpty()
+                                  ? QString("Choose a default item or type a name of your own.")
+                                  : QString("Not a TARVO default metadata entry."));
     m_ui->labelDescription->setText(entry ? QString::fromStdString(entry->description) : QString());
     m_ui->labelDescription->setVisible(entry != nullptr);
     m_ui->labelSchema->setVisible(!entry);
