@@ -233,7 +233,8 @@ private:
         const std::string begin = "qrbtool attributes " + m_database.fileName();
         text += std::string("Redefine the attribute with ") +
                 (isBetween ? "a finer resolution" : "a wider range") + ":\n  " + begin + " show " +
-                name + " --json > attribute.json\n  " + begin + " put --json attribute.json";
+                name + " --json > attribute.json   (change it there)\n  " + begin +
+                " put --json attribute.json";
         return name == m_primary ? text : text + "\n" + adviceToLeaveOut(name);
     }
 

@@ -18,7 +18,8 @@ LasSource::LasSource(const std::string& fileName)
       m_header(readHeader(m_file)),
       m_records(readRecords(m_file, m_header)),
       m_dimensions(dimensions(m_header, extraDimensions(m_file, m_header, m_records))) {
-    const std::uint64_t capacity = std::min<std::uint64_t>(batchSize, m_header.pointCount);
+    // At least one, so that the columns of a file without points have addresses too.
+    const std::uint64_t capacity = std::clamp<std::uint64_t>(m_header.pointCount, 1, batchSize);
     for (const Dimension& dimension : m_dimensions) {
         m_columns.push_back(dimension.column);
         m_values.emplace_back(capacity * dataTypeSize(dimension.column.type));

@@ -7,14 +7,15 @@ namespace tarvo::cli {
 
 namespace {
 
-// The axes of all sources; text files count as decimal numbers. Empty: plain numbers.
+// The axes of all sources; text files count as decimal numbers, if there are any. Empty: plain
+// numbers.
 std::vector<Affine> allAxes(const std::vector<std::unique_ptr<PointSource>>& sources,
                             const ColumnSummary& summary) {
     std::vector<Affine> axes;
     for (const auto& source : sources) {
         const std::vector<Affine> own = source->coordinateAxes();
         axes.insert(axes.end(), own.begin(), own.end());
-        if (own.empty()) {
+        if (own.empty() && summary.count() > 0) {
             if (summary.decimals() < 0) {
                 return {};
             }
@@ -58,7 +59,7 @@ PointAttribute AttributeSummaries::fit(const std::string& name,
                                        DefaultFor use) const {
     const AttributeSummary& one = of(name);
     std::vector<Affine> axes;
-    if (name == "tarvo.xyz" && one.summary.count() > 0) {
+    if (name == "tarvo.xyz") {
         axes = allAxes(sources, one.summary);
     }
     return axes.empty() ? fitAttribute(one.column, one.summary, use)

@@ -143,10 +143,10 @@ void refuseInfinity(const Column& column, const ColumnSummary& summary) {
 // range of the catalogue. Where that costs precision, the range of the points alone.
 std::optional<ValueGrid> coordinateGrid(const Column& column, const ColumnSummary& summary,
                                         std::span<const Affine> axes) {
-    const double low = summary.minimum();
-    const double high = summary.maximum();
     double roomyLow = column.lowest;
     double roomyHigh = column.highest;
+    const double low = summary.hasNumbers() ? summary.minimum() : roomyLow;
+    const double high = summary.hasNumbers() ? summary.maximum() : roomyHigh;
     if (roomyLow > roomyHigh) {
         for (const char* name : {"tarvo.xyz", "tarvo.xyz_map"}) {
             const auto* const entry = qrb::defaults::findAttribute(name);
@@ -203,6 +203,9 @@ PointAttribute fitAttribute(const Column& column, const ColumnSummary& summary, 
         if (column.lowest <= column.highest) {
             definition.minimumValue = column.lowest;
             definition.maximumValue = column.highest;
+        } else if (summary.count() > 0 && !summary.hasNumbers()) {
+            definition.minimumValue = -widestRoom;
+            definition.maximumValue = widestRoom;
         } else if (summary.count() > 0) {
             definition.minimumValue = roomBelow(summary.minimum());
             definition.maximumValue = roomAbove(summary.maximum());

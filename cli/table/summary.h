@@ -23,6 +23,7 @@ public:
     std::uint64_t count() const { return m_count; }
     // All values are whole numbers of an integer type.
     bool isInteger() const { return m_integer; }
+    bool hasNumbers() const { return m_hasNumbers; }  // besides NaN and infinity
     bool hasNaN() const { return m_hasNaN; }
     bool hasInfinity() const { return m_hasInfinity; }
     bool isConstant() const { return m_count > 0 && !m_hasNaN && minimum() == maximum(); }

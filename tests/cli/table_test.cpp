@@ -1,7 +1,9 @@
 #include "cli/csv/source.h"
 #include "cli/errors.h"
 #include "cli/sample/scanner.h"
+#include "cli/table/filledcolumn.h"
 #include "cli/table/fit.h"
+#include "cli/table/valuecheck.h"
 #include "cli/text.h"
 #include "tests/cli/folder.h"
 
@@ -10,6 +12,7 @@
 #include <bit>
 #include <cmath>
 #include <limits>
+#include <type_traits>
 
 namespace {
 
@@ -103,6 +106,144 @@ TEST(Fit, KeepsTheCataloguesDefinitionWhereItHoldsTheValues) {
     EXPECT_EQ(own.resolution, 0.01);
     EXPECT_EQ(own.minimumValue, -10);
     EXPECT_EQ(own.maximumValue, 10);
+}
+
+TEST(Fit, LeavesRoomForFilesThatAreAddedLater) {
+    Column column;
+    column.attribute = "las.user_data";
+    const auto byCount = [&](const std::vector<double>& values) {
+        return fitAttribute(column, summaryOf(values));
+    };
+    EXPECT_EQ(byCount({117, 135}).minimumValue, 0);
+    EXPECT_EQ(byCount({117, 135}).maximumValue, 1000);
+    EXPECT_EQ(byCount({-7, -5}).maximumValue, 0);
+    EXPECT_EQ(byCount({0}).maximumValue, 1) << "a flag that is not set";
+    EXPECT_EQ(byCount({1e17 / 3, 1}).maximumValue, 1e17 / 3) << "no power of ten that counts";
+    column.highest = 255;
+    EXPECT_EQ(byCount({117, 135}).maximumValue, 255) << "what the format can hold";
+
+    Column xyz;
+    xyz.attribute = "tarvo.xyz";
+    xyz.length = 3;
+    const auto coordinates = [&](const std::vector<double>& values, std::vector<Affine> axes) {
+        return fitCoordinates(xyz, summaryOf(values), axes);
+    };
+    EXPECT_EQ(coordinates({1, 2.5}, {{0.1, 0}}).maximumValue, 535000);
+    EXPECT_EQ(coordinates({1, 2.5}, {{0.1, 0}}).resolution, 0.1);
+    EXPECT_EQ(coordinates({1, 5300000.5}, {{0.1, 0}}).minimumValue, -20037508.5);
+    // Too many steps for the range of a catalogue: that of the points.
+    EXPECT_EQ(coordinates({1, 2.5}, {{1e-12, 0}}).maximumValue, 2.5);
+    xyz.lowest = -2147483648.0 / 3;
+    xyz.highest = 2147483647.0 / 3;
+    EXPECT_EQ(coordinates({0, 100}, {{1.0 / 3, 0}}).maximumValue, 100) << "keeps its last digits";
+}
+
+TEST(Fit, PointsThatAreThereGetAValueThatIsNone) {
+    Column column;
+    column.attribute = "las.extra.a";
+    const auto fit = [&](const std::vector<double>& values) {
+        return fitAttribute(column, summaryOf(values), DefaultFor::PointsThatAreThere);
+    };
+    EXPECT_EQ(fit({5, 9}).defaultValue, 0);
+    EXPECT_TRUE(std::isnan(fit({5, std::nan("")}).defaultValue));
+    column.hasInvalid = true;
+    column.invalidValue = -99;
+    EXPECT_EQ(fit({5, 9}).defaultValue, -99);
+    column.hasInvalid = false;
+    column.lowest = 5;
+    column.highest = 9;
+    EXPECT_EQ(fit({5, 9}).defaultValue, 0);
+    EXPECT_EQ(fit({5, 9}).invalidValue, 0) << "off the range";
+}
+
+PointAttribute definition(double resolution, double minimum, double maximum) {
+    PointAttribute result;
+    result.length = 1;
+    result.resolution = resolution;
+    result.minimumValue = minimum;
+    result.maximumValue = maximum;
+    return result;
+}
+
+// "h" for what is held, "b" for what is between the values held, "o" for what is outside.
+template <typename T>
+std::string places(const PointAttribute& definition, const std::vector<T>& values,
+                   bool nearest = false) {
+    constexpr DataType type = std::is_same_v<T, double>  ? DataType::DOUBLE
+                              : std::is_same_v<T, float> ? DataType::SINGLE
+                              : std::is_signed_v<T>      ? DataType::INT64
+                                                         : DataType::UINT64;
+    std::string text;
+    for (const T& value : values) {
+        ValueCheck check(definition, nearest);
+        check.add(type, &value, 1, {});
+        const ValueFindings& found = check.findings();
+        text += found.outside > 0 ? 'o' : found.between > 0 ? 'b' : 'h';
+    }
+    return text;
+}
+
+TEST(ValueCheck, TellsWhatADefinitionHolds) {
+    using Doubles = std::vector<double>;
+    const auto centimetres = definition(0.01, -100, 1e7);
+    EXPECT_EQ(places(centimetres, Doubles{0.29, 0.57, 9999999.99, -99.99, 1e7}), "hhhhh");
+    EXPECT_EQ(places(centimetres, Doubles{0.295, 9999999.995, 0.2901, -100.004, 1e7 + 0.004}),
+              "bbboo");
+    EXPECT_EQ(places(centimetres, Doubles{-100.004, -100.006, 1e7 + 0.004, 0.295}, true), "bobb");
+    EXPECT_EQ(places(centimetres, std::vector<float>{0.25f, 0.29f, 123.45f}), "hhb");
+    EXPECT_EQ(places(centimetres, std::vector<std::int64_t>{-100, 10000000, 10000001, -101}),
+              "hhoo");
+    // Far from zero, where a double has few digits left for the step, and off the multiples of it.
+    const auto fine = definition(0.00025, 5000000, 5000100);
+    EXPECT_EQ(places(fine, Doubles{5000000.00025, 5000033.33325, 5000033.333}), "hhh");
+    EXPECT_EQ(places(fine, Doubles{5000000.0001, 5000033.3331}), "bb");
+    const auto thirds = definition(1.0 / 3, 0.1, 1000);
+    EXPECT_EQ(places(thirds, Doubles{0.1 + 7 / 3.0, 0.1 + 2000 / 3.0, 7 / 3.0}), "hhb");
+
+    const auto bytes = definition(1, 0, 255);
+    EXPECT_EQ(places(bytes, Doubles{0, 255, 0.5, 255.4, -1}), "hhboo");
+    EXPECT_EQ(places(bytes, Doubles{255.4, 255.6, -0.4}, true), "bob");
+    const auto ids = definition(1, 1, 18446744073709551616.0);
+    EXPECT_EQ(places(ids, std::vector<std::uint64_t>{1, ~0ull, 0}), "hho");
+    const auto numbers = definition(1, -9223372036854775808.0, 9223372036854775808.0);
+    EXPECT_EQ(places(numbers, std::vector<std::int64_t>{INT64_MIN, INT64_MAX}), "hh");
+    const auto thousands = definition(1000, 0, 1e18);
+    EXPECT_EQ(places(thousands, std::vector<std::int64_t>{5000, 5001, -1000}), "hbo");
+
+    const auto unrounded = definition(0, -10, 1e18);
+    EXPECT_EQ(places(unrounded, Doubles{1.0 / 3, -10, -10.1, INFINITY}), "hhoo");
+    EXPECT_EQ(places(unrounded, std::vector<std::int64_t>{1ll << 53, (1ll << 53) + 1}), "hb");
+}
+
+TEST(ValueCheck, PassesOverWhatIsNoValue) {
+    auto depth = definition(1, 0, 100);
+    depth.invalidValue = -1;
+    ValueCheck check(depth, false);
+    const double values[] = {-1, std::nan(""), 7, 999, 101, 3};
+    check.add(DataType::DOUBLE, values, 6, 999.0);
+    EXPECT_EQ(check.findings().missing, 2u);
+    EXPECT_EQ(check.findings().outside, 1u);
+    EXPECT_EQ(check.findings().low, 3);
+    EXPECT_EQ(check.findings().high, 101);
+
+    // The replacement and the largest number both have a place.
+    FilledColumn filled(DataType::UINT64, 0.0, 5);
+    const std::uint64_t whole[] = {0, ~0ull};
+    filled.fill(whole, 2);
+    ASSERT_EQ(filled.type(), DataType::UINT64);
+    EXPECT_EQ(static_cast<const std::uint64_t*>(filled.values())[0], 5u);
+    EXPECT_EQ(static_cast<const std::uint64_t*>(filled.values())[1], ~0ull);
+    FilledColumn negative(DataType::UINT8, 255.0, -1);
+    const std::uint8_t bytes[] = {255, 254};
+    negative.fill(bytes, 2);
+    ASSERT_EQ(negative.type(), DataType::INT64);
+    EXPECT_EQ(static_cast<const std::int64_t*>(negative.values())[0], -1);
+    EXPECT_EQ(static_cast<const std::int64_t*>(negative.values())[1], 254);
+    FilledColumn broken(DataType::INT16, -9.0, 0.5);
+    const std::int16_t shorts[] = {-9, 3};
+    broken.fill(shorts, 2);
+    ASSERT_EQ(broken.type(), DataType::DOUBLE);
+    EXPECT_EQ(static_cast<const double*>(broken.values())[0], 0.5);
 }
 
 TEST(Text, DecimalsFollowTheResolution) {
