@@ -25,8 +25,9 @@ namespace {
 // Beside the file, under a name that is free as a rule.
 QString proposedTarget(const QString& fileName) {
     const QFileInfo file(fileName);
+    const QString suffix = file.suffix().isEmpty() ? QString() : '.' + file.suffix();
     return QDir::toNativeSeparators(
-        file.dir().filePath(file.completeBaseName() + "-export." + file.suffix()));
+        file.dir().filePath(file.completeBaseName() + "-export" + suffix));
 }
 
 QStringList listOf(const std::vector<std::string>& texts) {

@@ -36,7 +36,10 @@ int countChangelogEntries(const QString& text) {
 
 std::optional<TextRange> nextInChangelog(const QString& text, const QString& pattern,
                                          qsizetype from) {
-    const auto match = searchPattern(pattern).match(text, from);
+    const QRegularExpression searched = searchPattern(pattern);
+    if (!searched.isValid())
+        return std::nullopt;
+    const auto match = searched.match(text, from);
     if (!match.hasMatch() || match.capturedLength() == 0)
         return std::nullopt;
     return rangeOf(match, pattern.isEmpty());
@@ -45,7 +48,10 @@ std::optional<TextRange> nextInChangelog(const QString& text, const QString& pat
 std::optional<TextRange> previousInChangelog(const QString& text, const QString& pattern,
                                              qsizetype before) {
     std::optional<TextRange> last;
-    auto matches = searchPattern(pattern).globalMatch(text);
+    const QRegularExpression searched = searchPattern(pattern);
+    if (!searched.isValid())
+        return std::nullopt;
+    auto matches = searched.globalMatch(text);
     while (matches.hasNext()) {
         const auto match = matches.next();
         if (match.capturedStart() >= before)

@@ -226,6 +226,9 @@ void MainWindow::refreshPanels() {
 
 void MainWindow::updateTabs() {
     const bool open = m_session.database != nullptr;
+    // Else each tab that is disabled would bring up the next one, for nothing.
+    if (!open && m_ui->tabWidget->currentWidget() != m_ui->tabChangelog)
+        m_ui->tabWidget->setCurrentWidget(m_ui->tabDatabase);
     for (int i = 0; i < m_ui->tabWidget->count(); ++i) {
         const QWidget* tab = m_ui->tabWidget->widget(i);
         m_ui->tabWidget->setTabEnabled(

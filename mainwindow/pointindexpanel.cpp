@@ -132,7 +132,7 @@ void PointIndexPanel::refresh() {
 
 void PointIndexPanel::showEvent(QShowEvent* event) {
     Panel::showEvent(event);
-    if (m_stale)
+    if (m_stale && database())
         guarded([this] { buildTree(m_appliedFilter); });
 }
 

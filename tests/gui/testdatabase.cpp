@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr qint64 samplePoints = 20'000;
+constexpr int samplePoints = 20'000;
 constexpr qint64 realPoints = 110'000;
 
 }  // namespace
@@ -23,14 +23,22 @@ QString runTool(const QStringList& arguments) {
     return {};
 }
 
-TestDatabase makeTestDatabase(const QString& folder) {
+TestDatabase makeSampleDatabase(const QString& folder, int points) {
     TestDatabase result;
     result.fileName = QDir(folder).filePath("test.qrbx");
+    result.pointCount = points;
+    result.error = runTool({"sample", "-n", QString::number(points), result.fileName});
+    return result;
+}
+
+TestDatabase makeTestDatabase(const QString& folder) {
     const QString cloud = QDir(QRB_TEST_DATA).filePath("autzen_trim.las");
-    result.real = *QRB_TEST_DATA != '\0' && QFileInfo::exists(cloud);
-    result.pointCount = result.real ? realPoints : samplePoints;
-    result.error = result.real
-                       ? runTool({"import", cloud, result.fileName})
-                       : runTool({"sample", "-n", QString::number(samplePoints), result.fileName});
+    if (*QRB_TEST_DATA == '\0' || !QFileInfo::exists(cloud))
+        return makeSampleDatabase(folder, samplePoints);
+    TestDatabase result;
+    result.fileName = QDir(folder).filePath("test.qrbx");
+    result.real = true;
+    result.pointCount = realPoints;
+    result.error = runTool({"import", cloud, result.fileName});
     return result;
 }

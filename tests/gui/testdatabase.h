@@ -16,3 +16,5 @@ QString runTool(const QStringList& arguments);
 
 // From a real cloud where the build knows a folder of them.
 TestDatabase makeTestDatabase(const QString& folder);
+// A simulated scan of so many points.
+TestDatabase makeSampleDatabase(const QString& folder, int points);

@@ -66,6 +66,7 @@ private slots:
     void exportWritesEveryPointThatMatches();
     void reloadRunsTheSelectionAgain();
     void closeEmptiesThePanels();
+    void everyTabSurvivesTheClose();
     void listsOfTheOtherTabsAreFilled();
     void indexNodesAreShownAndSearched();
     void doubleClickOnANodeShowsItsPoints();
@@ -561,6 +562,20 @@ void WindowTest::closeEmptiesThePanels() {
     for (const char* name : {"editDatabaseUUID", "editPointsTotal", "editDatabaseFile"})
         QCOMPARE(fieldText(name), "");
     QVERIFY(!fieldText("editCurrentLibrary").isEmpty());
+}
+
+// A tab that was never shown has nothing to load any more.
+void WindowTest::everyTabSurvivesTheClose() {
+    auto* tabs = child<QTabWidget>("tabWidget");
+    for (int i = 0; i < tabs->count(); ++i) {
+        open();
+        tabs->setCurrentIndex(i);
+        const QWidget* shown = tabs->currentWidget();
+        action("actionClose")->trigger();
+        QVERIFY(!QApplication::activeModalWidget());
+        QCOMPARE(tabs->currentWidget(), tabs->isTabEnabled(i) ? shown : tabs->widget(0));
+        QCOMPARE(child<QTreeWidget>("treePointIndexNodes")->topLevelItemCount(), 0);
+    }
 }
 
 void WindowTest::listsOfTheOtherTabsAreFilled() {
