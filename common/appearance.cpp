@@ -28,7 +28,7 @@ struct Colours {
 
 const Colours lightColours{"#f0f0f0", "#ffffff", "#f5f6f8", "#1b1b1b", "#e6e6e6",
                            "#2f6fb5", "#ffffff", "#0b57a4", "#8a8a8a", "#ffffdc"};
-const Colours darkColours{"#2b2d30", "#1e1f22", "#26282b", "#dfe1e5", "#3a3d41",
+const Colours darkColours{"#393b40", "#1e1f22", "#27292d", "#e2e4e8", "#4a4d53",
                           "#3b6ea8", "#ffffff", "#7fb3f0", "#7d8187", "#3c3f44"};
 
 QPalette paletteOf(const Colours& colours) {
