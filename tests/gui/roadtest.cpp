@@ -112,7 +112,7 @@ void RoadTest::newDatabase() {
                       [](QDialog* dialog) {  // room for map coordinates
                           retype(in<QLineEdit>(dialog, "editMinimumValue"), "-10000000");
                           retype(in<QLineEdit>(dialog, "editMaximumValue"), "10000000");
-                          retype(in<QLineEdit>(dialog, "editResolution"), "0.0001");
+                          retype(in<QLineEdit>(dialog, "editResolution"), "0.00005");
                           ModalScript::press("OK")(dialog);
                       }});
     QCOMPARE(field("editDatabaseFile"), QDir::toNativeSeparators(m_file));
