@@ -6,7 +6,7 @@
 #include "common/guard.h"
 #include "common/messageboxes.h"
 #include "common/textfiles.h"
-#include "dialogs/dialogpointattribute.h"
+#include "dialogs/attribute/dialogpointattribute.h"
 #include "dialogs/schemalist.h"
 #include "dialogs/sizelists.h"
 #include "ui_dialogcreatesettings.h"

@@ -5,8 +5,8 @@
 #include "common/numerictreewidgetitem.h"
 #include "common/programsettings.h"
 #include "common/textformat.h"
-#include "dialogs/attributechecks.h"
-#include "dialogs/dialogpointattribute.h"
+#include "dialogs/attribute/attributechecks.h"
+#include "dialogs/attribute/dialogpointattribute.h"
 #include "ui_pointattributespanel.h"
 
 #include <QHeaderView>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "common/programsettings.h"
-#include "dialogs/namedvalues.h"
+#include "dialogs/attribute/namedvalues.h"
 
 #include <QDialog>
 #include <memory>

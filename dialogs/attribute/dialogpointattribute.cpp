@@ -1,4 +1,4 @@
-#include "dialogs/dialogpointattribute.h"
+#include "dialogs/attribute/dialogpointattribute.h"
 
 #include "common/appearance.h"
 #include "common/clipboard.h"
@@ -7,11 +7,11 @@
 #include "common/messageboxes.h"
 #include "common/textfiles.h"
 #include "common/textformat.h"
-#include "dialogs/attributesuggestions.h"
+#include "dialogs/attribute/attributesuggestions.h"
+#include "dialogs/attribute/dialognamedvalues.h"
+#include "dialogs/attribute/dialogpointattributelod.h"
+#include "dialogs/attribute/namedvalues.h"
 #include "dialogs/checklabel.h"
-#include "dialogs/dialognamedvalues.h"
-#include "dialogs/dialogpointattributelod.h"
-#include "dialogs/namedvalues.h"
 #include "qrb/error.h"
 #include "ui_dialogpointattribute.h"
 

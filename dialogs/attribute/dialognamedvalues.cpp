@@ -1,4 +1,4 @@
-#include "dialogs/dialognamedvalues.h"
+#include "dialogs/attribute/dialognamedvalues.h"
 
 #include "common/guard.h"
 #include "common/messageboxes.h"

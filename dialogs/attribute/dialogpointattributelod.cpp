@@ -1,8 +1,8 @@
-#include "dialogs/dialogpointattributelod.h"
+#include "dialogs/attribute/dialogpointattributelod.h"
 
 #include "common/appearance.h"
+#include "dialogs/attribute/lodsettings.h"
 #include "dialogs/checklabel.h"
-#include "dialogs/lodsettings.h"
 #include "ui_dialogpointattributelod.h"
 
 #include <QPushButton>

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "common/programsettings.h"
-#include "dialogs/attributechecks.h"
+#include "dialogs/attribute/attributechecks.h"
 #include "qrb/pointattribute.h"
 
 #include <QDialog>

@@ -1,4 +1,4 @@
-#include "dialogs/numbertext.h"
+#include "dialogs/attribute/numbertext.h"
 
 #include <QLocale>
 #include <algorithm>

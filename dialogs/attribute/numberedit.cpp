@@ -1,6 +1,6 @@
-#include "dialogs/numberedit.h"
+#include "dialogs/attribute/numberedit.h"
 
-#include "dialogs/numbertext.h"
+#include "dialogs/attribute/numbertext.h"
 
 #include <QKeyEvent>
 

@@ -1,4 +1,4 @@
-#include "dialogs/attributesuggestions.h"
+#include "dialogs/attribute/attributesuggestions.h"
 
 #include <QHeaderView>
 #include <QLineEdit>

@@ -1,7 +1,7 @@
-#include "dialogs/namedvalues.h"
+#include "dialogs/attribute/namedvalues.h"
 
-#include "dialogs/attributechecks.h"
-#include "dialogs/numbertext.h"
+#include "dialogs/attribute/attributechecks.h"
+#include "dialogs/attribute/numbertext.h"
 
 #include <QSet>
 #include <QStringDecoder>

@@ -1,8 +1,8 @@
-#include "dialogs/attributechecks.h"
+#include "dialogs/attribute/attributechecks.h"
 
-#include "dialogs/lodsettings.h"
-#include "dialogs/namedvalues.h"
-#include "dialogs/numbertext.h"
+#include "dialogs/attribute/lodsettings.h"
+#include "dialogs/attribute/namedvalues.h"
+#include "dialogs/attribute/numbertext.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "dialogs/lodsettings.h"
+#include "dialogs/attribute/lodsettings.h"
 
 #include "common/jsonvalues.h"
 
