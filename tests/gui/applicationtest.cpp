@@ -1,7 +1,6 @@
 // What holds for the whole program: the menu "View", and the report of errors that escape.
 
 #include "common/appearance.h"
-#include "common/programsettings.h"
 #include "common/theme.h"
 #include "mainwindow/mainwindow.h"
 #include "qrb/error.h"
@@ -62,11 +61,7 @@ private:
 };
 
 void ApplicationTest::init() {
-    tarvo::common::ProgramSettings().remove("");
-    m_window = std::make_unique<MainWindow>();
-    m_window->show();
-    QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
-    m_window->activateWindow();
+    m_window = showFreshWindow();
 }
 
 void ApplicationTest::cleanup() {

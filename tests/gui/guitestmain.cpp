@@ -3,6 +3,8 @@
 #include "app/qrbadminapplication.h"
 #include "app/startup.h"
 #include "common/appearance.h"
+#include "common/programsettings.h"
+#include "mainwindow/mainwindow.h"
 
 #include <QLocale>
 #include <QTemporaryDir>
@@ -29,4 +31,17 @@ int runGuiTest(int argc, char* argv[], const std::function<QObject*()>& make) {
     applyStyleSheet();
     const std::unique_ptr<QObject> test(make());
     return QTest::qExec(test.get(), argc, argv);
+}
+
+std::unique_ptr<MainWindow> showFreshWindow() {
+    // A slot that fits no signal is a mistake that the toolkit only warns about.
+    QTest::failOnWarning(QRegularExpression("No matching signal|QMetaObject|QObject::connect"));
+    tarvo::common::ProgramSettings().remove("");
+    tarvo::common::DialogSettings("").clear();
+    auto window = std::make_unique<MainWindow>();
+    window->show();
+    if (!QTest::qWaitForWindowExposed(window.get()))
+        qFatal("the window does not come up");
+    window->activateWindow();
+    return window;
 }

@@ -3,7 +3,9 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 
+class MainWindow;
 class QObject;
 
 // Runs the test objects that make() returns; makes them after the application object.
@@ -13,3 +15,7 @@ int runGuiTest(int argc, char* argv[], const std::function<QObject*()>& make);
     int main(int argc, char* argv[]) {                               \
         return runGuiTest(argc, argv, [] { return new TestClass; }); \
     }
+
+// A window as after the first start, shown; to be made for each case anew. From now on warnings of
+// connections that are wrong fail the case.
+std::unique_ptr<MainWindow> showFreshWindow();

@@ -3,7 +3,6 @@
 #include "common/jsonpositions.h"
 #include "common/jsontextedit.h"
 #include "common/jsonvalues.h"
-#include "common/programsettings.h"
 #include "mainwindow/mainwindow.h"
 #include "qrb/defaults/catalogue.h"
 #include "qrb/loader.h"
@@ -98,9 +97,6 @@ void MetaDataEditorTest::initTestCase() {
 }
 
 void MetaDataEditorTest::init() {
-    QTest::failOnWarning(QRegularExpression("No matching signal|QMetaObject|QObject::connect"));
-    common::ProgramSettings().remove("");
-    common::DialogSettings("").clear();
     m_file = m_folder.filePath("work.qrbx");
     QFile::remove(m_file);
     QVERIFY(QFile::copy(m_original.fileName, m_file));
@@ -119,10 +115,7 @@ void MetaDataEditorTest::init() {
     cloud.metaData().createSignature("own.signed", 1, {1, 2});
     guard.commit();
     cloud.close();
-    m_window = std::make_unique<MainWindow>();
-    m_window->show();
-    QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
-    m_window->activateWindow();
+    m_window = showFreshWindow();
     m_window->openDatabase(m_file, true);
 }
 

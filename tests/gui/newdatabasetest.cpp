@@ -1,6 +1,5 @@
 // New database files: created from settings, and exported from another database.
 
-#include "common/programsettings.h"
 #include "mainwindow/mainwindow.h"
 #include "qrb/loader.h"
 #include "qrb/pointcloud.h"
@@ -88,16 +87,10 @@ void NewDatabaseTest::initTestCase() {
 }
 
 void NewDatabaseTest::init() {
-    QTest::failOnWarning(QRegularExpression("No matching signal|QMetaObject|QObject::connect"));
-    tarvo::common::ProgramSettings().remove("");
-    tarvo::common::DialogSettings("").clear();
     for (const QString& name : files())
         QFile::remove(m_work.filePath(name));
     m_new = m_work.filePath("new.qrbx");
-    m_window = std::make_unique<MainWindow>();
-    m_window->show();
-    QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
-    m_window->activateWindow();
+    m_window = showFreshWindow();
 }
 
 void NewDatabaseTest::cleanup() {

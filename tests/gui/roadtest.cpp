@@ -1,7 +1,6 @@
 // The life of a database as a user leads it: made, filled, changed, signed, checked and exported,
 // all through the window, but for the points, which qrbtool brings in beside it.
 
-#include "common/programsettings.h"
 #include "mainwindow/mainwindow.h"
 #include "qrb/defaults/catalogue.h"
 #include "qrb/loader.h"
@@ -70,7 +69,6 @@ private:
 };
 
 void RoadTest::initTestCase() {
-    QTest::failOnWarning(QRegularExpression("No matching signal|QMetaObject|QObject::connect"));
     tarvo::qrb::loadLibrary("");
     m_source = makeTestDatabase(m_folder.path());
     QVERIFY2(m_source.error.isEmpty(), qUtf8Printable(m_source.error));
@@ -84,10 +82,7 @@ void RoadTest::initTestCase() {
     }
     m_file = m_folder.filePath("road.qrbx");
     m_copy = m_folder.filePath("copy.qrbx");
-    m_window = std::make_unique<MainWindow>();
-    m_window->show();
-    QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
-    m_window->activateWindow();
+    m_window = showFreshWindow();
 }
 
 void RoadTest::cleanupTestCase() {

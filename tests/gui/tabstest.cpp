@@ -123,9 +123,6 @@ void TabsTest::prepare(const std::function<void(tarvo::qrb::Pointcloud&)>& chang
 }
 
 void TabsTest::init() {
-    QTest::failOnWarning(QRegularExpression("No matching signal|QMetaObject|QObject::connect"));
-    tarvo::common::ProgramSettings().remove("");
-    tarvo::common::DialogSettings("").clear();
     m_file = m_folder.filePath("work.qrbx");
     QFile::remove(m_file);
     QVERIFY(QFile::copy(m_original.fileName, m_file));
@@ -135,10 +132,7 @@ void TabsTest::init() {
         cloud.metaData().set("own.text", "no { JSON");
         guard.commit({1, {0x0a, 0x1b, 0x2c}});
     });
-    m_window = std::make_unique<MainWindow>();
-    m_window->show();
-    QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
-    m_window->activateWindow();
+    m_window = showFreshWindow();
     m_window->openDatabase(m_file, true);
 }
 

@@ -1,6 +1,5 @@
 // The window on a database, driven with mouse and keys.
 
-#include "common/programsettings.h"
 #include "common/recentfiles.h"
 #include "mainwindow/librarychoice.h"
 #include "mainwindow/mainwindow.h"
@@ -108,13 +107,7 @@ void WindowTest::initTestCase() {
 }
 
 void WindowTest::init() {
-    // A slot that fits no signal is a mistake that Qt only warns about.
-    QTest::failOnWarning(QRegularExpression("No matching signal|QMetaObject|QObject::connect"));
-    tarvo::common::ProgramSettings().remove("");
-    m_window = std::make_unique<MainWindow>();
-    m_window->show();
-    QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
-    m_window->activateWindow();
+    m_window = showFreshWindow();
 }
 
 void WindowTest::cleanup() {
