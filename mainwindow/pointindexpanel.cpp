@@ -55,6 +55,12 @@ void expandQuietly(QTreeWidget* tree) {
     tree->expandAll();
 }
 
+// Collapsing tells of every branch, too; the slots would measure the tree once for each.
+void collapseQuietly(QTreeWidget* tree) {
+    const QSignalBlocker blocker(tree);
+    tree->collapseAll();
+}
+
 // The extreme values of a node; empty where it holds none.
 std::vector<std::uint64_t> extremes(const pointcloud::QueryStat& stat, std::uint32_t node,
                                     const pointcloud::PointAttribute& attribute, bool cleaned,
@@ -191,7 +197,7 @@ void PointIndexPanel::buildTree(const QString& filter) {
     else
         expandQuietly(tree);
     resizeNodeColumns();
-    m_ui->labelPointIndex->setText(summary.items() > maximumItems
+    m_ui->labelPointIndex->setText(summary.truncated || summary.items() > maximumItems
                                        ? QString("Index too large,\nView truncated!")
                                        : QString("Nodes: %1, Leaves: %2, Total: %3, Depth: %4")
                                              .arg(summary.nodes)
@@ -221,8 +227,12 @@ PointIndexPanel::Wanted PointIndexPanel::wantedNodes(const QString& filter,
 bool PointIndexPanel::addNode(const pointcloud::IndexNode& node, const Wanted& wanted, int level,
                               QTreeWidgetItem* parent, Summary& summary,
                               common::Progress& progress) {
-    if (node.id == 0 || summary.items() > maximumItems)
+    if (node.id == 0)
         return false;
+    if (summary.items() > maximumItems) {
+        summary.truncated = true;
+        return false;
+    }
     progress.update(50 + summary.items() * 50 / (maximumItems + 1));
     const Summary before = summary;
     auto* row = new NumericTreeWidgetItem(parent);
@@ -238,7 +248,9 @@ bool PointIndexPanel::addNode(const pointcloud::IndexNode& node, const Wanted& w
     }
     if (!keep) {
         delete row;
+        const bool truncated = summary.truncated;
         summary = before;
+        summary.truncated = truncated;
         return false;
     }
     if (matches) {
@@ -317,7 +329,7 @@ void PointIndexPanel::on_actionPointIndexNodeExpand_triggered() {
 }
 
 void PointIndexPanel::on_actionPointIndexNodeCollapse_triggered() {
-    m_ui->treePointIndexNodes->collapseAll();
+    collapseQuietly(m_ui->treePointIndexNodes);
     resizeNodeColumns();
 }
 

@@ -58,6 +58,7 @@ private:
         int nodes = 0;
         int leaves = 0;
         int depth = 0;
+        bool truncated = false;  // nodes were passed over, be they wanted or not
         int items() const { return nodes + leaves; }
     };
     // The nodes that a filter text asks for; empty and unused without a text.
