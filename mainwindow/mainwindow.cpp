@@ -33,12 +33,15 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QMimeData>
+#include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
 
 namespace common = tarvo::common;
 
 namespace {
+
+constexpr int retryDelay = 200;  // milliseconds
 
 bool isTextFileName(const QString& fileName) {
     return fileName.endsWith(".txt", Qt::CaseInsensitive);
@@ -192,6 +195,11 @@ void MainWindow::dropDatabase() {
 void MainWindow::openFile(const QString& fileName) {
     if (!QFileInfo(fileName).isFile())
         return;
+    // A dialog may be at work on the database that would be dropped.
+    if (QApplication::activeModalWidget()) {
+        QTimer::singleShot(retryDelay, this, [this, fileName] { openFile(fileName); });
+        return;
+    }
     if (isDatabaseFile(fileName))
         openDatabase(fileName, true);
     else if (isTextFileName(fileName))

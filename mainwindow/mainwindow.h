@@ -32,7 +32,8 @@ public:
     // Opens the file in place of the open one; asks for the settings before, unless told not to.
     // Shows its errors; after a failed open no database is open.
     void openDatabase(QString fileName, bool skipDialog);
-    // Opens a database file, or shows a changelog text file. Other names are ignored.
+    // Opens a database file, or shows a changelog text file; as soon as no dialog is open. Other
+    // names are ignored.
     void openFile(const QString& fileName);
 
 public slots:

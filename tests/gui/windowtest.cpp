@@ -309,6 +309,18 @@ void WindowTest::fileOpenEventOpensDatabasesAndChangelogs() {
     QFileOpenEvent database(m_database.fileName);
     QApplication::sendEvent(qApp, &database);
     QCOMPARE(child<QLabel>("labelStatus")->text(), m_database.fileName);
+
+    // While a dialog may be at work on the database, it stays.
+    const QString other = copyOfDatabase("other.qrbx");
+    QFileOpenEvent later(other);
+    ModalAnswer dialog([&](QDialog* open) {
+        QApplication::sendEvent(qApp, &later);
+        QCOMPARE(child<QLabel>("labelStatus")->text(), m_database.fileName);
+        open->reject();
+    });
+    action("actionManagementLevelOfDetail")->trigger();
+    QVERIFY(dialog.came());
+    QTRY_COMPARE(child<QLabel>("labelStatus")->text(), other);
 }
 
 void WindowTest::reopeningMovesTheFileToTheFrontOfTheRecentOnes() {
