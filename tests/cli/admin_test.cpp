@@ -394,8 +394,9 @@ TEST_F(Admin, AnInterruptedChangeLeavesThePointsAsTheyWere) {
     for (int i = 0; i < 20; ++i) {  // long enough to be reached by the signal
         steps += " 'update --from " + table + "'";
     }
-    const Result result = runShell("timeout -s INT 0.7 " QRBTOOL_FILE " transactions run " + file +
-                                   " --title T --" + steps);
+    const Result result =
+        runShell("timeout --foreground -s INT 0.7 " QRBTOOL_FILE " transactions run " + file +
+                 " --title T --" + steps);
     EXPECT_NE(result.code, 0);
     EXPECT_NE(result.output.find("Interrupted."), std::string::npos) << result.output;
     EXPECT_EQ(transactionCount(), 2u);

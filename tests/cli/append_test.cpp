@@ -349,8 +349,8 @@ TEST_F(Append, StopsAndFullDisksLeaveTheDatabaseAsItWas) {
     import += " " + file + " --append";
     // The files are looked at for about a second; then points are inserted.
     for (const char* const seconds : {"0.2", "2.5"}) {
-        const Result stopped =
-            runShell("timeout -s INT " + std::string(seconds) + " " QRBTOOL_FILE " " + import);
+        const Result stopped = runShell("timeout --foreground -s INT " + std::string(seconds) +
+                                        " " QRBTOOL_FILE " " + import);
         EXPECT_NE(stopped.code, 0);
         EXPECT_NE(stopped.output.find("Interrupted."), std::string::npos) << stopped.output;
     }

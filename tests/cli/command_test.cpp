@@ -133,8 +133,9 @@ TEST_F(Command, NothingIsLeftOfAFailedImport) {
 }
 
 TEST_F(Command, AnInterruptedSampleLeavesNoFile) {
-    const Result result = runShell("timeout -s INT 0.7 " QRBTOOL_FILE " sample -n 2000000000 " +
-                                   folder.file("a.qrbx"));
+    const Result result =
+        runShell("timeout --foreground -s INT 0.7 " QRBTOOL_FILE " sample -n 2000000000 " +
+                 folder.file("a.qrbx"));
     EXPECT_NE(result.code, 0);
     EXPECT_NE(result.output.find("Interrupted."), std::string::npos) << result.output;
     EXPECT_EQ(folder.count(), 0u);

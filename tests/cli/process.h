@@ -13,7 +13,8 @@ struct Result {
     std::string output;  // of both streams
 };
 
-// The words go through the shell.
+// The words go through the shell. timeout(1) has to stand with --foreground: else it sends its
+// signal twice, and the second one ends qrbtool at once.
 inline Result runShell(const std::string& command) {
     Result result;
     std::FILE* const pipe = popen(("{ " + command + " ; } 2>&1").c_str(), "r");
