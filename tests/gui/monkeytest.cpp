@@ -247,7 +247,8 @@ void MonkeyTest::nothingBreaks() {
     }
     for (int i = 0; i < steps; ++i) {
         step();
-        QTRY_VERIFY2(!QApplication::activeModalWidget(), qUtf8Printable(m_done.join("\n")));
+        QTRY_VERIFY2_WITH_TIMEOUT(!QApplication::activeModalWidget(),
+                                  qUtf8Printable(m_done.join("\n")), 30'000);
         QVERIFY(m_window->isVisible() && m_window->isEnabled());
     }
     // Closing may ask whether changes may get lost, and "No" is an answer, too.
