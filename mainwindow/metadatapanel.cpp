@@ -189,10 +189,11 @@ void MetaDataPanel::on_actionMetaDataRemove_triggered() {
 }
 
 void MetaDataPanel::on_actionMetaDataSignature_triggered() {
-    const QTreeWidgetItem* item = m_ui->treeMetaData->currentItem();
-    if (!item || !database())
+    // A click with Ctrl may leave another item as the current one.
+    const auto names = selectedItems();
+    if (names.size() != 1 || !database())
         return;
-    DialogMetaDataSignature dialog(*database(), item->text(ITEM_NAME), this);
+    DialogMetaDataSignature dialog(*database(), QString::fromStdString(names.front()), this);
     dialog.exec();
     if (dialog.changed())
         emit databaseChanged();

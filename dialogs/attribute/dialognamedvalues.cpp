@@ -143,6 +143,10 @@ void DialogNamedValues::on_tableNamedValues_itemSelectionChanged() {
     m_ui->actionExport->setEnabled(rows > 0);
 }
 
+void DialogNamedValues::on_tableNamedValues_currentCellChanged(int, int, int, int) {
+    on_tableNamedValues_itemSelectionChanged();
+}
+
 void DialogNamedValues::on_tableNamedValues_itemChanged(QTableWidgetItem* item) {
     dialogs::NamedValue& value = m_values[static_cast<std::size_t>(item->row())];
     QString text = item->text().trimmed();
@@ -185,6 +189,9 @@ void DialogNamedValues::on_actionRemove_triggered() {
 
 void DialogNamedValues::move(int by) {
     const int row = m_ui->tableNamedValues->currentRow();
+    const int rows = static_cast<int>(m_values.size());
+    if (row < 0 || row + by < 0 || row + by >= rows)
+        return;
     std::swap(m_values[static_cast<std::size_t>(row)],
               m_values[static_cast<std::size_t>(row + by)]);
     m_changed = true;

@@ -37,6 +37,9 @@ private slots:
     void on_actionExport_triggered();
     void on_tableNamedValues_itemChanged(QTableWidgetItem* item);
     void on_tableNamedValues_itemSelectionChanged();
+    // The selection is told before the current row has changed.
+    void on_tableNamedValues_currentCellChanged(int row, int column, int rowBefore,
+                                                int columnBefore);
 
 private:
     DialogNamedValues(const tarvo::qrb::pointcloud::PointAttribute* attribute, QWidget* parent);

@@ -698,6 +698,16 @@ void AttributeEditorTest::namedValuesAreEditedAsATable() {
         QCOMPARE(table->item(1, 0)->text(), "3");
         QTest::keyClick(table, Qt::Key_Up, Qt::ControlModifier);
         QCOMPARE(table->item(0, 0)->text(), "3");
+        // There is no way beyond either end, from wherever one comes.
+        for (const int row : {3, 0, 3}) {
+            const QRect cell = table->visualItemRect(table->item(row, 1));
+            QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, cell.center());
+            QCOMPARE(in<QToolButton>(dialog, "buttonMoveUp")->isEnabled(), row > 0);
+            QCOMPARE(in<QToolButton>(dialog, "buttonMoveDown")->isEnabled(), row < 3);
+            QTest::keyClick(table, row > 0 ? Qt::Key_Down : Qt::Key_Up, Qt::ControlModifier);
+            QCOMPARE(table->item(0, 0)->text(), "3");
+        }
+        table->setCurrentCell(0, 0);
         // The row that was moved is the one that is removed.
         QTest::keyClick(table, Qt::Key_Down, Qt::ControlModifier);
         QTest::keyClick(table, Qt::Key_Delete);
