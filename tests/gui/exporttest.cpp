@@ -1,7 +1,6 @@
 // The export of points as text, through every separator and every way in which it may end, and the
 // limit up to which the tab of the index shows nodes.
 
-#include "common/programsettings.h"
 #include "mainwindow/indexsearch.h"
 #include "mainwindow/mainwindow.h"
 #include "qrb/loader.h"
@@ -166,12 +165,7 @@ void ExportTest::initTestCase() {
 }
 
 void ExportTest::init() {
-    QTest::failOnWarning(QRegularExpression("No matching signal|QMetaObject|QObject::connect"));
-    tarvo::common::ProgramSettings().remove("");
-    m_window = std::make_unique<MainWindow>();
-    m_window->show();
-    QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
-    m_window->activateWindow();
+    m_window = showFreshWindow();
 }
 
 void ExportTest::cleanup() {

@@ -1,0 +1,236 @@
+// The rules of point attribute definitions: numbers as texts, the checks of the editor against the
+// library, and the texts of level-of-detail settings.
+
+#include "dialogs/attribute/attributechecks.h"
+#include "dialogs/attribute/lodsettings.h"
+#include "dialogs/attribute/numbertext.h"
+#include "qrb/loader.h"
+#include "qrb/pointcloud.h"
+#include "tests/gui/attributesamples.h"
+#include "tests/gui/guitestmain.h"
+#include "tests/gui/testdatabase.h"
+
+#include <QRandomGenerator>
+#include <QtTest>
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <limits>
+
+namespace dialogs = tarvo::dialogs;
+
+namespace {
+
+constexpr double none = std::numeric_limits<double>::quiet_NaN();
+
+bool hasError(const std::vector<dialogs::AttributeFinding>& findings) {
+    return std::any_of(findings.begin(), findings.end(),
+                       [](const auto& each) { return each.error; });
+}
+
+}  // namespace
+
+class AttributeRulesTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cleanupTestCase() { tarvo::qrb::freeLibrary(); }
+
+    void numbersKeepEveryDigit();
+    void checksAgreeWithTheLibrary();
+    void doubtfulDefinitionsAreNoted();
+    void lodSettingsKeepWhatTheyHold();
+
+private:
+    void withDatabase(const std::function<void(tarvo::qrb::Pointcloud&)>& action);
+
+    QTemporaryDir m_folder;
+    TestDatabase m_original;
+};
+
+void AttributeRulesTest::initTestCase() {
+    tarvo::qrb::loadLibrary("");
+    m_original = makeTestDatabase(m_folder.path());
+    QVERIFY2(m_original.error.isEmpty(), qUtf8Printable(m_original.error));
+}
+
+void AttributeRulesTest::withDatabase(const std::function<void(tarvo::qrb::Pointcloud&)>& action) {
+    const QString file = m_folder.filePath("work.qrbx");
+    QFile::remove(file);
+    QVERIFY(QFile::copy(m_original.fileName, file));
+    const tarvo::qrb::Context context("OFF", "");
+    tarvo::qrb::Pointcloud cloud(context);
+    cloud.open(file.toStdString(), tarvo::qrb::pointcloud::OpenSettings(context));
+    action(cloud);
+}
+
+void AttributeRulesTest::numbersKeepEveryDigit() {
+    QRandomGenerator random(7);
+    for (int i = 0; i < 20'000; ++i) {
+        const auto number = std::bit_cast<double>(random.generate64());
+        if (!std::isfinite(number))
+            continue;
+        const auto back = dialogs::readNumber(dialogs::numberText(number));
+        QVERIFY(back && std::bit_cast<quint64>(*back) == std::bit_cast<quint64>(number));
+    }
+    QCOMPARE(dialogs::numberText(100000), QString("100000"));
+    QCOMPARE(dialogs::numberText(0.00025), QString("0.00025"));
+    QCOMPARE(dialogs::numberText(9223372036854775808.0), QString("9223372036854775808"));
+    QCOMPARE(dialogs::numberText(1e300), QString("1e+300"));
+    QCOMPARE(dialogs::readNumber(" +1.5e-3 ").value_or(0), 0.0015);
+    for (const char* text :
+         {"", " ", "1,5", "1 000", "abc", "1e999", "0x10", "--1", "+-1", "1.5x", "nan", "inf"})
+        QVERIFY2(!dialogs::readNumber(text), text);
+    QCOMPARE(dialogs::steppedNumber(0.2, 0.1, 1), 0.3);
+    QCOMPARE(dialogs::steppedNumber(-535000, 0.00025, 3), -534999.99925);
+    QCOMPARE(dialogs::steppedNumber(1e300, 1, 1), 1e300);
+}
+
+// Every definition that the library refuses has an error, and no other one has.
+void AttributeRulesTest::checksAgreeWithTheLibrary() {
+    const double limits[] = {0,
+                             1,
+                             -1,
+                             255,
+                             65535,
+                             0.5,
+                             -535000,
+                             535000.1,
+                             4294967295.0,
+                             1e9,
+                             1e15,
+                             1e300,
+                             -1e300,
+                             9007199254740992.0,
+                             9223372036854775808.0,
+                             -9223372036854775808.0,
+                             18446744073709551616.0,
+                             none};
+    const double resolutions[] = {1, 1, 0.1, 0.00025, 0, 0.3, 1e-9, 2, -1, none};
+    const char* const names[] = {"own.a", "own.a", "own.a",      "_a9", "9a",
+                                 "a b",   "a-b",   "\xc3\xa4.b", ".a",  ""};
+    const char* const lods[] = {"default",
+                                "first",
+                                "",
+                                "thinout",
+                                "\"majority\"",
+                                "{\"method\":\"minimum\",\"more\":[1]}",
+                                "{\"method\":5}",
+                                "[1]",
+                                "{\"method\":\"first\"} tail",
+                                "{\"other\":1}",
+                                "{",
+                                "\"first",
+                                " "};
+    withDatabase([&](tarvo::qrb::Pointcloud& cloud) {
+        cloud.transactions().begin("checks", "tests");
+        dialogs::AttributeUse use;
+        for (const std::string& name : cloud.pointAttributes().list())
+            use.takenNames += QString::fromStdString(name);
+        QRandomGenerator random(11);
+        const auto pick = [&](const auto& list) {
+            return list[random.bounded(int(std::size(list)))];
+        };
+        int taken = 0;
+        int refused = 0;
+        for (int i = 0; i < 6000; ++i) {
+            PointAttribute attribute = byteAttribute("own.a");
+            attribute.minimumValue = pick(limits);
+            attribute.maximumValue = pick(limits);
+            attribute.resolution = pick(resolutions);
+            attribute.invalidValue = random.bounded(2) ? none : pick(limits);
+            attribute.defaultValue = random.bounded(3) ? attribute.minimumValue : pick(limits);
+            // Most faults one at a time: a definition that has several tells nothing.
+            if (i % 4 == 0)
+                attribute = byteAttribute(pick(names));
+            if (i % 4 == 1) {
+                attribute = byteAttribute("own.a");
+                attribute.lodSettings = pick(lods);
+            }
+            if (i % 40 == 0)
+                attribute.length = static_cast<std::uint32_t>(random.bounded(300));
+            if (i % 40 == 4)
+                attribute.storageClass = static_cast<std::uint8_t>(random.bounded(5));
+            if (i % 40 == 8)
+                attribute.compressionOptions = static_cast<std::uint8_t>(random.bounded(6));
+            if (i == 12)
+                attribute.name = "tarvo.xyz";
+            if (i == 16)
+                attribute.name = std::string(256, 'a');
+            const QString refusal = messageOf([&] { cloud.pointAttributes().add(attribute); });
+            if (refusal.isEmpty())
+                cloud.pointAttributes().remove(attribute.name);
+            (refusal.isEmpty() ? taken : refused) += 1;
+            const auto findings = dialogs::checkAttribute(attribute, use);
+            QVERIFY2(hasError(findings) == !refusal.isEmpty(),
+                     qPrintable(QString::fromStdString(attribute.toJson()) + '\n' + refusal + '\n' +
+                                (findings.empty() ? "" : findings[0].text)));
+        }
+        QVERIFY(taken > 1000 && refused > 1000);
+        cloud.transactions().rollback();
+    });
+}
+
+void AttributeRulesTest::doubtfulDefinitionsAreNoted() {
+    const auto textsOf = [](const PointAttribute& attribute,
+                            const dialogs::AttributeUse& use = {}) {
+        QStringList texts;
+        for (const auto& finding : dialogs::checkAttribute(attribute, use)) {
+            if (finding.error)
+                texts += "error";
+            texts += finding.text;
+        }
+        return texts.join('|');
+    };
+    PointAttribute attribute = byteAttribute("own.a");
+    QCOMPARE(textsOf(attribute), QString());
+    attribute.resolution = 2;
+    QCOMPARE(textsOf(attribute),
+             QString("The range is no multiple of the resolution; the largest value is 254."));
+    attribute = byteAttribute("own.a");
+    attribute.resolution = 0.5;
+    attribute.defaultValue = 3.3;
+    QCOMPARE(textsOf(attribute),
+             QString("The default value is no multiple of the resolution; it is "
+                     "stored as 3.5."));
+    attribute = byteAttribute("own.a");
+    attribute.namedValues = "1=one\n300=far\n2.5=half";
+    QCOMPARE(textsOf(attribute), QString("300 is out of the range. (And 1 more.)"));
+    // A primary attribute is indexed, the stored values of one can't change.
+    PointAttribute id = defaultAttribute("tarvo.id");
+    id.resolution = 0.5;
+    dialogs::AttributeUse use;
+    use.primary = true;
+    QVERIFY(textsOf(id, use).startsWith("error"));
+    const PointAttribute stored = defaultAttribute("tarvo.xyz");
+    PointAttribute changed = stored;
+    changed.title = "other";
+    use = {};
+    use.key = true;
+    use.stored = &stored;
+    QCOMPARE(textsOf(changed, use), QString());
+    changed.maximumValue = 100;
+    QVERIFY(textsOf(changed, use).startsWith("error"));
+}
+
+void AttributeRulesTest::lodSettingsKeepWhatTheyHold() {
+    const auto settings = dialogs::readLodSettings(
+        "{\"a\": [1.50, {\"method\": 12345678901234567890123}], \"method\": \"first\", \"b\": "
+        "null}");
+    QCOMPARE(settings.method, "first");
+    QCOMPARE(
+        dialogs::writeLodSettings("minimum", settings.members),
+        std::string("{\"method\":\"minimum\",\"a\":[1.50,{\"method\":12345678901234567890123}],"
+                    "\"b\":null}"));
+    QCOMPARE(dialogs::writeLodSettings("first", " {} "), std::string("first"));
+    QCOMPARE(dialogs::readLodSettings("\"first\" tail").lost, "tail");
+    for (const char* members : {"[1]", "5", "{\"a\":}", "{\"method\": \"first\"}", "{} x"})
+        QVERIFY2(!messageOf([&] { (void)dialogs::writeLodSettings("first", members); }).isEmpty(),
+                 members);
+    const std::string deep = "{\"a\":" + std::string(100000, '[') + std::string(100000, ']') + "}";
+    QVERIFY(dialogs::lodSettingsProblem(deep).contains("nests"));
+}
+
+GUI_TEST_MAIN(AttributeRulesTest)
+#include "attributerulestest.moc"
