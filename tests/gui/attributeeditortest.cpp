@@ -11,7 +11,6 @@
 #include "dialogs/attribute/lodsettings.h"
 #include "dialogs/attribute/namedvalues.h"
 #include "dialogs/attribute/numberedit.h"
-#include "dialogs/attribute/numbertext.h"
 #include "qrb/error.h"
 #include "qrb/loader.h"
 #include "qrb/pointcloud.h"
@@ -37,8 +36,6 @@
 #include <QToolButton>
 #include <QTreeWidget>
 #include <QtTest>
-#include <cmath>
-#include <limits>
 #include <memory>
 
 namespace dialogs = tarvo::dialogs;
