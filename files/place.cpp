@@ -1,0 +1,202 @@
+#include "files/place.h"
+
+#include "files/error.h"
+#include "files/path.h"
+
+#include <atomic>
+#include <cctype>
+#include <cerrno>
+#include <charconv>
+#include <system_error>
+
+#ifdef _WIN32
+#include <process.h>
+#include <windows.h>
+#else
+#include <fcntl.h>
+#include <signal.h>
+#include <unistd.h>
+#if defined(__linux__)
+#include <linux/fs.h>
+#include <sys/syscall.h>
+#endif
+#endif
+
+namespace tarvo::files {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr int maximumLinks = 40;
+
+std::string messageOf(int error) {
+    return std::system_category().message(error);
+}
+
+[[noreturn]] void failRename(const std::string& from, const std::string& to, int error) {
+    throw FileError("\"" + from + "\" can't be renamed to \"" + to + "\": " + messageOf(error) +
+                    ".");
+}
+
+#ifdef _WIN32
+
+long processId() {
+    return _getpid();
+}
+bool isRunning(long process) {
+    const HANDLE handle = OpenProcess(SYNCHRONIZE, FALSE, static_cast<DWORD>(process));
+    const bool running = handle ? WaitForSingleObject(handle, 0) == WAIT_TIMEOUT
+                                : GetLastError() == ERROR_ACCESS_DENIED;
+    if (handle)
+        CloseHandle(handle);
+    return running;
+}
+std::string hostName() {
+    char name[256];
+    DWORD size = sizeof name;
+    return GetComputerNameA(name, &size) ? std::string(name, size) : std::string();
+}
+
+// Whether it was renamed; false only where the place is taken and may not be.
+bool moveFile(const std::string& from, const std::string& to, bool replace) {
+    const DWORD flags = MOVEFILE_WRITE_THROUGH | (replace ? MOVEFILE_REPLACE_EXISTING : 0);
+    if (MoveFileExW(pathOf(from).c_str(), pathOf(to).c_str(), flags))
+        return true;
+    const DWORD error = GetLastError();
+    if (!replace && (error == ERROR_ALREADY_EXISTS || error == ERROR_FILE_EXISTS))
+        return false;
+    failRename(from, to, static_cast<int>(error));
+}
+
+#else
+
+long processId() {
+    return ::getpid();
+}
+bool isRunning(long process) {
+    return ::kill(static_cast<pid_t>(process), 0) == 0 || errno != ESRCH;
+}
+std::string hostName() {
+    char name[256] = {};
+    return ::gethostname(name, sizeof name - 1) == 0 ? name : "";
+}
+
+bool moveFile(const std::string& from, const std::string& to, bool replace) {
+    if (!replace) {
+#if defined(__linux__) && defined(SYS_renameat2)
+        if (::syscall(SYS_renameat2, AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(),
+                      RENAME_NOREPLACE) == 0)
+            return true;
+        if (errno == EEXIST)
+            return false;
+        if (errno != EINVAL && errno != ENOSYS)
+            failRename(from, to, errno);
+#endif
+        // A file system that can't do it in one step: a link can't take a place either.
+        if (::link(from.c_str(), to.c_str()) == 0) {
+            ::unlink(from.c_str());
+            return true;
+        }
+        if (errno == EEXIST)
+            return false;
+        std::error_code error;
+        if (fs::exists(fs::symlink_status(to, error)))
+            return false;
+    }
+    if (::rename(from.c_str(), to.c_str()) != 0)
+        failRename(from, to, errno);
+    return true;
+}
+
+#endif
+
+// What a temporary name has between that of its file and the process number.
+std::string mark() {
+    std::string host;
+    for (const char c : hostName())
+        if (host.size() < 16 && std::isalnum(static_cast<unsigned char>(c)))
+            host += c;
+    return ".new-" + host + "-";
+}
+
+// The process that a temporary name tells; 0 where it is none of this file and machine.
+long processOf(const std::string& name, const std::string& prefix) {
+    if (name.compare(0, prefix.size(), prefix) != 0)
+        return 0;
+    long process = 0;
+    const char* const end = name.data() + name.size();
+    const auto [next, error] = std::from_chars(name.data() + prefix.size(), end, process);
+    return error == std::errc() && next != end && *next == '-' && process > 0 ? process : 0;
+}
+
+}  // namespace
+
+std::string resolved(const std::string& fileName) {
+    fs::path path = pathOf(fileName);
+    std::error_code error;
+    for (int links = 0; links < maximumLinks && fs::is_symlink(path, error); ++links) {
+        const fs::path target = fs::read_symlink(path, error);
+        if (error)
+            break;
+        path = target.is_absolute() ? target : path.parent_path() / target;
+    }
+    return nameOf(path);
+}
+
+std::string temporaryNameFor(const std::string& fileName) {
+    static std::atomic<unsigned> number{0};
+    return fileName + mark() + std::to_string(processId()) + "-" + std::to_string(++number);
+}
+
+void removeLeftovers(const std::string& fileName) noexcept {
+    try {
+        const fs::path path = pathOf(fileName);
+        const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
+        const std::string prefix = nameOf(path.filename()) + mark();
+        std::error_code error;
+        for (fs::directory_iterator at(folder, error), end; !error && at != end;
+             at.increment(error)) {
+            const long process = processOf(nameOf(at->path().filename()), prefix);
+            std::error_code ignored;
+            if (process != 0 && process != processId() && !isRunning(process) &&
+                at->is_regular_file(ignored))
+                fs::remove(at->path(), ignored);
+        }
+    } catch (...) {
+        // They only take room.
+    }
+}
+
+void replaceDurably(const std::string& from, const std::string& to) {
+    moveFile(from, to, true);
+    syncFolderOf(to);
+}
+
+bool placeDurably(const std::string& from, const std::string& to) {
+    if (!moveFile(from, to, false))
+        return false;
+    syncFolderOf(to);
+    return true;
+}
+
+void syncFolderOf(const std::string& fileName) {
+#ifdef _WIN32
+    (void)fileName;  // the rename has written it through
+#else
+    const fs::path parent = pathOf(fileName).parent_path();
+    const std::string folder = parent.empty() ? "." : parent.string();
+    const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0)
+        return;  // may be entered but not listed: there is no other way to sync it
+    const bool synced = ::fsync(descriptor) == 0 || errno == EINVAL || errno == EROFS;
+    const int error = errno;
+    ::close(descriptor);
+    if (!synced)
+        throw FileError("\"" + fileName + "\" is in its place, but its folder could not be "
+                        "synced: " + messageOf(error) + ".",
+                        "Until the disk is well again a power cut may undo it.");
+#endif
+}
+
+}  // namespace tarvo::files

@@ -1,0 +1,35 @@
+// A file that appears under its name only when it is whole: it is written beside its place, and
+// moved there by publish(). Without that what stood there stays as it was, and nothing is left over.
+#pragma once
+
+#include <cstdio>
+#include <string>
+#include <string_view>
+
+namespace tarvo::files {
+
+class WholeFile {
+public:
+    // fileName: UTF-8; where it is a link, the file behind it is written. A device or pipe is
+    // written directly. Throws FileError when the place can't be written.
+    explicit WholeFile(const std::string& fileName);
+    ~WholeFile();
+    WholeFile(const WholeFile&) = delete;
+    WholeFile& operator=(const WholeFile&) = delete;
+
+    // Appends. Throws FileError.
+    void write(std::string_view bytes);
+    // Syncs the file and puts it in its place, with the access rights of the one that stood there;
+    // nothing can be written after it. Throws FileError.
+    void publish();
+
+private:
+    [[noreturn]] void fail(int error) const;
+
+    std::string m_name;       // as given
+    std::string m_place;      // behind links
+    std::string m_temporary;  // empty: written directly
+    std::FILE* m_file = nullptr;
+};
+
+}  // namespace tarvo::files
