@@ -1,0 +1,16 @@
+// Where the programs may write what they put out.
+#pragma once
+
+#include "qrb/context.h"
+
+#include <string>
+#include <vector>
+
+namespace tarvo::copy {
+
+// Refuses the places that an output must never take: a database, whoever has it open, and a file
+// that is being read, by whatever names. fileName and reads: UTF-8. Throws qrb::Error.
+void checkOutputPlace(const qrb::Context& context, const std::string& fileName,
+                      const std::vector<std::string>& reads = {});
+
+}  // namespace tarvo::copy
