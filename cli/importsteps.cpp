@@ -4,6 +4,7 @@
 #include "cli/las/source.h"
 #include "cli/table/filledcolumn.h"
 #include "cli/terminal.h"
+#include "files/identity.h"
 #include "qrb/error.h"
 
 #include <algorithm>
@@ -50,14 +51,24 @@ void insertBatches(qrb::pointcloud::QueryInsert& query, PointSource& source,
 
 }  // namespace
 
-PointSources openSources(const std::vector<std::string>& fileNames, const std::string& format,
-                         const std::string& database) {
-    PointSources sources;
-    for (const std::string& fileName : fileNames) {
-        std::error_code error;
-        if (fs::equivalent(fileName, database, error)) {
+void refuseSameFiles(const std::vector<std::string>& fileNames, const std::string& database) {
+    for (std::size_t i = 0; i < fileNames.size(); ++i) {
+        if (files::sameFile(fileNames[i], database)) {
             throw UsageError("\"" + database + "\" is an input and the output.");
         }
+        for (std::size_t j = 0; j < i; ++j) {
+            if (files::sameFile(fileNames[i], fileNames[j])) {
+                throw UsageError(
+                    "\"" + fileNames[j] + "\" and \"" + fileNames[i] + "\" are one file.",
+                    "Name it once, or its points come twice.");
+            }
+        }
+    }
+}
+
+PointSources openSources(const std::vector<std::string>& fileNames, const std::string& format) {
+    PointSources sources;
+    for (const std::string& fileName : fileNames) {
         sources.push_back(openSource(fileName, format));
     }
     return sources;

@@ -26,7 +26,7 @@ void runInspect(const Database& database, const InspectOptions& options) {
         report += '\n';
     }
     try {
-        Output output(options.output);
+        Output output(database, options.output);
         output.write(report);
         output.finish();
     } catch (const OutputClosed&) {
