@@ -85,8 +85,8 @@ void refuseOtherFile(const qrb::Context& context, const ImportOptions& options) 
     std::error_code error;
     if (fs::is_regular_file(options.database, error) &&
         !context.databaseFileTypeCheck(options.database)) {
-        throw UsageError(
-            "\"" + options.database + "\" is a file that is not a database: it stays as it is.",
+        throw Failure(
+            "\"" + options.database + "\" is not a point-cloud database: it stays as it is.",
             "qrbtool import INPUT... DATABASE: the last name is the " +
                 std::string(options.append ? "" : "new ") + "database.");
     }
@@ -94,7 +94,7 @@ void refuseOtherFile(const qrb::Context& context, const ImportOptions& options) 
 
 void importFiles(const qrb::Context& context, const ImportOptions& options) {
     const qrb::pointcloud::Signature signature = options.key.signature();
-    refuseSameFiles(options.inputs, options.database);
+    refuseAsInput(options.database, options.inputs);
     refuseOtherFile(context, options);
     copy::NewDatabase database(context, options.database, options.overwrite,
                                "Give --append to add to it or --overwrite to replace it.");
@@ -135,7 +135,7 @@ void appendTo(Database& database, const ImportOptions& options) {
     how.onlyKnown = options.onlyKnown;
     how.newIds = options.newIds;
     how.leftOut = {options.leftOut.begin(), options.leftOut.end()};
-    refuseSameFiles(options.inputs, database.fileName());
+    refuseAsInput(database.fileName(), options.inputs);
     appendFiles(database, openSources(options.inputs, options.format), how, change);
 }
 
@@ -145,7 +145,7 @@ void appendToFile(const qrb::Context& context, const ImportOptions& options) {
         throw Failure("There is no file \"" + options.database + "\" to add to.",
                       "Leave --append out to make a new database.");
     }
-    refuseSameFiles(options.inputs, options.database);
+    refuseAsInput(options.database, options.inputs);
     refuseOtherFile(context, options);
     Database database(context, options.database);
     appendTo(database, options);

@@ -51,17 +51,10 @@ void insertBatches(qrb::pointcloud::QueryInsert& query, PointSource& source,
 
 }  // namespace
 
-void refuseSameFiles(const std::vector<std::string>& fileNames, const std::string& database) {
-    for (std::size_t i = 0; i < fileNames.size(); ++i) {
-        if (files::sameFile(fileNames[i], database)) {
+void refuseAsInput(const std::string& database, const std::vector<std::string>& fileNames) {
+    for (const std::string& fileName : fileNames) {
+        if (files::sameFile(fileName, database)) {
             throw UsageError("\"" + database + "\" is an input and the output.");
-        }
-        for (std::size_t j = 0; j < i; ++j) {
-            if (files::sameFile(fileNames[i], fileNames[j])) {
-                throw UsageError(
-                    "\"" + fileNames[j] + "\" and \"" + fileNames[i] + "\" are one file.",
-                    "Name it once, or its points come twice.");
-            }
         }
     }
 }

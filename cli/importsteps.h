@@ -22,8 +22,8 @@ struct ColumnTarget {
     std::optional<double> replacement;
 };
 
-// Throws UsageError if one of the files is the database or is named twice, by whatever names.
-void refuseSameFiles(const std::vector<std::string>& fileNames, const std::string& database);
+// Throws UsageError if one of the files is the database, by whatever name.
+void refuseAsInput(const std::string& database, const std::vector<std::string>& fileNames);
 
 // Opens the files; format: "las", "csv" or empty for what their extensions tell. Throws Failure if
 // one can't be read.

@@ -62,7 +62,7 @@ void addIndexCommand(CLI::App& app, Invocation& invocation) {
     CLI::Option* const node =
         command->add_option("--node", options->node, "The values that a node and those below hold")
             ->type_name("ID")
-            ->transform(wholeNumber());
+            ->transform(wholeNumber(1));
     command
         ->add_option("-a,--attribute", options->attributes, "Attributes to tell of (default: all)")
         ->type_name("NAMES")

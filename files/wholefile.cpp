@@ -66,7 +66,7 @@ WholeFile::WholeFile(const std::string& fileName) : m_name(fileName), m_place(re
             fs::permissions(pathOf(m_temporary), status.permissions(), error);
     }
     if (!m_file)
-        fail(errno, m_direct ? "" : "It is written in this folder, which must be writable.");
+        fail(errno, m_direct ? "" : "Its folder must be there, and writable.");
 }
 
 WholeFile::~WholeFile() {

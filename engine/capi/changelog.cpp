@@ -15,7 +15,7 @@ void writeTextFile(const std::string& fileName, const std::string& text) {
         throw Failure(ErrorCode::File,
                       "The changelog can't be written to \"" + fileName + "\": it is a database.",
                       "Give it another name.");
-    files::WholeFile file(fileName);
+    tarvo::files::WholeFile file(fileName);
     file.write(text);
     file.publish();
 }
