@@ -5,9 +5,11 @@
 #include "files/place.h"
 #include "qrb/error.h"
 
+#include <chrono>
 #include <filesystem>
 #include <optional>
 #include <system_error>
+#include <thread>
 #include <utility>
 
 namespace tarvo::copy {
@@ -20,25 +22,19 @@ namespace {
     throw qrb::ErrorImpl(0, text, details);
 }
 
+// How long the end of a long work waits for a lock that is only taken to look: by another program
+// that begins to replace the same database, for example.
+constexpr int tries = 40;
+constexpr auto pause = std::chrono::milliseconds(50);
+
 // An old database that nobody else writes as long as this lives. Opening it plays back what an
 // interrupted writer has left; nobody else may touch that.
 class Hold {
 public:
     // Throws qrb::Error.
-    Hold(const qrb::Context& context, const std::string& place, const std::string& fileName)
-        : m_cloud(context) {
-        try {
-            m_cloud.open(place, qrb::pointcloud::OpenSettings(context));
-            m_transaction.emplace(m_cloud.transactions(), "Replace", "");
-        } catch (const qrb::Error& error) {
-            const std::string details = error.details() ? error.details() : "";
-            const std::string why = error.what() + (details.empty() ? "" : "\n" + details);
-            const std::string text = "The file \"" + fileName + "\" is not replaced: ";
-            if (error.code() == QRB_ERROR_BUSY)
-                refuse(text + "it is being changed.", why);
-            refuse(text + "it can't be opened and changed.",
-                   why + "\nRemove it by hand if that is meant.");
-        }
+    Hold(const qrb::Context& context, const std::string& place) : m_cloud(context) {
+        m_cloud.open(place, qrb::pointcloud::OpenSettings(context));
+        m_transaction.emplace(m_cloud.transactions(), "Replace", "");
     }
 
 private:
@@ -65,7 +61,7 @@ NewDatabase::NewDatabase(const qrb::Context& context, const std::string& fileNam
     if (isTaken()) {
         checkPlace();
         // Now, before hours are spent.
-        const Hold hold(m_context, m_place, m_fileName);
+        whileHeld(1, [] {});
     }
     files::removeLeftovers(m_place);
 }
@@ -102,11 +98,32 @@ void NewDatabase::create(const qrb::pointcloud::CreateSettings& settings, const 
     m_cloud->create(m_temporary, settings, schema, optionals);
 }
 
+void NewDatabase::whileHeld(int tries, const std::function<void()>& work) const {
+    std::optional<Hold> hold;
+    while (!hold) {
+        try {
+            hold.emplace(m_context, m_place);
+        } catch (const qrb::Error& error) {
+            const bool isBusy = error.code() == QRB_ERROR_BUSY;
+            if (isBusy && --tries > 0) {
+                std::this_thread::sleep_for(pause);
+                continue;
+            }
+            const std::string details = error.details() ? error.details() : "";
+            refuse("The file \"" + m_fileName + "\" is not replaced: " +
+                       (isBusy ? "it is being changed." : "it can't be opened and changed."),
+                   error.what() + (details.empty() ? "" : "\n" + details) +
+                       (isBusy ? "" : "\nRemove it by hand if that is meant."));
+        }
+    }
+    work();
+}
+
 void NewDatabase::publish() {
     m_cloud->close();
     m_cloud.reset();
     try {
-        if (!isTaken()) {
+        if (!m_overwrite || !isTaken()) {
             if (!files::placeDurably(m_temporary, m_place))
                 refuse(
                     "The file \"" + m_fileName + "\" exists already: somebody made it meanwhile.",
@@ -114,12 +131,13 @@ void NewDatabase::publish() {
             return;
         }
         checkPlace();
-        const Hold hold(m_context, m_place, m_fileName);
-        std::error_code error;
-        const fs::file_status old = fs::status(files::pathOf(m_place), error);
-        if (fs::exists(old))
-            fs::permissions(files::pathOf(m_temporary), old.permissions(), error);
-        files::replaceDurably(m_temporary, m_place);
+        whileHeld(tries, [this] {
+            std::error_code error;
+            const fs::file_status old = fs::status(files::pathOf(m_place), error);
+            if (fs::exists(old))
+                fs::permissions(files::pathOf(m_temporary), old.permissions(), error);
+            files::replaceDurably(m_temporary, m_place);
+        });
     } catch (const files::FileError& error) {
         refuse(error.what(), error.details());
     }

@@ -4,6 +4,7 @@
 
 #include "qrb/pointcloud.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -33,6 +34,8 @@ public:
 private:
     bool isTaken() const;
     void checkPlace() const;
+    // Runs the work while nobody can change the database at the place.
+    void whileHeld(int tries, const std::function<void()>& work) const;
 
     qrb::Context m_context;
     std::string m_fileName;   // as given
