@@ -53,6 +53,8 @@ NewDatabase::NewDatabase(const qrb::Context& context, const std::string& fileNam
       m_overwrite(overwrite),
       m_advice(std::move(advice)),
       m_cloud(std::make_unique<qrb::Pointcloud>(context)) {
+    if (fileName.empty())
+        refuse("The new database has no name.", "Give the name of a file.");
     const fs::path folder = files::pathOf(m_place).parent_path();
     std::error_code error;
     if (!folder.empty() && !fs::is_directory(folder, error))
