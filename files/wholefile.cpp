@@ -85,7 +85,7 @@ void WholeFile::fail(int error, const char* details) const {
 }
 
 void WholeFile::failWriting(int error) const {
-    fail(error, m_direct ? "" : "What stood there before is as it was.");
+    fail(error, replaces() ? "What stood there before is as it was." : "");
 }
 
 bool WholeFile::replaces() const {
