@@ -4,14 +4,12 @@
 #include "cli/commands.h"
 #include "cli/database.h"
 #include "cli/errors.h"
-#include "cli/inputs.h"
 #include "cli/key.h"
 #include "cli/number.h"
 #include "cli/output.h"
 #include "cli/temporaryfolder.h"
 #include "cli/text.h"
 #include "cli/textfile.h"
-#include "copy/outputplace.h"
 #include "files/identity.h"
 
 #include <CLI/CLI.hpp>
@@ -61,11 +59,7 @@ void appendMessage(Database& database, const ChangelogOptions& options) {
 }
 
 void exportChangelog(const Database& database, const ChangelogOptions& options) {
-    // The library refuses databases, but does not know what else was read.
-    std::vector<std::string> reads = inputs();
-    reads.push_back(database.fileName());
-    copy::checkOutputPlace(database.cloud().context(), options.file, reads);
-    database.cloud().changelog().exportToTextfile(options.file);
+    writeAnswer(database, options.file, readChangelog(database.cloud().changelog()));
 }
 
 void importChangelog(Database& database, const ChangelogOptions& options) {

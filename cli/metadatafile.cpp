@@ -159,16 +159,14 @@ void exportMetaData(const Database& database, const std::string& target,
     if (names.empty()) {
         names = metaData.list();
     }
+    std::error_code error;
     const auto write = [&](const std::string& fileName, const std::vector<std::string>& items) {
-        Output output(database, fileName);
-        if (items.empty() && output.replacesFile()) {
+        if (items.empty() && std::filesystem::is_regular_file(fileName, error)) {
             throw Failure("The database has no metadata items; \"" + fileName +
                           "\" was left as it was.");
         }
-        output.write(itemsAsJson(metaData, items));
-        output.finish();
+        writeAnswer(database, fileName, itemsAsJson(metaData, items));
     };
-    std::error_code error;
     if (!std::filesystem::is_directory(target, error)) {
         write(target, names);
         return;

@@ -60,14 +60,27 @@ void Output::finish() {
     }
 }
 
-void print(std::string_view text) {
+namespace {
+
+void writeAnswer(Output& output, std::string_view text) {
     try {
-        Output output;
         output.write(text);
         output.finish();
     } catch (const OutputClosed&) {
         // The reader has seen what it wanted.
     }
+}
+
+}  // namespace
+
+void print(std::string_view text) {
+    Output output;
+    writeAnswer(output, text);
+}
+
+void writeAnswer(const Database& database, const std::string& fileName, std::string_view text) {
+    Output output(database, fileName);
+    writeAnswer(output, text);
 }
 
 }  // namespace tarvo::cli

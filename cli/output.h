@@ -43,5 +43,7 @@ private:
 
 // Writes a whole answer to standard output. Throws Failure.
 void print(std::string_view text);
+// The same to where the constructor of Output says.
+void writeAnswer(const Database& database, const std::string& fileName, std::string_view text);
 
 }  // namespace tarvo::cli
