@@ -22,8 +22,8 @@ namespace {
     throw qrb::ErrorImpl(0, text, details);
 }
 
-// How long the end of a long work waits for a lock that is only taken to look: by another program
-// that begins to replace the same database, for example.
+// How long is waited for a lock that is only taken to look: by another program that begins to
+// replace the same database, for example, while this one is at the end of hours.
 constexpr int tries = 40;
 constexpr auto pause = std::chrono::milliseconds(50);
 
@@ -63,7 +63,7 @@ NewDatabase::NewDatabase(const qrb::Context& context, const std::string& fileNam
     if (isTaken()) {
         checkPlace();
         // Now, before hours are spent.
-        whileHeld(1, [] {});
+        whileHeld([] {});
     }
     files::removeLeftovers(m_place);
 }
@@ -100,14 +100,14 @@ void NewDatabase::create(const qrb::pointcloud::CreateSettings& settings, const 
     m_cloud->create(m_temporary, settings, schema, optionals);
 }
 
-void NewDatabase::whileHeld(int tries, const std::function<void()>& work) const {
+void NewDatabase::whileHeld(const std::function<void()>& work) const {
     std::optional<Hold> hold;
-    while (!hold) {
+    for (int tried = 1; !hold; ++tried) {
         try {
             hold.emplace(m_context, m_place);
         } catch (const qrb::Error& error) {
             const bool isBusy = error.code() == QRB_ERROR_BUSY;
-            if (isBusy && --tries > 0) {
+            if (isBusy && tried < tries) {
                 std::this_thread::sleep_for(pause);
                 continue;
             }
@@ -133,7 +133,7 @@ void NewDatabase::publish() {
             return;
         }
         checkPlace();
-        whileHeld(tries, [this] {
+        whileHeld([this] {
             std::error_code error;
             const fs::file_status old = fs::status(files::pathOf(m_place), error);
             if (fs::exists(old))

@@ -35,7 +35,7 @@ private:
     bool isTaken() const;
     void checkPlace() const;
     // Runs the work while nobody can change the database at the place.
-    void whileHeld(int tries, const std::function<void()>& work) const;
+    void whileHeld(const std::function<void()>& work) const;
 
     qrb::Context m_context;
     std::string m_fileName;   // as given

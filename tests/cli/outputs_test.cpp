@@ -164,7 +164,7 @@ TEST_F(Outputs, OfAnImportIsNoScan) {
     EXPECT_EQ(read(second), before);
 }
 
-TEST_F(Outputs, ThatReplaceADatabaseWaitForNobodysWork) {
+TEST_F(Outputs, ThatReplaceADatabaseLoseNobodysWork) {
     const std::string pipe = folder.file("pipe");
     // The other process waits for the pipe with its transaction begun.
     const Result result =
