@@ -200,7 +200,8 @@ TEST_F(Outputs, LeaveNothingWhenAProgramIsStopped) {
         EXPECT_NE(stop(signal).code, 0);
         EXPECT_EQ(folder.count(), files) << signal;
     }
-    stop("KILL");
+    runShell(QRBTOOL_FILE " sample -n 2000000000 " + file + " & until ls " + file +
+             ".new-*; do sleep 0.1; done; kill -9 $!; wait");
     EXPECT_GT(folder.count(), files);
     EXPECT_EQ(run("sample -n 1 " + file).code, 0);
     EXPECT_EQ(folder.count(), files + 1);
