@@ -5,7 +5,12 @@
 #include <QAccessible>
 #include <QLocale>
 
+#include <csignal>
+
 int main(int argc, char* argv[]) {
+#ifdef SIGXFSZ
+    std::signal(SIGXFSZ, SIG_IGN);  // a limit of the file size is an error of the write
+#endif
     QLocale::setDefault(QLocale("en"));
     QRBAdminApplication application(argc, argv);
     Q_INIT_RESOURCE(qrbadmin);

@@ -14,26 +14,27 @@ namespace {
 using qrb::pointcloud::DataType;
 
 template <typename T>
-std::uint64_t parseAs(std::string_view text, const char* kind) {
+std::uint64_t parseAs(const std::string& target, std::string_view text, const char* kind) {
     T value{};
     const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
     if (result.ec != std::errc() || result.ptr != text.data() + text.size()) {
-        throw UsageError("\"" + std::string(text) + "\" is not " + kind + ".");
+        throw UsageError("--set " + target + ": \"" + std::string(text) + "\" is not " + kind +
+                         ".");
     }
     return std::bit_cast<std::uint64_t>(value);
 }
 
-std::uint64_t parseValue(std::string_view text, DataType type) {
+std::uint64_t parseValue(const std::string& target, std::string_view text, DataType type) {
     if (text.size() > 1 && text.front() == '+') {
         text.remove_prefix(1);
     }
     switch (type) {
         case DataType::UINT64:
-            return parseAs<std::uint64_t>(text, "a whole number of at least 0");
+            return parseAs<std::uint64_t>(target, text, "a whole number of at least 0");
         case DataType::INT64:
-            return parseAs<std::int64_t>(text, "a whole number");
+            return parseAs<std::int64_t>(target, text, "a whole number");
         default:
-            return parseAs<double>(text, "a number");
+            return parseAs<double>(target, text, "a number");
     }
 }
 
@@ -58,7 +59,8 @@ Assignment parseAssignment(const qrb::Pointcloud& cloud, const std::string& text
     std::string_view rest = std::string_view(text).substr(equals + 1);
     while (true) {
         const std::size_t comma = rest.find(',');
-        assignment.values.push_back(parseValue(rest.substr(0, comma), assignment.type));
+        assignment.values.push_back(
+            parseValue(assignment.target, rest.substr(0, comma), assignment.type));
         if (comma == std::string_view::npos) {
             break;
         }

@@ -5,10 +5,12 @@
 #include "cli/database.h"
 #include "cli/errors.h"
 #include "cli/key.h"
+#include "cli/number.h"
 #include "cli/output.h"
 #include "cli/temporaryfolder.h"
 #include "cli/text.h"
 #include "cli/textfile.h"
+#include "files/identity.h"
 
 #include <CLI/CLI.hpp>
 
@@ -56,7 +58,15 @@ void appendMessage(Database& database, const ChangelogOptions& options) {
                     [&] { database.cloud().changelog().appendMessage(text); });
 }
 
+void exportChangelog(const Database& database, const ChangelogOptions& options) {
+    writeAnswer(database, options.file, readChangelog(database.cloud().changelog()));
+}
+
 void importChangelog(Database& database, const ChangelogOptions& options) {
+    if (files::sameFile(options.file, database.fileName())) {
+        throw UsageError("\"" + options.file + "\" is the database itself.",
+                         "Name another one, whose changelog shall stand before its own.");
+    }
     database.change({"Import a changelog"},
                     [&] { database.cloud().changelog().importFromDatabase(options.file); });
     print("The changelog of \"" + options.file + "\" stands before this one.\n");
@@ -88,7 +98,9 @@ void addChangelogCommand(CLI::App& app, Invocation& invocation) {
         return action;
     };
     const auto addEntry = [&](CLI::App& target, const char* description) {
-        return target.add_option("--entry", options->entry, description)->type_name("NUMBER");
+        return target.add_option("--entry", options->entry, description)
+            ->type_name("NUMBER")
+            ->transform(wholeNumber(1));
     };
     CLI::App* const show = addAction("show", "Write it (the default)", showChangelog);
     CLI::Option* const shown = addEntry(*show, "Only the entry of this transaction");
@@ -100,10 +112,7 @@ void addChangelogCommand(CLI::App& app, Invocation& invocation) {
         ->add_option("text", options->text, "The message, @FILE or - for the standard input")
         ->type_name("TEXT")
         ->required();
-    addAction("export", "Write it into a text file",
-              [](Database& database, const ChangelogOptions& given) {
-                  database.cloud().changelog().exportToTextfile(given.file);
-              })
+    addAction("export", "Write it into a text file", exportChangelog)
         ->add_option("out", options->file, "The file to write")
         ->type_name("OUT")
         ->required();

@@ -4,6 +4,7 @@
 #include "cli/database.h"
 #include "cli/errors.h"
 #include "cli/json.h"
+#include "cli/number.h"
 #include "cli/output.h"
 #include "cli/terminal.h"
 #include "cli/text.h"
@@ -11,6 +12,7 @@
 #include "copy/creationsettings.h"
 #include "copy/databasecopy.h"
 #include "copy/newdatabase.h"
+#include "files/identity.h"
 
 #include <CLI/CLI.hpp>
 
@@ -90,8 +92,7 @@ std::string settingsJson(const Database& database, const CopyOptions& options) {
 
 void copyTo(const Database& database, const CopyOptions& options) {
     const qrb::Pointcloud& source = database.cloud();
-    std::error_code error;
-    if (fs::equivalent(database.fileName(), options.target, error)) {
+    if (files::sameFile(database.fileName(), options.target)) {
         throw UsageError("\"" + options.target + "\" is the source and the target.");
     }
     const copy::Selection selection = selectionOf(source, options);
@@ -133,7 +134,8 @@ void addCopyCommand(CLI::App& app, Invocation& invocation) {
     command
         ->add_option("--nodes", options->nodes,
                      "Nodes of the point index whose points are copied, for example \"1,3-5\"")
-        ->type_name("IDS");
+        ->type_name("IDS")
+        ->check(notEmpty());
     command
         ->add_option("-a,--attributes", options->attributes,
                      "Attributes to copy beside the primary one (default: all)")

@@ -15,7 +15,7 @@ std::uint64_t parseId(std::string_view text, std::string_view whole) {
     const auto result = std::from_chars(text.data(), text.data() + text.size(), id);
     if (text.empty() || result.ec != std::errc() || result.ptr != text.data() + text.size()) {
         throw UsageError("\"" + std::string(whole) + "\" is neither an id nor a range of ids.",
-                         "A list is written as \"1,3-5\".");
+                         "The list of --ids is written as \"1,3-5\".");
     }
     return id;
 }

@@ -80,11 +80,25 @@ void leaveOut(ImportPlan& plan, const ImportOptions& options) {
     }
 }
 
+// The last name is the database: with a list of scans, where it was forgotten, that is a scan.
+void refuseOtherFile(const qrb::Context& context, const ImportOptions& options) {
+    std::error_code error;
+    if (fs::is_regular_file(options.database, error) &&
+        !context.databaseFileTypeCheck(options.database)) {
+        throw Failure(
+            "\"" + options.database + "\" is not a point-cloud database: it stays as it is.",
+            "qrbtool import INPUT... DATABASE: the last name is the " +
+                std::string(options.append ? "" : "new ") + "database.");
+    }
+}
+
 void importFiles(const qrb::Context& context, const ImportOptions& options) {
     const qrb::pointcloud::Signature signature = options.key.signature();
+    refuseAsInput(options.database, options.inputs);
+    refuseOtherFile(context, options);
     copy::NewDatabase database(context, options.database, options.overwrite,
                                "Give --append to add to it or --overwrite to replace it.");
-    const PointSources sources = openSources(options.inputs, options.format, options.database);
+    const PointSources sources = openSources(options.inputs, options.format);
     ImportPlan plan = planImport(sources, options.primary);
     leaveOut(plan, options);
 
@@ -121,8 +135,8 @@ void appendTo(Database& database, const ImportOptions& options) {
     how.onlyKnown = options.onlyKnown;
     how.newIds = options.newIds;
     how.leftOut = {options.leftOut.begin(), options.leftOut.end()};
-    appendFiles(database, openSources(options.inputs, options.format, database.fileName()), how,
-                change);
+    refuseAsInput(database.fileName(), options.inputs);
+    appendFiles(database, openSources(options.inputs, options.format), how, change);
 }
 
 void appendToFile(const qrb::Context& context, const ImportOptions& options) {
@@ -131,6 +145,8 @@ void appendToFile(const qrb::Context& context, const ImportOptions& options) {
         throw Failure("There is no file \"" + options.database + "\" to add to.",
                       "Leave --append out to make a new database.");
     }
+    refuseAsInput(options.database, options.inputs);
+    refuseOtherFile(context, options);
     Database database(context, options.database);
     appendTo(database, options);
 }

@@ -4,6 +4,7 @@
 #include "cli/las/source.h"
 #include "cli/table/filledcolumn.h"
 #include "cli/terminal.h"
+#include "files/identity.h"
 #include "qrb/error.h"
 
 #include <algorithm>
@@ -50,14 +51,17 @@ void insertBatches(qrb::pointcloud::QueryInsert& query, PointSource& source,
 
 }  // namespace
 
-PointSources openSources(const std::vector<std::string>& fileNames, const std::string& format,
-                         const std::string& database) {
-    PointSources sources;
+void refuseAsInput(const std::string& database, const std::vector<std::string>& fileNames) {
     for (const std::string& fileName : fileNames) {
-        std::error_code error;
-        if (fs::equivalent(fileName, database, error)) {
+        if (files::sameFile(fileName, database)) {
             throw UsageError("\"" + database + "\" is an input and the output.");
         }
+    }
+}
+
+PointSources openSources(const std::vector<std::string>& fileNames, const std::string& format) {
+    PointSources sources;
+    for (const std::string& fileName : fileNames) {
         sources.push_back(openSource(fileName, format));
     }
     return sources;

@@ -22,10 +22,12 @@ struct ColumnTarget {
     std::optional<double> replacement;
 };
 
-// Opens the files; format: "las", "csv" or empty for what their extensions tell. Throws UsageError
-// if one of them is the database, Failure if one can't be read.
-PointSources openSources(const std::vector<std::string>& fileNames, const std::string& format,
-                         const std::string& database);
+// Throws UsageError if one of the files is the database, by whatever name.
+void refuseAsInput(const std::string& database, const std::vector<std::string>& fileNames);
+
+// Opens the files; format: "las", "csv" or empty for what their extensions tell. Throws Failure if
+// one can't be read.
+PointSources openSources(const std::vector<std::string>& fileNames, const std::string& format);
 
 // The error for an attribute that is to be left out, but that no file has.
 UsageError noAttributeToLeaveOut(const std::string& name);

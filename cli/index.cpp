@@ -4,6 +4,7 @@
 #include "cli/database.h"
 #include "cli/indextext.h"
 #include "cli/nodestatistics.h"
+#include "cli/number.h"
 #include "cli/output.h"
 
 #include <CLI/CLI.hpp>
@@ -56,10 +57,12 @@ void addIndexCommand(CLI::App& app, Invocation& invocation) {
         command->add_flag("--levels", options->levels, "A line per level in place of the tree");
     CLI::Option* const depth =
         command->add_option("--depth", options->depth, "Levels below the root that are written")
-            ->type_name("LEVELS");
+            ->type_name("LEVELS")
+            ->transform(wholeNumber());
     CLI::Option* const node =
         command->add_option("--node", options->node, "The values that a node and those below hold")
-            ->type_name("ID");
+            ->type_name("ID")
+            ->transform(wholeNumber(1));
     command
         ->add_option("-a,--attribute", options->attributes, "Attributes to tell of (default: all)")
         ->type_name("NAMES")

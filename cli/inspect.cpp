@@ -25,13 +25,7 @@ void runInspect(const Database& database, const InspectOptions& options) {
     if (report.empty() || report.back() != '\n') {
         report += '\n';
     }
-    try {
-        Output output(options.output);
-        output.write(report);
-        output.finish();
-    } catch (const OutputClosed&) {
-        // The reader has seen what it wanted.
-    }
+    writeAnswer(database, options.output, report);
 }
 
 }  // namespace

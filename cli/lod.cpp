@@ -4,6 +4,7 @@
 #include "cli/database.h"
 #include "cli/errors.h"
 #include "cli/json.h"
+#include "cli/number.h"
 #include "cli/output.h"
 #include "cli/texttable.h"
 
@@ -97,7 +98,8 @@ void addLodCommand(CLI::App& app, Invocation& invocation) {
     set->add_option("--size", options->size,
                     "thinout: per cent of the points; combine: 1 to 16, up to 2^(n size) points "
                     "per node of an index with n dimensions; 0: none")
-        ->type_name("SIZE");
+        ->type_name("SIZE")
+        ->transform(wholeNumber());
     set->require_option(1, 2);
     addAction("off", "Remove the level of detail", turnLodOff);
     command->footer(

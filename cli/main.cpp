@@ -6,6 +6,7 @@
 #include "cli/key.h"
 #include "cli/terminal.h"
 #include "cli/text.h"
+#include "files/error.h"
 #include "qrb/error.h"
 #include "qrb/loader.h"
 
@@ -61,6 +62,8 @@ int runGuarded(const std::string& library, const Invocation& invocation) {
     } catch (const NegativeAnswer&) {
         return failed;
     } catch (const Failure& error) {
+        reportError(error.what(), error.details());
+    } catch (const files::FileError& error) {
         reportError(error.what(), error.details());
     } catch (const std::bad_alloc&) {
         reportError("Out of memory.", "");
@@ -136,6 +139,10 @@ int run(int argc, char** argv) {
 #if defined(SIGPIPE)
     // A reader that has seen enough ends the output, not the program in the middle of its work.
     std::signal(SIGPIPE, SIG_IGN);
+#endif
+#if defined(SIGXFSZ)
+    // A limit of the file size is an error of the write that meets it.
+    std::signal(SIGXFSZ, SIG_IGN);
 #endif
     return runGuarded(library, invocation);
 }

@@ -154,7 +154,7 @@ void addMetaDataCommand(CLI::App& app, Invocation& invocation) {
         ->required();
     addAction(*command, invocation, "export", "Write items to a file or folder",
               [options](Database& database) {
-                  exportMetaData(database.cloud().metaData(), options->target, options->names);
+                  exportMetaData(database, options->target, options->names);
               });
     CLI::App* const exporting = command->get_subcommand("export");
     exporting

@@ -1,5 +1,6 @@
 #include "cli/metadatafile.h"
 
+#include "cli/database.h"
 #include "cli/errors.h"
 #include "cli/json.h"
 #include "cli/output.h"
@@ -150,27 +151,28 @@ std::string fileNameOf(const std::string& item) {
     return name + ".meta.json";
 }
 
-void writeWhole(const std::string& fileName, const std::string& text) {
-    Output output(fileName);
-    output.write(text);
-    output.finish();
-}
-
 }  // namespace
 
-void exportMetaData(const qrb::pointcloud::MetaData& metaData, const std::string& target,
+void exportMetaData(const Database& database, const std::string& target,
                     std::vector<std::string> names) {
+    const qrb::pointcloud::MetaData& metaData = database.cloud().metaData();
     if (names.empty()) {
         names = metaData.list();
     }
     std::error_code error;
+    const auto write = [&](const std::string& fileName, const std::vector<std::string>& items) {
+        if (items.empty() && std::filesystem::is_regular_file(fileName, error)) {
+            throw Failure("The database has no metadata items; \"" + fileName +
+                          "\" was left as it was.");
+        }
+        writeAnswer(database, fileName, itemsAsJson(metaData, items));
+    };
     if (!std::filesystem::is_directory(target, error)) {
-        writeWhole(target, itemsAsJson(metaData, names));
+        write(target, names);
         return;
     }
     for (const std::string& name : names) {
-        writeWhole((std::filesystem::path(target) / fileNameOf(name)).string(),
-                   itemsAsJson(metaData, {name}));
+        write((std::filesystem::path(target) / fileNameOf(name)).string(), {name});
     }
 }
 

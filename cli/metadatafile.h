@@ -8,10 +8,13 @@
 
 namespace tarvo::cli {
 
+class Database;
+
 // Writes the items of these names (none: all) into one file, or into an existing folder, where
 // each gets a file "NAME.meta.json"; characters of a name that are no letters, digits, blanks, "."
-// (but for a leading one), "_" or "-" stand as %XX in the name of the file. Throws Failure.
-void exportMetaData(const qrb::pointcloud::MetaData& metaData, const std::string& target,
+// (but for a leading one), "_" or "-" stand as %XX in the name of the file. A file that is there is
+// not replaced by one without items. Throws Failure, FileError and Error.
+void exportMetaData(const Database& database, const std::string& target,
                     std::vector<std::string> names);
 
 struct MetaDataImport {

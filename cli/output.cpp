@@ -1,8 +1,13 @@
 #include "cli/output.h"
 
+#include "cli/database.h"
 #include "cli/errors.h"
+#include "cli/inputs.h"
+#include "copy/outputplace.h"
+#include "files/error.h"
 
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 
 namespace tarvo::cli {
@@ -13,17 +18,18 @@ constexpr std::size_t bufferSize = 1 << 16;
 
 }  // namespace
 
-Output::Output(const std::string& fileName) : m_fileName(fileName == "-" ? "" : fileName) {
-    m_file = m_fileName.empty() ? stdout : std::fopen(m_fileName.c_str(), "wb");
-    if (m_file == nullptr) {
-        throw Failure("Failed to open output file!",
-                      "\"" + m_fileName + "\": " + std::strerror(errno) + ".");
+Output::Output(const Database& database, const std::string& fileName) {
+    if (fileName.empty() || fileName == "-" || fileName == "/dev/stdout") {
+        return;
     }
-}
-
-Output::~Output() {
-    if (m_file != nullptr && m_file != stdout) {
-        std::fclose(m_file);
+    std::vector<std::string> reads = inputs();
+    reads.push_back(database.fileName());
+    copy::checkOutputPlace(database.cloud().context(), fileName, reads);
+    try {
+        m_file.emplace(fileName);
+    } catch (const files::FileError& error) {
+        throw Failure("Failed to open output file!",
+                      error.what() + (error.details().empty() ? "" : "\n" + error.details()));
     }
 }
 
@@ -35,37 +41,46 @@ void Output::write(std::string_view text) {
 }
 
 void Output::flush() {
-    const std::size_t written = std::fwrite(m_buffer.data(), 1, m_buffer.size(), m_file);
-    if (written != m_buffer.size() || std::fflush(m_file) != 0) {
+    if (m_file) {
+        m_file->write(m_buffer);
+    } else if (std::fwrite(m_buffer.data(), 1, m_buffer.size(), stdout) != m_buffer.size() ||
+               std::fflush(stdout) != 0) {
         if (errno == EPIPE) {
             throw OutputClosed();
         }
-        throw Failure("Failed to write " +
-                      (m_fileName.empty() ? "the output" : "\"" + m_fileName + "\"") + ": " +
-                      std::strerror(errno) + ".");
+        throw Failure("Failed to write the output: " + std::string(std::strerror(errno)) + ".");
     }
     m_buffer.clear();
 }
 
 void Output::finish() {
     flush();
-    if (m_file != stdout) {
-        std::FILE* const file = m_file;
-        m_file = nullptr;
-        if (std::fclose(file) != 0) {
-            throw Failure("Failed to write \"" + m_fileName + "\": " + std::strerror(errno) + ".");
-        }
+    if (m_file) {
+        m_file->publish();
     }
 }
 
-void print(std::string_view text) {
+namespace {
+
+void writeAnswer(Output& output, std::string_view text) {
     try {
-        Output output("");
         output.write(text);
         output.finish();
     } catch (const OutputClosed&) {
         // The reader has seen what it wanted.
     }
+}
+
+}  // namespace
+
+void print(std::string_view text) {
+    Output output;
+    writeAnswer(output, text);
+}
+
+void writeAnswer(const Database& database, const std::string& fileName, std::string_view text) {
+    Output output(database, fileName);
+    writeAnswer(output, text);
 }
 
 }  // namespace tarvo::cli

@@ -117,8 +117,8 @@ void runRemove(Database& database, const RemoveOptions& options) {
     RemoveResult result;
     const std::string ids = textOfArgument(options.ids);
     database.change({"Remove points", "", removeSettings(options)}, [&] {
-        result =
-            ids.empty() ? removeBySelection(database, options.filter) : removeByIds(database, ids);
+        result = options.ids.empty() ? removeBySelection(database, options.filter)
+                                     : removeByIds(database, ids);
     });
     printChanged(result.removed, result.missing, "removed", options.json);
 }

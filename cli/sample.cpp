@@ -2,6 +2,7 @@
 
 #include "cli/commands.h"
 #include "cli/errors.h"
+#include "cli/number.h"
 #include "cli/sample/scanner.h"
 #include "cli/table/fit.h"
 #include "cli/terminal.h"
@@ -11,6 +12,7 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <limits>
 #include <memory>
 
 namespace tarvo::cli {
@@ -109,9 +111,11 @@ void addSampleCommand(CLI::App& app, Invocation& invocation) {
     command->add_option("file", options->file, "Database to make")->type_name("FILE")->required();
     command->add_option("-n,--points", options->pointCount, "Number of points")
         ->type_name("POINTS")
+        ->transform(wholeNumber(0, std::numeric_limits<std::uint64_t>::max()))
         ->capture_default_str();
     command->add_option("--seed", options->seed, "The same seed gives the same points")
         ->type_name("NUMBER")
+        ->transform(wholeNumber(0, std::numeric_limits<std::uint64_t>::max()))
         ->capture_default_str();
     command->add_flag("--overwrite", options->overwrite, "Replace an existing database");
     command->footer(

@@ -3,6 +3,7 @@
 #include "cli/commands.h"
 #include "cli/database.h"
 #include "cli/errors.h"
+#include "cli/number.h"
 #include "cli/output.h"
 #include "cli/pointwriter.h"
 #include "cli/terminal.h"
@@ -12,6 +13,7 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <charconv>
 #include <limits>
 #include <memory>
 
@@ -57,9 +59,9 @@ Selected findSelected(const qrb::Pointcloud& cloud, const std::string& text) {
         return selected;
     }
     std::uint32_t element = 0;
-    char close = '\0';
-    char rest = '\0';
-    if (std::sscanf(text.c_str() + open, "[%u%c%c", &element, &close, &rest) != 2 || close != ']' ||
+    const char* const end = text.data() + text.size();
+    const auto [next, error] = std::from_chars(text.data() + open + 1, end, element);
+    if (error != std::errc() || next + 1 != end || *next != ']' ||
         element >= selected.definition.length) {
         throw Failure(
             "The attribute \"" + name + "\" has no element \"" + text + "\".",
@@ -98,7 +100,9 @@ std::uint64_t countPoints(qrb::pointcloud::QuerySelect& query, std::uint64_t lim
     return total;
 }
 
-void writePoints(const qrb::Pointcloud& cloud, const SelectOptions& options, Output& output) {
+// Returns their number.
+std::uint64_t writePoints(const qrb::Pointcloud& cloud, const SelectOptions& options,
+                          Output& output) {
     std::vector<PointColumn> columns;
     std::vector<std::vector<std::uint64_t>> buffers;
     auto query = makeQuery(cloud, options);
@@ -129,20 +133,19 @@ void writePoints(const qrb::Pointcloud& cloud, const SelectOptions& options, Out
         }
         total += count;
     }
+    return total;
 }
 
-void runSelect(const qrb::Pointcloud& cloud, const SelectOptions& options) {
+void runSelect(const Database& database, const SelectOptions& options) {
     try {
+        Output output(database, options.output);
         if (options.count) {
-            auto query = makeQuery(cloud, options);
-            const std::uint64_t count = countPoints(query, options.limit);
-            Output output(options.output);
-            output.write(std::to_string(count) + "\n");
-            output.finish();
-            return;
+            auto query = makeQuery(database.cloud(), options);
+            output.write(std::to_string(countPoints(query, options.limit)) + "\n");
+        } else if (writePoints(database.cloud(), options, output) == 0 && output.replacesFile()) {
+            // Rather a filter that is mistyped than a table that nobody wants any more.
+            throw Failure("No points are selected; \"" + options.output + "\" was left as it was.");
         }
-        Output output(options.output);
-        writePoints(cloud, options, output);
         output.finish();
     } catch (const OutputClosed&) {
         // The reader has seen what it wanted.
@@ -163,7 +166,8 @@ void addSelectCommand(CLI::App& app, Invocation& invocation) {
         command
             ->add_option("--nodes", options->nodes,
                          "Nodes of the point index whose points are read, for example \"1,3-5\"")
-            ->type_name("IDS");
+            ->type_name("IDS")
+            ->check(notEmpty());
     command
         ->add_option("-a,--attributes", options->attributes,
                      "Attributes, or elements such as tarvo.xyz[2], to write (default: all)")
@@ -171,7 +175,8 @@ void addSelectCommand(CLI::App& app, Invocation& invocation) {
         ->delimiter(',')
         ->allow_extra_args(false);
     command->add_option("-l,--limit", options->limit, "Largest number of points")
-        ->type_name("POINTS");
+        ->type_name("POINTS")
+        ->transform(wholeNumber(0, std::numeric_limits<std::uint64_t>::max()));
     command->add_flag("-c,--count", options->count, "Write the number of points only");
     command->add_option("--format", options->format, "How points are written")
         ->check(CLI::IsMember({"table", "csv", "jsonl"}))
@@ -187,8 +192,8 @@ void addSelectCommand(CLI::App& app, Invocation& invocation) {
         "  qrbtool select scan.qrbx --filter \"tarvo.xyz[2] > 5 && tarvo.class == 6\" --count\n"
         "  qrbtool select scan.qrbx -a tarvo.xyz,tarvo.class --format csv -o points.csv");
     command->callback([options, nodes, &invocation] {
-        options->hasNodes = nodes->count() > 0 && !options->nodes.empty();
-        invocation.work = [options](Database& database) { runSelect(database.cloud(), *options); };
+        options->hasNodes = nodes->count() > 0;
+        invocation.work = [options](Database& database) { runSelect(database, *options); };
     });
 }
 

@@ -16,6 +16,7 @@ using qrb::pointcloud::PointAttribute;
 namespace {
 
 constexpr std::size_t maximumNodes = 10'000'000;
+constexpr const char* nodesForm = "The list of --nodes is written as \"1,3-5\".";
 
 std::string_view trimBlanks(std::string_view text) {
     const std::size_t begin = text.find_first_not_of(" \t");
@@ -113,13 +114,13 @@ std::vector<std::uint32_t> parseNodes(std::string_view text) {
             const auto parsed =
                 std::from_chars(digits.data(), digits.data() + digits.size(), number);
             if (parsed.ec != std::errc() || parsed.ptr != digits.data() + digits.size()) {
-                throw UsageError("Failed to parse: \"" + std::string(piece) + "\"");
+                throw UsageError("Failed to parse: \"" + std::string(piece) + "\"", nodesForm);
             }
             numbers.push_back(number);
         }
         const auto hyphens = std::count(part.begin(), part.end(), '-');
         if (!(numbers.size() == 1 && hyphens == 0) && !(numbers.size() == 2 && hyphens == 1)) {
-            throw UsageError("Invalid input: \"" + std::string(part) + "\"");
+            throw UsageError("Invalid input: \"" + std::string(part) + "\"", nodesForm);
         }
         for (std::uint64_t id = numbers.front(); id <= numbers.back(); ++id) {
             if (nodes.size() >= maximumNodes) {

@@ -1,6 +1,7 @@
 #include "cli/textfile.h"
 
 #include "cli/errors.h"
+#include "cli/inputs.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -27,6 +28,9 @@ std::string readTextFile(const std::string& fileName) {
         isInput ? stdin : std::fopen(fileName.c_str(), "rb"), close);
     if (!file) {
         throw Failure("Failed to open input file!", shown + ": " + std::strerror(errno) + ".");
+    }
+    if (!isInput) {
+        noteInput(fileName);
     }
     std::string text;
     char buffer[1 << 16];

@@ -5,6 +5,7 @@
 #include "cli/commands.h"
 #include "cli/database.h"
 #include "cli/json.h"
+#include "cli/number.h"
 #include "cli/output.h"
 #include "cli/texttable.h"
 
@@ -107,7 +108,9 @@ void addTransactionsCommand(CLI::App& app, Invocation& invocation) {
     addJson(*listing);
 
     CLI::App* const show = command->add_subcommand("show", "Tell all about one");
-    show->add_option("id", options->id, "Its number (default: the current one)")->type_name("ID");
+    show->add_option("id", options->id, "Its number (default: the current one)")
+        ->type_name("ID")
+        ->transform(wholeNumber(1));
     addJson(*show);
     show->callback([options, &invocation] {
         invocation.work = [options](Database& database) {
@@ -117,7 +120,10 @@ void addTransactionsCommand(CLI::App& app, Invocation& invocation) {
 
     CLI::App* const restore =
         command->add_subcommand("restore", "Make the state after it the current one");
-    restore->add_option("id", options->id, "Its number")->type_name("ID")->required();
+    restore->add_option("id", options->id, "Its number")
+        ->type_name("ID")
+        ->transform(wholeNumber(1))
+        ->required();
     restore->callback([options, &invocation] {
         invocation.work = [options](Database& database) {
             restoreTransaction(database.cloud().transactions(), options->id);
@@ -126,7 +132,10 @@ void addTransactionsCommand(CLI::App& app, Invocation& invocation) {
 
     CLI::App* const discard =
         command->add_subcommand("discard", "Forget states; the first and the current one stay");
-    discard->add_option("ids", options->ids, "Their numbers")->type_name("ID")->required();
+    discard->add_option("ids", options->ids, "Their numbers")
+        ->type_name("ID")
+        ->transform(wholeNumber(1))
+        ->required();
     discard->callback([options, &invocation] {
         invocation.work = [options](Database& database) {
             discardTransactions(database.cloud().transactions(), options->ids);
@@ -134,7 +143,10 @@ void addTransactionsCommand(CLI::App& app, Invocation& invocation) {
     });
 
     CLI::App* const size = command->add_subcommand("size", "Tell the bytes that only these hold");
-    size->add_option("ids", options->ids, "Their numbers")->type_name("ID")->required();
+    size->add_option("ids", options->ids, "Their numbers")
+        ->type_name("ID")
+        ->transform(wholeNumber(1))
+        ->required();
     size->callback([options, &invocation] {
         invocation.work = [options](Database& database) {
             print(std::to_string(database.cloud().transactions().size(options->ids)) + "\n");

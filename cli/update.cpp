@@ -6,6 +6,7 @@
 #include "cli/csv/source.h"
 #include "cli/errors.h"
 #include "cli/json.h"
+#include "cli/number.h"
 #include "cli/pointchanges.h"
 #include "cli/terminal.h"
 #include "cli/text.h"
@@ -180,6 +181,7 @@ void addUpdateCommand(CLI::App& app, Invocation& invocation) {
                          "Leaves of the point index whose points are changed, for example "
                          "\"1,3-5\"")
             ->type_name("IDS")
+            ->check(notEmpty())
             ->excludes(from);
     command->add_flag("--json", options->json, "Write the numbers as JSON");
     command->footer(
@@ -191,7 +193,7 @@ void addUpdateCommand(CLI::App& app, Invocation& invocation) {
         "  qrbtool select scan.qrbx -a tarvo.id,tarvo.class --format csv -o classes.csv\n"
         "  qrbtool update scan.qrbx --from classes.csv");
     command->callback([options, nodes, &invocation] {
-        options->hasNodes = nodes->count() > 0 && !options->nodes.empty();
+        options->hasNodes = nodes->count() > 0;
         invocation.work = [options](Database& database) { runUpdate(database, *options); };
     });
 }

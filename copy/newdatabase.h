@@ -4,6 +4,7 @@
 
 #include "qrb/pointcloud.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -11,8 +12,10 @@ namespace tarvo::copy {
 
 class NewDatabase {
 public:
-    // fileName: UTF-8. Throws qrb::Error if the file is there and may not be replaced (the advice
-    // tells what to do then), or its folder is not.
+    // fileName: UTF-8; where it is a link, the file behind it is meant. overwrite: replace the
+    // database that stands there; nothing else is ever replaced, nor one that somebody changes,
+    // that is damaged or too new. Throws qrb::Error if the place can't be taken (the advice tells
+    // what to do about a database that may not be replaced), or its folder is not there.
     NewDatabase(const qrb::Context& context, const std::string& fileName, bool overwrite,
                 std::string advice = "Give another name.");
     ~NewDatabase();
@@ -24,20 +27,22 @@ public:
     void create(const qrb::pointcloud::CreateSettings& settings, const std::string& schema,
                 bool optionals);
     qrb::Pointcloud& cloud() { return *m_cloud; }
-    // Closes the database and puts it in its place; nothing made from cloud() may be left. Throws
-    // qrb::Error.
+    // Closes the database and puts it in its place, where a power cut can't take it away again;
+    // nothing made from cloud() may be left. What stands there is checked again. Throws qrb::Error.
     void publish();
 
 private:
-    void refuseExisting() const;
-    void makeRoom();
-    void removeTemporary() noexcept;
+    bool isTaken() const;
+    void checkPlace() const;
+    // Runs the work while nobody can change the database at the place.
+    void whileHeld(const std::function<void()>& work) const;
 
-    std::string m_fileName;
-    std::string m_temporary;
+    qrb::Context m_context;
+    std::string m_fileName;   // as given
+    std::string m_place;      // behind links
+    std::string m_temporary;  // beside it
     bool m_overwrite = false;
     std::string m_advice;
-    bool m_created = false;
     std::unique_ptr<qrb::Pointcloud> m_cloud;
 };
 

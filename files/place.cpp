@@ -130,12 +130,34 @@ long processOf(const std::string& name, const std::string& prefix) {
     return error == std::errc() && next != end && *next == '-' && process > 0 ? process : 0;
 }
 
+// The regular files beside `fileName` whose names the function accepts.
+template <typename Accept>
+void removeBeside(const std::string& fileName, Accept accept) {
+    const fs::path path = pathOf(fileName);
+    const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
+    std::error_code error;
+    for (fs::directory_iterator at(folder, error), end; !error && at != end; at.increment(error)) {
+        std::error_code ignored;
+        if (accept(nameOf(at->path().filename())) &&
+            fs::is_regular_file(at->symlink_status(ignored)))
+            fs::remove(at->path(), ignored);
+    }
+}
+
+// Whether a link is the system's view of an open file, which its text need not name.
+bool isOpenFile(const fs::path& link) {
+    std::error_code error;
+    const fs::path folder = fs::canonical(link.parent_path(), error);
+    return !error && nameOf(folder).compare(0, 6, "/proc/") == 0;
+}
+
 }  // namespace
 
 std::string resolved(const std::string& fileName) {
     fs::path path = pathOf(fileName);
     std::error_code error;
-    for (int links = 0; links < maximumLinks && fs::is_symlink(path, error); ++links) {
+    for (int links = 0; links < maximumLinks && fs::is_symlink(path, error) && !isOpenFile(path);
+         ++links) {
         const fs::path target = fs::read_symlink(path, error);
         if (error)
             break;
@@ -151,20 +173,24 @@ std::string temporaryNameFor(const std::string& fileName) {
 
 void removeLeftovers(const std::string& fileName) noexcept {
     try {
-        const fs::path path = pathOf(fileName);
-        const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
-        const std::string prefix = nameOf(path.filename()) + mark();
-        std::error_code error;
-        for (fs::directory_iterator at(folder, error), end; !error && at != end;
-             at.increment(error)) {
-            const long process = processOf(nameOf(at->path().filename()), prefix);
-            std::error_code ignored;
-            if (process != 0 && process != processId() && !isRunning(process) &&
-                at->is_regular_file(ignored))
-                fs::remove(at->path(), ignored);
-        }
+        const std::string prefix = nameOf(pathOf(fileName).filename()) + mark();
+        removeBeside(fileName, [&prefix](const std::string& name) {
+            const long process = processOf(name, prefix);
+            return process != 0 && process != processId() && !isRunning(process);
+        });
     } catch (...) {
         // They only take room.
+    }
+}
+
+void removeTemporary(const std::string& temporaryName) noexcept {
+    try {
+        const std::string own = nameOf(pathOf(temporaryName).filename());
+        removeBeside(temporaryName, [&own](const std::string& name) {
+            return name == own || name.compare(0, own.size() + 1, own + "-") == 0;
+        });
+    } catch (...) {
+        // The next one removes what is left.
     }
 }
 
@@ -193,8 +219,10 @@ void syncFolderOf(const std::string& fileName) {
     const int error = errno;
     ::close(descriptor);
     if (!synced)
-        throw FileError("\"" + fileName + "\" is in its place, but its folder could not be "
-                        "synced: " + messageOf(error) + ".",
+        throw FileError("\"" + fileName +
+                            "\" is in its place, but its folder could not be "
+                            "synced: " +
+                            messageOf(error) + ".",
                         "Until the disk is well again a power cut may undo it.");
 #endif
 }

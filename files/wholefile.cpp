@@ -19,11 +19,21 @@ namespace fs = std::filesystem;
 
 namespace {
 
+// anew: nothing may stand there; else what is open is written on.
 std::FILE* openFile(const std::string& name, bool anew) {
 #ifdef _WIN32
-    return _wfopen(pathOf(name).c_str(), anew ? L"wbx" : L"wb");
+    return _wfopen(pathOf(name).c_str(), anew ? L"wbx" : L"ab");
 #else
-    return std::fopen(name.c_str(), anew ? "wbxe" : "wbe");
+    return std::fopen(name.c_str(), anew ? "wbxe" : "abe");
+#endif
+}
+
+// Sets errno.
+bool isWritable(const std::string& name) {
+#ifdef _WIN32
+    return _waccess(pathOf(name).c_str(), 2) == 0;
+#else
+    return ::access(name.c_str(), W_OK) == 0;
 #endif
 }
 
@@ -42,57 +52,63 @@ WholeFile::WholeFile(const std::string& fileName) : m_name(fileName), m_place(re
     const fs::file_status status = fs::status(pathOf(m_place), error);
     if (fs::is_directory(status))
         throw FileError("\"" + m_name + "\" is a folder.", "Give the name of a file in it.");
-    if (fs::exists(status) && !fs::is_regular_file(status)) {
+    if (fs::is_symlink(fs::symlink_status(pathOf(m_place), error)) ||
+        (fs::exists(status) && !fs::is_regular_file(status))) {
+        m_direct = true;
         m_file = openFile(m_place, false);
     } else {
+        if (fs::exists(status) && !isWritable(m_place))
+            fail(errno, "It is write-protected.");
         removeLeftovers(m_place);
         m_temporary = temporaryNameFor(m_place);
         m_file = openFile(m_temporary, true);
+        if (m_file && fs::exists(status))
+            fs::permissions(pathOf(m_temporary), status.permissions(), error);
     }
     if (!m_file)
-        fail(errno);
+        fail(errno, m_direct ? "" : "Its folder must be there, and writable.");
 }
 
 WholeFile::~WholeFile() {
-    if (m_file) {
+    if (m_file)
         std::fclose(m_file);
-        if (!m_temporary.empty()) {
-            std::error_code error;
-            fs::remove(pathOf(m_temporary), error);
-        }
+    if (!m_temporary.empty()) {
+        std::error_code error;
+        fs::remove(pathOf(m_temporary), error);
     }
 }
 
-void WholeFile::fail(int error) const {
-    throw FileError("\"" + m_name +
-                        "\" can't be written: " + std::system_category().message(error) + ".",
-                    m_temporary.empty() ? "" : "What stood there before is as it was.");
+void WholeFile::fail(int error, const char* details) const {
+    throw FileError(
+        "\"" + m_name + "\" can't be written: " + std::system_category().message(error) + ".",
+        details);
+}
+
+void WholeFile::failWriting(int error) const {
+    fail(error, replaces() ? "What stood there before is as it was." : "");
+}
+
+bool WholeFile::replaces() const {
+    std::error_code error;
+    return !m_direct && fs::exists(pathOf(m_place), error);
 }
 
 void WholeFile::write(std::string_view bytes) {
     if (std::fwrite(bytes.data(), 1, bytes.size(), m_file) != bytes.size())
-        fail(errno);
+        failWriting(errno);
 }
 
 void WholeFile::publish() {
-    if (std::fflush(m_file) != 0 || (!m_temporary.empty() && !sync(m_file)))
-        fail(errno);
-    if (!m_temporary.empty()) {
-        std::error_code error;
-        const fs::file_status old = fs::status(pathOf(m_place), error);
-        if (fs::exists(old))
-            fs::permissions(pathOf(m_temporary), old.permissions(), error);
-    }
+    if (std::fflush(m_file) != 0 || (!m_direct && !sync(m_file)))
+        failWriting(errno);
     std::FILE* const file = m_file;
-    if (m_temporary.empty()) {
-        m_file = nullptr;
-        if (std::fclose(file) != 0)
-            fail(errno);
-        return;
-    }
-    replaceDurably(m_temporary, m_place);
     m_file = nullptr;
-    std::fclose(file);
+    if (std::fclose(file) != 0)
+        failWriting(errno);
+    if (!m_direct) {
+        replaceDurably(m_temporary, m_place);
+        m_temporary.clear();
+    }
 }
 
 }  // namespace tarvo::files

@@ -1,5 +1,6 @@
 // A file that appears under its name only when it is whole: it is written beside its place, and
-// moved there by publish(). Without that what stood there stays as it was, and nothing is left over.
+// moved there by publish(). Without that what stood there stays as it was, and nothing is left
+// over.
 #pragma once
 
 #include <cstdio>
@@ -10,13 +11,16 @@ namespace tarvo::files {
 
 class WholeFile {
 public:
-    // fileName: UTF-8; where it is a link, the file behind it is written. A device or pipe is
-    // written directly. Throws FileError when the place can't be written.
+    // fileName: UTF-8; where it is a link, the file behind it is written. A device, a pipe or an
+    // open file ("/dev/stdout") is written directly. Throws FileError when the place can't be
+    // written, or what stands there is write-protected.
     explicit WholeFile(const std::string& fileName);
     ~WholeFile();
     WholeFile(const WholeFile&) = delete;
     WholeFile& operator=(const WholeFile&) = delete;
 
+    // Whether publish() will replace a file that stands there now.
+    bool replaces() const;
     // Appends. Throws FileError.
     void write(std::string_view bytes);
     // Syncs the file and puts it in its place, with the access rights of the one that stood there;
@@ -24,11 +28,13 @@ public:
     void publish();
 
 private:
-    [[noreturn]] void fail(int error) const;
+    [[noreturn]] void fail(int error, const char* details) const;
+    [[noreturn]] void failWriting(int error) const;
 
     std::string m_name;       // as given
     std::string m_place;      // behind links
-    std::string m_temporary;  // empty: written directly
+    std::string m_temporary;  // to be removed
+    bool m_direct = false;
     std::FILE* m_file = nullptr;
 };
 

@@ -1,6 +1,7 @@
 #include "cli/csv/linereader.h"
 
 #include "cli/errors.h"
+#include "cli/inputs.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -37,6 +38,7 @@ LineReader::LineReader(const std::string& fileName)
     if (!m_file) {
         throw Failure("Failed to open \"" + fileName + "\": " + std::strerror(errno) + ".");
     }
+    noteInput(fileName);
     m_size = std::filesystem::file_size(fileName, error);
     if (error) {
         throw Failure("Failed to open \"" + fileName + "\": " + error.message() + ".",

@@ -1,6 +1,7 @@
 #include "cli/las/filereader.h"
 
 #include "cli/errors.h"
+#include "cli/inputs.h"
 
 #include <cerrno>
 #include <cstring>
@@ -30,6 +31,7 @@ FileReader::FileReader(const std::string& fileName) : m_fileName(fileName) {
     if (!m_file) {
         throw Failure("Failed to open \"" + fileName + "\": " + std::strerror(errno) + ".");
     }
+    noteInput(fileName);
     m_size = std::filesystem::file_size(fileName, error);
     if (error) {
         throw Failure("Failed to tell the size of \"" + fileName + "\": " + error.message() + ".",

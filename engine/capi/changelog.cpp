@@ -1,35 +1,23 @@
 // The changelog.
 #include "engine/capi/handles.h"
-
-#include <cerrno>
-#include <cstdio>
-#include <cstring>
+#include "engine/store/container.h"
+#include "files/wholefile.h"
 
 using namespace tarvo::engine;
 using namespace tarvo::engine::capi;
 
 namespace {
 
-// Writes beside the place first: an older file stays whole until the new one is.
 void writeTextFile(const std::string& fileName, const std::string& text) {
-    const std::string temporary = fileName + ".part";
-    std::FILE* file = fileName.empty() ? nullptr : std::fopen(temporary.c_str(), "wb");
-    bool written = file && std::fwrite(text.data(), 1, text.size(), file) == text.size();
-    int error = errno;
-    if (file && std::fclose(file) != 0) {
-        written = false;
-        error = errno;
-    }
-    if (written && std::rename(temporary.c_str(), fileName.c_str()) != 0) {
-        written = false;
-        error = errno;
-    }
-    if (!written) {
-        if (file)
-            std::remove(temporary.c_str());
-        throw Failure(ErrorCode::File, "The file \"" + fileName + "\" can't be written.",
-                      fileName.empty() ? "Name a file." : std::strerror(error));
-    }
+    if (fileName.empty())
+        throw Failure(ErrorCode::File, "The file \"\" can't be written.", "Name a file.");
+    if (store::Container::recognises(fileName))
+        throw Failure(ErrorCode::File,
+                      "The changelog can't be written to \"" + fileName + "\": it is a database.",
+                      "Give it another name.");
+    tarvo::files::WholeFile file(fileName);
+    file.write(text);
+    file.publish();
 }
 
 }  // namespace

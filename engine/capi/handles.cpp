@@ -1,5 +1,7 @@
 #include "engine/capi/handles.h"
 
+#include "files/error.h"
+
 #include <cstdlib>
 #include <cstring>
 #include <new>
@@ -18,6 +20,10 @@ void describeException(qrb_result& error) noexcept {
             throw;
         } catch (const Failure& failure) {
             error.code = static_cast<std::int32_t>(failure.code());
+            error.text = failure.what();
+            error.details = failure.details();
+        } catch (const files::FileError& failure) {
+            error.code = QRB_ERROR_FILE;
             error.text = failure.what();
             error.details = failure.details();
         } catch (const std::bad_alloc&) {

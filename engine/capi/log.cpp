@@ -2,6 +2,7 @@
 
 #include "engine/base/error.h"
 #include "engine/session/state.h"
+#include "engine/store/container.h"
 
 #include <cctype>
 #include <cerrno>
@@ -32,6 +33,9 @@ Log::Log(std::string_view level, const std::string& path) {
                       "TRACE, DEBUG, INFO, WARNING, ERROR and OFF are.");
     if (path.empty() || !m_failures)
         return;
+    if (store::Container::recognises(path))
+        throw Failure(ErrorCode::File, "The log file \"" + path + "\" is a database.",
+                      "Give it another name.");
     m_file.reset(std::fopen(path.c_str(), "a"));
     if (!m_file)
         throw Failure(ErrorCode::File, "The log file \"" + path + "\" can't be written.",

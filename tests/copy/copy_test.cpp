@@ -1,11 +1,14 @@
 #include "copy/creationsettings.h"
 #include "copy/databasecopy.h"
 #include "copy/newdatabase.h"
+#include "copy/outputplace.h"
+#include "tests/files/foldersyncs.h"
 #include "tests/qrb/library.h"
 
 #include <cmath>
 #include <fstream>
 #include <map>
+#include <set>
 #include <stdexcept>
 #include <vector>
 
@@ -194,19 +197,137 @@ TEST_F(Copy, CancelledOrFailedLeavesTheFileThatWasThere) {
     EXPECT_TRUE(read(m_source) == m_table);
 }
 
-TEST_F(Copy, NewDatabaseReplacesOnlyWhatItMay) {
-    std::ofstream(file("there.qrbx")) << "text";
-    EXPECT_NE(failure([&] { copy::NewDatabase(m_context, file("there.qrbx"), false); }, 0)
-                  .find("exists already"),
-              std::string::npos);
-    EXPECT_NE(failure([&] { copy::NewDatabase(m_context, file("no/such.qrbx"), false); }, 0)
-                  .find("folder"),
-              std::string::npos);
-    copy::NewDatabase target(m_context, file("new.qrbx"), false);
+class NewDatabases : public Copy {
+protected:
+    void make(const std::string& name, bool overwrite) const {
+        copy::NewDatabase target(m_context, file(name), overwrite);
+        target.create(settings());
+        target.publish();
+    }
+    std::string refusal(const std::string& name, bool overwrite) const {
+        return failure([&] { make(name, overwrite); }, 0);
+    }
+    std::string write(const std::string& name, const std::string& text) const {
+        std::ofstream(file(name)) << text;
+        return file(name);
+    }
+    std::string uuid(const std::string& name) const {
+        qrb::Pointcloud cloud(m_context);
+        cloud.open(file(name), OpenSettings(m_context));
+        return cloud.getUuid();
+    }
+    std::set<std::string> names() const {
+        std::set<std::string> result;
+        for (const auto& entry : std::filesystem::directory_iterator(m_folder))
+            result.insert(entry.path().filename().string());
+        return result;
+    }
+};
+
+TEST_F(NewDatabases, ReplaceNothingButDatabases) {
+    write("there", "text");
+    for (const bool overwrite : {false, true}) {
+        const std::string text = refusal("there", overwrite);
+        EXPECT_NE(text.find("exists already, and is not a database"), std::string::npos) << text;
+        EXPECT_EQ(text.find("--overwrite"), std::string::npos) << text;
+        EXPECT_NE(refusal(".", overwrite).find("is a folder"), std::string::npos);
+        EXPECT_NE(refusal("no/such.qrbx", overwrite).find("folder"), std::string::npos);
+    }
+    EXPECT_EQ(std::filesystem::file_size(file("there")), 4u);
+    failure([&] { copy::NewDatabase(m_context, "", true); }, 0);
+
+    make("a.qrbx", true);
+    const std::string first = uuid("a.qrbx");
+    EXPECT_NE(refusal("a.qrbx", false).find("exists already."), std::string::npos);
+    EXPECT_EQ(uuid("a.qrbx"), first);
+    std::filesystem::permissions(file("a.qrbx"), std::filesystem::perms(0600));
+    std::filesystem::create_symlink("a.qrbx", file("link"));
+    make("link", true);
+    EXPECT_NE(uuid("a.qrbx"), first);
+    EXPECT_TRUE(std::filesystem::is_symlink(file("link")));
+    EXPECT_EQ(std::filesystem::status(file("a.qrbx")).permissions(), std::filesystem::perms(0600));
+    EXPECT_EQ(names(), (std::set<std::string>{"a.qrbx", "link", "source.qrbx", "there"}));
+}
+
+TEST_F(NewDatabases, DamagedOnesAreLeftToTheUser) {
+    make("a.qrbx", false);
+    const auto size = std::filesystem::file_size(file("a.qrbx"));
+    std::fstream stream(file("a.qrbx"), std::ios::in | std::ios::out | std::ios::binary);
+    stream.seekp(200);  // behind the header
+    stream << std::string(size - 200, 'x');
+    stream.close();
+    EXPECT_NE(refusal("a.qrbx", true).find("Remove it by hand"), std::string::npos);
+    EXPECT_EQ(std::filesystem::file_size(file("a.qrbx")), size);
+}
+
+TEST_F(NewDatabases, DoNotReplaceWhatIsBeingChanged) {
+    make("a.qrbx", false);
+    qrb::Pointcloud other(m_context);
+    other.open(file("a.qrbx"), OpenSettings(m_context));
+    copy::NewDatabase target(m_context, file("a.qrbx"), true);
     target.create(settings());
-    std::ofstream(file("new.qrbx")) << "somebody was faster";
-    failure([&] { target.publish(); }, 0);
-    EXPECT_EQ(std::filesystem::file_size(file("new.qrbx")), 19u);
+    {
+        TransactionGuard transaction(other.transactions(), "Pending", "tests");
+        other.metaData().set("mine", "1");
+        // Both at the begin, before there is work to lose, and at the end.
+        EXPECT_NE(refusal("a.qrbx", true).find("is being changed"), std::string::npos);
+        EXPECT_NE(failure([&] { target.publish(); }, 0).find("is being changed"),
+                  std::string::npos);
+        transaction.commit();
+    }
+    EXPECT_EQ(other.metaData().get("mine"), "1");
+    make("a.qrbx", true);
+    EXPECT_NE(uuid("a.qrbx"), other.getUuid());
+}
+
+TEST_F(NewDatabases, SurviveAPowerCutAndTakeEachPlaceOnce) {
+    make("new.qrbx", false);
+    EXPECT_TRUE(lastSyncedNames().contains("new.qrbx"));
+    lastSyncedNames().clear();
+    make("new.qrbx", true);
+    EXPECT_TRUE(lastSyncedNames().contains("new.qrbx"));
+
+    for (const bool overwrite : {false, true}) {
+        std::filesystem::remove(file("new.qrbx"));
+        copy::NewDatabase target(m_context, file("new.qrbx"), overwrite);
+        target.create(settings());
+        write("new.qrbx", "somebody was faster");
+        failure([&] { target.publish(); }, 0);
+        EXPECT_EQ(std::filesystem::file_size(file("new.qrbx")), 19u);
+    }
+    EXPECT_EQ(names(), (std::set<std::string>{"new.qrbx", "source.qrbx"}));
+}
+
+TEST_F(NewDatabases, NoOutputTakesThePlaceOfADatabaseOrAnInput) {
+    make("a.qrbx", false);
+    std::filesystem::create_hard_link(file("a.qrbx"), file("hard"));
+    std::filesystem::create_symlink("a.qrbx", file("soft"));
+    const std::string input = write("input.csv", "x,y,z");
+    std::filesystem::create_symlink("input.csv", file("link.csv"));
+    const auto before = std::filesystem::file_size(file("a.qrbx"));
+    for (const char* const name : {"a.qrbx", "hard", "soft", "source.qrbx"}) {
+        EXPECT_NE(failure([&] { copy::checkOutputPlace(m_context, file(name)); }, 0)
+                      .find("is a database"),
+                  std::string::npos);
+        EXPECT_NE(
+            failure([&] { m_source.changelog().exportToTextfile(file(name)); }, QRB_ERROR_FILE)
+                .find("is a database"),
+            std::string::npos);
+        EXPECT_THROW(qrb::Context("TRACE", file(name)), qrb::Error);
+    }
+    for (const char* const name : {"input.csv", "link.csv"})
+        failure([&] { copy::checkOutputPlace(m_context, file(name), {input}); }, 0);
+    copy::checkOutputPlace(m_context, file("input.csv"));
+    copy::checkOutputPlace(m_context, file("new.csv"), {input});
+    EXPECT_EQ(std::filesystem::file_size(file("a.qrbx")), before);
+    EXPECT_EQ(read(m_source).size(), m_table.size());
+
+    EXPECT_NE(
+        failure([&] { m_source.changelog().exportToTextfile(file("no/file")); }, QRB_ERROR_FILE)
+            .find("can't be written"),
+        std::string::npos);
+    m_source.changelog().exportToTextfile(file("input.csv"));
+    EXPECT_GT(std::filesystem::file_size(file("input.csv")), 5u);
 }
 
 }  // namespace

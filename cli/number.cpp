@@ -1,0 +1,29 @@
+#include "cli/number.h"
+
+#include <charconv>
+
+namespace tarvo::cli {
+
+CLI::Validator wholeNumber(std::uint64_t least, std::uint64_t most) {
+    return {[least, most](std::string& text) -> std::string {
+                std::uint64_t number = 0;
+                const char* const end = text.data() + text.size();
+                const auto [next, error] = std::from_chars(text.data(), end, number);
+                if (error != std::errc() || next != end || number < least || number > most) {
+                    return "\"" + text + "\" is not a whole number from " + std::to_string(least) +
+                           " to " + std::to_string(most) + ".";
+                }
+                text = std::to_string(number);  // without zeros before it
+                return {};
+            },
+            ""};
+}
+
+CLI::Validator notEmpty() {
+    return {[](std::string& text) -> std::string {
+                return text.empty() ? "\"\" names nothing. Leave the option out for all." : "";
+            },
+            ""};
+}
+
+}  // namespace tarvo::cli

@@ -1,0 +1,19 @@
+// Checks of options and positional arguments, for the parser.
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+#include <cstdint>
+#include <limits>
+
+namespace tarvo::cli {
+
+// A whole number in decimal digits within the range, which must fit what it is converted to; the
+// parser's own conversion takes "-1" for 2^64 - 1 and "010" for 8.
+CLI::Validator wholeNumber(std::uint64_t least = 0,
+                           std::uint64_t most = std::numeric_limits<std::uint32_t>::max());
+
+// A list that is given must not be empty: an unset variable of a script would mean everything.
+CLI::Validator notEmpty();
+
+}  // namespace tarvo::cli

@@ -1,0 +1,197 @@
+#include "files/error.h"
+#include "files/identity.h"
+#include "files/path.h"
+#include "files/place.h"
+#include "files/wholefile.h"
+#include "tests/files/foldersyncs.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/wait.h>
+
+#include <csignal>
+#include <fstream>
+#include <sstream>
+
+namespace {
+
+using namespace tarvo;
+namespace fs = std::filesystem;
+
+class Files : public testing::Test {
+protected:
+    Files() {
+        m_folder = fs::temp_directory_path() / ("qrb_files-" + std::to_string(getpid()));
+        fs::create_directories(m_folder);
+    }
+    ~Files() override { fs::remove_all(m_folder); }
+
+    std::string file(const std::string& name) const { return (m_folder / name).string(); }
+    std::string write(const std::string& name, const std::string& text) const {
+        std::ofstream(file(name), std::ios::binary) << text;
+        return file(name);
+    }
+    static std::string read(const std::string& fileName) {
+        std::ostringstream text;
+        text << std::ifstream(fileName, std::ios::binary).rdbuf();
+        return text.str();
+    }
+    std::set<std::string> names() const {
+        std::set<std::string> result;
+        for (const auto& entry : fs::directory_iterator(m_folder))
+            result.insert(entry.path().filename().string());
+        return result;
+    }
+    template <typename Function>
+    static std::string failure(Function&& function) {
+        try {
+            function();
+        } catch (const files::FileError& error) {
+            return std::string(error.what()) + "\n" + error.details();
+        }
+        ADD_FAILURE() << "nothing was thrown";
+        return {};
+    }
+    // In another process, which the function ends with a signal.
+    template <typename Function>
+    static void inKilledProcess(Function&& function) {
+        const pid_t child = ::fork();
+        if (child == 0) {
+            function();
+            ::_exit(0);
+        }
+        int status = 0;
+        ASSERT_EQ(::waitpid(child, &status, 0), child);
+        ASSERT_TRUE(WIFSIGNALED(status));
+    }
+
+    fs::path m_folder;
+};
+
+TEST_F(Files, LinksAndOtherNamesStandForOneFile) {
+    const std::string a = write("a", "1");
+    write("b", "1");
+    fs::create_hard_link(a, file("hard"));
+    fs::create_symlink("a", file("soft"));
+    fs::create_symlink(file("soft"), file("softer"));
+    for (const char* const name : {"hard", "soft", "softer", "./a"})
+        EXPECT_TRUE(files::sameFile(a, file(name))) << name;
+    EXPECT_FALSE(files::sameFile(a, file("b")));
+    EXPECT_FALSE(files::sameFile(file("none"), file("none")));
+    EXPECT_EQ(files::resolved(file("softer")), a);
+    EXPECT_EQ(files::resolved(file("hard")), file("hard"));
+    fs::create_symlink("not/yet", file("dangling"));
+    EXPECT_EQ(files::resolved(file("dangling")), file("not/yet"));
+    fs::create_symlink("circle", file("circle"));
+    EXPECT_TRUE(fs::is_symlink(files::resolved(file("circle"))));
+}
+
+TEST_F(Files, PlacesAreTakenOnceAndSurviveAPowerCut) {
+    ASSERT_TRUE(files::placeDurably(write("new", "first"), file("a")));
+    EXPECT_EQ(lastSyncedNames(), (std::set<std::string>{"a"}));
+    EXPECT_FALSE(files::placeDurably(write("new", "second"), file("a")));
+    EXPECT_EQ(read(file("a")), "first");
+    lastSyncedNames().clear();
+    files::replaceDurably(file("new"), file("a"));
+    EXPECT_EQ(lastSyncedNames(), (std::set<std::string>{"a"}));
+    EXPECT_EQ(read(file("a")), "second");
+    fs::create_symlink("nowhere", file("link"));
+    EXPECT_FALSE(files::placeDurably(write("new", "third"), file("link")));
+    EXPECT_NE(failure([&] { files::placeDurably(file("none"), file("b")); }).find("none"),
+              std::string::npos);
+}
+
+TEST_F(Files, OnlyLeftoversOfProcessesThatAreGoneAreRemoved) {
+    inKilledProcess([this] {
+        const std::string temporary = files::temporaryNameFor(file("a"));
+        write(fs::path(temporary).filename().string(), "");
+        write(fs::path(temporary).filename().string() + "-journal", "");
+        files::WholeFile whole(file("a"));
+        whole.write("half");
+        ::raise(SIGKILL);  // before the object goes
+    });
+    ASSERT_EQ(names().size(), 3u);
+    const std::string own = fs::path(files::temporaryNameFor(file("a"))).filename().string();
+    const std::set<std::string> kept{"a.new", "a.new-other-1-1", "b", own};
+    for (const std::string& name : kept)
+        write(name, "");
+    files::removeLeftovers(file("b"));
+    EXPECT_EQ(names().size(), 7u);
+    files::removeLeftovers(file("a"));
+    EXPECT_EQ(names(), kept);
+    write(own + "-journal", "");
+    write(own + "0", "");
+    files::removeTemporary(file(own));
+    EXPECT_EQ(names(), (std::set<std::string>{"a.new", "a.new-other-1-1", "b", own + "0"}));
+}
+
+TEST_F(Files, AWholeFileAppearsOnlyWhenItIsPublished) {
+    write("a", "old");
+    fs::permissions(file("a"), fs::perms::owner_read | fs::perms::owner_write);
+    {
+        files::WholeFile abandoned(file("a"));
+        EXPECT_TRUE(abandoned.replaces());
+        abandoned.write("half");
+    }
+    EXPECT_EQ(names(), (std::set<std::string>{"a"}));
+    EXPECT_EQ(read(file("a")), "old");
+    fs::create_symlink("a", file("link"));
+    files::WholeFile whole(file("link"));
+    whole.write("ne");
+    whole.write("w");
+    EXPECT_EQ(read(file("a")), "old");
+    whole.publish();
+    EXPECT_EQ(read(file("a")), "new");
+    EXPECT_TRUE(fs::is_symlink(file("link")));
+    EXPECT_EQ(fs::status(file("a")).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_EQ(lastSyncedNames(), (std::set<std::string>{"a", "link"}));
+    files::WholeFile another(file("b"));
+    EXPECT_FALSE(another.replaces());
+    another.publish();
+    EXPECT_EQ(names(), (std::set<std::string>{"a", "b", "link"}));
+}
+
+TEST_F(Files, PlacesThatCantBeWrittenStayAsTheyAre) {
+    EXPECT_NE(failure([&] { files::WholeFile(m_folder.string()); }).find("is a folder"),
+              std::string::npos);
+    EXPECT_NE(failure([&] { files::WholeFile(file("no/file")); }).find("folder must be there"),
+              std::string::npos);
+    fs::create_symlink("circle", file("circle"));
+    failure([&] { files::WholeFile(file("circle")); });
+    EXPECT_NE(failure([&] {
+                  files::WholeFile full("/dev/full");
+                  full.write("text");
+                  full.publish();
+              }).find("No space left"),
+              std::string::npos);
+    if (::getuid() != 0) {
+        write("protected", "old");
+        fs::permissions(file("protected"), fs::perms::owner_read);
+        EXPECT_NE(failure([&] { files::WholeFile(file("protected")); }).find("write-protected"),
+                  std::string::npos);
+        fs::remove(file("protected"));
+    }
+    EXPECT_EQ(names(), (std::set<std::string>{"circle"}));
+}
+
+// Standard output that is appended to a file is no file to be replaced.
+TEST_F(Files, AnOpenFileIsWrittenOn) {
+    write("log", "before\n");
+    const int saved = ::dup(STDOUT_FILENO);
+    std::FILE* const log = std::fopen(file("log").c_str(), "a");
+    ASSERT_NE(log, nullptr);
+    ::dup2(::fileno(log), STDOUT_FILENO);
+    for (const char* const name : {"/dev/stdout", "/dev/fd/1"}) {
+        files::WholeFile whole(name);
+        EXPECT_FALSE(whole.replaces());
+        whole.write("after\n");
+        whole.publish();
+    }
+    ::dup2(saved, STDOUT_FILENO);
+    ::close(saved);
+    std::fclose(log);
+    EXPECT_EQ(read(file("log")), "before\nafter\nafter\n");
+    EXPECT_EQ(names(), (std::set<std::string>{"log"}));
+}
+
+}  // namespace
