@@ -9,7 +9,6 @@ namespace tarvo::engine {
 
 namespace {
 
-constexpr std::size_t maximumJsonSize = 256u << 20;
 constexpr int maximumJsonDepth = 100;
 
 // Values are written and compared recursively: nesting is bounded before anything is built.

@@ -16,6 +16,9 @@ namespace tarvo::engine {
 using JsonWriter = rapidjson::Writer<rapidjson::StringBuffer, rapidjson::UTF8<>, rapidjson::UTF8<>,
                                      rapidjson::CrtAllocator, rapidjson::kWriteNanAndInfFlag>;
 
+// The longest text that is parsed, in bytes.
+inline constexpr std::size_t maximumJsonSize = 256u << 20;
+
 // Parses a text; depth and size are bounded. Throws Failure(code) that names `what`, with the
 // reason and its position in the details.
 rapidjson::Document parseJson(std::string_view text, std::string_view what,

@@ -8,22 +8,25 @@ namespace tarvo::engine::session {
 
 namespace {
 
-constexpr std::size_t longestMessage = 1u << 20;
+constexpr std::size_t longestMessage = 1u << 20;  // bytes
+constexpr std::size_t longestMessages = 16u << 20;
 
 }  // namespace
 
 void Session::discard(const std::vector<std::uint32_t>& ids) {
     requireNonePending();
-    m_container.discard(ids);
+    m_container.alone([&] { m_container.discard(ids); });
 }
 
 void Session::finalize() {
     requireNonePending();
-    std::vector<std::uint32_t> ids = transactions();
-    const std::uint32_t first = ids.front();
-    const std::uint32_t now = current();
-    std::erase_if(ids, [&](std::uint32_t id) { return id == first || id == now; });
-    m_container.discard(ids);
+    m_container.alone([this] {
+        std::vector<std::uint32_t> ids = transactions();
+        const std::uint32_t first = ids.front();
+        const std::uint32_t now = m_container.current();
+        std::erase_if(ids, [&](std::uint32_t id) { return id == first || id == now; });
+        m_container.discard(ids);
+    });
 }
 
 std::uint64_t Session::size(const std::vector<std::uint32_t>& ids) {
@@ -43,26 +46,32 @@ std::uint64_t Session::size(const std::vector<std::uint32_t>& ids) {
 void Session::vacuum(const Progress& progress) {
     requireNonePending();
     const auto report = [&](int percent) { return !progress || progress(percent); };
-    Reach reach(m_container);
-    const auto plan = [&] {
+    m_container.alone([&] {
+        Reach reach(m_container);
         const std::vector<std::uint32_t> ids = transactions();
         for (std::size_t i = 0; i < ids.size(); ++i) {
             if (!report(static_cast<int>(i * 20 / ids.size())))
                 throw Failure(ErrorCode::Cancelled, "The clean-up was cancelled.");
             reach.add(stateFromRoot(m_container.root(ids[i])));
         }
-        return [&reach](std::uint64_t blob) { return reach.contains(blob); };
-    };
-    m_container.vacuum(plan, [&](int percent) { return report(20 + percent * 80 / 100); });
+        m_container.giveBack([&](std::uint64_t blob) { return reach.contains(blob); },
+                             reach.count(),
+                             [&](int percent) { return report(20 + percent * 80 / 100); });
+    });
+    if (progress)
+        progress(100);
 }
 
 std::string Session::changelog() {
     std::vector<std::string> entries;
-    for (BlobRef link = state()->changelog; link;) {
-        ChangelogLink one = changelogFromBlob(readText(link, "the changelog"));
-        entries.push_back(std::move(one.entry));
-        link = one.previous;
-    }
+    const std::shared_ptr<const State> now = state();
+    reading(*now, [&] {
+        for (BlobRef link = now->changelog; link;) {
+            ChangelogLink one = changelogFromBlob(readText(link, "the changelog"));
+            entries.push_back(std::move(one.entry));
+            link = one.previous;
+        }
+    });
     std::string text;
     for (auto entry = entries.rbegin(); entry != entries.rend(); ++entry)
         text += (text.empty() ? "" : "\n") + *entry;
@@ -76,6 +85,12 @@ void Session::appendMessage(const std::string& message) {
     if (message.size() > longestMessage)
         throw Failure(ErrorCode::Argument, "The message is too long.",
                       "A message has at most " + std::to_string(longestMessage) + " bytes.");
+    std::size_t all = message.size();
+    for (const std::string& each : m_notes.messages)
+        all += each.size();
+    if (all > longestMessages)
+        throw Failure(ErrorCode::Argument, "The messages of this transaction are too long.",
+                      "Together they have at most " + std::to_string(longestMessages) + " bytes.");
     m_notes.messages.push_back(message);
 }
 
@@ -87,9 +102,9 @@ void Session::importChangelog(const std::string& text) {
         own.push_back(std::move(one.entry));
         link = one.previous;
     }
-    BlobRef link = addText(changelogBlob(text, {}));
+    BlobRef link = addJson(changelogBlob(text, {}), "The changelog");
     for (auto entry = own.rbegin(); entry != own.rend(); ++entry)
-        link = addText(changelogBlob(*entry, link));
+        link = addJson(changelogBlob(*entry, link), "The changelog");
     pending.changelog = link;
     m_notes.lines.push_back("Changelog: imported that of another database");
 }

@@ -20,6 +20,7 @@ public:
     // Adds everything that a state reaches, directly or through pages and the changelog.
     void add(const State& state);
     bool contains(std::uint64_t blob) const { return m_blobs.contains(blob); }
+    std::uint64_t count() const { return m_blobs.size(); }
 
 private:
     bool addBlob(const BlobRef& reference);

@@ -5,11 +5,15 @@
 #include "version.h"
 
 #include <algorithm>
+#include <optional>
 #include <random>
 
 namespace tarvo::engine::session {
 
 namespace {
+
+constexpr std::size_t longestTitle = 1u << 20;  // bytes
+constexpr std::size_t longestText = 16u << 20;
 
 // A random UUID (RFC 4122, version 4).
 std::string makeUuid() {
@@ -67,6 +71,22 @@ schema::AttributeRecord withValuesOfItsOwn(schema::AttributeRecord record) {
     return record;
 }
 
+// The texts of a transaction stand in its root and its changelog entry, which are read whole.
+void checkLength(const char* what, const std::string& text, std::size_t most) {
+    if (text.size() > most)
+        throw Failure(ErrorCode::Argument,
+                      std::string(what) + " of a transaction has at most " + std::to_string(most) +
+                          " bytes, this one has " + std::to_string(text.size()) + ".",
+                      "Keep a long text as a metadata item.");
+}
+
+void checkJsonSize(const std::string& json, const char* what) {
+    if (json.size() > maximumJsonSize)
+        throw Failure(ErrorCode::State, std::string(what) + " would be too large to be read again.",
+                      "It would have " + std::to_string(json.size()) + " bytes of at most " +
+                          std::to_string(maximumJsonSize) + ".");
+}
+
 void checkMetaDataName(const std::string& name) {
     if (name.empty() || name.size() > 255 || name.find('\0') != std::string::npos)
         throw Failure(ErrorCode::Argument,
@@ -75,6 +95,7 @@ void checkMetaDataName(const std::string& name) {
 
 void addTo(State& state, const schema::AttributeRecord& record) {
     schema::validate(record);
+    (void)schema::lodMethod(record);
     if (state.attributes.find(record.name) >= 0)
         throw Failure(ErrorCode::Exists,
                       "The database has a point attribute \"" + record.name + "\" already.");
@@ -133,8 +154,7 @@ Session::Session(const std::string& fileName, const OpenSettings& settings, std:
       m_cacheSize(std::max<std::uint64_t>(settings.cacheSize, 16u << 20)),
       m_pages(m_cacheSize / 8),
       m_columns(m_cacheSize / 2) {
-    m_version = m_container.version();
-    load(m_container.current());
+    loadCurrent();
 }
 
 Session::~Session() {
@@ -161,13 +181,46 @@ BlobRef Session::addText(const std::string& text) {
     return m_container.add(bytesOf(text));
 }
 
-void Session::load(std::uint32_t id) {
-    auto state = std::make_shared<State>(stateFromRoot(m_container.root(id)));
+BlobRef Session::addJson(const std::string& json, const char* what) {
+    checkJsonSize(json, what);
+    return addText(json);
+}
+
+std::shared_ptr<const State> Session::stateOf(std::uint32_t id, const std::string& root) {
+    auto state = std::make_shared<State>(stateFromRoot(root));
     if (state->transaction.id != id || !state->attributesBlob)
         throw Failure(ErrorCode::Damaged, "The file is damaged: transaction " + std::to_string(id) +
                                               " is not what it should be.");
     state->attributes = attributesFromText(readText(state->attributesBlob, "the attribute table"));
-    m_current = std::move(state);
+    return state;
+}
+
+void Session::loadCurrent() {
+    for (;;) {
+        const std::uint64_t version = m_container.version();
+        try {
+            const auto [id, root] = m_container.currentRoot();
+            if (!m_current || m_current->transaction.id != id)
+                m_current = stateOf(id, root);
+            m_version = version;
+            return;
+        } catch (const Failure& failure) {
+            // Another program may have taken it away between two reads.
+            if (failure.code() != ErrorCode::Damaged || m_container.version() == version)
+                throw;
+        }
+    }
+}
+
+void Session::throwIfDiscarded(const State& state, const Failure& failure) {
+    if (failure.code() != ErrorCode::Damaged || m_pending)
+        return;
+    const std::uint32_t id = state.transaction.id;
+    if (!m_container.keeps(id))
+        throw Failure(ErrorCode::State,
+                      "Transaction " + std::to_string(id) +
+                          ", which is being read, was discarded and cleaned up meanwhile.",
+                      "The file is well. Start again: a new query reads the current state.");
 }
 
 std::uint32_t Session::current() {
@@ -175,8 +228,16 @@ std::uint32_t Session::current() {
 }
 
 void Session::settle(const Progress& progress) {
-    if (m_pendingChange)
-        m_pendingChange->apply(progress);
+    if (!m_pendingChange)
+        return;
+    if (!progress) {
+        m_pendingChange->apply({});
+        return;
+    }
+    // Waiting for other programs is asked about as the work is: with how far it has come.
+    int reached = 0;
+    const store::Container::Waiting waiting(m_container, [&] { return progress(reached); });
+    m_pendingChange->apply([&](int percent) { return progress(reached = percent); });
 }
 
 std::shared_ptr<const State> Session::state() {
@@ -185,13 +246,8 @@ std::shared_ptr<const State> Session::state() {
         // A copy: whoever holds it is not to see later changes of the same transaction.
         return std::make_shared<const State>(*m_pending);
     }
-    const std::uint64_t version = m_container.version();
-    if (version != m_version) {
-        const std::uint32_t id = m_container.current();
-        if (id != m_current->transaction.id)
-            load(id);
-        m_version = version;
-    }
+    if (m_container.version() != m_version)
+        loadCurrent();
     return m_current;
 }
 
@@ -223,6 +279,10 @@ index::PageReader Session::pageReader() {
 std::uint32_t Session::begin(const std::string& title, const std::string& agent,
                              const std::string& comments, const std::string& settings) {
     requireNonePending();
+    checkLength("The title", title, longestTitle);
+    checkLength("The agent", agent, longestTitle);
+    checkLength("The comment", comments, longestText);
+    checkLength("The settings text", settings, longestText);
     m_container.beginWriting();
     try {
         const std::shared_ptr<const State> base = state();
@@ -275,21 +335,25 @@ void Session::commit(const Progress& progress, const Signer& signer) {
     report(0);
     settle([&](int percent) { return !progress || progress(percent * 9 / 10); });
     report(90);
-    if (!pending.attributesBlob)
-        pending.attributesBlob = addText(attributesText(pending.attributes));
-    pending.transaction.stop = timestamp();
-    std::string entry = changelogEntry(*m_current, pending, m_notes);
+    // All that may fail works on a copy: a commit that fails can be made again.
+    State next = pending;
+    if (!next.attributesBlob)
+        next.attributesBlob = addJson(attributesText(next.attributes), "The attribute table");
+    next.transaction.stop = timestamp();
+    std::string entry = changelogEntry(*m_current, next, m_notes);
     if (signer.method != 0)
         signEntry(entry, signer);
-    const BlobRef previous = pending.changelog;
-    pending.changelog = addText(changelogBlob(entry, previous));
-    try {
-        m_container.publish(pending.transaction.id, pending.parent, rootText(pending));
-    } catch (...) {
-        pending.changelog = previous;
-        throw;
+    next.changelog = addJson(changelogBlob(entry, next.changelog), "The changelog entry");
+    const std::string root = rootText(next);
+    checkJsonSize(root, "The list of what the transaction holds");
+    auto published = std::make_shared<const State>(std::move(next));
+    {
+        std::optional<store::Container::Waiting> waiting;
+        if (progress)
+            waiting.emplace(m_container, [&] { return progress(95); });
+        m_container.publish(published->transaction.id, root);
     }
-    m_current = std::move(m_pending);
+    m_current = std::move(published);
     endTransaction();
     if (progress)
         progress(100);
@@ -303,8 +367,11 @@ void Session::rollback() {
 
 void Session::restore(std::uint32_t id) {
     requireNonePending();
-    m_container.makeCurrent(id);
-    load(id);
+    m_container.alone([&] {
+        std::shared_ptr<const State> state = stateOf(id, m_container.root(id));
+        m_container.makeCurrent(id);
+        m_current = std::move(state);
+    });
 }
 
 void Session::requireNonePending() const {
@@ -323,7 +390,6 @@ TransactionRecord Session::details(std::uint32_t id) {
 void Session::addAttribute(const schema::AttributeRecord& record) {
     State& pending = change();
     settle();
-    (void)schema::lodMethod(record);
     addTo(pending, record);
 }
 
@@ -341,7 +407,7 @@ std::string Session::metaData(const std::string& name) {
     const auto found = now->metaData.find(name);
     if (found == now->metaData.end())
         throw Failure(ErrorCode::NotFound, "The database has no metadata item \"" + name + "\".");
-    return readText(found->second.value, "a metadata item");
+    return reading(*now, [&] { return readText(found->second.value, "a metadata item"); });
 }
 
 void Session::setMetaData(const std::string& name, const std::string& value) {

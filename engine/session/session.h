@@ -78,16 +78,32 @@ public:
     index::Node rootNode(const State& state);
     index::PageReader pageReader();
 
-    // Transactions.
+    // Runs a function that reads what a state refers to. Throws Failure(State) where data is missing
+    // because the state was discarded meanwhile: the file is well then.
+    template <typename Function>
+    auto reading(const State& state, Function&& function) -> decltype(function()) {
+        try {
+            return function();
+        } catch (const Failure& failure) {
+            throwIfDiscarded(state, failure);
+            throw;
+        }
+    }
+
+    // Transactions. A comment or settings text of more than 16 MiB, or a title or agent of more
+    // than 1 MiB is refused (Failure(Argument)).
     std::uint32_t begin(const std::string& title, const std::string& agent,
                         const std::string& comments, const std::string& settings);
-    // signer: signs the changelog entry (method 0: not at all).
+    // signer: signs the changelog entry (method 0: not at all). On failure the transaction is still
+    // pending, and can be committed again; after a success progress is not asked any more.
     void commit(const Progress& progress = {}, const Signer& signer = {});
     void rollback();
     // Makes the state of an older transaction the current one; the later ones are kept.
     void restore(std::uint32_t id);
     bool pending() const { return m_pending != nullptr; }
     std::vector<std::uint32_t> transactions() { return m_container.transactions(); }
+    // Whether the file was renamed, replaced or deleted since it was opened.
+    bool hasMoved() { return m_container.hasMoved(); }
     std::uint32_t current();
     TransactionRecord details(std::uint32_t id);
     // Forgets kept transactions, but neither the first nor the current one; their space comes back
@@ -138,10 +154,14 @@ public:
     bool verifyMetaData(const std::string& name, const Signer& signer);
 
 private:
-    void load(std::uint32_t id);
+    std::shared_ptr<const State> stateOf(std::uint32_t id, const std::string& root);
+    void loadCurrent();
+    void throwIfDiscarded(const State& state, const Failure& failure);
     void endTransaction();
     void requireNonePending() const;
     BlobRef addText(const std::string& text);
+    // Of a text that is read as JSON: within the limits of that.
+    BlobRef addJson(const std::string& json, const char* what);
     std::string readText(const BlobRef& reference, const char* what);
 
     store::Container m_container;

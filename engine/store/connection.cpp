@@ -1,5 +1,7 @@
 #include "engine/store/connection.h"
 
+#include "files/path.h"
+
 #include <chrono>
 #include <memory>
 #include <random>
@@ -7,28 +9,30 @@
 
 namespace tarvo::engine::store {
 
-namespace {
-
-// Waits a random while, growing with the number of tries, for ten seconds at most.
-int backOff(void*, int tries) {
+// Waits a random while, growing with the number of tries.
+int Connection::backOff(void* connection, int tries) {
     thread_local std::minstd_rand random{std::random_device{}()};
-    if (tries > 200)
+    if (tries >= static_cast<const Connection*>(connection)->m_tries)
         return 0;
     const int longest = tries < 10 ? 5 : 100;
     std::this_thread::sleep_for(std::chrono::milliseconds(1 + random() % longest));
     return 1;
 }
 
-}  // namespace
-
-Connection::Connection(const std::string& name, int flags) : fileName(name) {
+Connection::Connection(const std::string& name, int flags)
+    : fileName(name),
+      path(files::nameOf(std::filesystem::absolute(files::pathOf(name)))),
+      file(OpenFile::of(path)) {
     const int result = sqlite3_open_v2(
-        name.c_str(), &handle, flags | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
-    if (result != SQLITE_OK) {
-        const std::unique_ptr<sqlite3, int (*)(sqlite3*)> owner(handle, sqlite3_close);
+        path.c_str(), &handle, flags | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
+    std::unique_ptr<sqlite3, int (*)(sqlite3*)> opened(handle, sqlite3_close);
+    if (result != SQLITE_OK)
         throwSqlite(handle, result, name);
-    }
-    sqlite3_busy_handler(handle, backOff, nullptr);
+    if (hasMoved())
+        throw Failure(ErrorCode::Busy,
+                      "The file was replaced while it was being opened. Try again.",
+                      "File: " + name);
+    sqlite3_busy_handler(handle, backOff, this);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
@@ -40,6 +44,7 @@ Connection::Connection(const std::string& name, int flags) : fileName(name) {
     sqlite3_limit(handle, SQLITE_LIMIT_SQL_LENGTH, 10000);
     sqlite3_limit(handle, SQLITE_LIMIT_EXPR_DEPTH, 20);
     sqlite3_limit(handle, SQLITE_LIMIT_ATTACHED, 0);
+    handle = opened.release();
 }
 
 Connection::~Connection() {
@@ -63,6 +68,12 @@ void Connection::configure() {
 bool Connection::hasRollbackJournal() {
     Statement statement(handle, "PRAGMA journal_mode", fileName);
     return statement.step() && statement.text(0) == "delete";
+}
+
+bool Connection::hasMoved() {
+    int moved = 0;
+    const int result = sqlite3_file_control(handle, "main", SQLITE_FCNTL_HAS_MOVED, &moved);
+    return (result == SQLITE_OK && moved != 0) || files::identityOf(path) != file->identity();
 }
 
 }  // namespace tarvo::engine::store

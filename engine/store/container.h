@@ -1,12 +1,22 @@
 // The container: one file that keeps immutable blobs and one root text per committed transaction.
 // Nothing outside of engine/store knows that it is an SQLite database.
 //
-// Writing is staged: blobs are appended in batches that nothing refers to yet, and publish makes
-// them part of the file with one short container transaction. Whatever a crash or a rollback
-// leaves behind is collected by the next writer. Every text and blob is checked against the
-// checksum that its reference carries.
+// Who writes holds the writer's lock of the file (writerlock.h). Changes come in two kinds. A
+// pending transaction adds blobs: they gather in memory and go into the file in batches that
+// nothing refers to yet, and publish makes them part of it, with the last batch, in one container
+// transaction. Everything else is done alone(), in one container transaction each.
 //
-// Reads may come from several threads at once, everything else from one.
+// Before its first batch a writer puts a token into the file, and each batch and the publishing
+// look for it in their own container transaction: should the lock fail to keep two writers apart,
+// the second one takes the first one's place, and the first one fails instead of publishing a root
+// whose blobs the second has collected. Whatever a crash or a rollback leaves behind is collected
+// by the next writer. Every text and blob is checked against the checksum that its reference
+// carries.
+//
+// A failed write loses nothing: what was added stays in memory, and is written by the next try.
+//
+// Functions may be called from several threads at once as far as they only read; all others from
+// one thread at a time. None of them holds a lock while it calls back.
 #pragma once
 
 #include "engine/base/blobref.h"
@@ -17,6 +27,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace tarvo::engine::store {
@@ -52,9 +63,10 @@ public:
 
     std::vector<std::uint32_t> transactions();  // ascending
     std::uint32_t current();
+    bool keeps(std::uint32_t id);
     std::string root(std::uint32_t id);  // Failure(NotFound) when there is none
-    // The number of the next transaction; numbers are never given twice.
-    std::uint32_t nextTransaction();
+    // The current transaction and its root, of one moment.
+    std::pair<std::uint32_t, std::string> currentRoot();
     // Bytes of a stored blob.
     std::uint64_t blobSize(std::uint64_t blob);
 
@@ -74,33 +86,58 @@ public:
     // What the reference refers to; `what` names it in errors.
     Bytes read(const BlobRef& reference, std::string_view what);
 
-    // Takes the writer's lock and collects what nothing refers to. Failure(Busy) when another
-    // process has the lock.
+    // Whether the name leads to another file than when this was opened, or to none: what is open
+    // can be read, but not changed.
+    bool hasMoved();
+
+    // Takes the writer's lock for a pending transaction; writes nothing yet. Failure(Busy) when
+    // somebody else has the lock, Failure(State) when the file has moved.
     void beginWriting();
     bool writing() const;
-    // Stages a blob.
+    // The number of the next transaction; numbers are never given twice. While writing.
+    std::uint32_t nextTransaction() const;
+    // Adds a blob. May write a batch, see publish.
     BlobRef add(ByteSpan data);
-    // Makes the staged blobs and this root the current state; only if `parent` still is the
-    // current transaction. Ends writing.
-    void publish(std::uint32_t id, std::uint32_t parent, std::string_view root);
-    // Makes an older transaction the current one; not while writing.
-    void makeCurrent(std::uint32_t id);
-    // Forgets older transactions, but neither the first nor the current one (Failure(Argument));
-    // their blobs stay until vacuum. Not while writing.
-    void discard(const std::vector<std::uint32_t>& ids);
-    // Deletes the blobs that nobody wants and gives their space back to the disk. plan: called
-    // once nobody else can add blobs, tells which to keep. progress gets per cent and returns
-    // whether to go on; what was given back before a stop stays so (Failure(Cancelled)). Not while
-    // writing.
-    using KeepBlob = std::function<bool(std::uint64_t blob)>;
-    void vacuum(const std::function<KeepBlob()>& plan, const std::function<bool(int)>& progress);
-    // Forgets the staged blobs and ends writing; never throws.
+    // Writes the blobs and this root, and makes them the current state. Ends writing. On failure
+    // nothing is published and nothing lost: it can be tried again, or abandoned. Failure(State)
+    // when another program has changed the file in spite of the lock, after which only abandon is
+    // left.
+    void publish(std::uint32_t id, std::string_view root);
+    // Forgets what was added and ends writing; never throws.
     void abandon() noexcept;
 
-private:
-    void changeAlone(const std::function<void()>& change);
-    void giveBack(const KeepBlob& keep, const std::function<bool(int)>& progress);
+    // Writing waits while programs read. While a Waiting lives, goOn is asked several times a
+    // second and ends the wait with Failure(Cancelled) when it says false; without one it ends with
+    // Failure(Busy) after ten seconds.
+    class Waiting {
+    public:
+        Waiting(Container& container, std::function<bool()> goOn);
+        ~Waiting();
+        Waiting(const Waiting&) = delete;
+        Waiting& operator=(const Waiting&) = delete;
 
+    private:
+        Container& m_container;
+        std::function<bool()> m_before;
+    };
+
+    // Runs work under the writer's lock, which refuses as in beginWriting; not while writing.
+    void alone(const std::function<void()>& work);
+    // The following only from within work.
+    // Makes a kept transaction the current one.
+    void makeCurrent(std::uint32_t id);
+    // Forgets transactions, but neither the first nor the current one (Failure(Argument)); their
+    // blobs stay until they are removed.
+    void discard(const std::vector<std::uint32_t>& ids);
+    // Deletes the blobs that nobody wants and gives their space back to the disk, in steps that need
+    // little room. keep: tells which of the blobs are wanted; count: how many it wants, all of which
+    // must be there (Failure(Damaged), before anything is deleted). progress gets per cent and
+    // returns whether to go on; what was given back before a stop stays so (Failure(Cancelled)).
+    using KeepBlob = std::function<bool(std::uint64_t blob)>;
+    void giveBack(const KeepBlob& keep, std::uint64_t count,
+                  const std::function<bool(int)>& progress);
+
+private:
     struct Impl;
     std::unique_ptr<Impl> m;
 };

@@ -1,5 +1,7 @@
 #include "engine/store/sqlite.h"
 
+#include "engine/store/writerlock.h"
+
 namespace tarvo::engine::store {
 
 void throwSqlite(sqlite3* database, int result, const std::string& fileName) {
@@ -9,11 +11,13 @@ void throwSqlite(sqlite3* database, int result, const std::string& fileName) {
                    std::to_string(sqlite3_extended_errcode(database)) + ")";
     switch (result & 0xff) {
         case SQLITE_FULL:
-            throw Failure(ErrorCode::File,
-                          "The disk is full. What was committed is safe; free some space and roll "
-                          "the transaction back.",
-                          details);
+            throw NoRoom(ErrorCode::File,
+                         "The disk is full. What was committed is safe, and a pending transaction "
+                         "is still pending: free some space and try again.",
+                         details);
         case SQLITE_READONLY:
+            if (result == SQLITE_READONLY_DBMOVED)
+                throwMoved(fileName);
             if (result == SQLITE_READONLY_ROLLBACK || result == SQLITE_READONLY_RECOVERY ||
                 result == SQLITE_READONLY_CANTINIT)
                 throw Failure(ErrorCode::File,
@@ -41,6 +45,12 @@ void throwSqlite(sqlite3* database, int result, const std::string& fileName) {
         case SQLITE_NOMEM:
             throw Failure(ErrorCode::Memory, "Out of memory.", details);
         case SQLITE_IOERR:
+            if (result == SQLITE_IOERR_WRITE)
+                throw NoRoom(ErrorCode::File,
+                             "Writing the file failed: the disk may be full, or a limit on the "
+                             "size of files be reached. What was committed is safe, and a pending "
+                             "transaction is still pending: free some space and try again.",
+                             details);
             throw Failure(ErrorCode::File,
                           "Reading or writing the file failed. What was committed "
                           "is safe; check the disk.",

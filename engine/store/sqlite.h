@@ -3,6 +3,7 @@
 #pragma once
 
 #include "engine/base/bytes.h"
+#include "engine/base/error.h"
 
 #include <sqlite3.h>
 
@@ -11,6 +12,12 @@
 #include <string_view>
 
 namespace tarvo::engine::store {
+
+// The disk, a quota or a limit has no room for what is to be written.
+class NoRoom : public Failure {
+public:
+    using Failure::Failure;
+};
 
 // Throws the Failure that a result code of the container means.
 [[noreturn]] void throwSqlite(sqlite3* database, int result, const std::string& fileName);

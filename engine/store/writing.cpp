@@ -1,0 +1,418 @@
+// Container: all that changes a file.
+#include "engine/store/containerimpl.h"
+
+#include <algorithm>
+#include <chrono>
+#include <random>
+#include <vector>
+
+namespace tarvo::engine::store {
+
+namespace {
+
+constexpr std::size_t batchSize = 16u << 20;  // bytes
+constexpr auto longestWait = std::chrono::seconds(10);
+constexpr const char* tokenName = "writer";
+
+// Blobs or pages that one step deletes or moves.
+constexpr std::int64_t firstStep = 64;
+constexpr std::int64_t longestStep = 2048;
+
+std::string randomToken() {
+    std::random_device random;
+    std::string token;
+    for (int i = 0; i < 32; ++i)
+        token += "0123456789abcdef"[random() & 15];
+    return token;
+}
+
+[[noreturn]] void throwPlaceLost(const std::string& fileName) {
+    throw Failure(ErrorCode::State,
+                  "Another program has changed the database meanwhile; the transaction can only be "
+                  "rolled back.",
+                  "File: " + fileName +
+                      "\nIts lock did not keep the other program out: are both on one machine?");
+}
+
+[[noreturn]] void throwNoRoom(const std::string& fileName, const std::string& details) {
+    throw Failure(ErrorCode::File,
+                  "The disk is so full that not even space can be given back. Free about one "
+                  "megabyte of it first; nothing is lost.",
+                  "File: " + fileName + "\n" + details);
+}
+
+}  // namespace
+
+Container::Impl::Change::Change(Impl& impl) : m_impl(impl), m_guard(impl.mutex) {
+    impl.closeReader();
+    // The rest of the patience is patiently's, which lets others at the file in between.
+    impl.connection->setTries(fewTries);
+    try {
+        impl.connection->run("BEGIN IMMEDIATE");
+    } catch (...) {
+        impl.connection->setTries(mostTries);
+        throw;
+    }
+}
+
+Container::Impl::Change::~Change() {
+    if (!m_committed && !sqlite3_get_autocommit(m_impl.connection->handle))
+        sqlite3_exec(m_impl.connection->handle, "ROLLBACK", nullptr, nullptr, nullptr);
+    m_impl.connection->setTries(mostTries);
+}
+
+void Container::Impl::Change::commit() {
+    m_impl.connection->run("COMMIT");
+    m_committed = true;
+}
+
+Container::Waiting::Waiting(Container& container, std::function<bool()> goOn)
+    : m_container(container), m_before(std::move(container.m->goOn)) {
+    container.m->goOn = std::move(goOn);
+}
+
+Container::Waiting::~Waiting() {
+    m_container.m->goOn = std::move(m_before);
+}
+
+void Container::Impl::patiently(const std::function<void()>& work) {
+    const auto end = std::chrono::steady_clock::now() + longestWait;
+    for (;;) {
+        try {
+            work();
+            return;
+        } catch (const Failure& failure) {
+            if (failure.code() != ErrorCode::Busy)
+                throw;
+        }
+        if (goOn && !goOn())
+            throw Failure(ErrorCode::Cancelled,
+                          "Waiting for programs that read the database was cancelled.",
+                          "A pending transaction is still pending.");
+        if (!goOn && std::chrono::steady_clock::now() > end)
+            throw Failure(ErrorCode::Busy,
+                          "Other programs keep reading the database, so that it can't be written "
+                          "now. Try again when they are done.",
+                          "File: " + fileName() + "\nA pending transaction is still pending.");
+    }
+}
+
+void Container::Impl::inSteps(const std::function<bool(std::int64_t count)>& step) {
+    for (std::int64_t count = firstStep;;) {
+        bool left = true;
+        try {
+            patiently([&] { left = step(count); });
+            count = std::min(count * 2, longestStep);
+        } catch (const NoRoom& failure) {
+            if (count == 1)
+                throwNoRoom(fileName(), failure.details());
+            count = std::max<std::int64_t>(1, count / 8);
+        }
+        if (!left)
+            return;
+    }
+}
+
+void Container::Impl::takeLock() {
+    if (readOnly)
+        throw Failure(ErrorCode::File,
+                      "The database can only be read: the file or its folder is "
+                      "write-protected.",
+                      "File: " + fileName());
+    const std::lock_guard guard(mutex);
+    if (connection->hasMoved())
+        throwMoved(fileName());
+    lock.emplace(connection->file, connection->path);
+}
+
+bool Container::Impl::holdsToken() {
+    return hasInfo(*connection, tokenName) && getInfo(*connection, tokenName) == writing->token;
+}
+
+void Container::Impl::takePlace() {
+    if (writing->placeTaken)
+        return;
+    patiently([this] {
+        Change change(*this);
+        if (readHistory(*connection) != writing->base)
+            throwPlaceLost(fileName());
+        putInfo(*connection, tokenName, writing->token);
+        change.commit();
+    });
+    deleteFrom(writing->base.lastBlob + 1);
+    writing->placeTaken = true;
+}
+
+void Container::Impl::requirePlace() {
+    if (!holdsToken())
+        throwPlaceLost(fileName());
+    // A program that knows nothing of tokens may have deleted what this one wrote.
+    for (const std::int64_t blob : {writing->base.lastBlob + 1, writing->firstInMemory - 1}) {
+        if (blob <= writing->base.lastBlob || blob >= writing->firstInMemory)
+            continue;
+        Statement there(connection->handle, "SELECT 1 FROM blob WHERE id = ?", fileName());
+        if (!there.bind(1, blob).step())
+            throwPlaceLost(fileName());
+    }
+}
+
+// Of a writer that has its place.
+void Container::Impl::deleteFrom(std::int64_t first) {
+    inSteps([&](std::int64_t count) {
+        Change change(*this);
+        if (!holdsToken())
+            throwPlaceLost(fileName());
+        Statement(connection->handle,
+                  "DELETE FROM blob WHERE id IN (SELECT id FROM blob WHERE id >= ? LIMIT ?)",
+                  fileName())
+            .bind(1, first)
+            .bind(2, count)
+            .run();
+        const bool left = sqlite3_changes(connection->handle) == count;
+        change.commit();
+        return left;
+    });
+}
+
+void Container::Impl::writeMemory() {
+    Statement insert(connection->handle, "INSERT INTO blob VALUES(?, ?)", fileName());
+    std::int64_t id = writing->firstInMemory;
+    for (const Bytes& blob : writing->memory) {
+        insert.bind(1, id++).bind(2, ByteSpan(blob));
+        insert.run();
+    }
+}
+
+void Container::Impl::forgetMemory() {
+    writing->firstInMemory = writing->nextBlob();
+    writing->memory.clear();
+    writing->bytes = 0;
+}
+
+void Container::Impl::flush() {
+    takePlace();
+    patiently([this] {
+        Change change(*this);
+        requirePlace();
+        writeMemory();
+        change.commit();
+        forgetMemory();
+    });
+}
+
+void Container::beginWriting() {
+    m->takeLock();
+    try {
+        const std::lock_guard guard(m->mutex);
+        Impl::Writing writing;
+        writing.base = readHistory(*m->connection);
+        writing.token = randomToken();
+        writing.firstInMemory = writing.base.lastBlob + 1;
+        m->writing = std::move(writing);
+    } catch (...) {
+        m->lock.reset();
+        throw;
+    }
+}
+
+bool Container::writing() const {
+    return m && m->writing.has_value();
+}
+
+std::uint32_t Container::nextTransaction() const {
+    const std::uint32_t last = m->writing->base.last;
+    if (last == UINT32_MAX)
+        throw Failure(ErrorCode::State, "The database has no more transaction numbers.",
+                      "Copy its points into a new database.");
+    return last + 1;
+}
+
+BlobRef Container::add(ByteSpan data) {
+    if (!m->writing)
+        throw Failure(ErrorCode::State, "No transaction is pending.");
+    if (data.size() > maximumBlob - 1024)
+        throw Failure(ErrorCode::Argument, "A value of " + std::to_string(data.size()) +
+                                               " bytes is too large to be stored.");
+    if (m->writing->bytes >= batchSize)
+        m->flush();
+    const std::lock_guard guard(m->mutex);
+    Impl::Writing& writing = *m->writing;
+    const std::int64_t id = writing.nextBlob();
+    writing.memory.emplace_back(data.begin(), data.end());
+    writing.bytes += data.size();
+    return {static_cast<std::uint64_t>(id), 0, static_cast<std::uint32_t>(data.size()),
+            checksum(data)};
+}
+
+void Container::publish(std::uint32_t id, std::string_view root) {
+    m->takePlace();
+    try {
+        m->patiently([&] {
+            Impl::Change change(*m);
+            Connection& connection = *m->connection;
+            m->requirePlace();
+            History history = readHistory(connection);
+            if (history != m->writing->base)
+                throwPlaceLost(fileName());
+            m->writeMemory();
+            raiseFormat(connection);
+            history.current = history.last = id;
+            history.lastBlob = m->writing->nextBlob() - 1;
+            history.kept.push_back(id);
+            putSnapshot(connection, id, history.lastBlob, root);
+            writeHistory(connection, history);
+            removeInfo(connection, tokenName);
+            change.commit();
+        });
+    } catch (...) {
+        if (!m->isPublished(id, root))
+            throw;
+    }
+    const std::lock_guard guard(m->mutex);
+    m->writing.reset();
+    m->lock.reset();
+}
+
+// Whether a commit that failed is in the file all the same: the last thing that it does, removing
+// the journal for good, comes after what makes it valid.
+bool Container::Impl::isPublished(std::uint32_t id, std::string_view root) {
+    try {
+        const std::lock_guard guard(mutex);
+        return readHistory(*connection).current == id && readRoot(*connection, id) == root;
+    } catch (...) {
+        return false;
+    }
+}
+
+void Container::abandon() noexcept {
+    if (!m || !m->writing)
+        return;
+    try {
+        m->goOn = [] { return false; };  // the next writer collects what can't be collected now
+        const std::int64_t last = m->writing->base.lastBlob;
+        if (m->writing->placeTaken) {
+            m->deleteFrom(last + 1);
+            Impl::Change change(*m);
+            removeInfo(*m->connection, tokenName);
+            change.commit();
+        }
+    } catch (...) {
+    }
+    m->goOn = nullptr;
+    const std::lock_guard guard(m->mutex);
+    m->writing.reset();
+    m->lock.reset();
+}
+
+void Container::alone(const std::function<void()>& work) {
+    m->takeLock();
+    try {
+        work();
+    } catch (...) {
+        m->lock.reset();
+        throw;
+    }
+    m->lock.reset();
+}
+
+void Container::makeCurrent(std::uint32_t id) {
+    m->patiently([&] {
+        Impl::Change change(*m);
+        (void)readRoot(*m->connection, id);  // there, and whole
+        History history = readHistory(*m->connection);
+        history.current = id;
+        writeHistory(*m->connection, history);
+        change.commit();
+    });
+}
+
+void Container::discard(const std::vector<std::uint32_t>& ids) {
+    m->patiently([&] {
+        Impl::Change change(*m);
+        Connection& connection = *m->connection;
+        History history = readHistory(connection);
+        for (const std::uint32_t id : ids) {
+            (void)readRoot(connection, id);
+            const bool first = id == history.kept.front();
+            if (first || id == history.current)
+                throw Failure(ErrorCode::Argument,
+                              "Transaction " + std::to_string(id) + " can't be discarded: it is " +
+                                  (first ? "the first one." : "the current one."));
+            removeSnapshot(connection, id);
+            std::erase(history.kept, id);
+        }
+        writeHistory(connection, history);
+        change.commit();
+    });
+}
+
+void Container::giveBack(const KeepBlob& keep, std::uint64_t count,
+                         const std::function<bool(int)>& progress) {
+    Connection& connection = *m->connection;
+    const auto report = [&](std::int64_t done, std::int64_t all, int from, int to) {
+        const auto share = all > 0 ? done * (to - from) / all : to - from;
+        if (!progress(from + static_cast<int>(share)))
+            throw Failure(ErrorCode::Cancelled, "The clean-up was cancelled.",
+                          "The space given back so far stays so; nothing is lost.");
+    };
+    const auto number = [&](const char* sql) {
+        const std::lock_guard guard(m->mutex);
+        return connection.pragma(sql);
+    };
+
+    // What is wanted must be there: a file with gaps is not for cleaning up but for a backup.
+    std::vector<std::int64_t> unwanted;
+    {
+        const std::lock_guard guard(m->mutex);
+        Statement ids(connection.handle, "SELECT id FROM blob ORDER BY id", fileName());
+        std::uint64_t found = 0;
+        while (ids.step()) {
+            if (keep(static_cast<std::uint64_t>(ids.integer(0))))
+                ++found;
+            else
+                unwanted.push_back(ids.integer(0));
+        }
+        if (found != count)
+            throw Failure(ErrorCode::Damaged,
+                          "The file is damaged: data of a transaction that is kept is missing. "
+                          "Nothing was removed.",
+                          "File: " + fileName() + "\nRestore it from a backup.");
+    }
+    std::size_t done = 0;
+    m->inSteps([&](std::int64_t step) {
+        const std::size_t end = std::min(done + static_cast<std::size_t>(step), unwanted.size());
+        {
+            Impl::Change change(*m);
+            // A transaction that another machine has pending can't go on after this.
+            if (hasInfo(connection, tokenName))
+                removeInfo(connection, tokenName);
+            Statement statement(connection.handle, "DELETE FROM blob WHERE id = ?", fileName());
+            for (std::size_t i = done; i < end; ++i) {
+                statement.bind(1, unwanted[i]);
+                statement.run();
+            }
+            change.commit();
+        }
+        done = end;
+        report(static_cast<std::int64_t>(done), static_cast<std::int64_t>(unwanted.size()), 0, 50);
+        return done < unwanted.size();
+    });
+    const std::int64_t unused = number("PRAGMA freelist_count");
+    std::int64_t left = unused;
+    m->inSteps([&](std::int64_t step) {
+        report(unused - left, unused, 50, 100);
+        if (left == 0)
+            return false;
+        {
+            Impl::Change change(*m);
+            connection.run(("PRAGMA incremental_vacuum(" + std::to_string(step) + ")").c_str());
+            change.commit();
+        }
+        const std::int64_t now = number("PRAGMA freelist_count");
+        const bool fewer = now < left;
+        left = now;
+        return fewer;
+    });
+}
+
+}  // namespace tarvo::engine::store
