@@ -75,6 +75,7 @@ private slots:
     void noDatabaseIsReadOrWrittenAsText();
     void newDatabasesSpareThoseOfOtherWindows();
     void closedWindowLetsGo();
+    void twoWindowsShareAFile();
     void filesGoToAnOpenWindow();
     void quitAsksAllWindowsFirst();
     void quitEndsNoWorkOnADatabase();
@@ -255,6 +256,24 @@ void LifetimeTest::closedWindowLetsGo() {
     QVERIFY(!m_window->isVisible());
     QVERIFY(!m_window->session().database);
     QVERIFY(isFree(m_file));
+}
+
+void LifetimeTest::twoWindowsShareAFile() {
+    m_window->openDatabase(m_file, true);
+    m_second->openDatabase(m_file, true);
+    begin(*m_window);
+    // One writes at a time; the file is named twice, and opened again in its own window.
+    trigger(*m_second, "actionTransactionBegin", {ok, ok});
+    QVERIFY(isPending(*m_window) && !isPending(*m_second));
+    m_second->close();
+    QVERIFY(isPending(*m_window) && !isFree(m_file));
+    answering({no}, [&] { m_window->openDatabase(m_file, true); });
+    QVERIFY(isPending(*m_window) && !isFree(m_file));
+    trigger(*m_window, "actionTransactionCommit", {ok});
+    m_second->show();
+    m_second->openDatabase(m_file, true);
+    QCOMPARE(m_second->findChild<QTreeWidget*>("treeTransactions")->topLevelItemCount(),
+             m_window->findChild<QTreeWidget*>("treeTransactions")->topLevelItemCount());
 }
 
 void LifetimeTest::filesGoToAnOpenWindow() {
