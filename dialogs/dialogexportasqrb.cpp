@@ -133,7 +133,7 @@ bool DialogExportAsQRB::mayWriteTarget() {
         throw std::runtime_error(
             "The copy can't replace the database that it is made from.\nChoose another location.");
     m_checkPlace(m_ui->editTarget->text());
-    return common::confirmed(
+    return common::lossConfirmed(
         this,
         QString("The file \"%0\" exists already.\nReplace it?").arg(m_ui->editTarget->text()));
 }

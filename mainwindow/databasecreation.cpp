@@ -25,7 +25,7 @@ bool create(const Wish& wish, const DatabaseSession& session, QWidget* parent) {
     const QFileInfo target(wish.location);
     if (target.exists()) {
         refuseOpenDatabase(wish.location, session);
-        if (!common::confirmed(
+        if (!common::lossConfirmed(
                 parent, QString("The file \"%0\" exists already.\nReplace it?").arg(wish.location)))
             return false;
     }

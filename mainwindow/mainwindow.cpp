@@ -223,14 +223,16 @@ void MainWindow::checkFile() {
             return;
         updateStatus();
         const bool replaced = state == DatabaseSession::FileState::REPLACED;
+        const bool pending = isPending();
         QString text = QString(replaced ? "\"%0\" was replaced by another file since it was opened.\n"
                                         : "\"%0\" was deleted or renamed since it was opened.\n")
                            .arg(m_session.fileName);
         text += "What the window shows is as it was; it can be read and exported, but not changed.\n";
-        if (isPending())
-            text += "The pending transaction can't be committed: all its changes will be lost.\n";
+        if (pending)
+            text += "The pending transaction can only be committed once the file is back in its "
+                    "place.\nAll its changes will be lost if you go on.\n";
         text += replaced ? "\nOpen the file that is there now?" : "\nClose the database?";
-        if (!common::confirmed(this, text))
+        if (!(pending ? common::lossConfirmed(this, text) : common::confirmed(this, text)))
             return;
         if (replaced) {
             const QString fileName = m_session.fileName;
@@ -257,8 +259,8 @@ bool MainWindow::mayDropDatabase() {
         raise();
         activateWindow();
     }
-    return common::confirmed(this,
-                             "A transaction is pending.\nAll its changes will be lost. Go on?");
+    return common::lossConfirmed(
+        this, "A transaction is pending.\nAll its changes will be lost. Go on?");
 }
 
 // Ends what works on the database and drops the handle.
