@@ -224,13 +224,16 @@ void MainWindow::checkFile() {
         updateStatus();
         const bool replaced = state == DatabaseSession::FileState::REPLACED;
         const bool pending = isPending();
-        QString text = QString(replaced ? "\"%0\" was replaced by another file since it was opened.\n"
-                                        : "\"%0\" was deleted or renamed since it was opened.\n")
-                           .arg(m_session.fileName);
-        text += "What the window shows is as it was; it can be read and exported, but not changed.\n";
+        QString text =
+            QString(replaced ? "\"%0\" was replaced by another file since it was opened.\n"
+                             : "\"%0\" was deleted or renamed since it was opened.\n")
+                .arg(m_session.fileName);
+        text +=
+            "What the window shows is as it was; it can be read and exported, but not changed.\n";
         if (pending)
-            text += "The pending transaction can only be committed once the file is back in its "
-                    "place.\nAll its changes will be lost if you go on.\n";
+            text +=
+                "The pending transaction can only be committed once the file is back in its "
+                "place.\nAll its changes will be lost if you go on.\n";
         text += replaced ? "\nOpen the file that is there now?" : "\nClose the database?";
         if (!(pending ? common::lossConfirmed(this, text) : common::confirmed(this, text)))
             return;
@@ -259,8 +262,8 @@ bool MainWindow::mayDropDatabase() {
         raise();
         activateWindow();
     }
-    return common::lossConfirmed(
-        this, "A transaction is pending.\nAll its changes will be lost. Go on?");
+    return common::lossConfirmed(this,
+                                 "A transaction is pending.\nAll its changes will be lost. Go on?");
 }
 
 // Ends what works on the database and drops the handle.
@@ -396,13 +399,10 @@ void MainWindow::on_actionExportAsQRB_triggered() {
     common::guarded(this, [this] {
         if (!m_session.database)
             return;
-        const QString fileName =
-            DialogExportAsQRB::run({*m_session.database, m_session.fileName, m_session.identity},
-                                   m_pointData->filterText(), m_pointData->nodesText(),
-                                   [this](const QString& place) {
-                                       refuseOpenDatabase(place, m_session);
-                                   },
-                                   this);
+        const QString fileName = DialogExportAsQRB::run(
+            {*m_session.database, m_session.fileName, m_session.identity},
+            m_pointData->filterText(), m_pointData->nodesText(),
+            [this](const QString& place) { refuseOpenDatabase(place, m_session); }, this);
         m_pointData->refreshHistory();
         if (!fileName.isEmpty())
             openDatabase(fileName, true);
@@ -486,8 +486,8 @@ void MainWindow::switchLibrary(const QString& fileName) {
         return;
     libraryChoice().ask(fileName);
     if (openWindows().size() > 1)
-        common::showInformation(
-            this, "The library is switched as soon as all other windows are closed.");
+        common::showInformation(this,
+                                "The library is switched as soon as all other windows are closed.");
     closeUnasked();
 }
 

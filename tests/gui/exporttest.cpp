@@ -294,14 +294,14 @@ void ExportTest::cancelLeavesWhatWasThere() {
     QVERIFY(file.open(QIODevice::WriteOnly) && file.write("last week") == 9);
     file.close();
     int percent = -1;
-    const QStringList texts =
-        run("actionQuerySelectExport",
-            exportTo(name, {ModalScript::press("Yes"), [&](QDialog* dialog) {
-                                auto* progress = qobject_cast<QProgressDialog*>(dialog);
-                                QVERIFY(progress);
-                                percent = progress->value();
-                                ModalScript::press("Cancel")(dialog);
-                            }}));
+    const QStringList texts = run("actionQuerySelectExport",
+                                  exportTo(name, {ModalScript::press("Yes"), [&](QDialog* dialog) {
+                                                      auto* progress =
+                                                          qobject_cast<QProgressDialog*>(dialog);
+                                                      QVERIFY(progress);
+                                                      percent = progress->value();
+                                                      ModalScript::press("Cancel")(dialog);
+                                                  }}));
     QCOMPARE(texts.size(), 1);  // the question of the file dialog
     QVERIFY2(percent >= 0 && percent < 100, "the export was done before it could be cancelled");
 
@@ -321,11 +321,10 @@ void ExportTest::exportOfNothingReplacesNothing() {
     QFile file(name);
     QVERIFY(file.open(QIODevice::WriteOnly) && file.write("last week") == 9);
     file.close();
-    const QStringList texts = run(
-        "actionQuerySelectExport",
-        exportTo(name, {ModalScript::press("Yes"), ModalScript::press("OK")}));
-    QCOMPARE(texts.last(),
-             QString("No points are selected; \"%0\" was left as it was.").arg(name));
+    const QStringList texts =
+        run("actionQuerySelectExport",
+            exportTo(name, {ModalScript::press("Yes"), ModalScript::press("OK")}));
+    QCOMPARE(texts.last(), QString("No points are selected; \"%0\" was left as it was.").arg(name));
     QCOMPARE(contentOf(name), QByteArray("last week"));
 }
 

@@ -104,7 +104,7 @@ private:
     static bool isPending(const MainWindow& window) {
         return window.session().database && window.session().database->transactions().pending();
     }
-    // Whether somebody else can begin a transaction.
+    // Whether somebody else, in this program and outside, can begin a transaction.
     static bool isFree(const QString& fileName);
     QString copyOf(const TestDatabase& database, const QString& name) const;
     QStringList trigger(MainWindow& window, const char* action, std::vector<Step> steps) {
@@ -130,8 +130,7 @@ void LifetimeTest::initTestCase() {
         QVERIFY2(database->error.isEmpty(), qUtf8Printable(database->error));
         const tarvo::qrb::Context context("OFF", "");
         tarvo::qrb::Pointcloud cloud(context);
-        cloud.open(database->fileName.toStdString(),
-                   tarvo::qrb::pointcloud::OpenSettings(context));
+        cloud.open(database->fileName.toStdString(), tarvo::qrb::pointcloud::OpenSettings(context));
         tarvo::qrb::pointcloud::TransactionGuard guard(cloud.transactions(), "Notes", "tests");
         cloud.metaData().set("own.note", "a note");
         guard.commit();
@@ -167,10 +166,14 @@ bool LifetimeTest::isFree(const QString& fileName) {
     try {
         cloud.transactions().begin("Another", "tests");
     } catch (const tarvo::qrb::Error&) {
+        cloud.close();
+        if (runTool({"changelog", fileName, "append", "by another program"}).isEmpty())
+            QTest::qFail("the lock holds in this program only", __FILE__, __LINE__);
         return false;
     }
     cloud.transactions().rollback();
-    return true;
+    cloud.close();
+    return runTool({"changelog", fileName, "append", "by another program"}).isEmpty();
 }
 
 void LifetimeTest::outputsSpareDatabases() {
@@ -221,13 +224,12 @@ void LifetimeTest::newDatabasesSpareThoseOfOtherWindows() {
     begin(*m_second);
     const QString link = m_work->filePath("link.qrbx");
     QVERIFY(QFile::link(m_other, link));
-    const QStringList texts = trigger(
-        *m_window, "actionNew",
-        {[&](QDialog* dialog) {
-             in<QLineEdit>(dialog, "editLocation")->setText(link);
-             ModalScript::press("OK")(dialog);
-         },
-         ok, ModalScript::press("Cancel")});
+    const QStringList texts = trigger(*m_window, "actionNew",
+                                      {[&](QDialog* dialog) {
+                                           in<QLineEdit>(dialog, "editLocation")->setText(link);
+                                           ModalScript::press("OK")(dialog);
+                                       },
+                                       ok, ModalScript::press("Cancel")});
     QVERIFY2(texts.value(0).startsWith("This database is open in another window."),
              qUtf8Printable(texts.value(0)));
 
@@ -361,12 +363,19 @@ void LifetimeTest::switchOfTheLibraryWaitsOrIsTakenBack() {
 
     trigger(*m_second, "actionSwitchLibrary", {ModalScript::chooseFile(library), yes});
     QVERIFY(!m_second->isVisible() && libraryChoice().restart);
+
+    // Who quits wants no fresh window.
+    m_window->show();
+    m_second->show();
+    trigger(*m_window, "actionSwitchLibrary", {ModalScript::chooseFile(library), ok});
+    QVERIFY(libraryChoice().restart);
+    trigger(*m_second, "actionQuit", {});
+    QVERIFY(!m_second->isVisible() && !libraryChoice().restart);
 }
 
 void LifetimeTest::replacedFileIsNoticed_data() {
     QTest::addColumn<QByteArray>("action");
-    for (const char* action :
-         {"actionReload", "actionTransactionBegin", "actionManagementVacuum"})
+    for (const char* action : {"actionReload", "actionTransactionBegin", "actionManagementVacuum"})
         QTest::newRow(action) << QByteArray(action);
 }
 
@@ -417,17 +426,17 @@ void LifetimeTest::deletedFileIsNoticed() {
 void LifetimeTest::copyOfADeletedFileCanBeSaved() {
     m_window->openDatabase(m_file, true);
     QVERIFY(QFile::remove(m_file));
-    const QStringList texts = trigger(
-        *m_window, "actionExportAsQRB",
-        {[&](QDialog* dialog) {
-             in<QLineEdit>(dialog, "editTarget")->setText(m_file);
-             auto* changelog = in<QAbstractButton>(dialog, "editChangelog");
-             changelog->setChecked(true);
-             ModalScript::press("Export")(dialog);  // the changelog is only in the file
-             changelog->setChecked(false);
-             ModalScript::press("Export")(dialog);
-         },
-         ok, yes});
+    const QStringList texts =
+        trigger(*m_window, "actionExportAsQRB",
+                {[&](QDialog* dialog) {
+                     in<QLineEdit>(dialog, "editTarget")->setText(m_file);
+                     auto* changelog = in<QAbstractButton>(dialog, "editChangelog");
+                     changelog->setChecked(true);
+                     ModalScript::press("Export")(dialog);  // the changelog is only in the file
+                     changelog->setChecked(false);
+                     ModalScript::press("Export")(dialog);
+                 },
+                 ok, yes});
     QVERIFY2(texts.value(0).startsWith("The changelog can't be taken over"),
              qUtf8Printable(texts.value(0)));
     QCOMPARE(status(*m_window), m_file);

@@ -122,37 +122,37 @@ void StartupTest::switchWaitsForAWindowThatRefusedAtFirst() {
         answers.push_back(std::make_unique<ModalScript>(std::move(steps)));
     };
     MainWindow* second = nullptr;
-    whileRunning(
-        {{1, [] { windows().first()->findChild<QAction*>("actionWindowNew")->trigger(); }},
-         {2,
-          [&] {
-              MainWindow* first = windows().first();
-              second = windows().last();
-              second->openDatabase(database.fileName, true);
-              second->session().database->transactions().begin("Pending", "tests");
-              answer({ModalScript::chooseFile(library), press("OK")});
-              first->findChild<QAction*>("actionSwitchLibrary")->trigger();
-          }},
-         {1,
-          [&] {
-              QCOMPARE(windows().first(), second);
-              answer({press("No"), press("Yes")});
-              second->close();
-          }},
-         {1,
-          [&] {
-              QCOMPARE(windows().first(), second);
-              answer({press("Yes")});
-              second->close();
-          }},
-         {1, [&] {
-              QCOMPARE(windows().first()
-                           ->findChild<QLineEdit*>("editCurrentLibrary")
-                           ->text()
-                           .section(" (", 0, 0),
-                       library);
-              windows().first()->close();
-          }}});
+    whileRunning({{1, [] { windows().first()->findChild<QAction*>("actionWindowNew")->trigger(); }},
+                  {2,
+                   [&] {
+                       MainWindow* first = windows().first();
+                       second = windows().last();
+                       second->openDatabase(database.fileName, true);
+                       second->session().database->transactions().begin("Pending", "tests");
+                       answer({ModalScript::chooseFile(library), press("OK")});
+                       first->findChild<QAction*>("actionSwitchLibrary")->trigger();
+                   }},
+                  {1,
+                   [&] {
+                       QCOMPARE(windows().first(), second);
+                       answer({press("No"), press("Yes")});
+                       second->close();
+                   }},
+                  {1,
+                   [&] {
+                       QCOMPARE(windows().first(), second);
+                       answer({press("Yes")});
+                       second->close();
+                   }},
+                  {1, [&] {
+                       QCOMPARE(windows()
+                                    .first()
+                                    ->findChild<QLineEdit*>("editCurrentLibrary")
+                                    ->text()
+                                    .section(" (", 0, 0),
+                                library);
+                       windows().first()->close();
+                   }}});
     QCOMPARE(runWindows(), 0);
     QCOMPARE(answers.size(), 3u);
     QCOMPARE(libraryChoice().fileName, library);
