@@ -1,6 +1,5 @@
 // Files beside a database: what the window reads from and writes to them. No database is read or
-// written this way: merely closing its file again would drop the locks that the program holds on
-// it.
+// written this way: closing its file again would drop the locks that the program holds on it.
 #pragma once
 
 #include "files/wholefile.h"
