@@ -4,6 +4,7 @@
 
 #include "engine/session/session.h"
 
+#include <memory>
 #include <vector>
 
 namespace tarvo::engine::query {
@@ -13,12 +14,13 @@ public:
     // Throws Failure(State) when no transaction is pending.
     explicit ChangeGuard(session::Session& session)
         : m_session(session),
-          m_transaction(session.change().transaction.id),
+          m_transaction(session.change().rolledBack),
           m_attributes(numbers()) {}
 
     // Throws Failure(State).
     void check() const {
-        if (m_session.change().transaction.id != m_transaction)
+        // Not by its number: after a rollback the next transaction gets the same one.
+        if (m_session.change().rolledBack != m_transaction)
             throw Failure(ErrorCode::State, "The transaction of this query has ended.",
                           "Make a new query in the new transaction.");
         if (numbers() != m_attributes)
@@ -36,7 +38,7 @@ private:
     }
 
     session::Session& m_session;
-    std::uint32_t m_transaction;
+    std::shared_ptr<bool> m_transaction;
     std::vector<std::uint32_t> m_attributes;  // by their numbers in the file
 };
 

@@ -172,6 +172,9 @@ std::uint32_t FillQuery::next(std::uint32_t count) {
                 stored.push_back(change);
         m_change = std::make_shared<Change>(m_session, std::move(stored));
     }
+    // Before anything is taken: a call that fails has changed nothing.
+    if (m_change->bytes() > std::max<std::uint64_t>(m_session.cacheSize() / 8, 1u << 20))
+        m_session.settle();
     if (m_session.pendingChange() != m_change)
         m_session.setPendingChange(m_change);
     if (m_session.change().shape != m_scan.state().shape)
@@ -198,8 +201,6 @@ std::uint32_t FillQuery::next(std::uint32_t count) {
         done += portion->count;
     }
     m_session.notes().updated += done;
-    if (m_change->bytes() > std::max<std::uint64_t>(m_session.cacheSize() / 8, 1u << 20))
-        m_session.settle();
     return done;
 }
 

@@ -67,6 +67,9 @@ bool PointWriter::fits(const session::State& state) const {
 
 std::uint8_t* PointWriter::addRows(std::size_t count) {
     checkIntact();
+    // Before anything is taken: a call that fails has changed nothing.
+    if (m_multiPass && m_rows.size() >= m_runSize)
+        apply({});
     const std::size_t at = m_rows.size();
     m_rows.resize(at + count * m_layout.stride());
     return m_rows.data() + at;
@@ -85,12 +88,8 @@ void PointWriter::finishRows(std::uint8_t* rows, std::size_t count) {
         const index::Key key = m_space.key(codes);
         std::memcpy(rows, &key, sizeof key);
     }
-    if (m_rows.size() < m_runSize)
+    if (m_rows.size() < m_runSize || m_multiPass)
         return;
-    if (m_multiPass) {
-        apply({});
-        return;
-    }
     m_failed = true;
     startRun();
     m_failed = false;

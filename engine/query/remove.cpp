@@ -76,6 +76,9 @@ std::uint32_t RemoveQuery::next(std::uint32_t count) {
               reinterpret_cast<std::uint8_t*>(ids.data()), sizeof ids[0]);
     if (!m_change)
         m_change = std::make_shared<Change>(m_session);
+    // Before anything is taken: a call that fails has changed nothing.
+    if (m_change->ids.size() > std::max<std::uint64_t>(m_session.cacheSize() / 64, 100'000))
+        m_session.settle();
     if (m_session.pendingChange() != m_change)
         m_session.setPendingChange(m_change);
     std::uint32_t removed = 0;
@@ -85,8 +88,6 @@ std::uint32_t RemoveQuery::next(std::uint32_t count) {
             ++removed;
         }
     m_session.notes().removed += removed;
-    if (m_change->ids.size() > std::max<std::uint64_t>(m_session.cacheSize() / 64, 100'000))
-        m_session.settle();
     return removed;
 }
 

@@ -22,14 +22,16 @@ Scan::Scan(session::Session& session, Scope scope, std::string_view filter)
       m_state(session.state()),
       m_scope(std::move(scope)),
       m_filter(filter::Expression::parse(findCommand(filter) ? "" : filter), m_state->attributes) {
-    if (const std::optional<FindCommand> command = findCommand(filter))
-        narrowScope(findNode(session, *m_state, *command));
-    m_rootPage = std::make_shared<const index::Page>(1, session.rootNode(*m_state));
-    m_cursor.emplace(m_rootPage->front(), session.pageReader());
-    if (m_scope.nodes || m_scope.subtree != 0)
-        findScope();
-    else
-        m_total = m_state->pointCount;
+    session.reading(*m_state, [&] {
+        if (const std::optional<FindCommand> command = findCommand(filter))
+            narrowScope(findNode(session, *m_state, *command));
+        m_rootPage = std::make_shared<const index::Page>(1, session.rootNode(*m_state));
+        m_cursor.emplace(m_rootPage->front(), session.pageReader());
+        if (m_scope.nodes || m_scope.subtree != 0)
+            findScope();
+        else
+            m_total = m_state->pointCount;
+    });
 }
 
 Scan::~Scan() {
@@ -164,6 +166,15 @@ bool Scan::advance() {
 }
 
 std::optional<NodeHits> Scan::next() {
+    if (m_failed)
+        throw Failure(ErrorCode::State, "The query failed, and can't go on.", "Make a new one.");
+    m_failed = true;  // the hits of a node that could not be read must not be passed over
+    std::optional<NodeHits> hits = m_session.reading(*m_state, [this] { return nextHits(); });
+    m_failed = false;
+    return hits;
+}
+
+std::optional<NodeHits> Scan::nextHits() {
     for (;;) {
         while (m_work.size() < m_ahead && advance()) {
         }

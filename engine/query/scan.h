@@ -51,7 +51,7 @@ public:
     // leaves.
     void wantLeaves() { m_wantLeaves = true; }
 
-    // The next node with hits; none at the end.
+    // The next node with hits; none at the end. Throws Failure(State) once it has failed.
     std::optional<NodeHits> next();
     // Points in the scope, hits or not.
     std::uint64_t total() const { return m_total; }
@@ -61,6 +61,7 @@ public:
 private:
     void narrowScope(std::uint32_t node);
     void findScope();
+    std::optional<NodeHits> nextHits();
     bool advance();  // starts work on the next candidate; false at the end
     void start(bool all);
     NodeHits examine(std::shared_ptr<const index::Page> page, const index::Node* node,
@@ -79,6 +80,7 @@ private:
     std::uint64_t m_total = 0;
     std::uint64_t m_passed = 0;
     bool m_wantLeaves = false;
+    bool m_failed = false;
     std::size_t m_ahead = 1;
     std::deque<std::future<NodeHits>> m_work;
 };

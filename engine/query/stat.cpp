@@ -66,21 +66,25 @@ private:
 
 // A copy of the node; its statistics are complete without the pages below.
 index::Node findNode(session::Session& session, const session::State& state, std::uint32_t id) {
-    const index::Node root = session.rootNode(state);
-    for (index::TreeCursor cursor(root, session.pageReader()); cursor.node(); cursor.enter())
-        if (cursor.node()->id == id)
-            return *cursor.node();
-    throw Failure(ErrorCode::NotFound, "The index has no node " + std::to_string(id) + ".");
+    return session.reading(state, [&] {
+        const index::Node root = session.rootNode(state);
+        for (index::TreeCursor cursor(root, session.pageReader()); cursor.node(); cursor.enter())
+            if (cursor.node()->id == id)
+                return *cursor.node();
+        throw Failure(ErrorCode::NotFound, "The index has no node " + std::to_string(id) + ".");
+    });
 }
 
 }  // namespace
 
 IndexEntry readIndex(session::Session& session, std::string_view filter) {
     const IndexReader reader(session, filter);
-    const index::Node root = session.rootNode(reader.state());
-    if (std::optional<IndexEntry> entry = reader.read(root, false))
-        return std::move(*entry);
-    return {root.id, root.revision, root.totalCount, root.ownCount, {}};
+    return session.reading(reader.state(), [&]() -> IndexEntry {
+        const index::Node root = session.rootNode(reader.state());
+        if (std::optional<IndexEntry> entry = reader.read(root, false))
+            return std::move(*entry);
+        return {root.id, root.revision, root.totalCount, root.ownCount, {}};
+    });
 }
 
 void readExtreme(session::Session& session, std::uint32_t node, std::string_view attribute,

@@ -195,6 +195,9 @@ std::uint32_t UpdateQuery::next(std::uint32_t count) {
                                             std::string(schema::pointIdName) + "\" is not bound.");
     if (!m_change)
         m_change = std::make_shared<Change>(m_session, m_bindings);
+    // Before anything is taken: a call that fails has changed nothing.
+    if (m_change->bytes() > std::max<std::uint64_t>(m_session.cacheSize() / 8, 1u << 20))
+        m_session.settle();
     PointIds& known = PointIds::of(m_session);
     std::vector<std::uint64_t> ids(count);
     readCodes(state.pointId(), m_id->type, m_id->buffer, m_id->stride, count,
@@ -224,8 +227,6 @@ std::uint32_t UpdateQuery::next(std::uint32_t count) {
         m_session.setPendingChange(m_change);
     m_change->add(rows);
     m_session.notes().updated += there;
-    if (m_change->bytes() > std::max<std::uint64_t>(m_session.cacheSize() / 8, 1u << 20))
-        m_session.settle();
     return there;
 }
 

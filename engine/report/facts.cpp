@@ -29,7 +29,7 @@ void walkIndex(session::Session& session, Facts& facts) {
     facts.indexBytes = state.rootPage.length;
     std::uint64_t nodes = 0;
     std::uint64_t points = 0;
-    const store::Container::ReadScope reading(session.container());
+    const store::Container::ReadScope scope(session.container());
     for (index::TreeCursor cursor(facts.root, session.pageReader()); cursor.node();
          cursor.enter()) {
         const index::Node& node = *cursor.node();
@@ -74,7 +74,7 @@ Facts gatherFacts(session::Session& session) {
         facts.metaData.push_back({name, item.value.length, !item.signature.empty()});
         facts.metaDataBytes += item.value.length;
     }
-    facts.root = session.rootNode(state);
+    facts.root = session.reading(state, [&] { return session.rootNode(state); });
     for (const schema::Attribute& attribute : state.attributes.all()) {
         AttributeFacts& entry = facts.attributes.emplace_back();
         entry.elements.resize(attribute.record.length);
@@ -82,7 +82,7 @@ Facts gatherFacts(session::Session& session) {
             for (std::uint32_t e = 0; e < attribute.record.length; ++e)
                 entry.elements[e] = index::statisticsOf(facts.root, attribute, e);
     }
-    walkIndex(session, facts);
+    session.reading(state, [&] { walkIndex(session, facts); });
     return facts;
 }
 

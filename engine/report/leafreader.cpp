@@ -47,14 +47,16 @@ bool LeafReader::startNext() {
 }
 
 std::optional<LeafReader::Columns> LeafReader::next() {
-    const store::Container::ReadScope reading(m_session.container());
-    while (m_work.size() < m_window && startNext()) {
-    }
-    if (m_work.empty())
-        return std::nullopt;
-    std::future<Columns> oldest = std::move(m_work.front());
-    m_work.pop_front();
-    return oldest.get();
+    const store::Container::ReadScope scope(m_session.container());
+    return m_session.reading(*m_facts.state, [this]() -> std::optional<Columns> {
+        while (m_work.size() < m_window && startNext()) {
+        }
+        if (m_work.empty())
+            return std::nullopt;
+        std::future<Columns> oldest = std::move(m_work.front());
+        m_work.pop_front();
+        return oldest.get();
+    });
 }
 
 }  // namespace tarvo::engine::report

@@ -212,8 +212,15 @@ void Session::loadCurrent() {
     }
 }
 
+void Session::throwIfRolledBack(const State& state) {
+    if (state.rolledBack && *state.rolledBack)
+        throw Failure(ErrorCode::State, "The transaction that is being read was rolled back.",
+                      "Start again: a new query reads the current state.");
+}
+
 void Session::throwIfDiscarded(const State& state, const Failure& failure) {
-    if (failure.code() != ErrorCode::Damaged || m_pending)
+    const bool pending = m_pending && m_pending->rolledBack == state.rolledBack;
+    if (failure.code() != ErrorCode::Damaged || pending)
         return;
     const std::uint32_t id = state.transaction.id;
     if (!m_container.keeps(id))
@@ -297,6 +304,7 @@ std::uint32_t Session::begin(const std::string& title, const std::string& agent,
         transaction.settings = settings;
         transaction.start = timestamp();
         pending->parent = base->transaction.id;
+        pending->rolledBack = std::make_shared<bool>(false);
         m_pending = std::move(pending);
         m_notes = {};
         return m_pending->transaction.id;
@@ -360,7 +368,7 @@ void Session::commit(const Progress& progress, const Signer& signer) {
 }
 
 void Session::rollback() {
-    change();
+    *change().rolledBack = true;
     endTransaction();
     m_container.abandon();
 }

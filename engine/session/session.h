@@ -78,10 +78,11 @@ public:
     index::Node rootNode(const State& state);
     index::PageReader pageReader();
 
-    // Runs a function that reads what a state refers to. Throws Failure(State) where data is missing
-    // because the state was discarded meanwhile: the file is well then.
+    // Runs a function that reads what a state refers to. Throws Failure(State) where the state was
+    // rolled back, or data of it is missing because it was discarded: the file is well then.
     template <typename Function>
     auto reading(const State& state, Function&& function) -> decltype(function()) {
+        throwIfRolledBack(state);
         try {
             return function();
         } catch (const Failure& failure) {
@@ -156,6 +157,7 @@ public:
 private:
     std::shared_ptr<const State> stateOf(std::uint32_t id, const std::string& root);
     void loadCurrent();
+    static void throwIfRolledBack(const State& state);
     void throwIfDiscarded(const State& state, const Failure& failure);
     void endTransaction();
     void requireNonePending() const;

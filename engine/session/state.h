@@ -9,6 +9,7 @@
 
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -41,6 +42,10 @@ struct State {
     BlobRef attributesBlob;  // the stored form of `attributes`; none while they are changed
     schema::AttributeTable attributes;  // the primary attribute first, then the point id
     std::uint32_t nextUid = 1;
+
+    // Not stored: of a state that a transaction of this session makes, whether that was rolled back.
+    // Null where the state was read.
+    std::shared_ptr<bool> rolledBack;
 
     std::uint64_t shape = 0;  // not stored: counts changes after which a point may stand elsewhere
     BlobRef rootPage;         // holds the root node; none while the database is empty or changed

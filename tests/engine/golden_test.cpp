@@ -1,0 +1,151 @@
+// Files that the first release made, and what it read of them: golden/README.md tells how.
+#include "tests/engine/database.h"
+
+#include "engine/query/commit.h"
+
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+
+#include <fstream>
+#include <sstream>
+
+namespace tarvo::engine {
+namespace {
+
+using namespace testing;
+
+std::string golden(const std::string& name) {
+    return std::string(QRB_GOLDEN) + "/" + name;
+}
+
+std::string textOf(const std::string& file) {
+    std::ifstream in(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+int formatOf(const std::string& file) {
+    sqlite3* handle = nullptr;
+    sqlite3_stmt* statement = nullptr;
+    sqlite3_open(file.c_str(), &handle);
+    sqlite3_prepare_v2(handle, "PRAGMA user_version", -1, &statement, nullptr);
+    const int version = sqlite3_step(statement) == SQLITE_ROW ? sqlite3_column_int(statement, 0) : 0;
+    sqlite3_finalize(statement);
+    sqlite3_close(handle);
+    return version;
+}
+
+// A file with everything in it: levels of detail, storage classes, free numbers, invalid values,
+// signatures, states restored and discarded, each kind of index.
+class FirstRelease : public ::testing::TestWithParam<const char*> {
+protected:
+    FirstRelease() : m_file(m_folder.file("a.qrbx")) {
+        std::filesystem::copy_file(golden(GetParam() + std::string(".qrbx")), m_file);
+        std::filesystem::permissions(m_file, std::filesystem::perms::owner_all);
+    }
+
+    // Every value against the text that the first release wrote.
+    void expectValues(session::Session& session) const {
+        std::istringstream csv(textOf(golden(GetParam() + std::string(".csv"))));
+        std::string line;
+        std::getline(csv, line);
+        std::vector<std::string> names;
+        for (std::istringstream header(line); std::getline(header, line, ',');)
+            names.push_back(line);
+        query::SelectQuery query(session, {}, "");
+        std::vector<double> values(names.size());
+        for (std::size_t i = 0; i < names.size(); ++i)
+            query.bind(names[i], QRB_DATA_TYPE_DOUBLE, &values[i], 0);
+        std::size_t rows = 0;
+        while (std::getline(csv, line)) {
+            ASSERT_EQ(query.next(1), 1u);
+            ++rows;
+            std::istringstream fields(line);
+            std::string field;
+            for (std::size_t i = 0; i < names.size(); ++i) {
+                std::getline(fields, field, ',');
+                if (!field.empty()) {
+                    ASSERT_NEAR(values[i], std::stod(field), 1e-9) << names[i] << " in row " << rows;
+                }
+            }
+        }
+        EXPECT_EQ(query.next(1), 0u);
+        EXPECT_GT(rows, 100u);
+    }
+
+    TemporaryFolder m_folder;
+    std::string m_file;
+};
+
+TEST_P(FirstRelease, ReadsTheSameAndIsRewrittenOnlyByACommit) {
+    const std::string bytes = textOf(m_file);
+    std::vector<std::uint32_t> ids;
+    {
+        session::Session session(m_file, {}, "test");
+        expectValues(session);
+        ids = session.transactions();
+        for (const std::uint32_t id : ids)
+            EXPECT_EQ(session.details(id).id, id);
+        session.begin("never made", "test", "", "");
+        session.setMetaData("x", "1");
+        session.rollback();
+    }
+    EXPECT_EQ(textOf(m_file), bytes);
+    {
+        // Its history is changed in its own format.
+        session::Session session(m_file, {}, "test");
+        const std::uint32_t current = session.current();
+        session.restore(1);
+        session.restore(current);
+        session.discard({});
+        session.vacuum();
+        EXPECT_EQ(formatOf(m_file), 1);
+        expectValues(session);
+        EXPECT_EQ(session.transactions(), ids);
+    }
+    session::Session session(m_file, {}, "test");
+    session::Session beside(m_file, {}, "test");
+    const std::uint32_t added = session.begin("new", "test", "", "");
+    EXPECT_GT(added, ids.back());
+    session.setMetaData("new", "1");
+    query::commit(session);
+    EXPECT_EQ(formatOf(m_file), 2);
+    expectValues(session);
+    EXPECT_EQ(beside.metaData("new"), "1");
+    expectValues(beside);
+    ids.push_back(added);
+    EXPECT_EQ(session.transactions(), ids);
+    session.restore(ids[ids.size() - 2]);
+    session.discard({added});
+    session.vacuum();
+    // A number is not given twice, though it was discarded.
+    EXPECT_EQ(session.begin("again", "test", "", ""), added + 1);
+    session.rollback();
+    session::Session again(m_file, {}, "test");
+    expectValues(again);
+}
+
+INSTANTIATE_TEST_SUITE_P(Files, FirstRelease,
+                         ::testing::Values("release1-history", "release1-edges"),
+                         [](const auto& each) {
+                             return std::string(each.param).substr(std::string("release1-").size());
+                         });
+
+TEST(FirstReleaseHistory, KeepsItsChangelogMetadataAndSignatures) {
+    TemporaryFolder folder;
+    const std::string file = folder.file("a.qrbx");
+    std::filesystem::copy_file(golden("release1-history.qrbx"), file);
+    session::Session session(file, {}, "test");
+    EXPECT_EQ(session.current(), 15u);
+    EXPECT_EQ(session.transactions().back(), 16u);
+    EXPECT_EQ(session.changelog(), textOf(golden("release1-history-changelog.txt")));
+    EXPECT_EQ(session.metaData("note"), "{\"text\":\"älter, \\\"quoted\\\"\\n\"}");
+    EXPECT_EQ(session.metaData("plain"), "no JSON");
+    EXPECT_TRUE(session.verifyMetaData("note", {1, {0x00, 0xff, 0x17}, {}}));
+    EXPECT_EQ(countOf(session, "free.number > 1"), 107u);
+    session.restore(16);
+    EXPECT_EQ(session.metaData("second"), "17");
+    EXPECT_EQ(session.details(16).comments, "two\nlines");
+}
+
+}  // namespace
+}  // namespace tarvo::engine
