@@ -1,8 +1,16 @@
 #include "app/qrbadminapplication.h"
 
 #include "mainwindow/mainwindow.h"
+#include "mainwindow/openwindows.h"
 
 #include <QFileOpenEvent>
+#include <QTimer>
+
+namespace {
+
+constexpr int retryDelay = 200;  // milliseconds
+
+}  // namespace
 
 QRBAdminApplication::QRBAdminApplication(int& argc, char** argv)
     : ReportingApplication(argc, argv) {}
@@ -10,14 +18,15 @@ QRBAdminApplication::QRBAdminApplication(int& argc, char** argv)
 QRBAdminApplication::~QRBAdminApplication() = default;
 
 bool QRBAdminApplication::event(QEvent* event) {
-    if (event->type() == QEvent::FileOpen) {
-        const QString fileName = static_cast<QFileOpenEvent*>(event)->file();
-        for (QWidget* widget : topLevelWidgets()) {
-            if (auto* window = qobject_cast<MainWindow*>(widget)) {
-                window->openFile(fileName);
-                break;
-            }
-        }
-    }
+    if (event->type() == QEvent::FileOpen)
+        open(static_cast<QFileOpenEvent*>(event)->file());
     return ReportingApplication::event(event);
+}
+
+void QRBAdminApplication::open(const QString& fileName) {
+    const QList<MainWindow*> windows = openWindows();
+    if (windows.isEmpty())  // the program starts, or exchanges its library
+        QTimer::singleShot(retryDelay, this, [this, fileName] { open(fileName); });
+    else
+        windows.first()->openFile(fileName);
 }

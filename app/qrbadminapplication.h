@@ -1,4 +1,4 @@
-// The application object. Hands files that the desktop wants opened to the first main window.
+// The application object. Hands files that the desktop wants opened to the first open main window.
 #pragma once
 
 #include "app/reportingapplication.h"
@@ -9,4 +9,7 @@ public:
     ~QRBAdminApplication() override;
 
     bool event(QEvent* event) override;
+
+private:
+    void open(const QString& fileName);
 };

@@ -2,6 +2,7 @@
 
 #include "common/messageboxes.h"
 #include "common/progress.h"
+#include "files/error.h"
 #include "qrb/error.h"
 
 #include <QApplication>
@@ -18,21 +19,29 @@ bool guarded(QWidget* parent, const std::function<void()>& action) {
     }
 }
 
+ErrorText describe(const std::exception_ptr& error) {
+    try {
+        std::rethrow_exception(error);
+    } catch (const qrb::Error& failure) {
+        return {QString::fromUtf8(failure.what()), QString::fromUtf8(failure.details())};
+    } catch (const files::FileError& failure) {
+        return {QString::fromUtf8(failure.what()), QString::fromStdString(failure.details())};
+    } catch (const std::exception& failure) {
+        return {QString::fromUtf8(failure.what()), {}};
+    } catch (...) {
+        return {"Unknown error.", {}};
+    }
+}
+
 void reportError(QWidget* parent, const std::exception_ptr& error) {
-    QString text = "Unknown error.";
-    QString details;
     try {
         std::rethrow_exception(error);
     } catch (const Cancelled&) {
         return;
-    } catch (const qrb::Error& failure) {
-        text = QString::fromUtf8(failure.what());
-        details = QString::fromUtf8(failure.details());
-    } catch (const std::exception& failure) {
-        text = QString::fromUtf8(failure.what());
     } catch (...) {
+        const auto [text, details] = describe(error);
+        showError(parent, text, details);
     }
-    showError(parent, text, details);
 }
 
 WaitCursor::WaitCursor() {

@@ -1,6 +1,7 @@
 // The one place where failed calls of slots become message boxes.
 #pragma once
 
+#include <QString>
 #include <exception>
 #include <functional>
 
@@ -12,6 +13,13 @@ namespace tarvo::common {
 // from a slot into the interface layer runs through here, because the toolkit's event loop promises
 // nothing for exceptions.
 bool guarded(QWidget* parent, const std::function<void()>& action);
+
+// What an error says.
+struct ErrorText {
+    QString text;
+    QString details;  // may be empty
+};
+ErrorText describe(const std::exception_ptr& error);
 
 // The general error report: an error box over parent. That the user cancelled (common/progress.h)
 // needs none.

@@ -61,6 +61,15 @@ void showBox(QWidget* parent, QMessageBox::Icon icon, const QString& title, cons
     box.exec();
 }
 
+bool ask(QWidget* parent, const QString& question, QMessageBox::StandardButton answer) {
+    QMessageBox box(QMessageBox::Question, "Confirmation", QString(),
+                    QMessageBox::Yes | QMessageBox::No, parent);
+    box.setTextFormat(Qt::PlainText);
+    box.setText(question);
+    box.setDefaultButton(answer);
+    return box.exec() == QMessageBox::Yes;
+}
+
 }  // namespace
 
 void showError(QWidget* parent, const QString& text, const QString& details) {
@@ -84,11 +93,11 @@ void showUnbrokenInformation(QWidget* parent, const QString& text) {
 }
 
 bool confirmed(QWidget* parent, const QString& question) {
-    QMessageBox box(QMessageBox::Question, "Confirmation", QString(),
-                    QMessageBox::Yes | QMessageBox::No, parent);
-    box.setTextFormat(Qt::PlainText);
-    box.setText(question);
-    return box.exec() == QMessageBox::Yes;
+    return ask(parent, question, QMessageBox::Yes);
+}
+
+bool lossConfirmed(QWidget* parent, const QString& question) {
+    return ask(parent, question, QMessageBox::No);
 }
 
 }  // namespace tarvo::common

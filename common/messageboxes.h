@@ -17,5 +17,7 @@ void showInformation(QWidget* parent, const QString& text);
 void showUnbrokenInformation(QWidget* parent, const QString& text);
 // A question titled "Confirmation"; true on Yes.
 bool confirmed(QWidget* parent, const QString& question);
+// The same where Yes loses something: Return says No.
+bool lossConfirmed(QWidget* parent, const QString& question);
 
 }  // namespace tarvo::common

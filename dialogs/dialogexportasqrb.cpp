@@ -46,25 +46,27 @@ std::vector<std::string> namesOf(const QStringList& texts) {
 
 }  // namespace
 
-QString DialogExportAsQRB::run(const tarvo::qrb::Pointcloud& database, const QString& fileName,
-                               const QString& filter, const QString& nodes, QWidget* parent) {
-    DialogExportAsQRB dialog(database, fileName, parent);
+QString DialogExportAsQRB::run(const Source& source, const QString& filter, const QString& nodes,
+                               const PlaceCheck& checkPlace, QWidget* parent) {
+    DialogExportAsQRB dialog(source, checkPlace, parent);
     dialog.m_ui->editFilter->setEditText(filter);
     dialog.m_ui->editNodes->setText(nodes);
     dialog.m_ui->editFilter->setFocus();
     return dialog.exec() == QDialog::Accepted ? dialog.m_ui->editTarget->text() : QString();
 }
 
-DialogExportAsQRB::DialogExportAsQRB(const tarvo::qrb::Pointcloud& database,
-                                     const QString& fileName, QWidget* parent)
+DialogExportAsQRB::DialogExportAsQRB(const Source& source, const PlaceCheck& checkPlace,
+                                     QWidget* parent)
     : WorkingDialog(parent),
       m_ui(std::make_unique<Ui::DialogExportAsQRB>()),
-      m_database(database),
-      m_fileName(fileName),
-      m_target(tarvo::copy::creationSettings(database).value_or(
-          tarvo::qrb::pointcloud::CreateSettings(database.context()))),
+      m_database(source.database),
+      m_fileName(source.fileName),
+      m_identity(source.identity),
+      m_checkPlace(checkPlace),
+      m_target(tarvo::copy::creationSettings(m_database)
+                   .value_or(tarvo::qrb::pointcloud::CreateSettings(m_database.context()))),
       m_settings("DialogExportAsQRB") {
-    const auto& attributes = database.pointAttributes();
+    const auto& attributes = m_database.pointAttributes();
     m_target.primaryAttribute = attributes.get(attributes.primaryAttributeName());
     m_ui->setupUi(this);
     useProgressBar(m_ui->progressBar);
@@ -72,7 +74,7 @@ DialogExportAsQRB::DialogExportAsQRB(const tarvo::qrb::Pointcloud& database,
     m_ui->editFilter->setCompleter(nullptr);
     m_ui->editFilter->lineEdit()->setPlaceholderText("all points");
     common::FilterHistory::show(m_ui->editFilter);
-    m_ui->editTarget->setText(proposedTarget(fileName));
+    m_ui->editTarget->setText(proposedTarget(m_fileName));
     fillLists();
     m_settings.restoreGeometryOf(this);
     m_ui->editChangelog->setChecked(m_settings.value("Changelog", false).toBool());
@@ -127,10 +129,11 @@ bool DialogExportAsQRB::mayWriteTarget() {
     const QFileInfo target(m_ui->editTarget->text());
     if (!target.exists())
         return true;
-    if (target == QFileInfo(m_fileName))
+    if (tarvo::files::identityOf(m_ui->editTarget->text().toStdString()) == m_identity)
         throw std::runtime_error(
             "The copy can't replace the database that it is made from.\nChoose another location.");
-    return common::confirmed(
+    m_checkPlace(m_ui->editTarget->text());
+    return common::lossConfirmed(
         this,
         QString("The file \"%0\" exists already.\nReplace it?").arg(m_ui->editTarget->text()));
 }
@@ -147,6 +150,11 @@ void DialogExportAsQRB::exportDatabase() {
     const std::string settings = transactionSettings();
     const bool changelog = m_ui->editChangelog->isChecked();
     const QString location = m_ui->editTarget->text();
+    // The changelog is read from the file, all else from the database that is open.
+    if (changelog && tarvo::files::identityOf(m_fileName.toStdString()) != m_identity)
+        throw std::runtime_error(
+            "The changelog can't be taken over: the database's file was replaced, renamed or "
+            "deleted since it was opened.\nExport without the changelog.");
     // What was written is removed on every exit but publish().
     tarvo::copy::NewDatabase target(m_database.context(), location.toStdString(),
                                     QFileInfo::exists(location));

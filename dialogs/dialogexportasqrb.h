@@ -4,9 +4,12 @@
 #include "common/programsettings.h"
 #include "copy/databasecopy.h"
 #include "dialogs/workingdialog.h"
+#include "files/identity.h"
 #include "qrb/pointcloud.h"
 
+#include <functional>
 #include <memory>
+#include <optional>
 
 namespace Ui {
 class DialogExportAsQRB;
@@ -16,10 +19,18 @@ class DialogExportAsQRB : public WorkingDialog {
     Q_OBJECT
 
 public:
-    // Runs the dialog. fileName: of the open database, which must stay open meanwhile; filter and
-    // nodes: what it proposes. Returns the name of the new file if the user wants to see it.
-    static QString run(const tarvo::qrb::Pointcloud& database, const QString& fileName,
-                       const QString& filter, const QString& nodes, QWidget* parent);
+    struct Source {
+        const tarvo::qrb::Pointcloud& database;  // stays open while the dialog runs
+        QString fileName;
+        std::optional<tarvo::files::Identity> identity;  // of the file that was opened
+    };
+    // Throws for a place that the copy must not take.
+    using PlaceCheck = std::function<void(const QString& fileName)>;
+
+    // Runs the dialog. filter and nodes: what it proposes. Returns the name of the new file if the
+    // user wants to see it.
+    static QString run(const Source& source, const QString& filter, const QString& nodes,
+                       const PlaceCheck& checkPlace, QWidget* parent);
 
     ~DialogExportAsQRB() override;
 
@@ -29,8 +40,7 @@ private slots:
     void on_pushButtonClose_clicked();
 
 private:
-    DialogExportAsQRB(const tarvo::qrb::Pointcloud& database, const QString& fileName,
-                      QWidget* parent);
+    DialogExportAsQRB(const Source& source, const PlaceCheck& checkPlace, QWidget* parent);
     void fillLists();
     tarvo::copy::Selection selection() const;
     std::string transactionSettings() const;
@@ -41,6 +51,8 @@ private:
     std::unique_ptr<Ui::DialogExportAsQRB> m_ui;
     const tarvo::qrb::Pointcloud& m_database;
     const QString m_fileName;
+    const std::optional<tarvo::files::Identity> m_identity;
+    const PlaceCheck m_checkPlace;
     tarvo::qrb::pointcloud::CreateSettings m_target;
     std::uint64_t m_points = 0;  // exported
     tarvo::common::DialogSettings m_settings;

@@ -4,6 +4,8 @@
 #include "common/filefilter.h"
 #include "common/guard.h"
 #include "common/messageboxes.h"
+#include "common/textfiles.h"
+#include "copy/outputplace.h"
 #include "dialogs/dialogchangelogmessage.h"
 #include "dialogs/dialogchangelogsignature.h"
 #include "mainwindow/changelogentries.h"
@@ -12,7 +14,6 @@
 
 #include <QDir>
 #include <QEvent>
-#include <QFile>
 #include <QFileDialog>
 #include <QTemporaryDir>
 #include <stdexcept>
@@ -22,10 +23,8 @@ namespace common = tarvo::common;
 namespace {
 
 QString readTextFile(const QString& fileName) {
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
-        throw std::runtime_error("Failed to open file.");
-    return QString::fromUtf8(file.readAll());
+    QString text = QString::fromStdString(common::readFile(fileName, "Failed to open file."));
+    return text.replace("\r\n", "\n");
 }
 
 }  // namespace
@@ -105,8 +104,11 @@ void ChangelogPanel::on_actionChangelogExportToTextfile_triggered() {
                                                       "changelog.txt", "Text files (*.txt)");
     if (name.isEmpty())
         return;
-    const bool done =
-        guarded([&] { database()->changelog().exportToTextfile(name.toStdString()); });
+    const bool done = guarded([&] {
+        tarvo::copy::checkOutputPlace(m_session.context, name.toStdString(),
+                                      {m_session.fileName.toStdString()});
+        database()->changelog().exportToTextfile(name.toStdString());
+    });
     if (done)
         emit databaseChanged();
 }

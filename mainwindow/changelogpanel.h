@@ -20,7 +20,7 @@ public:
 
     void refresh() override;
     void clear();
-    // Shows a changelog text file. Throws std::runtime_error where it can't be read.
+    // Shows a changelog text file. Throws tarvo::qrb::Error where it can't be read.
     void loadTextFile(const QString& fileName);
     // The text file that is shown; empty: none.
     const QString& textFileName() const { return m_textFileName; }

@@ -4,10 +4,10 @@
 #include "common/messageboxes.h"
 #include "copy/newdatabase.h"
 #include "dialogs/dialogcreatesettings.h"
+#include "mainwindow/openwindows.h"
 
 #include <QDir>
 #include <QFileInfo>
-#include <stdexcept>
 
 namespace common = tarvo::common;
 
@@ -24,10 +24,8 @@ struct Wish {
 bool create(const Wish& wish, const DatabaseSession& session, QWidget* parent) {
     const QFileInfo target(wish.location);
     if (target.exists()) {
-        if (session.database && target == QFileInfo(session.fileName))
-            throw std::runtime_error(
-                "This database is open.\nClose it first, or choose another location.");
-        if (!common::confirmed(
+        refuseOpenDatabase(wish.location, session);
+        if (!common::lossConfirmed(
                 parent, QString("The file \"%0\" exists already.\nReplace it?").arg(wish.location)))
             return false;
     }

@@ -54,11 +54,7 @@ void DatabasePanel::showLibrary() {
 
 void DatabasePanel::showDatabase() {
     m_ui->editDatabaseFile->setText(m_session.fileName);
-    const qint64 bytes = QFileInfo(m_session.fileName).size();
-    m_ui->editDatabaseSize->setText(
-        QString("%1 (%2 B)")
-            .arg(common::humanReadableSize(static_cast<std::uint64_t>(bytes)),
-                 QLocale().toString(bytes)));
+    m_ui->editDatabaseSize->setText(sizeText());
 
     const auto summary = DatabaseSummary::of(*database());
     m_ui->editDatabaseUUID->setText(summary.uuid);
@@ -70,6 +66,16 @@ void DatabasePanel::showDatabase() {
     m_ui->editLevelOfDetail->setText(summary.levelOfDetail);
     for (QLineEdit* edit : findChildren<QLineEdit*>())
         edit->setCursorPosition(0);
+}
+
+// Of the file that was opened: another one under its name has nothing to do with what is shown.
+QString DatabasePanel::sizeText() const {
+    const qint64 bytes = QFileInfo(m_session.fileName).size();
+    if (m_session.fileState() != DatabaseSession::FileState::AS_OPENED)
+        return "unknown";
+    return QString("%1 (%2 B)")
+        .arg(common::humanReadableSize(static_cast<std::uint64_t>(bytes)),
+             QLocale().toString(bytes));
 }
 
 void DatabasePanel::updateActions() {

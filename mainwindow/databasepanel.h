@@ -32,6 +32,7 @@ private:
     void clear();
     void showLibrary();
     void showDatabase();
+    QString sizeText() const;
     void updateActions();
 
     std::unique_ptr<Ui::DatabasePanel> m_ui;

@@ -2,13 +2,22 @@
 // window owns and changes it; panels only read it.
 #pragma once
 
+#include "files/identity.h"
 #include "qrb/pointcloud.h"
 
 #include <QString>
 #include <memory>
+#include <optional>
 
 struct DatabaseSession {
+    enum class FileState { AS_OPENED, REPLACED, GONE };
+
+    // What became of the file under the name of the open database. GONE also where it can't be
+    // looked at. A look at the folder, no more: cheap.
+    FileState fileState() const;
+
     tarvo::qrb::Context context{"TRACE", ""};
     std::shared_ptr<tarvo::qrb::Pointcloud> database;  // null: none is open
     QString fileName;                                  // native separators; empty: none is open
+    std::optional<tarvo::files::Identity> identity;    // of the file that was opened
 };

@@ -1,5 +1,18 @@
 #include "mainwindow/librarychoice.h"
 
+void LibraryChoice::ask(const QString& name) {
+    if (!restart)
+        previous = fileName;
+    fileName = name;
+    restart = true;
+}
+
+void LibraryChoice::takeBack() {
+    if (restart)
+        fileName = previous;
+    restart = false;
+}
+
 LibraryChoice& libraryChoice() {
     static LibraryChoice choice;
     return choice;

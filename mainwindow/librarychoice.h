@@ -6,6 +6,11 @@
 struct LibraryChoice {
     QString fileName;      // empty: the default library
     bool restart = false;  // a window asked for a start with another library
+    QString previous;      // what fileName was before it did
+
+    // Stays asked for, until it is done or taken back.
+    void ask(const QString& name);
+    void takeBack();
 };
 
 // The process's one choice.

@@ -24,17 +24,23 @@ class MainWindow : public QMainWindow {
     Q_OBJECT
 
 public:
-    // Examines the command line. The library must be loaded. Throws tarvo::qrb::Error where it
-    // gives no context.
-    MainWindow();
+    // Examines the command line; shows the text file, if one is given, instead of the files that
+    // are named there. The library must be loaded. Throws tarvo::qrb::Error where it gives no
+    // context.
+    explicit MainWindow(const QString& textFileName = {});
     ~MainWindow() override;
 
     // Opens the file in place of the open one; asks for the settings before, unless told not to.
-    // Shows its errors; after a failed open no database is open.
+    // Shows its errors; after a failed open no database is open, but where that would lose a
+    // pending transaction, which stays then.
     void openDatabase(QString fileName, bool skipDialog);
-    // Opens a database file, or shows a changelog text file; as soon as no dialog is open. Other
-    // names are ignored.
+    // Opens a database file, or shows a changelog text file, in a new window if the user wants that
+    // where a database is open; as soon as no dialog is open. Other names are ignored.
     void openFile(const QString& fileName);
+
+    const DatabaseSession& session() const { return m_session; }
+    // A closed window has let go of everything and takes nothing any more.
+    bool wasClosed() const { return m_closed; }
 
 public slots:
     // Shows the session anew in every panel, in their fixed order.
@@ -45,6 +51,7 @@ protected:
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
 private slots:
     void on_actionNew_triggered();
@@ -64,11 +71,22 @@ private:
     void addPanel(QWidget* tab, Panel* panel);
     void createStatusLabel();
     void restoreWindowGeometry();
-    void evaluateCommandLine();
+    void evaluateCommandLine(const QString& textFileName);
 
+    void replaceDatabase(const QString& fileName,
+                         const tarvo::qrb::pointcloud::OpenSettings& settings);
+    void tryToOpen(const QString& fileName,
+                   const tarvo::qrb::pointcloud::OpenSettings& settings) const;
+    void openTextFile(const QString& fileName);
+    void checkFile();
+    bool isPending() const;
+    bool isBusy() const;
+    bool mayClose();
+    void closeUnasked();
     bool mayDropDatabase();
     void dropDatabase();
     void updateTabs();
+    void updateStatus();
     void updateActions();
     void switchLibrary(const QString& fileName);
     bool isDatabaseFile(const QString& fileName) const;
@@ -81,4 +99,6 @@ private:
     ChangelogPanel* m_changelog = nullptr;
     PointDataPanel* m_pointData = nullptr;
     QLabel* m_statusLabel = nullptr;
+    bool m_closed = false;
+    bool m_closeAgreed = false;  // the user was asked already
 };

@@ -5,16 +5,15 @@
 #include "common/messageboxes.h"
 #include "common/numerictreewidgetitem.h"
 #include "common/progress.h"
+#include "common/textfiles.h"
 #include "common/textformat.h"
 #include "common/theme.h"
 #include "dialogs/dialogmetadata.h"
 #include "dialogs/dialogmetadatasignature.h"
 #include "ui_metadatapanel.h"
 
-#include <QFile>
 #include <QFileDialog>
 #include <algorithm>
-#include <stdexcept>
 
 namespace common = tarvo::common;
 
@@ -217,13 +216,10 @@ void MetaDataPanel::on_actionMetaDataExport_triggered() {
         for (const std::string& name : names)
             items.emplace_back(name, database()->metaData().get(name));
         const std::string text = common::writeJsonItems(items) + '\n';
-        QFile file(fileName);
-        if (!file.open(QIODevice::WriteOnly))
-            throw std::runtime_error("Failed to open export file.");
-        const auto size = static_cast<qint64>(text.size());
-        if (file.write(text.data(), size) != size || !file.flush())
-            throw std::runtime_error("Failed to write export file: " +
-                                     file.errorString().toStdString());
+        const auto file = common::openOutput(fileName, "Failed to open export file.",
+                                             {m_session.fileName.toStdString()});
+        file->write(text);
+        file->publish();
     });
     if (done)
         common::showInformation(this, "Export successfully finished.");
@@ -241,11 +237,9 @@ void MetaDataPanel::on_actionMetaDataImport_triggered() {
 void MetaDataPanel::importItems(const QString& fileName) {
     MetaDataImport import(database()->metaData());
     const bool done = guarded([&] {
-        QFile file(fileName);
-        if (!file.open(QIODevice::ReadOnly))
-            throw std::runtime_error("Failed to open import file.");
+        const std::string text = common::readFile(fileName, "Failed to open import file.");
         common::Progress progress(this, "Importing metadata items...");
-        const auto items = common::readJsonItems(file.readAll().toStdString());
+        const auto items = common::readJsonItems(text);
         try {
             for (std::size_t i = 0; i < items.size(); ++i) {
                 progress.update(static_cast<int>(i * 100 / items.size()));

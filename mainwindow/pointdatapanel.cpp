@@ -7,6 +7,7 @@
 #include "common/nodelist.h"
 #include "common/numerictreewidgetitem.h"
 #include "common/progress.h"
+#include "common/textfiles.h"
 #include "common/textformat.h"
 #include "mainwindow/filterinsertmenu.h"
 #include "mainwindow/findbar.h"
@@ -15,14 +16,14 @@
 
 #include <QAbstractItemModel>
 #include <QBoxLayout>
+#include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QLineEdit>
 #include <QLocale>
 #include <algorithm>
 #include <set>
-#include <stdexcept>
 
 namespace common = tarvo::common;
 
@@ -304,21 +305,25 @@ void PointDataPanel::on_actionQuerySelectExport_triggered() {
                                                       filters.join(";;"), &chosen);
     if (name.isEmpty())
         return;
+    QString result = "Export successfully finished.";
     const bool done = guarded([&] {
         const auto wanted = selection();
-        QFile file(name);
-        if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
-            throw std::runtime_error("Failed to open export file.");
+        const auto file = common::openOutput(name, "Failed to open export file.",
+                                             {m_session.fileName.toStdString()});
         common::Progress progress(this, "Exporting points...");
-        exportPoints(*database(), wanted, m_columns.shownAttributes(),
-                     separators[std::max<qsizetype>(filters.indexOf(chosen), 0)], file,
-                     [&](int percent) { progress.update(percent); });
-        if (!file.flush())
-            throw std::runtime_error(
-                ("Failed to write export file: " + file.errorString()).toStdString());
+        const std::uint64_t points =
+            exportPoints(*database(), wanted, m_columns.shownAttributes(),
+                         separators[std::max<qsizetype>(filters.indexOf(chosen), 0)], *file,
+                         [&](int percent) { progress.update(percent); });
+        // A filter that was mistyped must not cost last week's export.
+        if (points == 0 && QFileInfo(name).isFile())
+            result = QString("No points are selected; \"%0\" was left as it was.")
+                         .arg(QDir::toNativeSeparators(name));
+        else
+            file->publish();
     });
     if (done)
-        common::showInformation(this, "Export successfully finished.");
+        common::showInformation(this, result);
 }
 
 void PointDataPanel::showNode(std::uint32_t node) {

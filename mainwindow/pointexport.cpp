@@ -2,9 +2,7 @@
 
 #include "common/textformat.h"
 
-#include <QIODevice>
 #include <limits>
-#include <stdexcept>
 
 namespace {
 
@@ -15,19 +13,18 @@ struct ExportColumn {
     int decimals;
 };
 
-void writeLine(QIODevice& device, QByteArray& line) {
+void writeLine(tarvo::files::WholeFile& file, QByteArray& line) {
     line += '\n';
-    if (device.write(line) != line.size())
-        throw std::runtime_error(
-            ("Failed to write export file: " + device.errorString()).toStdString());
+    file.write({line.constData(), static_cast<std::size_t>(line.size())});
     line.clear();
 }
 
 }  // namespace
 
-void exportPoints(const tarvo::qrb::Pointcloud& database, const PointReader::Selection& selection,
-                  const QStringList& attributes, char separator, QIODevice& device,
-                  const std::function<void(int)>& progress) {
+std::uint64_t exportPoints(const tarvo::qrb::Pointcloud& database,
+                           const PointReader::Selection& selection, const QStringList& attributes,
+                           char separator, tarvo::files::WholeFile& file,
+                           const std::function<void(int)>& progress) {
     auto query = selection.query(database);
     std::vector<ExportColumn> columns;
     QStringList names;
@@ -44,7 +41,8 @@ void exportPoints(const tarvo::qrb::Pointcloud& database, const PointReader::Sel
     }
 
     QByteArray line = names.join(QChar(separator)).toUtf8();
-    writeLine(device, line);
+    writeLine(file, line);
+    std::uint64_t points = 0;
     while (const std::uint32_t count = query.next(exportBatch)) {
         for (std::uint32_t row = 0; row < count; ++row) {
             for (std::size_t column = 0; column < columns.size(); ++column) {
@@ -53,9 +51,11 @@ void exportPoints(const tarvo::qrb::Pointcloud& database, const PointReader::Sel
                 line +=
                     QByteArray::number(columns[column].values[row], 'f', columns[column].decimals);
             }
-            writeLine(device, line);
+            writeLine(file, line);
         }
+        points += count;
         if (progress)
             progress(static_cast<int>(query.progress()));
     }
+    return points;
 }

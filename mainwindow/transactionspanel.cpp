@@ -170,7 +170,16 @@ std::vector<std::uint32_t> TransactionsPanel::selectedIds() {
     return ids;
 }
 
+bool TransactionsPanel::canChangeFile() {
+    if (database() && m_session.fileState() == DatabaseSession::FileState::AS_OPENED)
+        return true;
+    emit fileLost();
+    return false;
+}
+
 void TransactionsPanel::on_actionTransactionBegin_triggered() {
+    if (!canChangeFile())
+        return;
     tarvo::qrb::pointcloud::Transaction record;
     record.title = record.agent = common::transactionAgentText().toStdString();
     if (DialogTransaction::edit(m_session.context, record, this, false, true))
@@ -181,6 +190,8 @@ void TransactionsPanel::on_actionTransactionBegin_triggered() {
 }
 
 void TransactionsPanel::on_actionTransactionCommit_triggered() {
+    if (!canChangeFile())
+        return;
     DialogTransactionCommit dialog(this);
     if (dialog.exec() != QDialog::Accepted)
         return;
@@ -200,7 +211,7 @@ void TransactionsPanel::on_actionTransactionRollback_triggered() {
 
 void TransactionsPanel::on_actionTransactionRestore_triggered() {
     const QTreeWidgetItem* item = m_ui->treeTransactions->currentItem();
-    if (!item)
+    if (!item || !canChangeFile())
         return;
     const auto id = item->data(TRANSACTION_ID, Qt::UserRole).toUInt();
     if (common::confirmed(
@@ -212,7 +223,7 @@ void TransactionsPanel::on_actionTransactionRestore_triggered() {
 void TransactionsPanel::on_actionTransactionDiscard_triggered() {
     guarded([this] {
         const std::vector<std::uint32_t> ids = selectedIds();
-        if (ids.empty())
+        if (ids.empty() || !canChangeFile())
             return;
         const std::uint32_t current = database()->transactions().current();
         if (common::confirmed(this, QString("Delete %0?\n\n"
@@ -240,18 +251,20 @@ void TransactionsPanel::on_actionTransactionSize_triggered() {
 }
 
 void TransactionsPanel::on_actionManagementLevelOfDetail_triggered() {
-    if (!database())
+    if (!canChangeFile())
         return;
     DialogLevelOfDetail::edit(*database(), this);
     emit databaseChanged();
 }
 
 void TransactionsPanel::on_actionManagementFinalize_triggered() {
-    if (common::confirmed(this, "Delete all transactions except the first and current/last?"))
+    if (canChangeFile() &&
+        common::confirmed(this, "Delete all transactions except the first and current/last?"))
         change([this] { database()->management().finalize(); });
 }
 
 void TransactionsPanel::on_actionManagementVacuum_triggered() {
-    if (common::confirmed(this, "Reorganize database file to release unused disk space?"))
+    if (canChangeFile() &&
+        common::confirmed(this, "Reorganize database file to release unused disk space?"))
         change([this] { database()->management().vacuum(); });
 }

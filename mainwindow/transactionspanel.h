@@ -23,6 +23,10 @@ public:
 
     void refresh() override;
 
+signals:
+    // The database can't be changed any more, because its file is not the one that was opened.
+    void fileLost();
+
 private slots:
     void on_treeTransactions_itemDoubleClicked(QTreeWidgetItem* item, int column);
     void on_treeTransactions_itemSelectionChanged();
@@ -40,6 +44,8 @@ private:
     void buildToolBar();
     void addRow(std::uint32_t id, std::uint32_t current);
     void updateActions();
+    // Whether changes would reach the file; has the window tell where they would not.
+    bool canChangeFile();
     // Tells the user when no row is selected.
     std::vector<std::uint32_t> selectedIds();
     // Runs the change under the wait cursor and has everything refreshed.

@@ -118,6 +118,9 @@ bool Container::recognises(const std::string& fileName) {
         try {
             return Connection(fileName, flags).hasOurHeader();
         } catch (const Failure& failure) {
+            // Only a database is in use by another program, or damaged behind its header.
+            if (failure.code() == ErrorCode::Busy || failure.code() == ErrorCode::Damaged)
+                return true;
             // A journal to be played back needs the second way.
             if (failure.code() != ErrorCode::File)
                 return false;

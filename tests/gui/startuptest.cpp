@@ -6,15 +6,19 @@
 #include "qrb/loader.h"
 #include "tests/gui/guitestmain.h"
 #include "tests/gui/modalanswer.h"
+#include "tests/gui/modalscript.h"
+#include "tests/gui/testdatabase.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QDialog>
 #include <QLineEdit>
+#include <QTemporaryDir>
 #include <QtTest>
 #include <functional>
 #include <memory>
 #include <utility>
+#include <vector>
 
 class StartupTest : public QObject {
     Q_OBJECT
@@ -24,6 +28,7 @@ private slots:
     void missingLibraryIsReportedAndCanBeGivenUp();
     void missingLibraryEndsTheProgramOnNo();
     void switchedLibraryRunsInAFreshWindow();
+    void switchWaitsForAWindowThatRefusedAtFirst();
     void furtherWindowsKeepTheLoopRunning();
 
 private:
@@ -103,6 +108,57 @@ void StartupTest::switchedLibraryRunsInAFreshWindow() {
                    }}});
     QCOMPARE(runWindows(), 0);
     QVERIFY(first && answer && answer->came());
+    QCOMPARE(libraryChoice().fileName, library);
+}
+
+void StartupTest::switchWaitsForAWindowThatRefusedAtFirst() {
+    const QTemporaryDir folder;
+    const TestDatabase database = makeSampleDatabase(folder.path(), 100);
+    QVERIFY2(database.error.isEmpty(), qUtf8Printable(database.error));
+    const QString library = QCoreApplication::applicationDirPath() + "/qrblib.so";
+    const auto press = [](const QString& button) { return ModalScript::press(button); };
+    std::vector<std::unique_ptr<ModalScript>> answers;
+    const auto answer = [&](std::vector<ModalScript::Step> steps) {
+        answers.push_back(std::make_unique<ModalScript>(std::move(steps)));
+    };
+    MainWindow* second = nullptr;
+    bool switched = false;
+    whileRunning({{1, [] { windows().first()->findChild<QAction*>("actionWindowNew")->trigger(); }},
+                  {2,
+                   [&] {
+                       MainWindow* first = windows().first();
+                       second = windows().last();
+                       second->openDatabase(database.fileName, true);
+                       second->session().database->transactions().begin("Pending", "tests");
+                       answer({ModalScript::chooseFile(library), press("OK")});
+                       first->findChild<QAction*>("actionSwitchLibrary")->trigger();
+                   }},
+                  {1,
+                   [&] {
+                       QCOMPARE(windows().first(), second);
+                       answer({press("No"), press("Yes")});
+                       second->close();
+                   }},
+                  {1,
+                   [&] {
+                       QCOMPARE(windows().first(), second);
+                       answer({press("Yes")});
+                       second->close();
+                   }},
+                  {1, [&] {
+                       QCOMPARE(windows()
+                                    .first()
+                                    ->findChild<QLineEdit*>("editCurrentLibrary")
+                                    ->text()
+                                    .section(" (", 0, 0),
+                                library);
+                       switched = true;
+                       windows().first()->close();
+                   }}});
+    QCOMPARE(runWindows(), 0);
+    QVERIFY(switched);
+    for (const auto& [script, boxes] : {std::pair(0, 2u), std::pair(1, 2u), std::pair(2, 1u)})
+        QCOMPARE(answers.at(script)->answered(), boxes);
     QCOMPARE(libraryChoice().fileName, library);
 }
 
