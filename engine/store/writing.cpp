@@ -400,9 +400,9 @@ void Container::giveBack(const KeepBlob& keep, std::uint64_t count,
     const std::int64_t unused = number("PRAGMA freelist_count");
     std::int64_t left = unused;
     m->inSteps([&](std::int64_t step) {
-        report(unused - left, unused, 50, 100);
         if (left == 0)
             return false;
+        report(unused - left, unused, 50, 100);
         {
             Impl::Change change(*m);
             connection.run(("PRAGMA incremental_vacuum(" + std::to_string(step) + ")").c_str());
