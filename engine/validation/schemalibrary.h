@@ -3,7 +3,7 @@
 
 // First, though the library warns of it (-Wno-cpp): else it gives RapidJSON an assertion that
 // throws and so differs from that of the other sources. Flattened schemas don't need it.
-#include <rapidjson/document.h>
+#include "qrb/jsonmemory.h"
 
 #define VALIJSON_USE_EXCEPTIONS 1
 #include <valijson/adapters/rapidjson_adapter.hpp>
@@ -12,3 +12,16 @@
 #include <valijson/schema.hpp>
 #include <valijson/schema_parser.hpp>
 #include <valijson/validator.hpp>
+
+// What the library reads JSON values of qrb/jsonmemory.h through.
+namespace tarvo::engine::validation {
+
+using RapidJsonAdapter = valijson::adapters::GenericRapidJsonAdapter<tarvo::rapidjson::Value>;
+
+}  // namespace tarvo::engine::validation
+
+template <>
+struct valijson::adapters::AdapterTraits<tarvo::engine::validation::RapidJsonAdapter> {
+    using DocumentType = tarvo::rapidjson::Document;
+    static std::string adapterName() { return "RapidJsonAdapter"; }
+};
