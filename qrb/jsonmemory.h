@@ -4,14 +4,15 @@
 // the namespace tarvo.
 #pragma once
 
-#include <rapidjson/document.h>
-#include <rapidjson/prettywriter.h>
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
+#include <rapidjson/allocators.h>
 
 #include <cstddef>
 #include <cstdlib>
 #include <new>
+
+#ifdef RAPIDJSON_DOCUMENT_H_
+#error "Include qrb/jsonmemory.h before RapidJSON's own headers."
+#endif
 
 namespace tarvo {
 
@@ -35,6 +36,17 @@ private:
     }
 };
 
+}  // namespace tarvo
+
+// A copy of a value passes through a document with the default allocator, which this sets.
+#define CrtAllocator ::tarvo::CheckedAllocator
+#include <rapidjson/document.h>
+#include <rapidjson/prettywriter.h>
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
+#undef CrtAllocator
+
+namespace tarvo {
 namespace rapidjson {
 
 using namespace ::rapidjson;

@@ -128,14 +128,18 @@ std::shared_ptr<Pointcloud> closed(qrb_pointcloud* pointcloud) {
     return object;
 }
 
-std::shared_ptr<Database> openCreated(const std::string& fileName,
-                                      const session::CreateSettings& settings,
-                                      const std::string& api) {
+std::shared_ptr<Database> createAndOpen(const std::string& fileName,
+                                        const session::CreateSettings& settings,
+                                        const std::string& api,
+                                        const std::function<void()>& create) {
+    // Before there is a file: its removal needs no memory then.
+    const std::filesystem::path file = std::filesystem::u8path(fileName);
+    create();
     try {
         return std::make_shared<Database>(fileName, session::OpenSettings{settings.cacheSize}, api);
     } catch (...) {
         std::error_code ignored;
-        std::filesystem::remove(std::filesystem::u8path(fileName), ignored);
+        std::filesystem::remove(file, ignored);
         throw;
     }
 }

@@ -15,6 +15,7 @@
 #include "qrb/qrb.h"
 
 #include <atomic>
+#include <functional>
 #include <memory>
 #include <source_location>
 #include <string>
@@ -268,10 +269,11 @@ void make(T** out, const char* what, const void* owner, Arguments&&... arguments
 std::shared_ptr<Pointcloud> idle(qrb_pointcloud* pointcloud);
 // The same without an open file.
 std::shared_ptr<Pointcloud> closed(qrb_pointcloud* pointcloud);
-// Opens a file that was just made, and removes it when that fails.
-std::shared_ptr<Database> openCreated(const std::string& fileName,
-                                      const session::CreateSettings& settings,
-                                      const std::string& api);
+// Has a file made and opens it; where that fails there is no file.
+std::shared_ptr<Database> createAndOpen(const std::string& fileName,
+                                        const session::CreateSettings& settings,
+                                        const std::string& api,
+                                        const std::function<void()>& create);
 // The open file of a handle; throws Failure(State) when there is none or it is not idle.
 std::shared_ptr<Database> databaseOf(qrb_pointcloud* pointcloud);
 // The same for what is allowed within a callback, too.

@@ -35,8 +35,9 @@ qrb_status qrb_pointcloud_create(qrb_context* context, qrb_pointcloud* pointclou
         const auto object = closed(pointcloud);
         const session::CreateSettings values = valueOr(settings, "settings");
         const std::string fileName = textOf(file_name);
-        session::Session::create(fileName, values, bound.api);
-        object->database = openCreated(fileName, values, bound.api);
+        object->database = createAndOpen(fileName, values, bound.api, [&] {
+            session::Session::create(fileName, values, bound.api);
+        });
     });
 }
 

@@ -43,9 +43,10 @@ qrb_status qrb_pointcloud_create_with_schema(qrb_context* context, qrb_pointclou
         const auto object = closed(pointcloud);
         const session::CreateSettings values = valueOr(settings, "settings");
         const std::string fileName = textOf(file_name);
-        validation::createFile(fileName, values, bound.api,
-                               validation::readFileSchema(textOf(schema)), optionals != 0);
-        object->database = openCreated(fileName, values, bound.api);
+        const validation::FileSchema fileSchema = validation::readFileSchema(textOf(schema));
+        object->database = createAndOpen(fileName, values, bound.api, [&] {
+            validation::createFile(fileName, values, bound.api, fileSchema, optionals != 0);
+        });
     });
 }
 
