@@ -5,6 +5,17 @@
 // throws and so differs from that of the other sources. Flattened schemas don't need it.
 #include "qrb/jsonmemory.h"
 
+// The library's containers take memory with std::nothrow and use it unlooked: in this header the
+// word leads to the operator below, which throws.
+#include <limits>
+#include <new>
+inline void* operator new(std::size_t size, const std::nothrow_t&, int) {
+    return ::operator new(size);
+}
+#define nothrow nothrow_t(), 0
+#include <valijson/internal/custom_allocator.hpp>
+#undef nothrow
+
 #define VALIJSON_USE_EXCEPTIONS 1
 #include <valijson/adapters/rapidjson_adapter.hpp>
 #include <valijson/adapters/std_string_adapter.hpp>

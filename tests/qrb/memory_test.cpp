@@ -110,9 +110,9 @@ protected:
         step(t.qrb_pointcloud_create_settings_new(c, &settings));
         step(failed ? 1 : t.qrb_pointcloud_point_attribute_new(c, &attribute));
         step(failed ? 1 : t.qrb_pointcloud_point_attribute_json_load(c, attribute, definition));
-        step(failed ? 1
-                    : t.qrb_pointcloud_create_settings_set_primary_attribute(c, settings,
-                                                                             attribute));
+        step(failed
+                 ? 1
+                 : t.qrb_pointcloud_create_settings_set_primary_attribute(c, settings, attribute));
         step(failed ? 1 : t.qrb_pointcloud_create_settings_set_chunk_size(c, settings, 200));
         step(failed ? 1 : t.qrb_pointcloud_create(c, cloud, file.c_str(), settings));
         s_armed = false;
@@ -137,7 +137,7 @@ protected:
     void select() {
         qrb_query_select* query = nullptr;
         std::uint32_t done = 1;
-        step(t.qrb_pointcloud_query_select_new(c, cloud, 0, "xyz[0] > 3 and xyz[1] < 50", &query));
+        step(t.qrb_pointcloud_query_select_new(c, cloud, 0, "xyz[0] > 3 && xyz[1] < 50", &query));
         std::vector<double>& out = xyz;
         step(failed ? 1
                     : t.qrb_pointcloud_query_select_bind(c, query, "xyz", QRB_DATA_TYPE_DOUBLE,
@@ -224,10 +224,10 @@ protected:
                     std::cerr << number << (forGood ? "+" : "") << " of " << all << std::endl;
                 run(number, forGood);
                 // Every one at first, where most calls begin, then random ones.
-                number += number < 20
-                              ? 1
-                              : 1 + static_cast<long>(random() % static_cast<unsigned long>(
-                                                                     2 * stride));
+                number +=
+                    number < 20
+                        ? 1
+                        : 1 + static_cast<long>(random() % static_cast<unsigned long>(2 * stride));
             }
         }
     }
@@ -236,9 +236,9 @@ protected:
     const char* const definition =
         R"({"name":"xyz","title":"xyz","length":3,"minimum_value":-100,"maximum_value":100,)"
         R"("resolution":0.01,"default_value":0,"storage_class":1})";
-    const std::string file = (fs::temp_directory_path() /
-                              ("qrb_memory-" + std::to_string(getpid())) / "file.qrbx")
-                                 .string();
+    const std::string file =
+        (fs::temp_directory_path() / ("qrb_memory-" + std::to_string(getpid())) / "file.qrbx")
+            .string();
     const std::string prepared = file + ".prepared";
     std::vector<double> xyz;
     qrb_context* c = nullptr;
@@ -256,7 +256,8 @@ TEST_F(OutOfMemory, Create) {
 }
 
 TEST_F(OutOfMemory, Open) {
-    failEach(true, [&] { step(t.qrb_pointcloud_close(c, cloud)); }, [&] { open(); });
+    failEach(
+        true, [&] { step(t.qrb_pointcloud_close(c, cloud)); }, [&] { open(); });
 }
 
 TEST_F(OutOfMemory, Insert) {
