@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <dlfcn.h>
+#include <pthread.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -31,6 +33,8 @@ std::atomic<bool> s_armed{false};
 std::atomic<bool> s_forGood{false};
 std::atomic<long> s_made{0};
 std::atomic<long> s_failing{0};
+std::atomic<int> s_threadsLeft{-1};  // -1: as many as are wanted
+std::atomic<int> s_threadsMade{0};
 
 bool fails() {
     if (!s_armed)
@@ -53,6 +57,17 @@ void* calloc(std::size_t count, std::size_t size) {
 }
 void* realloc(void* memory, std::size_t size) {
     return fails() ? nullptr : __libc_realloc(memory, size);
+}
+int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*start)(void*),
+                   void* argument) noexcept {
+    using Create = int(pthread_t*, const pthread_attr_t*, void* (*)(void*), void*);
+    static auto* const original = reinterpret_cast<Create*>(dlsym(RTLD_NEXT, "pthread_create"));
+    if (s_threadsLeft == 0)
+        return EAGAIN;
+    if (s_threadsLeft > 0)
+        --s_threadsLeft;
+    ++s_threadsMade;
+    return original(thread, attributes, start, argument);
 }
 }
 
@@ -310,6 +325,29 @@ TEST_F(OutOfMemory, Inspect) {
 TEST_F(OutOfMemory, Vacuum) {
     failEach(true, nothing,
              [&] { step(t.qrb_pointcloud_management_vacuum(c, cloud, nullptr, nullptr)); });
+}
+
+// With fewer threads than cores, or none, the work is done all the same.
+TEST_F(OutOfMemory, Threads) {
+    for (const int threads : {0, 1}) {
+        SCOPED_TRACE(threads);
+        fs::copy_file(prepared, file, fs::copy_options::overwrite_existing);
+        s_threadsMade = 0;
+        s_threadsLeft = threads;
+        start();
+        open();
+        insert();
+        step(t.qrb_pointcloud_transaction_commit(c, cloud));
+        select();
+        inspect(4);
+        EXPECT_FALSE(failed) << text;
+        EXPECT_EQ(t.qrb_context_delete(c), QRB_SUCCESS);
+        EXPECT_EQ(s_threadsMade, threads);
+        s_threadsLeft = -1;
+        std::int64_t count = 0;
+        EXPECT_EQ(current(&count), 3u);
+        EXPECT_EQ(count, 2 * points);
+    }
 }
 
 // Results carry the error, too, though there is no memory for them.
