@@ -7,10 +7,10 @@
 
 namespace tarvo::qrb::pointcloud {
 
-// Lives for one library call: pass function() and data(), then have check() look at the status. Where
-// the call failed, what the caller's function threw wins over the library's "cancelled". A call that
-// succeeded has done its work, also when the function threw at the end: nothing is thrown then, for
-// the caller would take the work for cancelled.
+// Lives for one library call: pass function() and data(), then have check() look at the status.
+// Where the call failed, what the caller's function threw wins over the library's "cancelled". A
+// call that succeeded has done its work, also when the function threw at the end: nothing is thrown
+// then, for the caller would take the work for cancelled.
 class ProgressTrampoline {
 public:
     explicit ProgressTrampoline(const Progress& progress) : m_progress(progress) {}

@@ -4,7 +4,7 @@
 
 #include "engine/base/json.h"
 
-#include "qrb/jsonmemory.h"
+#include "engine/base/json.h"
 
 namespace tarvo::engine::validation {
 

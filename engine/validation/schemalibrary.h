@@ -3,7 +3,7 @@
 
 // First, though the library warns of it (-Wno-cpp): else it gives RapidJSON an assertion that
 // throws and so differs from that of the other sources. Flattened schemas don't need it.
-#include "qrb/jsonmemory.h"
+#include "engine/base/json.h"
 
 // The library's containers take memory with std::nothrow and use it unlooked: in this header the
 // word leads to the operator below, which throws.
@@ -24,7 +24,7 @@ inline void* operator new(std::size_t size, const std::nothrow_t&, int) {
 #include <valijson/schema_parser.hpp>
 #include <valijson/validator.hpp>
 
-// What the library reads JSON values of qrb/jsonmemory.h through.
+// What the library reads checked JSON values through.
 namespace tarvo::engine::validation {
 
 using RapidJsonAdapter = valijson::adapters::GenericRapidJsonAdapter<tarvo::rapidjson::Value>;

@@ -1,6 +1,6 @@
 #include "qrb/defaults/catalogue.h"
 
-#include "qrb/jsonmemory.h"
+#include "qrb/defaults/jsonmemory.h"
 
 #include <rapidjson/error/en.h>
 

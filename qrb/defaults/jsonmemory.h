@@ -11,7 +11,7 @@
 #include <new>
 
 #ifdef RAPIDJSON_DOCUMENT_H_
-#error "Include qrb/jsonmemory.h before RapidJSON's own headers."
+#error "Include qrb/defaults/jsonmemory.h before RapidJSON's own headers."
 #endif
 
 namespace tarvo {
