@@ -171,6 +171,7 @@ void DialogExportAsQRB::exportDatabase() {
             m_points = tarvo::copy::copyDatabase(m_database, cloud, what,
                                                  [&](int percent) { progress(percent / 2); });
             transaction.commit({}, [&](int percent) { progress(50 + percent / 2); });
+            progress(100);  // the last chance to cancel: the file isn't in its place yet
         });
     target.publish();
     if (!what.filter.empty())

@@ -30,9 +30,9 @@ protected:
 
     // Runs the job on another thread, waits for it and returns the milliseconds that it took. The
     // job calls its argument often; once the dialog was asked to close, that throws
-    // std::runtime_error with the text cancelled, and so does work() itself, even where the job
-    // came to its end. Other exceptions of the job are thrown on. Nothing that the job works on may
-    // be used elsewhere meanwhile.
+    // std::runtime_error with the text cancelled. Exceptions of the job are thrown on; a job that
+    // came to its end has done its work, whatever the dialog was asked. Nothing that the job works
+    // on may be used elsewhere meanwhile.
     double work(const QString& cancelled, const Job& job);
 
 private:

@@ -117,7 +117,7 @@ const char* load(const char* fileName) {
     if (s_module != nullptr) {
         return nullptr;
     }
-    if (fileName == nullptr) {
+    if (fileName == nullptr || *fileName == '\0') {
         const std::string beside = libraryBesideProgram();
         s_module = openModule(beside.empty() ? defaultLibraryName : beside.c_str());
     } else {
@@ -147,7 +147,7 @@ const char* free() {
 }
 
 void loadLibrary(const std::string& fileName) {
-    if (const char* message = load(fileName.empty() ? nullptr : fileName.c_str())) {
+    if (const char* message = load(fileName.c_str())) {
         throw std::runtime_error(message);
     }
 }

@@ -18,8 +18,7 @@ void Management::vacuum(const Progress& progress) {
     ProgressTrampoline trampoline(progress);
     const std::int32_t status = functions().qrb_pointcloud_management_vacuum(
         m_data->context.handle(), m_data->handle, trampoline.function(), trampoline.data());
-    trampoline.rethrow();
-    m_data->check(status);
+    trampoline.check(*m_data, status);
 }
 
 void Management::validate(const std::string& schema, bool strict) const {

@@ -7,8 +7,10 @@
 
 namespace tarvo::qrb::pointcloud {
 
-// Lives for one library call: pass function() and data(), then call rethrow() before the status
-// is checked, so that what the caller's function threw wins over the library's "cancelled".
+// Lives for one library call: pass function() and data(), then have check() look at the status.
+// Where the call failed, what the caller's function threw wins over the library's "cancelled". A
+// call that succeeded has done its work, also when the function threw at the end: nothing is thrown
+// then, for the caller would take the work for cancelled.
 class ProgressTrampoline {
 public:
     explicit ProgressTrampoline(const Progress& progress) : m_progress(progress) {}
@@ -17,10 +19,11 @@ public:
 
     qrb_progress_function function() const { return m_progress ? &call : nullptr; }
     void* data() { return this; }
-    void rethrow() const {
-        if (m_thrown) {
+    void check(const PointcloudData& data, std::int32_t status) const {
+        if (status != QRB_SUCCESS && m_thrown) {
             std::rethrow_exception(m_thrown);
         }
+        data.check(status);
     }
 
 private:

@@ -9,9 +9,13 @@
  *     qrb_context_get_last_error tells until the next call on that context. A function with the
  *     suffix _cf needs no context; it returns null for success, else a result handle that carries
  *     code, text and details and that the caller deletes with qrb_result_delete_cf.
- *  2. Ownership. What a ..._new function made is deleted with the matching ..._delete. A handle
- *     must be deleted before what it was made from: queries before their database handle, that
- *     before its context.
+ *  2. Ownership. What a ..._new function made is deleted with the matching ..._delete. Databases,
+ *     queries, transaction records and index nodes go with the context that made them, when that
+ *     is deleted first: databases are closed and release their locks. Settings and attribute
+ *     records stand alone and stay, whichever function made them. Results and texts of _cf
+ *     functions stay, too. Queries keep the file of their database open for themselves: when the
+ *     handle is closed or deleted, the pending transaction is rolled back and its lock released;
+ *     queries that belong to it fail from then on, other select and stat queries go on.
  *  3. Texts are UTF-8 and zero-terminated; null as an input means the empty text. A text that a
  *     context-bound function hands out belongs to the library and is valid until the next call on
  *     the same context. A text that a _cf function hands out (char**) belongs to the caller and is
@@ -20,11 +24,18 @@
  *     after another. An empty list has count 0 and a block that must not be read.
  *  5. Arguments: inputs first, outputs last, but for the _new functions of contexts, where the
  *     output comes first. Outputs are written on success only. Booleans are uint8_t, 0 or 1.
- *  6. Threads. A context and everything made from it may be used by one thread at a time, from
- *     any thread. Records (settings, attributes) stand alone: different ones may be used at the
- *     same time. Inside a call the library may use all cores; it calls back on the thread of the
- *     call only.
- *  7. Callbacks must not throw or leave the call in another way; nor does the library.
+ *  6. Threads. A context and the databases, queries, transaction records and nodes made from it may
+ *     be used by one thread at a time, from any thread; calls on them are not serialised. Different
+ *     contexts with what was made from them may be used at the same time, also on the same file.
+ *     Records (settings, attributes) and results stand alone: different ones may be used at the
+ *     same time through _cf functions, which keep nothing between two calls. Inside a call the
+ *     library may use all cores; it calls back on the thread of the call only.
+ *  7. Callbacks must not throw or leave the call in another way; nor does the library. Within a
+ *     callback the database that is at work answers only qrb_pointcloud_is_open and _get_uuid and
+ *     qrb_pointcloud_transaction_current, _pending and _list. Every other call on it and on its
+ *     queries, their deletion, too, fails with QRB_ERROR_STATE and changes nothing; so does the
+ *     deletion of its context. What concerns no open database, and other database handles of the
+ *     same context, may be used. Calls within a callback replace the context's last error and text.
  *  8. Numbers: sizes in bytes, counts in points, angles and lengths as the attribute's unit says.
  *  9. A changing function needs a pending transaction and fails without one.
  * 10. A point attribute of length n has elements 0 to n-1; "NAME" stands for all of them (or the
@@ -35,6 +46,12 @@
  * 12. Points stored in inner nodes of the index are there for display (level of detail): they stand
  *     for points below, are read only by queries that list their node, and are never changed by
  *     queries.
+ * 13. Handles are checked: one that was deleted, is of another kind or was never handed out fails
+ *     with QRB_ERROR_ARGUMENT, a context of that sort with QRB_FAILURE alone. An opaque handle is
+ *     no address; its value is used once. Index nodes are real structures that the caller reads:
+ *     only the ones from qrb_pointcloud_graph_node_new may be passed, not their children.
+ * 14. Out of memory is an error like others, QRB_ERROR_MEMORY. A _cf function that has no memory
+ *     for a result returns a constant one, which need not but may be deleted.
  */
 #ifndef QRB_QRB_H
 #define QRB_QRB_H

@@ -55,8 +55,7 @@ void Transactions::commit(const Signature& signature, const Progress& progress) 
     const std::int32_t status = functions().qrb_pointcloud_transaction_commit_with_signature(
         m_data->context.handle(), m_data->handle, trampoline.function(), trampoline.data(),
         signature.method, static_cast<std::uint32_t>(signature.key.size()), signature.key.data());
-    trampoline.rethrow();
-    m_data->check(status);
+    trampoline.check(*m_data, status);
 }
 
 void Transactions::rollback() {

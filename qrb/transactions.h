@@ -12,7 +12,9 @@
 namespace tarvo::qrb::pointcloud {
 
 // Receives the work done in per cent on the calling thread. An exception that it throws stops the
-// work and reaches the caller of the operation.
+// work and reaches the caller of the operation; at the end, when there is nothing left to stop, it
+// is dropped. The function may ask the database whether it is open, for its UUID and for its
+// transactions' numbers; other calls on it fail.
 using Progress = std::function<void(int percent)>;
 
 struct Transaction {

@@ -1,46 +1,75 @@
 #include "engine/base/idset.h"
 
-#if defined(__GNUC__)
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wpedantic"
-#pragma GCC diagnostic ignored "-Wunused-parameter"
-#endif
-#include <roaring/roaring64map.hh>
-#if defined(__GNUC__)
-#pragma GCC diagnostic pop
-#endif
+#include <algorithm>
 
 namespace tarvo::engine {
 
-struct IdSet::Impl {
-    Roaring64Map ids;
-};
+namespace {
 
-IdSet::IdSet() : m(std::make_unique<Impl>()) {}
-IdSet::~IdSet() = default;
-IdSet::IdSet(IdSet&&) noexcept = default;
-IdSet& IdSet::operator=(IdSet&&) noexcept = default;
+constexpr std::size_t most = 4096;   // as many take as much memory as the bits do
+constexpr std::size_t words = 1024;  // bits of a chunk, 64 a word
+
+std::uint64_t bitOf(std::uint16_t low) {
+    return std::uint64_t(1) << (low % 64);
+}
+
+}  // namespace
 
 bool IdSet::insert(std::uint64_t id) {
-    if (m->ids.contains(id))
+    Chunk& chunk = m_chunks[id >> 16];
+    const auto low = static_cast<std::uint16_t>(id);
+    if (chunk.bits.empty()) {
+        const auto at = std::lower_bound(chunk.few.begin(), chunk.few.end(), low);
+        if (at != chunk.few.end() && *at == low)
+            return false;
+        if (chunk.few.size() < most) {
+            chunk.few.insert(at, low);
+            ++m_size;
+            return true;
+        }
+        std::vector<std::uint64_t> bits(words);
+        for (const std::uint16_t one : chunk.few)
+            bits[one / 64] |= bitOf(one);
+        chunk.bits = std::move(bits);
+        chunk.few = {};
+    }
+    std::uint64_t& word = chunk.bits[low / 64];
+    if (word & bitOf(low))
         return false;
-    m->ids.add(id);
+    word |= bitOf(low);
+    ++m_size;
     return true;
 }
 
-bool IdSet::erase(std::uint64_t id) {
-    if (!m->ids.contains(id))
+bool IdSet::erase(std::uint64_t id) noexcept {
+    const auto found = m_chunks.find(id >> 16);
+    if (found == m_chunks.end())
         return false;
-    m->ids.remove(id);
+    Chunk& chunk = found->second;
+    const auto low = static_cast<std::uint16_t>(id);
+    if (chunk.bits.empty()) {
+        const auto at = std::lower_bound(chunk.few.begin(), chunk.few.end(), low);
+        if (at == chunk.few.end() || *at != low)
+            return false;
+        chunk.few.erase(at);
+    } else {
+        std::uint64_t& word = chunk.bits[low / 64];
+        if (!(word & bitOf(low)))
+            return false;
+        word &= ~bitOf(low);
+    }
+    --m_size;
     return true;
 }
 
-bool IdSet::contains(std::uint64_t id) const {
-    return m->ids.contains(id);
-}
-
-std::uint64_t IdSet::size() const {
-    return m->ids.cardinality();
+bool IdSet::contains(std::uint64_t id) const noexcept {
+    const auto found = m_chunks.find(id >> 16);
+    if (found == m_chunks.end())
+        return false;
+    const Chunk& chunk = found->second;
+    const auto low = static_cast<std::uint16_t>(id);
+    return chunk.bits.empty() ? std::binary_search(chunk.few.begin(), chunk.few.end(), low)
+                              : (chunk.bits[low / 64] & bitOf(low)) != 0;
 }
 
 }  // namespace tarvo::engine

@@ -2,10 +2,7 @@
 #pragma once
 
 #include "engine/base/error.h"
-
-#include <rapidjson/document.h>
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
+#include "qrb/defaults/jsonmemory.h"
 
 #include <cstdint>
 #include <string>

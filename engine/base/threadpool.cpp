@@ -3,8 +3,14 @@
 namespace tarvo::engine {
 
 ThreadPool::ThreadPool(unsigned threads) {
-    for (unsigned i = 0; i < (threads ? threads : 1); ++i)
-        m_threads.emplace_back([this] { work(); });
+    const unsigned count = std::max(1u, threads);
+    m_threads.reserve(count);
+    try {
+        while (m_threads.size() < count)
+            m_threads.emplace_back([this] { work(); });
+    } catch (const std::exception&) {
+        // No more threads or no memory for them: those that run do the work.
+    }
 }
 
 ThreadPool::~ThreadPool() {
@@ -18,6 +24,10 @@ ThreadPool::~ThreadPool() {
 }
 
 void ThreadPool::post(std::function<void()> job) {
+    if (m_threads.empty()) {
+        job();
+        return;
+    }
     {
         const std::lock_guard guard(m_mutex);
         m_jobs.push_back(std::move(job));

@@ -1,6 +1,7 @@
 // A pool of worker threads that lives as long as its owner. Tasks must not wait for other tasks.
 #pragma once
 
+#include <algorithm>
 #include <condition_variable>
 #include <deque>
 #include <functional>
@@ -8,28 +9,49 @@
 #include <memory>
 #include <mutex>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace tarvo::engine {
 
+// What a worker is to bring. Its end waits for the work, which may use what stands around it.
+template <typename Result>
+class Task {
+public:
+    explicit Task(std::future<Result> result) : m_result(std::move(result)) {}
+    Task(Task&&) noexcept = default;
+    Task& operator=(Task&&) = delete;
+    ~Task() {
+        if (m_result.valid())
+            m_result.wait();
+    }
+    // Once: the result, or what the work threw.
+    Result get() { return m_result.get(); }
+
+private:
+    std::future<Result> m_result;
+};
+
 class ThreadPool {
 public:
-    // At least one worker, whatever is asked for.
+    // At least one worker, whatever is asked for. Goes on with fewer when no more can be started;
+    // with none, run() does the work itself.
     explicit ThreadPool(unsigned threads);
     ~ThreadPool();
     ThreadPool(const ThreadPool&) = delete;
     ThreadPool& operator=(const ThreadPool&) = delete;
 
-    unsigned threads() const { return static_cast<unsigned>(m_threads.size()); }
+    // How many tasks can be at work at the same time; at least 1.
+    unsigned threads() const { return std::max(1u, static_cast<unsigned>(m_threads.size())); }
 
-    // Runs the function on a worker; the future gives its result or what it threw.
+    // Runs the function on a worker.
     template <typename Function>
-    auto run(Function function) -> std::future<decltype(function())> {
-        auto task =
-            std::make_shared<std::packaged_task<decltype(function())()>>(std::move(function));
-        auto future = task->get_future();
+    auto run(Function function) -> Task<decltype(function())> {
+        using Result = decltype(function());
+        auto task = std::make_shared<std::packaged_task<Result()>>(std::move(function));
+        std::future<Result> result = task->get_future();
         post([task] { (*task)(); });
-        return future;
+        return Task<Result>(std::move(result));
     }
 
 private:

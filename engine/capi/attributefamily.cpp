@@ -11,7 +11,7 @@ using namespace tarvo::engine::capi;
 
 namespace {
 
-void giveGroup(qrb_context& context, const session::AttributeGroup& found, const char** group,
+void giveGroup(Context& context, const session::AttributeGroup& found, const char** group,
                uint32_t* rank) {
     auto& out = given(rank, "rank");
     giveText(context, found.name, group);
@@ -22,11 +22,11 @@ void giveGroup(qrb_context& context, const session::AttributeGroup& found, const
 std::vector<std::shared_ptr<const session::State>> statesOf(qrb_pointcloud* pointcloud,
                                                             qrb_pointcloud* const* others,
                                                             uint32_t count) {
-    std::vector<std::shared_ptr<const session::State>> states{sessionOf(pointcloud).state()};
+    std::vector<std::shared_ptr<const session::State>> states{sessionOf(pointcloud)->state()};
     if (count > 0)
         given(others, "others");
     for (uint32_t i = 0; i < count; ++i)
-        states.push_back(given(others[i], "others").open().state());
+        states.push_back(sessionOf(others[i])->state());
     return states;
 }
 
@@ -40,7 +40,7 @@ qrb_status qrb_pointcloud_point_attributes_get_merged(qrb_context* context,
                                                       const char* name,
                                                       qrb_point_attribute* attribute) {
     return call(context, [&] {
-        auto& out = given(attribute, "attribute").value;
+        auto& out = given(attribute, "attribute")->value;
         std::vector<schema::AttributeRecord> records;
         for (const auto& state : statesOf(pointcloud, others, count))
             if (const int index = state->attributes.find(textOf(name)); index >= 0)
@@ -57,45 +57,47 @@ qrb_status qrb_pointcloud_point_attributes_get_merged_all(qrb_context* context,
                                                           qrb_pointcloud* const* others,
                                                           uint32_t others_count, uint32_t* count,
                                                           const char** names) {
-    return call(context, [&] {
+    return call(context, [&](Context& bound) {
         std::vector<std::string> list;
         std::set<std::string> known;
         for (const auto& state : statesOf(pointcloud, others, others_count))
             for (const schema::Attribute& attribute : state->attributes.all())
                 if (known.insert(attribute.record.name).second)
                     list.push_back(attribute.record.name);
-        giveNames(*context, list, count, names);
+        giveNames(bound, list, count, names);
     });
 }
 
 qrb_status qrb_pointcloud_point_attributes_group(qrb_context* context, qrb_pointcloud* pointcloud,
                                                  const char* name, const char** group,
                                                  uint32_t* rank) {
-    return call(context, [&] {
-        giveGroup(*context,
-                  session::groupOf(sessionOf(pointcloud).state()->attributes, textOf(name)), group,
-                  rank);
+    return call(context, [&](Context& bound) {
+        giveGroup(bound, session::groupOf(sessionOf(pointcloud)->state()->attributes, textOf(name)),
+                  group, rank);
     });
 }
 
-qrb_status qrb_pointcloud_point_attributes_group_default(qrb_context* context, qrb_pointcloud*,
+qrb_status qrb_pointcloud_point_attributes_group_default(qrb_context* context,
+                                                         qrb_pointcloud* pointcloud,
                                                          const char* name, const char** group,
                                                          uint32_t* rank) {
-    return call(context,
-                [&] { giveGroup(*context, session::defaultGroup(textOf(name)), group, rank); });
+    return call(context, [&](Context& bound) {
+        checkUnused(pointcloud);
+        giveGroup(bound, session::defaultGroup(textOf(name)), group, rank);
+    });
 }
 
 qrb_status qrb_pointcloud_point_attributes_list_filtered(qrb_context* context,
                                                          qrb_pointcloud* pointcloud,
                                                          const char* filter, uint32_t* count,
                                                          const char** names) {
-    return call(context, [&] {
+    return call(context, [&](Context& bound) {
         std::vector<std::string> list;
-        const auto state = sessionOf(pointcloud).state();
+        const auto state = sessionOf(pointcloud)->state();
         for (const schema::Attribute& attribute : state->attributes.all())
             if (schema::matchesFilter(attribute.record, textOf(filter)))
                 list.push_back(attribute.record.name);
-        giveNames(*context, list, count, names);
+        giveNames(bound, list, count, names);
     });
 }
 

@@ -27,24 +27,24 @@ extern "C" {
 qrb_status qrb_pointcloud_changelog_append_log_message(qrb_context* context,
                                                        qrb_pointcloud* pointcloud,
                                                        const char* message) {
-    return call(context, [&] { sessionOf(pointcloud).appendMessage(textOf(message)); });
+    return call(context, [&] { sessionOf(pointcloud)->appendMessage(textOf(message)); });
 }
 
 qrb_status qrb_pointcloud_changelog_export_to_textfile(qrb_context* context,
                                                        qrb_pointcloud* pointcloud,
                                                        const char* file_name) {
     return call(context,
-                [&] { writeTextFile(textOf(file_name), sessionOf(pointcloud).changelog()); });
+                [&] { writeTextFile(textOf(file_name), sessionOf(pointcloud)->changelog()); });
 }
 
 qrb_status qrb_pointcloud_changelog_import_from_database(qrb_context* context,
                                                          qrb_pointcloud* pointcloud,
                                                          const char* file_name) {
-    return call(context, [&] {
-        session::Session& session = sessionOf(pointcloud);
-        (void)session.change();
-        session::Session other(textOf(file_name), session::OpenSettings{0}, context->api);
-        session.importChangelog(other.changelog());
+    return call(context, [&](Context& bound) {
+        const auto session = sessionOf(pointcloud);
+        (void)session->change();
+        session::Session other(textOf(file_name), session::OpenSettings{0}, bound.api);
+        session->importChangelog(other.changelog());
     });
 }
 

@@ -8,26 +8,22 @@ using namespace tarvo::engine::capi;
 #define CHANGE_QUERY(kind)                                                                       \
     qrb_status qrb_pointcloud_query_##kind##_delete(qrb_context* context,                        \
                                                     qrb_query_##kind* query) {                   \
-        return call(context, [&] { delete query; });                                             \
+        return call(context, [&] { deleteQuery(query); });                                       \
     }                                                                                            \
     qrb_status qrb_pointcloud_query_##kind##_next(qrb_context* context, qrb_query_##kind* query, \
                                                   uint32_t count, uint32_t* processed) {         \
         return call(context, [&] {                                                               \
             auto& out = given(processed, "processed");                                           \
-            out = given(query, "query").query.next(count);                                       \
+            out = queryOf(query)->next(count);                                                   \
         });                                                                                      \
     }
 
 // Queries on points named by their ids.
-#define QUERY_BY_ID(kind, Query)                                                                   \
+#define QUERY_BY_ID(kind)                                                                          \
     CHANGE_QUERY(kind)                                                                             \
     qrb_status qrb_pointcloud_query_##kind##_new(qrb_context* context, qrb_pointcloud* pointcloud, \
                                                  qrb_query_##kind** query) {                       \
-        return call(context, [&] {                                                                 \
-            session::Session& session = sessionOf(pointcloud);                                     \
-            auto& out = given(query, "query");                                                     \
-            out = new qrb_query_##kind{query::Query(session)};                                     \
-        });                                                                                        \
+        return call(context, [&] { makeQuery(context, pointcloud, query); });                      \
     }
 
 // Queries on points that nodes and a filter select.
@@ -37,61 +33,53 @@ using namespace tarvo::engine::capi;
                                                  uint32_t node, const char* filter,                \
                                                  qrb_query_##kind** query) {                       \
         return call(context, [&] {                                                                 \
-            session::Session& session = sessionOf(pointcloud);                                     \
-            auto& out = given(query, "query");                                                     \
-            out = new qrb_query_##kind{                                                            \
-                query::FillQuery(session, query::Scope{node, {}}, textOf(filter))};                \
+            makeQuery(context, pointcloud, query, query::Scope{node, {}}, textOf(filter));         \
         });                                                                                        \
     }                                                                                              \
     qrb_status qrb_pointcloud_query_##kind##_nodes_new(                                            \
         qrb_context* context, qrb_pointcloud* pointcloud, const uint32_t* nodes, uint32_t count,   \
         const char* filter, qrb_query_##kind** query) {                                            \
         return call(context, [&] {                                                                 \
-            session::Session& session = sessionOf(pointcloud);                                     \
-            auto& out = given(query, "query");                                                     \
-            out = new qrb_query_##kind{                                                            \
-                query::FillQuery(session, scopeOf(nodes, count), textOf(filter))};                 \
+            makeQuery(context, pointcloud, query, scopeOf(nodes, count), textOf(filter));          \
         });                                                                                        \
     }                                                                                              \
     qrb_status qrb_pointcloud_query_##kind##_progress(                                             \
         qrb_context* context, qrb_query_##kind* query, uint32_t* progress) {                       \
         return call(context, [&] {                                                                 \
             auto& out = given(progress, "progress");                                               \
-            out = given(query, "query").query.progress();                                          \
+            out = queryOf(query)->progress();                                                      \
         });                                                                                        \
     }
 
 extern "C" {
 
-QUERY_BY_ID(update, UpdateQuery)
-QUERY_BY_ID(remove, RemoveQuery)
+QUERY_BY_ID(update)
+QUERY_BY_ID(remove)
 QUERY_BY_FILTER(fill)
 QUERY_BY_FILTER(invert)
 
 qrb_status qrb_pointcloud_query_update_bind(qrb_context* context, qrb_query_update* query,
                                             const char* attribute, uint32_t data_type,
                                             const void* buffer, int32_t stride) {
-    return call(context, [&] {
-        given(query, "query").query.bind(textOf(attribute), data_type, buffer, stride);
-    });
+    return call(context,
+                [&] { queryOf(query)->bind(textOf(attribute), data_type, buffer, stride); });
 }
 
 qrb_status qrb_pointcloud_query_remove_bind(qrb_context* context, qrb_query_remove* query,
                                             uint32_t data_type, const void* buffer,
                                             int32_t stride) {
-    return call(context, [&] { given(query, "query").query.bind(data_type, buffer, stride); });
+    return call(context, [&] { queryOf(query)->bind(data_type, buffer, stride); });
 }
 
 qrb_status qrb_pointcloud_query_fill_bind(qrb_context* context, qrb_query_fill* query,
                                           const char* attribute, uint32_t data_type,
                                           const void* buffer, int32_t) {
-    return call(context,
-                [&] { given(query, "query").query.bind(textOf(attribute), data_type, buffer); });
+    return call(context, [&] { queryOf(query)->bind(textOf(attribute), data_type, buffer); });
 }
 
 qrb_status qrb_pointcloud_query_invert_attribute(qrb_context* context, qrb_query_invert* query,
                                                  const char* attribute) {
-    return call(context, [&] { given(query, "query").query.invert(textOf(attribute)); });
+    return call(context, [&] { queryOf(query)->invert(textOf(attribute)); });
 }
 
 }  // extern "C"

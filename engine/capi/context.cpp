@@ -23,12 +23,25 @@ qrb_status newContext(qrb_context** context, const char* api, const char* level,
     if (!context)
         return QRB_FAILURE;
     try {
-        *context = new qrb_context{
-            Log(textOf(level), textOf(path)), textOf(api), {}, {}, nullptr, nullptr};
+        make(context, "context", nullptr, Log(textOf(level), textOf(path)), textOf(api));
         return QRB_SUCCESS;
     } catch (...) {
         return QRB_FAILURE;
     }
+}
+
+bool isCallingBack(const Object& object) {
+    const auto* pointcloud = dynamic_cast<const Pointcloud*>(&object);
+    return pointcloud && pointcloud->database && pointcloud->database->callingBack > 0;
+}
+
+// The error of a result, which is kept meanwhile.
+std::shared_ptr<const CallError> errorOf(const qrb_result* result) {
+    static const CallError outOfMemory = CallError::outOfMemory();
+    if (result == outOfMemoryResult())
+        return {std::shared_ptr<void>(), &outOfMemory};
+    const auto object = given(result, "result");
+    return {object, &object->error};
 }
 
 std::string ownFileName() {
@@ -66,8 +79,8 @@ constexpr const char* license =
     "FOR ANY CLAIM, DAMAGES OR OTHER LIABILITY, WHETHER IN AN ACTION OF CONTRACT, TORT OR "
     "OTHERWISE, ARISING FROM, OUT OF OR IN CONNECTION WITH THE SOFTWARE OR THE USE OR OTHER "
     "DEALINGS IN THE SOFTWARE.\n\n"
-    "Uses SQLite (public domain), Zstandard, xxHash and Valijson (BSD), RapidJSON (MIT), CRoaring "
-    "and OpenSSL (Apache 2.0) and libpng (libpng licence).";
+    "Uses SQLite (public domain), Zstandard, xxHash and Valijson (BSD), RapidJSON (MIT), OpenSSL "
+    "(Apache 2.0) and libpng (libpng licence).";
 
 }  // namespace
 
@@ -83,17 +96,26 @@ qrb_status qrb_context_new_with_api(qrb_context** context, const char* api, cons
 }
 
 qrb_status qrb_context_delete(qrb_context* context) {
-    delete context;
-    return QRB_SUCCESS;
+    if (!context)
+        return QRB_SUCCESS;
+    return call(context, [&](Context& bound) {
+        HandleTable& table = HandleTable::instance();
+        if (bound.callingBack > 0 || table.anyOwnedBy(context, isCallingBack))
+            throw Failure(ErrorCode::State, "The context is at work: a callback can't delete it.",
+                          "Delete it when the call that called back has returned.");
+        table.removeOwnedBy(context);
+        table.remove(context);
+    });
 }
 
 qrb_status qrb_context_get_last_error(qrb_context* context, int32_t* code, const char** text,
                                       const char** details) {
-    if (!context || !code || !text || !details)
+    const std::shared_ptr<Context> bound = findObject(context);
+    if (!bound || !code || !text || !details)
         return QRB_FAILURE;
-    *code = context->error.code;
-    *text = context->error.text.c_str();
-    *details = context->error.details.c_str();
+    *code = bound->error.code();
+    *text = bound->error.text();
+    *details = bound->error.details();
     return QRB_SUCCESS;
 }
 
@@ -106,37 +128,37 @@ qrb_status qrb_database_file_type_check(qrb_context* context, const char* file_n
 }
 
 qrb_status qrb_database_file_type_suffix(qrb_context* context, const char** suffix) {
-    return call(context, [&] { giveText(*context, "qrbx", suffix); });
+    return call(context, [&](Context& bound) { giveText(bound, "qrbx", suffix); });
 }
 
 qrb_status qrb_database_file_type_title(qrb_context* context, const char** title) {
-    return call(context, [&] { giveText(*context, "Point cloud database", title); });
+    return call(context, [&](Context& bound) { giveText(bound, "Point cloud database", title); });
 }
 
 qrb_status qrb_factory_set_authentication_function(qrb_context* context,
                                                    qrb_authentication_function function,
                                                    void* data) {
-    return call(context, [&] {
-        context->authentication = function;
-        context->authenticationData = data;
+    return call(context, [&](Context& bound) {
+        bound.authentication = function;
+        bound.authenticationData = data;
     });
 }
 
 qrb_status qrb_library_filename(qrb_context* context, const char** text) {
-    return call(context, [&] { giveText(*context, ownFileName(), text); });
+    return call(context, [&](Context& bound) { giveText(bound, ownFileName(), text); });
 }
 
 qrb_status qrb_library_license(qrb_context* context, const char** text) {
-    return call(context, [&] { giveText(*context, license, text); });
+    return call(context, [&](Context& bound) { giveText(bound, license, text); });
 }
 
 qrb_status qrb_library_name(qrb_context* context, const char** text) {
-    return call(context, [&] { giveText(*context, "QRB Library", text); });
+    return call(context, [&](Context& bound) { giveText(bound, "QRB Library", text); });
 }
 
 qrb_status qrb_library_version(qrb_context* context, const char** text) {
-    return call(context, [&] {
-        giveText(*context,
+    return call(context, [&](Context& bound) {
+        giveText(bound,
                  session::libraryVersion() + " (" + store::containerVersion() + ", Zstandard " +
                      ZSTD_versionString() + ")",
                  text);
@@ -144,12 +166,13 @@ qrb_status qrb_library_version(qrb_context* context, const char** text) {
 }
 
 qrb_result* qrb_object_lock_cf(qrb_object* object) {
-    return callFree([&] { ++given(object, "object").locks; });
+    return callFree([&] { ++given(object, "object")->locks; });
 }
 
 qrb_result* qrb_object_unlock_cf(qrb_object* object) {
     return callFree([&] {
-        std::atomic<int>& locks = given(object, "object").locks;
+        const auto record = given(object, "object");
+        std::atomic<int>& locks = record->locks;
         int count = locks.load();
         do {
             if (count == 0)
@@ -161,21 +184,23 @@ qrb_result* qrb_object_unlock_cf(qrb_object* object) {
 qrb_result* qrb_result_get_error_code_cf(const qrb_result* result, int32_t* code) {
     return callFree([&] {
         auto& out = given(code, "code");
-        out = given(result, "result").code;
+        out = errorOf(result)->code();
     });
 }
 
 qrb_result* qrb_result_get_error_text_cf(const qrb_result* result, char** text) {
-    return callFree([&] { giveOwnText(given(result, "result").text, text); });
+    return callFree([&] { giveOwnText(errorOf(result)->text(), text); });
 }
 
 qrb_result* qrb_result_get_error_details_cf(const qrb_result* result, char** details) {
-    return callFree([&] { giveOwnText(given(result, "result").details, details); });
+    return callFree([&] { giveOwnText(errorOf(result)->details(), details); });
 }
 
 qrb_result* qrb_result_delete_cf(qrb_result* result) {
-    delete result;
-    return nullptr;
+    return callFree([&] {
+        if (result != outOfMemoryResult())
+            deleteObject(result, "result");
+    });
 }
 
 qrb_result* qrb_string_delete_cf(char* string) {

@@ -1,9 +1,10 @@
-// What stands behind the opaque handles of the C interface, and the gates through which every
-// function goes: they turn exceptions into status or result, and are the only place that does.
+// The objects behind the handles of the C interface, and the gates through which every function
+// goes: they turn exceptions into status or result, and are the only place that does.
 #pragma once
 
 #define QRB_PROTOTYPES
 #include "engine/base/error.h"
+#include "engine/capi/handletable.h"
 #include "engine/capi/log.h"
 #include "engine/query/fill.h"
 #include "engine/query/insert.h"
@@ -14,102 +15,232 @@
 #include "qrb/qrb.h"
 
 #include <atomic>
+#include <functional>
 #include <memory>
 #include <source_location>
 #include <string>
+#include <type_traits>
+#include <utility>
 #include <vector>
-
-// Records that can be locked begin with this.
-struct qrb_object {
-    std::atomic<int> locks{0};
-};
-
-struct qrb_create_settings : qrb_object {
-    tarvo::engine::session::CreateSettings value;
-};
-
-struct qrb_open_settings : qrb_object {
-    tarvo::engine::session::OpenSettings value;
-};
-
-struct qrb_point_attribute : qrb_object {
-    tarvo::engine::schema::AttributeRecord value;
-};
-
-struct qrb_result {
-    std::int32_t code = 0;
-    std::string text;
-    std::string details;
-};
-
-struct qrb_context {
-    tarvo::engine::capi::Log log;
-    std::string api;
-    qrb_result error;
-    std::string text;  // what the last call handed out
-    qrb_authentication_function authentication = nullptr;
-    void* authenticationData = nullptr;
-};
-
-struct qrb_pointcloud {
-    std::unique_ptr<tarvo::engine::session::Session> session;
-    // Throws Failure(State) unless a file is open.
-    tarvo::engine::session::Session& open() const;
-};
-
-struct qrb_transaction {
-    tarvo::engine::session::TransactionRecord value;
-};
-
-struct qrb_query_select {
-    tarvo::engine::query::SelectQuery query;
-};
-
-struct qrb_query_insert {
-    tarvo::engine::query::InsertQuery query;
-};
-
-struct qrb_query_update {
-    tarvo::engine::query::UpdateQuery query;
-};
-
-struct qrb_query_remove {
-    tarvo::engine::query::RemoveQuery query;
-};
-
-struct qrb_query_fill {
-    tarvo::engine::query::FillQuery query;
-};
-
-struct qrb_query_invert {
-    tarvo::engine::query::FillQuery query;
-};
-
-struct qrb_query_stat {
-    tarvo::engine::session::Session& session;
-};
 
 namespace tarvo::engine::capi {
 
-// Fills the error from the exception that is being handled.
-void describeException(qrb_result& error) noexcept;
+// What a call failed with.
+class CallError {
+public:
+    static CallError outOfMemory() noexcept;
+    // From the exception that is being handled. Being out of memory needs none to be told.
+    void describeException() noexcept;
 
-// Runs a context-bound function; `where` names it in the log.
+    std::int32_t code() const { return m_code; }
+    const char* text() const;
+    const char* details() const;
+
+private:
+    std::int32_t m_code = 0;
+    bool m_outOfMemory = false;  // the texts are constants
+    std::string m_text;
+    std::string m_details;
+};
+
+// Records that can be locked.
+class Record : public Object {
+public:
+    std::atomic<int> locks{0};
+};
+
+class CreateSettings final : public Record {
+public:
+    session::CreateSettings value;
+};
+
+class OpenSettings final : public Record {
+public:
+    session::OpenSettings value;
+};
+
+class PointAttribute final : public Record {
+public:
+    schema::AttributeRecord value;
+};
+
+class Transaction final : public Object {
+public:
+    session::TransactionRecord value;
+};
+
+class Result final : public Object {
+public:
+    CallError error;
+};
+
+class Context final : public Object {
+public:
+    Context(Log ownLog, std::string ownApi) : log(std::move(ownLog)), api(std::move(ownApi)) {}
+
+    Log log;
+    std::string api;
+    CallError error;
+    std::string text;  // what the last call handed out
+    qrb_authentication_function authentication = nullptr;
+    void* authenticationData = nullptr;
+    std::atomic<int> callingBack{0};  // calls under way that may call back
+};
+
+// An open file, which its handle and its queries share: these go on when the handle is closed.
+struct Database {
+    Database(const std::string& fileName, const session::OpenSettings& settings,
+             const std::string& api)
+        : session(fileName, settings, api) {}
+
+    // Throws Failure(State) within a call that may call back.
+    void requireIdle() const;
+
+    session::Session session;
+    std::atomic<bool> closed{false};
+    std::atomic<int> callingBack{0};  // calls under way that may call back
+};
+
+class Pointcloud final : public Object {
+public:
+    ~Pointcloud() override { close(); }
+
+    // Ends the pending transaction with its lock; queries go on reading.
+    void close() noexcept;
+
+    std::shared_ptr<Database> database;  // null: closed
+};
+
+// What the queries have in common; the file outlives the query.
+class QueryObject : public Object {
+public:
+    explicit QueryObject(std::shared_ptr<Database> file) : database(std::move(file)) {}
+    const std::shared_ptr<Database> database;
+    // Made in a transaction, with which what it reads has gone when the file was closed.
+    const bool ofTransaction = database->session.pending();
+};
+
+// number: tells kinds of the same Query apart.
+template <typename Query, int number = 0>
+class QueryOf final : public QueryObject {
+public:
+    template <typename... Arguments>
+    explicit QueryOf(std::shared_ptr<Database> file, Arguments&&... arguments)
+        : QueryObject(std::move(file)),
+          query(database->session, std::forward<Arguments>(arguments)...) {}
+    Query query;
+};
+
+// Asks the state that is current at each call.
+struct StatQuery {
+    explicit StatQuery(session::Session& of) : session(of) {}
+    session::Session& session;
+};
+
+// Which object stands behind a handle, and what the handle is called in errors.
+template <typename Handle>
+struct Behind;
+#define BEHIND(handle, ObjectType, words)          \
+    template <>                                    \
+    struct Behind<handle> {                        \
+        using Type = ObjectType;                   \
+        static constexpr const char* name = words; \
+    };
+using SelectObject = QueryOf<query::SelectQuery>;
+using InsertObject = QueryOf<query::InsertQuery>;
+using UpdateObject = QueryOf<query::UpdateQuery>;
+using RemoveObject = QueryOf<query::RemoveQuery>;
+using FillObject = QueryOf<query::FillQuery>;
+using InvertObject = QueryOf<query::FillQuery, 1>;
+using StatObject = QueryOf<StatQuery>;
+BEHIND(qrb_object, Record, "a settings or attribute record")
+BEHIND(qrb_context, Context, "a context")
+BEHIND(qrb_result, Result, "a result")
+BEHIND(qrb_pointcloud, Pointcloud, "a database handle")
+BEHIND(qrb_create_settings, CreateSettings, "a create settings record")
+BEHIND(qrb_open_settings, OpenSettings, "an open settings record")
+BEHIND(qrb_point_attribute, PointAttribute, "a point attribute record")
+BEHIND(qrb_transaction, Transaction, "a transaction record")
+BEHIND(qrb_query_select, SelectObject, "a select query")
+BEHIND(qrb_query_insert, InsertObject, "an insert query")
+BEHIND(qrb_query_update, UpdateObject, "an update query")
+BEHIND(qrb_query_remove, RemoveObject, "a remove query")
+BEHIND(qrb_query_fill, FillObject, "a fill query")
+BEHIND(qrb_query_invert, InvertObject, "an invert query")
+BEHIND(qrb_query_stat, StatObject, "a stat query")
+#undef BEHIND
+
+template <typename T>
+concept OpaqueHandle = requires {
+    typename Behind<std::remove_const_t<T>>::Type;
+};
+
+[[noreturn]] void throwMissing(const char* what);
+// Throws Failure(Argument): a handle that is stale or of another kind.
+[[noreturn]] void throwWrongHandle(const void* handle, const char* what, const char* expected);
+
+// An output, or another input that is read; throws Failure(Argument) for null.
+template <typename T>
+requires(!OpaqueHandle<T>) T& given(T* pointer, const char* what) {
+    if (!pointer)
+        throwMissing(what);
+    return *pointer;
+}
+
+// Null for what is not a handle of that kind.
+template <OpaqueHandle T>
+auto findObject(T* handle) noexcept {
+    return std::dynamic_pointer_cast<typename Behind<std::remove_const_t<T>>::Type>(
+        HandleTable::instance().find(handle));
+}
+
+// The object behind a handle, which lives as long as the call holds it; throws Failure(Argument)
+// for null, and for what is not a handle of that kind.
+template <OpaqueHandle T>
+auto given(T* handle, const char* what) {
+    if (!handle)
+        throwMissing(what);
+    auto object = findObject(handle);
+    if (!object)
+        throwWrongHandle(handle, what, Behind<std::remove_const_t<T>>::name);
+    return object;
+}
+
+// The values of a record that may be left out.
+template <OpaqueHandle T>
+auto valueOr(T* handle, const char* what) {
+    using Value = decltype(given(handle, what)->value);
+    return handle ? given(handle, what)->value : Value();
+}
+
+// A node that was handed out; throws Failure(Argument) for null and any other.
+std::shared_ptr<GraphNode> given(qrb_graph_node* node, const char* what);
+
+// Runs a context-bound function; `where` names it in the log. The function may take the context.
 template <typename Function>
 qrb_status call(qrb_context* context, Function&& function,
                 std::source_location where = std::source_location::current()) noexcept {
-    if (!context)
+    const std::shared_ptr<Context> bound = findObject(context);
+    if (!bound)
         return QRB_FAILURE;
     try {
-        context->log.called(where.function_name());
-        function();
+        bound->log.called(where.function_name());
+        if constexpr (std::is_invocable_v<Function, Context&>)
+            function(*bound);
+        else
+            function();
         return QRB_SUCCESS;
     } catch (...) {
-        describeException(context->error);
-        context->log.failed(where.function_name(), context->error.text);
+        bound->error.describeException();
+        bound->log.failed(where.function_name(), bound->error.text());
         return QRB_FAILURE;
     }
 }
+
+// The result of a call that fails with the exception that is being handled; when there is no memory
+// for one, the constant that tells so.
+qrb_result* makeResult() noexcept;
+qrb_result* outOfMemoryResult() noexcept;
 
 // Runs a _cf function.
 template <typename Function>
@@ -118,47 +249,126 @@ qrb_result* callFree(Function&& function) noexcept {
         function();
         return nullptr;
     } catch (...) {
-        auto* result = new (std::nothrow) qrb_result;
-        if (result)
-            describeException(*result);
-        return result;
+        return makeResult();
     }
-}
-
-// The object behind a handle or output; throws Failure(Argument) for null.
-template <typename T>
-T& given(T* pointer, const char* what) {
-    if (!pointer)
-        throw Failure(ErrorCode::Argument,
-                      std::string("The argument \"") + what + "\" is missing.");
-    return *pointer;
 }
 
 inline std::string textOf(const char* text) {
     return text ? text : "";
 }
 
-// The open session of a handle; throws Failure(State) when there is none.
-inline session::Session& sessionOf(qrb_pointcloud* pointcloud) {
-    return given(pointcloud, "pointcloud").open();
+// Makes an object and hands its handle out. owner: see HandleTable.
+template <OpaqueHandle T, typename... Arguments>
+void make(T** out, const char* what, const void* owner, Arguments&&... arguments) {
+    T*& slot = given(out, what);
+    slot = static_cast<T*>(HandleTable::instance().add(
+        std::make_shared<typename Behind<T>::Type>(std::forward<Arguments>(arguments)...), owner));
 }
 
+// The handle of a database that is not within a call that may call back.
+std::shared_ptr<Pointcloud> idle(qrb_pointcloud* pointcloud);
+// The same without an open file.
+std::shared_ptr<Pointcloud> closed(qrb_pointcloud* pointcloud);
+// Has a file made and opens it; where that fails there is no file.
+std::shared_ptr<Database> createAndOpen(const std::string& fileName,
+                                        const session::CreateSettings& settings,
+                                        const std::string& api,
+                                        const std::function<void()>& create);
+// The open file of a handle; throws Failure(State) when there is none or it is not idle.
+std::shared_ptr<Database> databaseOf(qrb_pointcloud* pointcloud);
+// The same for what is allowed within a callback, too.
+std::shared_ptr<session::Session> sessionAnytime(qrb_pointcloud* pointcloud);
+
+inline std::shared_ptr<session::Session> sessionOf(qrb_pointcloud* pointcloud) {
+    const std::shared_ptr<Database> database = databaseOf(pointcloud);
+    return {database, &database->session};
+}
+
+// A handle that a function takes but doesn't need: null or a good one.
+inline void checkUnused(qrb_pointcloud* pointcloud) {
+    if (pointcloud)
+        given(pointcloud, "pointcloud");
+}
+
+// Makes a query on the open file of a handle. It goes with the context.
+template <OpaqueHandle T, typename... Arguments>
+void makeQuery(qrb_context* context, qrb_pointcloud* pointcloud, T** query,
+               Arguments&&... arguments) {
+    make(query, "query", context, databaseOf(pointcloud), std::forward<Arguments>(arguments)...);
+}
+
+[[noreturn]] void throwClosed();
+
+// A query to work with; throws Failure(State) when its file is not idle, or was closed and with it
+// the transaction of the query ended.
+template <OpaqueHandle T>
+auto queryOf(T* handle) {
+    const auto object = given(handle, "query");
+    object->database->requireIdle();
+    if constexpr (!std::is_same_v<std::remove_const_t<T>, qrb_query_stat>)
+        if (object->ofTransaction && object->database->closed)
+            throwClosed();
+    return std::shared_ptr<decltype(object->query)>(object, &object->query);
+}
+
+// Deletes a query; null is allowed.
+template <OpaqueHandle T>
+void deleteQuery(T* handle) {
+    if (!handle)
+        return;
+    given(handle, "query")->database->requireIdle();
+    HandleTable::instance().remove(handle);
+}
+
+// Deletes what has no more to be looked at; null is allowed.
+template <OpaqueHandle T>
+void deleteObject(T* handle, const char* what) {
+    if (handle) {
+        given(handle, what);
+        HandleTable::instance().remove(handle);
+    }
+}
+
+// Deletes a record unless it is locked; null is allowed.
+template <OpaqueHandle T>
+void deleteRecord(T* handle, const char* what) {
+    if (!handle)
+        return;
+    if (given(handle, what)->locks.load() > 0)
+        throw Failure(ErrorCode::State, "The object is locked and can't be deleted.",
+                      "Take its locks away first.");
+    HandleTable::instance().remove(handle);
+}
+
+// Lives for a call that may call back: what else is called on the database meanwhile is refused.
+class CallingBack {
+public:
+    CallingBack(Context& context, qrb_pointcloud* pointcloud)
+        : m_context(context), m_database(databaseOf(pointcloud)) {
+        ++m_context.callingBack;
+        ++m_database->callingBack;
+    }
+    ~CallingBack() {
+        --m_database->callingBack;
+        --m_context.callingBack;
+    }
+    CallingBack(const CallingBack&) = delete;
+    CallingBack& operator=(const CallingBack&) = delete;
+
+    session::Session& session() const { return m_database->session; }
+
+private:
+    Context& m_context;
+    const std::shared_ptr<Database> m_database;
+};
+
 // Hands a text out that lives until the next call on the context.
-void giveText(qrb_context& context, std::string text, const char** out);
+void giveText(Context& context, std::string text, const char** out);
 // Hands out a text that the caller deletes.
 void giveOwnText(const std::string& text, char** out);
 // Hands a list of names out as a count and a block.
-void giveNames(qrb_context& context, const std::vector<std::string>& names, std::uint32_t* count,
+void giveNames(Context& context, const std::vector<std::string>& names, std::uint32_t* count,
                const char** block);
-
-// Deletes a record unless it is locked.
-template <typename T>
-void deleteRecord(T* record) {
-    if (record && record->locks.load() > 0)
-        throw Failure(ErrorCode::State, "The object is locked and can't be deleted.",
-                      "Take its locks away first.");
-    delete record;
-}
 
 // The nodes of a query's arguments.
 query::Scope scopeOf(const std::uint32_t* nodes, std::uint32_t count);
@@ -166,7 +376,7 @@ query::Scope scopeOf(const std::uint32_t* nodes, std::uint32_t count);
 session::Progress progressOf(qrb_progress_function progress, void* data);
 
 // What signs with the arguments of a call; context: null where there is none.
-session::Signer signerOf(const qrb_context* context, std::uint32_t method, std::uint32_t key_length,
+session::Signer signerOf(const Context* context, std::uint32_t method, std::uint32_t key_length,
                          const std::uint8_t* key);
 
 }  // namespace tarvo::engine::capi

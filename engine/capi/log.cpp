@@ -47,9 +47,9 @@ void Log::called(const char* function) noexcept {
         write("TRACE", function, "");
 }
 
-void Log::failed(const char* function, const std::string& text) noexcept {
+void Log::failed(const char* function, const char* text) noexcept {
     if (m_failures && m_file)
-        write("ERROR", function, text.c_str());
+        write("ERROR", function, text);
 }
 
 void Log::write(const char* kind, const char* function, const char* text) noexcept {

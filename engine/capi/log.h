@@ -18,7 +18,7 @@ public:
 
     // function: as the compiler names it.
     void called(const char* function) noexcept;
-    void failed(const char* function, const std::string& text) noexcept;
+    void failed(const char* function, const char* text) noexcept;
 
 private:
     void write(const char* kind, const char* function, const char* text) noexcept;

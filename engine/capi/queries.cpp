@@ -7,15 +7,6 @@ using namespace tarvo::engine::capi;
 
 namespace {
 
-void deleteChildren(qrb_graph_node& node) {
-    for (uint32_t i = 0; i < node.child_count; ++i) {
-        deleteChildren(*node.children[i]);
-        delete node.children[i];
-    }
-    delete[] node.children;
-    node = {};
-}
-
 // On an exception the node holds what was made so far and can be deleted.
 void fillNode(qrb_graph_node& node, const query::IndexEntry& entry) {
     node.id = entry.id;
@@ -35,11 +26,10 @@ void fillNode(qrb_graph_node& node, const query::IndexEntry& entry) {
 qrb_status readIndexInto(qrb_context* context, qrb_query_stat* query, qrb_graph_node* node,
                          const char* filter) {
     return call(context, [&] {
-        given(node, "node");
-        const query::IndexEntry index =
-            query::readIndex(given(query, "query").session, textOf(filter));
-        deleteChildren(*node);
-        fillNode(*node, index);
+        const std::shared_ptr<GraphNode> out = given(node, "node");
+        GraphNode made;
+        fillNode(made.root, query::readIndex(queryOf(query)->session, textOf(filter)));
+        std::swap(out->root, made.root);
     });
 }
 
@@ -51,10 +41,7 @@ qrb_status qrb_pointcloud_query_select_new(qrb_context* context, qrb_pointcloud*
                                            uint32_t node, const char* filter,
                                            qrb_query_select** query) {
     return call(context, [&] {
-        session::Session& session = sessionOf(pointcloud);
-        auto& out = given(query, "query");
-        out = new qrb_query_select{
-            query::SelectQuery(session, query::Scope{node, {}}, textOf(filter))};
+        makeQuery(context, pointcloud, query, query::Scope{node, {}}, textOf(filter));
     });
 }
 
@@ -62,26 +49,22 @@ qrb_status qrb_pointcloud_query_select_nodes_new(qrb_context* context, qrb_point
                                                  const uint32_t* nodes, uint32_t count,
                                                  const char* filter, qrb_query_select** query) {
     return call(context, [&] {
-        session::Session& session = sessionOf(pointcloud);
-        auto& out = given(query, "query");
-        out = new qrb_query_select{
-            query::SelectQuery(session, scopeOf(nodes, count), textOf(filter))};
+        makeQuery(context, pointcloud, query, scopeOf(nodes, count), textOf(filter));
     });
 }
 
 qrb_status qrb_pointcloud_query_select_bind(qrb_context* context, qrb_query_select* query,
                                             const char* attribute, uint32_t data_type, void* buffer,
                                             int32_t stride) {
-    return call(context, [&] {
-        given(query, "query").query.bind(textOf(attribute), data_type, buffer, stride);
-    });
+    return call(context,
+                [&] { queryOf(query)->bind(textOf(attribute), data_type, buffer, stride); });
 }
 
 qrb_status qrb_pointcloud_query_select_next(qrb_context* context, qrb_query_select* query,
                                             uint32_t count, uint32_t* processed) {
     return call(context, [&] {
         auto& out = given(processed, "processed");
-        out = given(query, "query").query.next(count);
+        out = queryOf(query)->next(count);
     });
 }
 
@@ -89,59 +72,50 @@ qrb_status qrb_pointcloud_query_select_progress(qrb_context* context, qrb_query_
                                                 uint32_t* progress) {
     return call(context, [&] {
         auto& out = given(progress, "progress");
-        out = given(query, "query").query.progress();
+        out = queryOf(query)->progress();
     });
 }
 
 qrb_status qrb_pointcloud_query_select_delete(qrb_context* context, qrb_query_select* query) {
-    return call(context, [&] { delete query; });
+    return call(context, [&] { deleteQuery(query); });
 }
 
 qrb_status qrb_pointcloud_query_insert_new(qrb_context* context, qrb_pointcloud* pointcloud,
                                            qrb_query_insert** query) {
-    return call(context, [&] {
-        session::Session& session = sessionOf(pointcloud);
-        auto& out = given(query, "query");
-        out = new qrb_query_insert{query::InsertQuery(session)};
-    });
+    return call(context, [&] { makeQuery(context, pointcloud, query); });
 }
 
 qrb_status qrb_pointcloud_query_insert_bind(qrb_context* context, qrb_query_insert* query,
                                             const char* attribute, uint32_t data_type,
                                             const void* buffer, int32_t stride) {
-    return call(context, [&] {
-        given(query, "query").query.bind(textOf(attribute), data_type, buffer, stride);
-    });
+    return call(context,
+                [&] { queryOf(query)->bind(textOf(attribute), data_type, buffer, stride); });
 }
 
 qrb_status qrb_pointcloud_query_insert_bind_id(qrb_context* context, qrb_query_insert* query,
                                                uint32_t data_type, void* buffer, int32_t stride) {
-    return call(context, [&] { given(query, "query").query.bindId(data_type, buffer, stride); });
+    return call(context, [&] { queryOf(query)->bindId(data_type, buffer, stride); });
 }
 
 qrb_status qrb_pointcloud_query_insert_next(qrb_context* context, qrb_query_insert* query,
                                             uint32_t count, uint32_t* processed) {
     return call(context, [&] {
         auto& out = given(processed, "processed");
-        out = given(query, "query").query.next(count);
+        out = queryOf(query)->next(count);
     });
 }
 
 qrb_status qrb_pointcloud_query_insert_delete(qrb_context* context, qrb_query_insert* query) {
-    return call(context, [&] { delete query; });
+    return call(context, [&] { deleteQuery(query); });
 }
 
 qrb_status qrb_pointcloud_query_stat_new(qrb_context* context, qrb_pointcloud* pointcloud,
                                          qrb_query_stat** query) {
-    return call(context, [&] {
-        session::Session& session = sessionOf(pointcloud);
-        auto& out = given(query, "query");
-        out = new qrb_query_stat{session};
-    });
+    return call(context, [&] { makeQuery(context, pointcloud, query); });
 }
 
 qrb_status qrb_pointcloud_query_stat_delete(qrb_context* context, qrb_query_stat* query) {
-    return call(context, [&] { delete query; });
+    return call(context, [&] { deleteQuery(query); });
 }
 
 qrb_status qrb_pointcloud_query_stat_index(qrb_context* context, qrb_query_stat* query,
@@ -154,14 +128,14 @@ qrb_status qrb_pointcloud_query_stat_index_filter(qrb_context* context, qrb_quer
     return readIndexInto(context, query, node, filter);
 }
 
-#define EXTREME(name, extreme, cleaned)                                                         \
-    qrb_status qrb_pointcloud_query_stat_##name(qrb_context* context, qrb_query_stat* query,    \
-                                                uint32_t node, const char* attribute,           \
-                                                uint32_t data_type, void* buffer) {             \
-        return call(context, [&] {                                                              \
-            query::readExtreme(given(query, "query").session, node, textOf(attribute), extreme, \
-                               cleaned, data_type, buffer);                                     \
-        });                                                                                     \
+#define EXTREME(name, extreme, cleaned)                                                            \
+    qrb_status qrb_pointcloud_query_stat_##name(qrb_context* context, qrb_query_stat* query,       \
+                                                uint32_t node, const char* attribute,              \
+                                                uint32_t data_type, void* buffer) {                \
+        return call(context, [&] {                                                                 \
+            query::readExtreme(queryOf(query)->session, node, textOf(attribute), extreme, cleaned, \
+                               data_type, buffer);                                                 \
+        });                                                                                        \
     }
 EXTREME(minimum, query::Extreme::Minimum, false)
 EXTREME(minimum_cleaned, query::Extreme::Minimum, true)
@@ -173,22 +147,24 @@ qrb_status qrb_pointcloud_query_stat_revision(qrb_context* context, qrb_query_st
                                               uint32_t* revision) {
     return call(context, [&] {
         auto& out = given(revision, "revision");
-        out = query::readRevision(given(query, "query").session, node, textOf(attribute));
+        out = query::readRevision(queryOf(query)->session, node, textOf(attribute));
     });
 }
 
 qrb_status qrb_pointcloud_graph_node_new(qrb_context* context, qrb_graph_node** node) {
     return call(context, [&] {
-        auto& out = given(node, "node");
-        out = new qrb_graph_node{};
+        if (!node)
+            throwMissing("node");
+        *node = HandleTable::instance().addNode(std::make_shared<GraphNode>(), context);
     });
 }
 
 qrb_status qrb_pointcloud_graph_node_delete(qrb_context* context, qrb_graph_node* node) {
     return call(context, [&] {
-        if (node)
-            deleteChildren(*node);
-        delete node;
+        if (node) {
+            given(node, "node");
+            HandleTable::instance().removeNode(node);
+        }
     });
 }
 

@@ -19,84 +19,80 @@ uint32_t low32(T value) {
 #define NUMBER_FIELD(prefix, handle, object, field, type, member)                              \
     qrb_status prefix##_get_##field(qrb_context* context, const handle* object, type* field) { \
         return call(context, [&] {                                                             \
-            given(field, #field) = static_cast<type>(given(object, #object).value.member);     \
+            given(field, #field) = static_cast<type>(given(object, #object)->value.member);    \
         });                                                                                    \
     }                                                                                          \
     qrb_result* prefix##_get_##field##_cf(const handle* object, type* field) {                 \
         return callFree([&] {                                                                  \
-            given(field, #field) = static_cast<type>(given(object, #object).value.member);     \
+            given(field, #field) = static_cast<type>(given(object, #object)->value.member);    \
         });                                                                                    \
     }                                                                                          \
     NUMBER_SETTER(prefix, handle, object, field, type, member)
 
 #define NUMBER_SETTER(prefix, handle, object, field, type, member)                      \
     qrb_status prefix##_set_##field(qrb_context* context, handle* object, type field) { \
-        return call(context, [&] { given(object, #object).value.member = field; });     \
+        return call(context, [&] { given(object, #object)->value.member = field; });    \
     }                                                                                   \
     qrb_result* prefix##_set_##field##_cf(handle* object, type field) {                 \
-        return callFree([&] { given(object, #object).value.member = field; });          \
+        return callFree([&] { given(object, #object)->value.member = field; });         \
     }
 
 // A field whose getter narrows with `read`.
-#define NARROWED_FIELD(prefix, handle, object, field, type, member, read)                       \
-    qrb_status prefix##_get_##field(qrb_context* context, const handle* object, type* field) {  \
-        return call(context,                                                                    \
-                    [&] { given(field, #field) = read(given(object, #object).value.member); }); \
-    }                                                                                           \
-    qrb_result* prefix##_get_##field##_cf(const handle* object, type* field) {                  \
-        return callFree(                                                                        \
-            [&] { given(field, #field) = read(given(object, #object).value.member); });         \
-    }                                                                                           \
+#define NARROWED_FIELD(prefix, handle, object, field, type, member, read)                        \
+    qrb_status prefix##_get_##field(qrb_context* context, const handle* object, type* field) {   \
+        return call(context,                                                                     \
+                    [&] { given(field, #field) = read(given(object, #object)->value.member); }); \
+    }                                                                                            \
+    qrb_result* prefix##_get_##field##_cf(const handle* object, type* field) {                   \
+        return callFree(                                                                         \
+            [&] { given(field, #field) = read(given(object, #object)->value.member); });         \
+    }                                                                                            \
     NUMBER_SETTER(prefix, handle, object, field, type, member)
 
 #define TEXT_FIELD(prefix, handle, object, field, member)                                      \
     qrb_status prefix##_get_##field(qrb_context* context, const handle* object,                \
                                     const char** field) {                                      \
-        return call(context,                                                                   \
-                    [&] { giveText(*context, given(object, #object).value.member, field); });  \
+        return call(context, [&](Context& bound) {                                             \
+            giveText(bound, given(object, #object)->value.member, field);                      \
+        });                                                                                    \
     }                                                                                          \
     qrb_result* prefix##_get_##field##_cf(const handle* object, char** field) {                \
-        return callFree([&] { giveOwnText(given(object, #object).value.member, field); });     \
+        return callFree([&] { giveOwnText(given(object, #object)->value.member, field); });    \
     }                                                                                          \
     qrb_status prefix##_set_##field(qrb_context* context, handle* object, const char* field) { \
-        return call(context, [&] { given(object, #object).value.member = textOf(field); });    \
+        return call(context, [&] { given(object, #object)->value.member = textOf(field); });   \
     }                                                                                          \
     qrb_result* prefix##_set_##field##_cf(handle* object, const char* field) {                 \
-        return callFree([&] { given(object, #object).value.member = textOf(field); });         \
+        return callFree([&] { given(object, #object)->value.member = textOf(field); });        \
     }
 
 // New, delete and the JSON text of a record.
 #define RECORD(prefix, handle, object, load, save)                                                 \
     qrb_status prefix##_new(qrb_context* context, handle** object) {                               \
-        return call(context, [&] {                                                                 \
-            handle*& out = given(object, #object);                                                 \
-            out = new handle;                                                                      \
-        });                                                                                        \
+        return call(context, [&] { make(object, #object, nullptr); });                             \
     }                                                                                              \
     qrb_result* prefix##_new_cf(handle** object) {                                                 \
-        return callFree([&] {                                                                      \
-            handle*& out = given(object, #object);                                                 \
-            out = new handle;                                                                      \
-        });                                                                                        \
+        return callFree([&] { make(object, #object, nullptr); });                                  \
     }                                                                                              \
     qrb_status prefix##_delete(qrb_context* context, handle* object) {                             \
-        return call(context, [&] { deleteRecord(object); });                                       \
+        return call(context, [&] { deleteRecord(object, #object); });                              \
     }                                                                                              \
     qrb_result* prefix##_delete_cf(handle* object) {                                               \
-        return callFree([&] { deleteRecord(object); });                                            \
+        return callFree([&] { deleteRecord(object, #object); });                                   \
     }                                                                                              \
     qrb_status prefix##_json_load(qrb_context* context, handle* object, const char* json) {        \
-        return call(context, [&] { load(textOf(json), given(object, #object).value); });           \
+        return call(context, [&] { load(textOf(json), given(object, #object)->value); });          \
     }                                                                                              \
     qrb_result* prefix##_json_load_cf(handle* object, const char* json) {                          \
-        return callFree([&] { load(textOf(json), given(object, #object).value); });                \
+        return callFree([&] { load(textOf(json), given(object, #object)->value); });               \
     }                                                                                              \
     qrb_status prefix##_json_save(qrb_context* context, const handle* object, const char** json) { \
-        return call(context,                                                                       \
-                    [&] { giveText(*context, save(given(object, #object).value), json); });        \
+        return call(context, [&](Context& bound) {                                                 \
+            giveText(bound, save(given(object, #object)->value), json);                            \
+        });                                                                                        \
     }                                                                                              \
     qrb_result* prefix##_json_save_cf(const handle* object, char** json) {                         \
-        return callFree([&] { giveOwnText(save(given(object, #object).value), json); });           \
+        return callFree([&] { giveOwnText(save(given(object, #object)->value), json); });          \
     }
 
 extern "C" {
@@ -118,28 +114,28 @@ qrb_status qrb_pointcloud_create_settings_get_primary_attribute(qrb_context* con
                                                                 const qrb_create_settings* settings,
                                                                 qrb_point_attribute* attribute) {
     return call(context, [&] {
-        given(attribute, "attribute").value = given(settings, "settings").value.primaryAttribute;
+        given(attribute, "attribute")->value = given(settings, "settings")->value.primaryAttribute;
     });
 }
 
 qrb_result* qrb_pointcloud_create_settings_get_primary_attribute_cf(
     const qrb_create_settings* settings, qrb_point_attribute* attribute) {
     return callFree([&] {
-        given(attribute, "attribute").value = given(settings, "settings").value.primaryAttribute;
+        given(attribute, "attribute")->value = given(settings, "settings")->value.primaryAttribute;
     });
 }
 
 qrb_status qrb_pointcloud_create_settings_set_primary_attribute(
     qrb_context* context, qrb_create_settings* settings, const qrb_point_attribute* attribute) {
     return call(context, [&] {
-        given(settings, "settings").value.primaryAttribute = given(attribute, "attribute").value;
+        given(settings, "settings")->value.primaryAttribute = given(attribute, "attribute")->value;
     });
 }
 
 qrb_result* qrb_pointcloud_create_settings_set_primary_attribute_cf(
     qrb_create_settings* settings, const qrb_point_attribute* attribute) {
     return callFree([&] {
-        given(settings, "settings").value.primaryAttribute = given(attribute, "attribute").value;
+        given(settings, "settings")->value.primaryAttribute = given(attribute, "attribute")->value;
     });
 }
 
@@ -173,14 +169,14 @@ qrb_status qrb_pointcloud_point_attribute_data_type(qrb_context* context,
                                                     const qrb_point_attribute* attribute,
                                                     uint32_t* data_type) {
     return call(context, [&] {
-        given(data_type, "data_type") = schema::dataType(given(attribute, "attribute").value);
+        given(data_type, "data_type") = schema::dataType(given(attribute, "attribute")->value);
     });
 }
 
 qrb_result* qrb_pointcloud_point_attribute_data_type_cf(const qrb_point_attribute* attribute,
                                                         uint32_t* data_type) {
     return callFree([&] {
-        given(data_type, "data_type") = schema::dataType(given(attribute, "attribute").value);
+        given(data_type, "data_type") = schema::dataType(given(attribute, "attribute")->value);
     });
 }
 
@@ -188,14 +184,14 @@ qrb_status qrb_pointcloud_point_attribute_decode_descriptor(qrb_context* context
                                                             const char* descriptor,
                                                             const char** name, int64_t* element,
                                                             const char** property) {
-    return call(context, [&] {
+    return call(context, [&](Context& bound) {
         given(name, "name");
         given(element, "element");
         given(property, "property");
         const schema::Descriptor parts = schema::decodeDescriptor(textOf(descriptor));
-        context->text = parts.name + '\0' + parts.property;
-        *name = context->text.c_str();
-        *property = context->text.c_str() + parts.name.size() + 1;
+        bound.text = parts.name + '\0' + parts.property;
+        *name = bound.text.c_str();
+        *property = bound.text.c_str() + parts.name.size() + 1;
         *element = parts.element;
     });
 }

@@ -20,29 +20,26 @@ std::vector<std::uint32_t> idsOf(std::uint32_t count, const std::uint32_t* ids) 
 extern "C" {
 
 qrb_status qrb_pointcloud_transaction_new(qrb_context* context, qrb_transaction** transaction) {
-    return call(context, [&] {
-        auto& out = given(transaction, "transaction");
-        out = new qrb_transaction;
-    });
+    return call(context, [&] { make(transaction, "transaction", context); });
 }
 
 qrb_status qrb_pointcloud_transaction_delete(qrb_context* context, qrb_transaction* transaction) {
-    return call(context, [&] { delete transaction; });
+    return call(context, [&] { deleteObject(transaction, "transaction"); });
 }
 
 qrb_status qrb_pointcloud_transaction_get_id(qrb_context* context,
                                              const qrb_transaction* transaction, uint32_t* id) {
     return call(context, [&] {
         auto& out = given(id, "id");
-        out = given(transaction, "transaction").value.id;
+        out = given(transaction, "transaction")->value.id;
     });
 }
 
 #define TRANSACTION_TEXT(field)                                                         \
     qrb_status qrb_pointcloud_transaction_get_##field(                                  \
         qrb_context* context, const qrb_transaction* transaction, const char** field) { \
-        return call(context, [&] {                                                      \
-            giveText(*context, given(transaction, "transaction").value.field, field);   \
+        return call(context, [&](Context& bound) {                                      \
+            giveText(bound, given(transaction, "transaction")->value.field, field);     \
         });                                                                             \
     }
 TRANSACTION_TEXT(qrb)
@@ -60,43 +57,47 @@ qrb_status qrb_pointcloud_transaction_begin(qrb_context* context, qrb_pointcloud
     return call(context, [&] {
         auto& out = given(id, "id");
         out = sessionOf(pointcloud)
-                  .begin(textOf(title), textOf(agent), textOf(comments), textOf(settings));
+                  ->begin(textOf(title), textOf(agent), textOf(comments), textOf(settings));
     });
 }
 
 qrb_status qrb_pointcloud_transaction_commit(qrb_context* context, qrb_pointcloud* pointcloud) {
-    return call(context, [&] { query::commit(sessionOf(pointcloud)); });
+    return call(context, [&] { query::commit(*sessionOf(pointcloud)); });
 }
 
 qrb_status qrb_pointcloud_transaction_commit_with_progress(qrb_context* context,
                                                            qrb_pointcloud* pointcloud,
                                                            qrb_progress_function progress,
                                                            void* data) {
-    return call(context, [&] { query::commit(sessionOf(pointcloud), progressOf(progress, data)); });
+    return call(context, [&](Context& bound) {
+        const CallingBack calling(bound, pointcloud);
+        query::commit(calling.session(), progressOf(progress, data));
+    });
 }
 
 qrb_status qrb_pointcloud_transaction_commit_with_signature(
     qrb_context* context, qrb_pointcloud* pointcloud, qrb_progress_function progress, void* data,
     uint32_t method, uint32_t key_length, const uint8_t* key) {
-    return call(context, [&] {
-        query::commit(sessionOf(pointcloud), progressOf(progress, data),
-                      signerOf(context, method, key_length, key));
+    return call(context, [&](Context& bound) {
+        const CallingBack calling(bound, pointcloud);
+        query::commit(calling.session(), progressOf(progress, data),
+                      signerOf(&bound, method, key_length, key));
     });
 }
 
 qrb_status qrb_pointcloud_transaction_rollback(qrb_context* context, qrb_pointcloud* pointcloud) {
-    return call(context, [&] { sessionOf(pointcloud).rollback(); });
+    return call(context, [&] { sessionOf(pointcloud)->rollback(); });
 }
 
 qrb_status qrb_pointcloud_transaction_restore(qrb_context* context, qrb_pointcloud* pointcloud,
                                               uint32_t id) {
-    return call(context, [&] { sessionOf(pointcloud).restore(id); });
+    return call(context, [&] { sessionOf(pointcloud)->restore(id); });
 }
 
 qrb_status qrb_pointcloud_transaction_list(qrb_context* context, qrb_pointcloud* pointcloud,
                                            uint32_t* count, uint32_t* ids) {
     return call(context, [&] {
-        const std::vector<std::uint32_t> all = sessionOf(pointcloud).transactions();
+        const std::vector<std::uint32_t> all = sessionAnytime(pointcloud)->transactions();
         uint32_t& slot = given(count, "count");
         if (ids)
             std::copy_n(all.begin(), std::min<std::size_t>(slot, all.size()), ids);
@@ -108,7 +109,7 @@ qrb_status qrb_pointcloud_transaction_current(qrb_context* context, qrb_pointclo
                                               uint32_t* id) {
     return call(context, [&] {
         auto& out = given(id, "id");
-        out = sessionOf(pointcloud).current();
+        out = sessionAnytime(pointcloud)->current();
     });
 }
 
@@ -116,44 +117,48 @@ qrb_status qrb_pointcloud_transaction_pending(qrb_context* context, qrb_pointclo
                                               uint8_t* pending) {
     return call(context, [&] {
         auto& out = given(pending, "pending");
-        out = sessionOf(pointcloud).pending();
+        out = sessionAnytime(pointcloud)->pending();
     });
 }
 
 qrb_status qrb_pointcloud_transaction_details(qrb_context* context, qrb_pointcloud* pointcloud,
                                               uint32_t id, qrb_transaction* transaction) {
     return call(context, [&] {
-        given(transaction, "transaction").value = sessionOf(pointcloud).details(id);
+        given(transaction, "transaction")->value = sessionOf(pointcloud)->details(id);
     });
 }
 
 qrb_status qrb_pointcloud_transaction_discard(qrb_context* context, qrb_pointcloud* pointcloud,
                                               uint32_t count, const uint32_t* ids) {
-    return call(context, [&] { sessionOf(pointcloud).discard(idsOf(count, ids)); });
+    return call(context, [&] { sessionOf(pointcloud)->discard(idsOf(count, ids)); });
 }
 
 qrb_status qrb_pointcloud_transaction_size(qrb_context* context, qrb_pointcloud* pointcloud,
                                            uint32_t count, const uint32_t* ids, uint64_t* bytes) {
     return call(context, [&] {
         auto& out = given(bytes, "bytes");
-        out = sessionOf(pointcloud).size(idsOf(count, ids));
+        out = sessionOf(pointcloud)->size(idsOf(count, ids));
     });
 }
 
 qrb_status qrb_pointcloud_management_finalize(qrb_context* context, qrb_pointcloud* pointcloud) {
-    return call(context, [&] { sessionOf(pointcloud).finalize(); });
+    return call(context, [&] { sessionOf(pointcloud)->finalize(); });
 }
 
 qrb_status qrb_pointcloud_management_vacuum(qrb_context* context, qrb_pointcloud* pointcloud,
                                             qrb_progress_function progress, void* data) {
-    return call(context, [&] { sessionOf(pointcloud).vacuum(progressOf(progress, data)); });
+    return call(context, [&](Context& bound) {
+        const CallingBack calling(bound, pointcloud);
+        calling.session().vacuum(progressOf(progress, data));
+    });
 }
 
 qrb_status qrb_pointcloud_management_set_lod_mode(qrb_context* context, qrb_pointcloud* pointcloud,
                                                   uint32_t lod_mode) {
     return call(context, [&] {
-        session::State& state = sessionOf(pointcloud).change();
-        sessionOf(pointcloud).setLevelOfDetail(lod_mode, state.chunkSizeLod);
+        const auto session = sessionOf(pointcloud);
+        const session::State& state = session->change();
+        session->setLevelOfDetail(lod_mode, state.chunkSizeLod);
     });
 }
 
@@ -161,8 +166,9 @@ qrb_status qrb_pointcloud_management_set_chunk_size_lod(qrb_context* context,
                                                         qrb_pointcloud* pointcloud,
                                                         uint32_t chunk_size) {
     return call(context, [&] {
-        session::State& state = sessionOf(pointcloud).change();
-        sessionOf(pointcloud).setLevelOfDetail(state.lodMode, chunk_size);
+        const auto session = sessionOf(pointcloud);
+        const session::State& state = session->change();
+        session->setLevelOfDetail(state.lodMode, chunk_size);
     });
 }
 
@@ -170,7 +176,7 @@ qrb_status qrb_pointcloud_management_get_lod_mode(qrb_context* context, qrb_poin
                                                   uint32_t* lod_mode) {
     return call(context, [&] {
         auto& out = given(lod_mode, "lod_mode");
-        out = sessionOf(pointcloud).state()->lodMode;
+        out = sessionOf(pointcloud)->state()->lodMode;
     });
 }
 
@@ -179,7 +185,7 @@ qrb_status qrb_pointcloud_management_get_chunk_size_lod(qrb_context* context,
                                                         uint32_t* chunk_size) {
     return call(context, [&] {
         auto& out = given(chunk_size, "chunk_size");
-        out = sessionOf(pointcloud).state()->chunkSizeLod;
+        out = sessionOf(pointcloud)->state()->chunkSizeLod;
     });
 }
 

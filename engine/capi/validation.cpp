@@ -5,8 +5,6 @@
 #include "engine/validation/newfile.h"
 #include "qrb/defaults/catalogue.h"
 
-#include <filesystem>
-
 using namespace tarvo::engine;
 using namespace tarvo::engine::capi;
 
@@ -41,33 +39,24 @@ qrb_status qrb_pointcloud_create_with_schema(qrb_context* context, qrb_pointclou
                                              const char* file_name,
                                              const qrb_create_settings* settings,
                                              const char* schema, uint8_t optionals) {
-    return call(context, [&] {
-        auto& slot = given(pointcloud, "pointcloud").session;
-        if (slot)
-            throw Failure(ErrorCode::State, "A database is open already.", "Close it first.");
-        const session::CreateSettings values =
-            settings ? settings->value : session::CreateSettings();
+    return call(context, [&](Context& bound) {
+        const auto object = closed(pointcloud);
+        const session::CreateSettings values = valueOr(settings, "settings");
         const std::string fileName = textOf(file_name);
-        validation::createFile(fileName, values, context->api,
-                               validation::readFileSchema(textOf(schema)), optionals != 0);
-        try {
-            slot = std::make_unique<session::Session>(
-                fileName, session::OpenSettings{values.cacheSize}, context->api);
-        } catch (...) {
-            std::error_code ignored;
-            std::filesystem::remove(std::filesystem::u8path(fileName), ignored);
-            throw;
-        }
+        const validation::FileSchema fileSchema = validation::readFileSchema(textOf(schema));
+        object->database = createAndOpen(fileName, values, bound.api, [&] {
+            validation::createFile(fileName, values, bound.api, fileSchema, optionals != 0);
+        });
     });
 }
 
 qrb_status qrb_pointcloud_management_validate(qrb_context* context, qrb_pointcloud* pointcloud,
                                               const char* schema, uint8_t strict) {
     return call(context, [&] {
-        session::Session& session = sessionOf(pointcloud);
+        const auto session = sessionOf(pointcloud);
         const validation::FileSchema fileSchema = validation::readFileSchema(textOf(schema));
         report("The database does not agree with the file schema \"" + fileSchema.identifier + "\"",
-               validation::deviations(session, fileSchema, strict != 0));
+               validation::deviations(*session, fileSchema, strict != 0));
     });
 }
 
@@ -75,7 +64,7 @@ qrb_status qrb_pointcloud_meta_data_validate(qrb_context* context, qrb_pointclou
                                              const char* name, const char* schema) {
     return call(context, [&] {
         const std::string item = textOf(name);
-        const std::string value = sessionOf(pointcloud).metaData(item);
+        const std::string value = sessionOf(pointcloud)->metaData(item);
         std::string text = textOf(schema);
         if (text.empty()) {
             const auto* entry = tarvo::qrb::defaults::findMetaData(item);
@@ -89,9 +78,12 @@ qrb_status qrb_pointcloud_meta_data_validate(qrb_context* context, qrb_pointclou
     });
 }
 
-qrb_status qrb_pointcloud_meta_data_validate_json(qrb_context* context, qrb_pointcloud*,
+qrb_status qrb_pointcloud_meta_data_validate_json(qrb_context* context, qrb_pointcloud* pointcloud,
                                                   const char* value, const char* schema) {
-    return call(context, [&] { validateJson(textOf(value), textOf(schema), "The value"); });
+    return call(context, [&] {
+        checkUnused(pointcloud);
+        validateJson(textOf(value), textOf(schema), "The value");
+    });
 }
 
 }  // extern "C"

@@ -4,6 +4,7 @@
 #include "engine/codec/transform.h"
 
 #include <zstd.h>
+#include <zstd_errors.h>
 
 #include <algorithm>
 #include <new>
@@ -30,6 +31,8 @@ int zstdLevel(std::uint8_t compressionLevel) {
 }
 
 void requireZstd(std::size_t result) {
+    if (ZSTD_getErrorCode(result) == ZSTD_error_memory_allocation)
+        throw std::bad_alloc();
     if (ZSTD_isError(result))
         throw Failure(ErrorCode::Internal, "Compressing a column failed.",
                       ZSTD_getErrorName(result));

@@ -1,5 +1,6 @@
 // Evaluates a bound filter for the points of a batch, in blocks that stay in the cache.
 #include "engine/base/error.h"
+#include "engine/base/spares.h"
 #include "engine/filter/arithmetic.h"
 #include "engine/filter/term.h"
 
@@ -35,10 +36,6 @@ struct Scratch {
     std::array<std::uint64_t, blockSize> codes;
     std::array<std::uint8_t, blockSize> mask;
 };
-
-// Kept by each thread from call to call; taken away while in use, so that a column source may
-// itself filter.
-thread_local std::unique_ptr<Scratch> spareScratch;
 
 std::size_t countSet(const std::uint8_t* mask, std::size_t count) {
     std::uint32_t sum = 0;
@@ -380,8 +377,8 @@ void selectPoints(const std::vector<Slot>& slots, const Term& root, unsigned hei
     if (count > UINT32_MAX)
         throw Failure(ErrorCode::Internal, "A batch of " + std::to_string(count) +
                                                " points is too large to be filtered.");
-    std::unique_ptr<Scratch> scratch =
-        spareScratch ? std::move(spareScratch) : std::make_unique<Scratch>();
+    static Spares<Scratch> scratches;
+    const Spares<Scratch>::Loan scratch(scratches);
     while (scratch->frames.size() < height + 1)
         scratch->frames.push_back(std::unique_ptr<Frame>(new Frame));
     scratch->columns.assign(slots.size(), nullptr);
@@ -396,7 +393,6 @@ void selectPoints(const std::vector<Slot>& slots, const Term& root, unsigned hei
         kept += appendSet(mask, length, begin, selection.data() + kept);
     }
     selection.resize(kept);
-    spareScratch = std::move(scratch);
 }
 
 }  // namespace tarvo::engine::filter

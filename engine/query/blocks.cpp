@@ -1,5 +1,6 @@
 #include "engine/query/blocks.h"
 
+#include "engine/base/spares.h"
 #include "engine/codec/codec.h"
 
 namespace tarvo::engine::query {
@@ -26,11 +27,12 @@ Bytes& BlockWriter::blobFor(const schema::Attribute& attribute, std::uint64_t& m
 }
 
 BlobRef BlockWriter::addBlock(const schema::Attribute& attribute, const schema::Column& column) {
-    thread_local codec::Encoder encoder;
+    static Spares<codec::Encoder> encoders;
+    const Spares<codec::Encoder>::Loan encoder(encoders);
     std::uint64_t mark = 0;
     Bytes& blob = blobFor(attribute, mark);
     const std::size_t begin = blob.size();
-    encoder.encode(column, {m_compressionLevel, attribute.record.compressionOptions}, blob);
+    encoder->encode(column, {m_compressionLevel, attribute.record.compressionOptions}, blob);
     const ByteSpan block = ByteSpan(blob).subspan(begin);
     return {mark, begin, static_cast<std::uint32_t>(block.size()), checksum(block)};
 }

@@ -1,5 +1,6 @@
 #include "engine/query/columns.h"
 
+#include "engine/base/spares.h"
 #include "engine/codec/codec.h"
 
 #include <algorithm>
@@ -38,9 +39,10 @@ std::shared_ptr<const schema::Column> readColumn(session::Session& session, cons
     const std::string what =
         "a block of \"" + attribute.record.name + "\" in node " + std::to_string(node.id);
     const Bytes bytes = session.container().read(block, what);
-    thread_local codec::Decoder decoder;
+    static Spares<codec::Decoder> decoders;
+    const Spares<codec::Decoder>::Loan decoder(decoders);
     auto column =
-        std::make_shared<const schema::Column>(decoder.decode(bytes, width, node.ownCount, what));
+        std::make_shared<const schema::Column>(decoder->decode(bytes, width, node.ownCount, what));
     session.columns().put(block, column, column->bytes());
     return column;
 }

@@ -52,10 +52,7 @@ LeafWriter::LeafWriter(session::Session& session, session::State& state,
       m_nextId(renumberFrom),
       m_onStored(std::move(onStored)) {}
 
-LeafWriter::~LeafWriter() {
-    for (Job& job : m_jobs)
-        job.encoded.wait();
-}
+LeafWriter::~LeafWriter() = default;
 
 // Each new row is written once, in key order: counting gives every one an id of its own among those
 // that the rows had before.

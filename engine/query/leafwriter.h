@@ -7,7 +7,6 @@
 #include "engine/session/session.h"
 
 #include <deque>
-#include <future>
 
 namespace tarvo::engine::query {
 
@@ -38,7 +37,7 @@ private:
         std::vector<index::AttributeData> attributes;
     };
     struct Job {
-        std::future<Encoded> encoded;
+        Task<Encoded> encoded;
         std::shared_ptr<index::LeafContent> content;
     };
     void storeOldest();

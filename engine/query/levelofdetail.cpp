@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <future>
 #include <map>
 
 namespace tarvo::engine::query {
@@ -251,7 +250,7 @@ private:
         struct Work {
             index::ElementData* element;
             const schema::Attribute* attribute;
-            std::future<schema::Column> column;
+            Task<schema::Column> column;
         };
         std::vector<Work> work;
         for (index::AttributeData& data : node.attributes) {
@@ -269,15 +268,8 @@ private:
                                     })});
         }
         BlockWriter blocks(m_session.identity().settings.compressionLevel);
-        try {
-            for (Work& one : work)
-                one.element->block = blocks.addBlock(*one.attribute, one.column.get());
-        } catch (...) {
-            for (Work& one : work)
-                if (one.column.valid())
-                    one.column.wait();
-            throw;
-        }
+        for (Work& one : work)
+            one.element->block = blocks.addBlock(*one.attribute, one.column.get());
         node.ownCount = groups.size();
         blocks.store(m_session.container(), node.attributes);
     }

@@ -53,10 +53,7 @@ PointWriter::PointWriter(session::Session& session, Ids ids)
       m_ids(ids),
       m_firstId(nextIdCode(session.change())) {}
 
-PointWriter::~PointWriter() {
-    for (auto& run : m_sorting)
-        run.wait();
-}
+PointWriter::~PointWriter() = default;
 
 bool PointWriter::fits(const session::State& state) const {
     return std::equal(

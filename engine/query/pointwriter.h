@@ -7,7 +7,6 @@
 #include "engine/session/session.h"
 
 #include <deque>
-#include <future>
 #include <memory>
 #include <vector>
 
@@ -59,7 +58,7 @@ private:
     std::uint64_t m_rowsInRuns = 0;  // and in those still being sorted
     bool m_failed = false;           // rows were lost: the transaction must not be committed
     std::vector<std::uint8_t> m_rows;
-    std::deque<std::future<std::unique_ptr<index::RowFile>>> m_sorting;
+    std::deque<Task<std::unique_ptr<index::RowFile>>> m_sorting;
     std::vector<std::unique_ptr<index::RowFile>> m_runs;
 };
 

@@ -9,10 +9,10 @@ namespace tarvo::engine::query {
 
 namespace {
 
-std::future<NodeHits> ready(NodeHits hits) {
+Task<NodeHits> ready(NodeHits hits) {
     std::promise<NodeHits> promise;
     promise.set_value(std::move(hits));
-    return promise.get_future();
+    return Task<NodeHits>(promise.get_future());
 }
 
 }  // namespace
@@ -34,10 +34,7 @@ Scan::Scan(session::Session& session, Scope scope, std::string_view filter)
     });
 }
 
-Scan::~Scan() {
-    for (std::future<NodeHits>& hits : m_work)
-        hits.wait();
-}
+Scan::~Scan() = default;
 
 // Only the points of one node are left, those below it included where the scope is the whole index.
 void Scan::narrowScope(std::uint32_t node) {
@@ -180,7 +177,7 @@ std::optional<NodeHits> Scan::nextHits() {
         }
         if (m_work.empty())
             return std::nullopt;
-        std::future<NodeHits> oldest = std::move(m_work.front());
+        Task<NodeHits> oldest = std::move(m_work.front());
         m_work.pop_front();
         NodeHits hits = oldest.get();
         m_passed += hits.scanned;

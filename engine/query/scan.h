@@ -8,7 +8,6 @@
 #include "engine/session/session.h"
 
 #include <deque>
-#include <future>
 #include <memory>
 #include <optional>
 #include <unordered_set>
@@ -82,7 +81,7 @@ private:
     bool m_wantLeaves = false;
     bool m_failed = false;
     std::size_t m_ahead = 1;
-    std::deque<std::future<NodeHits>> m_work;
+    std::deque<Task<NodeHits>> m_work;  // last: ends before what it uses
 };
 
 // Hands the hits of a scan out in portions that may end within a node.

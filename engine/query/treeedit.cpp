@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <deque>
-#include <future>
 
 namespace tarvo::engine::query {
 
@@ -29,10 +28,6 @@ private:
     public:
         LeafQueue(session::Session& session, const TreeEdit& edit)
             : m_session(session), m_edit(edit) {}
-        ~LeafQueue() {
-            for (std::future<EditedLeaf>& result : m_results)
-                result.wait();
-        }
         void add(const index::Node& leaf) { m_leaves.push_back(&leaf); }
         EditedLeaf next() {
             const std::size_t window = m_session.pool().threads() * 3;
@@ -42,7 +37,7 @@ private:
                     [&edit = m_edit, leaf = *m_leaves[m_started]] { return edit.leaf(leaf); }));
                 ++m_started;
             }
-            std::future<EditedLeaf> oldest = std::move(m_results.front());
+            Task<EditedLeaf> oldest = std::move(m_results.front());
             m_results.pop_front();
             return oldest.get();
         }
@@ -52,7 +47,7 @@ private:
         const TreeEdit& m_edit;
         std::vector<const index::Node*> m_leaves;
         std::size_t m_started = 0;
-        std::deque<std::future<EditedLeaf>> m_results;
+        std::deque<Task<EditedLeaf>> m_results;
     };
 
     void collectLeaves(const std::vector<index::Node>& nodes, LeafQueue& queue) const {

@@ -20,11 +20,6 @@ LeafReader::LeafReader(session::Session& session, const Facts& facts,
                                 session.pool().threads() * 4);
 }
 
-LeafReader::~LeafReader() {
-    for (std::future<Columns>& columns : m_work)
-        columns.wait();
-}
-
 // Hands the next leaf to the workers; false at the end.
 bool LeafReader::startNext() {
     for (; m_cursor.node(); m_cursor.enter()) {
@@ -53,7 +48,7 @@ std::optional<LeafReader::Columns> LeafReader::next() {
         }
         if (m_work.empty())
             return std::nullopt;
-        std::future<Columns> oldest = std::move(m_work.front());
+        Task<Columns> oldest = std::move(m_work.front());
         m_work.pop_front();
         return oldest.get();
     });

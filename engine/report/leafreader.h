@@ -7,7 +7,6 @@
 
 #include <cstdint>
 #include <deque>
-#include <future>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -25,7 +24,6 @@ public:
     // session and facts must live as long as the reader. step: every step-th leaf, from 1.
     LeafReader(session::Session& session, const Facts& facts, std::vector<ColumnRef> columns,
                std::uint64_t step);
-    ~LeafReader();
     LeafReader(const LeafReader&) = delete;
     LeafReader& operator=(const LeafReader&) = delete;
 
@@ -44,7 +42,7 @@ private:
     index::TreeCursor m_cursor;
     std::uint64_t m_leaves = 0;  // passed
     std::size_t m_window;        // leaves worked on at once
-    std::deque<std::future<Columns>> m_work;
+    std::deque<Task<Columns>> m_work;
 };
 
 }  // namespace tarvo::engine::report

@@ -18,8 +18,6 @@ namespace tarvo::engine::validation {
 
 namespace {
 
-using valijson::adapters::RapidJsonAdapter;
-
 using Context = std::vector<std::string>;
 using Results = valijson::ValidationResults;
 

@@ -4,7 +4,7 @@
 
 #include "engine/base/json.h"
 
-#include <rapidjson/document.h>
+#include "engine/base/json.h"
 
 namespace tarvo::engine::validation {
 

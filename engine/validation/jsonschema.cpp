@@ -85,7 +85,7 @@ JsonSchema::JsonSchema(std::string_view text, std::string_view what)
     valijson::SchemaParser parser;
     addChecks(parser, m_private->effort);
     try {
-        parser.populateSchema(valijson::adapters::RapidJsonAdapter(m_private->flat),
+        parser.populateSchema(RapidJsonAdapter(m_private->flat),
                               m_private->schema);
     } catch (const std::runtime_error& error) {
         throw Failure(ErrorCode::Argument, std::string(what) + " is not valid.", error.what());
@@ -104,7 +104,7 @@ std::vector<Finding> JsonSchema::check(std::string_view text, std::string_view w
     bool pass = false;
     bool enough = false;
     try {
-        const valijson::adapters::RapidJsonAdapter value(document);
+        const RapidJsonAdapter value(document);
         pass = valijson::Validator().validate(m_private->schema, value, &results);
     } catch (const EnoughFindings&) {
         enough = true;

@@ -1,10 +1,8 @@
 #include "qrb/defaults/catalogue.h"
 
-#include <rapidjson/document.h>
+#include "qrb/defaults/jsonmemory.h"
+
 #include <rapidjson/error/en.h>
-#include <rapidjson/prettywriter.h>
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
 
 #include <limits>
 #include <map>

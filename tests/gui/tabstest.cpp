@@ -5,6 +5,7 @@
 #include "common/jsonvalues.h"
 #include "common/programsettings.h"
 #include "common/progress.h"
+#include "dialogs/workingdialog.h"
 #include "mainwindow/mainwindow.h"
 #include "qrb/loader.h"
 #include "qrb/pointcloud.h"
@@ -611,33 +612,46 @@ void TabsTest::headersSortAndLeadBack() {
 }
 
 void TabsTest::levelOfDetailIsBuiltAndCanBeCancelled() {
-    const auto apply = [](bool cancel) -> Step {
-        return [cancel](QDialog* dialog) {
+    constexpr int never = 101;
+    const auto apply = [](int cancelAt, int size) -> Step {
+        return [=](QDialog* dialog) {
             in<QComboBox>(dialog, "editLodMode")->setCurrentIndex(0);
             QVERIFY(!in<QComboBox>(dialog, "editLodSizeCombine")->isEnabled());
-            in<QSpinBox>(dialog, "editLodSizeThinout")->setValue(30);
-            if (cancel)  // as a close request in the middle of the work
-                connect(dialog, SIGNAL(update_progress(int)), dialog, SLOT(reject()),
-                        Qt::DirectConnection);
+            in<QSpinBox>(dialog, "editLodSizeThinout")->setValue(size);
+            // As a close request in the middle of the work.
+            auto* working = static_cast<WorkingDialog*>(dialog);
+            connect(
+                working, &WorkingDialog::update_progress, working,
+                [=](int percent) {
+                    if (percent >= cancelAt)
+                        working->reject();
+                },
+                Qt::DirectConnection);
             ModalScript::press("Apply")(dialog);
             QVERIFY(dialog->isVisible());
-            if (cancel)
-                dialog->disconnect(SIGNAL(update_progress(int)));
+            dialog->disconnect(SIGNAL(update_progress(int)));
             ModalScript::press("Close")(dialog);
         };
     };
     const Step ok = ModalScript::press("OK");
-    QCOMPARE(run("actionManagementLevelOfDetail", {apply(true), ok}),
+    QCOMPARE(run("actionManagementLevelOfDetail", {apply(0, 30), ok}),
              QStringList("Update cancelled."));
     QCOMPARE(child<QLineEdit>("editLevelOfDetail")->text(), "disabled");
     QCOMPARE(child<QLabel>("labelTransactions")->text(), "Transactions: 3, Current transaction: 3");
-    QVERIFY(run("actionManagementLevelOfDetail", {apply(false), ok})
+    QVERIFY(run("actionManagementLevelOfDetail", {apply(never, 30), ok})
                 .value(0)
                 .startsWith("Successfully finished!\n\nDuration: "));
     QCOMPARE(child<QLineEdit>("editLevelOfDetail")->text(),
              "mode: thinout, size: up to 30 % of the original points");
     QCOMPARE(child<QLineEdit>("editPointsTotal")->text(),
              QLocale().toString(m_original.pointCount));
+
+    // A request that comes when the change is made can't cancel it.
+    QVERIFY(run("actionManagementLevelOfDetail", {apply(100, 20), ok})
+                .value(0)
+                .startsWith("Successfully finished!"));
+    QCOMPARE(child<QLineEdit>("editLevelOfDetail")->text(),
+             "mode: thinout, size: up to 20 % of the original points");
 }
 
 void TabsTest::validationTellsWhatItFinds() {

@@ -1,0 +1,67 @@
+// RapidJSON with memory that is checked. The library uses what its allocator gives without a look,
+// so that one that finds no memory must throw; its own doesn't. Whoever includes this header, in
+// place of RapidJSON's, means the checked types when writing rapidjson::Document and so on within
+// the namespace tarvo.
+#pragma once
+
+#include <rapidjson/allocators.h>
+
+#include <cstddef>
+#include <cstdlib>
+#include <new>
+
+#ifdef RAPIDJSON_DOCUMENT_H_
+#error "Include qrb/defaults/jsonmemory.h before RapidJSON's own headers."
+#endif
+
+namespace tarvo {
+
+class CheckedAllocator {
+public:
+    static const bool kNeedFree = true;
+    void* Malloc(std::size_t size) { return size == 0 ? nullptr : checked(std::malloc(size)); }
+    void* Realloc(void* original, std::size_t, std::size_t size) {
+        if (size != 0)
+            return checked(std::realloc(original, size));
+        std::free(original);
+        return nullptr;
+    }
+    static void Free(void* memory) { std::free(memory); }
+
+private:
+    static void* checked(void* memory) {
+        if (memory == nullptr)
+            throw std::bad_alloc();
+        return memory;
+    }
+};
+
+}  // namespace tarvo
+
+// A copy of a value passes through a document with the default allocator, which this sets.
+#define CrtAllocator ::tarvo::CheckedAllocator
+#include <rapidjson/document.h>
+#include <rapidjson/prettywriter.h>
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
+#undef CrtAllocator
+
+namespace tarvo {
+namespace rapidjson {
+
+using namespace ::rapidjson;
+
+using CrtAllocator = CheckedAllocator;
+using Document =
+    ::rapidjson::GenericDocument<UTF8<>, MemoryPoolAllocator<CheckedAllocator>, CheckedAllocator>;
+using Value = Document::ValueType;
+using StringBuffer = ::rapidjson::GenericStringBuffer<UTF8<>, CheckedAllocator>;
+template <typename Output, typename Source = UTF8<>, typename Target = UTF8<>,
+          typename Stack = CheckedAllocator, unsigned flags = kWriteDefaultFlags>
+using Writer = ::rapidjson::Writer<Output, Source, Target, Stack, flags>;
+template <typename Output, typename Source = UTF8<>, typename Target = UTF8<>,
+          typename Stack = CheckedAllocator, unsigned flags = kWriteDefaultFlags>
+using PrettyWriter = ::rapidjson::PrettyWriter<Output, Source, Target, Stack, flags>;
+
+}  // namespace rapidjson
+}  // namespace tarvo
