@@ -1,9 +1,7 @@
 // JSON texts that the commands write: for programs, and as the settings of transactions.
 #pragma once
 
-#include <rapidjson/prettywriter.h>
-#include <rapidjson/reader.h>
-#include <rapidjson/stringbuffer.h>
+#include "qrb/defaults/jsonmemory.h"
 
 #include <cstdint>
 #include <string>

@@ -1,8 +1,9 @@
 #include "common/jsonpositions.h"
 
+#include "qrb/defaults/jsonmemory.h"
+
 #include <rapidjson/error/en.h>
 #include <rapidjson/memorystream.h>
-#include <rapidjson/reader.h>
 
 #include <algorithm>
 #include <map>

@@ -2,7 +2,7 @@
 // a point attribute, and JSON texts made readable.
 #pragma once
 
-#include <rapidjson/document.h>
+#include "qrb/defaults/jsonmemory.h"
 
 #include <string>
 #include <utility>

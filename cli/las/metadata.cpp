@@ -2,9 +2,7 @@
 
 #include "cli/las/bytes.h"
 #include "cli/table/names.h"
-
-#include <rapidjson/prettywriter.h>
-#include <rapidjson/stringbuffer.h>
+#include "qrb/defaults/jsonmemory.h"
 
 #include <cmath>
 #include <filesystem>

@@ -414,7 +414,7 @@ std::optional<PointAttribute> DialogPointAttribute::readJson(const std::string& 
     try {
         attribute.fromJson(text);
     } catch (const tarvo::qrb::Error&) {
-        rapidjson::Document quoted;
+        tarvo::rapidjson::Document quoted;
         if (quoted.Parse<rapidjson::kParseIterativeFlag>(text.data(), text.size())
                 .HasParseError() ||
             !quoted.IsString())

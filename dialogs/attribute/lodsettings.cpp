@@ -1,13 +1,10 @@
 #include "dialogs/attribute/lodsettings.h"
 
 #include "common/jsonvalues.h"
+#include "qrb/defaults/jsonmemory.h"
 
 #include <rapidjson/error/en.h>
 #include <rapidjson/memorystream.h>
-#include <rapidjson/prettywriter.h>
-#include <rapidjson/reader.h>
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
 
 #include <algorithm>
 #include <iterator>
@@ -151,8 +148,8 @@ LodSettings readLodSettings(const std::string& text) {
     const std::size_t start = text.find_first_not_of(" \t\r\n");
     if (start == std::string::npos || text[start] != '{')
         return settings;
-    rapidjson::StringBuffer buffer;
-    rapidjson::PrettyWriter<rapidjson::StringBuffer> writer(buffer);
+    tarvo::rapidjson::StringBuffer buffer;
+    tarvo::rapidjson::PrettyWriter<tarvo::rapidjson::StringBuffer> writer(buffer);
     writer.StartObject();
     const auto copier = copyMembers<rapidjson::kParseStopWhenDoneFlag>(text, writer);
     writer.EndObject();
@@ -164,8 +161,8 @@ LodSettings readLodSettings(const std::string& text) {
 std::string writeLodSettings(const QString& method, const QString& members) {
     const std::string text = members.toStdString();
     const std::string name = method.toStdString();
-    rapidjson::StringBuffer buffer;
-    rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
+    tarvo::rapidjson::StringBuffer buffer;
+    tarvo::rapidjson::Writer<tarvo::rapidjson::StringBuffer> writer(buffer);
     writer.StartObject();
     writer.Key(methodMember);
     writer.String(name.data(), static_cast<rapidjson::SizeType>(name.size()));

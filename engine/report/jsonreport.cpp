@@ -2,8 +2,6 @@
 #include "engine/report/forms.h"
 #include "engine/report/text.h"
 
-#include <rapidjson/prettywriter.h>
-
 #include <cmath>
 
 namespace tarvo::engine::report {

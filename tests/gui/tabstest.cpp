@@ -767,7 +767,7 @@ void TabsTest::jsonItemsComeBack() {
              std::string("Failed to convert field \"method\" from number to string value"));
     QVERIFY(
         QString::fromStdString(messageOf("{\"a\"")).startsWith("Failed to parse JSON string: "));
-    rapidjson::Document object;
+    tarvo::rapidjson::Document object;
     object.SetObject();
     QCOMPARE(common::jsonTypeName(object), std::string("unknown type"));
 }
