@@ -97,6 +97,9 @@ std::string containerVersion() {
 
 void Container::create(const std::string& fileName, std::string_view identity,
                        const std::function<std::string(const AddBlob& add)>& fill) {
+    // Before there is a file: its removal needs no memory then.
+    const std::filesystem::path file = files::pathOf(fileName);
+    const std::filesystem::path journal = files::pathOf(fileName + "-journal");
     // So that two creators of one file do not meet.
     reserveName(fileName);
     try {
@@ -104,8 +107,8 @@ void Container::create(const std::string& fileName, std::string_view identity,
         files::syncFolderOf(fileName);
     } catch (...) {
         std::error_code error;
-        std::filesystem::remove(files::pathOf(fileName), error);
-        std::filesystem::remove(files::pathOf(fileName + "-journal"), error);
+        std::filesystem::remove(file, error);
+        std::filesystem::remove(journal, error);
         throw;
     }
 }

@@ -360,7 +360,7 @@ TEST_F(Append, StopsAndFullDisksLeaveTheDatabaseAsItWas) {
         runShell("bash -c 'trap \"\" XFSZ; ulimit -f " + std::to_string(blocks) +
                  "; exec " QRBTOOL_FILE " import " + cloud + " " + file + " --append'");
     EXPECT_EQ(full.code, 1);
-    EXPECT_NE(full.output.find("check the disk"), std::string::npos) << full.output;
+    EXPECT_NE(full.output.find("free some space"), std::string::npos) << full.output;
     EXPECT_EQ(everything(), before);
     expectSuccess("import " + cloud + " " + file + " --append", "100000 points added.\n");
     expectSuccess("select --count " + file, "200000\n");

@@ -231,7 +231,7 @@ TEST_F(Outputs, NumbersOfTheCommandLineAreWhole) {
                                         {"transactions " + database + " restore -- ", "id"},
                                         {"transactions " + database + " discard -- 1 ", "ids"},
                                         {"transactions " + database + " size -- 1 ", "ids"}}) {
-        for (const std::string& value : wrong) {
+        for (const std::string value : wrong) {
             std::string shown = value;
             std::erase(shown, '\'');
             expectFailure(2, words + value,

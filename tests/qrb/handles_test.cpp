@@ -53,7 +53,20 @@ protected:
         insert(count);
         ok(t.qrb_pointcloud_transaction_commit(c, cloud));
     }
-    bool writerLocked() const { return std::filesystem::exists(file("points.qrbx-writer")); }
+    // Whether somebody is writing the file.
+    bool writerLocked() const {
+        qrb_context* other = nullptr;
+        qrb_pointcloud* beside = nullptr;
+        std::uint32_t id = 0;
+        EXPECT_EQ(t.qrb_context_new(&other, nullptr, nullptr), QRB_SUCCESS);
+        EXPECT_EQ(t.qrb_pointcloud_new(other, &beside), QRB_SUCCESS);
+        EXPECT_EQ(t.qrb_pointcloud_open(other, beside, file("points.qrbx").c_str(), nullptr),
+                  QRB_SUCCESS);
+        const bool begun =
+            t.qrb_pointcloud_transaction_begin(other, beside, "", "", "", "", &id) == QRB_SUCCESS;
+        EXPECT_EQ(t.qrb_context_delete(other), QRB_SUCCESS);
+        return !begun;
+    }
 
     void ok(qrb_status status) {
         if (status != QRB_SUCCESS)
