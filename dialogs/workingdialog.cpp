@@ -61,7 +61,8 @@ double WorkingDialog::work(const QString& cancelled, const Job& job) {
         QApplication::processEvents();
         QThread::msleep(50);
     }
-    // A wish to cancel that came too late changes nothing: what counts is whether the work was done.
+    // A wish to cancel that came too late changes nothing: what counts is whether the work was
+    // done.
     if (failure)
         std::rethrow_exception(failure);
     return static_cast<double>(timer.nsecsElapsed()) / 1e6;

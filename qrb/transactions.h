@@ -19,7 +19,7 @@ using Progress = std::function<void(int percent)>;
 
 struct Transaction {
     std::uint32_t id = 0;
-    std::string qrb;       // library version, line break, interface layer
+    std::string qrb;  // library version, line break, interface layer
     std::string title;
     std::string agent;
     std::string comments;

@@ -13,9 +13,7 @@ class ChangeGuard {
 public:
     // Throws Failure(State) when no transaction is pending.
     explicit ChangeGuard(session::Session& session)
-        : m_session(session),
-          m_transaction(session.change().rolledBack),
-          m_attributes(numbers()) {}
+        : m_session(session), m_transaction(session.change().rolledBack), m_attributes(numbers()) {}
 
     // Throws Failure(State).
     void check() const {

@@ -43,8 +43,8 @@ struct State {
     schema::AttributeTable attributes;  // the primary attribute first, then the point id
     std::uint32_t nextUid = 1;
 
-    // Not stored: of a state that a transaction of this session makes, whether that was rolled back.
-    // Null where the state was read.
+    // Not stored: of a state that a transaction of this session makes, whether that was rolled
+    // back. Null where the state was read.
     std::shared_ptr<bool> rolledBack;
 
     std::uint64_t shape = 0;  // not stored: counts changes after which a point may stand elsewhere

@@ -10,8 +10,10 @@
 namespace tarvo::engine::store {
 
 // Waits a random while, growing with the number of tries.
-int Connection::backOff(void* connection, int tries) {
-    thread_local std::minstd_rand random{std::random_device{}()};
+int Connection::backOff(void* connection, int tries) noexcept {
+    // Nothing may be thrown here. Other threads and processes get other numbers by the clock.
+    thread_local std::minstd_rand random(
+        static_cast<std::uint32_t>(std::chrono::steady_clock::now().time_since_epoch().count()));
     if (tries >= static_cast<const Connection*>(connection)->m_tries)
         return 0;
     const int longest = tries < 10 ? 5 : 100;

@@ -37,13 +37,13 @@ struct Connection {
     // seconds at first.
     void setTries(int count) { m_tries = count; }
 
-    std::string fileName;  // as given
-    std::string path;      // the same, wherever the program's current folder moves to
+    std::string fileName;            // as given
+    std::string path;                // the same, wherever the program's current folder moves to
     std::shared_ptr<OpenFile> file;  // closed after the handle
     sqlite3* handle = nullptr;
 
 private:
-    static int backOff(void* connection, int tries);
+    static int backOff(void* connection, int tries) noexcept;
 
     int m_tries = mostTries;
 };

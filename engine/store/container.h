@@ -129,10 +129,11 @@ public:
     // Forgets transactions, but neither the first nor the current one (Failure(Argument)); their
     // blobs stay until they are removed.
     void discard(const std::vector<std::uint32_t>& ids);
-    // Deletes the blobs that nobody wants and gives their space back to the disk, in steps that need
-    // little room. keep: tells which of the blobs are wanted; count: how many it wants, all of which
-    // must be there (Failure(Damaged), before anything is deleted). progress gets per cent and
-    // returns whether to go on; what was given back before a stop stays so (Failure(Cancelled)).
+    // Deletes the blobs that nobody wants and gives their space back to the disk, in steps that
+    // need little room. keep: tells which of the blobs are wanted; count: how many it wants, all of
+    // which must be there (Failure(Damaged), before anything is deleted). progress gets per cent
+    // and returns whether to go on; what was given back before a stop stays so
+    // (Failure(Cancelled)).
     using KeepBlob = std::function<bool(std::uint64_t blob)>;
     void giveBack(const KeepBlob& keep, std::uint64_t count,
                   const std::function<bool(int)>& progress);

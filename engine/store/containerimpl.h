@@ -4,6 +4,7 @@
 #include "engine/store/connection.h"
 #include "engine/store/container.h"
 #include "engine/store/history.h"
+#include "engine/store/namelock.h"
 #include "engine/store/writerlock.h"
 
 #include <deque>
@@ -55,6 +56,7 @@ struct Container::Impl {
     Bytes readBlob(const BlobRef& reference, std::string_view what);
 
     void takeLock();
+    void releaseLock();
     // Tries work until the file is not busy. Work must leave everything as it was when it fails,
     // and not hold the mutex then.
     void patiently(const std::function<void()>& work);
@@ -78,6 +80,7 @@ struct Container::Impl {
     sqlite3_blob* reader = nullptr;
     int scopes = 0;
     std::optional<WriterLock> lock;
+    std::optional<NameLock> nameLock;
     std::optional<Writing> writing;
     std::function<bool()> goOn;  // see Waiting
 };

@@ -71,11 +71,11 @@ History readFirstHistory(Connection& connection) {
     return history;
 }
 
+}  // namespace
+
 bool isFirstFormat(Connection& connection) {
     return connection.pragma("PRAGMA user_version") == 1;
 }
-
-}  // namespace
 
 bool History::keeps(std::uint32_t id) const {
     return std::binary_search(kept.begin(), kept.end(), id);

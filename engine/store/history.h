@@ -20,8 +20,8 @@ inline constexpr std::int64_t newestFormat = 2;
 // Decides which blobs and transactions are kept, and so stands in one row with one checksum.
 struct History {
     std::uint32_t current = 1;
-    std::uint32_t last = 1;            // the largest number that a transaction ever got
-    std::int64_t lastBlob = 0;         // the largest one that a transaction may refer to
+    std::uint32_t last = 1;           // the largest number that a transaction ever got
+    std::int64_t lastBlob = 0;        // the largest one that a transaction may refer to
     std::vector<std::uint32_t> kept;  // ascending
     bool operator==(const History&) const = default;
 
@@ -34,6 +34,7 @@ std::string getInfo(Connection& connection, const std::string& name);
 bool hasInfo(Connection& connection, const std::string& name);
 void removeInfo(Connection& connection, const std::string& name);
 
+bool isFirstFormat(Connection& connection);
 // Compares with the transactions that are there: one that vanished is damage.
 History readHistory(Connection& connection);
 // In the version that the file has.

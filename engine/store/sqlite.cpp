@@ -2,6 +2,8 @@
 
 #include "engine/store/writerlock.h"
 
+#include <new>
+
 namespace tarvo::engine::store {
 
 void throwSqlite(sqlite3* database, int result, const std::string& fileName) {
@@ -115,7 +117,11 @@ std::int64_t Statement::integer(int column) {
 
 std::string Statement::text(int column) {
     const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(m_statement, column));
-    return text ? std::string(text, sqlite3_column_bytes(m_statement, column)) : std::string();
+    if (!text && sqlite3_column_type(m_statement, column) != SQLITE_NULL)
+        throw std::bad_alloc();
+    return text ? std::string(text,
+                              static_cast<std::size_t>(sqlite3_column_bytes(m_statement, column)))
+                : std::string();
 }
 
 bool Statement::isInteger(int column) {

@@ -214,8 +214,7 @@ WriterLock::~WriterLock() {
 }
 
 void throwMoved(const std::string& fileName) {
-    throw Failure(ErrorCode::State,
-                  "The file was renamed, replaced or deleted while it was open.",
+    throw Failure(ErrorCode::State, "The file was renamed, replaced or deleted while it was open.",
                   "File: " + fileName +
                       "\nWhat it held can still be read. Put it back under this name to change it, "
                       "or open anew what stands there now.");

@@ -123,6 +123,18 @@ void Container::Impl::takeLock() {
     if (connection->hasMoved())
         throwMoved(fileName());
     lock.emplace(connection->file, connection->path);
+    try {
+        if (isFirstFormat(*connection))
+            nameLock.emplace(connection->path);
+    } catch (...) {
+        lock.reset();
+        throw;
+    }
+}
+
+void Container::Impl::releaseLock() {
+    nameLock.reset();
+    lock.reset();
 }
 
 bool Container::Impl::holdsToken() {
@@ -210,7 +222,7 @@ void Container::beginWriting() {
         writing.firstInMemory = writing.base.lastBlob + 1;
         m->writing = std::move(writing);
     } catch (...) {
-        m->lock.reset();
+        m->releaseLock();
         throw;
     }
 }
@@ -270,7 +282,7 @@ void Container::publish(std::uint32_t id, std::string_view root) {
     }
     const std::lock_guard guard(m->mutex);
     m->writing.reset();
-    m->lock.reset();
+    m->releaseLock();
 }
 
 // Whether a commit that failed is in the file all the same: the last thing that it does, removing
@@ -301,7 +313,7 @@ void Container::abandon() noexcept {
     m->goOn = nullptr;
     const std::lock_guard guard(m->mutex);
     m->writing.reset();
-    m->lock.reset();
+    m->releaseLock();
 }
 
 void Container::alone(const std::function<void()>& work) {
@@ -309,10 +321,10 @@ void Container::alone(const std::function<void()>& work) {
     try {
         work();
     } catch (...) {
-        m->lock.reset();
+        m->releaseLock();
         throw;
     }
-    m->lock.reset();
+    m->releaseLock();
 }
 
 void Container::makeCurrent(std::uint32_t id) {

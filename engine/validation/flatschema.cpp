@@ -102,7 +102,8 @@ private:
             fail(place, "it refers to \"" + text + "\".",
                  "Only references within the schema (\"#/definitions/NAME\") are followed; nothing "
                  "is loaded from files or the network.");
-        const rapidjson::GenericPointer<Value, rapidjson::CrtAllocator> pointer(text.data(), text.size());
+        const rapidjson::GenericPointer<Value, rapidjson::CrtAllocator> pointer(text.data(),
+                                                                                text.size());
         const Value* found = pointer.IsValid() ? pointer.Get(m_root) : nullptr;
         if (!found)
             fail(place, "it refers to \"" + text + "\", which the schema does not have.");

@@ -85,8 +85,7 @@ JsonSchema::JsonSchema(std::string_view text, std::string_view what)
     valijson::SchemaParser parser;
     addChecks(parser, m_private->effort);
     try {
-        parser.populateSchema(RapidJsonAdapter(m_private->flat),
-                              m_private->schema);
+        parser.populateSchema(RapidJsonAdapter(m_private->flat), m_private->schema);
     } catch (const std::runtime_error& error) {
         throw Failure(ErrorCode::Argument, std::string(what) + " is not valid.", error.what());
     }

@@ -6,6 +6,9 @@
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
 #include <fstream>
 #include <sstream>
 
@@ -120,6 +123,31 @@ TEST_P(FirstRelease, ReadsTheSameAndIsRewrittenOnlyByACommit) {
     session.rollback();
     session::Session again(m_file, {}, "test");
     expectValues(again);
+}
+
+// A program of that release may have the file open, and a transaction pending.
+TEST_P(FirstRelease, IsWrittenByOneOfBothReleasesAtATime) {
+    const std::string lock = m_file + "-writer";
+    session::Session session(m_file, {}, "test");
+    const int older = ::open(lock.c_str(), O_RDWR | O_CREAT, 0644);
+    ASSERT_EQ(::flock(older, LOCK_EX | LOCK_NB), 0);
+    try {
+        session.begin("beside", "test", "", "");
+        FAIL() << "two writers";
+    } catch (const Failure& failure) {
+        EXPECT_EQ(failure.code(), ErrorCode::Busy);
+    }
+    EXPECT_THROW(session.vacuum(), Failure);
+    ::unlink(lock.c_str());
+    ::close(older);
+    session.begin("alone", "test", "", "");
+    const int waiting = ::open(lock.c_str(), O_RDWR);
+    EXPECT_NE(::flock(waiting, LOCK_EX | LOCK_NB), 0);
+    ::close(waiting);
+    query::commit(session);
+    // From here on that release can't write it.
+    session.begin("alone", "test", "", "");
+    EXPECT_FALSE(std::filesystem::exists(lock));
 }
 
 INSTANTIATE_TEST_SUITE_P(Files, FirstRelease,

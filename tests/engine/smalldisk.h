@@ -57,8 +57,7 @@ private:
         return result;
     }
     static int remove(sqlite3_vfs*, const char* name, int sync) {
-        sqlite3_file* const file =
-            static_cast<sqlite3_file*>(sqlite3_malloc(s_real->szOsFile));
+        sqlite3_file* const file = static_cast<sqlite3_file*>(sqlite3_malloc(s_real->szOsFile));
         std::memset(file, 0, static_cast<std::size_t>(s_real->szOsFile));
         int flags = SQLITE_OPEN_READONLY | SQLITE_OPEN_MAIN_JOURNAL;
         std::int64_t size = 0;
@@ -87,10 +86,10 @@ private:
         s_room += sizeOf(real) - size;
         return real->pMethods->xTruncate(real, size);
     }
-#define QRB_PASS_ON(name, parameters, arguments)         \
-    static int name parameters {                         \
-        sqlite3_file* const real = of(file)->real();     \
-        return real->pMethods->name arguments;           \
+#define QRB_PASS_ON(name, parameters, arguments)     \
+    static int name parameters {                     \
+        sqlite3_file* const real = of(file)->real(); \
+        return real->pMethods->name arguments;       \
     }
     QRB_PASS_ON(xClose, (sqlite3_file * file), (real))
     QRB_PASS_ON(xRead, (sqlite3_file * file, void* data, int size, sqlite3_int64 at),

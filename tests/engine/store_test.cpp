@@ -146,14 +146,12 @@ TEST_F(Store, HasOneWriterByWhateverNameTheFileGoes) {
     insert(writer, points(100, 2));
     for (const std::string& name : {m_file, link, hard}) {
         session::Session second(name, {}, "test");
-        EXPECT_EQ(outcomeOf([&] { second.begin("second", "test", "", ""); }).code,
-                  ErrorCode::Busy);
+        EXPECT_EQ(outcomeOf([&] { second.begin("second", "test", "", ""); }).code, ErrorCode::Busy);
         EXPECT_EQ(outcomeOf([&] { second.vacuum(); }).code, ErrorCode::Busy);
         EXPECT_EQ(outcomeOf([&] { second.restore(1); }).code, ErrorCode::Busy);
         OtherProcess other([&](const auto&) {
             session::Session third(name, {}, "test");
-            return outcomeOf([&] { third.begin("third", "test", "", ""); }).code ==
-                           ErrorCode::Busy
+            return outcomeOf([&] { third.begin("third", "test", "", ""); }).code == ErrorCode::Busy
                        ? 0
                        : 1;
         });
@@ -162,9 +160,8 @@ TEST_F(Store, HasOneWriterByWhateverNameTheFileGoes) {
     // What opened and closed the file beside the writer did not take its locks away.
     OtherProcess late([&](const auto&) {
         session::Session third(hard, {}, "test");
-        return outcomeOf([&] { third.begin("third", "test", "", ""); }).code == ErrorCode::Busy
-                   ? 0
-                   : 1;
+        return outcomeOf([&] { third.begin("third", "test", "", ""); }).code == ErrorCode::Busy ? 0
+                                                                                                : 1;
     });
     EXPECT_EQ(late.wait(), 0);
     writer.commit();
@@ -191,8 +188,8 @@ TEST_F(Store, FailsAWriterThatLostItsPlaceInsteadOfPublishing) {
         if (const std::size_t at = sql.find("10"); at != std::string::npos)
             sql.replace(at, 2, std::to_string(blobs.front().blob - 1));
         runSql(m_file, sql.c_str());
-        const Outcome outcome = outcomeOf(
-            [&] { container.publish(container.nextTransaction(), container.root(2)); });
+        const Outcome outcome =
+            outcomeOf([&] { container.publish(container.nextTransaction(), container.root(2)); });
         EXPECT_EQ(outcome.code, ErrorCode::State) << intruder << ": " << outcome.text;
         EXPECT_EQ(outcomeOf([&] {
                       for (std::uint32_t i = 0; i < 40; ++i)

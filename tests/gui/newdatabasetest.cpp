@@ -270,19 +270,19 @@ void NewDatabaseTest::creationThatFailsKeepsWhatWasTyped() {
     };
     const Step ok = ModalScript::press("OK");
     const QStringList texts =
-        run("actionNew", {[&](QDialog* dialog) {
-                              QTest::keyClicks(in<QLineEdit>(dialog, "editLocation"), "  ");
-                              ModalScript::press("OK")(dialog);
-                              in<QSpinBox>(dialog, "editChunkSizePts")->setValue(4711);
-                              type(m_work.filePath("no/such/folder.qrbx"))(dialog);
-                          },
-                          ok, ok,
-                          [&](QDialog* dialog) {
-                              QCOMPARE(in<QSpinBox>(dialog, "editChunkSizePts")->value(), 4711);
-                              type(m_source.fileName)(dialog);
-                          },
-                          ok, type(there), ModalScript::press("No"),
-                          type(there), ModalScript::press("Yes")});
+        run("actionNew",
+            {[&](QDialog* dialog) {
+                 QTest::keyClicks(in<QLineEdit>(dialog, "editLocation"), "  ");
+                 ModalScript::press("OK")(dialog);
+                 in<QSpinBox>(dialog, "editChunkSizePts")->setValue(4711);
+                 type(m_work.filePath("no/such/folder.qrbx"))(dialog);
+             },
+             ok, ok,
+             [&](QDialog* dialog) {
+                 QCOMPARE(in<QSpinBox>(dialog, "editChunkSizePts")->value(), 4711);
+                 type(m_source.fileName)(dialog);
+             },
+             ok, type(there), ModalScript::press("No"), type(there), ModalScript::press("Yes")});
     QCOMPARE(texts.size(), 5);
     QCOMPARE(texts.value(0), "Location missing.");
     QVERIFY(texts.value(1).startsWith("There is no folder"));
