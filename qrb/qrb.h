@@ -41,8 +41,8 @@
  * 10. A point attribute of length n has elements 0 to n-1; "NAME" stands for all of them (or the
  *     only one), "NAME[I]" for one. Data types are those of qrb_data_type.
  * 11. A filter is an expression, empty for everything, or one of the commands "find largest leaf",
- *     "find largest node", "find fullest leaf" and "find fullest node", which stands for one node
- * of the index and what is below it.
+ *     "find largest node", "find fullest leaf" and "find fullest node", which stands for one node of
+ *     the index and what is below it.
  * 12. Points stored in inner nodes of the index are there for display (level of detail): they stand
  *     for points below, are read only by queries that list their node, and are never changed by
  *     queries.
@@ -81,20 +81,20 @@ enum qrb_data_type {
 
 /* Error codes that qrb_context_get_last_error and qrb_result_get_error_code_cf tell. */
 enum qrb_error_code {
-    QRB_ERROR_INTERNAL = 1,      /* a fault of the library */
-    QRB_ERROR_ARGUMENT = 2,      /* an argument that the function can't take */
-    QRB_ERROR_STATE = 3,         /* not possible now: no open file, no pending transaction, ... */
-    QRB_ERROR_NOT_FOUND = 4,     /* no such file, attribute, item, transaction, node */
-    QRB_ERROR_EXISTS = 5,        /* a file or name that is there already */
-    QRB_ERROR_FILE = 6,          /* the file system: no right, no space, a failing device */
-    QRB_ERROR_FORMAT = 7,        /* not a database file, or one of a later format */
-    QRB_ERROR_DAMAGED = 8,       /* contents that do not agree with their checksums */
-    QRB_ERROR_BUSY = 9,          /* another process is writing */
-    QRB_ERROR_FILTER = 10,       /* a filter expression that can't be understood */
-    QRB_ERROR_RANGE = 11,        /* a value outside the range of its attribute */
-    QRB_ERROR_VALIDATION = 12,   /* the file or item does not agree with its schema */
-    QRB_ERROR_CANCELLED = 13,    /* a progress callback said stop */
-    QRB_ERROR_MEMORY = 14,       /* out of memory */
+    QRB_ERROR_INTERNAL = 1,     /* a fault of the library */
+    QRB_ERROR_ARGUMENT = 2,     /* an argument that the function can't take */
+    QRB_ERROR_STATE = 3,        /* not possible now: no open file, no pending transaction, ... */
+    QRB_ERROR_NOT_FOUND = 4,    /* no such file, attribute, item, transaction, node */
+    QRB_ERROR_EXISTS = 5,       /* a file or name that is there already */
+    QRB_ERROR_FILE = 6,         /* the file system: no right, no space, a failing device */
+    QRB_ERROR_FORMAT = 7,       /* not a database file, or one of a later format */
+    QRB_ERROR_DAMAGED = 8,      /* contents that do not agree with their checksums */
+    QRB_ERROR_BUSY = 9,         /* another process is writing */
+    QRB_ERROR_FILTER = 10,      /* a filter expression that can't be understood */
+    QRB_ERROR_RANGE = 11,       /* a value outside the range of its attribute */
+    QRB_ERROR_VALIDATION = 12,  /* the file or item does not agree with its schema */
+    QRB_ERROR_CANCELLED = 13,   /* a progress callback said stop */
+    QRB_ERROR_MEMORY = 14,      /* out of memory */
     QRB_ERROR_NOT_AVAILABLE = 15 /* this version of the library doesn't do it yet */
 };
 
@@ -116,19 +116,18 @@ typedef struct qrb_query_stat qrb_query_stat;
 
 /* A node of the point index. Made and deleted by the library, read by the caller. */
 typedef struct qrb_graph_node {
-    uint32_t id;                      /* from 1; 0: absent */
-    uint32_t revision;                /* the transaction that last changed it */
-    int64_t point_count_total;        /* points in this node's leaves and below */
-    int64_t point_count_node;         /* points stored in the node itself */
-    uint32_t child_count;             /* 0: a leaf */
-    struct qrb_graph_node** children; /* child_count nodes, owned by this one */
+    uint32_t id;                       /* from 1; 0: absent */
+    uint32_t revision;                 /* the transaction that last changed it */
+    int64_t point_count_total;         /* points in this node's leaves and below */
+    int64_t point_count_node;          /* points stored in the node itself */
+    uint32_t child_count;              /* 0: a leaf */
+    struct qrb_graph_node** children;  /* child_count nodes, owned by this one */
 } qrb_graph_node;
 
 /* Called with the work done in per cent (0 to 100); returns non-zero to go on, 0 to stop. */
 typedef uint8_t (*qrb_progress_function)(uint8_t percent, void* data);
 
-/* Answers a challenge of challenge_size bytes with answer_size bytes; returns non-zero if it can.
- */
+/* Answers a challenge of challenge_size bytes with answer_size bytes; returns non-zero if it can. */
 typedef uint8_t (*qrb_authentication_function)(const uint8_t* challenge, uint32_t challenge_size,
                                                uint8_t* answer, uint32_t answer_size, void* data);
 
