@@ -121,11 +121,26 @@ void NewDatabase::whileHeld(const std::function<void()>& work) const {
     work();
 }
 
+// A journal without its file is what is left of a database that was removed; played back into the
+// new one, it would damage that.
+void NewDatabase::removeStrayJournal() const {
+    std::error_code error;
+    if (!isTaken() && fs::remove(files::pathOf(m_place + "-journal"), error))
+        files::syncFolderOf(m_place);
+    if (error)
+        refuse("\"" + m_place +
+                   "-journal\" is left of a database that was removed, and would "
+                   "damage the new one, but can't be removed: " +
+                   error.message() + ".",
+               "Remove it by hand.");
+}
+
 void NewDatabase::publish() {
     m_cloud->close();
     m_cloud.reset();
     try {
         if (!m_overwrite || !isTaken()) {
+            removeStrayJournal();
             if (!files::placeDurably(m_temporary, m_place))
                 refuse(
                     "The file \"" + m_fileName + "\" exists already: somebody made it meanwhile.",

@@ -33,6 +33,7 @@ public:
 
 private:
     bool isTaken() const;
+    void removeStrayJournal() const;
     void checkPlace() const;
     // Runs the work while nobody can change the database at the place.
     void whileHeld(const std::function<void()>& work) const;

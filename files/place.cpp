@@ -7,6 +7,8 @@
 #include <cctype>
 #include <cerrno>
 #include <charconv>
+#include <chrono>
+#include <string_view>
 #include <system_error>
 
 #ifdef _WIN32
@@ -29,6 +31,10 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr int maximumLinks = 40;
+// Bytes of a file's name that its temporary ones begin with: they have to fit, too.
+constexpr std::size_t longestStem = 190;
+// How long a file of the first release's kind must have rested to be a leftover.
+constexpr auto longestPause = std::chrono::minutes(10);
 
 std::string messageOf(int error) {
     return std::system_category().message(error);
@@ -120,6 +126,17 @@ std::string mark() {
     return ".new-" + host + "-";
 }
 
+std::string stemOf(const std::string& fileName) {
+    std::string stem = nameOf(pathOf(fileName).filename());
+    if (stem.size() > longestStem) {
+        std::size_t end = longestStem;
+        while (end > 0 && (static_cast<unsigned char>(stem[end]) & 0xc0) == 0x80)
+            --end;  // within a character
+        stem.resize(end);
+    }
+    return stem;
+}
+
 // The process that a temporary name tells; 0 where it is none of this file and machine.
 long processOf(const std::string& name, const std::string& prefix) {
     if (name.compare(0, prefix.size(), prefix) != 0)
@@ -130,7 +147,24 @@ long processOf(const std::string& name, const std::string& prefix) {
     return error == std::errc() && next != end && *next == '-' && process > 0 ? process : 0;
 }
 
-// The regular files beside `fileName` whose names the function accepts.
+// The same for names of the first release, "NAME.new-PROCESS", which tell no machine: only files
+// that nobody has written for a while.
+long formerProcessOf(const fs::path& file, const std::string& prefix) {
+    const std::string name = nameOf(file.filename());
+    if (name.compare(0, prefix.size(), prefix) != 0)
+        return 0;
+    long process = 0;
+    const char* const end = name.data() + name.size();
+    const auto [next, error] = std::from_chars(name.data() + prefix.size(), end, process);
+    if (error != std::errc() || (next != end && std::string_view(next, end) != "-journal"))
+        return 0;
+    std::error_code unknown;
+    const auto written = fs::last_write_time(file, unknown);
+    const bool rests = !unknown && fs::file_time_type::clock::now() - written > longestPause;
+    return rests && process > 0 ? process : 0;
+}
+
+// Removes the regular files beside `fileName` that the function accepts.
 template <typename Accept>
 void removeBeside(const std::string& fileName, Accept accept) {
     const fs::path path = pathOf(fileName);
@@ -138,8 +172,7 @@ void removeBeside(const std::string& fileName, Accept accept) {
     std::error_code error;
     for (fs::directory_iterator at(folder, error), end; !error && at != end; at.increment(error)) {
         std::error_code ignored;
-        if (accept(nameOf(at->path().filename())) &&
-            fs::is_regular_file(at->symlink_status(ignored)))
+        if (accept(at->path()) && fs::is_regular_file(at->symlink_status(ignored)))
             fs::remove(at->path(), ignored);
     }
 }
@@ -168,14 +201,19 @@ std::string resolved(const std::string& fileName) {
 
 std::string temporaryNameFor(const std::string& fileName) {
     static std::atomic<unsigned> number{0};
-    return fileName + mark() + std::to_string(processId()) + "-" + std::to_string(++number);
+    const fs::path name = pathOf(stemOf(fileName) + mark() + std::to_string(processId()) + "-" +
+                                 std::to_string(++number));
+    return nameOf(pathOf(fileName).replace_filename(name));
 }
 
 void removeLeftovers(const std::string& fileName) noexcept {
     try {
-        const std::string prefix = nameOf(pathOf(fileName).filename()) + mark();
-        removeBeside(fileName, [&prefix](const std::string& name) {
-            const long process = processOf(name, prefix);
+        const std::string prefix = stemOf(fileName) + mark();
+        const std::string former = nameOf(pathOf(fileName).filename()) + ".new-";
+        removeBeside(fileName, [&](const fs::path& file) {
+            long process = processOf(nameOf(file.filename()), prefix);
+            if (process == 0)
+                process = formerProcessOf(file, former);
             return process != 0 && process != processId() && !isRunning(process);
         });
     } catch (...) {
@@ -186,7 +224,8 @@ void removeLeftovers(const std::string& fileName) noexcept {
 void removeTemporary(const std::string& temporaryName) noexcept {
     try {
         const std::string own = nameOf(pathOf(temporaryName).filename());
-        removeBeside(temporaryName, [&own](const std::string& name) {
+        removeBeside(temporaryName, [&own](const fs::path& file) {
+            const std::string name = nameOf(file.filename());
             return name == own || name.compare(0, own.size() + 1, own + "-") == 0;
         });
     } catch (...) {

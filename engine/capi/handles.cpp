@@ -1,6 +1,7 @@
 #include "engine/capi/handles.h"
 
 #include "files/error.h"
+#include "files/path.h"
 
 #include <cstdlib>
 #include <cstring>
@@ -139,7 +140,7 @@ std::shared_ptr<Database> createAndOpen(const std::string& fileName,
                                         const std::string& api,
                                         const std::function<void()>& create) {
     // Before there is a file: its removal needs no memory then.
-    const std::filesystem::path file = std::filesystem::u8path(fileName);
+    const std::filesystem::path file = files::pathOf(fileName);
     create();
     try {
         return std::make_shared<Database>(fileName, session::OpenSettings{settings.cacheSize}, api);

@@ -18,9 +18,11 @@ session::Progress part(const session::Progress& progress, int from, int to) {
 void commit(session::Session& session, const session::Progress& progress,
             const session::Signer& signer) {
     (void)session.change();
-    session.settle(part(progress, 0, 60));
-    updateLevelOfDetail(session, part(progress, 60, 95));
-    session.commit(part(progress, 95, 100), signer);
+    session::Patience patience(session.container(), progress);
+    const session::Progress asked = patience.progress();
+    session.settle(part(asked, 0, 60));
+    updateLevelOfDetail(session, part(asked, 60, 95));
+    session.commit(part(asked, 95, 100), signer);
 }
 
 }  // namespace tarvo::engine::query

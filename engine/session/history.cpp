@@ -45,7 +45,9 @@ std::uint64_t Session::size(const std::vector<std::uint32_t>& ids) {
 
 void Session::vacuum(const Progress& progress) {
     requireNonePending();
-    const auto report = [&](int percent) { return !progress || progress(percent); };
+    Patience patience(m_container, progress);
+    const Progress asked = patience.progress();
+    const auto report = [&](int percent) { return !asked || asked(percent); };
     m_container.alone([&] {
         Reach reach(m_container);
         const std::vector<std::uint32_t> ids = transactions();

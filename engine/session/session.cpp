@@ -5,7 +5,6 @@
 #include "version.h"
 
 #include <algorithm>
-#include <optional>
 #include <random>
 
 namespace tarvo::engine::session {
@@ -199,9 +198,11 @@ void Session::loadCurrent() {
     for (;;) {
         const std::uint64_t version = m_container.version();
         try {
-            const auto [id, root] = m_container.currentRoot();
-            if (!m_current || m_current->transaction.id != id)
+            auto [id, root] = m_container.currentRoot();
+            if (!m_current || m_currentRoot != root) {
                 m_current = stateOf(id, root);
+                m_currentRoot = std::move(root);
+            }
             m_version = version;
             return;
         } catch (const Failure& failure) {
@@ -237,14 +238,8 @@ std::uint32_t Session::current() {
 void Session::settle(const Progress& progress) {
     if (!m_pendingChange)
         return;
-    if (!progress) {
-        m_pendingChange->apply({});
-        return;
-    }
-    // Waiting for other programs is asked about as the work is: with how far it has come.
-    int reached = 0;
-    const store::Container::Waiting waiting(m_container, [&] { return progress(reached); });
-    m_pendingChange->apply([&](int percent) { return progress(reached = percent); });
+    Patience patience(m_container, progress);
+    m_pendingChange->apply(patience.progress());
 }
 
 std::shared_ptr<const State> Session::state() {
@@ -292,7 +287,8 @@ std::uint32_t Session::begin(const std::string& title, const std::string& agent,
     checkLength("The settings text", settings, longestText);
     m_container.beginWriting();
     try {
-        const std::shared_ptr<const State> base = state();
+        loadCurrent();
+        const std::shared_ptr<const State> base = m_current;
         auto pending = std::make_shared<State>(*base);
         TransactionRecord& transaction = pending->transaction;
         transaction = {};
@@ -335,13 +331,15 @@ void Session::endTransaction() {
 
 void Session::commit(const Progress& progress, const Signer& signer) {
     State& pending = change();
+    Patience patience(m_container, progress);
+    const Progress asked = patience.progress();
     const auto report = [&](int percent) {
-        if (progress && !progress(percent))
+        if (asked && !asked(percent))
             throw Failure(ErrorCode::Cancelled, "The commit was cancelled.",
                           "The transaction is still pending.");
     };
     report(0);
-    settle([&](int percent) { return !progress || progress(percent * 9 / 10); });
+    settle(asked ? Progress([&](int percent) { return asked(percent * 9 / 10); }) : Progress());
     report(90);
     // All that may fail works on a copy: a commit that fails can be made again.
     State next = pending;
@@ -352,16 +350,12 @@ void Session::commit(const Progress& progress, const Signer& signer) {
     if (signer.method != 0)
         signEntry(entry, signer);
     next.changelog = addJson(changelogBlob(entry, next.changelog), "The changelog entry");
-    const std::string root = rootText(next);
+    std::string root = rootText(next);
     checkJsonSize(root, "The list of what the transaction holds");
     auto published = std::make_shared<const State>(std::move(next));
-    {
-        std::optional<store::Container::Waiting> waiting;
-        if (progress)
-            waiting.emplace(m_container, [&] { return progress(95); });
-        m_container.publish(published->transaction.id, root);
-    }
+    m_container.publish(published->transaction.id, root);
     m_current = std::move(published);
+    m_currentRoot = std::move(root);
     endTransaction();
     if (progress)
         progress(100);
@@ -376,9 +370,11 @@ void Session::rollback() {
 void Session::restore(std::uint32_t id) {
     requireNonePending();
     m_container.alone([&] {
-        std::shared_ptr<const State> state = stateOf(id, m_container.root(id));
+        std::string root = m_container.root(id);
+        std::shared_ptr<const State> state = stateOf(id, root);
         m_container.makeCurrent(id);
         m_current = std::move(state);
+        m_currentRoot = std::move(root);
     });
 }
 

@@ -6,6 +6,7 @@
 #include "engine/base/threadpool.h"
 #include "engine/schema/column.h"
 #include "engine/session/changelog.h"
+#include "engine/session/progress.h"
 #include "engine/session/settings.h"
 #include "engine/session/state.h"
 #include "engine/store/container.h"
@@ -24,9 +25,6 @@ struct Identity {
     std::string creator;  // version of the library that made it
     CreateSettings settings;
 };
-
-// Receives per cent, returns whether to go on.
-using Progress = std::function<bool(int)>;
 
 // Changes that a query has taken but not yet put into the pending state.
 class PendingChange {
@@ -156,6 +154,7 @@ public:
 
 private:
     std::shared_ptr<const State> stateOf(std::uint32_t id, const std::string& root);
+    // Of what the file holds now, whatever is remembered of it.
     void loadCurrent();
     static void throwIfRolledBack(const State& state);
     void throwIfDiscarded(const State& state, const Failure& failure);
@@ -172,6 +171,7 @@ private:
     std::uint64_t m_cacheSize;
     std::uint64_t m_version = 0;  // of the container when m_current was loaded
     std::shared_ptr<const State> m_current;
+    std::string m_currentRoot;  // that it was read from, or committed as
     std::shared_ptr<State> m_pending;
     std::shared_ptr<PendingChange> m_pendingChange;
     std::shared_ptr<TransactionCache> m_transactionCache;

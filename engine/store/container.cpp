@@ -67,7 +67,6 @@ void fillNewFile(const std::string& fileName, std::string_view identity,
     Connection connection(fileName, SQLITE_OPEN_READWRITE);
     connection.run("PRAGMA page_size=8192");
     connection.run("PRAGMA auto_vacuum=INCREMENTAL");
-    connection.run("PRAGMA secure_delete=OFF");
     connection.configure();
     connection.run("BEGIN EXCLUSIVE");
     connection.run(("PRAGMA application_id=" + std::to_string(applicationId)).c_str());
@@ -157,6 +156,7 @@ Container::Container(const std::string& fileName) {
                       "File: " + fileName + "\nAnother program changed its journal mode.");
     checkVersion(*m->connection);
     checkSchema(*m->connection);
+    m->identity = getInfo(*m->connection, "identity");
 }
 
 Container::~Container() {
@@ -169,9 +169,8 @@ const std::string& Container::fileName() const {
     return m->fileName();
 }
 
-std::string Container::identity() {
-    const std::lock_guard guard(m->mutex);
-    return getInfo(*m->connection, "identity");
+const std::string& Container::identity() const {
+    return m->identity;
 }
 
 std::uint64_t Container::size() {
@@ -192,10 +191,10 @@ bool Container::hasMoved() {
 
 namespace {
 
-// The container's state of one moment, for several reads.
+// The container's state of one moment, for several reads under the mutex.
 class Moment {
 public:
-    Moment(std::mutex& mutex, Connection& connection) : m_guard(mutex), m_connection(connection) {
+    explicit Moment(Connection& connection) : m_connection(connection) {
         m_connection.run("BEGIN");
     }
     ~Moment() { sqlite3_exec(m_connection.handle, "COMMIT", nullptr, nullptr, nullptr); }
@@ -203,24 +202,26 @@ public:
     Moment& operator=(const Moment&) = delete;
 
 private:
-    std::lock_guard<std::mutex> m_guard;
     Connection& m_connection;
 };
 
 }  // namespace
 
 std::vector<std::uint32_t> Container::transactions() {
-    const Moment moment(m->mutex, *m->connection);
+    const std::lock_guard guard(m->mutex);
+    const Moment moment(*m->connection);
     return readHistory(*m->connection).kept;
 }
 
 std::uint32_t Container::current() {
-    const Moment moment(m->mutex, *m->connection);
+    const std::lock_guard guard(m->mutex);
+    const Moment moment(*m->connection);
     return readHistory(*m->connection).current;
 }
 
 bool Container::keeps(std::uint32_t id) {
-    const Moment moment(m->mutex, *m->connection);
+    const std::lock_guard guard(m->mutex);
+    const Moment moment(*m->connection);
     return readHistory(*m->connection).keeps(id);
 }
 
@@ -230,7 +231,9 @@ std::string Container::root(std::uint32_t id) {
 }
 
 std::pair<std::uint32_t, std::string> Container::currentRoot() {
-    const Moment moment(m->mutex, *m->connection);
+    const std::lock_guard guard(m->mutex);
+    m->requireSame();
+    const Moment moment(*m->connection);
     const std::uint32_t id = readHistory(*m->connection).current;
     return {id, readRoot(*m->connection, id)};
 }

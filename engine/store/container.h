@@ -55,7 +55,7 @@ public:
 
     const std::string& fileName() const;
     // The text given at creation.
-    std::string identity();
+    const std::string& identity() const;
     // Bytes of the file.
     std::uint64_t size();
     // A number that changes when another connection changed the file.
@@ -65,7 +65,8 @@ public:
     std::uint32_t current();
     bool keeps(std::uint32_t id);
     std::string root(std::uint32_t id);  // Failure(NotFound) when there is none
-    // The current transaction and its root, of one moment.
+    // The current transaction and its root, of one moment. Failure(State) when the file was
+    // overwritten with another database.
     std::pair<std::uint32_t, std::string> currentRoot();
     // Bytes of a stored blob.
     std::uint64_t blobSize(std::uint64_t blob);

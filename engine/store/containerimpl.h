@@ -55,6 +55,8 @@ struct Container::Impl {
     void closeReader();
     Bytes readBlob(const BlobRef& reference, std::string_view what);
 
+    // Throws Failure(State) when the file was overwritten with another database.
+    void requireSame();
     void takeLock();
     void releaseLock();
     // Tries work until the file is not busy. Work must leave everything as it was when it fails,
@@ -75,6 +77,7 @@ struct Container::Impl {
     bool isPublished(std::uint32_t id, std::string_view root);
 
     std::unique_ptr<Connection> connection;
+    std::string identity;  // of the database that was opened
     bool readOnly = false;
     std::mutex mutex;  // for the connection, the reader, and the blobs in memory
     sqlite3_blob* reader = nullptr;

@@ -14,8 +14,8 @@ void throwSqlite(sqlite3* database, int result, const std::string& fileName) {
     switch (result & 0xff) {
         case SQLITE_FULL:
             throw NoRoom(ErrorCode::File,
-                         "The disk is full. What was committed is safe, and a pending transaction "
-                         "is still pending: free some space and try again.",
+                         "The disk is full. What was committed is safe: free some space and try "
+                         "again.",
                          details);
         case SQLITE_READONLY:
             if (result == SQLITE_READONLY_DBMOVED)
@@ -48,11 +48,12 @@ void throwSqlite(sqlite3* database, int result, const std::string& fileName) {
             throw Failure(ErrorCode::Memory, "Out of memory.", details);
         case SQLITE_IOERR:
             if (result == SQLITE_IOERR_WRITE)
-                throw NoRoom(ErrorCode::File,
-                             "Writing the file failed: the disk may be full, or a limit on the "
-                             "size of files be reached. What was committed is safe, and a pending "
-                             "transaction is still pending: free some space and try again.",
-                             details);
+                throw NoRoom(
+                    ErrorCode::File,
+                    "Writing the file failed: the disk may be full, or a limit on the "
+                    "size of files be reached. What was committed is safe: free some space "
+                    "and try again.",
+                    details);
             throw Failure(ErrorCode::File,
                           "Reading or writing the file failed. What was committed "
                           "is safe; check the disk.",

@@ -130,8 +130,8 @@ struct OpenFile::Registry {
     std::mutex mutex;
     std::vector<std::unique_ptr<OpenFile>> files;
 
-    static Registry& instance() {
-        static Registry registry;
+    static const std::shared_ptr<Registry>& instance() {
+        static const auto registry = std::make_shared<Registry>();
         return registry;
     }
     OpenFile* find(const files::Identity& identity) const {
@@ -146,31 +146,33 @@ std::shared_ptr<OpenFile> OpenFile::of(const std::string& fileName) {
     const std::optional<files::Identity> identity = files::identityOf(fileName);
     if (!identity)
         throw Failure(ErrorCode::NotFound, "The file \"" + fileName + "\" does not exist.");
+    const std::shared_ptr<Registry> registry = Registry::instance();
     OpenFile* file = nullptr;
     {
-        Registry& registry = Registry::instance();
-        const std::lock_guard guard(registry.mutex);
-        file = registry.find(*identity);
+        const std::lock_guard guard(registry->mutex);
+        file = registry->find(*identity);
         if (!file)
-            file = registry.files.emplace_back(std::make_unique<OpenFile>(*identity)).get();
+            file =
+                registry->files.emplace_back(std::make_unique<OpenFile>(registry, *identity)).get();
         ++file->m_shares;
     }
-    return {file, release};
+    return {file, [](OpenFile* shared) { shared->release(); }};
 }
 
-void OpenFile::release(OpenFile* file) {
-    Registry& registry = Registry::instance();
-    const std::lock_guard guard(registry.mutex);
-    if (--file->m_shares == 0)
-        std::erase_if(registry.files, [file](const auto& each) { return each.get() == file; });
+void OpenFile::release() {
+    const std::shared_ptr<Registry> registry = m_registry;
+    const std::lock_guard guard(registry->mutex);
+    if (--m_shares == 0)
+        std::erase_if(registry->files, [this](const auto& each) { return each.get() == this; });
 }
 
-OpenFile::OpenFile(const files::Identity& identity) : m_identity(identity) {}
+OpenFile::OpenFile(std::shared_ptr<Registry> registry, const files::Identity& identity)
+    : m_registry(std::move(registry)), m_identity(identity) {}
 OpenFile::~OpenFile() = default;
 
 WriterLock::WriterLock(std::shared_ptr<OpenFile> file, const std::string& fileName)
     : m_file(std::move(file)) {
-    OpenFile::Registry& registry = OpenFile::Registry::instance();
+    OpenFile::Registry& registry = *m_file->m_registry;
     const std::lock_guard guard(registry.mutex);
     if (m_file->m_locked)
         throwBusy(fileName);
@@ -208,7 +210,7 @@ WriterLock::WriterLock(std::shared_ptr<OpenFile> file, const std::string& fileNa
 }
 
 WriterLock::~WriterLock() {
-    const std::lock_guard guard(OpenFile::Registry::instance().mutex);
+    const std::lock_guard guard(m_file->m_registry->mutex);
     m_file->m_descriptors->unlock();
     m_file->m_locked = false;
 }

@@ -16,11 +16,13 @@ namespace tarvo::engine::store {
 
 class OpenFile {
 public:
+    struct Registry;  // of all that are open
+
     // The share of this process in the file that the name stands for. Throws Failure(NotFound).
     // Hold it from before the container opens the file until after it has closed it.
     static std::shared_ptr<OpenFile> of(const std::string& fileName);
 
-    explicit OpenFile(const files::Identity& identity);
+    OpenFile(std::shared_ptr<Registry> registry, const files::Identity& identity);
     ~OpenFile();
     OpenFile(const OpenFile&) = delete;
     OpenFile& operator=(const OpenFile&) = delete;
@@ -29,10 +31,10 @@ public:
 
 private:
     friend class WriterLock;
-    struct Registry;
     struct Descriptors;
-    static void release(OpenFile* file);
+    void release();
 
+    const std::shared_ptr<Registry> m_registry;  // the last file may go when statics have gone
     const files::Identity m_identity;
     int m_shares = 0;
     std::unique_ptr<Descriptors> m_descriptors;  // none before the first lock

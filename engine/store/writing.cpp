@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <chrono>
 #include <random>
+#include <thread>
 #include <vector>
 
 namespace tarvo::engine::store {
@@ -12,6 +13,7 @@ namespace {
 
 constexpr std::size_t batchSize = 16u << 20;  // bytes
 constexpr auto longestWait = std::chrono::seconds(10);
+constexpr auto pause = std::chrono::milliseconds(10);
 constexpr const char* tokenName = "writer";
 
 // Blobs or pages that one step deletes or moves.
@@ -34,11 +36,11 @@ std::string randomToken() {
                       "\nIts lock did not keep the other program out: are both on one machine?");
 }
 
-[[noreturn]] void throwNoRoom(const std::string& fileName, const std::string& details) {
+[[noreturn]] void throwNoRoom(const std::string& details) {
     throw Failure(ErrorCode::File,
                   "The disk is so full that not even space can be given back. Free about one "
                   "megabyte of it first; nothing is lost.",
-                  "File: " + fileName + "\n" + details);
+                  details);
 }
 
 }  // namespace
@@ -85,6 +87,7 @@ void Container::Impl::patiently(const std::function<void()>& work) {
             if (failure.code() != ErrorCode::Busy)
                 throw;
         }
+        std::this_thread::sleep_for(pause);
         if (goOn && !goOn())
             throw Failure(ErrorCode::Cancelled,
                           "Waiting for programs that read the database was cancelled.",
@@ -105,7 +108,7 @@ void Container::Impl::inSteps(const std::function<bool(std::int64_t count)>& ste
             count = std::min(count * 2, longestStep);
         } catch (const NoRoom& failure) {
             if (count == 1)
-                throwNoRoom(fileName(), failure.details());
+                throwNoRoom(failure.details());
             count = std::max<std::int64_t>(1, count / 8);
         }
         if (!left)
@@ -124,6 +127,7 @@ void Container::Impl::takeLock() {
         throwMoved(fileName());
     lock.emplace(connection->file, connection->path);
     try {
+        requireSame();
         if (isFirstFormat(*connection))
             nameLock.emplace(connection->path);
     } catch (...) {
@@ -137,6 +141,16 @@ void Container::Impl::releaseLock() {
     lock.reset();
 }
 
+void Container::Impl::requireSame() {
+    // Another program may have written over the file without the container's ways, which what is
+    // remembered of it does not show.
+    closeReader();
+    sqlite3_db_release_memory(connection->handle);
+    if (getInfo(*connection, "identity") != identity)
+        throw Failure(ErrorCode::State, "The file holds another database than when it was opened.",
+                      "File: " + fileName() + "\nClose it and open it anew.");
+}
+
 bool Container::Impl::holdsToken() {
     return hasInfo(*connection, tokenName) && getInfo(*connection, tokenName) == writing->token;
 }
@@ -146,6 +160,7 @@ void Container::Impl::takePlace() {
         return;
     patiently([this] {
         Change change(*this);
+        requireSame();
         if (readHistory(*connection) != writing->base)
             throwPlaceLost(fileName());
         putInfo(*connection, tokenName, writing->token);

@@ -5,7 +5,12 @@
 #include "tests/files/foldersyncs.h"
 #include "tests/qrb/library.h"
 
+#include <sqlite3.h>
+
+#include <sys/wait.h>
+#include <unistd.h>
 #include <cmath>
+#include <csignal>
 #include <fstream>
 #include <map>
 #include <set>
@@ -296,6 +301,43 @@ TEST_F(NewDatabases, SurviveAPowerCutAndTakeEachPlaceOnce) {
         EXPECT_EQ(std::filesystem::file_size(file("new.qrbx")), 19u);
     }
     EXPECT_EQ(names(), (std::set<std::string>{"new.qrbx", "source.qrbx"}));
+}
+
+// A journal that a killed writer has left belongs to the old database, whether that is there or
+// not.
+TEST_F(NewDatabases, AreNotDamagedByTheJournalOfAnOldOne) {
+    for (const bool removed : {true, false}) {
+        make("a.qrbx", true);
+        const std::string old = file("a.qrbx");
+        const pid_t child = ::fork();
+        if (child == 0) {
+            sqlite3* handle = nullptr;
+            sqlite3_open(old.c_str(), &handle);
+            sqlite3_exec(handle,
+                         "PRAGMA cache_size=5; BEGIN; UPDATE blob SET data = randomblob(20000); "
+                         "INSERT INTO blob VALUES(1000, randomblob(3000000))",
+                         nullptr, nullptr, nullptr);
+            ::raise(SIGKILL);
+        }
+        ::waitpid(child, nullptr, 0);
+        ASSERT_TRUE(names().contains("a.qrbx-journal"));
+        if (removed)
+            std::filesystem::remove(old);
+        make("a.qrbx", !removed);
+        qrb::Pointcloud cloud(m_context);
+        cloud.open(old, OpenSettings(m_context));
+        EXPECT_EQ(cloud.transactions().list().size(), 1u);
+        EXPECT_FALSE(cloud.pointAttributes().list().empty());
+        cloud.close();
+        EXPECT_EQ(names(), (std::set<std::string>{"a.qrbx", "source.qrbx"}));
+        // The library's own way to make one.
+        std::filesystem::rename(old, file("b.qrbx"));
+        write("c.qrbx-journal", std::string(100'000, 'j'));
+        qrb::Pointcloud(m_context).create(file("c.qrbx"), settings());
+        EXPECT_FALSE(uuid("c.qrbx").empty());
+        std::filesystem::remove(file("b.qrbx"));
+        std::filesystem::remove(file("c.qrbx"));
+    }
 }
 
 TEST_F(NewDatabases, NoOutputTakesThePlaceOfADatabaseOrAnInput) {

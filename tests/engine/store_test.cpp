@@ -13,6 +13,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 #include <csignal>
+#include <fstream>
 #include <functional>
 #include <optional>
 #include <random>
@@ -287,6 +288,34 @@ TEST_F(Store, WaitsForAReaderAsLongAsProgressSaysGoOn) {
     EXPECT_EQ(session.metaData("patience"), "1");
 }
 
+TEST_F(Store, AsksProgressWhereverItWaits) {
+    OtherProcess reader([&](const auto& pause) {
+        session::Session session(m_file, {}, "test");
+        const store::Container::ReadScope scope(session.container());
+        (void)session.rootNode(*session.state());
+        pause();
+        return 0;
+    });
+    reader.untilPause();
+    session::Session session(m_file, {}, "test");
+    int asked = 0;
+    // A clean-up, and a commit that writes a batch before it publishes.
+    EXPECT_EQ(outcomeOf([&] { session.vacuum([&](int) { return ++asked < 5; }); }).code,
+              ErrorCode::Cancelled);
+    session.begin("large", "test", "", "");
+    for (int i = 0; i < 16; ++i)
+        session.setMetaData("item" + std::to_string(i), std::string(megabyte, 'x'));
+    asked = 0;
+    EXPECT_EQ(outcomeOf([&] { query::commit(session, [&](int) { return ++asked < 12; }); }).code,
+              ErrorCode::Cancelled);
+    EXPECT_EQ(asked, 12);
+    EXPECT_TRUE(session.pending());
+    reader.go();
+    EXPECT_EQ(reader.wait(), 0);
+    query::commit(session);
+    EXPECT_EQ(session.metaData("item15").size(), megabyte);
+}
+
 TEST_F(Store, LosesNothingOfATransactionWhenWritingFails) {
     OtherProcess child([&](const auto&) {
         std::signal(SIGXFSZ, SIG_IGN);
@@ -336,6 +365,22 @@ TEST_F(Store, CleansUpOnADiskThatIsFull) {
     }
     EXPECT_LT(std::filesystem::file_size(m_file), static_cast<std::uintmax_t>(before / 4));
     expectUnchanged();
+}
+
+TEST_F(Store, NeedsNoRoomForWhatItDeletes) {
+    {
+        session::Session session(m_file, {}, "test");
+        session.begin("large", "test", "", "");
+        session.setMetaData("large", std::string(20 * megabyte, 'x'));
+        session.commit();
+        session.restore(2);
+        session.finalize();
+    }
+    const SmallDisk disk(400'000);
+    session::Session session(m_file, {}, "test");
+    session.vacuum();
+    EXPECT_LT(std::filesystem::file_size(m_file), megabyte);
+    EXPECT_EQ(readAll(session), m_before);
 }
 
 TEST_F(Store, TellsOfAStateThatVanishedAndLosesNoDataOfIt) {
@@ -445,6 +490,52 @@ TEST_F(Store, RefusesToChangeAFileThatMovedAwayAndGoesOnWhenItIsBack) {
     std::filesystem::rename(away, m_file);
     session.commit();
     EXPECT_EQ(readAll(session).size(), m_before.size() + 100);
+}
+
+// Copied over, with the same file and, for all that the container tells, the same history.
+TEST_F(Store, RefusesToChangeAFileThatWasOverwrittenByAnotherDatabase) {
+    const auto overwrite = [this](const std::string& from) {
+        std::ifstream in(from, std::ios::binary);
+        std::ofstream(m_file, std::ios::binary) << in.rdbuf();
+    };
+    const std::string other = m_folder.file("other.qrbx");
+    session::Session::create(other, settings(1, 200), "test", amplitudeOnly());
+    {
+        session::Session session(other, {}, "test");
+        commitPoints(session, points(700, 6));
+    }
+    const std::string backup = m_folder.file("backup.qrbx");
+    std::filesystem::copy_file(m_file, backup);
+    {
+        session::Session session(m_file, {}, "test");
+        (void)readAll(session);
+        overwrite(other);
+        const Outcome outcome = outcomeOf([&] { session.begin("x", "test", "", ""); });
+        EXPECT_EQ(outcome.code, ErrorCode::State) << outcome.text;
+        EXPECT_EQ(outcomeOf([&] { session.vacuum(); }).code, ErrorCode::State);
+    }
+    overwrite(backup);
+    {
+        session::Session session(m_file, {}, "test");
+        session.begin("x", "test", "", "");
+        session.setMetaData("x", "1");
+        overwrite(other);
+        EXPECT_EQ(outcomeOf([&] { session.commit(); }).code, ErrorCode::State);
+        session.rollback();
+    }
+    {
+        session::Session now(m_file, {}, "test");
+        EXPECT_EQ(readAll(now).size(), 700u);
+    }
+    // Its own backup is taken for what it is.
+    overwrite(backup);
+    session::Session session(m_file, {}, "test");
+    commitPoints(session, points(10, 1));
+    overwrite(backup);
+    commitPoints(session, points(20, 2));
+    EXPECT_EQ(readAll(session).size(), m_before.size() + 20);
+    session::Session again(m_file, {}, "test");
+    EXPECT_EQ(readAll(again).size(), m_before.size() + 20);
 }
 
 TEST_F(Store, ReportsNothingAfterItHasPublished) {

@@ -125,6 +125,33 @@ TEST_F(Files, OnlyLeftoversOfProcessesThatAreGoneAreRemoved) {
     EXPECT_EQ(names(), (std::set<std::string>{"a.new", "a.new-other-1-1", "b", own + "0"}));
 }
 
+TEST_F(Files, LeftoversOfTheFirstReleaseAreRemovedOnceTheyRest) {
+    const auto old = fs::file_time_type::clock::now() - std::chrono::hours(1);
+    for (const char* name : {"a.new-999999999", "a.new-999999999-journal", "a.new-999999998",
+                             "a.new-1", "a.new-999999999-more"}) {
+        write(name, "");
+        if (std::string(name) != "a.new-999999998")  // somebody may still write it
+            fs::last_write_time(file(name), old);
+    }
+    files::removeLeftovers(file("a"));
+    EXPECT_EQ(names(),
+              (std::set<std::string>{"a.new-1", "a.new-999999998", "a.new-999999999-more"}));
+}
+
+TEST_F(Files, MayHaveTheLongestName) {
+    std::string name(128, 'x');
+    for (int i = 0; i < 42; ++i)
+        name += "\xe2\x82\xac";
+    ASSERT_EQ(name.size(), 254u);
+    write(name, "old");
+    files::WholeFile whole(file(name));
+    EXPECT_EQ(names().size(), 2u);
+    whole.write("new");
+    whole.publish();
+    EXPECT_EQ(read(file(name)), "new");
+    EXPECT_EQ(names().size(), 1u);
+}
+
 TEST_F(Files, AWholeFileAppearsOnlyWhenItIsPublished) {
     write("a", "old");
     fs::permissions(file("a"), fs::perms::owner_read | fs::perms::owner_write);
