@@ -1,9 +1,27 @@
 #include "copy/outputplace.h"
 
 #include "files/identity.h"
+#include "files/path.h"
 #include "qrb/error.h"
 
+#include <filesystem>
+#include <fstream>
+
 namespace tarvo::copy {
+
+namespace {
+
+// Whether the file begins as those of scanners do; a table or report is never meant to replace one.
+bool isScan(const std::string& fileName) {
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(files::pathOf(fileName), error))
+        return false;
+    std::string begin(8, '\0');
+    std::ifstream(files::pathOf(fileName), std::ios::binary).read(begin.data(), 8);
+    return begin.starts_with("LASF") || begin == "ASTM-E57";
+}
+
+}  // namespace
 
 void checkOutputPlace(const qrb::Context& context, const std::string& fileName,
                       const std::vector<std::string>& reads) {
@@ -15,6 +33,9 @@ void checkOutputPlace(const qrb::Context& context, const std::string& fileName,
     if (context.databaseFileTypeCheck(fileName))
         throw qrb::ErrorImpl(
             0, "The output can't go to \"" + fileName + "\": that file is a database.", advice);
+    if (isScan(fileName))
+        throw qrb::ErrorImpl(
+            0, "The output can't go to \"" + fileName + "\": that file is a scan.", advice);
 }
 
 }  // namespace tarvo::copy

@@ -8,8 +8,8 @@
 
 namespace tarvo::copy {
 
-// Refuses the places that an output must never take: a database, whoever has it open, and a file
-// that is being read, by whatever names. fileName and reads: UTF-8. Throws qrb::Error.
+// Refuses the places that an output must never take: a database, whoever has it open, a scan in
+// its own format, and a file that is being read, by whatever names. fileName and reads: UTF-8. Throws qrb::Error.
 void checkOutputPlace(const qrb::Context& context, const std::string& fileName,
                       const std::vector<std::string>& reads = {});
 

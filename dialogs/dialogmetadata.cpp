@@ -447,7 +447,7 @@ void DialogMetaData::accept() {
 }
 
 void DialogMetaData::reject() {
-    if (!isChanged() || common::confirmed(this, "Discard the changes?"))
+    if (!isChanged() || common::lossConfirmed(this, "Discard the changes?"))
         QDialog::reject();
 }
 

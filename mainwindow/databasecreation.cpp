@@ -25,7 +25,9 @@ bool create(const Wish& wish, const DatabaseSession& session, QWidget* parent) {
     const QFileInfo target(wish.location);
     if (target.exists()) {
         refuseOpenDatabase(wish.location, session);
-        if (!common::lossConfirmed(
+        // Another file is refused anyway.
+        if (session.context.databaseFileTypeCheck(wish.location.toStdString()) &&
+            !common::lossConfirmed(
                 parent, QString("The file \"%0\" exists already.\nReplace it?").arg(wish.location)))
             return false;
     }

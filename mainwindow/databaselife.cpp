@@ -116,7 +116,8 @@ void MainWindow::checkFile() {
                 "The pending transaction can only be committed once the file is back in its "
                 "place.\nAll its changes will be lost if you go on.\n";
         text += replaced ? "\nOpen the file that is there now?" : "\nClose the database?";
-        if (!(pending ? common::lossConfirmed(this, text) : common::confirmed(this, text)))
+        // What the window shows may be the last copy there is.
+        if (!common::lossConfirmed(this, text))
             return;
         if (replaced) {
             const QString fileName = m_session.fileName;
@@ -143,8 +144,9 @@ bool MainWindow::mayDropDatabase() {
         raise();
         activateWindow();
     }
-    return common::lossConfirmed(this,
-                                 "A transaction is pending.\nAll its changes will be lost. Go on?");
+    return common::lossConfirmed(
+        this, QString("A transaction is pending in \"%0\".\nAll its changes will be lost. Go on?")
+                  .arg(m_session.fileName));
 }
 
 // Ends what works on the database and drops the handle.

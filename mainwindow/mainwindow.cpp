@@ -190,9 +190,12 @@ void MainWindow::updateActions() {
 
 void MainWindow::on_actionNew_triggered() {
     common::guarded(this, [this] {
+        // Asked before there is a new file.
+        if (!mayDropDatabase())
+            return;
         const QString fileName = createDatabase(m_session, this);
         if (!fileName.isEmpty())
-            openDatabase(fileName, true);
+            replaceDatabase(fileName, tarvo::qrb::pointcloud::OpenSettings(m_session.context));
     });
 }
 

@@ -205,7 +205,7 @@ void TransactionsPanel::on_actionTransactionCommit_triggered() {
 }
 
 void TransactionsPanel::on_actionTransactionRollback_triggered() {
-    if (common::confirmed(this, "Rollback current transaction?\nAll changes will be lost."))
+    if (common::lossConfirmed(this, "Rollback current transaction?\nAll changes will be lost."))
         change([this] { database()->transactions().rollback(); });
 }
 
@@ -226,11 +226,11 @@ void TransactionsPanel::on_actionTransactionDiscard_triggered() {
         if (ids.empty() || !canChangeFile())
             return;
         const std::uint32_t current = database()->transactions().current();
-        if (common::confirmed(this, QString("Delete %0?\n\n"
-                                            "Please note, that the first transaction (1) and \n"
-                                            "the current transaction (%1) can not be deleted.")
-                                        .arg(nameOf(ids))
-                                        .arg(current)))
+        if (common::lossConfirmed(this, QString("Delete %0?\n\n"
+                                                "Please note, that the first transaction (1) and \n"
+                                                "the current transaction (%1) can not be deleted.")
+                                            .arg(nameOf(ids))
+                                            .arg(current)))
             change([&] { database()->transactions().discard(ids); });
     });
 }
@@ -259,7 +259,7 @@ void TransactionsPanel::on_actionManagementLevelOfDetail_triggered() {
 
 void TransactionsPanel::on_actionManagementFinalize_triggered() {
     if (canChangeFile() &&
-        common::confirmed(this, "Delete all transactions except the first and current/last?"))
+        common::lossConfirmed(this, "Delete all transactions except the first and current/last?"))
         change([this] { database()->management().finalize(); });
 }
 

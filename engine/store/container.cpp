@@ -181,7 +181,12 @@ std::uint64_t Container::size() {
 
 std::uint64_t Container::version() {
     const std::lock_guard guard(m->mutex);
-    return static_cast<std::uint64_t>(m->connection->pragma("PRAGMA data_version"));
+    // What another program wrote over the file without the container's ways shows in its time.
+    std::error_code error;
+    const auto path = files::pathOf(m->connection->path);
+    const auto time = std::filesystem::last_write_time(path, error).time_since_epoch().count();
+    const auto version = static_cast<std::uint64_t>(m->connection->pragma("PRAGMA data_version"));
+    return version ^ (static_cast<std::uint64_t>(time) << 20);
 }
 
 bool Container::hasMoved() {

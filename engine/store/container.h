@@ -58,7 +58,7 @@ public:
     const std::string& identity() const;
     // Bytes of the file.
     std::uint64_t size();
-    // A number that changes when another connection changed the file.
+    // A number that changes when somebody else changed the file, or this did.
     std::uint64_t version();
 
     std::vector<std::uint32_t> transactions();  // ascending

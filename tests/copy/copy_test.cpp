@@ -359,6 +359,9 @@ TEST_F(NewDatabases, NoOutputTakesThePlaceOfADatabaseOrAnInput) {
     }
     for (const char* const name : {"input.csv", "link.csv"})
         failure([&] { copy::checkOutputPlace(m_context, file(name), {input}); }, 0);
+    const std::string scan = write("scan.las", std::string("LASF") + std::string(400, '\0'));
+    EXPECT_NE(failure([&] { copy::checkOutputPlace(m_context, scan); }, 0).find("is a scan"),
+              std::string::npos);
     copy::checkOutputPlace(m_context, file("input.csv"));
     copy::checkOutputPlace(m_context, file("new.csv"), {input});
     EXPECT_EQ(std::filesystem::file_size(file("a.qrbx")), before);

@@ -510,6 +510,7 @@ TEST_F(Store, RefusesToChangeAFileThatWasOverwrittenByAnotherDatabase) {
         session::Session session(m_file, {}, "test");
         (void)readAll(session);
         overwrite(other);
+        EXPECT_EQ(outcomeOf([&] { (void)session.state(); }).code, ErrorCode::State);
         const Outcome outcome = outcomeOf([&] { session.begin("x", "test", "", ""); });
         EXPECT_EQ(outcome.code, ErrorCode::State) << outcome.text;
         EXPECT_EQ(outcomeOf([&] { session.vacuum(); }).code, ErrorCode::State);
@@ -531,7 +532,9 @@ TEST_F(Store, RefusesToChangeAFileThatWasOverwrittenByAnotherDatabase) {
     overwrite(backup);
     session::Session session(m_file, {}, "test");
     commitPoints(session, points(10, 1));
+    EXPECT_EQ(readAll(session).size(), m_before.size() + 10);
     overwrite(backup);
+    EXPECT_EQ(readAll(session), m_before);
     commitPoints(session, points(20, 2));
     EXPECT_EQ(readAll(session).size(), m_before.size() + 20);
     session::Session again(m_file, {}, "test");
