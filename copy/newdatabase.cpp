@@ -8,6 +8,7 @@
 #include <chrono>
 #include <filesystem>
 #include <optional>
+#include <string>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -21,6 +22,9 @@ namespace {
 [[noreturn]] void refuse(const std::string& text, const std::string& details = {}) {
     throw qrb::ErrorImpl(0, text, details);
 }
+
+// Bytes; the container's journal beside it has a longer one.
+constexpr std::size_t longestName = 240;
 
 // How long is waited for a lock that is only taken to look: by another program that begins to
 // replace the same database, for example, while this one is at the end of hours.
@@ -55,6 +59,10 @@ NewDatabase::NewDatabase(const qrb::Context& context, const std::string& fileNam
       m_cloud(std::make_unique<qrb::Pointcloud>(context)) {
     if (fileName.empty())
         refuse("The new database has no name.", "Give the name of a file.");
+    if (const auto size = files::nameOf(files::pathOf(m_place).filename()).size();
+        size > longestName)
+        refuse("The name of the new database is too long: it has " + std::to_string(size) +
+               " bytes of at most " + std::to_string(longestName) + ".");
     const fs::path folder = files::pathOf(m_place).parent_path();
     std::error_code error;
     if (!folder.empty() && !fs::is_directory(folder, error))

@@ -33,9 +33,15 @@ void checkOutputPlace(const qrb::Context& context, const std::string& fileName,
     if (context.databaseFileTypeCheck(fileName))
         throw qrb::ErrorImpl(
             0, "The output can't go to \"" + fileName + "\": that file is a database.", advice);
-    if (isScan(fileName))
+    if (const std::string journal = "-journal";
+        fileName.ends_with(journal) &&
+        context.databaseFileTypeCheck(fileName.substr(0, fileName.size() - journal.size())))
         throw qrb::ErrorImpl(
-            0, "The output can't go to \"" + fileName + "\": that file is a scan.", advice);
+            0, "The output can't go to \"" + fileName + "\": that file belongs to a database.",
+            advice);
+    if (isScan(fileName))
+        throw qrb::ErrorImpl(0, "The output can't go to \"" + fileName + "\": that file is a scan.",
+                             advice);
 }
 
 }  // namespace tarvo::copy

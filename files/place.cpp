@@ -4,10 +4,12 @@
 #include "files/path.h"
 
 #include <atomic>
-#include <cctype>
 #include <cerrno>
 #include <charconv>
 #include <chrono>
+#include <cstdint>
+#include <cstdio>
+#include <fstream>
 #include <string_view>
 #include <system_error>
 
@@ -58,7 +60,7 @@ bool isRunning(long process) {
         CloseHandle(handle);
     return running;
 }
-std::string hostName() {
+std::string machineName() {
     char name[256];
     DWORD size = sizeof name;
     return GetComputerNameA(name, &size) ? std::string(name, size) : std::string();
@@ -83,9 +85,15 @@ long processId() {
 bool isRunning(long process) {
     return ::kill(static_cast<pid_t>(process), 0) == 0 || errno != ESRCH;
 }
-std::string hostName() {
+// With the numbers of whose processes this one's can be compared.
+std::string machineName() {
     char name[256] = {};
-    return ::gethostname(name, sizeof name - 1) == 0 ? name : "";
+    std::string result = ::gethostname(name, sizeof name - 1) == 0 ? name : "";
+    std::error_code error;
+    result += nameOf(fs::read_symlink("/proc/self/ns/pid", error));
+    std::string id;
+    std::getline(std::ifstream("/etc/machine-id"), id);
+    return result + id;
 }
 
 bool moveFile(const std::string& from, const std::string& to, bool replace) {
@@ -117,13 +125,14 @@ bool moveFile(const std::string& from, const std::string& to, bool replace) {
 
 #endif
 
-// What a temporary name has between that of its file and the process number.
+// What a temporary name has between that of its file and the process number: tells the machine.
 std::string mark() {
-    std::string host;
-    for (const char c : hostName())
-        if (host.size() < 16 && std::isalnum(static_cast<unsigned char>(c)))
-            host += c;
-    return ".new-" + host + "-";
+    std::uint64_t hash = 0xcbf29ce484222325u;  // FNV-1a
+    for (const char c : machineName())
+        hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001b3u;
+    char text[17];
+    std::snprintf(text, sizeof text, "%016llx", static_cast<unsigned long long>(hash));
+    return std::string(".new-") + text + "-";
 }
 
 std::string stemOf(const std::string& fileName) {

@@ -67,6 +67,7 @@ std::uint8_t* PointWriter::addRows(std::size_t count) {
     // Before anything is taken: a call that fails has changed nothing.
     if (m_multiPass && m_rows.size() >= m_runSize)
         apply({});
+    writeRuns();
     const std::size_t at = m_rows.size();
     m_rows.resize(at + count * m_layout.stride());
     return m_rows.data() + at;
@@ -95,16 +96,21 @@ void PointWriter::finishRows(std::uint8_t* rows, std::size_t count) {
 void PointWriter::checkIntact() const {
     if (m_failed)
         throw Failure(ErrorCode::State,
-                      "Points were lost when an insert failed; the transaction "
-                      "can only be rolled back.");
+                      "Points were lost when memory ran out; the transaction can only be rolled "
+                      "back.");
 }
 
 void PointWriter::startRun() {
-    const std::filesystem::path file = m_session.container().fileName();
-    const std::string folder = file.has_parent_path() ? file.parent_path().string() : ".";
     const std::size_t rowsOfRun = m_rows.size() / m_layout.stride();
-    auto sort = [rows = std::move(m_rows), stride = m_layout.stride(), folder] {
-        return std::make_unique<index::RowFile>(folder, index::sortRows(rows, stride));
+    auto sort = [rows = std::move(m_rows), stride = m_layout.stride(), place = folder()] {
+        Run run{nullptr, index::sortRows(rows, stride)};
+        try {
+            run.file = std::make_unique<index::RowFile>(place, run.rows);
+            run.rows = {};
+        } catch (const Failure&) {
+            // No room: what is next to be added asks again, and tells.
+        }
+        return run;
     };
     m_rowsInRuns += rowsOfRun;
     m_rows = {};
@@ -119,6 +125,21 @@ void PointWriter::keepOldestRun() {
     auto run = std::move(m_sorting.front());
     m_sorting.pop_front();
     m_runs.push_back(run.get());
+}
+
+// Those that found no room before.
+void PointWriter::writeRuns() {
+    for (Run& run : m_runs) {
+        if (run.file)
+            continue;
+        run.file = std::make_unique<index::RowFile>(folder(), run.rows);
+        run.rows = {};
+    }
+}
+
+std::string PointWriter::folder() const {
+    const std::filesystem::path file = m_session.container().fileName();
+    return file.has_parent_path() ? file.parent_path().string() : ".";
 }
 
 std::uint64_t PointWriter::rowCount() const {
@@ -148,8 +169,9 @@ void PointWriter::applyTo(session::State& state, const session::Progress& progre
     const std::size_t buffer = std::clamp<std::size_t>(
         m_session.cacheSize() / 8 / (m_runs.size() + 1), 64u << 10, 8u << 20);
     std::vector<std::unique_ptr<index::RowReader>> sources;
-    for (const auto& run : m_runs)
-        sources.push_back(run->read(stride, buffer));
+    for (const Run& run : m_runs)
+        sources.push_back(run.file ? run.file->read(stride, buffer)
+                                   : index::readRows(run.rows, stride));
     sources.push_back(index::readRows(index::sortRows(m_rows, stride), stride));
 
     const store::Container::ReadScope scope(m_session.container());

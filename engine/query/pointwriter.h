@@ -8,6 +8,7 @@
 
 #include <deque>
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace tarvo::engine::query {
@@ -42,8 +43,16 @@ public:
     void applyTo(session::State& state, const session::Progress& progress);
 
 private:
+    // Sorted rows in a temporary file, or in memory while there is no room for one.
+    struct Run {
+        std::unique_ptr<index::RowFile> file;
+        std::vector<std::uint8_t> rows;
+    };
+
     void startRun();
     void keepOldestRun();
+    void writeRuns();
+    std::string folder() const;
     void checkIntact() const;
     std::uint64_t rowCount() const;
 
@@ -58,8 +67,8 @@ private:
     std::uint64_t m_rowsInRuns = 0;  // and in those still being sorted
     bool m_failed = false;           // rows were lost: the transaction must not be committed
     std::vector<std::uint8_t> m_rows;
-    std::deque<Task<std::unique_ptr<index::RowFile>>> m_sorting;
-    std::vector<std::unique_ptr<index::RowFile>> m_runs;
+    std::deque<Task<Run>> m_sorting;
+    std::vector<Run> m_runs;
 };
 
 }  // namespace tarvo::engine::query

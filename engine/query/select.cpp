@@ -44,16 +44,18 @@ std::uint32_t SelectQuery::next(std::uint32_t count) {
         m_scan.setColumns(std::move(columns));
     }
     const store::Container::ReadScope scope(m_session.container());
-    std::uint32_t done = 0;
-    while (done < count) {
-        const std::optional<HitReader::Portion> portion = m_reader.next(count - done);
-        if (!portion)
-            break;
-        if (!m_bindings.empty())
-            copy(*portion, done);
-        done += portion->count;
-    }
-    return done;
+    return m_session.reading(m_scan.state(), [&] {
+        std::uint32_t done = 0;
+        while (done < count) {
+            const std::optional<HitReader::Portion> portion = m_reader.next(count - done);
+            if (!portion)
+                break;
+            if (!m_bindings.empty())
+                copy(*portion, done);
+            done += portion->count;
+        }
+        return done;
+    });
 }
 
 }  // namespace tarvo::engine::query

@@ -3,6 +3,7 @@
 #include "files/path.h"
 
 #include <chrono>
+#include <filesystem>
 #include <memory>
 #include <random>
 #include <thread>
@@ -79,6 +80,36 @@ bool Connection::hasMoved() {
     int moved = 0;
     const int result = sqlite3_file_control(handle, "main", SQLITE_FCNTL_HAS_MOVED, &moved);
     return (result == SQLITE_OK && moved != 0) || files::identityOf(path) != file->identity();
+}
+
+bool Connection::isBeingWritten() {
+    sqlite3_file* opened = nullptr;
+    int reserved = 0;
+    return sqlite3_file_control(handle, "main", SQLITE_FCNTL_FILE_POINTER, &opened) == SQLITE_OK &&
+           opened->pMethods->xCheckReservedLock(opened, &reserved) == SQLITE_OK && reserved != 0;
+}
+
+void Connection::refuseForeignJournal() {
+    namespace fs = std::filesystem;
+    std::error_code error;
+    if (fs::hard_link_count(files::pathOf(path), error) < 2 || error)
+        return;
+    const fs::path own = fs::canonical(files::pathOf(path), error);
+    for (fs::directory_iterator at(own.parent_path(), error), end; !error && at != end;
+         at.increment(error)) {
+        const std::string name = files::nameOf(at->path());
+        const fs::path journal = files::pathOf(name + "-journal");
+        std::error_code none;
+        if (at->path() == own || !fs::exists(journal, none) ||
+            files::identityOf(name) != file->identity())
+            continue;
+        // One that is alive has its journal for a moment only.
+        if (isBeingWritten() || !fs::exists(journal, none) || fs::file_size(journal, none) == 0)
+            continue;
+        throw Failure(ErrorCode::State,
+                      "The file was not closed properly under its other name \"" + name + "\".",
+                      "File: " + fileName + "\nOpen it under that name first, which repairs it.");
+    }
 }
 
 }  // namespace tarvo::engine::store

@@ -33,6 +33,10 @@ struct Connection {
     bool hasRollbackJournal();
     // Whether the name leads to another file than when this was opened, or to none.
     bool hasMoved();
+    // A writer that was killed while it knew the file by another name, a hard link beside this one,
+    // has left its journal under that name: throws Failure(State) that tells it. The container
+    // itself looks only under the name that it knows.
+    void refuseForeignJournal();
     // How often a lock of the container is tried before an operation fails as busy: about ten
     // seconds at first.
     void setTries(int count) { m_tries = count; }
@@ -43,6 +47,7 @@ struct Connection {
     sqlite3* handle = nullptr;
 
 private:
+    bool isBeingWritten();
     static int backOff(void* connection, int tries) noexcept;
 
     int m_tries = mostTries;

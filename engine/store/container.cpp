@@ -42,7 +42,12 @@ void checkSchema(Connection& connection) {
 
 void checkVersion(Connection& connection) {
     const std::int64_t version = connection.pragma("PRAGMA user_version");
-    if (version < oldestFormat || version > newestFormat)
+    if (version < oldestFormat)
+        throw Failure(
+            ErrorCode::Damaged,
+            "The file is damaged: there is no format version " + std::to_string(version) + ".",
+            "File: " + connection.fileName + "\nRestore it from a backup.");
+    if (version > newestFormat)
         throw Failure(ErrorCode::Format,
                       "The file has the format version " + std::to_string(version) +
                           ", this library reads versions up to " + std::to_string(newestFormat) +
@@ -53,7 +58,8 @@ void checkVersion(Connection& connection) {
 void reserveName(const std::string& fileName) {
     std::FILE* reserved = std::fopen(fileName.c_str(), "wbx");
     if (!reserved) {
-        if (std::filesystem::exists(files::pathOf(fileName)))
+        std::error_code error;
+        if (std::filesystem::exists(files::pathOf(fileName), error))
             throw Failure(ErrorCode::Exists, "The file \"" + fileName + "\" exists already.",
                           "Choose another name or remove the file first.");
         throw Failure(ErrorCode::File, "The file \"" + fileName + "\" can't be created.",
@@ -148,6 +154,7 @@ Container::Container(const std::string& fileName) {
     m = std::make_unique<Impl>(std::move(connection));
     m->readOnly = sqlite3_db_readonly(m->connection->handle, "main") == 1;
     m->connection->configure();
+    m->connection->refuseForeignJournal();
     if (!m->connection->hasOurHeader())
         throw Failure(ErrorCode::Format, "The file is not a point-cloud database.",
                       "File: " + fileName);

@@ -20,13 +20,28 @@ std::string snapshotPrefix(std::int64_t id, std::int64_t lastBlob) {
     return std::to_string(id) + ":" + std::to_string(lastBlob) + ":";
 }
 
-std::vector<std::uint32_t> snapshotIds(Connection& connection) {
-    Statement statement(connection.handle, "SELECT id FROM snapshot ORDER BY id",
+constexpr const char* whatHistory = "the list of transactions";
+// No file can have so many blobs: the next numbers can be counted without care.
+constexpr std::int64_t mostBlobs = std::int64_t(1) << 60;
+
+// What the transactions that are there say of themselves.
+struct Snapshots {
+    std::vector<std::uint32_t> ids;  // ascending
+    std::int64_t lastBlob = 0;
+};
+Snapshots readSnapshots(Connection& connection) {
+    Statement statement(connection.handle, "SELECT id, last_blob FROM snapshot ORDER BY id",
                         connection.fileName);
-    std::vector<std::uint32_t> ids;
-    while (statement.step())
-        ids.push_back(static_cast<std::uint32_t>(statement.integer(0)));
-    return ids;
+    Snapshots result;
+    while (statement.step()) {
+        const std::int64_t id = statement.integer(0);
+        const std::int64_t lastBlob = statement.integer(1);
+        if (id < 1 || id > UINT32_MAX || lastBlob < 0 || lastBlob > mostBlobs)
+            throwDamaged(connection.fileName, whatHistory);
+        result.ids.push_back(static_cast<std::uint32_t>(id));
+        result.lastBlob = std::max(result.lastBlob, lastBlob);
+    }
+    return result;
 }
 
 // Reads blank-separated decimal numbers one after another.
@@ -61,13 +76,14 @@ T numberOf(Connection& connection, const char* name) {
 
 // Version 1 has no list of what is kept: what it has are the transactions that are there.
 History readFirstHistory(Connection& connection) {
+    const Snapshots snapshots = readSnapshots(connection);
     History history;
-    history.kept = snapshotIds(connection);
+    history.kept = snapshots.ids;
+    history.lastBlob = snapshots.lastBlob;
     history.current = numberOf<std::uint32_t>(connection, "current");
     history.last = history.kept.empty() ? 0 : history.kept.back();
     if (hasInfo(connection, "last"))
         history.last = std::max(history.last, numberOf<std::uint32_t>(connection, "last"));
-    history.lastBlob = connection.pragma("SELECT coalesce(max(last_blob), 0) FROM snapshot");
     return history;
 }
 
@@ -122,17 +138,19 @@ void removeInfo(Connection& connection, const std::string& name) {
 History readHistory(Connection& connection) {
     if (isFirstFormat(connection))
         return readFirstHistory(connection);
-    const char* const what = "the list of transactions";
     const std::string text = getInfo(connection, historyName);
-    Numbers numbers(text, connection.fileName, what);
+    Numbers numbers(text, connection.fileName, whatHistory);
     History history;
     history.current = numbers.next<std::uint32_t>();
     history.last = numbers.next<std::uint32_t>();
     history.lastBlob = numbers.next<std::int64_t>();
     while (!numbers.atEnd())
         history.kept.push_back(numbers.next<std::uint32_t>());
-    if (history.kept != snapshotIds(connection) || !history.keeps(history.current))
-        throwDamaged(connection.fileName, what);
+    const Snapshots snapshots = readSnapshots(connection);
+    if (history.kept != snapshots.ids || !history.keeps(history.current) ||
+        history.last < history.kept.back() || history.lastBlob < snapshots.lastBlob ||
+        history.lastBlob > mostBlobs)
+        throwDamaged(connection.fileName, whatHistory);
     return history;
 }
 

@@ -91,12 +91,13 @@ void Container::Impl::patiently(const std::function<void()>& work) {
         if (goOn && !goOn())
             throw Failure(ErrorCode::Cancelled,
                           "Waiting for programs that read the database was cancelled.",
-                          "A pending transaction is still pending.");
+                          writing ? "The transaction is still pending." : "");
         if (!goOn && std::chrono::steady_clock::now() > end)
-            throw Failure(ErrorCode::Busy,
-                          "Other programs keep reading the database, so that it can't be written "
-                          "now. Try again when they are done.",
-                          "File: " + fileName() + "\nA pending transaction is still pending.");
+            throw Failure(
+                ErrorCode::Busy,
+                "Other programs keep reading the database, so that it can't be written "
+                "now. Try again when they are done.",
+                "File: " + fileName() + (writing ? "\nThe transaction is still pending." : ""));
     }
 }
 
@@ -127,6 +128,7 @@ void Container::Impl::takeLock() {
         throwMoved(fileName());
     lock.emplace(connection->file, connection->path);
     try {
+        connection->refuseForeignJournal();
         requireSame();
         if (isFirstFormat(*connection))
             nameLock.emplace(connection->path);
@@ -163,6 +165,10 @@ void Container::Impl::takePlace() {
         requireSame();
         if (readHistory(*connection) != writing->base)
             throwPlaceLost(fileName());
+        // Of version 1 only the roots' own checksums tell whether their last blobs are right.
+        if (isFirstFormat(*connection))
+            for (const std::uint32_t id : writing->base.kept)
+                (void)readRoot(*connection, id);
         putInfo(*connection, tokenName, writing->token);
         change.commit();
     });

@@ -172,6 +172,34 @@ TEST_F(Store, HasOneWriterByWhateverNameTheFileGoes) {
     EXPECT_EQ(m_folder.entries(), 3u) << m_folder.names();
 }
 
+TEST_F(Store, IsRepairedUnderTheNameThatAKilledWriterKnew) {
+    const std::string other = m_folder.file("b.qrbx");
+    std::filesystem::create_hard_link(m_file, other);
+    session::Session opened(m_file, {}, "test");
+    OtherProcess killed([&](const auto&) {
+        sqlite3* handle = nullptr;
+        sqlite3_open(other.c_str(), &handle);
+        sqlite3_exec(handle,
+                     "PRAGMA cache_size=5; BEGIN; UPDATE blob SET data = randomblob(20000); INSERT "
+                     "INTO blob VALUES(100000, randomblob(3000000))",
+                     nullptr, nullptr, nullptr);
+        ::raise(SIGKILL);
+        return 0;
+    });
+    EXPECT_EQ(killed.wait(), 1000 + SIGKILL);
+    ASSERT_TRUE(std::filesystem::exists(other + "-journal"));
+    for (const auto& use : std::initializer_list<std::function<void()>>{
+             [&] { session::Session(m_file, {}, "test"); },
+             [&] { opened.begin("x", "test", "", ""); }, [&] { opened.vacuum(); }}) {
+        const Outcome outcome = outcomeOf(use);
+        EXPECT_EQ(outcome.code, ErrorCode::State) << outcome.text;
+        EXPECT_NE(outcome.text.find("b.qrbx"), std::string::npos) << outcome.text;
+    }
+    EXPECT_EQ(readAll(*std::make_unique<session::Session>(other, session::OpenSettings{}, "test")),
+              m_before);
+    expectUnchanged();
+}
+
 TEST_F(Store, FailsAWriterThatLostItsPlaceInsteadOfPublishing) {
     // What a writer does that no lock kept out: it deletes what is staged, its token stands there.
     const char* const intruders[] = {
@@ -341,6 +369,32 @@ TEST_F(Store, LosesNothingOfATransactionWhenWritingFails) {
     EXPECT_EQ(readAll(session).size(), m_before.size() + 20'000);
 }
 
+TEST_F(Store, LosesNoPointsWhenThereIsNoRoomToSortThem) {
+    OtherProcess child([&](const auto&) {
+        std::signal(SIGXFSZ, SIG_IGN);
+        session::Session session(m_file, session::OpenSettings{0}, "test");
+        session.begin("many", "test", "", "");
+        std::size_t taken = 0;
+        bool refused = false;
+        const rlimit small{100'000, RLIM_INFINITY};
+        ::setrlimit(RLIMIT_FSIZE, &small);
+        for (std::uint32_t i = 0; i < 40; ++i) {
+            const auto batch = points(20'000, i);
+            while (outcomeOf([&] { insert(session, batch); }).code == ErrorCode::File) {
+                refused = true;  // nothing of the batch was taken: it can be given again
+                const rlimit large{RLIM_INFINITY, RLIM_INFINITY};
+                ::setrlimit(RLIMIT_FSIZE, &large);
+            }
+            taken += batch.size();
+        }
+        query::commit(session);
+        return refused && readAll(session).size() == m_before.size() + taken ? 0 : 1;
+    });
+    EXPECT_EQ(child.wait(), 0);
+    session::Session session(m_file, {}, "test");
+    EXPECT_EQ(readAll(session).size(), m_before.size() + 40 * 20'000);
+}
+
 TEST_F(Store, CleansUpOnADiskThatIsFull) {
     {
         session::Session session(m_file, {}, "test");
@@ -390,7 +444,10 @@ TEST_F(Store, TellsOfAStateThatVanishedAndLosesNoDataOfIt) {
     }
     const std::string damaged = m_folder.file("damaged.qrbx");
     for (const char* damage :
-         {"UPDATE snapshot SET id = id + 64 WHERE id = 2", "DELETE FROM snapshot WHERE id = 2",
+         {"UPDATE snapshot SET id = id + 64 WHERE id = 2",
+          "UPDATE snapshot SET last_blob = 1 << 61 WHERE id = 2",
+          "UPDATE snapshot SET last_blob = -1 WHERE id = 2",
+          "UPDATE snapshot SET id = 4294967298 WHERE id = 2", "DELETE FROM snapshot WHERE id = 2",
           "DELETE FROM info WHERE name = 'history'",
           "UPDATE info SET value = '3 3 99 1 3' WHERE name = 'history'"}) {
         std::filesystem::copy_file(m_file, damaged,
@@ -452,6 +509,8 @@ TEST_F(Store, ForgetsQueriesOfATransactionThatWasRolledBack) {
     query::FillQuery fill(session, {}, "");
     const std::uint16_t value = 1;
     fill.bind("amplitude", QRB_DATA_TYPE_UINT16, &value);
+    // What is decoded already is gone as well.
+    EXPECT_EQ(select.next(1), 1u);
     session.rollback();
     EXPECT_EQ(outcomeOf([&] { (void)select.next(10); }).code, ErrorCode::State);
     // The next transaction has the same number; what the query knows are other points.
