@@ -208,7 +208,8 @@ void Container::Impl::deleteFrom(std::int64_t first) {
 }
 
 void Container::Impl::writeMemory() {
-    Statement insert(connection->handle, "INSERT INTO blob VALUES(?, ?)", fileName());
+    // A batch whose commit failed may be in the file all the same.
+    Statement insert(connection->handle, "INSERT OR REPLACE INTO blob VALUES(?, ?)", fileName());
     std::int64_t id = writing->firstInMemory;
     for (const Bytes& blob : writing->memory) {
         insert.bind(1, id++).bind(2, ByteSpan(blob));
