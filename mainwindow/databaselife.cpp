@@ -100,17 +100,23 @@ void MainWindow::replaceDatabase(const QString& fileName,
 void MainWindow::checkFile() {
     common::guarded(this, [this] {
         const auto state = m_session.fileState();
-        if (!m_session.database || state == DatabaseSession::FileState::AS_OPENED)
+        const bool overwritten =
+            state == DatabaseSession::FileState::AS_OPENED && m_session.isOverwritten();
+        if (!m_session.database || (state == DatabaseSession::FileState::AS_OPENED && !overwritten))
             return;
         updateStatus();
-        const bool replaced = state == DatabaseSession::FileState::REPLACED;
+        const bool replaced = overwritten || state == DatabaseSession::FileState::REPLACED;
         const bool pending = isPending();
         QString text =
-            QString(replaced ? "\"%0\" was replaced by another file since it was opened.\n"
-                             : "\"%0\" was deleted or renamed since it was opened.\n")
+            QString(overwritten ? "\"%0\" was written over with another database since it was "
+                                  "opened.\nWhat was opened is not there any more.\n"
+                    : replaced  ? "\"%0\" was replaced by another file since it was opened.\n"
+                                : "\"%0\" was deleted or renamed since it was opened.\n")
                 .arg(m_session.fileName);
-        text +=
-            "What the window shows is as it was; it can be read and exported, but not changed.\n";
+        if (!overwritten)
+            text +=
+                "What the window shows is as it was; it can be read and exported, but not "
+                "changed.\n";
         if (pending)
             text +=
                 "The pending transaction can only be committed once the file is back in its "

@@ -15,6 +15,10 @@ struct DatabaseSession {
     // What became of the file under the name of the open database. GONE also where it can't be
     // looked at. A look at the folder, no more: cheap.
     FileState fileState() const;
+    // Whether the file is the one that was opened, but was written over with another database. Asks
+    // the library, which tells it by its error; a pending transaction hides it until it is
+    // committed.
+    bool isOverwritten() const;
 
     tarvo::qrb::Context context{"TRACE", ""};
     std::shared_ptr<tarvo::qrb::Pointcloud> database;  // null: none is open

@@ -171,7 +171,8 @@ std::vector<std::uint32_t> TransactionsPanel::selectedIds() {
 }
 
 bool TransactionsPanel::canChangeFile() {
-    if (database() && m_session.fileState() == DatabaseSession::FileState::AS_OPENED)
+    if (database() && m_session.fileState() == DatabaseSession::FileState::AS_OPENED &&
+        !m_session.isOverwritten())
         return true;
     emit fileLost();
     return false;

@@ -82,6 +82,7 @@ private slots:
     void switchOfTheLibraryWaitsOrIsTakenBack();
     void replacedFileIsNoticed_data();
     void replacedFileIsNoticed();
+    void fileThatIsWrittenOverIsNoticed();
     void deletedFileIsNoticed();
     void copyOfADeletedFileCanBeSaved();
     void pendingTransactionOfALostFileIsNotDroppedUnasked();
@@ -407,6 +408,26 @@ void LifetimeTest::replacedFileIsNoticed() {
     QVERIFY(field(*m_window, "editDatabaseSize").contains(" B)"));
     QCOMPARE(status(*m_window), m_file);
     QVERIFY(!m_window->findChild<QAction*>("actionQuerySelectCancel")->isEnabled());
+    begin(*m_window);
+}
+
+// As by a copy onto it: the same file with other contents.
+void LifetimeTest::fileThatIsWrittenOverIsNoticed() {
+    m_window->openDatabase(m_file, true);
+    const QString uuid = field(*m_window, "editDatabaseUUID");
+    QFile from(m_other);
+    QFile onto(m_file);
+    QVERIFY(from.open(QIODevice::ReadOnly) &&
+            onto.open(QIODevice::WriteOnly | QIODevice::Truncate) &&
+            onto.write(from.readAll()) == from.size());
+    onto.close();
+    const QStringList begun = trigger(*m_window, "actionTransactionBegin", {no});
+    QVERIFY2(begun.value(0).contains("was written over with another database"),
+             qUtf8Printable(begun.value(0)));
+    QVERIFY(!isPending(*m_window));
+    trigger(*m_window, "actionReload", {yes});
+    QVERIFY(field(*m_window, "editDatabaseUUID") != uuid);
+    QCOMPARE(field(*m_window, "editPointsTotal"), "2,500");
     begin(*m_window);
 }
 
