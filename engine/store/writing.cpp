@@ -38,8 +38,8 @@ std::string randomToken() {
 
 [[noreturn]] void throwNoRoom(const std::string& details) {
     throw Failure(ErrorCode::File,
-                  "The disk is so full that not even space can be given back. Free about one "
-                  "megabyte of it first; nothing is lost.",
+                  "The disk takes nothing more, not even what giving space back needs. Free about "
+                  "one megabyte of it first, or have it checked; nothing is lost.",
                   details);
 }
 
