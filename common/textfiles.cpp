@@ -5,7 +5,6 @@
 #include "qrb/error.h"
 
 #include <QFile>
-#include <QFileInfo>
 
 namespace tarvo::common {
 
@@ -32,10 +31,6 @@ std::string readFile(const QString& fileName, const char* failed) {
 std::unique_ptr<files::WholeFile> openOutput(const QString& fileName, const char* failed,
                                              const std::vector<std::string>& reads) {
     copy::checkOutputPlace(qrb::Context("OFF", ""), fileName.toStdString(), reads);
-    // It would be replaced, protected or not.
-    const QFileInfo there(fileName);
-    if (there.exists() && !there.isWritable())
-        fail(failed, fileName, "The file is write-protected.");
     try {
         return std::make_unique<files::WholeFile>(fileName.toStdString());
     } catch (const files::FileError& error) {

@@ -146,31 +146,36 @@ std::string stemOf(const std::string& fileName) {
     return stem;
 }
 
+// The number that stands behind a prefix, and in `rest` what follows; 0 where there is none.
+long numberBehind(const std::string& prefix, const std::string& name, std::string_view& rest) {
+    if (!name.starts_with(prefix))
+        return 0;
+    long number = 0;
+    const char* const end = name.data() + name.size();
+    const auto [next, error] = std::from_chars(name.data() + prefix.size(), end, number);
+    rest = {next, end};
+    return error == std::errc() && number > 0 ? number : 0;
+}
+
 // The process that a temporary name tells; 0 where it is none of this file and machine.
 long processOf(const std::string& name, const std::string& prefix) {
-    if (name.compare(0, prefix.size(), prefix) != 0)
-        return 0;
-    long process = 0;
-    const char* const end = name.data() + name.size();
-    const auto [next, error] = std::from_chars(name.data() + prefix.size(), end, process);
-    return error == std::errc() && next != end && *next == '-' && process > 0 ? process : 0;
+    std::string_view rest;
+    const long process = numberBehind(prefix, name, rest);
+    return rest.starts_with('-') ? process : 0;
 }
 
 // The same for names of the first release, "NAME.new-PROCESS", which tell no machine: only files
 // that nobody has written for a while.
 long formerProcessOf(const fs::path& file, const std::string& prefix) {
     const std::string name = nameOf(file.filename());
-    if (name.compare(0, prefix.size(), prefix) != 0)
-        return 0;
-    long process = 0;
-    const char* const end = name.data() + name.size();
-    const auto [next, error] = std::from_chars(name.data() + prefix.size(), end, process);
-    if (error != std::errc() || (next != end && std::string_view(next, end) != "-journal"))
+    std::string_view rest;
+    const long process = numberBehind(prefix, name, rest);
+    if (process == 0 || (!rest.empty() && rest != "-journal"))
         return 0;
     std::error_code unknown;
     const auto written = fs::last_write_time(file, unknown);
     const bool rests = !unknown && fs::file_time_type::clock::now() - written > longestPause;
-    return rests && process > 0 ? process : 0;
+    return rests ? process : 0;
 }
 
 // Removes the regular files beside `fileName` that the function accepts.

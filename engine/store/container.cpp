@@ -94,6 +94,20 @@ void fillNewFile(const std::string& fileName, std::string_view identity,
     connection.run("COMMIT");
 }
 
+// The container's state of one moment, for several reads under the mutex.
+class Moment {
+public:
+    explicit Moment(Connection& connection) : m_connection(connection) {
+        m_connection.run("BEGIN");
+    }
+    ~Moment() { sqlite3_exec(m_connection.handle, "COMMIT", nullptr, nullptr, nullptr); }
+    Moment(const Moment&) = delete;
+    Moment& operator=(const Moment&) = delete;
+
+private:
+    Connection& m_connection;
+};
+
 }  // namespace
 
 std::string containerVersion() {
@@ -200,24 +214,6 @@ bool Container::hasMoved() {
     const std::lock_guard guard(m->mutex);
     return m->connection->hasMoved();
 }
-
-namespace {
-
-// The container's state of one moment, for several reads under the mutex.
-class Moment {
-public:
-    explicit Moment(Connection& connection) : m_connection(connection) {
-        m_connection.run("BEGIN");
-    }
-    ~Moment() { sqlite3_exec(m_connection.handle, "COMMIT", nullptr, nullptr, nullptr); }
-    Moment(const Moment&) = delete;
-    Moment& operator=(const Moment&) = delete;
-
-private:
-    Connection& m_connection;
-};
-
-}  // namespace
 
 std::vector<std::uint32_t> Container::transactions() {
     const std::lock_guard guard(m->mutex);

@@ -2,15 +2,11 @@
 #include "copy/databasecopy.h"
 #include "copy/newdatabase.h"
 #include "copy/outputplace.h"
+#include "tests/engine/killedwriter.h"
 #include "tests/files/foldersyncs.h"
 #include "tests/qrb/library.h"
 
-#include <sqlite3.h>
-
-#include <sys/wait.h>
-#include <unistd.h>
 #include <cmath>
-#include <csignal>
 #include <fstream>
 #include <map>
 #include <set>
@@ -240,6 +236,7 @@ TEST_F(NewDatabases, ReplaceNothingButDatabases) {
     }
     EXPECT_EQ(std::filesystem::file_size(file("there")), 4u);
     failure([&] { copy::NewDatabase(m_context, "", true); }, 0);
+    EXPECT_NE(refusal(std::string(250, 'x'), true).find("too long"), std::string::npos);
 
     make("a.qrbx", true);
     const std::string first = uuid("a.qrbx");
@@ -309,17 +306,7 @@ TEST_F(NewDatabases, AreNotDamagedByTheJournalOfAnOldOne) {
     for (const bool removed : {true, false}) {
         make("a.qrbx", true);
         const std::string old = file("a.qrbx");
-        const pid_t child = ::fork();
-        if (child == 0) {
-            sqlite3* handle = nullptr;
-            sqlite3_open(old.c_str(), &handle);
-            sqlite3_exec(handle,
-                         "PRAGMA cache_size=5; BEGIN; UPDATE blob SET data = randomblob(20000); "
-                         "INSERT INTO blob VALUES(1000, randomblob(3000000))",
-                         nullptr, nullptr, nullptr);
-            ::raise(SIGKILL);
-        }
-        ::waitpid(child, nullptr, 0);
+        tarvo::testing::leaveJournal(old);
         ASSERT_TRUE(names().contains("a.qrbx-journal"));
         if (removed)
             std::filesystem::remove(old);
@@ -359,6 +346,9 @@ TEST_F(NewDatabases, NoOutputTakesThePlaceOfADatabaseOrAnInput) {
     }
     for (const char* const name : {"input.csv", "link.csv"})
         failure([&] { copy::checkOutputPlace(m_context, file(name), {input}); }, 0);
+    EXPECT_NE(failure([&] { copy::checkOutputPlace(m_context, file("a.qrbx-journal")); }, 0)
+                  .find("belongs to a database"),
+              std::string::npos);
     const std::string scan = write("scan.las", std::string("LASF") + std::string(400, '\0'));
     EXPECT_NE(failure([&] { copy::checkOutputPlace(m_context, scan); }, 0).find("is a scan"),
               std::string::npos);

@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <map>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -69,6 +70,15 @@ inline session::CreateSettings settings(std::uint32_t chunkMode, std::uint32_t c
 
 inline std::vector<schema::AttributeRecord> amplitudeOnly() {
     return {record("amplitude", 0, 65535)};
+}
+
+inline std::vector<Point> somePoints(std::size_t count, std::uint32_t seed) {
+    std::mt19937 random(seed);
+    std::vector<Point> points(count);
+    for (Point& p : points)
+        p = {static_cast<double>(random() % 2000) - 1000, static_cast<double>(random() % 100),
+             static_cast<double>(random() % 100) / 8, static_cast<std::uint16_t>(random() % 9000)};
+    return points;
 }
 
 inline void insert(session::Session& session, std::vector<Point> points) {

@@ -14,15 +14,6 @@ namespace {
 
 using namespace testing;
 
-std::vector<Point> somePoints(std::size_t count, std::uint32_t seed) {
-    std::mt19937 random(seed);
-    std::vector<Point> points(count);
-    for (Point& p : points)
-        p = {static_cast<double>(random() % 2000) - 1000, static_cast<double>(random() % 100),
-             static_cast<double>(random() % 100) / 8, static_cast<std::uint16_t>(random() % 9000)};
-    return points;
-}
-
 std::vector<char> contents(const std::string& file) {
     std::ifstream in(file, std::ios::binary);
     return {std::istreambuf_iterator<char>(in), {}};

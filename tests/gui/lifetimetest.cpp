@@ -83,6 +83,7 @@ private slots:
     void replacedFileIsNoticed_data();
     void replacedFileIsNoticed();
     void fileThatIsWrittenOverIsNoticed();
+    void returnLosesNothing();
     void deletedFileIsNoticed();
     void copyOfADeletedFileCanBeSaved();
     void pendingTransactionOfALostFileIsNotDroppedUnasked();
@@ -409,6 +410,30 @@ void LifetimeTest::replacedFileIsNoticed() {
     QCOMPARE(status(*m_window), m_file);
     QVERIFY(!m_window->findChild<QAction*>("actionQuerySelectCancel")->isEnabled());
     begin(*m_window);
+}
+
+void LifetimeTest::returnLosesNothing() {
+    m_window->openDatabase(m_file, true);
+    const Step inAHurry = [](QDialog* dialog) { QTest::keyClick(dialog, Qt::Key_Return); };
+    const auto transactions = [this] {
+        return m_window->session().database->transactions().list();
+    };
+    for (int i = 0; i < 2; ++i) {
+        begin(*m_window);
+        m_window->session().database->transactions().commit({});
+        m_window->refreshPanels();
+    }
+    const auto all = transactions();
+    trigger(*m_window, "actionManagementFinalize", {inAHurry});
+    QCOMPARE(transactions(), all);
+    begin(*m_window);
+    trigger(*m_window, "actionTransactionRollback", {inAHurry});
+    QVERIFY(isPending(*m_window));
+    // Asked before there is a dialog for a new file, and before there is one.
+    const QStringList texts = trigger(*m_window, "actionNew", {inAHurry});
+    QVERIFY2(texts.value(0).startsWith("A transaction is pending in "),
+             qUtf8Printable(texts.value(0)));
+    QVERIFY(isPending(*m_window));
 }
 
 // As by a copy onto it: the same file with other contents.

@@ -3,6 +3,7 @@
 #include "tests/qrb/library.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <functional>
 #include <stdexcept>
 #include <string>
@@ -486,6 +487,18 @@ TEST_F(StaleHandles, OfADeletedContextGoWithItAndReleaseTheirLocks) {
     // A record stands alone.
     EXPECT_EQ(t.qrb_pointcloud_point_attribute_set_length_cf(attribute, 2), nullptr);
     EXPECT_EQ(t.qrb_pointcloud_point_attribute_delete_cf(attribute), nullptr);
+}
+
+// What was not deleted goes when the process ends, whatever of the library has gone before it.
+TEST_F(StaleHandles, OfAProcessThatEndsReleaseTheirLocks) {
+    EXPECT_EXIT(
+        {
+            begin(cloud);
+            insert(10);
+            std::exit(0);
+        },
+        testing::ExitedWithCode(0), "");
+    EXPECT_FALSE(writerLocked());
 }
 
 TEST_F(StaleHandles, RecordsAreUsedBySeveralThreadsAtOnce) {

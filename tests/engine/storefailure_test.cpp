@@ -1,0 +1,241 @@
+// Writing that has to wait, finds no room or fails: nothing is lost.
+#include "tests/engine/smalldisk.h"
+#include "tests/engine/store.h"
+
+#include "engine/query/commit.h"
+
+#include <sys/resource.h>
+#include <csignal>
+#include <optional>
+
+namespace tarvo::engine {
+namespace {
+
+using namespace testing;
+
+TEST_F(Store, StaysPendingWhileAReaderOfAnotherProcessHoldsTheFile) {
+    OtherProcess reader([&](const auto& pause) {
+        session::Session session(m_file, {}, "test");
+        const store::Container::ReadScope scope(session.container());
+        (void)session.rootNode(*session.state());  // the file is read, and stays so
+        pause();
+        return 0;
+    });
+    reader.untilPause();
+    store::Container container(m_file);
+    container.beginWriting();  // needs nobody's leave
+    std::vector<BlobRef> blobs;
+    int asked = 0;
+    {
+        const store::Container::Waiting waiting(container, [&] { return ++asked < 3; });
+        EXPECT_EQ(outcomeOf([&] {
+                      for (std::uint32_t i = 0; i < 20; ++i)
+                          blobs.push_back(container.add(noise(megabyte, i)));
+                  }).code,
+                  ErrorCode::Cancelled);
+        EXPECT_EQ(asked, 3);
+        EXPECT_EQ(outcomeOf([&] { container.publish(3, container.root(2)); }).code,
+                  ErrorCode::Cancelled);
+    }
+    EXPECT_GE(blobs.size(), 16u);
+    for (std::size_t i = 0; i < blobs.size(); ++i)
+        EXPECT_EQ(container.read(blobs[i], "a blob"),
+                  noise(megabyte, static_cast<std::uint32_t>(i)));
+    container.abandon();
+
+    session::Session session(m_file, {}, "test");
+    session.begin("patient", "test", "", "");
+    insert(session, somePoints(100, 5));
+    const Outcome cancelled = outcomeOf([&] { session.commit([&](int) { return ++asked < 9; }); });
+    EXPECT_EQ(cancelled.code, ErrorCode::Cancelled) << cancelled.text;
+    EXPECT_TRUE(session.pending());
+    reader.go();
+    EXPECT_EQ(reader.wait(), 0);
+    session.commit();
+    EXPECT_EQ(readAll(session).size(), m_before.size() + 100);
+}
+
+TEST_F(Store, WaitsForAReaderAsLongAsProgressSaysGoOn) {
+    std::optional<OtherProcess> reader;
+    reader.emplace([&](const auto& pause) {
+        session::Session session(m_file, {}, "test");
+        const store::Container::ReadScope scope(session.container());
+        (void)session.rootNode(*session.state());
+        pause();
+        return 0;
+    });
+    reader->untilPause();
+    session::Session session(m_file, {}, "test");
+    session.begin("patient", "test", "", "");
+    session.setMetaData("patience", "1");
+    int asked = 0;
+    session.commit([&](int) {
+        if (++asked == 8)
+            reader->go();
+        return true;
+    });
+    EXPECT_GE(asked, 8);
+    EXPECT_EQ(session.metaData("patience"), "1");
+}
+
+TEST_F(Store, AsksProgressWhereverItWaits) {
+    OtherProcess reader([&](const auto& pause) {
+        session::Session session(m_file, {}, "test");
+        const store::Container::ReadScope scope(session.container());
+        (void)session.rootNode(*session.state());
+        pause();
+        return 0;
+    });
+    reader.untilPause();
+    session::Session session(m_file, {}, "test");
+    int asked = 0;
+    // A clean-up, and a commit that writes a batch before it publishes.
+    EXPECT_EQ(outcomeOf([&] { session.vacuum([&](int) { return ++asked < 5; }); }).code,
+              ErrorCode::Cancelled);
+    session.begin("large", "test", "", "");
+    for (int i = 0; i < 16; ++i)
+        session.setMetaData("item" + std::to_string(i), std::string(megabyte, 'x'));
+    asked = 0;
+    EXPECT_EQ(outcomeOf([&] { query::commit(session, [&](int) { return ++asked < 12; }); }).code,
+              ErrorCode::Cancelled);
+    EXPECT_EQ(asked, 12);
+    EXPECT_TRUE(session.pending());
+    reader.go();
+    EXPECT_EQ(reader.wait(), 0);
+    query::commit(session);
+    EXPECT_EQ(session.metaData("item15").size(), megabyte);
+}
+
+TEST_F(Store, LosesNothingOfATransactionWhenWritingFails) {
+    OtherProcess child([&](const auto&) {
+        std::signal(SIGXFSZ, SIG_IGN);
+        session::Session session(m_file, {}, "test");
+        session.begin("later", "test", "", "");
+        insert(session, somePoints(20'000, 7));
+        const Points inMemory = readAll(session);
+        const rlimit small{100'000, RLIM_INFINITY};
+        ::setrlimit(RLIMIT_FSIZE, &small);
+        for (int i = 0; i < 3; ++i)
+            if (outcomeOf([&] { query::commit(session); }).code != ErrorCode::File ||
+                !session.pending())
+                return 1;
+        if (readAll(session) != inMemory)
+            return 2;
+        const rlimit large{RLIM_INFINITY, RLIM_INFINITY};
+        ::setrlimit(RLIMIT_FSIZE, &large);
+        query::commit(session);
+        return readAll(session) == inMemory ? 0 : 3;
+    });
+    EXPECT_EQ(child.wait(), 0);
+    session::Session session(m_file, {}, "test");
+    EXPECT_EQ(readAll(session).size(), m_before.size() + 20'000);
+}
+
+TEST_F(Store, LosesNoPointsWhenThereIsNoRoomToSortThem) {
+    OtherProcess child([&](const auto&) {
+        std::signal(SIGXFSZ, SIG_IGN);
+        session::Session session(m_file, session::OpenSettings{0}, "test");
+        session.begin("many", "test", "", "");
+        std::size_t taken = 0;
+        bool refused = false;
+        const rlimit small{100'000, RLIM_INFINITY};
+        ::setrlimit(RLIMIT_FSIZE, &small);
+        for (std::uint32_t i = 0; i < 40; ++i) {
+            const auto batch = somePoints(20'000, i);
+            while (outcomeOf([&] { insert(session, batch); }).code == ErrorCode::File) {
+                refused = true;  // nothing of the batch was taken: it can be given again
+                const rlimit large{RLIM_INFINITY, RLIM_INFINITY};
+                ::setrlimit(RLIMIT_FSIZE, &large);
+            }
+            taken += batch.size();
+        }
+        query::commit(session);
+        return refused && readAll(session).size() == m_before.size() + taken ? 0 : 1;
+    });
+    EXPECT_EQ(child.wait(), 0);
+    session::Session session(m_file, {}, "test");
+    EXPECT_EQ(readAll(session).size(), m_before.size() + 40 * 20'000);
+}
+
+TEST_F(Store, CleansUpOnADiskThatIsFull) {
+    {
+        session::Session session(m_file, {}, "test");
+        for (std::uint32_t i = 0; i < 6; ++i)
+            commitPoints(session, somePoints(30'000, i));
+        session.restore(2);
+        session.finalize();
+    }
+    const auto before = static_cast<std::int64_t>(std::filesystem::file_size(m_file));
+    {
+        const SmallDisk disk(20'000);
+        session::Session session(m_file, {}, "test");
+        const Outcome outcome = outcomeOf([&] { session.vacuum(); });
+        EXPECT_EQ(outcome.code, ErrorCode::File);
+        EXPECT_NE(outcome.text.find("Free about one"), std::string::npos) << outcome.text;
+    }
+    {
+        const SmallDisk disk(400'000);
+        session::Session session(m_file, {}, "test");
+        session.vacuum();
+        EXPECT_GT(disk.room(), before / 2);
+    }
+    EXPECT_LT(std::filesystem::file_size(m_file), static_cast<std::uintmax_t>(before / 4));
+    expectUnchanged();
+}
+
+TEST_F(Store, NeedsNoRoomForWhatItDeletes) {
+    {
+        session::Session session(m_file, {}, "test");
+        session.begin("large", "test", "", "");
+        session.setMetaData("large", std::string(20 * megabyte, 'x'));
+        session.commit();
+        session.restore(2);
+        session.finalize();
+    }
+    const SmallDisk disk(400'000);
+    session::Session session(m_file, {}, "test");
+    session.vacuum();
+    EXPECT_LT(std::filesystem::file_size(m_file), megabyte);
+    EXPECT_EQ(readAll(session), m_before);
+}
+
+TEST_F(Store, ReportsNothingAfterItHasPublished) {
+    session::Session session(m_file, {}, "test");
+    session.begin("done", "test", "", "");
+    session.setMetaData("done", "1");
+    session.commit([](int percent) { return percent < 100; });
+    EXPECT_FALSE(session.pending());
+    EXPECT_EQ(session.current(), 3u);
+}
+
+TEST_F(Store, RefusesTextsThatCouldNotBeReadAgain) {
+    session::Session session(m_file, {}, "test");
+    const std::string large(300 * megabyte, 'x');
+    EXPECT_EQ(outcomeOf([&] { session.begin("t", "a", large, ""); }).code, ErrorCode::Argument);
+    EXPECT_EQ(outcomeOf([&] { session.begin("t", "a", "", large); }).code, ErrorCode::Argument);
+    EXPECT_EQ(outcomeOf([&] { session.begin(large, "a", "", ""); }).code, ErrorCode::Argument);
+    // The largest that is taken, of characters that need most room, can be read.
+    const std::string hard(16 * megabyte, '\1');
+    session.begin("t", "a", hard, hard);
+    session.commit();
+    session::Session again(m_file, {}, "test");
+    EXPECT_EQ(again.details(3).settings.size(), hard.size());
+    EXPECT_GT(again.changelog().size(), 16 * megabyte);
+}
+
+TEST_F(Store, LeavesNoFileWhenACreationFails) {
+    session::CreateSettings bad = settings(1, 200);
+    bad.primaryAttribute.lodSettings = "{\"method\": \"no such method\"}";
+    const std::string file = m_folder.file("b.qrbx");
+    EXPECT_THROW(session::Session::create(file, bad, "test"), Failure);
+    EXPECT_FALSE(std::filesystem::exists(file));
+    {
+        const SmallDisk disk(10'000);
+        EXPECT_EQ(outcomeOf([&] { session::Session::create(file, settings(1, 9), "test"); }).code,
+                  ErrorCode::File);
+    }
+    EXPECT_EQ(m_folder.entries(), 1u) << m_folder.names();
+}
+
+}  // namespace
+}  // namespace tarvo::engine
