@@ -1,0 +1,20 @@
+// What the databases and other files of a folder hold, for comparing.
+#pragma once
+
+#include <string>
+
+namespace tarvo::trial {
+
+// What the database holds, all of it that can be told through the layer: transactions, metadata,
+// changelog, attributes and points of the current state; and whether a reading of all kept states
+// finds a fault. Begins with a line for people. The library must be loaded; throws qrb::Error.
+std::string contentsOfDatabase(const std::string& file);
+
+// The same of all databases in a folder, and the bytes of its other files; an error's text in place
+// of what can't be read. Journals and files that are still being written don't count.
+std::string contentsOf(const std::string& folder);
+
+// Adds points and commits them. Throws qrb::Error.
+void addPoints(const std::string& file);
+
+}  // namespace tarvo::trial
