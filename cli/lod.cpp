@@ -29,10 +29,7 @@ std::string modeName(std::uint32_t mode) {
     return mode == thinout ? "thinout" : mode == combine ? "combine" : std::to_string(mode);
 }
 
-void showLod(const Database& database, const LodOptions& options) {
-    const auto& management = database.cloud().management();
-    const std::uint32_t mode = management.getLodMode();
-    const std::uint32_t size = management.getChunkSizeLOD();
+void tellLod(std::uint32_t mode, std::uint32_t size, const LodOptions& options) {
     if (options.json) {
         JsonText json;
         json.beginObject();
@@ -48,7 +45,14 @@ void showLod(const Database& database, const LodOptions& options) {
                                              : std::to_string(size)));
 }
 
-void changeLod(Database& database, std::uint32_t mode, std::uint32_t size) {
+void showLod(const Database& database, const LodOptions& options) {
+    const auto& management = database.cloud().management();
+    tellLod(management.getLodMode(), management.getChunkSizeLOD(), options);
+}
+
+// What is told at the end needs no reading that could fail after the commit.
+void changeLod(Database& database, std::uint32_t mode, std::uint32_t size,
+               const LodOptions& options) {
     const std::string modeText = std::to_string(mode);
     const std::string sizeText = std::to_string(size);
     database.change({"Update LOD", "LOD mode: " + modeText + "\nLOD size: " + sizeText,
@@ -58,6 +62,7 @@ void changeLod(Database& database, std::uint32_t mode, std::uint32_t size) {
                         management.setLodMode(mode);
                         management.setChunkSizeLOD(size);
                     });
+    tellLod(mode, size, options);
 }
 
 void setLod(Database& database, const LodOptions& options) {
@@ -65,13 +70,11 @@ void setLod(Database& database, const LodOptions& options) {
     const std::uint32_t mode = options.mode.empty()        ? management.getLodMode()
                                : options.mode == "combine" ? combine
                                                            : thinout;
-    changeLod(database, mode, options.size.value_or(management.getChunkSizeLOD()));
-    showLod(database, options);
+    changeLod(database, mode, options.size.value_or(management.getChunkSizeLOD()), options);
 }
 
 void turnLodOff(Database& database, const LodOptions& options) {
-    changeLod(database, database.cloud().management().getLodMode(), 0);
-    showLod(database, options);
+    changeLod(database, database.cloud().management().getLodMode(), 0, options);
 }
 
 }  // namespace

@@ -139,6 +139,8 @@ bool Container::recognises(const std::string& fileName) {
     for (int flags : {SQLITE_OPEN_READONLY, SQLITE_OPEN_READWRITE}) {
         try {
             return Connection(fileName, flags).hasOurHeader();
+        } catch (const DiskError&) {
+            throw;
         } catch (const Failure& failure) {
             // Only a database is in use by another program, or damaged behind its header.
             if (failure.code() == ErrorCode::Busy || failure.code() == ErrorCode::Damaged)

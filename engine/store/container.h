@@ -44,7 +44,8 @@ public:
     static void create(const std::string& fileName, std::string_view identity,
                        const std::function<std::string(const AddBlob& add)>& fill);
 
-    // Whether the file exists and is such a container; never throws for other files.
+    // Whether the file exists and is such a container; never throws for other files. Throws
+    // Failure(File) where the disk can't tell.
     static bool recognises(const std::string& fileName);
 
     // Opens for reading and, where the place allows, writing.

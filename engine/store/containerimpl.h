@@ -75,6 +75,8 @@ struct Container::Impl {
     void forgetMemory();
     void flush();
     bool isPublished(std::uint32_t id, std::string_view root);
+    // Throws Failure(File) where a power cut may still undo what is in the file.
+    void requireSynced();
 
     std::unique_ptr<Connection> connection;
     std::string identity;  // of the database that was opened

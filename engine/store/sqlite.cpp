@@ -2,9 +2,28 @@
 
 #include "engine/store/writerlock.h"
 
+#include <cerrno>
 #include <new>
 
 namespace tarvo::engine::store {
+
+namespace {
+
+[[noreturn]] void throwDiskError(const std::string& details) {
+    throw DiskError(
+        ErrorCode::File,
+        "Reading or writing the file failed. What was committed is safe; check the disk.", details);
+}
+
+// The container takes pages that the disk can't read for damaged ones.
+bool isReadError(sqlite3* database) {
+    int error = 0;
+    return database &&
+           sqlite3_file_control(database, "main", SQLITE_FCNTL_LAST_ERRNO, &error) == SQLITE_OK &&
+           (error == EIO || error == ENXIO || error == ERANGE);
+}
+
+}  // namespace
 
 void throwSqlite(sqlite3* database, int result, const std::string& fileName) {
     std::string details = "File: " + fileName + "\n";
@@ -40,9 +59,13 @@ void throwSqlite(sqlite3* database, int result, const std::string& fileName) {
         case SQLITE_NOTADB:
             throw Failure(ErrorCode::Format, "The file is not a point-cloud database.", details);
         case SQLITE_CORRUPT:
+            if (isReadError(database))
+                throwDiskError(details);
             throw Failure(ErrorCode::Damaged, "The file is damaged. Restore it from a backup.",
                           details);
         case SQLITE_CANTOPEN:
+            if (database && sqlite3_system_errno(database) == EIO)
+                throwDiskError(details);
             throw Failure(ErrorCode::File, "The file can't be opened.", details);
         case SQLITE_NOMEM:
             throw Failure(ErrorCode::Memory, "Out of memory.", details);
@@ -54,10 +77,7 @@ void throwSqlite(sqlite3* database, int result, const std::string& fileName) {
                     "size of files be reached. What was committed is safe: free some space "
                     "and try again.",
                     details);
-            throw Failure(ErrorCode::File,
-                          "Reading or writing the file failed. What was committed "
-                          "is safe; check the disk.",
-                          details);
+            throwDiskError(details);
         default:
             throw Failure(ErrorCode::File, "The file can't be read or written.", details);
     }

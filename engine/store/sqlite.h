@@ -19,6 +19,12 @@ public:
     using Failure::Failure;
 };
 
+// The disk does not give or take what it should.
+class DiskError : public Failure {
+public:
+    using Failure::Failure;
+};
+
 // Throws the Failure that a result code of the container means.
 [[noreturn]] void throwSqlite(sqlite3* database, int result, const std::string& fileName);
 

@@ -1,6 +1,9 @@
 // Container: all that changes a file.
 #include "engine/store/containerimpl.h"
 
+#include "files/error.h"
+#include "files/place.h"
+
 #include <algorithm>
 #include <chrono>
 #include <random>
@@ -64,8 +67,28 @@ Container::Impl::Change::~Change() {
 }
 
 void Container::Impl::Change::commit() {
-    m_impl.connection->run("COMMIT");
+    try {
+        m_impl.connection->run("COMMIT");
+    } catch (...) {
+        // The change is in the file then, but a power cut may bring the journal back that undoes
+        // it.
+        if (sqlite3_extended_errcode(m_impl.connection->handle) != SQLITE_IOERR_DIR_FSYNC)
+            throw;
+        m_impl.requireSynced();
+    }
     m_committed = true;
+}
+
+void Container::Impl::requireSynced() {
+    try {
+        files::syncFolderOf(connection->path);
+    } catch (const files::FileError& error) {
+        throw Failure(ErrorCode::File,
+                      "The change is in the file, but the file's folder could not be synced: the "
+                      "disk may be failing.",
+                      "Until it is well again a power cut may undo the change.\n" +
+                          std::string(error.what()));
+    }
 }
 
 Container::Waiting::Waiting(Container& container, std::function<bool()> goOn)
@@ -301,6 +324,7 @@ void Container::publish(std::uint32_t id, std::string_view root) {
     } catch (...) {
         if (!m->isPublished(id, root))
             throw;
+        m->requireSynced();
     }
     const std::lock_guard guard(m->mutex);
     m->writing.reset();

@@ -166,4 +166,9 @@ void clear(const std::string& folder) {
         fs::remove_all(entry.path());
 }
 
+void copyFolder(const std::string& from, const std::string& to) {
+    clear(to);
+    fs::copy(from, to);
+}
+
 }  // namespace tarvo::trial

@@ -39,5 +39,7 @@ private:
 
 // Removes everything in a folder.
 void clear(const std::string& folder);
+// Makes a folder hold what another one does.
+void copyFolder(const std::string& from, const std::string& to);
 
 }  // namespace tarvo::trial

@@ -10,6 +10,7 @@
 #include <fstream>
 #include <functional>
 #include <iterator>
+#include <regex>
 #include <set>
 #include <vector>
 
@@ -60,6 +61,12 @@ std::string textOf(const fs::path& file) {
     return {std::istreambuf_iterator<char>(stream), {}};
 }
 
+// The changelog tells when each transaction was.
+std::string withoutDates(const std::string& text) {
+    static const std::regex date("20[0-9-]+[T ][0-9:.]+");
+    return std::regex_replace(text, date, "");
+}
+
 }  // namespace
 
 std::string contentsOfDatabase(const std::string& file) {
@@ -71,8 +78,7 @@ std::string contentsOfDatabase(const std::string& file) {
     for (const std::uint32_t id : cloud.transactions().list()) {
         result += " " + std::to_string(id);
         const qrb::pointcloud::Transaction details = cloud.transactions().details(id);
-        summary.add(details.title + details.comments + details.settings + details.start +
-                    details.stop);
+        summary.add(details.title + details.comments + details.settings);
     }
     for (const std::string& name : cloud.metaData().list())
         summary.add(name + "=" + cloud.metaData().get(name));
@@ -95,7 +101,7 @@ std::string contentsOf(const std::string& folder) {
         result += name + ": ";
         if (!name.ends_with(".qrbx")) {
             Summary bytes;
-            bytes.add(textOf(file));
+            bytes.add(withoutDates(textOf(file)));
             result += bytes.text();
         } else {
             try {

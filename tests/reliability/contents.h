@@ -5,9 +5,8 @@
 
 namespace tarvo::trial {
 
-// What the database holds, all of it that can be told through the layer: transactions, metadata,
-// changelog, attributes and points of the current state; and whether a reading of all kept states
-// finds a fault. Begins with a line for people. The library must be loaded; throws qrb::Error.
+// What the database holds, but for times: transactions, metadata, attributes and points of the
+// current state. Begins with a line for people. The library must be loaded; throws qrb::Error.
 std::string contentsOfDatabase(const std::string& file);
 
 // The same of all databases in a folder, and the bytes of its other files; an error's text in place

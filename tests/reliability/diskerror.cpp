@@ -1,0 +1,135 @@
+// Disks that fail: any call of what people do with databases goes wrong, once or with all that
+// follow, by an error or because the disk is full. The command must say so and leave what was there
+// before, and must work when the disk is well again. The control takes an error for a success.
+#include "tests/reliability/acts.h"
+#include "tests/reliability/contents.h"
+#include "tests/reliability/disk.h"
+#include "tests/reliability/trial.h"
+
+#include <cstdlib>
+#include <exception>
+#include <iostream>
+
+namespace {
+
+using namespace tarvo::trial;
+
+constexpr std::uint64_t least = 3000;
+// Of each act in a round.
+constexpr int faultsOfSmall = 50;
+constexpr int faultsOfLarge = 3;
+
+class DiskErrors {
+public:
+    explicit DiskErrors(Trial& trial)
+        : m_trial(trial),
+          m_work("diskerror"),
+          m_disk(m_work.folder("disk")),
+          m_prepared(m_work.folder("prepared")),
+          m_acts(actsIn(m_disk, m_work.folder("inputs"))) {}
+
+    std::uint64_t acts() const { return m_acts.size(); }
+    const Act& actOf(std::uint64_t round) const {
+        return m_acts[(m_trial.seed() + round) % m_acts.size()];
+    }
+    std::uint64_t harmless() const { return m_harmless; }
+
+    void tryAct(const Act& act) {
+        clear(m_disk);
+        runTools(act.before);
+        copyFolder(m_disk, m_prepared);
+        std::vector<std::string> states{contentsOf(m_disk)};
+        std::uint64_t calls = 0;
+        for (const CommandLine& step : act.steps) {
+            disk::watch(m_disk);
+            runTools({step});
+            calls += disk::calls();
+            disk::unwatch();
+            states.push_back(contentsOf(m_disk));
+        }
+        for (int i = 0; i < (act.large ? faultsOfLarge : faultsOfSmall); ++i)
+            tryFault(act, states, calls);
+    }
+
+private:
+    void tryFault(const Act& act, const std::vector<std::string>& states, std::uint64_t calls) {
+        const std::uint64_t call = 1 + m_trial.pick(calls);
+        const auto fault = m_trial.pick(2) == 0 ? disk::Fault::Error : disk::Fault::Full;
+        const bool forGood = m_trial.pick(2) == 0;
+        const std::string what = act.name + ", call " + std::to_string(call) + " of " +
+                                 std::to_string(calls) +
+                                 (fault == disk::Fault::Full ? ", disk full" : ", error") +
+                                 (forGood ? " for good" : " once");
+        copyFolder(m_prepared, m_disk);
+        disk::watch(m_disk);
+        disk::failAt(call, fault, forGood);
+        std::size_t step = 0;
+        std::string output;
+        int code = 0;
+        while (step < act.steps.size() && (code = runTool(act.steps[step], output)) == 0)
+            ++step;
+        const std::uint64_t failures = disk::failures();
+        disk::unwatch();
+        if (failures == 0)
+            return;
+        m_trial.tried();
+        if (m_trial.isControl())
+            code = 0;
+        const std::string contents = contentsOf(m_disk);
+        if (code == 0) {
+            ++m_harmless;
+            if (contents != states.back())
+                m_trial.bad(what + ": told as done, but it holds\n" + contents + "in place of\n" +
+                            states.back());
+            return;
+        }
+        if (!isClear(output))
+            m_trial.bad(what + ": no clear error: " + output);
+        // What is done but not sure to last is told so.
+        const bool told = output.find("could not be synced") != output.npos;
+        if (contents != states[step] && !(told && contents == states[step + 1])) {
+            m_trial.bad(what + ": " + output + "and it holds\n" + contents + "in place of\n" +
+                        states[step]);
+            return;
+        }
+        if (contents == states[step] && m_trial.pick(3) == 0) {
+            if (runTool(act.steps[step], output) != 0)
+                m_trial.bad(what + ", tried again: " + output);
+            else if (contentsOf(m_disk) != states[step + 1])
+                m_trial.bad(what + ", tried again it makes\n" + contentsOf(m_disk) +
+                            "in place of\n" + states[step + 1]);
+        }
+    }
+
+    // One that says what is wrong, and does not call well files damaged or the program wrong.
+    static bool isClear(const std::string& output) {
+        for (const char* const wrong : {"damaged", "nternal", "unknown", "not a point-cloud"})
+            if (output.find(wrong) != output.npos)
+                return false;
+        return output.starts_with("qrbtool: ") && output.size() > 20;
+    }
+
+    Trial& m_trial;
+    WorkFolder m_work;
+    std::string m_disk;
+    std::string m_prepared;
+    std::vector<Act> m_acts;
+    std::uint64_t m_harmless = 0;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        Trial trial("diskerror_trial", "failing calls", argc, argv);
+        DiskErrors errors(trial);
+        // Each act at least once.
+        while (trial.next(trial.round() + 1 < errors.acts() ? UINT64_MAX : least))
+            errors.tryAct(errors.actOf(trial.round()));
+        trial.note(std::to_string(errors.harmless()) + " of them did no harm");
+        return trial.finish();
+    } catch (const std::exception& error) {
+        std::cerr << error.what() << std::endl;
+        return EXIT_FAILURE;
+    }
+}
