@@ -1,0 +1,201 @@
+// Programs beside each other: two writers that know one file by different names, a vacuum, and two
+// readers that look whether what they see is whole and of one moment. Nobody may be disturbed but
+// by the words that the file is in use, and every acknowledged commit must be there in the end. The
+// control does without the writer's lock.
+#include "tests/reliability/acts.h"
+#include "tests/reliability/disk.h"
+#include "tests/reliability/processes.h"
+#include "tests/reliability/survey.h"
+#include "tests/reliability/trial.h"
+
+#include "qrb/error.h"
+#include "qrb/loader.h"
+#include "qrb/qrb.h"
+
+#include <atomic>
+#include <chrono>
+#include <cstdlib>
+#include <exception>
+#include <filesystem>
+#include <iostream>
+#include <memory>
+#include <optional>
+#include <thread>
+#include <vector>
+
+namespace {
+
+using namespace tarvo::trial;
+namespace fs = std::filesystem;
+
+constexpr auto roundTime = std::chrono::seconds(5);
+constexpr std::uint64_t rounds = 3;
+
+// Works on the file until the time is over; opens it anew now and then. What is done and what was
+// wrong goes to the standard output.
+class Neighbour {
+public:
+    Neighbour(std::string file, std::uint64_t seed) : m_file(std::move(file)), m_random(seed) {}
+
+    template <typename Work>
+    void run(Work work) {
+        const auto end = std::chrono::steady_clock::now() + roundTime;
+        std::optional<Survey> survey;
+        while (std::chrono::steady_clock::now() < end) {
+            try {
+                if (!survey)
+                    survey.emplace(m_file);
+                work(*survey);
+                if (m_random() % 8 == 0)
+                    survey.reset();
+            } catch (const tarvo::qrb::Error& error) {
+                if (error.code() == QRB_ERROR_BUSY)
+                    std::cout << "busy" << std::endl;
+                else
+                    std::cout << "wrong: " << error.what() << " " << error.details() << std::endl;
+                survey.reset();
+            }
+        }
+    }
+
+    void write(std::uint32_t firstGroup) {
+        run([&, group = firstGroup](Survey& survey) mutable {
+            auto& transactions = survey.cloud().transactions();
+            tarvo::qrb::pointcloud::TransactionGuard guard(transactions, "group", "trial");
+            survey.addGroup(group);
+            survey.setNumber("groups", survey.number("groups") + 1);
+            guard.commit();
+            ++group;
+            std::cout << "did" << std::endl;
+            if (m_random() % 5 == 0)
+                survey.forgetOld();
+        });
+    }
+
+    void read() {
+        run([&](Survey& survey) {
+            auto& transactions = survey.cloud().transactions();
+            const std::uint32_t before = transactions.current();
+            const std::uint64_t told = survey.number("groups");
+            std::string wrong;
+            const std::uint64_t groups = survey.groups(wrong);
+            if (wrong.empty() && transactions.current() == before && groups != told)
+                wrong = std::to_string(groups) + " groups in place of " + std::to_string(told);
+            std::cout << (wrong.empty() ? "saw" : "wrong: " + wrong) << std::endl;
+        });
+    }
+
+    void vacuum() {
+        run([&](Survey& survey) {
+            survey.cloud().management().vacuum();
+            std::cout << "cleaned" << std::endl;
+            std::this_thread::sleep_for(std::chrono::milliseconds(m_random() % 50));
+        });
+    }
+
+private:
+    std::string m_file;
+    Random m_random;
+};
+
+int take(const std::string& part, const std::string& file, std::uint64_t seed) {
+    Neighbour neighbour(file, seed);
+    if (part == "vacuum")
+        neighbour.vacuum();
+    else if (part == "reader")
+        neighbour.read();
+    else
+        neighbour.write(part == "writer1" ? 1 : 1'000'000);
+    return EXIT_SUCCESS;
+}
+
+struct Figures {
+    std::atomic<std::uint64_t> commits{0}, looks{0}, vacuums{0}, busy{0};
+};
+
+void listen(Trial& trial, Process& process, Figures& figures) {
+    std::string line;
+    while (process.readLine(line)) {
+        if (line == "busy") {
+            ++figures.busy;
+            continue;
+        }
+        trial.tried();
+        if (line == "did")
+            ++figures.commits;
+        else if (line == "saw")
+            ++figures.looks;
+        else if (line == "cleaned")
+            ++figures.vacuums;
+        else
+            trial.bad(line);
+    }
+    if (!process.wait())
+        trial.bad("a program has crashed");
+}
+
+void liveTogether(Trial& trial, const std::string& folder, Figures& all) {
+    clear(folder);
+    const std::string file = folder + "/survey.qrbx";
+    Survey::create(file);
+    const std::string second = folder + "/other.qrbx";
+    if (trial.pick(2) == 0)
+        fs::create_symlink("survey.qrbx", second);
+    else
+        fs::create_hard_link(file, second);
+
+    Figures figures;
+    std::vector<std::unique_ptr<Process>> processes;
+    std::vector<std::thread> listeners;
+    for (const auto& [part, name] : {std::pair{"writer1", file},
+                                     {"writer2", second},
+                                     {"reader", file},
+                                     {"reader", second},
+                                     {"vacuum", file}}) {
+        processes.push_back(std::make_unique<Process>(std::vector<std::string>{
+            part, name, std::to_string(trial.random()()), trial.isControl() ? "1" : "0"}));
+    }
+    for (const std::unique_ptr<Process>& process : processes)
+        listeners.emplace_back([&] { listen(trial, *process, figures); });
+    for (std::thread& listener : listeners)
+        listener.join();
+
+    std::string wrong;
+    Survey survey(file);
+    const std::uint64_t groups = survey.groups(wrong);
+    if (!wrong.empty())
+        trial.bad("in the end " + wrong);
+    if (groups != figures.commits || survey.number("groups") != groups)
+        trial.bad("in the end there are " + std::to_string(groups) + " groups after " +
+                  std::to_string(figures.commits) + " commits");
+    all.commits += figures.commits;
+    all.looks += figures.looks;
+    all.vacuums += figures.vacuums;
+    all.busy += figures.busy;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        tarvo::qrb::loadLibrary(QRBLIB_FILE);
+        if (argc == 5) {
+            if (std::string(argv[4]) == "1")
+                disk::ignoreFileLocks();
+            return take(argv[1], argv[2], std::stoull(argv[3]));
+        }
+        Trial trial("neighbours_trial", "commits, looks and vacuums", argc, argv);
+        const WorkFolder work("neighbours");
+        Figures figures;
+        while (trial.next(trial.round() + 1 < rounds ? UINT64_MAX : 0))
+            liveTogether(trial, work.folder("disk"), figures);
+        trial.note(std::to_string(figures.commits) + " commits");
+        trial.note(std::to_string(figures.looks) + " looks");
+        trial.note(std::to_string(figures.vacuums) + " vacuums");
+        trial.note(std::to_string(figures.busy) + " times busy");
+        return trial.finish();
+    } catch (const std::exception& error) {
+        std::cerr << error.what() << std::endl;
+        return EXIT_FAILURE;
+    }
+}
