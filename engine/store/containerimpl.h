@@ -87,6 +87,7 @@ struct Container::Impl {
     std::optional<WriterLock> lock;
     std::optional<NameLock> nameLock;
     std::optional<Writing> writing;
+    History found;               // by alone(), before its work
     std::function<bool()> goOn;  // see Waiting
 };
 

@@ -31,12 +31,14 @@ std::string randomToken() {
     return token;
 }
 
+constexpr const char* lockFailed =
+    "Its lock did not keep the other program out: are both on one machine?";
+
 [[noreturn]] void throwPlaceLost(const std::string& fileName) {
     throw Failure(ErrorCode::State,
                   "Another program has changed the database meanwhile; the transaction can only be "
                   "rolled back.",
-                  "File: " + fileName +
-                      "\nIts lock did not keep the other program out: are both on one machine?");
+                  "File: " + fileName + "\n" + lockFailed);
 }
 
 [[noreturn]] void throwNoRoom(const std::string& details) {
@@ -365,6 +367,10 @@ void Container::abandon() noexcept {
 void Container::alone(const std::function<void()>& work) {
     m->takeLock();
     try {
+        {
+            const std::lock_guard guard(m->mutex);
+            m->found = readHistory(*m->connection);
+        }
         work();
     } catch (...) {
         m->releaseLock();
@@ -441,7 +447,13 @@ void Container::giveBack(const KeepBlob& keep, std::uint64_t count,
         const std::size_t end = std::min(done + static_cast<std::size_t>(step), unwanted.size());
         {
             Impl::Change change(*m);
-            // A transaction that another machine has pending can't go on after this.
+            // What another machine has committed meanwhile is not among what is wanted.
+            if (readHistory(connection) != m->found)
+                throw Failure(ErrorCode::State,
+                              "Another program has changed the database meanwhile; the clean-up "
+                              "was stopped. Nothing is lost.",
+                              "File: " + fileName() + "\n" + lockFailed);
+            // A transaction that it has pending can't go on after this.
             if (hasInfo(connection, tokenName))
                 removeInfo(connection, tokenName);
             Statement statement(connection.handle, "DELETE FROM blob WHERE id = ?", fileName());

@@ -117,6 +117,32 @@ TEST_F(Store, FailsAWriterBesideWhomTheHistoryChanged) {
     EXPECT_EQ(readAll(session), m_before);
 }
 
+TEST_F(Store, CleansUpNothingBesideAWriterThatNoLockKeptOut) {
+    const std::string copy = m_folder.file("copy.qrbx");
+    std::filesystem::copy_file(m_file, copy);
+    session::Session session(m_file, {}, "test");
+    session.restore(1);
+    session.discard({2});
+    // While the clean-up looks what is wanted, another machine commits what it had not seen.
+    bool changed = false;
+    const Outcome outcome = outcomeOf([&] {
+        session.vacuum([&](int percent) {
+            if (percent == 0 && !changed) {
+                changed = true;
+                runSql(m_file,
+                       ("ATTACH '" + copy +
+                        "' AS other; INSERT OR REPLACE INTO info SELECT * FROM other.info; INSERT "
+                        "OR REPLACE INTO snapshot SELECT * FROM other.snapshot")
+                           .c_str());
+            }
+            return true;
+        });
+    });
+    ASSERT_TRUE(changed);
+    EXPECT_EQ(outcome.code, ErrorCode::State) << outcome.text;
+    expectUnchanged();
+}
+
 TEST_F(Store, TellsOfAStateThatVanishedAndLosesNoDataOfIt) {
     {
         session::Session session(m_file, {}, "test");
