@@ -116,7 +116,9 @@ bool splitLine(std::string_view line, char separator, std::vector<std::string_vi
     if (line.find('"') == std::string_view::npos) {
         while (true) {
             const std::size_t end = line.find(separator);
-            fields.push_back(trim(line.substr(0, end)));
+            // Once for each cell: a named value spares the checked return of emplace_back.
+            const std::string_view cell = trim(line.substr(0, end));
+            fields.push_back(cell);
             if (end == std::string_view::npos) {
                 return true;
             }
