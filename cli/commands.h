@@ -43,6 +43,7 @@ void addCopyCommand(CLI::App& app, Invocation& invocation);
 void addInfoCommand(CLI::App& app, Invocation& invocation);
 void addInspectCommand(CLI::App& app, Invocation& invocation);
 void addValidateCommand(CLI::App& app, Invocation& invocation);
+void addCheckCommand(CLI::App& app, Invocation& invocation);
 void addDefaultsCommand(CLI::App& app, Invocation& invocation);
 // Points.
 void addSelectCommand(CLI::App& app, Invocation& invocation);

@@ -190,7 +190,8 @@ std::shared_ptr<const State> Session::stateOf(std::uint32_t id, const std::strin
     if (state->transaction.id != id || !state->attributesBlob)
         throw Failure(ErrorCode::Damaged, "The file is damaged: transaction " + std::to_string(id) +
                                               " is not what it should be.");
-    state->attributes = attributesFromText(readText(state->attributesBlob, "the attribute table"));
+    const std::string what = "the attribute table of transaction " + std::to_string(id);
+    state->attributes = attributesFromText(readText(state->attributesBlob, what.c_str()));
     return state;
 }
 

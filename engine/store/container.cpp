@@ -333,4 +333,9 @@ std::uint64_t Container::blobSize(std::uint64_t blob) {
     return statement.step() ? static_cast<std::uint64_t>(statement.integer(0)) : 0;
 }
 
+std::uint64_t Container::blobCount() {
+    const std::lock_guard guard(m->mutex);
+    return static_cast<std::uint64_t>(m->connection->pragma("SELECT count(*) FROM blob"));
+}
+
 }  // namespace tarvo::engine::store

@@ -71,6 +71,8 @@ public:
     std::pair<std::uint32_t, std::string> currentRoot();
     // Bytes of a stored blob.
     std::uint64_t blobSize(std::uint64_t blob);
+    // Those in the file, whoever wants them.
+    std::uint64_t blobCount();
 
     // While a scope lives, reads keep their place in the file open, which makes the next faster
     // and keeps writers of other processes waiting: for the length of one call only.

@@ -114,6 +114,7 @@ TEST_F(Admin, EveryCommandExplainsItselfAndRefusesWhatItDoesNotKnow) {
                                       "validate",
                                       "defaults",
                                       "defaults metadata",
+                                      "check",
                                       "select",
                                       "update",
                                       "remove",
@@ -140,7 +141,7 @@ TEST_F(Admin, EveryCommandExplainsItselfAndRefusesWhatItDoesNotKnow) {
             ++count;
         }
     }
-    EXPECT_EQ(count, 18u);
+    EXPECT_EQ(count, 19u);
     EXPECT_NE(run("metadata get --help").output.find("qrbtool metadata FILE get"),
               std::string::npos);
     for (const char* command : {"info", "vacuum", "finalize", "transactions", "metadata list",
@@ -148,7 +149,7 @@ TEST_F(Admin, EveryCommandExplainsItselfAndRefusesWhatItDoesNotKnow) {
         expectFailure(2, command, "The name of the database is required");
     }
     for (const char* command : {"info", "vacuum", "finalize", "transactions", "metadata",
-                                "changelog", "lod", "index", "attributes", "inspect"}) {
+                                "changelog", "lod", "index", "attributes", "inspect", "check"}) {
         expectFailure(1, std::string(command) + " " + file, "does not exist");
     }
 }

@@ -323,6 +323,8 @@ void EveryFunction::walkPoints(qrb_pointcloud* p) {
         EXPECT_NE(std::string(report).find("tarvo.class"), std::string::npos) << int(format);
     }
     const char* report = nullptr;
+    ok(t.qrb_pointcloud_inspect(c, p, 5, &report));
+    EXPECT_EQ(std::string(report).find("{\"fault_count\":0,\"faults\":[],"), 0u) << report;
     no(t.qrb_pointcloud_inspect(c, p, 9, &report), QRB_ERROR_ARGUMENT);
 }
 

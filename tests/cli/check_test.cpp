@@ -1,0 +1,81 @@
+// qrbtool check: what it writes and how it ends.
+#include "tests/cli/folder.h"
+#include "tests/cli/process.h"
+
+#include <gtest/gtest.h>
+
+#include <rapidjson/document.h>
+
+#include <fstream>
+
+namespace {
+
+using namespace tarvo::cli::tests;
+
+class Check : public testing::Test {
+protected:
+    Check() {
+        EXPECT_EQ(run("sample -n 20000 " + file).code, 0);
+        EXPECT_EQ(run("metadata " + file + " set my.note '\"a note to be found\"'").code, 0);
+    }
+    // Inverts a byte of the first place where the text stands.
+    void damage(const std::string& text) const {
+        std::fstream stream(file, std::ios::in | std::ios::out | std::ios::binary);
+        const std::string all(std::istreambuf_iterator<char>(stream), {});
+        const std::size_t at = all.find(text);
+        ASSERT_NE(at, std::string::npos) << text;
+        stream.seekp(static_cast<std::streamoff>(at));
+        stream.put(static_cast<char>(~text[0]));
+    }
+
+    Folder folder;
+    const std::string file = folder.file("a.qrbx");
+};
+
+TEST_F(Check, OfASoundDatabaseTellsWhatWasRead) {
+    const Result text = run("check " + file);
+    EXPECT_EQ(text.code, 0) << text.output;
+    EXPECT_EQ(text.output.rfind("No faults found: 3 transactions, ", 0), 0u) << text.output;
+    EXPECT_NE(text.output.find(", 20000 points, "), std::string::npos) << text.output;
+    const Result json = run("check --json " + file);
+    EXPECT_EQ(json.code, 0);
+    rapidjson::Document report;
+    report.Parse(json.output.c_str());
+    ASSERT_TRUE(report.IsObject()) << json.output;
+    EXPECT_EQ(report["fault_count"].GetUint(), 0u);
+    EXPECT_EQ(report["faults"].Size(), 0u);
+    EXPECT_EQ(report["transactions"].GetUint(), 3u);
+    EXPECT_EQ(report["points"].GetUint(), 20000u);
+    EXPECT_GT(report["blobs"].GetUint(), 5u);
+    EXPECT_GT(report["bytes"].GetUint(), 20000u);
+}
+
+TEST_F(Check, OfADamagedItemNamesItAndEndsWithOne) {
+    damage("a note to be found");
+    const Result text = run("check " + file);
+    EXPECT_EQ(text.code, 1);
+    EXPECT_EQ(text.output.rfind("Transaction 3, metadata item \"my.note\": The file is damaged", 0),
+              0u)
+        << text.output;
+    EXPECT_NE(text.output.find("\n1 fault found: 3 transactions, "), std::string::npos)
+        << text.output;
+    const Result json = run("check --json " + file);
+    EXPECT_EQ(json.code, 1);
+    rapidjson::Document report;
+    report.Parse(json.output.c_str());
+    ASSERT_TRUE(report.IsObject()) << json.output;
+    EXPECT_EQ(report["fault_count"].GetUint(), 1u);
+    EXPECT_STREQ(report["faults"][0]["item"].GetString(), "my.note");
+    EXPECT_STREQ(report["faults"][0]["kind"].GetString(), "metadata item");
+    EXPECT_EQ(report["faults"][0]["transaction"].GetUint(), 3u);
+    EXPECT_FALSE(report["faults"][0].HasMember("node"));
+}
+
+TEST_F(Check, OfADamagedCurrentStateNamesTheTransaction) {
+    damage("\"parent\":2,");
+    const Result text = run("check " + file);
+    EXPECT_EQ(text.code, 1);
+    EXPECT_NE(text.output.find("transaction 3"), std::string::npos) << text.output;
+}
+
+}  // namespace
