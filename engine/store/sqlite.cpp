@@ -109,7 +109,9 @@ Statement& Statement::bind(int index, std::string_view value) {
 }
 
 Statement& Statement::bind(int index, ByteSpan value) {
-    check(sqlite3_bind_blob64(m_statement, index, value.data(), value.size(), SQLITE_STATIC));
+    // No bytes come as a null pointer, which would be stored as NULL.
+    const void* const bytes = value.empty() ? "" : static_cast<const void*>(value.data());
+    check(sqlite3_bind_blob64(m_statement, index, bytes, value.size(), SQLITE_STATIC));
     return *this;
 }
 

@@ -1,5 +1,7 @@
 #include "tests/gui/modalanswer.h"
 
+#include "tests/gui/modalscript.h"
+
 #include <QAbstractButton>
 #include <QApplication>
 #include <QMessageBox>
@@ -30,7 +32,7 @@ ModalAnswer::ModalAnswer(const QString& button)
 
 void ModalAnswer::poll() {
     auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-    if (!dialog || !dialog->isVisible())
+    if (!dialog || !takesKeys(dialog))
         return;
     m_timer.stop();
     m_came = true;

@@ -7,6 +7,14 @@
 #include <QMessageBox>
 #include <QtTest>
 
+bool takesKeys(QDialog* dialog) {
+    if (!dialog->isVisible())
+        return false;
+    if (!dialog->isActiveWindow())
+        dialog->activateWindow();
+    return dialog->isActiveWindow();
+}
+
 ModalScript::ModalScript(std::vector<Step> steps) : m_steps(std::move(steps)) {
     if (auto* open = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
         m_seen += open;
@@ -20,7 +28,7 @@ void ModalScript::arm() {
     QTimer* timer = m_timers.back().get();
     QObject::connect(timer, &QTimer::timeout, timer, [this, timer] {
         auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-        if (!dialog || !dialog->isVisible() || m_seen.contains(dialog))
+        if (!dialog || !takesKeys(dialog) || m_seen.contains(dialog))
             return;
         timer->stop();
         m_seen += dialog;

@@ -12,6 +12,11 @@
 
 class QWidget;
 
+// Whether the dialog is there and has the keys: shortcuts and the focus go astray in the moment
+// between showing a window and its activation, which is long on a busy machine. To be asked again
+// and again; asks for the activation.
+bool takesKeys(QDialog* dialog);
+
 class ModalScript {
 public:
     using Step = std::function<void(QDialog*)>;

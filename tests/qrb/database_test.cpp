@@ -216,6 +216,25 @@ TEST_F(Database, TransactionsAreListedDescribedAndRestored) {
     EXPECT_THROW(cloud.metaData().set("a", "1"), qrb::Error) << "no transaction is pending";
 }
 
+TEST_F(Database, EmptyMetaDataItemCostsNoTransaction) {
+    const qrb::Context context("OFF", "");
+    qrb::Pointcloud cloud(context);
+    create(cloud);
+    {
+        TransactionGuard transaction(cloud.transactions(), "Empty", "tests");
+        cloud.metaData().set("own.empty", "");
+        cloud.metaData().set("own.text", "kept");
+        transaction.commit();
+    }
+    cloud.close();
+    cloud.open(fileName, OpenSettings(context));
+    EXPECT_TRUE(cloud.metaData().exists("own.empty"));
+    EXPECT_EQ(cloud.metaData().get("own.empty", "default"), "");
+    EXPECT_EQ(cloud.metaData().get("own.text"), "kept");
+    cloud.management().vacuum();
+    EXPECT_EQ(cloud.metaData().get("own.empty", "default"), "");
+}
+
 TEST_F(Database, RestoreGoesBackAndForth) {
     const qrb::Context context("OFF", "");
     qrb::Pointcloud cloud(context);
