@@ -69,6 +69,11 @@ std::string withoutDates(const std::string& text) {
 
 }  // namespace
 
+std::string faultsOf(const qrb::Pointcloud& cloud) {
+    const std::string report = cloud.inspect(5);
+    return report.find("\"fault_count\":0,") == report.npos ? "\n" + report : std::string();
+}
+
 std::string contentsOfDatabase(const std::string& file) {
     const qrb::Context context("OFF", "");
     qrb::Pointcloud cloud(context);
@@ -86,7 +91,7 @@ std::string contentsOfDatabase(const std::string& file) {
         summary.add(cloud.pointAttributes().get(name).toJson());
     const std::uint64_t points = addPointsOf(cloud, summary);
     result += ", " + std::to_string(points) + " points, " + summary.text();
-    return result;
+    return result + faultsOf(cloud);
 }
 
 std::string contentsOf(const std::string& folder) {

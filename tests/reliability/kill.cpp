@@ -3,6 +3,7 @@
 // acknowledged commit made, or the one in hand, and take changes. The control acknowledges before
 // it commits.
 #include "tests/reliability/acts.h"
+#include "tests/reliability/contents.h"
 #include "tests/reliability/processes.h"
 #include "tests/reliability/survey.h"
 #include "tests/reliability/trial.h"
@@ -100,6 +101,7 @@ void check(Trial& trial, const std::string& file, State& known, const State& tri
         if (wrong.empty() && (found.groups != expected.groups || groups != expected.groups))
             wrong =
                 std::to_string(groups) + " groups in place of " + std::to_string(expected.groups);
+        wrong += faultsOf(survey.cloud());
         if (!wrong.empty())
             trial.bad(wrong);
         known = found;

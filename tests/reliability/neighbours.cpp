@@ -3,6 +3,7 @@
 // by the words that the file is in use, and every acknowledged commit must be there in the end. The
 // control does without the writer's lock.
 #include "tests/reliability/acts.h"
+#include "tests/reliability/contents.h"
 #include "tests/reliability/disk.h"
 #include "tests/reliability/processes.h"
 #include "tests/reliability/survey.h"
@@ -81,6 +82,8 @@ public:
             const std::uint64_t groups = survey.groups(wrong);
             if (wrong.empty() && transactions.current() == before && groups != told)
                 wrong = std::to_string(groups) + " groups in place of " + std::to_string(told);
+            if (m_random() % 16 == 0)
+                wrong += faultsOf(survey.cloud());
             std::cout << (wrong.empty() ? "saw" : "wrong: " + wrong) << std::endl;
         });
     }
