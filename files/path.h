@@ -15,4 +15,15 @@ inline std::string nameOf(const std::filesystem::path& path) {
     return {reinterpret_cast<const char*>(name.data()), name.size()};
 }
 
+// The name of a file beside another one. (Putting paths of the standard library together ends the
+// program when there is no memory.)
+inline std::string beside(const std::string& fileName, const std::string& name) {
+#ifdef _WIN32
+    const std::size_t end = fileName.find_last_of("/\\:");
+#else
+    const std::size_t end = fileName.rfind('/');
+#endif
+    return end == std::string::npos ? name : fileName.substr(0, end + 1) + name;
+}
+
 }  // namespace tarvo::files

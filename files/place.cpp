@@ -1,6 +1,7 @@
 #include "files/place.h"
 
 #include "files/error.h"
+#include "files/listing.h"
 #include "files/path.h"
 
 #include <atomic>
@@ -183,11 +184,11 @@ template <typename Accept>
 void removeBeside(const std::string& fileName, Accept accept) {
     const fs::path path = pathOf(fileName);
     const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
-    std::error_code error;
-    for (fs::directory_iterator at(folder, error), end; !error && at != end; at.increment(error)) {
+    for (const std::string& name : namesIn(nameOf(folder))) {
+        const fs::path file = pathOf(beside(fileName, name));
         std::error_code ignored;
-        if (accept(at->path()) && fs::is_regular_file(at->symlink_status(ignored)))
-            fs::remove(at->path(), ignored);
+        if (accept(file) && fs::is_regular_file(fs::symlink_status(file, ignored)))
+            fs::remove(file, ignored);
     }
 }
 
@@ -208,16 +209,15 @@ std::string resolved(const std::string& fileName) {
         const fs::path target = fs::read_symlink(path, error);
         if (error)
             break;
-        path = target.is_absolute() ? target : path.parent_path() / target;
+        path = target.is_absolute() ? target : pathOf(beside(nameOf(path), nameOf(target)));
     }
     return nameOf(path);
 }
 
 std::string temporaryNameFor(const std::string& fileName) {
     static std::atomic<unsigned> number{0};
-    const fs::path name = pathOf(stemOf(fileName) + mark() + std::to_string(processId()) + "-" +
-                                 std::to_string(++number));
-    return nameOf(pathOf(fileName).replace_filename(name));
+    return beside(fileName, stemOf(fileName) + mark() + std::to_string(processId()) + "-" +
+                                std::to_string(++number));
 }
 
 void removeLeftovers(const std::string& fileName) noexcept {

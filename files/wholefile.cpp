@@ -61,9 +61,10 @@ WholeFile::WholeFile(const std::string& fileName) : m_name(fileName), m_place(re
             fail(errno, "It is write-protected.");
         removeLeftovers(m_place);
         m_temporary = temporaryNameFor(m_place);
+        m_temporaryPath = pathOf(m_temporary);
         m_file = openFile(m_temporary, true);
         if (m_file && fs::exists(status))
-            fs::permissions(pathOf(m_temporary), status.permissions(), error);
+            fs::permissions(m_temporaryPath, status.permissions(), error);
     }
     if (!m_file)
         fail(errno, m_direct ? "" : "Its folder must be there, and writable.");
@@ -74,7 +75,7 @@ WholeFile::~WholeFile() {
         std::fclose(m_file);
     if (!m_temporary.empty()) {
         std::error_code error;
-        fs::remove(pathOf(m_temporary), error);
+        fs::remove(m_temporaryPath, error);
     }
 }
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdio>
+#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -31,9 +32,10 @@ private:
     [[noreturn]] void fail(int error, const char* details) const;
     [[noreturn]] void failWriting(int error) const;
 
-    std::string m_name;       // as given
-    std::string m_place;      // behind links
-    std::string m_temporary;  // to be removed
+    std::string m_name;                     // as given
+    std::string m_place;                    // behind links
+    std::string m_temporary;                // to be removed
+    std::filesystem::path m_temporaryPath;  // the same, ready for when there is no memory
     bool m_direct = false;
     std::FILE* m_file = nullptr;
 };

@@ -3,6 +3,7 @@
 #include "engine/session/session.h"
 
 #include <algorithm>
+#include <map>
 
 namespace tarvo::engine::session {
 
@@ -10,6 +11,7 @@ namespace {
 
 constexpr std::size_t longestMessage = 1u << 20;  // bytes
 constexpr std::size_t longestMessages = 16u << 20;
+constexpr std::size_t knownSizes = 1000;  // of blobs
 
 }  // namespace
 
@@ -37,7 +39,22 @@ std::uint64_t Session::size(const std::vector<std::uint32_t>& ids) {
     for (const std::uint32_t id : transactions())
         if (std::find(ids.begin(), ids.end(), id) == ids.end())
             reach.add(stateFromRoot(m_container.root(id)));
-    reach.setOnNew([&](std::uint64_t blob) { bytes += m_container.blobSize(blob); });
+    // No checksum covers the length that the container has of a blob: where a reference leads
+    // beyond its end, the length is wrong. References into one blob stand close together.
+    std::map<std::uint64_t, std::uint64_t> sizes;
+    reach.setOnReference([&](const BlobRef& reference, bool isNew) {
+        if (isNew) {
+            if (sizes.size() == knownSizes)
+                sizes.clear();
+            bytes += sizes[reference.blob] = m_container.blobSize(reference.blob);
+        }
+        const auto size = sizes.find(reference.blob);
+        if (size != sizes.end() && reference.offset + reference.length > size->second)
+            throw Failure(ErrorCode::Damaged,
+                          "The file is damaged: data of a transaction is cut short or missing.",
+                          "Blob " + std::to_string(reference.blob) + " has " +
+                              std::to_string(size->second) + " bytes.");
+    });
     for (const std::uint32_t id : ids)
         reach.add(stateFromRoot(m_container.root(id)));
     return bytes;

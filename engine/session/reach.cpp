@@ -5,11 +5,12 @@
 namespace tarvo::engine::session {
 
 bool Reach::addBlob(const BlobRef& reference) {
-    if (!reference || !m_blobs.insert(reference.blob))
+    if (!reference)
         return false;
-    if (m_onNew)
-        m_onNew(reference.blob);
-    return true;
+    const bool isNew = m_blobs.insert(reference.blob);
+    if (m_onReference)
+        m_onReference(reference, isNew);
+    return isNew;
 }
 
 // Pages and changelog entries are blobs of their own: one that was reached before has brought

@@ -15,8 +15,9 @@ class Reach {
 public:
     explicit Reach(store::Container& container) : m_container(container) {}
 
-    // Called for each blob that is reached for the first time.
-    void setOnNew(std::function<void(std::uint64_t blob)> onNew) { m_onNew = std::move(onNew); }
+    // Called for each reference that is met; isNew: to a blob that is reached for the first time.
+    using OnReference = std::function<void(const BlobRef& reference, bool isNew)>;
+    void setOnReference(OnReference onReference) { m_onReference = std::move(onReference); }
     // Adds everything that a state reaches, directly or through pages and the changelog.
     void add(const State& state);
     bool contains(std::uint64_t blob) const { return m_blobs.contains(blob); }
@@ -29,7 +30,7 @@ private:
 
     store::Container& m_container;
     IdSet m_blobs;
-    std::function<void(std::uint64_t)> m_onNew;
+    OnReference m_onReference;
 };
 
 }  // namespace tarvo::engine::session

@@ -1,5 +1,6 @@
 #include "engine/store/connection.h"
 
+#include "files/listing.h"
 #include "files/path.h"
 
 #include <chrono>
@@ -95,12 +96,11 @@ void Connection::refuseForeignJournal() {
     if (fs::hard_link_count(files::pathOf(path), error) < 2 || error)
         return;
     const fs::path own = fs::canonical(files::pathOf(path), error);
-    for (fs::directory_iterator at(own.parent_path(), error), end; !error && at != end;
-         at.increment(error)) {
-        const std::string name = files::nameOf(at->path());
+    for (const std::string& entry : files::namesIn(files::nameOf(own.parent_path()))) {
+        const std::string name = files::beside(files::nameOf(own), entry);
         const fs::path journal = files::pathOf(name + "-journal");
         std::error_code none;
-        if (at->path() == own || !fs::exists(journal, none) ||
+        if (name == files::nameOf(own) || !fs::exists(journal, none) ||
             files::identityOf(name) != file->identity())
             continue;
         // One that is alive has its journal for a moment only.

@@ -1,75 +1,15 @@
-// The library without memory: each allocation of a piece of work fails in its turn, alone or with
-// all that follow. No call may crash; each tells an error with code and text, and the file opens
-// with the state before or after.
+// The library without threads, and its results without memory; what else may run out of memory is
+// tried by tests/reliability/memory.cpp.
 #include "qrb/loader.h"
+#include "tests/qrb/allocations.h"
 
 #include <gtest/gtest.h>
 
-#include <dlfcn.h>
-#include <pthread.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <atomic>
-#include <cerrno>
-#include <cstdlib>
 #include <filesystem>
-#include <functional>
-#include <iostream>
-#include <random>
 #include <string>
 #include <vector>
-
-// The allocator of the whole process, the library's included.
-extern "C" {
-void* __libc_malloc(std::size_t);
-void* __libc_calloc(std::size_t, std::size_t);
-void* __libc_realloc(void*, std::size_t);
-}
-
-namespace {
-
-std::atomic<bool> s_armed{false};
-std::atomic<bool> s_forGood{false};
-std::atomic<long> s_made{0};
-std::atomic<long> s_failing{0};
-std::atomic<int> s_threadsLeft{-1};  // -1: as many as are wanted
-std::atomic<int> s_threadsMade{0};
-
-bool fails() {
-    if (!s_armed)
-        return false;
-    const long number = ++s_made;
-    if (number < s_failing || (number > s_failing && !s_forGood))
-        return false;
-    errno = ENOMEM;
-    return true;
-}
-
-}  // namespace
-
-extern "C" {
-void* malloc(std::size_t size) {
-    return fails() ? nullptr : __libc_malloc(size);
-}
-void* calloc(std::size_t count, std::size_t size) {
-    return fails() ? nullptr : __libc_calloc(count, size);
-}
-void* realloc(void* memory, std::size_t size) {
-    return fails() ? nullptr : __libc_realloc(memory, size);
-}
-int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*start)(void*),
-                   void* argument) noexcept {
-    using Create = int(pthread_t*, const pthread_attr_t*, void* (*)(void*), void*);
-    static auto* const original = reinterpret_cast<Create*>(dlsym(RTLD_NEXT, "pthread_create"));
-    if (s_threadsLeft == 0)
-        return EAGAIN;
-    if (s_threadsLeft > 0)
-        --s_threadsLeft;
-    ++s_threadsMade;
-    return original(thread, attributes, start, argument);
-}
-}
 
 namespace {
 
@@ -130,7 +70,6 @@ protected:
                  : t.qrb_pointcloud_create_settings_set_primary_attribute(c, settings, attribute));
         step(failed ? 1 : t.qrb_pointcloud_create_settings_set_chunk_size(c, settings, 200));
         step(failed ? 1 : t.qrb_pointcloud_create(c, cloud, file.c_str(), settings));
-        s_armed = false;
         t.qrb_pointcloud_create_settings_delete(c, settings);
         t.qrb_pointcloud_point_attribute_delete(c, attribute);
     }
@@ -165,89 +104,15 @@ protected:
         step(t.qrb_pointcloud_inspect(c, cloud, format, &report));
     }
 
-    // What the file holds: its transaction, and its points; 0 without a file.
-    std::uint32_t current(std::int64_t* count) {
-        if (!fs::exists(file))
-            return 0;
-        start();
-        std::uint32_t id = 0;
+    std::int64_t count() {
         qrb_query_stat* stat = nullptr;
         qrb_graph_node* node = nullptr;
-        open();
-        EXPECT_FALSE(failed) << text;
-        must(t.qrb_pointcloud_transaction_current(c, cloud, &id));
-        begin();  // nobody holds the lock any more
-        EXPECT_FALSE(failed) << text;
-        must(t.qrb_pointcloud_transaction_rollback(c, cloud));
         must(t.qrb_pointcloud_query_stat_new(c, cloud, &stat));
         must(t.qrb_pointcloud_graph_node_new(c, &node));
         must(t.qrb_pointcloud_query_stat_index(c, stat, node));
-        *count = node->point_count_total;
-        must(t.qrb_context_delete(c));
-        return id;
+        return node->point_count_total;
     }
 
-    // Runs the work once with all memory and then many times without some.
-    void failEach(bool withFile, const std::function<void()>& prepare,
-                  const std::function<void()>& work) {
-        std::uint64_t seed = std::random_device()();
-        if (const char* given = std::getenv("QRB_TEST_SEED"))
-            seed = std::strtoull(given, nullptr, 10);
-        SCOPED_TRACE("QRB_TEST_SEED=" + std::to_string(seed));
-        std::cout << "QRB_TEST_SEED=" << seed << std::endl;
-        std::mt19937_64 random(seed);
-        const auto run = [&](long failing, bool forGood) {
-            fs::remove(file);
-            if (withFile)
-                fs::copy_file(prepared, file);
-            std::int64_t pointsBefore = 0;
-            const std::uint32_t before = current(&pointsBefore);
-            start();
-            if (withFile)
-                open();
-            prepare();
-            ASSERT_FALSE(failed) << text;
-            workFailed = false;
-            s_made = 0;
-            s_failing = failing;
-            s_forGood = forGood;
-            s_armed = true;
-            work();
-            s_armed = false;
-            workFailed = failed;
-            if (workFailed) {
-                ASSERT_NE(text, nullptr);
-                EXPECT_NE(code, 0);
-                EXPECT_STRNE(text, "");
-            }
-            EXPECT_EQ(t.qrb_context_delete(c), QRB_SUCCESS);
-            std::int64_t pointsAfter = 0;
-            const std::uint32_t after = current(&pointsAfter);
-            EXPECT_TRUE(after == before || after == before + 1) << after << " of " << before;
-            EXPECT_TRUE(pointsAfter == pointsBefore ||
-                        (after == before + 1 && pointsAfter == pointsBefore + points));
-            EXPECT_TRUE(withFile || !workFailed || after == 0) << "a failed creation left a file";
-        };
-        run(-1, false);
-        ASSERT_FALSE(workFailed || HasFatalFailure()) << text;
-        const long all = s_made;
-        const long stride = std::max(1L, all / 70);
-        for (const bool forGood : {false, true}) {
-            long number = 1;
-            while (number <= all && !HasFatalFailure()) {
-                SCOPED_TRACE("allocation " + std::to_string(number) + " of " + std::to_string(all) +
-                             (forGood ? " and all behind it" : ""));
-                if (std::getenv("QRB_TEST_TRACE"))
-                    std::cerr << number << (forGood ? "+" : "") << " of " << all << std::endl;
-                run(number, forGood);
-                // Every one at first, where most calls begin, then random ones.
-                number +=
-                    number < 20
-                        ? 1
-                        : 1 + static_cast<long>(random() % static_cast<unsigned long>(2 * stride));
-            }
-        }
-    }
     const qrb::FunctionTable& t = qrb::functions();
     fs::path folder;
     const char* const definition =
@@ -261,81 +126,16 @@ protected:
     qrb_context* c = nullptr;
     qrb_pointcloud* cloud = nullptr;
     bool failed = false;
-    bool workFailed = false;
     std::int32_t code = 0;
     const char* text = "";
 };
-
-const auto nothing = [] {};
-
-TEST_F(OutOfMemory, Create) {
-    failEach(false, nothing, [&] { createFile(); });
-}
-
-TEST_F(OutOfMemory, Open) {
-    failEach(
-        true, [&] { step(t.qrb_pointcloud_close(c, cloud)); }, [&] { open(); });
-}
-
-TEST_F(OutOfMemory, Insert) {
-    failEach(true, nothing, [&] { insert(); });
-}
-
-TEST_F(OutOfMemory, Commit) {
-    failEach(
-        true,
-        [&] {
-            begin();
-            step(t.qrb_pointcloud_management_set_lod_mode(c, cloud, 2));
-            step(t.qrb_pointcloud_management_set_chunk_size_lod(c, cloud, 2));
-            step(t.qrb_pointcloud_transaction_rollback(c, cloud));
-            insert();
-            step(t.qrb_pointcloud_management_set_lod_mode(c, cloud, 2));
-            step(t.qrb_pointcloud_management_set_chunk_size_lod(c, cloud, 2));
-        },
-        [&] { step(t.qrb_pointcloud_transaction_commit(c, cloud)); });
-}
-
-TEST_F(OutOfMemory, Select) {
-    failEach(true, nothing, [&] { select(); });
-}
-
-TEST_F(OutOfMemory, MetaData) {
-    failEach(true, nothing, [&] {
-        begin();
-        step(failed ? 1 : t.qrb_pointcloud_meta_data_set(c, cloud, "item", "{\"a\": [1, 2]}"));
-        step(failed ? 1 : t.qrb_pointcloud_transaction_commit(c, cloud));
-    });
-}
-
-TEST_F(OutOfMemory, Validation) {
-    failEach(true, nothing, [&] {
-        step(t.qrb_pointcloud_meta_data_validate_json(
-            c, nullptr, R"({"a": [1, 2], "b": "text"})",
-            R"({"type": "object", "properties": {"a": {"type": "array", "items": {"type": "number",
-            "enum": [1, 2]}}, "b": {"type": "string", "pattern": "^t.*t$"}}, "required": ["a"]})"));
-    });
-}
-
-TEST_F(OutOfMemory, Inspect) {
-    for (const std::uint8_t format : {1, 2, 3, 4}) {
-        SCOPED_TRACE(int(format));
-        failEach(true, nothing, [&] { inspect(format); });
-    }
-}
-
-TEST_F(OutOfMemory, Vacuum) {
-    failEach(true, nothing,
-             [&] { step(t.qrb_pointcloud_management_vacuum(c, cloud, nullptr, nullptr)); });
-}
 
 // With fewer threads than cores, or none, the work is done all the same.
 TEST_F(OutOfMemory, Threads) {
     for (const int threads : {0, 1}) {
         SCOPED_TRACE(threads);
         fs::copy_file(prepared, file, fs::copy_options::overwrite_existing);
-        s_threadsMade = 0;
-        s_threadsLeft = threads;
+        allocations::limitThreads(threads);
         start();
         open();
         insert();
@@ -343,12 +143,10 @@ TEST_F(OutOfMemory, Threads) {
         select();
         inspect(4);
         EXPECT_FALSE(failed) << text;
+        EXPECT_EQ(allocations::threadsStarted(), threads);
+        EXPECT_EQ(count(), 2 * points);
         EXPECT_EQ(t.qrb_context_delete(c), QRB_SUCCESS);
-        EXPECT_EQ(s_threadsMade, threads);
-        s_threadsLeft = -1;
-        std::int64_t count = 0;
-        EXPECT_EQ(current(&count), 3u);
-        EXPECT_EQ(count, 2 * points);
+        allocations::limitThreads(-1);
     }
 }
 
@@ -357,14 +155,11 @@ TEST_F(OutOfMemory, Results) {
     for (const bool forGood : {false, true})
         for (long failing = 1; failing < 8; ++failing) {
             qrb_point_attribute* attribute = nullptr;
-            s_made = 0;
-            s_failing = failing;
-            s_forGood = forGood;
-            s_armed = true;
+            allocations::fail(failing, forGood);
             qrb_result* result = t.qrb_pointcloud_point_attribute_new_cf(&attribute);
             if (!result)
                 result = t.qrb_pointcloud_point_attribute_json_load_cf(attribute, definition);
-            s_armed = false;
+            allocations::stop();
             char* message = nullptr;
             if (result) {
                 EXPECT_EQ(t.qrb_result_get_error_code_cf(result, &code), nullptr);
