@@ -23,6 +23,8 @@ void FilterHistory::clear() {
 
 void FilterHistory::show(QComboBox* combo) {
     const QSignalBlocker blocker(combo);
+    // The edit tells of every text on the way on its own, which would end a running query.
+    const QSignalBlocker editBlocker(combo->lineEdit());
     const QString text = combo->currentText();
     combo->clear();
     combo->addItems(list());

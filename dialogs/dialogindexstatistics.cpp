@@ -42,7 +42,7 @@ std::vector<Level> DialogIndexStatistics::levels(const IndexNode& root) {
 }
 
 DialogIndexStatistics::DialogIndexStatistics(const IndexNode& root, QWidget* parent)
-    : QDialog(parent) {
+    : QDialog(parent), m_settings("DialogIndexStatistics") {
     setWindowTitle("Point Index Tree Statistics");
     auto* layout = new QVBoxLayout(this);
     auto* tree = new QTreeWidget(this);
@@ -80,4 +80,9 @@ DialogIndexStatistics::DialogIndexStatistics(const IndexNode& root, QWidget* par
     layout->addWidget(buttons);
     setMinimumSize(420, 240);
     resize(std::max(460, tree->header()->length() + 40), 320);
+    m_settings.restoreGeometryOf(this);
+}
+
+DialogIndexStatistics::~DialogIndexStatistics() {
+    m_settings.saveGeometryOf(this);
 }

@@ -1,6 +1,7 @@
 // The point index in numbers, level by level.
 #pragma once
 
+#include "common/programsettings.h"
 #include "qrb/queries.h"
 
 #include <QDialog>
@@ -12,6 +13,7 @@ class DialogIndexStatistics : public QDialog {
 
 public:
     DialogIndexStatistics(const tarvo::qrb::pointcloud::IndexNode& root, QWidget* parent);
+    ~DialogIndexStatistics() override;
 
     struct Level {
         std::int64_t leafPoints = 0;
@@ -21,4 +23,7 @@ public:
     };
     // By level, that of the root first; empty for an absent root.
     static std::vector<Level> levels(const tarvo::qrb::pointcloud::IndexNode& root);
+
+private:
+    tarvo::common::DialogSettings m_settings;
 };

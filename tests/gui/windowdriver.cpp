@@ -43,8 +43,10 @@ QTreeWidgetItem* WindowDriver::select(const char* tree, const QString& text, boo
     if (found.isEmpty())
         return nullptr;
     list->scrollToItem(found.first());
+    // Rows may be wider than what is seen of them.
+    const QRect seen = list->visualItemRect(found.first()) & list->viewport()->rect();
     QTest::mouseClick(list->viewport(), Qt::LeftButton, add ? Qt::ControlModifier : Qt::NoModifier,
-                      list->visualItemRect(found.first()).center());
+                      seen.center());
     return found.first();
 }
 
