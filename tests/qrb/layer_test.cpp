@@ -445,6 +445,42 @@ TEST_F(Layer, ThrowsWhatFailsAndGivesBackWhatItOpened) {
     }
 }
 
+TEST_F(Layer, AGuardRollsBackWhatWasBegunAndNotCommitted) {
+    const auto rollbacks = [](const char* name, int failing) {
+        for (const Action& action : actions())
+            if (std::string_view(action.name) == name) {
+                bool threw = false;
+                run(action, failing, threw);
+                EXPECT_EQ(threw, failing == 0 || failing == 1);
+            }
+        const auto& names = spy::log().names;
+        return std::count(names.begin(), names.end(), "qrb_pointcloud_transaction_rollback");
+    };
+    EXPECT_EQ(rollbacks("guard that rolls back", -1), 1);
+    EXPECT_EQ(rollbacks("guard that rolls back", 0), 0);  // nothing was begun
+    EXPECT_EQ(rollbacks("guard that commits", -1), 0);
+    EXPECT_EQ(rollbacks("guard that commits", 0), 0);
+    EXPECT_EQ(rollbacks("guard that commits", 1), 1);  // the commit failed
+}
+
+TEST(Names, OfTypesAndStorageAreThoseOfTheirNumbers) {
+    const char* const names[] = {"NONE",  "UINT8",  "INT8",  "UINT16", "INT16", "UINT32",
+                                 "INT32", "UINT64", "INT64", "SINGLE", "DOUBLE"};
+    const std::size_t sizes[] = {0, 1, 1, 2, 2, 4, 4, 8, 8, 4, 8};
+    for (std::uint32_t i = 0; i < 11; ++i) {
+        EXPECT_STREQ(dataTypeName(static_cast<DataType>(i)), names[i]);
+        EXPECT_EQ(dataTypeSize(static_cast<DataType>(i)), sizes[i]) << names[i];
+    }
+    EXPECT_STREQ(dataTypeName(static_cast<DataType>(11)), "unknown");
+    EXPECT_EQ(dataTypeSize(static_cast<DataType>(11)), 0u);
+    const char* const classes[] = {"unknown", "constant", "variable", "dynamic", "unknown"};
+    const char* const options[] = {"default", "delta", "shuffle", "delta+shuffle", "unknown"};
+    for (std::uint8_t i = 0; i < 5; ++i) {
+        EXPECT_STREQ(PointAttribute::storageClassName(i), classes[i]);
+        EXPECT_STREQ(PointAttribute::compressionOptionsName(i), options[i]);
+    }
+}
+
 // Ending these queries may do the work, so its failure must not be lost.
 TEST_F(Layer, TellsWhenAQueryFailsAtItsEnd) {
     for (const Action& action : actions()) {

@@ -22,6 +22,7 @@ struct Log {
     std::vector<std::string> names;
     int failing = -1;  // the index of the call that fails
     std::map<const void*, std::string> live;
+    std::map<const void*, int> ordinals;  // "#1" is the context, "#2" and "#3" the databases
     std::map<const void*, int> locks;
     std::set<char*> texts;
     std::set<const void*> results;
@@ -29,6 +30,7 @@ struct Log {
     std::list<std::string> kept;      // what const char* outputs refer to
     std::uint32_t number = 10;        // of the last output
     std::uintptr_t handle = 0x1000;   // the last one
+    unsigned handles = 0;
     int failures = 0;
 };
 inline Log& log() {
@@ -44,6 +46,7 @@ struct Call {
     bool isDelete = false;
     std::uint32_t count = 0;              // the last number given, or handed out
     const std::uint32_t* list = nullptr;  // one whose length comes behind it
+    qrb_pointcloud* const* databases = nullptr;
 
     std::string shortName() const {
         const std::size_t at = name.rfind("get_");
@@ -58,9 +61,9 @@ struct Call {
     }
 };
 
-template <typename T>
-constexpr bool isHandle = !std::is_arithmetic_v<T> && !std::is_void_v<T> &&
-                          !std::is_function_v<T> && !std::is_pointer_v<T>;
+inline std::string handleName(const void* handle) {
+    return "#" + std::to_string(log().ordinals[handle]);
+}
 
 template <typename T>
 void take(Call& call, T value) {
@@ -71,6 +74,13 @@ void take(Call& call, T value) {
         if (call.list) {
             call.arguments.back() = Call::numbers(call.list, static_cast<std::uint32_t>(value));
             call.list = nullptr;
+        }
+        if (call.databases) {
+            std::string text;
+            for (std::size_t i = 0; i < static_cast<std::size_t>(value); ++i)
+                text += handleName(call.databases[i]);
+            call.arguments.back() = "[" + text + "]";
+            call.databases = nullptr;
         }
         if constexpr (std::is_integral_v<T>) {
             call.count = static_cast<std::uint32_t>(value);
@@ -114,6 +124,7 @@ void take(Call& call, T value) {
         using Target = std::remove_pointer_t<T>;
         if constexpr (std::is_pointer_v<Target>) {
             if constexpr (std::is_const_v<Target>) {
+                call.databases = value;
                 call.add("databases");
             } else if (!call.fails) {
                 l.handle += 16;
@@ -126,7 +137,8 @@ void take(Call& call, T value) {
                     *value = reinterpret_cast<Target>(l.handle);
                 }
                 l.live[*value] = call.name;
-                call.add(">handle");
+                l.ordinals[*value] = static_cast<int>(++l.handles);
+                call.add(">" + handleName(*value));
             }
         } else if constexpr (std::is_void_v<std::remove_const_t<Target>>) {
             call.add(value ? "buffer" : "null");
@@ -163,7 +175,7 @@ void take(Call& call, T value) {
                 ++l.locks[value];
             if (call.name == "qrb_object_unlock_cf")
                 --l.locks[value];
-            call.add(value ? "h" : "null");
+            call.add(value ? handleName(value) : "null");
         }
     }
 }
