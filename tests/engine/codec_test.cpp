@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/resource.h>
 #include <array>
 #include <cmath>
 #include <optional>
@@ -211,11 +212,23 @@ TEST(Codec, DamageGivesAnErrorAndNeverACrash) {
     EXPECT_GT(refused, 1000u);
 }
 
+// The most memory that the process ever had.
+std::size_t residentBytes() {
+    rusage usage{};
+    ::getrusage(RUSAGE_SELF, &usage);
+    return static_cast<std::size_t>(usage.ru_maxrss) * 1024;
+}
+
 TEST(Codec, TakesNoMemoryForWhatAHeaderClaims) {
     Decoder decoder;
     // A frame that claims 2^40 bytes.
     Bytes frame{4, 0x28, 0xb5, 0x2f, 0xfd, 0xe0, 0, 0, 0, 0, 0, 1, 0, 0, 0x03, 0, 0};
     EXPECT_FALSE(decodeDamaged(decoder, frame, 8, std::size_t(1) << 37));
+    // And one that claims four gigabytes, which could be had.
+    Bytes large{4, 0x28, 0xb5, 0x2f, 0xfd, 0xe0, 0, 0, 0, 0, 1, 0, 0, 0, 0x03, 0, 0};
+    const std::size_t before = residentBytes();
+    EXPECT_FALSE(decodeDamaged(decoder, large, 8, std::size_t(1) << 29));
+    EXPECT_LT(residentBytes(), before + (std::size_t(64) << 20));
     EXPECT_FALSE(decodeDamaged(decoder, Bytes{1, 0, 0, 0, 0}, 8, std::size_t(1) << 37));
     EXPECT_FALSE(decodeDamaged(decoder, Bytes{}, 8, 0));
     EXPECT_FALSE(decodeDamaged(decoder, Bytes{77, 0}, 1, 1));

@@ -14,9 +14,9 @@ using tarvo::engine::IdSet;
 
 TEST(IdSet, HoldsWhatASimpleSetHolds) {
     std::uint64_t seed = std::random_device()();
-    if (const char* given = std::getenv("QRB_TEST_SEED"))
+    if (const char* given = std::getenv("QRB_SEED"))
         seed = std::strtoull(given, nullptr, 10);
-    std::cout << "QRB_TEST_SEED=" << seed << std::endl;
+    std::cout << "QRB_SEED=" << seed << std::endl;
     std::mt19937_64 random(seed);
     IdSet ids;
     std::set<std::uint64_t> right;

@@ -128,6 +128,41 @@ TEST_F(Handles, ReadingQueriesOutliveTheirDatabase) {
     }
 }
 
+TEST_F(Handles, AQueryThatReadsAheadGoesOnBesideATransactionAndWithoutItsDatabase) {
+    constexpr std::uint32_t count = 30'000;
+    commitPoints(count);
+    for (const bool closes : {false, true}) {
+        qrb_query_select* select = nullptr;
+        std::uint64_t id = 0;
+        std::uint64_t sum = 0;
+        std::uint32_t done = 0;
+        ok(t.qrb_pointcloud_query_select_new(c, cloud, 0, "tarvo.id > 0", &select));
+        ok(t.qrb_pointcloud_query_select_bind(c, select, "tarvo.id", QRB_DATA_TYPE_UINT64, &id, 0));
+        const auto read = [&](std::uint32_t points) {
+            done = 1;
+            for (std::uint32_t i = 0; i < points && done == 1; ++i) {
+                ok(t.qrb_pointcloud_query_select_next(c, select, 1, &done));
+                sum += done * id;
+            }
+        };
+        read(10);
+        begin(cloud);
+        read(1000);
+        insert(2000);
+        if (closes) {
+            ok(t.qrb_pointcloud_close(c, cloud));
+            EXPECT_FALSE(writerLocked());
+        } else {
+            read(1000);
+            ok(t.qrb_pointcloud_transaction_rollback(c, cloud));
+        }
+        read(count);
+        EXPECT_EQ(done, 0u);
+        EXPECT_EQ(sum, std::uint64_t(count) * (count + 1) / 2);
+        ok(t.qrb_pointcloud_query_select_delete(c, select));
+    }
+}
+
 TEST_F(Handles, QueriesOfATransactionFailWhenItEndsWithItsDatabase) {
     commitPoints(100);
     begin(cloud);
