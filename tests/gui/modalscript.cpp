@@ -28,7 +28,7 @@ void ModalScript::arm() {
     QTimer* timer = m_timers.back().get();
     QObject::connect(timer, &QTimer::timeout, timer, [this, timer] {
         auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-        if (!dialog || !takesKeys(dialog) || m_seen.contains(dialog))
+        if (!dialog || m_seen.contains(dialog) || !takesKeys(dialog))
             return;
         timer->stop();
         m_seen += dialog;

@@ -65,7 +65,9 @@ void select(const SampleWindow& window, const char* tab, const char* tree,
 void doubleClick(QTreeWidget* tree, QTreeWidgetItem* item, int column) {
     const QModelIndex index = tree->indexFromItem(item, column);
     tree->scrollTo(index);
-    QTest::mouseDClick(tree->viewport(), Qt::LeftButton, {}, tree->visualRect(index).center());
+    const QPoint place = tree->visualRect(index).center();
+    QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, place);
+    QTest::mouseDClick(tree->viewport(), Qt::LeftButton, {}, place);
 }
 
 }  // namespace
