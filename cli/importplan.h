@@ -2,6 +2,7 @@
 #pragma once
 
 #include "cli/importsteps.h"
+#include "cli/table/fit.h"
 #include "cli/table/pointsource.h"
 
 #include <map>

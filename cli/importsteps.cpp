@@ -98,7 +98,8 @@ void insertPoints(const qrb::Pointcloud& cloud, PointSource& source,
         DataType type = columns[i].type;
         const void* values = source.values(i);
         if (target.replacement) {
-            filled[i] = std::make_unique<FilledColumn>(type, target.noValue, *target.replacement);
+            filled[i] = std::make_unique<FilledColumn>(type, target.noValue, *target.replacement,
+                                                       source.largestBatch());
             type = filled[i]->type();
             values = filled[i]->values();
         }

@@ -15,6 +15,9 @@ namespace tarvo::cli::csv {
 
 namespace {
 
+// Of all columns together.
+constexpr std::size_t valuesAtOnce = 8u << 20;
+
 constexpr std::uint32_t maximumLength = 4096;  // elements of an attribute
 
 template <typename T>
@@ -69,9 +72,12 @@ Column columnOf(const std::string& title) {
 CsvSource::CsvSource(const std::string& fileName) : m_fileName(fileName), m_lines(fileName) {
     readHeader();
     findTypes();
+    // A header line may name any number of columns.
+    m_largestBatch = static_cast<std::uint32_t>(
+        std::clamp<std::size_t>(valuesAtOnce / m_columns.size(), 1, batchSize));
     m_values.resize(m_columns.size());
     for (auto& values : m_values) {
-        values.resize(batchSize);
+        values.resize(m_largestBatch);
     }
     rewind();
 }
@@ -164,7 +170,7 @@ double CsvSource::progress() const {
 
 std::uint32_t CsvSource::next() {
     std::uint32_t count = 0;
-    while (count < batchSize && nextRow()) {
+    while (count < m_largestBatch && nextRow()) {
         for (std::size_t i = 0; i < m_columns.size(); ++i) {
             parse(i, count);
         }

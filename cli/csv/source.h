@@ -16,6 +16,7 @@ public:
     const std::vector<Column>& columns() const override { return m_columns; }
     double progress() const override;
     void rewind() override;
+    std::uint32_t largestBatch() const override { return m_largestBatch; }
     std::uint32_t next() override;
     const void* values(std::size_t column) const override { return m_values[column].data(); }
 
@@ -31,6 +32,7 @@ private:
     char m_separator = ',';
     std::vector<std::string> m_names;  // of the header line
     std::vector<Column> m_columns;
+    std::uint32_t m_largestBatch = batchSize;
     std::vector<std::vector<std::uint64_t>> m_values;  // 8 bytes each, of the column's type
     std::vector<std::string_view> m_fields;
     std::vector<std::string> m_storage;

@@ -22,12 +22,13 @@ DataType typeToHold(DataType type, double replacement) {
 
 }  // namespace
 
-FilledColumn::FilledColumn(DataType type, std::optional<double> noValue, double replacement)
+FilledColumn::FilledColumn(DataType type, std::optional<double> noValue, double replacement,
+                           std::uint32_t largestBatch)
     : m_sourceType(type),
       m_type(typeToHold(type, replacement)),
       m_noValue(noValue),
       m_replacement(replacement),
-      m_values(batchSize) {}
+      m_values(largestBatch) {}
 
 template <typename To>
 void FilledColumn::fillAs(const void* values, std::uint32_t count) {

@@ -12,11 +12,13 @@ namespace tarvo::cli {
 class FilledColumn {
 public:
     // Values of the type that are NaN or equal noValue become the replacement, which may be NaN.
-    FilledColumn(DataType type, std::optional<double> noValue, double replacement);
+    // largestBatch: of the source.
+    FilledColumn(DataType type, std::optional<double> noValue, double replacement,
+                 std::uint32_t largestBatch);
 
     // The type of the values handed out: one that holds the replacement too.
     DataType type() const { return m_type; }
-    // 8 bytes each, at most batchSize of them. The address doesn't change.
+    // 8 bytes each, at most largestBatch of them. The address doesn't change.
     const void* values() const { return m_values.data(); }
     // Takes the next batch of packed values.
     void fill(const void* values, std::uint32_t count);

@@ -34,6 +34,9 @@ struct Column {
     }
 };
 
+// Points of one batch.
+inline constexpr std::uint32_t batchSize = 65536;
+
 class PointSource {
 public:
     virtual ~PointSource() = default;
@@ -45,6 +48,8 @@ public:
 
     // Back to the first point.
     virtual void rewind() = 0;
+    // The most points of a batch: batchSize, or fewer of very many columns.
+    virtual std::uint32_t largestBatch() const { return batchSize; }
     // Reads the next batch into the columns' buffers; the number of points, 0 at the end.
     virtual std::uint32_t next() = 0;
     // The buffer of a column: packed values of its type. The address doesn't change.
@@ -55,8 +60,5 @@ public:
     // Metadata items that tell about the file: name and JSON text.
     virtual std::vector<std::pair<std::string, std::string>> metaData() const { return {}; }
 };
-
-// Points of one batch.
-inline constexpr std::uint32_t batchSize = 65536;
 
 }  // namespace tarvo::cli

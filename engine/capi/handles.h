@@ -9,7 +9,6 @@
 
 #include <functional>
 #include <memory>
-#include <source_location>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -99,12 +98,12 @@ std::shared_ptr<GraphNode> given(qrb_graph_node* node, const char* what);
 // Runs a context-bound function; `where` names it in the log. The function may take the context.
 template <typename Function>
 qrb_status call(qrb_context* context, Function&& function,
-                std::source_location where = std::source_location::current()) noexcept {
+                const char* where = __builtin_FUNCTION()) noexcept {
     const std::shared_ptr<Context> bound = findObject(context);
     if (!bound)
         return QRB_FAILURE;
     try {
-        bound->log.called(where.function_name());
+        bound->log.called(where);
         if constexpr (std::is_invocable_v<Function, Context&>)
             function(*bound);
         else
@@ -112,7 +111,7 @@ qrb_status call(qrb_context* context, Function&& function,
         return QRB_SUCCESS;
     } catch (...) {
         bound->error.describeException();
-        bound->log.failed(where.function_name(), bound->error.text());
+        bound->log.failed(where, bound->error.text());
         return QRB_FAILURE;
     }
 }

@@ -10,17 +10,6 @@
 
 namespace tarvo::engine::capi {
 
-namespace {
-
-// "qrb_status qrb_context_new(qrb_context**, ...)" -> "qrb_context_new"
-std::string_view functionName(std::string_view signature) {
-    signature = signature.substr(0, signature.find('('));
-    const std::size_t blank = signature.find_last_of(" *");
-    return blank == std::string_view::npos ? signature : signature.substr(blank + 1);
-}
-
-}  // namespace
-
 Log::Log(std::string_view level, const std::string& path) {
     std::string name;
     for (const char c : level)
@@ -54,9 +43,8 @@ void Log::failed(const char* function, const char* text) noexcept {
 
 void Log::write(const char* kind, const char* function, const char* text) noexcept {
     try {
-        const std::string name(functionName(function));
-        std::fprintf(m_file.get(), "%s %s %s%s%s\n", session::timestamp().c_str(), kind,
-                     name.c_str(), *text ? ": " : "", text);
+        std::fprintf(m_file.get(), "%s %s %s%s%s\n", session::timestamp().c_str(), kind, function,
+                     *text ? ": " : "", text);
         std::fflush(m_file.get());
     } catch (...) {
         // A log that can't be written must not fail the call that it tells of.

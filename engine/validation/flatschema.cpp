@@ -366,8 +366,9 @@ void tameNumbers(rapidjson::Value& value) {
         for (Value& element : value.GetArray())
             tameNumbers(element);
     } else if (value.IsObject()) {
-        for (auto& member : value.GetObject())
-            tameNumbers(member.value);
+        const auto end = value.MemberEnd();
+        for (auto member = value.MemberBegin(); member < end; ++member)
+            tameNumbers(member->value);
     } else if (value.IsUint64() && !value.IsInt64()) {
         value.SetDouble(static_cast<double>(value.GetUint64()));
     }

@@ -1,0 +1,215 @@
+// Hostile databases whose checksums are right. An input is a database in parts (parts.h), or a file
+// as it is where it begins like one. Everything in it is read, then it is changed.
+//
+// QRB_TAKE_APART=DATABASE fuzz_database: writes the parts to the standard output, for seeds.
+#include "engine/query/commit.h"
+#include "engine/query/fill.h"
+#include "engine/query/insert.h"
+#include "engine/query/remove.h"
+#include "engine/query/select.h"
+#include "engine/report/report.h"
+#include "engine/session/session.h"
+#include "engine/validation/conformance.h"
+#include "tests/fuzz/folder.h"
+#include "tests/fuzz/parts.h"
+#include "tests/fuzz/survive.h"
+
+#include <cstring>
+#include <iostream>
+#include <random>
+
+using namespace tarvo;
+using namespace tarvo::engine;
+using fuzz::survive;
+
+namespace {
+
+constexpr int mostCalls = 30;  // of a query: a file may well claim very many points
+constexpr std::uint64_t mostInspected = 200'000;
+
+// Pictures take far longer than everything else: one input in some has them.
+bool drawsPicture = false;
+
+void readPoints(session::Session& session, const std::string& filter) {
+    survive([&] {
+        query::SelectQuery query(session, {}, filter);
+        const std::uint32_t rows = 512;
+        std::vector<std::vector<double>> buffers;
+        for (const schema::Attribute& attribute : session.state()->attributes.all()) {
+            const std::uint32_t length = attribute.record.length;
+            buffers.emplace_back(std::size_t(rows) * length);
+            query.bind(attribute.record.name, QRB_DATA_TYPE_DOUBLE, buffers.back().data(),
+                       static_cast<std::int32_t>(length * sizeof(double)));
+        }
+        for (int i = 0; i < mostCalls; ++i)
+            if (query.next(rows) == 0)
+                break;
+    });
+}
+
+void readState(session::Session& session) {
+    survive([&] { (void)session.changelog(); });
+    std::shared_ptr<const session::State> state;
+    if (!survive([&] { state = session.state(); }))
+        return;
+    for (const auto& item : state->metaData) {
+        survive([&] { (void)session.metaData(item.first); });
+        survive([&] { (void)session.verifyMetaData(item.first, {}); });
+    }
+    readPoints(session, "");
+    for (const schema::Attribute& attribute : state->attributes.all())
+        if (attribute.record.length == 1) {
+            readPoints(session, attribute.record.name + " > 5");
+            break;
+        }
+    readPoints(session, "find fullest leaf");
+    if (state->pointCount <= mostInspected)
+        for (const std::uint8_t format : {1, 2, 3, 4})
+            if (format != 3 || drawsPicture)
+                survive([&] { (void)report::inspect(session, format); });
+    survive([&] {
+        (void)validation::deviations(
+            session,
+            validation::readFileSchema(
+                R"({"identifier":"a","extension":"a","attributes":["xyz*"],"metadata":["own?"]})"),
+            true);
+    });
+}
+
+void change(session::Session& session) {
+    if (!survive([&] { session.begin("change", "fuzzer", "", ""); }))
+        return;
+    survive([&] { session.setMetaData("own", "{\"a\": 1}"); });
+    survive([&] { session.appendMessage("a message"); });
+    survive([&] { session.importChangelog(session.changelog()); });
+    std::shared_ptr<const session::State> state;
+    survive([&] { state = session.state(); });
+    if (state && state->pointCount <= mostInspected) {
+        survive([&] {
+            query::InsertQuery query(session);
+            const std::vector<schema::Attribute>& all = state->attributes.all();
+            const std::vector<double> values(all.at(0).record.length * 3, 0.0);
+            query.bind(all[0].record.name, QRB_DATA_TYPE_DOUBLE, values.data(),
+                       static_cast<std::int32_t>(all[0].record.length * sizeof(double)));
+            query.next(3);
+        });
+        survive([&] {
+            const std::uint64_t ids[] = {1, 2, 77};
+            query::RemoveQuery query(session);
+            query.bind(QRB_DATA_TYPE_UINT64, ids, sizeof ids[0]);
+            query.next(3);
+        });
+        survive([&] {
+            const schema::Attribute& last = state->attributes.all().back();
+            const std::vector<double> value(last.record.length, last.record.minimumValue);
+            query::FillQuery query(session, {}, "");
+            query.bind(last.record.name, QRB_DATA_TYPE_DOUBLE, value.data());
+            for (int i = 0; i < mostCalls && query.next(10000) > 0; ++i) {
+            }
+        });
+        survive([&] { session.setLevelOfDetail(2, 3); });
+    }
+    if (!survive([&] { query::commit(session); })) {
+        survive([&] { session.rollback(); });
+        return;
+    }
+    readPoints(session, "");
+}
+
+void useFile(const std::string& file) {
+    (void)store::Container::recognises(file);
+    survive([&] {
+        session::Session session(file, {8u << 20}, "fuzzer");
+        readState(session);
+        std::vector<std::uint32_t> transactions;
+        survive([&] { transactions = session.transactions(); });
+        if (transactions.size() > 8)
+            transactions.resize(8);
+        for (const std::uint32_t id : transactions) {
+            survive([&] { (void)session.details(id); });
+            survive([&] { (void)session.size({id}); });
+        }
+        change(session);
+        survive([&] { session.vacuum(); });
+        for (const std::uint32_t id : transactions)
+            if (survive([&] { session.restore(id); }))
+                readState(session);
+        survive([&] { session.finalize(); });
+        survive([&] { session.vacuum(); });
+    });
+}
+
+}  // namespace
+
+extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, std::size_t most);
+
+extern "C" int LLVMFuzzerInitialize(int*, char***) {
+    const char* const file = std::getenv("QRB_TAKE_APART");
+    if (!file)
+        return 0;
+    const Bytes bytes = fuzz::bytesFromParts(fuzz::takeApart(file));
+    std::cout.write(reinterpret_cast<const char*>(bytes.data()),
+                    static_cast<std::streamsize>(bytes.size()));
+    std::exit(std::cout.flush() ? 0 : 1);
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string file = fuzz::folder().file("a.qrbx");
+    drawsPicture = size % 61 == 0;
+    if (size >= 16 && std::memcmp(data, "SQLite format 3", 16) == 0) {
+        std::filesystem::remove(file + "-journal");
+        useFile(fuzz::folder().write("a.qrbx", data, size));
+    } else {
+        fuzz::assemble(fuzz::partsFromBytes({data, size}), file);
+        useFile(file);
+    }
+    return 0;
+}
+
+// Changes one part, most times; the rest is left right.
+extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size,
+                                               std::size_t most, unsigned seed) {
+    std::minstd_rand random(seed);
+    if (size < 16 || std::memcmp(data, "SQLite format 3", 16) == 0 || random() % 50 == 0)
+        return LLVMFuzzerMutate(data, size, most);
+    fuzz::Parts parts = fuzz::partsFromBytes({data, size});
+    const auto any = [&]() -> fuzz::Part& { return parts[random() % parts.size()]; };
+    if (parts.empty())
+        return LLVMFuzzerMutate(data, size, most);
+    switch (random() % 20) {
+        case 0:
+            std::swap(any(), any());
+            break;
+        case 1:
+            parts.erase(parts.begin() + static_cast<std::ptrdiff_t>(random() % parts.size()));
+            break;
+        case 2:
+            parts.insert(parts.begin() + static_cast<std::ptrdiff_t>(random() % parts.size()),
+                         any());
+            break;
+        case 3:
+            any().kind =
+                static_cast<fuzz::Kind>(random() % static_cast<unsigned>(fuzz::Kind::Count));
+            break;
+        case 4: {
+            fuzz::Part& part = any();
+            const std::uint32_t count = 1u << random() % 16;
+            part.kind = fuzz::Kind::Bomb;
+            part.content.assign(5, 0);
+            std::memcpy(part.content.data(), &count, 4);
+            break;
+        }
+        default:
+            for (unsigned i = 0; i <= random() % 3; ++i) {
+                Bytes& content = any().content;
+                const std::size_t before = content.size();
+                content.resize(before + 64);
+                content.resize(LLVMFuzzerMutate(content.data(), before, content.size()));
+            }
+    }
+    const Bytes bytes = fuzz::bytesFromParts(parts);
+    if (bytes.size() > most)
+        return LLVMFuzzerMutate(data, size, most);
+    std::memcpy(data, bytes.data(), bytes.size());
+    return bytes.size();
+}

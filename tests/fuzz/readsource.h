@@ -1,0 +1,34 @@
+// Reads a source of points as an import does: its description, every value twice, the definitions
+// that hold them.
+#pragma once
+
+#include "cli/errors.h"
+#include "cli/importplan.h"
+#include "qrb/error.h"
+#include "tests/fuzz/survive.h"
+
+#include <memory>
+
+namespace tarvo::fuzz {
+
+template <typename Open>
+void readSource(const Open& open) {
+    try {
+        cli::PointSources sources;
+        sources.push_back(open());
+        cli::PointSource& source = *sources.front();
+        (void)source.metaData();
+        const cli::ImportPlan plan = cli::planImport(sources, "tarvo.xyz");
+        source.rewind();
+        std::uint64_t count = 0;
+        while (const std::uint32_t points = source.next())
+            count += points;
+        require(count == plan.pointCount, "a source has the same points twice");
+    } catch (const cli::Failure& failure) {
+        require(*failure.what() != 0, "failures have words");
+    } catch (const qrb::Error& error) {
+        require(*error.what() != 0, "errors have words");
+    }
+}
+
+}  // namespace tarvo::fuzz
