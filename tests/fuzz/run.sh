@@ -1,6 +1,6 @@
 #!/bin/sh
-# run.sh PROGRAM CORPUS FOLDER: lets a fuzzer go through its kept corpus and then search for 15
-# seconds, or QRB_SOAK_SECONDS. Finds go to FOLDER/artifacts; PROGRAM FILE replays one. The seed is
+# run.sh PROGRAM CORPUS FOLDER [--seconds N]: lets a fuzzer go through its kept corpus and then search
+# for N seconds (15). Finds go to FOLDER/artifacts; PROGRAM FILE replays one. The seed is
 # QRB_SEED or a random one. The line of figures goes to QRB_FIGURES, where the environment names it.
 set -eu
 program=$1
@@ -9,7 +9,7 @@ folder=$3
 name=$(basename "$program")
 seed=${QRB_SEED:-$(od -An -N4 -tu4 /dev/urandom | tr -d ' ')}
 seed=$((seed % 4294967295))
-seconds=${QRB_SOAK_SECONDS:-15}
+seconds=${5:-15}
 found=$folder/found/$name
 log=$folder/$name.log
 mkdir -p "$folder/artifacts" "$found"
