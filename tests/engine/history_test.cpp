@@ -4,6 +4,8 @@
 
 #include "engine/query/commit.h"
 #include "engine/query/redefine.h"
+#include "engine/query/remove.h"
+#include "engine/query/update.h"
 
 #include <gtest/gtest.h>
 
@@ -82,6 +84,57 @@ TEST_F(History, IsToldByTheChangelogWithWhatEachTransactionChanged) {
           "Level of detail: thinout, size 30\n", "Message: by hand:\n    [ #99] not an entry\n"})
         EXPECT_NE(all[2].find(line), std::string::npos) << line << all[2];
     EXPECT_EQ(all[2].find("\nSignature:"), std::string::npos);
+}
+
+TEST_F(History, TellsEveryKindOfChange) {
+    addPoints(10, 1);
+    m_session->begin("made", "agent", "", "");
+    m_session->addAttribute(record("kept", 0, 10));
+    m_session->addAttribute(record("gone", 0, 10));
+    m_session->setMetaData("changed", "1");
+    m_session->setMetaData("gone", "1");
+    m_session->setMetaData("signed", "1");
+    m_session->signMetaData("signed", m_signer);
+    query::commit(*m_session);
+
+    m_session->begin("everything", "agent", "", "");
+    std::uint64_t ids[] = {1, 2, 3};
+    const double values[] = {5, 6, 7};
+    {
+        query::UpdateQuery query(*m_session);
+        query.bind("tarvo.id", QRB_DATA_TYPE_UINT64, ids, 8);
+        query.bind("kept", QRB_DATA_TYPE_DOUBLE, values, 8);
+        EXPECT_EQ(query.next(3), 3u);
+    }
+    {
+        query::RemoveQuery query(*m_session);
+        query.bind(QRB_DATA_TYPE_UINT64, ids, 8);
+        EXPECT_EQ(query.next(2), 2u);
+    }
+    query::putAttribute(*m_session, record("kept", -5, 10));
+    query::discardAttribute(*m_session, "amplitude");
+    query::duplicateAttribute(*m_session, "kept", "copy");
+    query::removeAttribute(*m_session, "gone");
+    m_session->setMetaData("changed", "2");
+    m_session->setMetaData("new", "2");
+    m_session->removeMetaData("gone");
+    m_session->signMetaData("signed", {});
+    m_session->setLevelOfDetail(2, 3);
+    query::commit(*m_session);
+    const std::string entry = entries().back();
+    for (const char* line :
+         {"Points: updated 3; removed 2; now 8\n",
+          "Point attributes: added copy; redefined kept; removed gone\n",
+          "Point attributes: discarded the values of amplitude\n",
+          "Metadata: added new; changed changed; signature removed from signed; removed gone\n",
+          "Level of detail: combine, size 3\n"})
+        EXPECT_NE(entry.find(line), std::string::npos) << line << entry;
+
+    // What changed nothing says so by silence.
+    m_session->begin("nothing", "agent", "", "");
+    query::commit(*m_session);
+    for (const char* topic : {"Points:", "Point attributes:", "Metadata:", "Level", "Message:"})
+        EXPECT_EQ(entries().back().find(topic), std::string::npos) << entries().back();
 }
 
 TEST_F(History, IsSignedSoThatEveryChangeOfAnEntryShows) {

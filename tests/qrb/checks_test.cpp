@@ -153,18 +153,4 @@ TEST_F(Checks, WhatAProgressFunctionThrowsStopsTheWorkAndArrivesUnchanged) {
     EXPECT_NO_THROW(cloud.management().vacuum());
 }
 
-TEST(Names, OfTypesAndClasses) {
-    using namespace qrb::pointcloud;
-    EXPECT_STREQ(dataTypeName(DataType::NONE), "NONE");
-    EXPECT_STREQ(dataTypeName(DataType::DOUBLE), "DOUBLE");
-    EXPECT_STREQ(dataTypeName(static_cast<DataType>(11)), "unknown");
-    EXPECT_EQ(dataTypeSize(DataType::SINGLE), 4u);
-    EXPECT_EQ(dataTypeSize(static_cast<DataType>(11)), 0u);
-    EXPECT_STREQ(PointAttribute::storageClassName(0), "unknown");
-    EXPECT_STREQ(PointAttribute::storageClassName(3), "dynamic");
-    EXPECT_STREQ(PointAttribute::storageClassName(4), "unknown");
-    EXPECT_STREQ(PointAttribute::compressionOptionsName(3), "delta+shuffle");
-    EXPECT_STREQ(PointAttribute::compressionOptionsName(4), "unknown");
-}
-
 }  // namespace

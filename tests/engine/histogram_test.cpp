@@ -1,0 +1,135 @@
+// Histograms at the ends of their bins, against a count of the values themselves.
+#include "tests/engine/database.h"
+
+#include "engine/report/histogram.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <set>
+
+namespace tarvo::engine {
+namespace {
+
+using namespace testing;
+using report::Bin;
+using report::Histogram;
+
+// The histogram of an attribute that has these values.
+Histogram histogramOf(const schema::AttributeRecord& attribute, std::vector<double> values) {
+    TemporaryFolder folder;
+    const std::string file = folder.file("a.qrbx");
+    session::Session::create(file, settings(1, 50), "test", {attribute});
+    session::Session session(file, {}, "test");
+    session.begin("t", "test", "", "");
+    std::vector<double> xyz(values.size() * 3);
+    for (std::size_t i = 0; i < values.size(); ++i)
+        xyz[i * 3] = static_cast<double>(i % 1000);
+    {
+        query::InsertQuery query(session);
+        query.bind("xyz", QRB_DATA_TYPE_DOUBLE, xyz.data(), 24);
+        query.bind(attribute.name, QRB_DATA_TYPE_DOUBLE, values.data(), 8);
+        query.next(static_cast<std::uint32_t>(values.size()));
+    }
+    session.commit();
+    const report::Facts facts = report::gatherFacts(session);
+    for (Histogram& histogram : report::makeHistograms(session, facts, 1))
+        if (facts.state->attributes[histogram.column.attribute].record.name == attribute.name)
+            return std::move(histogram);
+    return {};
+}
+
+// Each value stands in exactly the bin that says so. halfOpen: the end of a bin belongs to the
+// next.
+void expectCounted(const Histogram& histogram, const std::vector<double>& values, bool halfOpen) {
+    ASSERT_FALSE(histogram.bins.empty());
+    std::uint64_t sum = 0;
+    for (std::size_t b = 0; b < histogram.bins.size(); ++b) {
+        const Bin& bin = histogram.bins[b];
+        const double from = std::strtod(bin.from.c_str(), nullptr);
+        const double to = std::strtod(bin.to.c_str(), nullptr);
+        const bool open = halfOpen && b + 1 < histogram.bins.size();
+        EXPECT_LE(from, to);
+        if (b > 0) {
+            const double before = std::strtod(histogram.bins[b - 1].to.c_str(), nullptr);
+            EXPECT_TRUE(halfOpen ? before <= from : before < from) << "bin " << b;
+        }
+        const auto expected = std::count_if(values.begin(), values.end(), [&](double value) {
+            return value >= from && (open ? value < to : value <= to);
+        });
+        EXPECT_EQ(bin.count, static_cast<std::uint64_t>(expected)) << bin.from << " " << bin.to;
+        sum += bin.count;
+    }
+    EXPECT_EQ(sum, values.size());
+    EXPECT_EQ(histogram.count, values.size());
+    double mean = 0;
+    for (const double value : values)
+        mean += value / static_cast<double>(values.size());
+    EXPECT_NEAR(histogram.mean, mean, 1e-9 + std::abs(mean) * 1e-12);
+    EXPECT_EQ(std::strtod(histogram.minimum.c_str(), nullptr),
+              *std::min_element(values.begin(), values.end()));
+    EXPECT_EQ(std::strtod(histogram.maximum.c_str(), nullptr),
+              *std::max_element(values.begin(), values.end()));
+}
+
+// `different` values, the i-th of them i + 1 times.
+std::vector<double> staircase(int different, double first, double step) {
+    std::vector<double> values;
+    for (int i = 0; i < different; ++i)
+        values.insert(values.end(), static_cast<std::size_t>(i + 1), first + i * step);
+    return values;
+}
+
+TEST(Histograms, GiveFewValuesABinEachAndMoreARange) {
+    for (const bool named : {false, true}) {
+        schema::AttributeRecord attribute = record("n", -100, 1000);
+        if (named)
+            attribute.namedValues = "0=none\n3=three";
+        const int most = named ? 64 : 16;
+        for (const int different : {1, 2, most - 1, most, most + 1, 100})
+            for (const double step : {1.0, 3.0}) {
+                SCOPED_TRACE(std::to_string(different) + (named ? " named values, " : " values, ") +
+                             std::to_string(step) + " apart");
+                const std::vector<double> values = staircase(different, -9, step);
+                const Histogram histogram = histogramOf(attribute, values);
+                expectCounted(histogram, values, false);
+                EXPECT_EQ(histogram.singleValues, different <= most);
+                if (different <= most) {
+                    EXPECT_EQ(histogram.bins.size(), static_cast<std::size_t>(different));
+                } else {
+                    EXPECT_LE(histogram.bins.size(), 64u);
+                    EXPECT_GT(histogram.bins.size(), 16u);
+                }
+                for (const Bin& bin : histogram.bins)
+                    EXPECT_EQ(bin.name, named && bin.from == "0" && bin.to == "0"   ? "none"
+                                        : named && bin.from == "3" && bin.to == "3" ? "three"
+                                                                                    : "");
+            }
+    }
+}
+
+TEST(Histograms, CutScaledAndFloatValuesAtTheEndsOfTheirBins) {
+    const std::vector<double> scaled = staircase(90, -7.25, 0.25);
+    expectCounted(histogramOf(record("n", -10, 40, 0.25), scaled), scaled, false);
+    std::vector<double> real = staircase(65, -2, 0.0625);
+    for (const double edge : {-2.0, 2.0, 1.9999999, 1e-300})
+        real.push_back(edge);
+    expectCounted(histogramOf(record("n", -10, 40, 0), real), real, true);
+}
+
+TEST(Histograms, CountInvalidValuesApart) {
+    for (const double invalid : {-1.0, 50.0, 200.0}) {
+        schema::AttributeRecord attribute = record("n", 0, 100);
+        attribute.invalidValue = invalid;
+        const std::vector<double> valid = staircase(20, 3, 1);
+        std::vector<double> values = valid;
+        values.insert(values.begin() + 5, 7, invalid);
+        const Histogram histogram = histogramOf(attribute, values);
+        EXPECT_EQ(histogram.invalid, 7u) << invalid;
+        expectCounted(histogram, valid, false);
+    }
+}
+
+}  // namespace
+}  // namespace tarvo::engine
