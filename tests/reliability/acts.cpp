@@ -5,8 +5,6 @@
 #include <unistd.h>
 
 #include <cstdio>
-#include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <random>
 #include <stdexcept>
@@ -15,8 +13,6 @@
 int qrbtoolMain(int argc, char** argv);
 
 namespace tarvo::trial {
-
-namespace fs = std::filesystem;
 
 namespace {
 
@@ -139,36 +135,6 @@ void runTools(const std::vector<CommandLine>& lines) {
     for (const CommandLine& line : lines)
         if (runTool(line, output) != 0)
             throw std::runtime_error("qrbtool " + line.front() + ": " + output);
-}
-
-WorkFolder::WorkFolder(const std::string& name) {
-    std::error_code error;
-    const fs::path memory = "/dev/shm";
-    const bool roomy = fs::space(memory, error).available > 1'000'000'000u && !error;
-    const fs::path parent = roomy ? memory : fs::temp_directory_path();
-    m_path = (parent / ("qrb-" + name + "-" + std::to_string(::getpid()))).string();
-    fs::create_directories(m_path);
-}
-
-WorkFolder::~WorkFolder() {
-    std::error_code error;
-    fs::remove_all(m_path, error);
-}
-
-std::string WorkFolder::folder(const std::string& name) const {
-    const std::string path = m_path + "/" + name;
-    fs::create_directories(path);
-    return path;
-}
-
-void clear(const std::string& folder) {
-    for (const auto& entry : fs::directory_iterator(folder))
-        fs::remove_all(entry.path());
-}
-
-void copyFolder(const std::string& from, const std::string& to) {
-    clear(to);
-    fs::copy(from, to);
 }
 
 }  // namespace tarvo::trial

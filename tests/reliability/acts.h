@@ -23,23 +23,4 @@ int runTool(const CommandLine& words, std::string& output);
 // The same for what must succeed: throws std::runtime_error.
 void runTools(const std::vector<CommandLine>& lines);
 
-// A folder in memory where the system has one; gone with the object.
-class WorkFolder {
-public:
-    explicit WorkFolder(const std::string& name);
-    ~WorkFolder();
-    WorkFolder(const WorkFolder&) = delete;
-    WorkFolder& operator=(const WorkFolder&) = delete;
-    // Makes a folder in it.
-    std::string folder(const std::string& name) const;
-
-private:
-    std::string m_path;
-};
-
-// Removes everything in a folder.
-void clear(const std::string& folder);
-// Makes a folder hold what another one does.
-void copyFolder(const std::string& from, const std::string& to);
-
 }  // namespace tarvo::trial

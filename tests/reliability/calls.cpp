@@ -7,6 +7,7 @@
 #include "qrb/loader.h"
 #include "tests/reliability/callpool.h"
 #include "tests/reliability/trial.h"
+#include "tests/reliability/workfolder.h"
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -469,9 +470,8 @@ int main(int argc, char** argv) {
 #endif
     constexpr int workers = 2;
     trial::Trial trial("calls_trial", "sequences", argc, argv);
-    const fs::path memory =
-        fs::is_directory("/dev/shm") ? fs::path("/dev/shm") : fs::temp_directory_path();
-    const fs::path folder = memory / ("qrb-calls-" + std::to_string(::getpid()));
+    const trial::WorkFolder work("calls");
+    const fs::path folder = work.path();
     while (trial.next(least)) {
         ::pid_t children[workers];
         for (int worker = 0; worker < workers; ++worker) {
@@ -489,6 +489,5 @@ int main(int argc, char** argv) {
                 trial.bad("a process ended with status " + std::to_string(status));
         }
     }
-    fs::remove_all(folder);
     return trial.finish();
 }

@@ -3,6 +3,7 @@
 // must not make something wrong of what was right. The control takes the checksums away.
 #include "tests/reliability/damagebase.h"
 #include "tests/reliability/trial.h"
+#include "tests/reliability/workfolder.h"
 
 #include "engine/base/bytes.h"
 
@@ -46,20 +47,6 @@ namespace fs = std::filesystem;
 constexpr std::size_t pageSize = 8192;
 constexpr std::uint64_t shortForm = 80'000;  // flips
 constexpr std::size_t share = 16;  // of the bytes are flipped in one round: one in so many
-
-// Memory-backed where there is such a place.
-fs::path makeFolder() {
-    const fs::path memory = "/dev/shm";
-    std::error_code none;
-    std::string pattern = ((fs::is_directory(memory, none) && ::access(memory.c_str(), W_OK) == 0
-                                ? memory
-                                : fs::temp_directory_path()) /
-                           "qrb_damage-XXXXXX")
-                              .string();
-    if (!::mkdtemp(pattern.data()))
-        throw std::runtime_error("There is no folder to work in.");
-    return pattern;
-}
 
 // A database to be damaged, with what is true of it before and after a commit.
 struct Subject {
@@ -303,40 +290,34 @@ Subject makeSubject(const fs::path& folder, bool deep) {
 int run(int argc, char** argv) {
     Trial trial("damage_trial", "flips", argc, argv);
     s_withoutChecksums = trial.isControl();
-    const fs::path folder = makeFolder();
+    const WorkFolder work("damage");
+    const fs::path folder = work.path();
     Figures figures;
-    try {
-        const Subject subjects[] = {makeSubject(folder, false), makeSubject(folder, true)};
-        const unsigned threads = std::max(2u, std::thread::hardware_concurrency());
-        while (trial.next(shortForm)) {
-            // The deep one takes its time to be read: its index is one round in sixteen.
-            const bool deep = trial.round() % 16 == 15;
-            const Subject& subject = subjects[deep];
-            const std::uint64_t before =
-                deep ? trial.round() / 16 : trial.round() - trial.round() / 16;
-            std::vector<std::thread> workers;
-            const std::size_t first = before % share;
-            for (unsigned t = 0; t < threads; ++t) {
-                const std::uint64_t seed = trial.random()();
-                const std::string file = (folder / ("worker" + std::to_string(t))).string();
-                workers.emplace_back([&, seed, file, t] {
-                    try {
-                        Damager damager(trial, figures, subject, file, seed);
-                        damager.flip(first + t * share, share * threads);
-                        damager.damagePages(50);
-                    } catch (const std::exception& error) {
-                        trial.bad(std::string("The trial itself failed: ") + error.what());
-                    }
-                });
-            }
-            for (std::thread& worker : workers)
-                worker.join();
+    const Subject subjects[] = {makeSubject(folder, false), makeSubject(folder, true)};
+    const unsigned threads = std::max(2u, std::thread::hardware_concurrency());
+    while (trial.next(shortForm)) {
+        // The deep one takes its time to be read: its index is one round in sixteen.
+        const bool deep = trial.round() % 16 == 15;
+        const Subject& subject = subjects[deep];
+        const std::uint64_t before = deep ? trial.round() / 16 : trial.round() - trial.round() / 16;
+        std::vector<std::thread> workers;
+        const std::size_t first = before % share;
+        for (unsigned t = 0; t < threads; ++t) {
+            const std::uint64_t seed = trial.random()();
+            const std::string file = (folder / ("worker" + std::to_string(t))).string();
+            workers.emplace_back([&, seed, file, t] {
+                try {
+                    Damager damager(trial, figures, subject, file, seed);
+                    damager.flip(first + t * share, share * threads);
+                    damager.damagePages(50);
+                } catch (const std::exception& error) {
+                    trial.bad(std::string("The trial itself failed: ") + error.what());
+                }
+            });
         }
-    } catch (...) {
-        fs::remove_all(folder);
-        throw;
+        for (std::thread& worker : workers)
+            worker.join();
     }
-    fs::remove_all(folder);
     trial.note("found: " + std::to_string(figures.found));
     trial.note("without effect: " + std::to_string(figures.harmless));
     trial.note("damaged pages: " + std::to_string(figures.pages));

@@ -5,6 +5,7 @@
 #include "tests/reliability/contents.h"
 #include "tests/reliability/disk.h"
 #include "tests/reliability/trial.h"
+#include "tests/reliability/workfolder.h"
 
 #include <cstdlib>
 #include <exception>

@@ -2,11 +2,11 @@
 // it is acknowledged; it is killed at any time. Then the database must hold what the last
 // acknowledged commit made, or the one in hand, and take changes. The control acknowledges before
 // it commits.
-#include "tests/reliability/acts.h"
 #include "tests/reliability/contents.h"
 #include "tests/reliability/processes.h"
 #include "tests/reliability/survey.h"
 #include "tests/reliability/trial.h"
+#include "tests/reliability/workfolder.h"
 
 #include "qrb/error.h"
 #include "qrb/loader.h"

@@ -6,6 +6,7 @@
 #include "tests/qrb/allocations.h"
 #include "tests/reliability/memorywork.h"
 #include "tests/reliability/trial.h"
+#include "tests/reliability/workfolder.h"
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -59,17 +60,6 @@ namespace fs = std::filesystem;
 constexpr std::uint64_t shortForm = 5'000;  // failing allocations
 constexpr int perProcess = 25;
 constexpr int processes = 2;
-
-fs::path makeFolder() {
-    const fs::path memory = "/dev/shm";
-    std::string pattern =
-        ((::access(memory.c_str(), W_OK) == 0 ? memory : fs::temp_directory_path()) /
-         "qrb_memory-XXXXXX")
-            .string();
-    if (!::mkdtemp(pattern.data()))
-        throw std::runtime_error("There is no folder to work in.");
-    return pattern;
-}
 
 // A file with transactions 2 and 4, whose points have a place and a number, and 3, an item.
 void prepare(const std::string& file) {
@@ -263,7 +253,8 @@ struct Process {
 int run(int argc, char** argv) {
     Trial trial("memory_trial", "failing allocations", argc, argv);
     qrb::loadLibrary(QRBLIB_FILE);
-    const fs::path folder = makeFolder();
+    const WorkFolder place("memory");
+    const fs::path folder = place.path();
     const std::string prepared = (folder / "prepared.qrbx").string();
     prepare(prepared);
     while (trial.next(shortForm)) {
@@ -275,7 +266,6 @@ int run(int argc, char** argv) {
         for (const Process& process : running)
             process.join(trial, work.name);
     }
-    fs::remove_all(folder);
     qrb::freeLibrary();
     trial.note("kinds of work: " + std::to_string(allWork().size()));
     return trial.finish();

@@ -2,12 +2,12 @@
 // readers that look whether what they see is whole and of one moment. Nobody may be disturbed but
 // by the words that the file is in use, and every acknowledged commit must be there in the end. The
 // control does without the writer's lock.
-#include "tests/reliability/acts.h"
 #include "tests/reliability/contents.h"
 #include "tests/reliability/disk.h"
 #include "tests/reliability/processes.h"
 #include "tests/reliability/survey.h"
 #include "tests/reliability/trial.h"
+#include "tests/reliability/workfolder.h"
 
 #include "qrb/error.h"
 #include "qrb/loader.h"

@@ -7,6 +7,7 @@
 #include "tests/reliability/disk.h"
 #include "tests/reliability/platter.h"
 #include "tests/reliability/trial.h"
+#include "tests/reliability/workfolder.h"
 
 #include "qrb/error.h"
 

@@ -7,6 +7,7 @@
 #include "qrb/loader.h"
 #include "qrb/pointcloud.h"
 #include "tests/reliability/trial.h"
+#include "tests/reliability/workfolder.h"
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -233,9 +234,8 @@ int runThreads(const fs::path& folder, std::uint64_t seed, bool control) {
 
 int main(int argc, char** argv) {
     trial::Trial trial("race_trial", "works of threads", argc, argv);
-    const fs::path memory =
-        fs::is_directory("/dev/shm") ? fs::path("/dev/shm") : fs::temp_directory_path();
-    const fs::path folder = memory / ("qrb-race-" + std::to_string(::getpid()));
+    const trial::WorkFolder work("race");
+    const fs::path folder = work.path();
     while (trial.next(300)) {
         std::cout.flush();
         const ::pid_t child = ::fork();
