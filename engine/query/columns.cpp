@@ -36,15 +36,21 @@ std::shared_ptr<const schema::Column> readColumn(session::Session& session, cons
     if (auto cached = session.columns().get(block);
         cached && cached->width() == width && cached->size() == node.ownCount)
         return cached;
+    auto column =
+        std::make_shared<const schema::Column>(readBlock(session, node, attribute, element));
+    session.columns().put(block, column, column->bytes());
+    return column;
+}
+
+schema::Column readBlock(session::Session& session, const index::Node& node,
+                         const schema::Attribute& attribute, std::uint32_t element) {
+    const BlobRef& block = node.find(attribute.uid)->elements[element].block;
     const std::string what =
         "a block of \"" + attribute.record.name + "\" in node " + std::to_string(node.id);
     const Bytes bytes = session.container().read(block, what);
     static Spares<codec::Decoder> decoders;
     const Spares<codec::Decoder>::Loan decoder(decoders);
-    auto column =
-        std::make_shared<const schema::Column>(decoder->decode(bytes, width, node.ownCount, what));
-    session.columns().put(block, column, column->bytes());
-    return column;
+    return decoder->decode(bytes, attribute.grid.width(), node.ownCount, what);
 }
 
 std::vector<std::uint8_t> readRows(session::Session& session, const index::Node& node,

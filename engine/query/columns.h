@@ -17,6 +17,10 @@ std::shared_ptr<const schema::Column> readColumn(session::Session& session, cons
                                                  const schema::Attribute& attribute,
                                                  std::uint32_t element);
 
+// The same of an element that has a block, from the file, whatever the cache holds.
+schema::Column readBlock(session::Session& session, const index::Node& node,
+                         const schema::Attribute& attribute, std::uint32_t element);
+
 // The points of a node at the given indexes as rows, their keys still zero.
 std::vector<std::uint8_t> readRows(session::Session& session, const index::Node& node,
                                    const schema::AttributeTable& table,

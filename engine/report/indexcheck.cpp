@@ -1,6 +1,5 @@
-#include "engine/base/spares.h"
-#include "engine/codec/codec.h"
 #include "engine/query/blocks.h"
+#include "engine/query/columns.h"
 #include "engine/report/checkreading.h"
 
 #include <algorithm>
@@ -50,7 +49,7 @@ public:
                 if (attribute && e < attribute->record.length)
                     checkElement(*attribute, e, data.elements[e], m_work.isNew[at]);
                 else if (m_work.isNew[at])
-                    readBlock(data.elements[e].block, "a block of a point attribute", {}, e);
+                    readUnknown(data.elements[e].block, e);
         }
         if (m_node.isLeaf())
             checkKeys();
@@ -75,16 +74,17 @@ private:
         m_result.faults.push_back(std::move(found));
     }
 
-    // Empty where it can't be read; calls decode with the bytes otherwise.
-    std::optional<Bytes> readBlock(const BlobRef& block, std::string_view what,
-                                   const std::string& name, std::uint32_t element) {
+    // A block without definition.
+    void readUnknown(const BlobRef& block, std::uint32_t element) {
         try {
-            return m_session.container().read(block, what);
+            (void)m_session.container().read(block, "a block of a point attribute");
         } catch (const Failure& failure) {
-            m_result.faults.push_back(
-                CheckReading::faultOf(place(Fault::Kind::Block, name, element), failure));
-            return std::nullopt;
+            addFailure({}, element, failure);
         }
+    }
+    void addFailure(const std::string& name, std::uint32_t element, const Failure& failure) {
+        m_result.faults.push_back(
+            CheckReading::faultOf(place(Fault::Kind::Block, name, element), failure));
     }
 
     void checkElement(const Attribute& attribute, std::uint32_t e,
@@ -107,20 +107,12 @@ private:
         }
         if (!isNew)
             return;
-        const std::string what =
-            "a block of \"" + attribute.record.name + "\" in node " + std::to_string(m_node.id);
-        const std::optional<Bytes> bytes = readBlock(element.block, what, attribute.record.name, e);
-        if (!bytes)
-            return;
         std::shared_ptr<const schema::Column> column;
         try {
-            static Spares<codec::Decoder> decoders;
-            const Spares<codec::Decoder>::Loan decoder(decoders);
             column = std::make_shared<const schema::Column>(
-                decoder->decode(*bytes, grid.width(), m_node.ownCount, what));
+                query::readBlock(m_session, m_node, attribute, e));
         } catch (const Failure& failure) {
-            m_result.faults.push_back(CheckReading::faultOf(
-                place(Fault::Kind::Block, attribute.record.name, e), failure));
+            addFailure(attribute.record.name, e, failure);
             return;
         }
         const ElementStatistics found = schema::statistics(*column, grid);

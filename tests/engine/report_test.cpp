@@ -306,7 +306,7 @@ TEST_F(ReportTest, AnEmptyDatabaseHasReportsToo) {
     EXPECT_TRUE(isWellFormed(html));
     EXPECT_EQ(html.find("<img"), std::string::npos);
     EXPECT_EQ(csvOf(report(4)).size(), 1u);
-    EXPECT_THROW(report(5), Failure);
+    EXPECT_THROW(report(6), Failure);
     EXPECT_THROW(report(0), Failure);
 }
 
