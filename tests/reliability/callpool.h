@@ -17,10 +17,7 @@ namespace tarvo::trial {
 
 class CallPool {
 public:
-    explicit CallPool(Random& random) : m_random(random), m_memory(1u << 23) {
-        for (std::uint8_t& byte : m_memory)
-            byte = static_cast<std::uint8_t>(m_random() % 4);
-    }
+    explicit CallPool(Random& random) : m_random(random) {}
 
     std::uint64_t pick(std::uint64_t below) { return m_random() % below; }
     bool chance(unsigned perCent) { return pick(100) < perCent; }
@@ -143,7 +140,9 @@ public:
     T* memory() {
         if (chance(4))
             return nullptr;
-        return reinterpret_cast<T*>(m_memory.data() + m_memory.size() / 2 + 64 * pick(1000));
+        // One for the process: what a sequence leaves there is input of the next.
+        static std::vector<std::uint8_t> memory(1u << 23, 1);
+        return reinterpret_cast<T*>(memory.data() + memory.size() / 2 + 64 * pick(1000));
     }
 
 private:
@@ -158,7 +157,6 @@ private:
     }
 
     Random& m_random;
-    std::vector<std::uint8_t> m_memory;
     std::map<std::type_index, std::vector<void*>> m_alive;
     std::vector<void*> m_all;
 };

@@ -37,7 +37,7 @@ using trial::CallPool;
 using trial::Random;
 namespace fs = std::filesystem;
 
-constexpr std::uint64_t sequencesPerRound = 250;
+constexpr std::uint64_t sequencesPerRound = 100;
 constexpr unsigned deepest = 2;  // callbacks within callbacks
 
 const char* const database = "a.qrbx";
