@@ -5,6 +5,7 @@
 #pragma once
 
 #include <rapidjson/allocators.h>
+#include <rapidjson/internal/strtod.h>
 
 #include <cstddef>
 #include <cstdlib>
@@ -38,6 +39,18 @@ private:
 
 }  // namespace tarvo
 
+namespace rapidjson::internal {
+
+// The library's own makes any number of a zero with an exponent, such as 0e-324. digits: the value
+// of the digits alone.
+template <typename... Rest>
+double exactNumber(double digits, Rest... rest) {
+    return digits == 0 ? digits : StrtodFullPrecision(digits, rest...);
+}
+
+}  // namespace rapidjson::internal
+
+#define StrtodFullPrecision exactNumber
 // A copy of a value passes through a document with the default allocator, which this sets.
 #define CrtAllocator ::tarvo::CheckedAllocator
 #include <rapidjson/document.h>
@@ -45,6 +58,7 @@ private:
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 #undef CrtAllocator
+#undef StrtodFullPrecision
 
 namespace tarvo {
 namespace rapidjson {

@@ -54,6 +54,14 @@ TEST(Grid, DecimalStepsGiveTheNearestDouble) {
     EXPECT_EQ(makeGrid(0.01, 0, 1e10).maximumCode(), 1000000000000u);
 }
 
+TEST(Grid, ZeroWithAnExponentIsReadAsZero) {
+    for (const std::string zero : {"0e-324", "0.0e300", "0e308", "0.00000000000000000000e-300"}) {
+        AttributeRecord record;
+        recordFromJson(R"({"name": "a", "default_value": )" + zero + "}", record);
+        EXPECT_EQ(record.defaultValue, 0) << zero;
+    }
+}
+
 TEST(Grid, EveryCodeSurvivesTheWayThroughItsValue) {
     struct {
         double resolution, minimum, maximum;
