@@ -227,19 +227,19 @@ TEST(ValueCheck, PassesOverWhatIsNoValue) {
     EXPECT_EQ(check.findings().high, 101);
 
     // The replacement and the largest number both have a place.
-    FilledColumn filled(DataType::UINT64, 0.0, 5);
+    FilledColumn filled(DataType::UINT64, 0.0, 5, batchSize);
     const std::uint64_t whole[] = {0, ~0ull};
     filled.fill(whole, 2);
     ASSERT_EQ(filled.type(), DataType::UINT64);
     EXPECT_EQ(static_cast<const std::uint64_t*>(filled.values())[0], 5u);
     EXPECT_EQ(static_cast<const std::uint64_t*>(filled.values())[1], ~0ull);
-    FilledColumn negative(DataType::UINT8, 255.0, -1);
+    FilledColumn negative(DataType::UINT8, 255.0, -1, batchSize);
     const std::uint8_t bytes[] = {255, 254};
     negative.fill(bytes, 2);
     ASSERT_EQ(negative.type(), DataType::INT64);
     EXPECT_EQ(static_cast<const std::int64_t*>(negative.values())[0], -1);
     EXPECT_EQ(static_cast<const std::int64_t*>(negative.values())[1], 254);
-    FilledColumn broken(DataType::INT16, -9.0, 0.5);
+    FilledColumn broken(DataType::INT16, -9.0, 0.5, batchSize);
     const std::int16_t shorts[] = {-9, 3};
     broken.fill(shorts, 2);
     ASSERT_EQ(broken.type(), DataType::DOUBLE);
