@@ -1,0 +1,129 @@
+// What stays as it was when the window shows its database anew, and what begins afresh with another
+// one.
+
+#include "qrb/loader.h"
+#include "tests/gui/guitestmain.h"
+#include "tests/gui/samplewindow.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QTabWidget>
+#include <QTextBrowser>
+#include <QTreeWidget>
+#include <QtTest>
+#include <memory>
+
+namespace {
+
+// In the tab of the index, which has to be shown.
+QString firstLeaf(const SampleWindow& window) {
+    const auto leaves = window.child<QTreeWidget>("treePointIndexNodes")
+                            ->findItems("leaf", Qt::MatchExactly | Qt::MatchRecursive, 1);
+    return leaves.isEmpty() ? QString() : leaves.first()->text(0);
+}
+
+}  // namespace
+
+class RefreshTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cleanupTestCase() { tarvo::qrb::freeLibrary(); }
+
+    void changesOfOtherTabsEndNoQuery();
+    void reloadKeepsTheFilterOfTheNodes();
+    void anotherDatabaseBeginsAfresh();
+
+private:
+    std::unique_ptr<SampleDatabase> m_sample;
+};
+
+void RefreshTest::initTestCase() {
+    tarvo::qrb::loadLibrary("");
+    m_sample = std::make_unique<SampleDatabase>();
+    QVERIFY2(m_sample->error().isEmpty(), qUtf8Printable(m_sample->error()));
+}
+
+void RefreshTest::changesOfOtherTabsEndNoQuery() {
+    const SampleWindow window(m_sample->copy());
+    window.driver().showTab("tabPointData");
+    window.child<QComboBox>("PointDataFilter")->lineEdit()->setText("tarvo.id > 0");
+    const auto* points = window.child<QTreeWidget>("treePointData");
+    window.run("actionQuerySelectNext", {});
+    window.begin();
+    window.run("actionTransactionRollback", {ModalScript::press("Yes")});
+    window.driver().showTab("tabPointIndex");
+    window.child<QComboBox>("PointIndexFilter")->lineEdit()->setText("2");
+    window.run("actionPointIndexFilterNodes", {});
+    QVERIFY(window.child<QAction>("actionQuerySelectCancel")->isEnabled());
+    QCOMPARE(points->topLevelItemCount(), 100);
+    QCOMPARE(window.child<QComboBox>("PointDataFilter")->currentText(), "tarvo.id > 0");
+    window.run("actionQuerySelectNext", {});
+    QCOMPARE(points->topLevelItemCount(), 200);  // goes on
+}
+
+void RefreshTest::reloadKeepsTheFilterOfTheNodes() {
+    const SampleWindow window(m_sample->copy());
+    window.driver().showTab("tabPointIndex");
+    const auto* label = window.child<QLabel>("labelPointIndex");
+    const QString whole = label->text();
+    const QString leaf = firstLeaf(window);
+    window.child<QComboBox>("PointIndexFilter")->lineEdit()->setText(leaf);
+    window.run("actionPointIndexFilterNodes", {});
+    const QString narrowed = label->text();
+    QVERIFY(narrowed != whole && narrowed.contains("Leaves: 1,"));
+    window.run("actionReload", {});
+    QCOMPARE(label->text(), narrowed);
+    // What was typed but not applied yet is no filter.
+    window.child<QComboBox>("PointIndexFilter")->lineEdit()->setText("");
+    window.run("actionReload", {});
+    QCOMPARE(label->text(), narrowed);
+    window.run("actionPointIndexFilterNodes", {});
+    QCOMPARE(label->text(), whole);
+}
+
+void RefreshTest::anotherDatabaseBeginsAfresh() {
+    const SampleWindow window(m_sample->copy("first.qrbx"));
+    const QString second = m_sample->copy("second.qrbx");
+    for (const bool close : {false, true}) {
+        window.driver().showTab("tabPointIndex");
+        const QString whole = window.child<QLabel>("labelPointIndex")->text();
+        const QString leaf = firstLeaf(window);
+        window.child<QComboBox>("PointIndexFilter")->lineEdit()->setText(leaf);
+        window.run("actionPointIndexFilterNodes", {});
+        window.driver().showTab("tabInspection");
+        window.run("actionInspectionUpdate", {});
+        window.driver().showTab("tabPointData");
+        window.child<QLineEdit>("editPointDataNodes")->setText(leaf);
+        window.run("actionQuerySelectNext", {});
+        QVERIFY(window.child<QTreeWidget>("treePointData")->topLevelItemCount() > 0);
+        if (close)
+            window.run("actionClose", {});
+        else
+            window.window().openDatabase(second, true);
+        QCOMPARE(window.child<QLineEdit>("editPointDataNodes")->text(), "");
+        QCOMPARE(window.child<QTreeWidget>("treePointData")->topLevelItemCount(), 0);
+        QCOMPARE(window.child<QTreeWidget>("treePointData")->columnCount(), 1);
+        QCOMPARE(window.child<QLabel>("labelPointData")->text(), "");
+        QCOMPARE(window.child<QProgressBar>("progressPointData")->value(), 0);
+        QCOMPARE(window.child<QTextBrowser>("textInspectionResult")->toPlainText(), "");
+        QCOMPARE(window.child<QPlainTextEdit>("editChangelog")->toPlainText().isEmpty(), close);
+        if (close)
+            continue;
+        QCOMPARE(window.child<QComboBox>("PointIndexFilter")->currentText(), "");
+        window.driver().showTab("tabPointIndex");
+        QCOMPARE(window.child<QLabel>("labelPointIndex")->text(), whole);
+    }
+    for (const char* label : {"labelTransactions", "labelMetaData", "labelPointAttributes",
+                              "labelPointIndex", "labelPointData"})
+        QCOMPARE(window.child<QLabel>(label)->text(), "");
+    QCOMPARE(window.child<QTabWidget>("tabWidget")->currentWidget()->objectName(), "tabDatabase");
+}
+
+GUI_TEST_MAIN(RefreshTest)
+#include "refreshtest.moc"
