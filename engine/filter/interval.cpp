@@ -112,10 +112,10 @@ Interval subtract(const Interval& a, const Interval& b) {
 Interval multiply(const Interval& a, const Interval& b) {
     if (!a.whole || !b.whole)
         return realMultiply(a, b);
-    Wide corners[4];
-    const bool overflow = __builtin_mul_overflow(a.low, b.low, &corners[0]) |
-                          __builtin_mul_overflow(a.low, b.high, &corners[1]) |
-                          __builtin_mul_overflow(a.high, b.low, &corners[2]) |
+    Wide corners[4] = {};
+    const bool overflow = __builtin_mul_overflow(a.low, b.low, &corners[0]) ||
+                          __builtin_mul_overflow(a.low, b.high, &corners[1]) ||
+                          __builtin_mul_overflow(a.high, b.low, &corners[2]) ||
                           __builtin_mul_overflow(a.high, b.high, &corners[3]);
     if (overflow)
         return realMultiply(a, b);

@@ -87,11 +87,13 @@ private:
             }))
             return;
         const bool hasTable = readTable(state);
-        for (const auto& [name, item] : state.metaData)
-            if (m_reading.meet(item.value))
+        for (const auto& [name, item] : state.metaData) {
+            const BlobRef& value = item.value;
+            if (m_reading.meet(value))
                 m_reading.guarded(place(Fault::Kind::MetaDataItem, name), [&] {
-                    (void)session().container().read(item.value, "a metadata item");
+                    (void)session().container().read(value, "a metadata item");
                 });
+        }
         readChangelog(state);
         checkIndex(m_reading, state, hasTable, !m_anyIndex);
         m_anyIndex = true;
