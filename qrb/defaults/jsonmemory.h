@@ -7,9 +7,13 @@
 #include <rapidjson/allocators.h>
 #include <rapidjson/internal/strtod.h>
 
+#include <charconv>
 #include <cstddef>
 #include <cstdlib>
+#include <limits>
 #include <new>
+#include <string>
+#include <system_error>
 
 #ifdef RAPIDJSON_DOCUMENT_H_
 #error "Include qrb/defaults/jsonmemory.h before RapidJSON's own headers."
@@ -41,11 +45,18 @@ private:
 
 namespace rapidjson::internal {
 
-// The library's own makes any number of a zero with an exponent, such as 0e-324. digits: the value
-// of the digits alone.
-template <typename... Rest>
-double exactNumber(double digits, Rest... rest) {
-    return digits == 0 ? digits : StrtodFullPrecision(digits, rest...);
+// In place of the library's own, which makes any number of a zero with an exponent (0e-324), and
+// reads beyond its tables for many digits with a large one. The number is 0.DECIMALS, times ten to
+// the power of point + exponent; one that is too large is infinite.
+inline double exactNumber(double, int, const char* decimals, std::size_t length, std::size_t point,
+                          int exponent) {
+    const int power = static_cast<int>(point) + exponent;
+    const std::string text = "0." + std::string(decimals, length) + "e" + std::to_string(power);
+    double number = 0;
+    const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (read.ec == std::errc::result_out_of_range)
+        return power > 0 ? std::numeric_limits<double>::infinity() : 0.0;
+    return number;
 }
 
 }  // namespace rapidjson::internal

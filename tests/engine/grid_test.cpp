@@ -7,6 +7,7 @@
 #include <array>
 #include <cmath>
 #include <functional>
+#include <limits>
 #include <random>
 
 using namespace tarvo::engine;
@@ -59,6 +60,26 @@ TEST(Grid, ZeroWithAnExponentIsReadAsZero) {
         AttributeRecord record;
         recordFromJson(R"({"name": "a", "default_value": )" + zero + "}", record);
         EXPECT_EQ(record.defaultValue, 0) << zero;
+    }
+}
+
+TEST(Grid, NumbersWithManyDigitsAreReadExactly) {
+    const struct {
+        std::string text;
+        double value;
+    } numbers[] = {{"1000000000000000000000000000000000e-20", 1e13},
+                   {"123456789012345678901234567890e278", 1.2345678901234567890123456789e307},
+                   {"123456789012345678901234567890e290", std::numeric_limits<double>::infinity()},
+                   {"0.1000000000000000055511151231257827021181583404541015625", 0.1},
+                   {"22250738585072011360574097967091319759348195463516456e-360",
+                    2.2250738585072011360574097967091319759348195463516456e-308},
+                   {"11111111111111111111111111111111111111111e-380", 0},
+                   {"17976931348623157081452742373170435679807056752584499e256",
+                    std::numeric_limits<double>::max()}};
+    for (const auto& number : numbers) {
+        AttributeRecord record;
+        recordFromJson(R"({"name": "a", "default_value": )" + number.text + "}", record);
+        EXPECT_EQ(record.defaultValue, number.value) << number.text;
     }
 }
 

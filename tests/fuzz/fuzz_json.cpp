@@ -59,7 +59,8 @@ void entry(std::string_view text) {
     session::Signer signer;
     signer.method = 1;
     signer.key = {1, 2, 3};
-    std::string signedEntry = "[#1] " + link.entry;
+    // As all that are signed, it ends with the end of a line.
+    std::string signedEntry = "[#1] " + link.entry + "\n";
     session::signEntry(signedEntry, signer);
     fuzz::require(session::verifyEntry(signedEntry, signer), "what was signed is found good");
 }
