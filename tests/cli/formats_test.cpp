@@ -7,8 +7,10 @@
 #include <rapidjson/document.h>
 
 #include <algorithm>
+#include <set>
 #include <sstream>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -94,6 +96,61 @@ TEST_F(Formats, ALimitTakesSoManyPointsAndNoMore) {
     EXPECT_EQ(run("select " + file + " --limit -1").code, 2);
     EXPECT_EQ(run("select " + file + " --filter 'tarvo.xyz[3] > 1'").code, 1);
     EXPECT_EQ(run("select " + file + " -a my.unreal").code, 1);
+}
+
+// Points are read 65536 at a time.
+TEST_F(Formats, ALimitHoldsAcrossPages) {
+    constexpr int page = 65536;
+    constexpr int points = 2 * page + 100;
+    std::string table = "tarvo.id,x,y,z\n";
+    for (int i = 1; i <= points; ++i) {
+        table += std::to_string(i) + "," + std::to_string(i % 1000) + ".5,2,3\n";
+    }
+    const std::string large = folder.file("large.qrbx");
+    success("import " + folder.write("large.csv", table) + " " + large);
+    const auto idsOf = [&](const std::string& words) {
+        std::istringstream lines(success("select " + large + " -a tarvo.id --format csv " + words));
+        std::string line;
+        std::getline(lines, line);
+        EXPECT_EQ(line, "tarvo.id") << words;
+        std::vector<int> ids;
+        while (std::getline(lines, line)) {
+            ids.push_back(std::stoi(line));
+        }
+        return ids;
+    };
+    const auto expectFirst = [&](const std::string& filter, std::size_t passing, int passFrom) {
+        const std::vector<int> all = idsOf(filter);
+        EXPECT_EQ(all.size(), passing) << filter;
+        const std::set<int> distinct(all.begin(), all.end());
+        EXPECT_EQ(distinct.size(), passing) << filter;
+        EXPECT_GE(*distinct.begin(), passFrom) << filter;
+        for (const std::size_t limit :
+             {0, 1, page - 1, page, page + 1, page + 20, 2 * page - 1, 2 * page, 2 * page + 1,
+              points - 1, points, points + 1, 10 * page}) {
+            const std::string words = filter + " --limit " + std::to_string(limit);
+            const std::size_t size = std::min(limit, passing);
+            const std::vector<int> some = idsOf(words);
+            EXPECT_EQ(some.size(), size) << words;
+            EXPECT_TRUE(
+                std::equal(some.begin(), some.begin() + std::min(size, some.size()), all.begin()))
+                << words;
+            EXPECT_EQ(success("select " + large + " --count " + words), std::to_string(size) + "\n")
+                << words;
+        }
+    };
+    expectFirst("", points, 1);
+    expectFirst("--filter 'tarvo.id > 50'", points - 50, 51);
+    expectFirst("--filter 'tarvo.id > " + std::to_string(page - 1) + "'", points - page + 1, page);
+    for (const char* format : {"table", "jsonl"}) {
+        const std::string words = "select " + large + " -a tarvo.id --limit 70000 --format ";
+        const std::string text = success(words + format);
+        const std::string head =
+            success("select " + large + " -a tarvo.id --limit 1 --format " + std::string(format));
+        EXPECT_EQ(std::count(text.begin(), text.end(), '\n'),
+                  std::count(head.begin(), head.end(), '\n') + 69999)
+            << format;
+    }
 }
 
 TEST_F(Formats, SizesOfDetailEndWhereTheirModeEnds) {

@@ -230,6 +230,64 @@ TEST_F(Las, TheCoordinateReferenceSystemIsKept) {
     EXPECT_NE(items["las.header"].find("\"point_format\": 6"), std::string::npos);
 }
 
+// Since version 1.4 there are two fields for it; writers fill either, or both.
+TEST_F(Las, PointsAreCountedByTheFieldThatIsFilled) {
+    for (const int minor : {0, 1, 2, 3, 4}) {
+        for (const int format : {0, 1}) {
+            LasBuilder builder(minor, format);
+            for (int i = 0; i < 5; ++i) {
+                builder.addPoint(100 + i, 2, 3);
+            }
+            const Bytes file = builder.build();
+            const auto expectPoints = [&](std::uint32_t old, std::uint64_t wide,
+                                          std::uint64_t expected) {
+                SCOPED_TRACE("version 1." + std::to_string(minor) + ", counts " +
+                             std::to_string(old) + " and " + std::to_string(wide));
+                Bytes bytes = file;
+                put(bytes, 107, old);
+                if (minor == 4) {
+                    put(bytes, 247, wide);
+                }
+                las::LasSource source(folder.write("a.las", bytes));
+                EXPECT_EQ(source.header().pointCount, expected);
+                std::uint64_t read = 0;
+                while (const std::uint32_t count = source.next()) {
+                    read += count;
+                }
+                EXPECT_EQ(read, expected);
+            };
+            expectPoints(5, 5, 5);
+            expectPoints(5, 0, 5);
+            expectPoints(0, 0, 0);
+            expectPoints(3, 0, 3);
+            if (minor == 4) {
+                expectPoints(0, 5, 5);
+                expectPoints(3, 5, 5);
+                expectPoints(5, 3, 3);
+            }
+            // The last point, and nothing else, in the coordinates of the last row.
+            las::LasSource source(folder.write("a.las", file));
+            EXPECT_DOUBLE_EQ(rowOf(source, 4)["tarvo.xyz[0]"], 1.04);
+        }
+    }
+    // A count beyond the file's end is refused in whichever field it stands.
+    LasBuilder builder(4, 1);
+    builder.addPoint(1, 2, 3);
+    Bytes bytes = builder.build();
+    put(bytes, 247, std::uint64_t{0});
+    put(bytes, 107, std::uint32_t{2});
+    expectFailure(bytes, "number of point records is 2");
+    put(bytes, 247, std::uint64_t{3});
+    put(bytes, 107, std::uint32_t{1});
+    expectFailure(bytes, "number of point records is 3");
+    // The wide field is no part of earlier versions: what lies there are records or points.
+    LasBuilder earlier(3, 1);
+    for (int i = 0; i < 5; ++i) {
+        earlier.addPoint(-1, -1, -1);
+    }
+    EXPECT_EQ(las::LasSource(folder.write("a.las", earlier.build())).header().pointCount, 5u);
+}
+
 TEST_F(Las, FaultyHeadersAreNamedByFieldAndValue) {
     LasBuilder builder(4, 3);
     builder.addRecord("u", 1, Bytes(10));

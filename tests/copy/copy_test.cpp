@@ -8,6 +8,7 @@
 
 #include <cmath>
 #include <fstream>
+#include <functional>
 #include <map>
 #include <set>
 #include <stdexcept>
@@ -324,6 +325,36 @@ TEST_F(NewDatabases, AreNotDamagedByTheJournalOfAnOldOne) {
         EXPECT_FALSE(uuid("c.qrbx").empty());
         std::filesystem::remove(file("b.qrbx"));
         std::filesystem::remove(file("c.qrbx"));
+    }
+}
+
+// Whatever wrote the journal, and in whatever way the new one came to its place.
+TEST_F(NewDatabases, HoldWhatWasCopiedThoughAJournalLiesAtTheirPlace) {
+    const auto foreign = [&] {
+        make("old.qrbx", true);
+        tarvo::testing::leaveJournal(file("old.qrbx"));
+        std::filesystem::remove(file("old.qrbx"));
+        std::filesystem::rename(file("old.qrbx-journal"), file("target.qrbx-journal"));
+    };
+    const std::function<void()> journals[] = {
+        foreign, [&] { write("target.qrbx-journal", std::string(100'000, 'j')); },
+        [&] { write("target.qrbx-journal", ""); }};
+    for (const auto& leave : journals) {
+        leave();
+        copy::NewDatabase target(m_context, file("target.qrbx"), false);
+        target.create(settings());
+        TransactionGuard transaction(target.cloud().transactions(), "Copy", "tests");
+        copyDatabase(m_source, target.cloud(), everything());
+        transaction.commit();
+        const std::string made = target.cloud().getUuid();
+        target.publish();
+        EXPECT_EQ(names(), (std::set<std::string>{"source.qrbx", "target.qrbx"}));
+        qrb::Pointcloud cloud(m_context);
+        cloud.open(file("target.qrbx"), OpenSettings(m_context));
+        EXPECT_EQ(cloud.getUuid(), made);
+        EXPECT_TRUE(read(cloud) == m_table);
+        cloud.close();
+        std::filesystem::remove(file("target.qrbx"));
     }
 }
 

@@ -194,6 +194,34 @@ TEST_F(History, OfAnotherDatabaseCanBePutBefore) {
     EXPECT_EQ(all[3].rfind("[#2] import", 0), 0u);
 }
 
+TEST_F(History, OfAnotherDatabaseLeavesTheOwnEntriesInTheirOrder) {
+    addPoints(10, 1);
+    addPoints(10, 2);
+    m_session->begin("third", "agent", "several\nlines\n[#9] no entry", "");
+    m_session->setMetaData("item", "1");
+    query::commit(*m_session, {}, m_signer);
+    const std::string own = m_session->changelog();
+    const std::string older = "[#1] Database creation\nof another database\n";
+    m_session->begin("import", "agent", "", "");
+    m_session->importChangelog(older);
+    m_session->importChangelog("[#0] the oldest\n");
+    query::commit(*m_session);
+    addPoints(10, 3);
+    const std::string all = m_session->changelog();
+    EXPECT_EQ(all.rfind("[#0] the oldest\n\n" + older + "\n" + own + "\n[#5] import", 0), 0u)
+        << all;
+    EXPECT_EQ(entries().back().rfind("[#6] points", 0), 0u) << entries().back();
+    open();
+    EXPECT_EQ(m_session->changelog(), all);
+    // Restored and rolled back, the file tells only what happened until then.
+    m_session->restore(4);
+    EXPECT_EQ(m_session->changelog(), own);
+    m_session->begin("import", "agent", "", "");
+    m_session->importChangelog(older);
+    m_session->rollback();
+    EXPECT_EQ(m_session->changelog(), own);
+}
+
 TEST_F(History, ThatIsDiscardedGivesItsSpaceBack) {
     const std::uint32_t first = addPoints(20'000, 1);
     const std::uint32_t second = addPoints(20'000, 2);

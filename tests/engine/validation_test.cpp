@@ -140,6 +140,55 @@ INSTANTIATE_TEST_SUITE_P(
              "/x: expected at least 1, found 0\n/y/bc: the name of the member is not allowed: "
              "expected at most 1 characters, found 2\n"}));
 
+TEST(JsonSchema, HoldsEachLimitBelowAtAndAboveIt) {
+    struct Limit {
+        const char* schema;
+        const char* below;
+        const char* at;
+        const char* above;
+        const char* satisfied;  // a digit for each of the three
+    };
+    const Limit limits[] = {
+        {R"({"minimum": 2})", "1.5", "2", "2.5", "011"},
+        {R"({"maximum": 2})", "1.5", "2.0", "2.5", "110"},
+        {R"({"exclusiveMinimum": 2})", "1.5", "2", "2.5", "001"},
+        {R"({"exclusiveMaximum": 2})", "1.5", "2", "2.5", "100"},
+        {R"({"minimum": 1, "exclusiveMinimum": 2})", "1.5", "2", "2.5", "001"},
+        {R"({"maximum": 3, "exclusiveMaximum": 2})", "1.5", "2", "2.5", "100"},
+        // Draft 4: a switch of each end by itself.
+        {R"({"minimum": 2, "exclusiveMinimum": true})", "1", "2", "3", "001"},
+        {R"({"minimum": 2, "exclusiveMinimum": false})", "1", "2", "3", "011"},
+        {R"({"maximum": 2, "exclusiveMaximum": true})", "1", "2", "3", "100"},
+        {R"({"maximum": 2, "exclusiveMaximum": false})", "1", "2", "3", "110"},
+        {R"({"minimum": 2, "exclusiveMaximum": true})", "1", "2", "3", "011"},
+        {R"({"maximum": 2, "exclusiveMinimum": true})", "1", "2", "3", "110"},
+        {R"({"minimum": 0, "maximum": 2, "exclusiveMinimum": true})", "0", "1", "2", "011"},
+        {R"({"minimum": 0, "maximum": 2, "exclusiveMaximum": true})", "0", "1", "2", "110"},
+        {R"({"minimum": 0, "exclusiveMinimum": false, "maximum": 2, "exclusiveMaximum": true})",
+         "0", "1", "2", "110"},
+        {R"({"minimum": 0, "exclusiveMinimum": true, "maximum": 2, "exclusiveMaximum": false})",
+         "0", "1", "2", "011"},
+        {R"({"exclusiveMinimum": true, "exclusiveMaximum": true})", "0", "1", "2", "111"},
+        {R"({"minimum": 2, "maximum": 2})", "1", "2", "3", "010"},
+        {R"({"multipleOf": 2})", "3", "4", "5", "010"},
+        {R"({"minLength": 2})", R"("a")", R"("ab")", R"("abc")", "011"},
+        {R"({"maxLength": 2})", R"("a")", R"("ab")", R"("abc")", "110"},
+        {R"({"minItems": 2})", "[1]", "[1, 2]", "[1, 2, 3]", "011"},
+        {R"({"maxItems": 2})", "[1]", "[1, 2]", "[1, 2, 3]", "110"},
+        {R"({"minProperties": 1})", "{}", R"({"a": 1})", R"({"a": 1, "b": 1})", "011"},
+        {R"({"maxProperties": 1})", "{}", R"({"a": 1})", R"({"a": 1, "b": 1})", "110"},
+        {R"({"maxLength": 0})", R"("")", "1", R"("a")", "110"},
+        {R"({"maxItems": 0})", "[]", "1", "[1]", "110"},
+        {R"({"items": [{}, {}], "additionalItems": false})", "[1]", "[1, 2]", "[1, 2, 3]", "110"},
+    };
+    for (const Limit& limit : limits) {
+        std::string satisfied;
+        for (const char* value : {limit.below, limit.at, limit.above})
+            satisfied += check(limit.schema, value).empty() ? '1' : '0';
+        EXPECT_EQ(satisfied, limit.satisfied) << limit.schema;
+    }
+}
+
 TEST(JsonSchema, ExamplesOfTheCatalogueSatisfyTheirSchemas) {
     for (const qrb::defaults::MetaDataEntry& item : qrb::defaults::metaData()) {
         EXPECT_EQ(check(item.schema, item.example), "") << item.name;

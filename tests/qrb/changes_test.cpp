@@ -141,6 +141,109 @@ TEST_F(Changes, UpdateGivesTheNamedPointsTheirValuesAndPassesOverOthers) {
     EXPECT_EQ(read(m_cloud.select("n > 500")).size(), existing) << "the index knows new ranges";
 }
 
+TEST_F(Changes, UpdateOfAPointThatComesAgainKeepsItsLastValues) {
+    const auto run = [&](std::vector<std::uint64_t> ids, std::vector<std::uint16_t> n,
+                         std::vector<double> x = {}) {
+        auto query = m_cloud.update();
+        query.bind("tarvo.id", DataType::UINT64, ids.data(), 8);
+        query.bind("n", DataType::UINT16, n.data(), 2);
+        if (!x.empty())
+            query.bind("p", DataType::DOUBLE, x.data(), 8);
+        const std::uint32_t taken = query.next(static_cast<std::uint32_t>(ids.size()));
+        query.close();
+        return taken;
+    };
+    const auto setFlag = [&](std::uint64_t id, std::uint8_t flag) {
+        auto query = m_cloud.update();
+        query.bind("flag", DataType::UINT8, &flag, 1);
+        query.bind("tarvo.id", DataType::UINT64, &id, 8);
+        EXPECT_EQ(query.next(1), 1u);
+        query.close();
+    };
+    Table expected = m_table;
+    std::vector<std::uint64_t> all;
+    for (const auto& [id, point] : m_table)
+        all.push_back(id);
+    const std::uint64_t a = all[3];
+    const std::uint64_t b = all[4];
+    const std::uint64_t c = all[1900];
+    TransactionGuard transaction(m_cloud.transactions(), "Update", "tests");
+    // In one call, not side by side, with ids between that no point has.
+    EXPECT_EQ(run({a, c, 999999, b, a, c, a}, {100, 101, 102, 103, 104, 105, 106}), 6u);
+    expected[a].n = 106;
+    expected[b].n = 103;
+    expected[c].n = 105;
+    EXPECT_TRUE(read() == expected) << "in one call";
+    // In calls of one query, and in queries one after another that nobody reads between.
+    {
+        std::uint64_t id = b;
+        std::uint16_t n = 0;
+        auto query = m_cloud.update();
+        query.bind("tarvo.id", DataType::UINT64, &id, 8);
+        query.bind("n", DataType::UINT16, &n, 2);
+        for (n = 300; n > 200; --n)
+            EXPECT_EQ(query.next(1), 1u);
+        query.close();
+    }
+    EXPECT_EQ(run({a}, {700}), 1u);
+    setFlag(a, 0);
+    EXPECT_EQ(run({c, a}, {800, 600}), 2u);
+    setFlag(a, 1);
+    setFlag(c, 1);
+    expected[a].n = 600;
+    expected[b].n = 201;
+    expected[c].n = 800;
+    expected[a].flag = expected[c].flag = 1;
+    EXPECT_TRUE(read() == expected) << "in several queries";
+    // To several places in the index.
+    EXPECT_EQ(run({a, b, a}, {1, 2, 3}, {-900, 900, 800.5}), 3u);
+    EXPECT_EQ(run({b}, {4}), 1u);
+    expected[a].x = 800.5;
+    expected[a].n = 3;
+    expected[b].x = 900;
+    expected[b].n = 4;
+    EXPECT_TRUE(read() == expected) << "moved";
+    // Thousands of rows, the same points again and again.
+    std::vector<std::uint64_t> ids;
+    std::vector<std::uint16_t> n;
+    for (std::uint16_t round = 0; round < 20; ++round)
+        for (const std::uint64_t id : all) {
+            ids.push_back(id);
+            n.push_back(static_cast<std::uint16_t>((id * 7 + round * 31u) % 1000));
+            expected[id].n = n.back();
+        }
+    EXPECT_EQ(run(ids, n), ids.size());
+    transaction.commit();
+    expectStored(expected);
+    EXPECT_EQ(read(m_cloud.select("n == " + std::to_string(expected[a].n))).count(a), 1u);
+}
+
+TEST_F(Changes, InsertOfAnIdThatComesAgainIsRefusedAndTakesNothing) {
+    TransactionGuard transaction(m_cloud.transactions(), "Insert", "tests");
+    const double x[] = {1, 2, 3};
+    for (const std::vector<std::uint64_t>& ids : {std::vector<std::uint64_t>{50000, 50001, 50000},
+                                                  {50000, 50001, m_table.begin()->first}}) {
+        auto query = m_cloud.insert();
+        query.bind("p", DataType::DOUBLE, x, 8);
+        query.bind("tarvo.id", DataType::UINT64, ids.data(), 8);
+        failure([&] { query.next(3); }, QRB_ERROR_EXISTS);
+        query.close();
+        EXPECT_TRUE(read() == m_table);
+    }
+    // What one call has inserted can't be inserted by the next.
+    std::uint64_t id = 50000;
+    auto query = m_cloud.insert();
+    query.bind("p", DataType::DOUBLE, x, 8);
+    query.bind("tarvo.id", DataType::UINT64, &id, 8);
+    EXPECT_EQ(query.next(1), 1u);
+    failure([&] { query.next(1); }, QRB_ERROR_EXISTS);
+    query.close();
+    Table expected = m_table;
+    expected[id].x = 1;
+    expected[id].v[0] = expected[id].v[1] = -5;
+    EXPECT_TRUE(read() == expected);
+}
+
 TEST_F(Changes, UpdateNeedsIdsAndValuesWithinTheRange) {
     TransactionGuard transaction(m_cloud.transactions(), "Update", "tests");
     const std::uint16_t tooLarge[] = {3, 1001};

@@ -1,0 +1,234 @@
+// What points have after their attribute's definition was replaced: those with values of their
+// own, and those from before the attribute existed.
+#include "tests/engine/store.h"
+
+#include "engine/query/commit.h"
+#include "engine/query/redefine.h"
+
+#include <cmath>
+#include <limits>
+
+namespace tarvo::engine {
+namespace {
+
+using namespace testing;
+using Values = std::vector<double>;
+
+class Redefinition : public ::testing::Test {
+protected:
+    // Three points from before the attribute "q", and one for each of the values.
+    void create(const schema::AttributeRecord& q, const Values& values) {
+        session::Session::create(m_file, settings(1, 2), "test");
+        m_session = std::make_unique<session::Session>(m_file, session::OpenSettings{}, "test");
+        m_session->begin("old", "test", "", "");
+        add(3, {});
+        query::commit(*m_session);
+        m_session->begin("new", "test", "", "");
+        m_session->addAttribute(q);
+        add(values.size(), values);
+        query::commit(*m_session);
+    }
+    void add(std::size_t count, const Values& values) {
+        Values xyz(count * 3);
+        for (double& each : xyz)
+            each = m_next++;
+        query::InsertQuery query(*m_session);
+        query.bind("xyz", QRB_DATA_TYPE_DOUBLE, xyz.data(), 24);
+        if (!values.empty())
+            query.bind("q", QRB_DATA_TYPE_DOUBLE, values.data(), 8);
+        query.next(static_cast<std::uint32_t>(count));
+    }
+    // By id, the old points first.
+    Values read() {
+        query::SelectQuery query(*m_session, {}, {});
+        std::uint64_t id = 0;
+        double value = 0;
+        query.bind("tarvo.id", QRB_DATA_TYPE_UINT64, &id, 8);
+        query.bind("q", QRB_DATA_TYPE_DOUBLE, &value, 8);
+        std::map<std::uint64_t, double> found;
+        while (query.next(1))
+            found[id] = value;
+        Values result;
+        for (const auto& [_, each] : found)
+            result.push_back(each);
+        return result;
+    }
+    void put(const schema::AttributeRecord& q) {
+        m_session->begin("put", "test", "", "");
+        query::putAttribute(*m_session, q);
+        query::commit(*m_session);
+    }
+    // In this session and in one that is opened anew.
+    void expectValues(const Values& expected, const char* what) {
+        EXPECT_EQ(read(), expected) << what;
+        m_session = std::make_unique<session::Session>(m_file, session::OpenSettings{}, "test");
+        EXPECT_EQ(read(), expected) << what << ", reopened";
+    }
+
+    TemporaryFolder m_folder;
+    const std::string m_file = m_folder.file("a.qrbx");
+    std::unique_ptr<session::Session> m_session;
+    double m_next = 0;
+};
+
+schema::AttributeRecord quality() {
+    schema::AttributeRecord q = record("q", 0, 100);
+    q.defaultValue = 7;
+    return q;
+}
+
+TEST_F(Redefinition, OfTheDefaultChangesNoPointThatIsThere) {
+    schema::AttributeRecord q = quality();
+    create(q, {0, 5, 7, 9, 100});
+    q.defaultValue = 9;
+    put(q);
+    expectValues({7, 7, 7, 0, 5, 7, 9, 100}, "the default alone");
+    q.defaultValue = 0;
+    put(q);
+    expectValues({7, 7, 7, 0, 5, 7, 9, 100}, "the default again");
+    // Points without a value take the one that holds now.
+    m_session->begin("more", "test", "", "");
+    add(1, {});
+    query::commit(*m_session);
+    expectValues({7, 7, 7, 0, 5, 7, 9, 100, 0}, "a new point");
+    q.defaultValue = 3;
+    q.minimumValue = -10;
+    put(q);
+    expectValues({7, 7, 7, 0, 5, 7, 9, 100, 0}, "the default with the range");
+    m_session->begin("discard", "test", "", "");
+    query::discardAttribute(*m_session, "q");
+    query::commit(*m_session);
+    expectValues({3, 3, 3, 3, 3, 3, 3, 3, 3}, "discarded");
+    q.defaultValue = 4;
+    put(q);
+    expectValues({3, 3, 3, 3, 3, 3, 3, 3, 3}, "the default after values were discarded");
+}
+
+TEST_F(Redefinition, OfADefaultThatWasNoneOfThePointsIsUndoneByARollback) {
+    schema::AttributeRecord q = quality();
+    create(q, {1});
+    q.defaultValue = 9;
+    m_session->begin("put", "test", "", "");
+    query::putAttribute(*m_session, q);
+    EXPECT_EQ(read(), (Values{7, 7, 7, 1})) << "pending";
+    m_session->rollback();
+    m_session->begin("more", "test", "", "");
+    add(1, {});
+    query::commit(*m_session);
+    expectValues({7, 7, 7, 1, 7}, "rolled back");
+}
+
+TEST_F(Redefinition, OfTheInvalidValueKeepsInvalidPointsInvalid) {
+    schema::AttributeRecord q = quality();
+    q.invalidValue = 200;
+    create(q, {0, 200, 50, 100});
+    q.invalidValue = 50;
+    put(q);
+    // Who had 50 is invalid now, too: the value means that.
+    expectValues({7, 7, 7, 0, 50, 50, 100}, "another one, within the range");
+    q.invalidValue = -1;
+    put(q);
+    expectValues({7, 7, 7, 0, -1, -1, 100}, "another one, below the range");
+    q.invalidValue = std::numeric_limits<double>::quiet_NaN();
+    q.defaultValue = 8;
+    put(q);
+    expectValues({7, 7, 7, 0, 8, 8, 100}, "none: the new default takes the place");
+    q.invalidValue = 7;
+    put(q);
+    EXPECT_EQ(countOf(*m_session, "q == 7"), 3u);
+    expectValues({7, 7, 7, 0, 8, 8, 100}, "the value of the old points");
+}
+
+TEST_F(Redefinition, OfTheRangeLosesOnlyWhatItDoesNotHold) {
+    schema::AttributeRecord q = quality();
+    create(q, {0, 20, 50, 99, 100});
+    q.maximumValue = 1000;
+    put(q);
+    expectValues({7, 7, 7, 0, 20, 50, 99, 100}, "a higher end");
+    q.minimumValue = -1000;
+    put(q);
+    expectValues({7, 7, 7, 0, 20, 50, 99, 100}, "a lower end");
+    q.minimumValue = 20;
+    q.maximumValue = 99;
+    q.defaultValue = 30;
+    put(q);
+    expectValues({30, 30, 30, 30, 20, 50, 99, 30}, "narrower: the default outside of it");
+    q.minimumValue = 0;
+    q.maximumValue = 50;
+    q.invalidValue = 77;
+    put(q);
+    expectValues({30, 30, 30, 30, 20, 50, 77, 30}, "narrower: invalid outside of it");
+}
+
+TEST_F(Redefinition, OfTheResolutionRoundsOntoTheNewSteps) {
+    schema::AttributeRecord q = record("q", 0, 10, 0.25);
+    q.defaultValue = 1.75;
+    create(q, {0, 0.25, 4.75, 10});
+    q.resolution = 0.125;
+    put(q);
+    expectValues({1.75, 1.75, 1.75, 0, 0.25, 4.75, 10}, "finer");
+    q.resolution = 0;
+    put(q);
+    expectValues({1.75, 1.75, 1.75, 0, 0.25, 4.75, 10}, "any number");
+    q.resolution = 1;
+    q.defaultValue = 5;
+    put(q);
+    expectValues({2, 2, 2, 0, 0, 5, 10}, "coarser");
+}
+
+TEST_F(Redefinition, OfTheStorageKeepsTheValues) {
+    schema::AttributeRecord q = quality();
+    create(q, {0, 5, 100});
+    q.storageClass = 3;
+    put(q);
+    expectValues({7, 7, 7, 0, 5, 100}, "dynamic");
+    q.defaultValue = 9;
+    put(q);
+    expectValues({7, 7, 7, 0, 5, 100}, "dynamic, with another default");
+    q.storageClass = 2;
+    q.defaultValue = 11;
+    put(q);
+    expectValues({7, 7, 7, 0, 5, 100}, "variable, with another default");
+    q.storageClass = 1;
+    EXPECT_EQ(outcomeOf([&] { put(q); }).code, ErrorCode::Range);
+    m_session->rollback();
+    expectValues({7, 7, 7, 0, 5, 100}, "refused as constant");
+}
+
+TEST_F(Redefinition, OfAConstantKeepsTheValueThatAllHave) {
+    schema::AttributeRecord q = quality();
+    create(q, {7, 7});
+    q.storageClass = 1;
+    q.defaultValue = 9;
+    put(q);
+    expectValues({7, 7, 7, 7, 7}, "constant, with another default");
+    q.defaultValue = 10;
+    put(q);
+    expectValues({7, 7, 7, 7, 7}, "the default of a constant");
+    q.storageClass = 2;
+    q.defaultValue = 11;
+    put(q);
+    expectValues({7, 7, 7, 7, 7}, "variable again");
+}
+
+TEST_F(Redefinition, OfTextsCopiesNothingAndKeepsEveryValue) {
+    schema::AttributeRecord q = quality();
+    create(q, {0, 5, 100});
+    const auto uid = [&] {
+        const auto& attributes = m_session->state()->attributes;
+        return attributes[static_cast<std::size_t>(attributes.find("q"))].uid;
+    };
+    const std::uint32_t before = uid();
+    q.title = "Quality";
+    q.description = "of a point";
+    q.unitSymbol = "%";
+    q.tags = "own";
+    q.namedValues = "0=bad";
+    q.scaleFactor = 2;
+    put(q);
+    EXPECT_EQ(uid(), before);
+    expectValues({7, 7, 7, 0, 5, 100}, "texts");
+}
+
+}  // namespace
+}  // namespace tarvo::engine

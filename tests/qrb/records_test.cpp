@@ -1,0 +1,244 @@
+// Records that are copied, assigned, and sent through the library: no member is forgotten and none
+// takes another's place.
+#include "tests/qrb/library.h"
+
+#include <cmath>
+#include <functional>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using namespace tarvo;
+using namespace tarvo::qrb::pointcloud;
+
+class Records : public LibraryTest {
+protected:
+    const qrb::Context m_context{"OFF", ""};
+};
+
+template <typename Record>
+struct Member {
+    const char* name;
+    std::function<void(Record&)> change;
+    std::function<bool(const Record&, const Record&)> isSame;
+};
+#define MEMBER(Record, name, value)                                                            \
+    Member<Record> {                                                                           \
+#name, [](Record &                                                                     \
+                  r) { r.name = value; }, [](const Record& a,                                  \
+                                             const Record& b) { return same(a.name, b.name); } \
+    }
+
+template <typename T>
+bool same(const T& a, const T& b) {
+    if constexpr (std::is_floating_point_v<T>)
+        return a == b || (std::isnan(a) && std::isnan(b));
+    else
+        return a == b;
+}
+bool same(const PointAttribute& a, const PointAttribute& b) {
+    return a.toJson() == b.toJson();
+}
+
+PointAttribute primary() {
+    PointAttribute result;
+    result.name = "own.position";
+    result.length = 2;
+    result.maximumValue = 5;
+    result.storageClass = PointAttribute::VARIABLE;
+    return result;
+}
+
+const std::vector<Member<CreateSettings>>& creationMembers() {
+    static const std::vector<Member<CreateSettings>> members{
+        MEMBER(CreateSettings, primaryAttribute, primary()),
+        MEMBER(CreateSettings, chunkMode, 2),
+        MEMBER(CreateSettings, chunkSize, 1234),
+        MEMBER(CreateSettings, lodMode, 2),
+        MEMBER(CreateSettings, chunkSizeLOD, 15),
+        MEMBER(CreateSettings, cacheSize, 5'000'000'000),
+        MEMBER(CreateSettings, compressionLevel, 77),
+        MEMBER(CreateSettings, optimizePointID, !r.optimizePointID),
+        MEMBER(CreateSettings, pointInsertMode, "multi-pass"),
+    };
+    return members;
+}
+
+const std::vector<Member<PointAttribute>>& attributeMembers() {
+    static const std::vector<Member<PointAttribute>> members{
+        MEMBER(PointAttribute, name, "own.name"),
+        MEMBER(PointAttribute, title, "Title"),
+        MEMBER(PointAttribute, tags, "direction"),
+        MEMBER(PointAttribute, description, "Description"),
+        MEMBER(PointAttribute, unitSymbol, "m"),
+        MEMBER(PointAttribute, length, 3),
+        MEMBER(PointAttribute, resolution, 0.5),
+        MEMBER(PointAttribute, minimumValue, -8),
+        MEMBER(PointAttribute, maximumValue, 150),
+        MEMBER(PointAttribute, defaultValue, 3),
+        MEMBER(PointAttribute, invalidValue, 99),
+        MEMBER(PointAttribute, namedValues, "1=one"),
+        MEMBER(PointAttribute, storageClass, PointAttribute::DYNAMIC),
+        MEMBER(PointAttribute, compressionOptions, PointAttribute::SHUFFLE),
+        MEMBER(PointAttribute, lodSettings, "{}"),
+        MEMBER(PointAttribute, scaleFactor, 0.25),
+    };
+    return members;
+}
+
+// Each member changed by itself: it arrives, and no other is touched.
+template <typename Record>
+void expectEachArrives(const std::vector<Member<Record>>& members, const Record& plain,
+                       const std::function<Record(const Record&)>& send, const char* way) {
+    for (const Member<Record>& changed : members) {
+        Record record = plain;
+        changed.change(record);
+        EXPECT_FALSE(changed.isSame(record, plain)) << changed.name << " was that before";
+        const Record sent = send(record);
+        for (const Member<Record>& member : members)
+            EXPECT_TRUE(member.isSame(sent, record))
+                << way << ": " << changed.name << " is changed, " << member.name << " differs";
+    }
+}
+
+TEST_F(Records, OfCreationSettingsArriveMemberByMember) {
+    const auto& members = creationMembers();
+    const CreateSettings plain(m_context);
+    using Send = std::function<CreateSettings(const CreateSettings&)>;
+    const Send copied = [](const CreateSettings& from) { return CreateSettings(from); };
+    const Send assigned = [&](const CreateSettings& from) {
+        CreateSettings to(m_context);
+        to = from;
+        return to;
+    };
+    const Send assignedOver = [&](const CreateSettings& from) {
+        CreateSettings to(m_context);
+        for (const auto& member : members)
+            member.change(to);
+        to = from;
+        return to;
+    };
+    const Send throughJson = [&](const CreateSettings& from) {
+        CreateSettings to(m_context);
+        to.fromJson(from.toJson());
+        return to;
+    };
+    // What a copy gives to the library is its own, too.
+    const Send copiedJson = [&](const CreateSettings& from) {
+        CreateSettings to(m_context);
+        to.fromJson(CreateSettings(from).toJson());
+        return to;
+    };
+    expectEachArrives(members, plain, copied, "copied");
+    expectEachArrives(members, plain, assigned, "assigned");
+    expectEachArrives(members, plain, assignedOver, "assigned over others");
+    expectEachArrives(members, plain, throughJson, "through JSON");
+    expectEachArrives(members, plain, copiedJson, "copied, through JSON");
+    CreateSettings itself(m_context);
+    for (const auto& member : members)
+        member.change(itself);
+    const CreateSettings before = itself;
+    const CreateSettings& alias = itself;
+    itself = alias;
+    for (const auto& member : members)
+        EXPECT_TRUE(member.isSame(itself, before)) << member.name;
+}
+
+TEST_F(Records, OfCreationSettingsAreIndependentOfTheirCopies) {
+    for (const auto& changed : creationMembers()) {
+        const CreateSettings plain(m_context);
+        CreateSettings from = plain;
+        CreateSettings to(m_context);
+        to = from;
+        const CreateSettings copy = from;
+        changed.change(from);
+        (void)from.toJson();
+        EXPECT_TRUE(changed.isSame(to, plain)) << changed.name;
+        EXPECT_TRUE(changed.isSame(copy, plain)) << changed.name;
+        EXPECT_EQ(to.toJson(), plain.toJson()) << changed.name;
+        EXPECT_EQ(copy.toJson(), plain.toJson()) << changed.name;
+    }
+}
+
+TEST_F(Records, OfOpenSettingsArriveMemberByMember) {
+    const std::vector<Member<OpenSettings>> members{
+        MEMBER(OpenSettings, cacheSize, 6'000'000'000),
+    };
+    const OpenSettings plain(m_context);
+    expectEachArrives<OpenSettings>(
+        members, plain, [](const OpenSettings& from) { return OpenSettings(from); }, "copied");
+    expectEachArrives<OpenSettings>(
+        members, plain,
+        [&](const OpenSettings& from) {
+            OpenSettings to(m_context);
+            to = from;
+            return to;
+        },
+        "assigned");
+    expectEachArrives<OpenSettings>(
+        members, plain,
+        [&](const OpenSettings& from) {
+            OpenSettings to(m_context);
+            to.fromJson(OpenSettings(from).toJson());
+            return to;
+        },
+        "through JSON");
+}
+
+TEST_F(Records, OfAttributesArriveMemberByMember) {
+    const auto& members = attributeMembers();
+    const PointAttribute plain = attribute("plain", 0, 100, 1);
+    using Send = std::function<PointAttribute(const PointAttribute&)>;
+    const Send throughHandle = [](const PointAttribute& from) {
+        return AttributeHandle(from).read();
+    };
+    const Send overHandle = [&](const PointAttribute& from) {
+        PointAttribute other;
+        for (const auto& member : members)
+            member.change(other);
+        AttributeHandle handle(other);
+        handle.write(from);
+        return handle.read();
+    };
+    const Send throughJson = [](const PointAttribute& from) {
+        PointAttribute to;
+        to.fromJson(from.toJson());
+        return to;
+    };
+    const Send asPrimary = [&](const PointAttribute& from) {
+        CreateSettings settings(m_context);
+        settings.primaryAttribute = from;
+        CreateSettings to(m_context);
+        to.fromJson(settings.toJson());
+        return to.primaryAttribute;
+    };
+    expectEachArrives(members, plain, throughHandle, "through a handle");
+    expectEachArrives(members, plain, overHandle, "over another one's handle");
+    expectEachArrives(members, plain, throughJson, "through JSON");
+    expectEachArrives(members, plain, asPrimary, "in settings");
+
+    qrb::Pointcloud cloud(m_context);
+    CreateSettings settings(m_context);
+    settings.primaryAttribute = attribute("p", -10, 10, 1);
+    cloud.create(file("a.qrbx"), settings);
+    const auto stored = [&](const PointAttribute& from, bool replaced) {
+        TransactionGuard transaction(cloud.transactions(), "Stored", "tests");
+        auto& attributes = cloud.pointAttributes();
+        if (replaced) {
+            PointAttribute first = plain;
+            first.name = from.name;
+            attributes.add(first);
+            attributes.put(from);
+        } else {
+            attributes.add(from);
+        }
+        return attributes.get(from.name);
+    };
+    expectEachArrives<PointAttribute>(
+        members, plain, [&](const auto& from) { return stored(from, false); }, "added to a file");
+    expectEachArrives<PointAttribute>(
+        members, plain, [&](const auto& from) { return stored(from, true); }, "put into a file");
+}
+
+}  // namespace
