@@ -39,6 +39,7 @@ private slots:
 
     void numbersKeepEveryDigit();
     void checksAgreeWithTheLibrary();
+    void limitsAreThoseOfTheLibrary();
     void doubtfulDefinitionsAreNoted();
     void lodSettingsKeepWhatTheyHold();
 
@@ -168,6 +169,49 @@ void AttributeRulesTest::checksAgreeWithTheLibrary() {
                                 (findings.empty() ? "" : findings[0].text)));
         }
         QVERIFY(taken > 1000 && refused > 1000);
+        cloud.transactions().rollback();
+    });
+}
+
+// The last value that is taken and the first one that is not, each alone.
+void AttributeRulesTest::limitsAreThoseOfTheLibrary() {
+    std::vector<std::pair<PointAttribute, bool>> definitions;
+    const auto expect = [&](bool taken, const auto& change) {
+        definitions.emplace_back(byteAttribute("own.a"), taken);
+        change(definitions.back().first);
+    };
+    for (const std::size_t size : {1u, 254u, 255u, 256u, 257u})
+        expect(size <= 255, [&](PointAttribute& each) { each.name = std::string(size, 'a'); });
+    for (const char* name : {"A", "Z", "_", "z", "a0", "a9", "a."})
+        expect(true, [&](PointAttribute& each) { each.name = name; });
+    for (const char* name : {"@", "[", "`", "{", "0", ".", "a/", "a:", "a-"})
+        expect(false, [&](PointAttribute& each) { each.name = name; });
+    for (const std::uint32_t length : {0u, 1u, 2u, 254u, 255u, 256u})
+        expect(length >= 1 && length <= 255, [&](PointAttribute& each) { each.length = length; });
+    for (const std::uint8_t storage : {0, 1, 2, 3, 4})
+        expect(storage >= 1 && storage <= 3,
+               [&](PointAttribute& each) { each.storageClass = storage; });
+    for (const std::uint8_t options : {0, 1, 2, 3, 4})
+        expect(options <= 3, [&](PointAttribute& each) { each.compressionOptions = options; });
+    for (const double value : {-1.0, 0.0, 1.0, 254.0, 255.0, 256.0})
+        expect(value >= 0 && value <= 255,
+               [&](PointAttribute& each) { each.defaultValue = value; });
+    for (const double minimum : {-2.0, 254.0, 255.0, 256.0})
+        expect(minimum <= 255, [&](PointAttribute& each) {
+            each.minimumValue = minimum;
+            each.defaultValue = 255;
+        });
+    withDatabase([&](tarvo::qrb::Pointcloud& cloud) {
+        cloud.transactions().begin("limits", "tests");
+        for (const auto& [attribute, taken] : definitions) {
+            const QString refusal =
+                messageOf([&, each = attribute] { cloud.pointAttributes().add(each); });
+            if (refusal.isEmpty())
+                cloud.pointAttributes().remove(attribute.name);
+            const std::string json = attribute.toJson();
+            QVERIFY2(refusal.isEmpty() == taken, json.c_str());
+            QVERIFY2(hasError(dialogs::checkAttribute(attribute, {})) != taken, json.c_str());
+        }
         cloud.transactions().rollback();
     });
 }

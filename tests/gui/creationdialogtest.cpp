@@ -9,8 +9,12 @@
 #include "tests/gui/guitestmain.h"
 #include "tests/gui/samplewindow.h"
 
+#include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -42,6 +46,7 @@ private slots:
 
     void creationSettingsGoThroughTheFields_data();
     void creationSettingsGoThroughTheFields();
+    void membersThatAFileLacksStayAsShown();
     void creationFieldsHaveTheirLimits();
     void reducedCreationDialogHidesTheSchema();
     void openSettingsOfferRecentPlaces();
@@ -150,6 +155,66 @@ void CreationDialogTest::creationSettingsGoThroughTheFields() {
         QCOMPARE(location, accepted ? "b.dat" : "a.dat");
         QCOMPARE(schema, std::string(accepted ? "[]" : "{}"));
         QCOMPARE(optionals, !accepted);
+    }
+}
+
+void CreationDialogTest::membersThatAFileLacksStayAsShown() {
+    // No member as in the defaults, and none as in the other.
+    pointcloud::CreateSettings shown(*m_context);
+    shown.primaryAttribute = byteAttribute("own.shown");
+    shown.chunkMode = 2;
+    shown.chunkSize = 17;
+    shown.lodMode = 2;
+    shown.chunkSizeLOD = 3;
+    shown.cacheSize = 4096;
+    shown.compressionLevel = 77;
+    shown.optimizePointID = true;
+    shown.pointInsertMode = "multi-pass";
+    pointcloud::CreateSettings other(*m_context);
+    other.primaryAttribute = byteAttribute("own.other");
+    other.chunkMode = 1;
+    other.chunkSize = 21;
+    other.lodMode = 1;
+    other.chunkSizeLOD = 5;
+    other.cacheSize = 8192;
+    other.compressionLevel = 55;
+    other.optimizePointID = false;
+    other.pointInsertMode = "single-pass";
+    const auto objectOf = [](const pointcloud::CreateSettings& settings) {
+        return QJsonDocument::fromJson(QByteArray::fromStdString(settings.toJson())).object();
+    };
+    const QJsonObject before = objectOf(shown);
+    const QJsonObject wanted = objectOf(other);
+    const QJsonObject defaults = objectOf(pointcloud::CreateSettings(*m_context));
+    QVERIFY(before.size() >= 9);
+    QStringList names = before.keys();
+    names += "";  // an object without members
+    for (const QString& name : names) {
+        QVERIFY2(name.isEmpty() || (before[name] != defaults[name] && before[name] != wanted[name]),
+                 qUtf8Printable(name));
+        QJsonObject expected = before;
+        QJsonObject loaded;
+        if (!name.isEmpty())
+            expected[name] = loaded[name] = wanted[name];
+        QFile file(m_sample->path("some.json"));
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(QJsonDocument(loaded).toJson()) > 0);
+        file.close();
+        QString location = "a.dat";
+        auto settings = shown;
+        std::string schema = "{}";
+        bool optionals = true;
+        ModalScript script({[&](QDialog* dialog) {
+                                in<QAction>(dialog, "actionLoad")->trigger();
+                                ModalScript::press("OK")(dialog);
+                            },
+                            ModalScript::chooseFile(file.fileName())});
+        QVERIFY(
+            DialogCreateSettings::edit(*m_context, location, settings, schema, optionals, nullptr));
+        QCOMPARE(script.answered(), 2u);
+        QCOMPARE(QJsonDocument(objectOf(settings)).toJson(), QJsonDocument(expected).toJson());
+        QCOMPARE(location, "a.dat");
+        QCOMPARE(schema, std::string("{}"));
+        QVERIFY(optionals);
     }
 }
 

@@ -137,6 +137,7 @@ private slots:
     void transactionKeepsThePageOfItsSettings();
     void checkBoxesOfDialogsAreKept();
     void rangeQueryKeepsWhatWasAccepted();
+    void rangeQueryKeepsEachBoxForItself();
     void rangeQueryCountsDecimalsFromTheResolution_data();
     void rangeQueryCountsDecimalsFromTheResolution();
     void rangeQueryBeginsWithClosedBoundsAndNamesTheUnit();
@@ -324,6 +325,28 @@ void DialogSettingsTest::rangeQueryKeepsWhatWasAccepted() {
     QCOMPARE(dialog.expression(), "(own.b > -1) && (own.b < 27)");
 }
 
+void DialogSettingsTest::rangeQueryKeepsEachBoxForItself() {
+    ProgramSettings("DialogRangeQuery").remove("");
+    const std::vector<PointAttribute> attributes = {byteAttribute("own.a")};
+    const char* const boxes[] = {"editLowerBoundInclusive", "editUpperBoundInclusive",
+                                 "editRadiusInclusive"};
+    for (const int mode : {1, 0})
+        for (std::size_t bits = 0; bits < 8; ++bits) {
+            {
+                DialogRangeQuery dialog(attributes, nullptr);
+                in<QTabWidget>(&dialog, "tabWidgetMode")->setCurrentIndex(mode);
+                for (std::size_t i = 0; i < 3; ++i)
+                    in<QCheckBox>(&dialog, boxes[i])->setChecked(bits >> i & 1);
+                dialog.accept();
+            }
+            DialogRangeQuery dialog(attributes, nullptr);
+            QCOMPARE(in<QTabWidget>(&dialog, "tabWidgetMode")->currentIndex(), mode);
+            for (std::size_t i = 0; i < 3; ++i)
+                QVERIFY2(in<QCheckBox>(&dialog, boxes[i])->isChecked() == bool(bits >> i & 1),
+                         boxes[i]);
+        }
+}
+
 void DialogSettingsTest::rangeQueryCountsDecimalsFromTheResolution_data() {
     QTest::addColumn<double>("resolution");
     QTest::addColumn<QString>("center");
@@ -423,8 +446,8 @@ void DialogSettingsTest::columnsAndGroupsAreKeptByName() {
     window.driver().showTab("tabPointData");
     auto* chooser = window.child<QListWidget>("listPointAttributes");
     // Of a database that is not open now.
-    const QString other = "other.attribute=hidden";
-    ProgramSettings().setValue("Attributes", QStringList(other));
+    const QStringList others = {"other.hidden=hidden", "other.shown=visible"};
+    ProgramSettings().setValue("Attributes", others);
     const QStringList expected = {"own.constant=visible",    "own.single=hidden",
                                   "own.vector=visible",      "tarvo.class=visible",
                                   "tarvo.id=visible",        "tarvo.reflectance=visible",
@@ -432,12 +455,15 @@ void DialogSettingsTest::columnsAndGroupsAreKeptByName() {
     window.run("actionColumnsSortByName", {});
     for (const char* name : {"own.single", "tarvo.xyz"})
         chooser->findItems(name, Qt::MatchExactly).first()->setCheckState(Qt::Unchecked);
-    QCOMPARE(ProgramSettings().value("Attributes").toStringList(), expected + QStringList(other));
+    QCOMPARE(ProgramSettings().value("Attributes").toStringList(), expected + others);
 
     auto* tree = window.child<QTreeWidget>("treePointAttributes");
     const QString group = tree->topLevelItem(1)->text(0);
     tree->topLevelItem(1)->setExpanded(false);
     QVERIFY(ProgramSettings().value("AttributeGroups").toStringList().contains(group + "=0"));
+    ProgramSettings().setValue("AttributeGroups",
+                               ProgramSettings().value("AttributeGroups").toStringList() +
+                                   QStringList({"Other folded=0", "Other open=1"}));
 
     MainWindow second;
     second.openDatabase(file, true);
@@ -452,6 +478,8 @@ void DialogSettingsTest::columnsAndGroupsAreKeptByName() {
         QCOMPARE(groups->topLevelItem(i)->isExpanded(), groups->topLevelItem(i)->text(0) != group);
     in<QTreeWidget>(&second, "treePointAttributes")->topLevelItem(1)->setExpanded(true);
     QVERIFY(ProgramSettings().value("AttributeGroups").toStringList().contains(group + "=1"));
+    for (const char* entry : {"Other folded=0", "Other open=1"})
+        QVERIFY(ProgramSettings().value("AttributeGroups").toStringList().contains(entry));
 }
 
 void DialogSettingsTest::splitterOfTheMetaDataEditorIsKept() {

@@ -200,13 +200,13 @@ void HelpersTest::badNodeListsNameThePiece() {
 
 void HelpersTest::numericItemsSortByNumber() {
     QTreeWidget tree;
-    for (const char* text : {"b", "10*", "9", "a", "-1.5"})
+    for (const char* text : {"b", "100", "10*", "9", "a", "11", "-1.5", "2*"})
         new NumericTreeWidgetItem(&tree, QStringList(text));
     tree.sortByColumn(0, Qt::AscendingOrder);
     QStringList order;
     for (int i = 0; i < tree.topLevelItemCount(); ++i)
         order += tree.topLevelItem(i)->text(0);
-    QCOMPARE(order, QStringList({"-1.5", "9", "10*", "a", "b"}));
+    QCOMPARE(order, QStringList({"-1.5", "2*", "9", "10*", "11", "100", "a", "b"}));
 }
 
 void HelpersTest::filterHistoryMovesAndDropsEntries() {

@@ -36,6 +36,7 @@ private slots:
     void cleanupTestCase() { tarvo::qrb::freeLibrary(); }
 
     void changesOfOtherTabsEndNoQuery();
+    void queryEndsWithWhatItAsksFor();
     void reloadKeepsTheFilterOfTheNodes();
     void anotherDatabaseBeginsAfresh();
 
@@ -65,6 +66,51 @@ void RefreshTest::changesOfOtherTabsEndNoQuery() {
     QCOMPARE(window.child<QComboBox>("PointDataFilter")->currentText(), "tarvo.id > 0");
     window.run("actionQuerySelectNext", {});
     QCOMPARE(points->topLevelItemCount(), 200);  // goes on
+}
+
+// Or the next page would go on with points that were not asked for.
+void RefreshTest::queryEndsWithWhatItAsksFor() {
+    const SampleWindow window(m_sample->copy());
+    window.driver().showTab("tabPointIndex");
+    const QString leaf = firstLeaf(window);
+    window.driver().showTab("tabPointData");
+    auto* filter = window.child<QComboBox>("PointDataFilter");
+    auto* nodes = window.child<QLineEdit>("editPointDataNodes");
+    const auto* points = window.child<QTreeWidget>("treePointData");
+    const auto* cancel = window.child<QAction>("actionQuerySelectCancel");
+    const struct {
+        const char* what;
+        std::function<void()> change;
+        bool ends;
+    } changes[] = {
+        {"nodes typed", [&] { QTest::keyClicks(nodes, leaf); }, true},
+        {"nodes emptied", [&] { nodes->clear(); }, true},
+        {"filter typed", [&] { QTest::keyClicks(filter->lineEdit(), "tarvo.id < 50"); }, true},
+        {"filter emptied", [&] { filter->lineEdit()->clear(); }, true},
+        {"filter of the history", [&] { filter->setCurrentIndex(0); }, true},
+        {"filter emptied again", [&] { filter->lineEdit()->clear(); }, true},
+        {"columns hidden", [&] { window.run("actionColumnsHideAll", {}); }, false},
+        {"columns sorted", [&] { window.run("actionColumnsSortByName", {}); }, false},
+        {"columns shown", [&] { window.run("actionColumnsShowAll", {}); }, false},
+        {"canceled", [&] { window.run("actionQuerySelectCancel", {}); }, true},
+        {"reloaded", [&] { window.run("actionReload", {}); }, true},
+    };
+    for (const auto& [what, change, ends] : changes) {
+        window.run("actionQuerySelectCancel", {});
+        window.run("actionQuerySelectNext", {});
+        QVERIFY2(cancel->isEnabled() && points->topLevelItemCount() > 0, what);
+        const int before = points->topLevelItemCount();
+        change();
+        QVERIFY2(cancel->isEnabled() != ends, what);
+        // Begins anew or goes on.
+        const std::string expression = filter->currentText().toStdString();
+        auto query = nodes->text().isEmpty()
+                         ? window.database().select(expression)
+                         : window.database().select({nodes->text().toUInt()}, expression);
+        const int page = static_cast<int>(query.next(100));
+        window.run("actionQuerySelectNext", {});
+        QVERIFY2(points->topLevelItemCount() == (ends ? page : before + page), what);
+    }
 }
 
 void RefreshTest::reloadKeepsTheFilterOfTheNodes() {

@@ -236,6 +236,20 @@ void TablesTest::numbersOfTransactionsSortAsNumbers() {
     QCOMPARE(tree->topLevelItem(0)->text(0), "1");  // ascending at first
     QCOMPARE(first(Qt::DescendingOrder), "11* 10");
     QCOMPARE(first(Qt::AscendingOrder), "1 2");
+    // The current one is not always the last one.
+    window.database().transactions().restore(2);
+    window.window().refreshPanels();
+    for (const auto order : {Qt::AscendingOrder, Qt::DescendingOrder}) {
+        tree->sortByColumn(0, order);
+        const int last = tree->topLevelItemCount();
+        QStringList ids;
+        for (int id = 1; id <= last; ++id)
+            ids.insert(order == Qt::AscendingOrder ? id - 1 : 0,
+                       QString("%0%1").arg(id).arg(id == 2 ? "*" : ""));
+        QCOMPARE(last, 11);
+        for (int i = 0; i < last; ++i)
+            QCOMPARE(tree->topLevelItem(i)->text(0), ids[i]);
+    }
 }
 
 void TablesTest::metaDataShowsItsItems() {
