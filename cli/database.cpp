@@ -19,10 +19,10 @@ std::uint64_t Database::fileSize() const {
     return error ? 0 : size;
 }
 
-void Database::change(const Change& change, const std::function<void()>& work) {
+std::uint32_t Database::change(const Change& change, const std::function<void()>& work) {
     if (m_changing) {
         work();
-        return;
+        return 0;
     }
     struct Flag {
         explicit Flag(bool& value) : value(value) { value = true; }
@@ -36,6 +36,7 @@ void Database::change(const Change& change, const std::function<void()>& work) {
     ProgressLine progress("Writing " + m_fileName);
     transaction.commit(change.signature,
                        [&progress](int percent) { progress.update(percent / 100.0); });
+    return transaction.id();
 }
 
 }  // namespace tarvo::cli

@@ -28,8 +28,10 @@ public:
     std::uint64_t fileSize() const;
 
     // Runs work within a transaction that is committed after it and rolled back when work throws.
-    // A change that is made by the work of another one becomes a part of that.
-    void change(const Change& change, const std::function<void()>& work);
+    // A change that is made by the work of another one becomes a part of that. Returns the number
+    // of the transaction (0: part of another one), so that telling it needs no reading that may
+    // fail.
+    std::uint32_t change(const Change& change, const std::function<void()>& work);
     bool isChanging() const { return m_changing; }
 
 private:

@@ -89,7 +89,7 @@ void runSteps(Database& database, const RunOptions& options,
     }
     settings.endArray();
     settings.endObject();
-    database.change(
+    const std::uint32_t id = database.change(
         {options.title, options.comment, settings.compact(), options.key.signature()}, [&] {
             for (const auto& step : steps) {
                 checkInterrupted();
@@ -102,8 +102,7 @@ void runSteps(Database& database, const RunOptions& options,
                 }
             }
         });
-    print("Transaction " + std::to_string(database.cloud().transactions().current()) +
-          " is committed.\n");
+    print("Transaction " + std::to_string(id) + " is committed.\n");
 }
 
 }  // namespace

@@ -93,10 +93,10 @@ void RefreshTest::queryEndsWithWhatItAsksFor() {
         {"columns sorted", [&] { window.run("actionColumnsSortByName", {}); }, false},
         {"columns shown", [&] { window.run("actionColumnsShowAll", {}); }, false},
         {"canceled", [&] { window.run("actionQuerySelectCancel", {}); }, true},
-        {"reloaded", [&] { window.run("actionReload", {}); }, true},
     };
     for (const auto& [what, change, ends] : changes) {
-        window.run("actionQuerySelectCancel", {});
+        if (cancel->isEnabled())
+            window.run("actionQuerySelectCancel", {});
         window.run("actionQuerySelectNext", {});
         QVERIFY2(cancel->isEnabled() && points->topLevelItemCount() > 0, what);
         const int before = points->topLevelItemCount();
