@@ -27,7 +27,7 @@ checkLinked() {
     need "the linker did not say what its stack may do" says "$headers" 'GNU_STACK'
     need "its stack can be executed" saysNot "$headers" 'GNU_STACK.* RWE'
     need "an overwritten stack stays unseen (no stack protector)" says "$symbols" '__stack_chk_fail'
-    need "copies beyond a buffer stay unseen (no _FORTIFY_SOURCE)" says "$symbols" '__mem[a-z]+_chk'
+    need "copies beyond a buffer stay unseen (no _FORTIFY_SOURCE)" says "$symbols" '__(mem[a-z]+|[a-z]*printf)_chk'
     case $headers in
     *X86-64*)
         need "no mark of the shadow stack (SHSTK)" says "$(readelf -nW "$file")" 'feature:.*SHSTK'
