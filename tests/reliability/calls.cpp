@@ -460,9 +460,7 @@ int runSequences(const fs::path& folder, std::uint64_t seed, bool control) {
     return 0;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int run(int argc, char** argv) {
 #ifdef QRB_SANITIZED
     constexpr std::uint64_t least = 20'000;
 #else
@@ -490,4 +488,10 @@ int main(int argc, char** argv) {
         }
     }
     return trial.finish();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    return tarvo::trial::guarded(run, argc, argv);
 }

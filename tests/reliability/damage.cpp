@@ -14,7 +14,6 @@
 #include <atomic>
 #include <cstring>
 #include <filesystem>
-#include <iostream>
 #include <stdexcept>
 #include <thread>
 
@@ -332,10 +331,5 @@ int run(int argc, char** argv) {
 }  // namespace tarvo::trial
 
 int main(int argc, char** argv) {
-    try {
-        return tarvo::trial::run(argc, argv);
-    } catch (const std::exception& error) {
-        std::cerr << "damage_trial: " << error.what() << std::endl;
-        return EXIT_FAILURE;
-    }
+    return tarvo::trial::guarded(tarvo::trial::run, argc, argv);
 }

@@ -5,6 +5,7 @@
 #include "engine/query/insert.h"
 #include "engine/query/select.h"
 #include "engine/query/update.h"
+#include "tests/engine/database.h"
 
 #include <cmath>
 #include <fstream>
@@ -29,25 +30,13 @@ FileImage contents(const std::string& file) {
     return {std::istreambuf_iterator<char>(in), {}};
 }
 
-schema::AttributeRecord attribute(const char* name, double minimum, double maximum,
-                                  double resolution = 1, std::uint32_t length = 1) {
-    schema::AttributeRecord record;
-    record.name = name;
-    record.length = length;
-    record.minimumValue = minimum;
-    record.maximumValue = maximum;
-    record.resolution = resolution;
-    record.storageClass = 2;
-    return record;
-}
-
 // Columns that each favour another codec, storage class or kind of value.
 std::vector<schema::AttributeRecord> attributes() {
     std::vector<schema::AttributeRecord> all{
-        attribute("noise", 0, 255),       attribute("steps", 0, 4e9),
-        attribute("planes", 0, 4e9),      attribute("both", 0, 4e9),
-        attribute("letters", 0, 255),     attribute("real", -1e9, 1e9, 0),
-        attribute("gaps", -20, 20, 0.25), attribute("single", 0, 10),
+        testing::record("noise", 0, 255),       testing::record("steps", 0, 4e9),
+        testing::record("planes", 0, 4e9),      testing::record("both", 0, 4e9),
+        testing::record("letters", 0, 255),     testing::record("real", -1e9, 1e9, 0),
+        testing::record("gaps", -20, 20, 0.25), testing::record("single", 0, 10),
     };
     all[1].compressionOptions = 1;
     all[2].compressionOptions = 2;
@@ -243,7 +232,7 @@ private:
 DamageBase makeDamageBase(const std::string& file, bool deep) {
     DamageBase base;
     session::CreateSettings settings;
-    settings.primaryAttribute = attribute("xyz", -1000, 1000, 0.001, 3);
+    settings.primaryAttribute = testing::record("xyz", -1000, 1000, 0.001, 3);
     settings.chunkSize = deep ? 3 : 90;
     settings.chunkSizeLod = deep ? 0 : 20;
     session::Session::create(file, settings, "trial",

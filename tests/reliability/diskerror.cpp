@@ -7,10 +7,6 @@
 #include "tests/reliability/trial.h"
 #include "tests/reliability/workfolder.h"
 
-#include <cstdlib>
-#include <exception>
-#include <iostream>
-
 namespace {
 
 using namespace tarvo::trial;
@@ -118,19 +114,18 @@ private:
     std::uint64_t m_harmless = 0;
 };
 
+int run(int argc, char** argv) {
+    Trial trial("diskerror_trial", "failing calls", argc, argv);
+    DiskErrors errors(trial);
+    // Each act at least once.
+    while (trial.next(trial.round() + 1 < errors.acts() ? UINT64_MAX : least))
+        errors.tryAct(errors.actOf(trial.round()));
+    trial.note(std::to_string(errors.harmless()) + " of them did no harm");
+    return trial.finish();
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-    try {
-        Trial trial("diskerror_trial", "failing calls", argc, argv);
-        DiskErrors errors(trial);
-        // Each act at least once.
-        while (trial.next(trial.round() + 1 < errors.acts() ? UINT64_MAX : least))
-            errors.tryAct(errors.actOf(trial.round()));
-        trial.note(std::to_string(errors.harmless()) + " of them did no harm");
-        return trial.finish();
-    } catch (const std::exception& error) {
-        std::cerr << error.what() << std::endl;
-        return EXIT_FAILURE;
-    }
+    return tarvo::trial::guarded(run, argc, argv);
 }

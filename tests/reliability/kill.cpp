@@ -13,7 +13,6 @@
 
 #include <chrono>
 #include <cstdlib>
-#include <exception>
 #include <iostream>
 #include <sstream>
 #include <thread>
@@ -149,26 +148,25 @@ void killOften(Trial& trial, const std::string& folder) {
     }
 }
 
+int run(int argc, char** argv) {
+    tarvo::qrb::loadLibrary(QRBLIB_FILE);
+    if (argc == 5 && std::string(argv[1]) == "writer") {
+        try {
+            return write(argv[2], std::stoull(argv[3]), std::string(argv[4]) == "1");
+        } catch (const tarvo::qrb::Error& error) {
+            std::cout << error.what() << " " << error.details() << std::endl;
+            return EXIT_FAILURE;
+        }
+    }
+    Trial trial("kill_trial", "kills", argc, argv);
+    const WorkFolder work("kill");
+    while (trial.next(least))
+        killOften(trial, work.folder("disk"));
+    return trial.finish();
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-    try {
-        tarvo::qrb::loadLibrary(QRBLIB_FILE);
-        if (argc == 5 && std::string(argv[1]) == "writer") {
-            try {
-                return write(argv[2], std::stoull(argv[3]), std::string(argv[4]) == "1");
-            } catch (const tarvo::qrb::Error& error) {
-                std::cout << error.what() << " " << error.details() << std::endl;
-                return EXIT_FAILURE;
-            }
-        }
-        Trial trial("kill_trial", "kills", argc, argv);
-        const WorkFolder work("kill");
-        while (trial.next(least))
-            killOften(trial, work.folder("disk"));
-        return trial.finish();
-    } catch (const std::exception& error) {
-        std::cerr << error.what() << std::endl;
-        return EXIT_FAILURE;
-    }
+    return tarvo::trial::guarded(run, argc, argv);
 }

@@ -13,10 +13,8 @@
 
 #include <array>
 #include <atomic>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iostream>
 #include <iterator>
 #include <new>
 #include <sstream>
@@ -276,10 +274,5 @@ int run(int argc, char** argv) {
 }  // namespace tarvo::trial
 
 int main(int argc, char** argv) {
-    try {
-        return tarvo::trial::run(argc, argv);
-    } catch (const std::exception& error) {
-        std::cerr << "memory_trial: " << error.what() << std::endl;
-        return EXIT_FAILURE;
-    }
+    return tarvo::trial::guarded(tarvo::trial::run, argc, argv);
 }

@@ -16,7 +16,6 @@
 #include <atomic>
 #include <chrono>
 #include <cstdlib>
-#include <exception>
 #include <filesystem>
 #include <iostream>
 #include <memory>
@@ -177,28 +176,27 @@ void liveTogether(Trial& trial, const std::string& folder, Figures& all) {
     all.busy += figures.busy;
 }
 
+int run(int argc, char** argv) {
+    tarvo::qrb::loadLibrary(QRBLIB_FILE);
+    if (argc == 5) {
+        if (std::string(argv[4]) == "1")
+            disk::ignoreFileLocks();
+        return take(argv[1], argv[2], std::stoull(argv[3]));
+    }
+    Trial trial("neighbours_trial", "commits, looks and vacuums", argc, argv);
+    const WorkFolder work("neighbours");
+    Figures figures;
+    while (trial.next(trial.round() + 1 < rounds ? UINT64_MAX : 0))
+        liveTogether(trial, work.folder("disk"), figures);
+    trial.note(std::to_string(figures.commits) + " commits");
+    trial.note(std::to_string(figures.looks) + " looks");
+    trial.note(std::to_string(figures.vacuums) + " vacuums");
+    trial.note(std::to_string(figures.busy) + " times busy");
+    return trial.finish();
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-    try {
-        tarvo::qrb::loadLibrary(QRBLIB_FILE);
-        if (argc == 5) {
-            if (std::string(argv[4]) == "1")
-                disk::ignoreFileLocks();
-            return take(argv[1], argv[2], std::stoull(argv[3]));
-        }
-        Trial trial("neighbours_trial", "commits, looks and vacuums", argc, argv);
-        const WorkFolder work("neighbours");
-        Figures figures;
-        while (trial.next(trial.round() + 1 < rounds ? UINT64_MAX : 0))
-            liveTogether(trial, work.folder("disk"), figures);
-        trial.note(std::to_string(figures.commits) + " commits");
-        trial.note(std::to_string(figures.looks) + " looks");
-        trial.note(std::to_string(figures.vacuums) + " vacuums");
-        trial.note(std::to_string(figures.busy) + " times busy");
-        return trial.finish();
-    } catch (const std::exception& error) {
-        std::cerr << error.what() << std::endl;
-        return EXIT_FAILURE;
-    }
+    return tarvo::trial::guarded(run, argc, argv);
 }

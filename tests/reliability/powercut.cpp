@@ -11,10 +11,7 @@
 
 #include "qrb/error.h"
 
-#include <cstdlib>
-#include <exception>
 #include <filesystem>
-#include <iostream>
 #include <set>
 
 namespace {
@@ -156,19 +153,18 @@ private:
     std::uint64_t m_recoveries = 0;
 };
 
+int run(int argc, char** argv) {
+    Trial trial("powercut_trial", "cuts", argc, argv);
+    PowerCuts cuts(trial);
+    // Each act at least once.
+    while (trial.next(trial.round() + 1 < cuts.acts() ? UINT64_MAX : least))
+        cuts.tryAct(cuts.actOf(trial.round()));
+    trial.note(std::to_string(cuts.recoveries()) + " of them while recovering");
+    return trial.finish();
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-    try {
-        Trial trial("powercut_trial", "cuts", argc, argv);
-        PowerCuts cuts(trial);
-        // Each act at least once.
-        while (trial.next(trial.round() + 1 < cuts.acts() ? UINT64_MAX : least))
-            cuts.tryAct(cuts.actOf(trial.round()));
-        trial.note(std::to_string(cuts.recoveries()) + " of them while recovering");
-        return trial.finish();
-    } catch (const std::exception& error) {
-        std::cerr << error.what() << std::endl;
-        return EXIT_FAILURE;
-    }
+    return tarvo::trial::guarded(run, argc, argv);
 }

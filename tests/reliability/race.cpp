@@ -233,9 +233,7 @@ int runThreads(const fs::path& folder, std::uint64_t seed, bool control) {
     return bad ? 1 : 0;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int run(int argc, char** argv) {
     trial::Trial trial("race_trial", "works of threads", argc, argv);
     const trial::WorkFolder work("race");
     const fs::path folder = work.path();
@@ -252,4 +250,10 @@ int main(int argc, char** argv) {
         fs::remove_all(folder);
     }
     return trial.finish();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    return tarvo::trial::guarded(run, argc, argv);
 }

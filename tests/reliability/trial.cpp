@@ -1,6 +1,7 @@
 #include "tests/reliability/trial.h"
 
 #include <cstdlib>
+#include <exception>
 #include <fstream>
 #include <iostream>
 #include <sstream>
@@ -96,6 +97,15 @@ int Trial::finish() {
     if (m_control)
         return m_bad > 0 ? EXIT_SUCCESS : EXIT_FAILURE;
     return m_bad == 0 && m_tried > 0 ? EXIT_SUCCESS : EXIT_FAILURE;
+}
+
+int guarded(int (*run)(int argc, char** argv), int argc, char** argv) {
+    try {
+        return run(argc, argv);
+    } catch (const std::exception& error) {
+        std::cerr << "The trial itself failed: " << error.what() << std::endl;
+        return EXIT_FAILURE;
+    }
 }
 
 }  // namespace tarvo::trial

@@ -66,4 +66,7 @@ private:
     std::string m_notes;
 };
 
+// Runs the main function of a trial, and tells what it throws: an error of the trial itself.
+int guarded(int (*run)(int argc, char** argv), int argc, char** argv);
+
 }  // namespace tarvo::trial
