@@ -113,8 +113,7 @@ void Session::create(const std::string& fileName, const CreateSettings& settings
                      const std::vector<std::pair<std::string, std::string>>& metaData) {
     validate(settings);
     if (const schema::AttributeRecord& id = settings.primaryAttribute;
-        id.name == schema::pointIdName &&
-        (id.length != 1 || schema::Grid(id).kind() != schema::Grid::Kind::Integer))
+        id.name == schema::pointIdName && !canBePointId(id))
         throw Failure(ErrorCode::Argument,
                       "The primary attribute \"" + id.name + "\" must be one whole number.");
     State state;

@@ -199,6 +199,10 @@ std::string attributesText(const schema::AttributeTable& table) {
     return {buffer.GetString(), buffer.GetSize()};
 }
 
+bool canBePointId(const schema::AttributeRecord& record) {
+    return record.length == 1 && schema::Grid(record).kind() == schema::Grid::Kind::Integer;
+}
+
 schema::AttributeTable attributesFromText(std::string_view text) {
     const char* what = "The attribute table";
     const rapidjson::Document document = parseJson(text, what, ErrorCode::Damaged);
@@ -225,6 +229,13 @@ schema::AttributeTable attributesFromText(std::string_view text) {
     if (pointId != 0 && pointId != 1)
         throw Failure(ErrorCode::Damaged,
                       "The file is damaged: it lacks its primary attribute or point id.");
+    for (const int key : {0, pointId})
+        if (const auto& attribute = table[static_cast<std::size_t>(key)];
+            attribute.is(schema::StorageClass::Constant))
+            throw Failure(ErrorCode::Damaged, "The file is damaged: all its points have one \"" +
+                                                  attribute.record.name + "\".");
+    if (!canBePointId(table[static_cast<std::size_t>(pointId)].record))
+        throw Failure(ErrorCode::Damaged, "The file is damaged: its point id is no whole number.");
     return table;
 }
 

@@ -76,6 +76,8 @@ State stateFromRoot(std::string_view root);
 void writeReferenceMember(JsonWriter& writer, const char* name, const BlobRef& reference);
 BlobRef readReferenceMember(const JsonObject& parent, const char* name);
 
+bool canBePointId(const schema::AttributeRecord& record);
+
 // The stored form of an attribute table.
 std::string attributesText(const schema::AttributeTable& table);
 schema::AttributeTable attributesFromText(std::string_view text);

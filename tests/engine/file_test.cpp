@@ -218,6 +218,32 @@ TEST(File, CutShortGivesAnErrorOrTheTruth) {
     EXPECT_EQ(silent, 0);
 }
 
+// With right checksums: rows are sorted and found by values that such a table has no room for.
+TEST(File, WhoseKeysAreNoKeysIsDamaged) {
+    using Record = schema::AttributeRecord;
+    const auto read = [](void (*spoil)(Record&, Record&)) -> std::string {
+        Record primary = record("xyz", -100, 100, 1, 3);
+        Record id = record(std::string(schema::pointIdName), 0, 1e6);
+        spoil(primary, id);
+        schema::AttributeTable table;
+        table.all().emplace_back(primary, 1);
+        table.all().emplace_back(id, 2);
+        try {
+            (void)session::attributesFromText(session::attributesText(table));
+        } catch (const Failure& failure) {
+            return failure.what();
+        }
+        return "";
+    };
+    EXPECT_EQ(read([](Record&, Record&) {}), "");
+    const std::string one = "The file is damaged: all its points have one ";
+    EXPECT_EQ(read([](Record& primary, Record&) { primary.storageClass = 1; }), one + "\"xyz\".");
+    EXPECT_EQ(read([](Record&, Record& id) { id.storageClass = 1; }), one + "\"tarvo.id\".");
+    const std::string whole = "The file is damaged: its point id is no whole number.";
+    EXPECT_EQ(read([](Record&, Record& id) { id.length = 2; }), whole);
+    EXPECT_EQ(read([](Record&, Record& id) { id.resolution = 0; }), whole);
+}
+
 TEST(File, ThatIsNoDatabaseIsRefusedWithAReason) {
     TemporaryFolder folder;
     const std::string text = folder.file("text.qrbx");

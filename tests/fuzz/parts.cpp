@@ -96,7 +96,8 @@ private:
     }
     static Bytes bomb(ByteSpan content) {
         std::uint32_t count = 0;
-        std::memcpy(&count, content.data(), std::min<std::size_t>(4, content.size()));
+        if (content.size() >= sizeof count)
+            std::memcpy(&count, content.data(), sizeof count);
         count = std::min<std::uint32_t>(count, 60000) + 1;
         // Magic, descriptor with a content
         // size of 8 bytes and a single segment, then blocks that repeat one byte.
