@@ -43,10 +43,14 @@ std::string textOf(const rapidjson::Value& object, const char* name) {
                             : std::string();
 }
 
-// "Transaction 3, block, node 17, tarvo.xyz[2]: text"
+// "Transaction 3, block, node 17, tarvo.xyz[2]: text (details)"
 std::string faultLine(const rapidjson::Value& fault) {
-    std::string line = "Transaction " + std::to_string(numberOf(fault, "transaction")) + ", " +
-                       textOf(fault, "kind");
+    std::string line = textOf(fault, "kind");
+    if (memberOf(fault, "transaction").IsUint64()) {
+        line = "Transaction " + std::to_string(numberOf(fault, "transaction")) + ", " + line;
+    } else {
+        line = "The file's " + line;
+    }
     if (memberOf(fault, "node").IsUint64()) {
         line += ", node " + std::to_string(numberOf(fault, "node"));
     }
@@ -60,6 +64,9 @@ std::string faultLine(const rapidjson::Value& fault) {
         line += "[" + std::to_string(numberOf(fault, "element")) + "]";
     }
     line += ": " + textOf(fault, "text");
+    if (const std::string details = textOf(fault, "details"); !details.empty()) {
+        line += " (" + details + ")";
+    }
     for (char& c : line) {
         c = c == '\n' ? ' ' : c;
     }
@@ -78,13 +85,14 @@ std::string checkText(const rapidjson::Value& report) {
     text += (count == 0 ? "No faults found: " : counted(count, "fault") + " found: ") +
             counted(numberOf(report, "transactions"), "transaction") + ", " +
             counted(numberOf(report, "blobs"), "blob") + ", " +
-            counted(numberOf(report, "points"), "point") + ", " +
             counted(numberOf(report, "bytes"), "byte") + " read.\n";
     if (const std::uint64_t leftOut = numberOf(report, "left_out"); leftOut > 0) {
         text += counted(leftOut, "transaction") + " discarded meanwhile.\n";
     }
-    if (const std::uint64_t unreached = numberOf(report, "unreached_blobs"); unreached > 0) {
-        text += counted(unreached, "blob") + " of no transaction, for vacuum to remove.\n";
+    const rapidjson::Value& unreached = memberOf(report, "unreached_blobs");
+    if (unreached.IsUint64() && unreached.GetUint64() > 0) {
+        text +=
+            counted(unreached.GetUint64(), "blob") + " of no transaction, for vacuum to remove.\n";
     }
     return text;
 }

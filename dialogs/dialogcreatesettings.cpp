@@ -114,33 +114,38 @@ void DialogCreateSettings::write(const QString& location, const Settings& settin
 }
 
 void DialogCreateSettings::writeChunks(const Settings& settings) {
+    bool isShown = false;
     if (settings.chunkMode == 1) {
         m_ui->editChunkMode->setCurrentIndex(0);
-        m_ui->editChunkSizePts->setValue(
-            static_cast<int>(std::min<std::uint32_t>(settings.chunkSize, 999'999'999)));
+        isShown = tarvo::dialogs::showSize(m_ui->editChunkSizePts, settings.chunkSize);
     } else if (settings.chunkMode == 2) {
         m_ui->editChunkMode->setCurrentIndex(1);
-        m_ui->editChunkSizeLvl->setCurrentIndex(static_cast<int>(settings.chunkSize));
+        isShown = tarvo::dialogs::showSize(m_ui->editChunkSizeLvl, settings.chunkSize);
     } else {
         common::showError(this, QString("Invalid chunk mode: %0").arg(settings.chunkMode));
         return;
     }
     on_editChunkMode_currentIndexChanged(m_ui->editChunkMode->currentIndex());
+    if (!isShown)
+        common::showError(this, QString("Invalid chunk size: %0").arg(settings.chunkSize));
 }
 
 // Whether the widgets can show the mode.
 bool DialogCreateSettings::writeLevelOfDetail(const Settings& settings) {
+    bool isShown = false;
     if (settings.lodMode == 1) {
         m_ui->editLodMode->setCurrentIndex(0);
-        m_ui->editLodSizeThinout->setValue(static_cast<int>(settings.chunkSizeLOD));
+        isShown = tarvo::dialogs::showSize(m_ui->editLodSizeThinout, settings.chunkSizeLOD);
     } else if (settings.lodMode == 2) {
         m_ui->editLodMode->setCurrentIndex(1);
-        m_ui->editLodSizeCombine->setCurrentIndex(static_cast<int>(settings.chunkSizeLOD));
+        isShown = tarvo::dialogs::showSize(m_ui->editLodSizeCombine, settings.chunkSizeLOD);
     } else {
         common::showError(this, QString("Invalid LOD mode: %0").arg(settings.lodMode));
         return false;
     }
     on_editLodMode_currentIndexChanged(m_ui->editLodMode->currentIndex());
+    if (!isShown)
+        common::showError(this, QString("Invalid LOD size: %0").arg(settings.chunkSizeLOD));
     return true;
 }
 

@@ -42,15 +42,19 @@ void DialogLevelOfDetail::fillSizes() {
 void DialogLevelOfDetail::showSettings() {
     const std::uint32_t mode = m_database.management().getLodMode();
     const std::uint32_t size = m_database.management().getChunkSizeLOD();
+    bool isShown = false;
     if (mode == 1) {
         m_ui->editLodMode->setCurrentIndex(0);
-        m_ui->editLodSizeThinout->setValue(static_cast<int>(size));
+        isShown = tarvo::dialogs::showSize(m_ui->editLodSizeThinout, size);
     } else if (mode == 2) {
         m_ui->editLodMode->setCurrentIndex(1);
-        m_ui->editLodSizeCombine->setCurrentIndex(static_cast<int>(size));
+        isShown = tarvo::dialogs::showSize(m_ui->editLodSizeCombine, size);
     } else {
         common::showError(this, QString("Invalid LOD mode: %0").arg(mode));
+        return;
     }
+    if (!isShown)
+        common::showError(this, QString("Invalid LOD size: %0").arg(size));
 }
 
 void DialogLevelOfDetail::on_editLodMode_currentIndexChanged(int index) {

@@ -3,6 +3,7 @@
 #include "common/textformat.h"
 
 #include <QComboBox>
+#include <QSpinBox>
 #include <QLocale>
 #include <QSignalBlocker>
 #include <cmath>
@@ -49,6 +50,21 @@ void fillCombineLevels(QComboBox* list, std::uint32_t length) {
                        .arg(QString::number(level), QLocale().toString(points, 'f', 0));
     }
     replaceEntries(list, entries, usualCombineLevel);
+}
+
+bool showSize(QComboBox* list, std::uint32_t level) {
+    if (level >= static_cast<std::uint32_t>(list->count()))
+        return false;
+    list->setCurrentIndex(static_cast<int>(level));
+    return true;
+}
+
+bool showSize(QSpinBox* box, std::uint32_t size) {
+    if (size < static_cast<std::uint32_t>(box->minimum()) ||
+        size > static_cast<std::uint32_t>(box->maximum()))
+        return false;
+    box->setValue(static_cast<int>(size));
+    return true;
 }
 
 }  // namespace tarvo::dialogs

@@ -7,6 +7,7 @@
 #include <cstdint>
 
 class QComboBox;
+class QSpinBox;
 
 namespace tarvo::dialogs {
 
@@ -16,5 +17,9 @@ void fillEdgeLengths(QComboBox* list, const qrb::pointcloud::PointAttribute& pri
 // Nodes of combined points: up to 2^(length * level) points, levels 1 to 16 and 0 for none. length:
 // elements of the primary attribute.
 void fillCombineLevels(QComboBox* list, std::uint32_t length);
+
+// Shows a size. False, and nothing is changed, where the field has no such size.
+bool showSize(QComboBox* list, std::uint32_t level);
+bool showSize(QSpinBox* box, std::uint32_t size);
 
 }  // namespace tarvo::dialogs

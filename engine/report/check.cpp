@@ -38,16 +38,24 @@ public:
         const auto current = std::find(ids.begin(), ids.end(), container.current());
         std::rotate(ids.begin(), current == ids.end() ? ids.begin() : current,
                     current == ids.end() ? ids.begin() : current + 1);
+        const Fault containerPlace = place(Fault::Kind::Container);
         for (const std::uint32_t id : ids) {
             const std::uint64_t before = findings().faultCount;
             checkTransaction(id);
-            if (findings().faultCount > before && !container.keeps(id))
+            bool isGone = false;
+            if (findings().faultCount > before)
+                m_reading.guarded(containerPlace, [&] { isGone = !container.keeps(id); });
+            if (isGone)
                 return std::nullopt;
         }
         Findings& result = findings();
         result.blobs = m_reading.blobs();
-        const std::uint64_t all = container.blobCount();
-        result.unreached = all > result.blobs ? all - result.blobs : 0;
+        m_reading.guarded(containerPlace, [&] {
+            const std::uint64_t all = container.blobCount();
+            // What can't be read doesn't tell what it reaches.
+            if (result.faultCount == 0)
+                result.unreached = all > result.blobs ? all - result.blobs : 0;
+        });
         return std::move(result);
     }
 

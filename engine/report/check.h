@@ -14,10 +14,19 @@
 namespace tarvo::engine::report {
 
 struct Fault {
-    enum class Kind : std::uint8_t { Root, AttributeTable, MetaDataItem, Changelog, Index, Block };
+    enum class Kind : std::uint8_t {
+        Root,
+        AttributeTable,
+        MetaDataItem,
+        Changelog,
+        Index,
+        Block,
+        Container  // the tables that hold all of these
+    };
     Kind kind = Kind::Root;
-    std::uint32_t transaction = 0;  // the first one it was met in; others may share it
-    std::string name;               // of the item or the point attribute; empty: of none
+    // The one it was met in, the current one before all others; others may share it. 0: of none.
+    std::uint32_t transaction = 0;
+    std::string name;  // of the item or the point attribute; empty: of none
     std::optional<std::uint32_t> element;
     std::uint32_t node = 0;  // 0: of none
     std::string text;
@@ -38,8 +47,9 @@ struct Findings {
     // Transactions that somebody discarded meanwhile.
     std::uint64_t leftOut = 0;
     // Blobs that no kept transaction reaches: rolled back, discarded, or those of a transaction
-    // that is pending.
-    std::uint64_t unreached = 0;
+    // that is pending. Nothing when there are faults: a transaction that can't be read may reach
+    // them.
+    std::optional<std::uint64_t> unreached;
 
     void add(Fault fault) {
         ++faultCount;

@@ -20,13 +20,16 @@ const char* kindText(Fault::Kind kind) {
             return "index";
         case Fault::Kind::Block:
             return "block";
+        case Fault::Kind::Container:
+            return "container";
     }
     return "";
 }
 
 void writeFault(JsonWriter& writer, const Fault& fault) {
     writer.StartObject();
-    writeMember(writer, "transaction", std::uint64_t(fault.transaction));
+    if (fault.transaction != 0)
+        writeMember(writer, "transaction", std::uint64_t(fault.transaction));
     writeMember(writer, "kind", std::string_view(kindText(fault.kind)));
     if (!fault.name.empty())
         writeMember(writer, fault.kind == Fault::Kind::MetaDataItem ? "item" : "attribute",
@@ -57,7 +60,8 @@ std::string checkReport(const Findings& findings) {
     writeMember(writer, "blobs", findings.blobs);
     writeMember(writer, "points", findings.points);
     writeMember(writer, "bytes", findings.bytes);
-    writeMember(writer, "unreached_blobs", findings.unreached);
+    if (findings.unreached)
+        writeMember(writer, "unreached_blobs", *findings.unreached);
     writer.EndObject();
     return {buffer.GetString(), buffer.GetSize()};
 }

@@ -50,14 +50,16 @@ inline constexpr std::uint64_t sampledPoints = 20'000'000;
 // Format 5: a check, as JSON on one line: everything that the kept transactions reach is read. A
 // transaction that is pending is not.
 //   fault_count      0: all is well
-//   faults           an array of the first 1,000: transaction (the first one it was met in; others
-//                    may share it), kind ("root", "attribute table", "metadata item", "changelog",
-//                    "index", "block"), where it applies item or attribute, element (from 0) and
+//   faults           an array of the first 1,000: kind ("root", "attribute table", "metadata item",
+//                    "changelog", "index", "block", "container": the tables that hold all these),
+//                    where it applies transaction (the one it was met in, the current one before
+//                    all others; others may share it), item or attribute, element (from 0) and
 //                    node, then text and details
 //   transactions     their number, as far as their roots can be read
 //   left_out         those that somebody discarded meanwhile
 //   blobs, points, bytes  how many were read; what transactions share counts once
-//   unreached_blobs  those that no transaction reaches, which vacuum removes
+//   unreached_blobs  those that no transaction reaches, which vacuum removes; not told when there
+//                    are faults: what can't be read may reach them
 //
 // limit: for sampledPoints. Throws Failure(Argument) for an unknown format, Failure(Damaged).
 std::string inspect(session::Session& session, std::uint8_t format,

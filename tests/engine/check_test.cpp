@@ -9,7 +9,10 @@
 
 #include <algorithm>
 #include <atomic>
+#include <fstream>
+#include <optional>
 #include <set>
+#include <sstream>
 #include <thread>
 
 namespace tarvo::engine {
@@ -295,6 +298,37 @@ TEST_F(CheckTest, FindsCountsAndIdsThatDoNotAddUp) {
     EXPECT_GE(findings.faultCount, 1u);
     for (const Fault& fault : findings.faults)
         EXPECT_EQ(fault.transaction, 6u);
+}
+
+// Whichever page of the container is lost: what was found before and behind it is told.
+TEST_F(CheckTest, GoesOnWherePagesOfTheContainerAreLost) {
+    const index::Node leaf = someLeaf();
+    damage(block(leaf, current(), "amplitude", 0), 2);
+    std::stringstream whole;
+    whole << std::ifstream(file, std::ios::binary).rdbuf();
+    const std::string bytes = whole.str();
+    const auto pageSize = static_cast<std::size_t>(static_cast<unsigned char>(bytes[16]) << 8 |
+                                                   static_cast<unsigned char>(bytes[17]));
+    int opened = 0;
+    int ofContainer = 0;
+    for (std::size_t page = pageSize; page + pageSize <= bytes.size(); page += pageSize) {
+        SCOPED_TRACE(page / pageSize + 1);
+        std::string damaged = bytes;
+        std::fill_n(damaged.begin() + static_cast<std::ptrdiff_t>(page), pageSize, '\0');
+        std::ofstream(file, std::ios::binary | std::ios::trunc) << damaged;
+        std::optional<session::Session> session;
+        if (!outcomeOf([&] { session.emplace(file, session::OpenSettings(), "test"); })
+                 .text.empty())
+            continue;
+        ++opened;
+        const Findings findings = report::check(*session);
+        EXPECT_GE(findings.faultCount, 1u);
+        EXPECT_FALSE(findings.unreached);
+        for (const Fault& fault : findings.faults)
+            ofContainer += fault.kind == Fault::Kind::Container;
+    }
+    EXPECT_GT(opened, 3);
+    EXPECT_GT(ofContainer, 0);
 }
 
 TEST_F(CheckTest, ListsTheFirstThousandFaultsAndCountsAll) {

@@ -15,6 +15,8 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QDialog>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -256,6 +258,45 @@ void NewDatabaseTest::settingsThatCantBeShownAreNamed() {
     QCOMPARE(texts.size(), 2);
     QCOMPARE(texts.value(0), "Invalid LOD mode: 3");
     QVERIFY(!texts.value(1).isEmpty());
+
+    struct Sizes {
+        const char* json;
+        QStringList errors;
+        QStringList fields;  // what they show, as settings
+    };
+    const Sizes sizes[] = {
+        {R"({"chunk_mode": 2, "chunk_size": 4294967295, "lod_mode": 2, "chunk_size_lod": 17})",
+         {"Invalid chunk size: 4294967295", "Invalid LOD size: 17"},
+         {"2", "9", "2", "4"}},
+        {R"({"chunk_mode": 1, "chunk_size": 0, "lod_mode": 1, "chunk_size_lod": 4000000000})",
+         {"Invalid chunk size: 0", "Invalid LOD size: 4000000000"},
+         {"1", "77", "1", "33"}},
+    };
+    for (const Sizes& one : sizes) {
+        QVERIFY(write(odd, one.json));
+        QStringList fields;
+        const QStringList told =
+            run("actionNew", {[&](QDialog* dialog) {
+                                  in<QSpinBox>(dialog, "editChunkSizePts")->setValue(77);
+                                  in<QComboBox>(dialog, "editChunkSizeLvl")->setCurrentIndex(9);
+                                  in<QSpinBox>(dialog, "editLodSizeThinout")->setValue(33);
+                                  in<QComboBox>(dialog, "editLodSizeCombine")->setCurrentIndex(4);
+                                  in<QSlider>(dialog, "editCompressionLevel")->setValue(11);
+                                  choose(dialog, "actionLoad");
+                                  choose(dialog, "actionSave");
+                                  ModalScript::press("Cancel")(dialog);
+                              },
+                              ModalScript::chooseFile(odd), ok, ok,
+                              ModalScript::chooseFile(m_work.filePath("saved.json"))});
+        QCOMPARE(told, one.errors);
+        QFile saved(m_work.filePath("saved.json"));
+        QVERIFY(saved.open(QIODevice::ReadOnly));
+        const QJsonObject object = QJsonDocument::fromJson(saved.readAll()).object();
+        for (const char* const name : {"chunk_mode", "chunk_size", "lod_mode", "chunk_size_lod"})
+            fields += QString::number(object[name].toInteger(-1));
+        QCOMPARE(fields, one.fields);
+        QFile::remove(saved.fileName());
+    }
 }
 
 void NewDatabaseTest::creationThatFailsKeepsWhatWasTyped() {

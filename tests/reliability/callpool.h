@@ -127,7 +127,7 @@ public:
             static const T strides[] = {0, 8, 8, 24, 24, 1, 2, 13, 64, -8, -24, -64};
             return strides[pick(sizeof strides / sizeof *strides)];
         } else {
-            static const std::uint64_t numbers[] = {0, 0, 1, 1, 2, 3, 4, 7, 8, 9, 10, 50, 100};
+            static const std::uint64_t numbers[] = {0, 0, 1, 1, 2, 3, 4, 5, 7, 8, 9, 10, 50, 100};
             if (counted || chance(85))
                 return static_cast<T>(numbers[pick(sizeof numbers / sizeof *numbers)]);
             static const std::uint64_t odd[] = {

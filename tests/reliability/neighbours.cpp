@@ -1,7 +1,7 @@
 // Programs beside each other: two writers that know one file by different names, a vacuum, and two
 // readers that look whether what they see is whole and of one moment. Nobody may be disturbed but
-// by the words that the file is in use, and every acknowledged commit must be there in the end. The
-// control does without the writer's lock.
+// by the words that the file is in use, or that what is being read was discarded by somebody, and
+// every acknowledged commit must be there in the end. The control does without the writer's lock.
 #include "tests/reliability/contents.h"
 #include "tests/reliability/disk.h"
 #include "tests/reliability/processes.h"
@@ -51,6 +51,8 @@ public:
             } catch (const tarvo::qrb::Error& error) {
                 if (error.code() == QRB_ERROR_BUSY)
                     std::cout << "busy" << std::endl;
+                else if (survey && wasDiscarded(error, *survey))
+                    std::cout << "overtaken" << std::endl;
                 else
                     std::cout << "wrong: " << error.what() << " " << error.details() << std::endl;
                 survey.reset();
@@ -96,6 +98,18 @@ public:
     }
 
 private:
+    // Whether an error says that the state being read is gone, and this is so.
+    bool wasDiscarded(const tarvo::qrb::Error& error, Survey& survey) const {
+        const std::string text = error.what();
+        const std::string begin = "Transaction ";
+        if (text.rfind(begin, 0) != 0 ||
+            text.find(", which is being read, was discarded") == std::string::npos)
+            return false;
+        const auto id = static_cast<std::uint32_t>(std::stoul(text.substr(begin.size())));
+        const auto kept = survey.cloud().transactions().list();
+        return std::find(kept.begin(), kept.end(), id) == kept.end();
+    }
+
     std::string m_file;
     Random m_random;
 };
@@ -112,7 +126,7 @@ int take(const std::string& part, const std::string& file, std::uint64_t seed) {
 }
 
 struct Figures {
-    std::atomic<std::uint64_t> commits{0}, looks{0}, vacuums{0}, busy{0};
+    std::atomic<std::uint64_t> commits{0}, looks{0}, vacuums{0}, busy{0}, overtaken{0};
 };
 
 void listen(Trial& trial, Process& process, Figures& figures) {
@@ -120,6 +134,10 @@ void listen(Trial& trial, Process& process, Figures& figures) {
     while (process.readLine(line)) {
         if (line == "busy") {
             ++figures.busy;
+            continue;
+        }
+        if (line == "overtaken") {
+            ++figures.overtaken;
             continue;
         }
         trial.tried();
@@ -154,8 +172,9 @@ void liveTogether(Trial& trial, const std::string& folder, Figures& all) {
                                      {"reader", file},
                                      {"reader", second},
                                      {"vacuum", file}}) {
-        processes.push_back(std::make_unique<Process>(std::vector<std::string>{
-            part, name, std::to_string(trial.random()()), trial.isControl() ? "1" : "0"}));
+        processes.push_back(std::make_unique<Process>(
+            std::vector<std::string>{"neighbour", part, name, std::to_string(trial.random()()),
+                                     trial.isControl() ? "1" : "0"}));
     }
     for (const std::unique_ptr<Process>& process : processes)
         listeners.emplace_back([&] { listen(trial, *process, figures); });
@@ -174,14 +193,15 @@ void liveTogether(Trial& trial, const std::string& folder, Figures& all) {
     all.looks += figures.looks;
     all.vacuums += figures.vacuums;
     all.busy += figures.busy;
+    all.overtaken += figures.overtaken;
 }
 
 int run(int argc, char** argv) {
     tarvo::qrb::loadLibrary(QRBLIB_FILE);
-    if (argc == 5) {
-        if (std::string(argv[4]) == "1")
+    if (argc == 6 && std::string(argv[1]) == "neighbour") {
+        if (std::string(argv[5]) == "1")
             disk::ignoreFileLocks();
-        return take(argv[1], argv[2], std::stoull(argv[3]));
+        return take(argv[2], argv[3], std::stoull(argv[4]));
     }
     Trial trial("neighbours_trial", "commits, looks and vacuums", argc, argv);
     const WorkFolder work("neighbours");
@@ -192,6 +212,9 @@ int run(int argc, char** argv) {
     trial.note(std::to_string(figures.looks) + " looks");
     trial.note(std::to_string(figures.vacuums) + " vacuums");
     trial.note(std::to_string(figures.busy) + " times busy");
+    trial.note(std::to_string(figures.overtaken) + " times the state read was discarded");
+    if (figures.commits == 0 || figures.looks == 0 || figures.vacuums == 0)
+        trial.bad("somebody never came to its turn");
     return trial.finish();
 }
 

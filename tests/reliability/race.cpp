@@ -9,6 +9,7 @@
 #include "tests/reliability/trial.h"
 #include "tests/reliability/workfolder.h"
 
+#include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <algorithm>
@@ -38,7 +39,8 @@ namespace fs = std::filesystem;
 constexpr std::uint32_t pointCount = 2000;
 constexpr int turns = 6;  // of each thread in a round
 
-const char* const shared = "shared.qrbx";
+// All threads work on either.
+const char* const files[] = {"one.qrbx", "two.qrbx"};
 
 // One of many contexts, on one file or another.
 class User {
@@ -50,7 +52,7 @@ public:
         qrb::Pointcloud cloud(m_context);
         OpenSettings settings(m_context);
         settings.cacheSize = pick(2) ? 1u << 16 : 8u << 20;
-        cloud.open(shared, settings);
+        cloud.open(files[pick(4) == 0], settings);
         return cloud;
     }
     void insert(const qrb::Pointcloud& cloud, std::uint32_t count) {
@@ -126,7 +128,7 @@ public:
     }
     void describe() {
         const qrb::Pointcloud cloud = open();
-        (void)cloud.inspect(static_cast<std::uint8_t>(1 + pick(4)));
+        (void)cloud.inspect(static_cast<std::uint8_t>(1 + pick(5)));
         (void)cloud.metaData().list();
         (void)cloud.changelog();
     }
@@ -160,11 +162,20 @@ private:
     qrb::Context m_context{"", ""};
 };
 
-using Work = void (User::*)();
-constexpr Work works[] = {&User::scan, &User::scanBesideChange, &User::change,  &User::keepUp,
-                          &User::scan, &User::describe,         &User::copyAll, &User::useRecords};
+struct Work {
+    const char* name;
+    void (User::*run)();
+};
+constexpr Work works[] = {
+    {"scan", &User::scan},        {"scan beside a change", &User::scanBesideChange},
+    {"change", &User::change},    {"restore and vacuum", &User::keepUp},
+    {"second scan", &User::scan}, {"reports", &User::describe},
+    {"copy", &User::copyAll},     {"records", &User::useRecords}};
 
-void makeDatabase() {
+// How often each came to its end; in memory that the processes of the rounds share.
+using Done = std::atomic<std::uint64_t>[std::size(works)];
+
+void makeDatabase(const char* file) {
     const qrb::Context context("", "");
     CreateSettings settings(context);
     PointAttribute& xyz = settings.primaryAttribute;
@@ -176,7 +187,7 @@ void makeDatabase() {
     xyz.storageClass = PointAttribute::VARIABLE;
     settings.chunkSize = 100;
     qrb::Pointcloud cloud(context);
-    cloud.create(shared, settings);
+    cloud.create(file, settings);
     TransactionGuard transaction(cloud.transactions(), "points", "race");
     PointAttribute kind;
     kind.name = "kind";
@@ -194,17 +205,18 @@ bool isFault(const qrb::Error& error) {
            error.code() == QRB_ERROR_FORMAT || error.code() == QRB_ERROR_ARGUMENT;
 }
 
-int runThreads(const fs::path& folder, std::uint64_t seed, bool control) {
+int runThreads(const fs::path& folder, Random& random, Done& done, bool control) {
     fs::create_directories(folder);
     fs::current_path(folder);
     qrb::loadLibrary(QRBLIB_FILE);
-    makeDatabase();
+    for (const char* const file : files)
+        makeDatabase(file);
     std::atomic<bool> bad = false;
     std::uint64_t unguarded = 0;
     std::vector<std::thread> threads;
     for (std::size_t i = 0; i < std::size(works); ++i)
-        threads.emplace_back([&, i] {
-            User user(seed + i);
+        threads.emplace_back([&, i, seed = random()] {
+            User user(seed);
             for (int turn = 0; turn < turns; ++turn) {
                 // Often: the locks of the library order most of what threads do.
                 for (int i = 0; control && i < 2000; ++i) {
@@ -212,11 +224,12 @@ int runThreads(const fs::path& folder, std::uint64_t seed, bool control) {
                     std::this_thread::yield();
                 }
                 try {
-                    (user.*works[i])();
+                    (user.*works[i].run)();
+                    ++done[i];
                 } catch (const qrb::Error& error) {
                     if (isFault(error)) {
                         bad = true;
-                        std::cout << "Thread " + std::to_string(i) + ": " + error.what() + "\n" +
+                        std::cout << std::string(works[i].name) + ": " + error.what() + "\n" +
                                          error.details() + "\n"
                                   << std::flush;
                     }
@@ -237,17 +250,24 @@ int run(int argc, char** argv) {
     trial::Trial trial("race_trial", "works of threads", argc, argv);
     const trial::WorkFolder work("race");
     const fs::path folder = work.path();
+    Done& done = *static_cast<Done*>(
+        ::mmap(nullptr, sizeof(Done), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
     while (trial.next(300)) {
         std::cout.flush();
         const ::pid_t child = ::fork();
         if (child == 0)
-            std::exit(runThreads(folder, trial.seed() + trial.round(), trial.isControl()));
+            std::exit(runThreads(folder, trial.random(), done, trial.isControl()));
         int status = 0;
         ::waitpid(child, &status, 0);
         trial.tried(std::size(works) * turns);
         if (status != 0)
             trial.bad("a process ended with status " + std::to_string(status));
         fs::remove_all(folder);
+    }
+    for (std::size_t i = 0; i < std::size(works); ++i) {
+        trial.note(std::to_string(done[i]) + " x " + works[i].name);
+        if (done[i] == 0 && !trial.isControl())
+            trial.bad(std::string(works[i].name) + " never came to its end");
     }
     return trial.finish();
 }
