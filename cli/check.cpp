@@ -5,6 +5,7 @@
 #include "cli/errors.h"
 #include "cli/json.h"
 #include "cli/output.h"
+#include "cli/terminal.h"
 #include "cli/text.h"
 #include "cli/texttable.h"
 
@@ -98,7 +99,11 @@ std::string checkText(const rapidjson::Value& report) {
 }
 
 void runCheck(const Database& database, bool asJson) {
-    const std::string json = database.cloud().inspect(checkFormat);
+    std::string json;
+    {
+        const InterruptsEnd ending;
+        json = database.cloud().inspect(checkFormat);
+    }
     rapidjson::Document report;
     report.Parse(json.data(), json.size());
     if (report.HasParseError()) {

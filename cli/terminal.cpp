@@ -32,14 +32,23 @@ extern "C" void keepSignal(int number) {
     std::signal(number, SIG_DFL);
 }
 
+void forEachSignal(void (*handler)(int)) {
+    std::signal(SIGINT, handler);
+    std::signal(SIGTERM, handler);
+#if defined(SIGHUP)
+    std::signal(SIGHUP, handler);
+#endif
+}
+
 }  // namespace
 
 void watchInterrupts() {
-    std::signal(SIGINT, keepSignal);
-    std::signal(SIGTERM, keepSignal);
-#if defined(SIGHUP)
-    std::signal(SIGHUP, keepSignal);
-#endif
+    forEachSignal(keepSignal);
+}
+
+InterruptsEnd::InterruptsEnd() {
+    forEachSignal(SIG_DFL);
+    checkInterrupted();
 }
 
 void checkInterrupted() {

@@ -14,6 +14,16 @@ void checkInterrupted();
 // The number of the signal, 0 for none.
 int interruptSignal();
 
+// While one lives, such a signal ends the program at once: for long calls that can't be stopped and
+// change nothing. One that came before is thrown as Interrupted.
+class InterruptsEnd {
+public:
+    InterruptsEnd();
+    ~InterruptsEnd() { watchInterrupts(); }
+    InterruptsEnd(const InterruptsEnd&) = delete;
+    InterruptsEnd& operator=(const InterruptsEnd&) = delete;
+};
+
 // A line "label 42 %" on standard error while it is a terminal; gone with the object.
 class ProgressLine {
 public:

@@ -50,6 +50,7 @@ public:
         }
         Findings& result = findings();
         result.blobs = m_reading.blobs();
+        checkContainer(containerPlace);
         m_reading.guarded(containerPlace, [&] {
             const std::uint64_t all = container.blobCount();
             // What can't be read doesn't tell what it reaches.
@@ -69,6 +70,17 @@ private:
         fault.transaction = m_transaction;
         fault.name = std::move(name);
         return fault;
+    }
+
+    // What is read may be right and the pages around it wrong: the next change would go by them.
+    void checkContainer(Fault fault) {
+        m_reading.guarded(fault, [&] {
+            fault.text = "The file is damaged: its pages contradict each other.";
+            for (std::string& line : session().container().structureFaults()) {
+                fault.details = std::move(line);
+                findings().add(fault);
+            }
+        });
     }
 
     void checkTransaction(std::uint32_t id) {

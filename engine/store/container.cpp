@@ -338,4 +338,14 @@ std::uint64_t Container::blobCount() {
     return static_cast<std::uint64_t>(m->connection->pragma("SELECT count(*) FROM blob"));
 }
 
+std::vector<std::string> Container::structureFaults() {
+    const std::lock_guard guard(m->mutex);
+    Statement statement(m->connection->handle, "PRAGMA integrity_check", fileName());
+    std::vector<std::string> lines;
+    while (statement.step())
+        if (std::string line(statement.text(0)); line != "ok")
+            lines.push_back(std::move(line));
+    return lines;
+}
+
 }  // namespace tarvo::engine::store

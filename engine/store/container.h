@@ -73,6 +73,9 @@ public:
     std::uint64_t blobSize(std::uint64_t blob);
     // Those in the file, whoever wants them.
     std::uint64_t blobCount();
+    // What the container finds wrong with its own pages, a line each, not all of very many. Reads
+    // the whole file; meanwhile the commits of other connections wait.
+    std::vector<std::string> structureFaults();
 
     // While a scope lives, reads keep their place in the file open, which makes the next faster
     // and keeps writers of other processes waiting: for the length of one call only.

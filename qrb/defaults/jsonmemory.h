@@ -54,8 +54,10 @@ inline double exactNumber(double, int, const char* decimals, std::size_t length,
     const std::string text = "0." + std::string(decimals, length) + "e" + std::to_string(power);
     double number = 0;
     const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (read.ec == std::errc::result_out_of_range)
-        return power > 0 ? std::numeric_limits<double>::infinity() : 0.0;
+    if (read.ec == std::errc::result_out_of_range) {
+        const std::size_t zeros = std::string_view(decimals, length).find_first_not_of('0');
+        return power > static_cast<int>(zeros) ? std::numeric_limits<double>::infinity() : 0.0;
+    }
     return number;
 }
 

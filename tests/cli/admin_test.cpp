@@ -605,6 +605,19 @@ TEST_F(Admin, TheIndexAgreesWithThePoints) {
     }
     EXPECT_EQ(node["attributes"][0]["minimum"][2].GetDouble(), low);
     EXPECT_EQ(node["attributes"][0]["maximum"][2].GetDouble(), high);
+    // The level of each node is that of the tree, whatever was searched before it.
+    std::function<void(const rapidjson::Value&, int)> expectLevels = [&](const auto& one,
+                                                                         int level) {
+        const std::string number = std::to_string(one["id"].GetUint64());
+        EXPECT_EQ(
+            json("index " + file + " --node " + number + " -a tarvo.id --json")["level"].GetInt(),
+            level)
+            << number;
+        if (one.HasMember("children"))
+            for (const auto& child : one["children"].GetArray())
+                expectLevels(child, level + 1);
+    };
+    expectLevels(json("index " + file + " --depth 2 --json"), 0);
     expectFailure(1, "index " + file + " --node 4000000", "no node 4000000");
     expectFailure(1, "index " + file + " --node 1 -a nothing", "nothing");
     expectFailure(2, "index " + file + " --node 1 --levels", "qrbtool: ");

@@ -78,6 +78,15 @@ TEST(Summary, TellsDecimalsRangeAndOddValues) {
     merged.merge(bytes);
     EXPECT_EQ(merged.minimum(), -1.5);
     EXPECT_EQ(merged.maximum(), 200);
+    // What only one of them has, whichever comes first.
+    for (const double odd : {std::nan(""), double(INFINITY)})
+        for (const bool first : {true, false}) {
+            ColumnSummary whole = summaryOf(first ? std::vector<double>{odd, 3} : std::vector{1.0});
+            whole.merge(summaryOf(first ? std::vector{1.0} : std::vector<double>{odd, 3}));
+            EXPECT_EQ(whole.hasNaN(), std::isnan(odd)) << odd << first;
+            EXPECT_EQ(whole.hasInfinity(), std::isinf(odd)) << odd << first;
+            EXPECT_EQ(whole.minimum(), 1);
+        }
 }
 
 TEST(Fit, KeepsTheCataloguesDefinitionWhereItHoldsTheValues) {

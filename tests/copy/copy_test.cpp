@@ -137,6 +137,19 @@ TEST_F(Copy, HoldsAllThatTheSourceHolds) {
     EXPECT_NE(cloud->getUuid(), m_source.getUuid());
 }
 
+TEST_F(Copy, HasTheLevelsOfDetailThatTheSourceHasNow) {
+    {
+        TransactionGuard transaction(m_source.transactions(), "Detail", "tests");
+        m_source.management().setLodMode(2);
+        m_source.management().setChunkSizeLOD(3);
+        transaction.commit();
+    }
+    const auto cloud = copied(everything(), settings());
+    EXPECT_EQ(cloud->management().getLodMode(), 2u);
+    EXPECT_EQ(cloud->management().getChunkSizeLOD(), 3u);
+    EXPECT_TRUE(read(*cloud) == m_table);
+}
+
 TEST_F(Copy, HoldsOnlyWhatIsSelected) {
     copy::Selection what = everything();
     what.filter = "kind == 3";

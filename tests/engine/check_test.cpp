@@ -317,8 +317,9 @@ TEST_F(CheckTest, GoesOnWherePagesOfTheContainerAreLost) {
         std::fill_n(damaged.begin() + static_cast<std::ptrdiff_t>(page), pageSize, '\0');
         std::ofstream(file, std::ios::binary | std::ios::trunc) << damaged;
         std::optional<session::Session> session;
-        if (!outcomeOf([&] { session.emplace(file, session::OpenSettings(), "test"); })
-                 .text.empty())
+        if (!outcomeOf([&] {
+                 session.emplace(file, session::OpenSettings(), "test");
+             }).text.empty())
             continue;
         ++opened;
         const Findings findings = report::check(*session);
@@ -329,6 +330,31 @@ TEST_F(CheckTest, GoesOnWherePagesOfTheContainerAreLost) {
     }
     EXPECT_GT(opened, 3);
     EXPECT_GT(ofContainer, 0);
+}
+
+// Where a page's free space begins: reading goes round it, but the next change would be written
+// over what is there.
+TEST_F(CheckTest, FindsPagesThatOnlyTheNextChangeWouldTrip) {
+    std::stringstream whole;
+    whole << std::ifstream(file, std::ios::binary).rdbuf();
+    const std::string bytes = whole.str();
+    constexpr std::size_t pageSize = 8192;
+    constexpr char leafOfTable = 13;
+    int tried = 0;
+    for (std::size_t page = pageSize; page + pageSize <= bytes.size(); page += pageSize) {
+        const std::uint8_t high = static_cast<std::uint8_t>(bytes[page + 5]);
+        if (bytes[page] != leafOfTable || high >= 30)
+            continue;
+        ++tried;
+        std::string damaged = bytes;
+        damaged[page + 5] = static_cast<char>(high + 1);
+        std::ofstream(file, std::ios::binary | std::ios::trunc) << damaged;
+        const Findings findings = check();
+        ASSERT_GE(findings.faultCount, 1u) << page;
+        EXPECT_EQ(findings.faults.back().kind, Fault::Kind::Container);
+        EXPECT_FALSE(findings.faults.back().details.empty());
+    }
+    EXPECT_GT(tried, 0);
 }
 
 TEST_F(CheckTest, ListsTheFirstThousandFaultsAndCountsAll) {

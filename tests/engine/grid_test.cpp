@@ -56,7 +56,9 @@ TEST(Grid, DecimalStepsGiveTheNearestDouble) {
 }
 
 TEST(Grid, ZeroWithAnExponentIsReadAsZero) {
-    for (const std::string zero : {"0e-324", "0.0e300", "0e308", "0.00000000000000000000e-300"}) {
+    const std::string tooSmall = "0." + std::string(400, '0') + "1";
+    for (const std::string zero : {"0e-324", "0.0e300", "0e308", "0.00000000000000000000e-300",
+                                   tooSmall.c_str(), "-0.0e5"}) {
         AttributeRecord record;
         recordFromJson(R"({"name": "a", "default_value": )" + zero + "}", record);
         EXPECT_EQ(record.defaultValue, 0) << zero;

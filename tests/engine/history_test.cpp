@@ -305,6 +305,25 @@ TEST_F(History, SurvivesAKillWhileSpaceIsGivenBack) {
     }
 }
 
+// Who begins goes on from what others have committed meanwhile, whatever was read before.
+TEST_F(History, GoesOnFromWhatOthersHaveCommitted) {
+    TemporaryFolder place;
+    const std::string name = place.file("two.qrbx");
+    session::Session::create(name, settings(1, 100), "test", amplitudeOnly());
+    session::Session first(name, {}, "test");
+    session::Session second(name, {}, "test");
+    (void)first.state();
+    for (int i = 0; i < 3; ++i)
+        for (session::Session* const session : {&second, &first}) {
+            session->begin("change", "test", "", "");
+            session->setMetaData("item " + std::to_string(session->current()), "1");
+            insert(*session, somePoints(10, 1));
+            query::commit(*session);
+        }
+    EXPECT_EQ(first.state()->metaData.size(), 6u);
+    EXPECT_EQ(second.state()->pointCount, 60u);
+}
+
 TEST_F(History, NeverGivesANumberTwice) {
     const std::uint32_t id = addPoints(10, 1);
     m_session->restore(1);

@@ -3,6 +3,7 @@
 #include "tests/engine/store.h"
 
 #include "engine/query/commit.h"
+#include "engine/query/fill.h"
 #include "engine/query/redefine.h"
 
 #include <cmath>
@@ -209,6 +210,26 @@ TEST_F(Redefinition, OfAConstantKeepsTheValueThatAllHave) {
     q.defaultValue = 11;
     put(q);
     expectValues({7, 7, 7, 7, 7}, "variable again");
+}
+
+TEST_F(Redefinition, AConstantTakesEachValueItIsFilledWithUntilItIsDiscarded) {
+    schema::AttributeRecord q = quality();
+    create(q, {7, 7});
+    q.storageClass = 1;
+    put(q);
+    for (const double value : {9.0, 11.0}) {
+        m_session->begin("fill", "test", "", "");
+        query::FillQuery fill(*m_session, {}, {});
+        fill.bind("q", QRB_DATA_TYPE_DOUBLE, &value);
+        while (fill.next(2) > 0) {
+        }
+        query::commit(*m_session);
+        expectValues({value, value, value, value, value}, "filled");
+    }
+    m_session->begin("discard", "test", "", "");
+    query::discardAttribute(*m_session, "q");
+    query::commit(*m_session);
+    expectValues({7, 7, 7, 7, 7}, "discarded");
 }
 
 TEST_F(Redefinition, OfTextsCopiesNothingAndKeepsEveryValue) {

@@ -5,6 +5,7 @@
 #include "common/checklist.h"
 #include "common/guard.h"
 #include "common/messageboxes.h"
+#include "dialogs/workingdialog.h"
 #include "qrb/loader.h"
 #include "tests/gui/guitestmain.h"
 #include "tests/gui/samplewindow.h"
@@ -17,6 +18,7 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPlainTextEdit>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QTextBlock>
 #include <QTextLayout>
@@ -37,6 +39,7 @@ private slots:
     void questionsBeginWithTheAnswerThatLosesNothing();
     void messagesHaveTheirKindAndStayText();
     void waitingEndsWithTheWork();
+    void workThatWasCancelledCanBeDoneAgain();
     void checkListChecksWhatItShows();
     void changelogIsColoured();
     void textSizeHasLimits();
@@ -123,6 +126,32 @@ void BoxesTest::waitingEndsWithTheWork() {
     QCOMPARE(script.texts(), QStringList("It failed."));
     QVERIFY(!QApplication::overrideCursor());
     QVERIFY(common::guarded(nullptr, [] {}));
+}
+
+void BoxesTest::workThatWasCancelledCanBeDoneAgain() {
+    struct Worker : WorkingDialog {
+        Worker() : WorkingDialog(nullptr) { useProgressBar(&bar); }
+        using WorkingDialog::work;
+        QProgressBar bar;
+    } worker;
+    for (const bool cancels : {true, false, true, false}) {
+        QString failure;
+        int steps = 0;
+        try {
+            worker.work("Stopped.", [&](const tarvo::qrb::pointcloud::Progress& progress) {
+                if (cancels)
+                    QMetaObject::invokeMethod(
+                        &worker, [&] { worker.reject(); }, Qt::BlockingQueuedConnection);
+                for (; steps < 3; ++steps)
+                    progress(steps);
+            });
+        } catch (const std::runtime_error& error) {
+            failure = error.what();
+        }
+        QCOMPARE(failure, cancels ? "Stopped." : "");
+        QCOMPARE(steps, cancels ? 0 : 3);
+        QVERIFY(worker.isEnabled() && worker.bar.isHidden());
+    }
 }
 
 void BoxesTest::checkListChecksWhatItShows() {

@@ -231,6 +231,16 @@ void DialogSettingsTest::eachSignatureDialogKeepsItsOwnKey() {
         QCOMPARE(method, 1);
         QVERIFY(enabled);
     });
+    // A method of another library, or of a damaged settings file.
+    for (const QString& group : keys.keys())
+        for (const int gone : {7, -3}) {
+            DialogSettings(group).setValue("SignatureMethod", gone);
+            dialogs().at(group)(window, [&](QDialog* dialog) {
+                const int method = in<QComboBox>(dialog, "editMethod")->currentIndex();
+                dialog->reject();
+                QCOMPARE(method, 0);
+            });
+        }
 }
 
 void DialogSettingsTest::transactionKeepsThePageOfItsSettings() {

@@ -445,6 +445,17 @@ TEST_F(Layer, ThrowsWhatFailsAndGivesBackWhatItOpened) {
     }
 }
 
+// Somebody may discard a transaction between the two calls.
+TEST_F(Layer, ListsNoTransactionThatWentAwayMeanwhile) {
+    qrb::loadLibrary(STUB_FILE);
+    spy::installAll();
+    Subject subject;
+    EXPECT_EQ(subject.cloud.transactions().list(), (std::vector<std::uint32_t>{70, 71}));
+    spy::log().listsShrink = true;
+    EXPECT_EQ(subject.cloud.transactions().list(), (std::vector<std::uint32_t>{70}));
+    spy::log().listsShrink = false;
+}
+
 TEST_F(Layer, AGuardRollsBackWhatWasBegunAndNotCommitted) {
     const auto rollbacks = [](const char* name, int failing) {
         for (const Action& action : actions())

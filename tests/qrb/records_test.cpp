@@ -2,6 +2,7 @@
 // takes another's place.
 #include "tests/qrb/library.h"
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <utility>
@@ -184,6 +185,34 @@ TEST_F(Records, OfOpenSettingsArriveMemberByMember) {
             return to;
         },
         "through JSON");
+}
+
+// The older pair of functions: what does not fit is told as the most that fits.
+TEST_F(Records, CacheSizesBeyond32BitsAreToldAsTheMost) {
+    const auto& f = qrb::functions();
+    qrb_context* context = nullptr;
+    ASSERT_EQ(f.qrb_context_new(&context, "OFF", ""), QRB_SUCCESS);
+    qrb_create_settings* create = nullptr;
+    qrb_open_settings* open = nullptr;
+    ASSERT_EQ(f.qrb_pointcloud_create_settings_new(context, &create), QRB_SUCCESS);
+    ASSERT_EQ(f.qrb_pointcloud_open_settings_new(context, &open), QRB_SUCCESS);
+    for (const std::uint64_t size :
+         {std::uint64_t(7), std::uint64_t(UINT32_MAX), std::uint64_t(UINT32_MAX) + 1,
+          std::uint64_t(5) << 32, std::uint64_t(UINT64_MAX)}) {
+        const auto expected = static_cast<std::uint32_t>(std::min<std::uint64_t>(size, UINT32_MAX));
+        std::uint32_t told[4] = {};
+        f.qrb_pointcloud_create_settings_set_cache_size_64(context, create, size);
+        f.qrb_pointcloud_open_settings_set_cache_size_64(context, open, size);
+        f.qrb_pointcloud_create_settings_get_cache_size(context, create, &told[0]);
+        f.qrb_pointcloud_open_settings_get_cache_size(context, open, &told[1]);
+        f.qrb_pointcloud_create_settings_get_cache_size_cf(create, &told[2]);
+        f.qrb_pointcloud_open_settings_get_cache_size_cf(open, &told[3]);
+        for (const std::uint32_t each : told)
+            EXPECT_EQ(each, expected) << size;
+    }
+    f.qrb_pointcloud_create_settings_delete(context, create);
+    f.qrb_pointcloud_open_settings_delete(context, open);
+    f.qrb_context_delete(context);
 }
 
 TEST_F(Records, OfAttributesArriveMemberByMember) {

@@ -20,7 +20,8 @@ namespace spy {
 struct Log {
     std::vector<std::string> calls;  // "name(argument, ...)", outputs as ">value"
     std::vector<std::string> names;
-    int failing = -1;  // the index of the call that fails
+    int failing = -1;          // the index of the call that fails
+    bool listsShrink = false;  // a list that is read has one fewer than was told
     std::map<const void*, std::string> live;
     std::map<const void*, int> ordinals;  // "#1" is the context, "#2" and "#3" the databases
     std::map<const void*, int> locks;
@@ -45,6 +46,7 @@ struct Call {
     bool fails = false;
     bool isDelete = false;
     std::uint32_t count = 0;              // the last number given, or handed out
+    std::uint32_t* told = nullptr;        // where that number was put
     const std::uint32_t* list = nullptr;  // one whose length comes behind it
     qrb_pointcloud* const* databases = nullptr;
 
@@ -148,6 +150,8 @@ void take(Call& call, T value) {
             } else if (!call.fails) {
                 if (call.name.find("transaction_list") != std::string::npos &&
                     call.arguments.size() == 3) {
+                    if (l.listsShrink)
+                        *call.told = --call.count;
                     for (std::uint32_t i = 0; i < call.count; ++i)
                         value[i] = 70 + i;
                     call.add(">list");
@@ -157,6 +161,8 @@ void take(Call& call, T value) {
                                      call.name.find("merged_all") != std::string::npos;
                 *value = static_cast<Target>(isCount ? 2 : ++l.number);
                 call.count = 2;
+                if constexpr (std::is_same_v<Target, std::uint32_t>)
+                    call.told = value;
                 call.add(">" + std::to_string(isCount ? 2 : l.number));
             }
         } else {

@@ -4,6 +4,7 @@
 #include "qrb/defaults/catalogue.h"
 
 #include <algorithm>
+#include <cmath>
 #include <sstream>
 #include <vector>
 
@@ -145,6 +146,59 @@ TEST_F(Validate, LooksAtTheValuesThatAreThere) {
               "535000.");
     EXPECT_EQ(lines[1].find("The point attribute \"tarvo.reflectance\" has values down to -4000, "),
               0u);
+}
+
+// The catalogue's invalid value lies beyond its range: points without a value are no fault, though
+// the file's own definition does not say so.
+TEST_F(Validate, LetsThePlannedInvalidValueStandBeyondTheRange) {
+    const qrb::Context context("OFF", "");
+    const std::vector<std::string> names = qrb::Pointcloud(context).pointAttributes().listDefault();
+    int above = 0;
+    int below = 0;
+    for (const std::string& name : names) {
+        const PointAttribute usual = qrb::Pointcloud(context).pointAttributes().getDefault(name);
+        if (name == "tarvo.id" || usual.length != 1 || !std::isfinite(usual.invalidValue) ||
+            usual.resolution == 0 ||
+            (usual.invalidValue >= usual.minimumValue && usual.invalidValue <= usual.maximumValue))
+            continue;
+        const bool isAbove = usual.invalidValue > usual.maximumValue;
+        (isAbove ? above : below)++;
+        qrb::Pointcloud cloud(context);
+        CreateSettings settings(context);
+        settings.primaryAttribute = attribute("p", -10, 10, 1);
+        cloud.create(file(name), settings);
+        PointAttribute own = usual;
+        own.minimumValue = std::min(usual.minimumValue, usual.invalidValue - 2 * usual.resolution);
+        own.maximumValue = std::max(usual.maximumValue, usual.invalidValue + 2 * usual.resolution);
+        own.defaultValue = own.minimumValue;
+        own.invalidValue = std::nan("");
+        TransactionGuard transaction(cloud.transactions(), "Insert", "tests");
+        cloud.pointAttributes().add(own);
+        const double values[] = {usual.invalidValue, usual.minimumValue, usual.maximumValue};
+        auto query = cloud.insert();
+        const double position = 1;
+        query.bind("p", DataType::DOUBLE, &position, 0);
+        query.bind(name, DataType::DOUBLE, values, 8);
+        ASSERT_EQ(query.next(3), 3u);
+        query.close();
+        const auto told = [&] {
+            Lines lines = findings(cloud, schema("\"" + name + "\""));
+            std::erase_if(lines, [](const std::string& line) {
+                return line.find(" has values ") == std::string::npos;
+            });
+            return lines;
+        };
+        EXPECT_EQ(told(), Lines{}) << name;
+        const double beyond = isAbove ? own.maximumValue : own.minimumValue;
+        auto more = cloud.insert();
+        more.bind("p", DataType::DOUBLE, &position, 0);
+        more.bind(name, DataType::DOUBLE, &beyond, 0);
+        ASSERT_EQ(more.next(1), 1u);
+        more.close();
+        EXPECT_EQ(told().size(), 1u) << name;
+    }
+    EXPECT_GT(above, 0);
+    EXPECT_GT(below, 0);
 }
 
 TEST_F(Validate, RefusesWhatIsNoFileSchema) {
