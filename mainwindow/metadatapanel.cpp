@@ -28,7 +28,7 @@ QString joined(const QStringList& names) {
     return names.isEmpty() ? QString("(none)") : names.join(", ");
 }
 
-// Sets metadata items; what it changed is taken back unless it is kept.
+// Sets metadata items; what it changed can be taken back, but for signatures.
 class MetaDataImport {
 public:
     explicit MetaDataImport(tarvo::qrb::pointcloud::MetaData& metaData) : m_metaData(metaData) {}
@@ -37,6 +37,10 @@ public:
         m_before.push_back({name, exists, exists ? m_metaData.get(name) : std::string()});
         m_metaData.set(name, value);
         (exists ? updated : added) += QString::fromStdString(name);
+    }
+    // Whether setting an item loses a signature, which nobody without its key can give back.
+    bool losesSignature(const std::string& name) const {
+        return m_metaData.exists(name) && m_metaData.verifySignature(name, 0, {});
     }
     void takeBack() {
         for (auto old = m_before.rbegin(); old != m_before.rend(); ++old)
@@ -240,15 +244,22 @@ void MetaDataPanel::importItems(const QString& fileName) {
         const std::string text = common::readFile(fileName, "Failed to open import file.");
         common::Progress progress(this, "Importing metadata items...");
         const auto items = common::readJsonItems(text);
+        std::vector<std::size_t> last;
         try {
             for (std::size_t i = 0; i < items.size(); ++i) {
                 progress.update(static_cast<int>(i * 100 / items.size()));
-                import.set(items[i].first, items[i].second);
+                if (import.losesSignature(items[i].first))
+                    last.push_back(i);
+                else
+                    import.set(items[i].first, items[i].second);
             }
         } catch (const common::Cancelled&) {
             import.takeBack();
             throw;
         }
+        // When nobody can cancel any more.
+        for (const std::size_t i : last)
+            import.set(items[i].first, items[i].second);
     });
     emit databaseChanged();
     if (done)

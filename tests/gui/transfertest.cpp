@@ -227,6 +227,9 @@ void TransferTest::questionsAreAskedAndNoIsNo() {
 void TransferTest::cancelledImportTakesEverythingBack() {
     const SampleWindow window(m_sample->copy());
     window.begin();
+    window.database().metaData().createSignature("own.note", 1, {1, 2, 3});
+    window.run("actionTransactionCommit", {ModalScript::press("OK")});
+    window.begin();
     window.driver().showTab("tabMetaData");
     const QStringList before = stateOf(window);
     // The dialog comes up after a while only: as many items as that takes.
@@ -253,6 +256,7 @@ void TransferTest::cancelledImportTakesEverythingBack() {
     QVERIFY(!QApplication::activeModalWidget() && !QApplication::overrideCursor());
     QCOMPARE(stateOf(window), before);
     QCOMPARE(window.child<QTreeWidget>("treeMetaData")->topLevelItemCount(), 8);
+    QVERIFY(window.database().metaData().verifySignature("own.note", 1, {1, 2, 3}));
 }
 
 void TransferTest::failedImportKeepsWhatCameBefore() {
