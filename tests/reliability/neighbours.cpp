@@ -150,8 +150,8 @@ void listen(Trial& trial, Process& process, Figures& figures) {
         else
             trial.bad(line);
     }
-    if (!process.wait())
-        trial.bad("a program has crashed");
+    if (const std::string end = process.wait(); !end.empty())
+        trial.badInControlsToo("a program " + end);
 }
 
 void liveTogether(Trial& trial, const std::string& folder, Figures& all) {
@@ -208,13 +208,11 @@ int run(int argc, char** argv) {
     Figures figures;
     while (trial.next(trial.round() + 1 < rounds ? UINT64_MAX : 0))
         liveTogether(trial, work.folder("disk"), figures);
-    trial.note(std::to_string(figures.commits) + " commits");
-    trial.note(std::to_string(figures.looks) + " looks");
-    trial.note(std::to_string(figures.vacuums) + " vacuums");
-    trial.note(std::to_string(figures.busy) + " times busy");
-    trial.note(std::to_string(figures.overtaken) + " times the state read was discarded");
-    if (figures.commits == 0 || figures.looks == 0 || figures.vacuums == 0)
-        trial.bad("somebody never came to its turn");
+    trial.noteNeeded(figures.commits, "commits");
+    trial.noteNeeded(figures.looks, "looks");
+    trial.noteNeeded(figures.vacuums, "vacuums");
+    trial.note(figures.busy, "times busy");
+    trial.note(figures.overtaken, "times the state read was discarded");
     return trial.finish();
 }
 
