@@ -493,6 +493,9 @@ QRB_INSTEAD int fcntl(int file, int command, ...) {
     static auto* const real = disk::original<int(int, int, ...)>("fcntl64");
     return real(file, command, argument);
 }
+QRB_INSTEAD int flock(int file, int operation) noexcept {
+    return disk::s_ignoreLocks ? 0 : static_cast<int>(disk::directly(SYS_flock, file, operation));
+}
 QRB_INSTEAD int fcntl64(int file, int command, ...) {
     std::va_list more;
     va_start(more, command);

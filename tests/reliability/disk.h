@@ -63,7 +63,8 @@ struct Unsynced {
 };
 Unsynced unsynced();
 
-// Locks of open files are given without being taken: no writer keeps the other one out.
+// Locks of open files, and those of whole files, are given without being taken: no writer keeps the
+// other one out.
 void ignoreFileLocks();
 
 }  // namespace disk
