@@ -58,8 +58,8 @@ public:
 
     // A further figure of the run, "12 commits".
     void note(std::uint64_t count, const std::string& what);
-    // The same for what the run proves nothing without: none is bad, but in controls, which end
-    // early, and in single rounds.
+    // The same for what the run proves nothing without: none is bad, but in controls, single rounds
+    // and runs that ended early.
     void noteNeeded(std::uint64_t count, const std::string& what);
     // Judges in the same way, and keeps it out of the figures.
     void need(std::uint64_t count, const std::string& what);
