@@ -265,18 +265,23 @@ void syncFolderOf(const std::string& fileName) {
 #else
     const fs::path parent = pathOf(fileName).parent_path();
     const std::string folder = parent.empty() ? "." : parent.string();
-    const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0)
-        return;  // may be entered but not listed: there is no other way to sync it
-    const bool synced = ::fsync(descriptor) == 0 || errno == EINVAL || errno == EROFS;
-    const int error = errno;
-    ::close(descriptor);
-    if (!synced)
+    const auto fail = [&fileName](int error) {
         throw FileError("\"" + fileName +
                             "\" is in its place, but its folder could not be "
                             "synced: " +
                             messageOf(error) + ".",
-                        "Until the disk is well again a power cut may undo it.");
+                        "A power cut may still undo it.");
+    };
+    const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0 && errno == EACCES)
+        return;  // may be entered but not listed: there is no other way to sync it
+    if (descriptor < 0)
+        fail(errno);
+    const bool synced = ::fsync(descriptor) == 0 || errno == EINVAL || errno == EROFS;
+    const int error = errno;
+    ::close(descriptor);
+    if (!synced)
+        fail(error);
 #endif
 }
 

@@ -1,10 +1,8 @@
 #include "engine/codec/codec.h"
 
+#include "engine/base/zstd.h"
 #include "engine/codec/bitpack.h"
 #include "engine/codec/transform.h"
-
-#include <zstd.h>
-#include <zstd_errors.h>
 
 #include <algorithm>
 #include <new>
@@ -30,14 +28,6 @@ int zstdLevel(std::uint8_t compressionLevel) {
     return compressionLevel <= 33 ? 1 : compressionLevel <= 66 ? 2 : 3;
 }
 
-void requireZstd(std::size_t result) {
-    if (ZSTD_getErrorCode(result) == ZSTD_error_memory_allocation)
-        throw std::bad_alloc();
-    if (ZSTD_isError(result))
-        throw Failure(ErrorCode::Internal, "Compressing a column failed.",
-                      ZSTD_getErrorName(result));
-}
-
 // The most that zstd can make of so many bytes: each block takes four at least and gives 128 KiB
 // at most. Keeps memory from being taken for what a damaged header claims.
 bool canExpandTo(std::size_t frameBytes, std::size_t bytes) {
@@ -59,11 +49,11 @@ struct Encoder::Scratch {
     void compress(int level, std::size_t planeBytes) {
         if (!context)
             throw std::bad_alloc();
-        requireZstd(ZSTD_CCtx_reset(context.get(), ZSTD_reset_session_and_parameters));
-        requireZstd(ZSTD_CCtx_setParameter(context.get(), ZSTD_c_compressionLevel, level));
-        requireZstd(ZSTD_CCtx_setParameter(context.get(), ZSTD_c_checksumFlag, 1));
-        requireZstd(ZSTD_CCtx_setParameter(context.get(), ZSTD_c_contentSizeFlag, 1));
-        requireZstd(ZSTD_CCtx_setPledgedSrcSize(context.get(), plain.size()));
+        requireCompressed(ZSTD_CCtx_reset(context.get(), ZSTD_reset_session_and_parameters));
+        requireCompressed(ZSTD_CCtx_setParameter(context.get(), ZSTD_c_compressionLevel, level));
+        requireCompressed(ZSTD_CCtx_setParameter(context.get(), ZSTD_c_checksumFlag, 1));
+        requireCompressed(ZSTD_CCtx_setParameter(context.get(), ZSTD_c_contentSizeFlag, 1));
+        requireCompressed(ZSTD_CCtx_setPledgedSrcSize(context.get(), plain.size()));
         frame.resize(ZSTD_compressBound(plain.size()) + 64 * 8);
         ZSTD_outBuffer out{frame.data(), frame.size(), 0};
         for (std::size_t at = 0;;) {
@@ -72,7 +62,7 @@ struct Encoder::Scratch {
             const bool last = end == plain.size();
             const std::size_t left =
                 ZSTD_compressStream2(context.get(), &out, &in, last ? ZSTD_e_end : ZSTD_e_flush);
-            requireZstd(left);
+            requireCompressed(left);
             at = in.pos;
             if (left != 0) {
                 frame.resize(frame.size() * 2);
@@ -165,6 +155,7 @@ struct Decoder::Scratch {
         plain.resize(bytes);
         const std::size_t result =
             ZSTD_decompressDCtx(context.get(), plain.data(), bytes, frame.data(), frame.size());
+        requireMemory(result);
         if (ZSTD_isError(result))
             reader.fail(std::string("compressed data that does not decompress: ") +
                         ZSTD_getErrorName(result));

@@ -1,6 +1,6 @@
 #include "engine/index/node.h"
 
-#include <zstd.h>
+#include "engine/base/zstd.h"
 
 #include <algorithm>
 
@@ -158,7 +158,10 @@ Bytes encodePage(const Page& page) {
     for (const Node& node : page)
         writeNode(out, node);
     Bytes packed(ZSTD_compressBound(plain.size()));
-    packed.resize(ZSTD_compress(packed.data(), packed.size(), plain.data(), plain.size(), 3));
+    const std::size_t size =
+        ZSTD_compress(packed.data(), packed.size(), plain.data(), plain.size(), 3);
+    requireCompressed(size);
+    packed.resize(size);
     return packed;
 }
 
@@ -170,6 +173,7 @@ Page decodePage(ByteSpan bytes) {
     Bytes plain(size);
     const std::size_t result =
         ZSTD_decompress(plain.data(), plain.size(), bytes.data(), bytes.size());
+    requireMemory(result);
     if (ZSTD_isError(result) || result != size)
         ByteReader(bytes, what).fail("contents that can't be unpacked");
     ByteReader in(plain, what);

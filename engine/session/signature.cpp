@@ -1,10 +1,12 @@
 #include "engine/session/signature.h"
 
 #include <openssl/crypto.h>
+#include <openssl/err.h>
 #include <openssl/evp.h>
 #include <openssl/hmac.h>
 
 #include <array>
+#include <new>
 
 namespace tarvo::engine::session {
 
@@ -31,7 +33,16 @@ std::string canonicalForm(std::string_view kind, std::string_view name, std::str
 }
 
 [[noreturn]] void failHash() {
-    throw Failure(ErrorCode::Internal, "A signature can't be computed.");
+    // Of what the library of algorithms tells the first names the cause, unless memory ran out:
+    // that it may tell in any place, or not at all.
+    const unsigned long cause = ERR_get_error();
+    bool outOfMemory = cause == 0;
+    for (unsigned long error = cause; error != 0; error = ERR_get_error())
+        outOfMemory |= ERR_GET_REASON(error) == ERR_R_MALLOC_FAILURE;
+    if (outOfMemory)
+        throw std::bad_alloc();
+    throw Failure(ErrorCode::Internal, "A signature can't be computed.",
+                  ERR_error_string(cause, nullptr));
 }
 
 Digest hashWithKey(const Bytes& key, const std::string& form) {

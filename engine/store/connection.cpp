@@ -63,7 +63,9 @@ std::int64_t Connection::pragma(const char* sql) {
 void Connection::configure() {
     run("PRAGMA cell_size_check=ON");
     run("PRAGMA mmap_size=0");
-    run("PRAGMA synchronous=EXTRA");
+    // EXTRA would also sync the folder after each commit, but say nothing where it can't be opened:
+    // Container::Impl::Change does so itself.
+    run("PRAGMA synchronous=FULL");
     // Else deleting writes all that it deletes, and first into the journal. What the container is
     // built with decides unless it is told, for each connection.
     run("PRAGMA secure_delete=OFF");

@@ -16,6 +16,11 @@
 
 namespace tarvo::engine::store {
 
+class NotSynced : public Failure {
+public:
+    using Failure::Failure;
+};
+
 struct Container::Impl {
     explicit Impl(std::unique_ptr<Connection> opened) : connection(std::move(opened)) {}
 
@@ -43,6 +48,7 @@ struct Container::Impl {
         Change(const Change&) = delete;
         Change& operator=(const Change&) = delete;
 
+        // Throws NotSynced where the change is in the file, but a power cut may still undo it.
         void commit();
 
     private:
@@ -75,7 +81,9 @@ struct Container::Impl {
     void forgetMemory();
     void flush();
     bool isPublished(std::uint32_t id, std::string_view root);
-    // Throws Failure(File) where a power cut may still undo what is in the file.
+    // Makes the removal of the journal durable, which a power cut would bring back and with it what
+    // the change has undone. Throws NotSynced. Not to be tried again: a folder that could not be
+    // synced once may seem to be the next time though nothing was written.
     void requireSynced();
 
     std::unique_ptr<Connection> connection;

@@ -69,27 +69,20 @@ Container::Impl::Change::~Change() {
 }
 
 void Container::Impl::Change::commit() {
-    try {
-        m_impl.connection->run("COMMIT");
-    } catch (...) {
-        // The change is in the file then, but a power cut may bring the journal back that undoes
-        // it.
-        if (sqlite3_extended_errcode(m_impl.connection->handle) != SQLITE_IOERR_DIR_FSYNC)
-            throw;
-        m_impl.requireSynced();
-    }
+    m_impl.connection->run("COMMIT");
     m_committed = true;
+    m_impl.requireSynced();
 }
 
 void Container::Impl::requireSynced() {
     try {
-        files::syncFolderOf(connection->path);
+        // Where the journal was: links may lead to the file from other folders.
+        files::syncFolderOf(sqlite3_db_filename(connection->handle, "main"));
     } catch (const files::FileError& error) {
-        throw Failure(ErrorCode::File,
-                      "The change is in the file, but the file's folder could not be synced: the "
-                      "disk may be failing.",
-                      "Until it is well again a power cut may undo the change.\n" +
-                          std::string(error.what()));
+        throw NotSynced(ErrorCode::File,
+                        "The change is in the file, but the file's folder could not be synced: the "
+                        "disk may be failing.",
+                        "A power cut may still undo the change.\n" + std::string(error.what()));
     }
 }
 
@@ -323,6 +316,8 @@ void Container::publish(std::uint32_t id, std::string_view root) {
             removeInfo(connection, tokenName);
             change.commit();
         });
+    } catch (const NotSynced&) {
+        throw;
     } catch (...) {
         if (!m->isPublished(id, root))
             throw;

@@ -6,6 +6,7 @@
 #include "engine/validation/schemalibrary.h"
 
 #include <algorithm>
+#include <new>
 #include <set>
 #include <utility>
 
@@ -77,16 +78,19 @@ struct JsonSchema::Private {
     valijson::Schema schema;
 };
 
-JsonSchema::JsonSchema(std::string_view text, std::string_view what)
-    : m_private(std::make_unique<Private>()) {
+JsonSchema::JsonSchema(std::string_view text, std::string_view what) {
     rapidjson::Document document = parseJson(text, what);
     tameNumbers(document);
-    m_private->flat = flattenSchema(document);
-    valijson::SchemaParser parser;
-    addChecks(parser, m_private->effort);
     try {
+        m_private = std::make_unique<Private>();
+        m_private->flat = flattenSchema(document);
+        valijson::SchemaParser parser;
+        addChecks(parser, m_private->effort);
         parser.populateSchema(RapidJsonAdapter(m_private->flat), m_private->schema);
     } catch (const std::runtime_error& error) {
+        // How the schema library tells that memory ran out.
+        if (std::string_view(error.what()).starts_with("Failed to allocate"))
+            throw std::bad_alloc();
         throw Failure(ErrorCode::Argument, std::string(what) + " is not valid.", error.what());
     }
 }

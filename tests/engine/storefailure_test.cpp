@@ -1,6 +1,7 @@
 // Writing that has to wait, finds no room or fails: nothing is lost.
 #include "tests/engine/smalldisk.h"
 #include "tests/engine/store.h"
+#include "tests/files/foldersyncs.h"
 
 #include "engine/query/commit.h"
 
@@ -104,6 +105,23 @@ TEST_F(Store, AsksProgressWhereverItWaits) {
     EXPECT_EQ(reader.wait(), 0);
     query::commit(session);
     EXPECT_EQ(session.metaData("item15").size(), megabyte);
+}
+
+// A power cut must not bring the journal back, which would undo the commit.
+TEST_F(Store, SyncsTheFolderThatTheJournalWasIn) {
+    const TemporaryFolder elsewhere;
+    const std::string link = elsewhere.file("link.qrbx");
+    const std::filesystem::path file = std::filesystem::absolute(m_file);
+    std::filesystem::create_symlink(file, link);
+    for (const std::string& name : {m_file, link}) {
+        session::Session session(name, {}, "test");
+        session.begin("durable", "test", "", "");
+        session.setMetaData("place", "1");
+        lastSyncedNames().clear();
+        query::commit(session);
+        EXPECT_TRUE(lastSyncedNames().contains(file.filename().string())) << name;
+        EXPECT_FALSE(lastSyncedNames().contains(file.filename().string() + "-journal")) << name;
+    }
 }
 
 TEST_F(Store, LosesNothingOfATransactionWhenWritingFails) {

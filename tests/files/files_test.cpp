@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <sched.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 
 #include <csignal>
@@ -246,6 +247,20 @@ TEST_F(Files, AnOpenFileIsWrittenOn) {
     std::fclose(log);
     EXPECT_EQ(read(file("log")), "before\nafter\nafter\n");
     EXPECT_EQ(names(), (std::set<std::string>{"log"}));
+}
+
+TEST_F(Files, AFolderThatCouldNotBeOpenedIsNotCalledSynced) {
+    const std::string first = write("new", "first");
+    rlimit before{};
+    ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &before), 0);
+    const int lowest = ::dup(STDERR_FILENO);
+    ::close(lowest);
+    const rlimit none{static_cast<rlim_t>(lowest), before.rlim_max};
+    ::setrlimit(RLIMIT_NOFILE, &none);
+    const std::string said = failure([&] { files::replaceDurably(first, file("a")); });
+    ::setrlimit(RLIMIT_NOFILE, &before);
+    EXPECT_NE(said.find("could not be synced"), std::string::npos) << said;
+    EXPECT_EQ(names(), (std::set<std::string>{"a"}));
 }
 
 }  // namespace

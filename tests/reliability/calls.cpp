@@ -483,7 +483,10 @@ int run(int argc, char** argv) {
             int status = 0;
             ::waitpid(child, &status, 0);
             trial.tried(sequencesPerRound);
-            if (status != 0)
+            if (WIFSIGNALED(status))
+                trial.badInControlsToo("a process was ended by signal " +
+                                       std::to_string(WTERMSIG(status)));
+            else if (status != 0)
                 trial.bad("a process ended with status " + std::to_string(status));
         }
     }

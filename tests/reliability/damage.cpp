@@ -6,14 +6,20 @@
 #include "tests/reliability/workfolder.h"
 
 #include "engine/base/bytes.h"
+#include "engine/report/check.h"
 
 #include <fcntl.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <functional>
+#include <mutex>
 #include <stdexcept>
 #include <thread>
 
@@ -45,7 +51,11 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t pageSize = 8192;
 constexpr std::uint64_t shortForm = 80'000;  // flips
-constexpr std::size_t share = 16;  // of the bytes are flipped in one round: one in so many
+constexpr std::size_t share = 16;          // of the bytes are flipped in one round: one in so many
+constexpr std::size_t pageHeader = 12;     // bytes at the beginning of each page, where its kind,
+constexpr std::size_t fileHeader = 100;    // cells and free space stand; of the first behind this
+constexpr std::uint64_t headerFlips = 40;  // of a thread in a round, each with a commit
+constexpr auto longestStep = std::chrono::seconds(60);
 
 // A database to be damaged, with what is true of it before and after a commit.
 struct Subject {
@@ -100,13 +110,46 @@ private:
     int m_handle;
 };
 
+// Ends the trial when something takes too long, with the figures so far: it may hang.
+class Watchman {
+public:
+    Watchman(Trial& trial, const std::string& what)
+        : m_thread([this, &trial, &what] {
+              std::unique_lock guard(m_mutex);
+              if (m_change.wait_for(guard, longestStep, [this] { return m_done; }))
+                  return;
+              trial.badInControlsToo(what + ": takes longer than a minute");
+              trial.finish();
+              std::_Exit(EXIT_FAILURE);
+          }) {}
+    ~Watchman() {
+        {
+            const std::lock_guard guard(m_mutex);
+            m_done = true;
+        }
+        m_change.notify_one();
+        m_thread.join();
+    }
+    Watchman(const Watchman&) = delete;
+    Watchman& operator=(const Watchman&) = delete;
+
+private:
+    std::mutex m_mutex;
+    std::condition_variable m_change;
+    bool m_done = false;
+    std::thread m_thread;
+};
+
 // Counts from all threads.
 struct Figures {
     std::atomic<std::uint64_t> found{0};     // damage that gave an error
     std::atomic<std::uint64_t> harmless{0};  // no error was met, or hardly one
+    std::atomic<std::uint64_t> headers{0};   // flips in them
     std::atomic<std::uint64_t> pages{0};
     std::atomic<std::uint64_t> commits{0};
     std::atomic<std::uint64_t> vacuums{0};
+    std::atomic<std::uint64_t> sound{0};  // damaged files to be changed that the check calls so
+    std::atomic<std::uint64_t> refusedOfSound{0};  // a commit or clean-up of these
     std::atomic<std::uint64_t> lost{0};  // read before a commit or clean-up, an error after it
 };
 
@@ -120,16 +163,19 @@ public:
 
     // Flips a random bit of each of these bytes in turn.
     void flip(std::size_t first, std::size_t step) {
+        for (std::size_t at = first; at < m_subject.base.image.size() && !enough(); at += step)
+            flipBit(at, m_random() % 4 == 0, m_random() % 100 == 0);
+    }
+
+    // Flips bits of what the container keeps about its pages, which no checksum guards.
+    void flipHeaders(std::uint64_t count) {
         const FileImage& image = m_subject.base.image;
-        for (std::size_t at = first; at < image.size() && !enough(); at += step) {
-            const char bit = static_cast<char>(1 << m_random() % 8);
-            const char wrong = static_cast<char>(image[at] ^ bit);
-            m_file.put(at, &wrong, 1);
-            examine("byte " + std::to_string(at) + ", bit " +
-                        std::to_string(static_cast<unsigned char>(bit)),
-                    m_random() % 4 == 0, m_random() % 100 == 0);
-            m_file.put(at, &image[at], 1);
-            m_trial.tried();
+        const std::size_t pages = image.size() / pageSize;
+        for (std::uint64_t i = 0; i < count && !enough(); ++i) {
+            const std::size_t page = m_random() % pages;
+            flipBit(page * pageSize + (page == 0 ? fileHeader : 0) + m_random() % pageHeader, true,
+                    true);
+            ++m_figures.headers;
         }
     }
 
@@ -184,9 +230,52 @@ private:
         return m_trial.badOnes() > 20 || (m_trial.isControl() && m_trial.badOnes() > 0);
     }
 
+    // One, at random.
+    void flipBit(std::size_t at, bool dear, bool change) {
+        const char& right = m_subject.base.image[at];
+        const char bit = static_cast<char>(1 << m_random() % 8);
+        const char wrong = static_cast<char>(right ^ bit);
+        m_file.put(at, &wrong, 1);
+        examine("byte " + std::to_string(at) + ", bit " +
+                    std::to_string(static_cast<unsigned char>(bit)),
+                dear, change);
+        m_file.put(at, &right, 1);
+        m_trial.tried();
+    }
+
+    void badInternal(const std::string& what, const std::string& error) {
+        m_trial.bad(m_subject.name + ", " + what + ": an internal error, " + error);
+    }
+
+    // Runs what may be refused; whether it was done.
+    bool attempt(const std::string& what, const std::function<void()>& work) {
+        try {
+            work();
+            return true;
+        } catch (const std::exception& error) {
+            if (isInternal(error))
+                badInternal(what, error.what());
+        }
+        return false;
+    }
+
+    // Whether the check finds nothing wrong with the file.
+    bool isCalledSound(const std::string& what) {
+        bool sound = false;
+        attempt(what + ", check", [&] {
+            engine::session::Session session(m_file.file(), {}, "trial");
+            sound = engine::report::check(session).faultCount == 0;
+        });
+        return sound;
+    }
+
     // Whether all that was read is true.
     bool compare(const Picture& read, const Picture& truth, const std::string& what) {
         for (const auto& [name, value] : read) {
+            if (name == internalError) {
+                badInternal(what, value);
+                return false;
+            }
             const auto right = truth.find(name);
             if (right != truth.end() && right->second == value)
                 continue;
@@ -200,33 +289,34 @@ private:
     }
 
     void examine(const std::string& what, bool dear, bool change) {
+        const std::string place = m_subject.name + ", " + what;
+        const Watchman watchman(m_trial, place);
         const Picture before = readAll(m_file.file(), m_subject.ids, dear || change);
         ++(before.size() + 2 >= m_subject.truth.size() ? m_figures.harmless : m_figures.found);
         if (!compare(before, m_subject.truth, what) || !change)
             return;
+        const bool sound = isCalledSound(what);
+        m_figures.sound += sound;
         const bool withPoints = m_random() % 2;
         std::vector<std::uint32_t> ids = m_subject.ids;
         const Picture* truth = &m_subject.truth;
-        bool committed = false;
-        try {
-            commitSomething(m_file.file(), withPoints);
+        const bool committed =
+            attempt(what + ", commit", [&] { commitSomething(m_file.file(), withPoints); });
+        if (committed) {
             ids.push_back(m_subject.probe());
             truth = &m_subject.afterCommit[withPoints];
-            committed = true;
             ++m_figures.commits;
-        } catch (const std::exception&) {
         }
         const Picture after = readChanged(ids);
-        compareAfter(before, after, *truth, what + (committed ? ", commit" : ", refused commit"));
-        bool cleaned = false;
-        try {
+        compareAfter(before, after, *truth, sound,
+                     what + (committed ? ", commit" : ", refused commit"));
+        const bool cleaned = attempt(what + ", clean-up", [&] {
             engine::session::Session(m_file.file(), {}, "trial").vacuum();
-            cleaned = true;
-            ++m_figures.vacuums;
-        } catch (const std::exception&) {
-        }
+        });
+        m_figures.vacuums += cleaned;
+        m_figures.refusedOfSound += sound && !(committed && cleaned);
         compareAfter(
-            after, readChanged(ids), *truth,
+            after, readChanged(ids), *truth, sound,
             what + (committed ? ", commit" : "") + (cleaned ? ", clean-up" : ", refused clean-up"));
         m_file.heal();
     }
@@ -235,12 +325,19 @@ private:
         return withoutTimes(readAll(m_file.file(), ids), m_subject.probe());
     }
 
-    void compareAfter(const Picture& before, const Picture& after, const Picture& truth,
+    // sound: the check found nothing wrong, so that nothing may be lost.
+    void compareAfter(const Picture& before, const Picture& after, const Picture& truth, bool sound,
                       const std::string& what) {
         compare(after, withoutTimes(truth, m_subject.probe()), what);
+        std::string lost;
         for (const auto& [name, value] : withoutTimes(before, m_subject.probe()))
-            if (truth.count(name) > 0 && after.count(name) == 0)
-                ++m_figures.lost;
+            if (truth.count(name) > 0 && after.count(name) == 0) {
+                m_figures.lost += !sound;
+                lost += " \"" + name + "\"";
+            }
+        if (sound && !lost.empty() && !m_trial.isControl())
+            m_trial.bad(m_subject.name + ", " + what + ": the check calls the file sound, but" +
+                        lost.substr(0, 200) + " can't be read any more");
     }
 
 public:
@@ -308,6 +405,7 @@ int run(int argc, char** argv) {
                 try {
                     Damager damager(trial, figures, subject, file, seed);
                     damager.flip(first + t * share, share * threads);
+                    damager.flipHeaders(headerFlips);
                     damager.damagePages(50);
                 } catch (const std::exception& error) {
                     trial.bad(std::string("The trial itself failed: ") + error.what());
@@ -317,12 +415,15 @@ int run(int argc, char** argv) {
         for (std::thread& worker : workers)
             worker.join();
     }
-    trial.note("found: " + std::to_string(figures.found));
-    trial.note("without effect: " + std::to_string(figures.harmless));
-    trial.note("damaged pages: " + std::to_string(figures.pages));
-    trial.note("commits: " + std::to_string(figures.commits));
-    trial.note("clean-ups: " + std::to_string(figures.vacuums));
-    trial.note("values that these left unreadable: " + std::to_string(figures.lost));
+    trial.noteNeeded(figures.found, "found");
+    trial.noteNeeded(figures.harmless, "without effect");
+    trial.noteNeeded(figures.headers, "flips in page headers");
+    trial.noteNeeded(figures.pages, "damaged pages");
+    trial.noteNeeded(figures.commits, "commits");
+    trial.noteNeeded(figures.vacuums, "clean-ups");
+    trial.noteNeeded(figures.sound, "changes of damaged files that the check calls sound");
+    trial.note(figures.refusedOfSound, "of them refused");
+    trial.note(figures.lost, "values that changes of others left unreadable");
     return trial.finish();
 }
 

@@ -5,11 +5,13 @@
 #include "engine/query/insert.h"
 #include "engine/query/select.h"
 #include "engine/query/update.h"
+#include "files/error.h"
 #include "tests/engine/database.h"
 
 #include <cmath>
 #include <fstream>
 #include <limits>
+#include <new>
 #include <random>
 #include <set>
 #include <stdexcept>
@@ -167,8 +169,10 @@ public:
     void operator()(const std::string& name, Function&& function) {
         try {
             m_picture[name] = function();
-        } catch (const std::exception&) {
+        } catch (const std::exception& error) {
             m_picture.erase(name);
+            if (isInternal(error))
+                m_picture[internalError] = name + ": " + error.what();
         }
     }
 
@@ -228,6 +232,13 @@ private:
 };
 
 }  // namespace
+
+bool isInternal(const std::exception& error) {
+    if (const auto* const failure = dynamic_cast<const Failure*>(&error))
+        return failure->code() == ErrorCode::Internal;
+    return !dynamic_cast<const files::FileError*>(&error) &&
+           !dynamic_cast<const std::bad_alloc*>(&error);
+}
 
 DamageBase makeDamageBase(const std::string& file, bool deep) {
     DamageBase base;
@@ -297,16 +308,18 @@ Picture readAll(const std::string& file, const std::vector<std::uint32_t>& ids, 
              [&] { return session.verifyMetaData("note", signer()) ? "valid" : "invalid"; });
         read("details", [&] { return session.details(ids.back()).title; });
         read("changelog", [&] { return session.changelog(); });
-        read("entry", [&] {
-            const std::string& text = picture.at("changelog");
-            return session::verifyEntry(text.substr(text.rfind("[#")), signer()) ? "valid"
-                                                                                 : "invalid";
-        });
+        const std::string changelog = picture.contains("changelog") ? picture["changelog"] : "";
+        if (const std::size_t at = changelog.rfind("[#"); at != changelog.npos)
+            read("entry", [&] {
+                return session::verifyEntry(changelog.substr(at), signer()) ? "valid" : "invalid";
+            });
         if (dear)
             read("points", [&] { return selected(session); });
         if (dear && ids.size() > 2)
             read("size", [&] { return std::to_string(session.size({ids[1]})); });
-    } catch (const Failure&) {
+    } catch (const std::exception& error) {
+        if (isInternal(error))
+            picture[internalError] = std::string("opening: ") + error.what();
     }
     return picture;
 }

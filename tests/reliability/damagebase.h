@@ -20,8 +20,12 @@ struct DamageBase {
 // items and entries. deep: many small nodes, whose index stands in several pages.
 DamageBase makeDamageBase(const std::string& file, bool deep);
 
-// Values by what they are; those that can't be read are missing.
+// Values by what they are; those that can't be read are missing. What can't be a fault of the file,
+// an internal error, stands under this name.
 using Picture = std::map<std::string, std::string>;
+inline constexpr const char* internalError = "internal error";
+// Whether an exception is one: whatever is not a Failure of another kind, or want of memory.
+bool isInternal(const std::exception& error);
 
 // What a file holds. ids: the transactions that are asked for, whatever the file lists. dear: also
 // what takes its time, a query and a size.

@@ -40,6 +40,9 @@ struct Watch {
     std::uint64_t failing = 0;  // 0: none
     Fault fault = Fault::Error;
     bool forGood = false;
+    std::vector<std::uint64_t> syncs;
+    bool namesChanged = false;  // since the folder was synced last
+    Unsynced unsynced;
 };
 
 std::recursive_mutex s_mutex;
@@ -88,9 +91,31 @@ public:
         errno = s_watch.fault == Fault::Full ? ENOSPC : EIO;
         return true;
     }
+    // The same for a call that opens or syncs the folder, or syncs a file.
+    bool failsToSync(Call call) const {
+        if (!m_is)
+            return false;
+        const bool failed = fails(call);
+        s_watch.syncs.push_back(s_watch.calls);
+        Unsynced& unsynced = s_watch.unsynced;
+        if (failed && m_file != folderItself)
+            ++unsynced.files;
+        if (failed && m_file == folderItself) {
+            ++unsynced.folders;
+            unsynced.names |= s_watch.namesChanged;
+            s_watch.namesChanged = false;
+        }
+        return failed;
+    }
     void record(Operation operation) const {
-        if (m_is)
-            s_watch.operations.push_back(std::move(operation));
+        if (!m_is)
+            return;
+        if (operation.kind == Kind::SyncFolder && s_watch.namesChanged)
+            s_watch.unsynced.names = s_watch.namesChanged = false;
+        else if (operation.kind == Kind::Create || operation.kind == Kind::Rename ||
+                 operation.kind == Kind::Link || operation.kind == Kind::Remove)
+            s_watch.namesChanged = true;
+        s_watch.operations.push_back(std::move(operation));
     }
 
 private:
@@ -136,7 +161,9 @@ void opened(const Watched& watched, int descriptor, int flags) {
 int openFile(const char* path, int flags, mode_t mode) {
     const Watched watched(path);
     const bool creates = (flags & O_CREAT) != 0;
-    if (watched.fails(creates ? Call::Room : Call::Look))
+    const bool isFolder = watched && *watched.name() == '\0';
+    if (isFolder ? watched.failsToSync(Call::Look)
+                 : watched.fails(creates ? Call::Room : Call::Look))
         return -1;
     const int result = static_cast<int>(directly(SYS_openat, AT_FDCWD, path, flags, mode));
     if (watched && result >= 0)
@@ -210,7 +237,7 @@ int syncFile(int file, long call) {
     const Watched watched(file);
     if (!watched)
         return static_cast<int>(directly(call, file));
-    if (watched.fails(Call::Other))
+    if (watched.failsToSync(Call::Other))
         return -1;
     // The disk of the trial is in memory: what counts is what was written down.
     watched.record({.kind = watched.file() == folderItself ? Kind::SyncFolder : Kind::Sync,
@@ -293,6 +320,14 @@ std::uint64_t calls() {
 
 std::uint64_t failures() {
     return s_watch.failures;
+}
+
+std::vector<std::uint64_t> syncs() {
+    return s_watch.syncs;
+}
+
+Unsynced unsynced() {
+    return s_watch.unsynced;
 }
 
 void ignoreFileLocks() {
@@ -457,6 +492,9 @@ QRB_INSTEAD int fcntl(int file, int command, ...) {
         return 0;
     static auto* const real = disk::original<int(int, int, ...)>("fcntl64");
     return real(file, command, argument);
+}
+QRB_INSTEAD int flock(int file, int operation) noexcept {
+    return disk::s_ignoreLocks ? 0 : static_cast<int>(disk::directly(SYS_flock, file, operation));
 }
 QRB_INSTEAD int fcntl64(int file, int command, ...) {
     std::va_list more;

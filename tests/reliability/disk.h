@@ -50,8 +50,21 @@ void failAt(std::uint64_t call, Fault fault, bool forGood);
 // Calls counted since watch, and those of them that failed.
 std::uint64_t calls();
 std::uint64_t failures();
+// Which of the calls synced a file, or opened or synced the folder.
+std::vector<std::uint64_t> syncs();
 
-// Locks of open files are given without being taken: no writer keeps the other one out.
+// What was not synced, though it should have been.
+struct Unsynced {
+    int files = 0;    // syncs of them that failed
+    int folders = 0;  // syncs of the folder that failed, or could not begin
+    // Names that changed before one of these, and nothing changed behind it that another one has
+    // synced: that it was repeated proves nothing, the system may believe that it has written.
+    bool names = false;
+};
+Unsynced unsynced();
+
+// Locks of open files, and those of whole files, are given without being taken: no writer keeps the
+// other one out.
 void ignoreFileLocks();
 
 }  // namespace disk

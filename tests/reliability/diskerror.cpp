@@ -1,11 +1,15 @@
 // Disks that fail: any call of what people do with databases goes wrong, once or with all that
 // follow, by an error or because the disk is full. The command must say so and leave what was there
-// before, and must work when the disk is well again. The control takes an error for a success.
+// before, and must work when the disk is well again; no command is done whose file or new name
+// could not be synced. The control takes an error for a success.
 #include "tests/reliability/acts.h"
 #include "tests/reliability/contents.h"
 #include "tests/reliability/disk.h"
 #include "tests/reliability/trial.h"
 #include "tests/reliability/workfolder.h"
+
+#include <map>
+#include <vector>
 
 namespace {
 
@@ -26,21 +30,31 @@ public:
           m_acts(actsIn(m_disk, m_work.folder("inputs"))) {}
 
     std::uint64_t acts() const { return m_acts.size(); }
-    const Act& actOf(std::uint64_t round) const {
-        return m_acts[(m_trial.seed() + round) % m_acts.size()];
+    const Act& act() const { return m_acts[m_trial.turnOf(m_acts.size())]; }
+
+    void tellFigures() const {
+        m_trial.note(m_harmless, "of them did no harm");
+        m_trial.noteNeeded(m_fileSyncs, "failing syncs of files");
+        m_trial.noteNeeded(m_folderSyncs, "failing syncs of folders");
+        m_trial.note(m_harmlessFolderSyncs, "of these did no harm");
+        for (const Act& act : m_acts) {
+            const auto done = m_done.find(act.name);
+            m_trial.need(done == m_done.end() ? 0 : done->second, "failures of: " + act.name);
+        }
     }
-    std::uint64_t harmless() const { return m_harmless; }
 
     void tryAct(const Act& act) {
         clear(m_disk);
         runTools(act.before);
         copyFolder(m_disk, m_prepared);
         std::vector<std::string> states{contentsOf(m_disk)};
-        std::uint64_t calls = 0;
+        Calls calls;
         for (const CommandLine& step : act.steps) {
             disk::watch(m_disk);
             runTools({step});
-            calls += disk::calls();
+            for (const std::uint64_t sync : disk::syncs())
+                calls.syncs.push_back(calls.count + sync);
+            calls.count += disk::calls();
             disk::unwatch();
             states.push_back(contentsOf(m_disk));
         }
@@ -49,12 +63,20 @@ public:
     }
 
 private:
-    void tryFault(const Act& act, const std::vector<std::string>& states, std::uint64_t calls) {
-        const std::uint64_t call = 1 + m_trial.pick(calls);
-        const auto fault = m_trial.pick(2) == 0 ? disk::Fault::Error : disk::Fault::Full;
+    // Those of an act.
+    struct Calls {
+        std::uint64_t count = 0;
+        std::vector<std::uint64_t> syncs;  // which of them are
+    };
+
+    void tryFault(const Act& act, const std::vector<std::string>& states, const Calls& calls) {
+        const bool atSync = !calls.syncs.empty() && m_trial.pick(3) == 0;
+        const std::uint64_t call =
+            atSync ? calls.syncs[m_trial.pick(calls.syncs.size())] : 1 + m_trial.pick(calls.count);
+        const auto fault = atSync || m_trial.pick(2) == 0 ? disk::Fault::Error : disk::Fault::Full;
         const bool forGood = m_trial.pick(2) == 0;
         const std::string what = act.name + ", call " + std::to_string(call) + " of " +
-                                 std::to_string(calls) +
+                                 std::to_string(calls.count) +
                                  (fault == disk::Fault::Full ? ", disk full" : ", error") +
                                  (forGood ? " for good" : " once");
         copyFolder(m_prepared, m_disk);
@@ -66,15 +88,23 @@ private:
         while (step < act.steps.size() && (code = runTool(act.steps[step], output)) == 0)
             ++step;
         const std::uint64_t failures = disk::failures();
+        const disk::Unsynced unsynced = disk::unsynced();
         disk::unwatch();
         if (failures == 0)
             return;
         m_trial.tried();
+        ++m_done[act.name];
+        m_fileSyncs += unsynced.files > 0;
+        m_folderSyncs += unsynced.folders > 0;
         if (m_trial.isControl())
             code = 0;
         const std::string contents = contentsOf(m_disk);
         if (code == 0) {
             ++m_harmless;
+            m_harmlessFolderSyncs += unsynced.folders > 0;
+            if (unsynced.files > 0 || unsynced.names)
+                m_trial.bad(what + ": told as done, but " +
+                            (unsynced.names ? "a new name" : "a file") + " was not synced");
             if (contents != states.back())
                 m_trial.bad(what + ": told as done, but it holds\n" + contents + "in place of\n" +
                             states.back());
@@ -111,7 +141,11 @@ private:
     std::string m_disk;
     std::string m_prepared;
     std::vector<Act> m_acts;
+    std::map<std::string, std::uint64_t> m_done;  // failing calls of each act
     std::uint64_t m_harmless = 0;
+    std::uint64_t m_fileSyncs = 0;
+    std::uint64_t m_folderSyncs = 0;
+    std::uint64_t m_harmlessFolderSyncs = 0;
 };
 
 int run(int argc, char** argv) {
@@ -119,8 +153,8 @@ int run(int argc, char** argv) {
     DiskErrors errors(trial);
     // Each act at least once.
     while (trial.next(trial.round() + 1 < errors.acts() ? UINT64_MAX : least))
-        errors.tryAct(errors.actOf(trial.round()));
-    trial.note(std::to_string(errors.harmless()) + " of them did no harm");
+        errors.tryAct(errors.act());
+    errors.tellFigures();
     return trial.finish();
 }
 

@@ -113,11 +113,13 @@ void check(Trial& trial, const std::string& file, State& known, const State& tri
     }
 }
 
-void killOften(Trial& trial, const std::string& folder) {
+// Returns how many commits were acknowledged.
+std::uint64_t killOften(Trial& trial, const std::string& folder) {
     const std::string file = folder + "/survey.qrbx";
     clear(folder);
     Survey::create(file);
     State known;
+    std::uint64_t commits = 0;
     for (std::uint64_t i = 0; i < killsOfFile; ++i) {
         State tried = known;
         Process writer(
@@ -134,18 +136,22 @@ void killOften(Trial& trial, const std::string& folder) {
             std::string word;
             State state;
             words >> word >> state.step >> state.groups;
-            if (word == "did")
+            if (word == "did") {
                 known = tried = state;
-            else if (word == "try")
+                ++commits;
+            } else if (word == "try") {
                 tried = state;
-            else
-                trial.bad("the writer failed: " + line);
+            } else {
+                trial.badInControlsToo("the writer failed: " + line);
+            }
         }
         killer.join();
-        writer.wait();
+        if (const std::string end = writer.wait(); !end.empty())
+            trial.badInControlsToo("the writer " + end);
         trial.tried();
         check(trial, file, known, tried);
     }
+    return commits;
 }
 
 int run(int argc, char** argv) {
@@ -160,8 +166,10 @@ int run(int argc, char** argv) {
     }
     Trial trial("kill_trial", "kills", argc, argv);
     const WorkFolder work("kill");
+    std::uint64_t commits = 0;
     while (trial.next(least))
-        killOften(trial, work.folder("disk"));
+        commits += killOften(trial, work.folder("disk"));
+    trial.noteNeeded(commits, "acknowledged commits");
     return trial.finish();
 }
 

@@ -11,6 +11,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <filesystem>
@@ -126,6 +127,9 @@ public:
             tongue.say('+', "");
             if (m_failed && (m_code == 0 || m_text.empty()))
                 tongue.say('!', what + ": an error without code or text");
+            // Not even a file is to blame, but for what the system or the container say of it.
+            if (m_failed && m_code != QRB_ERROR_MEMORY && m_code != QRB_ERROR_FILE)
+                tongue.say('!', what + ": told as error " + std::to_string(m_code) + ": " + m_text);
             if (!m_work.withFile && m_failed) {
                 if (fs::exists(m_file))
                     tongue.say('!', what + ": a failed creation left a file");
@@ -166,7 +170,7 @@ private:
         m_work.run(bench);
         const long made = allocations::stop();
         m_failed = bench.failed;
-        m_code = bench.code;
+        m_code = bench.failed ? bench.code : 0;
         m_text = bench.failed && bench.text ? bench.text : "";
         bench.end();
         return made;
@@ -223,7 +227,8 @@ struct Process {
         handle = ends[0];
     }
 
-    void join(Trial& trial, const char* name) const {
+    // Returns how many allocations have failed.
+    std::uint64_t join(Trial& trial, const char* name) const {
         std::string lines;
         std::array<char, 4096> buffer;
         for (ssize_t got = 0; (got = ::read(handle, buffer.data(), buffer.size())) > 0;)
@@ -233,18 +238,21 @@ struct Process {
         ::waitpid(id, &status, 0);
         std::istringstream in(lines);
         std::string at = name;
+        std::uint64_t failures = 0;
         for (std::string line; std::getline(in, line);) {
             if (line[0] == '@')
                 at = line.substr(1);
             else if (line[0] == '+')
-                trial.tried();
+                ++failures;
             else
                 trial.bad(line.substr(1));
         }
+        trial.tried(failures);
         if (status != 0)
             trial.bad(at + ": " +
                       (WIFSIGNALED(status) ? "signal " + std::to_string(WTERMSIG(status))
                                            : "exit code " + std::to_string(status)));
+        return failures;
     }
 };
 
@@ -255,17 +263,22 @@ int run(int argc, char** argv) {
     const fs::path folder = place.path();
     const std::string prepared = (folder / "prepared.qrbx").string();
     prepare(prepared);
+    std::vector<std::uint64_t> failures(allWork().size());
     while (trial.next(shortForm)) {
-        const Work& work = allWork()[trial.round() % allWork().size()];
+        const std::size_t number = trial.turnOf(allWork().size());
+        const Work& work = allWork()[number];
         std::vector<Process> running;
         for (int i = 0; i < processes; ++i)
             running.emplace_back(prepared, folder / std::to_string(i), work,
                                  Random(trial.random()()), trial.isControl());
         for (const Process& process : running)
-            process.join(trial, work.name);
+            failures[number] += process.join(trial, work.name);
     }
     qrb::freeLibrary();
-    trial.note("kinds of work: " + std::to_string(allWork().size()));
+    for (std::size_t i = 0; i < failures.size(); ++i)
+        trial.need(failures[i], std::string("failures of: ") + allWork()[i].name);
+    trial.note(allWork().size() - std::count(failures.begin(), failures.end(), 0u),
+               "kinds of work");
     return trial.finish();
 }
 

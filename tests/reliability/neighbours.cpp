@@ -1,7 +1,9 @@
 // Programs beside each other: two writers that know one file by different names, a vacuum, and two
 // readers that look whether what they see is whole and of one moment. Nobody may be disturbed but
 // by the words that the file is in use, or that what is being read was discarded by somebody, and
-// every acknowledged commit must be there in the end. The control does without the writer's lock.
+// every acknowledged commit must be there in the end. In every other round the file is one of
+// version 1, which stays one, and a writer holds the lock of the first release: what it has open
+// must not change. The control does without the writers' locks.
 #include "tests/reliability/contents.h"
 #include "tests/reliability/disk.h"
 #include "tests/reliability/processes.h"
@@ -13,6 +15,12 @@
 #include "qrb/loader.h"
 #include "qrb/qrb.h"
 
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <cstdlib>
@@ -21,6 +29,7 @@
 #include <memory>
 #include <optional>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -29,7 +38,7 @@ using namespace tarvo::trial;
 namespace fs = std::filesystem;
 
 constexpr auto roundTime = std::chrono::seconds(5);
-constexpr std::uint64_t rounds = 3;
+constexpr std::uint64_t rounds = 4;
 
 // Works on the file until the time is over; opens it anew now and then. What is done and what was
 // wrong goes to the standard output.
@@ -97,6 +106,38 @@ public:
         });
     }
 
+    // Changes a file of version 1 in its own format: which state is the current one.
+    void restore() {
+        run([&](Survey& survey) {
+            auto& transactions = survey.cloud().transactions();
+            const std::vector<std::uint32_t> kept = transactions.list();
+            transactions.restore(kept[m_random() % kept.size()]);
+            std::cout << "restored" << std::endl;
+        });
+    }
+
+    // Does with the locks what the first release does, and changes nothing.
+    void holdFormerLock() {
+        const std::string name = m_file + "-writer";
+        run([&](Survey& survey) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(m_random() % 5));
+            const int lock = ::open(name.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0644);
+            struct stat opened, named;
+            const bool held = lock >= 0 && ::flock(lock, LOCK_EX | LOCK_NB) == 0 &&
+                              ::fstat(lock, &opened) == 0 && ::stat(name.c_str(), &named) == 0 &&
+                              opened.st_ino == named.st_ino;
+            if (held) {
+                const std::uint32_t before = survey.cloud().transactions().current();
+                std::this_thread::sleep_for(std::chrono::milliseconds(m_random() % 5));
+                const std::uint32_t after = survey.cloud().transactions().current();
+                ::unlink(name.c_str());
+                std::cout << (after == before ? "held" : "wrong: changed under the former lock")
+                          << std::endl;
+            }
+            ::close(lock);
+        });
+    }
+
 private:
     // Whether an error says that the state being read is gone, and this is so.
     bool wasDiscarded(const tarvo::qrb::Error& error, Survey& survey) const {
@@ -120,6 +161,10 @@ int take(const std::string& part, const std::string& file, std::uint64_t seed) {
         neighbour.vacuum();
     else if (part == "reader")
         neighbour.read();
+    else if (part == "restorer")
+        neighbour.restore();
+    else if (part == "former writer")
+        neighbour.holdFormerLock();
     else
         neighbour.write(part == "writer1" ? 1 : 1'000'000);
     return EXIT_SUCCESS;
@@ -127,6 +172,17 @@ int take(const std::string& part, const std::string& file, std::uint64_t seed) {
 
 struct Figures {
     std::atomic<std::uint64_t> commits{0}, looks{0}, vacuums{0}, busy{0}, overtaken{0};
+    std::atomic<std::uint64_t> restores{0}, formerLocks{0};
+
+    void add(const Figures& other) {
+        commits += other.commits;
+        looks += other.looks;
+        vacuums += other.vacuums;
+        busy += other.busy;
+        overtaken += other.overtaken;
+        restores += other.restores;
+        formerLocks += other.formerLocks;
+    }
 };
 
 void listen(Trial& trial, Process& process, Figures& figures) {
@@ -147,11 +203,31 @@ void listen(Trial& trial, Process& process, Figures& figures) {
             ++figures.looks;
         else if (line == "cleaned")
             ++figures.vacuums;
+        else if (line == "restored")
+            ++figures.restores;
+        else if (line == "held")
+            ++figures.formerLocks;
         else
             trial.bad(line);
     }
-    if (!process.wait())
-        trial.bad("a program has crashed");
+    if (const std::string end = process.wait(); !end.empty())
+        trial.badInControlsToo("a program " + end);
+}
+
+// Parts, and by which name they know the file.
+using Parts = std::vector<std::pair<std::string, std::string>>;
+
+void runTogether(Trial& trial, const Parts& parts, Figures& figures) {
+    std::vector<std::unique_ptr<Process>> processes;
+    std::vector<std::thread> listeners;
+    for (const auto& [part, name] : parts)
+        processes.push_back(std::make_unique<Process>(
+            std::vector<std::string>{"neighbour", part, name, std::to_string(trial.random()()),
+                                     trial.isControl() ? "1" : "0"}));
+    for (const std::unique_ptr<Process>& process : processes)
+        listeners.emplace_back([&] { listen(trial, *process, figures); });
+    for (std::thread& listener : listeners)
+        listener.join();
 }
 
 void liveTogether(Trial& trial, const std::string& folder, Figures& all) {
@@ -165,21 +241,13 @@ void liveTogether(Trial& trial, const std::string& folder, Figures& all) {
         fs::create_hard_link(file, second);
 
     Figures figures;
-    std::vector<std::unique_ptr<Process>> processes;
-    std::vector<std::thread> listeners;
-    for (const auto& [part, name] : {std::pair{"writer1", file},
-                                     {"writer2", second},
-                                     {"reader", file},
-                                     {"reader", second},
-                                     {"vacuum", file}}) {
-        processes.push_back(std::make_unique<Process>(
-            std::vector<std::string>{"neighbour", part, name, std::to_string(trial.random()()),
-                                     trial.isControl() ? "1" : "0"}));
-    }
-    for (const std::unique_ptr<Process>& process : processes)
-        listeners.emplace_back([&] { listen(trial, *process, figures); });
-    for (std::thread& listener : listeners)
-        listener.join();
+    runTogether(trial,
+                {{"writer1", file},
+                 {"writer2", second},
+                 {"reader", file},
+                 {"reader", second},
+                 {"vacuum", file}},
+                figures);
 
     std::string wrong;
     Survey survey(file);
@@ -189,11 +257,27 @@ void liveTogether(Trial& trial, const std::string& folder, Figures& all) {
     if (groups != figures.commits || survey.number("groups") != groups)
         trial.bad("in the end there are " + std::to_string(groups) + " groups after " +
                   std::to_string(figures.commits) + " commits");
-    all.commits += figures.commits;
-    all.looks += figures.looks;
-    all.vacuums += figures.vacuums;
-    all.busy += figures.busy;
-    all.overtaken += figures.overtaken;
+    all.add(figures);
+}
+
+void liveWithFirstRelease(Trial& trial, const std::string& folder, Figures& all) {
+    clear(folder);
+    const std::string file = folder + "/survey.qrbx";
+    fs::copy_file(QRB_GOLDEN "/release1-history.qrbx", file);
+    fs::permissions(file, fs::perms::owner_all);
+    const auto kept = Survey(file).cloud().transactions().list();
+    Figures figures;
+    runTogether(trial,
+                {{"former writer", file}, {"restorer", file}, {"restorer", file}, {"vacuum", file}},
+                figures);
+    Survey survey(file);
+    if (const std::string faults = faultsOf(survey.cloud()); !faults.empty())
+        trial.bad("in the end " + faults);
+    if (survey.cloud().transactions().list() != kept)
+        trial.bad("in the end other transactions are kept");
+    if (fs::exists(file + "-writer"))
+        trial.bad("the former lock is left");
+    all.add(figures);
 }
 
 int run(int argc, char** argv) {
@@ -207,14 +291,15 @@ int run(int argc, char** argv) {
     const WorkFolder work("neighbours");
     Figures figures;
     while (trial.next(trial.round() + 1 < rounds ? UINT64_MAX : 0))
-        liveTogether(trial, work.folder("disk"), figures);
-    trial.note(std::to_string(figures.commits) + " commits");
-    trial.note(std::to_string(figures.looks) + " looks");
-    trial.note(std::to_string(figures.vacuums) + " vacuums");
-    trial.note(std::to_string(figures.busy) + " times busy");
-    trial.note(std::to_string(figures.overtaken) + " times the state read was discarded");
-    if (figures.commits == 0 || figures.looks == 0 || figures.vacuums == 0)
-        trial.bad("somebody never came to its turn");
+        (trial.turnOf(2) == 0 ? liveTogether : liveWithFirstRelease)(trial, work.folder("disk"),
+                                                                     figures);
+    trial.noteNeeded(figures.commits, "commits");
+    trial.noteNeeded(figures.looks, "looks");
+    trial.noteNeeded(figures.vacuums, "vacuums");
+    trial.noteNeeded(figures.restores, "restores in files of version 1");
+    trial.noteNeeded(figures.formerLocks, "locks of the first release");
+    trial.note(figures.busy, "times busy");
+    trial.note(figures.overtaken, "times the state read was discarded");
     return trial.finish();
 }
 

@@ -71,10 +71,7 @@ public:
         }
     }
 
-    // The acts one after the other, from one that the seed chooses.
-    const Act& actOf(std::uint64_t round) const {
-        return m_acts[(m_trial.seed() + round) % m_acts.size()];
-    }
+    const Act& act() const { return m_acts[m_trial.turnOf(m_acts.size())]; }
 
     std::uint64_t recoveries() const { return m_recoveries; }
 
@@ -158,8 +155,8 @@ int run(int argc, char** argv) {
     PowerCuts cuts(trial);
     // Each act at least once.
     while (trial.next(trial.round() + 1 < cuts.acts() ? UINT64_MAX : least))
-        cuts.tryAct(cuts.actOf(trial.round()));
-    trial.note(std::to_string(cuts.recoveries()) + " of them while recovering");
+        cuts.tryAct(cuts.act());
+    trial.noteNeeded(cuts.recoveries(), "of them while recovering");
     return trial.finish();
 }
 

@@ -51,16 +51,21 @@ bool Process::readLine(std::string& line) {
 }
 
 void Process::kill() {
+    m_killed = true;
     if (m_process > 0)
         ::kill(m_process, SIGKILL);
 }
 
-bool Process::wait() {
-    int status = -1;
-    if (m_process > 0)
-        ::waitpid(m_process, &status, 0);
+std::string Process::wait() {
+    int status = 0;
+    if (m_process > 0 && ::waitpid(m_process, &status, 0) != m_process)
+        return "can't be waited for";
     m_process = -1;
-    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+    if (WIFSIGNALED(status) && !(m_killed && WTERMSIG(status) == SIGKILL))
+        return "was ended by signal " + std::to_string(WTERMSIG(status));
+    if (WIFEXITED(status) && WEXITSTATUS(status) != 0)
+        return "ended with exit code " + std::to_string(WEXITSTATUS(status));
+    return {};
 }
 
 }  // namespace tarvo::trial

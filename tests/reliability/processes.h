@@ -21,11 +21,12 @@ public:
     // The next line that it has written; waits for it. False: it has ended.
     bool readLine(std::string& line);
     void kill();
-    // Waits for the end; whether it ended by itself and well.
-    bool wait();
+    // Waits for the end. Empty where it ended by itself and well, or by kill(); else how it ended.
+    std::string wait();
 
 private:
     pid_t m_process = -1;
+    bool m_killed = false;
     std::FILE* m_output = nullptr;
 };
 

@@ -260,15 +260,15 @@ int run(int argc, char** argv) {
         int status = 0;
         ::waitpid(child, &status, 0);
         trial.tried(std::size(works) * turns);
-        if (status != 0)
+        if (WIFSIGNALED(status))
+            trial.badInControlsToo("a process was ended by signal " +
+                                   std::to_string(WTERMSIG(status)));
+        else if (status != 0)
             trial.bad("a process ended with status " + std::to_string(status));
         fs::remove_all(folder);
     }
-    for (std::size_t i = 0; i < std::size(works); ++i) {
-        trial.note(std::to_string(done[i]) + " x " + works[i].name);
-        if (done[i] == 0 && !trial.isControl())
-            trial.bad(std::string(works[i].name) + " never came to its end");
-    }
+    for (std::size_t i = 0; i < std::size(works); ++i)
+        trial.noteNeeded(done[i], std::string("x ") + works[i].name);
     return trial.finish();
 }
 

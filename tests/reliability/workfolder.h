@@ -5,9 +5,12 @@
 
 namespace tarvo::trial {
 
-// A folder in memory where the system has one; gone with the object.
+// A folder in memory where the system has one; gone with the object, and when the program is
+// stopped by SIGINT or SIGTERM. One at a time. What was left of programs that were killed goes when
+// it is made.
 class WorkFolder {
 public:
+    // name: of the trial; letters.
     explicit WorkFolder(const std::string& name);
     ~WorkFolder();
     WorkFolder(const WorkFolder&) = delete;
