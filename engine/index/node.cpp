@@ -1,5 +1,7 @@
 #include "engine/index/node.h"
 
+#include "engine/index/shape.h"
+
 #include <zstd.h>
 
 #include <algorithm>
@@ -92,7 +94,8 @@ Node readNode(ByteReader& in, unsigned depth) {
     node.last = readKey(in);
     node.totalCount = in.varint(INT64_MAX);
     node.ownCount = in.varint(UINT32_MAX);
-    if (node.last < node.first || (flags == 0 && node.totalCount != node.ownCount))
+    if (node.last < node.first || node.ownCount > node.totalCount ||
+        (flags == 0 && node.totalCount != node.ownCount))
         in.fail("a node that can't be");
     const std::uint64_t attributes = in.varint(in.left() / 3);
     node.attributes.reserve(attributes);
@@ -157,6 +160,11 @@ Bytes encodePage(const Page& page) {
     out.varint(page.size());
     for (const Node& node : page)
         writeNode(out, node);
+    if (plain.size() > maximumPageSize)
+        throw Failure(ErrorCode::State,
+                      "The index can't be stored: too many points lie at one place for leaves so "
+                      "small.",
+                      "Copy the points into a database with larger chunks.");
     Bytes packed(ZSTD_compressBound(plain.size()));
     packed.resize(ZSTD_compress(packed.data(), packed.size(), plain.data(), plain.size(), 3));
     return packed;
@@ -182,6 +190,16 @@ Page decodePage(ByteSpan bytes) {
     return page;
 }
 
+std::size_t heldBytes(const Page& page) {
+    std::size_t bytes = page.capacity() * sizeof(Node);
+    for (const Node& node : page) {
+        bytes += node.attributes.capacity() * sizeof(AttributeData) + heldBytes(node.children);
+        for (const AttributeData& attribute : node.attributes)
+            bytes += attribute.elements.capacity() * sizeof(ElementData);
+    }
+    return bytes;
+}
+
 TreeCursor::TreeCursor(const Node& root, PageReader reader) : m_reader(std::move(reader)) {
     m_stack.push_back({&root, &root + 1, nullptr});
 }
@@ -190,12 +208,12 @@ void TreeCursor::enter() {
     const Node* node = m_stack.back().node;
     if (node->childPage) {
         std::shared_ptr<const Page> page = m_reader(node->childPage);
-        if (m_stack.size() > 2 * maximumDepth || page->empty())
-            throw Failure(ErrorCode::Damaged, "The file is damaged: its index is not a tree.");
+        requireTree(*node, *page);
         const Node* first = page->data();
         const Node* end = first + page->size();
         m_stack.push_back({first, end, std::move(page)});
     } else if (!node->children.empty()) {
+        requireTree(*node, node->children);
         const Node* first = node->children.data();
         m_stack.push_back({first, first + node->children.size(), m_stack.back().page});
     } else {
