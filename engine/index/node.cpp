@@ -11,6 +11,8 @@ namespace tarvo::engine::index {
 namespace {
 
 constexpr std::uint64_t maximumPageSize = 256u << 20;
+// In memory: some bytes of a page may stand for fifty times as many.
+constexpr std::uint64_t maximumHeldSize = std::uint64_t(2) << 30;
 constexpr unsigned maximumDepth = 128;
 
 enum NodeFlags : std::uint8_t { hasInlineChildren = 1, hasChildPage = 2 };
@@ -80,7 +82,14 @@ Key readKey(ByteReader& in) {
     return static_cast<Key>(high) << 64 | low;
 }
 
-Node readNode(ByteReader& in, unsigned depth) {
+// What was read takes so much more memory.
+void hold(std::uint64_t& held, std::uint64_t bytes, const ByteReader& in) {
+    held += bytes;
+    if (held > maximumHeldSize)
+        in.fail("more than fits in memory");
+}
+
+Node readNode(ByteReader& in, unsigned depth, std::uint64_t& held) {
     if (depth > maximumDepth)
         in.fail("nodes too deep below each other");
     Node node;
@@ -98,6 +107,7 @@ Node readNode(ByteReader& in, unsigned depth) {
         (flags == 0 && node.totalCount != node.ownCount))
         in.fail("a node that can't be");
     const std::uint64_t attributes = in.varint(in.left() / 3);
+    hold(held, attributes * sizeof(AttributeData), in);
     node.attributes.reserve(attributes);
     for (std::uint64_t i = 0; i < attributes; ++i) {
         AttributeData attribute;
@@ -105,7 +115,9 @@ Node readNode(ByteReader& in, unsigned depth) {
         if (i > 0 && attribute.uid <= node.attributes.back().uid)
             in.fail("attributes out of order");
         attribute.revision = static_cast<std::uint32_t>(in.varint(UINT32_MAX));
-        attribute.elements.resize(in.varint(schema::maximumLength));
+        const std::uint64_t elements = in.varint(schema::maximumLength);
+        hold(held, elements * sizeof(ElementData), in);
+        attribute.elements.resize(elements);
         for (ElementData& element : attribute.elements) {
             const auto bits = in.number<std::uint8_t>();
             schema::ElementStatistics& statistics = element.statistics;
@@ -127,9 +139,10 @@ Node readNode(ByteReader& in, unsigned depth) {
         const std::uint64_t count = in.varint(in.left() / 40);
         if (count == 0)
             in.fail("a node that can't be");
+        hold(held, count * sizeof(Node), in);
         node.children.reserve(count);
         for (std::uint64_t i = 0; i < count; ++i)
-            node.children.push_back(readNode(in, depth + 1));
+            node.children.push_back(readNode(in, depth + 1, held));
     }
     return node;
 }
@@ -160,7 +173,7 @@ Bytes encodePage(const Page& page) {
     out.varint(page.size());
     for (const Node& node : page)
         writeNode(out, node);
-    if (plain.size() > maximumPageSize)
+    if (plain.size() > maximumPageSize || heldBytes(page) > maximumHeldSize)
         throw Failure(ErrorCode::State,
                       "The index can't be stored: too many points lie at one place for leaves so "
                       "small.",
@@ -183,9 +196,11 @@ Page decodePage(ByteSpan bytes) {
     ByteReader in(plain, what);
     Page page;
     const std::uint64_t count = in.varint(in.left() / 40);
+    std::uint64_t held = 0;
+    hold(held, count * sizeof(Node), in);
     page.reserve(count);
     for (std::uint64_t i = 0; i < count; ++i)
-        page.push_back(readNode(in, 0));
+        page.push_back(readNode(in, 0, held));
     in.finish();
     return page;
 }

@@ -9,6 +9,7 @@
 #include "engine/report/report.h"
 
 #include <gtest/gtest.h>
+#include <zstd.h>
 
 #include <limits>
 
@@ -292,6 +293,33 @@ TEST_F(HostileIndex, PagesAreForgottenByWhatTheyTakeInMemory) {
     for (const BlobRef& page : pages)
         (void)read(page);
     EXPECT_TRUE(first.expired());
+}
+
+// Each node claims as many below it as the page could hold.
+TEST_F(HostileIndex, APageThatClaimsMoreNodesThanFitInMemoryIsDamageAtOnce) {
+    Bytes plain;
+    ByteWriter out(plain);
+    out.varint(1);
+    for (std::uint32_t id = 1; id <= 100; ++id) {
+        out.varint(id);
+        out.number(static_cast<std::uint8_t>(id));
+        out.number<std::uint8_t>(1);
+        out.varint(1);
+        for (int i = 0; i < 4; ++i)
+            out.number<std::uint64_t>(0);
+        for (const std::uint64_t number : {1u, 0u, 0u, 1'500'000u})
+            out.varint(number);
+    }
+    plain.resize(64u << 20);
+    Bytes packed(ZSTD_compressBound(plain.size()));
+    packed.resize(ZSTD_compress(packed.data(), packed.size(), plain.data(), plain.size(), 1));
+    try {
+        (void)index::decodePage(packed);
+        ADD_FAILURE() << "it was read";
+    } catch (const Failure& failure) {
+        EXPECT_EQ(failure.code(), ErrorCode::Damaged);
+        EXPECT_NE(failure.details().find("memory"), std::string::npos) << failure.details();
+    }
 }
 
 TEST_F(HostileIndex, DataBehindTheLastBlobIsNamedAndNotDeleted) {
