@@ -262,6 +262,10 @@ private:
         }
         try {
             children.page = m_readPage(reference);
+            // Nodes that are worked on keep their pages: of very large ones only few at a time.
+            if (index::heldBytes(*children.page) > session().cacheSize() / 4 / m_window)
+                while (!m_work.empty())
+                    takeResult();
         } catch (const Failure& failure) {
             Fault found = CheckReading::faultOf(place(parent), failure);
             // Told already, with the first state that it was met in.
