@@ -3,9 +3,9 @@
 #include "common/textformat.h"
 
 #include <QComboBox>
-#include <QSpinBox>
 #include <QLocale>
 #include <QSignalBlocker>
+#include <QSpinBox>
 #include <cmath>
 
 namespace tarvo::dialogs {

@@ -56,16 +56,17 @@ void summarise(Node& node, std::span<const Node> children, const schema::Attribu
 
 TreeBuilder::TreeBuilder(const KeySpace& space, const schema::AttributeTable& table,
                          const BuilderSettings& settings, BuilderBackend& backend)
-    : m_space(space),
+    : m_cells{space, settings.leafLevel ? settings.leafLevel : space.depth()},
+      m_space(m_cells.space),
       m_table(table),
       m_settings(settings),
-      m_backend(backend),
-      m_leafLevel(settings.leafLevel ? settings.leafLevel : space.depth()) {}
+      m_backend(backend) {}
 
 void TreeBuilder::insert(Node& root, RowMerger& rows) {
     root.level = 0;
     root.first = 0;
     root.last = m_space.last(0, 0);
+    open(root);
     insertBelow(root, rows);
     finish(root);
 }
@@ -90,7 +91,7 @@ Node TreeBuilder::buildLeaf(Key first, Key last, unsigned level, std::size_t cou
 std::vector<Node> TreeBuilder::buildCells(Key parentFirst, unsigned level, unsigned end,
                                           RowMerger& rows) {
     const std::size_t capacity = m_settings.capacity;
-    const bool divideAlways = m_settings.leafLevel != 0 && level < m_leafLevel;
+    const bool divideAlways = m_settings.leafLevel != 0 && level < m_cells.leafLevel;
     const auto lastOf = [&](unsigned cell) {
         return m_space.last(m_space.childFirst(parentFirst, level - 1, cell), level);
     };
@@ -100,7 +101,7 @@ std::vector<Node> TreeBuilder::buildCells(Key parentFirst, unsigned level, unsig
         const unsigned cell = m_space.child(rows.nextKey(), level);
         const Key first = m_space.childFirst(parentFirst, level - 1, cell);
         std::size_t count = rows.countUpTo(lastOf(cell), capacity + 1);
-        if (level < m_leafLevel && (count > capacity || divideAlways)) {
+        if (level < m_cells.leafLevel && (count > capacity || divideAlways)) {
             Node inner;
             inner.id = m_backend.newNodeId();
             inner.level = static_cast<std::uint8_t>(level);
@@ -140,6 +141,7 @@ std::vector<Node> TreeBuilder::insertIntoCell(Key parentFirst, unsigned level, u
     const Key last = m_space.last(first, level);
     if (existing.size() == 1 && !existing[0].isLeaf() && existing[0].first == first &&
         existing[0].last == last) {
+        open(existing[0]);
         insertBelow(existing[0], rows);
         finish(existing[0]);
         return existing;
@@ -160,11 +162,16 @@ std::vector<Node> TreeBuilder::insertIntoCell(Key parentFirst, unsigned level, u
     return result;
 }
 
-void TreeBuilder::insertBelow(Node& node, RowMerger& rows) {
+// Fetches the nodes below a stored node.
+void TreeBuilder::open(Node& node) {
     if (node.childPage) {
         node.children = m_backend.readPage(node.childPage);
         node.childPage = {};
     }
+    requireCells(node, node.children, m_cells);
+}
+
+void TreeBuilder::insertBelow(Node& node, RowMerger& rows) {
     node.revision = m_settings.revision;
     dropOwnPoints(node);
     const unsigned level = node.level + 1u;

@@ -5,6 +5,7 @@
 
 #include "engine/index/node.h"
 #include "engine/index/rows.h"
+#include "engine/index/shape.h"
 
 #include <cstdint>
 #include <functional>
@@ -41,23 +42,25 @@ public:
     TreeBuilder(const KeySpace& space, const schema::AttributeTable& table,
                 const BuilderSettings& settings, BuilderBackend& backend);
 
-    // Adds all rows to the tree below root, which keeps its id and covers every key.
+    // Adds all rows to the tree below root, which keeps its id and covers every key. Throws
+    // Failure(Damaged) where what is there is not what a builder makes.
     void insert(Node& root, RowMerger& rows);
 
 private:
     std::vector<Node> buildCells(Key parentFirst, unsigned level, unsigned end, RowMerger& rows);
     Node buildLeaf(Key first, Key last, unsigned level, std::size_t count, RowMerger& rows);
+    void open(Node& node);
     void insertBelow(Node& node, RowMerger& rows);
     std::vector<Node> insertIntoCell(Key parentFirst, unsigned level, unsigned child,
                                      std::vector<Node> existing, RowMerger& rows);
     void finish(Node& node);
     void complete(Node& leaf);
 
+    const Cells m_cells;
     const KeySpace& m_space;
     const schema::AttributeTable& m_table;
     BuilderSettings m_settings;
     BuilderBackend& m_backend;
-    unsigned m_leafLevel;
 };
 
 // Forgets the level-of-detail points of an inner node: what they stand for changed.

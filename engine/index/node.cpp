@@ -1,6 +1,7 @@
 #include "engine/index/node.h"
 
 #include "engine/base/zstd.h"
+#include "engine/index/shape.h"
 
 #include <algorithm>
 
@@ -9,6 +10,8 @@ namespace tarvo::engine::index {
 namespace {
 
 constexpr std::uint64_t maximumPageSize = 256u << 20;
+// In memory: some bytes of a page may stand for fifty times as many.
+constexpr std::uint64_t maximumHeldSize = std::uint64_t(2) << 30;
 constexpr unsigned maximumDepth = 128;
 
 enum NodeFlags : std::uint8_t { hasInlineChildren = 1, hasChildPage = 2 };
@@ -78,7 +81,14 @@ Key readKey(ByteReader& in) {
     return static_cast<Key>(high) << 64 | low;
 }
 
-Node readNode(ByteReader& in, unsigned depth) {
+// What was read takes so much more memory.
+void hold(std::uint64_t& held, std::uint64_t bytes, const ByteReader& in) {
+    held += bytes;
+    if (held > maximumHeldSize)
+        in.fail("more than fits in memory");
+}
+
+Node readNode(ByteReader& in, unsigned depth, std::uint64_t& held) {
     if (depth > maximumDepth)
         in.fail("nodes too deep below each other");
     Node node;
@@ -92,9 +102,11 @@ Node readNode(ByteReader& in, unsigned depth) {
     node.last = readKey(in);
     node.totalCount = in.varint(INT64_MAX);
     node.ownCount = in.varint(UINT32_MAX);
-    if (node.last < node.first || (flags == 0 && node.totalCount != node.ownCount))
+    if (node.last < node.first || node.ownCount > node.totalCount ||
+        (flags == 0 && node.totalCount != node.ownCount))
         in.fail("a node that can't be");
     const std::uint64_t attributes = in.varint(in.left() / 3);
+    hold(held, attributes * sizeof(AttributeData), in);
     node.attributes.reserve(attributes);
     for (std::uint64_t i = 0; i < attributes; ++i) {
         AttributeData attribute;
@@ -102,7 +114,9 @@ Node readNode(ByteReader& in, unsigned depth) {
         if (i > 0 && attribute.uid <= node.attributes.back().uid)
             in.fail("attributes out of order");
         attribute.revision = static_cast<std::uint32_t>(in.varint(UINT32_MAX));
-        attribute.elements.resize(in.varint(schema::maximumLength));
+        const std::uint64_t elements = in.varint(schema::maximumLength);
+        hold(held, elements * sizeof(ElementData), in);
+        attribute.elements.resize(elements);
         for (ElementData& element : attribute.elements) {
             const auto bits = in.number<std::uint8_t>();
             schema::ElementStatistics& statistics = element.statistics;
@@ -124,9 +138,10 @@ Node readNode(ByteReader& in, unsigned depth) {
         const std::uint64_t count = in.varint(in.left() / 40);
         if (count == 0)
             in.fail("a node that can't be");
+        hold(held, count * sizeof(Node), in);
         node.children.reserve(count);
         for (std::uint64_t i = 0; i < count; ++i)
-            node.children.push_back(readNode(in, depth + 1));
+            node.children.push_back(readNode(in, depth + 1, held));
     }
     return node;
 }
@@ -157,6 +172,11 @@ Bytes encodePage(const Page& page) {
     out.varint(page.size());
     for (const Node& node : page)
         writeNode(out, node);
+    if (plain.size() > maximumPageSize || heldBytes(page) > maximumHeldSize)
+        throw Failure(ErrorCode::State,
+                      "The index can't be stored: too many points lie at one place for leaves so "
+                      "small.",
+                      "Copy the points into a database with larger chunks.");
     Bytes packed(ZSTD_compressBound(plain.size()));
     const std::size_t size =
         ZSTD_compress(packed.data(), packed.size(), plain.data(), plain.size(), 3);
@@ -179,11 +199,23 @@ Page decodePage(ByteSpan bytes) {
     ByteReader in(plain, what);
     Page page;
     const std::uint64_t count = in.varint(in.left() / 40);
+    std::uint64_t held = 0;
+    hold(held, count * sizeof(Node), in);
     page.reserve(count);
     for (std::uint64_t i = 0; i < count; ++i)
-        page.push_back(readNode(in, 0));
+        page.push_back(readNode(in, 0, held));
     in.finish();
     return page;
+}
+
+std::size_t heldBytes(const Page& page) {
+    std::size_t bytes = page.capacity() * sizeof(Node);
+    for (const Node& node : page) {
+        bytes += node.attributes.capacity() * sizeof(AttributeData) + heldBytes(node.children);
+        for (const AttributeData& attribute : node.attributes)
+            bytes += attribute.elements.capacity() * sizeof(ElementData);
+    }
+    return bytes;
 }
 
 TreeCursor::TreeCursor(const Node& root, PageReader reader) : m_reader(std::move(reader)) {
@@ -194,12 +226,12 @@ void TreeCursor::enter() {
     const Node* node = m_stack.back().node;
     if (node->childPage) {
         std::shared_ptr<const Page> page = m_reader(node->childPage);
-        if (m_stack.size() > 2 * maximumDepth || page->empty())
-            throw Failure(ErrorCode::Damaged, "The file is damaged: its index is not a tree.");
+        requireTree(*node, *page);
         const Node* first = page->data();
         const Node* end = first + page->size();
         m_stack.push_back({first, end, std::move(page)});
     } else if (!node->children.empty()) {
+        requireTree(*node, node->children);
         const Node* first = node->children.data();
         m_stack.push_back({first, first + node->children.size(), m_stack.back().page});
     } else {

@@ -43,11 +43,12 @@ struct Node {
     std::uint32_t revision = 0;
     Key first = 0;  // the keys that belong here
     Key last = 0;
-    std::uint64_t totalCount = 0;           // points in the leaves here and below
-    std::uint64_t ownCount = 0;             // points stored in the node itself
-    std::vector<AttributeData> attributes;  // ascending uid; an absent one has the same code in every point
-    std::vector<Node> children;             // in key order, when they stand in the same page
-    BlobRef childPage;                      // else where they stand
+    std::uint64_t totalCount = 0;  // points in the leaves here and below
+    std::uint64_t ownCount = 0;    // points stored in the node itself
+    std::vector<AttributeData>
+        attributes;              // ascending uid; an absent one has the same code in every point
+    std::vector<Node> children;  // in key order, when they stand in the same page
+    BlobRef childPage;           // else where they stand
 
     std::shared_ptr<LeafContent> content;  // while a tree is built
 
@@ -62,10 +63,14 @@ schema::ElementStatistics statisticsOf(const Node& node, const schema::Attribute
 
 using Page = std::vector<Node>;
 
-// Page <-> bytes (a zstd frame). decodePage checks every number against what is possible and
-// throws Failure(Damaged).
+// Page <-> bytes (a zstd frame). encodePage throws Failure(State) for a page that would be too
+// large to be read again; decodePage checks every number against what is possible and throws
+// Failure(Damaged).
 Bytes encodePage(const Page& page);
 Page decodePage(ByteSpan bytes);
+
+// The bytes that a page takes in memory.
+std::size_t heldBytes(const Page& page);
 
 // Reads a page, from memory where it was read before. What it returns stays valid as long as it
 // is held.
@@ -83,8 +88,10 @@ public:
     std::shared_ptr<const Page> page() const { return m_stack.back().page; }
     std::size_t depth() const { return m_stack.size() - 1; }
 
-    void enter();  // to the first child, or on when there is none
-    void skip();   // to the next node that is not below this one
+    // To the first child, or on when there is none. Throws Failure(Damaged) where the nodes below
+    // are no part of a tree.
+    void enter();
+    void skip();  // to the next node that is not below this one
 
 private:
     struct Place {

@@ -18,6 +18,10 @@ void setElement(EditedLeaf& edited, const index::Node& leaf, const schema::Attri
             absent.elements.push_back({index::statisticsOf(leaf, attribute, e), {}});
         at = edited.attributes.insert(at, std::move(absent));
     }
+    if (at->elements.size() != attribute.record.length)
+        throw Failure(ErrorCode::Damaged,
+                      "The file is damaged: the point attribute \"" + attribute.record.name +
+                          "\" has another length in node " + std::to_string(leaf.id) + ".");
     at->revision = revision;
     at->elements[element] = data;
 }

@@ -129,13 +129,17 @@ std::vector<std::uint8_t> LeafWriter::readLeaf(const index::Node& leaf) {
         for (unsigned d = 0; d < m_space.dimensions(); ++d)
             codes[d] = codeAt(row, primary[d]);
         const index::Key key = m_space.key(codes);
+        if (key < leaf.first || key > leaf.last)
+            throw Failure(ErrorCode::Damaged, "The file is damaged: node " +
+                                                  std::to_string(leaf.id) +
+                                                  " holds points that do not belong there.");
         std::memcpy(row, &key, sizeof key);
     }
     return index::sortRows(rows, stride);
 }
 
 index::Page LeafWriter::readPage(const BlobRef& reference) {
-    return index::decodePage(m_session.container().read(reference, "a page of the index"));
+    return m_session.readPage(reference);
 }
 
 BlobRef LeafWriter::writePage(const index::Page& page) {
@@ -143,7 +147,7 @@ BlobRef LeafWriter::writePage(const index::Page& page) {
 }
 
 std::uint32_t LeafWriter::newNodeId() {
-    if (m_state.nextNodeId == 0)
+    if (m_state.nextNodeId == 0 || m_state.nextNodeId == UINT32_MAX)
         throw Failure(ErrorCode::State, "The index has no more node numbers.");
     return m_state.nextNodeId++;
 }

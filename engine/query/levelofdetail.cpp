@@ -1,6 +1,7 @@
 #include "engine/query/levelofdetail.h"
 
 #include "engine/index/builder.h"
+#include "engine/index/shape.h"
 #include "engine/query/blocks.h"
 #include "engine/query/columns.h"
 #include "engine/schema/lodmethod.h"
@@ -104,7 +105,8 @@ public:
                   const session::Progress& progress)
         : m_session(session),
           m_state(state),
-          m_space(state.primary()),
+          m_cells(session::cellsOf(session.identity().settings, state.primary())),
+          m_space(m_cells.space),
           m_everywhere(everywhere),
           m_progress(progress),
           m_capacity(session::leafCapacity(session.identity().settings)),
@@ -124,9 +126,9 @@ public:
         const bool paged = static_cast<bool>(node.childPage);
         std::vector<index::Node> page;
         if (paged)
-            page = index::decodePage(
-                m_session.container().read(node.childPage, "a page of the index"));
+            page = m_session.readPage(node.childPage);
         std::vector<index::Node>& children = paged ? page : node.children;
+        index::requireCells(node, children, m_cells);
         bool below = false;
         for (index::Node& child : children)
             below = update(child) || below;
@@ -276,7 +278,8 @@ private:
 
     session::Session& m_session;
     const session::State& m_state;
-    index::KeySpace m_space;
+    const index::Cells m_cells;
+    const index::KeySpace& m_space;
     bool m_everywhere;
     const session::Progress& m_progress;
     std::uint64_t m_capacity;

@@ -10,17 +10,14 @@ namespace tarvo::engine::query {
 
 namespace {
 
-index::BuilderSettings builderSettings(const session::Session& session, const session::State& state,
-                                       const index::KeySpace& space) {
+index::BuilderSettings builderSettings(const session::Session& session,
+                                       const session::State& state) {
     const session::CreateSettings& settings = session.identity().settings;
     index::BuilderSettings result;
     result.revision = state.transaction.id;
     result.capacity = session::leafCapacity(settings);
-    if (settings.chunkMode == static_cast<std::uint32_t>(session::ChunkMode::EdgeLength)) {
-        const int level = static_cast<int>(space.bits()) - static_cast<int>(settings.chunkSize);
-        result.leafLevel =
-            static_cast<unsigned>(std::clamp(level, 1, static_cast<int>(space.depth())));
-    }
+    if (settings.chunkMode == static_cast<std::uint32_t>(session::ChunkMode::EdgeLength))
+        result.leafLevel = session::cellsOf(settings, state.primary()).leafLevel;
     return result;
 }
 
@@ -190,8 +187,7 @@ void PointWriter::applyTo(session::State& state, const session::Progress& progre
                     throw Failure(ErrorCode::Cancelled, "Inserting points was cancelled.",
                                   "The transaction is still pending.");
             });
-        index::TreeBuilder builder(m_space, m_table, builderSettings(m_session, state, m_space),
-                                   backend);
+        index::TreeBuilder builder(m_space, m_table, builderSettings(m_session, state), backend);
         builder.insert(root, merger);
     }
     state.pointCount = root.totalCount;

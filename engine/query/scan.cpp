@@ -114,9 +114,15 @@ NodeHits Scan::examine(std::shared_ptr<const index::Page> page, const index::Nod
 
 void Scan::start(bool all) {
     const index::Node* node = m_cursor->node();
+    const std::shared_ptr<const index::Page> page =
+        m_cursor->page() ? m_cursor->page() : m_rootPage;
+    if (page.get() != m_lastPage) {
+        m_lastPage = page.get();
+        // Leaves that are worked on keep their pages.
+        m_isLargePage = index::heldBytes(*page) > m_session.cacheSize() / 4 / window();
+    }
     m_work.push_back(
-        m_session.pool().run([this, page = m_cursor->page() ? m_cursor->page() : m_rootPage, node,
-                              all] { return examine(page, node, all); }));
+        m_session.pool().run([this, page, node, all] { return examine(page, node, all); }));
 }
 
 // Moves the cursor to the next candidate, takes what it can decide on the way, and past it.
@@ -173,7 +179,7 @@ std::optional<NodeHits> Scan::next() {
 
 std::optional<NodeHits> Scan::nextHits() {
     for (;;) {
-        while (m_work.size() < m_ahead && advance()) {
+        while (m_work.size() < (m_isLargePage ? 1 : m_ahead) && advance()) {
         }
         if (m_work.empty())
             return std::nullopt;

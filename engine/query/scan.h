@@ -81,7 +81,9 @@ private:
     bool m_wantLeaves = false;
     bool m_failed = false;
     std::size_t m_ahead = 1;
-    std::deque<Task<NodeHits>> m_work;  // last: ends before what it uses
+    const index::Page* m_lastPage = nullptr;  // that work was started in, to tell it from the next
+    bool m_isLargePage = false;               // it is: only one leaf at a time
+    std::deque<Task<NodeHits>> m_work;        // last: ends before what it uses
 };
 
 // Hands the hits of a scan out in portions that may end within a node.

@@ -1,6 +1,7 @@
 #include "engine/query/stat.h"
 
 #include "engine/filter/filter.h"
+#include "engine/index/shape.h"
 #include "engine/query/buffers.h"
 #include "engine/query/findnode.h"
 
@@ -34,16 +35,19 @@ public:
         }
         IndexEntry entry{node.id, node.revision, node.totalCount, node.ownCount, {}};
         const auto readChildren = [&](const std::vector<index::Node>& children) {
+            index::requireTree(node, children);
             for (const index::Node& child : children)
                 if (std::optional<IndexEntry> below = read(child, all))
                     entry.children.push_back(std::move(*below));
         };
+        if (node.isLeaf())
+            return entry;
         if (node.childPage)
             readChildren(*m_pages(node.childPage));
         else
             readChildren(node.children);
         // An inner node that was kept only for children that all turned out to have no hits.
-        if (entry.children.empty() && !node.isLeaf())
+        if (entry.children.empty())
             return std::nullopt;
         return entry;
     }

@@ -1,6 +1,7 @@
 #include "engine/query/treeedit.h"
 
 #include "engine/index/builder.h"
+#include "engine/index/shape.h"
 
 #include <algorithm>
 #include <deque>
@@ -13,7 +14,11 @@ class TreeEditor {
 public:
     TreeEditor(session::Session& session, const session::State& state, const TreeEdit& edit,
                const session::Progress& progress)
-        : m_session(session), m_state(state), m_edit(edit), m_progress(progress) {}
+        : m_session(session),
+          m_state(state),
+          m_cells(session::cellsOf(session.identity().settings, state.primary())),
+          m_edit(edit),
+          m_progress(progress) {}
 
     // Whether something changed; nodes without points are gone.
     bool editNodes(std::vector<index::Node>& nodes) {
@@ -95,10 +100,11 @@ private:
         bool changed = false;
         std::vector<index::Node> children;
         if (paged) {
-            children = index::decodePage(
-                m_session.container().read(node.childPage, "a page of the index"));
+            children = m_session.readPage(node.childPage);
+            index::requireCells(node, children, m_cells);
             changed = editNodes(children);
         } else {
+            index::requireCells(node, node.children, m_cells);
             changed = editInPage(node.children, queue);
         }
         if (!changed)
@@ -125,6 +131,7 @@ private:
 
     session::Session& m_session;
     const session::State& m_state;
+    const index::Cells m_cells;
     const TreeEdit& m_edit;
     const session::Progress& m_progress;
     std::uint64_t m_passed = 0;

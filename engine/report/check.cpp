@@ -89,6 +89,7 @@ private:
         std::string text;
         try {
             text = session().container().root(id);
+            m_reading.expect(session().container().lastBlob(id));
         } catch (const Failure& failure) {
             if (failure.code() == ErrorCode::NotFound)
                 ++findings().leftOut;
@@ -117,31 +118,30 @@ private:
         readChangelog(state);
         checkIndex(m_reading, state, hasTable, !m_anyIndex);
         m_anyIndex = true;
+        m_reading.guarded(root, [&] {
+            if (!m_reading.metExpected())
+                throw Failure(ErrorCode::Damaged,
+                              "The file is damaged: the transaction refers to data behind the last "
+                              "that it has.");
+        });
     }
 
     // Whether the state has its definitions now.
     bool readTable(State& state) {
         // Transactions beside each other mostly share it.
-        if (!m_reading.meet(state.attributesBlob) && state.attributesBlob == m_tableBlob) {
-            state.attributes = m_table;
-            return m_table.size() > 0;
+        if (m_reading.meet(state.attributesBlob) || state.attributesBlob != m_tableBlob) {
+            m_tableBlob = state.attributesBlob;
+            m_table = {};
+            m_reading.guarded(place(Fault::Kind::AttributeTable), [&] {
+                const Bytes text =
+                    session().container().read(state.attributesBlob, "the attribute table");
+                m_table = session::attributesFromText(
+                    {reinterpret_cast<const char*>(text.data()), text.size()});
+            });
         }
-        m_tableBlob = state.attributesBlob;
-        m_table = {};
-        m_reading.guarded(place(Fault::Kind::AttributeTable), [&] {
-            const Bytes text =
-                session().container().read(state.attributesBlob, "the attribute table");
-            schema::AttributeTable table = session::attributesFromText(
-                {reinterpret_cast<const char*>(text.data()), text.size()});
-            for (const schema::Attribute& attribute : table.all())
-                if (attribute.uid >= state.nextUid)
-                    throw Failure(ErrorCode::Damaged,
-                                  "The file is damaged: the number of the point attribute \"" +
-                                      attribute.record.name + "\" was not given yet.");
-            m_table = std::move(table);
-        });
         state.attributes = m_table;
-        return m_table.size() > 0;
+        return m_table.size() > 0 && m_reading.guarded(place(Fault::Kind::AttributeTable),
+                                                       [&] { session::requireGiven(state); });
     }
 
     void readChangelog(const State& state) {

@@ -4,6 +4,7 @@
 #include "engine/base/idset.h"
 #include "engine/report/check.h"
 
+#include <algorithm>
 #include <string_view>
 #include <unordered_set>
 
@@ -23,6 +24,7 @@ public:
     // Whether the reference was not met before. There is room for many, not for any number: of a
     // very large database some are read again.
     bool meet(const BlobRef& reference) {
+        m_largest = std::max(m_largest, reference.blob);
         m_blobs.insert(reference.blob);
         if (m_known.count(reference) > 0)
             return false;
@@ -31,6 +33,12 @@ public:
         m_findings.bytes += reference.length;
         return true;
     }
+    // No blob behind this one until the next call.
+    void expect(std::uint64_t lastBlob) {
+        m_lastBlob = lastBlob;
+        m_largest = 0;
+    }
+    bool metExpected() const { return m_largest <= m_lastBlob; }
     std::uint64_t blobs() const { return m_blobs.size(); }
 
     // Runs a function, and makes a fault of the damage that it meets. Whether it met none.
@@ -53,6 +61,8 @@ private:
     Findings m_findings;
     std::unordered_set<BlobRef, session::BlobRefHash> m_known;
     IdSet m_blobs;
+    std::uint64_t m_lastBlob = 0;
+    std::uint64_t m_largest = 0;  // met since then
 };
 
 // Reads the index of a state; what it finds goes to the findings. whole: nothing of it was read

@@ -1,3 +1,4 @@
+#include "engine/index/shape.h"
 #include "engine/query/blocks.h"
 #include "engine/query/columns.h"
 #include "engine/report/checkreading.h"
@@ -204,7 +205,7 @@ public:
         m_window = std::clamp<std::size_t>(cache / 4 / nodeBytes, 1,
                                            session().pool().threads() * std::size_t(4));
         if (hasTable)
-            m_space.emplace(state.primary());
+            m_cells.emplace(session::cellsOf(session().identity().settings, state.primary()));
         // A bit per id, or where they lie far apart some bytes.
         m_comparesIds = whole && std::min(state.nextPointId / 8,
                                           std::min(state.pointCount, cache) * 128) <= cache / 4;
@@ -220,7 +221,8 @@ public:
         const Children root = childrenAt(m_state.rootPage, 0);
         if (root.page) {
             if (root.page->size() != 1 || root.page->front().id != 1 ||
-                root.page->front().totalCount != m_state.pointCount)
+                root.page->front().totalCount != m_state.pointCount ||
+                (m_cells && !index::isRoot(root.page->front(), m_cells->space)))
                 fault(0, "its index has no root");
             if (root.isNew)
                 for (const Node& node : *root.page)
@@ -254,8 +256,16 @@ private:
     Children childrenAt(const BlobRef& reference, std::uint32_t parent) {
         Children children;
         children.isNew = m_reading.meet(reference);
+        if (!m_pages.insert(reference.blob)) {
+            fault(parent, "the nodes below stand at another place, too");
+            children.isNew = false;
+        }
         try {
             children.page = m_readPage(reference);
+            // Nodes that are worked on keep their pages: of very large ones only few at a time.
+            if (index::heldBytes(*children.page) > session().cacheSize() / 4 / m_window)
+                while (!m_work.empty())
+                    takeResult();
         } catch (const Failure& failure) {
             Fault found = CheckReading::faultOf(place(parent), failure);
             // Told already, with the first state that it was met in.
@@ -298,23 +308,25 @@ private:
     }
 
     void compare(const Node& node, std::span<const Node> children) {
-        std::uint64_t points = 0;
-        bool nested = true;
-        for (std::size_t i = 0; i < children.size(); ++i) {
-            const Node& child = children[i];
-            points += child.totalCount;
-            nested = nested && child.first >= node.first && child.last <= node.last &&
-                     child.revision <= node.revision;
-            if (i > 0 && children[i - 1].first != child.first)
-                nested = nested && child.first > children[i - 1].last;
-        }
-        if (points != node.totalCount)
-            fault(node.id, "the nodes below hold " + std::to_string(points) + " points, not " +
-                               std::to_string(node.totalCount));
-        if (!nested)
+        const bool isOlder = std::all_of(children.begin(), children.end(), [&](const Node& child) {
+            return child.revision <= node.revision;
+        });
+        if (index::sumOfPoints(children) != node.totalCount)
+            fault(node.id, "the nodes below do not hold the " + std::to_string(node.totalCount) +
+                               " points that it tells");
+        if (!isOlder || !index::isNested(node, children))
             fault(node.id, "the nodes below do not lie within the node");
         if (!m_hasTable)
             return;
+        for (std::size_t i = 0; i < children.size(); ++i) {
+            const Node& child = children[i];
+            if (child.totalCount == 0)
+                fault(child.id, "the node has no points");
+            if (!index::isCell(node, child, *m_cells) ||
+                (i > 0 && child.first == children[i - 1].first &&
+                 !index::canShareCell(children[i - 1], child, *m_cells)))
+                fault(child.id, "the node is no cell of the index");
+        }
         for (const Attribute& attribute : m_state.attributes.all()) {
             if (attribute.is(schema::StorageClass::Constant))
                 continue;
@@ -353,7 +365,7 @@ private:
             takeResult();
         m_work.push_back({node.id, session().pool().run([this, work = std::move(work)] {
                               return NodeCheck(session(), m_state, m_hasTable,
-                                               m_space ? &*m_space : nullptr, work)
+                                               m_cells ? &m_cells->space : nullptr, work)
                                   .run();
                           })});
         if (++m_sinceScope == nodesPerScope) {
@@ -397,9 +409,10 @@ private:
     bool m_whole;
     bool m_comparesIds = false;
     index::PageReader m_readPage;
-    std::optional<index::KeySpace> m_space;
+    std::optional<index::Cells> m_cells;
     std::uint64_t m_nodes = 0;
     bool m_noTree = false;
+    IdSet m_pages;  // the blobs of this state's
     IdSet m_nodeIds;
     IdSet m_ids;
     std::optional<store::Container::ReadScope> m_scope;

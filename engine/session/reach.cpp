@@ -1,5 +1,6 @@
 #include "engine/session/reach.h"
 
+#include "engine/index/shape.h"
 #include "engine/session/changelog.h"
 
 namespace tarvo::engine::session {
@@ -13,22 +14,28 @@ bool Reach::addBlob(const BlobRef& reference) {
     return isNew;
 }
 
-// Pages and changelog entries are blobs of their own: one that was reached before has brought
-// along what it refers to.
-void Reach::addPage(const BlobRef& reference) {
-    if (addBlob(reference))
-        for (const index::Node& node :
-             index::decodePage(m_container.read(reference, "a page of the index")))
-            addNode(node);
+index::Page Reach::readPage(const BlobRef& reference) {
+    return index::decodePage(m_container.read(reference, "a page of the index"));
 }
 
-void Reach::addNode(const index::Node& node) {
-    for (const index::AttributeData& attribute : node.attributes)
-        for (const index::ElementData& element : attribute.elements)
-            addBlob(element.block);
-    for (const index::Node& child : node.children)
-        addNode(child);
-    addPage(node.childPage);
+// Pages and changelog entries are blobs of their own: one that was reached before has brought
+// along what it refers to.
+void Reach::addNodes(const index::Page& nodes) {
+    for (const index::Node& node : nodes) {
+        for (const index::AttributeData& attribute : node.attributes)
+            for (const index::ElementData& element : attribute.elements)
+                addBlob(element.block);
+        if (node.isLeaf())
+            continue;
+        if (!node.childPage) {
+            index::requireTree(node, node.children);
+            addNodes(node.children);
+        } else if (addBlob(node.childPage)) {
+            const index::Page children = readPage(node.childPage);
+            index::requireTree(node, children);
+            addNodes(children);
+        }
+    }
 }
 
 void Reach::add(const State& state) {
@@ -40,7 +47,8 @@ void Reach::add(const State& state) {
         link =
             changelogFromBlob({reinterpret_cast<const char*>(blob.data()), blob.size()}).previous;
     }
-    addPage(state.rootPage);
+    if (addBlob(state.rootPage))
+        addNodes(readPage(state.rootPage));
 }
 
 }  // namespace tarvo::engine::session

@@ -25,8 +25,8 @@ public:
 
 private:
     bool addBlob(const BlobRef& reference);
-    void addPage(const BlobRef& reference);
-    void addNode(const index::Node& node);
+    void addNodes(const index::Page& nodes);
+    index::Page readPage(const BlobRef& reference);
 
     store::Container& m_container;
     IdSet m_blobs;

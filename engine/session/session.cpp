@@ -87,9 +87,34 @@ void checkJsonSize(const std::string& json, const char* what) {
 }
 
 void checkMetaDataName(const std::string& name) {
-    if (name.empty() || name.size() > 255 || name.find('\0') != std::string::npos)
+    if (!isMetaDataName(name))
         throw Failure(ErrorCode::Argument,
                       "The name of a metadata item must have 1 to 255 characters.");
+}
+
+// The blobs behind the last one are deleted by who changes the file: a state that refers to them
+// would be lost.
+void requireKept(const State& state, std::uint64_t lastBlob) {
+    std::uint64_t largest =
+        std::max({state.attributesBlob.blob, state.rootPage.blob, state.changelog.blob});
+    for (const auto& [name, item] : state.metaData)
+        largest = std::max(largest, item.value.blob);
+    if (largest > lastBlob)
+        throw Failure(ErrorCode::Damaged,
+                      "The file is damaged: its current transaction refers to data that no "
+                      "transaction keeps. Nothing was changed.",
+                      "Restore the file from a backup, or copy its points into a new database.");
+}
+
+// Whoever reads the points of a node makes room for as many as it tells.
+void requireCapacity(const std::vector<index::Node>& nodes, std::uint32_t capacity) {
+    for (const index::Node& node : nodes) {
+        if (node.ownCount > capacity)
+            throw Failure(ErrorCode::Damaged, "The file is damaged: node " +
+                                                  std::to_string(node.id) +
+                                                  " holds more points than a node can have.");
+        requireCapacity(node.children, capacity);
+    }
 }
 
 void addTo(State& state, const schema::AttributeRecord& record) {
@@ -191,6 +216,7 @@ std::shared_ptr<const State> Session::stateOf(std::uint32_t id, const std::strin
                                               " is not what it should be.");
     const std::string what = "the attribute table of transaction " + std::to_string(id);
     state->attributes = attributesFromText(readText(state->attributesBlob, what.c_str()));
+    requireGiven(*state);
     return state;
 }
 
@@ -256,8 +282,9 @@ std::shared_ptr<const State> Session::state() {
 index::Node Session::rootNode(const State& state) {
     index::Node root;
     if (state.rootPage) {
-        const index::Page page = index::decodePage(m_container.read(state.rootPage, "the index"));
-        if (page.size() != 1 || page[0].totalCount != state.pointCount)
+        const index::Page page = readPage(state.rootPage);
+        if (page.size() != 1 || page[0].totalCount != state.pointCount ||
+            !index::isRoot(page[0], index::KeySpace(state.primary())))
             throw Failure(ErrorCode::Damaged, "The file is damaged: its index has no root.");
         return page[0];
     }
@@ -269,13 +296,17 @@ index::PageReader Session::pageReader() {
     return [this](const BlobRef& reference) {
         std::shared_ptr<const index::Page> page = m_pages.get(reference);
         if (!page) {
-            page = std::make_shared<const index::Page>(
-                index::decodePage(m_container.read(reference, "a page of the index")));
-            // A node takes about eight times the bytes of its packed form.
-            m_pages.put(reference, page, reference.length * std::size_t(8));
+            page = std::make_shared<const index::Page>(readPage(reference));
+            m_pages.put(reference, page, index::heldBytes(*page));
         }
         return page;
     };
+}
+
+index::Page Session::readPage(const BlobRef& reference) {
+    index::Page page = index::decodePage(m_container.read(reference, "a page of the index"));
+    requireCapacity(page, nodeCapacity(m_identity.settings));
+    return page;
 }
 
 std::uint32_t Session::begin(const std::string& title, const std::string& agent,
@@ -289,6 +320,7 @@ std::uint32_t Session::begin(const std::string& title, const std::string& agent,
     try {
         loadCurrent();
         const std::shared_ptr<const State> base = m_current;
+        requireKept(*base, m_container.lastBlob());
         auto pending = std::make_shared<State>(*base);
         TransactionRecord& transaction = pending->transaction;
         transaction = {};

@@ -75,6 +75,8 @@ public:
     // The root node of a state's index and the reader of the pages below.
     index::Node rootNode(const State& state);
     index::PageReader pageReader();
+    // A page of the index, from the file, whatever was read before.
+    index::Page readPage(const BlobRef& reference);
 
     // Runs a function that reads what a state refers to. Throws Failure(State) where the state was
     // rolled back, or data of it is missing because it was discarded: the file is well then.

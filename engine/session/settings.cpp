@@ -49,8 +49,28 @@ std::uint32_t leafCapacity(const CreateSettings& settings) {
     return byCount ? std::min(settings.chunkSize, largest) : largest;
 }
 
+std::uint32_t nodeCapacity(const CreateSettings& settings) {
+    // Points are combined by a grid of at least two cells along each edge.
+    return std::max(leafCapacity(settings), 1u << index::maximumDimensions);
+}
+
+index::Cells cellsOf(const CreateSettings& settings, const schema::Attribute& primary) {
+    index::Cells cells{index::KeySpace(primary), 0};
+    const int depth = static_cast<int>(cells.space.depth());
+    const bool byEdge = settings.chunkMode == static_cast<std::uint32_t>(ChunkMode::EdgeLength);
+    const int level =
+        byEdge ? static_cast<int>(cells.space.bits()) - static_cast<int>(settings.chunkSize)
+               : depth;
+    cells.leafLevel = static_cast<unsigned>(std::clamp(level, 1, depth));
+    return cells;
+}
+
 std::uint32_t largestLodSize(std::uint32_t mode) {
     return mode == static_cast<std::uint32_t>(LodMode::Thinout) ? 99 : 16;
+}
+
+bool isPossibleLod(std::uint32_t mode, std::uint32_t size) {
+    return (mode == 1 || mode == 2) && size <= largestLodSize(mode);
 }
 
 void validateLod(std::uint32_t mode, std::uint32_t size) {

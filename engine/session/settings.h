@@ -1,6 +1,7 @@
 // The parameters of a new file and of an open, as the engine keeps them.
 #pragma once
 
+#include "engine/index/shape.h"
 #include "engine/schema/attribute.h"
 
 #include <cstdint>
@@ -36,11 +37,18 @@ struct OpenSettings {
 void validate(const CreateSettings& settings);
 // Of a level-of-detail size: per cent for thinout, a level for combine.
 std::uint32_t largestLodSize(std::uint32_t mode);
+bool isPossibleLod(std::uint32_t mode, std::uint32_t size);
 void validateLod(std::uint32_t mode, std::uint32_t size);
 
 // The most points that a leaf of such a file has. In either chunk mode it is bounded, because a
 // leaf is encoded and decoded as one piece of memory.
 std::uint32_t leafCapacity(const CreateSettings& settings);
+
+// The most points that any node of such a file has: very small leaves have fewer than the
+// level-of-detail points above them may be.
+std::uint32_t nodeCapacity(const CreateSettings& settings);
+// The cells that the nodes of such a file stand for.
+index::Cells cellsOf(const CreateSettings& settings, const schema::Attribute& primary);
 
 // JSON texts with the fields as members in snake case; reading keeps the values of members that
 // are missing and throws Failure(Argument) without changing anything.

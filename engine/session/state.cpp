@@ -1,6 +1,7 @@
 #include "engine/session/state.h"
 
 #include "engine/base/json.h"
+#include "engine/session/settings.h"
 
 #include <algorithm>
 #include <charconv>
@@ -160,8 +161,15 @@ State stateFromRoot(std::string_view root) {
     const JsonObject lod = object.object("level_of_detail");
     state.lodMode = static_cast<std::uint32_t>(lod.number("mode", UINT32_MAX));
     state.chunkSizeLod = static_cast<std::uint32_t>(lod.number("size", UINT32_MAX));
+    if (!isPossibleLod(state.lodMode, state.chunkSizeLod))
+        throw Failure(ErrorCode::Damaged,
+                      "The file is damaged: it has no such level of detail as it tells.");
     (void)object.object("metadata");
     for (const auto& member : object.get("metadata").GetObject()) {
+        const std::string name(member.name.GetString(), member.name.GetStringLength());
+        if (!isMetaDataName(name))
+            throw Failure(ErrorCode::Damaged,
+                          "The file is damaged: a metadata item has an impossible name.");
         const JsonObject stored(member.value, what, ErrorCode::Damaged);
         MetaItem item;
         item.value = readReferenceMembers(stored);
@@ -170,7 +178,7 @@ State stateFromRoot(std::string_view root) {
             item.method = static_cast<std::uint32_t>(signature.number("method", UINT32_MAX));
             item.signature = signature.text("value");
         }
-        state.metaData[{member.name.GetString(), member.name.GetStringLength()}] = std::move(item);
+        state.metaData[name] = std::move(item);
     }
     state.changelog = readReferenceMember(object, "changelog");
     return state;
@@ -197,6 +205,19 @@ std::string attributesText(const schema::AttributeTable& table) {
     }
     writer.EndArray();
     return {buffer.GetString(), buffer.GetSize()};
+}
+
+bool isMetaDataName(const std::string& name) {
+    return !name.empty() && name.size() <= 255 && name.find('\0') == std::string::npos;
+}
+
+void requireGiven(const State& state) {
+    for (const schema::Attribute& attribute : state.attributes.all())
+        if (attribute.uid >= state.nextUid)
+            throw Failure(ErrorCode::Damaged,
+                          "The file is damaged: the number of the point "
+                          "attribute \"" +
+                              attribute.record.name + "\" was not given yet.");
 }
 
 bool canBePointId(const schema::AttributeRecord& record) {

@@ -76,6 +76,13 @@ State stateFromRoot(std::string_view root);
 void writeReferenceMember(JsonWriter& writer, const char* name, const BlobRef& reference);
 BlobRef readReferenceMember(const JsonObject& parent, const char* name);
 
+// Whether an item can have the name.
+bool isMetaDataName(const std::string& name);
+
+// Throws Failure(Damaged) where an attribute has a number that was not given yet: another one
+// would get it, too.
+void requireGiven(const State& state);
+
 bool canBePointId(const schema::AttributeRecord& record);
 
 // The stored form of an attribute table.

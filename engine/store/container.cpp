@@ -240,6 +240,11 @@ std::string Container::root(std::uint32_t id) {
     return readRoot(*m->connection, id);
 }
 
+std::uint64_t Container::lastBlob(std::uint32_t id) {
+    const std::lock_guard guard(m->mutex);
+    return static_cast<std::uint64_t>(readLastBlob(*m->connection, id));
+}
+
 std::pair<std::uint32_t, std::string> Container::currentRoot() {
     const std::lock_guard guard(m->mutex);
     m->requireSame();

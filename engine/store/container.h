@@ -66,6 +66,8 @@ public:
     std::uint32_t current();
     bool keeps(std::uint32_t id);
     std::string root(std::uint32_t id);  // Failure(NotFound) when there is none
+    // The largest blob that a kept transaction may refer to.
+    std::uint64_t lastBlob(std::uint32_t id);
     // The current transaction and its root, of one moment. Failure(State) when the file was
     // overwritten with another database.
     std::pair<std::uint32_t, std::string> currentRoot();
@@ -98,11 +100,15 @@ public:
     bool hasMoved();
 
     // Takes the writer's lock for a pending transaction; writes nothing yet. Failure(Busy) when
-    // somebody else has the lock, Failure(State) when the file has moved.
+    // somebody else has the lock, Failure(State) when the file has moved, Failure(Damaged) when it
+    // can't be continued.
     void beginWriting();
     bool writing() const;
     // The number of the next transaction; numbers are never given twice. While writing.
     std::uint32_t nextTransaction() const;
+    // The largest blob that any kept transaction may refer to: what is behind it is deleted. While
+    // writing.
+    std::uint64_t lastBlob() const;
     // Adds a blob. May write a batch, see publish.
     BlobRef add(ByteSpan data);
     // Writes the blobs and this root, and makes them the current state. Ends writing. On failure

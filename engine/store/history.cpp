@@ -21,8 +21,6 @@ std::string snapshotPrefix(std::int64_t id, std::int64_t lastBlob) {
 }
 
 constexpr const char* whatHistory = "the list of transactions";
-// No file can have so many blobs: the next numbers can be counted without care.
-constexpr std::int64_t mostBlobs = std::int64_t(1) << 60;
 
 // What the transactions that are there say of themselves.
 struct Snapshots {
@@ -41,6 +39,24 @@ Snapshots readSnapshots(Connection& connection) {
         result.ids.push_back(static_cast<std::uint32_t>(id));
         result.lastBlob = std::max(result.lastBlob, lastBlob);
     }
+    return result;
+}
+
+struct Snapshot {
+    std::int64_t lastBlob = 0;
+    std::string root;
+};
+Snapshot readSnapshot(Connection& connection, std::uint32_t id) {
+    Statement statement(connection.handle,
+                        "SELECT last_blob, root, checksum FROM snapshot WHERE id = ?",
+                        connection.fileName);
+    statement.bind(1, id);
+    if (!statement.step())
+        throw Failure(ErrorCode::NotFound,
+                      "The database has no transaction " + std::to_string(id) + ".");
+    Snapshot result{statement.integer(0), statement.text(1)};
+    if (statement.integer(2) != textChecksum(snapshotPrefix(id, result.lastBlob), result.root))
+        throwDamaged(connection.fileName, "transaction " + std::to_string(id));
     return result;
 }
 
@@ -185,17 +201,11 @@ void putSnapshot(Connection& connection, std::uint32_t id, std::int64_t lastBlob
 }
 
 std::string readRoot(Connection& connection, std::uint32_t id) {
-    Statement statement(connection.handle,
-                        "SELECT last_blob, root, checksum FROM snapshot WHERE id = ?",
-                        connection.fileName);
-    statement.bind(1, id);
-    if (!statement.step())
-        throw Failure(ErrorCode::NotFound,
-                      "The database has no transaction " + std::to_string(id) + ".");
-    std::string root = statement.text(1);
-    if (statement.integer(2) != textChecksum(snapshotPrefix(id, statement.integer(0)), root))
-        throwDamaged(connection.fileName, "transaction " + std::to_string(id));
-    return root;
+    return readSnapshot(connection, id).root;
+}
+
+std::int64_t readLastBlob(Connection& connection, std::uint32_t id) {
+    return readSnapshot(connection, id).lastBlob;
 }
 
 void removeSnapshot(Connection& connection, std::uint32_t id) {

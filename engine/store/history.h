@@ -17,6 +17,11 @@ namespace tarvo::engine::store {
 inline constexpr std::int64_t oldestFormat = 1;
 inline constexpr std::int64_t newestFormat = 2;
 
+// No file can have so many blobs: the next numbers can be counted without care.
+inline constexpr std::int64_t mostBlobs = std::int64_t(1) << 60;
+// With more there is no room for those of another transaction.
+inline constexpr std::int64_t mostBlobsBefore = mostBlobs / 2;
+
 // Decides which blobs and transactions are kept, and so stands in one row with one checksum.
 struct History {
     std::uint32_t current = 1;
@@ -46,6 +51,7 @@ void putSnapshot(Connection& connection, std::uint32_t id, std::int64_t lastBlob
                  std::string_view root);
 // The root of a transaction; Failure(NotFound) where it is not kept.
 std::string readRoot(Connection& connection, std::uint32_t id);
+std::int64_t readLastBlob(Connection& connection, std::uint32_t id);
 void removeSnapshot(Connection& connection, std::uint32_t id);
 
 [[noreturn]] void throwDamaged(const std::string& fileName, const std::string& what);

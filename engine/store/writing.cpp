@@ -258,6 +258,10 @@ void Container::beginWriting() {
         const std::lock_guard guard(m->mutex);
         Impl::Writing writing;
         writing.base = readHistory(*m->connection);
+        if (writing.base.lastBlob > mostBlobsBefore)
+            throw Failure(ErrorCode::Damaged,
+                          "The file is damaged: it has no room for another transaction.",
+                          "File: " + fileName() + "\nCopy its points into a new database.");
         writing.token = randomToken();
         writing.firstInMemory = writing.base.lastBlob + 1;
         m->writing = std::move(writing);
@@ -277,6 +281,10 @@ std::uint32_t Container::nextTransaction() const {
         throw Failure(ErrorCode::State, "The database has no more transaction numbers.",
                       "Copy its points into a new database.");
     return last + 1;
+}
+
+std::uint64_t Container::lastBlob() const {
+    return static_cast<std::uint64_t>(m->writing->base.lastBlob);
 }
 
 BlobRef Container::add(ByteSpan data) {

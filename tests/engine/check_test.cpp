@@ -1,5 +1,5 @@
 // The check of a whole file: each kind of damage is named by what it hits, and nothing else is.
-#include "tests/engine/store.h"
+#include "tests/engine/hostile.h"
 
 #include "engine/query/commit.h"
 #include "engine/report/check.h"
@@ -83,26 +83,8 @@ protected:
         EXPECT_EQ(findings.faultCount, 1u);
         return findings.faults.empty() ? Fault() : findings.faults[0];
     }
-    // Commits an index of which one node was changed; its checksums are right.
     void commitChanged(const std::function<void(session::State&, index::Node& leaf)>& change) {
-        session::Session session(file, {}, "test");
-        session.begin("wrong", "test", "", "");
-        session::State& state = session.change();
-        index::Node root = session.rootNode(state);
-        const auto unfold = [&](auto&& self, index::Node& node) -> void {
-            if (node.childPage)
-                node.children = *session.pageReader()(node.childPage);
-            node.childPage = {};
-            for (index::Node& child : node.children)
-                self(self, child);
-        };
-        unfold(unfold, root);
-        index::Node* leaf = &root;
-        while (!leaf->isLeaf())
-            leaf = &leaf->children[leaf->children.size() / 2];
-        change(state, *leaf);
-        state.rootPage = session.container().add(index::encodePage({root}));
-        session.commit();
+        testing::commitChanged(file, change);
     }
 
     TemporaryFolder folder;
