@@ -580,6 +580,22 @@ TEST_F(Admin, TheIndexAgreesWithThePoints) {
         levelNodes += level["nodes"].GetUint64();
         levelPoints += level["leaf_points"].GetUint64();
     }
+    // The newest of each level, wherever it stands.
+    ASSERT_EQ(run("update " + file + " --set tarvo.class=1 --filter 'tarvo.id == 1'").code, 0);
+    std::map<std::size_t, std::uint64_t> newest;
+    const std::function<void(const rapidjson::Value&, std::size_t)> look =
+        [&](const rapidjson::Value& node, std::size_t level) {
+            newest[level] = std::max(newest[level], node["revision"].GetUint64());
+            if (node.HasMember("children"))
+                for (const auto& child : node["children"].GetArray())
+                    look(child, level + 1);
+        };
+    look(json("index " + file + " --json"), 0);
+    const rapidjson::Document changed = json("index " + file + " --levels --json");
+    for (std::size_t level = 0; level < changed.Size(); ++level)
+        EXPECT_EQ(changed[static_cast<rapidjson::SizeType>(level)]["revision"].GetUint64(),
+                  newest[level])
+            << level;
     EXPECT_EQ(levelNodes, nodes);
     EXPECT_EQ(levelPoints, leafPoints);
     EXPECT_FALSE(json("index " + file + " --depth 0 --json").HasMember("children"));

@@ -208,6 +208,29 @@ TEST_F(Las, ExtraBytesKeepTypesScalesAndNames) {
     }
 }
 
+// The scale and the offset have a bit each that says whether they count.
+TEST_F(Las, ScalesAndOffsetsOfExtraBytesCountByTheirOwnBits) {
+    LasBuilder builder(4, 6);
+    Bytes described;
+    for (const auto& [name, options] :
+         {std::pair{"none", 0}, {"scale", 8}, {"offset", 16}, {"both", 8 | 16}}) {
+        const Bytes one =
+            LasBuilder::extraBytes(3, static_cast<std::uint8_t>(options), name, 0.5, 100);
+        described.insert(described.end(), one.begin(), one.end());
+    }
+    builder.addRecord("LASF_Spec", 4, described);
+    builder.recordLength = 30 + 4 * 2;
+    Bytes& p = builder.addPoint(1, 2, 3);
+    for (std::size_t i = 0; i < 4; ++i)
+        put(p, 30 + 2 * i, std::uint16_t{9});
+    las::LasSource source(folder.write("a.las", builder.build()));
+    auto row = rowOf(source, 0);
+    EXPECT_EQ(row["las.extra.none"], 9);
+    EXPECT_EQ(row["las.extra.scale"], 4.5);
+    EXPECT_EQ(row["las.extra.offset"], 109);
+    EXPECT_EQ(row["las.extra.both"], 104.5);
+}
+
 TEST_F(Las, TheCoordinateReferenceSystemIsKept) {
     LasBuilder builder(4, 6);
     builder.addPoint(1, 2, 3);

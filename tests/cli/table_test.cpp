@@ -337,6 +337,15 @@ TEST_F(Csv, SeparatorsQuotesAndNamesAreUnderstood) {
     }
 }
 
+// Names may hold what separates the columns of other files.
+TEST_F(Csv, SeparatorsWithinQuotesDoNotCount) {
+    csv::CsvSource source(folder.write("a.csv", "\"a;b;c;d\",x,y\n1,2,3\n"));
+    ASSERT_EQ(source.columns().size(), 3u);
+    ASSERT_EQ(source.next(), 1u);
+    csv::CsvSource other(folder.write("b.csv", "\"1,5,2\";x\n7;8\n"));
+    EXPECT_EQ(other.columns().size(), 2u);
+}
+
 TEST_F(Csv, FaultsAreNamedByLineAndColumn) {
     EXPECT_NE(failure("").find("empty"), std::string::npos);
     EXPECT_NE(failure("x,y,z\n1,2,3\n1,2\n").find("Line 3"), std::string::npos);

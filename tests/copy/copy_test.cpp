@@ -168,6 +168,14 @@ TEST_F(Copy, HoldsOnlyWhatIsSelected) {
     EXPECT_EQ(read(*cloud).size(), static_cast<std::size_t>(leaf->pointCountNode));
     EXPECT_EQ(cloud->metaData().list(), std::vector<std::string>{"two"});
 
+    what.filter = "kind == 3";
+    const auto both = read(*copied(what, settings()));
+    EXPECT_LT(both.size(), static_cast<std::size_t>(leaf->pointCountNode));
+    EXPECT_GT(both.size(), 0u);
+    for (const auto& [id, point] : both)
+        EXPECT_EQ(point.kind, 3) << id;
+
+    what.filter.clear();
     what.nodes.reset();
     what.attributes = {"p"};  // the points are numbered anew
     const auto bare = copied(what, settings());

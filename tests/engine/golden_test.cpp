@@ -130,6 +130,18 @@ TEST_P(FirstRelease, ReadsTheSameAndIsRewrittenOnlyByACommit) {
     expectValues(again);
 }
 
+// The number of a transaction that was discarded before the file got its second version.
+TEST_P(FirstRelease, GivesNoNumberTwice) {
+    session::Session session(m_file, {}, "test");
+    const std::vector<std::uint32_t> ids = session.transactions();
+    session.restore(ids[ids.size() - 2]);
+    session.discard({ids.back()});
+    ASSERT_EQ(formatOf(m_file), 1);
+    session::Session again(m_file, {}, "test");
+    EXPECT_GT(again.begin("new", "test", "", ""), ids.back());
+    again.rollback();
+}
+
 // A program of that release may have the file open, and a transaction pending.
 TEST_P(FirstRelease, IsWrittenByOneOfBothReleasesAtATime) {
     const std::string lock = m_file + "-writer";

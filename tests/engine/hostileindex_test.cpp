@@ -384,5 +384,23 @@ TEST_F(HostileIndex, RootsThatNobodyCanHaveWrittenAreDamage) {
     }
 }
 
+TEST(HostilePage, NodesBelowEachOtherWithoutEndAreRefused) {
+    const auto chain = [](int depth) {
+        Node node;
+        node.id = 1;
+        node.last = 1;
+        for (int i = 0; i < depth; ++i) {
+            Node above;
+            above.id = 1;
+            above.last = 1;
+            above.children.push_back(std::move(node));
+            node = std::move(above);
+        }
+        return index::encodePage({node});
+    };
+    EXPECT_EQ(outcomeOf([&] { (void)index::decodePage(chain(100)); }).text, "");
+    EXPECT_EQ(outcomeOf([&] { (void)index::decodePage(chain(1000)); }).code, ErrorCode::Damaged);
+}
+
 }  // namespace
 }  // namespace tarvo::engine

@@ -263,5 +263,65 @@ TEST_F(Queries, AScanThatReadsAheadKeepsItsStateWhileATransactionGoesOn) {
     }
 }
 
+// Values between whole numbers, read as whole numbers, are the nearest ones.
+TEST_F(Queries, ValuesReadAsWholeNumbersAreRounded) {
+    create({record("level", -10, 10, 0.1)});
+    session->begin("points", "test", "", "");
+    insertValues("level", {1.9, 1.2, -0.6, -0.4, -9.9, 0});
+    query::SelectQuery query(*session, {}, "");
+    std::int32_t values[6] = {};
+    query.bind("level", QRB_DATA_TYPE_INT32, values, sizeof values[0]);
+    ASSERT_EQ(query.next(6), 6u);
+    std::sort(std::begin(values), std::end(values));
+    EXPECT_EQ(std::vector<std::int32_t>(std::begin(values), std::end(values)),
+              (std::vector<std::int32_t>{-10, -1, 0, 0, 1, 2}));
+}
+
+TEST_F(Queries, AFillEndsWherePointsWereAddedSinceItBegan) {
+    create(amplitudeOnly());
+    session->begin("points", "test", "", "");
+    insertValues("amplitude", std::vector<double>(500, 1));
+    query::commit(*session);
+    session->begin("fill", "test", "", "");
+    query::FillQuery fill(*session, {}, "");
+    const double value = 7;
+    fill.bind("amplitude", QRB_DATA_TYPE_DOUBLE, &value);
+    ASSERT_EQ(fill.next(100), 100u);
+    insertValues("amplitude", std::vector<double>(300, 2));
+    (void)session->change();
+    session->settle();
+    EXPECT_EQ(outcomeOf([&] { fill.next(100); }).code, ErrorCode::State);
+    session->rollback();
+}
+
+// A caller that goes on after an error must not take what follows for the rest.
+TEST_F(Queries, ASelectThatFailedFailsAgain) {
+    create(amplitudeOnly(), 20);
+    session->begin("points", "test", "", "");
+    std::vector<double> values(2000);
+    for (std::size_t i = 0; i < values.size(); ++i)
+        values[i] = static_cast<double>(i * 31 % 65536);
+    insertValues("amplitude", values);
+    query::commit(*session);
+    session.reset();
+    // A block in the middle of those of the column.
+    runSql(file,
+           "UPDATE blob SET data = CAST(substr(data, 1, length(data) / 2) || x'0badc0de' || "
+           "substr(data, length(data) / 2 + 5) AS BLOB) WHERE length(data) = "
+           "(SELECT max(length(data)) FROM blob)");
+    session = std::make_unique<session::Session>(file, session::OpenSettings{0}, "test");
+    query::SelectQuery query(*session, {}, "");
+    double value = 0;
+    query.bind("amplitude", QRB_DATA_TYPE_DOUBLE, &value, 8);
+    std::uint64_t read = 0;
+    const Outcome first = outcomeOf([&] {
+        while (query.next(1) > 0)
+            ++read;
+    });
+    ASSERT_EQ(first.code, ErrorCode::Damaged);
+    for (int i = 0; i < 3; ++i)
+        EXPECT_FALSE(outcomeOf([&] { query.next(1); }).text.empty()) << read;
+}
+
 }  // namespace
 }  // namespace tarvo::engine

@@ -314,6 +314,14 @@ TEST_F(Database, WritesItsCallsAndFailuresToTheLogFile) {
     EXPECT_NE(logged().find("TRACE qrb_pointcloud_open\n"), std::string::npos) << logged();
     EXPECT_NE(logged().find("ERROR qrb_pointcloud_open: The file \"" + fileName), std::string::npos)
         << logged();
+    // Another context goes on behind what is there.
+    const std::string before = logged();
+    {
+        const qrb::Context context("TRACE", logName);
+        EXPECT_FALSE(context.databaseFileTypeCheck(fileName));
+    }
+    EXPECT_EQ(logged().find(before), 0u);
+    EXPECT_GT(logged().size(), before.size());
     std::filesystem::remove(logName);
     {
         const qrb::Context context("ERROR", logName);

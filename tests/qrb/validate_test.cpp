@@ -54,6 +54,14 @@ TEST_F(Validate, EveryFileSchemaMakesFilesThatAgreeWithIt) {
             if (!optionals)
                 mandatory = parts;
             EXPECT_EQ(parts > mandatory, optionals && entry.json.find('?') != std::string::npos);
+            for (const qrb::defaults::MetaDataEntry& item : qrb::defaults::metaData()) {
+                const std::string quoted = "\"" + std::string(item.name);
+                const bool named = entry.json.find(quoted + "\"") != std::string::npos;
+                const bool optional = entry.json.find(quoted + "?\"") != std::string::npos;
+                EXPECT_EQ(cloud.metaData().exists(std::string(item.name)),
+                          named || (optional && optionals))
+                    << item.name;
+            }
             const std::string primary = cloud.pointAttributes().primaryAttributeName();
             EXPECT_NE(entry.json.find("\"" + primary + "*\""), std::string::npos);
             // It takes points: defaults for all that isn't given.
