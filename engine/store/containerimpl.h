@@ -81,9 +81,10 @@ struct Container::Impl {
     void forgetMemory();
     void flush();
     bool isPublished(std::uint32_t id, std::string_view root);
-    // Makes the removal of the journal durable, which a power cut would bring back and with it what
-    // the change has undone. Throws NotSynced. Not to be tried again: a folder that could not be
-    // synced once may seem to be the next time though nothing was written.
+    // Makes sure that the removal of the journal is durable, which a power cut would bring back and
+    // with it what the change has undone: the container takes a folder that it can't open for one
+    // that is synced. Throws NotSynced. Not to be tried again: a folder that could not be synced once
+    // may seem to be the next time though nothing was written.
     void requireSynced();
 
     std::unique_ptr<Connection> connection;

@@ -41,6 +41,13 @@ constexpr const char* lockFailed =
                   "File: " + fileName + "\n" + lockFailed);
 }
 
+[[noreturn]] void throwNotSynced(const char* reason) {
+    throw NotSynced(ErrorCode::File,
+                    "The change is in the file, but the file's folder could not be synced: the "
+                    "disk may be failing.",
+                    std::string("A power cut may still undo the change.\n") + reason);
+}
+
 [[noreturn]] void throwNoRoom(const std::string& details) {
     throw Failure(ErrorCode::File,
                   "The disk takes nothing more, not even what giving space back needs. Free about "
@@ -69,7 +76,14 @@ Container::Impl::Change::~Change() {
 }
 
 void Container::Impl::Change::commit() {
-    m_impl.connection->run("COMMIT");
+    try {
+        m_impl.connection->run("COMMIT");
+    } catch (const Failure& failure) {
+        if (sqlite3_extended_errcode(m_impl.connection->handle) != SQLITE_IOERR_DIR_FSYNC)
+            throw;
+        m_committed = true;
+        throwNotSynced(failure.what());
+    }
     m_committed = true;
     m_impl.requireSynced();
 }
@@ -79,10 +93,7 @@ void Container::Impl::requireSynced() {
         // Where the journal was: links may lead to the file from other folders.
         files::syncFolderOf(sqlite3_db_filename(connection->handle, "main"));
     } catch (const files::FileError& error) {
-        throw NotSynced(ErrorCode::File,
-                        "The change is in the file, but the file's folder could not be synced: the "
-                        "disk may be failing.",
-                        "A power cut may still undo the change.\n" + std::string(error.what()));
+        throwNotSynced(error.what());
     }
 }
 

@@ -103,7 +103,8 @@ public:
         if (failed && m_file == folderItself) {
             ++unsynced.folders;
             unsynced.names |= s_watch.namesChanged;
-            s_watch.namesChanged = false;
+            // A folder that could not be opened can be synced the next time.
+            s_watch.namesChanged = s_watch.namesChanged && call == Call::Look;
         }
         return failed;
     }

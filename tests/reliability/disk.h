@@ -58,7 +58,7 @@ struct Unsynced {
     int files = 0;    // syncs of them that failed
     int folders = 0;  // syncs of the folder that failed, or could not begin
     // Names that changed before one of these, and nothing changed behind it that another one has
-    // synced: that it was repeated proves nothing, the system may believe that it has written.
+    // synced: that a sync was repeated proves nothing, the system may believe that it has written.
     bool names = false;
 };
 Unsynced unsynced();

@@ -56,13 +56,15 @@ public:
             // Where something is synced or named, what comes before counts most.
             const bool counts =
                 i < operations.size() && operations[i].kind != Operation::Kind::Write;
-            if (m_trial.pick(stride) == 0 || (counts && !act.large)) {
+            // What was cut off is gone for whoever is sent back to before it.
+            const bool isCutOff = i > 0 && operations[i - 1].kind == Operation::Kind::Truncate;
+            if (m_trial.pick(stride) == 0 || (counts && !act.large) || isCutOff) {
                 m_allowed = {states[acknowledged]};
                 if (acknowledged + 1 < states.size())
                     m_allowed.insert(states[acknowledged + 1]);
                 m_place = "after " + std::to_string(i) + " of " +
                           std::to_string(operations.size()) + " calls";
-                cutAt(platter, act.large);
+                cutAt(platter, act.large, isCutOff ? Remains::DataOnly : Remains::Some);
             }
             if (i < operations.size()) {
                 acknowledged += operations[i].kind == Operation::Kind::Acknowledge;
@@ -76,11 +78,12 @@ public:
     std::uint64_t recoveries() const { return m_recoveries; }
 
 private:
-    void cutAt(const Platter& platter, bool large) {
+    // ofLarge: what remains where the act is too large for trying all kinds.
+    void cutAt(const Platter& platter, bool large, Remains ofLarge) {
         const std::string after = m_work.folder("after");
         const int kinds = large ? 1 : Platter::kindsOfRemains;
         for (int kind = 0; kind < kinds; ++kind) {
-            const Remains remains = large ? Remains::Some : static_cast<Remains>(kind);
+            const Remains remains = large ? ofLarge : static_cast<Remains>(kind);
             platter.cut(after, remains, m_trial.random());
             const bool journal = fs::exists(after + "/survey.qrbx-journal");
             if (journal && m_trial.pick(large ? 4 : 2) == 0)
