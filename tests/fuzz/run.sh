@@ -13,7 +13,7 @@ seconds=${5:-15}
 found=$folder/found/$name
 log=$folder/$name.log
 mkdir -p "$folder/artifacts" "$found"
-limits="-rss_limit_mb=2048 -malloc_limit_mb=1024 -timeout=10"
+limits="-rss_limit_mb=2048 -malloc_limit_mb=1024 -timeout=30"
 echo "$name: seed $seed"
 
 begin=$(date +%s)

@@ -546,8 +546,11 @@ void AttributeEditorTest::namedValuesGoThroughCsvFiles() {
         {"\n\n,b", "Line 3: \"\" is no number."},
         {"1,\xff", "The file is no UTF-8 text."},
     };
-    for (const auto& [text, message] : faults)
-        QCOMPARE(messageOf([&] { (void)dialogs::namedValuesFromCsv(text); }), QString(message));
+    for (const auto& fault : faults) {
+        const QByteArray text(fault.first);
+        QCOMPARE(messageOf([&] { (void)dialogs::namedValuesFromCsv(text); }),
+                 QString(fault.second));
+    }
     QCOMPARE(dialogs::namedValuesFromCsv("\xef\xbb\xbfvalue,name\n+2,two").at(0).value, "2");
 
     const QString file = m_folder.filePath("values.csv");
