@@ -5,7 +5,6 @@
 #include "cli/errors.h"
 #include "cli/json.h"
 #include "cli/output.h"
-#include "cli/terminal.h"
 #include "cli/text.h"
 #include "cli/texttable.h"
 
@@ -99,11 +98,7 @@ std::string checkText(const rapidjson::Value& report) {
 }
 
 void runCheck(const Database& database, bool asJson) {
-    std::string json;
-    {
-        const InterruptsEnd ending;
-        json = database.cloud().inspect(checkFormat);
-    }
+    const std::string json = database.inspect(checkFormat);
     rapidjson::Document report;
     report.Parse(json.data(), json.size());
     if (report.HasParseError()) {

@@ -4,6 +4,7 @@
 #include "cli/terminal.h"
 
 #include <filesystem>
+#include <optional>
 #include <system_error>
 
 namespace tarvo::cli {
@@ -17,6 +18,14 @@ std::uint64_t Database::fileSize() const {
     std::error_code error;
     const std::uintmax_t size = std::filesystem::file_size(m_fileName, error);
     return error ? 0 : size;
+}
+
+std::string Database::inspect(std::uint8_t format) const {
+    std::optional<InterruptsEnd> ending;
+    if (!m_changing) {
+        ending.emplace();
+    }
+    return m_cloud.inspect(format);
 }
 
 std::uint32_t Database::change(const Change& change, const std::function<void()>& work) {

@@ -26,6 +26,9 @@ public:
     const std::string& fileName() const { return m_fileName; }
     // Bytes of the file on disk.
     std::uint64_t fileSize() const;
+    // The library's report of a format. It can't be stopped: outside a transaction, which would
+    // have to be rolled back, an interrupt ends the program.
+    std::string inspect(std::uint8_t format) const;
 
     // Runs work within a transaction that is committed after it and rolled back when work throws.
     // A change that is made by the work of another one becomes a part of that. Returns the number

@@ -3,7 +3,6 @@
 #include "cli/commands.h"
 #include "cli/database.h"
 #include "cli/output.h"
-#include "cli/terminal.h"
 
 #include <CLI/CLI.hpp>
 
@@ -22,11 +21,7 @@ struct InspectOptions {
 void runInspect(const Database& database, const InspectOptions& options) {
     static const std::map<std::string, std::uint8_t> numbers{
         {"text", 1}, {"json", 2}, {"html", 3}, {"histograms", 4}};
-    std::string report;
-    {
-        const InterruptsEnd ending;
-        report = database.cloud().inspect(numbers.at(options.format));
-    }
+    std::string report = database.inspect(numbers.at(options.format));
     if (report.empty() || report.back() != '\n') {
         report += '\n';
     }

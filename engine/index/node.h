@@ -45,8 +45,8 @@ struct Node {
     Key last = 0;
     std::uint64_t totalCount = 0;  // points in the leaves here and below
     std::uint64_t ownCount = 0;    // points stored in the node itself
-    std::vector<AttributeData>
-        attributes;              // ascending uid; an absent one has the same code in every point
+    // Ascending uid; an absent one has the same code in every point.
+    std::vector<AttributeData> attributes;
     std::vector<Node> children;  // in key order, when they stand in the same page
     BlobRef childPage;           // else where they stand
 
