@@ -686,9 +686,9 @@ TEST_F(Admin, TheChangelogIsKeptExportedAndImported) {
 TEST_F(Admin, SchemasMakeDatabasesThatAgreeWithThem) {
     const rapidjson::Document schemas = json("schema --json");
     EXPECT_EQ(schemas.Size(), 39u);
+    const std::string made = folder.file("made");
     for (const auto& schema : schemas.GetArray()) {
         const std::string identifier = schema["identifier"].GetString();
-        const std::string made = folder.file("made");
         expectSuccess("schema create " + made + " --overwrite --optionals --schema '" + identifier +
                       "'");
         expectSuccess("validate " + made + " --strict --schema '" + identifier + "'",
@@ -708,6 +708,14 @@ TEST_F(Admin, SchemasMakeDatabasesThatAgreeWithThem) {
         folder.write("own.json",
                      "{\"identifier\":\"own\",\"extension\":\"own\",\"attributes\":[\"tarvo.id*\","
                      "\"tarvo.nir\",\"tarvo.rgba\"],\"metadata\":[\"tarvo.device\"]}");
+    const std::string optional =
+        folder.write("optional.json",
+                     "{\"identifier\":\"optional\",\"extension\":\"optional\","
+                     "\"attributes\":[],\"metadata\":[\"tarvo.device?\"]}");
+    for (const char* option : {"", " --optionals"}) {
+        expectSuccess("schema create --overwrite " + made + option + " --schema " + optional);
+        EXPECT_EQ(json("metadata " + made + " --json").Size(), *option ? 1u : 0u);
+    }
     const Result findings = run("validate " + cloud + " --json --schema " + own);
     EXPECT_EQ(findings.code, 1);
     rapidjson::Document problems;

@@ -218,6 +218,10 @@ TEST_F(Details, OfEachMethodAreThatOfTheirPoints) {
         attributes.back().lodSettings = method;
         attributes.back().invalidValue = 0;
     }
+    // The average of all the values below.
+    attributes.push_back(record("between", 0, 10));
+    attributes.back().lodSettings = "average";
+    attributes.back().invalidValue = 3;
     const std::string file = m_folder.file("b.qrbx");
     session::Session::create(file, created, "test", attributes);
     m_session = std::make_unique<session::Session>(file, session::OpenSettings(), "test");
@@ -247,6 +251,7 @@ TEST_F(Details, OfEachMethodAreThatOfTheirPoints) {
     EXPECT_EQ(read["majority"], 2);
     EXPECT_EQ(read["average"], 4);
     EXPECT_EQ(read["first"], 0);
+    EXPECT_NE(read["between"], 3);
     EXPECT_EQ(select.next(1), 0u);
 }
 

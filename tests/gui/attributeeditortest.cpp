@@ -489,6 +489,9 @@ void AttributeEditorTest::namedValuesAreEditedAsATable() {
         QVERIFY(!okButton(dialog)->isEnabled());
         table->setCurrentCell(1, 0);
         QTest::keyClick(table, Qt::Key_F2);
+        typeCell(table, "5.2");  // is stored as 5
+        QVERIFY(!okButton(dialog)->isEnabled());
+        QTest::keyClick(table, Qt::Key_F2);
         typeCell(table, "+300");
         QVERIFY(okButton(dialog)->isEnabled());
         QVERIFY(table->item(1, 0)->toolTip().contains("300 is out of the range."));

@@ -125,7 +125,12 @@ void RefreshTest::reloadKeepsTheFilterOfTheNodes() {
     QVERIFY(narrowed != whole && narrowed.contains("Leaves: 1,"));
     window.run("actionReload", {});
     QCOMPARE(label->text(), narrowed);
-    // What was typed but not applied yet is no filter.
+    // Neither one that was refused
+    window.child<QComboBox>("PointIndexFilter")->lineEdit()->setText("1 +");
+    QCOMPARE(window.run("actionPointIndexFilterNodes", {ModalScript::press("OK")}).size(), 1);
+    window.run("actionReload", {});
+    QCOMPARE(label->text(), narrowed);
+    // nor what was typed but not applied yet is the filter.
     window.child<QComboBox>("PointIndexFilter")->lineEdit()->setText("");
     window.run("actionReload", {});
     QCOMPARE(label->text(), narrowed);
