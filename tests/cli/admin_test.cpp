@@ -552,11 +552,14 @@ TEST_F(Admin, TheIndexAgreesWithThePoints) {
     ASSERT_EQ(run("sample -n 40000 " + file).code, 0);
     std::uint64_t leafPoints = 0;
     std::uint64_t nodes = 0;
+    std::uint32_t firstLeaf = 0;
     std::uint32_t fullest = 0;
     std::int64_t most = -1;
     const std::function<void(const rapidjson::Value&)> walk = [&](const rapidjson::Value& node) {
         ++nodes;
         if (node["leaf"].GetBool()) {
+            if (leafPoints == 0)
+                firstLeaf = node["id"].GetUint();
             leafPoints += node["points"].GetUint64();
             if (node["points"].GetInt64() > most) {
                 most = node["points"].GetInt64();
@@ -580,8 +583,10 @@ TEST_F(Admin, TheIndexAgreesWithThePoints) {
         levelNodes += level["nodes"].GetUint64();
         levelPoints += level["leaf_points"].GetUint64();
     }
-    // The newest of each level, wherever it stands.
-    ASSERT_EQ(run("update " + file + " --set tarvo.class=1 --filter 'tarvo.id == 1'").code, 0);
+    // The newest of each level, also where it is not the last one.
+    ASSERT_EQ(
+        run("update " + file + " --set tarvo.class=1 --nodes " + std::to_string(firstLeaf)).code,
+        0);
     std::map<std::size_t, std::uint64_t> newest;
     const std::function<void(const rapidjson::Value&, std::size_t)> look =
         [&](const rapidjson::Value& node, std::size_t level) {
