@@ -1,0 +1,69 @@
+// Attributes of every kind for the filter's tests, and how points are selected among their columns.
+#pragma once
+
+#include "engine/filter/filter.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <limits>
+#include <string>
+#include <vector>
+
+namespace tarvo::engine::filter::testing {
+
+using schema::AttributeRecord;
+using schema::AttributeTable;
+using schema::Column;
+using schema::Grid;
+using Wide = Grid::Wide;
+
+inline constexpr double noInvalid = std::numeric_limits<double>::quiet_NaN();
+
+inline void addAttribute(AttributeTable& table, const std::string& name, double resolution,
+                         double minimum, double maximum, double invalid = noInvalid,
+                         std::uint32_t length = 1) {
+    AttributeRecord record;
+    record.name = name;
+    record.length = length;
+    record.resolution = resolution;
+    record.minimumValue = minimum;
+    record.maximumValue = maximum;
+    record.defaultValue = minimum;
+    record.invalidValue = invalid;
+    table.all().emplace_back(record, static_cast<std::uint32_t>(table.size()));
+}
+
+inline AttributeTable makeTable() {
+    AttributeTable table;
+    addAttribute(table, "a", 1, 0, 255);
+    addAttribute(table, "b", 1, -1000, 1000, -2000);
+    addAttribute(table, "c", 0.01, -500, 500, -500);
+    addAttribute(table, "d", 0.3, 0.1, 10000, -1);
+    addAttribute(table, "e", 0, -1e6, 1e6);
+    addAttribute(table, "f", 1, 0, 1152921504606846976.0);
+    addAttribute(table, "g", 1, 0, 18446744073709551616.0);
+    addAttribute(table, "h", 1, 1, 20, 7);
+    addAttribute(table, "k", 1, 0, 100, 0.5);
+    addAttribute(table, "z", 0, -10, 10, 0);
+    addAttribute(table, "tarvo.xyz", 0.001, -1, 1, noInvalid, 3);
+    addAttribute(table, "u", 1, 0, 1.8e19, -1);
+    return table;
+}
+
+// Selects among columns that are given per element of the filter.
+inline Selection selectFrom(const BoundFilter& filter, std::size_t count,
+                            const std::function<const Column&(const ElementRef&)>& columnOf) {
+    Selection selection{99};
+    std::vector<int> calls(filter.elements().size());
+    filter.select(
+        count,
+        [&](std::size_t slot) -> const Column& {
+            EXPECT_EQ(++calls.at(slot), 1);
+            return columnOf(filter.elements()[slot]);
+        },
+        selection);
+    return selection;
+}
+
+}  // namespace tarvo::engine::filter::testing
