@@ -89,22 +89,27 @@ TEST_F(Rollback, OfASmallTransactionDoesNotTouchTheFile) {
 // Where readers keep a rollback from deleting them, or the writer was killed.
 TEST_F(Rollback, ThatCouldNotDeleteItsBlobsLeavesThemToTheNextWriter) {
     const std::uint64_t before = blobsInFile();
-    OtherProcess killed([&](const auto&) -> int {
-        session::Session session(m_file, {}, "test");
-        session.begin("large", "test", "", "");
-        addBatch(session);
-        ::_exit(0);
-    });
-    EXPECT_EQ(killed.wait(), 0);
-    EXPECT_GT(blobsInFile(), before + 15);
-    {
+    for (const bool commits : {false, true}) {
+        OtherProcess killed([&](const auto&) -> int {
+            session::Session session(m_file, {}, "test");
+            session.begin("large", "test", "", "");
+            addBatch(session);
+            ::_exit(0);
+        });
+        EXPECT_EQ(killed.wait(), 0);
+        EXPECT_GT(blobsInFile(), before + 15);
         session::Session session(m_file, {}, "test");
         EXPECT_GT(report::check(session).unreached, 15u);
-        session.begin("large", "test", "", "");
-        addBatch(session);
-        session.rollback();
+        session.begin("next", "test", "", "");
+        if (commits) {
+            session.commit();
+            EXPECT_EQ(report::check(session).unreached, 0u);
+        } else {
+            addBatch(session);
+            session.rollback();
+            expectOnly(before);
+        }
     }
-    expectOnly(before);
 }
 
 TEST_F(Rollback, ThenACommitHoldsOnlyWhatWasDoneAfterIt) {

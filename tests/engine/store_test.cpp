@@ -4,7 +4,9 @@
 
 #include "engine/query/fill.h"
 #include "engine/query/stat.h"
+#include "engine/store/writerlock.h"
 
+#include <fcntl.h>
 #include <fstream>
 #include <thread>
 
@@ -373,6 +375,86 @@ TEST_F(Store, HasACurrentStateWhateverIsRestoredAndDiscardedAtOnce) {
     other.join();
     session::Session session(m_file, {}, "test");
     (void)readAll(session);
+}
+
+TEST_F(Store, IsOpenedBesideAWriterUnderItsOtherName) {
+    const std::string other = m_folder.file("b.qrbx");
+    std::filesystem::create_hard_link(m_file, other);
+    sqlite3* handle = nullptr;
+    ASSERT_EQ(sqlite3_open(other.c_str(), &handle), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(handle, "BEGIN; UPDATE blob SET data = x'00' WHERE id = 1", nullptr,
+                           nullptr, nullptr),
+              SQLITE_OK);
+    ASSERT_GT(std::filesystem::file_size(other + "-journal"), 0u);
+    const Outcome outcome = outcomeOf([&] {
+        session::Session session(m_file, {}, "test");
+        EXPECT_EQ(readAll(session), m_before);
+    });
+    EXPECT_EQ(outcome.text, "");
+    sqlite3_close(handle);
+}
+
+TEST_F(Store, IsReadOnceAWriterOfAMomentIsDone) {
+    OtherProcess writer([&](const auto& pause) {
+        sqlite3* handle = nullptr;
+        sqlite3_open(m_file.c_str(), &handle);
+        sqlite3_exec(handle, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr);
+        pause();
+        ::usleep(300'000);
+        sqlite3_close(handle);
+        return 0;
+    });
+    writer.untilPause();
+    writer.go();
+    session::Session session(m_file, {}, "test");
+    EXPECT_EQ(readAll(session), m_before);
+}
+
+TEST_F(Store, IsRecognisedThoughItsEndIsMissing) {
+    std::filesystem::resize_file(m_file, std::filesystem::file_size(m_file) - 8192);
+    EXPECT_TRUE(store::Container::recognises(m_file));
+    std::filesystem::resize_file(m_file, 8192);
+    EXPECT_TRUE(store::Container::recognises(m_file));
+}
+
+// Copied over by one that has the same past and the same size, which shows in its time only.
+TEST_F(Store, IsReadAnewAfterItsTwinWasCopiedOverIt) {
+    const std::string twin = m_folder.file("twin.qrbx");
+    std::filesystem::copy_file(m_file, twin);
+    for (const std::string& name : {m_file, twin}) {
+        session::Session session(name, {}, "test");
+        session.begin("item", "test", "", "");
+        session.setMetaData("item", name == twin ? "2" : "1");
+        session.commit();
+    }
+    session::Session session(m_file, {}, "test");
+    EXPECT_EQ(session.metaData("item"), "1");
+    const auto time = std::filesystem::last_write_time(m_file);
+    std::ofstream(m_file, std::ios::binary) << std::ifstream(twin, std::ios::binary).rdbuf();
+    std::filesystem::last_write_time(m_file, time + std::chrono::seconds(1));
+    EXPECT_EQ(session.metaData("item"), "2");
+}
+
+// Closing any descriptor of a file gives up what the process has locked of it.
+TEST_F(Store, KeepsItsLocksThoughAnotherNameLedToIt) {
+    const std::string other = m_folder.file("b.qrbx");
+    session::Session::create(other, settings(1, 200), "test");
+    store::Container reader(m_file);
+    const store::Container::ReadScope scope(reader);
+    (void)reader.read(session::stateFromRoot(reader.root(2)).attributesBlob, "a blob");
+    EXPECT_EQ(outcomeOf([&] { store::WriterLock(store::OpenFile::of(other), m_file); }).code,
+              ErrorCode::State);
+    // Of a container's locks those of readers lie two bytes behind the first gigabyte.
+    OtherProcess writer([&](const auto&) {
+        struct flock lock = {};
+        lock.l_type = F_WRLCK;
+        lock.l_whence = SEEK_SET;
+        lock.l_start = 0x40000002;
+        lock.l_len = 510;
+        const int file = ::open(m_file.c_str(), O_RDWR);
+        return ::fcntl(file, F_GETLK, &lock) == 0 && lock.l_type == F_RDLCK ? 0 : 1;
+    });
+    EXPECT_EQ(writer.wait(), 0);
 }
 
 }  // namespace
