@@ -60,7 +60,7 @@ protected:
 
 TEST_F(History, IsToldByTheChangelogWithWhatEachTransactionChanged) {
     addPoints(10, 1);
-    m_session->begin("many\nthings", "agent", "first line\nsecond line", "");
+    m_session->begin("many\nthings", "agent", "first line\r\nsecond line", "");
     insert(*m_session, {{1, 2, 3, 4}});
     m_session->addAttribute(record("quality", 0, 10));
     m_session->setMetaData("tarvo.device", "{}");
@@ -348,10 +348,30 @@ TEST_F(History, OfAMetadataItemKnowsWhetherItsSignatureHolds) {
     EXPECT_THROW(m_session->verifyMetaData("other", m_signer), Failure);
     EXPECT_THROW(m_session->signMetaData("item", m_signer), Failure) << "nothing is pending";
     m_session->begin("change", "test", "", "");
+    EXPECT_THROW(m_session->signMetaData("item", {2, {}, {}}), Failure);
+    EXPECT_TRUE(m_session->verifyMetaData("item", m_signer)) << "what failed changed nothing";
     m_session->setMetaData("item", "{\"a\": 2}");
     EXPECT_FALSE(m_session->verifyMetaData("item", {})) << "another value needs a new signature";
     m_session->rollback();
     EXPECT_TRUE(m_session->verifyMetaData("item", m_signer));
+}
+
+TEST_F(History, TakesMessagesUpToTheirLimitAndCommentsBeyondThatOfTitles) {
+    m_session->begin("title", "agent", std::string(2 << 20, 'c'), "");
+    for (int i = 0; i < 16; ++i)
+        m_session->appendMessage(std::string(1 << 20, 'm'));
+    EXPECT_THROW(m_session->appendMessage("m"), Failure);
+    m_session->rollback();
+}
+
+TEST_F(History, IsSignedTheSameWithTheLineEndsOfAnySystem) {
+    const auto signature = [this](const char* text) {
+        return session::makeSignature(m_signer, "kind", "name", text);
+    };
+    for (const char* text : {"a\r\nb", "a\rb", "a\nb\r", "a\rb\r\n \t\r"})
+        EXPECT_EQ(signature(text), signature("a\nb")) << text;
+    EXPECT_NE(signature("ab"), signature("a\nb"));
+    EXPECT_NE(signature("a\r\rb"), signature("a\nb"));
 }
 
 }  // namespace
