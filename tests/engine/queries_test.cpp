@@ -4,7 +4,11 @@
 
 #include "engine/query/commit.h"
 #include "engine/query/fill.h"
+#include "engine/query/redefine.h"
+#include "engine/query/remove.h"
 #include "engine/query/stat.h"
+#include "engine/query/update.h"
+#include "engine/report/check.h"
 
 #include <gtest/gtest.h>
 
@@ -318,6 +322,238 @@ TEST_F(Queries, ASelectThatFailedFailsAgain) {
     ASSERT_EQ(first.code, ErrorCode::Damaged);
     for (int i = 0; i < 10; ++i)
         EXPECT_FALSE(outcomeOf([&] { query.next(1); }).text.empty()) << read;
+}
+
+// Also what is the invalid value, which need not be whole.
+TEST_F(Queries, ValuesThatAWholeNumberTypeCantHoldAreRefusedFromItsEndsOn) {
+    schema::AttributeRecord n = record("n", 0, 100);
+    n.invalidValue = 200.6;
+    create({record("real", -1e20, 1e20, 0), n});
+    session->begin("t", "test", "", "");
+    insertValues("real", {0});
+    const double two63 = 9223372036854775808.0;
+    struct Case {
+        double value;
+        std::uint32_t type;
+        bool fits;
+    };
+    for (const Case& c : {Case{255.4, QRB_DATA_TYPE_UINT8, true},
+                          {256, QRB_DATA_TYPE_UINT8, false},
+                          {-0.4, QRB_DATA_TYPE_UINT8, true},
+                          {-1, QRB_DATA_TYPE_UINT8, false},
+                          {127, QRB_DATA_TYPE_INT8, true},
+                          {128, QRB_DATA_TYPE_INT8, false},
+                          {-128, QRB_DATA_TYPE_INT8, true},
+                          {-129, QRB_DATA_TYPE_INT8, false},
+                          {-two63, QRB_DATA_TYPE_INT64, true},
+                          {two63, QRB_DATA_TYPE_INT64, false},
+                          {two63, QRB_DATA_TYPE_UINT64, true},
+                          {2 * two63, QRB_DATA_TYPE_UINT64, false}}) {
+        query::FillQuery fill(*session, {}, "");
+        fill.bind("real", QRB_DATA_TYPE_DOUBLE, &c.value);
+        ASSERT_EQ(fill.next(1), 1u);
+        query::SelectQuery select(*session, {}, "");
+        std::int64_t value = 0;
+        select.bind("real", c.type, &value, 8);
+        EXPECT_EQ(outcomeOf([&] { select.next(1); }).code,
+                  c.fits ? ErrorCode::Internal : ErrorCode::Range)
+            << c.value;
+    }
+    query::FillQuery fill(*session, {}, "");
+    fill.bind("n", QRB_DATA_TYPE_DOUBLE, &n.invalidValue);
+    ASSERT_EQ(fill.next(1), 1u);
+    query::SelectQuery select(*session, {}, "");
+    std::int32_t value = 0;
+    select.bind("n", QRB_DATA_TYPE_INT32, &value, 4);
+    ASSERT_EQ(select.next(1), 1u);
+    EXPECT_EQ(value, 201);
+}
+
+TEST_F(Queries, AFindIsOneNodeWhateverItsCaseAndOnlyWithinTheNodesListed) {
+    create(amplitudeOnly(), 1);
+    session->begin("t", "test", "", "");
+    insertValues("amplitude", {1, 2, 3, 4});
+    query::commit(*session);
+    const Points found = readAll(*session, "find fullest leaf");
+    EXPECT_EQ(found, readAll(*session, " Find FULLEST Leaf\n"));
+    // Of leaves that hold as many it is the first.
+    ASSERT_EQ(found.size(), 1u);
+    EXPECT_EQ(found.begin()->second.amplitude, 1);
+    const query::IndexEntry tree = query::readIndex(*session, "");
+    std::vector<std::uint32_t> leaves;
+    const auto collect = [&](auto&& self, const query::IndexEntry& entry) -> void {
+        if (entry.children.empty())
+            leaves.push_back(entry.id);
+        for (const query::IndexEntry& child : entry.children)
+            self(self, child);
+    };
+    collect(collect, tree);
+    ASSERT_EQ(leaves.size(), 4u);
+    for (const std::uint32_t leaf : leaves) {
+        query::Scope scope;
+        scope.nodes.emplace().insert(leaf);
+        EXPECT_EQ(readAll(*session, "find fullest leaf", scope).size(), leaf == leaves[0]);
+    }
+}
+
+TEST_F(Queries, AnInsertThatFitsLeavesTheNodesTheirNumbers) {
+    create(amplitudeOnly(), 100);
+    session->begin("t", "test", "", "");
+    insertValues("amplitude", std::vector<double>(350, 1));
+    query::commit(*session);
+    const auto numbers = [this] {
+        std::set<std::uint32_t> ids;
+        const auto collect = [&](auto&& self, const query::IndexEntry& entry) -> void {
+            ids.insert(entry.id);
+            for (const query::IndexEntry& child : entry.children)
+                self(self, child);
+        };
+        collect(collect, query::readIndex(*session, ""));
+        return ids;
+    };
+    const std::set<std::uint32_t> before = numbers();
+    session->begin("more", "test", "", "");
+    insertValues("amplitude", {2});
+    query::commit(*session);
+    EXPECT_EQ(numbers(), before);
+}
+
+TEST_F(Queries, PointsOfThisTransactionAreRemovedByTheIdsTheyWereGiven) {
+    create({record("n", 0, 100)});
+    session->begin("t", "test", "", "");
+    insertValues("n", {1, 2, 3});
+    const auto remove = [this](std::vector<std::uint64_t> ids) {
+        query::RemoveQuery query(*session);
+        query.bind(QRB_DATA_TYPE_UINT64, ids.data(), 8);
+        return query.next(static_cast<std::uint32_t>(ids.size()));
+    };
+    EXPECT_EQ(remove({1}), 1u);
+    insertValues("n", {4, 5});
+    EXPECT_EQ(remove({4, 99, 5, 4}), 2u);
+    EXPECT_EQ(countOf(*session, "n == 2 || n == 3"), 2u);
+    EXPECT_EQ(session->state()->pointCount, 2u);
+}
+
+TEST_F(Queries, RevisionsOfAttributesAreThoseOfTheirLastChange) {
+    create({record("n", 0, 100)});
+    session->begin("t", "test", "", "");
+    insertValues("n", {1, 2, 3});
+    query::commit(*session);
+    session->begin("fill", "test", "", "");
+    session->addAttribute(record("later", 0, 1));
+    const double value = 9;
+    query::FillQuery fill(*session, {}, "n == 2");
+    fill.bind("n", QRB_DATA_TYPE_DOUBLE, &value);
+    ASSERT_EQ(fill.next(9), 1u);
+    query::commit(*session);
+    EXPECT_EQ(query::readRevision(*session, 1, "n"), 3u);
+    EXPECT_EQ(query::readRevision(*session, 1, "xyz"), 2u);
+    EXPECT_EQ(query::readRevision(*session, 1, "later"), 0u);
+}
+
+TEST_F(Queries, AnAttributeInThePlaceOfAnotherGetsItsOwnValues) {
+    create({record("n", 0, 100)});
+    session->begin("t", "test", "", "");
+    session->addAttribute(record("narrow", 0, 10));
+    insertValues("narrow", {1, 2});
+    query::removeAttribute(*session, "narrow");
+    session->addAttribute(record("wide", 0, 1e9));
+    insertValues("wide", {123456789, 5});
+    query::commit(*session);
+    EXPECT_EQ(countOf(*session, "wide == 123456789 || wide == 5"), 2u);
+    EXPECT_EQ(countOf(*session, "wide == 0 && n == 0"), 2u);
+}
+
+TEST_F(Queries, PointsThatMoveKeepTheOtherValuesBesideAConstant) {
+    schema::AttributeRecord fixed = record("fixed", 0, 10);
+    fixed.storageClass = 1;
+    create({fixed, record("n", 0, 100)});
+    session->begin("t", "test", "", "");
+    insertValues("n", {11, 12, 13});
+    query::commit(*session);
+    session->begin("move", "test", "", "");
+    const std::uint64_t id = 2;
+    const double xyz[] = {-500, 3, 4}, zero = 0;
+    query::UpdateQuery update(*session);
+    update.bind("tarvo.id", QRB_DATA_TYPE_UINT64, &id, 8);
+    update.bind("xyz", QRB_DATA_TYPE_DOUBLE, xyz, 24);
+    update.bind("fixed", QRB_DATA_TYPE_DOUBLE, &zero, 8);
+    ASSERT_EQ(update.next(1), 1u);
+    query::commit(*session);
+    EXPECT_EQ(countOf(*session, "xyz[0] == -500 && n == 12"), 1u);
+}
+
+// Ids in the order of the index are for points that came without.
+TEST_F(Queries, IdsOfTheIndexAreGivenOnceAndToPointsWithoutOnly) {
+    session::CreateSettings created = settings(1, 100);
+    created.optimizePointId = true;
+    created.pointInsertMode = "multi-pass";
+    session::Session::create(file, created, "test", amplitudeOnly());
+    session = std::make_unique<session::Session>(file, session::OpenSettings{0}, "test");
+    session->begin("t", "test", "", "");
+    insertValues("amplitude", {9, 8, 7});
+    insertValues("amplitude", {6, 5}, {5'000'000, 6'000'000});
+    insertValues("amplitude", {4, 3});
+    // Passes beside each other.
+    std::vector<Point> points = somePoints(70'000, 1);
+    for (const double side : {-1.0, 1.0, -1.0}) {
+        for (Point& point : points)
+            point.x = side * std::abs(point.x);
+        insert(*session, points);
+    }
+    query::commit(*session);
+    const Points all = readAll(*session);  // throws for an id that comes twice
+    EXPECT_EQ(all.size(), 210'007u);
+    EXPECT_EQ(all.at(5'000'000).amplitude, 6);
+    EXPECT_EQ(all.at(6'000'000).amplitude, 5);
+}
+
+TEST_F(Queries, PointsWithoutAPositionHaveAPlaceOfTheirOwn) {
+    session::CreateSettings created = settings(1, 2);
+    created.primaryAttribute = record("p", 0, 255);
+    created.primaryAttribute.invalidValue = -1;
+    session::Session::create(file, created, "test", {});
+    session = std::make_unique<session::Session>(file, session::OpenSettings{0}, "test");
+    for (int round = 1; round <= 2; ++round) {
+        session->begin("t", "test", "", "");
+        const std::vector<double> places{-1, 0, 255, 128, -1, 7, 127};
+        query::InsertQuery query(*session);
+        query.bind("p", QRB_DATA_TYPE_DOUBLE, places.data(), 8);
+        query.next(7);
+        query::commit(*session);
+        EXPECT_EQ(countOf(*session, ""), 7u * round);
+        EXPECT_EQ(countOf(*session, "p == -1"), 2u * round);
+        EXPECT_EQ(countOf(*session, "p >= 128"), 2u * round);
+    }
+}
+
+// Edges from the smallest to that of the whole range.
+TEST_F(Queries, LeavesByTheirEdgeTakeAnyEdge) {
+    for (const std::uint32_t edge : {0u, 1u, 20u, 21u, 62u, 63u}) {
+        SCOPED_TRACE(edge);
+        session::Session::create(file, settings(2, edge), "test", amplitudeOnly());
+        session = std::make_unique<session::Session>(file, session::OpenSettings{0}, "test");
+        for (std::uint32_t seed = 1; seed <= 2; ++seed)
+            commitPoints(*session, somePoints(100, seed));
+        EXPECT_EQ(readAll(*session).size(), 200u);
+        EXPECT_EQ(report::check(*session).faultCount, 0u);
+        session.reset();
+        std::filesystem::remove(file);
+    }
+    EXPECT_EQ(outcomeOf([&] { session::Session::create(file, settings(2, 64), "test"); }).code,
+              ErrorCode::Argument);
+}
+
+TEST_F(Queries, AFillTellsLeavesAtOnePlaceApart) {
+    create(amplitudeOnly(), 100);
+    commitPoints(*session, std::vector<Point>(350));
+    session->begin("fill", "test", "", "");
+    query::FillQuery fill(*session, {}, "tarvo.id == 150");
+    const double value = 7;
+    fill.bind("amplitude", QRB_DATA_TYPE_DOUBLE, &value);
+    EXPECT_EQ(fill.next(10), 1u);
+    EXPECT_EQ(countOf(*session, "amplitude == 7"), 1u);
+    EXPECT_EQ(countOf(*session, "amplitude == 7 && tarvo.id == 150"), 1u);
 }
 
 }  // namespace

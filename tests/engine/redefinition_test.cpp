@@ -5,6 +5,8 @@
 #include "engine/query/commit.h"
 #include "engine/query/fill.h"
 #include "engine/query/redefine.h"
+#include "engine/query/remove.h"
+#include "engine/query/update.h"
 
 #include <cmath>
 #include <limits>
@@ -217,10 +219,12 @@ TEST_F(Redefinition, AConstantTakesEachValueItIsFilledWithUntilItIsDiscarded) {
     create(q, {7, 7});
     q.storageClass = 1;
     put(q);
-    for (const double value : {9.0, 11.0}) {
+    // A filter of blanks is none.
+    for (const auto& [value, filter] : {std::pair(9.0, ""), std::pair(11.0, " \t")}) {
         m_session->begin("fill", "test", "", "");
-        query::FillQuery fill(*m_session, {}, {});
-        fill.bind("q", QRB_DATA_TYPE_DOUBLE, &value);
+        query::FillQuery fill(*m_session, {}, filter);
+        const double one = value;
+        fill.bind("q", QRB_DATA_TYPE_DOUBLE, &one);
         while (fill.next(2) > 0) {
         }
         query::commit(*m_session);
@@ -249,6 +253,42 @@ TEST_F(Redefinition, OfTextsCopiesNothingAndKeepsEveryValue) {
     put(q);
     EXPECT_EQ(uid(), before);
     expectValues({7, 7, 7, 0, 5, 100}, "texts");
+}
+
+TEST_F(Redefinition, OfInvalidPointsAloneMakesAConstantThatIsInvalid) {
+    for (const double invalid : {200.0, 50.0}) {
+        schema::AttributeRecord q = quality();
+        q.invalidValue = q.defaultValue = invalid;
+        create(q, {invalid, invalid});
+        q.storageClass = 1;
+        put(q);
+        expectValues(Values(5, invalid), "constant");
+        m_session.reset();
+        std::filesystem::remove(m_file);
+    }
+}
+
+TEST_F(Redefinition, AConstantIsRefusedOtherValuesAndFreeWithoutPoints) {
+    schema::AttributeRecord q = quality();
+    create(q, {7, 7});
+    q.storageClass = 1;
+    put(q);
+    m_session->begin("update", "test", "", "");
+    std::vector<std::uint64_t> ids{1, 2, 3, 4, 5};
+    const Values other{7, 7, 9, 7, 7};
+    query::UpdateQuery update(*m_session);
+    update.bind("tarvo.id", QRB_DATA_TYPE_UINT64, ids.data(), 8);
+    update.bind("q", QRB_DATA_TYPE_DOUBLE, other.data(), 8);
+    EXPECT_EQ(outcomeOf([&] { update.next(5); }).code, ErrorCode::Range);
+    query::RemoveQuery remove(*m_session);
+    remove.bind(QRB_DATA_TYPE_UINT64, ids.data(), 8);
+    EXPECT_EQ(remove.next(5), 5u);
+    query::commit(*m_session);
+    expectValues({}, "removed");
+    m_session->begin("anew", "test", "", "");
+    add(2, {9, 9});
+    query::commit(*m_session);
+    expectValues({9, 9}, "inserted anew");
 }
 
 }  // namespace
