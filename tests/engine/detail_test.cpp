@@ -5,6 +5,7 @@
 #include "engine/query/commit.h"
 #include "engine/query/fill.h"
 #include "engine/query/remove.h"
+#include "engine/schema/lodmethod.h"
 
 #include <gtest/gtest.h>
 
@@ -179,12 +180,14 @@ TEST_F(Details, ThatAreCancelledLeaveTheTransactionPendingAndThePointsAsTheyWere
     const Points all = readAll(*m_session);
     m_session->begin("detail", "test", "", "");
     m_session->setLevelOfDetail(1, 50);
+    int told = 0;
     try {
-        query::commit(*m_session, [](int percent) { return percent < 70; });
+        query::commit(*m_session, [&](int percent) { return (told = percent) < 70; });
         FAIL() << "the commit went on";
     } catch (const Failure& failure) {
         EXPECT_EQ(failure.code(), ErrorCode::Cancelled);
     }
+    EXPECT_LT(told, 95) << "not while the points were made";
     EXPECT_TRUE(m_session->pending());
     EXPECT_EQ(readAll(*m_session), all);
     m_session->rollback();
@@ -231,7 +234,7 @@ TEST_F(Details, OfEachMethodAreThatOfTheirPoints) {
     std::vector<std::uint8_t> values;
     for (int i = 0; i < 12; ++i) {
         xyz.insert(xyz.end(), {1.0, 1.0, 1.0});
-        values.push_back(static_cast<std::uint8_t>(std::vector{0, 2, 2, 2, 8, 6}[i % 6]));
+        values.push_back(static_cast<std::uint8_t>(std::vector{0, 2, 2, 8, 8, 4}[i % 6]));
     }
     query::InsertQuery query(*m_session);
     query.bind("xyz", QRB_DATA_TYPE_DOUBLE, xyz.data(), 24);
@@ -249,10 +252,71 @@ TEST_F(Details, OfEachMethodAreThatOfTheirPoints) {
     EXPECT_EQ(read["minimum"], 2);
     EXPECT_EQ(read["maximum"], 8);
     EXPECT_EQ(read["majority"], 2);
-    EXPECT_EQ(read["average"], 4);
+    EXPECT_EQ(read["average"], 5);  // 4.8
     EXPECT_EQ(read["first"], 0);
     EXPECT_NE(read["between"], 3);
     EXPECT_EQ(select.next(1), 0u);
+}
+
+TEST_F(Details, AreMadeAnewWhenTheirModeAloneChanges) {
+    make(1, 10);
+    add(cloud(5'000, -900, 900));
+    const Points all = readAll(*m_session);
+    const auto areOriginals = [&] {
+        bool originals = true;
+        for (const auto& [id, point] : readNode(1))
+            originals = originals && all.contains(id) && all.at(id) == point;
+        return originals;
+    };
+    EXPECT_TRUE(areOriginals());
+    m_session->begin("mode", "test", "", "");
+    m_session->setLevelOfDetail(2, 10);
+    query::commit(*m_session);
+    EXPECT_FALSE(areOriginals());
+    // What thinout calls a size is none for the other mode.
+    m_session->begin("size", "test", "", "");
+    m_session->setLevelOfDetail(1, 50);
+    m_session->setLevelOfDetail(2, 50);
+    EXPECT_EQ(m_session->state()->chunkSizeLod, 0u);
+    m_session->rollback();
+}
+
+TEST_F(Details, OfNodesWithMoreOfThemThanALeafHoldsAreRead) {
+    make(2, 1, 3);
+    add(cloud(300, -900, 900));
+    bool more = false;
+    forEachInner([&](const index::Node& node, auto) { more = more || node.ownCount > 3; });
+    EXPECT_TRUE(more);
+    add(cloud(100, -900, 900));
+    EXPECT_EQ(readAll(*m_session).size(), 400u);
+}
+
+TEST_F(Details, AreNoPointsForAFillOfTheirNode) {
+    make(1, 25);
+    add(cloud(2'000, -900, 900));
+    ASSERT_GT(readNode(1).size(), 0u);
+    m_session->begin("fill", "test", "", "");
+    query::Scope scope;
+    scope.nodes.emplace().insert(1);
+    query::FillQuery fill(*m_session, scope, "");
+    const std::uint16_t amplitude = 7;
+    fill.bind("amplitude", QRB_DATA_TYPE_UINT16, &amplitude);
+    EXPECT_EQ(fill.next(1000), 0u);
+    m_session->rollback();
+}
+
+TEST(DetailMethod, OfKindsIsTheMajorityByTagOrName) {
+    using schema::LodMethod;
+    for (const char* tags : {"boolean", "own, boolean", "own,enumeration", "boolean ,own"}) {
+        schema::AttributeRecord kind = record("kind", 0, 9);
+        kind.tags = tags;
+        EXPECT_EQ(schema::lodMethod(kind), LodMethod::Majority) << tags;
+    }
+    for (const char* tags : {"", "nonboolean", "booleans", "own"}) {
+        schema::AttributeRecord value = record("value", 0, 9);
+        value.tags = tags;
+        EXPECT_EQ(schema::lodMethod(value), LodMethod::Average) << tags;
+    }
 }
 
 }  // namespace
