@@ -379,5 +379,23 @@ TEST_F(CheckTest, TakesNothingForDamageThatIsDiscardedMeanwhile) {
     EXPECT_GT(checks, 0u);
 }
 
+TEST_F(CheckTest, ReadsPagesFromTheFileWhateverWasReadBefore) {
+    const std::string many = folder.file("many.qrbx");
+    session::Session::create(many, settings(1, 1), "test", amplitudeOnly());
+    session::Session session(many, {}, "test");
+    commitPoints(session, somePoints(3000, 1));
+    (void)readAll(session);
+    const index::Node root = session.rootNode(*session.state());
+    BlobRef page;
+    for (index::TreeCursor at(root, session.pageReader()); at.node() && !page; at.enter())
+        page = at.node()->childPage;
+    ASSERT_TRUE(page);
+    runSql(many,
+           ("UPDATE blob SET data = zeroblob(length(data)) WHERE id = " + std::to_string(page.blob))
+               .c_str());
+    EXPECT_GT(report::check(session).faultCount, 0u);
+    EXPECT_EQ(outcomeOf([&] { (void)readAll(session); }).code, ErrorCode::Damaged);
+}
+
 }  // namespace
 }  // namespace tarvo::engine

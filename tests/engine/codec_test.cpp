@@ -222,10 +222,10 @@ std::size_t residentBytes() {
 TEST(Codec, TakesNoMemoryForWhatAHeaderClaims) {
     Decoder decoder;
     // A frame that claims 2^40 bytes.
-    Bytes frame{4, 0x28, 0xb5, 0x2f, 0xfd, 0xe0, 0, 0, 0, 0, 0, 1, 0, 0, 0x03, 0, 0};
+    Bytes frame{4, 0x28, 0xb5, 0x2f, 0xfd, 0xe0, 0, 0, 0, 0, 0, 1, 0, 0, 0x01, 0, 0};
     EXPECT_FALSE(decodeDamaged(decoder, frame, 8, std::size_t(1) << 37));
     // And one that claims four gigabytes, which could be had.
-    Bytes large{4, 0x28, 0xb5, 0x2f, 0xfd, 0xe0, 0, 0, 0, 0, 1, 0, 0, 0, 0x03, 0, 0};
+    Bytes large{4, 0x28, 0xb5, 0x2f, 0xfd, 0xe0, 0, 0, 0, 0, 1, 0, 0, 0, 0x01, 0, 0};
     const std::size_t before = residentBytes();
     EXPECT_FALSE(decodeDamaged(decoder, large, 8, std::size_t(1) << 29));
     EXPECT_LT(residentBytes(), before + (std::size_t(64) << 20));

@@ -2,6 +2,7 @@
 // nobody crashes, goes on without end or makes a wrong commit of them.
 #include "tests/engine/hostile.h"
 
+#include "engine/index/shape.h"
 #include "engine/query/remove.h"
 #include "engine/query/stat.h"
 #include "engine/query/update.h"
@@ -239,6 +240,56 @@ TEST_F(HostileIndex, APageAtManyPlacesIsNoTreeAndEndsEveryWalk) {
     }
 }
 
+TEST_F(HostileIndex, APageThatHoldsLessThanItsNodeTellsIsNotCleanedUp) {
+    commitIndex(file, [](session::Session& session, session::State&, Node& root) {
+        Node& node = inner(root);
+        node.children.pop_back();
+        node.childPage = session.container().add(index::encodePage(node.children));
+        node.children.clear();
+    });
+    session::Session session(file, {}, "test");
+    const std::uint64_t blobs = session.container().blobCount();
+    EXPECT_TRUE(isDamage(outcomeOf([&] { session.vacuum(); })));
+    EXPECT_EQ(session.container().blobCount(), blobs);
+}
+
+TEST_F(HostileIndex, ABlockOfTwoLeavesOfDifferentSizesIsReadForNone) {
+    commitIndex(file, [](session::Session&, session::State&, Node& root) {
+        std::vector<Node*> leaves;
+        const auto collect = [&](auto&& self, Node& node) -> void {
+            if (node.isLeaf())
+                leaves.push_back(&node);
+            for (Node& child : node.children)
+                self(self, child);
+        };
+        collect(collect, root);
+        const auto other = std::find_if(leaves.begin(), leaves.end(), [&](const Node* leaf) {
+            return leaf->ownCount < leaves[0]->ownCount;
+        });
+        ASSERT_NE(other, leaves.end());
+        (*other)->attributes = leaves[0]->attributes;
+    });
+    EXPECT_TRUE(isDamage(reading()));
+}
+
+TEST_F(HostileIndex, NodesAndRootsOfLaterTransactionsAreNamed) {
+    commitChanged(
+        file, [](session::State& state, Node& leaf) { leaf.revision = state.transaction.id + 1; });
+    expectFault(Fault::Kind::Index, "by a later transaction");
+    renew();
+    rewriteSnapshot(file, 2,
+                    [](std::string& root) { replace(root, "\"parent\":1", "\"parent\":2"); });
+    expectFault(Fault::Kind::Root, "of another transaction");
+}
+
+TEST_F(HostileIndex, TwoAttributesOfOneNumberAreDamage) {
+    commitIndex(file, [](session::Session&, session::State& state, Node&) {
+        state.attributes.all().back().uid = state.attributes.all().front().uid;
+        state.attributesBlob = {};
+    });
+    EXPECT_TRUE(isDamage(outcomeOf([&] { session::Session(file, {}, "test"); })));
+}
+
 TEST_F(HostileIndex, APageThatTwoNodesHaveIsNamed) {
     commitIndex(file, [](session::Session& session, session::State& state, Node& root) {
         Node& node = inner(root);
@@ -342,6 +393,16 @@ TEST_F(HostileIndex, DataBehindTheLastBlobIsNamedAndNotDeleted) {
     EXPECT_EQ(readAll(session).size(), 3500u);
 }
 
+TEST_F(HostileIndex, AHistoryThatEndsBeforeTheDataOfItsTransactionsIsDamage) {
+    {
+        store::Connection connection(file, SQLITE_OPEN_READWRITE);
+        store::History history = store::readHistory(connection);
+        --history.lastBlob;
+        store::writeHistory(connection, history);
+    }
+    EXPECT_TRUE(isDamage(outcomeOf([&] { session::Session(file, {}, "test"); })));
+}
+
 TEST_F(HostileIndex, AHistoryWithoutRoomForAnotherTransactionIsNotContinued) {
     {
         store::Connection connection(file, SQLITE_OPEN_READWRITE);
@@ -400,6 +461,32 @@ TEST(HostilePage, NodesBelowEachOtherWithoutEndAreRefused) {
     };
     EXPECT_EQ(outcomeOf([&] { (void)index::decodePage(chain(100)); }).text, "");
     EXPECT_EQ(outcomeOf([&] { (void)index::decodePage(chain(1000)); }).code, ErrorCode::Damaged);
+}
+
+TEST(HostilePage, AttributesOutOfOrderAndNodesWithoutPointsAreRefused) {
+    Node node;
+    node.id = 1;
+    node.last = 7;
+    node.attributes = {{2, 1, {}}, {1, 1, {}}};
+    EXPECT_EQ(outcomeOf([&] { (void)index::decodePage(index::encodePage({node})); }).code,
+              ErrorCode::Damaged);
+    node.attributes[1].uid = 3;
+    EXPECT_EQ(outcomeOf([&] { (void)index::decodePage(index::encodePage({node})); }).text, "");
+
+    std::vector<Node> children(2);
+    for (Node& child : children) {
+        child.level = 1;
+        child.ownCount = child.totalCount = 5;
+    }
+    children[0].last = 3;
+    children[1].first = 4;
+    children[1].last = 7;
+    node.totalCount = 10;
+    node.children = children;
+    EXPECT_EQ(outcomeOf([&] { index::requireTree(node, children); }).text, "");
+    children[1].totalCount = children[1].ownCount = 0;
+    node.totalCount = 5;
+    EXPECT_EQ(outcomeOf([&] { index::requireTree(node, children); }).code, ErrorCode::Damaged);
 }
 
 }  // namespace
