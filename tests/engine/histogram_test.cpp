@@ -1,6 +1,7 @@
 // Histograms at the ends of their bins, against a count of the values themselves.
 #include "tests/engine/database.h"
 
+#include "engine/report/chart.h"
 #include "engine/report/histogram.h"
 
 #include <gtest/gtest.h>
@@ -129,6 +130,23 @@ TEST(Histograms, CountInvalidValuesApart) {
         EXPECT_EQ(histogram.invalid, 7u) << invalid;
         expectCounted(histogram, valid, false);
     }
+}
+
+TEST(Histograms, ShowABarForWhatOccursAtAll) {
+    Histogram histogram;
+    for (const std::uint64_t count : {std::uint64_t(1'000'000), std::uint64_t(1), std::uint64_t(0)})
+        histogram.bins.push_back({"", "", count, ""});
+    report::Image image = report::drawBars(histogram);
+    const unsigned lowest = image.height() - 2;  // above the axis
+    const auto height = [&](unsigned bin) {
+        unsigned pixels = 0;
+        for (unsigned y = 0; y <= lowest; ++y)
+            pixels += image.at(bin * image.width() / 3 + 5, y).alpha != 0;
+        return pixels;
+    };
+    EXPECT_EQ(height(0), lowest + 1);
+    EXPECT_EQ(height(1), 1u);
+    EXPECT_EQ(height(2), 0u);
 }
 
 }  // namespace

@@ -329,14 +329,18 @@ TEST_F(ReportTest, ElementsWithoutValidValuesAreCountedAsInvalid) {
     create();
     session->begin("points", "test", "", "");
     std::vector<Sighting> points = sightings(50);
-    for (Sighting& point : points)
+    for (Sighting& point : points) {
         point.height = -1;
+        point.kind = point.kind == 99 ? 99 : 2;  // one value, but not of all
+    }
     insertSightings(points);
     session->commit();
     const std::vector<CsvRow> rows = csvOf(report(4));
     EXPECT_EQ(sums(rows, "invalid").at("height,0"), 50u);
     EXPECT_EQ(sums(rows, "0").count("height,0"), 0u);
     EXPECT_TRUE(isWellFormed(report(3)));
+    EXPECT_EQ(report(3).find("points have the value 2"), std::string::npos);
+    EXPECT_NE(report(3).find("All 50 points have the value 7"), std::string::npos);
     EXPECT_NE(report(1).find("no values"), std::string::npos);
 }
 
@@ -381,6 +385,11 @@ TEST_F(ReportTest, LargeDatabasesAreSampledAndSaySo) {
 
 TEST_F(ReportTest, LevelOfDetailPointsAreNoPointsOfTheFile) {
     fill();
+    const auto bytesPerPoint = [this] {
+        const rapidjson::Document json = parseJson(report(2), "the report");
+        return json["attributes"][0]["bytes_per_point"].GetDouble();
+    };
+    const double before = bytesPerPoint();
     session->begin("detail", "test", "", "");
     session->setLevelOfDetail(1, 20);
     query::updateLevelOfDetail(*session, {});
@@ -390,6 +399,7 @@ TEST_F(ReportTest, LevelOfDetailPointsAreNoPointsOfTheFile) {
     EXPECT_GT(json["level_of_detail"]["points"].GetUint64(), 0u);
     EXPECT_GT(json["storage"]["level_of_detail"].GetUint64(), 0u);
     EXPECT_EQ(sums(csvOf(report(4))).at("xyz,0"), 1000u);
+    EXPECT_EQ(bytesPerPoint(), before);
 }
 
 TEST_F(ReportTest, PointsThatTheIndexExcludesAreDamage) {

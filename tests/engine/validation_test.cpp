@@ -75,7 +75,17 @@ INSTANTIATE_TEST_SUITE_P(
         Case{R"({"pattern": "^[°']$"})", R"("°")", ""},
         Case{R"({"pattern": "^a+$"})", R"("ab")",
              "The whole value: expected a text that matches ^a+$, found \"ab\"\n"},
-        Case{R"({"pattern": "b"})", R"("abc")", ""}, Case{R"({"pattern": "^b"})", "7", ""}));
+        Case{R"({"pattern": "b"})", R"("abc")", ""}, Case{R"({"pattern": "^b"})", "7", ""},
+        // Bytes that are no text, and texts that are cut, stay characters.
+        Case{"{\"pattern\": \"^\ufffd$\"}", "\"\xe2\x82\"", ""},
+        Case{"{\"pattern\": \"^\ufffd\ufffd$\"}", "\"\xff\xc3\"", ""},
+        Case{R"({"const": 1})", R"("ääääääääääääääääääääääääääääääääääääääää")",
+             "The whole value: expected 1, found \"äääääääääääääääääääääääääääää...\n"},
+        // Marks within texts are no nesting.
+        Case{
+            R"({"type": "string"})",
+            R"("\"[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[")",
+            ""}));
 
 INSTANTIATE_TEST_SUITE_P(
     Parts, Keywords,
@@ -180,6 +190,7 @@ TEST(JsonSchema, HoldsEachLimitBelowAtAndAboveIt) {
         {R"({"maxLength": 0})", R"("")", "1", R"("a")", "110"},
         {R"({"maxItems": 0})", "[]", "1", "[1]", "110"},
         {R"({"items": [{}, {}], "additionalItems": false})", "[1]", "[1, 2]", "[1, 2, 3]", "110"},
+        {R"({"items": [], "additionalItems": false})", "[]", "1", "[1]", "110"},
     };
     for (const Limit& limit : limits) {
         std::string satisfied;
@@ -304,6 +315,10 @@ TEST(JsonSchema, ChecksManyElementsAndListsABoundedNumberOfFaults) {
     EXPECT_LE(found.size(), 2000u);
     EXPECT_EQ(found[0].text, "has more faults than those listed here");
     EXPECT_EQ(found[8].pointer, "/7");
+    // Also behind a part that was checked by itself.
+    JsonSchema parts(
+        R"({"properties": {"a": {"allOf": [{}]}, "b": {"items": {"type": "string"}}}})");
+    EXPECT_LE(parts.check("{\"a\": 1, \"b\": " + numbers + "-1]}").size(), 2000u);
     // The next value is judged afresh.
     EXPECT_TRUE(texts.check("[\"a\"]").empty());
 }
