@@ -137,14 +137,18 @@ TEST_F(Copy, HoldsAllThatTheSourceHolds) {
     EXPECT_NE(cloud->getUuid(), m_source.getUuid());
 }
 
-TEST_F(Copy, HasTheLevelsOfDetailThatTheSourceHasNow) {
+TEST_F(Copy, HasTheDefinitionsAndLevelsOfDetailThatTheSourceHasNow) {
     {
         TransactionGuard transaction(m_source.transactions(), "Detail", "tests");
+        PointAttribute primary = m_source.pointAttributes().get("p");
+        primary.title = "Where it is";
+        m_source.pointAttributes().put(primary);
         m_source.management().setLodMode(2);
         m_source.management().setChunkSizeLOD(3);
         transaction.commit();
     }
     const auto cloud = copied(everything(), settings());
+    EXPECT_EQ(cloud->pointAttributes().get("p").title, "Where it is");
     EXPECT_EQ(cloud->management().getLodMode(), 2u);
     EXPECT_EQ(cloud->management().getChunkSizeLOD(), 3u);
     EXPECT_TRUE(read(*cloud) == m_table);
@@ -401,9 +405,11 @@ TEST_F(NewDatabases, NoOutputTakesThePlaceOfADatabaseOrAnInput) {
     EXPECT_NE(failure([&] { copy::checkOutputPlace(m_context, file("a.qrbx-journal")); }, 0)
                   .find("belongs to a database"),
               std::string::npos);
-    const std::string scan = write("scan.las", std::string("LASF") + std::string(400, '\0'));
-    EXPECT_NE(failure([&] { copy::checkOutputPlace(m_context, scan); }, 0).find("is a scan"),
-              std::string::npos);
+    for (const char* begin : {"LASF", "ASTM-E57"}) {
+        const std::string scan = write("scan", begin + std::string(400, '\0'));
+        EXPECT_NE(failure([&] { copy::checkOutputPlace(m_context, scan); }, 0).find("is a scan"),
+                  std::string::npos);
+    }
     copy::checkOutputPlace(m_context, file("input.csv"));
     copy::checkOutputPlace(m_context, file("new.csv"), {input});
     EXPECT_EQ(std::filesystem::file_size(file("a.qrbx")), before);
@@ -411,7 +417,7 @@ TEST_F(NewDatabases, NoOutputTakesThePlaceOfADatabaseOrAnInput) {
 
     EXPECT_NE(
         failure([&] { m_source.changelog().exportToTextfile(file("no/file")); }, QRB_ERROR_FILE)
-            .find("can't be written"),
+            .find("\nIts folder must be there"),
         std::string::npos);
     m_source.changelog().exportToTextfile(file("input.csv"));
     EXPECT_GT(std::filesystem::file_size(file("input.csv")), 5u);

@@ -219,13 +219,40 @@ TEST_F(Files, PlacesThatCantBeWrittenStayAsTheyAre) {
                   full.publish();
               }).find("No space left"),
               std::string::npos);
-    if (::getuid() != 0) {
-        write("protected", "old");
-        fs::permissions(file("protected"), fs::perms::owner_read);
-        EXPECT_NE(failure([&] { files::WholeFile(file("protected")); }).find("write-protected"),
-                  std::string::npos);
-        fs::remove(file("protected"));
+    // A user like any other: nothing is protected from the first one. Into a folder that may be
+    // entered but not listed he may write.
+    fs::permissions(m_folder, fs::perms::all);
+    write("protected", "old");
+    fs::permissions(file("protected"), fs::perms::owner_read | fs::perms::others_read);
+    fs::create_directory(file("dark"));
+    fs::permissions(file("dark"), static_cast<fs::perms>(0333));
+    const pid_t child = ::fork();
+    if (child == 0) {
+        if (::getuid() == 0 && ::setuid(65534) != 0)
+            ::_exit(3);
+        int status = 1;
+        try {
+            files::WholeFile(file("protected"));
+        } catch (const files::FileError& error) {
+            status = error.details() == std::string("It is write-protected.") ? 0 : 2;
+        }
+        try {
+            files::WholeFile whole(file("dark/new"));
+            whole.write("text");
+            whole.publish();
+        } catch (const files::FileError&) {
+            status = 4;
+        }
+        ::_exit(status);
     }
+    int status = -1;
+    ::waitpid(child, &status, 0);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(read(file("protected")), "old");
+    fs::permissions(file("dark"), fs::perms::all);
+    EXPECT_EQ(read(file("dark/new")), "text");
+    fs::remove(file("protected"));
+    fs::remove_all(file("dark"));
     EXPECT_EQ(names(), (std::set<std::string>{"circle"}));
 }
 

@@ -125,7 +125,10 @@ TEST_F(Attributes, GroupsFollowTheCatalogueThenTagsAndRanksTheFilesOrder) {
     qrb::Pointcloud cloud(context);
     PointAttribute tagged = attribute("own.normal", -1, 1, 0.01, 3);
     tagged.tags = " direction ,boolean";
-    create(cloud, "groups", {attribute("own.b", 0, 1, 1), tagged, attribute("own.a", 0, 1, 1)});
+    PointAttribute matrix = attribute("own.matrix", -1, 1, 0.01, 9);
+    matrix.tags = "transform";
+    create(cloud, "groups",
+           {attribute("own.b", 0, 1, 1), tagged, attribute("own.a", 0, 1, 1), matrix});
     PointAttributes& attributes = cloud.pointAttributes();
     {
         TransactionGuard transaction(cloud.transactions(), "Add", "tests");
@@ -140,6 +143,7 @@ TEST_F(Attributes, GroupsFollowTheCatalogueThenTagsAndRanksTheFilesOrder) {
     EXPECT_EQ(group("tarvo.range"), "Coordinates/Vectors 0");
     EXPECT_EQ(group("tarvo.surface_normal"), "Coordinates/Vectors 1");
     EXPECT_EQ(group("own.normal"), "Coordinates/Vectors 2");
+    EXPECT_EQ(group("own.matrix"), "Coordinates/Vectors 3");
     EXPECT_EQ(group("tarvo.id"), "Other Attributes 0");
     EXPECT_EQ(group("tarvo.visible"), "Other Attributes 1");
     EXPECT_EQ(group("p"), "Other Attributes 2");

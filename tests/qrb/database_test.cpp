@@ -125,6 +125,9 @@ TEST_F(Database, RecordsKeepEveryField) {
     EXPECT_EQ(attribute("a", 0, 255, 1).dataType(), DataType::UINT8);
     EXPECT_EQ(attribute("a", -1, 255, 1).dataType(), DataType::INT16);
     EXPECT_EQ(attribute("a", 0, 1, 0).dataType(), DataType::DOUBLE);
+    EXPECT_EQ(attribute("a", -1e4, 1e4, 0.01).dataType(), DataType::SINGLE);
+    EXPECT_EQ(attribute("a", -1e6, 1, 0.01).dataType(), DataType::DOUBLE);
+    EXPECT_EQ(attribute("a", -1, 1e6, 0.01).dataType(), DataType::DOUBLE);
 }
 
 TEST_F(Database, SettingsAreCopiedDeeplyAndTravelAsJson) {

@@ -161,4 +161,33 @@ TEST_F(Lists, OfNamesHoldAsManyTextsAsTheyTell) {
     EXPECT_TRUE(found.contains("tarvo.xyz"));
 }
 
+// One node takes one index after another.
+TEST_F(Lists, OfNodesAreThoseOfTheLastReading) {
+    const auto& f = qrb::functions();
+    std::uint32_t id = 0, done = 0;
+    std::vector<double> places(5000);
+    for (std::size_t i = 0; i < places.size(); ++i)
+        places[i] = static_cast<double>(i % 21) - 10;
+    qrb_query_insert* insert = nullptr;
+    f.qrb_pointcloud_transaction_begin(m_context, m_cloud, "t", "", "", "", &id);
+    f.qrb_pointcloud_query_insert_new(m_context, m_cloud, &insert);
+    f.qrb_pointcloud_query_insert_bind(m_context, insert, "p", QRB_DATA_TYPE_DOUBLE, places.data(),
+                                       8);
+    f.qrb_pointcloud_query_insert_next(m_context, insert, 5000, &done);
+    f.qrb_pointcloud_query_insert_delete(m_context, insert);
+    ASSERT_EQ(f.qrb_pointcloud_transaction_commit(m_context, m_cloud), QRB_SUCCESS);
+    qrb_query_stat* stat = nullptr;
+    qrb_graph_node* node = nullptr;
+    ASSERT_EQ(f.qrb_pointcloud_query_stat_new(m_context, m_cloud, &stat), QRB_SUCCESS);
+    ASSERT_EQ(f.qrb_pointcloud_graph_node_new(m_context, &node), QRB_SUCCESS);
+    for (const char* filter : {"", "p > 99", "p > 3", ""}) {
+        ASSERT_EQ(f.qrb_pointcloud_query_stat_index_filter(m_context, stat, node, filter),
+                  QRB_SUCCESS);
+        EXPECT_EQ(node->point_count_total, 5000);
+        EXPECT_EQ(node->child_count > 0, std::string(filter) != "p > 99") << filter;
+    }
+    f.qrb_pointcloud_graph_node_delete(m_context, node);
+    f.qrb_pointcloud_query_stat_delete(m_context, stat);
+}
+
 }  // namespace

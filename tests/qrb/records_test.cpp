@@ -188,7 +188,7 @@ TEST_F(Records, OfOpenSettingsArriveMemberByMember) {
 }
 
 // The older pair of functions: what does not fit is told as the most that fits.
-TEST_F(Records, CacheSizesBeyond32BitsAreToldAsTheMost) {
+TEST_F(Records, NumbersTheOlderFunctionsHaveNoRoomForAreToldAsTheMost) {
     const auto& f = qrb::functions();
     qrb_context* context = nullptr;
     ASSERT_EQ(f.qrb_context_new(&context, "OFF", ""), QRB_SUCCESS);
@@ -210,6 +210,17 @@ TEST_F(Records, CacheSizesBeyond32BitsAreToldAsTheMost) {
         for (const std::uint32_t each : told)
             EXPECT_EQ(each, expected) << size;
     }
+    qrb_point_attribute* attribute = nullptr;
+    ASSERT_EQ(f.qrb_pointcloud_point_attribute_new(context, &attribute), QRB_SUCCESS);
+    for (const std::uint32_t length : {255u, 256u, 300u, 4096u}) {
+        std::uint8_t told[2] = {};
+        f.qrb_pointcloud_point_attribute_set_length_u32(context, attribute, length);
+        f.qrb_pointcloud_point_attribute_get_length(context, attribute, &told[0]);
+        f.qrb_pointcloud_point_attribute_get_length_cf(attribute, &told[1]);
+        EXPECT_EQ(told[0], 255) << length;
+        EXPECT_EQ(told[1], 255) << length;
+    }
+    f.qrb_pointcloud_point_attribute_delete(context, attribute);
     f.qrb_pointcloud_create_settings_delete(context, create);
     f.qrb_pointcloud_open_settings_delete(context, open);
     f.qrb_context_delete(context);
