@@ -1,0 +1,178 @@
+// What goes with the points: metadata, attributes and the changelog, as a user and a script change
+// them.
+#include "tests/cli/admin.h"
+
+#include <vector>
+
+namespace {
+
+using namespace tarvo::cli::tests;
+
+TEST_F(Admin, MetadataGoesRoundThroughFiles) {
+    importPoints(3);
+    const std::string metadata = "metadata " + file;
+    const std::string items =
+        "{\"b\": {\"x\": 1.2300, \"y\": [1, {\"k\": null}]}, \"s\": \"text\", \"n\": 5.0e3,"
+        "\"../../evil\": [true], \".hidden\": 12345678901234567890123}";
+    expectSuccess(metadata + " set s 1");
+    expectSuccess(metadata + " import " + folder.write("in.json", items),
+                  "Items added   b, n, ../../evil, .hidden\nItems updated s\n");
+    const auto expectItems = [&] {
+        expectSuccess(metadata + " get b", "{\"x\":1.2300,\"y\":[1,{\"k\":null}]}\n");
+        expectSuccess(metadata + " get s", "\"text\"\n");
+        expectSuccess(metadata + " get n", "5.0e3\n");
+        expectSuccess(metadata + " get .hidden", "12345678901234567890123\n");
+        expectSuccess(metadata + " get ../../evil", "[true]\n");
+    };
+    expectItems();
+    const rapidjson::Document list = json(metadata + " --json");
+    ASSERT_EQ(list.Size(), 5u);
+    EXPECT_STREQ(list[0]["name"].GetString(), "../../evil");
+    EXPECT_EQ(list[0]["size"].GetUint(), 6u);
+
+    const std::string out = folder.file("out.json");
+    expectSuccess(metadata + " export " + out);
+    rapidjson::Document exported;
+    ASSERT_FALSE(exported.Parse(read(out).c_str()).HasParseError()) << read(out);
+    EXPECT_EQ(exported.MemberCount(), 5u);
+    std::filesystem::create_directory(folder.file("items"));
+    const std::size_t before = folder.count();
+    expectSuccess(metadata + " export " + folder.file("items"));
+    EXPECT_EQ(folder.count(), before) << "names lead out of the folder";
+    const std::filesystem::directory_iterator files(folder.file("items"));
+    EXPECT_EQ(std::distance(files, {}), 5);
+    for (const std::string& from : {out, folder.file("items") + "/*"}) {
+        expectSuccess(metadata + " remove b s n ../../evil .hidden", "5 items removed.\n");
+        EXPECT_EQ(json(metadata + " --json").Size(), 0u);
+        const Result import = runShell(QRBTOOL_FILE " " + metadata + " import " + from);
+        EXPECT_EQ(import.code, 0) << import.output;
+        expectItems();
+    }
+    EXPECT_EQ(runShell("echo '[7]' | " QRBTOOL_FILE " " + metadata + " set in -").code, 0);
+    expectSuccess(metadata + " get in", "[7]\n");
+
+    const std::size_t kept = transactionCount();
+    const std::string deep(200000, '[');
+    expectFailure(1, metadata + " import " + folder.write("1", "[1]"), "expected to be an object");
+    expectFailure(1, metadata + " import " + folder.write("2", "7"), "expected to be an object");
+    expectFailure(1, metadata + " import " + folder.write("3", "{\"a\":1"), "Position: 6");
+    expectFailure(1, metadata + " import " + folder.write("4", "{\"a\":" + deep),
+                  "Failed to parse");
+    expectFailure(1, metadata + " import " + folder.file("items"), "Is a directory");
+    expectFailure(1, metadata + " export " + out + " nothing", "nothing");
+    expectFailure(1, metadata + " get nothing", "no metadata item \"nothing\"");
+    expectFailure(1, metadata + " remove b nothing", "nothing");
+    expectFailure(1, metadata + " set a '{'", "not valid JSON");
+    expectFailure(1, metadata + " set a @" + folder.file("none"), "Failed to open input file!");
+    EXPECT_EQ(transactionCount(), kept);
+    expectItems();
+}
+
+TEST_F(Admin, MetadataIsSignedAndChecked) {
+    importPoints(3);
+    const std::string metadata = "metadata " + file;
+    expectSuccess(metadata + " set a 1");
+    expectFailure(1, metadata + " verify a --key 01", "No valid signature");
+    expectFailure(1, metadata + " unsign a", "The item is not signed.");
+    expectFailure(2, metadata + " sign a", "qrbtool: ");
+    expectFailure(2, metadata + " sign a --key xyz", "The key is empty");
+    expectSuccess(metadata + " sign a --key '01 02'", "Signature successfully created.\n");
+    EXPECT_TRUE(json(metadata + " list --json")[0]["signed"].GetBool());
+    expectSuccess(metadata + " verify a --key-file " + folder.write("key", "01\n02\n"));
+    expectFailure(1, metadata + " verify a --key 0103", "No valid signature");
+    expectFailure(1, metadata + " sign a --key 03", "--overwrite");
+    expectSuccess(metadata + " sign a --key 03 --overwrite");
+    expectSuccess(metadata + " verify a --key 03");
+    expectSuccess(metadata + " set a 2");
+    expectFailure(1, metadata + " verify a --key 03", "No valid signature");
+    expectSuccess(metadata + " sign a --key 03 --overwrite");
+    expectSuccess(metadata + " unsign a", "Signature successfully deleted.\n");
+    EXPECT_FALSE(json(metadata + " list --json")[0]["signed"].GetBool());
+
+    const std::string schema = folder.write("s.json", "{\"type\":\"object\",\"required\":[\"q\"]}");
+    expectSuccess(metadata + " set b '{\"q\":1}'");
+    expectSuccess(metadata + " validate b --schema " + schema, "No problems detected!\n");
+    expectFailure(1, metadata + " validate a --schema " + schema, "expected");
+    expectFailure(1, metadata + " validate a", "not a default metadata item");
+    expectSuccess(metadata + " set tarvo.geo_tag '{}'");
+    const Result findings = run(metadata + " validate tarvo.geo_tag --json");
+    EXPECT_EQ(findings.code, 1);
+    rapidjson::Document problems;
+    problems.Parse(findings.output.c_str());
+    ASSERT_TRUE(problems.IsArray() && !problems.Empty()) << findings.output;
+    EXPECT_NE(std::string(problems[0].GetString()).find("crs"), std::string::npos);
+}
+
+TEST_F(Admin, AttributesAreAddedChangedAndRemoved) {
+    importPoints(30);
+    const std::string attributes = "attributes " + file;
+    expectSuccess(attributes + " add tarvo.rgba tarvo.selected", "2 attributes added.\n");
+    expectFailure(1, attributes + " add tarvo.nir nonsense", "nonsense");
+    expectFailure(1, attributes + " add tarvo.class", "tarvo.class");
+    expectFailure(1, attributes + " show tarvo.nir", "tarvo.nir");
+    expectSuccess(attributes + " duplicate tarvo.class my.class");
+    expectSuccess(attributes + " discard tarvo.class");
+    expectSuccess("select --count " + file + " --filter 'tarvo.class == 0'", "30\n");
+    expectSuccess("select --count " + file + " --filter 'my.class == 2'", "10\n");
+    expectSuccess(attributes + " remove tarvo.class");
+    expectFailure(1, attributes + " remove tarvo.class", "tarvo.class");
+    expectFailure(1, attributes + " remove tarvo.xyz", "tarvo.xyz");
+
+    std::string definition = run(attributes + " show my.class --json").output;
+    const std::string old = "\"maximum_value\":";
+    const std::size_t at = definition.find(old) + old.size();
+    ASSERT_NE(at, std::string::npos + old.size()) << definition;
+    const std::string smaller =
+        definition.substr(0, at) + "4" + definition.substr(definition.find(',', at));
+    expectSuccess(attributes + " put --json " + folder.write("d.json", smaller));
+    EXPECT_EQ(json(attributes + " show my.class --json")["maximum_value"].GetDouble(), 4);
+    expectSuccess("select --count " + file + " --filter 'my.class == 2'", "10\n");
+    expectFailure(1, "update " + file + " --set my.class=5", "out of the range");
+    const std::string renamed = std::string(smaller).replace(smaller.find("my.class"), 8, "other");
+    expectSuccess(attributes + " add --json " + folder.write("e.json", renamed));
+    expectFailure(1, attributes + " add --json " + folder.write("f.json", "{"), "qrbtool: ");
+    expectFailure(1, attributes + " put --json " + folder.write("g.json", definition + "x"),
+                  "qrbtool: ");
+
+    const rapidjson::Document list = json(attributes + " --json");
+    std::vector<std::string> names;
+    for (const auto& one : list.GetArray()) {
+        names.emplace_back(one["name"].GetString());
+    }
+    EXPECT_EQ(names, (std::vector<std::string>{"tarvo.xyz", "tarvo.id", "tarvo.rgba",
+                                               "tarvo.selected", "my.class", "other"}));
+    EXPECT_EQ(json(attributes + " list 'tarvo.*' --json").Size(), 4u);
+    const rapidjson::Document groups = json(attributes + " group --json");
+    std::size_t grouped = 0;
+    for (const auto& group : groups.GetObject()) {
+        grouped += group.value.Size();
+    }
+    EXPECT_EQ(grouped, names.size());
+    EXPECT_STREQ(groups["Coordinates/Vectors"][0].GetString(), "tarvo.xyz");
+}
+
+TEST_F(Admin, TheChangelogIsKeptExportedAndImported) {
+    importPoints(3);
+    expectSuccess("changelog " + file + " append 'first [#7] line\nsecond line'");
+    expectFailure(1, "changelog " + file + " append ' '", "empty");
+    const std::string shown = run("changelog " + file).output;
+    EXPECT_NE(shown.find("second line"), std::string::npos) << shown;
+    const std::string out = folder.file("log.txt");
+    expectSuccess("changelog " + file + " export " + out);
+    EXPECT_EQ(read(out), shown);
+    expectFailure(1, "changelog " + file + " export " + folder.file("no/log.txt"), "no/log.txt");
+    expectFailure(1, "changelog " + file + " show --entry 7", "no entry 7");
+    expectFailure(1, "changelog " + file + " verify --entry 9 --key 01", "no entry 9");
+    const std::string other = folder.file("b.qrbx");
+    ASSERT_EQ(run("sample -n 1 " + other).code, 0);
+    expectSuccess("changelog " + other + " import " + file);
+    const std::string both = run("changelog " + other).output;
+    EXPECT_EQ(both.substr(0, shown.size()), shown);
+    EXPECT_GT(both.size(), shown.size());
+    // Its own entry, not the imported one of the same number.
+    EXPECT_NE(run("changelog " + other + " show --entry 2").output.find("Simulated scan"),
+              std::string::npos);
+    expectFailure(1, "changelog " + other + " import " + out, "log.txt");
+}
+
+}  // namespace
