@@ -59,6 +59,8 @@ TEST_F(Checks, EveryStatusButOneIsAFailureWithTheContextsLastError) {
     for (const std::int32_t status : {0, 2, -1}) {
         state->status = status;
         expectError([&] { context.libraryName(); }, 7, "text", "details");
+        expectError([] { qrb::Context("TRACE", ""); }, 7, "text", "details");
+        EXPECT_EQ(state->contextsAlive, 1) << "one that was refused is left";
     }
     state->errorText = state->errorDetails = nullptr;
     expectError([&] { context.libraryName(); }, 7, "unknown", "");

@@ -2,6 +2,7 @@
 // function with its arguments, takes its outputs from their places, throws what fails, and gives
 // back what it opened exactly once, whichever call fails.
 #include "qrb/error.h"
+#include "qrb/namelist.h"
 #include "qrb/pointcloud.h"
 #include "tests/qrb/spy.h"
 
@@ -282,6 +283,8 @@ const std::vector<Action>& actions() {
         doing("sign item", [key](Subject& s) { s.cloud.metaData().createSignature("n", 2, key); }),
         returning("verify item",
                   [key](Subject& s) { return s.cloud.metaData().verifySignature("n", 1, key); }),
+        returning("verify item without a key",
+                  [](Subject& s) { return s.cloud.metaData().verifySignature("n", 2, {}); }),
         returning("attributes", [](Subject& s) { return s.cloud.pointAttributes().list(); }),
         returning("default attributes",
                   [](Subject& s) { return s.cloud.pointAttributes().listDefault(); }),
@@ -320,7 +323,7 @@ const std::vector<Action>& actions() {
         returning("attribute as JSON", [](Subject&) { return someAttribute().toJson(); }),
         returning("attribute from JSON",
                   [](Subject&) {
-                      PointAttribute a;
+                      PointAttribute a = someAttribute();
                       a.fromJson("json");
                       return a;
                   }),
@@ -490,6 +493,11 @@ TEST(Names, OfTypesAndStorageAreThoseOfTheirNumbers) {
         EXPECT_STREQ(PointAttribute::storageClassName(i), classes[i]);
         EXPECT_STREQ(PointAttribute::compressionOptionsName(i), options[i]);
     }
+}
+
+TEST(Names, OfAListMayBeEmptyTexts) {
+    EXPECT_EQ(qrb::unpackNames(3, "a\0\0b"), (std::vector<std::string>{"a", "", "b"}));
+    EXPECT_TRUE(qrb::unpackNames(0, nullptr).empty());
 }
 
 // Ending these queries may do the work, so its failure must not be lost.

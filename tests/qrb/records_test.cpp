@@ -131,8 +131,18 @@ TEST_F(Records, OfCreationSettingsArriveMemberByMember) {
         to.fromJson(CreateSettings(from).toJson());
         return to;
     };
+    // The library's object keeps nothing of what it was given before.
+    const Send givenAgain = [&](const CreateSettings& from) {
+        CreateSettings to(m_context);
+        for (const auto& member : members)
+            member.change(to);
+        (void)to.toJson();
+        to = from;
+        return throughJson(to);
+    };
     expectEachArrives(members, plain, copied, "copied");
     expectEachArrives(members, plain, assigned, "assigned");
+    expectEachArrives(members, plain, givenAgain, "given again");
     expectEachArrives(members, plain, assignedOver, "assigned over others");
     expectEachArrives(members, plain, throughJson, "through JSON");
     expectEachArrives(members, plain, copiedJson, "copied, through JSON");
@@ -144,6 +154,24 @@ TEST_F(Records, OfCreationSettingsArriveMemberByMember) {
     itself = alias;
     for (const auto& member : members)
         EXPECT_TRUE(member.isSame(itself, before)) << member.name;
+}
+
+// A file of settings of which only some are told.
+TEST_F(Records, KeepWhatAJsonTextDoesNotName) {
+    const auto expectKept = [](const auto& members, auto record) {
+        for (const auto& member : members)
+            member.change(record);
+        const auto before = record;
+        record.fromJson("{}");
+        for (const auto& member : members)
+            EXPECT_TRUE(member.isSame(record, before)) << member.name;
+    };
+    expectKept(creationMembers(), CreateSettings(m_context));
+    expectKept(attributeMembers(), PointAttribute());
+    OpenSettings open(m_context);
+    open.cacheSize = 6'000'000'000;
+    open.fromJson("{}");
+    EXPECT_EQ(open.cacheSize, 6'000'000'000);
 }
 
 TEST_F(Records, OfCreationSettingsAreIndependentOfTheirCopies) {

@@ -37,7 +37,7 @@ qrb_status qrb_context_new_with_api(qrb_context** context, const char* api, cons
     strncpy(s_state.api, api, sizeof s_state.api - 1);
     *context = (qrb_context*)&s_object;
     ++s_state.contextsAlive;
-    return QRB_SUCCESS;
+    return s_state.status;
 }
 
 qrb_status qrb_context_delete(qrb_context* context) {
