@@ -3,7 +3,9 @@
 #include "cli/errors.h"
 #include "cli/fileschema.h"
 #include "cli/idlist.h"
+#include "cli/json.h"
 #include "cli/key.h"
+#include "cli/table/names.h"
 #include "cli/text.h"
 #include "cli/texttable.h"
 #include "cli/words.h"
@@ -53,6 +55,9 @@ TEST(Arguments, ListsOfIdsJoinWhatOverlapsAndEndAtTheLargest) {
     EXPECT_EQ(wide.count(), most);  // one less than there are: the largest number
     wide.limit(4);
     EXPECT_EQ(wide.count(), 5u);
+    IdList ends("4,7,9");
+    ends.limit(7);
+    EXPECT_EQ(ends.count(), 2u);
     IdList last("18446744073709551615");
     last.next(ids, 2);
     EXPECT_EQ(ids, std::vector<std::uint64_t>{most});
@@ -97,6 +102,23 @@ TEST(Arguments, TablesAlignWhatIsReadNotTheBytes) {
     EXPECT_EQ(labelled("Text", "a\nb"), "Text          a\n              b\n");
     EXPECT_EQ(labelled("Text", ""), "");
     EXPECT_EQ(printable("a\r\t\x7f\xc2\x85\xc3\xa9\n"), "a? ??\xc3\xa9\n");
+}
+
+TEST(Arguments, NamesThatAreNoUtf8AreReadAsLatin1) {
+    for (const char* text :
+         {"", "a", "\xc3\xa9", "\xef\xbf\xbf", "\xed\x9f\xbf", "\xee\x80\x80", "\xf4\x8f\xbf\xbf"})
+        EXPECT_EQ(validUtf8(text), text);
+    // Cut off, alone, overlong, surrogates, beyond the last character.
+    for (const char* text :
+         {"\xc3", "\xe2\x82", "\x80", "a\xff", "\xc0\x80", "\xe0\x9f\xbf", "\xf0\x8f\xbf\xbf",
+          "\xed\xa0\x80", "\xed\xbf\xbf", "\xf4\x90\x80\x80"})
+        EXPECT_FALSE(isUtf8(text)) << validUtf8(text);
+    EXPECT_EQ(validUtf8("h\xf6he"), "h\xc3\xb6he");
+    JsonText json;
+    json.beginObject();
+    json.member("h\xf6he", "\xff");
+    json.endObject();
+    EXPECT_EQ(json.compact(), "{\"h\xc3\xb6he\":\"\xc3\xbf\"}");
 }
 
 }  // namespace

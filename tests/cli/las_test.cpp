@@ -231,6 +231,59 @@ TEST_F(Las, ScalesAndOffsetsOfExtraBytesCountByTheirOwnBits) {
     EXPECT_EQ(row["las.extra.both"], 104.5);
 }
 
+// Scales that differ between elements, and numbers that only the widest types hold.
+TEST_F(Las, ExtraBytesTakeEveryElementsScaleAndTheWidestNumbers) {
+    LasBuilder builder(4, 6);
+    Bytes pair = LasBuilder::extraBytes(10 + 3, 8, "pair");  // uint16[2]
+    put(pair, 112 + 8, 0.5);                                 // of the second only
+    Bytes real = LasBuilder::extraBytes(9, 1, "real");       // float
+    put(real, 40, -9999.5);
+    const Bytes large = LasBuilder::extraBytes(7, 8, "large", 0.5);  // uint64
+    for (const Bytes& one : {real, large})
+        pair.insert(pair.end(), one.begin(), one.end());
+    builder.addRecord("LASF_Spec", 4, pair);
+    builder.recordLength = 30 + 2 * 2 + 4 + 8;
+    Bytes& p = builder.addPoint(1, 2, 3);
+    put(p, 30, std::uint16_t{9});
+    put(p, 32, std::uint16_t{9});
+    put(p, 38, ~std::uint64_t{0});
+    las::LasSource source(folder.write("a.las", builder.build()));
+    auto row = rowOf(source, 0);
+    EXPECT_EQ(row["las.extra.pair[0]"], 9);
+    EXPECT_EQ(row["las.extra.pair[1]"], 4.5);
+    EXPECT_EQ(row["las.extra.large"], 9223372036854775808.0);
+    for (const Column& column : source.columns())
+        EXPECT_EQ(column.hasInvalid ? column.invalidValue : 0,
+                  column.attribute == "las.extra.real" ? -9999.5 : 0)
+            << column.attribute;
+}
+
+TEST_F(Las, AxesTellTheirScalesAndWhatTheyCanHold) {
+    LasBuilder builder(2, 0);
+    builder.scale[1] = -0.01;
+    builder.scale[2] = 0.002;
+    builder.addPoint(1, 2, 3);
+    const las::LasSource source(folder.write("a.las", builder.build()));
+    const std::vector<Affine> axes = source.coordinateAxes();
+    ASSERT_EQ(axes.size(), 3u);
+    for (std::size_t i = 0; i < 3; ++i)
+        EXPECT_EQ(axes[i].scale(), builder.scale[i]) << i;
+    EXPECT_EQ(source.columns()[0].lowest, -21474836.48);
+    EXPECT_EQ(source.columns()[1].lowest, -21474836.47);
+    EXPECT_EQ(source.columns()[1].highest, 21474836.48);
+    EXPECT_EQ(source.columns()[2].highest, 4294967.294);
+}
+
+TEST_F(Las, AFileThatBecomesShorterWhileItIsReadIsNoPoints) {
+    LasBuilder builder(2, 0);
+    for (int i = 0; i < 9000; ++i)  // more than are read at once
+        builder.addPoint(i, i, i);
+    const std::string file = folder.write("a.las", builder.build());
+    las::LasSource source(file);
+    std::filesystem::resize_file(file, 5000 * 20);
+    EXPECT_THROW(source.next(), Failure);
+}
+
 TEST_F(Las, TheCoordinateReferenceSystemIsKept) {
     LasBuilder builder(4, 6);
     builder.addPoint(1, 2, 3);
@@ -251,6 +304,39 @@ TEST_F(Las, TheCoordinateReferenceSystemIsKept) {
     EXPECT_NE(items["las.crs.geotiff"].find("[1, 1, 0, 1, 3072, 0, 1, 25832]"), std::string::npos);
     EXPECT_NE(items["las.records"].find("AQID"), std::string::npos);
     EXPECT_NE(items["las.header"].find("\"point_format\": 6"), std::string::npos);
+}
+
+// They are data of others: what is damaged or large must cost neither the import nor the memory.
+TEST_F(Las, RecordsAreKeptAsBytesOrToldOnly) {
+    const auto items = [&](const LasBuilder& builder) {
+        std::map<std::string, std::string> found;
+        for (const auto& [name, value] :
+             las::LasSource(folder.write("a.las", builder.build())).metaData())
+            found[name] = value;
+        return found;
+    };
+    LasBuilder odd(4, 6);
+    odd.addRecord("LASF_Projection", 34735, Bytes(3));
+    odd.addRecord("LASF_Projection", 34736, Bytes(12));
+    const std::string keys = items(odd)["las.crs.geotiff"];
+    EXPECT_NE(keys.find("\"base64_34735\": \"AAAA\""), std::string::npos) << keys;
+    EXPECT_NE(keys.find("\"base64_34736\": \"AAAAAAAAAAAAAAAA\""), std::string::npos) << keys;
+
+    constexpr std::size_t largest = 1 << 20;
+    LasBuilder large(4, 6);
+    large.addExtendedRecord("someone", 1, Bytes(largest + 1));
+    for (int i = 0; i < 18; ++i)
+        large.addExtendedRecord("someone", 2, Bytes(largest));
+    const std::string records = items(large)["las.records"];
+    const auto count = [&](const std::string& text) {
+        int found = 0;
+        for (std::size_t at = 0; (at = records.find(text, at)) != std::string::npos; ++at)
+            ++found;
+        return found;
+    };
+    EXPECT_EQ(count("\"length\": 1048577"), 1);
+    EXPECT_EQ(count("\"length\": 1048576"), 18);
+    EXPECT_EQ(count("\"base64\""), 16);
 }
 
 // Since version 1.4 there are two fields for it; writers fill either, or both.
@@ -346,6 +432,12 @@ TEST_F(Las, FaultyHeadersAreNamedByFieldAndValue) {
     expectFailure(broken(235, ~std::uint64_t{0}), "18446744073709551615");
     expectFailure(broken(243, std::uint32_t{2}), "extended variable length record");
     expectFailure(broken(375 + 20, std::uint16_t{11}), "length of 11");
+    for (const auto& [minor, size] : {std::pair{0, 227}, {2, 227}, {3, 235}, {4, 375}}) {
+        Bytes bytes = LasBuilder(minor, 0).build();
+        ASSERT_NO_THROW(las::LasSource(folder.write("a.las", bytes)));
+        put(bytes, 94, static_cast<std::uint16_t>(size - 1));
+        expectFailure(bytes, "header size is " + std::to_string(size - 1));
+    }
     Bytes extra = LasBuilder::extraBytes(3, 0, "a");
     LasBuilder overlong(4, 0);
     overlong.addRecord("LASF_Spec", 4, extra);

@@ -55,6 +55,8 @@ TEST(Decimal, GridsHoldAllAxesAndTheirSteps) {
     ASSERT_TRUE(noisy);
     EXPECT_FALSE(noisy->exact);
     EXPECT_LE(noisy->resolution, 0.01 / 256);
+    EXPECT_LT(noisy->minimum, 6e5) << "what is rounded stays within";
+    EXPECT_GT(noisy->maximum, 1.3e6);
     EXPECT_FALSE(grid({{1e-9, 0.1234567890123}, {1e-9, 0.5}}, -1e9, 1e9));
     EXPECT_EQ(grid({{1.0 / 3, 0}}, 0, 100)->resolution, 1.0 / 3);
 }
@@ -71,6 +73,12 @@ TEST(Summary, TellsDecimalsRangeAndOddValues) {
     const std::uint64_t values[] = {5, ~0ull};
     big.add(values, 2);
     EXPECT_EQ(big.maximum(), 18446744073709551616.0) << "rounded outwards";
+    constexpr std::int64_t exact = std::int64_t{1} << 53;
+    ColumnSummary odd(DataType::INT64);
+    const std::int64_t between[] = {-exact - 1, exact + 1};
+    odd.add(between, 2);
+    EXPECT_EQ(odd.minimum(), -static_cast<double>(exact + 2));
+    EXPECT_EQ(odd.maximum(), static_cast<double>(exact + 2));
     ColumnSummary merged = summaryOf({-1.5});
     ColumnSummary bytes(DataType::UINT8);
     const std::uint8_t byte = 200;
@@ -248,6 +256,9 @@ TEST(ValueCheck, PassesOverWhatIsNoValue) {
     ASSERT_EQ(negative.type(), DataType::INT64);
     EXPECT_EQ(static_cast<const std::int64_t*>(negative.values())[0], -1);
     EXPECT_EQ(static_cast<const std::int64_t*>(negative.values())[1], 254);
+    for (const auto& [type, replacement] :
+         {std::pair{DataType::UINT64, -1.0}, {DataType::UINT64, 0x1p64}, {DataType::INT8, 0x1p63}})
+        EXPECT_EQ(FilledColumn(type, 0.0, replacement, batchSize).type(), DataType::DOUBLE);
     FilledColumn broken(DataType::INT16, -9.0, 0.5, batchSize);
     const std::int16_t shorts[] = {-9, 3};
     broken.fill(shorts, 2);
@@ -342,8 +353,23 @@ TEST_F(Csv, SeparatorsWithinQuotesDoNotCount) {
     csv::CsvSource source(folder.write("a.csv", "\"a;b;c;d\",x,y\n1,2,3\n"));
     ASSERT_EQ(source.columns().size(), 3u);
     ASSERT_EQ(source.next(), 1u);
-    csv::CsvSource other(folder.write("b.csv", "\"1,5,2\";x\n7;8\n"));
-    EXPECT_EQ(other.columns().size(), 2u);
+    csv::CsvSource other(folder.write("b.csv", "\" 1,5,2 \"; x\n7;8\n"));
+    ASSERT_EQ(other.columns().size(), 2u);
+    EXPECT_EQ(other.columns()[0].title, " 1,5,2 ");
+    EXPECT_EQ(other.columns()[1].descriptor(), "tarvo.xyz[0]");
+}
+
+// The text is read in pieces, which end within lines.
+TEST_F(Csv, BlankLinesAreNoRowsWhereverTheyStand) {
+    std::string text = "n\n";
+    constexpr std::size_t rows = 250000;
+    for (std::size_t i = 0; i < rows; ++i)
+        text += "1\n       \n";
+    csv::CsvSource source(folder.write("a.csv", text));
+    std::size_t found = 0;
+    while (const std::uint32_t count = source.next())
+        found += count;
+    EXPECT_EQ(found, rows);
 }
 
 TEST_F(Csv, FaultsAreNamedByLineAndColumn) {
@@ -352,7 +378,10 @@ TEST_F(Csv, FaultsAreNamedByLineAndColumn) {
     EXPECT_NE(failure("x,y,z\n1,2,abc\n").find("\"abc\" in the column \"z\""), std::string::npos);
     EXPECT_NE(failure("x,y,X\n").find("\"X\""), std::string::npos);
     EXPECT_NE(failure("x,y,z\n1,\"2,3\n").find("quote"), std::string::npos);
-    EXPECT_NE(failure("x,y,z[4000000000]\n1,2,3\n").find("element"), std::string::npos);
+    for (const char* const number : {"4096", "4000000000"})
+        EXPECT_NE(failure("x,y,z[" + std::string(number) + "]\n1,2,3\n").find("element"),
+                  std::string::npos);
+    EXPECT_EQ(failure("x,y,a[4095]\n1,2,3\n"), "");
 }
 
 TEST(Scan, IsTheSameForTheSameSeedHoweverItIsRead) {
@@ -361,6 +390,7 @@ TEST(Scan, IsTheSameForTheSameSeedHoweverItIsRead) {
         sample::Scanner scanner(scene, 5, 20000);
         std::vector<double> xyz;
         std::size_t severalTargets = 0;
+        std::size_t plantsBehind = 0;  // beyond the seam of the azimuth
         sample::Points points(batch);
         for (std::size_t done = 0; done < 20000;) {
             const std::size_t count = scanner.next(points, 20000 - done);
@@ -372,18 +402,34 @@ TEST(Scan, IsTheSameForTheSameSeedHoweverItIsRead) {
                 EXPECT_GE(points.targetIndex[i], 1);
                 EXPECT_LE(points.targetIndex[i], points.targetCount[i]);
                 severalTargets += points.targetCount[i] > 1 ? 1 : 0;
+                plantsBehind +=
+                    points.pointClass[i] == sample::vegetation && points.phi[i] > 200 ? 1 : 0;
                 const double length =
                     std::hypot(xyz[xyz.size() - 3], xyz[xyz.size() - 2], xyz[xyz.size() - 1]);
                 EXPECT_NEAR(length, points.range[i], 1e-9);
             }
         }
         EXPECT_GT(severalTargets, 100u);
+        EXPECT_GT(plantsBehind, 100u);
         return xyz;
     };
     const auto whole = scan(20000);
     EXPECT_EQ(whole.size(), 60000u);
     EXPECT_EQ(whole, scan(7));
     sample::Scanner other(sample::Scene(6), 6, 20000);
+}
+
+TEST(Scan, MeetsAWireBetweenItsEndsOnly) {
+    const sample::WirePiece wire{{5, -1, 0}, {5, 1, 0}, 0.02};
+    const auto meets = [&](double x, double y, double z) {
+        return wire.intersect({{}, {x, y, z}}).has_value();
+    };
+    EXPECT_TRUE(meets(1, 0, 0));
+    EXPECT_FALSE(meets(-1, 0, 0)) << "behind";
+    EXPECT_FALSE(meets(0, 0, 1)) << "above";
+    const double beyond = std::sqrt(0.5);
+    EXPECT_FALSE(meets(beyond, beyond, 0));
+    EXPECT_FALSE(meets(beyond, -beyond, 0));
 }
 
 }  // namespace
