@@ -1,6 +1,8 @@
 // The commands that look after databases, as a user and a script run them.
 #include "tests/cli/admin.h"
 
+#include <vector>
+
 namespace {
 
 using namespace tarvo::cli::tests;
@@ -148,6 +150,10 @@ TEST_F(Admin, ARunOfCommandsChangesAllOrNothing) {
     // The database's name may also stand where it does for the other commands.
     expectSuccess("transactions " + file + " run --title U -- 'metadata remove n'");
     EXPECT_EQ(transactionCount(), 4u);
+    // What is recorded can be run again.
+    expectSuccess(begin + R"('metadata set --text "a \"b\" c" ""')");
+    EXPECT_STREQ(json("transactions " + file + " show --json")["settings"].GetString(),
+                 R"({"commands":["metadata set --text 'a \"b\" c' ''"]})");
 }
 
 TEST_F(Admin, KeysAreNeverWritten) {
@@ -185,6 +191,15 @@ TEST_F(Admin, TransactionsAreShownAndForgotten) {
     EXPECT_STREQ(list[1]["title"].GetString(), "Import");
     const std::string table = run("transactions " + file).output;
     EXPECT_NE(table.find("*       4  "), std::string::npos) << table;
+    // The current one need not be the last.
+    const std::string older = folder.file("older.qrbx");
+    std::filesystem::copy_file(file, older);
+    expectSuccess("transactions " + older + " restore 3");
+    EXPECT_EQ(json("transactions " + older + " show --json")["id"].GetUint(), 3u);
+    const std::string others = run("transactions " + older + " size 2 4").output;
+    expectSuccess("finalize " + older, "2 transactions forgotten, " +
+                                           others.substr(0, others.size() - 1) +
+                                           " bytes for vacuum to give back.\n");
     const std::string size = run("transactions " + file + " size 2 3").output;
     EXPECT_GT(std::stoul(size), 0u);
     expectSuccess("transactions " + file + " discard 2 3", "2 transactions forgotten, " +
@@ -219,6 +234,11 @@ TEST_F(Admin, SchemasMakeDatabasesThatAgreeWithThem) {
     expectSuccess("attributes " + cloud + " add tarvo.nir");
     expectSuccess("validate " + cloud + " --schema vtx");
     expectFailure(1, "validate " + cloud + " --schema vtx --strict", "tarvo.nir");
+    expectFailure(1, "validate " + cloud + " --strict", "tarvo.nir");
+    const std::string set = folder.file("set.vtx");
+    expectSuccess("schema create " + set + " --schema vtx --optionals --settings " +
+                  folder.write("set.json", "{\"chunk_size\": 77}"));
+    EXPECT_EQ(json("attributes " + set + " --json").Size(), 3u);
     const std::string own =
         folder.write("own.json",
                      "{\"identifier\":\"own\",\"extension\":\"own\",\"attributes\":[\"tarvo.id*\","
@@ -257,6 +277,9 @@ TEST_F(Admin, ReportsAndDefaultsAreWritten) {
     importPoints(12);
     EXPECT_EQ(json("inspect " + file + " --format json")["points"].GetUint(), 12u);
     EXPECT_NE(run("inspect " + file).output.find("tarvo.class"), std::string::npos);
+    for (const std::string format : {"text", "json", "html", "histograms"})
+        EXPECT_TRUE(run("inspect " + file + " --format " + format).output.ends_with('\n'))
+            << format;
     for (const std::string format : {"html", "histograms"}) {
         const std::string out = folder.file(format);
         expectSuccess("inspect " + file + " --format " + format + " -o " + out);
@@ -272,6 +295,9 @@ TEST_F(Admin, ReportsAndDefaultsAreWritten) {
     EXPECT_STREQ(xyz["tags"].GetString(), "position, transform");
     const rapidjson::Document tag = json("defaults metadata tarvo.geo_tag --json");
     EXPECT_TRUE(tag["schema"].IsObject() && tag["example"].IsObject());
+    EXPECT_TRUE(tag["schema"] != tag["example"]);
+    EXPECT_NE(run("defaults attributes tarvo.target_index").output.find("Invalid       0\n"),
+              std::string::npos);
     EXPECT_NE(run("defaults attributes tarvo.xyz").output.find("-535000 to 535000 m"),
               std::string::npos);
     expectFailure(1, "defaults attributes Tarvo.xyz", "not a default attribute");

@@ -127,6 +127,9 @@ TEST_F(Append, OldAndNewPointsKeepTheirValues) {
     expectSuccess(append("tarvo.id,x,y,z,Mark\n31,1,2,3,2\n"));
     EXPECT_EQ(rows("Mark").at("31"), "2");
     EXPECT_EQ(rows("Mark").size(), 7u);
+    expectSuccess("attributes " + file + " duplicate Mark csv.mark");
+    expectSuccess(append("tarvo.id,x,y,z,Mark\n32,1,2,3,2\n"));
+    EXPECT_EQ(rows("csv.mark,Mark").at("32"), "2,0") << "the name as an import gives it goes first";
 }
 
 TEST_F(Append, AFileWithoutPointsMakesADatabaseForThoseOfOthers) {
@@ -214,6 +217,7 @@ TEST_F(Append, RoundingHappensOnRequestOnly) {
     EXPECT_EQ(rows("tarvo.xyz,tarvo.class"), (Rows{{"1", "1.25,2.00,3.00,4"},
                                                    {"2", "0.00,0.01,-0.01,65535"},
                                                    {"3", "1.00,2.00,3.00,3"}}));
+    expectSuccess(append("x,y,z\n0.004,0,0\n", "--round"), "1 point added, 1 value rounded.\n");
 }
 
 TEST_F(Append, LargeWholeNumbersStayExact) {

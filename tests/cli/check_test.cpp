@@ -70,6 +70,40 @@ TEST_F(Check, OfADamagedItemNamesItAndEndsWithOne) {
     EXPECT_FALSE(report["faults"][0].HasMember("node"));
 }
 
+TEST_F(Check, OfDamagedValuesNamesTheirPlace) {
+    const std::string damaged = folder.file("b.qrbx");
+    int faults = 0;
+    int ofFirstElements = 0;
+    for (std::uintmax_t i = 1; i < 12; ++i) {
+        std::filesystem::copy_file(file, damaged,
+                                   std::filesystem::copy_options::overwrite_existing);
+        std::fstream stream(damaged, std::ios::in | std::ios::out | std::ios::binary);
+        const auto at = static_cast<std::streamoff>(std::filesystem::file_size(file) * i / 12);
+        stream.seekg(at);
+        const int byte = stream.get();
+        stream.seekp(at);
+        stream.put(static_cast<char>(~byte));
+        stream.close();
+        rapidjson::Document report;
+        report.Parse(run("check --json " + damaged).output.c_str());
+        ASSERT_TRUE(report.IsObject());
+        const std::string text = run("check " + damaged).output;
+        for (const auto& fault : report["faults"].GetArray()) {
+            if (!fault.HasMember("element"))
+                continue;
+            const unsigned element = fault["element"].GetUint();
+            const std::string place = "block, node " + std::to_string(fault["node"].GetUint()) +
+                                      ", " + fault["attribute"].GetString() + "[" +
+                                      std::to_string(element) + "]: ";
+            EXPECT_NE(text.find(place), std::string::npos) << place << "\n" << text;
+            ++faults;
+            ofFirstElements += element == 0 ? 1 : 0;
+        }
+    }
+    EXPECT_GT(ofFirstElements, 0);
+    EXPECT_GT(faults, ofFirstElements);
+}
+
 TEST_F(Check, OfADamagedCurrentStateNamesTheTransaction) {
     damage("\"parent\":2,");
     const Result text = run("check " + file);

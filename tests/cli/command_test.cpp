@@ -1,3 +1,8 @@
+#include "cli/database.h"
+#include "cli/errors.h"
+#include "cli/sample/scanner.h"
+#include "cli/terminal.h"
+#include "qrb/loader.h"
 #include "tests/cli/folder.h"
 #include "tests/cli/lasbuilder.h"
 #include "tests/cli/process.h"
@@ -7,6 +12,8 @@
 #include <rapidjson/document.h>
 
 #include <algorithm>
+#include <csignal>
+#include <cstdlib>
 
 namespace {
 
@@ -52,6 +59,18 @@ TEST_F(Command, FailuresEndWithOneAndSayWhy) {
     EXPECT_EQ(run("info " + las("a.las")).code, 1);
 }
 
+TEST_F(Command, TheLibraryIsFoundWhereTheSystemLooks) {
+    namespace fs = std::filesystem;
+    const fs::path program(QRBTOOL_FILE);
+    const std::string copy = folder.file("qrbtool");
+    fs::copy_file(program, copy);
+    const std::string words = copy + " sample -n 1 " + folder.file("a.qrbx");
+    EXPECT_EQ(runShell("env LD_LIBRARY_PATH= " + words).code, 1);
+    const Result found =
+        runShell("env LD_LIBRARY_PATH=" + program.parent_path().string() + " " + words);
+    EXPECT_EQ(found.code, 0) << found.output;
+}
+
 TEST_F(Command, SampleHoldsExactlyThePointsAskedForAndRepeatsItself) {
     const std::string a = folder.file("a.qrbx");
     const std::string b = folder.file("b.qrbx");
@@ -64,6 +83,14 @@ TEST_F(Command, SampleHoldsExactlyThePointsAskedForAndRepeatsItself) {
                                  ") <(" QRBTOOL_FILE " select --format csv " + b + ")'");
     EXPECT_EQ(same.code, 0) << same.output;
     EXPECT_NE(run("select --count --filter 'tarvo.class == 6' " + a).output, "0\n");
+    // Scene and scanner have the seed that was asked for.
+    const tarvo::cli::sample::Scene scene(3);
+    tarvo::cli::sample::Scanner scanner(scene, 3, 65537);
+    tarvo::cli::sample::Points first(1);
+    ASSERT_EQ(scanner.next(first, 1), 1u);
+    const std::string range =
+        run("select -a tarvo.range --format csv --filter 'tarvo.id == 1' " + a).output;
+    EXPECT_NEAR(std::stod(range.substr(range.find('\n'))), first.range[0], 0.00025);
 }
 
 TEST_F(Command, ImportAndExportGoRound) {
@@ -99,10 +126,16 @@ TEST_F(Command, ImportAndExportGoRound) {
 
 TEST_F(Command, SeveralFilesBecomeOneDatabase) {
     const std::string target = folder.file("a.qrbx");
-    const std::string text = folder.write("b.csv", "x,y,z,quality\n0.005,1,2,9\n-70000,1,2,8\n");
-    const Result import = run("import " + las("a.las", 5) + " " + text + " " + target);
+    const std::string text =
+        folder.write("b.CSV", "x,y,z,quality,same,v[0]\n0.005,1,2,9,5,6\n-70000,1,2,8,5,6\n");
+    const std::string longer = folder.write("c.csv", "x,y,z,v[0],v[1]\n1,1,2,3,4\n");
+    const Result import =
+        run("import " + las("a.las", 5) + " " + text + " " + longer + " " + target);
     ASSERT_EQ(import.code, 0) << import.output;
-    EXPECT_EQ(run("select --count " + target).output, "7\n");
+    EXPECT_EQ(run("select --count " + target).output, "8\n");
+    EXPECT_EQ(run("select --count --filter 'csv.same == 5' " + target).output, "2\n");
+    EXPECT_EQ(run("select --count --filter 'csv.v[1] == 4 && csv.v[0] == 3' " + target).output,
+              "1\n");
     EXPECT_EQ(
         run("select --count --filter 'csv.quality == 9 && tarvo.xyz[0] == 0.005' " + target).output,
         "1\n");
@@ -139,6 +172,34 @@ TEST_F(Command, AnInterruptedSampleLeavesNoFile) {
     EXPECT_NE(result.code, 0);
     EXPECT_NE(result.output.find("Interrupted."), std::string::npos) << result.output;
     EXPECT_EQ(folder.count(), 0u);
+}
+
+// A report can't be stopped. Alone, it is not even begun; within a change, that is undone as a
+// whole.
+TEST_F(Command, AnInterruptBeforeAReportIsHeeded) {
+    const std::string file = folder.file("a.qrbx");
+    ASSERT_EQ(run("sample -n 10 " + file).code, 0);
+    const auto report = [&](bool changing) {
+        tarvo::qrb::loadLibrary("");
+        const tarvo::qrb::Context context("OFF", "");
+        tarvo::cli::Database database(context, file);
+        tarvo::cli::watchInterrupts();
+        std::raise(SIGINT);
+        bool reported = false;
+        bool interrupted = false;
+        const auto work = [&] {
+            database.inspect(1);
+            reported = true;
+        };
+        try {
+            changing ? static_cast<void>(database.change({"T"}, work)) : work();
+        } catch (const tarvo::cli::Interrupted&) {
+            interrupted = true;
+        }
+        std::_Exit((reported ? 1 : 0) + (interrupted ? 2 : 0));
+    };
+    EXPECT_EXIT(report(false), testing::ExitedWithCode(2), "");
+    EXPECT_EXIT(report(true), testing::ExitedWithCode(3), "");
 }
 
 TEST_F(Command, AReaderThatLeavesEarlyIsNoFailure) {

@@ -55,6 +55,12 @@ TEST_F(CopyCommand, HoldsWhatIsSelected) {
         run("copy " + source + " " + target + " --overwrite -a tarvo.class --no-metadata").code, 0);
     EXPECT_EQ(run("select " + target + " -f 'tarvo.class == 3' --count").output, "125\n");
     EXPECT_EQ(run("metadata " + target).output.find("one"), std::string::npos);
+    // Settings of another database, with its primary attribute.
+    const std::string settings =
+        folder.write("s.json", R"({"primary_attribute": {"name": "own.p", "length": 2}})");
+    EXPECT_EQ(run("copy " + source + " " + target + " --overwrite --settings " + settings).code, 0);
+    EXPECT_EQ(points(target), points(source));
+    EXPECT_EQ(run("attributes " + target).output, run("attributes " + source).output);
 }
 
 TEST_F(CopyCommand, FailuresLeaveNoFileAndSayWhatToDo) {

@@ -74,10 +74,35 @@ TEST_F(Formats, AValueThatIsNoneIsNullInJsonAndNanInTexts) {
             EXPECT_EQ(attribute["minimum"][0].GetDouble(), 1e-7);
             EXPECT_EQ(attribute["maximum"][1].GetDouble(), 0.5);
         }
+    const std::string none = folder.file("none.qrbx");
+    success("import " + folder.write("none.csv", "x,y,z,w\n1,2,3,\n") + " " + none);
+    info.Parse(success("info --json " + none).c_str());
+    ASSERT_FALSE(info.HasParseError());
+    for (const auto& attribute : info["attributes"].GetArray())
+        EXPECT_EQ(attribute["minimum"][0].IsNull(), attribute["name"] == "csv.w");
     for (const char* format : {"text", "json", "html", "histograms"})
         EXPECT_NE(success("inspect " + file + " --format " + format).find("my.real"),
                   std::string::npos)
             << format;
+}
+
+TEST_F(Formats, ColumnsOfATableEndBelowTheirNames) {
+    std::istringstream table(select(" -a 'tarvo.xyz,my.real'"));
+    const auto ends = [](const std::string& line) {
+        std::vector<std::size_t> found;
+        for (std::size_t i = 0; i < line.size(); ++i)
+            if (line[i] != ' ' && (i + 1 == line.size() || line[i + 1] == ' '))
+                found.push_back(i);
+        return found;
+    };
+    std::string line;
+    std::getline(table, line);
+    const auto expected = ends(line);
+    EXPECT_EQ(expected.size(), 5u);
+    for (int i = 0; i < 3; ++i) {
+        std::getline(table, line);
+        EXPECT_EQ(ends(line), expected) << line;
+    }
 }
 
 TEST_F(Formats, ALimitTakesSoManyPointsAndNoMore) {

@@ -48,12 +48,21 @@ TEST_F(Admin, MetadataGoesRoundThroughFiles) {
         EXPECT_EQ(import.code, 0) << import.output;
         expectItems();
     }
+    expectSuccess(metadata + " set a/b 1");
+    expectSuccess(metadata + " set a%2Fb 2");
+    std::filesystem::create_directory(folder.file("alike"));
+    expectSuccess(metadata + " export " + folder.file("alike") + " a/b a%2Fb");
+    const std::filesystem::directory_iterator alike(folder.file("alike"));
+    EXPECT_EQ(std::distance(alike, {}), 2) << "one was written over the other";
     EXPECT_EQ(runShell("echo '[7]' | " QRBTOOL_FILE " " + metadata + " set in -").code, 0);
     expectSuccess(metadata + " get in", "[7]\n");
 
     const std::size_t kept = transactionCount();
     const std::string deep(200000, '[');
     expectFailure(1, metadata + " import " + folder.write("1", "[1]"), "expected to be an object");
+    expectFailure(
+        1, metadata + " import " + folder.write("0", "{\"fresh\":1}") + " " + folder.file("1"),
+        "expected to be an object");
     expectFailure(1, metadata + " import " + folder.write("2", "7"), "expected to be an object");
     expectFailure(1, metadata + " import " + folder.write("3", "{\"a\":1"), "Position: 6");
     expectFailure(1, metadata + " import " + folder.write("4", "{\"a\":" + deep),
@@ -94,6 +103,11 @@ TEST_F(Admin, MetadataIsSignedAndChecked) {
     expectSuccess(metadata + " validate b --schema " + schema, "No problems detected!\n");
     expectFailure(1, metadata + " validate a --schema " + schema, "expected");
     expectFailure(1, metadata + " validate a", "not a default metadata item");
+    // No answer about the item.
+    const Result broken =
+        run(metadata + " validate b --json --schema " + folder.write("t.json", "{\"type\":5}"));
+    EXPECT_EQ(broken.code, 1);
+    EXPECT_EQ(broken.output.rfind("qrbtool: ", 0), 0u) << broken.output;
     expectSuccess(metadata + " set tarvo.geo_tag '{}'");
     const Result findings = run(metadata + " validate tarvo.geo_tag --json");
     EXPECT_EQ(findings.code, 1);
@@ -109,6 +123,8 @@ TEST_F(Admin, AttributesAreAddedChangedAndRemoved) {
     expectSuccess(attributes + " add tarvo.rgba tarvo.selected", "2 attributes added.\n");
     expectFailure(1, attributes + " add tarvo.nir nonsense", "nonsense");
     expectFailure(1, attributes + " add tarvo.class", "tarvo.class");
+    expectFailure(2, attributes + " add", "required");
+    expectFailure(2, attributes + " add tarvo.nir --json " + folder.write("nir.json", "{}"), "1");
     expectFailure(1, attributes + " show tarvo.nir", "tarvo.nir");
     expectSuccess(attributes + " duplicate tarvo.class my.class");
     expectSuccess(attributes + " discard tarvo.class");
@@ -169,6 +185,9 @@ TEST_F(Admin, TheChangelogIsKeptExportedAndImported) {
     const std::string both = run("changelog " + other).output;
     EXPECT_EQ(both.substr(0, shown.size()), shown);
     EXPECT_GT(both.size(), shown.size());
+    std::filesystem::create_directory(folder.file("tmp"));
+    runShell("TMPDIR=" + folder.file("tmp") + " " QRBTOOL_FILE " changelog " + other);
+    EXPECT_TRUE(std::filesystem::is_empty(folder.file("tmp")));
     // Its own entry, not the imported one of the same number.
     EXPECT_NE(run("changelog " + other + " show --entry 2").output.find("Simulated scan"),
               std::string::npos);

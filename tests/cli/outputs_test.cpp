@@ -74,6 +74,10 @@ TEST_F(Outputs, NeverGoOntoAFileThatWasRead) {
     expectFailure(
         1, begin + "'import --append " + csv + "' 'select -o " + folder.file("link.csv") + "'",
         "that file is being read");
+    expectFailure(1,
+                  begin + "'import --append " + csv + "' 'metadata import " + json +
+                      "' 'select -o " + csv + "'",
+                  "that file is being read");
     expectFailure(1, begin + "'metadata import " + json + "' 'metadata export " + json + "'",
                   "that file is being read");
     EXPECT_EQ(read(csv), "x,y,z\n1,2,3\n");
@@ -114,6 +118,8 @@ TEST_F(Outputs, ReplaceAFileOnlyWhenTheyAreWhole) {
     const Result limited = runLimited(100, large);
     EXPECT_NE(limited.output.find("\"" + csv + "\" can't be written"), std::string::npos)
         << limited.output;
+    EXPECT_NE(limited.output.find("    What stood there before is as it was.\n"),
+              std::string::npos);
     EXPECT_EQ(read(csv), "0\n");
     const std::size_t files = folder.count();  // what the kill has left is gone
     EXPECT_EQ(run(select + csv + " -a tarvo.class --limit 1").code, 0);
@@ -136,6 +142,7 @@ TEST_F(Outputs, GoToAnyPlaceThatCanBeWritten) {
                   .output,
               "100\n");
     expectFailure(1, select + folder.file("no/file"), "Failed to open output file!");
+    expectFailure(1, select + folder.file("no/file"), "Its folder must be there, and writable.");
     expectFailure(1, select + folder.file("."), "is a folder");
     expectFailure(1, select + "/dev/full", "No space left");
 }
@@ -252,7 +259,8 @@ TEST_F(Outputs, NumbersOfTheCommandLineAreWhole) {
     for (const char* const value : {"", "nan", "1e1", "0x1", "-1", "1x"})
         expectFailure(2, "update " + database + " --set tarvo.class=" + value,
                       "--set tarvo.class: \"" + std::string(value) + "\"");
-    expectFailure(1, "select " + database + " -a 'tarvo.xyz[4294967296]'", "no element");
+    for (const std::string element : {"4294967296]", "1]x", "1", "]", "-1]", "1 ]"})
+        expectFailure(1, "select " + database + " -a 'tarvo.xyz[" + element + "'", "no element");
 }
 
 // A variable of a script that is not set, or a file that is empty, must not mean everything.

@@ -1,6 +1,7 @@
 // The commands that change points, and the index that finds them, as a user and a script run them.
 #include "tests/cli/admin.h"
 
+#include <array>
 #include <functional>
 
 namespace {
@@ -45,6 +46,7 @@ TEST_F(Admin, UpdateChangesExactlyTheSelectedPoints) {
     expectFailure(2, update + " --set tarvo.class", "NAME=VALUE");
     expectFailure(2, update + " --set tarvo.class=1.5", "not a whole number");
     expectFailure(2, update + " --set tarvo.rgba=1,2", "2 values in place of 4");
+    expectFailure(2, update + " --set tarvo.class=1,2", "2 values in place of 1");
     expectFailure(1, update + " --set tarvo.class=70000", "out of the range");
     expectFailure(1, update + " --set tarvo.xyz=1,2,3", "tarvo.xyz");
     expectFailure(1, update + " --invert tarvo.class", "can't be inverted");
@@ -53,6 +55,7 @@ TEST_F(Admin, UpdateChangesExactlyTheSelectedPoints) {
     expectFailure(2, update + " --set tarvo.class=1 --invert tarvo.selected", "qrbtool: ");
     expectFailure(2, update, "qrbtool: ");
     expectFailure(1, update + " --from " + folder.write("b.csv", "tarvo.class\n1\n"), "tarvo.id");
+    expectFailure(1, update + " --from " + folder.write("i.csv", "tarvo.id\n10\n"), "with values");
     expectFailure(1, update + " --from " + folder.write("c.csv", "tarvo.id,q\n10,1\n"), "\"q\"");
     expectFailure(
         1, update + " --from " + folder.write("d.csv", "tarvo.id,tarvo.class\n20,3\n10,70000\n"),
@@ -86,7 +89,8 @@ TEST_F(Admin, RemoveTakesPointsByFilterOrId) {
     EXPECT_EQ(answer["points"].GetUint64(), removed);
     EXPECT_EQ(answer["missing"].GetUint64(), 9000000000000000000u - 1500 + 1 + 7 - removed);
     expectPoints();
-    expectSuccess(remove + " --ids @" + folder.write("ids", "40\n60,70 , 1\n"));
+    expectSuccess(remove + " --ids @" + folder.write("ids", "40\n60,70 , 1\n"),
+                  "3 points removed, 1 id not in the database.\n");
     for (const std::uint64_t id : {40u, 60u, 70u}) {
         points.erase(id);
     }
@@ -176,6 +180,15 @@ TEST_F(Admin, TheIndexAgreesWithThePoints) {
     const std::string tree = run("index " + file).output;
     EXPECT_EQ(static_cast<std::uint64_t>(std::count(tree.begin(), tree.end(), '\n')), nodes + 1);
 
+    const std::string filter = "index " + file + " --filter 'tarvo.xyz[2] > 5' ";
+    const std::string some = run(filter).output;
+    std::int64_t someNodes = 0;
+    const rapidjson::Document someLevels = json(filter + "--levels --json");
+    for (const auto& level : someLevels.GetArray())
+        someNodes += level["nodes"].GetInt64();
+    EXPECT_EQ(someNodes, std::count(some.begin(), some.end(), '\n') - 1);
+    EXPECT_LT(some.size(), tree.size());
+
     const std::string id = std::to_string(fullest);
     const std::string found = run("index " + file + " --filter 'find fullest leaf'").output;
     EXPECT_NE(found.find(" " + id + " "), std::string::npos) << found;
@@ -195,14 +208,14 @@ TEST_F(Admin, TheIndexAgreesWithThePoints) {
     }
     EXPECT_EQ(node["attributes"][0]["minimum"][2].GetDouble(), low);
     EXPECT_EQ(node["attributes"][0]["maximum"][2].GetDouble(), high);
-    // The level of each node is that of the tree, whatever was searched before it.
+    // What is told of each node is that of the tree, whatever was searched before it or is cut off.
     std::function<void(const rapidjson::Value&, int)> expectLevels = [&](const auto& one,
                                                                          int level) {
         const std::string number = std::to_string(one["id"].GetUint64());
-        EXPECT_EQ(
-            json("index " + file + " --node " + number + " -a tarvo.id --json")["level"].GetInt(),
-            level)
-            << number;
+        const rapidjson::Document alone =
+            json("index " + file + " --node " + number + " -a tarvo.id --json");
+        EXPECT_EQ(alone["level"].GetInt(), level) << number;
+        EXPECT_EQ(alone["leaf"].GetBool(), one["leaf"].GetBool()) << number;
         if (one.HasMember("children"))
             for (const auto& child : one["children"].GetArray())
                 expectLevels(child, level + 1);
@@ -217,6 +230,8 @@ TEST_F(Admin, TheIndexAgreesWithThePoints) {
     expectSuccess("lod " + file + " set --mode thinout --size 10",
                   "Mode          thinout\nSize          10 % of the points\n");
     EXPECT_EQ(json("lod " + file + " --json")["size"].GetUint(), 10u);
+    EXPECT_STREQ(json("transactions " + file + " show --json")["settings"].GetString(),
+                 "{\"lodMode\":1,\"chunkSizeLOD\":10}");
     const auto lodPoints = [&] {
         std::uint64_t sum = 0;
         const rapidjson::Document levels = json("index " + file + " --levels --json");
@@ -243,6 +258,59 @@ TEST_F(Admin, ImportKeepsTheIdsOfPoints) {
     expectSuccess("import --new-ids " + table + " " + table + " " + twice);
     expectSuccess("select --count " + twice + " --filter 'tarvo.id >= 1 && tarvo.id <= 80'",
                   "80\n");
+}
+
+// Nodes and a filter are both kept to, by every command that takes them.
+TEST_F(Admin, NodesNarrowWhatIsSelected) {
+    ASSERT_EQ(run("sample -n 40000 " + file).code, 0);
+    expectSuccess("attributes " + file + " add tarvo.selected");
+    const rapidjson::Document root = json("index " + file + " --json");
+    const rapidjson::Value* node = &root;
+    while (!(*node)["leaf"].GetBool())
+        node = &(*node)["children"][0];
+    const std::string all = std::to_string((*node)["points"].GetUint64());
+    const std::string nodes = " --nodes " + std::to_string((*node)["id"].GetUint());
+    const auto count = [&](const std::string& words) {
+        const std::string text = run("select " + file + " --count" + words).output;
+        return text.substr(0, text.find('\n'));
+    };
+    EXPECT_EQ(count(nodes), all);
+    const std::string some = count(nodes + " --filter 'tarvo.amplitude > 40'");
+    EXPECT_NE(some, all);
+    for (const std::string change : {"--invert tarvo.selected", "--set tarvo.selected=0"})
+        expectSuccess("update " + file + " " + change + nodes, all + " points changed.\n");
+    expectSuccess(
+        "update " + file + " --invert tarvo.selected" + nodes + " --filter 'tarvo.amplitude > 40'",
+        some + " points changed.\n");
+    EXPECT_EQ(count(" --filter 'tarvo.selected == 1'"), some);
+    expectSuccess(
+        "update " + file + " --set tarvo.class=99" + nodes + " --filter 'tarvo.selected == 1'",
+        some + " points changed.\n");
+    EXPECT_EQ(count(" --filter 'tarvo.class == 99'"), some);
+    const std::string copied = folder.file("copy.qrbx");
+    expectSuccess("copy " + file + " " + copied + nodes + " --filter 'tarvo.class == 99'",
+                  some + " points copied to \"" + copied + "\".\n");
+}
+
+TEST_F(Admin, ValidExtremesLeaveOutWhatIsNoValue) {
+    importPoints(1);
+    for (const auto& [name, invalid] : {std::pair{"low.v", "-10"}, {"high.v", "100"}})
+        expectSuccess("attributes " + file + " add --json " +
+                      folder.write(name, R"({"name": ")" + std::string(name) +
+                                             R"(", "title": "v", "length": 1, "resolution": 1,
+                                             "minimum_value": -10, "maximum_value": 100,
+                                             "default_value": 0, "storage_class": 2,
+                                             "invalid_value": )" +
+                                             invalid + "}"));
+    const std::string table = "x,y,z,low.v,high.v\n1,1,1,-10,100\n1,1,1,7,7\n";
+    expectSuccess("import " + folder.write("v.csv", table) + " " + file + " --append");
+    const rapidjson::Document node = json("index " + file + " --node 1 -a low.v,high.v --json");
+    for (const auto& [i, members] : {std::pair{0u, std::array{-10, 7, 0, 7}}, {1u, {0, 100, 0, 7}}})
+        for (const auto& [k, member] : {std::pair{0u, "minimum"},
+                                        {1u, "maximum"},
+                                        {2u, "cleaned_minimum"},
+                                        {3u, "cleaned_maximum"}})
+            EXPECT_EQ(node["attributes"][i][member][0].GetInt(), members[k]) << i << member;
 }
 
 }  // namespace
