@@ -25,7 +25,7 @@ std::uint64_t parseAs(const std::string& target, std::string_view text, const ch
 }
 
 std::uint64_t parseValue(const std::string& target, std::string_view text, DataType type) {
-    if (text.size() > 1 && text.front() == '+') {
+    if (text.size() > 1 && text[0] == '+' && text[1] != '-') {
         text.remove_prefix(1);
     }
     switch (type) {

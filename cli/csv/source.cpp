@@ -22,7 +22,8 @@ constexpr std::uint32_t maximumLength = 4096;  // elements of an attribute
 
 template <typename T>
 bool parseNumber(std::string_view text, T& value) {
-    if (!text.empty() && text.front() == '+') {
+    // A number has one sign at most.
+    if (text.starts_with('+') && !text.starts_with("+-")) {
         text.remove_prefix(1);
     }
     const auto result = std::from_chars(text.data(), text.data() + text.size(), value);

@@ -256,9 +256,11 @@ TEST_F(Outputs, NumbersOfTheCommandLineAreWhole) {
           "index " + database + " --node 0"})
         expectFailure(2, words, "\"0\" is not a whole number from 1");
     EXPECT_EQ(run("select --count " + database + " --limit 010").output, "10\n");
-    for (const char* const value : {"", "nan", "1e1", "0x1", "-1", "1x"})
+    for (const char* const value : {"", "nan", "1e1", "0x1", "-1", "1x", "+"})
         expectFailure(2, "update " + database + " --set tarvo.class=" + value,
                       "--set tarvo.class: \"" + std::string(value) + "\"");
+    expectFailure(2, "update " + database + " --set tarvo.amplitude=+-1",
+                  "\"+-1\" is not a number");
     for (const std::string element : {"4294967296]", "1]x", "1", "]", "-1]", "1 ]"})
         expectFailure(1, "select " + database + " -a 'tarvo.xyz[" + element + "'", "no element");
 }

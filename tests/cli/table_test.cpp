@@ -376,6 +376,7 @@ TEST_F(Csv, FaultsAreNamedByLineAndColumn) {
     EXPECT_NE(failure("").find("empty"), std::string::npos);
     EXPECT_NE(failure("x,y,z\n1,2,3\n1,2\n").find("Line 3"), std::string::npos);
     EXPECT_NE(failure("x,y,z\n1,2,abc\n").find("\"abc\" in the column \"z\""), std::string::npos);
+    EXPECT_NE(failure("x,y,z\n1,2,+-3\n").find("\"+-3\""), std::string::npos);
     EXPECT_NE(failure("x,y,X\n").find("\"X\""), std::string::npos);
     EXPECT_NE(failure("x,y,z\n1,\"2,3\n").find("quote"), std::string::npos);
     for (const char* const number : {"4096", "4000000000"})
