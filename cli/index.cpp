@@ -31,12 +31,18 @@ void runIndex(const Database& database, const IndexOptions& options) {
         print(nodeStatistics(database.cloud(), options.node, options.attributes, options.json));
         return;
     }
+    const auto stat = database.cloud().stat();
     qrb::pointcloud::IndexNode root;
-    database.cloud().stat().index(root, options.filter);
+    stat.index(root);
+    const Leaves leaves = leavesOf(root);
+    if (!options.filter.empty()) {
+        stat.index(root, options.filter);
+    }
     if (options.levels) {
-        print(options.json ? indexLevelsJson(root) : indexLevels(root));
+        print(options.json ? indexLevelsJson(root, leaves) : indexLevels(root, leaves));
     } else {
-        print(options.json ? indexTreeJson(root, options.depth) : indexTree(root, options.depth));
+        print(options.json ? indexTreeJson(root, options.depth, leaves)
+                           : indexTree(root, options.depth));
     }
 }
 

@@ -24,18 +24,32 @@ void addNodes(TextTable& table, const IndexNode& node, std::uint32_t level, std:
     }
 }
 
-void putNode(JsonText& json, const IndexNode& node, std::uint32_t level, std::uint32_t depth) {
+void addLeaves(Leaves& leaves, const IndexNode& node) {
+    if (node.children.empty()) {
+        leaves.push_back(node.id);
+    }
+    for (const IndexNode& child : node.children) {
+        addLeaves(leaves, child);
+    }
+}
+
+bool isLeaf(const IndexNode& node, const Leaves& leaves) {
+    return std::binary_search(leaves.begin(), leaves.end(), node.id);
+}
+
+void putNode(JsonText& json, const IndexNode& node, std::uint32_t level, std::uint32_t depth,
+             const Leaves& leaves) {
     json.beginObject();
     json.member("id", node.id);
     json.member("points", node.pointCountTotal);
     json.member("points_own", node.pointCountNode);
     json.member("revision", node.revision);
-    json.member("leaf", node.children.empty());
+    json.member("leaf", isLeaf(node, leaves));
     if (level < depth && !node.children.empty()) {
         json.key("children");
         json.beginArray();
         for (const IndexNode& child : node.children) {
-            putNode(json, child, level + 1, depth);
+            putNode(json, child, level + 1, depth, leaves);
         }
         json.endArray();
     }
@@ -50,24 +64,25 @@ struct Level {
     std::uint32_t revision = 0;  // the newest
 };
 
-void addLevels(std::vector<Level>& levels, const IndexNode& node, std::size_t level) {
+void addLevels(std::vector<Level>& levels, const IndexNode& node, std::size_t level,
+               const Leaves& leaves) {
     if (levels.size() <= level) {
         levels.resize(level + 1);
     }
-    const bool isLeaf = node.children.empty();
+    const bool leaf = isLeaf(node, leaves);
     ++levels[level].nodes;
-    levels[level].leaves += isLeaf ? 1 : 0;
-    (isLeaf ? levels[level].leafPoints : levels[level].lodPoints) += node.pointCountNode;
+    levels[level].leaves += leaf ? 1 : 0;
+    (leaf ? levels[level].leafPoints : levels[level].lodPoints) += node.pointCountNode;
     levels[level].revision = std::max(levels[level].revision, node.revision);
     for (const IndexNode& child : node.children) {
-        addLevels(levels, child, level + 1);
+        addLevels(levels, child, level + 1, leaves);
     }
 }
 
-std::vector<Level> levelsOf(const IndexNode& root) {
+std::vector<Level> levelsOf(const IndexNode& root, const Leaves& leaves) {
     std::vector<Level> levels;
     if (root.id != 0) {
-        addLevels(levels, root, 0);
+        addLevels(levels, root, 0, leaves);
     }
     return levels;
 }
@@ -82,7 +97,14 @@ std::string indexTree(const IndexNode& root, std::uint32_t depth) {
     return table.text();
 }
 
-std::string indexLevels(const IndexNode& root) {
+Leaves leavesOf(const IndexNode& whole) {
+    Leaves leaves;
+    addLeaves(leaves, whole);
+    std::sort(leaves.begin(), leaves.end());
+    return leaves;
+}
+
+std::string indexLevels(const IndexNode& root, const Leaves& leaves) {
     TextTable table({{"Level", true},
                      {"Nodes", true},
                      {"Leaves", true},
@@ -90,7 +112,7 @@ std::string indexLevels(const IndexNode& root) {
                      {"Level-of-detail points", true},
                      {"Revision", true}});
     std::size_t number = 0;
-    for (const Level& level : levelsOf(root)) {
+    for (const Level& level : levelsOf(root, leaves)) {
         table.add({std::to_string(number++), std::to_string(level.nodes),
                    std::to_string(level.leaves), std::to_string(level.leafPoints),
                    std::to_string(level.lodPoints), std::to_string(level.revision)});
@@ -98,21 +120,21 @@ std::string indexLevels(const IndexNode& root) {
     return table.text();
 }
 
-std::string indexTreeJson(const IndexNode& root, std::uint32_t depth) {
+std::string indexTreeJson(const IndexNode& root, std::uint32_t depth, const Leaves& leaves) {
     JsonText json;
     if (root.id == 0) {
         json.raw("null");
     } else {
-        putNode(json, root, 0, depth);
+        putNode(json, root, 0, depth, leaves);
     }
     return json.text();
 }
 
-std::string indexLevelsJson(const IndexNode& root) {
+std::string indexLevelsJson(const IndexNode& root, const Leaves& leaves) {
     JsonText json;
     json.beginArray();
     std::uint32_t number = 0;
-    for (const Level& level : levelsOf(root)) {
+    for (const Level& level : levelsOf(root, leaves)) {
         json.beginObject();
         json.member("level", number++);
         json.member("nodes", level.nodes);

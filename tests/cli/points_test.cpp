@@ -189,6 +189,18 @@ TEST_F(Admin, TheIndexAgreesWithThePoints) {
     EXPECT_EQ(someNodes, std::count(some.begin(), some.end(), '\n') - 1);
     EXPECT_LT(some.size(), tree.size());
 
+    // A node whose children are left out is no leaf.
+    for (const char* const pick : {"find largest node", "tarvo.xyz[2] > 1e5"}) {
+        const std::string begin = "index " + file + " --filter '" + pick + "' --json";
+        const rapidjson::Document picked = json(begin);
+        const rapidjson::Value* last = &picked;
+        while (last->HasMember("children"))
+            last = &(*last)["children"][0];
+        EXPECT_FALSE((*last)["leaf"].GetBool()) << pick;
+        const rapidjson::Document pickedLevels = json(begin + " --levels");
+        for (const auto& level : pickedLevels.GetArray())
+            EXPECT_EQ(level["leaves"].GetInt(), 0) << pick;
+    }
     const std::string id = std::to_string(fullest);
     const std::string found = run("index " + file + " --filter 'find fullest leaf'").output;
     EXPECT_NE(found.find(" " + id + " "), std::string::npos) << found;
