@@ -2,6 +2,7 @@
 // library, and the texts of level-of-detail settings.
 
 #include "dialogs/attribute/attributechecks.h"
+#include "dialogs/attribute/attributesuggestions.h"
 #include "dialogs/attribute/lodsettings.h"
 #include "dialogs/attribute/numbertext.h"
 #include "qrb/loader.h"
@@ -11,6 +12,7 @@
 #include "tests/gui/testdatabase.h"
 
 #include <QRandomGenerator>
+#include <QTreeWidget>
 #include <QtTest>
 #include <algorithm>
 #include <bit>
@@ -41,6 +43,9 @@ private slots:
     void checksAgreeWithTheLibrary();
     void limitsAreThoseOfTheLibrary();
     void doubtfulDefinitionsAreNoted();
+    void everyChangeIsSeen();
+    void catalogueIsTakenWhole();
+    void freeSuggestionsComeFirst();
     void lodSettingsKeepWhatTheyHold();
 
 private:
@@ -86,6 +91,9 @@ void AttributeRulesTest::numbersKeepEveryDigit() {
     QCOMPARE(dialogs::steppedNumber(0.2, 0.1, 1), 0.3);
     QCOMPARE(dialogs::steppedNumber(-535000, 0.00025, 3), -534999.99925);
     QCOMPARE(dialogs::steppedNumber(1e300, 1, 1), 1e300);
+    const std::pair<double, double> lastDigits[] = {{1000, 1}, {7, 1}, {0, 1}, {0.25, 0.01}};
+    for (const auto& [number, digit] : lastDigits)
+        QCOMPARE(dialogs::lastDigitOf(number), digit);
 }
 
 // Every definition that the library refuses has an error, and no other one has.
@@ -241,6 +249,13 @@ void AttributeRulesTest::doubtfulDefinitionsAreNoted() {
     attribute = byteAttribute("own.a");
     attribute.namedValues = "1=one\n300=far\n2.5=half";
     QCOMPARE(textsOf(attribute), QString("300 is out of the range. (And 1 more.)"));
+    const std::pair<const char*, const char*> tags[] = {
+        {"a, b", ""}, {"a, a", "The tag \"a\" stands twice."}, {"a, ", "There is an empty tag."}};
+    for (const auto& [text, note] : tags) {
+        attribute = byteAttribute("own.a");
+        attribute.tags = text;
+        QCOMPARE(textsOf(attribute), note);
+    }
     // A primary attribute is indexed, the stored values of one can't change.
     PointAttribute id = defaultAttribute("tarvo.id");
     id.resolution = 0.5;
@@ -258,6 +273,84 @@ void AttributeRulesTest::doubtfulDefinitionsAreNoted() {
     QVERIFY(textsOf(changed, use).startsWith("error"));
 }
 
+// What is not seen is not stored.
+void AttributeRulesTest::everyChangeIsSeen() {
+    const PointAttribute before = byteAttribute("own.a");
+    const std::function<void(PointAttribute&)> changes[] = {
+        [](auto& each) { each.name = "own.b"; },
+        [](auto& each) { each.title = "b"; },
+        [](auto& each) { each.tags = "b"; },
+        [](auto& each) { each.description = "b"; },
+        [](auto& each) { each.unitSymbol = "b"; },
+        [](auto& each) { each.length = 2; },
+        [](auto& each) { each.resolution = 0.5; },
+        [](auto& each) { each.minimumValue = -1; },
+        [](auto& each) { each.maximumValue = 254; },
+        [](auto& each) { each.defaultValue = 1; },
+        [](auto& each) { each.invalidValue = 255; },
+        [](auto& each) { each.namedValues = "1=b"; },
+        [](auto& each) { each.storageClass = 3; },
+        [](auto& each) { each.scaleFactor = 2; },
+        [](auto& each) { each.lodSettings = "first"; },
+        [](auto& each) { each.scaleFactor = none; },
+        [](auto& each) { each.compressionOptions = 1; }};
+    for (std::size_t i = 0; i < std::size(changes); ++i) {
+        PointAttribute attribute = before;
+        QVERIFY(dialogs::sameAttribute(attribute, before));
+        changes[i](attribute);
+        QVERIFY2(!dialogs::sameAttribute(attribute, before), qPrintable(QString::number(i)));
+        QVERIFY(dialogs::sameAttribute(attribute, PointAttribute(attribute)));
+    }
+    // And what becomes of stored values is told.
+    PointAttribute stored = before;
+    PointAttribute attribute = before;
+    stored.length = 3;
+    const auto told = [&] { return dialogs::conversionText(stored, attribute); };
+    QVERIFY2(told().endsWith("become the default value. Elements from number 1 on are dropped."),
+             qPrintable(told()));
+    std::swap(stored, attribute);
+    QVERIFY2(told().endsWith("become the default value. New elements have the default value."),
+             qPrintable(told()));
+    attribute.invalidValue = 255;
+    QVERIFY2(told().contains(" become invalid. "), qPrintable(told()));
+    stored = attribute;
+    attribute.title = "b";
+    QCOMPARE(told(), "");
+}
+
+void AttributeRulesTest::catalogueIsTakenWhole() {
+    const tarvo::qrb::defaults::AttributeEntry entry{
+        "own.a", "b", "c", "d", "e", 2, 0.5, -1, 9, 1, 8, "1=f", 3, 1, "first", 2, "g"};
+    const PointAttribute attribute = dialogs::suggestedAttribute(entry);
+    const std::pair<bool, const char*> members[] = {
+        {attribute.name == "own.a", "name"},
+        {attribute.title == "b" && attribute.tags == "c", "title, tags"},
+        {attribute.description == "d" && attribute.unitSymbol == "e", "description, unit"},
+        {attribute.length == 2 && attribute.resolution == 0.5, "length, resolution"},
+        {attribute.minimumValue == -1 && attribute.maximumValue == 9, "range"},
+        {attribute.defaultValue == 1 && attribute.invalidValue == 8, "default, invalid value"},
+        {attribute.namedValues == "1=f" && attribute.lodSettings == "first", "further texts"},
+        {attribute.storageClass == 3 && attribute.compressionOptions == 1, "storage"},
+        {attribute.scaleFactor == 2, "scale factor"}};
+    for (const auto& [taken, member] : members)
+        QVERIFY2(taken, member);
+}
+
+void AttributeRulesTest::freeSuggestionsComeFirst() {
+    QTreeWidget tree;
+    dialogs::fillSuggestions(&tree, {});
+    dialogs::filterSuggestions(&tree, "xyz");
+    QVERIFY(tree.currentItem());
+    const QString first = tree.currentItem()->text(0);
+    dialogs::fillSuggestions(&tree, {first});
+    QVERIFY(dialogs::filterSuggestions(&tree, "xyz") > 1);
+    QVERIFY(tree.currentItem());
+    QVERIFY(!tree.currentItem()->text(0).endsWith("(exists already)"));
+    QVERIFY(dialogs::suggestionOf(tree.currentItem()));
+    QCOMPARE(dialogs::filterSuggestions(&tree, first + " noSuchWordAnywhere"), 0);
+    QVERIFY(!tree.currentItem());
+}
+
 void AttributeRulesTest::lodSettingsKeepWhatTheyHold() {
     const auto settings = dialogs::readLodSettings(
         "{\"a\": [1.50, {\"method\": 12345678901234567890123}], \"method\": \"first\", \"b\": "
@@ -267,6 +360,8 @@ void AttributeRulesTest::lodSettingsKeepWhatTheyHold() {
         dialogs::writeLodSettings("minimum", settings.members),
         std::string("{\"method\":\"minimum\",\"a\":[1.50,{\"method\":12345678901234567890123}],"
                     "\"b\":null}"));
+    QCOMPARE(dialogs::writeLodSettings("first", "{\"a\": {\"method\": 1}}"),
+             std::string("{\"method\":\"first\",\"a\":{\"method\":1}}"));
     QCOMPARE(dialogs::writeLodSettings("first", " {} "), std::string("first"));
     QCOMPARE(dialogs::readLodSettings("\"first\" tail").lost, "tail");
     for (const char* members : {"[1]", "5", "{\"a\":}", "{\"method\": \"first\"}", "{} x"})
