@@ -1,5 +1,6 @@
 // The editor of metadata items, and the text pane in it.
 
+#include "common/appearance.h"
 #include "common/jsonpositions.h"
 #include "common/jsontextedit.h"
 #include "common/jsonvalues.h"
@@ -151,6 +152,8 @@ void MetaDataEditorTest::itemIsAddedFromTheExample() {
             // Completion finds the middle of a name.
             name->completer()->setCompletionPrefix("time_b");
             QCOMPARE(name->completer()->currentCompletion(), "tarvo.time_base");
+            name->completer()->setCompletionPrefix("tarvo.geo_tag");  // exists already
+            QCOMPARE(name->completer()->currentCompletion(), "");
             name->lineEdit()->selectAll();
             QTest::keyClicks(name->lineEdit(), "tarvo.time_base");
             QVERIFY(in<QLabel>(dialog, "labelDescription")->isVisible());
@@ -328,6 +331,8 @@ void MetaDataEditorTest::textsAndOwnSchemasAreTakenAsTheyAre() {
             schema->setPlainText("{\"items\": {\"type\": \"number\"}}");
             QTRY_COMPARE(findings(dialog)->topLevelItemCount(), 1);
             QCOMPARE(findings(dialog)->topLevelItem(0)->text(1), "/1");
+            QTest::keyClicks(in<QComboBox>(dialog, "editName")->lineEdit(), "s");
+            QVERIFY(!schema->text().isEmpty());
             schema->setPlainText("{\"items\": 5}");
             QTRY_VERIFY(state(dialog).startsWith("The value can't be checked. The JSON schema "));
             QVERIFY(!findings(dialog)->isVisible());
@@ -339,7 +344,7 @@ void MetaDataEditorTest::textsAndOwnSchemasAreTakenAsTheyAre() {
         }});
     commit();
     QCOMPARE(committed("own.text"), std::string("still no { JSON"));
-    QCOMPARE(committed("own.list"), std::string("[1, \"a\"]"));
+    QCOMPARE(committed("own.lists"), std::string("[1, \"a\"]"));
 }
 
 void MetaDataEditorTest::changesAreNotDroppedUnasked() {
@@ -355,6 +360,18 @@ void MetaDataEditorTest::changesAreNotDroppedUnasked() {
                                    ModalScript::press("No"), ModalScript::press("Yes")});
     QCOMPARE(texts, QStringList({"Discard the changes?", "Discard the changes?"}));
     run("actionMetaDataEdit", {ModalScript::press("Cancel")});
+    // A value without a name, a name without a value.
+    for (const bool named : {false, true}) {
+        const auto typed = [named](QDialog* dialog) {
+            if (named)
+                QTest::keyClicks(in<QComboBox>(dialog, "editName")->lineEdit(), "own.new");
+            else
+                type(dialog, "x");
+            QTest::keyClick(dialog, Qt::Key_Escape);
+        };
+        QCOMPARE(run("actionMetaDataAdd", {typed, ModalScript::press("Yes")}),
+                 QStringList("Discard the changes?"));
+    }
     commit();
     QCOMPARE(committed("own.text"), std::string("no { JSON"));
 }
@@ -476,6 +493,10 @@ void MetaDataEditorTest::valuesBeyondThePaneAreHeldWhole() {
     QVERIFY(source.open(QIODevice::WriteOnly));
     source.write(value.data(), static_cast<qint64>(value.size()));
     source.close();
+    const QString shortFile = m_folder.filePath("short.json");
+    QFile other(shortFile);
+    QVERIFY(other.open(QIODevice::WriteOnly) && other.write("[7]") == 3);
+    other.close();
     begin();
     // What the pane has to lay out.
     const auto shown = [](QDialog* dialog) { return pane(dialog)->document()->characterCount(); };
@@ -502,9 +523,16 @@ void MetaDataEditorTest::valuesBeyondThePaneAreHeldWhole() {
                  QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
                                    list->visualItemRect(list->topLevelItem(0)).center());
                  ModalScript::press("Compact")(dialog);
+                 // No undo leads to what was but the beginning of the value.
+                 in<QAction>(dialog, "actionLoad")->trigger();
+                 QTest::keyClick(pane(dialog), Qt::Key_Z, Qt::ControlModifier);
+                 QCOMPARE(pane(dialog)->text(), "[7]");
+                 in<QAction>(dialog, "actionLoad")->trigger();
                  ModalScript::press("OK")(dialog);
              },
-             ModalScript::press("OK"), ModalScript::chooseFile(file), ModalScript::press("Yes")});
+             ModalScript::press("OK"), ModalScript::chooseFile(file),
+             ModalScript::chooseFile(shortFile), ModalScript::chooseFile(file),
+             ModalScript::press("Yes")});
     QVERIFY(texts.value(0).startsWith("The text is too long to be pasted here."));
     QCOMPARE(texts.value(1), "The value does not satisfy the schema.\nSave it anyway?");
     run("actionMetaDataEdit", {[&](QDialog* dialog) {
@@ -536,6 +564,28 @@ void MetaDataEditorTest::paneIndentsAndUndoes() {
     QCOMPARE(colours.size(), 5);
     edit.setColoured(false);
     QVERIFY(edit.document()->firstBlock().layout()->formats().isEmpty());
+
+    edit.setColoured(true);
+    edit.setPlainText("\"a\" : \"a\"");
+    const auto formats = edit.document()->firstBlock().layout()->formats();
+    QCOMPARE(formats.size(), 2);
+    QVERIFY(formats[0].format != formats[1].format);
+    edit.setPlainText("  [");
+    QTest::keyClick(&edit, Qt::Key_End);
+    QTest::keyClick(&edit, Qt::Key_Enter, Qt::KeypadModifier);
+    QCOMPARE(edit.toPlainText(), "  [\n      ");
+    // Brackets in texts are no partners.
+    edit.setPlainText("[\"\\\"]\", \"[\"]");
+    QList<int> brackets;
+    for (const auto& selection : edit.extraSelections())
+        if (selection.cursor.hasSelection())
+            brackets += selection.cursor.selectionStart();
+    QCOMPARE(brackets, QList<int>({0, int(edit.toPlainText().size()) - 1}));
+    // Line numbers get the room that they need.
+    const int margin = edit.viewport()->x();
+    common::setTextSize(common::textSize() + 10);
+    QVERIFY(edit.viewport()->x() > margin);
+    common::resetTextSize();
 }
 
 void MetaDataEditorTest::placesAreFound() {
@@ -567,6 +617,15 @@ void MetaDataEditorTest::placesAreFound() {
     const QString deep = QString(200'000, '[');
     QCOMPARE(common::placesOf(deep, {"/0/0"}).size(), 1u);
     QVERIFY(common::jsonFaultOf(deep));
+    // Escapes are undone once; of members with the same name the last one counts.
+    const QString names = "{\"~1\": 1, \"/\": 2, \"a\": {\"b\": 3}, \"a\": {\"b\": [4]}}";
+    const std::pair<const char*, const char*> values[] = {
+        {"/~01", "1"}, {"/~1", "2"}, {"/a", "{\"b\": [4]}"}, {"/a/b", "[4]"}};
+    for (const auto& [pointer, value] : values) {
+        const auto place = common::placesOf(names, {pointer}).front();
+        QVERIFY(place);
+        QCOMPARE(names.mid(place->begin, place->end - place->begin), value);
+    }
 }
 
 GUI_TEST_MAIN(MetaDataEditorTest)
