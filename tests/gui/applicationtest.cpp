@@ -27,11 +27,12 @@ namespace {
 class Unpaintable : public QWidget {
 public:
     int attempts = 0;
+    const char* failure = "No paint left.";
 
 protected:
     void paintEvent(QPaintEvent*) override {
         ++attempts;
-        throw std::runtime_error("No paint left.");
+        throw std::runtime_error(failure);
     }
 };
 
@@ -93,6 +94,10 @@ void ApplicationTest::themeHoldsAtOnceAndLater() {
     QApplication::setPalette(QPalette());
     tarvo::common::applyTheme();
     QVERIFY(isDark(m_window->palette()));
+    // What can't be used looks so.
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        QVERIFY(m_window->palette().color(QPalette::Disabled, role) !=
+                m_window->palette().color(QPalette::Active, role));
     choose("Light");
     QVERIFY(!isDark(m_window->palette()));
     choose("System colours");
@@ -149,6 +154,11 @@ void ApplicationTest::errorsOfEventHandlersAreReportedOnce() {
     QTRY_VERIFY(widget.attempts > before);
     QTest::qWait(50);
     QVERIFY(!QApplication::activeModalWidget());
+    // Something else that goes wrong is told, too.
+    widget.failure = "The brush is gone.";
+    ModalScript another({ModalScript::press("OK")});
+    widget.update();
+    QTRY_COMPARE(another.texts(), QStringList("The brush is gone."));
 }
 
 GUI_TEST_MAIN(ApplicationTest)

@@ -5,7 +5,11 @@
 #include "common/checklist.h"
 #include "common/guard.h"
 #include "common/messageboxes.h"
+#include "common/programsettings.h"
+#include "common/progress.h"
+#include "common/textfiles.h"
 #include "dialogs/workingdialog.h"
+#include "files/error.h"
 #include "qrb/loader.h"
 #include "tests/gui/guitestmain.h"
 #include "tests/gui/samplewindow.h"
@@ -19,6 +23,7 @@
 #include <QMimeData>
 #include <QPlainTextEdit>
 #include <QProgressBar>
+#include <QProgressDialog>
 #include <QPushButton>
 #include <QTextBlock>
 #include <QTextLayout>
@@ -38,8 +43,10 @@ private slots:
 
     void questionsBeginWithTheAnswerThatLosesNothing();
     void messagesHaveTheirKindAndStayText();
+    void errorsTellFileAndReason();
     void waitingEndsWithTheWork();
     void workThatWasCancelledCanBeDoneAgain();
+    void progressStaysUpToTheEnd();
     void checkListChecksWhatItShows();
     void changelogIsColoured();
     void textSizeHasLimits();
@@ -116,6 +123,27 @@ void BoxesTest::messagesHaveTheirKindAndStayText() {
     }
 }
 
+void BoxesTest::errorsTellFileAndReason() {
+    const auto told = [](const std::function<void()>& action) {
+        try {
+            action();
+        } catch (...) {
+            const auto [text, details] = common::describe(std::current_exception());
+            return text + '|' + details;
+        }
+        return QString();
+    };
+    QCOMPARE(told([] { throw tarvo::files::FileError("No room.", "Free some."); }),
+             "No room.|Free some.");
+    // It can be opened, but not read.
+    const QString unreadable = told([] { common::readFile("/proc/self/mem"); });
+    QVERIFY2(unreadable.contains("/proc/self/mem"), qUtf8Printable(unreadable));
+    const QString refused = told([] { common::openOutput("/proc/own.json", "No export."); });
+    QVERIFY2(
+        QRegularExpression(R"(\ANo export\.\|.*/proc/own\.json.*\n.+\z)").match(refused).hasMatch(),
+        qUtf8Printable(refused));
+}
+
 void BoxesTest::waitingEndsWithTheWork() {
     ModalScript script({ModalScript::press("OK")});
     QVERIFY(!common::guarded(nullptr, [] {
@@ -137,8 +165,11 @@ void BoxesTest::workThatWasCancelledCanBeDoneAgain() {
     for (const bool cancels : {true, false, true, false}) {
         QString failure;
         int steps = 0;
+        int first = -1;
         try {
             worker.work("Stopped.", [&](const tarvo::qrb::pointcloud::Progress& progress) {
+                QMetaObject::invokeMethod(
+                    &worker, [&] { first = worker.bar.value(); }, Qt::BlockingQueuedConnection);
                 if (cancels)
                     QMetaObject::invokeMethod(
                         &worker, [&] { worker.reject(); }, Qt::BlockingQueuedConnection);
@@ -150,8 +181,33 @@ void BoxesTest::workThatWasCancelledCanBeDoneAgain() {
         }
         QCOMPARE(failure, cancels ? "Stopped." : "");
         QCOMPARE(steps, cancels ? 0 : 3);
+        QCOMPARE(first, 0);             // not where the last run ended
+        QApplication::processEvents();  // takes what is left of its progress
         QVERIFY(worker.isEnabled() && worker.bar.isHidden());
     }
+}
+
+// The last step may be the longest.
+void BoxesTest::progressStaysUpToTheEnd() {
+    QWidget window;
+    bool cancelled = false;
+    common::Progress progress(&window, "Working...");
+    QTest::qWait(600);
+    for (int i = 0; i < 3 && !cancelled; ++i) {
+        QTest::qWait(50);
+        try {
+            progress.update(100);
+        } catch (const common::Cancelled&) {
+            cancelled = true;
+            continue;
+        }
+        auto* dialog = window.findChild<QProgressDialog*>();
+        QVERIFY(dialog->isVisible());
+        QCOMPARE(dialog->value(), 100);
+        if (i == 1)
+            ModalScript::pressButton(dialog, "Cancel");
+    }
+    QVERIFY(cancelled);
 }
 
 void BoxesTest::checkListChecksWhatItShows() {
@@ -199,6 +255,12 @@ void BoxesTest::changelogIsColoured() {
     QCOMPARE(formats(2)[0].format.foreground().color(), QColor(Qt::darkRed));
     QCOMPARE(formats(2)[0].format.fontWeight(), static_cast<int>(QFont::Light));
     QVERIFY(formats(3).isEmpty());
+    // With another palette, too.
+    common::setTheme(common::Theme::DARK);
+    const QColor dark = formats(0)[0].format.foreground().color();
+    common::setTheme(common::Theme::SYSTEM);
+    QVERIFY(dark.lightness() > QColor(Qt::darkBlue).lightness());
+    QCOMPARE(formats(0)[0].format.foreground().color(), QColor(Qt::darkBlue));
 }
 
 void BoxesTest::textSizeHasLimits() {
@@ -207,6 +269,9 @@ void BoxesTest::textSizeHasLimits() {
     common::setTextSize(1);
     QCOMPARE(common::textSize(), common::smallestTextSize);
     common::setTextSize(1000);
+    QCOMPARE(common::textSize(), common::largestTextSize);
+    // What another program wrote.
+    common::ProgramSettings().setValue("TextSize", 1000);
     QCOMPARE(common::textSize(), common::largestTextSize);
     common::resetTextSize();
     QCOMPARE(common::textSize(), usual);
