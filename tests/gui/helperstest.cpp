@@ -13,10 +13,13 @@
 #include "mainwindow/commandline.h"
 #include "mainwindow/databasesummary.h"
 #include "mainwindow/filterinsertmenu.h"
+#include "mainwindow/indexsearch.h"
+#include "mainwindow/librarychoice.h"
 #include "mainwindow/mimefile.h"
 #include "mainwindow/pointreader.h"
 #include "tests/gui/guitestmain.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
@@ -25,6 +28,8 @@
 #include <QMimeData>
 #include <QTemporaryFile>
 #include <QTextDocument>
+#include <QToolButton>
+#include <QToolTip>
 #include <QTreeWidget>
 #include <QUrl>
 #include <QtTest>
@@ -56,11 +61,14 @@ private slots:
     void filterHistoryMovesAndDropsEntries();
     void showingTheHistoryKeepsTextAndSignalsNothing();
     void recentFilesKeepTheNewestTen();
-    void settingsFileIsPrivate();
+    void settingsFilesArePrivate();
     void windowRectangleTakesTheFirstThatConverts();
     void mimeFileTakesTheFirstUrlOrAnExistingName();
+    void librariesAskedForInARowAreTakenBack();
     void filterInsertions_data();
     void filterInsertions();
+    void insertionsReplaceWhatIsSelected();
+    void commandsAndNodeListsAreTold();
     void menuNamesStopAtTenElements();
     void valuesAreShownByTypeAndResolution();
     void summaryTexts();
@@ -248,15 +256,25 @@ void HelpersTest::recentFilesKeepTheNewestTen() {
     QVERIFY(!list.contains("/data/1.qrbx"));
 }
 
-void HelpersTest::settingsFileIsPrivate() {
-    QString fileName;
-    {
-        common::ProgramSettings settings;
-        settings.setValue("python_path", "x");
-        fileName = settings.fileName();
-    }
-    QVERIFY(fileName.endsWith(".ini"));
-    QVERIFY(!(QFile::permissions(fileName) & (QFile::ReadGroup | QFile::ReadOther)));
+// Whoever else it is that was let in.
+void HelpersTest::settingsFilesArePrivate() {
+    const auto write = [](auto settings) {
+        settings->setValue("python_path", "x");
+        return settings->fileName();
+    };
+    for (const auto permission :
+         {QFile::ReadGroup, QFile::WriteGroup, QFile::ReadOther, QFile::WriteOther})
+        for (const bool ofDialogs : {false, true}) {
+            const auto change = [&] {
+                return ofDialogs ? write(std::make_unique<common::DialogSettings>("own"))
+                                 : write(std::make_unique<common::ProgramSettings>());
+            };
+            const QString fileName = change();
+            QVERIFY(
+                QFile::setPermissions(fileName, QFile::ReadOwner | QFile::WriteOwner | permission));
+            QCOMPARE(change(), fileName);
+            QVERIFY2(!(QFile::permissions(fileName) & permission), qUtf8Printable(fileName));
+        }
 }
 
 void HelpersTest::windowRectangleTakesTheFirstThatConverts() {
@@ -277,6 +295,21 @@ void HelpersTest::mimeFileTakesTheFirstUrlOrAnExistingName() {
     QCOMPARE(localFileIn(&data), QString());
     data.setUrls({QUrl::fromLocalFile(file.fileName()), QUrl("https://example.org/x")});
     QCOMPARE(localFileIn(&data), file.fileName());
+}
+
+void HelpersTest::librariesAskedForInARowAreTakenBack() {
+    LibraryChoice choice;
+    choice.fileName = "used";
+    for (int i = 0; i < 2; ++i) {
+        choice.ask("first");
+        choice.ask("second");
+        QVERIFY(choice.restart);
+        QCOMPARE(choice.fileName, "second");
+        choice.takeBack();
+        choice.takeBack();
+        QVERIFY(!choice.restart);
+        QCOMPARE(choice.fileName, "used");
+    }
 }
 
 void HelpersTest::filterInsertions_data() {
@@ -312,6 +345,34 @@ void HelpersTest::filterInsertions() {
     QTEST(edit.text(), "after");
 }
 
+// As typing does.
+void HelpersTest::insertionsReplaceWhatIsSelected() {
+    const std::pair<const char*, const char*> insertions[] = {{"==", "a == c"},
+                                                              {":minimum", "a:minimum c"}};
+    for (const auto& [inserted, after] : insertions) {
+        QLineEdit edit("a bc");
+        edit.setSelection(2, 1);
+        if (*inserted == ':')
+            insertPropertyIntoFilter(&edit, inserted);
+        else
+            insertIntoFilter(&edit, inserted);
+        QCOMPARE(edit.text(), after);
+    }
+}
+
+void HelpersTest::commandsAndNodeListsAreTold() {
+    for (const char* command :
+         {"find largest leaf", "FIND FULLEST LEAF", " Find Largest Node ", "find fullest node"})
+        QVERIFY2(isIndexCommand(command), command);
+    for (const char* other :
+         {"", "find", "find largest", "find  largest leaf", "find largest leaf 2"})
+        QVERIFY2(!isIndexCommand(other), other);
+    for (const char* list : {"7", " 1, 4-7 ,", "-3"})
+        QVERIFY2(isNodeList(list), list);
+    for (const char* other : {"", " , ", "-", "1 == 1", "x", "1;2"})
+        QVERIFY2(!isNodeList(other), other);
+}
+
 void HelpersTest::menuNamesStopAtTenElements() {
     QCOMPARE(elementNames("a", 1), QStringList("a"));
     QCOMPARE(elementNames("a", 2), QStringList({"a[0]", "a[1]"}));
@@ -342,9 +403,11 @@ void HelpersTest::summaryTexts() {
              "mode: edge length, size: 2 (0.00100 units edge length)");
     attribute.unitSymbol = std::string("m");
     QCOMPARE(chunkSizeText(2, 2, attribute), "mode: edge length, size: 2 (0.00100 m edge length)");
+    QCOMPARE(chunkSizeText(7, 2, attribute), "unknown");
     QCOMPARE(chunkSizeText(1, 10000, attribute),
              "mode: point count, size: up to 10,000 points per chunk");
     QCOMPARE(levelOfDetailText(1, 0, 3), "disabled");
+    QCOMPARE(levelOfDetailText(2, 0, 3), "disabled");
     QCOMPARE(levelOfDetailText(1, 20, 3), "mode: thinout, size: up to 20 % of the original points");
     QCOMPARE(levelOfDetailText(2, 2, 3), "mode: combine, size: 2 (up to 64 points per node)");
     QCOMPARE(levelOfDetailText(7, 2, 3), "unknown");
@@ -361,6 +424,25 @@ void HelpersTest::annotationColourFollowsThePalette() {
     light.setColor(QPalette::Base, Qt::white);
     light.setColor(QPalette::Text, Qt::black);
     QCOMPARE(common::readable(blue, light), blue);
+
+    // So do the tooltips of actions and of widgets.
+    QWidget window;
+    QAction action(&window);
+    QToolButton button(&window);
+    const QPalette before = QToolTip::palette();
+    const std::pair<QPalette, QString> toolTips[] = {{QPalette(Qt::white, Qt::black), "#9db8ff"},
+                                                     {QPalette(Qt::black, Qt::white), "#0000a3"}};
+    action.setToolTip("<font color='#0000a3'>open</font>");
+    button.setToolTip(action.toolTip());
+    for (auto [palette, colour] : toolTips) {
+        palette.setColor(QPalette::ToolTipText, palette.color(QPalette::WindowText));
+        palette.setColor(QPalette::ToolTipBase, palette.color(QPalette::Window));
+        QToolTip::setPalette(palette);
+        common::adaptToolTips(&window);
+        QVERIFY2(action.toolTip().contains(colour), qUtf8Printable(action.toolTip()));
+        QCOMPARE(button.toolTip(), action.toolTip());
+    }
+    QToolTip::setPalette(before);
 }
 
 GUI_TEST_MAIN(HelpersTest)
