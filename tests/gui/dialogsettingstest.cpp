@@ -475,8 +475,11 @@ void DialogSettingsTest::columnsAndGroupsAreKeptByName() {
                                ProgramSettings().value("AttributeGroups").toStringList() +
                                    QStringList({"Other folded=0", "Other open=1"}));
 
+    // Who only looks at a database changes nothing, not even the order.
+    ProgramSettings().setValue("Attributes", others + expected);
     MainWindow second;
     second.openDatabase(file, true);
+    QCOMPARE(ProgramSettings().value("Attributes").toStringList(), others + expected);
     const auto* again = in<QListWidget>(&second, "listPointAttributes");
     QStringList entries;
     for (int i = 0; i < again->count(); ++i)

@@ -543,6 +543,9 @@ void LifetimeTest::damagedFileIsReportedOnce() {
     const QStringList texts = trigger(*m_window, "actionReload", {ok});
     QVERIFY2(texts.value(0).startsWith("What could not be read: "), qUtf8Printable(texts.value(0)));
     QVERIFY(texts.value(0).contains("Meta Data"));
+    QStringList reasons = texts.value(0).split("\n\n");
+    QVERIFY(reasons.size() > 1);
+    QCOMPARE(reasons.removeDuplicates(), 0);
     QVERIFY(!QApplication::activeModalWidget());
 }
 

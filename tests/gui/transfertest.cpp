@@ -87,6 +87,7 @@ private slots:
     void failedImportKeepsWhatCameBefore();
     void importWithoutTransactionIsRefusedOnce();
     void exportedItemsAreJsonInTheirOrder();
+    void exportedPointsHaveEveryElement();
     void exportThatFailsIsTold();
     void sizesAreThoseOfTheLibrary();
     void doubleClicksCopyWhatTheyHit();
@@ -235,7 +236,7 @@ void TransferTest::cancelledImportTakesEverythingBack() {
     // The dialog comes up after a while only: as many items as that takes.
     bool came = false;
     for (int items = 20'000; !came && items < 3'000'000; items *= 3) {
-        QByteArray text = "{\"own.note\":\"changed\"";
+        QByteArray text = "{\"own.note\":\"changed\",\"own.twice\":\"1\",\"own.twice\":\"2\"";
         for (int i = 0; i < items; ++i)
             text += ",\"own.item." + QByteArray::number(i) + "\":\"" + QByteArray::number(i) + '"';
         const QString file = written(m_sample->path("many.json"), text + '}');
@@ -311,6 +312,20 @@ void TransferTest::exportedItemsAreJsonInTheirOrder() {
     QCOMPARE(metaData.get("own.empty", "missing"), std::string());
     window.run("actionTransactionCommit", {ModalScript::press("OK")});
     QVERIFY(!window.database().transactions().pending());
+}
+
+// Also those beyond what the table shows.
+void TransferTest::exportedPointsHaveEveryElement() {
+    const SampleWindow window(m_sample->copy());
+    window.driver().showTab("tabPointData");
+    window.run("actionColumnsShowAll", {});
+    const QString file = m_sample->path("elements.csv");
+    window.run("actionQuerySelectExport",
+               {ModalScript::chooseFile(file), ModalScript::press("OK")});
+    const QByteArrayList lines = contentsOf(file).split('\n');
+    for (int i = 0; i < 12; ++i)
+        QVERIFY(lines[0].split(',').contains(QString("own.vector[%0]").arg(i).toUtf8()));
+    QCOMPARE(lines[1].count(','), lines[0].count(','));
 }
 
 void TransferTest::exportThatFailsIsTold() {
