@@ -26,12 +26,16 @@ void showInFileManager(const QString& fileName) {
 #elif defined(Q_OS_MACOS)
     QProcess::startDetached("open", {"-R", fileName});
 #elif defined(QRB_WITH_DBUS)
+    const QDBusConnection bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected()) {  // the answer would never come
+        openFolderOf(fileName);
+        return;
+    }
     auto call = QDBusMessage::createMethodCall("org.freedesktop.FileManager1",
                                                "/org/freedesktop/FileManager1",
                                                "org.freedesktop.FileManager1", "ShowItems");
     call << QStringList{QUrl::fromLocalFile(fileName).toString(QUrl::FullyEncoded)} << QString();
-    auto* watcher =
-        new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(call, 5000));
+    auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(call, 5000));
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher, [watcher, fileName] {
         if (watcher->isError())
             openFolderOf(fileName);

@@ -15,7 +15,9 @@
 #include "tests/gui/samplewindow.h"
 
 #include <QApplication>
+#include <QDesktopServices>
 #include <QDragEnterEvent>
+#include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -51,9 +53,14 @@ private slots:
     void changelogIsColoured();
     void textSizeHasLimits();
     void onlyFilesThatCanBeShownAreTaken();
+    void folderIsShownWhereNoFileManagerListens();
+
+public slots:
+    void openOutside(const QUrl& url) { m_openedOutside += url; }
 
 private:
     std::unique_ptr<SampleDatabase> m_sample;
+    QList<QUrl> m_openedOutside;
 };
 
 void BoxesTest::initTestCase() {
@@ -297,6 +304,17 @@ void BoxesTest::onlyFilesThatCanBeShownAreTaken() {
         QVERIFY2(enter.isAccepted() == taken, qUtf8Printable(name));
     }
     QCOMPARE(window.child<QLabel>("labelStatus")->text(), "no database opened");
+}
+
+void BoxesTest::folderIsShownWhereNoFileManagerListens() {
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/no/such/bus");
+    QDesktopServices::setUrlHandler("file", this, "openOutside");
+    const SampleWindow window(m_sample->copy());
+    window.run("actionDatabaseFileLocateFile", {});
+    QTRY_COMPARE(
+        m_openedOutside,
+        QList<QUrl>(1, QUrl::fromLocalFile(QFileInfo(m_sample->path("work.qrbx")).absolutePath())));
+    QDesktopServices::unsetUrlHandler("file");
 }
 
 GUI_TEST_MAIN(BoxesTest)
