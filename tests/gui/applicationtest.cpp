@@ -103,6 +103,10 @@ void ApplicationTest::themeHoldsAtOnceAndLater() {
     choose("System colours");
     QCOMPARE(m_window->palette().color(QPalette::Base), system.color(QPalette::Base));
     QVERIFY(m_window->findChild<QAction*>("actionThemeSystem")->isChecked());
+    // As another window does.
+    tarvo::common::setTheme(tarvo::common::Theme::DARK);
+    choose("Larger text");
+    QVERIFY(m_window->findChild<QAction*>("actionThemeDark")->isChecked());
 }
 
 void ApplicationTest::textSizeHoldsForAllPanes() {

@@ -15,6 +15,7 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QDialog>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLabel>
@@ -125,8 +126,9 @@ void NewDatabaseTest::databaseIsCreatedAndOpened() {
     QVERIFY(field("editChunkSize").startsWith("mode: edge length, size: 17 ("));
     QCOMPARE(field("editLevelOfDetail"), "mode: thinout, size: up to 12 % of the original points");
     QCOMPARE(field("editPointsTotal"), "0");
-    // What the schema lists is there, and it validates.
+    // What the schema lists is there, also what may be left out, and it validates.
     QVERIFY(driver().child<QTreeWidget>("treePointAttributes")->topLevelItemCount() > 0);
+    QVERIFY(m_window->session().database->pointAttributes().exists("tarvo.shot_id"));
     run("actionValidate", {[](QDialog* dialog) {
             ModalScript::press("Validate")(dialog);
             QCOMPARE(in<QPlainTextEdit>(dialog, "editResult")->toPlainText(),
@@ -377,6 +379,23 @@ void NewDatabaseTest::exportCopiesWhatTheFilterPicks() {
     QVERIFY(!expected.empty() && expected.size() < static_cast<std::size_t>(m_source.pointCount));
     QVERIFY(tableOf(*copy, attributes) == expected);
     QVERIFY(copy->metaData().exists("own.text") && !copy->metaData().exists("own.note"));
+    // What was done is written down.
+    const auto details = copy->transactions().details(copy->transactions().current());
+    const auto listOf = [](const std::vector<std::string>& names, const QString& without = {}) {
+        QStringList list;
+        for (const std::string& name : names)
+            list += QString::fromStdString(name);
+        list.removeOne(without);
+        return QJsonArray::fromStringList(list);
+    };
+    QCOMPARE(QJsonDocument::fromJson(QByteArray::fromStdString(details.settings)).object(),
+             QJsonObject({{"source", QFileInfo(m_source.fileName).fileName()},
+                          {"uuid", QString::fromStdString(source->getUuid())},
+                          {"filter", QString::fromStdString(filter)},
+                          {"nodes", ""},
+                          {"attributes", listOf(attributes)},
+                          {"metadata", listOf(source->metaData().list(), "own.note")},
+                          {"changelog", true}}));
     // The changelog of the source, and the entry of the export.
     const QString log = driver().child<QPlainTextEdit>("editChangelog")->toPlainText();
     QVERIFY(log.contains("Notes") && log.contains("Export"));

@@ -7,6 +7,7 @@
 
 #include <QAction>
 #include <QComboBox>
+#include <QFile>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
@@ -40,6 +41,8 @@ private slots:
     void queryEndsWithWhatItAsksFor();
     void reloadKeepsTheFilterOfTheNodes();
     void removalThatFailsHalfwayIsShown();
+    void signatureIsShownAtOnce();
+    void closedTextFileIsForgotten();
     void anotherDatabaseBeginsAfresh();
 
 private:
@@ -151,6 +154,42 @@ void RefreshTest::removalThatFailsHalfwayIsShown() {
     QVERIFY(!window.database().pointAttributes().exists("own.single"));
     QVERIFY(!window.driver().select("treePointAttributes", "own.single"));
     QVERIFY(window.driver().select("treePointAttributes", "tarvo.xyz[3]*"));
+}
+
+void RefreshTest::signatureIsShownAtOnce() {
+    const SampleWindow window(m_sample->copy());
+    window.begin();
+    window.driver().showTab("tabMetaData");
+    const auto colour = [&] {
+        return window.driver().select("treeMetaData", "own.text")->foreground(0).color();
+    };
+    const QColor plain = colour();
+    for (const char* button : {"Create Signature", "Delete Signature"}) {
+        const bool creates = button[0] == 'C';
+        std::vector<ModalScript::Step> steps = {[button](QDialog* dialog) {
+            in<QPlainTextEdit>(dialog, "editKey")->setPlainText("0a 1b");
+            ModalScript::press(button)(dialog);
+            ModalScript::press("Close")(dialog);
+        }};
+        if (!creates)
+            steps.push_back(ModalScript::press("Yes"));
+        steps.push_back(ModalScript::press("OK"));
+        window.run("actionMetaDataSignature", std::move(steps));
+        QCOMPARE(colour() != plain, creates);
+    }
+}
+
+void RefreshTest::closedTextFileIsForgotten() {
+    const SampleWindow window{QString()};
+    QFile file(m_sample->path("log.txt"));
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write("[#1] one\n") > 0);
+    file.close();
+    window.window().openFile(file.fileName());
+    QCOMPARE(window.child<QLabel>("labelStatus")->text(), file.fileName());
+    window.run("actionClose", {});
+    QCOMPARE(window.child<QLabel>("labelStatus")->text(), "no database opened");
+    QVERIFY(!window.child<QAction>("actionClose")->isEnabled());
+    QCOMPARE(window.child<QPlainTextEdit>("editChangelog")->toPlainText(), "");
 }
 
 void RefreshTest::anotherDatabaseBeginsAfresh() {

@@ -468,6 +468,11 @@ void TransferTest::findBarCountsAndGoesRound() {
     QCOMPARE(window.child<QLabel>("labelFind")->text(), QString("%0 of %0").arg(expected.size()));
     QTest::mouseClick(window.child<QToolButton>("buttonFindNext"), Qt::LeftButton);
     QCOMPARE(window.child<QLabel>("labelFind")->text(), QString("1 of %0").arg(expected.size()));
+    // Typing goes on from where one is.
+    QTest::keyClick(edit, Qt::Key_F3);
+    QTest::keyClick(edit, Qt::Key_Backspace);
+    QTest::keyClicks(edit, "7");
+    QCOMPARE(window.child<QLabel>("labelFind")->text(), QString("2 of %0").arg(expected.size()));
     QTest::mouseClick(window.child<QToolButton>("buttonFindClose"), Qt::LeftButton);
     QVERIFY(!edit->isVisible());
 }
