@@ -177,6 +177,13 @@ TEST_F(Admin, TheIndexAgreesWithThePoints) {
     EXPECT_EQ(levelNodes, nodes);
     EXPECT_EQ(levelPoints, leafPoints);
     EXPECT_FALSE(json("index " + file + " --depth 0 --json").HasMember("children"));
+    for (const int depth : {0, 1, 2}) {
+        const std::string cut = run("index " + file + " --depth " + std::to_string(depth)).output;
+        std::int64_t nodesTo = 0;
+        for (int level = 0; level <= depth; ++level)
+            nodesTo += levels[static_cast<rapidjson::SizeType>(level)]["nodes"].GetInt64();
+        EXPECT_EQ(std::count(cut.begin(), cut.end(), '\n'), nodesTo + 1) << depth;
+    }
     const std::string tree = run("index " + file).output;
     EXPECT_EQ(static_cast<std::uint64_t>(std::count(tree.begin(), tree.end(), '\n')), nodes + 1);
 

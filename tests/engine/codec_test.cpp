@@ -192,6 +192,10 @@ TEST(Codec, DamageGivesAnErrorAndNeverACrash) {
                 Bytes longer = block;
                 longer.push_back(0);
                 ASSERT_FALSE(decodeDamaged(decoder, longer, width, count));
+                // A frame that decoders pass over.
+                longer.pop_back();
+                longer.insert(longer.end(), {0x50, 0x2a, 0x4d, 0x18, 0, 0, 0, 0});
+                ASSERT_FALSE(decodeDamaged(decoder, longer, width, count));
                 ASSERT_FALSE(decodeDamaged(decoder, block, width, count + 256));
                 ASSERT_FALSE(decodeDamaged(decoder, block, width, std::size_t(1) << 40));
                 ASSERT_FALSE(decodeDamaged(decoder, block, width, SIZE_MAX));

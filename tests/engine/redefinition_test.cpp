@@ -179,6 +179,33 @@ TEST_F(Redefinition, OfTheResolutionRoundsOntoTheNewSteps) {
     expectValues({2, 2, 2, 0, 0, 5, 10}, "coarser");
 }
 
+TEST_F(Redefinition, OfTheLengthFillsNewElementsWithTheDefault) {
+    create(quality(), {1, 2, 3});
+    for (const std::uint32_t length : {3u, 2u}) {
+        schema::AttributeRecord longer = quality();
+        longer.length = length;
+        put(longer);
+        EXPECT_EQ(countOf(*m_session, "q[0] == 7"), 3u);
+        EXPECT_EQ(countOf(*m_session, "q[0] == 2"), 1u);
+        EXPECT_EQ(countOf(*m_session, "q[" + std::to_string(length - 1) + "] == 7"), 6u);
+    }
+}
+
+TEST_F(Redefinition, ElementsThatAreNotGivenGetTheDefault) {
+    create(quality(), {1});
+    schema::AttributeRecord triple = quality();
+    triple.length = 3;
+    put(triple);
+    m_session->begin("more", "test", "", "");
+    const double xyz[] = {1, 2, 3}, value = 50;
+    query::InsertQuery query(*m_session);
+    query.bind("xyz", QRB_DATA_TYPE_DOUBLE, xyz, 24);
+    query.bind("q[1]", QRB_DATA_TYPE_DOUBLE, &value, 8);
+    query.next(1);
+    query::commit(*m_session);
+    EXPECT_EQ(countOf(*m_session, "q[0] == 7 && q[1] == 50 && q[2] == 7"), 1u);
+}
+
 TEST_F(Redefinition, OfTheStorageKeepsTheValues) {
     schema::AttributeRecord q = quality();
     create(q, {0, 5, 100});

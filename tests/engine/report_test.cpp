@@ -267,6 +267,8 @@ TEST_F(ReportTest, FewValuesHaveABinEachWithItsName) {
     EXPECT_EQ(kinds.at("0"), (CsvRow{"kind", "0", "0", "0", "0", "286", "none"}));
     EXPECT_EQ(kinds.at("2")[6], "a, \"quoted\" <b>");
     EXPECT_EQ(kinds.at("invalid")[6], "lost");
+    // Shares are those of all points, in the bars, too.
+    EXPECT_NE(report(3).find(">28.6 %<"), std::string::npos);
     ASSERT_FALSE(stamps.empty());
     EXPECT_LE(stamps.size(), 64u);
     EXPECT_EQ(stamps.front()[3], "9223372036854775808");

@@ -395,17 +395,22 @@ TEST_F(Store, IsOpenedBesideAWriterUnderItsOtherName) {
 }
 
 TEST_F(Store, IsReadOnceAWriterOfAMomentIsDone) {
+    session::Session former(m_file, {}, "test");
+    former.begin("item", "test", "", "");
+    former.setMetaData("item", "1");
+    former.commit();
     OtherProcess writer([&](const auto& pause) {
         sqlite3* handle = nullptr;
         sqlite3_open(m_file.c_str(), &handle);
         sqlite3_exec(handle, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr);
         pause();
-        ::usleep(300'000);
+        ::usleep(1'500'000);
         sqlite3_close(handle);
         return 0;
     });
     writer.untilPause();
     writer.go();
+    EXPECT_EQ(outcomeOf([&] { EXPECT_EQ(readAll(former), m_before); }).text, "");
     session::Session session(m_file, {}, "test");
     EXPECT_EQ(readAll(session), m_before);
 }
@@ -415,6 +420,12 @@ TEST_F(Store, IsRecognisedThoughItsEndIsMissing) {
     EXPECT_TRUE(store::Container::recognises(m_file));
     std::filesystem::resize_file(m_file, 8192);
     EXPECT_TRUE(store::Container::recognises(m_file));
+}
+
+TEST_F(Store, IsRecognisedThoughItsWriterWasKilled) {
+    tarvo::testing::leaveJournal(m_file);
+    EXPECT_TRUE(store::Container::recognises(m_file));
+    expectUnchanged();
 }
 
 // Copied over by one that has the same past and the same size, which shows in its time only.

@@ -12,6 +12,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QDialog>
+#include <QFile>
 #include <QLineEdit>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -83,7 +84,9 @@ void StartupTest::missingLibraryEndsTheProgramOnNo() {
 }
 
 void StartupTest::switchedLibraryRunsInAFreshWindow() {
-    const QString library = QCoreApplication::applicationDirPath() + "/qrblib.so";
+    const QTemporaryDir folder;
+    const QString library = folder.filePath("other.so");
+    QVERIFY(QFile::copy(QCoreApplication::applicationDirPath() + "/qrblib.so", library));
     const MainWindow* first = nullptr;
     std::unique_ptr<ModalAnswer> answer;
     whileRunning({{1,
@@ -98,6 +101,9 @@ void StartupTest::switchedLibraryRunsInAFreshWindow() {
                    }},
                   {1, [&] {
                        QVERIFY(!libraryChoice().restart);
+                       QFile maps("/proc/self/maps");
+                       QVERIFY(maps.open(QIODevice::ReadOnly));
+                       QVERIFY(maps.readAll().contains(library.toUtf8()));
                        QCOMPARE(windows()
                                     .first()
                                     ->findChild<QLineEdit*>("editCurrentLibrary")

@@ -429,6 +429,27 @@ void TablesTest::nodesShowTheIndex() {
 
 void TablesTest::detailsShowTheExtremesOfTheNode() {
     const SampleWindow window(m_sample->copy());
+    {
+        // The unknown value lies above the range here.
+        pointcloud::PointAttribute far;
+        far.name = "own.far";
+        far.length = 1;
+        far.maximumValue = 10;
+        far.resolution = 1;
+        far.storageClass = 2;
+        far.invalidValue = 100;
+        far.defaultValue = 100;
+        pointcloud::TransactionGuard guard(window.database().transactions(), "Far", "tests");
+        window.database().pointAttributes().add(far);
+        const double known = 5;
+        auto fill = window.database().fill("tarvo.id % 2 == 0");
+        fill.bind(far.name, pointcloud::DataType::DOUBLE, &known);
+        while (fill.next(1000) > 0) {
+        }
+        fill.close();
+        guard.commit();
+    }
+    window.run("actionReload", {});
     window.driver().showTab("tabPointIndex");
     const auto* tree = window.child<QTreeWidget>("treePointIndexDetails");
     const auto stat = window.database().stat();

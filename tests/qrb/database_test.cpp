@@ -331,6 +331,9 @@ TEST_F(Database, WritesItsCallsAndFailuresToTheLogFile) {
         EXPECT_FALSE(context.databaseFileTypeCheck(fileName));
     }
     EXPECT_EQ(logged(), "");
+    for (const char* level : {"TRACE", "debug", "Info", "WARNING", "error", "OFF", ""}) {
+        EXPECT_NO_THROW(qrb::Context(level, "")) << level;
+    }
     EXPECT_THROW(qrb::Context("LOUD", ""), qrb::Error);
     EXPECT_THROW(qrb::Context("TRACE", logName + "/not/there"), qrb::Error);
 }
