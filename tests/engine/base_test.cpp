@@ -4,6 +4,7 @@
 #include "engine/base/lrucache.h"
 #include "engine/base/spares.h"
 #include "engine/base/threadpool.h"
+#include "engine/base/zstd.h"
 
 #include <gtest/gtest.h>
 
@@ -189,6 +190,18 @@ TEST(LruCache, KeepsWhatWasUsedLastWithinItsBudget) {
         EXPECT_EQ(kept(), "");
         EXPECT_EQ(*before, 'a');
     }
+}
+
+TEST(Zstd, MissingMemoryIsNoDamage) {
+    const auto result = [](ZSTD_ErrorCode code) { return std::size_t(0) - std::size_t(code); };
+    EXPECT_THROW(requireMemory(result(ZSTD_error_memory_allocation)), std::bad_alloc);
+    EXPECT_THROW(requireCompressed(result(ZSTD_error_memory_allocation)), std::bad_alloc);
+    requireMemory(result(ZSTD_error_corruption_detected));
+    requireMemory(7);
+    requireCompressed(7);
+    EXPECT_EQ(failureOf([&] { requireCompressed(result(ZSTD_error_stage_wrong)); }),
+              std::to_string(QRB_ERROR_INTERNAL) +
+                  "\nCompressing failed.\nOperation not authorized at current processing stage");
 }
 
 TEST(Spares, AreUsedAgainButNeverByTwo) {

@@ -3,10 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <sys/resource.h>
+#include <zstd.h>
 #include <array>
 #include <cmath>
 #include <optional>
 #include <random>
+#include <set>
 
 using namespace tarvo::engine;
 using namespace tarvo::engine::codec;
@@ -173,6 +175,51 @@ TEST(Codec, ChoosesByTheContents) {
     EXPECT_EQ(codecOf(uniform, {100, 1}), Codec::Delta);
     EXPECT_EQ(codecOf(uniform, {100, 2}), Codec::Shuffled);
     EXPECT_EQ(codecOf(uniform, {100, 3}), Codec::DeltaShuffled);
+    EXPECT_EQ(codecOf(uniform, {0, 3}), Codec::BitPacked);
+
+    // What is as small either way stays as it is; few codes are compressed only where that is
+    // asked for; single bytes have no planes.
+    Column few(2, 1);
+    few.set(0, 5);
+    EXPECT_EQ(codecOf(few), Codec::Raw);
+    EXPECT_EQ(encoded(few).size(), 3u);
+    EXPECT_EQ(codecOf(Column(2, 20), {100, 3}), Codec::DeltaShuffled);
+    EXPECT_EQ(codecOf(Column(8, 5)), Codec::BitPacked);
+    const Column bytes = makeColumn(1, 3000, Rare, random);
+    EXPECT_EQ(codecOf(bytes, {100, 1}), Codec::Delta);
+    EXPECT_EQ(codecOf(bytes, {100, 2}), Codec::Zstd);
+    EXPECT_EQ(codecOf(bytes, {100, 3}), Codec::Delta);
+
+    // Packed codes may be a tenth larger, no more.
+    const auto skewed = [&](unsigned zeros) {
+        Column column(2, 10000);
+        for (std::size_t i = 0; i < column.size(); ++i)
+            column.set(i, random() % 256 + (random() % 100 < zeros ? 0 : random() % 4 * 256));
+        return column;
+    };
+    EXPECT_EQ(codecOf(skewed(40)), Codec::BitPacked);
+    EXPECT_EQ(codecOf(skewed(95)), Codec::Shuffled);
+}
+
+TEST(Codec, ComesInThreeLevels) {
+    std::mt19937_64 random(15);
+    const Column column = makeColumn(1, 20000, Rare, random);
+    const auto bytes = column.as<std::uint8_t>();
+    std::set<Bytes> different;
+    for (const auto& [level, own] :
+         {std::pair(1, 1), {33, 1}, {34, 2}, {66, 2}, {67, 3}, {100, 3}}) {
+        const Bytes block = encoded(column, {std::uint8_t(level), 2});
+        different.insert(block);
+        Bytes frame(ZSTD_compressBound(bytes.size()));
+        const std::unique_ptr<ZSTD_CCtx, std::size_t (*)(ZSTD_CCtx*)> context(ZSTD_createCCtx(),
+                                                                              ZSTD_freeCCtx);
+        ZSTD_CCtx_setParameter(context.get(), ZSTD_c_compressionLevel, own);
+        ZSTD_CCtx_setParameter(context.get(), ZSTD_c_checksumFlag, 1);
+        frame.resize(
+            ZSTD_compress2(context.get(), frame.data(), frame.size(), bytes.data(), bytes.size()));
+        EXPECT_TRUE(Bytes(block.begin() + 1, block.end()) == frame) << level;
+    }
+    EXPECT_EQ(different.size(), 3u);
 }
 
 TEST(Codec, DamageGivesAnErrorAndNeverACrash) {
