@@ -261,7 +261,6 @@ TEST(FilterMeaning, InvalidValuesTakePartAsWhatTheyAre) {
         {"!y", "y", noInvalid, 10},
         {"y * 1", "y", 1, noInvalid},
         {"y + 1 != y + 1", "y", noInvalid, 2},
-        {"m % -1 == 0 && m < 0", "m", -9223372036854775808.0, 0},
         {"-m > 0", "m", -9223372036854775808.0, 0},
         {"!(a < 255)", "a", 255, 254},
         {"!(a > 0)", "a", 0, 1},
@@ -293,6 +292,16 @@ TEST(FilterMeaning, LargeIntegersStayExact) {
     EXPECT_EQ(count("f + 1 > 9007199254740993"), 2u);
     EXPECT_EQ(count("g % 2 == 1"), 1u);
     EXPECT_EQ(count("g * 3 == 27021597764222979"), 1u);
+    EXPECT_EQ(count("m % -1 == 0"), 3u);
+    // The smallest number by -1, of which both are values of points.
+    Column least(8, 3), minus(1, 3);
+    minus.set(0, 4);
+    const BoundFilter remainder(Expression::parse("m % n == 0"), table);
+    EXPECT_EQ(selectFrom(remainder, 3,
+                         [&](const ElementRef& element) -> const Column& {
+                             return table[element.attribute].record.name == "m" ? least : minus;
+                         }),
+              (Selection{0}));
     EXPECT_EQ(count("g - 9007199254740992 < 2"), 2u);
     EXPECT_EQ(count("f % 2"), 1u);
     EXPECT_EQ(count("18446744073709551615 - g >= 18437736874454810623"), 1u);

@@ -52,6 +52,7 @@ inline AttributeTable makeTable() {
     addAttribute(table, "w", 1, 0, 100, 1e30);
     addAttribute(table, "y", 0, 1, 10);
     addAttribute(table, "m", 1, -9223372036854775808.0, 9223372036854774784.0);
+    addAttribute(table, "n", 1, -5, -1);
     return table;
 }
 
