@@ -300,5 +300,114 @@ TEST_F(Trees, AreWrittenInPagesOnceTheyHaveManyNodes) {
 )");
 }
 
+// A node over half of the keys and the nodes below it: what a builder could have made, and what
+// not.
+class Shapes : public ::testing::Test {
+protected:
+    Shapes() {
+        m_above.id = 4;
+        m_above.level = 1;
+        m_above.last = 127;
+        m_children = {leaf(2, 0, 31), leaf(2, 32, 63), inner(2, 64, 127)};
+    }
+    static Node leaf(unsigned level, Key first, Key last) {
+        Node node;
+        node.id = 9;
+        node.level = static_cast<std::uint8_t>(level);
+        node.first = first;
+        node.last = last;
+        node.totalCount = node.ownCount = 5;
+        return node;
+    }
+    static Node inner(unsigned level, Key first, Key last) {
+        Node node = leaf(level, first, last);
+        node.ownCount = 0;
+        node.childPage = {1, 0, 1, 0};
+        return node;
+    }
+    // Whether the nodes could stand below the other: 't' as a tree, 'c' as one of cells.
+    std::string passing(const Node& above, const std::vector<Node>& children,
+                        unsigned leafLevel = 8) const {
+        Node counted = above;
+        counted.totalCount = static_cast<std::uint64_t>(sumOfPoints(children));
+        const Cells cells{m_space, leafLevel};
+        const std::string tree = outcomeOf([&] { requireTree(counted, children); }).text;
+        const std::string cell = outcomeOf([&] { requireCells(counted, children, cells); }).text;
+        return std::string(tree.empty() ? "t" : "") + (cell.empty() ? "c" : "");
+    }
+    std::string with(const std::function<void(std::vector<Node>&)>& change,
+                     unsigned leafLevel = 8) const {
+        std::vector<Node> children = m_children;
+        change(children);
+        return passing(m_above, children, leafLevel);
+    }
+
+    const schema::Attribute m_primary{record("x", 0, 255), 5};
+    const KeySpace m_space{m_primary};
+    Node m_above;
+    std::vector<Node> m_children;
+};
+
+TEST_F(Shapes, OfWhatABuilderMakesAreTakenAndNoOthers) {
+    using Nodes = std::vector<Node>;
+    // 64 keys a cell at level 2, 32 at level 3, one at level 8.
+    EXPECT_EQ(with([](Nodes& n) { n[0].last = n[1].last, n.erase(n.begin() + 1); }), "tc");
+    EXPECT_EQ(with([](Nodes& n) { n.erase(n.begin()), n[0].first = 0; }), "tc");
+    EXPECT_EQ(with([](Nodes& n) { n = {leaf(2, 0, 127)}; }), "tc");
+    EXPECT_EQ(with([](Nodes& n) { n = {inner(4, 16, 31), leaf(2, 64, 127)}; }), "tc");
+    EXPECT_EQ(with([](Nodes& n) { n = {inner(2, 0, 63), inner(7, 126, 127)}; }), "tc");
+    // Leaves of half a cell, of another level, inner nodes of more than a cell or of none.
+    EXPECT_EQ(with([](Nodes&) {}), "t");
+    EXPECT_EQ(with([](Nodes& n) { n = {leaf(2, 0, 63), leaf(2, 64, 126)}; }), "t");
+    EXPECT_EQ(with([](Nodes& n) { n = {leaf(2, 1, 63), leaf(2, 64, 127)}; }), "t");
+    EXPECT_EQ(with([](Nodes& n) { n = {leaf(3, 0, 31)}; }), "t");
+    EXPECT_EQ(with([](Nodes& n) { n = {inner(2, 0, 127)}; }), "t");
+    EXPECT_EQ(with([](Nodes& n) { n = {inner(3, 0, 63)}; }), "t");
+    EXPECT_EQ(with([](Nodes& n) { n = {inner(8, 5, 5)}; }), "t");
+    EXPECT_EQ(with([](Nodes& n) { n = {inner(9, 5, 5)}; }), "t");
+    // Leaves of one cell only where cells are not divided, one behind the other.
+    const Nodes twice{leaf(2, 0, 63), leaf(2, 0, 63), leaf(2, 0, 127)};
+    EXPECT_EQ(passing(m_above, twice, 2), "tc");
+    EXPECT_EQ(passing(m_above, twice, 3), "t");
+    EXPECT_EQ(passing(m_above, {twice[2], twice[0]}, 2), "");
+    EXPECT_EQ(passing(m_above, {leaf(2, 0, 127), leaf(2, 0, 127)}, 2), "t");
+    EXPECT_EQ(passing(m_above, {twice[0], inner(2, 0, 63)}, 3), "");
+    EXPECT_EQ(passing(m_above, {inner(2, 0, 63), inner(2, 64, 127)}, 2), "t");
+    EXPECT_EQ(passing(m_above, {leaf(2, 0, 63), leaf(2, 63, 127)}, 2), "");
+    // Outside of the node, of its level, of no keys, without points.
+    EXPECT_EQ(with([](Nodes& n) { n = {leaf(2, 64, 128)}; }), "");
+    EXPECT_EQ(with([](Nodes& n) { n = {leaf(1, 0, 127)}; }), "");
+    EXPECT_EQ(with([](Nodes& n) { n = {leaf(2, 63, 0)}; }), "");
+    EXPECT_EQ(with([](Nodes& n) { n = {leaf(2, 64, 127), leaf(2, 0, 63)}; }), "");
+    EXPECT_EQ(with([](Nodes& n) { n[1].totalCount = 0; }), "");
+    Node later = m_above;
+    later.first = 1;
+    EXPECT_EQ(passing(later, {leaf(2, 0, 63)}), "");
+    Node empty = m_above;
+    empty.childPage = {1, 0, 1, 0};
+    EXPECT_EQ(passing(empty, {}), "");
+    try {
+        requireTree(m_above, m_children);
+        ADD_FAILURE() << "another number of points was taken";
+    } catch (const Failure& failure) {
+        EXPECT_EQ(failure.code(), ErrorCode::Damaged);
+        EXPECT_STREQ(failure.what(), "The file is damaged: its index is not a tree.");
+        EXPECT_EQ(failure.details(),
+                  "The nodes below node 4 are not what it says. Restore the file from a backup.");
+    }
+
+    Node root = inner(0, 0, 255);
+    root.id = 1;
+    EXPECT_TRUE(isRoot(root, m_space));
+    for (const std::function<void(Node&)>& change : std::vector<std::function<void(Node&)>>{
+             [](Node& n) { n.id = 2; }, [](Node& n) { n.level = 1; }, [](Node& n) { n.first = 1; },
+             [](Node& n) { n.last = 254; }, [](Node& n) { n.childPage = {}; },
+             [](Node& n) { n.totalCount = 0; }}) {
+        Node other = root;
+        change(other);
+        EXPECT_FALSE(isRoot(other, m_space));
+    }
+}
+
 }  // namespace
 }  // namespace tarvo::engine::index
