@@ -302,6 +302,18 @@ TEST(FilterMeaning, LargeIntegersStayExact) {
                              return table[element.attribute].record.name == "m" ? least : minus;
                          }),
               (Selection{0}));
+    // Of whole numbers, though 0 could be among the divisors.
+    Column many(8, 3), twos(8, 3);
+    for (const std::size_t i : {0u, 1u, 2u}) {
+        many.set(i, 9007199254740992u + i);
+        twos.set(i, i == 2 ? 0 : 2);
+    }
+    const BoundFilter parity(Expression::parse("f % g == 1"), table);
+    EXPECT_EQ(selectFrom(parity, 3,
+                         [&](const ElementRef& element) -> const Column& {
+                             return table[element.attribute].record.name == "f" ? many : twos;
+                         }),
+              (Selection{1}));
     EXPECT_EQ(count("g - 9007199254740992 < 2"), 2u);
     EXPECT_EQ(count("f % 2"), 1u);
     EXPECT_EQ(count("18446744073709551615 - g >= 18437736874454810623"), 1u);
@@ -381,7 +393,8 @@ TEST(FilterMeaning, ListsOfPointsWithinListsAreThoseOfTheBlock) {
         b.set(i, grid.code(static_cast<Wide>(i % 700)));
     }
     const BoundFilter filter(
-        Expression::parse("a == 7 && (b == 7 && b % 2 == 1 && b % 7 == 0 || b * 2 == 1114)"),
+        Expression::parse("a == 7 && (b == 7 && b % 2 == 1 && b % 7 == 0 || "
+                          "b == 357 && b % 2 == 0 && b % 7 == 0 || b * 2 == 1114)"),
         table);
     const Selection selection = selectFrom(
         filter, count,

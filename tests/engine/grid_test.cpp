@@ -185,7 +185,8 @@ TEST(Grid, ValuesBesideTheRangeRoundOntoItAndOthersAreRefused) {
     EXPECT_EQ(failureOf([&] { makeGrid(1, 0, 9, -1).code(noInvalid); }, &text), ErrorCode::Range);
     EXPECT_EQ(text, number + "Its invalid value is -1.");
     // Half a step, as far as doubles tell.
-    EXPECT_EQ(makeGrid(0.1, 0, 0.3).code(0.35), 3u);
+    EXPECT_EQ(makeGrid(0.1, 0, 2.3).code(2.35), 23u);
+    EXPECT_EQ(makeGrid(0.02, 0, 0.06).code(0.07), 3u);
     EXPECT_EQ(makeGrid(0.1, 0.7, 1).code(0.65), 0u);
     EXPECT_EQ(makeGrid(0.001, 0, 1).code(1.0005), 1000u);
     EXPECT_EQ(failureOf([&] { grid.code(-INFINITY); }), ErrorCode::Range);
@@ -219,6 +220,7 @@ TEST(Grid, ValuesAreThoseOfTheirCodes) {
                        {0.3, 1, 1e6, 0},
                        {0.5, 0.25, 1000, 1001},
                        {0.33333333, -1e5, 1e5, 2e5},
+                       {0.3333333333, -1e9, 1e9, 2e9},
                        {0, -1e9, 1e9, noInvalid},
                        {0, -1e9, -0.0, 7},
                        {1, 0, 9e15, -1}};

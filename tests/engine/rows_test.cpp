@@ -261,6 +261,7 @@ TEST(HostilePage, NumbersThatNoNodeHasAreRefused) {
     EXPECT_EQ(with([](Written& n) { n.first = Key(1) << 64; }), impossible);
     EXPECT_EQ(with([](Written& n) { n.own = 5; }), impossible);
     EXPECT_EQ(with([](Written& n) { n.own = 3; }), impossible);
+    EXPECT_EQ(with([](Written& n) { n.flags = 2, n.own = 5; }), impossible);
     EXPECT_EQ(with([](Written& n) {
                   n.flags = 1;
                   n.rest = [](ByteWriter& out) { out.varint(0), out.bytes(Bytes(100)); };

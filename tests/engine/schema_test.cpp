@@ -72,6 +72,7 @@ TEST(AttributeType, IsTheSmallestThatHoldsEveryValue) {
         {0, 1, 0.1, none, QRB_DATA_TYPE_SINGLE},
         {0.5, 3.5, 1, none, QRB_DATA_TYPE_SINGLE},
         {0, 3.5, 1, none, QRB_DATA_TYPE_SINGLE},
+        {0.5, 3, 1, none, QRB_DATA_TYPE_SINGLE},
         {0, 8388607.5, 0.5, none, QRB_DATA_TYPE_SINGLE},
         {0, 8388608, 0.5, none, QRB_DATA_TYPE_DOUBLE},
         {-8388608, 0, 0.5, none, QRB_DATA_TYPE_DOUBLE},
@@ -312,7 +313,7 @@ TEST(MergedDefinitions, HoldTheValuesOfAll) {
         return one;
     };
     EXPECT_EQ(resolution(record("a", -0.3, 1, 0.2), record("a", -0.2, 1, 0.2)), 0.1);
-    EXPECT_EQ(resolution(record("a", -0.3, 1, 0.6), record("a", 0.3, 1, 0.6)), 0.6);
+    EXPECT_EQ(resolution(record("a", -0.3, 1, 0.7), record("a", 0.4, 1, 0.7)), 0.7);
     EXPECT_EQ(resolution(record("a", 0, 1e15, 0.5), record("a", 0, 1, 0.1)), 0);
     EXPECT_EQ(resolution(record("a", 1e22, 1e22 + 4e8, 4194304), record("a", 0, 1e-6, 1e-20)), 0);
     EXPECT_EQ(resolution(record("a", -1e22, 0, 4194304), record("a", 0, 1e-6, 1e-20)), 0);
