@@ -190,6 +190,12 @@ TEST(FilterMeaning, FollowsTheOperators) {
     EXPECT_FALSE(passes("a % (a - 3) == 0", "a", 3));
     EXPECT_TRUE(passes("a % (a - 3) != 0", "a", 3));
     EXPECT_TRUE(passes("1 / (a - 3) > 1e300", "a", 3));
+    EXPECT_TRUE(passes("+a - -a == 6 && !!a == 1 && - - a == +3", "a", 3));
+    EXPECT_TRUE(passes("a == 3. && 1.5e+2 == 150 && 1E2 == 100 && 5.e-1 == .5", "a", 3));
+    EXPECT_TRUE(passes(
+        "8 - 4 / 2 * 3 == 2 && 7 % 4 * 2 == 6 && -7 % 4 == -3 && 7.5 % 2 == 1.5 && a", "a", 3));
+    EXPECT_TRUE(passes("1 || 0 && 0 && a", "a", 0));
+    EXPECT_FALSE(passes("!a == 3", "a", 3));
     EXPECT_TRUE(passes("a", "a", 3));
     EXPECT_FALSE(passes("a", "a", 0));
     EXPECT_TRUE(passes(".5e1 < a+1e-3", "a", 5));

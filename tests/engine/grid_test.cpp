@@ -206,6 +206,34 @@ TEST(Grid, RefusesRangesThatCannotBeStored) {
         EXPECT_EQ(failureOf([&] { makeGrid(bad[0], bad[1], bad[2]); }), ErrorCode::Argument)
             << bad[0];
     EXPECT_EQ(makeGrid(0.5, 0, 4503599627370495.0).maximumCode(), (1ull << 53) - 2);
+    const auto refusal = [](double resolution, double minimum, double maximum) {
+        std::string text;
+        (void)failureOf([&] { makeGrid(resolution, minimum, maximum); }, &text);
+        return text;
+    };
+    const std::string name = "The attribute \"tarvo.probe\" ";
+    const std::string hint =
+        " Give the distance of two neighbouring values, or 0 for floating-point numbers.";
+    EXPECT_EQ(refusal(1, 0, INFINITY), name +
+                                           "has a limit that is not a finite number. Its range is "
+                                           "0 to inf with a resolution of 1.");
+    EXPECT_EQ(
+        refusal(0.5, 1, 0),
+        name + "has a minimum above its maximum. Its range is 1 to 0 with a resolution of 0.5.");
+    EXPECT_EQ(refusal(-1, 0, 1),
+              name + "has a resolution of -1, which is neither positive nor 0." + hint);
+    EXPECT_EQ(refusal(INFINITY, 0, 1),
+              name + "has a resolution of inf, which is neither positive nor 0." + hint);
+    EXPECT_EQ(refusal(1, -1, 18446744073709551616.0),
+              name +
+                  "has a range that doesn't fit into 64 bits. Its range is -1 to "
+                  "18446744073709551616 with a resolution of 1.");
+    EXPECT_EQ(refusal(1e-10, 0, 1e10),
+              name +
+                  "has a range of more than 2^53 steps. Its range is 0 to 1e+10 with a "
+                  "resolution of 1e-10. Narrow the range, or make the resolution coarser or 0.");
+    EXPECT_EQ(makeGrid(1, 5, 5).maximumCode(), 0u);
+    EXPECT_EQ(makeGrid(0.1, 5, 5).code(5.05), 0u);
 }
 
 // Columns of values are what one value after the other is.

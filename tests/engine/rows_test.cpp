@@ -74,6 +74,34 @@ TEST(Keys, InterleaveAsManyBitsOfEachCoordinateAsThereIsRoomFor) {
     }
 }
 
+// Attributes of one value for the whole file have no place, the point id's is known.
+TEST(Rows, HoldEveryElementOfWhatDiffers) {
+    schema::AttributeTable table;
+    table.all().emplace_back(record("xyz", 0, 1000, 1, 3), 7);
+    schema::AttributeRecord constant = record("constant", 0, 255);
+    constant.storageClass = 1;
+    table.all().emplace_back(constant, 2);
+    schema::AttributeRecord id = record("tarvo.id", 0, 1e10);
+    id.storageClass = 3;
+    table.all().emplace_back(id, 9);
+    table.all().emplace_back(record("class", 0, 255, 1, 2), 4);
+    const RowLayout layout(table);
+    std::string text = std::to_string(layout.stride()) + ":";
+    for (const RowLayout::Field& field : layout.fields())
+        text += " " + std::to_string(field.uid) + "[" + std::to_string(field.element) + "]@" +
+                std::to_string(field.offset) + "+" + std::to_string(field.width);
+    EXPECT_EQ(text, "32: 7[0]@16+2 7[1]@18+2 7[2]@20+2 9[0]@22+8 4[0]@30+1 4[1]@31+1");
+    EXPECT_EQ(layout.idField().uid, 9u);
+    EXPECT_EQ(layout.fieldOf(0), 0u);
+    EXPECT_EQ(layout.fieldOf(2), 3u);
+    EXPECT_EQ(layout.fieldOf(3), 4u);
+    std::vector<std::uint8_t> row(layout.stride());
+    const std::uint64_t number = 9'999'999'999;
+    std::memcpy(row.data() + 22, &number, 8);
+    EXPECT_EQ(layout.id(row.data()), number);
+    EXPECT_TRUE(RowLayout::key(row.data()) == 0);
+}
+
 // Rows of a key and a letter.
 constexpr std::size_t stride = sizeof(Key) + 1;
 
@@ -439,6 +467,25 @@ TEST(Walks, ShareThePagesTheyStandIn) {
     }
     ASSERT_TRUE(held);
     EXPECT_EQ(node, &held->at(0).children[0]);
+
+    // Past what is below a node.
+    Node wide = root;
+    Node second = leaf;
+    second.id = 4;
+    second.level = 1;
+    second.first = 256;
+    second.last = 300;
+    wide.last = 511;
+    wide.totalCount = 10;
+    wide.childPage = {};
+    wide.children = {inner, second};
+    TreeCursor past(wide, {});
+    past.enter();
+    past.skip();
+    ASSERT_TRUE(past.node());
+    EXPECT_EQ(past.node()->id, 4u);
+    past.enter();
+    EXPECT_FALSE(past.node());
 
     // Where the nodes below are none of a tree, the walk ends, in a page and beside it.
     leaf.totalCount = leaf.ownCount = 4;

@@ -124,6 +124,20 @@ INSTANTIATE_TEST_SUITE_P(
              "[18446744073709551615, 18446744073709551615]", ""},
         Case{R"({"type": ["boolean", "null", "array"]})", "{}",
              "The whole value: expected true or false, null or an array, found an object\n"},
+        Case{R"({"items": [{"maxLength": 0}, {"minLength": 1.0}, {"maxItems": 0}, {"minItems": 1},
+                 {"maxProperties": 0}, {"minProperties": 1}, {"exclusiveMinimum": 1.5},
+                 {"exclusiveMaximum": -1}, {"maximum": 1e-7}, {"multipleOf": 0.5}]})",
+             R"(["a", "", [1], [], {"a": 1}, {}, 1.5, -1, 1, 0.25])",
+             "/0: expected at most 0 characters, found 1\n"
+             "/1: expected at least 1 characters, found 0\n"
+             "/2: expected at most 0 elements, found 1\n"
+             "/3: expected at least 1 elements, found 0\n"
+             "/4: expected at most 0 members, found 1\n"
+             "/5: expected at least 1 members, found 0\n"
+             "/6: expected more than 1.5, found 1.5\n"
+             "/7: expected less than -1, found -1\n"
+             "/8: expected at most 1e-07, found 1\n"
+             "/9: expected a multiple of 0.5, found 0.25\n"},
         // What looks at one kind of value lets the others pass.
         Case{
             R"({"required": ["a"], "minLength": 9, "minItems": 9, "minimum": 9, "uniqueItems": true,
