@@ -108,6 +108,19 @@ TEST(Codec, GivesBackEveryColumnUnderEveryOption) {
             }
 }
 
+// Many blocks of a frame, each of which says no more than that it is like the one before.
+TEST(Codec, GivesBackLongColumnsOfNothingNew) {
+    Decoder decoder;
+    for (const unsigned width : {1u, 8u})
+        for (const int option : {1, 2, 3}) {
+            const Column column(width, 1'000'000);
+            const Bytes block = encoded(column, {100, std::uint8_t(option)});
+            EXPECT_LT(block.size(), 5000u);
+            EXPECT_TRUE(sameCodes(decoder.decode(block, width, column.size(), "the block"), column))
+                << width << " " << option;
+        }
+}
+
 TEST(Codec, PacksEveryBitWidth) {
     std::mt19937_64 random(12);
     Decoder decoder;

@@ -409,6 +409,13 @@ TEST(Pages, HoldEveryMemberOfTheirNodes) {
     same(same, read[1], far);
     EXPECT_TRUE(decodePage(encodePage({})).empty());
 
+    // What they take counts below each other, too.
+    Page nested{node}, flat{leaf};
+    nested[0].attributes.clear();
+    EXPECT_EQ(heldBytes(flat), sizeof(Node) + 2 * sizeof(AttributeData) + 3 * sizeof(ElementData));
+    EXPECT_EQ(heldBytes(nested), sizeof(Node) + node.attributes.size() * sizeof(AttributeData) +
+                                     heldBytes(nested[0].children));
+
     // Room that is not touched.
     Page large;
     large.reserve((std::size_t(2) << 30) / sizeof(Node) + 1);

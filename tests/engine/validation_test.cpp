@@ -138,6 +138,22 @@ INSTANTIATE_TEST_SUITE_P(
              "/7: expected less than -1, found -1\n"
              "/8: expected at most 1e-07, found 1\n"
              "/9: expected a multiple of 0.5, found 0.25\n"},
+        Case{R"({"pattern": "^[€😀]{2}$"})", R"("😀€")", ""},
+        Case{R"({"maxLength": 1})", R"("😀")", ""},
+        // Beyond 2^63, in values and in schemas.
+        Case{R"({"properties": {"a": {"minimum": 0, "maximum": 18446744073709551615}},
+                 "items": {"enum": [[18446744073709551615]]}})",
+             R"({"a": 18446744073709551615})", ""},
+        Case{R"({"items": {"enum": [{"b": [18446744073709551615]}]}})",
+             R"([{"b": [18446744073709551615]}])", ""},
+        // Beside a reference nothing counts, and what nobody refers to is not looked at.
+        Case{R"({"definitions": {"a": {"type": "number"}, "b": {"type": "nonsense"}},
+                 "$ref": "#/definitions/a", "minimum": 5, "prefixItems": []})",
+             "3", ""},
+        Case{R"({"definitions": {"a": {"type": "number"}}, "$ref": "#/definitions/a"})", "null",
+             "The whole value: expected a number, found null\n"},
+        Case{R"({"properties": {"a]": {"properties": {"[0]": {"items": {"type": "null"}}}}}})",
+             R"({"a]": {"[0]": [null, 1]}})", "/a]/[0]/1: expected null, found 1\n"},
         // What looks at one kind of value lets the others pass.
         Case{
             R"({"required": ["a"], "minLength": 9, "minItems": 9, "minimum": 9, "uniqueItems": true,
