@@ -87,6 +87,8 @@ protected:
                            [](const AttributeData& data) { return bool(data.elements[0].block); });
     }
 
+    Page& pageOf(const Node& node) { return m_pages.at(node.childPage.blob); }
+
     schema::AttributeTable m_table;
     const schema::Attribute m_primary{record("x", 0, 255), 5};
     const KeySpace m_space{m_primary};
@@ -298,6 +300,56 @@ TEST_F(Trees, AreWrittenInPagesOnceTheyHaveManyNodes) {
    16: 200-201 *2 r2 2:200-201/2:200-201/2:50-50
    17: 202-203 *1 r2 2:202-202/2:202-202/2:50-50
 )");
+}
+
+TEST_F(Trees, AreNotChangedWhereTheyAreNone) {
+    m_settings.pageNodes = 3;
+    insert({1, 40, 64, 65, 100, 130, 131, 200, 201, 202});
+    const Node sound = m_root;
+    const std::function<void(Page&)> changes[] = {
+        [](Page& page) { page[0].last -= 1; },           [](Page& page) { page[0].level += 1; },
+        [](Page& page) { page[0].totalCount += 1; },     [](Page& page) { page.pop_back(); },
+        [](Page& page) { std::swap(page[0], page[1]); },
+    };
+    for (const auto& change : changes) {
+        // Of the root, and of a page below it.
+        m_root = sound;
+        change(m_root.children);
+        EXPECT_EQ(outcomeOf([&] { insert({3}); }).code, ErrorCode::Damaged);
+        m_root = sound;
+        Page& page = pageOf(m_root.children[0]);
+        const Page before = page;
+        change(page);
+        EXPECT_EQ(outcomeOf([&] { insert({3}); }).code, ErrorCode::Damaged);
+        page = before;
+    }
+    m_root = sound;
+    insert({3});
+    EXPECT_EQ(m_root.totalCount, 11u);
+}
+
+TEST_F(Trees, TellOfANodeTheLatestChangeBelowIt) {
+    Node children[2];
+    children[0].revision = 3;
+    children[0].totalCount = 4;
+    children[0].attributes = {{2, 3, {{{1, 2, true, false}, {}}}}};
+    children[1].revision = 6;
+    children[1].totalCount = 5;
+    children[1].attributes = {{2, 5, {{{0, 1, true, true}, {}}}},
+                              {7, 6, {{{8, 8, true, false}, {}}}}};
+    for (const std::uint32_t revision : {1u, 9u}) {
+        Node node;
+        node.id = 1;
+        node.revision = revision;
+        node.totalCount = 77;
+        node.children = {children[0], children[1]};
+        summarise(node, children, m_table);
+        node.children.clear();
+        EXPECT_EQ(textOf(node, 0),
+                  "1: 0-0 *9 r" + std::to_string(std::max(revision, 6u)) + " 5:0-2/6:8-9\n");
+        EXPECT_TRUE(node.attributes[0].elements[0].statistics.hasInvalid);
+        EXPECT_FALSE(node.attributes[1].elements[0].statistics.hasInvalid);
+    }
 }
 
 // A node over half of the keys and the nodes below it: what a builder could have made, and what
