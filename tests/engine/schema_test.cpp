@@ -73,6 +73,9 @@ TEST(AttributeType, IsTheSmallestThatHoldsEveryValue) {
         {0.5, 3.5, 1, none, QRB_DATA_TYPE_SINGLE},
         {0, 3.5, 1, none, QRB_DATA_TYPE_SINGLE},
         {0.5, 3, 1, none, QRB_DATA_TYPE_SINGLE},
+        {0, 3, 1, 0.5, QRB_DATA_TYPE_SINGLE},
+        {-3, 3, 1, -0.5, QRB_DATA_TYPE_SINGLE},
+        {0, 1e9, 1, 0.5, QRB_DATA_TYPE_DOUBLE},
         {0, 8388607.5, 0.5, none, QRB_DATA_TYPE_SINGLE},
         {0, 8388608, 0.5, none, QRB_DATA_TYPE_DOUBLE},
         {-8388608, 0, 0.5, none, QRB_DATA_TYPE_DOUBLE},
@@ -133,6 +136,14 @@ TEST(AttributeRecords, AreRefusedBeyondTheirLimitsOnly) {
         EXPECT_EQ(outcome(change),
                   "The point attribute \"" + changed.name + "\" is not valid: " + reason);
     }
+}
+
+TEST(AttributeRecords, BeginAsConstantsWithoutElements) {
+    EXPECT_EQ(toJson(AttributeRecord()),
+              R"({"name":"none","title":"none","tags":"","description":"","unit_symbol":"",)"
+              R"("length":0,"resolution":1.0,"minimum_value":0.0,"maximum_value":0.0,)"
+              R"("default_value":0.0,"invalid_value":null,"named_values":"","storage_class":1,)"
+              R"("compression_options":0,"lod_settings":"default","scale_factor":1.0})");
 }
 
 TEST(AttributeRecords, StayWhatTheyAreWhenATextIsRefused) {
