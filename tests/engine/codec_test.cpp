@@ -216,6 +216,52 @@ TEST(Codec, ChoosesByTheContents) {
     EXPECT_EQ(codecOf(skewed(95)), Codec::Shuffled);
 }
 
+TEST(Codec, TellsWhatIsWrongWithABlock) {
+    Decoder decoder;
+    const auto refusal = [&](const Bytes& block, unsigned width, std::size_t count) {
+        try {
+            (void)decoder.decode(block, width, count, "the block");
+        } catch (const Failure& failure) {
+            EXPECT_EQ(failure.code(), ErrorCode::Damaged);
+            EXPECT_STREQ(failure.what(), "The file is damaged: the block is not readable.");
+            return failure.details();
+        }
+        return std::string();
+    };
+    const Bytes frame{4, 0x28, 0xb5, 0x2f, 0xfd, 0x20, 6, 0x31, 0, 0, 2, 0, 1, 0, 4, 0};
+    EXPECT_EQ(refusal(frame, 2, 3), "");
+    Bytes longer = frame;
+    longer.push_back(0);
+    Bytes reserved = frame;
+    reserved[7] = 0x37;
+    const struct {
+        Bytes block;
+        unsigned width;
+        std::size_t count;
+        const char* found;
+    } cases[] = {
+        {{}, 1, 1, "its end too early"},
+        {{77}, 1, 1, "the codec 77, which is not known"},
+        {{6}, 1, 1, "the codec 6, which is not known"},
+        {{0, 1, 2, 3}, 3, 1, "a column of 1 values of 3 bytes"},
+        {{0}, 0, 1, "a column of 1 values of 0 bytes"},
+        {{0, 1, 2, 3}, 2, 2, "3 bytes where there should be 4"},
+        {{0, 1, 2, 3, 4, 5}, 2, 2, "5 bytes where there should be 4"},
+        {{1, 0, 0, 0}, 1, 257, "fewer runs than 257 values take"},
+        {{1, 9, 0, 0}, 1, 1, "a run of 9 bits in codes of 1 bytes"},
+        {{1, 0, 0x80, 0x04}, 1, 1, "a base that codes of 1 bytes can't hold"},
+        {{1, 1, 0}, 1, 1, "0 packed bytes where there should be 1"},
+        {{1, 1, 0, 1, 0}, 1, 1, "2 packed bytes where there should be 1"},
+        {frame, 2, 4, "a compressed block that does not hold 8 bytes"},
+        {frame, 2, 2, "a compressed block that does not hold 4 bytes"},
+        {longer, 2, 3, "a compressed block that does not end with its frame"},
+    };
+    for (const auto& one : cases)
+        EXPECT_EQ(refusal(one.block, one.width, one.count),
+                  "Found " + std::string(one.found) + ".");
+    EXPECT_EQ(refusal(reserved, 2, 3).find("Found "), 0u);
+}
+
 TEST(Codec, ComesInThreeLevels) {
     std::mt19937_64 random(15);
     const Column column = makeColumn(1, 20000, Rare, random);
