@@ -68,6 +68,11 @@ TEST_F(Store, IsRepairedUnderTheNameThatAKilledWriterKnew) {
     expectUnchanged();
 }
 
+// Whether a writer still has its place after what another one did.
+bool holdsToken(const std::string& sql) {
+    return sql.find("writer") == std::string::npos;
+}
+
 TEST_F(Store, FailsAWriterThatLostItsPlaceInsteadOfPublishing) {
     // What a writer does that no lock kept out: it deletes what is staged, its token stands there.
     const char* const intruders[] = {
@@ -94,7 +99,11 @@ TEST_F(Store, FailsAWriterThatLostItsPlaceInsteadOfPublishing) {
                   }).code,
                   ErrorCode::State)
             << intruder;
+        // Giving up deletes nothing of the other writer, whose numbers are the same.
+        runSql(m_file, "INSERT INTO blob VALUES(1000000, x'01')");
+        const std::uint64_t staged = container.blobCount();
         container.abandon();
+        EXPECT_EQ(container.blobCount() == staged, !holdsToken(intruder)) << intruder;
         expectUnchanged();
     }
 }
@@ -117,6 +126,42 @@ TEST_F(Store, FailsAWriterBesideWhomTheHistoryChanged) {
     EXPECT_EQ(session.current(), 1u);
     session.restore(2);
     EXPECT_EQ(readAll(session), m_before);
+}
+
+// With all that the other machine has added: nothing of it is deleted or written over.
+TEST_F(Store, FailsAWriterBesideWhomAnotherCommitted) {
+    const std::string copy = m_folder.file("copy.qrbx");
+    const std::string sound = m_folder.file("sound.qrbx");
+    std::filesystem::copy_file(m_file, sound);
+    std::filesystem::copy_file(m_file, copy);
+    {
+        session::Session other(copy, {}, "test");
+        other.begin("other", "test", "", "");
+        other.setMetaData("theirs", "1");
+        other.commit();
+    }
+    const std::string theirs = "ATTACH '" + copy +
+                               "' AS other; INSERT OR REPLACE INTO info SELECT * FROM other.info; "
+                               "INSERT OR REPLACE INTO snapshot SELECT * FROM other.snapshot; "
+                               "INSERT OR REPLACE INTO blob SELECT * FROM other.blob";
+    for (const int megabytes : {1, 20}) {
+        SCOPED_TRACE(megabytes);
+        std::filesystem::copy_file(sound, m_file,
+                                   std::filesystem::copy_options::overwrite_existing);
+        session::Session session(m_file, {}, "test");
+        session.begin("late", "test", "", "");
+        for (int i = 0; i < megabytes; ++i)
+            session.setMetaData("mine", std::string(megabyte, 'm'));
+        runSql(m_file, theirs.c_str());
+        EXPECT_EQ(outcomeOf([&] { session.commit(); }).code, ErrorCode::State);
+        EXPECT_TRUE(session.pending());
+        // Of a writer that has nothing in the file nothing is changed there.
+        if (megabytes == 1) {
+            session.rollback();
+            EXPECT_EQ(session.metaData("theirs"), "1");
+            EXPECT_EQ(session.current(), 3u);
+        }
+    }
 }
 
 TEST_F(Store, CleansUpNothingBesideAWriterThatNoLockKeptOut) {
@@ -257,6 +302,9 @@ TEST_F(Store, RefusesToChangeAFileThatMovedAwayAndGoesOnWhenItIsBack) {
     std::filesystem::rename(away, m_file);
     session.commit();
     EXPECT_EQ(readAll(session).size(), m_before.size() + 100);
+    // Tried twice, it is one transaction in the changelog.
+    const std::string log = session.changelog();
+    EXPECT_EQ(log.find("[#3] moved meanwhile"), log.rfind("[#3]")) << log;
 }
 
 // Copied over, with the same file and, for all that the container tells, the same history.

@@ -136,7 +136,10 @@ TEST_F(Files, LeftoversOfOtherContainersAreNotTold) {
             ::_exit(1);
         const pid_t first = ::fork();
         if (first == 0) {
-            std::ofstream(files::temporaryNameFor(file("a"))) << "";
+            // Of a process that there is none of here.
+            std::string name = files::temporaryNameFor(file("a"));
+            name.replace(name.rfind("-1-"), 3, "-99999999-");
+            std::ofstream(name) << "";
             ::_exit(0);
         }
         ::waitpid(first, nullptr, 0);
