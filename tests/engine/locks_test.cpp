@@ -98,6 +98,70 @@ TEST_F(Locks, AreHeldByNoCallThatHasReturned) {
     EXPECT_FALSE(isRead());
 }
 
+// By the system, too: what a process knows of its own locks tells it nothing of the others'.
+TEST_F(Locks, OfTheWriterKeepOtherProcessesOutUntilItIsDone) {
+    const auto begin = [](session::Session& session) {
+        return outcomeOf([&] { session.begin("x", "test", "", ""); });
+    };
+    OtherProcess other([&](const auto& pause) {
+        pause();
+        session::Session session(m_file, {}, "test");
+        const bool refused = begin(session).code == ErrorCode::Busy;
+        pause();
+        const bool taken = begin(session).text.empty();
+        pause();
+        session.commit();
+        return refused && taken ? 0 : 1;
+    });
+    other.untilPause();
+    session::Session session(m_file, {}, "test");
+    EXPECT_EQ(begin(session).text, "");
+    other.go();
+    other.untilPause();
+    session.rollback();
+    other.go();
+    other.untilPause();
+    const Outcome outcome = begin(session);
+    EXPECT_EQ(outcome.code, ErrorCode::Busy);
+    EXPECT_EQ(outcome.text, "Another program is changing the database. Try again when it is done.");
+    other.go();
+    EXPECT_EQ(other.wait(), 0);
+    EXPECT_EQ(begin(session).text, "");
+    EXPECT_EQ(session.base().transaction.id, 3u);
+}
+
+// By a user like any other, for nothing is protected from the first one.
+TEST_F(Locks, AreNotTakenWhereNothingCanBeWritten) {
+    namespace fs = std::filesystem;
+    const fs::path folder = fs::path(m_file).parent_path();
+    const std::string left = m_folder.file("left.qrbx");
+    fs::copy_file(m_file, left);
+    tarvo::testing::leaveJournal(left);
+    for (const std::string& name : {m_file, left, left + "-journal"})
+        fs::permissions(name, static_cast<fs::perms>(0444));
+    fs::permissions(folder, static_cast<fs::perms>(0555));
+    OtherProcess child([&](const auto&) {
+        if (::getuid() == 0 && ::setuid(65534) != 0)
+            return 1;
+        session::Session session(m_file, {}, "test");
+        if (readAll(session) != m_before)
+            return 2;
+        for (const auto& work : std::initializer_list<std::function<void()>>{
+                 [&] { session.begin("x", "test", "", ""); }, [&] { session.vacuum(); }}) {
+            const Outcome outcome = outcomeOf(work);
+            if (outcome.code != ErrorCode::File ||
+                outcome.text !=
+                    "The database can only be read: the file or its folder is "
+                    "write-protected.")
+                return 3;
+        }
+        const Outcome outcome = outcomeOf([&] { session::Session(left, {}, "test"); });
+        return outcome.code == ErrorCode::File && outcome.text.find("needs a repair") < 100 ? 0 : 4;
+    });
+    EXPECT_EQ(child.wait(), 0);
+    fs::permissions(folder, fs::perms::owner_all);
+}
+
 TEST_F(Locks, AreThoseOfTheFileWhereverTheProgramsFolderMoves) {
     OtherProcess child([&](const auto&) {
         std::filesystem::current_path(std::filesystem::path(m_file).parent_path());

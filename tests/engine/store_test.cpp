@@ -4,6 +4,7 @@
 
 #include "engine/query/fill.h"
 #include "engine/query/stat.h"
+#include "engine/store/history.h"
 #include "engine/store/writerlock.h"
 
 #include <fcntl.h>
@@ -155,7 +156,7 @@ TEST_F(Store, FailsAWriterBesideWhomAnotherCommitted) {
         runSql(m_file, theirs.c_str());
         EXPECT_EQ(outcomeOf([&] { session.commit(); }).code, ErrorCode::State);
         EXPECT_TRUE(session.pending());
-        // Of a writer that has nothing in the file nothing is changed there.
+        // Where a writer has nothing in the file, nothing is changed there.
         if (megabytes == 1) {
             session.rollback();
             EXPECT_EQ(session.metaData("theirs"), "1");
@@ -342,6 +343,21 @@ TEST_F(Store, RefusesToChangeAFileThatWasOverwrittenByAnotherDatabase) {
     {
         session::Session now(m_file, {}, "test");
         EXPECT_EQ(readAll(now).size(), 700u);
+    }
+    // One that differs in nothing but in which database it is.
+    overwrite(backup);
+    {
+        session::Session session(m_file, {}, "test");
+        session.begin("x", "test", "", "");
+        session.setMetaData("x", "1");
+        {
+            store::Connection connection(m_file, SQLITE_OPEN_READWRITE);
+            store::putInfo(connection, "identity", store::getInfo(connection, "identity") + " ");
+        }
+        EXPECT_EQ(outcomeOf([&] { session.commit(); }).text,
+                  "The file holds another database than when it was opened.");
+        session.rollback();
+        EXPECT_EQ(store::Container(m_file).current(), 2u);
     }
     // Its own backup is taken for what it is.
     overwrite(backup);
