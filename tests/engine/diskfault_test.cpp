@@ -83,6 +83,13 @@ TEST_F(DiskFaults, AreToldFromDamageAndFromFilesOfOthers) {
     expectUnchanged();
 }
 
+// Neither the file nor its name is lost by a power cut when it has been made.
+TEST_F(DiskFaults, TakeAwayNoFileThatWasMade) {
+    lastSyncedNames().clear();
+    session::Session::create(m_copy, settings(1, 200), "test");
+    EXPECT_TRUE(lastSyncedNames().contains("copy.qrbx"));
+}
+
 // The folder that the journal was in, by the container and after it: whichever fails.
 TEST_F(DiskFaults, ThatMayUndoACommitAreToldWithIt) {
     EXPECT_EQ(commit(m_copy).text, "");

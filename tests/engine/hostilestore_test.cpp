@@ -2,6 +2,8 @@
 // checksums: each is refused with its reason before anything is read or written by it.
 #include "tests/engine/hostile.h"
 
+#include <sys/stat.h>
+
 #include <array>
 
 namespace tarvo::engine {
@@ -66,6 +68,21 @@ TEST_F(HostileStore, OtherTablesAreNoFileOfThisLibrary) {
         EXPECT_EQ(outcome.code, ErrorCode::Format) << sql;
         EXPECT_EQ(outcome.text, "The file is not a point-cloud database of this library.") << sql;
         EXPECT_TRUE(store::Container::recognises(m_spoilt)) << sql;
+    }
+}
+
+TEST_F(HostileStore, WhatIsNoFileIsNotOpened) {
+    const std::string pipe = m_folder.file("pipe");
+    const std::string folder = m_folder.file("folder");
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    std::filesystem::create_directory(folder);
+    for (const std::string& name : {pipe, folder, m_folder.file("none")}) {
+        EXPECT_FALSE(store::Container::recognises(name));
+        const Outcome outcome = outcomeOf([&] { session::Session(name, {}, "test"); });
+        const bool exists = std::filesystem::exists(name);
+        EXPECT_EQ(outcome.code, exists ? ErrorCode::Format : ErrorCode::NotFound);
+        EXPECT_EQ(outcome.text, exists ? "\"" + name + "\" is not a file."
+                                       : "The file \"" + name + "\" does not exist.");
     }
 }
 

@@ -9,6 +9,7 @@
 
 #include <fcntl.h>
 #include <fstream>
+#include <set>
 #include <thread>
 
 namespace tarvo::engine {
@@ -127,6 +128,20 @@ TEST_F(Store, FailsAWriterBesideWhomTheHistoryChanged) {
     EXPECT_EQ(session.current(), 1u);
     session.restore(2);
     EXPECT_EQ(readAll(session), m_before);
+}
+
+// Else the second writer would take the first one's token for its own.
+TEST_F(Store, GivesEachWriterATokenOfItsOwn) {
+    std::set<std::string> tokens;
+    for (int i = 0; i < 3; ++i) {
+        store::Container container(m_file);
+        container.beginWriting();
+        for (std::uint32_t n = 0; n < 20; ++n)
+            container.add(noise(megabyte, n));
+        store::Connection connection(m_file, SQLITE_OPEN_READONLY);
+        tokens.insert(store::getInfo(connection, "writer"));
+    }
+    EXPECT_EQ(tokens.size(), 3u);
 }
 
 // With all that the other machine has added: nothing of it is deleted or written over.
