@@ -21,6 +21,7 @@ inline std::set<std::string>& lastSyncedNames() {
 struct FolderSyncs {
     int count = 0;
     int failing = 0;
+    int error = EIO;
 };
 inline FolderSyncs& folderSyncs() {
     static FolderSyncs syncs;
@@ -35,7 +36,7 @@ extern "C" __attribute__((visibility("default"), used)) inline int fsync(int fil
         for (const auto& entry : std::filesystem::directory_iterator(folder))
             lastSyncedNames().insert(entry.path().filename().string());
         if (++folderSyncs().count == folderSyncs().failing) {
-            errno = EIO;
+            errno = folderSyncs().error;
             return -1;
         }
     }
