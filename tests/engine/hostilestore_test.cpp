@@ -115,6 +115,11 @@ TEST_F(HostileStore, NumbersThatNoHistoryHasAreDamage) {
         spoil(sql);
         expectDamage("the item \"history\"");
     }
+    // Of a transaction that is not even read.
+    for (const char* const number : {"-1", "1 << 61"}) {
+        spoil(("UPDATE snapshot SET last_blob = " + std::string(number) + " WHERE id = 1").c_str());
+        expectDamage("the list of transactions does not agree with its checksum");
+    }
     spoil("UPDATE snapshot SET checksum = checksum + 1 WHERE id = 2");
     expectDamage("transaction 2 does not agree with its checksum");
 }

@@ -158,6 +158,25 @@ TEST_F(TransactionRecords, ThatAreDamagedAreNotRestored) {
     expectUnchanged();
 }
 
+// Not even what nobody wants: such a file is for a backup.
+TEST_F(TransactionRecords, OfWhichDataIsMissingAreNotCleanedUp) {
+    session::Session session(m_file, {}, "test");
+    session.begin("item", "test", "", "");
+    session.setMetaData("item", "1");
+    session.commit();
+    const BlobRef value = session.state()->metaData.at("item").value;
+    runSql(m_file, ("INSERT INTO blob VALUES(5000, x'01'); DELETE FROM blob WHERE id = " +
+                    std::to_string(value.blob))
+                       .c_str());
+    const std::uint64_t blobs = session.container().blobCount();
+    const Outcome outcome = outcomeOf([&] { session.vacuum(); });
+    EXPECT_EQ(outcome.code, ErrorCode::Damaged);
+    EXPECT_EQ(outcome.text,
+              "The file is damaged: data of a transaction that is kept is missing. "
+              "Nothing was removed.");
+    EXPECT_EQ(session.container().blobCount(), blobs);
+}
+
 TEST_F(TransactionRecords, TellHowFarTheirWorkHasComeFromTheBeginToTheEnd) {
     session::Session session(m_file, {}, "test");
     std::vector<int> told;
