@@ -309,6 +309,28 @@ TEST_F(CheckFaults, AreOnesOfTheirPlaceAlone) {
     }
 }
 
+// Points in front of their leaf, behind it.
+TEST_F(CheckFaults, AreMetByAnInsertBesideThem) {
+    for (const bool front : {false, true}) {
+        change([front](Index& i) {
+            (front ? i.next : i.leaf)->attributes = (front ? i.leaf : i.next)->attributes;
+        });
+        session::Session session(file, {}, "test");
+        session.begin("insert", "test", "", "");
+        std::vector<double> xyz;
+        for (int i = 0; i < 128; ++i)
+            xyz.insert(xyz.end(), {-800 + double(i % 16) * 16, -600, -800 + double(i / 16) * 16});
+        query::InsertQuery query(session);
+        query.bind("xyz", QRB_DATA_TYPE_DOUBLE, xyz.data(), 24);
+        query.next(128);
+        const Outcome outcome = outcomeOf([&] { session.settle(); });
+        EXPECT_EQ(outcome.code, ErrorCode::Damaged);
+        EXPECT_NE(outcome.text.find("points that do not belong there"), std::string::npos)
+            << outcome.text;
+        session.rollback();
+    }
+}
+
 TEST_F(CheckFaults, OfAnIndexThatIsMissingAreToldOnce) {
     std::filesystem::copy_file(sound, file);
     session::Session session(file, {}, "test");

@@ -3,6 +3,7 @@
 #include "tests/engine/hostile.h"
 
 #include "engine/index/shape.h"
+#include "engine/query/commit.h"
 #include "engine/query/remove.h"
 #include "engine/query/stat.h"
 #include "engine/query/update.h"
@@ -83,6 +84,12 @@ protected:
             query.next(static_cast<std::uint32_t>(ids.size()));
         });
     }
+    Outcome detailing() {
+        return changing([](session::Session& session) {
+            session.setLevelOfDetail(1, 30);
+            query::commit(session);
+        });
+    }
     Outcome reading() {
         session::Session session(file, {}, "test");
         return outcomeOf([&] { (void)readAll(session); });
@@ -159,6 +166,7 @@ TEST_F(HostileIndex, NodesThatAreNoCellsAreNamedAndNeitherFollowedNorChanged) {
         EXPECT_TRUE(isDamage(inserting()));
         EXPECT_TRUE(isDamage(removing()));
         EXPECT_TRUE(isDamage(updating()));
+        EXPECT_TRUE(isDamage(detailing()));
     }
 }
 

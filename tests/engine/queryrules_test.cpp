@@ -1,21 +1,11 @@
 // What queries refuse and when, what they leave alone, and what is left of them: in the points, the
-// index, the attributes with one value, the changelog.
-#include "tests/engine/store.h"
+// attributes with one value, the changelog.
+#include "tests/engine/queryfixture.h"
 
-#include "engine/query/commit.h"
-#include "engine/query/fill.h"
 #include "engine/query/redefine.h"
-#include "engine/query/remove.h"
 #include "engine/query/stat.h"
-#include "engine/query/update.h"
-#include "engine/report/check.h"
 
-#include <algorithm>
-#include <cmath>
-#include <functional>
 #include <limits>
-#include <set>
-#include <tuple>
 
 namespace tarvo::engine {
 namespace {
@@ -27,115 +17,8 @@ using query::RemoveQuery;
 using query::SelectQuery;
 using query::UpdateQuery;
 using schema::AttributeRecord;
-using Values = std::vector<double>;
-using Ids = std::vector<std::uint64_t>;
 
-AttributeRecord constantRecord(const char* name, double minimum, double maximum, double value,
-                               std::uint32_t length = 1) {
-    AttributeRecord result = record(name, minimum, maximum, 1, length);
-    result.storageClass = 1;
-    result.defaultValue = value;
-    return result;
-}
-
-class QueryRules : public ::testing::Test {
-protected:
-    void create(const std::vector<AttributeRecord>& extra, std::uint32_t chunkSize = 100,
-                const std::function<void(session::CreateSettings&)>& change = {}) {
-        session.reset();
-        std::filesystem::remove(file);
-        session::CreateSettings created = settings(1, chunkSize);
-        if (change)
-            change(created);
-        session::Session::create(file, created, "test", extra);
-        open();
-        begin();
-    }
-    void open() {
-        session = std::make_unique<session::Session>(file, session::OpenSettings{0}, "test");
-    }
-    void begin() { session->begin("t", "test", "", ""); }
-    void commit() { query::commit(*session); }
-    // In a row along x, with the values of one attribute where there are any.
-    void add(std::size_t count, const char* attribute = nullptr, const Values& values = {},
-             const Ids& ids = {}) {
-        Values xyz(count * 3);
-        for (std::size_t i = 0; i < count; ++i)
-            xyz[i * 3] = static_cast<double>(m_places++ % 1000);
-        InsertQuery query(*session);
-        if (!ids.empty())
-            query.bind("tarvo.id", QRB_DATA_TYPE_UINT64, ids.data(), 8);
-        query.bind("xyz", QRB_DATA_TYPE_DOUBLE, xyz.data(), 24);
-        if (attribute)
-            query.bind(attribute, QRB_DATA_TYPE_DOUBLE, values.data(), 8);
-        EXPECT_EQ(query.next(static_cast<std::uint32_t>(count)), count);
-    }
-    // By id.
-    Values read(const char* attribute) {
-        SelectQuery query(*session, {}, {});
-        std::uint64_t id = 0;
-        double value = 0;
-        query.bind("tarvo.id", QRB_DATA_TYPE_UINT64, &id, 8);
-        query.bind(attribute, QRB_DATA_TYPE_DOUBLE, &value, 8);
-        std::map<std::uint64_t, double> found;
-        while (query.next(1))
-            found[id] = value;
-        Values result;
-        for (const auto& [_, each] : found)
-            result.push_back(each);
-        return result;
-    }
-    std::uint32_t fill(const char* attribute, double value, query::Scope scope = {},
-                       const char* filter = "") {
-        FillQuery query(*session, std::move(scope), filter);
-        query.bind(attribute, QRB_DATA_TYPE_DOUBLE, &value);
-        std::uint32_t sum = 0;
-        while (const std::uint32_t count = query.next(1000))
-            sum += count;
-        return sum;
-    }
-    std::uint32_t update(const char* attribute, const Values& values, const Ids& ids) {
-        UpdateQuery query(*session);
-        query.bind("tarvo.id", QRB_DATA_TYPE_UINT64, ids.data(), 8);
-        query.bind(attribute, QRB_DATA_TYPE_DOUBLE, values.data(), 8);
-        return query.next(static_cast<std::uint32_t>(ids.size()));
-    }
-    std::uint32_t remove(const Ids& ids) {
-        RemoveQuery query(*session);
-        query.bind(QRB_DATA_TYPE_UINT64, ids.data(), 8);
-        return query.next(static_cast<std::uint32_t>(ids.size()));
-    }
-    // All nodes of the index but for the root, in key order.
-    std::vector<index::Node> nodes() {
-        std::vector<index::Node> result;
-        const auto state = session->state();
-        const index::Node root = session->rootNode(*state);
-        for (index::TreeCursor at(root, session->pageReader()); at.node(); at.enter())
-            if (at.node()->id != root.id)
-                result.push_back(*at.node());
-        return result;
-    }
-    std::string lastEntry() {
-        const std::string text = session->changelog();
-        return text.substr(text.rfind("[#"));
-    }
-    void expectSound() {
-        for (const report::Fault& fault : report::check(*session).faults)
-            ADD_FAILURE() << fault.text << " " << fault.name;
-    }
-    static ErrorCode codeOf(const std::function<void()>& function) {
-        const Outcome outcome = outcomeOf(function);
-        EXPECT_FALSE(outcome.text.empty()) << "nothing was refused";
-        return outcome.code;
-    }
-
-    TemporaryFolder folder;
-    const std::string file = folder.file("a.qrbx");
-    std::unique_ptr<session::Session> session;
-
-private:
-    std::size_t m_places = 0;
-};
+using QueryRules = QueryFixture;
 
 TEST_F(QueryRules, WrongTypesAndMissingBuffersAreToldWhereTheyAreNamed) {
     create(amplitudeOnly());
@@ -339,6 +222,12 @@ TEST_F(QueryRules, WhatChangesNothingLeavesRevisionsAsTheyAre) {
     EXPECT_EQ(query::readRevision(*session, 1, "xyz"), 5u);
     EXPECT_EQ(query::readRevision(*session, 1, "later"), 0u);
     EXPECT_EQ(session->state()->pointCount, 39u);
+    // Each point by itself, the first and the last of its leaf, too.
+    begin();
+    for (std::uint64_t id = 1; id <= 40; ++id)
+        EXPECT_EQ(update("pair[1]", {8}, {id}), id == 17 ? 0u : 1u);
+    EXPECT_EQ(countOf(*session, "pair[1] == 8"), 39u);
+    session->rollback();
     // One element of what the leaves knew nothing of.
     begin();
     session->addAttribute([] {
@@ -354,6 +243,37 @@ TEST_F(QueryRules, WhatChangesNothingLeavesRevisionsAsTheyAre) {
                       "pair[1] == 0 && n == 3"),
               39u);
     expectSound();
+}
+
+// What a query has put into the tree it does not put there again.
+TEST_F(QueryRules, QueriesThatGoOnDoNotRepeatThemselves) {
+    create({record("n", 0, 100)});
+    add(4, "n", {1, 2, 3, 4});
+    std::uint64_t id = 2;
+    double value = 20;
+    UpdateQuery updating(*session);
+    updating.bind("tarvo.id", QRB_DATA_TYPE_UINT64, &id, 8);
+    updating.bind("n", QRB_DATA_TYPE_DOUBLE, &value, 8);
+    EXPECT_EQ(updating.next(1), 1u);
+    EXPECT_EQ(read("n"), (Values{1, 20, 3, 4}));
+    EXPECT_EQ(fill("n", 50, {}, "n == 20"), 1u);
+    id = 3, value = 30;
+    EXPECT_EQ(updating.next(1), 1u);
+    EXPECT_EQ(read("n"), (Values{1, 50, 30, 4}));
+    std::uint64_t gone = 1;
+    RemoveQuery removing(*session);
+    removing.bind(QRB_DATA_TYPE_UINT64, &gone, 8);
+    EXPECT_EQ(removing.next(1), 1u);
+    EXPECT_EQ(read("n"), (Values{50, 30, 4}));
+    add(1, "n", {10}, {1});
+    gone = 4;
+    EXPECT_EQ(removing.next(1), 1u);
+    EXPECT_EQ(read("n"), (Values{10, 50, 30}));
+    commit();
+    EXPECT_EQ(read("n"), (Values{10, 50, 30}));
+    EXPECT_NE(lastEntry().find("Points: inserted 5; updated 3; removed 2; now 3\n"),
+              std::string::npos)
+        << lastEntry();
 }
 
 TEST_F(QueryRules, OneValueForAllChangesOnlyWithAllPoints) {
@@ -372,7 +292,11 @@ TEST_F(QueryRules, OneValueForAllChangesOnlyWithAllPoints) {
     EXPECT_EQ(insertWith("c[1]", {4, 4, 5}), ErrorCode::Range);
     EXPECT_EQ(insertWith("c[1]", middle), ErrorCode::Internal);
     EXPECT_EQ(countOf(*session, "c[0] == 7 && c[1] == 5 && c[2] == 7"), 3u);
-    // So do points that say nothing of it: what they have holds from now on.
+    // Nor does one that is refused for its id.
+    session->addAttribute(constantRecord("d", 0, 10, 7));
+    EXPECT_EQ(codeOf([&] { add(1, "d", {7}, {2}); }), ErrorCode::Exists);
+    EXPECT_TRUE(session->state()->attributes.all().back().constant.empty());
+    // Points that say nothing of it do: what they have holds from now on.
     EXPECT_EQ(insertWith("flag", {1, 1, 1}), ErrorCode::Range);
     EXPECT_EQ(insertWith("c[0]", {7, 7, 7}), ErrorCode::Internal);
     EXPECT_EQ(insertWith("c[1]", {7}), ErrorCode::Range);
@@ -465,13 +389,13 @@ TEST_F(QueryRules, IdsOfABatchAreGivenOnceAndToTheEndOfTheirRange) {
     const schema::Grid grid = session->state()->pointId().grid;
     const auto last = static_cast<std::uint64_t>(grid.integerValue(grid.maximumCode()));
     const Ids five{last - 5, last - 4};
-    // Behind all others, but the same one twice.
-    EXPECT_EQ(codeOf([&] {
-                  add(3, nullptr, {}, {last - 5, last - 4, last - 4});
-              }),
-              ErrorCode::Exists);
     add(2, "n", {1, 2}, five);
     EXPECT_EQ(codeOf([&] { add(5); }), ErrorCode::Range);
+    // Behind all others, but the same one twice.
+    EXPECT_EQ(codeOf([&] {
+                  add(3, nullptr, {}, {last - 3, last - 2, last - 2});
+              }),
+              ErrorCode::Exists);
     std::uint64_t given[8] = {};
     const Values xyz(12);
     InsertQuery insert(*session);
@@ -536,198 +460,6 @@ TEST_F(QueryRules, IdsInTheOrderOfTheIndexAreNotToldBeforehand) {
         for (last = 0; select.next(1); last = id)
             EXPECT_GT(id, last);
     }
-}
-
-TEST_F(QueryRules, AFindIsTheNodeThatItsNameTells) {
-    for (const std::uint32_t seed : {1u, 2u, 3u}) {
-        create(amplitudeOnly(), 10, [](auto& created) { created.chunkSizeLod = 30; });
-        std::vector<Point> points = somePoints(500, seed);
-        std::mt19937 random(seed);
-        for (Point& point : points)
-            point.y = (random() % 3 == 0 ? 1 : 100) * (double(random() % 20) - 10);
-        insert(*session, points);
-        commit();
-        using Rank = std::tuple<int, std::uint64_t>;
-        struct Find {
-            const char* text;
-            bool leaf;
-            std::function<Rank(const index::Node&)> rank;
-        };
-        const auto largest = [](const index::Node& node) {
-            return Rank{-node.level, node.totalCount};
-        };
-        const auto fullest = [](const index::Node& node) { return Rank{0, node.totalCount}; };
-        for (const Find& find : {Find{"\tfind largest leaf", true, largest},
-                                 Find{"Find Largest Node\r\n", false, largest},
-                                 Find{"\nfind fullest leaf", true, fullest},
-                                 Find{"\r find fullest node \t", false, fullest}}) {
-            SCOPED_TRACE(find.text);
-            const index::Node* best = nullptr;
-            const std::vector<index::Node> all = nodes();
-            for (const index::Node& node : all)
-                if (node.isLeaf() == find.leaf && (!best || find.rank(node) > find.rank(*best)))
-                    best = &node;
-            ASSERT_NE(best, nullptr);
-            EXPECT_EQ(countOf(*session, find.text), best->totalCount);
-            query::IndexEntry entry = query::readIndex(*session, find.text);
-            while (!entry.children.empty()) {
-                EXPECT_EQ(entry.children.size(), 1u);
-                entry = query::IndexEntry(entry.children[0]);
-            }
-            EXPECT_EQ(entry.id, best->id);
-            EXPECT_EQ(entry.totalCount, best->totalCount);
-            EXPECT_EQ(entry.ownCount, best->ownCount);
-            EXPECT_EQ(entry.revision, best->revision);
-        }
-    }
-    create(amplitudeOnly());
-    for (const char* text : {"find largest leaf", "find largest node"}) {
-        EXPECT_EQ(countOf(*session, text), 0u);
-        EXPECT_EQ(query::readIndex(*session, text).id, 1u);
-    }
-}
-
-TEST_F(QueryRules, ListedNodesAreTheirOwnPointsAndNoMore) {
-    create(amplitudeOnly(), 20, [](auto& created) { created.chunkSizeLod = 25; });
-    insert(*session, somePoints(2000, 4));
-    commit();
-    const std::vector<index::Node> all = nodes();
-    query::Scope scope;
-    scope.nodes.emplace();
-    std::uint64_t expected = 0;
-    // An inner node, one below it, and every third leaf.
-    std::size_t inner = 0;
-    std::size_t leaves = 0;
-    for (const index::Node& node : all)
-        if (node.isLeaf() ? leaves++ % 3 == 0 : inner++ < 3) {
-            scope.nodes->insert(node.id);
-            expected += node.ownCount;
-        }
-    ASSERT_GT(inner, 3u);
-    for (const char* filter : {"", "amplitude >= 0"}) {
-        SelectQuery count(*session, scope, filter);
-        std::uint64_t counted = 0;
-        std::uint32_t before = 0;
-        while (const std::uint32_t some = count.next(10)) {
-            counted += some;
-            EXPECT_GE(count.progress(), before);
-            before = count.progress();
-            if (counted < expected) {
-                EXPECT_LE(before, 99u);
-            }
-            // One leaf at a time is read ahead here at most.
-            EXPECT_NEAR(before, 100.0 * static_cast<double>(counted) / double(expected), 12);
-        }
-        EXPECT_EQ(counted, expected);
-        EXPECT_EQ(count.progress(), 100u);
-    }
-    scope.nodes->insert(123456);
-    EXPECT_EQ(codeOf([&] { SelectQuery(*session, scope, ""); }), ErrorCode::NotFound);
-    query::Scope nowhere;
-    nowhere.subtree = 123456;
-    EXPECT_EQ(codeOf([&] { SelectQuery(*session, nowhere, ""); }), ErrorCode::NotFound);
-}
-
-TEST_F(QueryRules, ProgressOfASelectPassesWhatItSkips) {
-    create(amplitudeOnly(), 20);
-    std::vector<Point> points = somePoints(2000, 4);
-    for (std::size_t i = 0; i < points.size(); ++i)
-        points[i].x = i < 1000 ? -500 + double(i) / 100 : 500 + double(i) / 100;
-    insert(*session, points);
-    commit();
-    // The first half has no hits, the second every other point.
-    SelectQuery query(*session, {}, "xyz[0] > 0 && tarvo.id % 2 == 1");
-    std::uint64_t read = 0;
-    while (query.next(1) == 1) {
-        ++read;
-        EXPECT_NEAR(query.progress(), 50 + double(read) / 10, 6) << read;
-        EXPECT_LE(query.progress(), 99u);
-    }
-    EXPECT_EQ(read, 500u);
-    EXPECT_EQ(query.progress(), 100u);
-}
-
-TEST_F(QueryRules, ProgressOfACommitNeverGoesBackAndStopsIt) {
-    const auto make = [this] {
-        create(amplitudeOnly(), 20, [](auto& created) { created.chunkSizeLod = 25; });
-        insert(*session, somePoints(3000, 4));
-        commit();
-        begin();
-        insert(*session, somePoints(3000, 5));
-    };
-    make();
-    std::vector<int> told;
-    query::commit(*session, [&](int percent) {
-        told.push_back(percent);
-        return true;
-    });
-    EXPECT_TRUE(std::is_sorted(told.begin(), told.end()));
-    EXPECT_GE(told.front(), 0);
-    EXPECT_EQ(told.back(), 100);
-    // While points are inserted, while levels of detail are made.
-    for (const auto& [from, to] : {std::pair(1, 59), std::pair(61, 94)}) {
-        EXPECT_TRUE(std::any_of(told.begin(), told.end(), [&, low = from, high = to](int percent) {
-            return percent >= low && percent <= high;
-        })) << from;
-        make();
-        EXPECT_EQ(codeOf([&, low = from] {
-                      query::commit(*session, [&](int percent) { return percent < low; });
-                  }),
-                  ErrorCode::Cancelled);
-        EXPECT_TRUE(session->pending());
-        query::commit(*session);
-        EXPECT_EQ(session->state()->pointCount, 6000u);
-        expectSound();
-    }
-    // While points change.
-    begin();
-    FillQuery filling(*session, {}, "");
-    const double value = 9;
-    filling.bind("amplitude", QRB_DATA_TYPE_DOUBLE, &value);
-    EXPECT_EQ(filling.next(6000), 6000u);
-    EXPECT_EQ(codeOf([&] { query::commit(*session, [](int percent) { return percent < 1; }); }),
-              ErrorCode::Cancelled);
-    query::commit(*session);
-    EXPECT_EQ(countOf(*session, "amplitude == 9"), 6000u);
-}
-
-TEST_F(QueryRules, AnIndexWithoutHitsIsItsRoot) {
-    create(amplitudeOnly(), 20, [](auto& created) { created.chunkSizeLod = 25; });
-    insert(*session, somePoints(300, 4));
-    commit();
-    const query::IndexEntry root = query::readIndex(*session, "amplitude > 60000");
-    EXPECT_EQ(root.id, 1u);
-    EXPECT_EQ(root.revision, 2u);
-    EXPECT_EQ(root.totalCount, 300u);
-    EXPECT_EQ(root.ownCount, session->rootNode(*session->state()).ownCount);
-    EXPECT_TRUE(root.children.empty());
-}
-
-TEST_F(QueryRules, ExtremesAreThoseOfTheElementsNamedAndOfPointsThatAreThere) {
-    AttributeRecord above = record("above", 0, 100);
-    above.invalidValue = 200;
-    AttributeRecord below = record("below", 0, 100);
-    below.invalidValue = -1;
-    create({above, below});
-    double value[3] = {};
-    using query::Extreme;
-    const auto extreme = [&](const char* name, Extreme which, bool cleaned) {
-        query::readExtreme(*session, 1, name, which, cleaned, QRB_DATA_TYPE_DOUBLE, value);
-        return value[0];
-    };
-    for (const bool cleaned : {false, true})
-        EXPECT_EQ(codeOf([&] { extreme("above", Extreme::Maximum, cleaned); }),
-                  ErrorCode::NotFound);
-    InsertQuery inserting(*session);
-    const Values xyz{4, 20, 600, -3, 50, -600};
-    inserting.bind("xyz", QRB_DATA_TYPE_DOUBLE, xyz.data(), 24);
-    inserting.next(2);
-    commit();
-    EXPECT_EQ(extreme("above", Extreme::Maximum, false), 0);
-    EXPECT_EQ(extreme("below", Extreme::Minimum, false), 0);
-    EXPECT_EQ(extreme("xyz[1]", Extreme::Minimum, true), 20);
-    EXPECT_EQ(extreme("xyz", Extreme::Maximum, true), 4);
-    EXPECT_EQ((Values{value[1], value[2]}), (Values{50, 600}));
 }
 
 }  // namespace
