@@ -334,6 +334,7 @@ TEST_F(CheckTest, FindsPagesThatOnlyTheNextChangeWouldTrip) {
         const Findings findings = check();
         ASSERT_GE(findings.faultCount, 1u) << page;
         EXPECT_EQ(findings.faults.back().kind, Fault::Kind::Container);
+        EXPECT_EQ(findings.faults.back().transaction, 0u);
         EXPECT_FALSE(findings.faults.back().details.empty());
     }
     EXPECT_GT(tried, 0);

@@ -351,6 +351,20 @@ TEST_F(CheckFaults, OfTheRootAreThoseOfTheirTransaction) {
     }
     EXPECT_EQ(faultLines(), (Lines{"root of 2: the transaction refers to data behind the last that "
                                    "it has."}));
+    // Of one that has nothing of its own besides its root.
+    change([](Index&) {});
+    {
+        session::Session session(file, {}, "test");
+        session.begin("item", "test", "", "");
+        session.setMetaData("later", "[2]");
+        session.commit();
+        store::Connection connection(file, SQLITE_OPEN_READWRITE);
+        const std::string root = store::readRoot(connection, 3);
+        store::removeSnapshot(connection, 3);
+        store::putSnapshot(connection, 3, 1, root);
+    }
+    EXPECT_EQ(faultLines(), (Lines{"root of 3: the transaction refers to data behind the last that "
+                                   "it has."}));
     change([](Index&) {});
     {
         store::Connection connection(file, SQLITE_OPEN_READWRITE);
@@ -368,13 +382,13 @@ TEST_F(CheckFaults, BelowAnOlderTransactionAreNamedByItsDefinitions) {
     std::filesystem::copy_file(sound, file);
     BlobRef block;
     BlobRef entry;
+    BlobRef table;
     {
         session::Session session(file, {}, "test");
         entry = session.state()->changelog;
         for (const bool first : {true, false}) {
             session.begin("more", "test", "", "");
-            if (first)
-                session.addAttribute(record("extra", 0, 100));
+            session.addAttribute(record(first ? "extra" : "another", 0, 100));
             std::vector<double> values{1, 2, 3, 4};
             std::vector<double> xyz(12, first ? 600 : 601);
             query::InsertQuery query(session);
@@ -385,6 +399,7 @@ TEST_F(CheckFaults, BelowAnOlderTransactionAreNamedByItsDefinitions) {
             if (!first)
                 continue;
             const auto state = session.state();
+            table = state->attributesBlob;
             const index::Node root = session.rootNode(*state);
             const std::uint32_t uid = state->attributes.all().back().uid;
             for (index::TreeCursor at(root, session.pageReader()); at.node(); at.enter())
@@ -395,23 +410,34 @@ TEST_F(CheckFaults, BelowAnOlderTransactionAreNamedByItsDefinitions) {
     }
     EXPECT_EQ(faultLines(), Lines());
     ASSERT_TRUE(block);
-    for (const auto& [reference, line] :
-         {std::pair(entry, "changelog of 4: the changelog does not agree w"),
-          std::pair(block, "block of 3 extra[0] at a node: a block of \"extra\" in node")}) {
-        std::filesystem::copy_file(file, folder.file("before.qrbx"),
-                                   std::filesystem::copy_options::overwrite_existing);
-        runSql(file,
-               ("UPDATE blob SET data = CAST(substr(data, 1, " + std::to_string(reference.offset) +
-                ") || zeroblob(" + std::to_string(reference.length) + ") || substr(data, " +
-                std::to_string(reference.offset + reference.length + 1) +
-                ") AS BLOB) WHERE id = " + std::to_string(reference.blob))
-                   .c_str());
+    const auto damage = [&](const BlobRef& reference) {
+        const std::string from = std::to_string(reference.offset);
+        const std::string behind = std::to_string(reference.offset + reference.length + 1);
+        runSql(file, ("UPDATE blob SET data = CAST(substr(data, 1, " + from + ") || zeroblob(" +
+                      std::to_string(reference.length) + ") || substr(data, " + behind +
+                      ") AS BLOB) WHERE id = " + std::to_string(reference.blob))
+                         .c_str());
+    };
+    const std::string before = folder.file("before.qrbx");
+    std::filesystem::copy_file(file, before);
+    const auto renew = [&] {
+        std::filesystem::copy_file(before, file, std::filesystem::copy_options::overwrite_existing);
+    };
+    const auto begins = [&](const Lines& expected) {
         const Lines lines = faultLines();
-        ASSERT_EQ(lines.size(), 1u);
-        EXPECT_EQ(lines[0].substr(0, std::string_view(line).size()), line);
-        std::filesystem::copy_file(folder.file("before.qrbx"), file,
-                                   std::filesystem::copy_options::overwrite_existing);
-    }
+        ASSERT_EQ(lines.size(), expected.size());
+        for (std::size_t i = 0; i < lines.size(); ++i)
+            EXPECT_EQ(lines[i].substr(0, expected[i].size()), expected[i]);
+    };
+    damage(entry);
+    begins({"changelog of 4: the changelog does not agree"});
+    renew();
+    damage(block);
+    begins({"block of 3 extra[0] at a node: a block of \"extra\" in node"});
+    // Without definitions blocks are read all the same.
+    damage(table);
+    begins({"attribute table of 3: the attribute table does not agree",
+            "block of 3[0] at a node: a block of a point attribute does not agree"});
 }
 
 TEST_F(CheckFaults, OfAPageThatTransactionsShareAreToldOnce) {
@@ -511,8 +537,28 @@ TEST_F(CheckFaults, OfNoneTheBytesAreThoseOfTheReport) {
     session.commit();
     const Findings more = report::check(session);
     EXPECT_EQ(more.points, 3000u);
+    EXPECT_EQ(more.blobs, findings.blobs + 2);
     EXPECT_EQ(more.bytes, findings.bytes + 5 + session.container().root(3).size() +
                               session.state()->changelog.length);
+}
+
+TEST_F(CheckFaults, OfNoneThePointsOfLeavesThatTransactionsShareCountOnce) {
+    session::Session session(sound, {}, "test");
+    const std::uint64_t before = report::check(session).points;
+    EXPECT_EQ(before, session.state()->pointCount);
+    session.begin("more", "test", "", "");
+    const double xyz[] = {777, 600, 3};
+    query::InsertQuery query(session);
+    query.bind("xyz", QRB_DATA_TYPE_DOUBLE, xyz, 24);
+    query.next(1);
+    query::commit(session);
+    std::uint64_t changed = 0;
+    const Node root = session.rootNode(*session.state());
+    for (index::TreeCursor at(root, session.pageReader()); at.node(); at.enter())
+        if (at.node()->isLeaf() && at.node()->revision == 3)
+            changed += at.node()->ownCount;
+    EXPECT_LE(changed, 20u);
+    EXPECT_EQ(report::check(session).points, before + changed);
 }
 
 TEST_F(CheckFaults, AreWrittenAsJsonMemberByMember) {
