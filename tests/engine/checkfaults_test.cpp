@@ -4,6 +4,7 @@
 #include "engine/query/blocks.h"
 #include "engine/query/columns.h"
 #include "engine/query/commit.h"
+#include "engine/query/remove.h"
 #include "engine/report/check.h"
 #include "engine/report/facts.h"
 
@@ -331,6 +332,28 @@ TEST_F(CheckFaults, AreMetByAnInsertBesideThem) {
     }
 }
 
+TEST_F(CheckFaults, InTheOrderOfPointsKeepNobodyFromFindingThem) {
+    std::vector<std::uint64_t> ids;
+    change([&](Index& i) {
+        const schema::Column before = i.read(i.leaf, "tarvo.id");
+        schema::Column column = before;
+        for (std::size_t p = 0; p < column.size(); ++p) {
+            column.set(p, before[(p + 3) % column.size()]);
+            ids.push_back(
+                static_cast<std::uint64_t>(i.attribute("tarvo.id").grid.integerValue(before[p])));
+        }
+        i.write(i.leaf, "tarvo.id", column);
+    });
+    session::Session session(file, {}, "test");
+    session.begin("remove", "test", "", "");
+    query::RemoveQuery query(session);
+    query.bind(QRB_DATA_TYPE_UINT64, ids.data(), 8);
+    const std::uint64_t before = countOf(session, "");
+    EXPECT_EQ(query.next(static_cast<std::uint32_t>(ids.size())), ids.size());
+    EXPECT_EQ(countOf(session, ""), before - ids.size());
+    session.rollback();
+}
+
 TEST_F(CheckFaults, OfAnIndexThatIsMissingAreToldOnce) {
     std::filesystem::copy_file(sound, file);
     session::Session session(file, {}, "test");
@@ -559,39 +582,6 @@ TEST_F(CheckFaults, OfNoneThePointsOfLeavesThatTransactionsShareCountOnce) {
             changed += at.node()->ownCount;
     EXPECT_LE(changed, 20u);
     EXPECT_EQ(report::check(session).points, before + changed);
-}
-
-TEST_F(CheckFaults, AreWrittenAsJsonMemberByMember) {
-    Findings findings;
-    findings.transactions = 2;
-    findings.blobs = 3;
-    findings.points = 4;
-    findings.bytes = 5;
-    findings.leftOut = 6;
-    findings.unreached = 7;
-    EXPECT_EQ(report::checkReport(findings),
-              R"({"fault_count":0,"faults":[],"transactions":2,"left_out":6,"blobs":3,"points":4,)"
-              R"("bytes":5,"unreached_blobs":7})");
-    findings.unreached = {};
-    std::string expected;
-    for (int kind = 0; kind < 7; ++kind) {
-        Fault fault;
-        fault.kind = static_cast<Fault::Kind>(kind);
-        findings.add(fault);
-        expected += std::string(kind == 0 ? "" : ",") + R"({"kind":")" + kinds[kind] +
-                    R"(","text":"","details":""})";
-    }
-    findings.add({Fault::Kind::MetaDataItem, 9, "no\x80te", {}, 0, "te\xfft", "de\xc0tails"});
-    findings.add({Fault::Kind::Block, 8, "xyz", 0, 12, "t", "d"});
-    findings.add({Fault::Kind::Index, 8, "", 2, 1, "", ""});
-    EXPECT_EQ(report::checkReport(findings),
-              R"({"fault_count":10,"faults":[)" + expected +
-                  ",{\"transaction\":9,\"kind\":\"metadata item\",\"item\":\"no\ufffdte\","
-                  "\"text\":\"te\ufffdt\",\"details\":\"de\ufffdtails\"}"
-                  R"(,{"transaction":8,"kind":"block","attribute":"xyz","element":0,"node":12,)"
-                  R"("text":"t","details":"d"})"
-                  R"(,{"transaction":8,"kind":"index","element":2,"node":1,"text":"","details":""})"
-                  R"(],"transactions":2,"left_out":6,"blobs":3,"points":4,"bytes":5})");
 }
 
 }  // namespace

@@ -105,6 +105,13 @@ protected:
                 result.push_back(*at.node());
         return result;
     }
+    // No node holds anything of an attribute that is gone.
+    void expectKnownAttributes() {
+        const auto state = session->state();
+        for (const index::Node& node : nodes())
+            for (const index::AttributeData& data : node.attributes)
+                EXPECT_GE(state->attributes.findUid(data.uid), 0) << node.id;
+    }
     std::string lastEntry() {
         const std::string text = session->changelog();
         return text.substr(text.rfind("[#"));

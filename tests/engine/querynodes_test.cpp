@@ -5,8 +5,11 @@
 #include "engine/query/redefine.h"
 #include "engine/query/stat.h"
 
+#include <sys/resource.h>
+
 #include <algorithm>
 #include <cmath>
+#include <csignal>
 #include <cstdlib>
 #include <functional>
 #include <limits>
@@ -108,6 +111,14 @@ TEST_F(QueryNodes, ListedNodesAreTheirOwnPointsAndNoMore) {
         EXPECT_EQ(counted, expected);
         EXPECT_EQ(count.progress(), 100u);
     }
+    // Where points change, those that stood for them are gone until the commit.
+    begin();
+    EXPECT_EQ(fill("amplitude", 1), 2000u);
+    for (const index::Node& node : nodes()) {
+        EXPECT_EQ(node.revision, 3u);
+        EXPECT_EQ(node.ownCount, node.isLeaf() ? node.totalCount : 0);
+    }
+    session->rollback();
     scope.nodes->insert(123456);
     EXPECT_EQ(codeOf([&] { SelectQuery(*session, scope, ""); }), ErrorCode::NotFound);
     query::Scope nowhere;
@@ -278,6 +289,7 @@ TEST_F(QueryNodes, KeepDynamicAttributesInBlobsOfTheirOwn) {
             EXPECT_EQ(before.contains(blobOf(leaf, "xyz")), !seen.contains(leaf.id));
         }
     EXPECT_EQ(countOf(*session, "other == 0"), 97u);
+    expectKnownAttributes();
     expectSound();
 }
 
@@ -329,6 +341,7 @@ TEST_F(QueryNodes, HoldTheValuesOfAttributesThatWereRedefined) {
     EXPECT_EQ(countOf(*session, "b == 9 && a == 4 && d == 4"), 15u);
     EXPECT_EQ(query::readRevision(*session, 1, "d"), 3u);
     EXPECT_EQ(query::readRevision(*session, 1, "a"), 2u);
+    expectKnownAttributes();
     expectSound();
 }
 
@@ -340,6 +353,64 @@ TEST_F(QueryNodes, AreNotMadeWhereThereAreNoMoreNumbers) {
     add(100);
     EXPECT_EQ(codeOf([&] { commit(); }), ErrorCode::State);
     session->rollback();
+}
+
+// Leaves that have become inner nodes, the first and the last ones below them.
+TEST_F(QueryNodes, AreFilledOneByOne) {
+    create(amplitudeOnly(), 4);
+    for (std::uint32_t seed = 1; seed <= 4; ++seed) {
+        insert(*session, somePoints(40, seed));
+        session->settle();
+    }
+    commit();
+    begin();
+    std::uint16_t value = 10'000;
+    std::map<std::uint16_t, std::uint64_t> expected;
+    for (const index::Node& node : nodes()) {
+        if (!node.isLeaf())
+            continue;
+        query::Scope scope;
+        scope.nodes.emplace().insert(node.id);
+        EXPECT_EQ(fill("amplitude", ++value, scope), node.totalCount);
+        session->settle();
+        expected[value] = node.totalCount;
+    }
+    std::map<std::uint16_t, std::uint64_t> found;
+    for (const auto& [_, point] : readAll(*session))
+        ++found[point.amplitude];
+    EXPECT_EQ(found, expected);
+}
+
+// In a process of its own, whose files can't grow for a while.
+TEST_F(QueryNodes, RowsThatFindNoRoomAreKeptAndToldAtOnce) {
+    create(amplitudeOnly(), 5000);
+    session.reset();
+    OtherProcess other([this](const std::function<void()>&) {
+        ::signal(SIGXFSZ, SIG_IGN);
+        ::rlimit before{};
+        ::getrlimit(RLIMIT_FSIZE, &before);
+        open();
+        begin();
+        ::rlimit small = before;
+        small.rlim_cur = 100'000;
+        ::setrlimit(RLIMIT_FSIZE, &small);
+        std::size_t taken = 0;
+        int refused = 0;
+        for (std::uint32_t seed = 1; seed <= 8; ++seed) {
+            const std::vector<Point> points = somePoints(70'000, seed);
+            if (outcomeOf([&] { insert(*session, points); }).text.empty())
+                taken += points.size();
+            else
+                ++refused;
+        }
+        ::setrlimit(RLIMIT_FSIZE, &before);
+        insert(*session, somePoints(10, 1));
+        commit();
+        if (refused == 0)
+            return 1;
+        return readAll(*session).size() == taken + 10 ? 0 : 2;
+    });
+    EXPECT_EQ(other.wait(), 0);
 }
 
 TEST_F(QueryNodes, OfAnEdgeHoldNoPointsFartherApart) {

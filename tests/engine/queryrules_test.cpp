@@ -260,18 +260,25 @@ TEST_F(QueryRules, QueriesThatGoOnDoNotRepeatThemselves) {
     id = 3, value = 30;
     EXPECT_EQ(updating.next(1), 1u);
     EXPECT_EQ(read("n"), (Values{1, 50, 30, 4}));
+    // The last of several points keeps its value.
+    EXPECT_EQ(update("n", {60, 4}, {2, 4}), 2u);
+    EXPECT_EQ(read("n"), (Values{1, 60, 30, 4}));
+    EXPECT_EQ(update("n", {50, 4}, {2, 4}), 2u);
+    FillQuery filling(*session, {}, "");
+    filling.bind("n", QRB_DATA_TYPE_DOUBLE, &value);
     std::uint64_t gone = 1;
     RemoveQuery removing(*session);
     removing.bind(QRB_DATA_TYPE_UINT64, &gone, 8);
     EXPECT_EQ(removing.next(1), 1u);
     EXPECT_EQ(read("n"), (Values{50, 30, 4}));
+    EXPECT_EQ(codeOf([&] { filling.next(1); }), ErrorCode::State) << "points are gone";
     add(1, "n", {10}, {1});
     gone = 4;
     EXPECT_EQ(removing.next(1), 1u);
     EXPECT_EQ(read("n"), (Values{10, 50, 30}));
     commit();
     EXPECT_EQ(read("n"), (Values{10, 50, 30}));
-    EXPECT_NE(lastEntry().find("Points: inserted 5; updated 3; removed 2; now 3\n"),
+    EXPECT_NE(lastEntry().find("Points: inserted 5; updated 7; removed 2; now 3\n"),
               std::string::npos)
         << lastEntry();
 }
