@@ -163,6 +163,18 @@ TEST_F(HostileIndex, NodesThatAreNoCellsAreNamedAndNeitherFollowedNorChanged) {
         commitIndex(file,
                     [&](session::Session&, session::State&, Node& root) { one.change(root); });
         expectFault(Fault::Kind::Index);
+        EXPECT_TRUE(isDamage(updating()));
+        // The same in a page of its own.
+        renew();
+        commitIndex(file, [&](session::Session& session, session::State&, Node& root) {
+            Node* const node = &inner(root);
+            one.change(root);
+            if (root.children.empty())
+                return;
+            node->childPage = session.container().add(index::encodePage(node->children));
+            node->children.clear();
+        });
+        expectFault(Fault::Kind::Index);
         EXPECT_TRUE(isDamage(inserting()));
         EXPECT_TRUE(isDamage(removing()));
         EXPECT_TRUE(isDamage(updating()));
@@ -245,6 +257,7 @@ TEST_F(HostileIndex, APageAtManyPlacesIsNoTreeAndEndsEveryWalk) {
         session::Session session(file, {}, "test");
         EXPECT_TRUE(isDamage(outcomeOf([&] { (void)report::inspect(session, 1); })));
         EXPECT_TRUE(isDamage(outcomeOf([&] { (void)query::readIndex(session, ""); })));
+        EXPECT_EQ(report::inspect(session, 5).find("{\"fault_count\":0"), std::string::npos);
     }
 }
 
@@ -301,6 +314,14 @@ TEST_F(HostileIndex, TwoAttributesOfOneNumberAreDamage) {
         state.attributesBlob = {};
     });
     EXPECT_TRUE(isDamage(outcomeOf([&] { session::Session(file, {}, "test"); })));
+}
+
+TEST_F(HostileIndex, PointsThatAreNotInTheLeavesAreInNoReport) {
+    commitIndex(file, [](session::Session&, session::State& state, Node&) { ++state.pointCount; });
+    session::Session session(file, {}, "test");
+    for (const std::uint8_t format : {1, 2, 3, 4})
+        EXPECT_TRUE(isDamage(outcomeOf([&] { (void)report::inspect(session, format); })));
+    EXPECT_EQ(report::inspect(session, 5).rfind("{\"fault_count\":1,", 0), 0u);
 }
 
 TEST_F(HostileIndex, APageThatTwoNodesHaveIsNamed) {

@@ -18,7 +18,7 @@ using report::Colour;
 using report::Colouring;
 using report::Picture;
 
-constexpr double lost = -2000;  // a coordinate that is none
+constexpr double lost = 250.5;  // a coordinate that is none, among those that are
 
 std::array<int, 4> rgba(const Colour& colour) {
     return {colour.red, colour.green, colour.blue, colour.alpha};

@@ -235,13 +235,16 @@ TEST_F(QueryRules, WhatChangesNothingLeavesRevisionsAsTheyAre) {
         late.defaultValue = 2;
         return late;
     }());
+    session->addAttribute(record("last", 0, 9));
+    EXPECT_EQ(fill("last", 7), 39u);
     EXPECT_EQ(fill("late[1]", 5), 39u);
     EXPECT_EQ(fill("pair[0]", 6), 39u);
     commit();
-    EXPECT_EQ(countOf(*session,
-                      "late[0] == 2 && late[1] == 5 && late[2] == 2 && pair[0] == 6 && "
-                      "pair[1] == 0 && n == 3"),
-              39u);
+    EXPECT_EQ(
+        countOf(*session,
+                "last == 7 && late[0] == 2 && late[1] == 5 && late[2] == 2 && pair[0] == 6 && "
+                "pair[1] == 0 && n == 3"),
+        39u);
     expectSound();
 }
 

@@ -7,6 +7,7 @@
 #include "engine/query/redefine.h"
 #include "engine/query/remove.h"
 #include "engine/query/update.h"
+#include "engine/report/check.h"
 
 #include <cmath>
 #include <functional>
@@ -172,6 +173,7 @@ TEST_F(Redefinition, OfTheRangeWithItsDefaultMovesNoValue) {
     put(q);
     expectValues({0, 0, 0, 5, 50}, "a lower end");
     q.minimumValue = q.defaultValue = 0;
+    put(q);
     q.resolution = 0.5;
     put(q);
     expectValues({0, 0, 0, 5, 50}, "finer");
@@ -242,6 +244,20 @@ TEST_F(Redefinition, OfKeysAndNamesIsRefusedAndOfOthersKept) {
     query::removeAttribute(*m_session, "copy");
     query::commit(*m_session);
     expectValues({5, 5, 5, 5, 5, 5}, "constant");
+    q.storageClass = 2;
+    put(q);
+    expectValues({5, 5, 5, 5, 5, 5}, "variable again");
+    // Each by itself is in the file.
+    m_session->begin("t", "test", "", "");
+    query::duplicateAttribute(*m_session, "q", "alone");
+    query::commit(*m_session);
+    expectValues({5, 5, 5, 5, 5, 5}, "copied");
+    EXPECT_EQ(countOf(*m_session, "alone == 5"), 6u);
+    m_session->begin("t", "test", "", "");
+    query::removeAttribute(*m_session, "alone");
+    query::commit(*m_session);
+    expectValues({5, 5, 5, 5, 5, 5}, "removed");
+    EXPECT_LT(m_session->state()->attributes.find("alone"), 0);
     EXPECT_EQ(countOf(*m_session, "constant.copy == 5"), 6u);
     EXPECT_LT(m_session->state()->attributes.find("copy"), 0);
 }
@@ -291,6 +307,7 @@ TEST_F(Redefinition, OfTheLengthFillsNewElementsWithTheDefault) {
         EXPECT_EQ(countOf(*m_session, "q[0] == 7"), 3u);
         EXPECT_EQ(countOf(*m_session, "q[0] == 2"), 1u);
         EXPECT_EQ(countOf(*m_session, "q[" + std::to_string(length - 1) + "] == 7"), 6u);
+        EXPECT_EQ(report::check(*m_session).faultCount, 0u);
     }
 }
 

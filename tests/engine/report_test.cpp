@@ -383,6 +383,11 @@ TEST_F(ReportTest, LargeDatabasesAreSampledAndSaySo) {
     const std::string html = report(3, 300);
     EXPECT_NE(html.find("made from " + std::to_string(read) + " of the points"), std::string::npos);
     EXPECT_EQ(report(3).find("made from"), std::string::npos);
+    const auto pictureOf = [](const std::string& text) {
+        const std::size_t begin = text.find("data:image");
+        return text.substr(begin, text.find('"', begin) - begin);
+    };
+    EXPECT_NE(pictureOf(html), pictureOf(report(3)));
 }
 
 TEST_F(ReportTest, LevelOfDetailPointsAreNoPointsOfTheFile) {

@@ -187,6 +187,13 @@ TEST(ReportForms, TellOfAnEmptyDatabaseLineByLine) {
     expectText("empty.csv.html", report::histogramReport(facts, {}));
 }
 
+TEST(ReportForms, LeaveElementsWithoutValuesOutOfTheExtent) {
+    Facts facts = fullFacts();
+    facts.attributes[0].elements[1] = {0, 8000, false, true};
+    EXPECT_EQ(report::textReport(facts).find("-1000"), std::string::npos);
+    EXPECT_EQ(report::htmlReport(facts, {}).find("-1000"), std::string::npos);
+}
+
 TEST(ReportForms, SayWhatTheColoursOfThePictureMean) {
     const auto legendOf = [](Colouring colouring) {
         PointFacts points = fullPoints();
