@@ -281,7 +281,7 @@ TEST_F(Details, OfEachMethodLeaveInvalidValuesToTheMajority) {
                               {"first", {2, invalid, 1, 1, 1}, 2},
                               {"float average", {big, big, big, big, big}, big},
                               {"float average", {big, 0, big, big, 0}, big / 5 + big / 5 + big / 5},
-                              {"float average", {0.9, 0.9, 0.9, 0.9, 0.9}, 0.9},
+                              {"float average", {0.9, invalid, 0.9, 0.9, invalid}, 0.9},
                               {"float average", {0.1, 0.1, 0.1, 0.1, invalid}, 0.1},
                               {"float maximum", {0.1, 0.5, -big, invalid, 0}, 0.5}}) {
             SCOPED_TRACE(std::string(c.method) + " " + std::to_string(invalid));

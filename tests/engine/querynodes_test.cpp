@@ -111,6 +111,10 @@ TEST_F(QueryNodes, ListedNodesAreTheirOwnPointsAndNoMore) {
         EXPECT_EQ(counted, expected);
         EXPECT_EQ(count.progress(), 100u);
     }
+    // What lies elsewhere is no part of the way.
+    SelectQuery rare(*session, scope, "xyz[0] > 60");
+    ASSERT_EQ(rare.next(1), 1u);
+    EXPECT_LT(rare.progress(), 75u);
     // Where points change, those that stood for them are gone until the commit.
     begin();
     EXPECT_EQ(fill("amplitude", 1), 2000u);
