@@ -72,8 +72,11 @@ std::uint32_t dataType(const AttributeRecord& record) {
         low = std::min(low, record.invalidValue);
         high = std::max(high, record.invalidValue);
     }
-    const bool whole = record.resolution == std::floor(record.resolution) &&
-                       low == std::floor(low) && high == std::floor(high);
+    // An invalid value between two steps is a fraction within the range.
+    const bool whole =
+        record.resolution == std::floor(record.resolution) && low == std::floor(low) &&
+        high == std::floor(high) &&
+        (std::isnan(record.invalidValue) || record.invalidValue == std::floor(record.invalidValue));
     if (!whole) {
         // A SINGLE holds 24 bits of mantissa.
         const double steps = std::max(std::fabs(low), std::fabs(high)) / record.resolution;

@@ -131,8 +131,9 @@ std::size_t checkedSize(const std::string& expression) {
     if (expression.size() > maximumExpression)
         refusePattern(expression,
                       "is longer than " + std::to_string(maximumExpression) + " bytes.");
-    if (expression.find('\0') != std::string::npos)
-        refusePattern(expression, "contains a zero byte.");
+    // A message would end at the byte.
+    if (const std::size_t zero = expression.find('\0'); zero != std::string::npos)
+        refusePattern(expression.substr(0, zero), "contains a zero byte.");
     const std::size_t size = unfoldedSize(expression);
     if (size > maximumStates)
         refusePattern(expression, "repeats too much.");

@@ -2,6 +2,7 @@
 #include "copy/databasecopy.h"
 #include "copy/newdatabase.h"
 #include "copy/outputplace.h"
+#include "files/place.h"
 #include "tests/engine/killedwriter.h"
 #include "tests/files/foldersyncs.h"
 #include "tests/qrb/library.h"
@@ -12,6 +13,7 @@
 #include <map>
 #include <set>
 #include <stdexcept>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -152,6 +154,13 @@ TEST_F(Copy, HasTheDefinitionsAndLevelsOfDetailThatTheSourceHasNow) {
     EXPECT_EQ(cloud->management().getLodMode(), 2u);
     EXPECT_EQ(cloud->management().getChunkSizeLOD(), 3u);
     EXPECT_TRUE(read(*cloud) == m_table);
+    // What a copy is made with is what it has from its first transaction on.
+    const CreateSettings now = settings();
+    EXPECT_EQ(now.lodMode, 2u);
+    EXPECT_EQ(now.chunkSizeLOD, 3u);
+    EXPECT_EQ(now.primaryAttribute.title, "Where it is");
+    EXPECT_EQ(now.chunkSize, 100u);
+    EXPECT_EQ(now.compressionLevel, 30);
 }
 
 TEST_F(Copy, HoldsOnlyWhatIsSelected) {
@@ -277,6 +286,107 @@ TEST_F(NewDatabases, ReplaceNothingButDatabases) {
     EXPECT_EQ(names(), (std::set<std::string>{"a.qrbx", "link", "source.qrbx", "there"}));
 }
 
+TEST_F(NewDatabases, RefuseAtOnceWhatWouldFailAtTheEnd) {
+    const auto begin = [&](const std::string& name, bool overwrite) {
+        return failure([&] { copy::NewDatabase(m_context, name, overwrite, "Advice."); }, 0);
+    };
+    EXPECT_EQ(begin("", true), "The new database has no name.\nGive the name of a file.");
+    EXPECT_EQ(begin(file(std::string(241, 'x')), true),
+              "The name of the new database is too long: it has 241 bytes of at most 240.\n");
+    copy::NewDatabase(m_context, file(std::string(240, 'x')), true);
+    make("a.qrbx", false);
+    EXPECT_EQ(begin(file("a.qrbx"), false),
+              "The file \"" + file("a.qrbx") + "\" exists already.\nAdvice.");
+    EXPECT_EQ(begin(file("."), true),
+              "\"" + file(".") + "\" is a folder.\nGive the name of a file in it.");
+    qrb::Pointcloud other(m_context);
+    other.open(file("a.qrbx"), OpenSettings(m_context));
+    const std::string busy = "The file \"" + file("a.qrbx") +
+                             "\" is not replaced: it is being "
+                             "changed.\n";
+    {
+        TransactionGuard transaction(other.transactions(), "Pending", "tests");
+        EXPECT_EQ(begin(file("a.qrbx"), true).find(busy), 0u);
+    }
+    // One that is done in a moment is waited for.
+    other.transactions().begin("Moment", "tests");
+    std::thread moment([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(400));
+        other.transactions().rollback();
+    });
+    EXPECT_NO_THROW(copy::NewDatabase(m_context, file("a.qrbx"), true));
+    moment.join();
+    // What came there meanwhile, by its kind.
+    const auto publish = [&](bool overwrite, const std::function<void()>& meanwhile) {
+        copy::NewDatabase target(m_context, file("new.qrbx"), overwrite);
+        target.create(settings());
+        meanwhile();
+        return failure([&] { target.publish(); }, 0);
+    };
+    const auto text = [&] { write("new.qrbx", "text"); };
+    const auto database = [&] { make("new.qrbx", true); };
+    const std::string place = "The file \"" + file("new.qrbx") + "\" exists already";
+    EXPECT_EQ(publish(true, text).find(place + ", and is not a database."), 0u);
+    std::filesystem::remove(file("new.qrbx"));
+    EXPECT_EQ(publish(false, text).find(place + ": somebody made it meanwhile."), 0u);
+    std::filesystem::remove(file("new.qrbx"));
+    EXPECT_EQ(publish(false, database).find(place + ": somebody made it meanwhile."), 0u);
+    EXPECT_EQ(names(), (std::set<std::string>{"a.qrbx", "new.qrbx", "source.qrbx"}));
+}
+
+// What a program that was killed has left, and what a link leads to that is not there yet.
+TEST_F(NewDatabases, TakeTheirPlaceInOrder) {
+    const pid_t child = ::fork();
+    if (child == 0) {
+        std::ofstream(files::temporaryNameFor(file("a.qrbx"))) << "half";
+        ::_exit(0);
+    }
+    ::waitpid(child, nullptr, 0);
+    ASSERT_EQ(names().size(), 2u);
+    {
+        const copy::NewDatabase target(m_context, file("a.qrbx"), false);
+        EXPECT_EQ(names(), std::set<std::string>{"source.qrbx"});
+    }
+    std::filesystem::create_symlink("later.qrbx", file("link"));
+    make("link", false);
+    EXPECT_EQ(names(), (std::set<std::string>{"later.qrbx", "link", "source.qrbx"}));
+    EXPECT_TRUE(std::filesystem::is_symlink(file("link")));
+    // A circle of links is no place, nor is it replaced.
+    std::filesystem::create_symlink("circle", file("circle"));
+    for (const bool overwrite : {false, true})
+        EXPECT_NE(refusal("circle", overwrite).find("exists already, and is not a database"),
+                  std::string::npos);
+    EXPECT_TRUE(std::filesystem::is_symlink(file("circle")));
+    // The journal of one that was removed goes for good before the new one comes.
+    std::filesystem::remove(file("later.qrbx"));
+    write("later.qrbx-journal", "j");
+    copy::NewDatabase target(m_context, file("later.qrbx"), false);
+    target.create(settings());
+    folderSyncs() = {};
+    lastSyncedNames().clear();
+    target.publish();
+    EXPECT_EQ(folderSyncs().count, 2);
+    EXPECT_TRUE(lastSyncedNames().contains("later.qrbx"));
+    EXPECT_FALSE(lastSyncedNames().contains("later.qrbx-journal"));
+    // A sync that fails is told as an error of the layer.
+    copy::NewDatabase again(m_context, file("later.qrbx"), true);
+    again.create(settings());
+    folderSyncs() = {0, 1};
+    EXPECT_NE(failure([&] { again.publish(); }, 0).find("could not be synced"), std::string::npos);
+    folderSyncs() = {};
+}
+
+TEST_F(NewDatabases, BySchemaHaveWhatItMarksOptionalOnlyWhereThatIsAsked) {
+    const char* const schema =
+        R"({"identifier":"own","extension":"own","attributes":["tarvo.range?"],"metadata":[]})";
+    for (const bool optionals : {false, true}) {
+        copy::NewDatabase target(m_context, file("schema.qrbx"), true);
+        target.create(settings(), schema, optionals);
+        EXPECT_EQ(target.cloud().pointAttributes().exists("tarvo.range"), optionals);
+        target.publish();
+    }
+}
+
 TEST_F(NewDatabases, DamagedOnesAreLeftToTheUser) {
     make("a.qrbx", false);
     const auto size = std::filesystem::file_size(file("a.qrbx"));
@@ -400,8 +510,15 @@ TEST_F(NewDatabases, NoOutputTakesThePlaceOfADatabaseOrAnInput) {
             std::string::npos);
         EXPECT_THROW(qrb::Context("TRACE", file(name)), qrb::Error);
     }
+    const std::string first = write("first.csv", "x");
     for (const char* const name : {"input.csv", "link.csv"})
-        failure([&] { copy::checkOutputPlace(m_context, file(name), {input}); }, 0);
+        EXPECT_NE(failure(
+                      [&] {
+                          copy::checkOutputPlace(m_context, file(name), {first, input});
+                      },
+                      0)
+                      .find("is being read"),
+                  std::string::npos);
     EXPECT_NE(failure([&] { copy::checkOutputPlace(m_context, file("a.qrbx-journal")); }, 0)
                   .find("belongs to a database"),
               std::string::npos);

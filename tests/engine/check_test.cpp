@@ -334,6 +334,7 @@ TEST_F(CheckTest, FindsPagesThatOnlyTheNextChangeWouldTrip) {
         const Findings findings = check();
         ASSERT_GE(findings.faultCount, 1u) << page;
         EXPECT_EQ(findings.faults.back().kind, Fault::Kind::Container);
+        EXPECT_EQ(findings.faults.back().transaction, 0u);
         EXPECT_FALSE(findings.faults.back().details.empty());
     }
     EXPECT_GT(tried, 0);
@@ -395,6 +396,41 @@ TEST_F(CheckTest, ReadsPagesFromTheFileWhateverWasReadBefore) {
                .c_str());
     EXPECT_GT(report::check(session).faultCount, 0u);
     EXPECT_EQ(outcomeOf([&] { (void)readAll(session); }).code, ErrorCode::Damaged);
+}
+
+TEST(CheckReport, WritesFindingsMemberByMember) {
+    const char* const kinds[] = {"root",  "attribute table", "metadata item", "changelog",
+                                 "index", "block",           "container"};
+    Findings findings;
+    findings.transactions = 2;
+    findings.blobs = 3;
+    findings.points = 4;
+    findings.bytes = 5;
+    findings.leftOut = 6;
+    findings.unreached = 7;
+    EXPECT_EQ(report::checkReport(findings),
+              R"({"fault_count":0,"faults":[],"transactions":2,"left_out":6,"blobs":3,"points":4,)"
+              R"("bytes":5,"unreached_blobs":7})");
+    findings.unreached = {};
+    std::string expected;
+    for (int kind = 0; kind < 7; ++kind) {
+        Fault fault;
+        fault.kind = static_cast<Fault::Kind>(kind);
+        findings.add(fault);
+        expected += std::string(kind == 0 ? "" : ",") + R"({"kind":")" + kinds[kind] +
+                    R"(","text":"","details":""})";
+    }
+    findings.add({Fault::Kind::MetaDataItem, 9, "no\x80te", {}, 0, "te\xfft", "de\xc0tails"});
+    findings.add({Fault::Kind::Block, 8, "xyz", 0, 12, "t", "d"});
+    findings.add({Fault::Kind::Index, 8, "", 2, 1, "", ""});
+    EXPECT_EQ(report::checkReport(findings),
+              R"({"fault_count":10,"faults":[)" + expected +
+                  ",{\"transaction\":9,\"kind\":\"metadata item\",\"item\":\"no\ufffdte\","
+                  "\"text\":\"te\ufffdt\",\"details\":\"de\ufffdtails\"}"
+                  R"(,{"transaction":8,"kind":"block","attribute":"xyz","element":0,"node":12,)"
+                  R"("text":"t","details":"d"})"
+                  R"(,{"transaction":8,"kind":"index","element":2,"node":1,"text":"","details":""})"
+                  R"(],"transactions":2,"left_out":6,"blobs":3,"points":4,"bytes":5})");
 }
 
 }  // namespace

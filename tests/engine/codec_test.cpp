@@ -3,10 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <sys/resource.h>
+#include <zstd.h>
 #include <array>
 #include <cmath>
 #include <optional>
 #include <random>
+#include <set>
 
 using namespace tarvo::engine;
 using namespace tarvo::engine::codec;
@@ -106,6 +108,19 @@ TEST(Codec, GivesBackEveryColumnUnderEveryOption) {
             }
 }
 
+// Many blocks of a frame, each of which says no more than that it is like the one before.
+TEST(Codec, GivesBackLongColumnsOfNothingNew) {
+    Decoder decoder;
+    for (const unsigned width : {1u, 8u})
+        for (const int option : {1, 2, 3}) {
+            const Column column(width, 1'000'000);
+            const Bytes block = encoded(column, {100, std::uint8_t(option)});
+            EXPECT_LT(block.size(), 5000u);
+            EXPECT_TRUE(sameCodes(decoder.decode(block, width, column.size(), "the block"), column))
+                << width << " " << option;
+        }
+}
+
 TEST(Codec, PacksEveryBitWidth) {
     std::mt19937_64 random(12);
     Decoder decoder;
@@ -173,6 +188,99 @@ TEST(Codec, ChoosesByTheContents) {
     EXPECT_EQ(codecOf(uniform, {100, 1}), Codec::Delta);
     EXPECT_EQ(codecOf(uniform, {100, 2}), Codec::Shuffled);
     EXPECT_EQ(codecOf(uniform, {100, 3}), Codec::DeltaShuffled);
+    EXPECT_EQ(codecOf(uniform, {0, 3}), Codec::BitPacked);
+
+    // What is as small either way stays as it is; few codes are compressed only where that is
+    // asked for; single bytes have no planes.
+    Column few(2, 1);
+    few.set(0, 5);
+    EXPECT_EQ(codecOf(few), Codec::Raw);
+    EXPECT_EQ(encoded(few).size(), 3u);
+    EXPECT_EQ(codecOf(Column(2, 20), {100, 3}), Codec::DeltaShuffled);
+    EXPECT_EQ(codecOf(Column(8, 5)), Codec::BitPacked);
+    const Column bytes = makeColumn(1, 3000, Rare, random);
+    EXPECT_EQ(codecOf(bytes, {100, 1}), Codec::Delta);
+    EXPECT_EQ(codecOf(bytes, {100, 2}), Codec::Zstd);
+    EXPECT_EQ(codecOf(bytes, {100, 3}), Codec::Delta);
+
+    // Packed codes may be a tenth larger, no more.
+    const auto skewed = [&](unsigned zeros) {
+        Column column(2, 10000);
+        for (std::size_t i = 0; i < column.size(); ++i)
+            column.set(i, random() % 256 + (random() % 100 < zeros ? 0 : random() % 4 * 256));
+        return column;
+    };
+    const Column little = skewed(60);
+    EXPECT_EQ(codecOf(little), Codec::BitPacked);
+    EXPECT_LT(encoded(little, {100, 2}).size(), encoded(little).size());
+    EXPECT_EQ(codecOf(skewed(95)), Codec::Shuffled);
+}
+
+TEST(Codec, TellsWhatIsWrongWithABlock) {
+    Decoder decoder;
+    const auto refusal = [&](const Bytes& block, unsigned width, std::size_t count) {
+        try {
+            (void)decoder.decode(block, width, count, "the block");
+        } catch (const Failure& failure) {
+            EXPECT_EQ(failure.code(), ErrorCode::Damaged);
+            EXPECT_STREQ(failure.what(), "The file is damaged: the block is not readable.");
+            return failure.details();
+        }
+        return std::string();
+    };
+    const Bytes frame{4, 0x28, 0xb5, 0x2f, 0xfd, 0x20, 6, 0x31, 0, 0, 2, 0, 1, 0, 4, 0};
+    EXPECT_EQ(refusal(frame, 2, 3), "");
+    Bytes longer = frame;
+    longer.push_back(0);
+    Bytes reserved = frame;
+    reserved[7] = 0x37;
+    const struct {
+        Bytes block;
+        unsigned width;
+        std::size_t count;
+        const char* found;
+    } cases[] = {
+        {{}, 1, 1, "its end too early"},
+        {{77}, 1, 1, "the codec 77, which is not known"},
+        {{6}, 1, 1, "the codec 6, which is not known"},
+        {{0, 1, 2, 3}, 3, 1, "a column of 1 values of 3 bytes"},
+        {{0}, 0, 1, "a column of 1 values of 0 bytes"},
+        {{0, 1, 2, 3}, 2, 2, "3 bytes where there should be 4"},
+        {{0, 1, 2, 3, 4, 5}, 2, 2, "5 bytes where there should be 4"},
+        {{1, 0, 0, 0}, 1, 257, "fewer runs than 257 values take"},
+        {{1, 9, 0, 0}, 1, 1, "a run of 9 bits in codes of 1 bytes"},
+        {{1, 0, 0x80, 0x04}, 1, 1, "a base that codes of 1 bytes can't hold"},
+        {{1, 1, 0}, 1, 1, "0 packed bytes where there should be 1"},
+        {{1, 1, 0, 1, 0}, 1, 1, "2 packed bytes where there should be 1"},
+        {frame, 2, 4, "a compressed block that does not hold 8 bytes"},
+        {frame, 2, 2, "a compressed block that does not hold 4 bytes"},
+        {longer, 2, 3, "a compressed block that does not end with its frame"},
+    };
+    for (const auto& one : cases)
+        EXPECT_EQ(refusal(one.block, one.width, one.count),
+                  "Found " + std::string(one.found) + ".");
+    EXPECT_EQ(refusal(reserved, 2, 3).find("Found "), 0u);
+}
+
+TEST(Codec, ComesInThreeLevels) {
+    std::mt19937_64 random(15);
+    const Column column = makeColumn(1, 20000, Rare, random);
+    const auto bytes = column.as<std::uint8_t>();
+    std::set<Bytes> different;
+    for (const auto& [level, own] :
+         {std::pair(1, 1), {33, 1}, {34, 2}, {66, 2}, {67, 3}, {100, 3}}) {
+        const Bytes block = encoded(column, {std::uint8_t(level), 2});
+        different.insert(block);
+        Bytes frame(ZSTD_compressBound(bytes.size()));
+        const std::unique_ptr<ZSTD_CCtx, std::size_t (*)(ZSTD_CCtx*)> context(ZSTD_createCCtx(),
+                                                                              ZSTD_freeCCtx);
+        ZSTD_CCtx_setParameter(context.get(), ZSTD_c_compressionLevel, own);
+        ZSTD_CCtx_setParameter(context.get(), ZSTD_c_checksumFlag, 1);
+        frame.resize(
+            ZSTD_compress2(context.get(), frame.data(), frame.size(), bytes.data(), bytes.size()));
+        EXPECT_TRUE(Bytes(block.begin() + 1, block.end()) == frame) << level;
+    }
+    EXPECT_EQ(different.size(), 3u);
 }
 
 TEST(Codec, DamageGivesAnErrorAndNeverACrash) {

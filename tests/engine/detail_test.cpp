@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <random>
@@ -17,6 +18,7 @@ namespace tarvo::engine {
 namespace {
 
 using namespace testing;
+using Values = std::vector<double>;
 
 class Details : public ::testing::Test {
 protected:
@@ -256,6 +258,108 @@ TEST_F(Details, OfEachMethodAreThatOfTheirPoints) {
     EXPECT_EQ(read["first"], 0);
     EXPECT_NE(read["between"], 3);
     EXPECT_EQ(select.next(1), 0u);
+}
+
+// Each method on values with an invalid one at an end, in the middle, most frequent, alone; on
+// floats whose sum is beyond all numbers, and on equal ones that a sum would not give back.
+TEST_F(Details, OfEachMethodLeaveInvalidValuesToTheMajority) {
+    struct Case {
+        const char* method;
+        std::vector<double> values;
+        double expected;
+    };
+    const double big = 1.7e308;
+    for (const double invalid : {-1.0, 5.0, 99.0})
+        for (const Case& c : {Case{"minimum", {invalid, 4, 3, invalid, invalid}, 3},
+                              {"maximum", {invalid, 3, 7, invalid, invalid}, 7},
+                              {"majority", {8, invalid, 8, invalid, invalid}, invalid},
+                              {"majority", {8, 2, 8, 2, invalid}, 2},
+                              {"average", {2, invalid, 3, 4, invalid}, 3},
+                              {"average", {2, 3, invalid, invalid, invalid}, 3},
+                              {"average", {invalid, invalid, invalid, invalid, invalid}, invalid},
+                              {"first", {invalid, 1, 1, 1, 1}, invalid},
+                              {"first", {2, invalid, 1, 1, 1}, 2},
+                              {"float average", {big, big, big, big, big}, big},
+                              {"float average", {big, 0, big, big, 0}, big / 5 + big / 5 + big / 5},
+                              {"float average", {0.9, invalid, 0.9, 0.9, invalid}, 0.9},
+                              {"float average", {0.1, 0.1, 0.1, 0.1, invalid}, 0.1},
+                              {"float maximum", {0.1, 0.5, -big, invalid, 0}, 0.5}}) {
+            SCOPED_TRACE(std::string(c.method) + " " + std::to_string(invalid));
+            const bool isFloat = std::string_view(c.method).starts_with("float ");
+            schema::AttributeRecord value =
+                isFloat ? record("v", -big, big, 0) : record("v", 0, 10);
+            value.invalidValue = isFloat && invalid == 5 ? -7.5 : invalid;
+            value.lodSettings = c.method + (isFloat ? 6 : 0);
+            Values values = c.values;
+            double expected = c.expected;
+            std::replace(values.begin(), values.end(), invalid, value.invalidValue);
+            if (expected == invalid)
+                expected = value.invalidValue;
+            session::CreateSettings created = settings(1, 4);
+            created.lodMode = 2;
+            created.chunkSizeLod = 1;
+            const std::string file = m_folder.file("b.qrbx");
+            m_session.reset();
+            std::filesystem::remove(file);
+            session::Session::create(file, created, "test", {value});
+            m_session = std::make_unique<session::Session>(file, session::OpenSettings(), "test");
+            m_session->begin("insert", "test", "", "");
+            const Values xyz(15, 1);
+            query::InsertQuery query(*m_session);
+            query.bind("xyz", QRB_DATA_TYPE_DOUBLE, xyz.data(), 24);
+            query.bind("v", QRB_DATA_TYPE_DOUBLE, values.data(), 8);
+            query.next(5);
+            query::commit(*m_session);
+            query::Scope scope;
+            scope.nodes.emplace().insert(1);
+            query::SelectQuery select(*m_session, scope, "");
+            double read = 0;
+            select.bind("v", QRB_DATA_TYPE_DOUBLE, &read, 8);
+            ASSERT_EQ(select.next(1), 1u);
+            EXPECT_EQ(read, expected);
+        }
+}
+
+// The grid divides the smallest cell of the index that holds all points, and is coarser only where
+// there would be more of them than a leaf holds.
+TEST_F(Details, OfCombineDivideTheCellThatHoldsThePoints) {
+    for (const auto& [capacity, expected] : {std::pair(8u, 8u), std::pair(7u, 2u)}) {
+        make(2, 2, capacity);
+        std::vector<Point> points;
+        for (const double x : {-900.0, 200.0})
+            for (const double y : {-900.0, -400.0})
+                for (const double z : {-900.0, -400.0})
+                    points.insert(points.end(), 2, {x, y, z, 1});
+        add(points);
+        EXPECT_EQ(readNode(1).size(), expected) << capacity;
+        m_session.reset();
+        std::filesystem::remove(m_folder.file("a.qrbx"));
+    }
+    make(2, 2, 10);
+    add(cloud(500, 700.5, 700.6));
+    EXPECT_GT(readNode(1).size(), 1u);
+}
+
+TEST_F(Details, OfPagesGoAndComeWithTheirSizeAlone) {
+    make(1, 10, 2);
+    add(cloud(3'000, -900, 900));
+    ASSERT_TRUE([&] {
+        bool paged = false;
+        forEachInner([&](const index::Node& node, auto) { paged = paged || node.childPage; });
+        return paged;
+    }());
+    std::vector<std::uint64_t> counts;
+    for (const std::uint32_t size : {10u, 90u, 0u, 10u}) {
+        m_session->begin("size", "test", "", "");
+        m_session->setLevelOfDetail(1, size);
+        query::commit(*m_session);
+        counts.push_back(ownPoints());
+        TreeCheck(*m_session, 3'000).run();
+    }
+    EXPECT_GT(counts[0], 0u);
+    EXPECT_GT(counts[1], counts[0]);
+    EXPECT_EQ(counts[2], 0u);
+    EXPECT_EQ(counts[3], counts[0]);
 }
 
 TEST_F(Details, AreMadeAnewWhenTheirModeAloneChanges) {

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <thread>
 
 using namespace tarvo::engine;
@@ -58,6 +59,19 @@ TEST(FilterText, TellsWhatWasExpectedAndWhere) {
         {"a & b", "Found \"&\" at position 3: write \"&&\"."},
         {"a | b", "Found \"|\" at position 3: write \"||\"."},
         {"a > 12x", "Expected an operator after the number 12 at position 7, found \"x\"."},
+        {"1e > a", "Expected an operator after the number 1 at position 2, found \"e\"."},
+        {"a > 2e+", "Expected an operator after the number 2 at position 6, found \"e\"."},
+        {"a \x01 b", "The character (not printable) at position 3 has no meaning in a filter."},
+        {"1 < a < 5",
+         "Found a second comparison at position 7: join comparisons with \"&&\", as in "
+         "\"1 < a && a < 5\"."},
+        {"a[1.5] > 1", "Expected the whole number of an element at position 3, found \"1.5\"."},
+        {"a[2] > 1", "The attribute \"a\" at position 1 has no element 2: it has 1 element."},
+        {"a[18446744073709551615] > 1",
+         "The attribute \"a\" at position 1 has no element 9223372036854775807: it has 1 "
+         "element."},
+        {"a > 1e-999", "The number 1e-999 at position 5 is too large or too small."},
+        {"yz[0] > 1", "There is no attribute \"yz\" (position 1)."},
         {"\xc3\xa4 > 1", "The character \"\xc3\xa4\" at position 1 has no meaning in a filter."},
         {"a:largest > 1",
          "Expected \"minimum\", \"maximum\", \"default\" or \"invalid\" at position 3, found "
@@ -75,8 +89,12 @@ TEST(FilterText, TellsWhatWasExpectedAndWhere) {
     };
     for (const auto& c : cases)
         EXPECT_EQ(failureOf(c.text).text, c.message);
-    EXPECT_NE(failureOf("1 < a < 5").text.find("\"&&\""), std::string::npos);
     EXPECT_EQ(failureOf("\xc3\xa4").details, "\xc3\xa4\n^");
+    // Cut between characters.
+    std::string umlauts;
+    for (int i = 0; i < 100; ++i)
+        umlauts += "\xc3\xa4";
+    EXPECT_EQ(failureOf("$" + umlauts).details, "$" + umlauts.substr(0, 60) + "...\n^");
     EXPECT_EQ(failureOf("a >\t=1").details, "a > =1\n    ^");
     const Result far = failureOf(std::string(3000, ' ') + "a ? 1" + std::string(3000, ' '));
     EXPECT_NE(far.text.find("position 3003"), std::string::npos);
@@ -104,7 +122,12 @@ TEST(FilterText, BoundsDepthAndLength) {
     const auto nested = [](int depth) {
         return std::string(depth, '(') + "a" + std::string(depth, ')') + " == 1";
     };
-    EXPECT_EQ(failureOf(nested(150)).text, "");
+    EXPECT_EQ(failureOf(nested(200)).text, "");
+    EXPECT_EQ(failureOf(nested(201)).text,
+              "The expression is nested too deeply at position 201: at most 200 levels are "
+              "possible.");
+    EXPECT_EQ(failureOf(std::string(199, '!') + "a").text, "");
+    EXPECT_NE(failureOf(std::string(200, '!') + "a").text.find("too deeply"), std::string::npos);
     EXPECT_NE(failureOf(nested(30000)).text.find("nested too deeply"), std::string::npos);
     EXPECT_NE(failureOf(std::string(30000, '!') + "a").text.find("too deeply"), std::string::npos);
     EXPECT_NE(failureOf(std::string(30000, '-') + "a").text.find("too deeply"), std::string::npos);
@@ -114,8 +137,16 @@ TEST(FilterText, BoundsDepthAndLength) {
         list += " || a==" + std::to_string(i);
     }
     EXPECT_NE(failureOf(sum).text.find("too deeply"), std::string::npos);
+    EXPECT_EQ(failureOf(sum.substr(0, 2 * 199 + 1)).text, "");
+    EXPECT_NE(failureOf(sum.substr(0, 2 * 200 + 1)).text.find("too deeply"), std::string::npos);
     EXPECT_EQ(failureOf(list).text, "");
-    EXPECT_NE(failureOf(std::string(70000, ' ')).text.find("too long"), std::string::npos);
+    std::string groups = "(a == 1)";
+    for (int i = 0; i < 300; ++i)
+        groups += " || !(a == " + std::to_string(i) + ")";
+    EXPECT_EQ(failureOf(groups).text, "");
+    EXPECT_EQ(failureOf(std::string(65536, ' ')).text, "");
+    EXPECT_EQ(failureOf(std::string(65537, ' ')).text,
+              "The filter is too long: it has 65537 bytes, at most 65536 are possible.");
 
     // The deepest tree that is let in evaluates on a small thread.
     std::string deep = "a";
@@ -131,7 +162,10 @@ TEST(FilterText, BoundsDepthAndLength) {
 
 TEST(FilterText, BlankOrAlwaysTrueTextsSelectAll) {
     const AttributeTable table = makeTable();
-    for (const char* text : {"", "  \t ", "1", "a >= 0", "2 > 1 && -1", "h >= 1 || g == 7"}) {
+    for (const char* text :
+         {"", "  \t\r\n ", "1", "a >= 0", "2 > 1 && -1", "h >= 1 || g == 7", "a * 0 == 0",
+          "9007199254740993 != 9007199254740992", "a\n>=\r\n0", "9223372036854775807 * 2 % 10 == 4",
+          "20000000000000000000 > 1.9e19", "f:maximum + 1 > f:maximum", "1 % 0 != 1 % 0"}) {
         const BoundFilter filter(Expression::parse(text), table);
         EXPECT_TRUE(filter.empty()) << text;
         EXPECT_TRUE(filter.elements().empty()) << text;
@@ -156,6 +190,12 @@ TEST(FilterMeaning, FollowsTheOperators) {
     EXPECT_FALSE(passes("a % (a - 3) == 0", "a", 3));
     EXPECT_TRUE(passes("a % (a - 3) != 0", "a", 3));
     EXPECT_TRUE(passes("1 / (a - 3) > 1e300", "a", 3));
+    EXPECT_TRUE(passes("+a - -a == 6 && !!a == 1 && - - a == +3", "a", 3));
+    EXPECT_TRUE(passes("a == 3. && 1.5e+2 == 150 && 1E2 == 100 && 5.e-1 == .5", "a", 3));
+    EXPECT_TRUE(passes(
+        "8 - 4 / 2 * 3 == 2 && 7 % 4 * 2 == 6 && -7 % 4 == -3 && 7.5 % 2 == 1.5 && a", "a", 3));
+    EXPECT_TRUE(passes("1 || 0 && 0 && a", "a", 0));
+    EXPECT_FALSE(passes("!a == 3", "a", 3));
     EXPECT_TRUE(passes("a", "a", 3));
     EXPECT_FALSE(passes("a", "a", 0));
     EXPECT_TRUE(passes(".5e1 < a+1e-3", "a", 5));
@@ -185,6 +225,63 @@ TEST(FilterMeaning, ComparesWithWhatDefinitionsSay) {
     EXPECT_FALSE(passes("e >= -1e6", "e", noInvalid));
     EXPECT_TRUE(passes("c == 0.07", "c", 0.07));
     EXPECT_TRUE(passes("tarvo.xyz[1] <= 0.003", "tarvo.xyz", 0.003));
+    EXPECT_FALSE(passes("a < 1 % 0", "a", 3));
+    EXPECT_FALSE(passes("a >= 1 % 0", "a", 3));
+    EXPECT_TRUE(passes("a != 1 % 0", "a", 3));
+}
+
+// A definition may say what no point can be.
+TEST(FilterMeaning, DefaultsBetweenTheStepsStayWhatTheyAre) {
+    AttributeTable table = makeTable();
+    AttributeRecord record = table[0].record;
+    for (const double value : {0.4, 0.0, 254.75}) {
+        record.defaultValue = value;
+        table.all()[0] = schema::Attribute(record, 0);
+        const std::string text = "a:default == " + std::to_string(value);
+        EXPECT_TRUE(BoundFilter(Expression::parse(text), table).empty()) << text;
+    }
+}
+
+TEST(FilterMeaning, InvalidValuesTakePartAsWhatTheyAre) {
+    const struct {
+        const char* text;
+        const char* name;
+        double passing, other;
+    } cases[] = {
+        {"b == -2000", "b", -2000, -1000},
+        {"b >= -1000", "b", -1000, -2000},
+        {"!(b > 5)", "b", -2000, 6},
+        {"!(b != -2000)", "b", -2000, 0},
+        {"b < 1000 || b == 1000", "b", -2000, noInvalid},
+        {"b + 2000 == 0", "b", -2000, -1000},
+        {"d * 2 == -2", "d", -1, 0.1},
+        {"k + 0 == 0.5", "k", 0.5, 0},
+        {"k % 1 != 0", "k", 0.5, 100},
+        {"w > 1e29", "w", 1e30, 100},
+        {"w + 1 > 1e29", "w", 1e30, 100},
+        {"w == w:invalid", "w", 1e30, 100},
+        {"w * 0.5 <= 50", "w", 100, 1e30},
+        {"v", "v", 1, 0},
+        {"!v", "v", 0, 10},
+        {"y", "y", 1, noInvalid},
+        {"!y", "y", noInvalid, 10},
+        {"y * 1", "y", 1, noInvalid},
+        {"y + 1 != y + 1", "y", noInvalid, 2},
+        {"-m > 0", "m", -9223372036854775808.0, 0},
+        {"!(a < 255)", "a", 255, 254},
+        {"!(a > 0)", "a", 0, 1},
+        {"a != 3 && a < 5", "a", 4, 3},
+        {"a < 5 && a != 3", "a", 4, 3},
+        {"1 < g * 3", "g", 1.8e19, 0},
+        {"g * g * 4 > 1e30", "g", 1.8e19, 1e6},
+        {"(g * 7 + 3) % 10 == 3", "g", 20, 21},
+    };
+    for (const auto& one : cases) {
+        EXPECT_TRUE(passes(one.text, one.name, one.passing)) << one.text;
+        if (!std::isnan(one.other) || one.name == std::string("y")) {
+            EXPECT_FALSE(passes(one.text, one.name, one.other)) << one.text;
+        }
+    }
 }
 
 TEST(FilterMeaning, LargeIntegersStayExact) {
@@ -201,6 +298,28 @@ TEST(FilterMeaning, LargeIntegersStayExact) {
     EXPECT_EQ(count("f + 1 > 9007199254740993"), 2u);
     EXPECT_EQ(count("g % 2 == 1"), 1u);
     EXPECT_EQ(count("g * 3 == 27021597764222979"), 1u);
+    EXPECT_EQ(count("m % -1 == 0"), 3u);
+    // The smallest number by -1, of which both are values of points.
+    Column least(8, 3), minus(1, 3);
+    minus.set(0, 4);
+    const BoundFilter remainder(Expression::parse("m % n == 0"), table);
+    EXPECT_EQ(selectFrom(remainder, 3,
+                         [&](const ElementRef& element) -> const Column& {
+                             return table[element.attribute].record.name == "m" ? least : minus;
+                         }),
+              (Selection{0}));
+    // Of whole numbers, though 0 could be among the divisors.
+    Column many(8, 3), twos(8, 3);
+    for (const std::size_t i : {0u, 1u, 2u}) {
+        many.set(i, 9007199254740992u + i);
+        twos.set(i, i == 2 ? 0 : 2);
+    }
+    const BoundFilter parity(Expression::parse("f % g == 1"), table);
+    EXPECT_EQ(selectFrom(parity, 3,
+                         [&](const ElementRef& element) -> const Column& {
+                             return table[element.attribute].record.name == "f" ? many : twos;
+                         }),
+              (Selection{1}));
     EXPECT_EQ(count("g - 9007199254740992 < 2"), 2u);
     EXPECT_EQ(count("f % 2"), 1u);
     EXPECT_EQ(count("18446744073709551615 - g >= 18437736874454810623"), 1u);
@@ -219,6 +338,36 @@ TEST(FilterMeaning, ReadsNoColumnThatTheOthersMakeNeedless) {
         },
         selection);
     EXPECT_TRUE(selection.empty());
+}
+
+TEST(FilterMeaning, EachElementIsAskedForOnceAndMustHaveAllPoints) {
+    const AttributeTable table = makeTable();
+    const BoundFilter filter(
+        Expression::parse("c > 1 && a * a > a && tarvo.xyz[2] < a && tarvo.xyz[0] < 1 && c < 9"),
+        table);
+    EXPECT_EQ(filter.elements(), (std::vector<ElementRef>{{2, 0}, {10, 0}, {10, 2}, {0, 0}}));
+    for (const std::size_t size : {9u, 10u}) {
+        const Column narrow(1, size), wide(4, size);
+        const auto select = [&] {
+            (void)selectFrom(filter, 10, [&](const ElementRef& element) -> const Column& {
+                return element.attribute == 0 ? narrow : wide;
+            });
+        };
+        if (size < 10) {
+            EXPECT_THROW(select(), Failure);
+        } else {
+            EXPECT_NO_THROW(select());
+        }
+    }
+    // Points of the batch before are no points of this one.
+    const BoundFilter equal(Expression::parse("a == 7"), table);
+    Column sevens(1, 3), others(1, 3);
+    sevens.set(1, 7);
+    for (const Column* column : {&sevens, &others, &sevens}) {
+        const Selection selection =
+            selectFrom(equal, 3, [&](const ElementRef&) -> const Column& { return *column; });
+        EXPECT_EQ(selection, column == &sevens ? Selection{1} : Selection{});
+    }
 }
 
 TEST(FilterMeaning, MergedRangesOfOneElementDecideTogether) {
@@ -250,7 +399,8 @@ TEST(FilterMeaning, ListsOfPointsWithinListsAreThoseOfTheBlock) {
         b.set(i, grid.code(static_cast<Wide>(i % 700)));
     }
     const BoundFilter filter(
-        Expression::parse("a == 7 && (b == 7 && b % 2 == 1 && b % 7 == 0 || b * 2 == 1114)"),
+        Expression::parse("a == 7 && (b == 7 && b % 2 == 1 && b % 7 == 0 || "
+                          "b == 357 && b % 2 == 0 && b % 7 == 0 || b * 2 == 1114)"),
         table);
     const Selection selection = selectFrom(
         filter, count,

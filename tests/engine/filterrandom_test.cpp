@@ -52,7 +52,7 @@ struct Data {
     Value at(std::size_t column, std::size_t point) const {
         const Grid& own = grid(column);
         const std::uint64_t code = columns[column][point];
-        if (own.kind() == Grid::Kind::Integer && name(column) != "k")
+        if (own.kind() == Grid::Kind::Integer && name(column) != "k" && name(column) != "w")
             return ofWhole(own.integerValue(code));
         return ofReal(own.value(code));
     }
@@ -274,7 +274,9 @@ void fillColumns(Data& data, std::size_t count, std::mt19937_64& random) {
             if (grid.kind() == Grid::Kind::Float && random() % 2)
                 for (std::size_t i = 0; i < count; ++i)
                     if (!grid.isInvalid(column[i]))
-                        column.set(i, grid.code(static_cast<double>(random() % 41) / 4 - 5));
+                        column.set(i,
+                                   grid.code(std::max(static_cast<double>(random() % 41) / 4 - 5,
+                                                      data.table[attribute].record.minimumValue)));
             data.elements.push_back({attribute, e});
             data.columns.push_back(std::move(column));
         }

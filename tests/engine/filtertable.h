@@ -48,6 +48,11 @@ inline AttributeTable makeTable() {
     addAttribute(table, "z", 0, -10, 10, 0);
     addAttribute(table, "tarvo.xyz", 0.001, -1, 1, noInvalid, 3);
     addAttribute(table, "u", 1, 0, 1.8e19, -1);
+    addAttribute(table, "v", 1, 1, 10, 0);
+    addAttribute(table, "w", 1, 0, 100, 1e30);
+    addAttribute(table, "y", 0, 1, 10);
+    addAttribute(table, "m", 1, -9223372036854775808.0, 9223372036854774784.0);
+    addAttribute(table, "n", 1, -5, -1);
     return table;
 }
 

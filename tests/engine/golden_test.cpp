@@ -115,6 +115,9 @@ TEST_P(FirstRelease, ReadsTheSameAndIsRewrittenOnlyByACommit) {
     session.setMetaData("new", "1");
     query::commit(session);
     EXPECT_EQ(formatOf(m_file), 2);
+    // Nothing is left of what the first format had in other places.
+    EXPECT_EQ(ask(m_file, "SELECT count(*) FROM info WHERE name IN ('identity', 'history')"), 2);
+    EXPECT_EQ(ask(m_file, "SELECT count(*) FROM info"), 2);
     expectValues(session);
     EXPECT_EQ(beside.metaData("new"), "1");
     expectValues(beside);
@@ -148,16 +151,32 @@ TEST_P(FirstRelease, IsWrittenByOneOfBothReleasesAtATime) {
     session::Session session(m_file, {}, "test");
     const int older = ::open(lock.c_str(), O_RDWR | O_CREAT, 0644);
     ASSERT_EQ(::flock(older, LOCK_EX | LOCK_NB), 0);
+    ASSERT_EQ(::write(older, "123456789", 9), 9);
     try {
         session.begin("beside", "test", "", "");
         FAIL() << "two writers";
     } catch (const Failure& failure) {
         EXPECT_EQ(failure.code(), ErrorCode::Busy);
+        EXPECT_EQ(failure.details(), "Lock: " + lock + ", process 123456789");
     }
     EXPECT_THROW(session.vacuum(), Failure);
-    ::unlink(lock.c_str());
     ::close(older);
+    // A link in its place leads nowhere.
+    const std::string other = m_folder.file("other");
+    std::ofstream(other) << "kept";
+    std::filesystem::rename(lock, lock + "-left");
+    std::filesystem::create_symlink(other, lock);
+    try {
+        session.begin("through a link", "test", "", "");
+        FAIL() << "a link was followed";
+    } catch (const Failure& failure) {
+        EXPECT_EQ(failure.code(), ErrorCode::File);
+    }
+    EXPECT_EQ(textOf(other), "kept");
+    // That of a writer that was killed is taken over.
+    std::filesystem::rename(lock + "-left", lock);
     session.begin("alone", "test", "", "");
+    EXPECT_EQ(textOf(lock), std::to_string(::getpid()));
     const int waiting = ::open(lock.c_str(), O_RDWR);
     EXPECT_NE(::flock(waiting, LOCK_EX | LOCK_NB), 0);
     ::close(waiting);

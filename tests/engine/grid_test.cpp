@@ -125,6 +125,8 @@ TEST(Grid, IntegersAreExactInSixtyFourBits) {
     EXPECT_EQ(all.code(Grid::Wide(INT64_MIN) + 1), 1u);
     EXPECT_EQ(failureOf([&] { all.code(Grid::Wide(INT64_MIN) - 1); }), ErrorCode::Range);
     EXPECT_EQ(failureOf([] { makeGrid(1, -1, 18446744073709551616.0); }), ErrorCode::Argument);
+    EXPECT_EQ(all.kind(), Grid::Kind::Integer);
+    EXPECT_EQ(makeGrid(1, 0.5, 7.5).kind(), Grid::Kind::Scaled);
 }
 
 TEST(Grid, InvalidValueTakesTheCodeBehindTheOthersOnlyOffTheGrid) {
@@ -143,11 +145,23 @@ TEST(Grid, InvalidValueTakesTheCodeBehindTheOthersOnlyOffTheGrid) {
 
     EXPECT_EQ(makeGrid(0.1, 0, 10, 0.05).invalidCode(), 101u);
     EXPECT_EQ(makeGrid(1, 0, 100, 0.5).value(101), 0.5);
+    EXPECT_EQ(makeGrid(1, 0, 100, 0.5).integerValue(101), Grid::Wide(101));
+    // Only just beside the step: what the grid makes of it.
+    EXPECT_EQ(makeGrid(0.1, -10, 10, 0.30000000000000004).value(103), 0.3);
+    EXPECT_EQ(makeGrid(0.1, -10, 10, 0.30000000000000004).code(0.3), 103u);
+    EXPECT_EQ(off.code(Grid::Wide(-1)), 256u);
+    EXPECT_EQ(failureOf([&] { off.code(Grid::Wide(256)); }), ErrorCode::Range);
+    EXPECT_EQ(off.code(255.5), 255u);
+    EXPECT_EQ(makeGrid(0.1, 0, 10, -1).code(10.05), 100u);
+    EXPECT_EQ(makeGrid(0.1, 0, 10, 11).code(11.0), 101u);
 
     std::string text;
     EXPECT_EQ(failureOf([] { makeGrid(1, 0, 18446744073709551616.0, -1); }, &text),
               ErrorCode::Argument);
-    EXPECT_NE(text.find("tarvo.probe"), std::string::npos);
+    EXPECT_EQ(text,
+              "The attribute \"tarvo.probe\" has no code left for its invalid value -1. Its range "
+              "is 0 to 18446744073709551616 with a resolution of 1. Choose an invalid value within "
+              "the range, or narrow the range.");
 }
 
 TEST(Grid, ValuesBesideTheRangeRoundOntoItAndOthersAreRefused) {
@@ -157,9 +171,24 @@ TEST(Grid, ValuesBesideTheRangeRoundOntoItAndOthersAreRefused) {
     EXPECT_EQ(grid.code(1.09), 10u);
     std::string text;
     EXPECT_EQ(failureOf([&] { grid.code(1.2); }, &text), ErrorCode::Range);
-    EXPECT_NE(text.find("1.2"), std::string::npos);
-    EXPECT_NE(text.find("0 to 1.05"), std::string::npos);
-    EXPECT_EQ(failureOf([&] { grid.code(noInvalid); }), ErrorCode::Range);
+    const std::string out = "The value 1.2 is out of the range of the attribute \"tarvo.probe\". ";
+    EXPECT_EQ(text, out + "The range is 0 to 1.05.");
+    EXPECT_EQ(failureOf([&] { makeGrid(0.1, 0, 1.05, -7).code(1.2); }, &text), ErrorCode::Range);
+    EXPECT_EQ(text, out + "The range is 0 to 1.05, the invalid value is -7.");
+    EXPECT_EQ(failureOf([&] { makeGrid(1, -5, 0, 300).code(1.2); }, &text), ErrorCode::Range);
+    EXPECT_EQ(text, out + "The range is -5 to 0, the invalid value is 300.");
+    EXPECT_EQ(failureOf([&] { makeGrid(0, 0, 1).code(1.2); }, &text), ErrorCode::Range);
+    EXPECT_EQ(text, out + "The range is 0 to 1.");
+    const std::string number = "The attribute \"tarvo.probe\" can't hold NaN (not a number). ";
+    EXPECT_EQ(failureOf([&] { grid.code(noInvalid); }, &text), ErrorCode::Range);
+    EXPECT_EQ(text, number + "Its definition has no invalid value.");
+    EXPECT_EQ(failureOf([&] { makeGrid(1, 0, 9, -1).code(noInvalid); }, &text), ErrorCode::Range);
+    EXPECT_EQ(text, number + "Its invalid value is -1.");
+    // Half a step, as far as doubles tell.
+    EXPECT_EQ(makeGrid(0.1, 0, 2.3).code(2.35), 23u);
+    EXPECT_EQ(makeGrid(0.02, 0, 0.06).code(0.07), 3u);
+    EXPECT_EQ(makeGrid(0.1, 0.7, 1).code(0.65), 0u);
+    EXPECT_EQ(makeGrid(0.001, 0, 1).code(1.0005), 1000u);
     EXPECT_EQ(failureOf([&] { grid.code(-INFINITY); }), ErrorCode::Range);
     EXPECT_EQ(makeGrid(1, 0, 255).code(255.5), 255u);
     EXPECT_EQ(failureOf([] { makeGrid(1, 0, 255).code(256.0); }), ErrorCode::Range);
@@ -172,9 +201,83 @@ TEST(Grid, RefusesRangesThatCannotBeStored) {
                             {1, 1, 0},
                             {1, noInvalid, 1},
                             {0.01, 0, INFINITY},
-                            {0.01, -1.7e308, 1.7e308}})
+                            {0.01, -1.7e308, 1.7e308},
+                            {0.5, 0, 4503599627370496.0}})
         EXPECT_EQ(failureOf([&] { makeGrid(bad[0], bad[1], bad[2]); }), ErrorCode::Argument)
             << bad[0];
+    EXPECT_EQ(makeGrid(0.5, 0, 4503599627370495.0).maximumCode(), (1ull << 53) - 2);
+    const auto refusal = [](double resolution, double minimum, double maximum) {
+        std::string text;
+        (void)failureOf([&] { makeGrid(resolution, minimum, maximum); }, &text);
+        return text;
+    };
+    const std::string name = "The attribute \"tarvo.probe\" ";
+    const std::string hint =
+        " Give the distance of two neighbouring values, or 0 for floating-point numbers.";
+    EXPECT_EQ(refusal(1, 0, INFINITY), name +
+                                           "has a limit that is not a finite number. Its range is "
+                                           "0 to inf with a resolution of 1.");
+    EXPECT_EQ(
+        refusal(0.5, 1, 0),
+        name + "has a minimum above its maximum. Its range is 1 to 0 with a resolution of 0.5.");
+    EXPECT_EQ(refusal(-1, 0, 1),
+              name + "has a resolution of -1, which is neither positive nor 0." + hint);
+    EXPECT_EQ(refusal(INFINITY, 0, 1),
+              name + "has a resolution of inf, which is neither positive nor 0." + hint);
+    EXPECT_EQ(refusal(1, -1, 18446744073709551616.0),
+              name +
+                  "has a range that doesn't fit into 64 bits. Its range is -1 to "
+                  "18446744073709551616 with a resolution of 1.");
+    EXPECT_EQ(refusal(1e-10, 0, 1e10),
+              name +
+                  "has a range of more than 2^53 steps. Its range is 0 to 1e+10 with a "
+                  "resolution of 1e-10. Narrow the range, or make the resolution coarser or 0.");
+    EXPECT_EQ(makeGrid(1, 5, 5).maximumCode(), 0u);
+    EXPECT_EQ(makeGrid(0.1, 5, 5).code(5.05), 0u);
+}
+
+// Columns of values are what one value after the other is.
+TEST(Grid, ValuesAreThoseOfTheirCodes) {
+    std::mt19937_64 random(11);
+    struct {
+        double resolution, minimum, maximum, invalid;
+    } const grids[] = {{1, -128, 127, -1000},
+                       {1, -128, 127, 5},
+                       {0.01, -1e7, 1e7, -2e7},
+                       {0.01, -1e7, 1e7, 0.07},
+                       {0.3, 1, 1e6, 0},
+                       {0.5, 0.25, 1000, 1001},
+                       {0.33333333, -1e5, 1e5, 2e5},
+                       {0.3333333333, -1e9, 1e9, 2e9},
+                       {0, -1e9, 1e9, noInvalid},
+                       {0, -1e9, -0.0, 7},
+                       {1, 0, 9e15, -1}};
+    for (const auto& g : grids) {
+        SCOPED_TRACE(g.resolution);
+        const Grid grid = makeGrid(g.resolution, g.minimum, g.maximum, g.invalid);
+        const std::uint64_t first = grid.firstAtLeast(-INFINITY).code;
+        std::vector<std::uint64_t> codes{first, grid.maximumCode(), grid.invalidCode()};
+        for (int i = 0; i < 100; ++i)
+            codes.push_back(first + random() % (grid.maximumCode() - first + 1));
+        std::vector<double> values(codes.size());
+        grid.values(codes, values.data());
+        for (std::size_t i = 0; i < codes.size(); ++i) {
+            if (std::isnan(g.invalid) && codes[i] == grid.invalidCode()) {
+                EXPECT_TRUE(std::isnan(values[i]) && std::isnan(grid.value(codes[i])));
+                continue;
+            }
+            EXPECT_EQ(values[i], grid.value(codes[i]));
+            EXPECT_EQ(grid.code(values[i]), codes[i]);
+            if (!grid.isInvalid(codes[i]) && g.resolution > 0) {
+                // No step drifts away.
+                EXPECT_NEAR(values[i], g.minimum + static_cast<double>(codes[i]) * g.resolution,
+                            g.resolution * 1e-3);
+            }
+        }
+        EXPECT_EQ(grid.value(grid.maximumCode()) <= g.maximum + g.resolution / 2, true);
+        const std::uint64_t most = std::max(grid.maximumCode(), grid.invalidCode());
+        EXPECT_LE(most, grid.width() == 8 ? ~0ull : (1ull << (8 * grid.width())) - 1);
+    }
 }
 
 TEST(Grid, FloatsKeepTheirOrderAndNaNLiesBehindThem) {

@@ -132,6 +132,113 @@ TEST(Histograms, CountInvalidValuesApart) {
     }
 }
 
+TEST(Histograms, TakeTheirNamesFromLinesThatCanBeRead) {
+    schema::AttributeRecord attribute = record("n", 0, 1000);
+    attribute.invalidValue = 999;
+    attribute.namedValues =
+        "0=none\r\n0=twice\n1x=one\n=two\n2\n 3 =\tthree \t\r\n4=a=b\r\n"
+        "2000=far\n999=lost\r\n100=end";
+    std::vector<double> values{0, 1, 2, 3, 4, 999};
+    const Histogram few = histogramOf(attribute, values);
+    std::vector<std::string> names;
+    for (const Bin& bin : few.bins)
+        names.push_back(bin.from + ":" + bin.name);
+    EXPECT_EQ(names, (std::vector<std::string>{"0:none", "1:", "2:", "3:three", "4:a=b"}));
+    EXPECT_EQ(few.invalidName, "lost");
+    // A bin of several values has none, a last one of a single value has its own.
+    values = staircase(101, 0, 1);
+    const Histogram ranges = histogramOf(attribute, values);
+    expectCounted(ranges, values, false);
+    EXPECT_EQ(ranges.bins.front().name, "");
+    EXPECT_EQ(ranges.bins.back().from, "100");
+    EXPECT_EQ(ranges.bins.back().name, "end");
+}
+
+TEST(Histograms, HaveABinPerStepUpTo64) {
+    for (const auto& [different, bins] : {std::pair(63, 63u), {64, 64u}, {65, 33u}, {128, 64u}}) {
+        const std::vector<double> values = staircase(different, 5, 1);
+        const Histogram histogram = histogramOf(record("n", 0, 1000), values);
+        EXPECT_EQ(histogram.bins.size(), bins) << different;
+        expectCounted(histogram, values, false);
+    }
+}
+
+// Beyond what differences and quotients of numbers can be.
+TEST(Histograms, HoldFloatsOfAnyRange) {
+    const double most = 1.7e308;
+    std::vector<double> values;
+    for (int i = -20; i <= 20; ++i)
+        values.push_back(most / 20 * i);
+    Histogram histogram = histogramOf(record("n", -most, most, 0), values);
+    ASSERT_EQ(histogram.bins.size(), 64u);
+    std::uint64_t sum = 0;
+    for (const Bin& bin : histogram.bins) {
+        EXPECT_LE(bin.count, 1u);
+        sum += bin.count;
+    }
+    EXPECT_EQ(sum, 41u);
+    EXPECT_EQ(histogram.bins.front().from, "-1.7e+308");
+    EXPECT_EQ(histogram.bins.back().to, "1.7e+308");
+    values.clear();
+    for (int i = 0; i < 20; ++i)
+        values.push_back(5e-324 * i);
+    histogram = histogramOf(record("n", 0, 1, 0), values);
+    ASSERT_EQ(histogram.bins.size(), 1u);
+    EXPECT_EQ(histogram.bins[0].count, 20u);
+    EXPECT_EQ(histogram.bins[0].to, "9.4e-323");
+}
+
+TEST(Histograms, AreThoseOfEveryElement) {
+    TemporaryFolder folder;
+    const std::string file = folder.file("a.qrbx");
+    session::Session::create(file, settings(1, 50), "test", {record("many", 0, 255, 1, 150)});
+    session::Session session(file, {}, "test");
+    session.begin("t", "test", "", "");
+    std::vector<std::uint8_t> values(150);
+    for (std::size_t i = 0; i < values.size(); ++i)
+        values[i] = static_cast<std::uint8_t>(i + 1);
+    const double xyz[] = {1, 2, 3};
+    query::InsertQuery query(session);
+    query.bind("xyz", QRB_DATA_TYPE_DOUBLE, xyz, 24);
+    query.bind("many", QRB_DATA_TYPE_UINT8, values.data(), 150);
+    query.next(1);
+    session.commit();
+    const report::Facts facts = report::gatherFacts(session);
+    std::vector<std::string> found;
+    std::vector<std::string> expected;
+    for (const Histogram& histogram : report::makeHistograms(session, facts, 1)) {
+        ASSERT_EQ(histogram.bins.size(), 1u);
+        found.push_back(std::to_string(histogram.column.attribute) + " " +
+                        std::to_string(histogram.column.element) + " " + histogram.bins[0].from);
+    }
+    for (const char* first : {"0 0 1", "0 1 2", "0 2 3", "1 0 1"})
+        expected.push_back(first);
+    for (int i = 0; i < 150; ++i)
+        expected.push_back("2 " + std::to_string(i) + " " + std::to_string(i + 1));
+    EXPECT_EQ(found, expected);
+}
+
+TEST(Histograms, ReadAShareOfTheLeavesThatKeepsToTheLimit) {
+    struct Case {
+        std::uint64_t points, limit, step;
+    };
+    for (const Case& c : {Case{0, 0, 1},
+                          {1, 0, 1},
+                          {100, 0, 100},
+                          {99, 100, 1},
+                          {100, 100, 1},
+                          {101, 100, 2},
+                          {200, 100, 2},
+                          {201, 100, 3},
+                          {5, 1, 5}}) {
+        report::Facts facts;
+        auto state = std::make_shared<session::State>();
+        state->pointCount = c.points;
+        facts.state = state;
+        EXPECT_EQ(report::sampleStep(facts, c.limit), c.step) << c.points << " " << c.limit;
+    }
+}
+
 TEST(Histograms, ShowABarForWhatOccursAtAll) {
     Histogram histogram;
     for (const std::uint64_t count : {std::uint64_t(1'000'000), std::uint64_t(1), std::uint64_t(0)})

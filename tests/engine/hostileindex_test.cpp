@@ -3,6 +3,7 @@
 #include "tests/engine/hostile.h"
 
 #include "engine/index/shape.h"
+#include "engine/query/commit.h"
 #include "engine/query/remove.h"
 #include "engine/query/stat.h"
 #include "engine/query/update.h"
@@ -83,6 +84,12 @@ protected:
             query.next(static_cast<std::uint32_t>(ids.size()));
         });
     }
+    Outcome detailing() {
+        return changing([](session::Session& session) {
+            session.setLevelOfDetail(1, 30);
+            query::commit(session);
+        });
+    }
     Outcome reading() {
         session::Session session(file, {}, "test");
         return outcomeOf([&] { (void)readAll(session); });
@@ -156,9 +163,22 @@ TEST_F(HostileIndex, NodesThatAreNoCellsAreNamedAndNeitherFollowedNorChanged) {
         commitIndex(file,
                     [&](session::Session&, session::State&, Node& root) { one.change(root); });
         expectFault(Fault::Kind::Index);
+        EXPECT_TRUE(isDamage(updating()));
+        // The same in a page of its own.
+        renew();
+        commitIndex(file, [&](session::Session& session, session::State&, Node& root) {
+            Node* const node = &inner(root);
+            one.change(root);
+            if (root.children.empty())
+                return;
+            node->childPage = session.container().add(index::encodePage(node->children));
+            node->children.clear();
+        });
+        expectFault(Fault::Kind::Index);
         EXPECT_TRUE(isDamage(inserting()));
         EXPECT_TRUE(isDamage(removing()));
         EXPECT_TRUE(isDamage(updating()));
+        EXPECT_TRUE(isDamage(detailing()));
     }
 }
 
@@ -237,20 +257,26 @@ TEST_F(HostileIndex, APageAtManyPlacesIsNoTreeAndEndsEveryWalk) {
         session::Session session(file, {}, "test");
         EXPECT_TRUE(isDamage(outcomeOf([&] { (void)report::inspect(session, 1); })));
         EXPECT_TRUE(isDamage(outcomeOf([&] { (void)query::readIndex(session, ""); })));
+        EXPECT_EQ(report::inspect(session, 5).find("{\"fault_count\":0"), std::string::npos);
     }
 }
 
 TEST_F(HostileIndex, APageThatHoldsLessThanItsNodeTellsIsNotCleanedUp) {
-    commitIndex(file, [](session::Session& session, session::State&, Node& root) {
-        Node& node = inner(root);
-        node.children.pop_back();
-        node.childPage = session.container().add(index::encodePage(node.children));
-        node.children.clear();
-    });
-    session::Session session(file, {}, "test");
-    const std::uint64_t blobs = session.container().blobCount();
-    EXPECT_TRUE(isDamage(outcomeOf([&] { session.vacuum(); })));
-    EXPECT_EQ(session.container().blobCount(), blobs);
+    for (const bool ownPage : {true, false}) {
+        renew();
+        commitIndex(file, [&](session::Session& session, session::State&, Node& root) {
+            Node& node = inner(root);
+            node.children.pop_back();
+            if (!ownPage)
+                return;
+            node.childPage = session.container().add(index::encodePage(node.children));
+            node.children.clear();
+        });
+        session::Session session(file, {}, "test");
+        const std::uint64_t blobs = session.container().blobCount();
+        EXPECT_TRUE(isDamage(outcomeOf([&] { session.vacuum(); })));
+        EXPECT_EQ(session.container().blobCount(), blobs);
+    }
 }
 
 TEST_F(HostileIndex, ABlockOfTwoLeavesOfDifferentSizesIsReadForNone) {
@@ -288,6 +314,14 @@ TEST_F(HostileIndex, TwoAttributesOfOneNumberAreDamage) {
         state.attributesBlob = {};
     });
     EXPECT_TRUE(isDamage(outcomeOf([&] { session::Session(file, {}, "test"); })));
+}
+
+TEST_F(HostileIndex, PointsThatAreNotInTheLeavesAreInNoReport) {
+    commitIndex(file, [](session::Session&, session::State& state, Node&) { ++state.pointCount; });
+    session::Session session(file, {}, "test");
+    for (const std::uint8_t format : {1, 2, 3, 4})
+        EXPECT_TRUE(isDamage(outcomeOf([&] { (void)report::inspect(session, format); })));
+    EXPECT_EQ(report::inspect(session, 5).rfind("{\"fault_count\":1,", 0), 0u);
 }
 
 TEST_F(HostileIndex, APageThatTwoNodesHaveIsNamed) {

@@ -22,7 +22,8 @@ TEST(IdSet, HoldsWhatASimpleSetHolds) {
     std::set<std::uint64_t> right;
     // Dense around the end of a chunk, sparse over all numbers.
     const auto any = [&] {
-        return random() % 4 ? (std::uint64_t(7) << 16) - 3000 + random() % 12000 : random();
+        return random() % 4 ? (std::uint64_t(7) << 16) - 3000 + random() % 12000
+                            : random() % 100 * 0x0123456789abcdef;
     };
     for (int i = 0; i < 60000; ++i) {
         const std::uint64_t id = any();

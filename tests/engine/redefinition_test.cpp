@@ -7,8 +7,10 @@
 #include "engine/query/redefine.h"
 #include "engine/query/remove.h"
 #include "engine/query/update.h"
+#include "engine/report/check.h"
 
 #include <cmath>
+#include <functional>
 #include <limits>
 
 namespace tarvo::engine {
@@ -163,6 +165,123 @@ TEST_F(Redefinition, OfTheRangeLosesOnlyWhatItDoesNotHold) {
     expectValues({30, 30, 30, 30, 20, 50, 77, 30}, "narrower: invalid outside of it");
 }
 
+// A default at the least value has the same place in each of these ranges.
+TEST_F(Redefinition, OfTheRangeWithItsDefaultMovesNoValue) {
+    schema::AttributeRecord q = record("q", 0, 100);
+    create(q, {5, 50});
+    q.minimumValue = q.defaultValue = -10;
+    put(q);
+    expectValues({0, 0, 0, 5, 50}, "a lower end");
+    q.minimumValue = q.defaultValue = 0;
+    put(q);
+    q.resolution = 0.5;
+    put(q);
+    expectValues({0, 0, 0, 5, 50}, "finer");
+    q.maximumValue = 40;
+    q.invalidValue = 77;
+    put(q);
+    expectValues({0, 0, 0, 5, 77}, "narrower");
+    q.invalidValue = 5;
+    put(q);
+    EXPECT_EQ(countOf(*m_session, "q == 0"), 3u);
+    expectValues({0, 0, 0, 5, 5}, "another invalid value");
+    q.title = "the same";
+    put(q);
+    expectValues({0, 0, 0, 5, 5}, "texts");
+}
+
+// What is refused, and what is told of a copy and of attributes that go, also after reopening.
+TEST_F(Redefinition, OfKeysAndNamesIsRefusedAndOfOthersKept) {
+    schema::AttributeRecord q = quality();
+    create(q, {1, 2});
+    m_session->begin("t", "test", "", "");
+    const auto refused = [&](const std::function<void()>& change) {
+        const Outcome outcome = outcomeOf(change);
+        EXPECT_FALSE(outcome.text.empty());
+        return outcome.code;
+    };
+    for (const char* key : {"xyz", "tarvo.id"}) {
+        const schema::AttributeTable attributes = m_session->state()->attributes;
+        schema::AttributeRecord changed =
+            attributes[static_cast<std::size_t>(attributes.find(key))].record;
+        changed.title = "another title";
+        query::putAttribute(*m_session, changed);
+        changed.storageClass = 1;
+        EXPECT_EQ(refused([&] { query::putAttribute(*m_session, changed); }), ErrorCode::Argument);
+        changed.storageClass = 2;
+        changed.maximumValue /= 2;
+        EXPECT_EQ(refused([&] { query::putAttribute(*m_session, changed); }), ErrorCode::Argument);
+        EXPECT_EQ(refused([&] { query::discardAttribute(*m_session, key); }), ErrorCode::Argument);
+        EXPECT_EQ(refused([&] { query::removeAttribute(*m_session, key); }), ErrorCode::Argument);
+    }
+    q.lodSettings = "guess";
+    EXPECT_EQ(refused([&] { query::putAttribute(*m_session, q); }), ErrorCode::Argument);
+    q = record("none", 0, 1);
+    EXPECT_EQ(refused([&] { query::putAttribute(*m_session, q); }), ErrorCode::NotFound);
+    for (const char* name : {"q", "xyz"})
+        EXPECT_EQ(refused([&] { query::duplicateAttribute(*m_session, "q", name); }),
+                  ErrorCode::Exists);
+    for (const char* name : {"", "a[1]"})
+        EXPECT_EQ(refused([&] { query::duplicateAttribute(*m_session, "q", name); }),
+                  ErrorCode::Argument);
+    add(1, {42});  // not yet in the tree when it is copied
+    query::duplicateAttribute(*m_session, "q", "copy");
+    query::commit(*m_session);
+    expectValues({7, 7, 7, 1, 2, 42}, "copied");
+    EXPECT_EQ(countOf(*m_session, "copy == 42 || copy == 7 || copy == 1 || copy == 2"), 6u);
+    EXPECT_EQ(m_session->state()->attributes[0].record.title, "another title");
+
+    // A constant, its copy, and both again after they were given up.
+    m_session->begin("t", "test", "", "");
+    query::FillQuery fill(*m_session, {}, "");
+    const double five = 5;
+    fill.bind("q", QRB_DATA_TYPE_DOUBLE, &five);
+    EXPECT_EQ(fill.next(100), 6u);
+    q = quality();
+    q.storageClass = 1;
+    query::putAttribute(*m_session, q);
+    query::duplicateAttribute(*m_session, "q", "constant.copy");
+    query::removeAttribute(*m_session, "copy");
+    query::commit(*m_session);
+    expectValues({5, 5, 5, 5, 5, 5}, "constant");
+    q.storageClass = 2;
+    put(q);
+    expectValues({5, 5, 5, 5, 5, 5}, "variable again");
+    // Each by itself is in the file.
+    m_session->begin("t", "test", "", "");
+    query::duplicateAttribute(*m_session, "q", "alone");
+    query::commit(*m_session);
+    expectValues({5, 5, 5, 5, 5, 5}, "copied");
+    EXPECT_EQ(countOf(*m_session, "alone == 5"), 6u);
+    m_session->begin("t", "test", "", "");
+    query::removeAttribute(*m_session, "alone");
+    query::commit(*m_session);
+    expectValues({5, 5, 5, 5, 5, 5}, "removed");
+    EXPECT_LT(m_session->state()->attributes.find("alone"), 0);
+    EXPECT_EQ(countOf(*m_session, "constant.copy == 5"), 6u);
+    EXPECT_LT(m_session->state()->attributes.find("copy"), 0);
+}
+
+TEST_F(Redefinition, OfLargeWholeNumbersIsExact) {
+    schema::AttributeRecord q = record("q", 0, 9e18);
+    const double beyond = 9007199254740994;  // and one less has no double of its own
+    create(q, {beyond});
+    m_session->begin("odd", "test", "", "");
+    const std::uint64_t odd = 9007199254740993, id = 4;
+    query::UpdateQuery update(*m_session);
+    update.bind("tarvo.id", QRB_DATA_TYPE_UINT64, &id, 8);
+    update.bind("q", QRB_DATA_TYPE_UINT64, &odd, 8);
+    ASSERT_EQ(update.next(1), 1u);
+    query::commit(*m_session);
+    q.minimumValue = -100;
+    put(q);
+    query::SelectQuery select(*m_session, {}, "q > 0");
+    std::uint64_t value = 0;
+    select.bind("q", QRB_DATA_TYPE_UINT64, &value, 8);
+    ASSERT_EQ(select.next(1), 1u);
+    EXPECT_EQ(value, odd);
+}
+
 TEST_F(Redefinition, OfTheResolutionRoundsOntoTheNewSteps) {
     schema::AttributeRecord q = record("q", 0, 10, 0.25);
     q.defaultValue = 1.75;
@@ -188,6 +307,7 @@ TEST_F(Redefinition, OfTheLengthFillsNewElementsWithTheDefault) {
         EXPECT_EQ(countOf(*m_session, "q[0] == 7"), 3u);
         EXPECT_EQ(countOf(*m_session, "q[0] == 2"), 1u);
         EXPECT_EQ(countOf(*m_session, "q[" + std::to_string(length - 1) + "] == 7"), 6u);
+        EXPECT_EQ(report::check(*m_session).faultCount, 0u);
     }
 }
 

@@ -383,6 +383,11 @@ TEST_F(ReportTest, LargeDatabasesAreSampledAndSaySo) {
     const std::string html = report(3, 300);
     EXPECT_NE(html.find("made from " + std::to_string(read) + " of the points"), std::string::npos);
     EXPECT_EQ(report(3).find("made from"), std::string::npos);
+    const auto pictureOf = [](const std::string& text) {
+        const std::size_t begin = text.find("data:image");
+        return text.substr(begin, text.find('"', begin) - begin);
+    };
+    EXPECT_NE(pictureOf(html), pictureOf(report(3)));
 }
 
 TEST_F(ReportTest, LevelOfDetailPointsAreNoPointsOfTheFile) {
@@ -506,16 +511,31 @@ TEST(ReportText, ForeignTextsAreCleaned) {
         EXPECT_EQ(report::validUtf8(bytes), "\ufffd\ufffd");
     for (const char* bytes : {"\xe0\x80\x80", "\xed\xa0\x80"})
         EXPECT_EQ(report::validUtf8(bytes), "\ufffd\ufffd\ufffd");
-    EXPECT_EQ(report::validUtf8("\xf4\x90\x80\x80"), "\ufffd\ufffd\ufffd\ufffd");
+    for (const char* bytes : {"\xf4\x90\x80\x80", "\xf0\x8f\xbf\xbf", "\xf5\x80\x80\x80"})
+        EXPECT_EQ(report::validUtf8(bytes), "\ufffd\ufffd\ufffd\ufffd");
+    for (const char* bytes : {"\xc2\x80", "\xe0\xa0\x80", "\xed\x9f\xbf", "\xee\x80\x80",
+                              "\xf0\x90\x80\x80", "\xf4\x8f\xbf\xbf"})
+        EXPECT_EQ(report::validUtf8(bytes), bytes);
+    EXPECT_EQ(report::validUtf8("a\xe2\x82z\xc3"), "a\ufffd\ufffdz\ufffd");
+    // A rich-text document would take these for its own.
+    EXPECT_EQ(report::oneLine("a\u2028\ufdd0\ufdd1\ufffcb\xc2\xa0\x1f"), "a    b\xc2\xa0 ");
     EXPECT_EQ(report::oneLine("a\r\n\tb\x7f\xc2\x85"
                               "c\u2029"),
               "a   b  c ");
     EXPECT_EQ(report::csvCell("plain text"), "plain text");
     EXPECT_EQ(report::csvCell(" a\n\"b\""), "\" a \"\"b\"\"\"");
+    for (const char* quoted : {" a", "a ", "a,b"})
+        EXPECT_EQ(report::csvCell(quoted), "\"" + std::string(quoted) + "\"");
+    EXPECT_EQ(report::csvCell("a b'c"), "a b'c");
+    EXPECT_EQ(report::csvCell(""), "");
+    EXPECT_EQ(report::numberText(1.0 / 3, 3), "0.333");
+    EXPECT_EQ(report::numberText(0.1, 40), "0.10000000000000001");
     EXPECT_EQ(report::byteText(999), "999 bytes");
     EXPECT_EQ(report::byteText(999'949), "999.9 kB");
     EXPECT_EQ(report::byteText(999'960), "1.0 MB");
     EXPECT_EQ(report::countText(1234567), "1,234,567");
+    EXPECT_EQ(report::countText(1000), "1,000");
+    EXPECT_EQ(report::countText(999), "999");
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include "tests/engine/store.h"
 
 #include "engine/report/check.h"
+#include "engine/store/connection.h"
 
 #include <fstream>
 #include <iterator>
@@ -29,6 +30,8 @@ protected:
     }
     void expectOnly(std::uint64_t blobs) {
         EXPECT_EQ(blobsInFile(), blobs);
+        store::Connection connection(m_file, SQLITE_OPEN_READONLY);
+        EXPECT_EQ(connection.pragma("SELECT count(*) FROM info"), 2) << "identity and history";
         EXPECT_EQ(m_folder.entries(), 1u) << m_folder.names();
         session::Session session(m_file, {}, "test");
         const report::Findings findings = report::check(session);
@@ -104,6 +107,8 @@ TEST_F(Rollback, ThatCouldNotDeleteItsBlobsLeavesThemToTheNextWriter) {
         if (commits) {
             session.commit();
             EXPECT_EQ(report::check(session).unreached, 0u);
+            store::Connection connection(m_file, SQLITE_OPEN_READONLY);
+            EXPECT_EQ(connection.pragma("SELECT count(*) FROM info"), 2);
         } else {
             addBatch(session);
             session.rollback();

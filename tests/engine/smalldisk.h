@@ -1,4 +1,4 @@
-// A disk that can be full: stands between the container and the file system of the process.
+// A disk that can be full or fail: stands between the container and the file system of the process.
 #pragma once
 
 #include <sqlite3.h>
@@ -17,6 +17,7 @@ public:
     // room: bytes by which the files may still grow.
     explicit SmallDisk(std::int64_t room) : m_real(sqlite3_vfs_find(nullptr)) {
         s_room = room;
+        s_failing = Call::None;
         s_real = m_real;
         m_vfs = *m_real;
         m_vfs.szOsFile = static_cast<int>(sizeof(File)) + m_real->szOsFile;
@@ -24,6 +25,7 @@ public:
         m_vfs.zName = "small disk";
         m_vfs.xOpen = open;
         m_vfs.xDelete = remove;
+        m_vfs.xGetLastError = [](sqlite3_vfs*, int, char*) { return s_systemError; };
         if (sqlite3_vfs_register(&m_vfs, 1) != SQLITE_OK)
             throw std::runtime_error("The disk can't be made.");
     }
@@ -35,6 +37,15 @@ public:
     SmallDisk& operator=(const SmallDisk&) = delete;
 
     std::int64_t room() const { return s_room; }
+
+    // From now on each call of the kind comes to this result of the container, and the system tells
+    // this errno. What is removed has gone all the same.
+    enum class Call { None, Open, Read, Remove };
+    void fail(Call call, int result, int systemError = 0) {
+        s_failing = call;
+        s_result = result;
+        s_systemError = systemError;
+    }
 
 private:
     struct File {
@@ -51,6 +62,8 @@ private:
     static int open(sqlite3_vfs*, const char* name, sqlite3_file* file, int flags, int* given) {
         File* const made = of(file);
         made->base.pMethods = nullptr;
+        if (s_failing == Call::Open)
+            return s_result;
         const int result = s_real->xOpen(s_real, name, made->real(), flags, given);
         if (made->real()->pMethods)
             made->base.pMethods = methods(made->real()->pMethods);
@@ -69,7 +82,7 @@ private:
         const int result = s_real->xDelete(s_real, name, sync);
         if (result == SQLITE_OK)
             s_room += size;
-        return result;
+        return s_failing == Call::Remove ? s_result : result;
     }
     static int write(sqlite3_file* file, const void* data, int size, sqlite3_int64 at) {
         sqlite3_file* const real = of(file)->real();
@@ -92,24 +105,32 @@ private:
         return real->pMethods->name arguments;       \
     }
     QRB_PASS_ON(xClose, (sqlite3_file * file), (real))
-    QRB_PASS_ON(xRead, (sqlite3_file * file, void* data, int size, sqlite3_int64 at),
-                (real, data, size, at))
     QRB_PASS_ON(xSync, (sqlite3_file * file, int flags), (real, flags))
     QRB_PASS_ON(xFileSize, (sqlite3_file * file, sqlite3_int64* size), (real, size))
     QRB_PASS_ON(xLock, (sqlite3_file * file, int lock), (real, lock))
     QRB_PASS_ON(xUnlock, (sqlite3_file * file, int lock), (real, lock))
     QRB_PASS_ON(xCheckReservedLock, (sqlite3_file * file, int* out), (real, out))
-    QRB_PASS_ON(xFileControl, (sqlite3_file * file, int what, void* data), (real, what, data))
     QRB_PASS_ON(xSectorSize, (sqlite3_file * file), (real))
     QRB_PASS_ON(xDeviceCharacteristics, (sqlite3_file * file), (real))
 #undef QRB_PASS_ON
+    static int read(sqlite3_file* file, void* data, int size, sqlite3_int64 at) {
+        sqlite3_file* const real = of(file)->real();
+        return s_failing == Call::Read ? s_result : real->pMethods->xRead(real, data, size, at);
+    }
+    static int control(sqlite3_file* file, int what, void* data) {
+        sqlite3_file* const real = of(file)->real();
+        if (what != SQLITE_FCNTL_LAST_ERRNO || s_failing == Call::None)
+            return real->pMethods->xFileControl(real, what, data);
+        *static_cast<int*>(data) = s_systemError;
+        return SQLITE_OK;
+    }
 
     static const sqlite3_io_methods* methods(const sqlite3_io_methods* real) {
         static sqlite3_io_methods methods;
         methods = *real;
         methods.iVersion = 1;
         methods.xClose = xClose;
-        methods.xRead = xRead;
+        methods.xRead = read;
         methods.xWrite = write;
         methods.xTruncate = truncate;
         methods.xSync = xSync;
@@ -117,13 +138,16 @@ private:
         methods.xLock = xLock;
         methods.xUnlock = xUnlock;
         methods.xCheckReservedLock = xCheckReservedLock;
-        methods.xFileControl = xFileControl;
+        methods.xFileControl = control;
         methods.xSectorSize = xSectorSize;
         methods.xDeviceCharacteristics = xDeviceCharacteristics;
         return &methods;
     }
 
     static inline std::int64_t s_room = 0;
+    static inline Call s_failing = Call::None;
+    static inline int s_result = SQLITE_OK;
+    static inline int s_systemError = 0;
     static inline sqlite3_vfs* s_real = nullptr;
     sqlite3_vfs* m_real;
     sqlite3_vfs m_vfs;

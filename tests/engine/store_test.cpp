@@ -4,10 +4,12 @@
 
 #include "engine/query/fill.h"
 #include "engine/query/stat.h"
+#include "engine/store/history.h"
 #include "engine/store/writerlock.h"
 
 #include <fcntl.h>
 #include <fstream>
+#include <set>
 #include <thread>
 
 namespace tarvo::engine {
@@ -68,6 +70,11 @@ TEST_F(Store, IsRepairedUnderTheNameThatAKilledWriterKnew) {
     expectUnchanged();
 }
 
+// Whether a writer still has its place after what another one did.
+bool holdsToken(const std::string& sql) {
+    return sql.find("writer") == std::string::npos;
+}
+
 TEST_F(Store, FailsAWriterThatLostItsPlaceInsteadOfPublishing) {
     // What a writer does that no lock kept out: it deletes what is staged, its token stands there.
     const char* const intruders[] = {
@@ -94,7 +101,11 @@ TEST_F(Store, FailsAWriterThatLostItsPlaceInsteadOfPublishing) {
                   }).code,
                   ErrorCode::State)
             << intruder;
+        // Giving up deletes nothing of the other writer, whose numbers are the same.
+        runSql(m_file, "INSERT INTO blob VALUES(1000000, x'01')");
+        const std::uint64_t staged = container.blobCount();
         container.abandon();
+        EXPECT_EQ(container.blobCount() == staged, !holdsToken(intruder)) << intruder;
         expectUnchanged();
     }
 }
@@ -117,6 +128,56 @@ TEST_F(Store, FailsAWriterBesideWhomTheHistoryChanged) {
     EXPECT_EQ(session.current(), 1u);
     session.restore(2);
     EXPECT_EQ(readAll(session), m_before);
+}
+
+// Else the second writer would take the first one's token for its own.
+TEST_F(Store, GivesEachWriterATokenOfItsOwn) {
+    std::set<std::string> tokens;
+    for (int i = 0; i < 3; ++i) {
+        store::Container container(m_file);
+        container.beginWriting();
+        for (std::uint32_t n = 0; n < 20; ++n)
+            container.add(noise(megabyte, n));
+        store::Connection connection(m_file, SQLITE_OPEN_READONLY);
+        tokens.insert(store::getInfo(connection, "writer"));
+    }
+    EXPECT_EQ(tokens.size(), 3u);
+}
+
+// With all that the other machine has added: nothing of it is deleted or written over.
+TEST_F(Store, FailsAWriterBesideWhomAnotherCommitted) {
+    const std::string copy = m_folder.file("copy.qrbx");
+    const std::string sound = m_folder.file("sound.qrbx");
+    std::filesystem::copy_file(m_file, sound);
+    std::filesystem::copy_file(m_file, copy);
+    {
+        session::Session other(copy, {}, "test");
+        other.begin("other", "test", "", "");
+        other.setMetaData("theirs", "1");
+        other.commit();
+    }
+    const std::string theirs = "ATTACH '" + copy +
+                               "' AS other; INSERT OR REPLACE INTO info SELECT * FROM other.info; "
+                               "INSERT OR REPLACE INTO snapshot SELECT * FROM other.snapshot; "
+                               "INSERT OR REPLACE INTO blob SELECT * FROM other.blob";
+    for (const int megabytes : {1, 20}) {
+        SCOPED_TRACE(megabytes);
+        std::filesystem::copy_file(sound, m_file,
+                                   std::filesystem::copy_options::overwrite_existing);
+        session::Session session(m_file, {}, "test");
+        session.begin("late", "test", "", "");
+        for (int i = 0; i < megabytes; ++i)
+            session.setMetaData("mine", std::string(megabyte, 'm'));
+        runSql(m_file, theirs.c_str());
+        EXPECT_EQ(outcomeOf([&] { session.commit(); }).code, ErrorCode::State);
+        EXPECT_TRUE(session.pending());
+        // Where a writer has nothing in the file, nothing is changed there.
+        if (megabytes == 1) {
+            session.rollback();
+            EXPECT_EQ(session.metaData("theirs"), "1");
+            EXPECT_EQ(session.current(), 3u);
+        }
+    }
 }
 
 TEST_F(Store, CleansUpNothingBesideAWriterThatNoLockKeptOut) {
@@ -257,6 +318,9 @@ TEST_F(Store, RefusesToChangeAFileThatMovedAwayAndGoesOnWhenItIsBack) {
     std::filesystem::rename(away, m_file);
     session.commit();
     EXPECT_EQ(readAll(session).size(), m_before.size() + 100);
+    // Tried twice, it is one transaction in the changelog.
+    const std::string log = session.changelog();
+    EXPECT_EQ(log.find("[#3] moved meanwhile"), log.rfind("[#3]")) << log;
 }
 
 // Copied over, with the same file and, for all that the container tells, the same history.
@@ -294,6 +358,21 @@ TEST_F(Store, RefusesToChangeAFileThatWasOverwrittenByAnotherDatabase) {
     {
         session::Session now(m_file, {}, "test");
         EXPECT_EQ(readAll(now).size(), 700u);
+    }
+    // One that differs in nothing but in which database it is.
+    overwrite(backup);
+    {
+        session::Session session(m_file, {}, "test");
+        session.begin("x", "test", "", "");
+        session.setMetaData("x", "1");
+        {
+            store::Connection connection(m_file, SQLITE_OPEN_READWRITE);
+            store::putInfo(connection, "identity", store::getInfo(connection, "identity") + " ");
+        }
+        EXPECT_EQ(outcomeOf([&] { session.commit(); }).text,
+                  "The file holds another database than when it was opened.");
+        session.rollback();
+        EXPECT_EQ(store::Container(m_file).current(), 2u);
     }
     // Its own backup is taken for what it is.
     overwrite(backup);

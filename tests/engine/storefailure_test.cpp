@@ -265,6 +265,17 @@ TEST_F(Store, RefusesTextsThatCouldNotBeReadAgain) {
     session::Session again(m_file, {}, "test");
     EXPECT_EQ(again.details(3).settings.size(), hard.size());
     EXPECT_GT(again.changelog().size(), 16 * megabyte);
+
+    session.begin("t", "a", hard, hard);
+    const std::string rest = " would be too large to be read again.";
+    EXPECT_EQ(outcomeOf([&] { session.importChangelog(std::string(48 * megabyte, '\1')); }).text,
+              "The changelog" + rest);
+    const std::string name(245, '\1');
+    for (int i = 0; i < 45'000; ++i)
+        session.setMetaData(name + std::to_string(i), "");
+    EXPECT_EQ(outcomeOf([&] { session.commit(); }).text,
+              "The list of what the transaction holds" + rest);
+    EXPECT_TRUE(session.pending());
 }
 
 TEST_F(Store, LeavesNoFileWhenACreationFails) {

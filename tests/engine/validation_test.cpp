@@ -81,6 +81,85 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"{\"pattern\": \"^\ufffd\ufffd$\"}", "\"\xff\xc3\"", ""},
         Case{R"({"const": 1})", R"("ääääääääääääääääääääääääääääääääääääääää")",
              "The whole value: expected 1, found \"äääääääääääääääääääääääääääää...\n"},
+        // The pattern is looked for anywhere, in texts of several lines too.
+        Case{R"({"pattern": "a|b"})", R"("x\ny a z\n")", ""},
+        Case{R"({"pattern": "^b|c$"})", R"("abc")", ""},
+        Case{R"({"pattern": "^(a|b)$"})", R"("ab")",
+             "The whole value: expected a text that matches ^(a|b)$, found \"ab\"\n"},
+        Case{R"({"pattern": "^[\\]a]{2,3}\\($"})", R"("]a(")", ""},
+        Case{R"({"pattern": "^[\\]a]{2,3}\\($"})", R"("](")",
+             "The whole value: expected a text that matches ^[\\]a]{2,3}\\($, found \"](\"\n"},
+        Case{"{\"pattern\": \"^\ufffd$\"}", "\"\xf5\"", ""},
+        Case{"{\"pattern\": \"^\ufffd$\"}", "\"\xf5\x80\x80\x80\"", ""},
+        Case{R"({"pattern": "^[\\](?=]+$"})", R"("](?=")", ""},
+        Case{R"({"pattern": "^a\\(?=b$"})", R"("a(=b")", ""},
+        // Texts as they would be written.
+        Case{R"({"enum": ["a\\b", "\u001f\""]})", R"("\u0011\\")",
+             "The whole value: expected \"a\\\\b\" or \"\\u001f\\\"\", found \"\\u0011\\\\\"\n"},
+        Case{R"({"enum": ["a\\b", "\u001f\""]})", R"("\u001f\"")", ""},
+        // Equal numbers are equal however they are written, others are not.
+        Case{R"({"enum": [1, 1e15, 0.5, 20000000000.0]})", "1.0", ""},
+        Case{R"({"enum": [1.0, [2.0]]})", "[2]", ""},
+        Case{R"({"const": 1000000000000000})", "1e15", ""},
+        Case{R"({"const": 9007199254740993})", "9007199254740992",
+             "The whole value: expected 9007199254740993, found 9007199254740992\n"},
+        Case{R"({"enum": [1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15]})", "0",
+             "The whole value: expected 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11 or 12 or one of 3 more, "
+             "found 0\n"},
+        Case{R"({"enum": [1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12]})", "0",
+             "The whole value: expected 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11 or 12, found 0\n"},
+        Case{R"({"const": 1})", R"("aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa")",
+             "The whole value: expected 1, found "
+             "\"aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa\"\n"},
+        Case{R"({"const": 1})", R"("aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa")",
+             "The whole value: expected 1, found "
+             "\"aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa...\n"},
+        Case{R"({"multipleOf": 2})", "9007199254740993",
+             "The whole value: expected a multiple of 2, found 9007199254740993\n"},
+        Case{R"({"multipleOf": 3})", "-9007199254740993", ""},
+        Case{R"({"multipleOf": 0.01})", "1234567.89", ""},
+        Case{R"({"multipleOf": 0.01})", "1234567.895",
+             "The whole value: expected a multiple of 0.01, found 1234567.895\n"},
+        Case{R"({"items": {"minimum": 0}, "uniqueItems": false})",
+             "[18446744073709551615, 18446744073709551615]", ""},
+        Case{R"({"type": ["boolean", "null", "array"]})", "{}",
+             "The whole value: expected true or false, null or an array, found an object\n"},
+        Case{R"({"items": [{"maxLength": 0}, {"minLength": 1.0}, {"maxItems": 0}, {"minItems": 1},
+                 {"maxProperties": 0}, {"minProperties": 1}, {"exclusiveMinimum": 1.5},
+                 {"exclusiveMaximum": -1}, {"maximum": 1e-7}, {"multipleOf": 0.5}]})",
+             R"(["a", "", [1], [], {"a": 1}, {}, 1.5, -1, 1, 0.25])",
+             "/0: expected at most 0 characters, found 1\n"
+             "/1: expected at least 1 characters, found 0\n"
+             "/2: expected at most 0 elements, found 1\n"
+             "/3: expected at least 1 elements, found 0\n"
+             "/4: expected at most 0 members, found 1\n"
+             "/5: expected at least 1 members, found 0\n"
+             "/6: expected more than 1.5, found 1.5\n"
+             "/7: expected less than -1, found -1\n"
+             "/8: expected at most 1e-07, found 1\n"
+             "/9: expected a multiple of 0.5, found 0.25\n"},
+        Case{R"({"pattern": "^[€😀]{2}$"})", R"("😀€")", ""},
+        Case{R"({"maxLength": 1})", R"("😀")", ""},
+        // Beyond 2^63, in values and in schemas.
+        Case{R"({"properties": {"a": {"minimum": 0, "maximum": 18446744073709551615}},
+                 "items": {"enum": [[18446744073709551615]]}})",
+             R"({"a": 18446744073709551615})", ""},
+        Case{R"({"items": {"enum": [{"b": [18446744073709551615]}]}})",
+             R"([{"b": [18446744073709551615]}])", ""},
+        // Beside a reference nothing counts, and what nobody refers to is not looked at.
+        Case{R"({"definitions": {"a": {"type": "number"}, "b": {"type": "nonsense"}},
+                 "$ref": "#/definitions/a", "minimum": 5, "prefixItems": []})",
+             "3", ""},
+        Case{R"({"definitions": {"a": {"type": "number"}}, "$ref": "#/definitions/a"})", "null",
+             "The whole value: expected a number, found null\n"},
+        Case{R"({"properties": {"a]": {"properties": {"[0]": {"items": {"type": "null"}}}}}})",
+             R"({"a]": {"[0]": [null, 1]}})", "/a]/[0]/1: expected null, found 1\n"},
+        // What looks at one kind of value lets the others pass.
+        Case{
+            R"({"required": ["a"], "minLength": 9, "minItems": 9, "minimum": 9, "uniqueItems": true,
+                 "propertyNames": false, "patternProperties": {"": false}, "pattern": "a",
+                 "multipleOf": 7})",
+            "null", ""},
         // Marks within texts are no nesting.
         Case{
             R"({"type": "string"})",
@@ -117,11 +196,31 @@ INSTANTIATE_TEST_SUITE_P(
              R"([{"a": 1, "b": 2}, 1, {"b": 2, "a": 1}])",
              "The whole value: expected at least 4 elements, found 3\n"
              "/2: is the same as element 0\n"},
+        Case{R"({"uniqueItems": true})", R"([1, "1", 2, 1.0, [1], 2, 1])",
+             "/3: is the same as element 0\n/5: is the same as element 2\n"
+             "/6: is the same as element 0\n"},
+        Case{
+            R"({"propertyNames": {"maxLength": 1}})", R"({"bc": 1, "a": 2, "de": 3})",
+            "/bc: the name of the member is not allowed: expected at most 1 characters, found 2\n"
+            "/de: the name of the member is not allowed: expected at most 1 characters, found 2\n"},
+        // Every expression that fits counts, also beside a schema by the name.
+        Case{
+            R"({"properties": {"ab": {"type": "number"}}, "patternProperties": {"a": {"minimum": 3},
+                 "b": {"maximum": 1}}, "additionalProperties": false})",
+            R"({"ab": 2, "xab": 2, "b": 2, "c": 0})",
+            "/ab: expected at least 3, found 2\n/ab: expected at most 1, found 2\n"
+            "/xab: expected at least 3, found 2\n/xab: expected at most 1, found 2\n"
+            "/b: expected at most 1, found 2\n/c: is not allowed here\n"},
+        Case{R"({"then": false, "else": false})", "1", ""},
+        Case{R"({"if": {"minimum": 3}, "else": false})", "2",
+             "The whole value: is not allowed here\n"},
         Case{R"({"contains": {"const": 5}})", "[1, 2]",
              "The whole value: has no element like the one that the schema asks for\n"},
         Case{R"({"dependencies": {"a": ["b"], "c": {"required": ["d"]}}})", R"({"a": 1, "c": 1})",
              "The whole value: the member \"b\" is missing, which another member needs\n"
              "The whole value: the member \"d\" is missing\n"},
+        Case{R"({"dependencies": {"a": ["it's"]}})", R"({"a": 1})",
+             "The whole value: the member \"it's\" is missing, which another member needs\n"},
         Case{R"({"minProperties": 2})", R"({"a": 1})",
              "The whole value: expected at least 2 members, found 1\n"},
         Case{R"({"anyOf": [{"type": "null"}, {"minimum": 3}]})", "2",
@@ -213,13 +312,52 @@ TEST(JsonSchema, RefusesWhatIsNoSchemaAndSaysWhere) {
     EXPECT_NE(refusal("5").find("expected a schema"), std::string::npos);
     EXPECT_NE(refusal(R"({"properties": {"a": {"type": "text"}}})").find("/properties/a/type"),
               std::string::npos);
-    for (const char* schema : {R"({"minimum": "1"})", R"({"multipleOf": 0})", R"({"minItems": -1})",
-                               R"({"required": "a"})", R"({"enum": []})", R"({"pattern": "[a"})",
-                               R"({"properties": []})", R"({"allOf": {}})", R"({"items": 3})",
-                               R"({"type": []})", R"({"not": null})", R"({"$ref": 5})"})
+    for (const char* schema : {R"({"minimum": "1"})",
+                               R"({"multipleOf": 0})",
+                               R"({"minItems": -1})",
+                               R"({"required": "a"})",
+                               R"({"enum": []})",
+                               R"({"pattern": "[a"})",
+                               R"({"properties": []})",
+                               R"({"allOf": {}})",
+                               R"({"items": 3})",
+                               R"({"type": []})",
+                               R"({"not": null})",
+                               R"({"$ref": 5})",
+                               R"({"minLength": 1.5})",
+                               R"({"maxItems": "1"})",
+                               R"({"type": 5})",
+                               R"({"uniqueItems": 1})",
+                               R"({"items": [5]})",
+                               R"({"anyOf": []})",
+                               R"({"dependencies": {"a": [1]}})",
+                               R"({"dependencies": []})",
+                               R"({"required": [1]})",
+                               R"({"pattern": 1})",
+                               R"({"const": 1, "if": 1})",
+                               R"({"$ref": "#/a~2"})",
+                               R"({"multipleOf": -1})"})
         EXPECT_EQ(refusal(schema).find("The JSON schema is not valid at"), 0u) << refusal(schema);
+    EXPECT_EQ(refusal(R"({"properties": {"a/b": {"dependencies": {"~": [1]}}}})"),
+              "The JSON schema is not valid at \"/properties/a~1b/dependencies/~0\": expected an "
+              "array of texts. ");
+    EXPECT_EQ(refusal(R"({"patternProperties": {"(a": {}}})")
+                  .find("The JSON schema is not valid at \"/patternProperties\": The regular "
+                        "expression \"(a\" can't be understood: "),
+              0u);
+    EXPECT_EQ(
+        refusal(R"({"pattern": "(a)\\1"})"),
+        "The JSON schema is not valid at \"/pattern\": The regular expression \"(a)\\1\" has a "
+        "back reference, which is not supported. ");
+    EXPECT_EQ(
+        refusal(R"({"pattern": "a\u0000b"})"),
+        "The JSON schema is not valid at \"/pattern\": The regular expression \"a\" contains a "
+        "zero byte. ");
     // What a later draft would check must not pass unchecked.
-    EXPECT_NE(refusal(R"({"prefixItems": []})").find("prefixItems"), std::string::npos);
+    for (const char* keyword : {"prefixItems", "minContains", "unevaluatedProperties"})
+        EXPECT_EQ(refusal("{\"" + std::string(keyword) + "\": []}"),
+                  "The JSON schema is not valid at \"/\": the keyword \"" + std::string(keyword) +
+                      "\" is newer than draft 7, which is supported. ");
     EXPECT_NE(refusal("{}", "[1,").find("The value is not valid JSON"), std::string::npos);
     EXPECT_NE(refusal("{}", "1e999").find("too big"), std::string::npos);
 }
@@ -233,7 +371,10 @@ TEST(JsonSchema, FollowsNoReferenceThatLeadsOutOrRound) {
     EXPECT_NE(refusal(R"({"id": "http://example.org/", "items": {"$ref": "a.json"}})")
                   .find("nothing is loaded"),
               std::string::npos);
-    EXPECT_NE(refusal(R"({"$ref": "#/definitions/a"})").find("does not have"), std::string::npos);
+    for (const char* reference : {"#/definitions/a", "#/~2", "#/definitions/a~"})
+        EXPECT_EQ(refusal("{\"$ref\": \"" + std::string(reference) + "\"}"),
+                  "The JSON schema is not valid at \"/\": it refers to \"" +
+                      std::string(reference) + "\", which the schema does not have. ");
     for (const char* schema :
          {R"({"$ref": "#"})", R"({"properties": {"child": {"$ref": "#"}}})",
           R"({"definitions": {"a": {"$ref": "#/definitions/b"}, "b": {"allOf": [{"$ref":
@@ -252,6 +393,25 @@ TEST(JsonSchema, StaysBoundedWithHostileSchemas) {
         laughs += "]},";
     }
     EXPECT_NE(refusal(laughs + "\"d10\": {}}}").find("unfolds into more"), std::string::npos);
+    // A definition may be used often, but what it unfolds into counts each time.
+    const auto used = [](int times, const std::string& definition) {
+        std::string schema = R"({"definitions": {"d": )" + definition + R"(}, "allOf": [true)";
+        for (int i = 0; i < times; ++i)
+            schema += R"(, {"$ref": "#/definitions/d"})";
+        return check(schema + "]}", "1");
+    };
+    std::string list = "[1";
+    for (int i = 2; i <= 200; ++i)
+        list += "," + std::to_string(i);
+    for (const char* keyword : {"enum", "const"}) {
+        const std::string definition = "{\"" + std::string(keyword) +
+                                       "\": " + (keyword[0] == 'e' ? list : "[" + list + "]") +
+                                       "]}";
+        EXPECT_EQ(used(50, definition).find("unfolds"), std::string::npos);
+        EXPECT_THROW(used(150, definition), Failure) << keyword;
+    }
+    EXPECT_EQ(used(5000, "{}"), "");
+    EXPECT_THROW(used(11000, "{}"), Failure);
     // A chain of references is as deep as one of schemas.
     std::string chain = R"({"$ref": "#/definitions/d0", "definitions": {)";
     for (int i = 0; i < 5000; ++i)
@@ -260,15 +420,18 @@ TEST(JsonSchema, StaysBoundedWithHostileSchemas) {
     EXPECT_NE(refusal(chain + "\"d5000\": {}}}").find("nests more than"), std::string::npos);
     EXPECT_NE(refusal(std::string(100000, '[')).find("nests more than"), std::string::npos);
     EXPECT_NE(refusal("{}", std::string(100000, '[')).find("nests more than"), std::string::npos);
-    for (const char* pattern : {"(a)\\\\1", "(?=a)a", "(?!a)b", "a{9999999999}",
-                                "((a{99}){99}){99}", "[a", "a)(b", "\\\\p{L}"})
+    for (const char* pattern :
+         {"(a)\\\\1", "(?=a)a", "(?!a)b", "a{9999999999}", "((a{99}){99}){99}", "[a", "a)(b",
+          "\\\\p{L}", "(?:a{60}){70}", "a{99999999999999999999999}", "a{4001}"})
         EXPECT_NE(refusal("{\"pattern\": \"" + std::string(pattern) + "\"}")
                       .find("The regular expression"),
                   std::string::npos)
             << pattern;
-    EXPECT_NE(refusal("{\"patternProperties\": {\"" + std::string(2000, 'a') + "\": {}}}")
-                  .find("longer than"),
+    EXPECT_EQ(check("{\"pattern\": \"" + std::string(1000, 'a') + "\"}", "1"), "");
+    EXPECT_NE(refusal("{\"patternProperties\": {\"" + std::string(1001, 'a') + "\": {}}}")
+                  .find("is longer than 1000 bytes."),
               std::string::npos);
+    EXPECT_EQ(check(R"({"pattern": "^\\[\\(\\{[\\](]{2}"})", R"("[({](")"), "");
 }
 
 TEST(JsonSchema, ChecksTheDeepestSchemaThatItTakes) {
@@ -298,8 +461,22 @@ TEST(JsonSchema, SearchesAnyPatternInLinearTime) {
                                     std::string(pattern) + "\": {}}}";
         EXPECT_NE(check(members, "{\"" + text + "b\": 1}"), "");
     }
-    EXPECT_NE(refusal(R"({"pattern": "a"})", '"' + std::string(100000, 'a') + '"').find("too long"),
-              std::string::npos);
+    EXPECT_EQ(check(R"({"pattern": "a$"})", '"' + std::string(65536, 'a') + '"'), "");
+    EXPECT_EQ(refusal(R"({"pattern": "a"})", '"' + std::string(65537, 'a') + '"'),
+              "A text of 65537 bytes is too long to be compared with a regular expression. At most "
+              "65536 bytes can be.");
+    // Each value has its own bound of what its check may take.
+    JsonSchema heavy(R"({"items": {"pattern": "^([ab]{30}){30}$"}})");
+    const std::string some = '"' + std::string(60000, 'a') + '"';
+    for (int i = 0; i < 25; ++i)
+        EXPECT_EQ(heavy.check("[" + some + "]").size(), 1u);
+    std::string many = some;
+    for (int i = 0; i < 25; ++i)
+        many += "," + some;
+    EXPECT_EQ(
+        refusal(R"({"items": {"pattern": "^([ab]{30}){30}$"}})", "[" + many + "]"),
+        "Checking the value against its schema takes too long. Make the schema simpler or the "
+        "value smaller.");
 }
 
 TEST(JsonSchema, ChecksManyElementsAndListsABoundedNumberOfFaults) {
@@ -319,6 +496,13 @@ TEST(JsonSchema, ChecksManyElementsAndListsABoundedNumberOfFaults) {
     JsonSchema parts(
         R"({"properties": {"a": {"allOf": [{}]}, "b": {"items": {"type": "string"}}}})");
     EXPECT_LE(parts.check("{\"a\": 1, \"b\": " + numbers + "-1]}").size(), 2000u);
+    // And of a part: what was found until then is told.
+    JsonSchema within(R"({"allOf": [{"items": {"type": "string"}}, {"minItems": 1000000}]})");
+    const std::vector<Finding> parted = within.check(numbers + "-1]");
+    ASSERT_GE(parted.size(), 400u);
+    EXPECT_EQ(toLine(parted[0]), "The whole value: has more faults than those listed here");
+    EXPECT_EQ(toLine(parted[1]), "/0: expected a string, found 0");
+    EXPECT_EQ(parted[300].pointer, "/299");
     // The next value is judged afresh.
     EXPECT_TRUE(texts.check("[\"a\"]").empty());
 }

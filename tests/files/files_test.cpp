@@ -115,17 +115,25 @@ TEST_F(Files, OnlyLeftoversOfProcessesThatAreGoneAreRemoved) {
     });
     ASSERT_EQ(names().size(), 3u);
     const std::string own = fs::path(files::temporaryNameFor(file("a"))).filename().string();
-    const std::set<std::string> kept{"a.new", "a.new-other-1-1", "b", own};
+    // Neither those of users' own names, nor of others' programs that run, nor what is no file.
+    const std::string mark = own.substr(0, own.rfind('-', own.rfind('-') - 1) + 1);
+    std::set<std::string> kept{"a.new",           "a.new-other-1-1",     "b",         own,
+                               mark + "99999999", mark + "99999999.txt", mark + "1-1"};
     for (const std::string& name : kept)
         write(name, "");
+    fs::create_directory(file(mark + "99999999-folder"));
+    fs::create_symlink("a.new", file(mark + "99999999-link"));
+    kept.insert({mark + "99999999-folder", mark + "99999999-link"});
     files::removeLeftovers(file("b"));
-    EXPECT_EQ(names().size(), 7u);
+    EXPECT_EQ(names().size(), kept.size() + 3);
     files::removeLeftovers(file("a"));
     EXPECT_EQ(names(), kept);
     write(own + "-journal", "");
     write(own + "0", "");
     files::removeTemporary(file(own));
-    EXPECT_EQ(names(), (std::set<std::string>{"a.new", "a.new-other-1-1", "b", own + "0"}));
+    kept.erase(own);
+    kept.insert(own + "0");
+    EXPECT_EQ(names(), kept);
 }
 
 // A container counts its processes by itself: its numbers mean nothing here.
@@ -136,7 +144,10 @@ TEST_F(Files, LeftoversOfOtherContainersAreNotTold) {
             ::_exit(1);
         const pid_t first = ::fork();
         if (first == 0) {
-            std::ofstream(files::temporaryNameFor(file("a"))) << "";
+            // Of a process that there is none of here.
+            std::string name = files::temporaryNameFor(file("a"));
+            name.replace(name.rfind("-1-"), 3, "-99999999-");
+            std::ofstream(name) << "";
             ::_exit(0);
         }
         ::waitpid(first, nullptr, 0);
@@ -173,7 +184,11 @@ TEST_F(Files, MayHaveTheLongestName) {
     ASSERT_EQ(name.size(), 254u);
     write(name, "old");
     files::WholeFile whole(file(name));
-    EXPECT_EQ(names().size(), 2u);
+    ASSERT_EQ(names().size(), 2u);
+    // Its temporary one is text, too, whatever it is cut to.
+    for (const std::string& each : names())
+        for (std::size_t i = each.find('\xe2'); i < each.size() && each[i] < 0; i += 3)
+            EXPECT_EQ(each.compare(i, 3, "\xe2\x82\xac"), 0) << each;
     whole.write("new");
     whole.publish();
     EXPECT_EQ(read(file(name)), "new");
@@ -219,6 +234,34 @@ TEST_F(Files, PlacesThatCantBeWrittenStayAsTheyAre) {
                   full.publish();
               }).find("No space left"),
               std::string::npos);
+    // What is left of a file when there is no room for another, and of one that was not there.
+    for (const char* const name : {"there", "new"}) {
+        if (name == std::string("there"))
+            write(name, "old");
+        const pid_t child = ::fork();
+        if (child == 0) {
+            std::signal(SIGXFSZ, SIG_IGN);
+            const rlimit small{1000, RLIM_INFINITY};
+            ::setrlimit(RLIMIT_FSIZE, &small);
+            std::string said;
+            try {
+                files::WholeFile whole(file(name));
+                whole.write(std::string(2000, 'x'));
+                whole.publish();
+            } catch (const files::FileError& error) {
+                said = error.details();
+            }
+            ::_exit(said == (fs::exists(file(name)) ? "What stood there before is as it was." : "")
+                        ? 0
+                        : 1);
+        }
+        int status = -1;
+        ::waitpid(child, &status, 0);
+        EXPECT_EQ(status, 0) << name;
+    }
+    EXPECT_EQ(read(file("there")), "old");
+    EXPECT_FALSE(fs::exists(file("new")));
+    fs::remove(file("there"));
     // A user like any other: nothing is protected from the first one. Into a folder that may be
     // entered but not listed he may write.
     fs::permissions(m_folder, fs::perms::all);
@@ -256,6 +299,45 @@ TEST_F(Files, PlacesThatCantBeWrittenStayAsTheyAre) {
     EXPECT_EQ(names(), (std::set<std::string>{"circle"}));
 }
 
+TEST_F(Files, AWholeFileRemovesWhatFormerOnesHaveLeftAndNeedsNoFolderInItsName) {
+    inKilledProcess([this] {
+        files::WholeFile whole(file("a"));
+        ::raise(SIGKILL);
+    });
+    ASSERT_EQ(names().size(), 1u);
+    const fs::path before = fs::current_path();
+    fs::current_path(m_folder);
+    {
+        files::WholeFile whole("a");
+        EXPECT_EQ(names().size(), 1u);
+        whole.write("text");
+        whole.publish();
+    }
+    fs::current_path(before);
+    EXPECT_EQ(names(), std::set<std::string>{"a"});
+    EXPECT_EQ(lastSyncedNames(), std::set<std::string>{"a"});
+}
+
+// Of another user: a signal can't be sent to it, but it is there.
+TEST_F(Files, LeftoversOfProgramsOfOtherUsersAreKept) {
+    const std::string name = files::temporaryNameFor(file("a"));
+    const std::string end = std::to_string(::getpid()) + "-";
+    std::string other = name;
+    other.replace(other.rfind(end), other.npos, "1-1");
+    write(fs::path(other).filename().string(), "");
+    fs::permissions(m_folder, fs::perms::all);
+    const pid_t child = ::fork();
+    if (child == 0) {
+        if (::getuid() == 0 && ::setuid(65534) != 0)
+            ::_exit(1);
+        files::removeLeftovers(file("a"));
+        ::_exit(fs::exists(other) ? 0 : 2);
+    }
+    int status = -1;
+    ::waitpid(child, &status, 0);
+    EXPECT_EQ(status, 0);
+}
+
 // Standard output that is appended to a file is no file to be replaced.
 TEST_F(Files, AnOpenFileIsWrittenOn) {
     write("log", "before\n");
@@ -290,6 +372,15 @@ TEST_F(Files, AFolderThatCouldNotBeOpenedIsNotCalledSynced) {
     ::setrlimit(RLIMIT_NOFILE, &before);
     EXPECT_NE(said.find("could not be synced"), std::string::npos) << said;
     EXPECT_EQ(names(), (std::set<std::string>{"a"}));
+    // One that failed is told; some systems can't, which is no failure.
+    for (const int error : {EIO, ENOSPC, EINVAL, EROFS}) {
+        folderSyncs() = {0, 1, error};
+        if (error == EIO || error == ENOSPC)
+            EXPECT_NE(failure([&] { files::syncFolderOf(file("a")); }).find("could not be synced"),
+                      std::string::npos);
+        else
+            EXPECT_NO_THROW(files::syncFolderOf(file("a")));
+    }
 }
 
 }  // namespace

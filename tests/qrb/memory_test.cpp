@@ -150,6 +150,21 @@ TEST_F(OutOfMemory, Threads) {
     }
 }
 
+// The next error is told by its own words again.
+TEST_F(OutOfMemory, IsForgottenByTheNextError) {
+    start();
+    allocations::fail(1, true);
+    open();
+    allocations::stop();
+    EXPECT_TRUE(failed);
+    EXPECT_EQ(code, QRB_ERROR_MEMORY);
+    failed = false;
+    open();
+    EXPECT_EQ(code, QRB_ERROR_NOT_FOUND);
+    EXPECT_EQ(std::string(text), "The file \"" + file + "\" does not exist.");
+    must(t.qrb_context_delete(c));
+}
+
 // Results carry the error, too, though there is no memory for them.
 TEST_F(OutOfMemory, Results) {
     for (const bool forGood : {false, true})
