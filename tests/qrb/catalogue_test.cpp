@@ -6,11 +6,23 @@
 
 #include <algorithm>
 #include <cmath>
+#include <regex>
 #include <set>
 
 namespace {
 
 namespace defaults = tarvo::qrb::defaults;
+
+bool hasTag(const defaults::AttributeEntry& a, const std::string& tag) {
+    return std::regex_search(a.tags, std::regex("(^|[ ,])" + tag + "([ ,]|$)"));
+}
+
+// As the library understands the settings "default".
+bool isAveraged(const defaults::AttributeEntry& a) {
+    return a.lodSettings == "average" ||
+           (a.lodSettings == "default" && a.name != "tarvo.id" && a.namedValues.empty() &&
+            !hasTag(a, "enumeration") && !hasTag(a, "boolean"));
+}
 
 TEST(Catalogue, TablesAreWhole) {
     EXPECT_EQ(defaults::attributes().size(), 247u);
@@ -43,6 +55,27 @@ TEST(Catalogue, AttributesCanBeStored) {
         EXPECT_TRUE(a.storageClass >= 1 && a.storageClass <= 3);
         EXPECT_LE(a.compressionOptions, 3);
     }
+}
+
+// The mean of two identifiers is a third one, that of 359 and 1 degrees lies behind the scanner.
+TEST(Catalogue, LevelsOfDetailAverageOnlyWhatHasAMean) {
+    const std::regex keysAndCodes(
+        ".*[._](id|index|first|count|references|date|timestamp(_.*)?|type|class|zone|channel|facet|"
+        "segment|solution_gnss|satellites_.*)");
+    for (const defaults::AttributeEntry& a : defaults::attributes()) {
+        SCOPED_TRACE(a.name);
+        const bool goesRound = a.unitSymbol == "deg" && a.maximumValue - a.minimumValue >= 360;
+        const bool isUnitVector = a.description.starts_with("Unit ");
+        if (goesRound || isUnitVector || hasTag(a, "timestamp") || hasTag(a, "enumeration") ||
+            hasTag(a, "boolean") || std::regex_match(a.name, keysAndCodes)) {
+            EXPECT_FALSE(isAveraged(a));
+        }
+        // Of several elements only the first point's belong together.
+        if (isUnitVector || (a.length > 1 && std::regex_match(a.name, keysAndCodes))) {
+            EXPECT_EQ(a.lodSettings, "first");
+        }
+    }
+    EXPECT_EQ(defaults::findAttribute("tarvo.xyz")->lodSettings, "default");
 }
 
 TEST(Catalogue, MetaDataAndSchemasAreJsonAndNameWhatExists) {
