@@ -8,6 +8,7 @@
 #include <cmath>
 #include <regex>
 #include <set>
+#include <sstream>
 
 namespace {
 
@@ -76,6 +77,34 @@ TEST(Catalogue, LevelsOfDetailAverageOnlyWhatHasAMean) {
         }
     }
     EXPECT_EQ(defaults::findAttribute("tarvo.xyz")->lodSettings, "default");
+}
+
+// A new attribute must not tell of measurements that nobody made.
+TEST(Catalogue, WhatIsNotKnownIsTheDefault) {
+    const std::regex unknown(
+        "(-?[0-9]+) if (not known|it has none|there is none|none|the .* none)");
+    int found = 0;
+    for (const defaults::AttributeEntry& a : defaults::attributes()) {
+        SCOPED_TRACE(a.name);
+        std::smatch match;
+        if (std::regex_search(a.description, match, unknown)) {
+            ++found;
+            EXPECT_EQ(a.invalidValue, std::stod(match[1]));
+        }
+        if (!std::isnan(a.invalidValue)) {
+            EXPECT_EQ(a.defaultValue, a.invalidValue);
+            // The type in which the values are exchanged may be SINGLE.
+            EXPECT_EQ(static_cast<float>(a.invalidValue), a.invalidValue);
+        }
+        std::istringstream names(a.namedValues);
+        for (std::string line; std::getline(names, line);) {
+            const std::string name = line.substr(line.find('=') + 1);
+            if (name == "unknown" || name == "invalid" || name == "undefined") {
+                EXPECT_EQ(a.defaultValue, std::stod(line));
+            }
+        }
+    }
+    EXPECT_GT(found, 50);
 }
 
 TEST(Catalogue, MetaDataAndSchemasAreJsonAndNameWhatExists) {
