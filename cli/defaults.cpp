@@ -1,4 +1,4 @@
-// qrbtool defaults: the catalogue of default attributes and metadata items.
+// qrbtool defaults: the catalogue of default attributes and metadata items, and its versions.
 
 #include "cli/attributetext.h"
 #include "cli/commands.h"
@@ -12,6 +12,7 @@
 #include <CLI/CLI.hpp>
 
 #include <memory>
+#include <utility>
 
 namespace tarvo::cli {
 
@@ -93,6 +94,27 @@ void showDefaultMetaData(const DefaultsOptions& options) {
     print(options.json ? json.text() : table.text());
 }
 
+void showVersions(bool asJson) {
+    const std::pair<const char*, qrb::defaults::Stamp> stamps[] = {
+        {"Point attributes", qrb::defaults::attributesStamp()},
+        {"Attribute groups", qrb::defaults::groupsStamp()},
+        {"Metadata items", qrb::defaults::metaDataStamp()},
+        {"File schemas", qrb::defaults::schemasStamp()}};
+    JsonText json;
+    json.beginArray();
+    TextTable table({{"Definitions"}, {"Version"}, {"Date"}});
+    for (const auto& [definitions, stamp] : stamps) {
+        json.beginObject();
+        json.member("definitions", definitions);
+        json.member("version", stamp.version);
+        json.member("date", stamp.date);
+        json.endObject();
+        table.add({definitions, stamp.version, stamp.date});
+    }
+    json.endArray();
+    print(asJson ? json.text() : table.text());
+}
+
 }  // namespace
 
 void addDefaultsCommand(CLI::App& app, Invocation& invocation) {
@@ -112,10 +134,16 @@ void addDefaultsCommand(CLI::App& app, Invocation& invocation) {
     addTable("attributes", "The default point attributes", showDefaultAttributes);
     addTable("metadata", "The default metadata items, their JSON schemas and examples",
              showDefaultMetaData);
+    CLI::App* const versions = command->add_subcommand("versions", "The versions of the tables");
+    versions->add_flag("--json", options->json, "Write JSON, for programs");
+    versions->callback([options, &invocation] {
+        invocation.run = [options](const qrb::Context&) { showVersions(options->json); };
+    });
     command->footer(
         "Examples:\n"
         "  qrbtool defaults attributes\n"
-        "  qrbtool defaults metadata tarvo.geo_tag");
+        "  qrbtool defaults metadata tarvo.geo_tag\n"
+        "  qrbtool defaults versions");
 }
 
 }  // namespace tarvo::cli

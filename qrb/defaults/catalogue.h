@@ -1,6 +1,7 @@
 // The catalogue of default definitions: point attributes, metadata items, file schemas. Read once
 // from the data files of this folder, which are compiled in; never changed afterwards, so any
-// thread may read it. The interface layer and the database library share it.
+// thread may read it. The interface layer and the database library share it. The "notes" of the
+// data files say why a value is as it is; they are not read.
 #pragma once
 
 #include <cstdint>
@@ -19,6 +20,7 @@ struct Stamp {
 Stamp attributesStamp();
 Stamp metaDataStamp();
 Stamp schemasStamp();
+Stamp groupsStamp();  // of the attribute groups
 
 // A default point attribute; the fields mean what those of a point attribute record mean.
 struct AttributeEntry {

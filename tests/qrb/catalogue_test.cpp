@@ -33,6 +33,8 @@ TEST(Catalogue, TablesAreWhole) {
     EXPECT_EQ(defaults::attributesStamp().version, "1.4.6");
     EXPECT_EQ(defaults::metaDataStamp().date, "2024-12-11");
     EXPECT_EQ(defaults::schemasStamp().version, "f274d50d");
+    EXPECT_EQ(defaults::groupsStamp().version, "1.1.54");
+    EXPECT_EQ(defaults::groupsStamp().date, "2023-01-19");
     EXPECT_EQ(defaults::attributes().front().name, "tarvo.xyz");
 }
 
