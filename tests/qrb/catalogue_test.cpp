@@ -118,6 +118,7 @@ TEST(Catalogue, MetaDataAndSchemasAreJsonAndNameWhatExists) {
         EXPECT_FALSE(document.Parse(item.example.c_str()).HasParseError());
         EXPECT_EQ(defaults::findMetaData(item.name), &item);
     }
+    std::set<std::string> named;
     for (const defaults::SchemaEntry& schema : defaults::schemas()) {
         SCOPED_TRACE(schema.identifier);
         rapidjson::Document document;
@@ -130,6 +131,7 @@ TEST(Catalogue, MetaDataAndSchemasAreJsonAndNameWhatExists) {
                 name.pop_back();
             }
             EXPECT_NE(defaults::findAttribute(name), nullptr) << name;
+            named.insert(name);
         }
         EXPECT_EQ(primaries, 1);
         for (const auto& value : document["metadata"].GetArray()) {
@@ -138,7 +140,15 @@ TEST(Catalogue, MetaDataAndSchemasAreJsonAndNameWhatExists) {
                 name.pop_back();
             }
             EXPECT_NE(defaults::findMetaData(name), nullptr) << name;
+            named.insert(name);
         }
+    }
+    // Strict validation would find fault with what no file type has a place for.
+    for (const defaults::AttributeEntry& a : defaults::attributes()) {
+        EXPECT_TRUE(named.contains(a.name)) << a.name;
+    }
+    for (const defaults::MetaDataEntry& item : defaults::metaData()) {
+        EXPECT_TRUE(named.contains(item.name)) << item.name;
     }
 }
 
