@@ -65,6 +65,10 @@ void putItem(JsonText& json, const qrb::defaults::MetaDataEntry& entry) {
     json.raw(entry.schema);
     json.key("example");
     json.raw(entry.example);
+    if (!entry.neutral.empty()) {
+        json.key("neutral");
+        json.raw(entry.neutral);
+    }
     json.endObject();
 }
 
@@ -81,7 +85,8 @@ void showDefaultMetaData(const DefaultsOptions& options) {
                            : labelled("Name", entry->name) + labelled("Title", entry->title) +
                                  labelled("Description", entry->description) +
                                  labelled("Schema", indentedJson(entry->schema)) +
-                                 labelled("Example", indentedJson(entry->example)));
+                                 labelled("Example", indentedJson(entry->example)) +
+                                 labelled("Neutral", indentedJson(entry->neutral)));
         return;
     }
     TextTable table({{"Name"}, {"Title"}});

@@ -207,6 +207,9 @@ const Table<MetaDataEntry>& metaDataTable() {
             entry.description = text(value, "description", entry.name, "");
             entry.schema = prettyJson(member(value, "schema", entry.name));
             entry.example = prettyJson(member(value, "example", entry.name));
+            if (value.HasMember("neutral")) {
+                entry.neutral = prettyJson(value["neutral"]);
+            }
             result.entries.push_back(std::move(entry));
         }
         result.buildIndex(&MetaDataEntry::name, where);

@@ -54,6 +54,7 @@ struct MetaDataEntry {
     std::string description;
     std::string schema;   // JSON schema (draft 7) of the value
     std::string example;  // a value that satisfies it
+    std::string neutral;  // a value that satisfies it and claims nothing; empty: there is none
 };
 std::span<const MetaDataEntry> metaData();
 const MetaDataEntry* findMetaData(std::string_view name);
