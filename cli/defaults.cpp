@@ -1,4 +1,4 @@
-// qrbtool defaults: the catalogue of default attributes and metadata items.
+// qrbtool defaults: the catalogue of default attributes and metadata items, and its versions.
 
 #include "cli/attributetext.h"
 #include "cli/commands.h"
@@ -12,6 +12,7 @@
 #include <CLI/CLI.hpp>
 
 #include <memory>
+#include <utility>
 
 namespace tarvo::cli {
 
@@ -64,6 +65,10 @@ void putItem(JsonText& json, const qrb::defaults::MetaDataEntry& entry) {
     json.raw(entry.schema);
     json.key("example");
     json.raw(entry.example);
+    if (!entry.neutral.empty()) {
+        json.key("neutral");
+        json.raw(entry.neutral);
+    }
     json.endObject();
 }
 
@@ -80,7 +85,8 @@ void showDefaultMetaData(const DefaultsOptions& options) {
                            : labelled("Name", entry->name) + labelled("Title", entry->title) +
                                  labelled("Description", entry->description) +
                                  labelled("Schema", indentedJson(entry->schema)) +
-                                 labelled("Example", indentedJson(entry->example)));
+                                 labelled("Example", indentedJson(entry->example)) +
+                                 labelled("Neutral", indentedJson(entry->neutral)));
         return;
     }
     TextTable table({{"Name"}, {"Title"}});
@@ -91,6 +97,27 @@ void showDefaultMetaData(const DefaultsOptions& options) {
     }
     json.endArray();
     print(options.json ? json.text() : table.text());
+}
+
+void showVersions(bool asJson) {
+    const std::pair<const char*, qrb::defaults::Stamp> stamps[] = {
+        {"Point attributes", qrb::defaults::attributesStamp()},
+        {"Attribute groups", qrb::defaults::groupsStamp()},
+        {"Metadata items", qrb::defaults::metaDataStamp()},
+        {"File schemas", qrb::defaults::schemasStamp()}};
+    JsonText json;
+    json.beginArray();
+    TextTable table({{"Definitions"}, {"Version"}, {"Date"}});
+    for (const auto& [definitions, stamp] : stamps) {
+        json.beginObject();
+        json.member("definitions", definitions);
+        json.member("version", stamp.version);
+        json.member("date", stamp.date);
+        json.endObject();
+        table.add({definitions, stamp.version, stamp.date});
+    }
+    json.endArray();
+    print(asJson ? json.text() : table.text());
 }
 
 }  // namespace
@@ -112,10 +139,16 @@ void addDefaultsCommand(CLI::App& app, Invocation& invocation) {
     addTable("attributes", "The default point attributes", showDefaultAttributes);
     addTable("metadata", "The default metadata items, their JSON schemas and examples",
              showDefaultMetaData);
+    CLI::App* const versions = command->add_subcommand("versions", "The versions of the tables");
+    versions->add_flag("--json", options->json, "Write JSON, for programs");
+    versions->callback([options, &invocation] {
+        invocation.run = [options](const qrb::Context&) { showVersions(options->json); };
+    });
     command->footer(
         "Examples:\n"
         "  qrbtool defaults attributes\n"
-        "  qrbtool defaults metadata tarvo.geo_tag");
+        "  qrbtool defaults metadata tarvo.geo_tag\n"
+        "  qrbtool defaults versions");
 }
 
 }  // namespace tarvo::cli

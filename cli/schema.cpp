@@ -85,7 +85,8 @@ void addSchemaCommand(CLI::App& app, Invocation& invocation) {
     create->add_option("--schema", options->schema, "Identifier of a file schema, or a file")
         ->type_name("SCHEMA")
         ->required();
-    create->add_flag("--optionals", options->optionals, "With the optional attributes too");
+    create->add_flag("--optionals", options->optionals,
+                     "With the optional attributes and metadata items too");
     create
         ->add_option("--settings", options->settings,
                      "File with creation settings (JSON), as the window saves them")

@@ -28,7 +28,10 @@ void createFile(const std::string& fileName, const session::CreateSettings& sett
         if (!entry)
             throw Failure(ErrorCode::NotFound,
                           "\"" + item.name + "\" is not a default metadata item.");
-        metaData.emplace_back(item.name, entry->example);
+        // The file agrees with the schema without an item that could only be made up.
+        if (item.optional && entry->neutral.empty())
+            continue;
+        metaData.emplace_back(item.name, entry->neutral.empty() ? entry->example : entry->neutral);
     }
     session::Session::create(fileName, own, api, attributes, metaData);
 }

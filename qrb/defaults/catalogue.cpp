@@ -106,6 +106,10 @@ std::string prettyJson(const Value& value) {
     return {buffer.GetString(), buffer.GetSize()};
 }
 
+Stamp stampOf(const Value& object, const std::string& where) {
+    return {text(object, "version", where), text(object, "date", where)};
+}
+
 // One table with its look-up. The keys view the names inside the entries, which never move.
 template <typename Entry>
 struct Table {
@@ -113,9 +117,6 @@ struct Table {
     std::vector<Entry> entries;
     std::map<std::string_view, const Entry*, std::less<>> index;
 
-    void readStamp(const Value& root, const std::string& where) {
-        stamp = {text(root, "version", where), text(root, "date", where)};
-    }
     void buildIndex(std::string Entry::*key, const std::string& where) {
         for (const Entry& entry : entries) {
             if (!index.emplace(entry.*key, &entry).second) {
@@ -131,6 +132,7 @@ struct Table {
 
 struct AttributeTable : Table<AttributeEntry> {
     std::vector<std::string> groups;
+    Stamp groupsStamp;
 };
 
 AttributeEntry readAttribute(const Value& value) {
@@ -168,8 +170,13 @@ const AttributeTable& attributeTable() {
         const std::string where = "attributes.json";
         const rapidjson::Document root = parse(embedded::attributes_json(), where.c_str());
         AttributeTable result;
-        result.readStamp(root, where);
-        for (const Value& group : array(root, "groups", where).GetArray()) {
+        result.stamp = stampOf(root, where);
+        const Value& groups = member(root, "groups", where);
+        if (!groups.IsObject()) {
+            fail(where, "\"groups\" is not an object");
+        }
+        result.groupsStamp = stampOf(groups, "groups");
+        for (const Value& group : array(groups, "names", "groups").GetArray()) {
             if (!group.IsString()) {
                 fail(where, "a group is not a text");
             }
@@ -189,7 +196,7 @@ const Table<MetaDataEntry>& metaDataTable() {
         const std::string where = "metadata.json";
         const rapidjson::Document root = parse(embedded::metadata_json(), where.c_str());
         Table<MetaDataEntry> result;
-        result.readStamp(root, where);
+        result.stamp = stampOf(root, where);
         for (const Value& value : array(root, "items", where).GetArray()) {
             if (!value.IsObject()) {
                 fail(where, "an item is not an object");
@@ -200,6 +207,9 @@ const Table<MetaDataEntry>& metaDataTable() {
             entry.description = text(value, "description", entry.name, "");
             entry.schema = prettyJson(member(value, "schema", entry.name));
             entry.example = prettyJson(member(value, "example", entry.name));
+            if (value.HasMember("neutral")) {
+                entry.neutral = prettyJson(value["neutral"]);
+            }
             result.entries.push_back(std::move(entry));
         }
         result.buildIndex(&MetaDataEntry::name, where);
@@ -213,7 +223,7 @@ const Table<SchemaEntry>& schemaTable() {
         const std::string where = "schemas.json";
         const rapidjson::Document root = parse(embedded::schemas_json(), where.c_str());
         Table<SchemaEntry> result;
-        result.readStamp(root, where);
+        result.stamp = stampOf(root, where);
         for (const Value& value : array(root, "schemas", where).GetArray()) {
             if (!value.IsObject()) {
                 fail(where, "a schema is not an object");
@@ -244,6 +254,10 @@ Stamp metaDataStamp() {
 
 Stamp schemasStamp() {
     return schemaTable().stamp;
+}
+
+Stamp groupsStamp() {
+    return attributeTable().groupsStamp;
 }
 
 std::span<const AttributeEntry> attributes() {

@@ -1,6 +1,7 @@
 // The catalogue of default definitions: point attributes, metadata items, file schemas. Read once
 // from the data files of this folder, which are compiled in; never changed afterwards, so any
-// thread may read it. The interface layer and the database library share it.
+// thread may read it. The interface layer and the database library share it. The "notes" of the
+// data files say why a value is as it is; they are not read.
 #pragma once
 
 #include <cstdint>
@@ -19,6 +20,7 @@ struct Stamp {
 Stamp attributesStamp();
 Stamp metaDataStamp();
 Stamp schemasStamp();
+Stamp groupsStamp();  // of the attribute groups
 
 // A default point attribute; the fields mean what those of a point attribute record mean.
 struct AttributeEntry {
@@ -52,6 +54,7 @@ struct MetaDataEntry {
     std::string description;
     std::string schema;   // JSON schema (draft 7) of the value
     std::string example;  // a value that satisfies it
+    std::string neutral;  // a value that satisfies it and claims nothing; empty: there is none
 };
 std::span<const MetaDataEntry> metaData();
 const MetaDataEntry* findMetaData(std::string_view name);

@@ -296,6 +296,12 @@ TEST_F(Admin, ReportsAndDefaultsAreWritten) {
     const rapidjson::Document tag = json("defaults metadata tarvo.geo_tag --json");
     EXPECT_TRUE(tag["schema"].IsObject() && tag["example"].IsObject());
     EXPECT_TRUE(tag["schema"] != tag["example"]);
+    EXPECT_TRUE(tag["neutral"].IsObject() && tag["neutral"] != tag["example"]);
+    EXPECT_FALSE(json("defaults metadata tarvo.atmosphere --json").HasMember("neutral"));
+    EXPECT_EQ(json("defaults versions --json").Size(), 4u);
+    const std::string versions = run("defaults versions").output;
+    EXPECT_NE(versions.find("Attribute groups  1.1.54    2023-01-19\n"), std::string::npos)
+        << versions;
     EXPECT_NE(run("defaults attributes tarvo.target_index").output.find("Invalid       0\n"),
               std::string::npos);
     EXPECT_NE(run("defaults attributes tarvo.xyz").output.find("-535000 to 535000 m"),

@@ -111,8 +111,8 @@ TEST_F(Append, OldAndNewPointsKeepTheirValues) {
         append("tarvo.id,x,y,z,tarvo.class,only.new,gaps,tarvo.target_index\n"
                "11,1.5,2,3,5,3,,1\n12,-1.5,0,0,9,3,2.5,2\n"));
     EXPECT_EQ(rows("tarvo.xyz,tarvo.class,only.old,only.new,csv.gaps,tarvo.target_index"),
-              (Rows{{"1", "1.25,2.00,3.00,4,-5,0,nan,1"},
-                    {"2", "0.00,0.00,0.00,6,7,0,nan,1"},
+              (Rows{{"1", "1.25,2.00,3.00,4,-5,0,nan,0"},
+                    {"2", "0.00,0.00,0.00,6,7,0,nan,0"},
                     {"11", "1.50,2.00,3.00,5,0,3,nan,1"},
                     {"12", "-1.50,0.00,0.00,9,0,3,2.5,2"}}));
     // What has no value becomes invalid where the attribute knows that, else the default value.

@@ -299,12 +299,19 @@ TEST(JsonSchema, HoldsEachLimitBelowAtAndAboveIt) {
     }
 }
 
-TEST(JsonSchema, ExamplesOfTheCatalogueSatisfyTheirSchemas) {
+TEST(JsonSchema, ValuesOfTheCatalogueSatisfyTheirSchemas) {
+    int neutral = 0;
     for (const qrb::defaults::MetaDataEntry& item : qrb::defaults::metaData()) {
         EXPECT_EQ(check(item.schema, item.example), "") << item.name;
+        if (!item.neutral.empty()) {
+            ++neutral;
+            EXPECT_EQ(check(item.schema, item.neutral), "") << item.name;
+            EXPECT_NE(item.neutral, item.example) << item.name;
+        }
         // The schemas do look: none takes a number for its item.
         EXPECT_NE(check(item.schema, "7"), "") << item.name;
     }
+    EXPECT_GT(neutral, 20);
 }
 
 TEST(JsonSchema, RefusesWhatIsNoSchemaAndSaysWhere) {

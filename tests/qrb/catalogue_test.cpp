@@ -6,11 +6,24 @@
 
 #include <algorithm>
 #include <cmath>
+#include <regex>
 #include <set>
+#include <sstream>
 
 namespace {
 
 namespace defaults = tarvo::qrb::defaults;
+
+bool hasTag(const defaults::AttributeEntry& a, const std::string& tag) {
+    return std::regex_search(a.tags, std::regex("(^|[ ,])" + tag + "([ ,]|$)"));
+}
+
+// As the library understands the settings "default".
+bool isAveraged(const defaults::AttributeEntry& a) {
+    return a.lodSettings == "average" ||
+           (a.lodSettings == "default" && a.name != "tarvo.id" && a.namedValues.empty() &&
+            !hasTag(a, "enumeration") && !hasTag(a, "boolean"));
+}
 
 TEST(Catalogue, TablesAreWhole) {
     EXPECT_EQ(defaults::attributes().size(), 247u);
@@ -20,6 +33,8 @@ TEST(Catalogue, TablesAreWhole) {
     EXPECT_EQ(defaults::attributesStamp().version, "1.4.6");
     EXPECT_EQ(defaults::metaDataStamp().date, "2024-12-11");
     EXPECT_EQ(defaults::schemasStamp().version, "f274d50d");
+    EXPECT_EQ(defaults::groupsStamp().version, "1.1.54");
+    EXPECT_EQ(defaults::groupsStamp().date, "2023-01-19");
     EXPECT_EQ(defaults::attributes().front().name, "tarvo.xyz");
 }
 
@@ -45,6 +60,55 @@ TEST(Catalogue, AttributesCanBeStored) {
     }
 }
 
+// The mean of two identifiers is a third one, that of 359 and 1 degrees lies behind the scanner.
+TEST(Catalogue, LevelsOfDetailAverageOnlyWhatHasAMean) {
+    const std::regex keysAndCodes(
+        ".*[._](id|index|first|count|references|date|timestamp(_.*)?|type|class|zone|channel|facet|"
+        "segment|solution_gnss|satellites_.*)");
+    for (const defaults::AttributeEntry& a : defaults::attributes()) {
+        SCOPED_TRACE(a.name);
+        const bool goesRound = a.unitSymbol == "deg" && a.maximumValue - a.minimumValue >= 360;
+        const bool isUnitVector = a.description.starts_with("Unit ");
+        if (goesRound || isUnitVector || hasTag(a, "timestamp") || hasTag(a, "enumeration") ||
+            hasTag(a, "boolean") || std::regex_match(a.name, keysAndCodes)) {
+            EXPECT_FALSE(isAveraged(a));
+        }
+        // Of several elements only the first point's belong together.
+        if (isUnitVector || (a.length > 1 && std::regex_match(a.name, keysAndCodes))) {
+            EXPECT_EQ(a.lodSettings, "first");
+        }
+    }
+    EXPECT_EQ(defaults::findAttribute("tarvo.xyz")->lodSettings, "default");
+}
+
+// A new attribute must not tell of measurements that nobody made.
+TEST(Catalogue, WhatIsNotKnownIsTheDefault) {
+    const std::regex unknown(
+        "(-?[0-9]+) if (not known|it has none|there is none|none|the .* none)");
+    int found = 0;
+    for (const defaults::AttributeEntry& a : defaults::attributes()) {
+        SCOPED_TRACE(a.name);
+        std::smatch match;
+        if (std::regex_search(a.description, match, unknown)) {
+            ++found;
+            EXPECT_EQ(a.invalidValue, std::stod(match[1]));
+        }
+        if (!std::isnan(a.invalidValue)) {
+            EXPECT_EQ(a.defaultValue, a.invalidValue);
+            // The type in which the values are exchanged may be SINGLE.
+            EXPECT_EQ(static_cast<float>(a.invalidValue), a.invalidValue);
+        }
+        std::istringstream names(a.namedValues);
+        for (std::string line; std::getline(names, line);) {
+            const std::string name = line.substr(line.find('=') + 1);
+            if (name == "unknown" || name == "invalid" || name == "undefined") {
+                EXPECT_EQ(a.defaultValue, std::stod(line));
+            }
+        }
+    }
+    EXPECT_GT(found, 50);
+}
+
 TEST(Catalogue, MetaDataAndSchemasAreJsonAndNameWhatExists) {
     for (const defaults::MetaDataEntry& item : defaults::metaData()) {
         SCOPED_TRACE(item.name);
@@ -54,6 +118,7 @@ TEST(Catalogue, MetaDataAndSchemasAreJsonAndNameWhatExists) {
         EXPECT_FALSE(document.Parse(item.example.c_str()).HasParseError());
         EXPECT_EQ(defaults::findMetaData(item.name), &item);
     }
+    std::set<std::string> named;
     for (const defaults::SchemaEntry& schema : defaults::schemas()) {
         SCOPED_TRACE(schema.identifier);
         rapidjson::Document document;
@@ -66,6 +131,7 @@ TEST(Catalogue, MetaDataAndSchemasAreJsonAndNameWhatExists) {
                 name.pop_back();
             }
             EXPECT_NE(defaults::findAttribute(name), nullptr) << name;
+            named.insert(name);
         }
         EXPECT_EQ(primaries, 1);
         for (const auto& value : document["metadata"].GetArray()) {
@@ -74,7 +140,15 @@ TEST(Catalogue, MetaDataAndSchemasAreJsonAndNameWhatExists) {
                 name.pop_back();
             }
             EXPECT_NE(defaults::findMetaData(name), nullptr) << name;
+            named.insert(name);
         }
+    }
+    // Strict validation would find fault with what no file type has a place for.
+    for (const defaults::AttributeEntry& a : defaults::attributes()) {
+        EXPECT_TRUE(named.contains(a.name)) << a.name;
+    }
+    for (const defaults::MetaDataEntry& item : defaults::metaData()) {
+        EXPECT_TRUE(named.contains(item.name)) << item.name;
     }
 }
 
