@@ -1,6 +1,7 @@
 #include "engine/report/histogram.h"
 
 #include "engine/report/text.h"
+#include "numbers/numbertext.h"
 
 #include <algorithm>
 #include <array>
@@ -232,7 +233,7 @@ private:
     Bin rangeBin(std::size_t i) const {
         if (isFloat()) {
             const auto edge = [&](std::size_t at) {
-                return numberText(std::lerp(
+                return numbers::numberText(std::lerp(
                     m_low, m_high, static_cast<double>(at) / static_cast<double>(m_bins.size())));
             };
             return {edge(i), edge(i + 1), m_bins[i], {}};

@@ -1,6 +1,7 @@
 #include "engine/report/chart.h"
 #include "engine/report/forms.h"
 #include "engine/report/text.h"
+#include "numbers/numbertext.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -106,7 +107,7 @@ Markup extentPart(const Facts& facts) {
         table.cell(escaped(elementName(primary.record, e)));
         table.number(withUnit(valueText(primary.grid, s.minimum), unit));
         table.number(withUnit(valueText(primary.grid, s.maximum), unit));
-        table.number(withUnit(numberText(extentSize(primary.grid, s), 12), unit));
+        table.number(withUnit(numbers::roundedText(extentSize(primary.grid, s), 12), unit));
         table.end();
     }
     return table.markup();
@@ -118,7 +119,8 @@ Markup legend(const Facts& facts, const Picture& cloud) {
     const schema::AttributeRecord& primary = facts.state->primary().record;
     const bool height = cloud.colouring == Colouring::Height;
     const auto end = [&](double value) {
-        return height ? withUnit(numberText(value, 6), primary.unitSymbol) : numberText(value, 3);
+        return height ? withUnit(numbers::roundedText(value, 6), primary.unitSymbol)
+                      : numbers::roundedText(value, 3);
     };
     constexpr int steps = 16;
     Markup cells = tag("td", end(cloud.low) + "&nbsp;");
@@ -180,7 +182,7 @@ Markup attributesPart(const Facts& facts) {
             table.cell(e == 0 ? escaped(record.title) : Markup());
             table.cell(e == 0 ? Markup(typeName(record)) : Markup());
             table.cell(e == 0 ? Markup(storageName(record)) : Markup());
-            table.number(e == 0 && record.resolution > 0 ? numberText(record.resolution)
+            table.number(e == 0 && record.resolution > 0 ? numbers::numberText(record.resolution)
                                                          : Markup());
             table.number(s.hasValid ? valueText(attribute.grid, s.minimum) : "no values");
             table.number(s.hasValid ? valueText(attribute.grid, s.maximum) : "");
@@ -254,7 +256,7 @@ Markup histogramOf(const schema::AttributeRecord& record, const Histogram& histo
     Markup line = countText(histogram.count) + " values";
     // Of names there is no mean.
     if (histogram.count > 0 && record.namedValues.empty())
-        line += ", mean " + withUnit(numberText(histogram.mean, 8), record.unitSymbol);
+        line += ", mean " + withUnit(numbers::roundedText(histogram.mean, 8), record.unitSymbol);
     if (histogram.invalid > 0)
         line += ", " + countText(histogram.invalid) + " invalid" +
                 (histogram.invalidName.empty() ? "" : " (" + escaped(histogram.invalidName) + ")");

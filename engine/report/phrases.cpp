@@ -1,5 +1,6 @@
 #include "engine/report/forms.h"
 #include "engine/report/text.h"
+#include "numbers/numbertext.h"
 
 namespace tarvo::engine::report {
 
@@ -21,9 +22,9 @@ std::string levelOfDetailText(const session::State& state) {
 std::string bytesPerPointText(const Facts& facts, std::size_t attribute) {
     if (facts.state->pointCount == 0)
         return {};
-    return numberText(static_cast<double>(facts.attributes[attribute].leafBytes) /
-                          static_cast<double>(facts.state->pointCount),
-                      3);
+    return numbers::roundedText(static_cast<double>(facts.attributes[attribute].leafBytes) /
+                                    static_cast<double>(facts.state->pointCount),
+                                3);
 }
 
 std::string sampleText(std::uint64_t step) {

@@ -1,5 +1,7 @@
 #include "engine/report/text.h"
 
+#include "numbers/numbertext.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cstdio>
@@ -51,20 +53,6 @@ bool breaksLine(std::string_view character) {
         return static_cast<unsigned char>(character[1]) < 0xa0;
     return character == "\u2028" || character == "\u2029" || character == "\ufdd0" ||
            character == "\ufdd1" || character == "\ufffc";
-}
-
-std::string wideText(schema::Grid::Wide value) {
-    char digits[48];
-    char* at = digits + sizeof digits;
-    const bool negative = value < 0;
-    do {
-        const int digit = static_cast<int>(value % 10);
-        *--at = static_cast<char>('0' + (negative ? -digit : digit));
-        value /= 10;
-    } while (value != 0);
-    if (negative)
-        *--at = '-';
-    return {at, digits + sizeof digits};
 }
 
 }  // namespace
@@ -123,21 +111,9 @@ std::string csvCell(std::string_view text) {
     return out + "\"";
 }
 
-std::string numberText(double value) {
-    char text[32];
-    return {text, std::to_chars(text, text + sizeof text, value).ptr};
-}
-
-std::string numberText(double value, int digits) {
-    char text[64];
-    return {text, std::to_chars(text, text + sizeof text, value, std::chars_format::general,
-                                std::min(digits, 17))
-                      .ptr};
-}
-
 std::string valueText(const schema::Grid& grid, std::uint64_t code) {
-    return grid.kind() == schema::Grid::Kind::Integer ? wideText(grid.integerValue(code))
-                                                      : numberText(grid.value(code));
+    return grid.hasWholeValues() ? numbers::wholeText(grid.integerValue(code))
+                                 : numbers::numberText(grid.value(code));
 }
 
 std::string countText(std::uint64_t count) {

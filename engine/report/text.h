@@ -19,10 +19,6 @@ std::string escaped(std::string_view text);
 // oneLine as a cell of comma-separated values, quoted where it has to be (RFC 4180).
 std::string csvCell(std::string_view text);
 
-// The shortest decimal number that reads as the same value, whatever the locale.
-std::string numberText(double value);
-// With `digits` significant digits.
-std::string numberText(double value, int digits);
 // The value of a code; whole numbers exactly, beyond 2^53 too.
 std::string valueText(const schema::Grid& grid, std::uint64_t code);
 // Digits in groups of three.

@@ -1,5 +1,6 @@
 #include "engine/report/forms.h"
 #include "engine/report/text.h"
+#include "numbers/numbertext.h"
 
 #include <algorithm>
 
@@ -82,7 +83,8 @@ std::string extentText(const Facts& facts) {
         if (const schema::ElementStatistics& s = facts.attributes[0].elements[e]; s.hasValid)
             table.add({elementName(primary.record, e), valueText(primary.grid, s.minimum),
                        valueText(primary.grid, s.maximum),
-                       numberText(extentSize(primary.grid, s), 12), primary.record.unitSymbol});
+                       numbers::roundedText(extentSize(primary.grid, s), 12),
+                       primary.record.unitSymbol});
     return "\nEXTENT\n" + (facts.state->pointCount == 0 ? "  no points\n" : table.text());
 }
 

@@ -1,6 +1,8 @@
 #include "engine/schema/merge.h"
 
 #include "engine/base/error.h"
+#include "numbers/decimal.h"
+#include "numbers/numbertext.h"
 
 #include <algorithm>
 #include <charconv>
@@ -14,12 +16,9 @@ namespace tarvo::engine::schema {
 namespace {
 
 constexpr double twoTo53 = 9007199254740992.0;
-using Wide = Grid::Wide;
-
-std::string numberText(double value) {
-    char buffer[32];
-    return {buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr};
-}
+using numbers::Decimal;
+using numbers::numberText;
+using numbers::Wide;
 
 [[noreturn]] void refuseMerge(const std::string& name, const std::string& reason) {
     throw Failure(
@@ -28,55 +27,26 @@ std::string numberText(double value) {
         "Give one of them another name.");
 }
 
-// digits * 10^exponent, the shortest decimal number that gives the double.
-struct Decimal {
-    Wide digits = 0;
-    int exponent = 0;
-};
-
-Decimal decimalOf(double value) {
-    char buffer[40];
-    const char* const end =
-        std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::scientific).ptr;
-    Decimal result;
-    int behindPoint = 0;
-    bool point = false;
-    const char* at = buffer;
-    for (; *at != 'e'; ++at) {
-        if (*at == '.')
-            point = true;
-        else if (*at != '-') {
-            result.digits = result.digits * 10 + (*at - '0');
-            behindPoint += point;
-        }
-    }
-    at += at[1] == '+' ? 2 : 1;
-    std::from_chars(at, end, result.exponent);
-    result.exponent -= behindPoint;
-    if (value < 0)
-        result.digits = -result.digits;
-    return result;
-}
-
 // The number in units of 10^exponent; none where it doesn't fit.
-std::optional<Wide> inUnits(Decimal number, int exponent) {
+std::optional<Wide> inUnits(const Decimal& number, int exponent) {
     constexpr Wide most = Wide(1) << 120;
-    for (; number.exponent > exponent; --number.exponent) {
-        if (number.digits > most / 10 || number.digits < -most / 10)
+    Wide units = number.digits;
+    for (int e = number.exponent; e > exponent; --e) {
+        if (units > most / 10 || units < -most / 10)
             return std::nullopt;
-        number.digits *= 10;
+        units *= 10;
     }
-    return number.digits;
+    return units;
 }
 
 // The resolution of a grid that begins at `minimum` and holds all the grids; 0 where none does.
 double commonResolution(const std::vector<AttributeRecord>& records, double minimum) {
-    std::vector<Decimal> numbers{decimalOf(minimum)};
+    std::vector<Decimal> numbers{numbers::shortestDecimal(minimum)};
     for (const AttributeRecord& record : records) {
         if (record.resolution == 0)
             return 0;
-        numbers.push_back(decimalOf(record.resolution));
-        numbers.push_back(decimalOf(record.minimumValue));
+        numbers.push_back(numbers::shortestDecimal(record.resolution));
+        numbers.push_back(numbers::shortestDecimal(record.minimumValue));
     }
     int exponent = 0;
     for (const Decimal& number : numbers)

@@ -4,6 +4,7 @@
 #include "engine/validation/describe.h"
 #include "engine/validation/pattern.h"
 #include "engine/validation/schemalibrary.h"
+#include "numbers/numbertext.h"
 
 #include <cmath>
 #include <functional>
@@ -112,8 +113,8 @@ Builder::Make limitCheck(Applies applies, Passes passes, const char* expected, c
                 return true;
             const auto [pass, found] = passes(value, limit);
             return pass || say(results, context,
-                               "expected " + std::string(expected) + " " + numberText(limit) +
-                                   what + ", found " + found);
+                               "expected " + std::string(expected) + " " +
+                                   numbers::numberText(limit) + what + ", found " + found);
         };
     };
 }
@@ -215,9 +216,9 @@ CheckFunction multipleCheck(const Adapter& keyword) {
             pass = std::abs(quotient - std::round(quotient)) <=
                    1e-9 * std::max(1.0, std::abs(quotient));
         }
-        return pass ||
-               say(results, context,
-                   "expected a multiple of " + numberText(divisor) + ", found " + describe(value));
+        return pass || say(results, context,
+                           "expected a multiple of " + numbers::numberText(divisor) + ", found " +
+                               describe(value));
     };
 }
 

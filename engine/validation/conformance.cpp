@@ -1,10 +1,10 @@
 #include "engine/validation/conformance.h"
 
 #include "engine/validation/jsonschema.h"
+#include "numbers/numbertext.h"
 #include "qrb/defaults/catalogue.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 
 namespace tarvo::engine::validation {
@@ -14,10 +14,7 @@ namespace {
 namespace defaults = qrb::defaults;
 
 std::string plain(double value) {
-    if (std::isnan(value))
-        return "none";
-    char buffer[32];
-    return {buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr};
+    return std::isnan(value) ? "none" : numbers::numberText(value);
 }
 
 struct TypeLimits {

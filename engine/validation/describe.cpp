@@ -1,18 +1,16 @@
 #include "engine/validation/describe.h"
 
+#include "numbers/numbertext.h"
+
 #include <valijson/internal/adapter.hpp>
 
-#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <map>
 
 namespace tarvo::engine::validation {
 
-std::string numberText(double value) {
-    char buffer[32];
-    return {buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr};
-}
+using numbers::numberText;
 
 bool isWholeNumber(const Adapter& value) {
     return value.isInteger() ||

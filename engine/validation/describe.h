@@ -11,8 +11,6 @@ namespace tarvo::engine::validation {
 
 using valijson::adapters::Adapter;
 
-// The shortest text that gives the number.
-std::string numberText(double value);
 std::string quotedText(const std::string& text);
 // At most about 60 bytes of a text.
 std::string shortened(const std::string& text);

@@ -3,30 +3,32 @@
 cmake_minimum_required(VERSION 3.25)
 
 set(app app mainwindow dialogs common qrb qrb/defaults files)
-set(mainwindow mainwindow dialogs common copy qrb qrb/defaults files)
-set(dialogs dialogs common copy qrb qrb/defaults files)
-set(common common copy qrb qrb/defaults files)
-set(cli cli copy qrb qrb/defaults files)
+set(mainwindow mainwindow dialogs common copy core numbers qrb qrb/defaults files)
+set(dialogs dialogs common copy core numbers qrb qrb/defaults files)
+set(common common copy core numbers qrb qrb/defaults files)
+set(cli cli copy core numbers qrb qrb/defaults files)
 set(copy copy qrb files)
+set(core core numbers qrb qrb/defaults files)
+set(numbers numbers)
 set(qrb qrb qrb/defaults)
 set(qrb/defaults qrb/defaults)
 set(engine/base engine/base qrb qrb/defaults)
-set(engine/schema engine/schema engine/base qrb)
+set(engine/schema engine/schema engine/base numbers qrb)
 set(engine/codec engine/codec engine/schema engine/base)
 set(engine/index engine/index engine/schema engine/base)
 set(engine/filter engine/filter engine/schema engine/base)
 set(files files)
 set(engine/store engine/store engine/base files)
 set(engine/session engine/session engine/store engine/index engine/schema engine/base qrb/defaults files)
-set(engine/query engine/query engine/session engine/store engine/filter engine/index engine/codec
+set(engine/query engine/query numbers engine/session engine/store engine/filter engine/index engine/codec
   engine/schema engine/base qrb)
-set(engine/report engine/report engine/query engine/session engine/store engine/index
+set(engine/report engine/report numbers engine/query engine/session engine/store engine/index
   engine/schema engine/base qrb/defaults)
-set(engine/validation engine/validation engine/session engine/index engine/schema engine/base
+set(engine/validation engine/validation numbers engine/session engine/index engine/schema engine/base
   qrb/defaults)
 set(engine/capi engine/capi engine/validation engine/report engine/query engine/session engine/store engine/filter
   engine/index engine/codec engine/schema engine/base qrb qrb/defaults files)
-set(rooms app mainwindow dialogs common cli copy files qrb qrb/defaults engine/base engine/schema engine/codec
+set(rooms app mainwindow dialogs common cli copy core files numbers qrb qrb/defaults engine/base engine/schema engine/codec
   engine/index engine/filter engine/store engine/session engine/query engine/validation
   engine/report engine/capi)
 

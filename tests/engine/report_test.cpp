@@ -6,6 +6,8 @@
 #include "engine/report/report.h"
 #include "engine/report/text.h"
 
+#include "numbers/numbertext.h"
+
 #include <gtest/gtest.h>
 #include <openssl/evp.h>
 #include <png.h>
@@ -528,8 +530,8 @@ TEST(ReportText, ForeignTextsAreCleaned) {
         EXPECT_EQ(report::csvCell(quoted), "\"" + std::string(quoted) + "\"");
     EXPECT_EQ(report::csvCell("a b'c"), "a b'c");
     EXPECT_EQ(report::csvCell(""), "");
-    EXPECT_EQ(report::numberText(1.0 / 3, 3), "0.333");
-    EXPECT_EQ(report::numberText(0.1, 40), "0.10000000000000001");
+    EXPECT_EQ(numbers::roundedText(1.0 / 3, 3), "0.333");
+    EXPECT_EQ(numbers::roundedText(0.1, 40), "0.10000000000000001");
     EXPECT_EQ(report::byteText(999), "999 bytes");
     EXPECT_EQ(report::byteText(999'949), "999.9 kB");
     EXPECT_EQ(report::byteText(999'960), "1.0 MB");

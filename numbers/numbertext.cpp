@@ -1,0 +1,86 @@
+#include "numbers/numbertext.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+
+namespace tarvo::numbers {
+
+namespace {
+
+// Fixed notation of the greatest double has 309 digits before the mark.
+constexpr std::size_t mostCharacters = 700;
+
+void appendShortest(std::string& text, double value, double plainFrom, double plainBelow) {
+    if (std::isnan(value)) {
+        text += "nan";
+        return;
+    }
+    char buffer[mostCharacters];
+    const double size = std::fabs(value);
+    const bool plain = value == 0 || (size >= plainFrom && size < plainBelow);
+    const auto form = plain ? std::chars_format::fixed : std::chars_format::scientific;
+    text.append(buffer, std::to_chars(buffer, buffer + sizeof buffer, value, form).ptr);
+}
+
+}  // namespace
+
+std::string numberText(double value) {
+    std::string text;
+    appendShortest(text, value, 1e-7, 1e21);
+    return text;
+}
+
+void appendPlain(std::string& text, double value) {
+    appendShortest(text, value, 1e-30, 1e31);
+}
+
+std::string roundedText(double value, int digits) {
+    char buffer[64];
+    return {buffer, std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general,
+                                  std::clamp(digits, 1, 17))
+                        .ptr};
+}
+
+void appendFixed(std::string& text, double value, int places) {
+    char buffer[mostCharacters];
+    const char* begin = buffer;
+    const char* const end =
+        std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, places).ptr;
+    const auto isZero = [](char c) { return c == '-' || c == '0' || c == '.'; };
+    if (*begin == '-' && std::all_of(begin, end, isZero))
+        ++begin;
+    text.append(begin, end);
+}
+
+std::string wholeText(Wide value) {
+    std::string text;
+    const bool negative = value < 0;
+    do {
+        const int digit = static_cast<int>(value % 10);
+        text.push_back(static_cast<char>('0' + (digit < 0 ? -digit : digit)));
+        value /= 10;
+    } while (value != 0);
+    if (negative)
+        text.push_back('-');
+    std::reverse(text.begin(), text.end());
+    return text;
+}
+
+std::optional<double> readNumber(std::string_view text) {
+    constexpr std::string_view blanks = " \t\r\n";
+    text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
+    text = text.substr(0, text.find_last_not_of(blanks) + 1);
+    const bool positive = text.starts_with('+');
+    text.remove_prefix(positive ? 1 : 0);
+    // A sign behind the sign would be taken for the number's own.
+    if (text.empty() || (positive && text.front() == '-'))
+        return std::nullopt;
+    double number = 0;
+    const auto [last, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || last != text.data() + text.size() || !std::isfinite(number))
+        return std::nullopt;
+    return number;
+}
+
+}  // namespace tarvo::numbers

@@ -1,0 +1,98 @@
+#include "numbers/decimal.h"
+#include "numbers/numbertext.h"
+
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cmath>
+#include <cstdlib>
+#include <random>
+
+namespace tarvo::numbers {
+namespace {
+
+std::uint64_t seed() {
+    const char* const text = std::getenv("QRB_SEED");
+    return text ? std::strtoull(text, nullptr, 10) : 7;
+}
+
+std::string plain(double value) {
+    std::string text;
+    appendPlain(text, value);
+    return text;
+}
+
+std::string fixed(double value, int places) {
+    std::string text;
+    appendFixed(text, value, places);
+    return text;
+}
+
+TEST(Numbers, TextsKeepEveryDigit) {
+    RecordProperty("seed", std::to_string(seed()));
+    std::mt19937_64 random(seed());
+    for (int i = 0; i < 50'000; ++i) {
+        const auto number = std::bit_cast<double>(random());
+        if (!std::isfinite(number))
+            continue;
+        for (const std::string& text : {numberText(number), plain(number)}) {
+            const auto back = readNumber(text);
+            ASSERT_TRUE(back &&
+                        std::bit_cast<std::uint64_t>(*back) == std::bit_cast<std::uint64_t>(number))
+                << text << ", seed " << seed();
+        }
+        const Decimal decimal = shortestDecimal(number);
+        EXPECT_EQ(
+            readNumber(std::to_string(decimal.digits) + "e" + std::to_string(decimal.exponent)),
+            number);
+    }
+}
+
+TEST(Numbers, HaveAnExponentOnlyWhereDigitsBecomeMany) {
+    EXPECT_EQ(numberText(100000), "100000");
+    EXPECT_EQ(numberText(-535000.25), "-535000.25");
+    EXPECT_EQ(numberText(1e-7), "0.0000001");
+    EXPECT_EQ(numberText(9e-8), "9e-08");
+    EXPECT_EQ(numberText(1e20), "100000000000000000000");
+    EXPECT_EQ(numberText(1e21), "1e+21");
+    EXPECT_EQ(numberText(9223372036854775808.0), "9223372036854775808");
+    EXPECT_EQ(numberText(0), "0");
+    EXPECT_EQ(numberText(NAN), "nan");
+    EXPECT_EQ(numberText(-INFINITY), "-inf");
+    EXPECT_EQ(plain(1e-9), "0.000000001");
+    EXPECT_EQ(plain(1e25), "10000000000000000905969664");
+    EXPECT_EQ(plain(1e31), "1e+31");
+    EXPECT_EQ(plain(245384.64506943894), "245384.64506943894");
+}
+
+TEST(Numbers, AreRoundedWithoutASignOfZero) {
+    EXPECT_EQ(fixed(-0.001, 2), "0.00");
+    EXPECT_EQ(fixed(-0.006, 2), "-0.01");
+    EXPECT_EQ(fixed(0.125, 3), "0.125");
+    EXPECT_EQ(fixed(1e300, 0).size(), 301u);
+    EXPECT_EQ(roundedText(1234.5678, 6), "1234.57");
+    EXPECT_EQ(roundedText(2, 6), "2");
+    EXPECT_EQ(wholeText(Wide(~0ull)), "18446744073709551615");
+    EXPECT_EQ(wholeText(-(Wide(1) << 63)), "-9223372036854775808");
+    EXPECT_EQ(wholeText(0), "0");
+}
+
+TEST(Numbers, AreReadWholeOrNotAtAll) {
+    EXPECT_EQ(readNumber(" +1.5e-3\t"), 0.0015);
+    EXPECT_EQ(readNumber("-7"), -7);
+    for (const char* text :
+         {"", " ", "1,5", "1 000", "abc", "1e999", "0x10", "--1", "+-1", "1.5x", "nan", "inf", "+"})
+        EXPECT_FALSE(readNumber(text)) << text;
+}
+
+TEST(Numbers, KnowTheirDecimalPlaces) {
+    EXPECT_EQ(shortestDecimal(0.01).digits, 1);
+    EXPECT_EQ(shortestDecimal(0.01).places(), 2);
+    EXPECT_EQ(shortestDecimal(-1234567.1).digits, -12345671);
+    EXPECT_EQ(shortestDecimal(1000).exponent, 3);
+    EXPECT_EQ(shortestDecimal(1000).places(), 0);
+    EXPECT_EQ(shortestDecimal(0).exponent, 0);
+}
+
+}  // namespace
+}  // namespace tarvo::numbers
