@@ -90,24 +90,10 @@ bool isConstant(const TermPointer& term) {
     return term->kind == Term::Kind::Constant;
 }
 
-// Whether the value of the off-grid invalid code is an integer that integerValue() gives.
-bool hasWholeInvalid(const Grid& grid) {
-    if (!grid.invalidIsOffGrid())
-        return true;
-    const double value = grid.value(grid.invalidCode());
-    return std::trunc(value) == value && std::abs(value) <= 18446744073709551616.0 &&
-           value >= -9223372036854775808.0;
-}
-
 Slot makeSlot(const ElementRef& element, const Grid& grid) {
-    Slot slot{element, grid, grid.kind() == Grid::Kind::Integer && hasWholeInvalid(grid), {}};
+    Slot slot{element, grid, grid.hasWholeValues(), {}};
     if (slot.whole) {
-        slot.bounds =
-            Interval::ofWhole(grid.integerValue(0), grid.integerValue(grid.maximumCode()));
-        if (grid.hasInvalid()) {
-            const Wide invalid = grid.integerValue(grid.invalidCode());
-            slot.bounds.include(Interval::ofWhole(invalid, invalid));
-        }
+        slot.bounds = Interval::ofWhole(grid.leastInteger(), grid.greatestInteger());
     } else {
         slot.bounds = Interval::ofReal(grid.value(grid.firstAtLeast(-infinity).code),
                                        grid.value(grid.maximumCode()), false);
@@ -245,7 +231,7 @@ private:
             if (std::abs(stored - value) > 1e-6 * record.resolution && stored != value)
                 return realNumber(value);
             if (grid.kind() == Grid::Kind::Integer &&
-                (!grid.invalidIsOffGrid() || code != grid.invalidCode() || hasWholeInvalid(grid)))
+                (grid.hasWholeValues() || code != grid.invalidCode()))
                 return wholeNumber(grid.integerValue(code));
             return realNumber(stored);
         } catch (const Failure&) {

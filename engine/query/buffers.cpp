@@ -1,5 +1,7 @@
 #include "engine/query/buffers.h"
 
+#include "numbers/numbertext.h"
+
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -42,7 +44,6 @@ decltype(auto) withType(std::uint32_t type, Function&& function) {
     }
 }
 
-template <typename T>
 [[noreturn]] void failFit(const schema::Attribute& attribute, const std::string& value) {
     throw Failure(ErrorCode::Range,
                   "The value " + value + " of the point attribute \"" + attribute.record.name +
@@ -54,19 +55,18 @@ template <typename T>
 T valueAs(const schema::Attribute& attribute, std::uint64_t code) {
     const Grid& grid = attribute.grid;
     if constexpr (std::is_integral_v<T>) {
-        if (grid.kind() == Grid::Kind::Integer &&
-            !(grid.invalidIsOffGrid() && grid.isInvalid(code))) {
+        if (grid.hasWholeValues()) {
             const Grid::Wide value = grid.integerValue(code);
             if (value < static_cast<Grid::Wide>(std::numeric_limits<T>::min()) ||
                 value > static_cast<Grid::Wide>(std::numeric_limits<T>::max()))
-                failFit<T>(attribute, std::to_string(grid.value(code)));
+                failFit(attribute, numbers::wholeText(value));
             return static_cast<T>(value);
         }
         const double value = std::nearbyint(grid.value(code));
         // The upper limit of a 64-bit type is not a double: compared with the power of two above.
         if (!(value >= static_cast<double>(std::numeric_limits<T>::min()) &&
               value < std::ldexp(1.0, std::numeric_limits<T>::digits)))
-            failFit<T>(attribute, std::to_string(value));
+            failFit(attribute, numbers::numberText(grid.value(code)));
         return static_cast<T>(value);
     } else {
         return static_cast<T>(grid.value(code));
@@ -145,6 +145,24 @@ void readCodes(const schema::Attribute& attribute, std::uint32_t type, const std
             out += outStride;
         }
     });
+}
+
+std::vector<std::optional<std::uint64_t>> readIds(const schema::Attribute& pointId,
+                                                  const Binding& binding, std::size_t count) {
+    std::vector<std::optional<std::uint64_t>> ids(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        std::uint64_t code = 0;
+        try {
+            readCodes(pointId, binding.type,
+                      binding.buffer + static_cast<std::ptrdiff_t>(i) * binding.stride, 0, 1,
+                      reinterpret_cast<std::uint8_t*>(&code), sizeof code);
+            ids[i] = code;
+        } catch (const Failure& failure) {
+            if (failure.code() != ErrorCode::Range)
+                throw;
+        }
+    }
+    return ids;
 }
 
 }  // namespace tarvo::engine::query

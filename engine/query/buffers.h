@@ -6,7 +6,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
+#include <vector>
 
 namespace tarvo::engine::query {
 
@@ -43,5 +45,9 @@ void writeValue(const schema::Attribute& attribute, std::uint64_t code, std::uin
 // attribute's grid. Throws Failure(Range) for a value outside of the attribute's range.
 void readCodes(const schema::Attribute& attribute, std::uint32_t type, const std::uint8_t* in,
                std::ptrdiff_t stride, std::size_t count, std::uint8_t* out, std::size_t outStride);
+
+// Reads the ids of points as readCodes does; one that no point can have gives no code.
+std::vector<std::optional<std::uint64_t>> readIds(const schema::Attribute& pointId,
+                                                  const Binding& binding, std::size_t count);
 
 }  // namespace tarvo::engine::query

@@ -2,6 +2,7 @@
 
 #include "engine/base/error.h"
 #include "engine/base/json.h"
+#include "numbers/numbertext.h"
 
 #include <charconv>
 #include <cmath>
@@ -9,6 +10,9 @@
 namespace tarvo::engine::schema {
 
 namespace {
+
+constexpr double twoTo63 = 9223372036854775808.0;
+constexpr double twoTo64 = 18446744073709551616.0;
 
 [[noreturn]] void refuse(const AttributeRecord& record, const std::string& reason) {
     throw Failure(ErrorCode::Argument,
@@ -29,6 +33,20 @@ std::string_view trimmed(std::string_view text) {
     while (!text.empty() && (text.back() == ' ' || text.back() == '\t'))
         text.remove_suffix(1);
     return text;
+}
+
+// Whether the invalid value can't be mixed up with a value, nor be lost, where both are rounded.
+bool isTakenBackFromSingle(const AttributeRecord& record) {
+    const double value = record.invalidValue;
+    if (std::isnan(value))
+        return true;
+    const bool isSingle = static_cast<double>(static_cast<float>(value)) == value;
+    if (value < record.minimumValue || value > record.maximumValue)
+        return isSingle;
+    const double step = (value - record.minimumValue) / record.resolution;
+    const double toStep = std::fabs(step - std::round(step));
+    const double largest = std::max(std::fabs(record.minimumValue), std::fabs(record.maximumValue));
+    return toStep < 1e-6 || (isSingle && toStep * record.resolution > largest * 0x1p-23);
 }
 
 }  // namespace
@@ -54,6 +72,16 @@ void validate(const AttributeRecord& record) {
     if (!std::isfinite(record.scaleFactor))
         refuse(record, "its scale factor is not a number.");
     const Grid grid(record);
+    if (grid.hasWholeValues() && dataType(record) == QRB_DATA_TYPE_DOUBLE)
+        throw Failure(ErrorCode::Argument,
+                      "The attribute \"" + record.name +
+                          "\" has whole numbers that no data type can hold together.",
+                      "Its values and its invalid value go from " +
+                          numbers::wholeText(grid.leastInteger()) + " to " +
+                          numbers::wholeText(grid.greatestInteger()) +
+                          "; INT64 holds -9223372036854775808 to 9223372036854775807, UINT64 0 to "
+                          "18446744073709551615. Choose another invalid value, or narrow the "
+                          "range.");
     try {
         (void)grid.code(record.defaultValue);
     } catch (const Failure&) {
@@ -68,19 +96,19 @@ std::uint32_t dataType(const AttributeRecord& record) {
         return QRB_DATA_TYPE_DOUBLE;
     double low = record.minimumValue;
     double high = record.maximumValue;
+    bool whole = record.resolution == std::floor(record.resolution) && low == std::floor(low) &&
+                 high == std::floor(high);
     if (!std::isnan(record.invalidValue)) {
         low = std::min(low, record.invalidValue);
         high = std::max(high, record.invalidValue);
+        whole = whole && record.invalidValue == std::floor(record.invalidValue);
     }
-    // An invalid value between two steps is a fraction within the range.
-    const bool whole =
-        record.resolution == std::floor(record.resolution) && low == std::floor(low) &&
-        high == std::floor(high) &&
-        (std::isnan(record.invalidValue) || record.invalidValue == std::floor(record.invalidValue));
     if (!whole) {
-        // A SINGLE holds 24 bits of mantissa.
+        // A SINGLE holds 24 bits of mantissa: what it rounds comes back to its step, but an invalid
+        // value on no step would not.
         const double steps = std::max(std::fabs(low), std::fabs(high)) / record.resolution;
-        return steps < 16777216.0 ? QRB_DATA_TYPE_SINGLE : QRB_DATA_TYPE_DOUBLE;
+        const bool isSingle = steps < 16777216.0 && isTakenBackFromSingle(record);
+        return isSingle ? QRB_DATA_TYPE_SINGLE : QRB_DATA_TYPE_DOUBLE;
     }
     if (low >= 0) {
         if (high <= UINT8_MAX)
@@ -89,7 +117,7 @@ std::uint32_t dataType(const AttributeRecord& record) {
             return QRB_DATA_TYPE_UINT16;
         if (high <= UINT32_MAX)
             return QRB_DATA_TYPE_UINT32;
-        return high <= 18446744073709551616.0 ? QRB_DATA_TYPE_UINT64 : QRB_DATA_TYPE_DOUBLE;
+        return high <= twoTo64 ? QRB_DATA_TYPE_UINT64 : QRB_DATA_TYPE_DOUBLE;
     }
     if (low >= INT8_MIN && high <= INT8_MAX)
         return QRB_DATA_TYPE_INT8;
@@ -97,7 +125,10 @@ std::uint32_t dataType(const AttributeRecord& record) {
         return QRB_DATA_TYPE_INT16;
     if (low >= INT32_MIN && high <= INT32_MAX)
         return QRB_DATA_TYPE_INT32;
-    if (low >= -9223372036854775808.0 && high <= 9223372036854775807.0)
+    // From -2^63 on, the grid takes 2^63 for 2^63-1, which no double is.
+    const bool isWholeRange =
+        record.minimumValue == -twoTo63 && record.maximumValue == twoTo63 && high == twoTo63;
+    if (low >= -twoTo63 && (high < twoTo63 || isWholeRange))
         return QRB_DATA_TYPE_INT64;
     return QRB_DATA_TYPE_DOUBLE;
 }

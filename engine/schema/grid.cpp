@@ -2,16 +2,20 @@
 
 #include "engine/base/error.h"
 #include "engine/schema/attribute.h"
+#include "numbers/numbertext.h"
 
 #include <algorithm>
 #include <bit>
-#include <charconv>
 #include <cmath>
 
 namespace tarvo::engine::schema {
 
 namespace {
 
+using numbers::numberText;
+using numbers::wholeText;
+
+constexpr double twoTo50 = 1125899906842624.0;
 constexpr double twoTo53 = 9007199254740992.0;
 constexpr double twoTo63 = 9223372036854775808.0;
 constexpr double twoTo64 = 18446744073709551616.0;
@@ -20,26 +24,6 @@ constexpr std::uint64_t topBit = 1ull << 63;
 // The one code of all NaNs.
 std::uint64_t notANumberCode() {
     return orderedBits(std::numeric_limits<double>::quiet_NaN());
-}
-
-std::string decimalText(double value) {
-    char buffer[32];
-    const auto end = std::to_chars(buffer, buffer + sizeof buffer, value).ptr;
-    return {buffer, end};
-}
-
-std::string decimalText(Grid::Wide value) {
-    std::string text;
-    const bool negative = value < 0;
-    do {
-        const int digit = static_cast<int>(value % 10);
-        text.push_back(static_cast<char>('0' + (digit < 0 ? -digit : digit)));
-        value /= 10;
-    } while (value != 0);
-    if (negative)
-        text.push_back('-');
-    std::reverse(text.begin(), text.end());
-    return text;
 }
 
 // A double can't hold 2^64-1: who writes the largest unsigned number gets 2^64.
@@ -73,94 +57,116 @@ Grid::Grid(const AttributeRecord& record)
       m_maximum(record.maximumValue),
       m_resolution(record.resolution),
       m_name(record.name) {
-    const auto refuse = [&](const std::string& text, const std::string& details) {
-        throw Failure(ErrorCode::Argument, "The attribute \"" + m_name + "\" " + text, details);
-    };
-    const std::string limits = "Its range is " + decimalText(m_minimum) + " to " +
-                               decimalText(m_maximum) + " with a resolution of " +
-                               decimalText(m_resolution) + ".";
-
     if (!std::isfinite(m_minimum) || !std::isfinite(m_maximum))
-        refuse("has a limit that is not a finite number.", limits);
+        refuse("has a limit that is not a finite number.", limitsText());
     if (m_minimum > m_maximum)
-        refuse("has a minimum above its maximum.", limits);
+        refuse("has a minimum above its maximum.", limitsText());
     if (!std::isfinite(m_resolution) || m_resolution < 0)
-        refuse("has a resolution of " + decimalText(m_resolution) +
+        refuse("has a resolution of " + numberText(m_resolution) +
                    ", which is neither positive nor 0.",
                "Give the distance of two neighbouring values, or 0 for floating-point numbers.");
-
     if (m_resolution == 0) {
-        m_kind = Kind::Float;
-        m_width = 8;
-        m_hasInvalid = true;
-        m_invalidCode = notANumberCode();
-        m_maximumCode = orderedBits(m_maximum + 0.0);
+        makeFloat();
         return;
     }
-
-    if (m_resolution == 1 && isWhole(m_minimum) && isWhole(m_maximum)) {
-        m_kind = Kind::Integer;
-        m_minimumInteger = wholeNumber(m_minimum);
-        const Wide largest = wholeNumber(m_maximum) - m_minimumInteger;
-        if (largest > static_cast<Wide>(~0ull))
-            refuse("has a range that doesn't fit into 64 bits.", limits);
-        m_maximumCode = static_cast<std::uint64_t>(largest);
-    } else {
-        m_kind = Kind::Scaled;
-        const double steps = (m_maximum - m_minimum) / m_resolution;
-        // Half a step at most; what rounding takes away from a large quotient is given back.
-        const double slack = std::min(0.5, std::max(1e-6, steps * 1e-15));
-        if (!(steps + slack < twoTo53))
-            refuse("has a range of more than 2^53 steps.",
-                   limits + " Narrow the range, or make the resolution coarser or 0.");
-        m_maximumCode = static_cast<std::uint64_t>(steps + slack);
-
-        // A resolution of 0.01 is not one hundredth but the double beside it; dividing by 100
-        // gives the double nearest to the decimal number, multiplying by 0.01 does not.
-        const double inverse = std::round(1 / m_resolution);
-        const double farthest = std::max(std::abs(m_minimum), std::abs(m_maximum)) / m_resolution;
-        const double error = std::abs(inverse * m_resolution - 1);
-        if (inverse >= 1 && inverse < twoTo53 && error <= 1e-9 &&
-            (m_resolution == 1 / inverse || error * farthest < 0.1))
-            m_inverse = inverse;
-        if (m_inverse != 0) {
-            const double first = m_minimum * m_inverse;
-            const double whole = std::round(first);
-            if (std::abs(first - whole) <= std::max(1e-6, std::abs(whole) * 1e-15) &&
-                std::abs(whole) <= twoTo53 &&
-                std::abs(whole + static_cast<double>(m_maximumCode)) <= twoTo53) {
-                m_wholeMinimum = true;
-                m_firstStep = static_cast<std::int64_t>(whole);
-            }
-        }
-    }
-
-    if (m_hasInvalid) {
-        bool onGrid = m_invalidValue >= m_minimum && m_invalidValue <= m_maximum;
-        std::uint64_t at = 0;
-        if (onGrid && m_kind == Kind::Integer) {
-            onGrid = isWhole(m_invalidValue);
-            if (onGrid)
-                at = static_cast<std::uint64_t>(wholeNumber(m_invalidValue) - m_minimumInteger);
-        } else if (onGrid) {
-            const double step = stepOf(m_invalidValue);
-            at = static_cast<std::uint64_t>(step + 0.5);
-            onGrid = at <= m_maximumCode &&
-                     std::abs(step - std::round(step)) <= std::max(1e-6, std::abs(step) * 1e-15);
-        }
-        if (onGrid) {
-            m_hasInvalid = false;  // what the grid makes of it, so that values keep their order
-            m_invalidValue = value(at);
-            m_hasInvalid = true;
-            m_invalidCode = at;
-        } else if (m_maximumCode == ~0ull) {
-            refuse("has no code left for its invalid value " + decimalText(m_invalidValue) + ".",
-                   limits + " Choose an invalid value within the range, or narrow the range.");
-        } else {
-            m_invalidCode = m_maximumCode + 1;
-        }
-    }
+    if (m_resolution == 1 && isWhole(m_minimum) && isWhole(m_maximum))
+        makeInteger();
+    else
+        makeScaled();
+    if (m_hasInvalid)
+        placeInvalid();
     m_width = bytesFor(m_hasInvalid ? std::max(m_invalidCode, m_maximumCode) : m_maximumCode);
+}
+
+void Grid::makeFloat() {
+    m_kind = Kind::Float;
+    m_width = 8;
+    m_hasInvalid = true;
+    m_invalidCode = notANumberCode();
+    m_maximumCode = orderedBits(m_maximum + 0.0);
+}
+
+void Grid::makeInteger() {
+    m_kind = Kind::Integer;
+    m_minimumInteger = wholeNumber(m_minimum);
+    Wide largest = wholeNumber(m_maximum);
+    // A double can't hold 2^63-1 either.
+    if (m_minimum == -twoTo63 && m_maximum == twoTo63)
+        --largest;
+    largest -= m_minimumInteger;
+    if (largest > static_cast<Wide>(~0ull))
+        refuse("has a range that doesn't fit into 64 bits.", limitsText());
+    m_maximumCode = static_cast<std::uint64_t>(largest);
+}
+
+void Grid::makeScaled() {
+    m_kind = Kind::Scaled;
+    const double steps = (m_maximum - m_minimum) / m_resolution;
+    // Half a step at most; what rounding takes away from a large quotient is given back.
+    const double slack = std::min(0.5, std::max(1e-6, steps * 1e-15));
+    if (!(steps + slack < twoTo53))
+        refuse("has a range of more than 2^53 steps.",
+               limitsText() + " Narrow the range, or make the resolution coarser or 0.");
+    m_maximumCode = static_cast<std::uint64_t>(steps + slack);
+
+    // A resolution of 0.01 is not one hundredth but the double beside it; dividing by 100 gives the
+    // double nearest to the decimal number, multiplying by 0.01 does not.
+    const double inverse = std::round(1 / m_resolution);
+    const double farthest = std::max(std::abs(m_minimum), std::abs(m_maximum)) / m_resolution;
+    const double error = std::abs(inverse * m_resolution - 1);
+    m_isFine = farthest >= twoTo50;
+    if (inverse >= 1 && inverse < twoTo53 && error <= 1e-9 &&
+        (m_resolution == 1 / inverse || error * farthest < 0.1))
+        m_inverse = inverse;
+    if (m_inverse == 0)
+        return;
+    const double first = m_minimum * m_inverse;
+    const double whole = std::round(first);
+    if (std::abs(first - whole) <= std::max(1e-6, std::abs(whole) * 1e-15) &&
+        std::abs(whole) <= twoTo53 &&
+        std::abs(whole + static_cast<double>(m_maximumCode)) <= twoTo53) {
+        m_wholeMinimum = true;
+        m_firstStep = static_cast<std::int64_t>(whole);
+    }
+}
+
+std::optional<std::uint64_t> Grid::codeOnGrid(double value) const {
+    if (!(value >= m_minimum && value <= m_maximum))
+        return std::nullopt;
+    if (m_kind == Kind::Integer) {
+        if (!isWhole(value))
+            return std::nullopt;
+        const Wide offset = wholeNumber(value) - m_minimumInteger;
+        return static_cast<std::uint64_t>(std::min(offset, static_cast<Wide>(m_maximumCode)));
+    }
+    const double step = stepOf(value);
+    const auto code = static_cast<std::uint64_t>(step + 0.5);
+    const bool onGrid = code <= m_maximumCode &&
+                        std::abs(step - std::round(step)) <= std::max(1e-6, std::abs(step) * 1e-15);
+    return onGrid ? std::optional(code) : std::nullopt;
+}
+
+void Grid::placeInvalid() {
+    if (const auto code = codeOnGrid(m_invalidValue)) {
+        m_hasInvalid = false;  // what the grid makes of it, so that values keep their order
+        m_invalidValue = value(*code);
+        m_hasInvalid = true;
+        m_invalidCode = *code;
+    } else if (m_maximumCode == ~0ull) {
+        refuse("has no code left for its invalid value " + numberText(m_invalidValue) + ".",
+               limitsText() + " Choose an invalid value within the range, or narrow the range.");
+    } else {
+        m_invalidCode = m_maximumCode + 1;
+    }
+}
+
+std::string Grid::limitsText() const {
+    return "Its range is " + numberText(m_minimum) + " to " + numberText(m_maximum) +
+           " with a resolution of " + numberText(m_resolution) + ".";
+}
+
+void Grid::refuse(const std::string& text, const std::string& details) const {
+    throw Failure(ErrorCode::Argument, "The attribute \"" + m_name + "\" " + text, details);
 }
 
 double Grid::stepOf(double value) const {
@@ -210,6 +216,20 @@ Grid::Wide Grid::integerValue(std::uint64_t code) const {
     return m_minimumInteger + static_cast<Wide>(code);
 }
 
+bool Grid::hasWholeValues() const {
+    return m_kind == Kind::Integer && (!m_hasInvalid || isWhole(m_invalidValue));
+}
+
+Grid::Wide Grid::leastInteger() const {
+    return invalidIsOffGrid() ? std::min(m_minimumInteger, wholeNumber(m_invalidValue))
+                              : m_minimumInteger;
+}
+
+Grid::Wide Grid::greatestInteger() const {
+    const Wide last = m_minimumInteger + static_cast<Wide>(m_maximumCode);
+    return invalidIsOffGrid() ? std::max(last, wholeNumber(m_invalidValue)) : last;
+}
+
 std::uint64_t Grid::code(double value) const {
     if (m_hasInvalid && value == m_invalidValue)
         return m_invalidCode;
@@ -218,27 +238,37 @@ std::uint64_t Grid::code(double value) const {
             return m_invalidCode;
         throw Failure(ErrorCode::Range,
                       "The attribute \"" + m_name + "\" can't hold NaN (not a number).",
-                      m_hasInvalid ? "Its invalid value is " + decimalText(m_invalidValue) + "."
+                      m_hasInvalid ? "Its invalid value is " + numberText(m_invalidValue) + "."
                                    : "Its definition has no invalid value.");
     }
     if (m_kind == Kind::Float) {
         if (!(value >= m_minimum && value <= m_maximum))
-            failRange(decimalText(value));
+            failRange(numberText(value));
         return orderedBits(value + 0.0);  // -0 becomes 0
     }
     // A little more than half a step: who writes exactly that far outside is let in.
     const double tolerance = m_resolution * (0.5 + 1e-6);
     if (!(value >= m_minimum - tolerance && value <= m_maximum + tolerance))
-        failRange(decimalText(value));
+        failRange(numberText(value));
     if (m_kind == Kind::Integer) {
         const Wide whole = static_cast<Wide>(std::round(value)) - m_minimumInteger;
         return static_cast<std::uint64_t>(
             std::clamp(whole, Wide(0), static_cast<Wide>(m_maximumCode)));
     }
     const double step = stepOf(value);
-    if (step <= 0)
-        return 0;
-    return std::min(static_cast<std::uint64_t>(step + 0.5), m_maximumCode);
+    const std::uint64_t code =
+        step <= 0 ? 0 : std::min(static_cast<std::uint64_t>(step + 0.5), m_maximumCode);
+    return m_isFine ? nearestBeside(code, value) : code;
+}
+
+std::uint64_t Grid::nearestBeside(std::uint64_t code, double value) const {
+    const auto distance = [&](std::uint64_t at) { return std::abs(this->value(at) - value); };
+    std::uint64_t nearest = code;
+    if (code > 0 && distance(code - 1) < distance(nearest))
+        nearest = code - 1;
+    if (code < m_maximumCode && distance(code + 1) < distance(nearest))
+        nearest = code + 1;
+    return nearest;
 }
 
 std::uint64_t Grid::code(Wide value) const {
@@ -246,7 +276,7 @@ std::uint64_t Grid::code(Wide value) const {
         return m_invalidCode;
     const Wide offset = value - m_minimumInteger;
     if (offset < 0 || offset > static_cast<Wide>(m_maximumCode))
-        failRange(decimalText(value));
+        failRange(wholeText(value));
     return static_cast<std::uint64_t>(offset);
 }
 
@@ -278,12 +308,11 @@ Grid::Bound Grid::firstAbove(double bound) const {
 void Grid::failRange(const std::string& value) const {
     const bool whole = m_kind == Kind::Integer;
     std::string details = "The range is " +
-                          (whole ? decimalText(m_minimumInteger) : decimalText(m_minimum)) +
-                          " to " +
-                          (whole ? decimalText(m_minimumInteger + static_cast<Wide>(m_maximumCode))
-                                 : decimalText(m_maximum));
+                          (whole ? wholeText(m_minimumInteger) : numberText(m_minimum)) + " to " +
+                          (whole ? wholeText(m_minimumInteger + static_cast<Wide>(m_maximumCode))
+                                 : numberText(m_maximum));
     if (m_hasInvalid && !std::isnan(m_invalidValue))
-        details += ", the invalid value is " + decimalText(m_invalidValue);
+        details += ", the invalid value is " + numberText(m_invalidValue);
     throw Failure(
         ErrorCode::Range,
         "The value " + value + " is out of the range of the attribute \"" + m_name + "\".",

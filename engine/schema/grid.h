@@ -9,6 +9,8 @@
 // largest one. A Float attribute stores NaN as its invalid code in any case.
 #pragma once
 
+#include "numbers/wide.h"
+
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -22,7 +24,7 @@ class Grid {
 public:
     enum class Kind : std::uint8_t { Integer, Scaled, Float };
 
-    // Throws Failure(Argument) when the range can't be stored.
+    // Throws Failure(Argument) when the values can't be stored.
     explicit Grid(const AttributeRecord& record);
 
     Kind kind() const { return m_kind; }
@@ -41,11 +43,16 @@ public:
     double value(std::uint64_t code) const;
     // value() of many codes: out has their number.
     void values(std::span<const std::uint64_t> codes, double* out) const;
-    // The same for the Integer kind, exact: the value is minimumInteger() + code.
-    // (m_minimum ranges over both signed and unsigned 64-bit numbers.) The off-grid invalid code
-    // gives the invalid value where that is a whole 64-bit number.
-    __extension__ typedef __int128 Wide;
+    // The same for the Integer kind, exact. The off-grid invalid code gives the invalid value where
+    // that is a whole 64-bit number.
+    using Wide = numbers::Wide;
     Wide integerValue(std::uint64_t code) const;
+    // Whether integerValue() gives every value: the Integer kind, unless the invalid value is no
+    // whole 64-bit number.
+    bool hasWholeValues() const;
+    // What the values and the invalid value lie between, for the Integer kind with whole values.
+    Wide leastInteger() const;
+    Wide greatestInteger() const;
 
     // The code of a value. Throws Failure(Range) naming the value and the range when it is
     // neither in the range nor the invalid value.
@@ -62,7 +69,16 @@ public:
     Bound firstAbove(double bound) const;
 
 private:
+    void makeFloat();
+    void makeInteger();
+    void makeScaled();
+    // Gives the invalid value its code: its place on the grid, or the one behind the last.
+    void placeInvalid();
+    std::optional<std::uint64_t> codeOnGrid(double value) const;
+    std::string limitsText() const;
+    [[noreturn]] void refuse(const std::string& text, const std::string& details) const;
     [[noreturn]] void failRange(const std::string& value) const;
+    std::uint64_t nearestBeside(std::uint64_t code, double value) const;
     double stepOf(double value) const;  // Scaled kind: the code before rounding
     template <typename Reached>
     Bound firstCode(Reached reached) const;
@@ -76,6 +92,7 @@ private:
     double m_minimum = 0;
     double m_maximum = 0;
     double m_resolution = 1;
+    bool m_isFine = false;         // rounding may lead to the neighbour of a code
     double m_inverse = 0;          // 1 / resolution where that is whole, else 0
     bool m_wholeMinimum = false;   // minimum is a whole multiple of the resolution
     std::int64_t m_firstStep = 0;  // minimum / resolution where m_wholeMinimum

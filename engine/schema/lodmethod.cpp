@@ -49,12 +49,13 @@ LodMethod lodMethod(const AttributeRecord& record) {
         return LodMethod::Maximum;
     if (name == "majority")
         return LodMethod::Majority;
-    if (name == "first")
+    if (name == "first" || name == "thinout")
         return LodMethod::First;
-    throw Failure(ErrorCode::Argument,
-                  "The level-of-detail method \"" + name + "\" of the point attribute \"" +
-                      record.name + "\" is unknown.",
-                  "The methods are default, average, minimum, maximum, majority and first.");
+    throw Failure(
+        ErrorCode::Argument,
+        "The level-of-detail method \"" + name + "\" of the point attribute \"" + record.name +
+            "\" is unknown.",
+        "The methods are default, average, minimum, maximum, majority, first and thinout.");
 }
 
 }  // namespace tarvo::engine::schema

@@ -3,10 +3,10 @@
 // object with a member "method".
 //
 //   default   majority for enumerations and booleans, first for the point id, average else
-//   average   of the valid values; invalid where there is none
-//   minimum, maximum   of the valid values
-//   majority  the most frequent value, of equally frequent ones the smallest
-//   first     the value of the first point in the order of the index
+//   average   of the valid values, weighted by the points that they stand for; invalid where there
+//   is none minimum, maximum   of the valid values majority  the most frequent value, of equally
+//   frequent ones the smallest first, thinout   the value of the first point in the order of the
+//   index
 #pragma once
 
 #include "engine/schema/attribute.h"

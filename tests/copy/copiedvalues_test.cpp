@@ -115,7 +115,9 @@ TEST_F(CopiedValues, OfInvalidPointsAreKept) {
     expectKept(q, DataType::INT16, DataType::INT64, std::vector<std::int64_t>{0, -1, 200});
     PointAttribute steps = attribute("q", 0, 10, 0.1);
     steps.invalidValue = -9999.9;
-    expectKept(steps, DataType::SINGLE, DataType::DOUBLE, std::vector<double>{0, -9999.9, 9.9, 10});
+    expectKept(steps, DataType::DOUBLE, DataType::DOUBLE, std::vector<double>{0, -9999.9, 9.9, 10});
+    steps.invalidValue = -9999.5;
+    expectKept(steps, DataType::SINGLE, DataType::DOUBLE, std::vector<double>{0, -9999.5, 9.9, 10});
 }
 
 // Of more than 2^23 steps neighbours can fall together in single precision.

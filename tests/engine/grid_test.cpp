@@ -1,4 +1,5 @@
 #include "engine/base/error.h"
+#include "engine/query/buffers.h"
 #include "engine/schema/attribute.h"
 #include "engine/schema/column.h"
 
@@ -112,6 +113,25 @@ TEST(Grid, EveryCodeSurvivesTheWayThroughItsValue) {
     }
 }
 
+// Numbers with about as many digits as a double has: rounding must not lead to the neighbour.
+TEST(Grid, FineGridsGiveBackEveryValue) {
+    struct {
+        double resolution, minimum, maximum;
+    } const grids[] = {{1e-8, 0, 9e7},
+                       {1e-3, -9e12, 0},
+                       {1e-8, 81616201.91035877, 81616203.36828478},
+                       {1e-9, 1.5e8, 1.5e8 + 1000},
+                       {0.3, 0, 2.7e15}};
+    std::mt19937_64 random(20261122);
+    for (const auto& g : grids) {
+        const Grid grid = makeGrid(g.resolution, g.minimum, g.maximum);
+        for (int i = 0; i < 20000; ++i) {
+            const double value = grid.value(random() % (grid.maximumCode() + 1));
+            ASSERT_EQ(grid.value(grid.code(value)), value) << g.resolution;
+        }
+    }
+}
+
 TEST(Grid, IntegersAreExactInSixtyFourBits) {
     const Grid ids = makeGrid(1, 0, 18446744073709551616.0);
     EXPECT_EQ(ids.maximumCode(), ~0ull);
@@ -162,6 +182,95 @@ TEST(Grid, InvalidValueTakesTheCodeBehindTheOthersOnlyOffTheGrid) {
               "The attribute \"tarvo.probe\" has no code left for its invalid value -1. Its range "
               "is 0 to 18446744073709551616 with a resolution of 1. Choose an invalid value within "
               "the range, or narrow the range.");
+}
+
+TEST(Grid, HoldsTheWholeRangeOfSignedNumbers) {
+    const Grid all = makeGrid(1, -0x1p63, 0x1p63);
+    EXPECT_EQ(all.integerValue(all.maximumCode()), Grid::Wide(INT64_MAX));
+    EXPECT_EQ(all.code(Grid::Wide(INT64_MAX)), ~0ull);
+    EXPECT_EQ(all.code(0x1p63), ~0ull);
+    EXPECT_EQ(makeGrid(1, -0x1p63, 0x1p63, 0x1p63).invalidCode(), ~0ull);
+    EXPECT_EQ(makeGrid(1, -0x1p63, 0x1p63, -1).invalidCode(), ~0ull >> 1);
+}
+
+// Values of a definition that is taken come and go in the type that it asks for.
+TEST(Grid, TheTypeOfADefinitionHoldsAllItsValues) {
+    const double numbers[] = {
+        0,          1,          -1,     100,    127,     128,     -128,
+        -129,       255,        256,    65535,  65536,   0x1p31,  -0x1p31,
+        0x1p31 - 1, 0x1p32 - 1, 0x1p32, 0x1p53, 0x1p63,  -0x1p63, 0x1p63 - 1024,
+        0x1p64,     noInvalid,  -0.5,   0.3,    4000.001};
+    int taken = 0;
+    int refused = 0;
+    const auto check = [&](double resolution, double minimum, double maximum, double invalid) {
+        AttributeRecord record;
+        record.name = "tarvo.probe";
+        record.length = 1;
+        record.resolution = resolution;
+        record.minimumValue = minimum;
+        record.maximumValue = maximum;
+        record.invalidValue = invalid;
+        record.defaultValue = minimum;
+        std::string text;
+        if (failureOf([&] { validate(record); }, &text) == ErrorCode::Argument) {
+            ++refused;
+            EXPECT_NE(text.find("tarvo.probe"), std::string::npos);
+            return;
+        }
+        ++taken;
+        const Attribute attribute(record, 1);
+        const Grid& grid = attribute.grid;
+        const std::uint32_t type = dataType(record);
+        for (const std::uint64_t code : {attribute.defaultCode(), grid.maximumCode(),
+                                         grid.hasInvalid() ? grid.invalidCode() : 0}) {
+            std::uint8_t value[8] = {};
+            query::writeValue(attribute, code, type, value);
+            std::uint64_t back = 0;
+            query::readCodes(attribute, type, value, 8, 1, reinterpret_cast<std::uint8_t*>(&back),
+                             8);
+            // Some steps are finer than what a double tells apart.
+            EXPECT_EQ(grid.value(back), grid.value(code))
+                << resolution << ": " << minimum << " " << maximum << " " << invalid;
+        }
+    };
+    for (const double resolution : {1.0, 0.1, 0.001, 2.5})
+        for (const double minimum : numbers)
+            for (const double maximum : numbers)
+                for (const double invalid : numbers)
+                    if (minimum <= maximum)
+                        check(resolution, minimum, maximum, invalid);
+    EXPECT_GT(taken, 10'000);
+    EXPECT_GT(refused, 200);
+
+    AttributeRecord record;
+    record.name = "tarvo.probe";
+    record.length = 1;
+    record.maximumValue = 0x1p63;
+    record.invalidValue = -1;
+    std::string text;
+    EXPECT_EQ(failureOf([&] { validate(record); }, &text), ErrorCode::Argument);
+    EXPECT_NE(text.find("-1 to 9223372036854775808"), std::string::npos) << text;
+}
+
+TEST(Grid, ErrorsTellNumbersAsTheyWereGiven) {
+    AttributeRecord record;
+    record.name = "tarvo.probe";
+    record.length = 1;
+    record.maximumValue = 100;
+    record.invalidValue = -1;
+    const Attribute attribute(record, 1);
+    std::uint64_t value = 0;
+    std::string text;
+    EXPECT_EQ(failureOf(
+                  [&] {
+                      query::writeValue(attribute, attribute.grid.invalidCode(),
+                                        QRB_DATA_TYPE_UINT64, &value);
+                  },
+                  &text),
+              ErrorCode::Range);
+    EXPECT_NE(text.find("The value -1 of"), std::string::npos) << text;
+    EXPECT_EQ(failureOf([&] { (void)attribute.grid.code(100000.0); }, &text), ErrorCode::Range);
+    EXPECT_NE(text.find("The value 100000 is"), std::string::npos) << text;
 }
 
 TEST(Grid, ValuesBesideTheRangeRoundOntoItAndOthersAreRefused) {
@@ -230,7 +339,7 @@ TEST(Grid, RefusesRangesThatCannotBeStored) {
                   "18446744073709551616 with a resolution of 1.");
     EXPECT_EQ(refusal(1e-10, 0, 1e10),
               name +
-                  "has a range of more than 2^53 steps. Its range is 0 to 1e+10 with a "
+                  "has a range of more than 2^53 steps. Its range is 0 to 10000000000 with a "
                   "resolution of 1e-10. Narrow the range, or make the resolution coarser or 0.");
     EXPECT_EQ(makeGrid(1, 5, 5).maximumCode(), 0u);
     EXPECT_EQ(makeGrid(0.1, 5, 5).code(5.05), 0u);

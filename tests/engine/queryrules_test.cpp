@@ -87,14 +87,12 @@ TEST_F(QueryRules, WholeNumbersAreReadAndWrittenExactlyToTheEndsOfTheirTypes) {
     EXPECT_EQ(readAs("small == 255", "small", QRB_DATA_TYPE_UINT8), "255");
     EXPECT_EQ(readAs("small == 127", "small", QRB_DATA_TYPE_INT8), "127");
     EXPECT_EQ(readAs("half == -128", "half", QRB_DATA_TYPE_INT8), "128");
-    EXPECT_EQ(
-        readAs("small == 255", "small", QRB_DATA_TYPE_INT8),
-        "The value 255.000000 of the point attribute \"small\" does not fit the data type that "
-        "it is to be read as.");
-    EXPECT_EQ(
-        readAs("half == 127.5", "half", QRB_DATA_TYPE_INT8),
-        "The value 128.000000 of the point attribute \"half\" does not fit the data type that "
-        "it is to be read as.");
+    EXPECT_EQ(readAs("small == 255", "small", QRB_DATA_TYPE_INT8),
+              "The value 255 of the point attribute \"small\" does not fit the data type that "
+              "it is to be read as.");
+    EXPECT_EQ(readAs("half == 127.5", "half", QRB_DATA_TYPE_INT8),
+              "The value 127.5 of the point attribute \"half\" does not fit the data type that "
+              "it is to be read as.");
 }
 
 // The next transaction after a rollback has the same number.

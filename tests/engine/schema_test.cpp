@@ -275,7 +275,7 @@ TEST(LodMethods, AreNamedBySettingsTagsAndNames) {
     EXPECT_EQ(method("default", "boolean", "", "tarvo.id"), LodMethod::First);
     EXPECT_EQ(method("minimum", "", "", "tarvo.id"), LodMethod::Minimum);
     const std::string methods =
-        "|The methods are default, average, minimum, maximum, majority and first.";
+        "|The methods are default, average, minimum, maximum, majority, first and thinout.";
     EXPECT_EQ(
         failureOf([&] { method("First"); }),
         "The level-of-detail method \"First\" of the point attribute \"a\" is unknown." + methods);

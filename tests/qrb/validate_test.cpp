@@ -184,6 +184,8 @@ TEST_F(Validate, LetsThePlannedInvalidValueStandBeyondTheRange) {
         own.maximumValue = std::max(usual.maximumValue, usual.invalidValue + 2 * usual.resolution);
         own.defaultValue = own.minimumValue;
         own.invalidValue = std::nan("");
+        if (own.resolution == 1 && own.dataType() == DataType::DOUBLE)
+            continue;  // whole numbers beyond what a type holds
         TransactionGuard transaction(cloud.transactions(), "Insert", "tests");
         cloud.pointAttributes().add(own);
         const double values[] = {usual.invalidValue, usual.minimumValue, usual.maximumValue};
