@@ -17,6 +17,8 @@ std::size_t nodesInPage(const Node& node) {
 
 void dropOwnPoints(Node& node) {
     node.ownCount = 0;
+    std::erase_if(node.attributes,
+                  [](const AttributeData& attribute) { return attribute.uid == weightUid; });
     for (AttributeData& attribute : node.attributes)
         for (ElementData& element : attribute.elements)
             element.block = {};

@@ -24,6 +24,10 @@ struct ElementData {
     BlobRef block;
 };
 
+// The number in place of an attribute's for the points that each point of an inner node stands for;
+// real ones begin at 1.
+inline constexpr std::uint32_t weightUid = 0;
+
 struct AttributeData {
     std::uint32_t uid = 0;
     std::uint32_t revision = 0;  // the transaction that last changed it here or below

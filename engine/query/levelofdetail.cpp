@@ -4,99 +4,45 @@
 #include "engine/index/shape.h"
 #include "engine/query/blocks.h"
 #include "engine/query/columns.h"
-#include "engine/schema/lodmethod.h"
+#include "engine/query/combiner.h"
+#include "numbers/wide.h"
 
 #include <algorithm>
-#include <cmath>
-#include <map>
+#include <functional>
 
 namespace tarvo::engine::query {
 
 namespace {
 
+using numbers::Wide;
 using session::LodMode;
 
 // One point of a child that may stand for others.
 struct Candidate {
     index::Key key;
+    std::uint64_t weight;  // the points that it stands for already
     std::uint32_t child;
     std::uint32_t point;
 };
+
+// How many points each point of an inner node stands for, kept beside its values.
+const schema::Attribute& weights() {
+    static const schema::Attribute attribute = [] {
+        schema::AttributeRecord record;
+        record.name = "weight";
+        record.length = 1;
+        record.maximumValue = 9223372036854775808.0;
+        record.defaultValue = 1;
+        record.storageClass = static_cast<std::uint8_t>(schema::StorageClass::Variable);
+        return schema::Attribute(record, index::weightUid);
+    }();
+    return attribute;
+}
 
 // Points that become one: candidates [begin, end).
 struct Group {
     std::size_t begin;
     std::size_t end;
-};
-
-// The value of a group by a method, from the codes of its points in the order of the index.
-class Combiner {
-public:
-    Combiner(const schema::Attribute& attribute)
-        : m_grid(attribute.grid), m_method(schema::lodMethod(attribute.record)) {}
-
-    std::uint64_t combine(std::span<const std::uint64_t> codes) {
-        if (m_method == schema::LodMethod::First)
-            return codes[0];
-        if (m_method == schema::LodMethod::Majority)
-            return majority(codes);
-        m_valid.clear();
-        for (const std::uint64_t code : codes)
-            if (!m_grid.isInvalid(code))
-                m_valid.push_back(code);
-        if (m_valid.empty())
-            return m_grid.invalidCode();
-        switch (m_method) {
-            case schema::LodMethod::Minimum:
-                return *std::min_element(m_valid.begin(), m_valid.end());
-            case schema::LodMethod::Maximum:
-                return *std::max_element(m_valid.begin(), m_valid.end());
-            default:
-                break;
-        }
-        const std::uint64_t mean = average();
-        // An invalid code may lie among the valid ones: the mean must not become it.
-        return m_grid.isInvalid(mean) ? m_valid[0] : mean;
-    }
-
-private:
-    std::uint64_t majority(std::span<const std::uint64_t> codes) {
-        m_valid.assign(codes.begin(), codes.end());
-        std::sort(m_valid.begin(), m_valid.end());
-        std::uint64_t best = m_valid[0];
-        std::size_t most = 0;
-        for (std::size_t begin = 0; begin < m_valid.size();) {
-            std::size_t end = begin;
-            while (end < m_valid.size() && m_valid[end] == m_valid[begin])
-                ++end;
-            if (end - begin > most) {
-                most = end - begin;
-                best = m_valid[begin];
-            }
-            begin = end;
-        }
-        return best;
-    }
-
-    std::uint64_t average() const {
-        if (m_grid.kind() == schema::Grid::Kind::Float) {
-            // Each divided first: the sum of large numbers would be infinite.
-            double mean = 0;
-            for (const std::uint64_t code : m_valid)
-                mean += m_grid.value(code) / static_cast<double>(m_valid.size());
-            const auto [least, greatest] = std::minmax_element(m_valid.begin(), m_valid.end());
-            return m_grid.code(std::clamp(mean, m_grid.value(*least), m_grid.value(*greatest)));
-        }
-        schema::Grid::Wide sum = 0;
-        for (const std::uint64_t code : m_valid)
-            sum += code;
-        const auto count = static_cast<schema::Grid::Wide>(m_valid.size());
-        return static_cast<std::uint64_t>((sum + count / 2) / count);
-    }
-
-    const schema::Grid& m_grid;
-    schema::LodMethod m_method;
-    std::vector<std::uint64_t> m_valid;
 };
 
 class DetailBuilder {
@@ -164,13 +110,14 @@ private:
             std::vector<std::shared_ptr<const schema::Column>> columns;
             for (unsigned d = 0; d < m_space.dimensions(); ++d)
                 columns.push_back(readColumn(m_session, children[c], m_state.primary(), d));
+            const auto weight = weightsOf(children[c]);
             for (std::uint32_t p = 0; p < children[c].ownCount; ++p, ++at) {
                 if (share(at, wanted, all) == share(at + 1, wanted, all))
                     continue;
                 std::uint64_t codes[index::maximumDimensions] = {};
                 for (unsigned d = 0; d < m_space.dimensions(); ++d)
                     codes[d] = (*columns[d])[p];
-                result.push_back({m_space.key(codes), c, p});
+                result.push_back({m_space.key(codes), weight(p), c, p});
             }
         }
         std::sort(result.begin(), result.end(), [](const Candidate& a, const Candidate& b) {
@@ -183,17 +130,51 @@ private:
 
     // How many of the first `at` of `all` belong to an even choice of `wanted`.
     static std::uint64_t share(std::uint64_t at, std::uint64_t wanted, std::uint64_t all) {
-        __extension__ typedef unsigned __int128 Wide;
         return all == 0 ? 0 : static_cast<std::uint64_t>(Wide(at) * wanted / all);
     }
 
-    std::vector<Group> thinOut(std::size_t count) const {
-        const std::uint64_t wanted = std::clamp<std::uint64_t>(count * m_state.chunkSizeLod / 100,
-                                                               count > 0 ? 1 : 0, m_capacity);
+    // What each point that a node stores stands for.
+    std::function<std::uint64_t(std::uint32_t)> weightsOf(const index::Node& node) const {
+        if (!node.isLeaf() && !node.find(index::weightUid))
+            return [each = node.totalCount / std::max<std::uint64_t>(1, node.ownCount)](auto) {
+                return each;
+            };
+        return [column = readColumn(m_session, node, weights(), 0)](std::uint32_t point) {
+            return (*column)[point];
+        };
+    }
+
+    // Every child gets its share by the points below it, spread evenly over what it stores.
+    std::vector<Group> thinOut(const std::vector<index::Node>& children,
+                               const std::vector<Candidate>& points) const {
+        std::vector<std::uint64_t> firsts;  // of each child, in the count of all points below
+        std::uint64_t all = 0;
+        for (const index::Node& child : children) {
+            firsts.push_back(all);
+            all += child.totalCount;
+        }
+        std::vector<std::uint64_t> stored(children.size());
+        for (const Candidate& point : points)
+            ++stored[point.child];
+        const std::uint64_t wanted =
+            std::clamp<std::uint64_t>(share(all, m_state.chunkSizeLod, 100), 1, m_capacity);
+        std::vector<std::uint64_t> passed(children.size());
         std::vector<Group> groups;
-        for (std::size_t i = 0; i < count; ++i)
-            if (share(i, wanted, count) != share(i + 1, wanted, count))
+        for (std::size_t i = 0; i < points.size(); ++i) {
+            const std::uint32_t child = points[i].child;
+            // How many are chosen up to this point of the child.
+            const auto reached = [&](std::uint64_t at) {
+                const Wide place =
+                    Wide(firsts[child]) * stored[child] + Wide(at) * children[child].totalCount;
+                return place * wanted / (Wide(stored[child]) * all);
+            };
+            const std::uint64_t at = passed[child]++;
+            if (reached(at) != reached(at + 1))
                 groups.push_back({i, i + 1});
+        }
+        // Fewer points than a share, and rounding let all of them pass.
+        if (groups.empty())
+            groups.push_back({0, 1});
         return groups;
     }
 
@@ -233,14 +214,26 @@ private:
             columns.push_back(readColumn(m_session, child, attribute, element));
         schema::Column result(attribute.grid.width(), groups.size());
         Combiner combiner(attribute);
-        std::vector<std::uint64_t> codes;
+        std::vector<WeightedCode> codes;
         for (std::size_t g = 0; g < groups.size(); ++g) {
             codes.clear();
             for (std::size_t i = groups[g].begin; i < groups[g].end; ++i)
-                codes.push_back((*columns[points[i].child])[points[i].point]);
-            result.set(g, codes.size() == 1 ? codes[0] : combiner.combine(codes));
+                codes.push_back({(*columns[points[i].child])[points[i].point], points[i].weight});
+            result.set(g, codes.size() == 1 ? codes[0].code : combiner.combine(codes));
         }
         return result;
+    }
+
+    index::AttributeData weightData(const std::vector<Candidate>& points,
+                                    const std::vector<Group>& groups, BlockWriter& blocks) const {
+        schema::Column column(weights().grid.width(), groups.size());
+        for (std::size_t g = 0; g < groups.size(); ++g) {
+            std::uint64_t sum = 0;
+            for (std::size_t i = groups[g].begin; i < groups[g].end; ++i)
+                sum += points[i].weight;
+            column.set(g, sum);
+        }
+        return {index::weightUid, m_state.transaction.id, {blocks.add(weights(), column)}};
     }
 
     void makePoints(index::Node& node, const std::vector<index::Node>& children) {
@@ -248,7 +241,7 @@ private:
         if (points.empty())
             return;
         const bool thins = m_state.lodMode == static_cast<std::uint32_t>(LodMode::Thinout);
-        const std::vector<Group> groups = thins ? thinOut(points.size()) : combine(node, points);
+        const std::vector<Group> groups = thins ? thinOut(children, points) : combine(node, points);
         struct Work {
             index::ElementData* element;
             const schema::Attribute* attribute;
@@ -273,6 +266,8 @@ private:
         for (Work& one : work)
             one.element->block = blocks.addBlock(*one.attribute, one.column.get());
         node.ownCount = groups.size();
+        if (!thins)
+            putAttribute(node.attributes, weightData(points, groups, blocks));
         blocks.store(m_session.container(), node.attributes);
     }
 
@@ -292,7 +287,9 @@ private:
 void updateLevelOfDetail(session::Session& session, const session::Progress& progress) {
     session::State& state = session.change();
     const session::State& base = session.base();
-    const bool changed = state.lodMode != base.lodMode || state.chunkSizeLod != base.chunkSizeLod;
+    const bool changed = state.detailIsStale || state.lodMode != base.lodMode ||
+                         state.chunkSizeLod != base.chunkSizeLod;
+    state.detailIsStale = false;
     if (!state.rootPage || (state.chunkSizeLod == 0 && base.chunkSizeLod == 0))
         return;
     const store::Container::ReadScope scope(session.container());

@@ -165,6 +165,8 @@ void putAttribute(session::Session& session, const AttributeRecord& record) {
     session::State state = pending;
     const std::size_t index = findAttribute(state, record.name);
     const Attribute from = state.attributes[index];
+    // Which points stand for others is as it was, but no longer with which values.
+    state.detailIsStale |= from.record.lodSettings != record.lodSettings;
     Attribute to(record, from.uid);
     const bool constantBefore = from.is(schema::StorageClass::Constant);
     const bool constantNow = to.is(schema::StorageClass::Constant);

@@ -27,10 +27,13 @@ struct TransactionRecord {
     std::string stop;
 };
 
-// A metadata item; signature is hexadecimal and empty where the item is not signed.
+// A metadata item; signature is hexadecimal and empty where the item is not signed. parent: the
+// transaction from which the one that signed it was made; 0 of signatures of the first release,
+// which are bound to the name only.
 struct MetaItem {
     BlobRef value;
     std::uint32_t method = 0;
+    std::uint32_t parent = 0;
     std::string signature;
     bool operator==(const MetaItem&) const = default;
 };
@@ -58,6 +61,7 @@ struct State {
 
     std::uint32_t lodMode = 1;
     std::uint32_t chunkSizeLod = 0;
+    bool detailIsStale = false;  // not stored: the commit makes all levels of detail anew
 
     const schema::Attribute& primary() const { return attributes[0]; }
     // The primary attribute itself may be the point id.
