@@ -71,9 +71,7 @@ std::uint32_t RemoveQuery::next(std::uint32_t count) {
     if (!m_id)
         throw Failure(ErrorCode::State, "The ids of the points to remove are not bound.");
     PointIds& known = PointIds::of(m_session);
-    std::vector<std::uint64_t> ids(count);
-    readCodes(m_session.change().pointId(), m_id->type, m_id->buffer, m_id->stride, count,
-              reinterpret_cast<std::uint8_t*>(ids.data()), sizeof ids[0]);
+    const auto ids = readIds(m_session.change().pointId(), *m_id, count);
     if (!m_change)
         m_change = std::make_shared<Change>(m_session);
     // Before anything is taken: a call that fails has changed nothing.
@@ -82,9 +80,9 @@ std::uint32_t RemoveQuery::next(std::uint32_t count) {
     if (m_session.pendingChange() != m_change)
         m_session.setPendingChange(m_change);
     std::uint32_t removed = 0;
-    for (const std::uint64_t id : ids)
-        if (known.ids.erase(id)) {
-            m_change->ids.push_back(id);
+    for (const std::optional<std::uint64_t>& id : ids)
+        if (id && known.ids.erase(*id)) {
+            m_change->ids.push_back(*id);
             ++removed;
         }
     m_session.notes().removed += removed;

@@ -199,10 +199,7 @@ std::uint32_t UpdateQuery::next(std::uint32_t count) {
     if (m_change->bytes() > std::max<std::uint64_t>(m_session.cacheSize() / 8, 1u << 20))
         m_session.settle();
     PointIds& known = PointIds::of(m_session);
-    std::vector<std::uint64_t> ids(count);
-    readCodes(state.pointId(), m_id->type, m_id->buffer, m_id->stride, count,
-              reinterpret_cast<std::uint8_t*>(ids.data()), sizeof ids[0]);
-
+    const auto ids = readIds(state.pointId(), *m_id, count);
     const std::size_t stride = m_change->stride();
     std::vector<std::uint8_t> rows(count * stride);
     auto field = m_change->fields().begin();
@@ -215,11 +212,11 @@ std::uint32_t UpdateQuery::next(std::uint32_t count) {
     // Only what is there goes on.
     std::uint32_t there = 0;
     for (std::uint32_t i = 0; i < count; ++i) {
-        if (!known.ids.contains(ids[i]))
+        if (!ids[i] || !known.ids.contains(*ids[i]))
             continue;
         std::uint8_t* row = rows.data() + there++ * stride;
         std::memmove(row, rows.data() + i * stride, stride);
-        std::memcpy(row, &ids[i], sizeof ids[i]);
+        std::memcpy(row, &*ids[i], sizeof *ids[i]);
     }
     rows.resize(there * stride);
     m_change->checkConstants(rows);

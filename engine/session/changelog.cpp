@@ -9,7 +9,10 @@ namespace tarvo::engine::session {
 namespace {
 
 constexpr std::string_view signatureStart = "\nSignature: ";
-constexpr std::string_view signatureKind = "changelog entry";
+
+SignedText asSigned(std::string_view entry) {
+    return {"changelog entry", {}, entry, ""};
+}
 
 // A text of somebody else within an entry: it must look neither like another entry nor like a
 // signature.
@@ -139,7 +142,7 @@ std::string changelogEntry(const State& before, const State& after, const Change
 }
 
 void signEntry(std::string& entry, const Signer& signer) {
-    const std::string signature = makeSignature(signer, signatureKind, "", entry);
+    const std::string signature = makeSignature(signer, asSigned(entry));
     entry += signatureStart.substr(1);
     entry += signature + "\n";
 }
@@ -149,10 +152,17 @@ bool verifyEntry(std::string_view entry, const Signer& signer) {
     if (at == std::string_view::npos)
         return false;
     std::string_view signature = entry.substr(at + signatureStart.size());
-    signature = signature.substr(0, signature.find_first_not_of("0123456789abcdefABCDEF"));
+    const std::size_t end = signature.find_first_not_of("0123456789abcdefABCDEF");
+    // What stands behind it is not signed.
+    if (end != std::string_view::npos &&
+        signature.find_first_not_of(" \t\r\n", end) != std::string_view::npos)
+        return false;
+    signature = signature.substr(0, end);
     if (signer.method == 0 && signer.key.empty())
         return !signature.empty();
-    return checkSignature(signer, signatureKind, "", entry.substr(0, at), signature);
+    const SignedText text = asSigned(entry.substr(0, at));
+    return checkSignature(signer, text, SignatureForm::Second, signature) ||
+           checkSignature(signer, text, SignatureForm::First, signature);
 }
 
 std::string changelogBlob(std::string_view entry, const BlobRef& previous) {

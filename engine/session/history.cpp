@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 
 namespace tarvo::engine::session {
 
@@ -12,6 +13,11 @@ namespace {
 constexpr std::size_t longestMessage = 1u << 20;  // bytes
 constexpr std::size_t longestMessages = 16u << 20;
 constexpr std::size_t knownSizes = 1000;  // of blobs
+
+SignedText asSigned(const std::string& uuid, const std::string& name, const MetaItem& item,
+                    std::string_view value) {
+    return {"metadata item", {uuid, name, std::to_string(item.parent)}, value, name};
+}
 
 }  // namespace
 
@@ -31,13 +37,14 @@ void Session::finalize() {
     });
 }
 
-std::uint64_t Session::size(const std::vector<std::uint32_t>& ids) {
+std::uint64_t Session::size(const std::vector<std::uint32_t>& given) {
+    const std::set<std::uint32_t> ids(given.begin(), given.end());
     Reach reach(m_container);
     std::uint64_t bytes = 0;
     for (const std::uint32_t id : ids)
         bytes += m_container.root(id).size();
     for (const std::uint32_t id : transactions())
-        if (std::find(ids.begin(), ids.end(), id) == ids.end())
+        if (!ids.contains(id))
             reach.add(stateFromRoot(m_container.root(id)));
     // No checksum covers the length that the container has of a blob: where a reference leads
     // beyond its end, the length is wrong. References into one blob stand close together.
@@ -134,11 +141,16 @@ void Session::signMetaData(const std::string& name, const Signer& signer) {
     MetaItem& item = pending.metaData.at(name);
     if (signer.method == 0) {
         item.method = 0;
+        item.parent = 0;
         item.signature.clear();
         return;
     }
-    item.signature = makeSignature(signer, "metadata item", name, value);
-    item.method = signer.method;
+    MetaItem signedItem = item;
+    signedItem.parent = pending.parent;
+    signedItem.signature =
+        makeSignature(signer, asSigned(m_identity.uuid, name, signedItem, value));
+    signedItem.method = signer.method;
+    item = std::move(signedItem);
 }
 
 bool Session::verifyMetaData(const std::string& name, const Signer& signer) {
@@ -147,8 +159,10 @@ bool Session::verifyMetaData(const std::string& name, const Signer& signer) {
     const MetaItem& item = now->metaData.at(name);
     if (signer.method == 0 && signer.key.empty())
         return !item.signature.empty();
-    return checkSignature(signer, "metadata item", name, value, item.signature) &&
-           item.method == signer.method;
+    const auto form = item.parent == 0 ? SignatureForm::First : SignatureForm::Second;
+    return checkSignature(signer, asSigned(m_identity.uuid, name, item, value), form,
+                          item.signature) &&
+           item.method == signer.method && item.parent < now->transaction.id;
 }
 
 }  // namespace tarvo::engine::session

@@ -436,6 +436,7 @@ void Session::setLevelOfDetail(std::uint32_t mode, std::uint32_t size) {
     validateLod(mode, size);
     pending.lodMode = mode;
     pending.chunkSizeLod = size;
+    pending.detailIsStale = true;
 }
 
 std::string Session::metaData(const std::string& name) {
@@ -449,7 +450,7 @@ std::string Session::metaData(const std::string& name) {
 void Session::setMetaData(const std::string& name, const std::string& value) {
     State& pending = change();
     checkMetaDataName(name);
-    pending.metaData[name] = {addText(value), 0, {}};
+    pending.metaData[name] = {addText(value), 0, 0, {}};
 }
 
 void Session::removeMetaData(const std::string& name) {

@@ -14,22 +14,39 @@ namespace {
 
 using Digest = std::array<std::uint8_t, 32>;
 
-std::string canonicalForm(std::string_view kind, std::string_view name, std::string_view text) {
-    std::string form(kind);
-    form += '\0';
-    form += name;
-    form += '\0';
-    const std::size_t start = form.size();
+// With LF line ends, without blanks and line breaks at the end.
+std::string canonicalText(std::string_view text) {
+    std::string result;
     for (std::size_t i = 0; i < text.size(); ++i) {
         if (text[i] != '\r')
-            form += text[i];
+            result += text[i];
         else if (i + 1 == text.size() || text[i + 1] != '\n')
-            form += '\n';
+            result += '\n';
     }
-    while (form.size() > start &&
-           (form.back() == '\n' || form.back() == ' ' || form.back() == '\t'))
-        form.pop_back();
-    return form;
+    while (!result.empty() &&
+           (result.back() == '\n' || result.back() == ' ' || result.back() == '\t'))
+        result.pop_back();
+    return result;
+}
+
+std::string canonicalForm(const SignedText& text, SignatureForm form, std::size_t keyLength) {
+    std::string result;
+    if (form == SignatureForm::First) {
+        (result += text.kind) += '\0';
+        (result += text.name) += '\0';
+        return result + canonicalText(text.text);
+    }
+    (result += "signature 2") += '\0';
+    const auto add = [&result](std::string_view part) {
+        (result += std::to_string(part.size())) += ':';
+        result += part;
+    };
+    add(std::to_string(keyLength));
+    add(text.kind);
+    for (const std::string& place : text.bound)
+        add(place);
+    add(canonicalText(text.text));
+    return result;
 }
 
 [[noreturn]] void failHash() {
@@ -76,9 +93,8 @@ Digest askAuthenticator(const Authenticator& authenticator, const std::string& f
 
 }  // namespace
 
-std::string makeSignature(const Signer& signer, std::string_view kind, std::string_view name,
-                          std::string_view text) {
-    const std::string form = canonicalForm(kind, name, text);
+std::string makeSignature(const Signer& signer, const SignedText& text, SignatureForm which) {
+    const std::string form = canonicalForm(text, which, signer.key.size());
     Digest digest;
     switch (static_cast<SignatureMethod>(signer.method)) {
         case SignatureMethod::Key:
@@ -100,9 +116,9 @@ std::string makeSignature(const Signer& signer, std::string_view kind, std::stri
     return text16;
 }
 
-bool checkSignature(const Signer& signer, std::string_view kind, std::string_view name,
-                    std::string_view text, std::string_view signature) {
-    const std::string right = makeSignature(signer, kind, name, text);
+bool checkSignature(const Signer& signer, const SignedText& text, SignatureForm form,
+                    std::string_view signature) {
+    const std::string right = makeSignature(signer, text, form);
     std::string given(signature);
     for (char& c : given)
         if (c >= 'A' && c <= 'F')

@@ -1,10 +1,13 @@
 // Signatures: keyed hashes that tell whether a text is what somebody with the key signed.
 //
-// What is hashed is the canonical form of a text: its kind, a zero byte, its name, a zero byte,
-// and the text with CR LF and CR as LF and without blanks and line breaks at its end. Method 1 is
-// HMAC-SHA-256 (RFC 2104) with the key over the canonical form, method 2 the answer of the
-// context's authentication function to the SHA-256 of the canonical form. Signatures are written
-// as 64 lower-case hexadecimal digits.
+// What is hashed is the canonical form of a text. It begins with "signature 2" and a zero byte;
+// then, each as its length in decimal digits, a colon and its bytes: the length of the key in
+// decimal digits, the kind, what the text is bound to, and the text with CR LF and CR as LF and
+// without blanks and line breaks at its end. The form of the first release is the kind, a zero
+// byte, the name, a zero byte and the text; there a key and the same with zeros behind are alike.
+// Method 1 is HMAC-SHA-256 (RFC 2104) with the key over the canonical form, method 2 the answer of
+// the context's authentication function to the SHA-256 of the canonical form. Signatures are
+// written as 64 lower-case hexadecimal digits.
 #pragma once
 
 #include "engine/base/bytes.h"
@@ -13,6 +16,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tarvo::engine::session {
 
@@ -27,12 +31,21 @@ struct Signer {
     Authenticator authenticator;
 };
 
+// A text, and what it is signed as.
+struct SignedText {
+    std::string_view kind;
+    std::vector<std::string> bound;  // where it stands; moved elsewhere, the text is not signed
+    std::string_view text;
+    std::string_view name;  // of the first release's form
+};
+enum class SignatureForm { First, Second };
+
 // Throws Failure(Argument) for an unknown method or one that lacks its key, Failure(State) where
 // the authentication function is missing or refuses.
-std::string makeSignature(const Signer& signer, std::string_view kind, std::string_view name,
-                          std::string_view text);
+std::string makeSignature(const Signer& signer, const SignedText& text,
+                          SignatureForm form = SignatureForm::Second);
 // Whether it is the signature; takes as long for a wrong one as for the right one.
-bool checkSignature(const Signer& signer, std::string_view kind, std::string_view name,
-                    std::string_view text, std::string_view signature);
+bool checkSignature(const Signer& signer, const SignedText& text, SignatureForm form,
+                    std::string_view signature);
 
 }  // namespace tarvo::engine::session

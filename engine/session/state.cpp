@@ -125,6 +125,8 @@ std::string rootText(const State& state) {
             writer.StartObject();
             writeMember(writer, "method", std::uint64_t(item.method));
             writeMember(writer, "value", item.signature);
+            if (item.parent != 0)
+                writeMember(writer, "parent", std::uint64_t(item.parent));
             writer.EndObject();
         }
         writer.EndObject();
@@ -177,6 +179,8 @@ State stateFromRoot(std::string_view root) {
             const JsonObject signature = stored.object("signature");
             item.method = static_cast<std::uint32_t>(signature.number("method", UINT32_MAX));
             item.signature = signature.text("value");
+            if (signature.has("parent"))
+                item.parent = static_cast<std::uint32_t>(signature.number("parent", UINT32_MAX));
         }
         state.metaData[name] = std::move(item);
     }

@@ -26,8 +26,8 @@ TEST_F(Store, WritesDurablyAndReadsNoFeatureThatAHostileFileCouldUse) {
     for (const int flags : {SQLITE_OPEN_READWRITE, SQLITE_OPEN_READONLY}) {
         store::Connection connection(m_file, flags);
         connection.configure();
-        // A commit is on the disk when it returns, its journal's end in the folder, too, before what
-        // it has freed is cut off.
+        // A commit is on the disk when it returns, its journal's end in the folder, too, before
+        // what it has freed is cut off.
         EXPECT_EQ(textOf(connection, "PRAGMA journal_mode"), "delete");
         EXPECT_EQ(connection.pragma("PRAGMA synchronous"), 3);
         EXPECT_EQ(connection.pragma("PRAGMA fullfsync"), 0);

@@ -13,6 +13,7 @@
 #include <unistd.h>
 #include <algorithm>
 #include <csignal>
+#include <set>
 
 namespace tarvo::engine {
 namespace {
@@ -151,6 +152,13 @@ TEST_F(History, IsSignedSoThatEveryChangeOfAnEntryShows) {
         changed[i] ^= 1;
         EXPECT_FALSE(session::verifyEntry(changed, m_signer)) << i;
     }
+    for (const char* behind : {"approved by ...\n", "    approved\n", "Signature: \n", "x"})
+        EXPECT_FALSE(session::verifyEntry(entry + behind, m_signer)) << behind;
+    EXPECT_FALSE(session::verifyEntry(entry + "approved by ...", {}));
+    EXPECT_TRUE(session::verifyEntry(entry + "\n\n \t", m_signer));
+    session::Signer longer = m_signer;
+    longer.key.push_back(0);
+    EXPECT_FALSE(session::verifyEntry(entry, longer));
     // As an editor of another system keeps it.
     std::string windows;
     for (const char c : entry)
@@ -171,6 +179,36 @@ TEST_F(History, IsSignedSoThatEveryChangeOfAnEntryShows) {
     query::commit(*m_session, {}, device);
     EXPECT_TRUE(session::verifyEntry(entries().back(), device));
     EXPECT_FALSE(session::verifyEntry(entries().back(), m_signer));
+}
+
+// An item that is moved to another database or name, or put back as it was, is not signed there.
+TEST_F(History, SignaturesOfItemsHoldWhereTheyWereMadeOnly) {
+    const auto sign = [&](session::Session& session, const std::string& name) {
+        session.begin("sign " + name, "agent", "", "");
+        session.setMetaData(name, "{}");
+        session.signMetaData(name, m_signer);
+        query::commit(session);
+        EXPECT_TRUE(session.verifyMetaData(name, m_signer));
+        return session.state()->metaData.at(name).signature;
+    };
+    const std::string other = m_folder.file("b.qrbx");
+    session::Session::create(other, settings(1, 500), "test");
+    session::Session second(other, {}, "test");
+    // The same transactions in both databases.
+    while (second.current() < m_session->current()) {
+        second.begin("", "agent", "", "");
+        query::commit(second);
+    }
+    std::set<std::string> signatures{sign(*m_session, "a"), sign(second, "a"),
+                                     sign(*m_session, "b"), sign(*m_session, "a")};
+    EXPECT_EQ(signatures.size(), 4u);
+    session::Signer longer = m_signer;
+    longer.key.push_back(0);
+    EXPECT_FALSE(m_session->verifyMetaData("a", longer));
+    // Kept in the file.
+    session::Session again(m_file, {}, "test");
+    EXPECT_TRUE(again.verifyMetaData("a", m_signer));
+    EXPECT_FALSE(again.verifyMetaData("a", longer));
 }
 
 TEST_F(History, OfAnotherDatabaseCanBePutBefore) {
@@ -366,7 +404,7 @@ TEST_F(History, TakesMessagesUpToTheirLimitAndCommentsBeyondThatOfTitles) {
 
 TEST_F(History, IsSignedTheSameWithTheLineEndsOfAnySystem) {
     const auto signature = [this](const char* text) {
-        return session::makeSignature(m_signer, "kind", "name", text);
+        return session::makeSignature(m_signer, {"kind", {"place"}, text, "name"});
     };
     for (const char* text : {"a\r\nb", "a\rb", "a\nb\r", "a\rb\r\n \t\r"})
         EXPECT_EQ(signature(text), signature("a\nb")) << text;

@@ -72,7 +72,8 @@ TEST_F(TransactionRecords, AreTheWholeChangelogOfWhatWasDone) {
     const std::string fifth = head(session, 5, "signed", "agent") +
                               "Metadata: signed other\n"
                               "Level of detail: thinout, size 9\n";
-    const std::string signature = session::makeSignature(signer, "changelog entry", "", fifth);
+    const std::string signature =
+        session::makeSignature(signer, {"changelog entry", {}, fifth, ""});
     EXPECT_EQ(session.changelog(), "[#1] Older\n\n" + creation + "\n" + points + "\n" + third +
                                        "\n" + fourth + "\n" + fifth + "Signature: " + signature +
                                        "\n");
@@ -367,9 +368,10 @@ TEST(Creation, TakesNothingOfATextOfSettingsThatIsRefused) {
 TEST(Signatures, HoldForTheWholeOfATextAndOfThemselves) {
     const session::Signer signer{1, {1, 2, 3}, {}};
     const auto check = [&](std::string_view text, std::string_view signature) {
-        return session::checkSignature(signer, "kind", "name", text, signature);
+        return session::checkSignature(signer, {"kind", {"place"}, text, ""},
+                                       session::SignatureForm::Second, signature);
     };
-    const std::string right = session::makeSignature(signer, "kind", "name", "text");
+    const std::string right = session::makeSignature(signer, {"kind", {"place"}, "text", ""});
     std::string upper = right;
     std::transform(upper.begin(), upper.end(), upper.begin(), ::toupper);
     for (const std::string& given : {right, upper})
@@ -383,7 +385,7 @@ TEST(Signatures, HoldForTheWholeOfATextAndOfThemselves) {
 
     // Of an entry the last line counts, and only that.
     std::string entry = "[#2] x\nSignature: abcdef\nMore: lines\n";
-    EXPECT_TRUE(session::verifyEntry(entry, {}));
+    EXPECT_FALSE(session::verifyEntry(entry, {}));
     EXPECT_FALSE(session::verifyEntry(entry, signer));
     session::signEntry(entry, signer);
     EXPECT_TRUE(session::verifyEntry(entry, signer));
@@ -393,7 +395,7 @@ TEST(Signatures, HoldForTheWholeOfATextAndOfThemselves) {
 
     const session::Signer refusing{2, {}, [](ByteSpan, std::span<std::uint8_t>) { return false; }};
     const auto refusal = [](const session::Signer& by) {
-        return outcomeOf([&] { (void)session::makeSignature(by, "kind", "name", "text"); }).text;
+        return outcomeOf([&] { (void)session::makeSignature(by, {"kind", {}, "text", ""}); }).text;
     };
     EXPECT_EQ(refusal(refusing), "The authentication function gave no answer.");
     EXPECT_EQ(refusal({2, {}, {}}), "There is no authentication function.");
