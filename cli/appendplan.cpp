@@ -1,11 +1,11 @@
 #include "cli/appendplan.h"
 
-#include "cli/attributetext.h"
 #include "cli/columntarget.h"
 #include "cli/errors.h"
 #include "cli/table/attributesummary.h"
 #include "cli/table/valuecheck.h"
 #include "cli/terminal.h"
+#include "numbers/numbertext.h"
 
 #include <cmath>
 #include <map>
@@ -201,15 +201,16 @@ private:
 
     static std::string describe(const PointAttribute& own, const ValueFindings& findings) {
         if (findings.outside > 0) {
-            return "The values of \"" + own.name + "\" go from " + numberText(findings.low) +
-                   " to " + numberText(findings.high) + "; the database holds " +
-                   numberText(own.minimumValue) + " to " + numberText(own.maximumValue) + " only.";
+            return "The values of \"" + own.name + "\" go from " +
+                   numbers::numberText(findings.low) + " to " + numbers::numberText(findings.high) +
+                   "; the database holds " + numbers::numberText(own.minimumValue) + " to " +
+                   numbers::numberText(own.maximumValue) + " only.";
         }
         return "The attribute \"" + own.name + "\" can't hold " + std::to_string(findings.between) +
-               " of the values, for example " + numberText(findings.firstBetween) + ": " +
+               " of the values, for example " + numbers::numberText(findings.firstBetween) + ": " +
                (own.resolution == 0 ? "it holds floating-point numbers."
-                                    : "its resolution is " + numberText(own.resolution) +
-                                          ", from " + numberText(own.minimumValue) + ".");
+                                    : "its resolution is " + numbers::numberText(own.resolution) +
+                                          ", from " + numbers::numberText(own.minimumValue) + ".");
     }
 
     static std::string adviceToLeaveOut(const std::string& name) {

@@ -1,7 +1,7 @@
 #include "cli/assignment.h"
 
 #include "cli/errors.h"
-#include "cli/text.h"
+#include "core/valueformat.h"
 
 #include <bit>
 #include <charconv>
@@ -55,7 +55,7 @@ Assignment parseAssignment(const qrb::Pointcloud& cloud, const std::string& text
     }
     const auto definition = cloud.pointAttributes().get(name);
     const std::size_t count = name == assignment.target ? definition.length : 1;
-    assignment.type = ValueFormat(definition).type();
+    assignment.type = core::ValueFormat(definition).type();
     std::string_view rest = std::string_view(text).substr(equals + 1);
     while (true) {
         const std::size_t comma = rest.find(',');

@@ -1,19 +1,15 @@
 #include "cli/attributetext.h"
 
 #include "cli/texttable.h"
+#include "numbers/numbertext.h"
 
-#include <charconv>
 #include <cmath>
 
 namespace tarvo::cli {
 
 using qrb::pointcloud::PointAttribute;
 
-std::string numberText(double value) {
-    char buffer[32];
-    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
-    return {buffer, result.ptr};
-}
+using numbers::numberText;
 
 std::string describeAttribute(const PointAttribute& attribute) {
     const std::string unit = attribute.unitSymbol.empty() ? "" : " " + attribute.unitSymbol;

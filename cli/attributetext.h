@@ -8,9 +8,6 @@
 
 namespace tarvo::cli {
 
-// A number in the fewest digits that give it back; whole ones without a point.
-std::string numberText(double value);
-
 // All of a definition, a line per field.
 std::string describeAttribute(const qrb::pointcloud::PointAttribute& attribute);
 

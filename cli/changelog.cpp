@@ -1,20 +1,21 @@
 // qrbtool changelog: what was done to a database.
 
-#include "cli/changelogentries.h"
 #include "cli/commands.h"
 #include "cli/database.h"
 #include "cli/errors.h"
 #include "cli/key.h"
-#include "cli/number.h"
 #include "cli/output.h"
-#include "cli/temporaryfolder.h"
+#include "cli/terminal.h"
 #include "cli/text.h"
 #include "cli/textfile.h"
+#include "core/changelogentries.h"
 #include "files/identity.h"
 
 #include <CLI/CLI.hpp>
 
+#include <charconv>
 #include <memory>
+#include <optional>
 
 namespace tarvo::cli {
 
@@ -25,31 +26,57 @@ using qrb::pointcloud::Changelog;
 struct ChangelogOptions {
     std::string text;
     std::string file;
-    std::uint32_t entry = 0;
-    bool hasEntry = false;
+    std::string entry;  // "NUMBER" or "NUMBER/K"
     KeyOptions key;
 };
 
-// The library writes the changelog into files only.
-std::string readChangelog(const Changelog& changelog) {
-    const TemporaryFolder folder;
-    const std::string file = folder.file("changelog.txt");
-    changelog.exportToTextfile(file);
-    return readTextFile(file);
+struct EntryName {
+    std::uint32_t number = 0;
+    std::size_t place = 0;  // from 1 on; 0: the last
+};
+
+std::optional<EntryName> entryName(std::string_view text) {
+    const auto whole = [](std::string_view digits, auto& number) {
+        const char* const end = digits.data() + digits.size();
+        const auto [next, error] = std::from_chars(digits.data(), end, number);
+        return error == std::errc() && next == end && number > 0;
+    };
+    EntryName name;
+    const std::size_t slash = text.find('/');
+    const bool isName =
+        whole(text.substr(0, slash), name.number) &&
+        (slash == std::string_view::npos || whole(text.substr(slash + 1), name.place));
+    return isName ? std::optional(name) : std::nullopt;
 }
 
-std::string readEntry(const Changelog& changelog, std::uint32_t number) {
-    const std::string entry = changelogEntryOf(readChangelog(changelog), number);
-    if (entry.empty()) {
+// "NUMBER": the last entry of that number, which is the database's own where others were imported;
+// "NUMBER/K": the Kth of them.
+std::string readEntry(const Changelog& changelog, const std::string& which) {
+    const EntryName name = *entryName(which);
+    const std::uint32_t number = name.number;
+    const std::string text = core::readChangelog(changelog);
+    std::vector<core::ChangelogEntry> entries = core::changelogEntries(text);
+    std::erase_if(entries, [&](const auto& one) { return one.number != number; });
+    if (entries.empty()) {
         throw Failure("The changelog has no entry " + std::to_string(number) + ".");
     }
-    return entry;
+    if (name.place > entries.size()) {
+        throw Failure("The changelog has " + std::to_string(entries.size()) + " entries " +
+                      std::to_string(number) + " only.");
+    }
+    if (name.place == 0 && entries.size() > 1) {
+        note("The changelog has " + std::to_string(entries.size()) + " entries " +
+             std::to_string(number) + ", others being imported; this is the last one. \"--entry " +
+             std::to_string(number) + "/1\" names the first.");
+    }
+    const core::ChangelogEntry& entry = name.place == 0 ? entries.back() : entries[name.place - 1];
+    return text.substr(entry.begin, entry.end - entry.begin);
 }
 
 void showChangelog(const Database& database, const ChangelogOptions& options) {
     const Changelog& changelog = database.cloud().changelog();
-    print(printable(options.hasEntry ? readEntry(changelog, options.entry)
-                                     : readChangelog(changelog)));
+    print(printable(options.entry.empty() ? core::readChangelog(changelog)
+                                          : readEntry(changelog, options.entry)));
 }
 
 void appendMessage(Database& database, const ChangelogOptions& options) {
@@ -59,7 +86,7 @@ void appendMessage(Database& database, const ChangelogOptions& options) {
 }
 
 void exportChangelog(const Database& database, const ChangelogOptions& options) {
-    writeAnswer(database, options.file, readChangelog(database.cloud().changelog()));
+    writeAnswer(database, options.file, core::readChangelog(database.cloud().changelog()));
 }
 
 void importChangelog(Database& database, const ChangelogOptions& options) {
@@ -99,15 +126,16 @@ void addChangelogCommand(CLI::App& app, Invocation& invocation) {
     };
     const auto addEntry = [&](CLI::App& target, const char* description) {
         return target.add_option("--entry", options->entry, description)
-            ->type_name("NUMBER")
-            ->transform(wholeNumber(1));
+            ->type_name("NUMBER[/K]")
+            ->check([](const std::string& text) -> std::string {
+                return entryName(text) ? ""
+                                       : "\"" + text +
+                                             "\" is not a whole number from 1 to 4294967295, or "
+                                             "two such as 3/1.";
+            });
     };
-    CLI::App* const show = addAction("show", "Write it (the default)", showChangelog);
-    CLI::Option* const shown = addEntry(*show, "Only the entry of this transaction");
-    show->callback([shown, options, &invocation] {
-        options->hasEntry = shown->count() > 0;
-        invocation.work = [options](Database& database) { showChangelog(database, *options); };
-    });
+    addEntry(*addAction("show", "Write it (the default)", showChangelog),
+             "Only the entry of this transaction; the Kth where several have the number");
     addAction("append", "Add a message", appendMessage)
         ->add_option("text", options->text, "The message, @FILE or - for the standard input")
         ->type_name("TEXT")
@@ -122,7 +150,8 @@ void addChangelogCommand(CLI::App& app, Invocation& invocation) {
         ->required();
     CLI::App* const verify =
         addAction("verify", "Tell whether the signature of an entry is valid", verifyEntry);
-    addEntry(*verify, "Number of its transaction")->required();
+    addEntry(*verify, "Number of its transaction; the Kth where several have the number")
+        ->required();
     options->key.add(*verify, true);
     command->footer(
         "Each transaction has an entry. \"transactions run ... --key\" signs one.\n"

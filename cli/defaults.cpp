@@ -5,8 +5,8 @@
 #include "cli/errors.h"
 #include "cli/json.h"
 #include "cli/output.h"
-#include "cli/table/fit.h"
 #include "cli/texttable.h"
+#include "core/defaultattribute.h"
 #include "qrb/defaults/catalogue.h"
 
 #include <CLI/CLI.hpp>
@@ -28,7 +28,7 @@ void listDefaultAttributes(bool asJson) {
         JsonText json;
         json.beginArray();
         for (const auto& entry : qrb::defaults::attributes()) {
-            json.raw(fromCatalogue(entry).toJson());
+            json.raw(core::defaultAttribute(entry).toJson());
         }
         json.endArray();
         print(json.text());
@@ -36,7 +36,7 @@ void listDefaultAttributes(bool asJson) {
     }
     std::vector<PointAttribute> definitions;
     for (const auto& entry : qrb::defaults::attributes()) {
-        definitions.push_back(fromCatalogue(entry));
+        definitions.push_back(core::defaultAttribute(entry));
     }
     print(attributeTable(definitions));
 }
@@ -51,7 +51,7 @@ void showDefaultAttributes(const DefaultsOptions& options) {
         throw Failure("\"" + options.name + "\" is not a default attribute.",
                       "\"qrbtool defaults attributes\" lists them.");
     }
-    const PointAttribute definition = fromCatalogue(*entry);
+    const PointAttribute definition = core::defaultAttribute(*entry);
     print(options.json ? definition.toJson() + "\n"
                        : describeAttribute(definition) + labelled("Group", entry->group));
 }

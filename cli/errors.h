@@ -1,22 +1,11 @@
 // What the commands throw besides the layer's Error.
 #pragma once
 
-#include <stdexcept>
-#include <string>
-#include <utility>
+#include "core/error.h"
 
 namespace tarvo::cli {
 
-// A failure with one line of text and further lines that say where and what to do.
-class Failure : public std::runtime_error {
-public:
-    explicit Failure(const std::string& text, std::string details = {})
-        : std::runtime_error(text), m_details(std::move(details)) {}
-    const std::string& details() const { return m_details; }
-
-private:
-    std::string m_details;
-};
+using core::Failure;
 
 // The words of the command line are off; ends the program with 2.
 class UsageError : public Failure {

@@ -5,6 +5,7 @@
 #include "cli/json.h"
 #include "cli/output.h"
 #include "cli/text.h"
+#include "core/valueformat.h"
 
 #include <CLI/CLI.hpp>
 
@@ -43,7 +44,7 @@ AttributeInfo readAttribute(const qrb::Pointcloud& cloud, const std::string& nam
     if (rootNode == 0) {
         return info;
     }
-    const ValueFormat format(info.definition);
+    const core::ValueFormat format(info.definition);
     std::vector<std::uint64_t> values(info.definition.length);
     const auto texts = [&] {
         std::vector<std::string> result;

@@ -2,8 +2,6 @@
 
 #include "cli/table/names.h"
 
-#include <rapidjson/memorystream.h>
-
 #include <cmath>
 
 namespace tarvo::cli {
@@ -12,17 +10,6 @@ namespace {
 
 rapidjson::SizeType lengthOf(std::string_view text) {
     return static_cast<rapidjson::SizeType>(text.size());
-}
-
-template <typename Writer>
-std::string rewritten(std::string_view json) {
-    rapidjson::StringBuffer buffer;
-    ExactWriter<Writer> writer(buffer);
-    rapidjson::MemoryStream stream(json.data(), json.size());
-    rapidjson::Reader reader;
-    return reader.Parse<exactParseFlags>(stream, writer).IsError()
-               ? ""
-               : std::string(buffer.GetString(), buffer.GetSize());
 }
 
 }  // namespace
@@ -82,15 +69,13 @@ std::string JsonText::text() const {
 }
 
 std::string JsonText::compact() const {
-    return compactJson({m_buffer.GetString(), m_buffer.GetSize()});
+    std::string text(m_buffer.GetString(), m_buffer.GetSize());
+    core::compactJson(text);
+    return text;
 }
 
-std::string indentedJson(std::string_view json) {
-    return rewritten<rapidjson::PrettyWriter<rapidjson::StringBuffer>>(json);
-}
-
-std::string compactJson(std::string_view json) {
-    return rewritten<rapidjson::Writer<rapidjson::StringBuffer>>(json);
+std::string indentedJson(const std::string& json) {
+    return core::isJson(json) ? core::formattedJson(json) : "";
 }
 
 }  // namespace tarvo::cli

@@ -1,7 +1,7 @@
 // JSON texts that the commands write: for programs, and as the settings of transactions.
 #pragma once
 
-#include "qrb/defaults/jsonmemory.h"
+#include "core/json.h"
 
 #include <cstdint>
 #include <string>
@@ -9,20 +9,6 @@
 #include <vector>
 
 namespace tarvo::cli {
-
-// Parse flags and a writer for JSON texts of any depth whose numbers keep their digits.
-constexpr unsigned exactParseFlags = rapidjson::kParseIterativeFlag |
-                                     rapidjson::kParseNumbersAsStringsFlag |
-                                     rapidjson::kParseValidateEncodingFlag;
-template <typename Writer>
-class ExactWriter : public Writer {
-public:
-    using Writer::Writer;
-    // The writer itself would put quotes around it.
-    bool RawNumber(const char* text, rapidjson::SizeType length, bool) {
-        return this->RawValue(text, length, rapidjson::kNumberType);
-    }
-};
 
 // Bytes that are no UTF-8 are replaced, so that what comes out is JSON whatever a file holds.
 class JsonText {
@@ -65,9 +51,7 @@ private:
     rapidjson::PrettyWriter<rapidjson::StringBuffer> m_writer;
 };
 
-// A JSON text with other white space: indented, or none. Numbers keep their digits. Empty if the
-// text is no JSON.
-std::string indentedJson(std::string_view json);
-std::string compactJson(std::string_view json);
+// A JSON text indented; empty if the text is no JSON.
+std::string indentedJson(const std::string& json);
 
 }  // namespace tarvo::cli

@@ -3,23 +3,15 @@
 #include "cli/errors.h"
 #include "cli/textfile.h"
 #include "cli/words.h"
+#include "core/key.h"
 
 #include <CLI/CLI.hpp>
 
-#include <algorithm>
 #include <utility>
 
 namespace tarvo::cli {
 
 namespace {
-
-int hexadecimalValue(char c) {
-    if (c >= '0' && c <= '9') {
-        return c - '0';
-    }
-    const char lower = static_cast<char>(c | 0x20);
-    return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
-}
 
 void hide(std::string& text, const std::string& key) {
     constexpr const char* mask = "***";
@@ -30,25 +22,6 @@ void hide(std::string& text, const std::string& key) {
 }
 
 }  // namespace
-
-std::vector<std::uint8_t> decodeHexadecimal(std::string_view text) {
-    std::vector<std::uint8_t> bytes;
-    bool low = true;
-    for (auto c = text.rbegin(); c != text.rend(); ++c) {
-        const int value = hexadecimalValue(*c);
-        if (value < 0) {
-            continue;
-        }
-        if (low) {
-            bytes.push_back(static_cast<std::uint8_t>(value));
-        } else {
-            bytes.back() = static_cast<std::uint8_t>(bytes.back() | value << 4);
-        }
-        low = !low;
-    }
-    std::reverse(bytes.begin(), bytes.end());
-    return bytes;
-}
 
 std::string withoutKeys(std::string text, const std::vector<std::string>& words) {
     constexpr std::string_view joined = "--key=";
@@ -76,16 +49,26 @@ void KeyOptions::add(CLI::App& command, bool required) {
         ->type_name("HEX")
         ->each(given);
     group
-        ->add_option("--key-file", m_file,
-                     "File with such a key, which keeps it out of the list of processes")
+        ->add_option(
+            "--key-file", m_file,
+            "File with such digits, or with the bytes of the key themselves; keeps it out of "
+            "the list of processes")
         ->type_name("FILE")
         ->each(given);
     group->require_option(required ? 1 : 0, 1);
 }
 
 std::vector<std::uint8_t> KeyOptions::bytes() const {
-    std::vector<std::uint8_t> key =
-        decodeHexadecimal(m_file.empty() ? m_text : readTextFile(m_file));
+    std::vector<std::uint8_t> key;
+    if (!m_file.empty()) {
+        key = core::keyOfFile(readTextFile(m_file));
+    } else {
+        try {
+            key = core::keyOfText(m_text);
+        } catch (const Failure& failure) {
+            throw UsageError(failure.what(), failure.details());
+        }
+    }
     if (key.empty()) {
         throw UsageError("The key is empty.", "It is written as pairs of hexadecimal digits.");
     }

@@ -14,10 +14,6 @@ class App;
 
 namespace tarvo::cli {
 
-// The bytes that pairs of hexadecimal digits stand for, paired from the end; other characters are
-// skipped, so that blanks, line breaks and hyphens may stand anywhere.
-std::vector<std::uint8_t> decodeHexadecimal(std::string_view text);
-
 // A text without the keys that stand behind --key among the words, nor within words that are
 // command lines themselves; for messages that repeat what was given.
 std::string withoutKeys(std::string text, const std::vector<std::string>& words);
@@ -28,7 +24,8 @@ public:
     // The object must outlive the command.
     void add(CLI::App& command, bool required);
 
-    // Throws UsageError for a key of no bytes, Failure for a file that can't be read.
+    // Throws UsageError for a text that is no key and for a key of no bytes, Failure for a file that
+    // can't be read.
     std::vector<std::uint8_t> bytes() const;
     // To commit with: signed if a key is given. Throws as bytes().
     qrb::pointcloud::Signature signature() const;

@@ -86,10 +86,13 @@ void removeMetaData(Database& database, const std::vector<std::string>& names) {
 }
 
 void importMetaData(Database& database, const std::vector<std::string>& files) {
-    MetaDataImport result;
+    core::MetaDataImport result(database.cloud().metaData());
+    std::vector<std::string> skipped;
     database.change({"Import metadata"}, [&] {
         for (const std::string& file : files) {
-            importMetaDataFile(database.cloud().metaData(), file, result);
+            for (const std::string& name : importMetaDataFile(result, file)) {
+                skipped.push_back(name);
+            }
         }
     });
     const auto joinedNames = [](const std::vector<std::string>& names) {
@@ -101,6 +104,14 @@ void importMetaData(Database& database, const std::vector<std::string>& files) {
     };
     print(labelled("Items added", joinedNames(result.added)) +
           labelled("Items updated", joinedNames(result.updated)));
+    const auto printWhereAny = [&](const char* label, const std::vector<std::string>& names) {
+        if (!names.empty()) {
+            print(labelled(label, joinedNames(names)));
+        }
+    };
+    printWhereAny("Unchanged", result.unchanged);
+    printWhereAny("No longer signed", result.unsignedNow);
+    printWhereAny("Skipped", skipped);
 }
 
 void validateMetaData(const MetaData& metaData, const MetaDataOptions& options) {

@@ -1,7 +1,7 @@
-// Metadata items in files: JSON objects with one member per item, whose value is that of the item.
+// Metadata items in files, for the commands.
 #pragma once
 
-#include "qrb/metadata.h"
+#include "core/metadatafile.h"
 
 #include <string>
 #include <vector>
@@ -17,13 +17,9 @@ class Database;
 void exportMetaData(const Database& database, const std::string& target,
                     std::vector<std::string> names);
 
-struct MetaDataImport {
-    std::vector<std::string> added;
-    std::vector<std::string> updated;
-};
-// Sets the items that a file holds, in its order; numbers keep their digits. Needs a pending
-// transaction. Throws Failure and Error.
-void importMetaDataFile(qrb::pointcloud::MetaData& metaData, const std::string& fileName,
-                        MetaDataImport& result);
+// Sets the items that a file holds, in its order. Returns the members that were skipped. Throws
+// Failure and Error.
+std::vector<std::string> importMetaDataFile(core::MetaDataImport& import,
+                                            const std::string& fileName);
 
 }  // namespace tarvo::cli

@@ -2,8 +2,8 @@
 
 #include "cli/errors.h"
 #include "cli/json.h"
-#include "cli/text.h"
 #include "cli/texttable.h"
+#include "core/valueformat.h"
 #include "qrb/error.h"
 
 #include <functional>
@@ -37,7 +37,7 @@ const IndexNode* findNode(const IndexNode& node, std::uint32_t id, std::uint32_t
     return nullptr;
 }
 
-std::vector<std::string> valueTexts(const ValueFormat& format, std::size_t length,
+std::vector<std::string> valueTexts(const core::ValueFormat& format, std::size_t length,
                                     const std::function<void(void*)>& read) {
     std::vector<std::uint64_t> values(length);
     try {
@@ -61,7 +61,7 @@ Extremes readExtremes(const qrb::Pointcloud& cloud, std::uint32_t node, const st
                       "\"qrbtool attributes FILE\" lists the attributes.");
     }
     const auto definition = cloud.pointAttributes().get(name);
-    const ValueFormat format(definition);
+    const core::ValueFormat format(definition);
     const QueryStat stat = cloud.stat();
     const auto read = [&](auto extreme, bool cleaned) {
         return valueTexts(format, definition.length, [&](void* buffer) {
@@ -70,7 +70,7 @@ Extremes readExtremes(const qrb::Pointcloud& cloud, std::uint32_t node, const st
     };
     Extremes result;
     result.attribute = name;
-    result.elements = elementNames(name, definition.length);
+    result.elements = core::elementNames(name, definition.length);
     result.minimum = read(&QueryStat::minimum, false);
     result.maximum = read(&QueryStat::maximum, false);
     result.cleanedMinimum = read(&QueryStat::minimum, true);

@@ -1,7 +1,5 @@
 #include "cli/pointwriter.h"
 
-#include "cli/errors.h"
-
 #include <algorithm>
 
 namespace tarvo::cli {
@@ -10,8 +8,8 @@ namespace {
 
 class TextWriter : public PointWriter {
 public:
-    TextWriter(const std::vector<PointColumn>& columns, Output& output)
-        : m_columns(columns), m_output(output) {}
+    TextWriter(const core::PointPages& points, Output& output)
+        : m_points(points), m_output(output) {}
 
 protected:
     void endLine() {
@@ -20,7 +18,9 @@ protected:
         m_line.clear();
     }
 
-    const std::vector<PointColumn> m_columns;
+    const std::vector<core::PointColumn>& columns() const { return m_points.columns(); }
+
+    const core::PointPages& m_points;
     Output& m_output;
     std::string m_line;
 };
@@ -29,20 +29,11 @@ class CsvWriter : public TextWriter {
 public:
     using TextWriter::TextWriter;
     void begin() override {
-        for (const PointColumn& column : m_columns) {
-            m_line += (m_line.empty() ? "" : ",") + column.name;
-        }
+        m_line = m_points.header(',');
         endLine();
     }
-    void point(std::uint32_t index) override {
-        bool first = true;
-        for (const PointColumn& column : m_columns) {
-            if (!first) {
-                m_line += ',';
-            }
-            first = false;
-            column.format.append(m_line, column.values[index]);
-        }
+    void point(std::uint32_t row) override {
+        m_points.appendRow(m_line, row, ',');
         endLine();
     }
 };
@@ -50,22 +41,21 @@ public:
 // Columns are as wide as the attribute's range needs, so that points need not be looked at twice.
 class TableWriter : public TextWriter {
 public:
-    TableWriter(const std::vector<PointColumn>& columns, Output& output)
-        : TextWriter(columns, output) {
-        for (const PointColumn& column : columns) {
+    TableWriter(const core::PointPages& points, Output& output) : TextWriter(points, output) {
+        for (const core::PointColumn& column : columns()) {
             m_widths.push_back(std::max(column.format.width(), column.name.size()));
         }
     }
     void begin() override {
-        for (std::size_t i = 0; i < m_columns.size(); ++i) {
-            cell(i, m_columns[i].name);
+        for (std::size_t i = 0; i < columns().size(); ++i) {
+            cell(i, columns()[i].name);
         }
         endLine();
     }
-    void point(std::uint32_t index) override {
-        for (std::size_t i = 0; i < m_columns.size(); ++i) {
+    void point(std::uint32_t row) override {
+        for (std::size_t i = 0; i < columns().size(); ++i) {
             m_cell.clear();
-            m_columns[i].format.append(m_cell, m_columns[i].values[index]);
+            m_points.appendText(m_cell, row, i);
             cell(i, m_cell);
         }
         endLine();
@@ -89,23 +79,23 @@ class JsonLinesWriter : public TextWriter {
 public:
     using TextWriter::TextWriter;
     void begin() override {}
-    void point(std::uint32_t index) override {
+    void point(std::uint32_t row) override {
         m_line += '{';
-        for (std::size_t i = 0; i < m_columns.size(); ++i) {
-            const bool isElement = m_columns[i].name != m_columns[i].attribute;
-            const bool opens = i == 0 || m_columns[i - 1].attribute != m_columns[i].attribute;
+        for (std::size_t i = 0; i < columns().size(); ++i) {
+            const bool isElement = columns()[i].name != columns()[i].attribute;
+            const bool opens = i == 0 || columns()[i - 1].attribute != columns()[i].attribute;
             const bool closes =
-                i + 1 == m_columns.size() || m_columns[i + 1].attribute != m_columns[i].attribute;
+                i + 1 == columns().size() || columns()[i + 1].attribute != columns()[i].attribute;
             const bool alone = isElement && opens && closes;
             if (i > 0) {
                 m_line += ',';
             }
             if (opens) {
-                m_line += '"' + (alone ? m_columns[i].name : m_columns[i].attribute) + "\":";
+                m_line += '"' + (alone ? columns()[i].name : columns()[i].attribute) + "\":";
                 m_line += isElement && !alone ? "[" : "";
             }
-            if (m_columns[i].format.isFinite(m_columns[i].values[index])) {
-                m_columns[i].format.append(m_line, m_columns[i].values[index]);
+            if (columns()[i].format.isFinite(m_points.value(row, i))) {
+                m_points.appendText(m_line, row, i);
             } else {
                 m_line += "null";
             }
@@ -119,15 +109,14 @@ public:
 }  // namespace
 
 std::unique_ptr<PointWriter> makePointWriter(const std::string& format,
-                                             const std::vector<PointColumn>& columns,
-                                             Output& output) {
+                                             const core::PointPages& points, Output& output) {
     if (format == "csv") {
-        return std::make_unique<CsvWriter>(columns, output);
+        return std::make_unique<CsvWriter>(points, output);
     }
     if (format == "jsonl") {
-        return std::make_unique<JsonLinesWriter>(columns, output);
+        return std::make_unique<JsonLinesWriter>(points, output);
     }
-    return std::make_unique<TableWriter>(columns, output);
+    return std::make_unique<TableWriter>(points, output);
 }
 
 }  // namespace tarvo::cli

@@ -4,9 +4,9 @@
 #include "cli/errors.h"
 #include "cli/number.h"
 #include "cli/sample/scanner.h"
-#include "cli/table/fit.h"
 #include "cli/terminal.h"
 #include "copy/newdatabase.h"
+#include "core/defaultattribute.h"
 #include "qrb/defaults/catalogue.h"
 
 #include <CLI/CLI.hpp>
@@ -28,12 +28,12 @@ struct SampleOptions {
 
 constexpr std::size_t sampleBatch = 65536;
 
-PointAttribute catalogueAttribute(const std::string& name) {
+qrb::pointcloud::PointAttribute catalogueAttribute(const std::string& name) {
     const auto* const entry = qrb::defaults::findAttribute(name);
     if (entry == nullptr) {
         throw Failure("The catalogue lacks the attribute \"" + name + "\".");
     }
-    return fromCatalogue(*entry);
+    return core::defaultAttribute(*entry);
 }
 
 template <typename T>

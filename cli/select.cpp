@@ -35,14 +35,8 @@ struct SelectOptions {
     std::string output;
 };
 
-// An attribute that is read as a whole, and the elements of it that are written.
-struct Selected {
-    qrb::pointcloud::PointAttribute definition;
-    std::vector<std::uint32_t> elements;
-};
-
-// "NAME" or "NAME[I]" of the command line.
-Selected findSelected(const qrb::Pointcloud& cloud, const std::string& text) {
+// The columns of "NAME" or "NAME[I]" of the command line.
+std::vector<core::PointColumn> columnsOf(const qrb::Pointcloud& cloud, const std::string& text) {
     const auto& attributes = cloud.pointAttributes();
     const std::size_t open = text.find('[');
     const std::string name = text.substr(0, open);
@@ -50,40 +44,39 @@ Selected findSelected(const qrb::Pointcloud& cloud, const std::string& text) {
         throw Failure("There is no attribute \"" + name + "\" in the file.",
                       "\"qrbtool info\" lists the attributes.");
     }
-    Selected selected;
-    selected.definition = attributes.get(name);
+    const auto definition = attributes.get(name);
+    std::vector<core::PointColumn> columns = core::columnsOf(definition);
     if (open == std::string::npos) {
-        for (std::uint32_t i = 0; i < selected.definition.length; ++i) {
-            selected.elements.push_back(i);
-        }
-        return selected;
+        return columns;
     }
     std::uint32_t element = 0;
     const char* const end = text.data() + text.size();
     const auto [next, error] = std::from_chars(text.data() + open + 1, end, element);
-    if (error != std::errc() || next + 1 != end || *next != ']' ||
-        element >= selected.definition.length) {
-        throw Failure(
-            "The attribute \"" + name + "\" has no element \"" + text + "\".",
-            "Its elements are 0 to " + std::to_string(selected.definition.length - 1) + ".");
+    if (error != std::errc() || next + 1 != end || *next != ']' || element >= definition.length) {
+        throw Failure("The attribute \"" + name + "\" has no element \"" + text + "\".",
+                      "Its elements are 0 to " + std::to_string(definition.length - 1) + ".");
     }
-    selected.elements.push_back(element);
-    return selected;
+    return {columns[element]};
 }
 
-std::vector<Selected> selectedAttributes(const qrb::Pointcloud& cloud,
-                                         const SelectOptions& options) {
-    std::vector<Selected> selected;
+std::vector<core::PointColumn> selectedColumns(const qrb::Pointcloud& cloud,
+                                               const SelectOptions& options) {
+    std::vector<core::PointColumn> columns;
     for (const std::string& name :
          options.attributes.empty() ? cloud.pointAttributes().list() : options.attributes) {
-        selected.push_back(findSelected(cloud, name));
+        for (core::PointColumn& column : columnsOf(cloud, name)) {
+            columns.push_back(std::move(column));
+        }
     }
-    return selected;
+    return columns;
 }
 
-qrb::pointcloud::QuerySelect makeQuery(const qrb::Pointcloud& cloud, const SelectOptions& options) {
-    return options.hasNodes ? cloud.select(parseNodes(options.nodes), options.filter)
-                            : cloud.select(options.filter);
+core::PointSelection selectionOf(const SelectOptions& options) {
+    core::PointSelection selection{options.filter, {}};
+    if (options.hasNodes) {
+        selection.nodes = parseNodes(options.nodes);
+    }
+    return selection;
 }
 
 std::uint64_t countPoints(qrb::pointcloud::QuerySelect& query, std::uint64_t limit) {
@@ -103,27 +96,15 @@ std::uint64_t countPoints(qrb::pointcloud::QuerySelect& query, std::uint64_t lim
 // Returns their number.
 std::uint64_t writePoints(const qrb::Pointcloud& cloud, const SelectOptions& options,
                           Output& output) {
-    std::vector<PointColumn> columns;
-    std::vector<std::vector<std::uint64_t>> buffers;
-    auto query = makeQuery(cloud, options);
     const auto page = static_cast<std::uint32_t>(
         std::max<std::uint64_t>(1, std::min<std::uint64_t>(pageSize, options.limit)));
-    for (const Selected& selected : selectedAttributes(cloud, options)) {
-        const ValueFormat format(selected.definition);
-        const auto names = elementNames(selected.definition.name, selected.definition.length);
-        for (const std::uint32_t element : selected.elements) {
-            buffers.emplace_back(page);
-            query.bind(names[element], format.type(), buffers.back().data(), 8);
-            columns.push_back(
-                {selected.definition.name, names[element], format, buffers.back().data()});
-        }
-    }
-    const auto writer = makePointWriter(options.format, columns, output);
+    core::PointPages points(cloud, selectionOf(options), selectedColumns(cloud, options), page);
+    const auto writer = makePointWriter(options.format, points, output);
     writer->begin();
     std::uint64_t total = 0;
     while (total < options.limit) {
         checkInterrupted();
-        const std::uint32_t count = query.next(
+        const std::uint32_t count = points.next(
             static_cast<std::uint32_t>(std::min<std::uint64_t>(page, options.limit - total)));
         if (count == 0) {
             break;
@@ -140,7 +121,7 @@ void runSelect(const Database& database, const SelectOptions& options) {
     try {
         Output output(database, options.output);
         if (options.count) {
-            auto query = makeQuery(database.cloud(), options);
+            auto query = selectionOf(options).query(database.cloud());
             output.write(std::to_string(countPoints(query, options.limit)) + "\n");
         } else if (writePoints(database.cloud(), options, output) == 0 && output.replacesFile()) {
             // Rather a filter that is mistyped than a table that nobody wants any more.

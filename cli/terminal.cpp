@@ -61,6 +61,10 @@ int interruptSignal() {
     return s_signal;
 }
 
+void note(const std::string& text) {
+    std::fprintf(stderr, "qrbtool: %s\n", text.c_str());
+}
+
 ProgressLine::ProgressLine(std::string label)
     : m_label(std::move(label)), m_terminal(errorIsTerminal()) {}
 

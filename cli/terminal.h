@@ -24,6 +24,9 @@ public:
     InterruptsEnd& operator=(const InterruptsEnd&) = delete;
 };
 
+// A line on standard error, beside the answer.
+void note(const std::string& text);
+
 // A line "label 42 %" on standard error while it is a terminal; gone with the object.
 class ProgressLine {
 public:

@@ -1,6 +1,7 @@
 #include "cli/table/fit.h"
 
 #include "cli/errors.h"
+#include "core/defaultattribute.h"
 
 #include <algorithm>
 #include <cmath>
@@ -171,27 +172,6 @@ bool inRange(const PointAttribute& definition, double value) {
 
 }  // namespace
 
-PointAttribute fromCatalogue(const qrb::defaults::AttributeEntry& entry) {
-    PointAttribute definition;
-    definition.name = entry.name;
-    definition.title = entry.title;
-    definition.tags = entry.tags;
-    definition.description = entry.description;
-    definition.unitSymbol = entry.unitSymbol;
-    definition.length = entry.length;
-    definition.resolution = entry.resolution;
-    definition.minimumValue = entry.minimumValue;
-    definition.maximumValue = entry.maximumValue;
-    definition.defaultValue = entry.defaultValue;
-    definition.invalidValue = entry.invalidValue;
-    definition.namedValues = entry.namedValues;
-    definition.storageClass = entry.storageClass;
-    definition.compressionOptions = entry.compressionOptions;
-    definition.lodSettings = entry.lodSettings;
-    definition.scaleFactor = entry.scaleFactor;
-    return definition;
-}
-
 PointAttribute fitAttribute(const Column& column, const ColumnSummary& summary, DefaultFor use) {
     refuseInfinity(column, summary);
     const auto* const entry = qrb::defaults::findAttribute(column.attribute);
@@ -214,7 +194,7 @@ PointAttribute fitAttribute(const Column& column, const ColumnSummary& summary, 
         settleDefault(definition, summary, use);
         return definition;
     }
-    PointAttribute definition = fromCatalogue(*entry);
+    PointAttribute definition = core::defaultAttribute(*entry);
     definition.length = std::max(definition.length, column.length);
     if (summary.count() == 0) {
         return definition;
@@ -266,7 +246,7 @@ PointAttribute fitCoordinates(const Column& column, const ColumnSummary& summary
                               std::span<const Affine> axes, DefaultFor use) {
     refuseInfinity(column, summary);
     const auto* const entry = qrb::defaults::findAttribute(column.attribute);
-    PointAttribute definition = entry ? fromCatalogue(*entry) : ownDefinition(column);
+    PointAttribute definition = entry ? core::defaultAttribute(*entry) : ownDefinition(column);
     definition.length = column.length;
     const auto grid = coordinateGrid(column, summary, axes);
     if (!grid) {

@@ -4,7 +4,6 @@
 
 #include "cli/table/pointsource.h"
 #include "cli/table/summary.h"
-#include "qrb/defaults/catalogue.h"
 #include "qrb/pointattribute.h"
 
 #include <cstdint>
@@ -13,8 +12,6 @@
 namespace tarvo::cli {
 
 using qrb::pointcloud::PointAttribute;
-
-PointAttribute fromCatalogue(const qrb::defaults::AttributeEntry& entry);
 
 // Who reads the default value of a definition: nobody, or the points that were there before the
 // attribute. Those get the usual default value, as an invalid one where the range leaves it out.

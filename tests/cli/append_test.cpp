@@ -182,11 +182,11 @@ TEST_F(Append, WhatDoesNotFitIsRefusedAndNothingChanges) {
     expectFailure(1, append(begin + "1.125,2,3,1\n"),
                   {"\"tarvo.xyz\"", "1.125: its resolution is 0.01", "--round", "new database"});
     expectFailure(1, append(begin + "1,600000,3,1\n", "--round"),
-                  {"\"tarvo.xyz\" go from 0 to 6e+05; the database holds -535000 to 535000",
+                  {"\"tarvo.xyz\" go from 0 to 600000; the database holds -535000 to 535000",
                    "import all files into a new database"});
     // Every fault is told, one of an attribute with several elements too.
     expectFailure(1, append("x,y,z,tarvo.rgba[1],q\n0,0,0,256,2e20\n"),
-                  {"\"tarvo.rgba\" go from 256 to 256", "\"csv.q\" go from 2e+20"});
+                  {"\"tarvo.rgba\" go from 256 to 256", "\"csv.q\" go from 200000000000000000000"});
     expectFailure(1, append("x,y,z,tarvo.deviation\n1,1,1,-1\n1,1,1,-2\n"),
                   {"go from -2 to -2; the database holds -1 to 32767"});
     expectFailure(1, append("x,y,z,tarvo.rgba[4]\n0,0,0,1\n"), {"\"tarvo.rgba[4]\"", "length 4"});

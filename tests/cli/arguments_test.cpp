@@ -1,5 +1,4 @@
 // Small texts that arguments and files bring, and how they are understood.
-#include "cli/changelogentries.h"
 #include "cli/errors.h"
 #include "cli/fileschema.h"
 #include "cli/idlist.h"
@@ -28,15 +27,6 @@ TEST(Arguments, CommandLinesSplitAsInAShell) {
     EXPECT_EQ(splitWords(R"(a\ b "q\"\\\n" 'r\' \')"), (Words{"a b", "q\"\\\\n", "r\\", "'"}));
     EXPECT_THROW(splitWords("a 'b"), UsageError);
     EXPECT_THROW(splitWords("\"a\\\""), UsageError);
-}
-
-TEST(Arguments, KeysAreReadLeniently) {
-    EXPECT_EQ(decodeHexadecimal(""), Bytes{});
-    EXPECT_EQ(decodeHexadecimal("zz --"), Bytes{});
-    EXPECT_EQ(decodeHexadecimal("00 fF,1a\n-2B"), (Bytes{0x00, 0xff, 0x1a, 0x2b}));
-    // Pairs are counted from the end.
-    EXPECT_EQ(decodeHexadecimal("abc"), (Bytes{0x0a, 0xbc}));
-    EXPECT_EQ(decodeHexadecimal("0x12"), (Bytes{0x00, 0x12}));
 }
 
 TEST(Arguments, ListsOfIdsJoinWhatOverlapsAndEndAtTheLargest) {
@@ -77,18 +67,6 @@ TEST(Arguments, FileNamesTellTheSchemaWithTheLongestExtension) {
     EXPECT_EQ(guessFileSchema("b.sp"), "");
     EXPECT_EQ(guessFileSchema("b.txt"), "");
     EXPECT_EQ(guessFileSchema(""), "");
-}
-
-TEST(Arguments, TheLastEntryOfANumberIsTheOwnOne) {
-    const std::string log =
-        "[#1] Old\nAgent: a\n\n[#12] Twelve\n\n[#1] New\nMessage: see\n    [#x] and [# 1]\n"
-        "Signature: 00\n\n[#2] Two\n";
-    EXPECT_EQ(changelogEntryOf(log, 1),
-              "[#1] New\nMessage: see\n    [#x] and [# 1]\nSignature: 00\n\n");
-    EXPECT_EQ(changelogEntryOf(log, 12), "[#12] Twelve\n\n");
-    EXPECT_EQ(changelogEntryOf(log, 2), "[#2] Two\n");
-    EXPECT_EQ(changelogEntryOf(log, 3), "");
-    EXPECT_EQ(changelogEntryOf("", 1), "");
 }
 
 TEST(Arguments, TablesAlignWhatIsReadNotTheBytes) {

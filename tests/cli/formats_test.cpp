@@ -44,10 +44,11 @@ protected:
 
 TEST_F(Formats, AValueThatIsNoneIsNullInJsonAndNanInTexts) {
     EXPECT_EQ(select(" --format csv -a tarvo.id,my.real"),
-              "tarvo.id,my.real[0],my.real[1]\n1,nan,0.1\n2,1e-07,nan\n3,0.5,0.5\n");
-    EXPECT_EQ(select(" --format jsonl -a tarvo.id,my.real"),
-              "{\"tarvo.id\":1,\"my.real\":[null,0.1]}\n{\"tarvo.id\":2,\"my.real\":[1e-07,null]}\n"
-              "{\"tarvo.id\":3,\"my.real\":[0.5,0.5]}\n");
+              "tarvo.id,my.real[0],my.real[1]\n1,nan,0.1\n2,0.0000001,nan\n3,0.5,0.5\n");
+    EXPECT_EQ(
+        select(" --format jsonl -a tarvo.id,my.real"),
+        "{\"tarvo.id\":1,\"my.real\":[null,0.1]}\n{\"tarvo.id\":2,\"my.real\":[0.0000001,null]}\n"
+        "{\"tarvo.id\":3,\"my.real\":[0.5,0.5]}\n");
     // One element stands alone, several are an array.
     const std::string mixed = select(" --format jsonl -a 'my.real[1],tarvo.xyz,tarvo.xyz[2]'");
     EXPECT_EQ(mixed.rfind("{\"my.real[1]\":0.1,\"tarvo.xyz\":[1.50,2.00,3.00", 0), 0u) << mixed;

@@ -13,13 +13,17 @@ TEST_F(Admin, MetadataGoesRoundThroughFiles) {
     const std::string metadata = "metadata " + file;
     const std::string items =
         "{\"b\": {\"x\": 1.2300, \"y\": [1, {\"k\": null}]}, \"s\": \"text\", \"n\": 5.0e3,"
-        "\"../../evil\": [true], \".hidden\": 12345678901234567890123}";
+        "\"../../evil\": [true]}";
     expectSuccess(metadata + " set s 1");
-    expectSuccess(metadata + " import " + folder.write("in.json", items),
-                  "Items added   b, n, ../../evil, .hidden\nItems updated s\n");
+    expectSuccess(
+        metadata + " import " + folder.write("in.json", items),
+        "Items added   b\nItems updated s\nSkipped       n (number), ../../evil (array)\n");
+    expectSuccess(metadata + " set n 5.0e3");
+    expectSuccess(metadata + " set ../../evil [true]");
+    expectSuccess(metadata + " set .hidden 12345678901234567890123");
     const auto expectItems = [&] {
         expectSuccess(metadata + " get b", "{\"x\":1.2300,\"y\":[1,{\"k\":null}]}\n");
-        expectSuccess(metadata + " get s", "\"text\"\n");
+        expectSuccess(metadata + " get s", "text\n");
         expectSuccess(metadata + " get n", "5.0e3\n");
         expectSuccess(metadata + " get .hidden", "12345678901234567890123\n");
         expectSuccess(metadata + " get ../../evil", "[true]\n");
@@ -61,7 +65,7 @@ TEST_F(Admin, MetadataGoesRoundThroughFiles) {
     const std::string deep(200000, '[');
     expectFailure(1, metadata + " import " + folder.write("1", "[1]"), "expected to be an object");
     expectFailure(
-        1, metadata + " import " + folder.write("0", "{\"fresh\":1}") + " " + folder.file("1"),
+        1, metadata + " import " + folder.write("0", "{\"fresh\":{}}") + " " + folder.file("1"),
         "expected to be an object");
     expectFailure(1, metadata + " import " + folder.write("2", "7"), "expected to be an object");
     expectFailure(1, metadata + " import " + folder.write("3", "{\"a\":1"), "Position: 6");
@@ -84,7 +88,7 @@ TEST_F(Admin, MetadataIsSignedAndChecked) {
     expectFailure(1, metadata + " verify a --key 01", "No valid signature");
     expectFailure(1, metadata + " unsign a", "The item is not signed.");
     expectFailure(2, metadata + " sign a", "qrbtool: ");
-    expectFailure(2, metadata + " sign a --key xyz", "The key is empty");
+    expectFailure(2, metadata + " sign a --key xyz", "no text of hexadecimal digits");
     expectSuccess(metadata + " sign a --key '01 02'", "Signature successfully created.\n");
     EXPECT_TRUE(json(metadata + " list --json")[0]["signed"].GetBool());
     expectSuccess(metadata + " verify a --key-file " + folder.write("key", "01\n02\n"));

@@ -3,11 +3,11 @@
 
 #include <string>
 
-namespace tarvo::cli {
+namespace tarvo::files {
 
 class TemporaryFolder {
 public:
-    TemporaryFolder();  // throws Failure
+    TemporaryFolder();  // throws FileError
     ~TemporaryFolder();
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
@@ -18,4 +18,4 @@ private:
     std::string m_path;
 };
 
-}  // namespace tarvo::cli
+}  // namespace tarvo::files

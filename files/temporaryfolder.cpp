@@ -1,6 +1,6 @@
-#include "cli/temporaryfolder.h"
+#include "files/temporaryfolder.h"
 
-#include "cli/errors.h"
+#include "files/error.h"
 
 #include <cerrno>
 #include <cstring>
@@ -12,7 +12,7 @@
 #include <stdlib.h>
 #endif
 
-namespace tarvo::cli {
+namespace tarvo::files {
 
 namespace fs = std::filesystem;
 
@@ -20,19 +20,18 @@ TemporaryFolder::TemporaryFolder() {
     std::error_code error;
     const fs::path parent = fs::temp_directory_path(error);
 #if defined(_WIN32)
-    m_path = (parent / ("qrbtool-" + std::to_string(std::random_device()()))).string();
+    m_path = (parent / ("qrb-" + std::to_string(std::random_device()()))).string();
     const bool made = fs::create_directory(m_path, error);
     const std::string why = error.message();
 #else
     // Other users can neither guess its name nor look into it.
-    m_path = (parent / "qrbtool-XXXXXX").string();
+    m_path = (parent / "qrb-XXXXXX").string();
     const bool made = mkdtemp(m_path.data()) != nullptr;
     const std::string why = std::strerror(errno);
 #endif
-    if (!made) {
-        throw Failure("Failed to make a temporary folder in \"" + parent.string() + "\": " + why +
-                      ".");
-    }
+    if (!made)
+        throw FileError("Failed to make a temporary folder in \"" + parent.string() + "\".",
+                        why + ". Name another one in the environment variable TMPDIR.");
 }
 
 TemporaryFolder::~TemporaryFolder() {
@@ -44,4 +43,4 @@ std::string TemporaryFolder::file(const std::string& name) const {
     return (fs::path(m_path) / name).string();
 }
 
-}  // namespace tarvo::cli
+}  // namespace tarvo::files

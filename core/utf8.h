@@ -1,0 +1,14 @@
+// Texts from files and databases, which may be in any coding.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace tarvo::core {
+
+bool isUtf8(std::string_view text);
+
+// The text itself, or read as Latin-1 where it is not UTF-8.
+std::string validUtf8(std::string_view text);
+
+}  // namespace tarvo::core
