@@ -2,6 +2,7 @@
 
 #include "common/messageboxes.h"
 #include "common/progress.h"
+#include "core/error.h"
 #include "files/error.h"
 #include "qrb/error.h"
 
@@ -25,6 +26,8 @@ ErrorText describe(const std::exception_ptr& error) {
     } catch (const qrb::Error& failure) {
         return {QString::fromUtf8(failure.what()), QString::fromUtf8(failure.details())};
     } catch (const files::FileError& failure) {
+        return {QString::fromUtf8(failure.what()), QString::fromStdString(failure.details())};
+    } catch (const core::Failure& failure) {
         return {QString::fromUtf8(failure.what()), QString::fromStdString(failure.details())};
     } catch (const std::exception& failure) {
         return {QString::fromUtf8(failure.what()), {}};

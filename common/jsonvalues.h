@@ -1,12 +1,10 @@
-// Typed reads from JSON values with messages that a user can act on, the level-of-detail method of
-// a point attribute, and JSON texts made readable.
+// Typed reads from JSON values with messages that a user can act on, and the level-of-detail method
+// of a point attribute.
 #pragma once
 
 #include "qrb/defaults/jsonmemory.h"
 
 #include <string>
-#include <utility>
-#include <vector>
 
 namespace tarvo::common {
 
@@ -29,19 +27,5 @@ struct LodMethod {
 // Reads a bare name, a JSON string or a JSON object with a member "method"; an empty text stands
 // for the method "default". Throws std::runtime_error for other texts.
 LodMethod parseLodMethod(const std::string& text);
-
-// Both write numbers as they are and cost no stack, however deep the text nests.
-// The text with line breaks and an indent of four blanks; as it stands where it is no JSON, or
-// nests so deep that the blanks would fill the memory.
-std::string formattedJson(const std::string& text);
-// Takes the blanks out of a JSON document and returns true; leaves other texts alone.
-bool compactJson(std::string& text);
-
-// Objects of named values, as files: each value that is a JSON document stands as that, any other
-// as a string. Indented.
-std::string writeJsonItems(const std::vector<std::pair<std::string, std::string>>& items);
-// The members of such an object that are strings (their text) or objects (as JSON text), in the
-// order of the file; the others are left out. Throws std::runtime_error for other texts.
-std::vector<std::pair<std::string, std::string>> readJsonItems(const std::string& text);
 
 }  // namespace tarvo::common

@@ -80,8 +80,8 @@ void showWarning(QWidget* parent, const QString& text) {
     showBox(parent, QMessageBox::Warning, QCoreApplication::applicationName(), text);
 }
 
-void showInformation(QWidget* parent, const QString& text) {
-    showBox(parent, QMessageBox::Information, QString(), text);
+void showInformation(QWidget* parent, const QString& text, const QString& details) {
+    showBox(parent, QMessageBox::Information, QString(), text, details);
 }
 
 void showUnbrokenInformation(QWidget* parent, const QString& text) {

@@ -12,7 +12,8 @@ namespace tarvo::common {
 void showError(QWidget* parent, const QString& text, const QString& details = {});
 void showWarning(QWidget* parent, const QString& text);
 // An information box without title and with the button OK.
-void showInformation(QWidget* parent, const QString& text);
+// details: shown on request, in a field that scrolls.
+void showInformation(QWidget* parent, const QString& text, const QString& details = {});
 // The same for a text of our own, shown as rich text in which no blank may break a line.
 void showUnbrokenInformation(QWidget* parent, const QString& text);
 // A question titled "Confirmation"; true on Yes.

@@ -4,19 +4,8 @@
 
 #include <QRegularExpression>
 #include <QTextDocument>
-#include <cmath>
 
 namespace tarvo::common {
-
-int decimalsOfResolution(double resolution) {
-    const double fraction = std::fabs(resolution - std::floor(resolution));
-    const QString digits = QString::number(fraction, 'f', 16).mid(1);
-    for (int position = static_cast<int>(digits.size()) - 1; position > 0; --position) {
-        if (digits[position] != '0')
-            return position;
-    }
-    return 0;
-}
 
 QString humanReadableSize(std::uint64_t bytes) {
     static const char* const units[] = {"B", "KB", "MB", "GB", "TB"};

@@ -6,9 +6,6 @@
 
 namespace tarvo::common {
 
-// The decimal places that show a resolution exactly, 0 to 16.
-int decimalsOfResolution(double resolution);
-
 // "1023 B", "1.50 KB", ... up to TB; factor 1024.
 QString humanReadableSize(std::uint64_t bytes);
 

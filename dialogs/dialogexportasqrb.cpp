@@ -3,10 +3,10 @@
 #include "common/filterhistory.h"
 #include "common/guard.h"
 #include "common/messageboxes.h"
-#include "common/nodelist.h"
 #include "common/textformat.h"
 #include "copy/creationsettings.h"
 #include "copy/newdatabase.h"
+#include "core/nodelist.h"
 #include "dialogs/dialogcreatesettings.h"
 #include "ui_dialogexportasqrb.h"
 
@@ -95,10 +95,8 @@ tarvo::copy::Selection DialogExportAsQRB::selection() const {
     tarvo::copy::Selection result;
     result.filter = m_ui->editFilter->currentText().trimmed().toStdString();
     const QString nodes = m_ui->editNodes->text().trimmed();
-    if (!nodes.isEmpty()) {
-        const auto ids = common::parseNodeList(nodes);
-        result.nodes = std::vector<std::uint32_t>(ids.begin(), ids.end());
-    }
+    if (!nodes.isEmpty())
+        result.nodes = tarvo::core::parseNodeList(nodes.toStdString());
     result.attributes = namesOf(m_ui->listAttributes->checked());
     result.metaData = namesOf(m_ui->listMetaData->checked());
     return result;

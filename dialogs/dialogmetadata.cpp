@@ -2,11 +2,11 @@
 
 #include "common/clipboard.h"
 #include "common/guard.h"
-#include "common/jsonvalues.h"
 #include "common/messageboxes.h"
 #include "common/textfiles.h"
 #include "common/textformat.h"
 #include "common/theme.h"
+#include "core/json.h"
 #include "dialogs/checklabel.h"
 #include "dialogs/defaultnames.h"
 #include "qrb/defaults/catalogue.h"
@@ -117,7 +117,7 @@ void DialogMetaData::write(const QString& name, const std::string& value) {
     setWindowTitle(m_isNew ? "New Meta Data Item" : "Meta Data Item - " + name);
 
     // Formatted, because stored values are often one line.
-    std::string shown = common::formattedJson(value);
+    std::string shown = tarvo::core::formattedJson(value);
     const QString given = QString::fromStdString(value);
     if (!JsonTextEdit::canHold(QString::fromStdString(shown)) && JsonTextEdit::canHold(given))
         shown = value;
@@ -211,9 +211,9 @@ void DialogMetaData::showDefinition() {
         return;  // A schema of the user's own stays while the name is typed.
     m_shownDefinition = shown;
     m_ui->editSchema->setPlainText(
-        entry ? QString::fromStdString(common::formattedJson(entry->schema)) : QString());
+        entry ? QString::fromStdString(tarvo::core::formattedJson(entry->schema)) : QString());
     m_ui->editExample->setPlainText(
-        entry ? QString::fromStdString(common::formattedJson(entry->example)) : QString());
+        entry ? QString::fromStdString(tarvo::core::formattedJson(entry->example)) : QString());
 }
 
 void DialogMetaData::on_editValue_textChanged() {
@@ -225,12 +225,12 @@ void DialogMetaData::on_editSchema_textChanged() {
 }
 
 void DialogMetaData::on_buttonFormat_clicked() {
-    putFormat(common::formattedJson(text().toStdString()));
+    putFormat(tarvo::core::formattedJson(text().toStdString()));
 }
 
 void DialogMetaData::on_buttonCompact_clicked() {
     std::string compact = text().toStdString();
-    common::compactJson(compact);
+    tarvo::core::compactJson(compact);
     putFormat(compact);
 }
 

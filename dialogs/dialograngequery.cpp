@@ -1,7 +1,7 @@
 #include "dialogs/dialograngequery.h"
 
 #include "common/programsettings.h"
-#include "common/textformat.h"
+#include "core/valueformat.h"
 #include "ui_dialograngequery.h"
 
 #include <QLocale>
@@ -153,7 +153,7 @@ QString DialogRangeQuery::centerExpression(const QString& text) const {
     } else if (readDecimal(m_ui->editCenterValue->text(), center) &&
                readDecimal(m_ui->editRadiusValue->text(), radius)) {
         const int decimals =
-            attribute() ? common::decimalsOfResolution(attribute()->resolution) : 0;
+            attribute() ? tarvo::core::decimalsOfResolution(attribute()->resolution) : 0;
         lower = QString::number(center - radius, 'f', decimals);
         upper = QString::number(center + radius, 'f', decimals);
     } else {

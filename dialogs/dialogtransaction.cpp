@@ -2,8 +2,8 @@
 
 #include "common/appearance.h"
 #include "common/guard.h"
-#include "common/jsonvalues.h"
 #include "common/textfiles.h"
+#include "core/json.h"
 #include "ui_dialogtransaction.h"
 
 #include <QFileDialog>
@@ -110,7 +110,7 @@ void DialogTransaction::read(tarvo::qrb::pointcloud::Transaction& transaction) c
 void DialogTransaction::formatSettings() {
     if (m_ui->tabWidgetSettings->currentWidget() == m_ui->tabSettingsFormatted)
         m_ui->editSettingsFormatted->setPlainText(QString::fromStdString(
-            common::formattedJson(m_ui->editSettingsRaw->toPlainText().toStdString())));
+            tarvo::core::formattedJson(m_ui->editSettingsRaw->toPlainText().toStdString())));
 }
 
 void DialogTransaction::on_tabWidgetSettings_currentChanged(int) {

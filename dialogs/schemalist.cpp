@@ -1,6 +1,6 @@
 #include "dialogs/schemalist.h"
 
-#include "common/jsonvalues.h"
+#include "core/json.h"
 #include "qrb/defaults/catalogue.h"
 
 #include <QComboBox>
@@ -25,7 +25,7 @@ QMap<QString, QString> fillSchemaList(QComboBox* list) {
         const QString label =
             extension == identifier ? extension : QString("%0 (%1)").arg(extension, identifier);
         list->addItem(label, extension);
-        texts[label] = QString::fromStdString(common::formattedJson(std::string(schema.json)));
+        texts[label] = QString::fromStdString(tarvo::core::formattedJson(std::string(schema.json)));
     }
     return texts;
 }

@@ -1,6 +1,6 @@
 #include "dialogs/sizelists.h"
 
-#include "common/textformat.h"
+#include "core/valueformat.h"
 
 #include <QComboBox>
 #include <QLocale>
@@ -28,7 +28,7 @@ void replaceEntries(QComboBox* list, const QStringList& entries, int usual) {
 }  // namespace
 
 void fillEdgeLengths(QComboBox* list, const qrb::pointcloud::PointAttribute& primaryAttribute) {
-    const int decimals = common::decimalsOfResolution(primaryAttribute.resolution);
+    const int decimals = core::decimalsOfResolution(primaryAttribute.resolution);
     const QString unit = primaryAttribute.unitSymbol.empty()
                              ? QString("units")
                              : QString::fromStdString(primaryAttribute.unitSymbol);

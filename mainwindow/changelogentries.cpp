@@ -2,11 +2,6 @@
 
 namespace {
 
-const QRegularExpression& entrySignature() {
-    static const QRegularExpression pattern("\nSignature: [0-9a-fA-F]+");
-    return pattern;
-}
-
 // An expression of the user's is given up after this many steps.
 QRegularExpression searchPattern(const QString& pattern) {
     if (pattern.isEmpty())
@@ -60,26 +55,4 @@ std::optional<TextRange> previousInChangelog(const QString& text, const QString&
             last = rangeOf(match, pattern.isEmpty());
     }
     return last;
-}
-
-std::optional<QString> signedEntryAt(const QString& text, qsizetype position) {
-    qsizetype header = -1;
-    qsizetype following = -1;
-    auto headers = changelogEntryHeader().globalMatch(text);
-    while (headers.hasNext() && following < 0) {
-        const qsizetype start = headers.next().capturedStart();
-        if (start <= position)
-            header = start;
-        if (start >= position)
-            following = start;
-    }
-    // Right at a header the entry is the one that begins there.
-    if (following == header && following >= 0)
-        following = headers.hasNext() ? headers.next().capturedStart() : -1;
-    if (header < 0)
-        return std::nullopt;
-    const auto signature = entrySignature().match(text, header);
-    if (!signature.hasMatch() || (following >= 0 && following <= signature.capturedStart()))
-        return std::nullopt;
-    return text.mid(header, signature.capturedEnd() - header);
 }

@@ -21,7 +21,3 @@ std::optional<TextRange> nextInChangelog(const QString& text, const QString& pat
                                          qsizetype from);
 std::optional<TextRange> previousInChangelog(const QString& text, const QString& pattern,
                                              qsizetype before);
-
-// The signed entry around a position, from its header to the end of its signature; none where the
-// position is not within one.
-std::optional<QString> signedEntryAt(const QString& text, qsizetype position);

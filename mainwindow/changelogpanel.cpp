@@ -6,6 +6,7 @@
 #include "common/messageboxes.h"
 #include "common/textfiles.h"
 #include "copy/outputplace.h"
+#include "core/changelogentries.h"
 #include "dialogs/dialogchangelogmessage.h"
 #include "dialogs/dialogchangelogsignature.h"
 #include "mainwindow/changelogentries.h"
@@ -15,7 +16,6 @@
 #include <QDir>
 #include <QEvent>
 #include <QFileDialog>
-#include <QTemporaryDir>
 #include <stdexcept>
 
 namespace common = tarvo::common;
@@ -64,7 +64,8 @@ void ChangelogPanel::refresh() {
         return;
     m_textFileName.clear();
     try {
-        m_ui->editChangelog->setPlainText(readChangelog());
+        m_ui->editChangelog->setPlainText(
+            QString::fromStdString(tarvo::core::readChangelog(database()->changelog())));
     } catch (const std::exception& error) {
         m_ui->editChangelog->setPlainText(
             QString("Failed to load changelog: %0").arg(QString::fromUtf8(error.what())));
@@ -80,16 +81,6 @@ void ChangelogPanel::loadTextFile(const QString& fileName) {
     m_ui->editChangelog->setPlainText(readTextFile(fileName));
     m_textFileName = QDir::toNativeSeparators(fileName);
     emit textFileLoaded();
-}
-
-// The library writes the changelog to files only.
-QString ChangelogPanel::readChangelog() const {
-    QTemporaryDir folder;
-    if (!folder.isValid())
-        throw std::runtime_error(folder.errorString().toStdString());
-    const QString fileName = folder.filePath("changelog.txt");
-    database()->changelog().exportToTextfile(fileName.toStdString());
-    return readTextFile(fileName);
 }
 
 void ChangelogPanel::on_actionChangelogLoadFromTextfile_triggered() {
@@ -139,13 +130,18 @@ void ChangelogPanel::on_actionChangelogAppendMessage_triggered() {
 }
 
 void ChangelogPanel::on_actionChangelogVerifyLogEntry_triggered() {
-    const auto entry = signedEntryAt(m_ui->editChangelog->toPlainText(),
-                                     m_ui->editChangelog->textCursor().position());
-    if (!entry) {
+    const QString text = m_ui->editChangelog->toPlainText();
+    const qsizetype position = m_ui->editChangelog->textCursor().position();
+    const std::string changelog = text.toStdString();
+    const auto entry = tarvo::core::changelogEntryAt(
+        changelog, static_cast<std::size_t>(text.left(position).toUtf8().size()));
+    const std::string signedText =
+        entry ? changelog.substr(entry->begin, entry->end - entry->begin) : std::string();
+    if (!tarvo::core::hasSignature(signedText)) {
         common::showInformation(this, "Please select (double click) a signature first.");
         return;
     }
-    DialogChangelogSignature(*entry, this).exec();
+    DialogChangelogSignature(QString::fromStdString(signedText), this).exec();
 }
 
 void ChangelogPanel::select(qsizetype start, qsizetype length) {

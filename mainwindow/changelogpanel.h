@@ -42,7 +42,6 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    QString readChangelog() const;
     void select(qsizetype start, qsizetype length);
     void updateActions();
 

@@ -1,7 +1,7 @@
 #include "mainwindow/databasesummary.h"
 
-#include "common/textformat.h"
 #include "copy/creationsettings.h"
+#include "core/valueformat.h"
 
 #include <QLocale>
 #include <cmath>
@@ -29,7 +29,7 @@ QString chunkSizeText(std::uint32_t mode, std::uint32_t size,
         const double resolution = primaryAttribute.resolution;
         const QString length =
             QLocale().toString(std::ldexp(resolution, static_cast<int>(size)), 'f',
-                               tarvo::common::decimalsOfResolution(resolution));
+                               tarvo::core::decimalsOfResolution(resolution));
         const QString unit = QString::fromStdString(primaryAttribute.unitSymbol);
         return QString("mode: edge length, size: %0 (%1 %2 edge length)")
             .arg(QString::number(size), length, unit.isEmpty() ? QString("units") : unit);

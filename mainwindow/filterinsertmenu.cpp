@@ -94,7 +94,7 @@ void FilterInsertMenu::setAttributes(
         const QString name = QString::fromStdString(attribute.name);
         names += attribute.length > PointReader::maximumElements
                      ? QStringList(name)
-                     : elementNames(name, attribute.length);
+                     : shownElements(name, attribute.length);
     }
     names.sort();
     m_attributes->clear();

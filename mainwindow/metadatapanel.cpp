@@ -1,13 +1,14 @@
 #include "mainwindow/metadatapanel.h"
 
 #include "common/guard.h"
-#include "common/jsonvalues.h"
 #include "common/messageboxes.h"
 #include "common/numerictreewidgetitem.h"
 #include "common/progress.h"
 #include "common/textfiles.h"
 #include "common/textformat.h"
 #include "common/theme.h"
+#include "core/json.h"
+#include "core/metadatafile.h"
 #include "dialogs/dialogmetadata.h"
 #include "dialogs/dialogmetadatasignature.h"
 #include "ui_metadatapanel.h"
@@ -16,6 +17,7 @@
 #include <algorithm>
 
 namespace common = tarvo::common;
+namespace core = tarvo::core;
 
 namespace {
 
@@ -24,40 +26,59 @@ constexpr std::size_t previewSize = 8192;
 
 enum MetaDataColumn { ITEM_NAME, ITEM_FORMAT, ITEM_SIZE, ITEM_VALUE };
 
-QString joined(const QStringList& names) {
-    return names.isEmpty() ? QString("(none)") : names.join(", ");
+// Names that a box shows; the others are counted.
+constexpr std::size_t shownNames = 30;
+
+QString joined(const std::vector<std::string>& names) {
+    if (names.empty())
+        return "(none)";
+    QStringList shown;
+    for (std::size_t i = 0; i < std::min(names.size(), shownNames); ++i)
+        shown += QString::fromStdString(names[i]);
+    const QString text = shown.join(", ");
+    return names.size() > shownNames
+               ? QString("%0 and %1 more").arg(text).arg(names.size() - shownNames)
+               : text;
 }
 
-// Sets metadata items; what it changed can be taken back, but for signatures.
-class MetaDataImport {
-public:
-    explicit MetaDataImport(tarvo::qrb::pointcloud::MetaData& metaData) : m_metaData(metaData) {}
-    void set(const std::string& name, const std::string& value) {
-        const bool exists = m_metaData.exists(name);
-        m_before.push_back({name, exists, exists ? m_metaData.get(name) : std::string()});
-        m_metaData.set(name, value);
-        (exists ? updated : added) += QString::fromStdString(name);
-    }
-    // Whether setting an item loses a signature, which nobody without its key can give back.
-    bool losesSignature(const std::string& name) const {
-        return m_metaData.exists(name) && m_metaData.verifySignature(name, 0, {});
-    }
-    void takeBack() {
-        for (auto old = m_before.rbegin(); old != m_before.rend(); ++old)
-            old->exists ? m_metaData.set(old->name, old->value) : m_metaData.remove(old->name);
-    }
-    QStringList added;
-    QStringList updated;
-
-private:
-    struct Before {
-        std::string name;
-        bool exists;
-        std::string value;
-    };
-    tarvo::qrb::pointcloud::MetaData& m_metaData;
-    std::vector<Before> m_before;
+// What an import did: in short, and all names where those are more than a box holds.
+struct ImportReport {
+    QString text;
+    QString details;
 };
+
+ImportReport reportOf(const core::MetaDataImport& import, const std::vector<std::string>& skipped) {
+    ImportReport report{"Import successfully finished.\n", {}};
+    const auto add = [&](const QString& label, const std::vector<std::string>& names) {
+        report.text += QString("\n%0: %1").arg(label, joined(names));
+        if (names.size() <= shownNames)
+            return;
+        report.details += label + ":\n";
+        for (const std::string& name : names)
+            report.details += QString::fromStdString(name) + '\n';
+    };
+    add("Items added", import.added);
+    add("Items updated", import.updated);
+    if (!import.unchanged.empty())
+        add("Items unchanged", import.unchanged);
+    if (!import.unsignedNow.empty())
+        add("Items no longer signed", import.unsignedNow);
+    if (!skipped.empty())
+        add("Members skipped", skipped);
+    return report;
+}
+
+// One line that shows every character where it stands.
+QString previewOf(const std::string& value) {
+    std::size_t end = std::min(value.size(), previewSize);
+    while (end > 0 && end < value.size() && (static_cast<unsigned char>(value[end]) & 0xc0) == 0x80)
+        --end;
+    QString preview = QString::fromUtf8(value.data(), static_cast<qsizetype>(end));
+    for (QChar& c : preview)
+        if (c == '\n' || c == '\r' || c == '\t')
+            c = ' ';
+    return end < value.size() ? preview + "..." : preview;
+}
 
 }  // namespace
 
@@ -92,7 +113,7 @@ void MetaDataPanel::addRow(const std::string& name) {
     std::string value = metaData.get(name);
     const std::size_t bytes = value.size();
     const bool locked = metaData.verifySignature(name, 0, {});
-    const bool json = common::compactJson(value);
+    const bool json = core::compactJson(value);
 
     auto* row = new NumericTreeWidgetItem(m_ui->treeMetaData);
     row->setText(ITEM_NAME, QString::fromStdString(name));
@@ -106,10 +127,7 @@ void MetaDataPanel::addRow(const std::string& name) {
     row->setTextAlignment(ITEM_SIZE, Qt::AlignRight | Qt::AlignVCenter);
     row->setSortValue(ITEM_SIZE, static_cast<double>(bytes));
 
-    QString preview = QString::fromUtf8(value.data(), std::min(value.size(), previewSize));
-    if (value.size() > previewSize)
-        preview += "...";
-    row->setText(ITEM_VALUE, preview.simplified());
+    row->setText(ITEM_VALUE, previewOf(value));
 }
 
 void MetaDataPanel::on_treeMetaData_itemSelectionChanged() {
@@ -216,10 +234,10 @@ void MetaDataPanel::on_actionMetaDataExport_triggered() {
         return;
     const bool done = guarded([&] {
         const common::WaitCursor waiting;
-        std::vector<std::pair<std::string, std::string>> items;
+        std::vector<core::MetaDataItem> items;
         for (const std::string& name : names)
-            items.emplace_back(name, database()->metaData().get(name));
-        const std::string text = common::writeJsonItems(items) + '\n';
+            items.push_back({name, database()->metaData().get(name)});
+        const std::string text = core::writeMetaDataFile(items);
         const auto file = common::openOutput(fileName, "Failed to open export file.",
                                              {m_session.fileName.toStdString()});
         file->write(text);
@@ -239,19 +257,19 @@ void MetaDataPanel::on_actionMetaDataImport_triggered() {
 }
 
 void MetaDataPanel::importItems(const QString& fileName) {
-    MetaDataImport import(database()->metaData());
+    core::MetaDataImport import(database()->metaData());
+    core::MetaDataFile file;
     const bool done = guarded([&] {
-        const std::string text = common::readFile(fileName, "Failed to open import file.");
+        file = core::readMetaDataFile(common::readFile(fileName, "Failed to open import file."));
         common::Progress progress(this, "Importing metadata items...");
-        const auto items = common::readJsonItems(text);
         std::vector<std::size_t> last;
         try {
-            for (std::size_t i = 0; i < items.size(); ++i) {
-                progress.update(static_cast<int>(i * 100 / items.size()));
-                if (import.losesSignature(items[i].first))
+            for (std::size_t i = 0; i < file.items.size(); ++i) {
+                progress.update(static_cast<int>(i * 100 / file.items.size()));
+                if (import.losesSignature(file.items[i]))
                     last.push_back(i);
                 else
-                    import.set(items[i].first, items[i].second);
+                    import.set(file.items[i]);
             }
         } catch (const common::Cancelled&) {
             import.takeBack();
@@ -259,11 +277,11 @@ void MetaDataPanel::importItems(const QString& fileName) {
         }
         // When nobody can cancel any more.
         for (const std::size_t i : last)
-            import.set(items[i].first, items[i].second);
+            import.set(file.items[i]);
     });
     emit databaseChanged();
-    if (done)
-        common::showInformation(
-            this, QString("Import successfully finished.\n\nItems added: %0\nItems updated: %1")
-                      .arg(joined(import.added), joined(import.updated)));
+    if (!done)
+        return;
+    const ImportReport report = reportOf(import, file.skipped);
+    common::showInformation(this, report.text, report.details);
 }

@@ -107,7 +107,7 @@ void PointColumns::apply(QTreeWidget* tree) const {
     for (int i = 0; i < m_chooser->count(); ++i) {
         const auto* item = m_chooser->item(i);
         for (const QString& element :
-             elementNames(item->text(), item->data(Qt::UserRole).toUInt())) {
+             shownElements(item->text(), item->data(Qt::UserRole).toUInt())) {
             if (!columns.contains(element))
                 continue;
             QHeaderView* header = tree->header();

@@ -4,11 +4,11 @@
 #include "common/filterhistory.h"
 #include "common/guard.h"
 #include "common/messageboxes.h"
-#include "common/nodelist.h"
 #include "common/numerictreewidgetitem.h"
 #include "common/progress.h"
 #include "common/textfiles.h"
 #include "common/textformat.h"
+#include "core/nodelist.h"
 #include "mainwindow/filterinsertmenu.h"
 #include "mainwindow/findbar.h"
 #include "mainwindow/pointexport.h"
@@ -175,14 +175,12 @@ QString PointDataPanel::nodesText() const {
     return m_ui->editPointDataNodes->text();
 }
 
-PointReader::Selection PointDataPanel::selection() const {
-    PointReader::Selection result;
+tarvo::core::PointSelection PointDataPanel::selection() const {
+    tarvo::core::PointSelection result;
     result.filter = filterText().trimmed().toStdString();
     const QString nodes = nodesText().trimmed();
-    if (!nodes.isEmpty()) {
-        const std::set<std::uint32_t> ids = common::parseNodeList(nodes);
-        result.nodes = std::vector(ids.begin(), ids.end());
-    }
+    if (!nodes.isEmpty())
+        result.nodes = tarvo::core::parseNodeList(nodes.toStdString());
     return result;
 }
 

@@ -74,7 +74,7 @@ private:
     void updateActions();
     void columnsChanged();
 
-    PointReader::Selection selection() const;
+    tarvo::core::PointSelection selection() const;
     void startQuery();
     void appendPage();
     void appendRow(std::uint32_t row);

@@ -3,13 +3,13 @@
 #include "common/clipboard.h"
 #include "common/filterhistory.h"
 #include "common/guard.h"
-#include "common/nodelist.h"
 #include "common/numerictreewidgetitem.h"
 #include "common/progress.h"
 #include "common/textformat.h"
+#include "core/nodelist.h"
+#include "core/valueformat.h"
 #include "dialogs/dialogindexstatistics.h"
 #include "mainwindow/indexsearch.h"
-#include "mainwindow/pointreader.h"
 #include "qrb/error.h"
 #include "ui_pointindexpanel.h"
 
@@ -63,10 +63,9 @@ void collapseQuietly(QTreeWidget* tree) {
 
 // The extreme values of a node; empty where it holds none.
 std::vector<std::uint64_t> extremes(const pointcloud::QueryStat& stat, std::uint32_t node,
-                                    const pointcloud::PointAttribute& attribute, bool cleaned,
-                                    bool maximum) {
+                                    const pointcloud::PointAttribute& attribute,
+                                    pointcloud::DataType type, bool cleaned, bool maximum) {
     std::vector<std::uint64_t> values(attribute.length);
-    const auto type = displayType(attribute);
     try {
         if (maximum)
             stat.maximum(node, attribute.name, type, values.data(), cleaned);
@@ -78,14 +77,6 @@ std::vector<std::uint64_t> extremes(const pointcloud::QueryStat& stat, std::uint
         values.clear();
     }
     return values;
-}
-
-// maximum - minimum in the type of both.
-std::uint64_t difference(std::uint64_t minimum, std::uint64_t maximum, pointcloud::DataType type) {
-    if (type != pointcloud::DataType::DOUBLE)
-        return maximum - minimum;
-    return std::bit_cast<std::uint64_t>(std::bit_cast<double>(maximum) -
-                                        std::bit_cast<double>(minimum));
 }
 
 }  // namespace
@@ -214,8 +205,10 @@ PointIndexPanel::Wanted PointIndexPanel::wantedNodes(const QString& filter,
                                                      const pointcloud::IndexNode& root) const {
     if (filter.isEmpty())
         return {};
-    if (isNodeList(filter))
-        return {false, common::parseNodeList(filter)};
+    if (isNodeList(filter)) {
+        const auto ids = tarvo::core::parseNodeList(filter.toStdString());
+        return {false, {ids.begin(), ids.end()}};
+    }
     pointcloud::IndexNode narrowed;
     database()->stat().index(narrowed, filter.toStdString());
     // Where nothing matches the library tells the bare root; a command always finds a node.
@@ -278,25 +271,22 @@ void PointIndexPanel::showDetails() {
 
 void PointIndexPanel::addDetails(std::uint32_t node, const pointcloud::PointAttribute& attribute) {
     const auto stat = database()->stat();
-    const auto minimum = extremes(stat, node, attribute, m_cleaned, false);
-    const auto maximum = extremes(stat, node, attribute, m_cleaned, true);
+    const tarvo::core::ValueFormat format(attribute);
+    const auto minimum = extremes(stat, node, attribute, format.type(), m_cleaned, false);
+    const auto maximum = extremes(stat, node, attribute, format.type(), m_cleaned, true);
     const std::uint32_t revision = stat.revision(node, attribute.name);
-    const auto type = displayType(attribute);
-    const int decimals = common::decimalsOfResolution(attribute.resolution);
-    const QStringList names = elementNames(QString::fromStdString(attribute.name), attribute.length,
-                                           std::numeric_limits<std::uint32_t>::max());
-    for (qsizetype i = 0; i < names.size(); ++i) {
-        const auto index = static_cast<std::size_t>(i);
-        auto* row = new QTreeWidgetItem(m_ui->treePointIndexDetails,
-                                        {names[i], QString("(revision %0)").arg(revision)});
-        const auto addValue = [&](const QString& label, const QString& value) {
-            new QTreeWidgetItem(row, {label, value});
+    const auto names = tarvo::core::elementNames(attribute.name, attribute.length);
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        auto* row = new QTreeWidgetItem(
+            m_ui->treePointIndexDetails,
+            {QString::fromStdString(names[i]), QString("(revision %0)").arg(revision)});
+        const bool known = i < minimum.size() && i < maximum.size();
+        const auto addValue = [&](const QString& label, const std::string& value) {
+            new QTreeWidgetItem(row, {label, QString::fromStdString(value)});
         };
-        const bool known = index < minimum.size() && index < maximum.size();
-        const auto text = [&](std::uint64_t value) { return valueText(&value, type, decimals); };
-        addValue("Minimum:", known ? text(minimum[index]) : "-");
-        addValue("Maximum:", known ? text(maximum[index]) : "-");
-        addValue("Max-Min:", known ? text(difference(minimum[index], maximum[index], type)) : "-");
+        addValue("Minimum:", known ? format.text(minimum[i]) : "-");
+        addValue("Maximum:", known ? format.text(maximum[i]) : "-");
+        addValue("Max-Min:", known ? format.differenceText(minimum[i], maximum[i]) : "-");
     }
 }
 

@@ -1,5 +1,6 @@
 #include "dialogs/attribute/attributechecks.h"
 
+#include "core/valueformat.h"
 #include "dialogs/attribute/lodsettings.h"
 #include "dialogs/attribute/namedvalues.h"
 #include "dialogs/attribute/numbertext.h"
@@ -190,7 +191,8 @@ private:
             const auto limit = [](double value) {
                 return value == twoTo64 ? Wide(~std::uint64_t(0)) : Wide(value);
             };
-            const Wide last = limit(m.maximumValue) - limit(m.minimumValue);
+            const bool isSigned = m.minimumValue == -twoTo63 && m.maximumValue == twoTo63;
+            const Wide last = limit(m.maximumValue) - limit(m.minimumValue) - (isSigned ? 1 : 0);
             if (last > Wide(~std::uint64_t(0)))
                 error(AttributeField::RANGE, "The range does not fit into 64 bits.");
             else if (last == Wide(~std::uint64_t(0)) && !std::isnan(m.invalidValue) &&
@@ -198,6 +200,11 @@ private:
                 error(AttributeField::DEFAULT,
                       "The range takes all of 64 bits: choose an invalid value within it, or "
                       "narrow it.");
+            else if ((std::isnan(m.invalidValue) || isWholeNumber(m.invalidValue)) &&
+                     core::ValueFormat(m).type() == qrb::pointcloud::DataType::DOUBLE)
+                error(AttributeField::RANGE,
+                      "No data type holds the range and the invalid value together: choose another "
+                      "invalid value, or narrow the range.");
         } else if (!(steps + std::min(0.5, slackOf(steps)) < twoTo53)) {
             error(AttributeField::RANGE,
                   "The range has more than 2^53 steps: narrow it, or make the resolution coarser "

@@ -1,5 +1,7 @@
 #include "dialogs/attribute/attributesuggestions.h"
 
+#include "core/defaultattribute.h"
+
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QTreeWidget>
@@ -40,33 +42,12 @@ QStringList distinct(Texts texts) {
 
 }  // namespace
 
-qrb::pointcloud::PointAttribute suggestedAttribute(const qrb::defaults::AttributeEntry& entry) {
-    qrb::pointcloud::PointAttribute attribute;
-    attribute.name = entry.name;
-    attribute.title = entry.title;
-    attribute.tags = entry.tags;
-    attribute.description = entry.description;
-    attribute.unitSymbol = entry.unitSymbol;
-    attribute.length = entry.length;
-    attribute.resolution = entry.resolution;
-    attribute.minimumValue = entry.minimumValue;
-    attribute.maximumValue = entry.maximumValue;
-    attribute.defaultValue = entry.defaultValue;
-    attribute.invalidValue = entry.invalidValue;
-    attribute.namedValues = entry.namedValues;
-    attribute.storageClass = entry.storageClass;
-    attribute.compressionOptions = entry.compressionOptions;
-    attribute.lodSettings = entry.lodSettings;
-    attribute.scaleFactor = entry.scaleFactor;
-    return attribute;
-}
-
 void fillSuggestions(QTreeWidget* tree, const QStringList& takenNames) {
     tree->clear();
     for (const qrb::defaults::AttributeEntry& entry : qrb::defaults::attributes()) {
         auto* row = new QTreeWidgetItem(tree);
         const QString name = QString::fromStdString(entry.name);
-        const auto attribute = suggestedAttribute(entry);
+        const auto attribute = core::defaultAttribute(entry);
         QString type = dataTypeName(attribute.dataType());
         if (entry.length != 1)
             type += QString("[%0]").arg(entry.length);

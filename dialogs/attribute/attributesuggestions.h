@@ -2,7 +2,6 @@
 #pragma once
 
 #include "qrb/defaults/catalogue.h"
-#include "qrb/pointattribute.h"
 
 #include <QCompleter>
 #include <QString>
@@ -12,8 +11,6 @@ class QTreeWidget;
 class QTreeWidgetItem;
 
 namespace tarvo::dialogs {
-
-qrb::pointcloud::PointAttribute suggestedAttribute(const qrb::defaults::AttributeEntry& entry);
 
 // One row per default attribute: name, title, group, unit, data type. Those of takenNames can't be
 // selected and say why. Needs the library.

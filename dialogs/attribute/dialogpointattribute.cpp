@@ -7,6 +7,8 @@
 #include "common/messageboxes.h"
 #include "common/textfiles.h"
 #include "common/textformat.h"
+#include "core/defaultattribute.h"
+#include "core/json.h"
 #include "dialogs/attribute/attributesuggestions.h"
 #include "dialogs/attribute/dialognamedvalues.h"
 #include "dialogs/attribute/dialogpointattributelod.h"
@@ -350,7 +352,7 @@ void DialogPointAttribute::take(PointAttribute attribute, const QString& questio
 
 void DialogPointAttribute::takeSuggestion(const QTreeWidgetItem* row) {
     if (const auto* entry = dialogs::suggestionOf(row))
-        take(dialogs::suggestedAttribute(*entry),
+        take(tarvo::core::defaultAttribute(*entry),
              QString("Replace what was typed by the definition of \"%0\"?")
                  .arg(QString::fromStdString(entry->name)));
 }
@@ -468,7 +470,7 @@ void DialogPointAttribute::on_actionSave_triggered() {
                                                       m_ui->editName->text() + ".json", jsonFilter);
     if (name.isEmpty())
         return;
-    common::guarded(this, [&] { common::writeFile(name, common::formattedJson(read().toJson())); });
+    common::guarded(this, [&] { common::writeFile(name, tarvo::core::formattedJson(read().toJson())); });
 }
 
 std::vector<dialogs::AttributeFinding> DialogPointAttribute::findings(

@@ -18,11 +18,14 @@ constexpr LodMethodEntry knownMethods[] = {
     {"default",
      "Most frequent value for enumerations and booleans, the first one for the point "
      "id, else the average."},
-    {"average", "Average of the valid values; invalid where there is none."},
+    {"average",
+     "Average of the valid values, weighted by the points that they stand for; invalid where "
+     "there is none."},
     {"minimum", "Smallest of the valid values."},
     {"maximum", "Largest of the valid values."},
     {"majority", "Most frequent value; of equally frequent ones the smallest."},
     {"first", "Value of the first point in the order of the index."},
+    {"thinout", "The same: the value of one of the points as it is."},
 };
 
 constexpr int deepestNesting = 100;  // the library takes no more
@@ -190,8 +193,8 @@ QString lodSettingsProblem(const std::string& text) {
         if (known)
             return {};
         return QString(
-                   "The method \"%0\" is unknown; default, average, minimum, maximum, majority "
-                   "and first are known.")
+                   "The method \"%0\" is unknown; default, average, minimum, maximum, majority, "
+                   "first and thinout are known.")
             .arg(settings.method.left(40));
     } catch (const std::exception& problem) {
         return QString::fromStdString(problem.what());

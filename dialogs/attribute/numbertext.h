@@ -1,5 +1,4 @@
-// Numbers as texts that don't depend on the user's locale: "." is the decimal mark, exponents are
-// understood, digits are never lost.
+// Numbers in the fields of forms, with the texts of numbers/numbertext.h.
 #pragma once
 
 #include <QString>
@@ -7,12 +6,7 @@
 
 namespace tarvo::dialogs {
 
-// The shortest text that reads back as the same number; an exponent only where the digits would
-// become very many. "nan", "inf" and "-inf" for what is no finite number.
 QString numberText(double number);
-
-// The number that the whole text stands for, blanks around it aside; nothing for other texts and
-// for numbers that no double holds. Only finite numbers.
 std::optional<double> readNumber(const QString& text);
 
 // number + count * step, with as many decimal places as the two of them have: 0.3 for 0.2 and 0.1.

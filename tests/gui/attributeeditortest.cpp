@@ -3,6 +3,7 @@
 
 #include "common/clipboard.h"
 #include "common/programsettings.h"
+#include "core/defaultattribute.h"
 #include "dialogs/attribute/attributechecks.h"
 #include "dialogs/attribute/attributesuggestions.h"
 #include "dialogs/attribute/dialognamedvalues.h"
@@ -106,7 +107,7 @@ void AttributeEditorTest::withWindow(
 void AttributeEditorTest::defaultAttributesComeBackUnchanged() {
     QCOMPARE(tarvo::qrb::defaults::attributes().size(), 247u);
     for (const auto& entry : tarvo::qrb::defaults::attributes()) {
-        const PointAttribute before = dialogs::suggestedAttribute(entry);
+        const PointAttribute before = tarvo::core::defaultAttribute(entry);
         PointAttribute attribute = before;
         bool wrong = false;
         const bool accepted = edit(attribute, Purpose::PRIMARY, {[&](QDialog* dialog) {
@@ -194,8 +195,8 @@ void AttributeEditorTest::wrongInputIsToldWhereItStands() {
         typeInto(dialog, "editTags", "b,,c");
         QCOMPARE(shown(dialog, "checkTags"), "Note: There is an empty tag.");
         QVERIFY(okButton(dialog)->isEnabled());
-        typeInto(dialog, "editLodSettings", "thinout");
-        QVERIFY(shown(dialog, "checkLodSettings").contains("\"thinout\" is unknown"));
+        typeInto(dialog, "editLodSettings", "guess");
+        QVERIFY(shown(dialog, "checkLodSettings").contains("\"guess\" is unknown"));
         // A return in a field must not get past an error.
         QTest::keyClick(in<QLineEdit>(dialog, "editLodSettings"), Qt::Key_Return);
         QVERIFY(dialog->isVisible());

@@ -197,7 +197,7 @@ void AttributeListsTest::lodSettingsAreChosen() {
     PointAttribute attribute = byteAttribute("own.a");
     const auto choose = [](QDialog* dialog) {
         auto* method = in<QComboBox>(dialog, "editMethod");
-        QCOMPARE(method->count(), 6);
+        QCOMPARE(method->count(), 7);
         method->setFocus();
         QTest::keyClicks(method, "maj");
         QCOMPARE(method->currentText(), "majority");

@@ -1,7 +1,7 @@
 // Definitions of point attributes that tests begin with.
 #pragma once
 
-#include "dialogs/attribute/attributesuggestions.h"
+#include "core/defaultattribute.h"
 #include "qrb/defaults/catalogue.h"
 #include "qrb/pointattribute.h"
 
@@ -13,7 +13,7 @@
 using tarvo::qrb::pointcloud::PointAttribute;
 
 inline PointAttribute defaultAttribute(const char* name) {
-    return tarvo::dialogs::suggestedAttribute(*tarvo::qrb::defaults::findAttribute(name));
+    return tarvo::core::defaultAttribute(*tarvo::qrb::defaults::findAttribute(name));
 }
 
 inline PointAttribute byteAttribute(const std::string& name) {

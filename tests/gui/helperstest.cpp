@@ -4,7 +4,6 @@
 #include "common/filefilter.h"
 #include "common/filterhistory.h"
 #include "common/guard.h"
-#include "common/nodelist.h"
 #include "common/numerictreewidgetitem.h"
 #include "common/programsettings.h"
 #include "common/recentfiles.h"
@@ -16,7 +15,6 @@
 #include "mainwindow/indexsearch.h"
 #include "mainwindow/librarychoice.h"
 #include "mainwindow/mimefile.h"
-#include "mainwindow/pointreader.h"
 #include "tests/gui/guitestmain.h"
 
 #include <QAction>
@@ -33,19 +31,14 @@
 #include <QTreeWidget>
 #include <QUrl>
 #include <QtTest>
-#include <limits>
-#include <stdexcept>
 
 namespace common = tarvo::common;
-using tarvo::qrb::pointcloud::DataType;
 
 class HelpersTest : public QObject {
     Q_OBJECT
 
 private slots:
     void init();
-    void decimalsOfResolution_data();
-    void decimalsOfResolution();
     void sizesKeepTwoDecimalsFromKilobytesOn();
     void libraryVersionWithoutHashIsUnknown();
     void toolTipsShowTagsAsText();
@@ -53,10 +46,6 @@ private slots:
     void quotedTextsReadBackInTheirLanguage();
     void copyMenuQuotesAsTheActionSays();
     void fileDialogFilterStartsWithAllPatterns();
-    void nodeLists_data();
-    void nodeLists();
-    void badNodeListsNameThePiece_data();
-    void badNodeListsNameThePiece();
     void numericItemsSortByNumber();
     void filterHistoryMovesAndDropsEntries();
     void showingTheHistoryKeepsTextAndSignalsNothing();
@@ -69,8 +58,6 @@ private slots:
     void filterInsertions();
     void insertionsReplaceWhatIsSelected();
     void commandsAndNodeListsAreTold();
-    void menuNamesStopAtTenElements();
-    void valuesAreShownByTypeAndResolution();
     void summaryTexts();
     void annotationColourFollowsThePalette();
 
@@ -80,22 +67,6 @@ public slots:
 
 void HelpersTest::init() {
     common::ProgramSettings().remove("");
-}
-
-void HelpersTest::decimalsOfResolution_data() {
-    QTest::addColumn<double>("resolution");
-    QTest::addColumn<int>("decimals");
-    QTest::newRow("whole") << 1.0 << 0;
-    QTest::newRow("0.25") << 0.25 << 2;
-    QTest::newRow("0.001") << 0.001 << 3;
-    QTest::newRow("0.00025") << 0.00025 << 5;
-    QTest::newRow("whole part is left out") << 12.5 << 1;
-    QTest::newRow("does not end") << 1.0 / 3.0 << 16;
-}
-
-void HelpersTest::decimalsOfResolution() {
-    QFETCH(double, resolution);
-    QTEST(common::decimalsOfResolution(resolution), "decimals");
 }
 
 void HelpersTest::sizesKeepTwoDecimalsFromKilobytesOn() {
@@ -161,49 +132,6 @@ void HelpersTest::fileDialogFilterStartsWithAllPatterns() {
     QVERIFY(entries.first().endsWith("*.wex *.\?\?x *.\?\?\?x)"));
     QCOMPARE(entries.last(), "All files (*.*)");
     QCOMPARE(entries.size(), 13);
-}
-
-void HelpersTest::nodeLists_data() {
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QList<uint>>("nodes");
-    QTest::newRow("empty") << " " << QList<uint>{};
-    QTest::newRow("numbers and ranges") << " 9, 1-3 ,2" << QList<uint>{1, 2, 3, 9};
-    QTest::newRow("empty parts") << "1,,2" << QList<uint>{1, 2};
-    QTest::newRow("backwards") << "3-1" << QList<uint>{};
-    QTest::newRow("end of the number range")
-        << "4294967294-4294967295" << QList<uint>{4294967294u, 4294967295u};
-}
-
-void HelpersTest::nodeLists() {
-    QFETCH(QString, text);
-    const auto nodes = common::parseNodeList(text);
-    QTEST(QList<uint>(nodes.begin(), nodes.end()), "nodes");
-}
-
-void HelpersTest::badNodeListsNameThePiece_data() {
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("message");
-    QTest::newRow("no number") << "1,x"
-                               << "Failed to parse: \"x\"";
-    QTest::newRow("too large") << "4294967296"
-                               << "Failed to parse: \"4294967296\"";
-    QTest::newRow("three numbers") << "1-2-3"
-                                   << "Invalid input: \"1-2-3\"";
-    QTest::newRow("open range") << "5-"
-                                << "Invalid input: \"5-\"";
-    QTest::newRow("would fill the memory") << "0-4294967295"
-                                           << "The list names too many nodes: \"0-4294967295\"";
-}
-
-void HelpersTest::badNodeListsNameThePiece() {
-    QFETCH(QString, text);
-    QFETCH(QString, message);
-    try {
-        common::parseNodeList(text);
-        QFAIL("was accepted");
-    } catch (const std::runtime_error& error) {
-        QCOMPARE(QString::fromUtf8(error.what()), message);
-    }
 }
 
 void HelpersTest::numericItemsSortByNumber() {
@@ -371,29 +299,6 @@ void HelpersTest::commandsAndNodeListsAreTold() {
         QVERIFY2(isNodeList(list), list);
     for (const char* other : {"", " , ", "-", "1 == 1", "x", "1;2"})
         QVERIFY2(!isNodeList(other), other);
-}
-
-void HelpersTest::menuNamesStopAtTenElements() {
-    QCOMPARE(elementNames("a", 1), QStringList("a"));
-    QCOMPARE(elementNames("a", 2), QStringList({"a[0]", "a[1]"}));
-    QCOMPARE(elementNames("a", 12).size(), 10);
-    QCOMPARE(elementNames("a", 12, 100).last(), "a[11]");
-}
-
-void HelpersTest::valuesAreShownByTypeAndResolution() {
-    tarvo::qrb::pointcloud::PointAttribute attribute;
-    QCOMPARE(displayType(attribute), DataType::UINT64);
-    attribute.minimumValue = -1;
-    QCOMPARE(displayType(attribute), DataType::INT64);
-    attribute.resolution = 0.001;
-    QCOMPARE(displayType(attribute), DataType::DOUBLE);
-
-    const std::uint64_t largest = std::numeric_limits<std::uint64_t>::max();
-    QCOMPARE(valueText(&largest, DataType::UINT64, 0), "18446744073709551615");
-    QCOMPARE(valueText(&largest, DataType::INT64, 0), "-1");
-    const double number = -0.25;
-    QCOMPARE(valueText(&number, DataType::DOUBLE, 3), "-0.250");
-    QCOMPARE(valueText(&number, DataType::SINGLE, 3), "");
 }
 
 void HelpersTest::summaryTexts() {

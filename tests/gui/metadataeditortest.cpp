@@ -3,7 +3,7 @@
 #include "common/appearance.h"
 #include "common/jsonpositions.h"
 #include "common/jsontextedit.h"
-#include "common/jsonvalues.h"
+#include "core/json.h"
 #include "mainwindow/mainwindow.h"
 #include "qrb/defaults/catalogue.h"
 #include "qrb/loader.h"
@@ -168,7 +168,7 @@ void MetaDataEditorTest::itemIsAddedFromTheExample() {
     QCOMPARE(tree->currentItem()->text(0), "tarvo.time_base");
     commit();
     QCOMPARE(committed("tarvo.time_base"),
-             common::formattedJson(tarvo::qrb::defaults::findMetaData("tarvo.time_base")->example));
+             tarvo::core::formattedJson(tarvo::qrb::defaults::findMetaData("tarvo.time_base")->example));
 }
 
 void MetaDataEditorTest::itemIsEditedAndChecked() {
