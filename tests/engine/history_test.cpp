@@ -131,6 +131,15 @@ TEST_F(History, TellsEveryKindOfChange) {
           "Level of detail: combine, size 3\n"})
         EXPECT_NE(entry.find(line), std::string::npos) << line << entry;
 
+    // A definition whose values stay as they are, too.
+    m_session->begin("title", "agent", "", "");
+    schema::AttributeRecord titled = record("kept", -5, 10);
+    titled.title = "Kept";
+    query::putAttribute(*m_session, titled);
+    query::commit(*m_session);
+    EXPECT_NE(entries().back().find("Point attributes: redefined kept\n"), std::string::npos)
+        << entries().back();
+
     // What changed nothing says so by silence.
     m_session->begin("nothing", "agent", "", "");
     query::commit(*m_session);

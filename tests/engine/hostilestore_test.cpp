@@ -204,7 +204,7 @@ TEST_F(HostileStore, SettingsThatNoFileIsMadeWithAreRefused) {
              {"\"chunk_size\":200", "\"chunk_size\":0"},
              {"\"compression_level\":50", "\"compression_level\":101"},
              {"\"single-pass\"", "\"no-pass\""}}) {
-        spoil([&](store::Connection& connection) {
+        spoil([&, what = what, by = by](store::Connection& connection) {
             std::string text = store::getInfo(connection, "identity");
             replace(text, what, by);
             store::putInfo(connection, "identity", text);

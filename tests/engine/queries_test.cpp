@@ -298,6 +298,26 @@ TEST_F(Queries, AFillEndsWherePointsWereAddedSinceItBegan) {
     session->rollback();
 }
 
+// As a caller has them who keeps a point in one record.
+TEST_F(Queries, IdsOfOnesOwnAreTakenAtTheirStride) {
+    create(amplitudeOnly(), 20);
+    struct Row {
+        std::uint64_t id;
+        double xyz[3];
+    };
+    Row rows[] = {{30, {3, 0, 0}}, {10, {1, 0, 0}}, {20, {2, 0, 0}}};
+    session->begin("own ids", "test", "", "");
+    query::InsertQuery insertion(*session);
+    insertion.bind("tarvo.id", QRB_DATA_TYPE_UINT64, &rows[0].id, sizeof(Row));
+    insertion.bind("xyz", QRB_DATA_TYPE_DOUBLE, rows[0].xyz, sizeof(Row));
+    EXPECT_EQ(insertion.next(3), 3u);
+    query::commit(*session);
+    for (const Row& row : rows)
+        EXPECT_EQ(countOf(*session, "tarvo.id == " + std::to_string(row.id) +
+                                        " && xyz[0] == " + std::to_string(row.xyz[0])),
+                  1u);
+}
+
 // A caller that goes on after an error must not take what follows for the rest.
 TEST_F(Queries, ASelectThatFailedFailsAgain) {
     create(amplitudeOnly(), 20);

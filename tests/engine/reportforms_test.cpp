@@ -194,6 +194,13 @@ TEST(ReportForms, LeaveElementsWithoutValuesOutOfTheExtent) {
     EXPECT_EQ(report::htmlReport(facts, {}).find("-1000"), std::string::npos);
 }
 
+TEST(ReportForms, KeepTheDigitsOfLargeExtents) {
+    Facts facts = fullFacts();
+    facts.attributes[0].elements[0] = {1, 4'938'272, true, false};  // quarters of a metre
+    EXPECT_NE(report::textReport(facts).find("1234567.75"), std::string::npos);
+    EXPECT_NE(report::htmlReport(facts, {}).find("1234567.75"), std::string::npos);
+}
+
 TEST(ReportForms, SayWhatTheColoursOfThePictureMean) {
     const auto legendOf = [](Colouring colouring) {
         PointFacts points = fullPoints();

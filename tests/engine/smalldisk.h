@@ -37,6 +37,7 @@ public:
     SmallDisk& operator=(const SmallDisk&) = delete;
 
     std::int64_t room() const { return s_room; }
+    void setRoom(std::int64_t room) { s_room = room; }
 
     // From now on each call of the kind comes to this result of the container, and the system tells
     // this errno. What is removed has gone all the same.

@@ -201,6 +201,36 @@ TEST_F(Store, SortsNoPointsIntoAFileThatLacksTheLastOfThem) {
     EXPECT_EQ(child.wait(), 0);
 }
 
+// The disk may be full in the middle of a batch and at its very end.
+TEST_F(Store, KeepsABatchUntilItIsInTheFile) {
+    const std::string original = m_file + ".original";
+    std::filesystem::copy_file(m_file, original);
+    std::vector<Bytes> contents;
+    for (std::uint32_t i = 0; i < 17; ++i)
+        contents.push_back(noise(megabyte, i));
+    int failures = 0;
+    for (const int tenths : {100, 160, 165, 170, 200}) {
+        std::filesystem::copy_file(original, m_file,
+                                   std::filesystem::copy_options::overwrite_existing);
+        SmallDisk disk(std::int64_t(tenths) * 100'000);
+        store::Container container(m_file);
+        container.beginWriting();
+        std::vector<BlobRef> blobs;
+        const auto addAll = [&] {
+            while (blobs.size() < contents.size())
+                blobs.push_back(container.add(contents[blobs.size()]));
+        };
+        failures += outcomeOf(addAll).code == ErrorCode::File;
+        disk.setRoom(100'000'000);
+        addAll();
+        container.publish(3, container.root(2));
+        for (std::size_t i = 0; i < blobs.size(); ++i)
+            ASSERT_EQ(container.read(blobs[i], "a blob"), contents[i]) << tenths;
+    }
+    EXPECT_GT(failures, 1);
+    EXPECT_LT(failures, 5);
+}
+
 TEST_F(Store, CleansUpOnADiskThatIsFull) {
     {
         session::Session session(m_file, {}, "test");

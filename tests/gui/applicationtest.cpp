@@ -163,6 +163,14 @@ void ApplicationTest::errorsOfEventHandlersAreReportedOnce() {
     ModalScript another({ModalScript::press("OK")});
     widget.update();
     QTRY_COMPARE(another.texts(), QStringList("The brush is gone."));
+    // And the same of another widget.
+    QTRY_VERIFY(!QApplication::activeModalWidget());
+    Unpaintable second;
+    second.failure = widget.failure;
+    second.resize(50, 50);
+    ModalScript third({ModalScript::press("OK")});
+    second.show();
+    QTRY_COMPARE(third.texts(), QStringList("The brush is gone."));
 }
 
 GUI_TEST_MAIN(ApplicationTest)
