@@ -78,7 +78,8 @@ protected:
     std::uint32_t fill(const char* attribute, double value, query::Scope scope = {},
                        const char* filter = "") {
         query::FillQuery query(*session, std::move(scope), filter);
-        query.bind(attribute, QRB_DATA_TYPE_DOUBLE, &value);
+        const Values values(8, value);  // one for each element that there may be
+        query.bind(attribute, QRB_DATA_TYPE_DOUBLE, values.data());
         std::uint32_t sum = 0;
         while (const std::uint32_t count = query.next(1000))
             sum += count;
