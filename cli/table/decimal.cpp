@@ -1,12 +1,11 @@
 #include "cli/table/decimal.h"
 
+#include "numbers/decimal.h"
+
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <cmath>
 #include <cstdlib>
 #include <numeric>
-#include <string_view>
 #include <vector>
 
 namespace tarvo::cli {
@@ -104,47 +103,15 @@ std::optional<Decimal> toDecimal(double value) {
     if (!std::isfinite(value)) {
         return std::nullopt;
     }
-    std::array<char, 32> buffer{};
-    const auto written = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
-                                       std::chars_format::scientific);
-    const std::string_view text(buffer.data(),
-                                static_cast<std::size_t>(written.ptr - buffer.data()));
-    const std::size_t mark = text.find('e');
-    Decimal decimal;
-    bool behindPoint = false;
-    for (const char c : text.substr(0, mark)) {
-        if (c == '.') {
-            behindPoint = true;
-        } else if (c != '-') {
-            decimal.mantissa = decimal.mantissa * 10 + (c - '0');
-            decimal.digits += behindPoint ? 1 : 0;
-        }
-    }
-    // to_chars writes the sign of the exponent, which from_chars takes for minus only.
-    std::string_view exponentText = text.substr(mark + 1);
-    if (exponentText.front() == '+') {
-        exponentText.remove_prefix(1);
-    }
-    int exponent = 0;
-    std::from_chars(exponentText.data(), exponentText.data() + exponentText.size(), exponent);
-    decimal.digits -= exponent;
-    while (decimal.digits < 0) {
-        if (decimal.mantissa > (1ll << 62) / 10) {
+    const numbers::Decimal shortest = numbers::shortestDecimal(value);
+    Decimal decimal{shortest.digits, -shortest.exponent};
+    for (; decimal.digits < 0; ++decimal.digits) {
+        if (std::abs(decimal.mantissa) > (1ll << 62) / 10) {
             return std::nullopt;
         }
         decimal.mantissa *= 10;
-        ++decimal.digits;
     }
-    if (decimal.mantissa == 0) {
-        return Decimal{};
-    }
-    if (decimal.digits > 18) {
-        return std::nullopt;
-    }
-    if (value < 0) {
-        decimal.mantissa = -decimal.mantissa;
-    }
-    return decimal;
+    return decimal.digits > 18 ? std::nullopt : std::optional(decimal);
 }
 
 Affine::Affine(double scale, double offset) : m_scale(scale), m_offset(offset) {
