@@ -54,6 +54,7 @@ public:
           m_cells(session::cellsOf(session.identity().settings, state.primary())),
           m_space(m_cells.space),
           m_everywhere(everywhere),
+          m_thins(state.lodMode == static_cast<std::uint32_t>(LodMode::Thinout)),
           m_progress(progress),
           m_capacity(session::leafCapacity(session.identity().settings)),
           m_candidateLimit(std::max<std::uint64_t>(m_capacity * 16,
@@ -133,8 +134,10 @@ private:
         return all == 0 ? 0 : static_cast<std::uint64_t>(Wide(at) * wanted / all);
     }
 
-    // What each point that a node stores stands for.
+    // What each point that a node stores stands for, where that is asked.
     std::function<std::uint64_t(std::uint32_t)> weightsOf(const index::Node& node) const {
+        if (m_thins)
+            return [](auto) { return std::uint64_t(1); };
         if (!node.isLeaf() && !node.find(index::weightUid))
             return [each = node.totalCount / std::max<std::uint64_t>(1, node.ownCount)](auto) {
                 return each;
@@ -240,8 +243,8 @@ private:
         const std::vector<Candidate> points = candidates(children);
         if (points.empty())
             return;
-        const bool thins = m_state.lodMode == static_cast<std::uint32_t>(LodMode::Thinout);
-        const std::vector<Group> groups = thins ? thinOut(children, points) : combine(node, points);
+        const std::vector<Group> groups =
+            m_thins ? thinOut(children, points) : combine(node, points);
         struct Work {
             index::ElementData* element;
             const schema::Attribute* attribute;
@@ -266,7 +269,7 @@ private:
         for (Work& one : work)
             one.element->block = blocks.addBlock(*one.attribute, one.column.get());
         node.ownCount = groups.size();
-        if (!thins)
+        if (!m_thins)
             putAttribute(node.attributes, weightData(points, groups, blocks));
         blocks.store(m_session.container(), node.attributes);
     }
@@ -276,6 +279,7 @@ private:
     const index::Cells m_cells;
     const index::KeySpace& m_space;
     bool m_everywhere;
+    bool m_thins;
     const session::Progress& m_progress;
     std::uint64_t m_capacity;
     std::uint64_t m_candidateLimit;
