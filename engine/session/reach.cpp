@@ -9,8 +9,8 @@ bool Reach::addBlob(const BlobRef& reference) {
     if (!reference)
         return false;
     const bool isNew = m_blobs.insert(reference.blob);
-    if (m_onReference)
-        m_onReference(reference, isNew);
+    if (isNew && m_onBlob)
+        m_onBlob(reference);
     return isNew;
 }
 

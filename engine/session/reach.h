@@ -15,9 +15,9 @@ class Reach {
 public:
     explicit Reach(store::Container& container) : m_container(container) {}
 
-    // Called for each reference that is met; isNew: to a blob that is reached for the first time.
-    using OnReference = std::function<void(const BlobRef& reference, bool isNew)>;
-    void setOnReference(OnReference onReference) { m_onReference = std::move(onReference); }
+    // Called for each blob that is reached for the first time, with the reference that led there.
+    using OnBlob = std::function<void(const BlobRef& reference)>;
+    void setOnBlob(OnBlob onBlob) { m_onBlob = std::move(onBlob); }
     // Adds everything that a state reaches, directly or through pages and the changelog.
     void add(const State& state);
     bool contains(std::uint64_t blob) const { return m_blobs.contains(blob); }
@@ -30,7 +30,7 @@ private:
 
     store::Container& m_container;
     IdSet m_blobs;
-    OnReference m_onReference;
+    OnBlob m_onBlob;
 };
 
 }  // namespace tarvo::engine::session

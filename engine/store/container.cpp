@@ -274,6 +274,11 @@ void Container::Impl::closeReader() {
     reader = nullptr;
 }
 
+void Container::Impl::closeUnscopedReader() {
+    if (scopes == 0)
+        closeReader();
+}
+
 Bytes Container::Impl::readBlob(const BlobRef& reference, std::string_view what) {
     const auto checkBounds = [&](std::uint64_t size) {
         if (reference.offset > size || reference.length > size - reference.offset)
@@ -284,8 +289,27 @@ Bytes Container::Impl::readBlob(const BlobRef& reference, std::string_view what)
         const auto begin = blob->begin() + static_cast<std::ptrdiff_t>(reference.offset);
         return {begin, begin + static_cast<std::ptrdiff_t>(reference.length)};
     }
+    const std::uint64_t size = openBlob(reference.blob, what);
+    Bytes data;
+    try {
+        checkBounds(size);
+        data.resize(reference.length);
+        const int result =
+            sqlite3_blob_read(reader, data.data(), static_cast<int>(reference.length),
+                              static_cast<int>(reference.offset));
+        if (result != SQLITE_OK)
+            throwSqlite(connection->handle, result, fileName());
+    } catch (...) {
+        closeReader();
+        throw;
+    }
+    closeUnscopedReader();
+    return data;
+}
+
+std::uint64_t Container::Impl::openBlob(std::uint64_t blob, std::string_view what) {
     sqlite3* const handle = connection->handle;
-    const auto row = static_cast<sqlite3_int64>(reference.blob);
+    const auto row = static_cast<sqlite3_int64>(blob);
     int result = reader ? sqlite3_blob_reopen(reader, row)
                         : sqlite3_blob_open(handle, "main", "blob", "data", row, 0, &reader);
     if (result == SQLITE_ABORT) {
@@ -297,24 +321,10 @@ Bytes Container::Impl::readBlob(const BlobRef& reference, std::string_view what)
         if ((result & 0xff) == SQLITE_ERROR)
             throw Failure(ErrorCode::Damaged,
                           "The file is damaged: " + std::string(what) + " is missing.",
-                          "File: " + fileName() + ", blob " + std::to_string(reference.blob));
+                          "File: " + fileName() + ", blob " + std::to_string(blob));
         throwSqlite(handle, result, fileName());
     }
-    Bytes data;
-    try {
-        checkBounds(static_cast<std::uint64_t>(sqlite3_blob_bytes(reader)));
-        data.resize(reference.length);
-        result = sqlite3_blob_read(reader, data.data(), static_cast<int>(reference.length),
-                                   static_cast<int>(reference.offset));
-        if (result != SQLITE_OK)
-            throwSqlite(handle, result, fileName());
-    } catch (...) {
-        closeReader();
-        throw;
-    }
-    if (scopes == 0)
-        closeReader();
-    return data;
+    return static_cast<std::uint64_t>(sqlite3_blob_bytes(reader));
 }
 
 Bytes Container::read(const BlobRef& reference, std::string_view what) {
@@ -332,10 +342,10 @@ std::uint64_t Container::blobSize(std::uint64_t blob) {
     const std::lock_guard guard(m->mutex);
     if (const Bytes* const added = m->writing ? m->writing->inMemory(blob) : nullptr)
         return added->size();
-    Statement statement(m->connection->handle, "SELECT length(data) FROM blob WHERE id = ?",
-                        fileName());
-    statement.bind(1, static_cast<std::int64_t>(blob));
-    return statement.step() ? static_cast<std::uint64_t>(statement.integer(0)) : 0;
+    // Not length(): of a blob that a flipped bit has made a text, that counts characters.
+    const std::uint64_t size = m->openBlob(blob, "data of a transaction");
+    m->closeUnscopedReader();
+    return size;
 }
 
 std::uint64_t Container::blobCount() {

@@ -58,7 +58,10 @@ struct Container::Impl {
     };
 
     const std::string& fileName() const { return connection->fileName; }
+    // Sets the reader on a blob and returns its bytes.
+    std::uint64_t openBlob(std::uint64_t blob, std::string_view what);
     void closeReader();
+    void closeUnscopedReader();
     Bytes readBlob(const BlobRef& reference, std::string_view what);
 
     // Throws Failure(State) when the file was overwritten with another database.
