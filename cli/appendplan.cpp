@@ -1,9 +1,9 @@
 #include "cli/appendplan.h"
 
-#include "cli/columntarget.h"
+#include "exchange/table/columntarget.h"
 #include "cli/errors.h"
-#include "cli/table/attributesummary.h"
-#include "cli/table/valuecheck.h"
+#include "exchange/table/attributesummary.h"
+#include "exchange/table/valuecheck.h"
 #include "cli/terminal.h"
 #include "numbers/numbertext.h"
 
@@ -12,6 +12,9 @@
 #include <optional>
 
 namespace tarvo::cli {
+
+using namespace exchange;
+using qrb::pointcloud::DataType;
 
 namespace {
 

@@ -9,9 +9,9 @@
 #include "cli/terminal.h"
 #include "cli/text.h"
 #include "cli/textfile.h"
-#include "copy/creationsettings.h"
-#include "copy/databasecopy.h"
-#include "copy/newdatabase.h"
+#include "core/creationsettings.h"
+#include "core/databasecopy.h"
+#include "core/newdatabase.h"
 #include "files/identity.h"
 
 #include <CLI/CLI.hpp>
@@ -38,8 +38,8 @@ struct CopyOptions {
     bool overwrite = false;
 };
 
-copy::Selection selectionOf(const qrb::Pointcloud& cloud, const CopyOptions& options) {
-    copy::Selection selection;
+core::Selection selectionOf(const qrb::Pointcloud& cloud, const CopyOptions& options) {
+    core::Selection selection;
     selection.filter = options.filter;
     if (!options.nodes.empty()) {
         selection.nodes = parseNodes(options.nodes);
@@ -69,7 +69,7 @@ copy::Selection selectionOf(const qrb::Pointcloud& cloud, const CopyOptions& opt
 qrb::pointcloud::CreateSettings settingsFor(const qrb::Pointcloud& cloud,
                                             const CopyOptions& options) {
     qrb::pointcloud::CreateSettings settings =
-        copy::creationSettings(cloud).value_or(qrb::pointcloud::CreateSettings(cloud.context()));
+        core::creationSettings(cloud).value_or(qrb::pointcloud::CreateSettings(cloud.context()));
     if (!options.settings.empty()) {
         settings.fromJson(readTextFile(options.settings));
     }
@@ -95,8 +95,8 @@ void copyTo(const Database& database, const CopyOptions& options) {
     if (files::sameFile(database.fileName(), options.target)) {
         throw UsageError("\"" + options.target + "\" is the source and the target.");
     }
-    const copy::Selection selection = selectionOf(source, options);
-    copy::NewDatabase target(source.context(), options.target, options.overwrite, overwriteAdvice);
+    const core::Selection selection = selectionOf(source, options);
+    core::NewDatabase target(source.context(), options.target, options.overwrite, overwriteAdvice);
     target.create(settingsFor(source, options));
     std::uint64_t points = 0;
     {

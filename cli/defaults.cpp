@@ -7,7 +7,7 @@
 #include "cli/output.h"
 #include "cli/texttable.h"
 #include "core/defaultattribute.h"
-#include "qrb/defaults/catalogue.h"
+#include "catalogue/catalogue.h"
 
 #include <CLI/CLI.hpp>
 
@@ -27,7 +27,7 @@ void listDefaultAttributes(bool asJson) {
     if (asJson) {
         JsonText json;
         json.beginArray();
-        for (const auto& entry : qrb::defaults::attributes()) {
+        for (const auto& entry : catalogue::attributes()) {
             json.raw(core::defaultAttribute(entry).toJson());
         }
         json.endArray();
@@ -35,7 +35,7 @@ void listDefaultAttributes(bool asJson) {
         return;
     }
     std::vector<PointAttribute> definitions;
-    for (const auto& entry : qrb::defaults::attributes()) {
+    for (const auto& entry : catalogue::attributes()) {
         definitions.push_back(core::defaultAttribute(entry));
     }
     print(attributeTable(definitions));
@@ -46,7 +46,7 @@ void showDefaultAttributes(const DefaultsOptions& options) {
         listDefaultAttributes(options.json);
         return;
     }
-    const auto* const entry = qrb::defaults::findAttribute(options.name);
+    const auto* const entry = catalogue::findAttribute(options.name);
     if (entry == nullptr) {
         throw Failure("\"" + options.name + "\" is not a default attribute.",
                       "\"qrbtool defaults attributes\" lists them.");
@@ -56,7 +56,7 @@ void showDefaultAttributes(const DefaultsOptions& options) {
                        : describeAttribute(definition) + labelled("Group", entry->group));
 }
 
-void putItem(JsonText& json, const qrb::defaults::MetaDataEntry& entry) {
+void putItem(JsonText& json, const catalogue::MetaDataEntry& entry) {
     json.beginObject();
     json.member("name", entry.name);
     json.member("title", entry.title);
@@ -75,7 +75,7 @@ void putItem(JsonText& json, const qrb::defaults::MetaDataEntry& entry) {
 void showDefaultMetaData(const DefaultsOptions& options) {
     JsonText json;
     if (!options.name.empty()) {
-        const auto* const entry = qrb::defaults::findMetaData(options.name);
+        const auto* const entry = catalogue::findMetaData(options.name);
         if (entry == nullptr) {
             throw Failure("\"" + options.name + "\" is not a default metadata item.",
                           "\"qrbtool defaults metadata\" lists them.");
@@ -91,7 +91,7 @@ void showDefaultMetaData(const DefaultsOptions& options) {
     }
     TextTable table({{"Name"}, {"Title"}});
     json.beginArray();
-    for (const auto& entry : qrb::defaults::metaData()) {
+    for (const auto& entry : catalogue::metaData()) {
         putItem(json, entry);
         table.add({entry.name, entry.title});
     }
@@ -100,11 +100,11 @@ void showDefaultMetaData(const DefaultsOptions& options) {
 }
 
 void showVersions(bool asJson) {
-    const std::pair<const char*, qrb::defaults::Stamp> stamps[] = {
-        {"Point attributes", qrb::defaults::attributesStamp()},
-        {"Attribute groups", qrb::defaults::groupsStamp()},
-        {"Metadata items", qrb::defaults::metaDataStamp()},
-        {"File schemas", qrb::defaults::schemasStamp()}};
+    const std::pair<const char*, catalogue::Stamp> stamps[] = {
+        {"Point attributes", catalogue::attributesStamp()},
+        {"Attribute groups", catalogue::groupsStamp()},
+        {"Metadata items", catalogue::metaDataStamp()},
+        {"File schemas", catalogue::schemasStamp()}};
     JsonText json;
     json.beginArray();
     TextTable table({{"Definitions"}, {"Version"}, {"Date"}});

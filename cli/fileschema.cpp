@@ -2,7 +2,7 @@
 
 #include "cli/errors.h"
 #include "cli/textfile.h"
-#include "qrb/defaults/catalogue.h"
+#include "catalogue/catalogue.h"
 
 #include <filesystem>
 #include <system_error>
@@ -42,7 +42,7 @@ bool endsWithExtension(std::string_view text, std::string_view extension) {
 }  // namespace
 
 std::string fileSchemaText(const std::string& argument) {
-    if (const auto* const entry = qrb::defaults::findSchema(argument)) {
+    if (const auto* const entry = catalogue::findSchema(argument)) {
         return entry->json;
     }
     std::error_code error;
@@ -54,8 +54,8 @@ std::string fileSchemaText(const std::string& argument) {
 }
 
 std::string guessFileSchema(std::string_view fileName) {
-    const qrb::defaults::SchemaEntry* best = nullptr;
-    for (const auto& entry : qrb::defaults::schemas()) {
+    const catalogue::SchemaEntry* best = nullptr;
+    for (const auto& entry : catalogue::schemas()) {
         if (endsWithExtension(fileName, entry.extension) &&
             (best == nullptr || entry.extension.size() > best->extension.size())) {
             best = &entry;

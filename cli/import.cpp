@@ -9,7 +9,7 @@
 #include "cli/json.h"
 #include "cli/key.h"
 #include "cli/terminal.h"
-#include "copy/newdatabase.h"
+#include "core/newdatabase.h"
 
 #include <CLI/CLI.hpp>
 
@@ -96,7 +96,7 @@ void importFiles(const qrb::Context& context, const ImportOptions& options) {
     const qrb::pointcloud::Signature signature = options.key.signature();
     refuseAsInput(options.database, options.inputs);
     refuseOtherFile(context, options);
-    copy::NewDatabase database(context, options.database, options.overwrite,
+    core::NewDatabase database(context, options.database, options.overwrite,
                                "Give --append to add to it or --overwrite to replace it.");
     const PointSources sources = openSources(options.inputs, options.format);
     ImportPlan plan = planImport(sources, options.primary);

@@ -1,13 +1,16 @@
 #include "cli/importplan.h"
 
-#include "cli/columntarget.h"
+#include "exchange/table/columntarget.h"
 #include "cli/errors.h"
-#include "cli/table/attributesummary.h"
+#include "exchange/table/attributesummary.h"
 #include "cli/terminal.h"
 
 #include <optional>
 
 namespace tarvo::cli {
+
+using namespace exchange;
+using qrb::pointcloud::DataType;
 
 namespace {
 
@@ -82,7 +85,7 @@ ImportPlan planImport(const PointSources& sources, const std::string& primary) {
         // A flag that no point sets needs no column; the default catalogue's definitions keep
         // their default values.
         if (name != primary && found.column.length == 1 && summary.isConstant() &&
-            found.sourceCount == sources.size() && qrb::defaults::findAttribute(name) == nullptr) {
+            found.sourceCount == sources.size() && catalogue::findAttribute(name) == nullptr) {
             attribute.constant = true;
             attribute.definition.defaultValue = summary.minimum();
         }

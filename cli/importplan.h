@@ -2,8 +2,8 @@
 #pragma once
 
 #include "cli/importsteps.h"
-#include "cli/table/fit.h"
-#include "cli/table/pointsource.h"
+#include "exchange/table/fit.h"
+#include "exchange/table/pointsource.h"
 
 #include <map>
 #include <string>
@@ -13,7 +13,7 @@ namespace tarvo::cli {
 
 struct ImportPlan {
     struct Attribute {
-        PointAttribute definition;
+        qrb::pointcloud::PointAttribute definition;
         // All points have the default value, so that nothing needs to be written.
         bool constant = false;
     };

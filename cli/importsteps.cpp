@@ -1,36 +1,17 @@
 #include "cli/importsteps.h"
 
-#include "cli/csv/source.h"
-#include "cli/las/source.h"
-#include "cli/table/filledcolumn.h"
+#include "exchange/table/filledcolumn.h"
+#include "cli/inputs.h"
 #include "cli/terminal.h"
 #include "files/identity.h"
 #include "qrb/error.h"
 
-#include <algorithm>
-#include <cctype>
-#include <filesystem>
-
 namespace tarvo::cli {
 
+using namespace exchange;
+using qrb::pointcloud::DataType;
+
 namespace {
-
-namespace fs = std::filesystem;
-
-std::unique_ptr<PointSource> openSource(const std::string& fileName, std::string format) {
-    if (format.empty()) {
-        std::string extension = fs::path(fileName).extension().string();
-        std::transform(extension.begin(), extension.end(), extension.begin(),
-                       [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-        const bool text = extension == ".csv" || extension == ".txt" || extension == ".tsv" ||
-                          extension == ".xyz";
-        format = text ? "csv" : "las";
-    }
-    if (format == "csv") {
-        return std::make_unique<csv::CsvSource>(fileName);
-    }
-    return std::make_unique<las::LasSource>(fileName);
-}
 
 void insertBatches(qrb::pointcloud::QueryInsert& query, PointSource& source,
                    std::vector<std::unique_ptr<FilledColumn>>& filled) {
@@ -62,7 +43,8 @@ void refuseAsInput(const std::string& database, const std::vector<std::string>& 
 PointSources openSources(const std::vector<std::string>& fileNames, const std::string& format) {
     PointSources sources;
     for (const std::string& fileName : fileNames) {
-        sources.push_back(openSource(fileName, format));
+        noteInput(fileName);
+        sources.push_back(exchange::openSource(fileName, format));
     }
     return sources;
 }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "cli/errors.h"
-#include "cli/table/pointsource.h"
+#include "exchange/opensource.h"
 #include "qrb/pointcloud.h"
 
 #include <memory>
@@ -12,7 +12,9 @@
 
 namespace tarvo::cli {
 
-using PointSources = std::vector<std::unique_ptr<PointSource>>;
+using exchange::Column;
+using exchange::PointSource;
+using exchange::PointSources;
 
 // Where the values of a column go.
 struct ColumnTarget {

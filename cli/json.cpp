@@ -1,6 +1,6 @@
 #include "cli/json.h"
 
-#include "cli/table/names.h"
+#include "exchange/table/names.h"
 
 #include <cmath>
 
@@ -19,12 +19,12 @@ JsonText::JsonText() : m_writer(m_buffer) {
 }
 
 void JsonText::key(std::string_view name) {
-    const std::string valid = validUtf8(name);
+    const std::string valid = exchange::validUtf8(name);
     m_writer.Key(valid.data(), lengthOf(valid));
 }
 
 void JsonText::value(std::string_view text) {
-    const std::string valid = validUtf8(text);
+    const std::string valid = exchange::validUtf8(text);
     m_writer.String(valid.data(), lengthOf(valid));
 }
 

@@ -3,7 +3,7 @@
 #include "cli/database.h"
 #include "cli/errors.h"
 #include "cli/inputs.h"
-#include "copy/outputplace.h"
+#include "core/outputplace.h"
 #include "files/error.h"
 
 #include <cerrno>
@@ -24,7 +24,7 @@ Output::Output(const Database& database, const std::string& fileName) {
     }
     std::vector<std::string> reads = inputs();
     reads.push_back(database.fileName());
-    copy::checkOutputPlace(database.cloud().context(), fileName, reads);
+    core::checkOutputPlace(database.cloud().context(), fileName, reads);
     try {
         m_file.emplace(fileName);
     } catch (const files::FileError& error) {

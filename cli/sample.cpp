@@ -5,9 +5,9 @@
 #include "cli/number.h"
 #include "cli/sample/scanner.h"
 #include "cli/terminal.h"
-#include "copy/newdatabase.h"
+#include "core/newdatabase.h"
 #include "core/defaultattribute.h"
-#include "qrb/defaults/catalogue.h"
+#include "catalogue/catalogue.h"
 
 #include <CLI/CLI.hpp>
 
@@ -29,7 +29,7 @@ struct SampleOptions {
 constexpr std::size_t sampleBatch = 65536;
 
 qrb::pointcloud::PointAttribute catalogueAttribute(const std::string& name) {
-    const auto* const entry = qrb::defaults::findAttribute(name);
+    const auto* const entry = catalogue::findAttribute(name);
     if (entry == nullptr) {
         throw Failure("The catalogue lacks the attribute \"" + name + "\".");
     }
@@ -77,7 +77,7 @@ void insertScan(qrb::Pointcloud& cloud, const SampleOptions& options) {
 }
 
 void runSample(const qrb::Context& context, const SampleOptions& options) {
-    copy::NewDatabase database(context, options.file, options.overwrite, overwriteAdvice);
+    core::NewDatabase database(context, options.file, options.overwrite, overwriteAdvice);
     qrb::pointcloud::CreateSettings settings(context);
     settings.primaryAttribute = catalogueAttribute("tarvo.xyz");
     database.create(settings);

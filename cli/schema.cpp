@@ -7,8 +7,8 @@
 #include "cli/output.h"
 #include "cli/textfile.h"
 #include "cli/texttable.h"
-#include "copy/newdatabase.h"
-#include "qrb/defaults/catalogue.h"
+#include "core/newdatabase.h"
+#include "catalogue/catalogue.h"
 
 #include <CLI/CLI.hpp>
 
@@ -31,7 +31,7 @@ void listSchemas(bool asJson) {
     JsonText json;
     json.beginArray();
     TextTable table({{"Identifier"}, {"Extension"}});
-    for (const auto& entry : qrb::defaults::schemas()) {
+    for (const auto& entry : catalogue::schemas()) {
         json.raw(entry.json);
         table.add({entry.identifier, entry.extension});
     }
@@ -51,7 +51,7 @@ void createBySchema(const qrb::Context& context, const SchemaOptions& options) {
     if (!options.settings.empty()) {
         settings.fromJson(readTextFile(options.settings));
     }
-    copy::NewDatabase database(context, options.file, options.overwrite, overwriteAdvice);
+    core::NewDatabase database(context, options.file, options.overwrite, overwriteAdvice);
     database.create(settings, schema, options.optionals);
     database.publish();
     print("\"" + options.file + "\" is made.\n");

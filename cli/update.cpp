@@ -1,10 +1,11 @@
 // qrbtool update: gives points that exist other values.
 
 #include "cli/assignment.h"
-#include "cli/columntarget.h"
+#include "exchange/table/columntarget.h"
 #include "cli/commands.h"
-#include "cli/csv/source.h"
+#include "exchange/csv/source.h"
 #include "cli/errors.h"
+#include "cli/inputs.h"
 #include "cli/json.h"
 #include "cli/number.h"
 #include "cli/pointchanges.h"
@@ -17,6 +18,9 @@
 #include <memory>
 
 namespace tarvo::cli {
+
+using namespace exchange;
+using qrb::pointcloud::DataType;
 
 namespace {
 
@@ -108,7 +112,8 @@ struct TableResult {
 TableResult updateFromTable(const Database& database, const std::string& fileName) {
     const qrb::Pointcloud& cloud = database.cloud();
     const std::string idName = cloud.pointAttributes().pointIdName();
-    csv::CsvSource source(fileName);
+    noteInput(fileName);
+    exchange::csv::CsvSource source(fileName);
     auto query = cloud.update();
     bool hasId = false;
     const std::vector<Column>& columns = source.columns();

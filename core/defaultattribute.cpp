@@ -2,7 +2,7 @@
 
 namespace tarvo::core {
 
-qrb::pointcloud::PointAttribute defaultAttribute(const qrb::defaults::AttributeEntry& entry) {
+qrb::pointcloud::PointAttribute defaultAttribute(const catalogue::AttributeEntry& entry) {
     qrb::pointcloud::PointAttribute definition;
     definition.name = entry.name;
     definition.title = entry.title;

@@ -1,11 +1,11 @@
 // The catalogue's attributes as records.
 #pragma once
 
-#include "qrb/defaults/catalogue.h"
+#include "catalogue/catalogue.h"
 #include "qrb/pointattribute.h"
 
 namespace tarvo::core {
 
-qrb::pointcloud::PointAttribute defaultAttribute(const qrb::defaults::AttributeEntry& entry);
+qrb::pointcloud::PointAttribute defaultAttribute(const catalogue::AttributeEntry& entry);
 
 }  // namespace tarvo::core

@@ -2,7 +2,7 @@
 // stack.
 #pragma once
 
-#include "qrb/defaults/jsonmemory.h"
+#include "catalogue/jsonmemory.h"
 
 #include <rapidjson/memorystream.h>
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "engine/base/error.h"
-#include "qrb/defaults/jsonmemory.h"
+#include "catalogue/jsonmemory.h"
 
 #include <cstdint>
 #include <string>

@@ -1,7 +1,7 @@
 // The attribute definitions of a database and of the default catalogue.
 #include "engine/capi/handles.h"
 #include "engine/query/redefine.h"
-#include "qrb/defaults/catalogue.h"
+#include "catalogue/catalogue.h"
 
 using namespace tarvo::engine;
 using namespace tarvo::engine::capi;
@@ -68,7 +68,7 @@ qrb_status qrb_pointcloud_point_attributes_list_default(qrb_context* context,
     return call(context, [&](Context& bound) {
         checkUnused(pointcloud);
         std::vector<std::string> list;
-        for (const auto& entry : tarvo::qrb::defaults::attributes())
+        for (const auto& entry : tarvo::catalogue::attributes())
             list.push_back(entry.name);
         giveNames(bound, list, count, names);
     });

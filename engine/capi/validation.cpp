@@ -3,7 +3,7 @@
 #include "engine/validation/conformance.h"
 #include "engine/validation/jsonschema.h"
 #include "engine/validation/newfile.h"
-#include "qrb/defaults/catalogue.h"
+#include "catalogue/catalogue.h"
 
 using namespace tarvo::engine;
 using namespace tarvo::engine::capi;
@@ -67,7 +67,7 @@ qrb_status qrb_pointcloud_meta_data_validate(qrb_context* context, qrb_pointclou
         const std::string value = sessionOf(pointcloud)->metaData(item);
         std::string text = textOf(schema);
         if (text.empty()) {
-            const auto* entry = tarvo::qrb::defaults::findMetaData(item);
+            const auto* entry = tarvo::catalogue::findMetaData(item);
             if (!entry)
                 throw Failure(ErrorCode::NotFound,
                               "\"" + item + "\" is not a default metadata item.",

@@ -2,7 +2,7 @@
 
 #include "engine/base/error.h"
 #include "engine/schema/namefilter.h"
-#include "qrb/defaults/catalogue.h"
+#include "catalogue/catalogue.h"
 
 #include <utility>
 
@@ -10,22 +10,20 @@ namespace tarvo::engine::session {
 
 namespace {
 
-namespace defaults = qrb::defaults;
-
 const std::string& groupName(const schema::AttributeRecord& record) {
-    if (const defaults::AttributeEntry* entry = defaults::findAttribute(record.name))
+    if (const catalogue::AttributeEntry* entry = catalogue::findAttribute(record.name))
         return entry->group;
     for (const char* tag : {"position", "direction", "transform"})
         if (schema::hasTag(record, tag))
-            return defaults::groups().front();
-    return defaults::groups().back();
+            return catalogue::groups().front();
+    return catalogue::groups().back();
 }
 
 // Sorts the attributes of a group: by the catalogue, then by the file.
 std::pair<std::size_t, std::size_t> sortKey(const schema::AttributeTable& table,
                                             std::size_t index) {
-    const auto all = defaults::attributes();
-    const defaults::AttributeEntry* entry = defaults::findAttribute(table[index].record.name);
+    const auto all = catalogue::attributes();
+    const catalogue::AttributeEntry* entry = catalogue::findAttribute(table[index].record.name);
     return {entry ? static_cast<std::size_t>(entry - all.data()) : all.size(), index};
 }
 
@@ -45,12 +43,12 @@ AttributeGroup groupOf(const schema::AttributeTable& table, std::string_view nam
 }
 
 AttributeGroup defaultGroup(std::string_view name) {
-    const defaults::AttributeEntry* found = defaults::findAttribute(name);
+    const catalogue::AttributeEntry* found = catalogue::findAttribute(name);
     if (!found)
         throw Failure(ErrorCode::NotFound,
                       "\"" + std::string(name) + "\" is not a default point attribute.");
     AttributeGroup result{found->group, 0};
-    for (const defaults::AttributeEntry& entry : defaults::attributes()) {
+    for (const catalogue::AttributeEntry& entry : catalogue::attributes()) {
         if (&entry == found)
             break;
         if (entry.group == found->group)

@@ -1,7 +1,7 @@
 #include "engine/session/settings.h"
 
 #include "engine/base/json.h"
-#include "qrb/defaults/catalogue.h"
+#include "catalogue/catalogue.h"
 
 #include <algorithm>
 
@@ -17,7 +17,7 @@ namespace {
 }  // namespace
 
 schema::AttributeRecord defaultAttribute(std::string_view name) {
-    const qrb::defaults::AttributeEntry* entry = qrb::defaults::findAttribute(name);
+    const catalogue::AttributeEntry* entry = catalogue::findAttribute(name);
     if (!entry)
         throw Failure(ErrorCode::NotFound,
                       "\"" + std::string(name) + "\" is not a default point attribute.");

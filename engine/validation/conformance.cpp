@@ -2,7 +2,7 @@
 
 #include "engine/validation/jsonschema.h"
 #include "numbers/numbertext.h"
-#include "qrb/defaults/catalogue.h"
+#include "catalogue/catalogue.h"
 
 #include <algorithm>
 #include <cmath>
@@ -10,8 +10,6 @@
 namespace tarvo::engine::validation {
 
 namespace {
-
-namespace defaults = qrb::defaults;
 
 std::string plain(double value) {
     return std::isnan(value) ? "none" : numbers::numberText(value);
@@ -85,7 +83,7 @@ private:
                 say("The point attribute \"" + item.name + "\" is missing.");
             return;
         }
-        if (!defaults::findAttribute(item.name))
+        if (!catalogue::findAttribute(item.name))
             return;
         const schema::Attribute& attribute = m_state->attributes[static_cast<std::size_t>(index)];
         const schema::AttributeRecord expected = session::defaultAttribute(item.name);
@@ -146,7 +144,7 @@ private:
                 say("The metadata item \"" + item.name + "\" is missing.");
             return;
         }
-        const defaults::MetaDataEntry* entry = defaults::findMetaData(item.name);
+        const catalogue::MetaDataEntry* entry = catalogue::findMetaData(item.name);
         if (!entry)
             return;
         const std::string title = "The metadata item \"" + item.name + "\": ";

@@ -1,6 +1,6 @@
 #include "engine/validation/newfile.h"
 
-#include "qrb/defaults/catalogue.h"
+#include "catalogue/catalogue.h"
 
 #include <utility>
 #include <vector>
@@ -24,7 +24,7 @@ void createFile(const std::string& fileName, const session::CreateSettings& sett
     for (const FileSchema::Item& item : schema.metaData) {
         if (item.optional && !optionals)
             continue;
-        const qrb::defaults::MetaDataEntry* entry = qrb::defaults::findMetaData(item.name);
+        const catalogue::MetaDataEntry* entry = catalogue::findMetaData(item.name);
         if (!entry)
             throw Failure(ErrorCode::NotFound,
                           "\"" + item.name + "\" is not a default metadata item.");

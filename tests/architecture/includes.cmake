@@ -2,39 +2,46 @@
 # cmake -DROOT=... -P includes.cmake
 cmake_minimum_required(VERSION 3.25)
 
-set(app app mainwindow dialogs common qrb qrb/defaults files)
-set(mainwindow mainwindow dialogs common copy core numbers qrb qrb/defaults files)
-set(dialogs dialogs common copy core numbers qrb qrb/defaults files)
-set(common common copy core numbers qrb qrb/defaults files)
-set(cli cli copy core numbers qrb qrb/defaults files)
-set(copy copy qrb files)
-set(core core numbers qrb qrb/defaults files)
+set(shared core numbers qrb include/qrb catalogue files)
+set(window/app window/app window/frame window/common ${shared})
+set(window/frame window/frame window/panels window/dialogs window/widgets window/common ${shared})
+set(window/panels window/panels window/dialogs window/widgets window/common ${shared})
+set(window/dialogs window/dialogs window/widgets window/common ${shared})
+set(window/widgets window/widgets window/common ${shared})
+set(window/common window/common ${shared})
+set(cli cli exchange ${shared})
+set(exchange exchange ${shared})
+set(core ${shared})
+set(qrb qrb include/qrb catalogue)
+set(include/qrb include/qrb)
+set(catalogue catalogue)
 set(numbers numbers)
-set(qrb qrb qrb/defaults)
-set(qrb/defaults qrb/defaults)
-set(engine/base engine/base qrb qrb/defaults)
-set(engine/schema engine/schema engine/base numbers qrb)
+set(files files)
+set(engine/base engine/base include/qrb catalogue)
+set(engine/schema engine/schema engine/base numbers include/qrb)
 set(engine/codec engine/codec engine/schema engine/base)
 set(engine/index engine/index engine/schema engine/base)
 set(engine/filter engine/filter engine/schema engine/base)
-set(files files)
 set(engine/store engine/store engine/base files)
-set(engine/session engine/session engine/store engine/index engine/schema engine/base qrb/defaults files)
-set(engine/query engine/query numbers engine/session engine/store engine/filter engine/index engine/codec
-  engine/schema engine/base qrb)
+set(engine/session engine/session engine/store engine/index engine/schema engine/base catalogue files)
+set(engine/query engine/query numbers engine/session engine/store engine/filter engine/index
+  engine/codec engine/schema engine/base include/qrb)
 set(engine/report engine/report numbers engine/query engine/session engine/store engine/index
-  engine/schema engine/base qrb/defaults)
+  engine/schema engine/base catalogue)
 set(engine/validation engine/validation numbers engine/session engine/index engine/schema engine/base
-  qrb/defaults)
-set(engine/capi engine/capi engine/validation engine/report engine/query engine/session engine/store engine/filter
-  engine/index engine/codec engine/schema engine/base qrb qrb/defaults files)
-set(rooms app mainwindow dialogs common cli copy core files numbers qrb qrb/defaults engine/base engine/schema engine/codec
+  catalogue)
+set(engine/capi engine/capi engine/validation engine/report engine/query engine/session engine/store
+  engine/filter engine/index engine/codec engine/schema engine/base include/qrb catalogue files)
+set(rooms window/app window/frame window/panels window/dialogs window/widgets window/common cli
+  exchange core qrb include/qrb catalogue numbers files engine/base engine/schema engine/codec
   engine/index engine/filter engine/store engine/session engine/query engine/validation
   engine/report engine/capi)
+# Rooms with folders within them.
+set(suites cli exchange window/dialogs)
 
 set(checked 0)
 foreach(room IN LISTS rooms)
-  if(room STREQUAL "cli" OR room STREQUAL "dialogs")
+  if(room IN_LIST suites)
     file(GLOB_RECURSE sources ${ROOT}/${room}/*.cpp ${ROOT}/${room}/*.h)
   else()
     file(GLOB sources ${ROOT}/${room}/*.cpp ${ROOT}/${room}/*.h)
@@ -50,7 +57,9 @@ foreach(room IN LISTS rooms)
         message(SEND_ERROR "${file}: only engine/store may know the container: ${include}")
       elseif(include MATCHES "\"(.+)/[^/]+\"")
         set(target ${CMAKE_MATCH_1})
-        if(target MATCHES "^(cli|dialogs)/")
+        if(include MATCHES "\"qrb/(qrb.h|functions.def)\"")
+          set(target include/qrb)
+        elseif(target MATCHES "^(cli|exchange|window/dialogs)/")
           set(target ${CMAKE_MATCH_1})
         endif()
         if(NOT target IN_LIST "${room}")

@@ -1,7 +1,7 @@
 // Points of files that go into a database which exists: what old and new points have then, and that
 // a refusal or a stop in the middle changes nothing.
 #include "tests/cli/folder.h"
-#include "tests/cli/lasbuilder.h"
+#include "tests/exchange/lasbuilder.h"
 #include "tests/cli/process.h"
 
 #include <gtest/gtest.h>
@@ -19,6 +19,7 @@
 namespace {
 
 using namespace tarvo::cli::tests;
+using namespace tarvo::exchange::tests;
 
 class Append : public testing::Test {
 protected:

@@ -4,7 +4,7 @@
 #include "cli/idlist.h"
 #include "cli/json.h"
 #include "cli/key.h"
-#include "cli/table/names.h"
+#include "exchange/table/names.h"
 #include "cli/text.h"
 #include "cli/texttable.h"
 #include "cli/words.h"
@@ -16,6 +16,7 @@
 namespace {
 
 using namespace tarvo::cli;
+using namespace tarvo::exchange;
 using Words = std::vector<std::string>;
 using Bytes = std::vector<std::uint8_t>;
 
@@ -97,6 +98,11 @@ TEST(Arguments, NamesThatAreNoUtf8AreReadAsLatin1) {
     json.member("h\xf6he", "\xff");
     json.endObject();
     EXPECT_EQ(json.compact(), "{\"h\xc3\xb6he\":\"\xc3\xbf\"}");
+}
+
+TEST(Text, NodeListsThatAreWrongAreWrongUse) {
+    EXPECT_EQ(parseNodes("1,3-4"), (std::vector<std::uint32_t>{1, 3, 4}));
+    EXPECT_THROW(parseNodes("1-2-3"), UsageError);
 }
 
 }  // namespace

@@ -4,7 +4,7 @@
 #include "cli/terminal.h"
 #include "qrb/loader.h"
 #include "tests/cli/folder.h"
-#include "tests/cli/lasbuilder.h"
+#include "tests/exchange/lasbuilder.h"
 #include "tests/cli/process.h"
 
 #include <gtest/gtest.h>
@@ -18,6 +18,7 @@
 namespace {
 
 using namespace tarvo::cli::tests;
+using namespace tarvo::exchange::tests;
 
 class Command : public testing::Test {
 protected:

@@ -1,6 +1,6 @@
 // What commands write to: no output and no new database destroys anything.
 #include "tests/cli/folder.h"
-#include "tests/cli/lasbuilder.h"
+#include "tests/exchange/lasbuilder.h"
 #include "tests/cli/process.h"
 
 #include <gtest/gtest.h>
@@ -10,6 +10,7 @@
 namespace {
 
 using namespace tarvo::cli::tests;
+using namespace tarvo::exchange::tests;
 namespace fs = std::filesystem;
 
 class Outputs : public testing::Test {

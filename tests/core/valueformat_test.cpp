@@ -96,7 +96,7 @@ TEST_F(Values, OfEveryDefaultAttributeAreShownAsTheyAreStored) {
     auto& transactions = cloud.transactions();
     transactions.begin("all", "test");
     std::vector<PointAttribute> all;
-    for (const qrb::defaults::AttributeEntry& entry : qrb::defaults::attributes()) {
+    for (const catalogue::AttributeEntry& entry : catalogue::attributes()) {
         PointAttribute one = defaultAttribute(entry);
         if (entry.name == "tarvo.id")
             continue;

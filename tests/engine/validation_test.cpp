@@ -2,7 +2,7 @@
 #include "engine/validation/jsonschema.h"
 
 #include "engine/base/error.h"
-#include "qrb/defaults/catalogue.h"
+#include "catalogue/catalogue.h"
 
 #include <gtest/gtest.h>
 
@@ -301,7 +301,7 @@ TEST(JsonSchema, HoldsEachLimitBelowAtAndAboveIt) {
 
 TEST(JsonSchema, ValuesOfTheCatalogueSatisfyTheirSchemas) {
     int neutral = 0;
-    for (const qrb::defaults::MetaDataEntry& item : qrb::defaults::metaData()) {
+    for (const catalogue::MetaDataEntry& item : catalogue::metaData()) {
         EXPECT_EQ(check(item.schema, item.example), "") << item.name;
         if (!item.neutral.empty()) {
             ++neutral;

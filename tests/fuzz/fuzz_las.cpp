@@ -1,10 +1,10 @@
 // LAS files: everything that an import reads of them before it has a database to write to.
-#include "cli/las/source.h"
+#include "exchange/las/source.h"
 #include "tests/fuzz/folder.h"
 #include "tests/fuzz/readsource.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string file = tarvo::fuzz::folder().write("a.las", data, size);
-    tarvo::fuzz::readSource([&] { return std::make_unique<tarvo::cli::las::LasSource>(file); });
+    tarvo::fuzz::readSource([&] { return std::make_unique<tarvo::exchange::las::LasSource>(file); });
     return 0;
 }

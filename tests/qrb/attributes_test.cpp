@@ -2,7 +2,7 @@
 // every attribute of the catalogue holds what its definition promises.
 #include "tests/qrb/library.h"
 
-#include "qrb/defaults/catalogue.h"
+#include "catalogue/catalogue.h"
 
 #include <algorithm>
 #include <cmath>
@@ -39,7 +39,7 @@ protected:
 };
 
 TEST_F(Attributes, EveryDefaultAttributeHoldsItsExtremes) {
-    const auto all = qrb::defaults::attributes();
+    const auto all = catalogue::attributes();
     constexpr std::size_t perFile = 50;
     const qrb::Context context("OFF", "");
     for (std::size_t begin = 0; begin < all.size(); begin += perFile) {

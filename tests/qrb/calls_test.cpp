@@ -2,7 +2,7 @@
 // order of refusals, the log.
 #include "tests/qrb/library.h"
 
-#include "qrb/defaults/catalogue.h"
+#include "catalogue/catalogue.h"
 
 #include <cmath>
 #include <fstream>
@@ -246,7 +246,7 @@ TEST_F(Calls, AboutAttributesTellThoseOfTheirName) {
     for (const char* const name : {"xyz", "tarvo.id"})
         EXPECT_EQ(attributes.getMerged({&other.pointAttributes()}, name).toJson(),
                   attributes.get(name).toJson());
-    for (const qrb::defaults::AttributeEntry& entry : qrb::defaults::attributes()) {
+    for (const catalogue::AttributeEntry& entry : catalogue::attributes()) {
         SCOPED_TRACE(entry.name);
         const PointAttribute given = attributes.getDefault(entry.name);
         EXPECT_EQ(given.name + given.title + given.tags + given.description + given.unitSymbol +

@@ -1,4 +1,4 @@
-#include "qrb/defaults/catalogue.h"
+#include "catalogue/catalogue.h"
 
 #include <gtest/gtest.h>
 
@@ -12,38 +12,38 @@
 
 namespace {
 
-namespace defaults = tarvo::qrb::defaults;
+namespace catalogue = tarvo::catalogue;
 
-bool hasTag(const defaults::AttributeEntry& a, const std::string& tag) {
+bool hasTag(const catalogue::AttributeEntry& a, const std::string& tag) {
     return std::regex_search(a.tags, std::regex("(^|[ ,])" + tag + "([ ,]|$)"));
 }
 
 // As the library understands the settings "default".
-bool isAveraged(const defaults::AttributeEntry& a) {
+bool isAveraged(const catalogue::AttributeEntry& a) {
     return a.lodSettings == "average" ||
            (a.lodSettings == "default" && a.name != "tarvo.id" && a.namedValues.empty() &&
             !hasTag(a, "enumeration") && !hasTag(a, "boolean"));
 }
 
 TEST(Catalogue, TablesAreWhole) {
-    EXPECT_EQ(defaults::attributes().size(), 247u);
-    EXPECT_EQ(defaults::metaData().size(), 52u);
-    EXPECT_EQ(defaults::schemas().size(), 39u);
-    EXPECT_EQ(defaults::groups().size(), 5u);
-    EXPECT_EQ(defaults::attributesStamp().version, "1.4.6");
-    EXPECT_EQ(defaults::metaDataStamp().date, "2024-12-11");
-    EXPECT_EQ(defaults::schemasStamp().version, "f274d50d");
-    EXPECT_EQ(defaults::groupsStamp().version, "1.1.54");
-    EXPECT_EQ(defaults::groupsStamp().date, "2023-01-19");
-    EXPECT_EQ(defaults::attributes().front().name, "tarvo.xyz");
+    EXPECT_EQ(catalogue::attributes().size(), 247u);
+    EXPECT_EQ(catalogue::metaData().size(), 52u);
+    EXPECT_EQ(catalogue::schemas().size(), 39u);
+    EXPECT_EQ(catalogue::groups().size(), 5u);
+    EXPECT_EQ(catalogue::attributesStamp().version, "1.4.6");
+    EXPECT_EQ(catalogue::metaDataStamp().date, "2024-12-11");
+    EXPECT_EQ(catalogue::schemasStamp().version, "f274d50d");
+    EXPECT_EQ(catalogue::groupsStamp().version, "1.1.54");
+    EXPECT_EQ(catalogue::groupsStamp().date, "2023-01-19");
+    EXPECT_EQ(catalogue::attributes().front().name, "tarvo.xyz");
 }
 
 TEST(Catalogue, AttributesCanBeStored) {
     std::set<std::string> names;
-    for (const defaults::AttributeEntry& a : defaults::attributes()) {
+    for (const catalogue::AttributeEntry& a : catalogue::attributes()) {
         SCOPED_TRACE(a.name);
         EXPECT_TRUE(names.insert(a.name).second);
-        EXPECT_EQ(defaults::findAttribute(a.name), &a);
+        EXPECT_EQ(catalogue::findAttribute(a.name), &a);
         EXPECT_FALSE(a.title.empty());
         EXPECT_GE(a.length, 1u);
         EXPECT_GE(a.resolution, 0.0);
@@ -53,8 +53,8 @@ TEST(Catalogue, AttributesCanBeStored) {
         }
         EXPECT_TRUE((a.minimumValue <= a.defaultValue && a.defaultValue <= a.maximumValue) ||
                     a.defaultValue == a.invalidValue);
-        EXPECT_NE(std::find(defaults::groups().begin(), defaults::groups().end(), a.group),
-                  defaults::groups().end());
+        EXPECT_NE(std::find(catalogue::groups().begin(), catalogue::groups().end(), a.group),
+                  catalogue::groups().end());
         EXPECT_TRUE(a.storageClass >= 1 && a.storageClass <= 3);
         EXPECT_LE(a.compressionOptions, 3);
     }
@@ -65,7 +65,7 @@ TEST(Catalogue, LevelsOfDetailAverageOnlyWhatHasAMean) {
     const std::regex keysAndCodes(
         ".*[._](id|index|first|count|references|date|timestamp(_.*)?|type|class|zone|channel|facet|"
         "segment|solution_gnss|satellites_.*)");
-    for (const defaults::AttributeEntry& a : defaults::attributes()) {
+    for (const catalogue::AttributeEntry& a : catalogue::attributes()) {
         SCOPED_TRACE(a.name);
         const bool goesRound = a.unitSymbol == "deg" && a.maximumValue - a.minimumValue >= 360;
         const bool isUnitVector = a.description.starts_with("Unit ");
@@ -78,7 +78,7 @@ TEST(Catalogue, LevelsOfDetailAverageOnlyWhatHasAMean) {
             EXPECT_EQ(a.lodSettings, "first");
         }
     }
-    EXPECT_EQ(defaults::findAttribute("tarvo.xyz")->lodSettings, "default");
+    EXPECT_EQ(catalogue::findAttribute("tarvo.xyz")->lodSettings, "default");
 }
 
 // A new attribute must not tell of measurements that nobody made.
@@ -86,7 +86,7 @@ TEST(Catalogue, WhatIsNotKnownIsTheDefault) {
     const std::regex unknown(
         "(-?[0-9]+) if (not known|it has none|there is none|none|the .* none)");
     int found = 0;
-    for (const defaults::AttributeEntry& a : defaults::attributes()) {
+    for (const catalogue::AttributeEntry& a : catalogue::attributes()) {
         SCOPED_TRACE(a.name);
         std::smatch match;
         if (std::regex_search(a.description, match, unknown)) {
@@ -110,16 +110,16 @@ TEST(Catalogue, WhatIsNotKnownIsTheDefault) {
 }
 
 TEST(Catalogue, MetaDataAndSchemasAreJsonAndNameWhatExists) {
-    for (const defaults::MetaDataEntry& item : defaults::metaData()) {
+    for (const catalogue::MetaDataEntry& item : catalogue::metaData()) {
         SCOPED_TRACE(item.name);
         rapidjson::Document document;
         EXPECT_FALSE(document.Parse(item.schema.c_str()).HasParseError());
         EXPECT_TRUE(document.IsObject());
         EXPECT_FALSE(document.Parse(item.example.c_str()).HasParseError());
-        EXPECT_EQ(defaults::findMetaData(item.name), &item);
+        EXPECT_EQ(catalogue::findMetaData(item.name), &item);
     }
     std::set<std::string> named;
-    for (const defaults::SchemaEntry& schema : defaults::schemas()) {
+    for (const catalogue::SchemaEntry& schema : catalogue::schemas()) {
         SCOPED_TRACE(schema.identifier);
         rapidjson::Document document;
         ASSERT_FALSE(document.Parse(schema.json.c_str()).HasParseError());
@@ -130,7 +130,7 @@ TEST(Catalogue, MetaDataAndSchemasAreJsonAndNameWhatExists) {
                 primaries += name.back() == '*' ? 1 : 0;
                 name.pop_back();
             }
-            EXPECT_NE(defaults::findAttribute(name), nullptr) << name;
+            EXPECT_NE(catalogue::findAttribute(name), nullptr) << name;
             named.insert(name);
         }
         EXPECT_EQ(primaries, 1);
@@ -139,27 +139,27 @@ TEST(Catalogue, MetaDataAndSchemasAreJsonAndNameWhatExists) {
             if (name.back() == '?') {
                 name.pop_back();
             }
-            EXPECT_NE(defaults::findMetaData(name), nullptr) << name;
+            EXPECT_NE(catalogue::findMetaData(name), nullptr) << name;
             named.insert(name);
         }
     }
     // Strict validation would find fault with what no file type has a place for.
-    for (const defaults::AttributeEntry& a : defaults::attributes()) {
+    for (const catalogue::AttributeEntry& a : catalogue::attributes()) {
         EXPECT_TRUE(named.contains(a.name)) << a.name;
     }
-    for (const defaults::MetaDataEntry& item : defaults::metaData()) {
+    for (const catalogue::MetaDataEntry& item : catalogue::metaData()) {
         EXPECT_TRUE(named.contains(item.name)) << item.name;
     }
 }
 
 TEST(Catalogue, NamesAreComparedExactly) {
-    EXPECT_NE(defaults::findAttribute("tarvo.xyz"), nullptr);
-    EXPECT_EQ(defaults::findAttribute("tarvo.XYZ"), nullptr);
-    EXPECT_EQ(defaults::findAttribute("tarvo.xy"), nullptr);
-    EXPECT_EQ(defaults::findMetaData("Tarvo.geo_tag"), nullptr);
-    EXPECT_EQ(defaults::findSchema("QRBX"), nullptr);
-    ASSERT_NE(defaults::findSchema("vtx"), nullptr);
-    EXPECT_EQ(defaults::findSchema("vtx")->json,
+    EXPECT_NE(catalogue::findAttribute("tarvo.xyz"), nullptr);
+    EXPECT_EQ(catalogue::findAttribute("tarvo.XYZ"), nullptr);
+    EXPECT_EQ(catalogue::findAttribute("tarvo.xy"), nullptr);
+    EXPECT_EQ(catalogue::findMetaData("Tarvo.geo_tag"), nullptr);
+    EXPECT_EQ(catalogue::findSchema("QRBX"), nullptr);
+    ASSERT_NE(catalogue::findSchema("vtx"), nullptr);
+    EXPECT_EQ(catalogue::findSchema("vtx")->json,
               "{\"identifier\":\"vtx\",\"extension\":\"vtx\",\"attributes\":[\"tarvo.id*\","
               "\"tarvo.xyz\",\"tarvo.xyz_accuracies?\"],\"metadata\":[\"tarvo.geo_tag\"]}");
 }

@@ -1,7 +1,7 @@
 // Files against file schemas and metadata items against JSON schemas, on the library itself.
 #include "tests/qrb/library.h"
 
-#include "qrb/defaults/catalogue.h"
+#include "catalogue/catalogue.h"
 
 #include <algorithm>
 #include <cmath>
@@ -38,7 +38,7 @@ protected:
 
 TEST_F(Validate, EveryFileSchemaMakesFilesThatAgreeWithIt) {
     const qrb::Context context("OFF", "");
-    for (const auto& entry : qrb::defaults::schemas()) {
+    for (const auto& entry : catalogue::schemas()) {
         std::size_t mandatory = 0;
         for (const bool optionals : {false, true}) {
             SCOPED_TRACE(entry.identifier + (optionals ? " with optionals" : ""));
@@ -54,7 +54,7 @@ TEST_F(Validate, EveryFileSchemaMakesFilesThatAgreeWithIt) {
             if (!optionals)
                 mandatory = parts;
             EXPECT_EQ(parts > mandatory, optionals && entry.json.find('?') != std::string::npos);
-            for (const qrb::defaults::MetaDataEntry& item : qrb::defaults::metaData()) {
+            for (const catalogue::MetaDataEntry& item : catalogue::metaData()) {
                 const std::string quoted = "\"" + std::string(item.name);
                 const bool named = entry.json.find(quoted + "\"") != std::string::npos;
                 const bool optional = entry.json.find(quoted + "?\"") != std::string::npos;
@@ -278,7 +278,7 @@ TEST_F(Validate, MetaDataItemsAgainstTheirOwnOrAGivenSchema) {
     qrb::Pointcloud cloud(context);
     cloud.create(file("cloud"), CreateSettings(context));
     MetaData& items = cloud.metaData();
-    const auto* entry = qrb::defaults::findMetaData("tarvo.geo_tag");
+    const auto* entry = catalogue::findMetaData("tarvo.geo_tag");
     TransactionGuard transaction(cloud.transactions(), "Set", "tests");
     items.set("tarvo.geo_tag", entry->example);
     items.set("own", R"({"frame": {"units": 5}, "b": true})");

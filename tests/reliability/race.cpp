@@ -1,8 +1,8 @@
 // Threads that work on databases at the same time, each with a context of its own: no data race is
 // found by the thread sanitizer, and no answer is damage or a fault of the library. A round is a
 // process of its own. In the control its threads share a number without a lock.
-#include "copy/databasecopy.h"
-#include "copy/newdatabase.h"
+#include "core/databasecopy.h"
+#include "core/newdatabase.h"
 #include "qrb/error.h"
 #include "qrb/loader.h"
 #include "qrb/pointcloud.h"
@@ -134,14 +134,14 @@ public:
     }
     void copyAll() {
         const qrb::Pointcloud cloud = open();
-        copy::NewDatabase made(m_context, "copy-" + std::to_string(m_random()) + ".qrbx", false);
+        core::NewDatabase made(m_context, "copy-" + std::to_string(m_random()) + ".qrbx", false);
         CreateSettings settings(m_context);
         settings.primaryAttribute = cloud.pointAttributes().get("xyz");
         settings.chunkSize = 100;
         made.create(settings);
         {
             TransactionGuard transaction(made.cloud().transactions(), "copy", "race");
-            copy::copyDatabase(cloud, made.cloud(), {"", {}, {"xyz", "kind"}, {}}, progress());
+            core::copyDatabase(cloud, made.cloud(), {"", {}, {"xyz", "kind"}, {}}, progress());
             transaction.commit();
         }
         made.publish();

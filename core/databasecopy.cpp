@@ -1,0 +1,93 @@
+#include "core/databasecopy.h"
+
+#include "qrb/error.h"
+
+#include <algorithm>
+#include <list>
+
+namespace tarvo::core {
+
+namespace {
+
+using qrb::pointcloud::DataType;
+using qrb::pointcloud::PointAttribute;
+
+// Values that are read and written at a time, of all attributes together.
+constexpr std::size_t batchValues = 4 << 20;
+constexpr std::size_t largestBatch = 1 << 16;
+
+// Points between two queries: a buffer for each attribute, bound to both.
+class Batch {
+public:
+    Batch(const std::vector<PointAttribute>& attributes, qrb::pointcloud::QuerySelect& from,
+          qrb::pointcloud::QueryInsert& to) {
+        std::size_t values = 0;
+        for (const PointAttribute& attribute : attributes)
+            values += attribute.length;
+        m_size = std::clamp<std::size_t>(batchValues / std::max<std::size_t>(values, 1), 1,
+                                         largestBatch);
+        for (const PointAttribute& attribute : attributes) {
+            // Single precision would lose digits of ranges that are large for their resolution.
+            const DataType derived = attribute.dataType();
+            const DataType type = derived == DataType::SINGLE ? DataType::DOUBLE : derived;
+            const std::size_t stride = dataTypeSize(type) * attribute.length;
+            auto& buffer = m_buffers.emplace_back((m_size * stride + 7) / 8);
+            from.bind(attribute.name, type, buffer.data(), static_cast<std::int32_t>(stride));
+            to.bind(attribute.name, type, buffer.data(), static_cast<std::int32_t>(stride));
+        }
+    }
+    std::uint32_t size() const { return static_cast<std::uint32_t>(m_size); }
+
+private:
+    std::size_t m_size = 0;
+    std::list<std::vector<std::uint64_t>> m_buffers;
+};
+
+// The definitions that the source has of the selected attributes.
+std::vector<PointAttribute> definitions(const qrb::Pointcloud& source, const Selection& selection) {
+    std::vector<PointAttribute> result;
+    for (const std::string& name : selection.attributes)
+        result.push_back(source.pointAttributes().get(name));
+    return result;
+}
+
+void addAttributes(qrb::Pointcloud& target, const std::vector<PointAttribute>& attributes) {
+    auto& present = target.pointAttributes();
+    const std::string primary = present.primaryAttributeName();
+    const auto found = std::find_if(attributes.begin(), attributes.end(),
+                                    [&](const auto& each) { return each.name == primary; });
+    if (found == attributes.end())
+        throw qrb::ErrorImpl(0,
+                             "The primary attribute \"" + primary + "\" is not among the copied.",
+                             "Copy it, too, or choose another primary attribute for the copy.");
+    for (const PointAttribute& attribute : attributes)
+        if (!present.exists(attribute.name))
+            present.add(attribute);
+}
+
+}  // namespace
+
+std::uint64_t copyDatabase(const qrb::Pointcloud& source, qrb::Pointcloud& target,
+                           const Selection& selection, const qrb::pointcloud::Progress& progress) {
+    const std::vector<PointAttribute> attributes = definitions(source, selection);
+    addAttributes(target, attributes);
+    for (const std::string& name : selection.metaData)
+        target.metaData().set(name, source.metaData().get(name));
+
+    auto from = selection.nodes ? source.select(*selection.nodes, selection.filter)
+                                : source.select(selection.filter);
+    auto to = target.insert();
+    const Batch batch(attributes, from, to);
+    std::uint64_t copied = 0;
+    while (const std::uint32_t count = from.next(batch.size())) {
+        if (to.next(count) != count)
+            throw qrb::ErrorImpl(0, "The new database took fewer points than it was given.", {});
+        copied += count;
+        if (progress)
+            progress(static_cast<int>(from.progress()));
+    }
+    to.close();
+    return copied;
+}
+
+}  // namespace tarvo::core

@@ -1,0 +1,30 @@
+// Copies what a selection picks from one open database into another.
+#pragma once
+
+#include "qrb/pointcloud.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tarvo::core {
+
+struct Selection {
+    std::string filter;                               // empty: all points
+    std::optional<std::vector<std::uint32_t>> nodes;  // none given: all nodes
+    // Of the source, in the order that they get. The target's primary attribute must be among them;
+    // with "tarvo.id" points keep their ids.
+    std::vector<std::string> attributes;
+    std::vector<std::string> metaData;  // without their signatures
+};
+
+// Adds the attributes that the target lacks, the metadata items and the points to the target's
+// pending transaction. Values are written as the target's definitions hold them. Returns the number
+// of points. progress gets per cent; what it throws ends the copy, as qrb::Error of either database
+// does; rolling back is the caller's. Both databases must not be used elsewhere meanwhile.
+std::uint64_t copyDatabase(const qrb::Pointcloud& source, qrb::Pointcloud& target,
+                           const Selection& selection,
+                           const qrb::pointcloud::Progress& progress = {});
+
+}  // namespace tarvo::core

@@ -1,0 +1,210 @@
+#include "exchange/csv/source.h"
+
+#include "core/error.h"
+#include "exchange/table/names.h"
+#include "catalogue/catalogue.h"
+
+#include <algorithm>
+#include <bit>
+#include <charconv>
+#include <limits>
+#include <map>
+#include <set>
+
+namespace tarvo::exchange::csv {
+
+namespace {
+
+// Of all columns together.
+constexpr std::size_t valuesAtOnce = 8u << 20;
+
+constexpr std::uint32_t maximumLength = 4096;  // elements of an attribute
+
+template <typename T>
+bool parseNumber(std::string_view text, T& value) {
+    // A number has one sign at most.
+    if (text.starts_with('+') && !text.starts_with("+-")) {
+        text.remove_prefix(1);
+    }
+    const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+    return result.ec == std::errc() && result.ptr == text.data() + text.size();
+}
+
+// Takes "NAME[I]" apart.
+bool splitElement(std::string& name, std::uint32_t& element) {
+    const std::size_t open = name.find('[');
+    if (open == std::string::npos || name.back() != ']') {
+        return false;
+    }
+    const std::string_view digits = std::string_view(name).substr(open + 1, name.size() - open - 2);
+    if (!parseNumber(digits, element)) {
+        return false;
+    }
+    name.resize(open);
+    return true;
+}
+
+// Whether a name is one that an export of a database wrote.
+bool isAttributeName(std::string_view name) {
+    return name.find('.') != std::string_view::npos &&
+           std::all_of(name.begin(), name.end(), [](char c) {
+               return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_' || c == '.';
+           });
+}
+
+Column columnOf(const std::string& title) {
+    Column column;
+    column.attribute = title;
+    if (title.size() == 1 && std::string_view("xyzXYZ").find(title[0]) != std::string_view::npos) {
+        column.attribute = "tarvo.xyz";
+        column.element = static_cast<std::uint32_t>((title[0] | 0x20) - 'x');
+        return column;
+    }
+    splitElement(column.attribute, column.element);
+    if (!isAttributeName(column.attribute)) {
+        column.attribute = "csv." + safeName(column.attribute);
+        column.title = validUtf8(title);
+    }
+    return column;
+}
+
+}  // namespace
+
+CsvSource::CsvSource(const std::string& fileName) : m_fileName(fileName), m_lines(fileName) {
+    readHeader();
+    findTypes();
+    // A header line may name any number of columns.
+    m_largestBatch = static_cast<std::uint32_t>(
+        std::clamp<std::size_t>(valuesAtOnce / m_columns.size(), 1, batchSize));
+    m_values.resize(m_columns.size());
+    for (auto& values : m_values) {
+        values.resize(m_largestBatch);
+    }
+    rewind();
+}
+
+void CsvSource::readHeader() {
+    std::string_view line;
+    if (!m_lines.next(line)) {
+        throw core::Failure("The file \"" + m_fileName + "\" is empty.",
+                      "A header line that names the columns is needed, for example \"x,y,z\".");
+    }
+    m_separator = detectSeparator(line);
+    if (!splitLine(line, m_separator, m_fields, m_storage)) {
+        throw core::Failure("A quote in the header line of \"" + m_fileName + "\" is not closed.");
+    }
+    std::map<std::string, std::uint32_t> lengths;
+    std::set<std::string> taken;
+    for (const std::string_view name : m_fields) {
+        m_names.emplace_back(name);
+        Column column = columnOf(m_names.back());
+        if (column.element >= maximumLength) {
+            throw core::Failure("The column \"" + m_names.back() + "\" of \"" + m_fileName +
+                          "\" has an element number above " + std::to_string(maximumLength - 1) +
+                          ".");
+        }
+        if (!taken.insert(column.attribute + "[" + std::to_string(column.element)).second) {
+            throw core::Failure("The column \"" + m_names.back() + "\" stands twice in \"" + m_fileName +
+                          "\".");
+        }
+        std::uint32_t& length = lengths[column.attribute];
+        const auto* const known = catalogue::findAttribute(column.attribute);
+        length = std::max({length, column.element + 1, known ? known->length : 1});
+        m_columns.push_back(std::move(column));
+    }
+    for (Column& column : m_columns) {
+        column.length = lengths[column.attribute];
+    }
+}
+
+void CsvSource::findTypes() {
+    struct Kind {
+        bool isSigned = true;
+        bool isUnsigned = true;
+    };
+    std::vector<Kind> kinds(m_columns.size());
+    bool any = false;
+    while (nextRow()) {
+        any = true;
+        for (std::size_t i = 0; i < kinds.size(); ++i) {
+            std::int64_t whole = 0;
+            std::uint64_t wholeUnsigned = 0;
+            kinds[i].isSigned = kinds[i].isSigned && parseNumber(m_fields[i], whole);
+            kinds[i].isUnsigned = kinds[i].isUnsigned && parseNumber(m_fields[i], wholeUnsigned);
+        }
+    }
+    for (std::size_t i = 0; i < kinds.size(); ++i) {
+        m_columns[i].type = any && kinds[i].isSigned     ? DataType::INT64
+                            : any && kinds[i].isUnsigned ? DataType::UINT64
+                                                         : DataType::DOUBLE;
+    }
+}
+
+bool CsvSource::nextRow() {
+    std::string_view line;
+    if (!m_lines.next(line)) {
+        return false;
+    }
+    const std::string where =
+        "Line " + std::to_string(m_lines.lineNumber()) + " of \"" + m_fileName + "\" ";
+    if (!splitLine(line, m_separator, m_fields, m_storage)) {
+        throw core::Failure(where + "has a quote that is not closed.");
+    }
+    if (m_fields.size() != m_names.size()) {
+        throw core::Failure(where + "has " + std::to_string(m_fields.size()) +
+                      " fields, but the header line names " + std::to_string(m_names.size()) + ".");
+    }
+    return true;
+}
+
+void CsvSource::rewind() {
+    std::string_view header;
+    m_lines.rewind();
+    m_lines.next(header);
+}
+
+double CsvSource::progress() const {
+    return m_lines.size() == 0
+               ? 1.0
+               : static_cast<double>(m_lines.position()) / static_cast<double>(m_lines.size());
+}
+
+std::uint32_t CsvSource::next() {
+    std::uint32_t count = 0;
+    while (count < m_largestBatch && nextRow()) {
+        for (std::size_t i = 0; i < m_columns.size(); ++i) {
+            parse(i, count);
+        }
+        ++count;
+    }
+    return count;
+}
+
+void CsvSource::parse(std::size_t column, std::uint32_t row) {
+    const std::string_view text = m_fields[column];
+    std::uint64_t& slot = m_values[column][row];
+    bool good = false;
+    if (m_columns[column].type == DataType::INT64) {
+        std::int64_t value = 0;
+        good = parseNumber(text, value);
+        slot = static_cast<std::uint64_t>(value);
+    } else if (m_columns[column].type == DataType::UINT64) {
+        good = parseNumber(text, slot);
+    } else {
+        double value = std::numeric_limits<double>::quiet_NaN();
+        good = text.empty() || parseNumber(text, value);
+        slot = std::bit_cast<std::uint64_t>(value);
+    }
+    if (!good) {
+        failCell(column, std::string(text));
+    }
+}
+
+void CsvSource::failCell(std::size_t column, const std::string& text) const {
+    throw core::Failure("Line " + std::to_string(m_lines.lineNumber()) + " of \"" + m_fileName +
+                      "\": \"" + text + "\" in the column \"" + m_names[column] +
+                      "\" is not a number.",
+                  "Numbers are written with a point before the decimals, for example 12.5.");
+}
+
+}  // namespace tarvo::exchange::csv

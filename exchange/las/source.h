@@ -1,0 +1,36 @@
+// The points of a LAS file as columns.
+#pragma once
+
+#include "exchange/las/dimensions.h"
+#include "exchange/table/pointsource.h"
+
+namespace tarvo::exchange::las {
+
+class LasSource : public PointSource {
+public:
+    // Reads and checks the header and the variable length records. Throws Failure.
+    explicit LasSource(const std::string& fileName);
+
+    const Header& header() const { return m_header; }
+
+    const std::string& fileName() const override { return m_file.fileName(); }
+    const std::vector<Column>& columns() const override { return m_columns; }
+    double progress() const override;
+    void rewind() override { m_position = 0; }
+    std::uint32_t next() override;
+    const void* values(std::size_t column) const override { return m_values[column].data(); }
+    std::vector<Affine> coordinateAxes() const override;
+    std::vector<std::pair<std::string, std::string>> metaData() const override;
+
+private:
+    FileReader m_file;
+    Header m_header;
+    std::vector<Record> m_records;
+    std::vector<Dimension> m_dimensions;
+    std::vector<Column> m_columns;
+    std::uint64_t m_position = 0;  // points read
+    std::vector<std::uint8_t> m_buffer;
+    std::vector<std::vector<std::uint8_t>> m_values;  // per column
+};
+
+}  // namespace tarvo::exchange::las

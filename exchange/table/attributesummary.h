@@ -1,0 +1,41 @@
+// What several files say about their attributes, and the definitions that hold all of it.
+#pragma once
+
+#include "exchange/table/fit.h"
+#include "exchange/table/pointsource.h"
+#include "exchange/table/summary.h"
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tarvo::exchange {
+
+struct AttributeSummary {
+    Column column;  // the first one, with the length of the longest
+    ColumnSummary summary;
+    std::size_t sourceCount = 0;  // files that have it
+};
+
+class AttributeSummaries {
+public:
+    // Takes what was found in the columns of one file; nothing: the column is passed over.
+    void add(const PointSource& source, const std::vector<std::optional<ColumnSummary>>& columns);
+
+    // The names as they appear in the files.
+    const std::vector<std::string>& order() const { return m_order; }
+    const AttributeSummary& of(const std::string& name) const { return m_summaries.at(name); }
+
+    // A definition for the attribute. The files are those that were added. Throws Failure.
+    PointAttribute fit(const std::string& name,
+                       const std::vector<std::unique_ptr<PointSource>>& sources,
+                       DefaultFor use) const;
+
+private:
+    std::vector<std::string> m_order;
+    std::map<std::string, AttributeSummary> m_summaries;
+};
+
+}  // namespace tarvo::exchange

@@ -1,0 +1,31 @@
+// Definitions that hold every value of the columns of an attribute without rounding or clipping,
+// with room for the values of files that are added later.
+#pragma once
+
+#include "exchange/table/pointsource.h"
+#include "exchange/table/summary.h"
+#include "qrb/pointattribute.h"
+
+#include <cstdint>
+#include <span>
+
+namespace tarvo::exchange {
+
+using qrb::pointcloud::PointAttribute;
+
+// Who reads the default value of a definition: nobody, or the points that were there before the
+// attribute. Those get the usual default value, as an invalid one where the range leaves it out.
+enum class DefaultFor : std::uint8_t { Nobody, PointsThatAreThere };
+
+// The definition of the catalogue where it can hold what the summary tells; else the same with
+// another range and resolution; for attributes that the catalogue doesn't know, one of its own.
+// Throws Failure for infinite values, which no definition can hold.
+PointAttribute fitAttribute(const Column& column, const ColumnSummary& summary,
+                            DefaultFor use = DefaultFor::Nobody);
+
+// The same for coordinates that are stored as whole numbers of a scale: the grid of the axes.
+// Throws Failure if there is no such grid.
+PointAttribute fitCoordinates(const Column& column, const ColumnSummary& summary,
+                              std::span<const Affine> axes, DefaultFor use = DefaultFor::Nobody);
+
+}  // namespace tarvo::exchange

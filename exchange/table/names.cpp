@@ -1,0 +1,27 @@
+#include "exchange/table/names.h"
+
+namespace tarvo::exchange {
+
+std::string safeName(std::string_view text) {
+    std::string name;
+    for (const char c : text) {
+        if ((c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_') {
+            name += c;
+        } else if (c >= 'A' && c <= 'Z') {
+            name += static_cast<char>(c - 'A' + 'a');
+        } else {
+            name += '_';
+        }
+    }
+    return name.empty() ? "_" : name;
+}
+
+std::string uniqueName(const std::string& name, std::set<std::string>& taken) {
+    std::string candidate = name;
+    for (int i = 2; !taken.insert(candidate).second; ++i) {
+        candidate = name + "_" + std::to_string(i);
+    }
+    return candidate;
+}
+
+}  // namespace tarvo::exchange

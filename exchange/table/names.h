@@ -1,0 +1,21 @@
+// Names and texts that come from files, made fit for a database.
+#pragma once
+
+#include "core/utf8.h"
+
+#include <set>
+#include <string>
+#include <string_view>
+
+namespace tarvo::exchange {
+
+// Letters, digits and underscores only; lower case; never empty.
+std::string safeName(std::string_view text);
+
+// The name, or the name with "_2", "_3", ... where it is taken; taken afterwards.
+std::string uniqueName(const std::string& name, std::set<std::string>& taken);
+
+using core::isUtf8;
+using core::validUtf8;
+
+}  // namespace tarvo::exchange

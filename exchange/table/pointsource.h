@@ -1,0 +1,64 @@
+// What the import reads points from: a file of columns, decoded a batch at a time.
+#pragma once
+
+#include "exchange/table/decimal.h"
+#include "qrb/pointattribute.h"
+
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace tarvo::exchange {
+
+using qrb::pointcloud::DataType;
+
+// One element of one attribute in the type in which the file holds it.
+struct Column {
+    std::string attribute;      // for example "tarvo.xyz"
+    std::uint32_t element = 0;  // 0 to length - 1
+    std::uint32_t length = 1;   // elements of the attribute
+    DataType type = DataType::DOUBLE;
+    // For attributes that the catalogue doesn't know.
+    std::string title;
+    std::string description;
+    bool hasInvalid = false;  // invalidValue says "no value"
+    double invalidValue = 0;
+    // The smallest and largest number that the file's format can hold; not told: an empty range.
+    double lowest = 0;
+    double highest = -1;
+
+    // "NAME", or "NAME[I]" of an attribute with several elements.
+    std::string descriptor() const {
+        return length == 1 ? attribute : attribute + "[" + std::to_string(element) + "]";
+    }
+};
+
+// Points of one batch.
+inline constexpr std::uint32_t batchSize = 65536;
+
+class PointSource {
+public:
+    virtual ~PointSource() = default;
+
+    virtual const std::string& fileName() const = 0;
+    virtual const std::vector<Column>& columns() const = 0;
+    // Points read so far per point of the file, 0 to 1.
+    virtual double progress() const = 0;
+
+    // Back to the first point.
+    virtual void rewind() = 0;
+    // The most points of a batch: batchSize, or fewer of very many columns.
+    virtual std::uint32_t largestBatch() const { return batchSize; }
+    // Reads the next batch into the columns' buffers; the number of points, 0 at the end.
+    virtual std::uint32_t next() = 0;
+    // The buffer of a column: packed values of its type. The address doesn't change.
+    virtual const void* values(std::size_t column) const = 0;
+
+    // How the coordinates are stored (one per element); empty: as plain numbers.
+    virtual std::vector<Affine> coordinateAxes() const { return {}; }
+    // Metadata items that tell about the file: name and JSON text.
+    virtual std::vector<std::pair<std::string, std::string>> metaData() const { return {}; }
+};
+
+}  // namespace tarvo::exchange

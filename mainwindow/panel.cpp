@@ -1,7 +1,0 @@
-#include "mainwindow/panel.h"
-
-#include "common/guard.h"
-
-bool Panel::guarded(const std::function<void()>& action) {
-    return tarvo::common::guarded(this, action);
-}

@@ -1,0 +1,321 @@
+// The pieces that all tabs and dialogs share: boxes with a message or a question, the list of what
+// is checked, the colours of the changelog, and what the window takes from outside.
+
+#include "window/common/appearance.h"
+#include "window/widgets/checklist.h"
+#include "window/common/guard.h"
+#include "window/common/messageboxes.h"
+#include "window/common/programsettings.h"
+#include "window/common/progress.h"
+#include "window/common/textfiles.h"
+#include "window/dialogs/workingdialog.h"
+#include "files/error.h"
+#include "qrb/loader.h"
+#include "tests/window/guitestmain.h"
+#include "tests/window/samplewindow.h"
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QDragEnterEvent>
+#include <QFileInfo>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QProgressDialog>
+#include <QPushButton>
+#include <QTextBlock>
+#include <QTextLayout>
+#include <QUrl>
+#include <QtTest>
+#include <memory>
+#include <stdexcept>
+
+namespace common = tarvo::common;
+
+class BoxesTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cleanupTestCase() { tarvo::qrb::freeLibrary(); }
+
+    void questionsBeginWithTheAnswerThatLosesNothing();
+    void messagesHaveTheirKindAndStayText();
+    void errorsTellFileAndReason();
+    void waitingEndsWithTheWork();
+    void workThatWasCancelledCanBeDoneAgain();
+    void progressStaysUpToTheEnd();
+    void checkListChecksWhatItShows();
+    void changelogIsColoured();
+    void textSizeHasLimits();
+    void onlyFilesThatCanBeShownAreTaken();
+    void folderIsShownWhereNoFileManagerListens();
+
+public slots:
+    void openOutside(const QUrl& url) { m_openedOutside += url; }
+
+private:
+    std::unique_ptr<SampleDatabase> m_sample;
+    QList<QUrl> m_openedOutside;
+};
+
+void BoxesTest::initTestCase() {
+    tarvo::qrb::loadLibrary("");
+    m_sample = std::make_unique<SampleDatabase>();
+    QVERIFY2(m_sample->error().isEmpty(), qUtf8Printable(m_sample->error()));
+}
+
+void BoxesTest::questionsBeginWithTheAnswerThatLosesNothing() {
+    for (const auto key : {Qt::Key_Return, Qt::Key_Escape})
+        for (const bool loss : {false, true}) {
+            QString text;
+            Qt::TextFormat format = Qt::AutoText;
+            ModalScript script({[&](QDialog* dialog) {
+                auto* box = qobject_cast<QMessageBox*>(dialog);
+                text = box->text();
+                format = box->textFormat();
+                QTest::keyClick(box->defaultButton(), key);
+            }});
+            const bool yes = loss ? common::lossConfirmed(nullptr, "<b>Lose</b>?")
+                                  : common::confirmed(nullptr, "<b>Go on</b>?");
+            QCOMPARE(yes, !loss && key == Qt::Key_Return);
+            QCOMPARE(text, loss ? "<b>Lose</b>?" : "<b>Go on</b>?");
+            QCOMPARE(format, Qt::PlainText);
+        }
+}
+
+void BoxesTest::messagesHaveTheirKindAndStayText() {
+    const QString many = QString("line\n").repeated(40);
+    const struct {
+        std::function<void()> show;
+        QMessageBox::Icon icon;
+        QString title;
+        QString text;
+        QString details;
+        QString buttons;
+    } boxes[] = {
+        {[] { common::showInformation(nullptr, "<i>done"); }, QMessageBox::Information, "",
+         "<i>done", "", "OK"},
+        {[] { common::showWarning(nullptr, "<i>odd"); }, QMessageBox::Warning, "qrbadmin", "<i>odd",
+         "", "OK"},
+        {[] { common::showError(nullptr, "<i>bad", "worse"); }, QMessageBox::Critical, "qrbadmin",
+         "<i>bad\n\nworse", "", "Copy,OK"},
+        {[&] { common::showError(nullptr, "bad", many); }, QMessageBox::Critical, "qrbadmin", "bad",
+         many, "Copy,OK,Show Details..."},
+    };
+    for (const auto& expected : boxes) {
+        ModalScript script({[&](QDialog* dialog) {
+            const auto* box = qobject_cast<QMessageBox*>(dialog);
+            QStringList buttons;
+            for (const auto* button : box->buttons())
+                buttons += button->text().remove('&');
+            buttons.sort();
+            const QStringList shown = {box->windowTitle(), box->text(), box->detailedText(),
+                                       buttons.join(',')};
+            const auto icon = box->icon();
+            const auto format = box->textFormat();
+            QTest::keyClick(dialog, Qt::Key_Escape);
+            QCOMPARE(shown, QStringList({expected.title, expected.text, expected.details,
+                                         expected.buttons}));
+            QCOMPARE(icon, expected.icon);
+            QCOMPARE(format, Qt::PlainText);
+        }});
+        expected.show();
+        QCOMPARE(script.answered(), 1u);
+        QVERIFY(!QApplication::activeModalWidget());
+    }
+}
+
+void BoxesTest::errorsTellFileAndReason() {
+    const auto told = [](const std::function<void()>& action) {
+        try {
+            action();
+        } catch (...) {
+            const auto [text, details] = common::describe(std::current_exception());
+            return text + '|' + details;
+        }
+        return QString();
+    };
+    QCOMPARE(told([] { throw tarvo::files::FileError("No room.", "Free some."); }),
+             "No room.|Free some.");
+    // It can be opened, but not read.
+    const QString unreadable = told([] { common::readFile("/proc/self/mem"); });
+    QVERIFY2(unreadable.contains("/proc/self/mem"), qUtf8Printable(unreadable));
+    const QString refused = told([] { common::openOutput("/proc/own.json", "No export."); });
+    QVERIFY2(
+        QRegularExpression(R"(\ANo export\.\|.*/proc/own\.json.*\n.+\z)").match(refused).hasMatch(),
+        qUtf8Printable(refused));
+}
+
+void BoxesTest::waitingEndsWithTheWork() {
+    ModalScript script({ModalScript::press("OK")});
+    QVERIFY(!common::guarded(nullptr, [] {
+        const common::WaitCursor outer;
+        QCOMPARE(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+        throw std::runtime_error("It failed.");
+    }));
+    QCOMPARE(script.texts(), QStringList("It failed."));
+    QVERIFY(!QApplication::overrideCursor());
+    QVERIFY(common::guarded(nullptr, [] {}));
+}
+
+void BoxesTest::workThatWasCancelledCanBeDoneAgain() {
+    struct Worker : WorkingDialog {
+        Worker() : WorkingDialog(nullptr) { useProgressBar(&bar); }
+        using WorkingDialog::work;
+        QProgressBar bar;
+    } worker;
+    for (const bool cancels : {true, false, true, false}) {
+        QString failure;
+        int steps = 0;
+        int first = -1;
+        try {
+            worker.work("Stopped.", [&](const tarvo::qrb::pointcloud::Progress& progress) {
+                QMetaObject::invokeMethod(
+                    &worker, [&] { first = worker.bar.value(); }, Qt::BlockingQueuedConnection);
+                if (cancels)
+                    QMetaObject::invokeMethod(
+                        &worker, [&] { worker.reject(); }, Qt::BlockingQueuedConnection);
+                for (; steps < 3; ++steps)
+                    progress(steps);
+            });
+        } catch (const std::runtime_error& error) {
+            failure = error.what();
+        }
+        QCOMPARE(failure, cancels ? "Stopped." : "");
+        QCOMPARE(steps, cancels ? 0 : 3);
+        QCOMPARE(first, 0);             // not where the last run ended
+        QApplication::processEvents();  // takes what is left of its progress
+        QVERIFY(worker.isEnabled() && worker.bar.isHidden());
+    }
+}
+
+// The last step may be the longest.
+void BoxesTest::progressStaysUpToTheEnd() {
+    QWidget window;
+    bool cancelled = false;
+    common::Progress progress(&window, "Working...");
+    QTest::qWait(600);
+    for (int i = 0; i < 3 && !cancelled; ++i) {
+        QTest::qWait(50);
+        try {
+            progress.update(100);
+        } catch (const common::Cancelled&) {
+            cancelled = true;
+            continue;
+        }
+        auto* dialog = window.findChild<QProgressDialog*>();
+        QVERIFY(dialog->isVisible());
+        QCOMPARE(dialog->value(), 100);
+        if (i == 1)
+            ModalScript::pressButton(dialog, "Cancel");
+    }
+    QVERIFY(cancelled);
+}
+
+void BoxesTest::checkListChecksWhatItShows() {
+    CheckList list;
+    list.setEntries("Things", {"one", "two", "Three", "four"});
+    list.show();
+    const auto* count = in<QLabel>(&list, "labelCount");
+    QCOMPARE(count->text(), "4 of 4");
+    in<QLineEdit>(&list, "editSearch")->setText(" THR ");
+    const auto* entries = in<QListWidget>(&list, "listEntries");
+    QStringList shown;
+    for (int i = 0; i < entries->count(); ++i)
+        if (!entries->item(i)->isHidden())
+            shown += entries->item(i)->text();
+    QCOMPARE(shown, QStringList("Three"));
+    QTest::mouseClick(in<QPushButton>(&list, "buttonNone"), Qt::LeftButton);
+    QCOMPARE(list.checked(), QStringList({"one", "two", "four"}));
+    QCOMPARE(count->text(), "3 of 4");
+    in<QLineEdit>(&list, "editSearch")->clear();
+    QTest::mouseClick(in<QPushButton>(&list, "buttonNone"), Qt::LeftButton);
+    QCOMPARE(list.checked(), QStringList());
+    in<QLineEdit>(&list, "editSearch")->setText("o");
+    QTest::mouseClick(in<QPushButton>(&list, "buttonAll"), Qt::LeftButton);
+    QCOMPARE(list.checked(), QStringList({"one", "two", "four"}));
+}
+
+void BoxesTest::changelogIsColoured() {
+    const SampleWindow window{QString()};
+    QFile file(m_sample->path("colours.txt"));
+    QVERIFY(file.open(QIODevice::WriteOnly) &&
+            file.write("[#1] Head\nText\nSignature: 0aFf\nSignature: none\n") > 0);
+    file.close();
+    window.window().openFile(file.fileName());
+    const auto* document = window.child<QPlainTextEdit>("editChangelog")->document();
+    const auto formats = [&](int line) {
+        return document->findBlockByNumber(line).layout()->formats();
+    };
+    QCOMPARE(formats(0).size(), 1);
+    QCOMPARE(formats(0)[0].length, 9);
+    QCOMPARE(formats(0)[0].format.foreground().color(), QColor(Qt::darkBlue));
+    QCOMPARE(formats(0)[0].format.fontWeight(), static_cast<int>(QFont::Bold));
+    QVERIFY(formats(1).isEmpty());
+    QCOMPARE(formats(2).size(), 1);
+    QCOMPARE(formats(2)[0].length, 15);
+    QCOMPARE(formats(2)[0].format.foreground().color(), QColor(Qt::darkRed));
+    QCOMPARE(formats(2)[0].format.fontWeight(), static_cast<int>(QFont::Light));
+    QVERIFY(formats(3).isEmpty());
+    // With another palette, too.
+    common::setTheme(common::Theme::DARK);
+    const QColor dark = formats(0)[0].format.foreground().color();
+    common::setTheme(common::Theme::SYSTEM);
+    QVERIFY(dark.lightness() > QColor(Qt::darkBlue).lightness());
+    QCOMPARE(formats(0)[0].format.foreground().color(), QColor(Qt::darkBlue));
+}
+
+void BoxesTest::textSizeHasLimits() {
+    common::resetTextSize();
+    const int usual = common::textSize();
+    common::setTextSize(1);
+    QCOMPARE(common::textSize(), common::smallestTextSize);
+    common::setTextSize(1000);
+    QCOMPARE(common::textSize(), common::largestTextSize);
+    // What another program wrote.
+    common::ProgramSettings().setValue("TextSize", 1000);
+    QCOMPARE(common::textSize(), common::largestTextSize);
+    common::resetTextSize();
+    QCOMPARE(common::textSize(), usual);
+}
+
+void BoxesTest::onlyFilesThatCanBeShownAreTaken() {
+    const SampleWindow window{QString()};
+    const auto path = [&](const char* name) {
+        QFile file(m_sample->path(name));
+        return file.open(QIODevice::WriteOnly) && file.write("[#1] x\n") > 0 ? file.fileName()
+                                                                             : QString();
+    };
+    const std::pair<QString, bool> files[] = {
+        {m_sample->copy(), true},    {path("a.txt"), true},
+        {path("a.TXT"), true},       {path("a.pdf"), false},
+        {path("false.qrbx"), false}, {m_sample->path("missing.txt"), false}};
+    for (const auto& [name, taken] : files) {
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(name)});
+        QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, {});
+        enter.ignore();
+        QApplication::sendEvent(&window.window(), &enter);
+        QVERIFY2(enter.isAccepted() == taken, qUtf8Printable(name));
+    }
+    QCOMPARE(window.child<QLabel>("labelStatus")->text(), "no database opened");
+}
+
+void BoxesTest::folderIsShownWhereNoFileManagerListens() {
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/no/such/bus");
+    QDesktopServices::setUrlHandler("file", this, "openOutside");
+    const SampleWindow window(m_sample->copy());
+    window.run("actionDatabaseFileLocateFile", {});
+    QTRY_COMPARE(
+        m_openedOutside,
+        QList<QUrl>(1, QUrl::fromLocalFile(QFileInfo(m_sample->path("work.qrbx")).absolutePath())));
+    QDesktopServices::unsetUrlHandler("file");
+}
+
+GUI_TEST_MAIN(BoxesTest)
+#include "boxestest.moc"

@@ -1,0 +1,33 @@
+#include "tests/window/dialogprobe.h"
+
+#include "tests/window/windowdriver.h"
+
+#include <QAction>
+#include <QDialogButtonBox>
+#include <QMenu>
+#include <QPushButton>
+#include <QToolButton>
+
+bool isOkEnabled(QDialog* dialog) {
+    return in<QDialogButtonBox>(dialog, "buttonBox")->button(QDialogButtonBox::Ok)->isEnabled();
+}
+
+QStringList menuOf(QDialog* dialog) {
+    const auto* button = in<QToolButton>(dialog, "buttonMenu");
+    QStringList entries;
+    for (const QAction* action : button->menu()->actions()) {
+        const QString text = action->isSeparator() ? QString("-") : action->text();
+        entries += action->isEnabled() || action->isSeparator() ? text : '[' + text + ']';
+    }
+    return button->styleSheet() == "QToolButton::menu-indicator { image: none; }"
+               ? entries
+               : QStringList("the indicator is shown");
+}
+
+QStringList disabledOf(QDialog* dialog, const QStringList& names) {
+    QStringList disabled;
+    for (const QString& name : names)
+        if (!in<QWidget>(dialog, qUtf8Printable(name))->isEnabled())
+            disabled += name;
+    return disabled;
+}

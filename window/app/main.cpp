@@ -1,0 +1,23 @@
+#include "window/app/qrbadminapplication.h"
+#include "window/app/startup.h"
+#include "window/common/appearance.h"
+
+#include <QAccessible>
+#include <QLocale>
+
+#include <csignal>
+
+int main(int argc, char* argv[]) {
+#ifdef SIGXFSZ
+    std::signal(SIGXFSZ, SIG_IGN);  // a limit of the file size is an error of the write
+#endif
+    QLocale::setDefault(QLocale("en"));
+    QRBAdminApplication application(argc, argv);
+    Q_INIT_RESOURCE(qrbadmin);
+    setApplicationNames();
+    // Updates of tables of thousands of cells would slow the program down.
+    QAccessible::installUpdateHandler([](QAccessibleEvent*) {});
+    tarvo::common::applyTheme();
+    applyStyleSheet();
+    return runWindows();
+}

@@ -1,0 +1,86 @@
+#include "window/app/startup.h"
+
+#include "window/common/guard.h"
+#include "window/common/messageboxes.h"
+#include "window/frame/librarychoice.h"
+#include "window/frame/mainwindow.h"
+#include "qrb/loader.h"
+
+#include <QApplication>
+#include <QFile>
+#include <cstdlib>
+#include <exception>
+
+namespace common = tarvo::common;
+
+namespace {
+
+// Whether a library is loaded at the end. A chosen library that fails can be given up for the
+// default one.
+bool loadChosenLibrary() {
+    while (true) {
+        QString& chosen = libraryChoice().fileName;
+        try {
+            tarvo::qrb::freeLibrary();
+            tarvo::qrb::loadLibrary(chosen.toStdString());
+            return true;
+        } catch (const std::exception& error) {
+            const QString text = QString::fromUtf8(error.what());
+            if (chosen.isEmpty()) {
+                common::showError(nullptr, text);
+                return false;
+            }
+            if (!common::confirmed(nullptr, QString("%1\n\nLibrary: %2\n\n"
+                                                    "Go back to the default library?")
+                                                .arg(text, chosen)))
+                return false;
+            chosen.clear();
+        }
+    }
+}
+
+void closeFurtherWindows(const MainWindow* first) {
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+        if (widget != first && qobject_cast<MainWindow*>(widget))
+            delete widget;
+    }
+}
+
+// Runs one window until all windows are closed.
+int runWindow() {
+    MainWindow window;
+    window.show();
+    libraryChoice().restart = false;
+    QApplication::setQuitOnLastWindowClosed(true);
+    const int result = QApplication::exec();
+    QApplication::setQuitOnLastWindowClosed(false);
+    closeFurtherWindows(&window);
+    return result;
+}
+
+}  // namespace
+
+void setApplicationNames() {
+    QApplication::setApplicationName("qrbadmin");
+    QApplication::setOrganizationName("TARVO LMS");
+    QApplication::setOrganizationDomain("tarvo-lms.example");
+}
+
+void applyStyleSheet() {
+    QFile file(":/resources/stylesheet.qss");
+    if (file.open(QIODevice::ReadOnly))
+        qApp->setStyleSheet(QString::fromUtf8(file.readAll()));
+}
+
+int runWindows() {
+    // A box that closes while no window is shown would otherwise end the loop to come.
+    QApplication::setQuitOnLastWindowClosed(false);
+    int result = EXIT_FAILURE;
+    do {
+        if (!loadChosenLibrary())
+            return EXIT_FAILURE;
+        if (!common::guarded(nullptr, [&] { result = runWindow(); }))
+            return EXIT_FAILURE;
+    } while (libraryChoice().restart);
+    return result;
+}

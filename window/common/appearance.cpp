@@ -1,0 +1,121 @@
+#include "window/common/appearance.h"
+
+#include "window/common/programsettings.h"
+
+#include <QApplication>
+#include <QFontDatabase>
+#include <QPalette>
+#include <QStyle>
+#include <QWidget>
+#include <algorithm>
+#include <iterator>
+
+namespace tarvo::common {
+
+namespace {
+
+const char* const themeKey = "Theme";
+const char* const textSizeKey = "TextSize";
+const char* const textPaneProperty = "textPane";
+// The names under which themes are kept, in the order of the enumeration.
+const char* const themeNames[] = {"system", "light", "dark"};
+
+// A theme as its colours; the others of a palette follow from these.
+struct Colours {
+    QColor window, base, alternate, text, button, highlight, highlightedText, link, disabled,
+        toolTip;
+};
+
+const Colours lightColours{"#f0f0f0", "#ffffff", "#f5f6f8", "#1b1b1b", "#e6e6e6",
+                           "#2f6fb5", "#ffffff", "#0b57a4", "#8a8a8a", "#ffffdc"};
+const Colours darkColours{"#393b40", "#1e1f22", "#27292d", "#e2e4e8", "#4a4d53",
+                          "#3b6ea8", "#ffffff", "#7fb3f0", "#7d8187", "#3c3f44"};
+
+QPalette paletteOf(const Colours& colours) {
+    QPalette palette(colours.button, colours.window);
+    for (const auto role :
+         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText})
+        palette.setColor(role, colours.text);
+    palette.setColor(QPalette::Base, colours.base);
+    palette.setColor(QPalette::AlternateBase, colours.alternate);
+    palette.setColor(QPalette::Highlight, colours.highlight);
+    palette.setColor(QPalette::HighlightedText, colours.highlightedText);
+    palette.setColor(QPalette::Link, colours.link);
+    palette.setColor(QPalette::LinkVisited, colours.link);
+    palette.setColor(QPalette::ToolTipBase, colours.toolTip);
+    palette.setColor(QPalette::PlaceholderText, colours.disabled);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, colours.disabled);
+    palette.setColor(QPalette::Disabled, QPalette::Highlight, colours.disabled);
+    return palette;
+}
+
+QFont systemTextFont() {
+    return QFontDatabase::systemFont(QFontDatabase::FixedFont);
+}
+
+void updateTextPanes() {
+    for (QWidget* widget : QApplication::allWidgets()) {
+        if (widget->property(textPaneProperty).toBool())
+            useTextPaneFont(widget);
+    }
+}
+
+}  // namespace
+
+Theme theme() {
+    const QString kept = ProgramSettings().value(themeKey).toString();
+    const auto* const found = std::find(std::begin(themeNames), std::end(themeNames), kept);
+    return found == std::end(themeNames) ? Theme::SYSTEM
+                                         : static_cast<Theme>(found - std::begin(themeNames));
+}
+
+void setTheme(Theme theme) {
+    ProgramSettings().setValue(themeKey, themeNames[static_cast<int>(theme)]);
+    applyTheme();
+}
+
+void applyTheme() {
+    // Styles of a platform draw in the platform's colours only.
+    static const QString systemStyle = QApplication::style()->name();
+    static QString shownStyle = systemStyle;
+    const Theme wanted = theme();
+    const QString style = wanted == Theme::SYSTEM ? systemStyle : QString("fusion");
+    if (style != shownStyle)
+        QApplication::setStyle(style);
+    shownStyle = style;
+    if (wanted == Theme::SYSTEM)
+        QApplication::setPalette(QPalette());
+    else
+        QApplication::setPalette(paletteOf(wanted == Theme::DARK ? darkColours : lightColours));
+    // Widgets that the style sheet has styled take a new palette only with it.
+    if (!qApp->styleSheet().isEmpty())
+        qApp->setStyleSheet(qApp->styleSheet());
+}
+
+int textSize() {
+    const int kept = ProgramSettings().value(textSizeKey).toInt();
+    if (kept > 0)
+        return std::clamp(kept, smallestTextSize, largestTextSize);
+    return std::max(systemTextFont().pointSize(), smallestTextSize);
+}
+
+void setTextSize(int points) {
+    ProgramSettings().setValue(textSizeKey, std::clamp(points, smallestTextSize, largestTextSize));
+    updateTextPanes();
+}
+
+void resetTextSize() {
+    ProgramSettings().remove(textSizeKey);
+    updateTextPanes();
+}
+
+void useTextPaneFont(QWidget* pane) {
+    pane->setProperty(textPaneProperty, true);
+    QFont font = pane->font();
+    font.setFamilies(systemTextFont().families());
+    font.setPointSize(textSize());
+    pane->setFont(font);
+}
+
+}  // namespace tarvo::common

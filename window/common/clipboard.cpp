@@ -1,0 +1,142 @@
+#include "window/common/clipboard.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QMenu>
+#include <utility>
+
+namespace tarvo::common {
+
+namespace {
+
+const char* const copyMenuTexts[] = {"...as JSON string", "...as C++ string", "...as Pascal string",
+                                     "...as Python string"};
+
+QString quotedJson(const QString& text) {
+    QString result = "\"";
+    for (const QChar c : text) {
+        switch (c.unicode()) {
+            case '"':
+                result += "\\\"";
+                break;
+            case '\\':
+                result += "\\\\";
+                break;
+            case '\b':
+                result += "\\b";
+                break;
+            case '\f':
+                result += "\\f";
+                break;
+            case '\n':
+                result += "\\n";
+                break;
+            case '\r':
+                result += "\\r";
+                break;
+            case '\t':
+                result += "\\t";
+                break;
+            default:
+                if (c.unicode() < 0x20)
+                    result += QString("\\u%1").arg(c.unicode(), 4, 16, QChar('0'));
+                else
+                    result += c;
+        }
+    }
+    return result + "\"";
+}
+
+QString quotedCpp(const QString& text) {
+    QString result = "\"";
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const QChar c = text[i];
+        switch (c.unicode()) {
+            case '"':
+                result += "\\\"";
+                break;
+            case '\\':
+                result += "\\\\";
+                break;
+            case '\n':
+                result += "\\n";
+                break;
+            case '\r':
+                result += "\\r";
+                break;
+            case '\t':
+                result += "\\t";
+                break;
+            default:
+                // Three octal digits: a digit that follows can't become part of the escape.
+                if (c.unicode() < 0x20 || c.unicode() == 0x7f)
+                    result += QString("\\%1").arg(c.unicode(), 3, 8, QChar('0'));
+                else
+                    result += c;
+        }
+    }
+    return result + "\"";
+}
+
+QString quotedPascal(const QString& text) {
+    QString result;
+    bool open = false;
+    for (const QChar c : text) {
+        const bool control = c.unicode() < 0x20 || c.unicode() == 0x7f;
+        if (control == open) {
+            result += '\'';
+            open = !open;
+        }
+        if (control)
+            result += QString("#%1").arg(c.unicode());
+        else if (c == '\'')
+            result += "''";
+        else
+            result += c;
+    }
+    if (open)
+        result += '\'';
+    return result.isEmpty() ? QString("''") : result;
+}
+
+}  // namespace
+
+QString quoted(const QString& text, Quoting quoting) {
+    switch (quoting) {
+        case Quoting::JSON:
+            return quotedJson(text);
+        case Quoting::CPP:
+            return quotedCpp(text);
+        case Quoting::PASCAL:
+            return quotedPascal(text);
+        case Quoting::PYTHON:
+            return "\"\"\"\n" + text + "\n\"\"\"";
+    }
+    return text;
+}
+
+QMenu* createCopyMenu(QWidget* parent, QObject* receiver, const char* slot) {
+    auto* menu = new QMenu("Copy to clipboard...", parent);
+    menu->setIcon(QIcon(":/resources/gui/copy.png"));
+    int variant = 0;
+    for (const char* text : copyMenuTexts) {
+        QAction* action = menu->addAction(text);
+        action->setData(variant++);
+        QObject::connect(action, SIGNAL(triggered()), receiver, slot);
+    }
+    return menu;
+}
+
+void copyToClipboard(const QString& text) {
+    QApplication::clipboard()->setText(text);
+}
+
+void copyToClipboard(const QString& text, const QAction* action) {
+    for (int variant = 0; action && variant < 4; ++variant) {
+        if (action->text() == copyMenuTexts[variant] && action->data() == variant)
+            copyToClipboard(quoted(text, static_cast<Quoting>(variant)));
+    }
+}
+
+}  // namespace tarvo::common

@@ -1,0 +1,32 @@
+#include "window/common/filefilter.h"
+
+#include <QRegularExpression>
+
+namespace tarvo::common {
+
+const QString& databaseFileTypeFilter() {
+    static const QString filter =
+        "Point clouds (*.qrbx *.wdcx *.sdcx);;"
+        "Waveforms (*.sodx *.sidx *.sbx *.sp? *.fwa *.owp);;"
+        "Pixels/Voxels (*.vxls *.rmvx *.mvx *.mpx);;"
+        "Plane Patches (*.ptch *.mtch);;"
+        "Observation Objects (*.obsx *.opefx *.opp *.opx);;"
+        "Control Objects (*.cpx *.pefx *.vtx);;"
+        "Event Data (*.eifx *.epfx);;"
+        "Housekeeping (*.hkx *.s10x *.ppx);;"
+        "Trajectories (*.llhx *.pofx *.poqx);;"
+        "Others (*.wex);;"
+        "Generic (*.\?\?x *.\?\?\?x)";
+    return filter;
+}
+
+QString databaseFileDialogFilter() {
+    static const QRegularExpression pattern(R"(\*\.[\w\?\*]+)");
+    QString all = "All supported types (";
+    auto match = pattern.globalMatch(databaseFileTypeFilter());
+    while (match.hasNext())
+        all += match.next().captured() + ' ';
+    return all.trimmed() + ");;" + databaseFileTypeFilter() + ";;All files (*.*)";
+}
+
+}  // namespace tarvo::common

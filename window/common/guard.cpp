@@ -1,0 +1,58 @@
+#include "window/common/guard.h"
+
+#include "window/common/messageboxes.h"
+#include "window/common/progress.h"
+#include "core/error.h"
+#include "files/error.h"
+#include "qrb/error.h"
+
+#include <QApplication>
+
+namespace tarvo::common {
+
+bool guarded(QWidget* parent, const std::function<void()>& action) {
+    try {
+        action();
+        return true;
+    } catch (...) {
+        reportError(parent, std::current_exception());
+        return false;
+    }
+}
+
+ErrorText describe(const std::exception_ptr& error) {
+    try {
+        std::rethrow_exception(error);
+    } catch (const qrb::Error& failure) {
+        return {QString::fromUtf8(failure.what()), QString::fromUtf8(failure.details())};
+    } catch (const files::FileError& failure) {
+        return {QString::fromUtf8(failure.what()), QString::fromStdString(failure.details())};
+    } catch (const core::Failure& failure) {
+        return {QString::fromUtf8(failure.what()), QString::fromStdString(failure.details())};
+    } catch (const std::exception& failure) {
+        return {QString::fromUtf8(failure.what()), {}};
+    } catch (...) {
+        return {"Unknown error.", {}};
+    }
+}
+
+void reportError(QWidget* parent, const std::exception_ptr& error) {
+    try {
+        std::rethrow_exception(error);
+    } catch (const Cancelled&) {
+        return;
+    } catch (...) {
+        const auto [text, details] = describe(error);
+        showError(parent, text, details);
+    }
+}
+
+WaitCursor::WaitCursor() {
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+}
+
+WaitCursor::~WaitCursor() {
+    QApplication::restoreOverrideCursor();
+}
+
+}  // namespace tarvo::common

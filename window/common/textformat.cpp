@@ -1,0 +1,51 @@
+#include "window/common/textformat.h"
+
+#include "version.h"
+
+#include <QRegularExpression>
+#include <QTextDocument>
+
+namespace tarvo::common {
+
+QString humanReadableSize(std::uint64_t bytes) {
+    static const char* const units[] = {"B", "KB", "MB", "GB", "TB"};
+    double value = static_cast<double>(bytes);
+    int unit = 0;
+    while (value >= 1024.0 && unit < 4) {
+        value /= 1024.0;
+        ++unit;
+    }
+    return QString::number(value, 'f', unit == 0 ? 0 : 2) + ' ' + units[unit];
+}
+
+QString shortLibraryVersion(const QString& libraryVersion) {
+    static const QRegularExpression pattern(
+        R"(\A(?:QRB Library (\d+\.\d+\.\d+\-[a-fA-F0-9]+).*)\z)",
+        QRegularExpression::DotMatchesEverythingOption);
+    const auto match = pattern.match(libraryVersion);
+    return match.hasMatch() ? match.captured(1) : QString("2.x.x");
+}
+
+QString libraryTitle(const QString& name, const QString& version) {
+    return version.startsWith(name) ? version : name + ' ' + version;
+}
+
+QString shortened(const QString& text, int count) {
+    return text.size() > count ? text.left(count) + "..." : text;
+}
+
+QString plainToolTip(const QString& text) {
+    if (!Qt::mightBeRichText(text))
+        return text;
+    return "<html>" + text.toHtmlEscaped().replace('\n', "<br/>") + "</html>";
+}
+
+QString programVersionText() {
+    return QString(QRB_VERSION) + '-' + QRB_COMMIT;
+}
+
+QString transactionAgentText() {
+    return "qrbadmin " + programVersionText();
+}
+
+}  // namespace tarvo::common

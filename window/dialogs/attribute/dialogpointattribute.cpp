@@ -1,0 +1,576 @@
+#include "window/dialogs/attribute/dialogpointattribute.h"
+
+#include "window/common/appearance.h"
+#include "window/common/clipboard.h"
+#include "window/common/guard.h"
+#include "window/widgets/jsonvalues.h"
+#include "window/common/messageboxes.h"
+#include "window/common/textfiles.h"
+#include "window/common/textformat.h"
+#include "core/defaultattribute.h"
+#include "core/json.h"
+#include "window/dialogs/attribute/attributesuggestions.h"
+#include "window/dialogs/attribute/dialognamedvalues.h"
+#include "window/dialogs/attribute/dialogpointattributelod.h"
+#include "window/dialogs/attribute/namedvalues.h"
+#include "window/dialogs/checklabel.h"
+#include "qrb/error.h"
+#include "ui_dialogpointattribute.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QFileDialog>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QPushButton>
+#include <QScrollBar>
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace common = tarvo::common;
+namespace dialogs = tarvo::dialogs;
+using tarvo::qrb::pointcloud::PointAttribute;
+
+namespace {
+
+enum ShownText {
+    SHOWN_NAME,
+    SHOWN_TITLE,
+    SHOWN_TAGS,
+    SHOWN_DESCRIPTION,
+    SHOWN_UNIT,
+    SHOWN_LENGTH,
+    SHOWN_LOD_SETTINGS
+};
+
+constexpr int longestText = 1'000'000;
+constexpr int longestSummary = 200;
+const char* const jsonFilter = "JSON files (*.json);;All files (*.*)";
+
+struct Choice {
+    int value;
+    const char* meaning;
+};
+
+constexpr Choice storageClasses[] = {
+    {PointAttribute::CONSTANT, "One value for all points, stored once."},
+    {PointAttribute::VARIABLE,
+     "A value per point that seldom changes: stored in blocks together "
+     "with other attributes."},
+    {PointAttribute::DYNAMIC,
+     "A value per point that changes often, such as a selection: stored in "
+     "blocks of its own, so that a change leaves no dead bytes behind."},
+};
+constexpr Choice compressions[] = {
+    {PointAttribute::DEFAULT, "What suits the values of a block best."},
+    {PointAttribute::DELTA,
+     "Differences of neighbouring points: for values that change little from "
+     "point to point, such as times."},
+    {PointAttribute::SHUFFLE,
+     "Bytes of equal weight side by side: for numbers of many bytes whose "
+     "upper ones change little."},
+    {PointAttribute::DELTA_SHUFFLE, "Differences, and their bytes of equal weight side by side."},
+};
+
+template <typename Choices, typename NameOf>
+void fillChoices(QComboBox* list, const Choices& choices, NameOf nameOf) {
+    QStringList explained;
+    for (const Choice& choice : choices) {
+        const QString name = nameOf(static_cast<std::uint8_t>(choice.value));
+        list->addItem(name, choice.value);
+        list->setItemData(list->count() - 1, QString(choice.meaning), Qt::ToolTipRole);
+        explained += QString("<p><b>%0</b>: %1</p>").arg(name, choice.meaning);
+    }
+    list->setToolTip("<html>" + explained.join("") + "</html>");
+}
+
+// A value that the list lacks gets an entry of its own, so that it is kept.
+void choose(QComboBox* list, int value) {
+    int index = list->findData(value);
+    if (index < 0) {
+        index = list->count();
+        list->addItem(QString("unknown (%0)").arg(value), value);
+    }
+    list->setCurrentIndex(index);
+}
+
+}  // namespace
+
+bool DialogPointAttribute::edit(PointAttribute& attribute, Purpose purpose,
+                                const QStringList& takenNames, QWidget* parent,
+                                const PointAttribute* stored) {
+    DialogPointAttribute dialog(purpose, takenNames, parent);
+    if (dialog.isEditing()) {
+        dialog.m_stored = stored ? *stored : attribute;
+        dialog.m_use.stored = &*dialog.m_stored;
+    }
+    dialog.m_typedBefore = stored || (purpose == Purpose::ADD && !attribute.name.empty());
+    dialog.fill(attribute);
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+    attribute = dialog.read();
+    return true;
+}
+
+DialogPointAttribute::DialogPointAttribute(Purpose purpose, const QStringList& takenNames,
+                                           QWidget* parent)
+    : QDialog(parent),
+      m_ui(std::make_unique<Ui::DialogPointAttribute>()),
+      m_settings("DialogPointAttribute"),
+      m_purpose(purpose) {
+    m_ui->setupUi(this);
+    m_use.primary = purpose == Purpose::PRIMARY;
+    m_use.key = purpose == Purpose::EDIT_KEY;
+    if (!isEditing())
+        m_use.takenNames = takenNames;
+    setWindowTitle(purpose == Purpose::ADD       ? "Add Point Attribute"
+                   : purpose == Purpose::PRIMARY ? "Primary Point Attribute"
+                                                 : "Edit Point Attribute");
+    buildFields();
+    buildMenu();
+    buildSuggestions(m_use.takenNames);
+    m_ui->paneForm->installEventFilter(this);
+    m_settings.restoreGeometryOf(this);
+}
+
+DialogPointAttribute::~DialogPointAttribute() {
+    m_settings.saveGeometryOf(this);
+}
+
+bool DialogPointAttribute::isEditing() const {
+    return m_purpose == Purpose::EDIT || m_purpose == Purpose::EDIT_KEY;
+}
+
+void DialogPointAttribute::buildFields() {
+    common::useTextPaneFont(m_ui->editDescription);
+    m_ui->editName->setReadOnly(isEditing());
+    for (QLineEdit* edit : {m_ui->editName, m_ui->editTitle, m_ui->editTags, m_ui->editLodSettings})
+        edit->setMaxLength(longestText);
+    m_ui->editTags->setCompleter(new dialogs::TagCompleter(this));
+    m_ui->editUnitSymbol->addItem(QString());
+    m_ui->editUnitSymbol->addItems(dialogs::suggestedUnits());
+    // "m" is not to become "m²" on its own.
+    m_ui->editUnitSymbol->setCompleter(nullptr);
+    fillChoices(m_ui->editStorageClass, storageClasses, PointAttribute::storageClassName);
+    fillChoices(m_ui->editCompressionOptions, compressions, PointAttribute::compressionOptionsName);
+
+    const auto resolution = [this] { return m_ui->editResolution->number(); };
+    for (dialogs::NumberEdit* edit : {m_ui->editMinimumValue, m_ui->editMaximumValue,
+                                      m_ui->editDefaultValue, m_ui->editInvalidValue})
+        edit->setStep(resolution);
+
+    // The wheel scrolls the form and leaves values alone unless their field has the focus.
+    for (QWidget* widget :
+         {static_cast<QWidget*>(m_ui->editUnitSymbol), static_cast<QWidget*>(m_ui->editLength),
+          static_cast<QWidget*>(m_ui->editStorageClass),
+          static_cast<QWidget*>(m_ui->editCompressionOptions)}) {
+        widget->setFocusPolicy(Qt::StrongFocus);
+        widget->installEventFilter(this);
+    }
+
+    for (QLineEdit* edit : m_ui->paneForm->findChildren<QLineEdit*>())
+        connect(edit, &QLineEdit::textChanged, this, &DialogPointAttribute::updateChecks);
+    for (QComboBox* list : m_ui->paneForm->findChildren<QComboBox*>())
+        connect(list, &QComboBox::currentTextChanged, this, &DialogPointAttribute::updateChecks);
+    connect(m_ui->editDescription, &QPlainTextEdit::textChanged, this,
+            &DialogPointAttribute::updateChecks);
+}
+
+void DialogPointAttribute::buildMenu() {
+    auto* menu = new QMenu(this);
+    menu->addMenu(common::createCopyMenu(this, this, SLOT(onCopyToClipboard())));
+    menu->addAction(m_ui->actionPaste);
+    menu->addSeparator();
+    menu->addActions({m_ui->actionLoad, m_ui->actionSave});
+    connect(menu, &QMenu::aboutToShow, this, &DialogPointAttribute::onMenuAboutToShow);
+    m_ui->buttonMenu->setMenu(menu);
+    // Shortcuts work only on actions of a visible widget.
+    addActions({m_ui->actionLoad, m_ui->actionSave});
+}
+
+void DialogPointAttribute::buildSuggestions(const QStringList& takenNames) {
+    dialogs::fillSuggestions(m_ui->treeSuggestions, takenNames);
+    m_ui->treeSuggestions->installEventFilter(this);
+    m_ui->editSuggestionFilter->installEventFilter(this);
+    m_ui->splitter->setStretchFactor(0, 1);
+    m_ui->splitter->setStretchFactor(1, 1);
+    m_ui->splitter->setSizes({620, 540});
+    on_editSuggestionFilter_textChanged({});
+    m_ui->buttonSuggestions->setChecked(!isEditing());
+    m_ui->paneSuggestions->setVisible(!isEditing());
+    if (m_purpose == Purpose::ADD)
+        m_ui->editSuggestionFilter->setFocus();
+    else
+        (isEditing() ? m_ui->editTitle : m_ui->editName)->setFocus();
+}
+
+bool DialogPointAttribute::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Wheel) {
+        auto* widget = qobject_cast<QWidget*>(watched);
+        if (widget && watched != m_ui->treeSuggestions && !widget->hasFocus()) {
+            event->ignore();
+            return true;
+        }
+    }
+    if (event->type() == QEvent::KeyPress &&
+        (watched == m_ui->treeSuggestions || watched == m_ui->editSuggestionFilter)) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        // Return takes the row; it must not reach the dialog's default button.
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+            takeSuggestion(m_ui->treeSuggestions->currentItem());
+            return true;
+        }
+        if (key == Qt::Key_Down && watched == m_ui->editSuggestionFilter) {
+            m_ui->treeSuggestions->setFocus();
+            return true;
+        }
+    }
+    if (watched == m_ui->paneForm &&
+        (event->type() == QEvent::Resize || event->type() == QEvent::LayoutRequest))
+        fitForm();
+    return QDialog::eventFilter(watched, event);
+}
+
+// The form scrolls up and down only. A scroll area knows nothing of labels that get higher where
+// they get narrower.
+void DialogPointAttribute::fitForm() {
+    const int width = m_ui->layoutForm->minimumSize().width();
+    m_ui->scrollForm->setMinimumWidth(width +
+                                      m_ui->scrollForm->verticalScrollBar()->sizeHint().width());
+    const auto* layout = m_ui->layoutForm;
+    m_ui->paneForm->setMinimumHeight(
+        layout->hasHeightForWidth()
+            ? layout->minimumHeightForWidth(std::max(width, m_ui->scrollForm->viewport()->width()))
+            : layout->minimumSize().height());
+}
+
+void DialogPointAttribute::changeEvent(QEvent* event) {
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && !m_filledTexts.isEmpty())
+        updateChecks();
+}
+
+void DialogPointAttribute::fill(const PointAttribute& attribute) {
+    m_filling = true;
+    m_filled = attribute;
+    m_ui->editName->setText(QString::fromStdString(attribute.name));
+    m_ui->editTitle->setText(QString::fromStdString(attribute.title));
+    m_ui->editTags->setText(QString::fromStdString(attribute.tags));
+    m_ui->editDescription->setPlainText(QString::fromStdString(attribute.description));
+    m_ui->editUnitSymbol->setEditText(QString::fromStdString(attribute.unitSymbol));
+    // A length that is not possible is shown all the same, for the check to tell.
+    const int length = static_cast<int>(
+        std::min<std::uint32_t>(attribute.length, std::numeric_limits<int>::max()));
+    m_ui->editLength->setRange(std::min(length, 1), std::max(length, 255));
+    m_ui->editLength->setValue(length);
+    m_ui->editMinimumValue->setNumber(attribute.minimumValue);
+    m_ui->editMaximumValue->setNumber(attribute.maximumValue);
+    m_ui->editResolution->setNumber(attribute.resolution);
+    m_ui->editScaleFactor->setNumber(attribute.scaleFactor);
+    m_ui->editDefaultValue->setNumber(attribute.defaultValue);
+    const bool none = std::isnan(attribute.invalidValue);
+    m_ui->boxNoInvalidValue->setChecked(none);
+    m_ui->editInvalidValue->setNumber(none ? 0 : attribute.invalidValue);
+    m_ui->editInvalidValue->setEnabled(!none);
+    choose(m_ui->editStorageClass, attribute.storageClass);
+    choose(m_ui->editCompressionOptions, attribute.compressionOptions);
+    m_namedValues = attribute.namedValues;
+    showNamedValues();
+    m_ui->editLodSettings->setText(QString::fromStdString(attribute.lodSettings));
+    for (QLineEdit* edit : m_ui->paneForm->findChildren<QLineEdit*>())
+        edit->setCursorPosition(0);
+    m_filledTexts = shownTexts();
+    m_filling = false;
+    updateChecks();
+}
+
+QStringList DialogPointAttribute::shownTexts() const {
+    return {m_ui->editName->text(),
+            m_ui->editTitle->text(),
+            m_ui->editTags->text(),
+            m_ui->editDescription->toPlainText(),
+            m_ui->editUnitSymbol->currentText(),
+            m_ui->editLength->text(),
+            m_ui->editLodSettings->text(),
+            m_ui->editMinimumValue->text(),
+            m_ui->editMaximumValue->text(),
+            m_ui->editResolution->text(),
+            m_ui->editScaleFactor->text(),
+            m_ui->editDefaultValue->text(),
+            m_ui->boxNoInvalidValue->isChecked() ? QString() : m_ui->editInvalidValue->text(),
+            m_ui->editStorageClass->currentText(),
+            m_ui->editCompressionOptions->currentText(),
+            QString::fromStdString(m_namedValues)};
+}
+
+PointAttribute DialogPointAttribute::read() const {
+    const QStringList texts = shownTexts();
+    const auto changed = [&](ShownText field) { return texts[field] != m_filledTexts[field]; };
+    const auto text = [&](ShownText field, const std::string& filled) {
+        return changed(field) ? texts[field].toStdString() : filled;
+    };
+    constexpr double noNumber = std::numeric_limits<double>::quiet_NaN();
+    PointAttribute attribute = m_filled;
+    attribute.name = text(SHOWN_NAME, m_filled.name);
+    attribute.title = text(SHOWN_TITLE, m_filled.title);
+    attribute.tags = text(SHOWN_TAGS, m_filled.tags);
+    attribute.description = text(SHOWN_DESCRIPTION, m_filled.description);
+    attribute.unitSymbol = text(SHOWN_UNIT, m_filled.unitSymbol);
+    if (changed(SHOWN_LENGTH))
+        attribute.length = static_cast<std::uint32_t>(m_ui->editLength->value());
+    attribute.minimumValue = m_ui->editMinimumValue->number().value_or(noNumber);
+    attribute.maximumValue = m_ui->editMaximumValue->number().value_or(noNumber);
+    attribute.resolution = m_ui->editResolution->number().value_or(noNumber);
+    attribute.scaleFactor = m_ui->editScaleFactor->number().value_or(noNumber);
+    attribute.defaultValue = m_ui->editDefaultValue->number().value_or(noNumber);
+    attribute.invalidValue =
+        m_ui->boxNoInvalidValue->isChecked()
+            ? noNumber
+            : m_ui->editInvalidValue->number().value_or(std::numeric_limits<double>::infinity());
+    attribute.storageClass =
+        static_cast<std::uint8_t>(m_ui->editStorageClass->currentData().toUInt());
+    attribute.compressionOptions =
+        static_cast<std::uint8_t>(m_ui->editCompressionOptions->currentData().toUInt());
+    attribute.namedValues = m_namedValues;
+    attribute.lodSettings = text(SHOWN_LOD_SETTINGS, m_filled.lodSettings);
+    return attribute;
+}
+
+bool DialogPointAttribute::isTyped() const {
+    return m_typedBefore || shownTexts() != m_filledTexts;
+}
+
+void DialogPointAttribute::take(PointAttribute attribute, const QString& question) {
+    if (isTyped() && !common::confirmed(this, question))
+        return;
+    if (isEditing())
+        attribute.name = m_filled.name;
+    m_typedBefore = false;
+    fill(attribute);
+}
+
+void DialogPointAttribute::takeSuggestion(const QTreeWidgetItem* row) {
+    if (const auto* entry = dialogs::suggestionOf(row))
+        take(tarvo::core::defaultAttribute(*entry),
+             QString("Replace what was typed by the definition of \"%0\"?")
+                 .arg(QString::fromStdString(entry->name)));
+}
+
+void DialogPointAttribute::on_editSuggestionFilter_textChanged(const QString& text) {
+    const int shown = dialogs::filterSuggestions(m_ui->treeSuggestions, text);
+    m_ui->labelSuggestions->setText(QString("%0 of %1 default attributes")
+                                        .arg(shown)
+                                        .arg(m_ui->treeSuggestions->topLevelItemCount()));
+}
+
+void DialogPointAttribute::on_treeSuggestions_itemClicked(QTreeWidgetItem* item, int) {
+    takeSuggestion(item);
+}
+
+void DialogPointAttribute::on_buttonSuggestions_toggled(bool shown) {
+    m_ui->paneSuggestions->setVisible(shown);
+    if (shown && isVisible())
+        m_ui->editSuggestionFilter->setFocus();
+}
+
+void DialogPointAttribute::on_boxNoInvalidValue_toggled(bool none) {
+    m_ui->editInvalidValue->setEnabled(!none);
+    updateChecks();
+}
+
+void DialogPointAttribute::on_buttonNamedValues_clicked() {
+    common::guarded(this, [this] {
+        const PointAttribute attribute = read();
+        if (DialogNamedValues::edit(m_namedValues, m_validGrid ? &attribute : nullptr, this)) {
+            showNamedValues();
+            updateChecks();
+        }
+    });
+}
+
+void DialogPointAttribute::on_buttonLodSettings_clicked() {
+    common::guarded(this, [this] {
+        std::string settings = read().lodSettings;
+        const std::string before = settings;
+        if (DialogPointAttributeLod::edit(settings, this) && settings != before)
+            m_ui->editLodSettings->setText(QString::fromStdString(settings));
+    });
+}
+
+void DialogPointAttribute::showNamedValues() {
+    const auto values = dialogs::readNamedValues(m_namedValues);
+    QStringList texts;
+    for (const dialogs::NamedValue& each : values)
+        texts += each.understood ? each.value + '=' + each.name : each.name;
+    QString summary = texts.join(", ");
+    if (values.size() > 1)
+        summary = QString("%0: %1").arg(values.size()).arg(summary);
+    m_ui->editNamedValues->setText(values.empty() ? "none" : summary.left(longestSummary));
+    m_ui->editNamedValues->setCursorPosition(0);
+}
+
+std::optional<PointAttribute> DialogPointAttribute::readJson(const std::string& text) const {
+    PointAttribute attribute;
+    attribute.name.clear();
+    try {
+        attribute.fromJson(text);
+    } catch (const tarvo::qrb::Error&) {
+        tarvo::rapidjson::Document quoted;
+        if (quoted.Parse<rapidjson::kParseIterativeFlag>(text.data(), text.size())
+                .HasParseError() ||
+            !quoted.IsString())
+            throw;
+        attribute.fromJson(common::jsonStringValue(quoted));
+    }
+    if (attribute.name.empty())
+        return std::nullopt;
+    return attribute;
+}
+
+void DialogPointAttribute::onMenuAboutToShow() {
+    bool record = false;
+    try {
+        record = readJson(QApplication::clipboard()->text().toStdString()).has_value();
+    } catch (const tarvo::qrb::Error&) {
+        record = false;  // the clipboard holds something else
+    }
+    m_ui->actionPaste->setEnabled(record);
+}
+
+void DialogPointAttribute::onCopyToClipboard() {
+    common::guarded(this, [this] {
+        common::copyToClipboard(QString::fromStdString(read().toJson()),
+                                qobject_cast<QAction*>(sender()));
+    });
+}
+
+void DialogPointAttribute::on_actionPaste_triggered() {
+    common::guarded(this, [this] {
+        if (const auto pasted = readJson(QApplication::clipboard()->text().toStdString()))
+            take(*pasted, "Replace what was typed by the definition on the clipboard?");
+    });
+}
+
+void DialogPointAttribute::on_actionLoad_triggered() {
+    const QString name = QFileDialog::getOpenFileName(this, "Load Point Attribute", {}, jsonFilter);
+    if (name.isEmpty())
+        return;
+    common::guarded(this, [&] {
+        const auto loaded = readJson(common::readFile(name));
+        if (!loaded)
+            throw tarvo::qrb::ErrorImpl(0, "The file holds no point attribute.",
+                                        "A JSON object with a member \"name\" is expected.");
+        take(*loaded, "Replace what was typed by the definition in the file?");
+    });
+}
+
+void DialogPointAttribute::on_actionSave_triggered() {
+    const QString name = QFileDialog::getSaveFileName(this, "Save Point Attribute",
+                                                      m_ui->editName->text() + ".json", jsonFilter);
+    if (name.isEmpty())
+        return;
+    common::guarded(this, [&] { common::writeFile(name, tarvo::core::formattedJson(read().toJson())); });
+}
+
+std::vector<dialogs::AttributeFinding> DialogPointAttribute::findings(
+    const PointAttribute& attribute) {
+    using dialogs::AttributeField;
+    auto found = dialogs::checkAttribute(attribute, m_use);
+    // A text that is no number is told as such, in place of what follows from it.
+    const std::pair<dialogs::NumberEdit*, AttributeField> numbers[] = {
+        {m_ui->editInvalidValue, AttributeField::DEFAULT},
+        {m_ui->editDefaultValue, AttributeField::DEFAULT},
+        {m_ui->editScaleFactor, AttributeField::RESOLUTION},
+        {m_ui->editResolution, AttributeField::RESOLUTION},
+        {m_ui->editMaximumValue, AttributeField::RANGE},
+        {m_ui->editMinimumValue, AttributeField::RANGE},
+    };
+    for (const auto& [edit, field] : numbers) {
+        if (!edit->isEnabled() || edit->number())
+            continue;
+        const QString text = edit->text().trimmed();
+        const QString problem =
+            text.isEmpty() ? QString("A number is missing.")
+            : text.contains(',')
+                ? QString("\"%0\" is no number; the decimal mark is a point.").arg(text)
+                : QString("\"%0\" is no number.").arg(text);
+        found.insert(found.begin(), {field, true, problem});
+    }
+    // The library has the last word.
+    QString type;
+    try {
+        const auto dataType = attribute.dataType();
+        type =
+            QString("%0 (%1)")
+                .arg(dataTypeName(dataType))
+                .arg(dataTypeSize(dataType) == 1 ? QString("1 byte")
+                                                 : QString("%0 bytes").arg(dataTypeSize(dataType)));
+    } catch (const tarvo::qrb::Error& problem) {
+        found.push_back({AttributeField::LENGTH, true, QString::fromUtf8(problem.what())});
+    }
+    m_validGrid = std::none_of(found.begin(), found.end(), [](const auto& finding) {
+        return finding.error && finding.field >= AttributeField::RANGE &&
+               finding.field <= AttributeField::DEFAULT;
+    });
+    m_ui->labelDataTypeValue->setText(m_validGrid ? type : QString("unknown"));
+    return found;
+}
+
+void DialogPointAttribute::showFindings(const std::vector<dialogs::AttributeFinding>& found) {
+    using dialogs::AttributeField;
+    struct Row {
+        AttributeField field;
+        QLabel* label;
+        std::vector<QWidget*> fields;
+    };
+    const Row rows[] = {
+        {AttributeField::NAME, m_ui->checkName, {m_ui->editName}},
+        {AttributeField::TITLE, m_ui->checkTitle, {m_ui->editTitle}},
+        {AttributeField::TAGS, m_ui->checkTags, {m_ui->editTags}},
+        {AttributeField::LENGTH, m_ui->checkLength, {m_ui->editLength}},
+        {AttributeField::RANGE, m_ui->checkRange, {m_ui->editMinimumValue, m_ui->editMaximumValue}},
+        {AttributeField::RESOLUTION,
+         m_ui->checkResolution,
+         {m_ui->editResolution, m_ui->editScaleFactor}},
+        {AttributeField::DEFAULT,
+         m_ui->checkDefault,
+         {m_ui->editDefaultValue, m_ui->editInvalidValue}},
+        {AttributeField::STORAGE,
+         m_ui->checkStorage,
+         {m_ui->editStorageClass, m_ui->editCompressionOptions}},
+        {AttributeField::NAMED_VALUES, m_ui->checkNamedValues, {m_ui->editNamedValues}},
+        {AttributeField::LOD_SETTINGS, m_ui->checkLodSettings, {m_ui->editLodSettings}},
+    };
+    for (const Row& row : rows) {
+        const auto first = std::find_if(found.begin(), found.end(),
+                                        [&](const auto& each) { return each.field == row.field; });
+        const bool any = first != found.end();
+        const QString text = any ? first->text : QString();
+        dialogs::showCheck(
+            row.label, text,
+            any && !first->error ? dialogs::CheckKind::NOTE : dialogs::CheckKind::ERROR);
+        for (QWidget* field : row.fields)
+            field->setAccessibleDescription(row.label->text());
+    }
+    const auto error =
+        std::find_if(found.begin(), found.end(), [](const auto& each) { return each.error; });
+    const bool wrong = error != found.end();
+    dialogs::showCheck(m_ui->labelSummary, wrong ? error->text : QString(),
+                       dialogs::CheckKind::ERROR);
+    m_ui->buttonBox->button(QDialogButtonBox::Ok)->setEnabled(!wrong);
+    m_ui->buttonBox->button(QDialogButtonBox::Ok)
+        ->setToolTip(wrong ? common::plainToolTip(error->text) : QString());
+}
+
+void DialogPointAttribute::updateChecks() {
+    if (m_filling)
+        return;
+    const PointAttribute attribute = read();
+    showFindings(findings(attribute));
+    const QString conversion = m_stored && m_validGrid && !m_use.key
+                                   ? dialogs::conversionText(*m_stored, attribute)
+                                   : QString();
+    m_ui->labelConversion->setText(conversion);
+    m_ui->labelConversion->setVisible(!conversion.isEmpty());
+}

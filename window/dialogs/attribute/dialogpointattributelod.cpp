@@ -1,0 +1,94 @@
+#include "window/dialogs/attribute/dialogpointattributelod.h"
+
+#include "window/common/appearance.h"
+#include "window/dialogs/attribute/lodsettings.h"
+#include "window/dialogs/checklabel.h"
+#include "ui_dialogpointattributelod.h"
+
+#include <QPushButton>
+
+namespace common = tarvo::common;
+namespace dialogs = tarvo::dialogs;
+
+bool DialogPointAttributeLod::edit(std::string& settings, QWidget* parent) {
+    DialogPointAttributeLod dialog(parent);
+    dialog.fill(settings);
+    const QString method = dialog.method();
+    const QString members = dialog.m_ui->editMembers->toPlainText();
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+    const bool changed = dialog.method() != method ||
+                         dialog.m_ui->editMembers->toPlainText() != members ||
+                         !dialog.m_ui->labelLost->text().isEmpty();
+    if (changed)
+        settings =
+            dialogs::writeLodSettings(dialog.method(), dialog.m_ui->editMembers->toPlainText());
+    return true;
+}
+
+DialogPointAttributeLod::DialogPointAttributeLod(QWidget* parent)
+    : QDialog(parent),
+      m_ui(std::make_unique<Ui::DialogPointAttributeLod>()),
+      m_settings("DialogPointAttributeLod") {
+    m_ui->setupUi(this);
+    common::useTextPaneFont(m_ui->editMembers);
+    for (const dialogs::LodMethodEntry& entry : dialogs::lodMethods()) {
+        m_ui->editMethod->addItem(entry.name);
+        m_ui->editMethod->setItemData(m_ui->editMethod->count() - 1, QString(entry.meaning),
+                                      Qt::ToolTipRole);
+    }
+    m_settings.restoreGeometryOf(this);
+}
+
+DialogPointAttributeLod::~DialogPointAttributeLod() {
+    m_settings.saveGeometryOf(this);
+}
+
+void DialogPointAttributeLod::fill(const std::string& text) {
+    dialogs::LodSettings settings;
+    QString lost;
+    try {
+        settings = dialogs::readLodSettings(text);
+        if (!settings.lost.isEmpty())
+            lost = QString("What stands behind the JSON value will be dropped: %0")
+                       .arg(settings.lost.left(200));
+    } catch (const std::exception& problem) {
+        lost = QString("The present settings can't be read and will be replaced: %0\n%1")
+                   .arg(QString::fromStdString(text).left(200), problem.what());
+    }
+    int index =
+        m_ui->editMethod->findText(settings.method, Qt::MatchExactly | Qt::MatchCaseSensitive);
+    if (index < 0) {
+        index = m_ui->editMethod->count();
+        m_ui->editMethod->addItem(settings.method);
+    }
+    m_ui->editMethod->setCurrentIndex(index);
+    m_ui->editMembers->setPlainText(settings.members);
+    dialogs::showCheck(m_ui->labelLost, lost, dialogs::CheckKind::NOTE);
+    updateCheck();
+}
+
+QString DialogPointAttributeLod::method() const {
+    return m_ui->editMethod->currentText();
+}
+
+void DialogPointAttributeLod::on_editMethod_currentIndexChanged(int) {
+    updateCheck();
+}
+
+void DialogPointAttributeLod::on_editMembers_textChanged() {
+    updateCheck();
+}
+
+void DialogPointAttributeLod::updateCheck() {
+    m_ui->labelMeaning->setText(m_ui->editMethod->currentData(Qt::ToolTipRole).toString());
+    QString problem;
+    try {
+        problem = dialogs::lodSettingsProblem(
+            dialogs::writeLodSettings(method(), m_ui->editMembers->toPlainText()));
+    } catch (const std::exception& unreadable) {
+        problem = unreadable.what();
+    }
+    dialogs::showCheck(m_ui->labelCheck, problem, dialogs::CheckKind::ERROR);
+    m_ui->buttonBox->button(QDialogButtonBox::Ok)->setEnabled(problem.isEmpty());
+}

@@ -1,0 +1,20 @@
+#include "window/dialogs/dialogchangelogmessage.h"
+
+#include "ui_dialogchangelogmessage.h"
+
+DialogChangelogMessage::DialogChangelogMessage(QWidget* parent)
+    : QDialog(parent),
+      m_ui(std::make_unique<Ui::DialogChangelogMessage>()),
+      m_settings("DialogChangelogMessage") {
+    m_ui->setupUi(this);
+    m_ui->editMessage->setFocus();
+    m_settings.restoreGeometryOf(this);
+}
+
+DialogChangelogMessage::~DialogChangelogMessage() {
+    m_settings.saveGeometryOf(this);
+}
+
+QString DialogChangelogMessage::message() const {
+    return m_ui->editMessage->toPlainText();
+}

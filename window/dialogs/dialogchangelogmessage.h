@@ -1,0 +1,26 @@
+// Asks for a text to append to the changelog entry of the pending transaction.
+#pragma once
+
+#include "window/common/programsettings.h"
+
+#include <QDialog>
+#include <QString>
+#include <memory>
+
+namespace Ui {
+class DialogChangelogMessage;
+}
+
+class DialogChangelogMessage : public QDialog {
+    Q_OBJECT
+
+public:
+    explicit DialogChangelogMessage(QWidget* parent);
+    ~DialogChangelogMessage() override;
+
+    QString message() const;
+
+private:
+    std::unique_ptr<Ui::DialogChangelogMessage> m_ui;
+    tarvo::common::DialogSettings m_settings;
+};

@@ -1,0 +1,25 @@
+#include "window/dialogs/dialogchangelogsignature.h"
+
+#include "window/common/guard.h"
+#include "qrb/changelog.h"
+
+#include <QPushButton>
+
+DialogChangelogSignature::DialogChangelogSignature(const QString& entry, QWidget* parent)
+    : DialogSignature("DialogChangelogSignature", "&Log entry:", entry.section('\n', 0, 0), parent),
+      m_entry(entry) {
+    setWindowTitle("Verify Log Entry Signature");
+    addMethod("1 (default)", 1);
+    connect(addButton("buttonVerify", "&Verify Signature"), &QPushButton::clicked, this,
+            &DialogChangelogSignature::on_buttonVerify_clicked);
+    addCloseButton();
+    restore();
+}
+
+void DialogChangelogSignature::on_buttonVerify_clicked() {
+    tarvo::common::guarded(this, [this] {
+        tarvo::qrb::pointcloud::Changelog::verifyLogEntry(m_entry.toStdString(), method(), key())
+            ? tellVerified()
+            : tellNotVerified();
+    });
+}

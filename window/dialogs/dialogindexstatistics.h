@@ -1,0 +1,29 @@
+// The point index in numbers, level by level.
+#pragma once
+
+#include "window/common/programsettings.h"
+#include "qrb/queries.h"
+
+#include <QDialog>
+#include <cstdint>
+#include <vector>
+
+class DialogIndexStatistics : public QDialog {
+    Q_OBJECT
+
+public:
+    DialogIndexStatistics(const tarvo::qrb::pointcloud::IndexNode& root, QWidget* parent);
+    ~DialogIndexStatistics() override;
+
+    struct Level {
+        std::int64_t leafPoints = 0;
+        std::int64_t nodePoints = 0;
+        std::int64_t leaves = 0;
+        std::int64_t nodes = 0;
+    };
+    // By level, that of the root first; empty for an absent root.
+    static std::vector<Level> levels(const tarvo::qrb::pointcloud::IndexNode& root);
+
+private:
+    tarvo::common::DialogSettings m_settings;
+};

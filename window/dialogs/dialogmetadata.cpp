@@ -1,0 +1,477 @@
+#include "window/dialogs/dialogmetadata.h"
+
+#include "window/common/clipboard.h"
+#include "window/common/guard.h"
+#include "window/common/messageboxes.h"
+#include "window/common/textfiles.h"
+#include "window/common/textformat.h"
+#include "window/common/theme.h"
+#include "core/json.h"
+#include "window/dialogs/checklabel.h"
+#include "window/dialogs/defaultnames.h"
+#include "catalogue/catalogue.h"
+#include "qrb/error.h"
+#include "ui_dialogmetadata.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QPushButton>
+#include <QStringDecoder>
+#include <algorithm>
+#include <stdexcept>
+
+namespace common = tarvo::common;
+using tarvo::dialogs::CheckKind;
+using tarvo::dialogs::showCheck;
+
+namespace {
+
+// What is checked by itself; longer texts wait for the button.
+constexpr qsizetype longestCheckedByItself = 1 << 20;
+constexpr int delayOfCheck = 300;  // milliseconds after the last change
+
+enum FindingColumn { FINDING_LINE, FINDING_PLACE, FINDING_TEXT };
+
+const char* const tooLongText =
+    "The text is too long to be pasted here.\nPut it into a file and load that.";
+
+bool looksLikeJson(const QString& text) {
+    const QString begin = text.left(1000).trimmed().left(1);
+    return begin == "{" || begin == "[";
+}
+
+QString placed(const common::JsonFault& fault, const QString& text) {
+    const auto at = common::lineAndColumn(text, fault.position);
+    return QString("line %0, column %1: %2").arg(at.line).arg(at.column).arg(fault.text);
+}
+
+}  // namespace
+
+bool DialogMetaData::edit(const tarvo::qrb::Pointcloud& database, QString& name, std::string& value,
+                          bool isNew, QWidget* parent) {
+    DialogMetaData dialog(database, isNew, parent);
+    dialog.write(name, value);
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+    name = dialog.name();
+    value = dialog.value();
+    return true;
+}
+
+DialogMetaData::DialogMetaData(const tarvo::qrb::Pointcloud& database, bool isNew, QWidget* parent)
+    : QDialog(parent),
+      m_ui(std::make_unique<Ui::DialogMetaData>()),
+      m_database(database),
+      m_isNew(isNew),
+      m_settings("DialogMetaData") {
+    m_ui->setupUi(this);
+    for (const std::string& name : database.metaData().list())
+        m_taken += QString::fromStdString(name);
+    m_checking.setSingleShot(true);
+    m_checking.setInterval(delayOfCheck);
+    connect(&m_checking, &QTimer::timeout, this, &DialogMetaData::check);
+    m_ui->editExample->setReadOnly(true);
+    m_ui->treeFindings->installEventFilter(this);
+    m_ui->splitter->setStretchFactor(0, 3);
+    m_ui->splitter->setStretchFactor(1, 2);
+    m_ui->splitterValue->setStretchFactor(0, 4);
+    m_ui->splitterValue->setStretchFactor(1, 1);
+    buildMenu();
+    fillNames();
+    m_settings.restoreGeometryOf(this);
+    m_ui->splitter->restoreState(m_settings.value("Splitter").toByteArray());
+}
+
+DialogMetaData::~DialogMetaData() {
+    m_settings.saveGeometryOf(this);
+    m_settings.setValue("Splitter", m_ui->splitter->saveState());
+}
+
+void DialogMetaData::buildMenu() {
+    auto* menu = new QMenu(this);
+    menu->addActions({m_ui->actionLoad, m_ui->actionSave});
+    menu->addSeparator();
+    menu->addMenu(common::createCopyMenu(menu, this, SLOT(onCopyToClipboard())));
+    m_ui->buttonMenu->setMenu(menu);
+    // Shortcuts work only on actions of a visible widget.
+    addActions({m_ui->actionLoad, m_ui->actionSave});
+}
+
+void DialogMetaData::fillNames() {
+    QStringList names;
+    for (const auto& entry : tarvo::catalogue::metaData())
+        names += QString::fromStdString(entry.name);
+    tarvo::dialogs::suggestNames(m_ui->editName, names, m_taken);
+}
+
+void DialogMetaData::write(const QString& name, const std::string& value) {
+    m_initialName = name;
+    m_initialValue = value;
+    const auto& metaData = m_database.metaData();
+    m_storedValue = m_isNew ? std::string() : metaData.get(name.toStdString());
+    const QSignalBlocker writing(m_ui->editName);
+    m_ui->editName->setEditText(name);
+    m_ui->editName->setEnabled(m_isNew);
+    setWindowTitle(m_isNew ? "New Meta Data Item" : "Meta Data Item - " + name);
+
+    // Formatted, because stored values are often one line.
+    std::string shown = tarvo::core::formattedJson(value);
+    const QString given = QString::fromStdString(value);
+    if (!JsonTextEdit::canHold(QString::fromStdString(shown)) && JsonTextEdit::canHold(given))
+        shown = value;
+    putText(QString::fromStdString(shown));
+    m_ui->editValue->document()->clearUndoRedoStacks();
+    m_initialText = text();
+    m_ui->labelBytes->setVisible(m_initialText.toStdString() != shown);
+    m_ui->labelTransaction->setVisible(!m_database.transactions().pending());
+    m_ui->labelSigned->setVisible(!m_isNew && metaData.verifySignature(name.toStdString(), 0, {}));
+    QPalette warning = QApplication::palette(m_ui->labelSigned);
+    warning.setColor(QPalette::WindowText, common::readable(QColor("#7a5000"), warning));
+    for (QLabel* label :
+         {m_ui->labelSigned, m_ui->labelTransaction, m_ui->labelBytes, m_ui->labelHeld})
+        label->setPalette(warning);
+    showName();
+    if (m_initialText.size() <= longestCheckedByItself)
+        check();
+    if (m_isNew)
+        m_ui->editName->setFocus();
+    else
+        m_ui->editValue->setFocus();
+}
+
+void DialogMetaData::putText(const QString& text) {
+    const bool fits = JsonTextEdit::canHold(text);
+    const bool wasHeld = m_held.has_value();
+    m_held = fits ? std::nullopt : std::optional(text);
+    // An undo must not lead to what was but the beginning of a value.
+    if (fits && !wasHeld)
+        m_ui->editValue->replaceText(text);
+    else
+        m_ui->editValue->setPlainText(fits ? text : JsonTextEdit::beginningOf(text));
+    m_ui->editValue->setReadOnly(!fits);
+    m_ui->labelHeld->setVisible(!fits);
+    checkLater();
+}
+
+QString DialogMetaData::name() const {
+    return m_isNew ? m_ui->editName->currentText().trimmed() : m_initialName;
+}
+
+QString DialogMetaData::text() const {
+    return m_held ? *m_held : m_ui->editValue->text();
+}
+
+std::string DialogMetaData::value() const {
+    return text() == m_initialText ? m_initialValue : text().toStdString();
+}
+
+bool DialogMetaData::isChanged() const {
+    return m_isNew ? !name().isEmpty() || !text().isEmpty() : value() != m_storedValue;
+}
+
+// Empty: the item may have the name.
+QString DialogMetaData::faultOfName() const {
+    if (!m_isNew)
+        return {};
+    if (name().isEmpty())
+        return "Name missing.";
+    return m_taken.contains(name()) ? QString("This item exists already.") : QString();
+}
+
+void DialogMetaData::on_editName_editTextChanged(const QString&) {
+    showName();
+    checkLater();
+}
+
+void DialogMetaData::showName() {
+    const QString fault = faultOfName();
+    // An empty field explains itself.
+    showCheck(m_ui->labelName, name().isEmpty() ? QString() : fault, CheckKind::ERROR);
+    m_ui->buttonBox->button(QDialogButtonBox::Ok)->setEnabled(fault.isEmpty());
+    m_ui->buttonBox->button(QDialogButtonBox::Ok)->setToolTip(fault);
+    showDefinition();
+}
+
+// Tells about the default item of that name.
+void DialogMetaData::showDefinition() {
+    const auto* entry = tarvo::catalogue::findMetaData(name().toStdString());
+    m_ui->labelTitle->setText(entry ? QString::fromStdString(entry->title)
+                              : name().isEmpty()
+                                  ? QString("Choose a default item or type a name of your own.")
+                                  : QString("Not a TARVO default metadata entry."));
+    m_ui->labelDescription->setText(entry ? QString::fromStdString(entry->description) : QString());
+    m_ui->labelDescription->setVisible(entry != nullptr);
+    m_ui->labelSchema->setVisible(!entry);
+    m_ui->tabWidget->setTabEnabled(m_ui->tabWidget->indexOf(m_ui->tabExample), entry != nullptr);
+    m_ui->editSchema->setReadOnly(entry != nullptr);
+    const QString shown = entry ? QString::fromStdString(entry->name) : QString();
+    if (shown == m_shownDefinition)
+        return;  // A schema of the user's own stays while the name is typed.
+    m_shownDefinition = shown;
+    m_ui->editSchema->setPlainText(
+        entry ? QString::fromStdString(tarvo::core::formattedJson(entry->schema)) : QString());
+    m_ui->editExample->setPlainText(
+        entry ? QString::fromStdString(tarvo::core::formattedJson(entry->example)) : QString());
+}
+
+void DialogMetaData::on_editValue_textChanged() {
+    checkLater();
+}
+
+void DialogMetaData::on_editSchema_textChanged() {
+    checkLater();
+}
+
+void DialogMetaData::on_buttonFormat_clicked() {
+    putFormat(tarvo::core::formattedJson(text().toStdString()));
+}
+
+void DialogMetaData::on_buttonCompact_clicked() {
+    std::string compact = text().toStdString();
+    tarvo::core::compactJson(compact);
+    putFormat(compact);
+}
+
+void DialogMetaData::putFormat(const std::string& bytes) {
+    const QString formatted = QString::fromStdString(bytes);
+    if (formatted == text())
+        return;
+    if (!m_held && !JsonTextEdit::canHold(formatted))
+        common::showWarning(this, "The value would be too long to be edited here.");
+    else
+        putText(formatted);
+}
+
+void DialogMetaData::on_buttonUseExample_clicked() {
+    const QString example = m_ui->editExample->text();
+    if (text().trimmed().isEmpty() || text() == example ||
+        common::confirmed(this, "Replace the value by the example?"))
+        putText(example);
+}
+
+void DialogMetaData::on_editValue_tooLongToPaste() {
+    common::showWarning(this, tooLongText);
+}
+
+void DialogMetaData::on_editSchema_tooLongToPaste() {
+    common::showWarning(this, tooLongText);
+}
+
+void DialogMetaData::checkLater() {
+    const qsizetype size =
+        m_held ? m_held->size() : m_ui->editValue->document()->characterCount() - 1;
+    const bool bySelf = size <= longestCheckedByItself;
+    if (bySelf) {
+        m_checking.start();
+        return;
+    }
+    m_checking.stop();
+    m_objection.clear();
+    m_ui->buttonFormat->setEnabled(true);
+    m_ui->buttonCompact->setEnabled(true);
+    m_ui->buttonFault->hide();
+    m_ui->editValue->setColoured(true);
+    showFindings({}, {});
+    showState("Press \"Check\": the value is too long to be checked while you type.",
+              State::NEUTRAL);
+}
+
+void DialogMetaData::on_buttonCheck_clicked() {
+    check();
+}
+
+// Whether it is JSON, and what its schema says.
+void DialogMetaData::check() {
+    m_checking.stop();
+    common::guarded(this, [this] {
+        const common::WaitCursor waiting;
+        const QString value = text();
+        const auto fault = common::jsonFaultOf(value);
+        m_objection.clear();
+        m_ui->buttonFormat->setEnabled(!fault);
+        m_ui->buttonCompact->setEnabled(!fault);
+        m_ui->buttonFault->setVisible(fault && !value.trimmed().isEmpty());
+        // A text that is not meant as JSON looks better without colours.
+        m_ui->editValue->setColoured(!fault || looksLikeJson(value));
+        if (fault) {
+            showNoJson(value, *fault);
+            return;
+        }
+        const QString schema = m_ui->editSchema->text();
+        std::vector<Finding> found;
+        QString refusal;
+        if (schema.trimmed().isEmpty())
+            showState("JSON. There is no schema to check it against.", State::NEUTRAL);
+        else if (const auto wrong = common::jsonFaultOf(schema))
+            showState("The schema is not JSON: " + placed(*wrong, schema), State::WRONG);
+        else if (found = findings(value, refusal); !refusal.isEmpty())
+            showState("The value can't be checked. " + refusal, State::WRONG);
+        else if (found.empty())
+            showState("The value satisfies the schema.", State::RIGHT);
+        else
+            showState(found.size() == 1 ? QString("1 violation of the schema.")
+                                        : QString("%0 violations of the schema.").arg(found.size()),
+                      State::WRONG);
+        showFindings(found, value);
+        if (!found.empty())
+            m_objection = "The value does not satisfy the schema.\nSave it anyway?";
+    });
+}
+
+void DialogMetaData::showNoJson(const QString& text, const common::JsonFault& fault) {
+    const bool isMeantAsJson = looksLikeJson(text) || !m_ui->editSchema->text().trimmed().isEmpty();
+    m_faultPlace = {fault.position, fault.position + 1};
+    showFindings({}, {});
+    if (text.trimmed().isEmpty()) {
+        showState("The value is empty.", State::NEUTRAL);
+        m_objection = isMeantAsJson && m_isNew ? "The value is empty.\nSave it anyway?" : "";
+        return;
+    }
+    showState("Not JSON: " + placed(fault, text) + " The item will be kept as text.",
+              isMeantAsJson ? State::WRONG : State::NEUTRAL);
+    if (isMeantAsJson)
+        m_objection = "The value is not JSON.\nSave it as text?";
+}
+
+std::vector<DialogMetaData::Finding> DialogMetaData::findings(const QString& text,
+                                                              QString& refusal) const {
+    std::vector<Finding> result;
+    try {
+        m_database.metaData().validateJson(text.toStdString(),
+                                           m_ui->editSchema->text().toStdString());
+    } catch (const tarvo::qrb::Error& error) {
+        const QString details = QString::fromUtf8(error.details());
+        if (error.code() != QRB_ERROR_VALIDATION) {
+            refusal = (QString::fromUtf8(error.what()) + ' ' + details).simplified();
+            return {};
+        }
+        // "/PLACE: PROBLEM", or "The whole value: PROBLEM".
+        for (const QString& line : details.split('\n', Qt::SkipEmptyParts)) {
+            const qsizetype colon = line.indexOf(": ");
+            const bool hasPlace = colon > 0 && line.startsWith('/');
+            result.push_back({hasPlace ? line.left(colon) : QString(), line.mid(colon + 2)});
+        }
+    }
+    return result;
+}
+
+void DialogMetaData::showFindings(const std::vector<Finding>& findings, const QString& text) {
+    QStringList pointers;
+    for (const Finding& finding : findings)
+        pointers += finding.pointer;
+    m_places.clear();
+    std::vector<qsizetype> begins;
+    for (const auto& place : common::placesOf(text, pointers)) {
+        m_places.push_back(place.value_or(common::TextSpan()));
+        begins.push_back(m_places.back().begin);
+    }
+    const auto at = common::linesAndColumns(text, begins);
+    QList<QTreeWidgetItem*> rows;
+    for (std::size_t i = 0; i < findings.size(); ++i) {
+        auto* row = new QTreeWidgetItem;
+        row->setText(FINDING_LINE, QString::number(at[i].line));
+        row->setTextAlignment(FINDING_LINE, Qt::AlignRight | Qt::AlignVCenter);
+        row->setText(FINDING_PLACE,
+                     findings[i].pointer.isEmpty() ? "(whole value)" : findings[i].pointer);
+        row->setText(FINDING_TEXT, findings[i].text);
+        for (const int column : {FINDING_PLACE, FINDING_TEXT})
+            row->setToolTip(column, common::plainToolTip(row->text(column)));
+        rows += row;
+    }
+    auto* tree = m_ui->treeFindings;
+    tree->clear();
+    tree->addTopLevelItems(rows);
+    tree->setVisible(!rows.isEmpty());
+    tree->resizeColumnToContents(FINDING_LINE);
+    tree->resizeColumnToContents(FINDING_PLACE);
+    tree->setColumnWidth(FINDING_PLACE,
+                         std::min(tree->columnWidth(FINDING_PLACE), tree->width() / 2));
+    m_ui->editValue->setMarks(m_places);
+}
+
+void DialogMetaData::showState(const QString& text, State state) {
+    m_ui->labelState->setText(text);
+    QPalette colours = QApplication::palette(m_ui->labelState);
+    if (state != State::NEUTRAL)
+        colours.setColor(
+            QPalette::WindowText,
+            common::readable(QColor(state == State::RIGHT ? "#2e7d32" : "#b00020"), colours));
+    m_ui->labelState->setPalette(colours);
+}
+
+void DialogMetaData::on_buttonFault_clicked() {
+    m_ui->editValue->goTo(m_faultPlace);
+    m_ui->editValue->setFocus();
+}
+
+void DialogMetaData::on_treeFindings_itemActivated(QTreeWidgetItem* item, int) {
+    const int row = m_ui->treeFindings->indexOfTopLevelItem(item);
+    if (row >= 0 && static_cast<std::size_t>(row) < m_places.size()) {
+        m_ui->editValue->goTo(m_places[static_cast<std::size_t>(row)]);
+        m_ui->editValue->setFocus();
+    }
+}
+
+// The list tells its row by Return, but leaves the key to the dialog, whose default button it is.
+bool DialogMetaData::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == m_ui->treeFindings && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+            if (QTreeWidgetItem* item = m_ui->treeFindings->currentItem())
+                on_treeFindings_itemActivated(item, FINDING_LINE);
+            return true;
+        }
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+void DialogMetaData::on_treeFindings_itemClicked(QTreeWidgetItem* item, int column) {
+    on_treeFindings_itemActivated(item, column);
+}
+
+void DialogMetaData::accept() {
+    if (!faultOfName().isEmpty())
+        return;
+    if (m_isNew || isChanged()) {
+        if (text().contains(QChar(0))) {
+            common::showWarning(this, "The value holds a zero character, which no item can hold.");
+            return;
+        }
+        check();
+        if (!m_objection.isEmpty() && !common::confirmed(this, m_objection))
+            return;
+    }
+    QDialog::accept();
+}
+
+void DialogMetaData::reject() {
+    if (!isChanged() || common::lossConfirmed(this, "Discard the changes?"))
+        QDialog::reject();
+}
+
+void DialogMetaData::on_actionLoad_triggered() {
+    const QString fileName = QFileDialog::getOpenFileName(this, "Load Value");
+    if (fileName.isEmpty())
+        return;
+    common::guarded(this, [&] {
+        const std::string bytes = common::readFile(fileName);
+        QStringDecoder decoder(QStringDecoder::Utf8);
+        const QString text = decoder.decode(QByteArrayView(bytes));
+        if (decoder.hasError() || text.contains(QChar(0)))
+            throw std::runtime_error("The file is not a text in UTF-8.");
+        putText(text);
+    });
+}
+
+void DialogMetaData::on_actionSave_triggered() {
+    const QString proposed = (name().isEmpty() ? QString("value") : name()) + ".json";
+    const QString fileName = QFileDialog::getSaveFileName(this, "Save Value", proposed);
+    if (!fileName.isEmpty())
+        common::guarded(this, [&] { common::writeFile(fileName, value()); });
+}
+
+void DialogMetaData::onCopyToClipboard() {
+    common::copyToClipboard(text(), qobject_cast<QAction*>(sender()));
+}

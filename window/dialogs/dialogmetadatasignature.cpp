@@ -1,0 +1,61 @@
+#include "window/dialogs/dialogmetadatasignature.h"
+
+#include "window/common/guard.h"
+#include "window/common/messageboxes.h"
+
+#include <QPushButton>
+
+namespace common = tarvo::common;
+
+DialogMetaDataSignature::DialogMetaDataSignature(const tarvo::qrb::Pointcloud& database,
+                                                 const QString& item, QWidget* parent)
+    : DialogSignature("DialogMetaDataSignature", "Meta &Data Item:", item, parent),
+      m_database(database),
+      m_item(item.toStdString()) {
+    setWindowTitle("Meta Data Item Signature");
+    addMethod("1 (default)", 1);
+    connect(addButton("buttonVerify", "&Verify Signature"), &QPushButton::clicked, this,
+            &DialogMetaDataSignature::on_buttonVerify_clicked);
+    connect(addButton("buttonCreate", "&Create Signature"), &QPushButton::clicked, this,
+            &DialogMetaDataSignature::on_buttonCreate_clicked);
+    connect(addButton("buttonDelete", "De&lete Signature"), &QPushButton::clicked, this,
+            &DialogMetaDataSignature::on_buttonDelete_clicked);
+    addCloseButton();
+    restore();
+}
+
+bool DialogMetaDataSignature::isSigned() const {
+    return m_database.metaData().verifySignature(m_item, 0, {});
+}
+
+void DialogMetaDataSignature::on_buttonVerify_clicked() {
+    common::guarded(this, [this] {
+        m_database.metaData().verifySignature(m_item, method(), key()) ? tellVerified()
+                                                                       : tellNotVerified();
+    });
+}
+
+void DialogMetaDataSignature::on_buttonCreate_clicked() {
+    common::guarded(this, [this] {
+        if (isSigned() &&
+            !common::confirmed(this, "The item is already signed.\nOverwrite existing signature?"))
+            return;
+        m_database.metaData().createSignature(m_item, method(), key());
+        m_changed = true;
+        common::showInformation(this, "Signature successfully created.");
+    });
+}
+
+void DialogMetaDataSignature::on_buttonDelete_clicked() {
+    common::guarded(this, [this] {
+        if (!isSigned()) {
+            common::showInformation(this, "The item is not signed.");
+            return;
+        }
+        if (!common::confirmed(this, "Delete signature?"))
+            return;
+        m_database.metaData().createSignature(m_item, 0, {});
+        m_changed = true;
+        common::showInformation(this, "Signature successfully deleted.");
+    });
+}

@@ -1,0 +1,39 @@
+// Asks for the database file to open and for its cache size. Opens nothing itself.
+#pragma once
+
+#include "window/common/programsettings.h"
+#include "qrb/context.h"
+
+#include <QDialog>
+#include <QStringList>
+#include <cstdint>
+#include <memory>
+
+namespace Ui {
+class DialogOpenSettings;
+}
+
+class DialogOpenSettings : public QDialog {
+    Q_OBJECT
+
+public:
+    // Runs the dialog; location and cacheSize (bytes) are changed only when it is accepted, which
+    // is what the result tells. locations are offered in the list.
+    static bool edit(const tarvo::qrb::Context& context, QString& location,
+                     std::uint64_t& cacheSize, const QStringList& locations, QWidget* parent);
+
+    ~DialogOpenSettings() override;
+
+public slots:
+    void accept() override;
+
+private slots:
+    void on_buttonLocation_clicked();
+
+private:
+    DialogOpenSettings(const QStringList& locations, QWidget* parent);
+    QString location() const;
+
+    std::unique_ptr<Ui::DialogOpenSettings> m_ui;
+    tarvo::common::DialogSettings m_settings;
+};

@@ -1,0 +1,122 @@
+#include "window/dialogs/dialogsignature.h"
+
+#include "window/common/appearance.h"
+#include "window/common/messageboxes.h"
+#include "ui_dialogsignature.h"
+
+#include <QPushButton>
+#include <QRegularExpressionValidator>
+#include <QStyle>
+#include <QUuid>
+
+namespace common = tarvo::common;
+
+namespace {
+
+// Only judges the text; typing is free.
+QValidator::State judge(QString text) {
+    static const QRegularExpressionValidator validator(
+        QRegularExpression(R"(^([a-fA-F0-9]{2}[-,\s]+)*$)"));
+    int position = 0;
+    return validator.validate(text, position);
+}
+
+}  // namespace
+
+DialogSignature::DialogSignature(const QString& settingsGroup, const QString& nameLabel,
+                                 const QString& name, QWidget* parent)
+    : QDialog(parent), m_ui(std::make_unique<Ui::DialogSignature>()), m_settings(settingsGroup) {
+    m_ui->setupUi(this);
+    common::useTextPaneFont(m_ui->editKey);
+    if (nameLabel.isEmpty()) {
+        m_ui->labelName->hide();
+        m_ui->editName->hide();
+    } else {
+        m_ui->labelName->setText(nameLabel);
+        m_ui->editName->setText(name);
+        m_ui->editName->setCursorPosition(0);
+    }
+    m_ui->editMethod->setFocus();
+}
+
+DialogSignature::~DialogSignature() {
+    m_settings.saveGeometryOf(this);
+    m_settings.setValue("SignatureMethod", m_ui->editMethod->currentIndex());
+    m_settings.setValue("SignatureKey", m_ui->editKey->toPlainText().toUtf8());
+}
+
+void DialogSignature::addMethod(const QString& text, std::uint32_t method) {
+    m_ui->editMethod->addItem(text, method);
+}
+
+void DialogSignature::restore() {
+    m_settings.restoreGeometryOf(this);
+    if (m_settings.contains("SignatureMethod"))
+        m_ui->editMethod->setCurrentIndex(m_settings.value("SignatureMethod").toInt());
+    if (m_settings.contains("SignatureKey"))
+        m_ui->editKey->setPlainText(
+            QString::fromUtf8(m_settings.value("SignatureKey").toByteArray()));
+    // A method that is not offered any more.
+    if (m_ui->editMethod->currentIndex() < 0)
+        m_ui->editMethod->setCurrentIndex(0);
+}
+
+QPushButton* DialogSignature::addButton(const QString& name, const QString& text) {
+    auto* button = m_ui->buttonBox->addButton(text, QDialogButtonBox::ActionRole);
+    button->setObjectName(name);
+    button->setAutoDefault(false);
+    return button;
+}
+
+void DialogSignature::addCloseButton() {
+    m_ui->buttonBox->addButton(QDialogButtonBox::Close);
+    connect(m_ui->buttonBox, &QDialogButtonBox::rejected, this, &QDialog::reject);
+}
+
+void DialogSignature::setKeyEnabled(bool enabled) {
+    for (QWidget* widget :
+         {static_cast<QWidget*>(m_ui->labelKey), static_cast<QWidget*>(m_ui->editKey),
+          static_cast<QWidget*>(m_ui->labelKeySize), static_cast<QWidget*>(m_ui->buttonRandomKey)})
+        widget->setEnabled(enabled);
+}
+
+std::uint32_t DialogSignature::method() const {
+    return m_ui->editMethod->currentData().toUInt();
+}
+
+QByteArray DialogSignature::keyBytes() const {
+    return QByteArray::fromHex(m_ui->editKey->toPlainText().toUtf8());
+}
+
+std::vector<std::uint8_t> DialogSignature::key() const {
+    const QByteArray bytes = keyBytes();
+    return {bytes.begin(), bytes.end()};
+}
+
+void DialogSignature::on_editKey_textChanged() {
+    m_ui->labelKeySize->setText(QString("(%0 bytes)").arg(keyBytes().size()));
+    const bool invalid = judge(m_ui->editKey->toPlainText()) == QValidator::Invalid;
+    if (m_ui->editKey->property("invalid").toBool() == invalid)
+        return;
+    m_ui->editKey->setProperty("invalid", invalid);
+    // Rules of the style sheet on properties apply only when the widget is polished again.
+    m_ui->editKey->style()->unpolish(m_ui->editKey);
+    m_ui->editKey->style()->polish(m_ui->editKey);
+}
+
+void DialogSignature::on_buttonRandomKey_clicked() {
+    QString key =
+        (QUuid::createUuid().toRfc4122().toHex() + QUuid::createUuid().toRfc4122().toHex());
+    for (int i = 1; i <= 31; ++i)
+        key.insert(3 * i - 1, i % 8 == 0 ? '\n' : ' ');
+    m_ui->editKey->setPlainText(key);
+}
+
+void DialogSignature::tellVerified() {
+    common::showInformation(this, "Signature successfully verified.");
+    accept();
+}
+
+void DialogSignature::tellNotVerified() {
+    common::showWarning(this, "No valid signature found or wrong key given.");
+}

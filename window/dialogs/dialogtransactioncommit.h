@@ -1,0 +1,14 @@
+// Asks how the changelog entry of a commit is to be signed. Commits nothing itself.
+#pragma once
+
+#include "window/dialogs/dialogsignature.h"
+
+class DialogTransactionCommit : public DialogSignature {
+    Q_OBJECT
+
+public:
+    explicit DialogTransactionCommit(QWidget* parent);
+
+private slots:
+    void on_editMethod_currentIndexChanged(int index);
+};

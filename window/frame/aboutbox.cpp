@@ -1,0 +1,49 @@
+#include "window/frame/aboutbox.h"
+
+#include "window/common/textformat.h"
+#include "catalogue/catalogue.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QIcon>
+#include <QMessageBox>
+#include <QStringList>
+
+namespace {
+
+QString definitionsLine(const QString& title, const tarvo::catalogue::Stamp& stamp) {
+    return QString("%1 %2 (%3)")
+        .arg(title, QString::fromStdString(stamp.version), QString::fromStdString(stamp.date));
+}
+
+}  // namespace
+
+QString aboutText(const QString& windowTitle, const tarvo::qrb::Context& context) {
+    const auto text = [](const std::string& utf8) { return QString::fromStdString(utf8); };
+    return QStringList{
+        windowTitle + ' ' + tarvo::common::programVersionText(),
+        "",
+        definitionsLine("QRB Point Attribute Definitions", tarvo::catalogue::attributesStamp()),
+        definitionsLine("QRB Meta Data Item Definitions", tarvo::catalogue::metaDataStamp()),
+        definitionsLine("QRB File Schema Definitions", tarvo::catalogue::schemasStamp()),
+        "",
+        text(context.interfaceName() + " " + context.interfaceVersion()),
+        tarvo::common::libraryTitle(text(context.libraryName()), text(context.libraryVersion())),
+        "Path: " + QDir::toNativeSeparators(text(context.libraryFilename())),
+        "",
+        QString("Qt Library ") + qVersion(),
+        QString(150, '_'),
+        "",
+        text(context.libraryLicense()),
+    }
+        .join('\n');
+}
+
+void showAboutBox(QWidget* parent, const tarvo::qrb::Context& context) {
+    QMessageBox box(QMessageBox::NoIcon, QString(), QString(), QMessageBox::Ok, parent);
+    // The library's texts must not be taken for rich text.
+    box.setTextFormat(Qt::PlainText);
+    box.setText(aboutText(parent->windowTitle(), context));
+    box.setIconPixmap(QIcon(":/resources/logo.png").pixmap(64, 64));
+    box.exec();
+}

@@ -1,0 +1,224 @@
+// MainWindow: the life of the open database.
+#include "window/frame/mainwindow.h"
+
+#include "window/common/guard.h"
+#include "window/common/messageboxes.h"
+#include "window/common/recentfiles.h"
+#include "window/dialogs/dialogopensettings.h"
+#include "window/panels/changelogpanel.h"
+#include "window/frame/commandline.h"
+#include "window/panels/pointdatapanel.h"
+#include "qrb/error.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QProgressDialog>
+#include <QTimer>
+#include <algorithm>
+#include <stdexcept>
+
+namespace common = tarvo::common;
+
+namespace {
+
+constexpr int retryDelay = 200;  // milliseconds
+
+bool isTextFileName(const QString& fileName) {
+    return fileName.endsWith(".txt", Qt::CaseInsensitive);
+}
+
+}  // namespace
+
+void MainWindow::evaluateCommandLine(const QString& textFileName) {
+    const QStringList arguments = QCoreApplication::arguments();
+    if (const auto rectangle = windowRectangle(arguments))
+        setGeometry(*rectangle);
+    if (!textFileName.isEmpty()) {
+        common::guarded(this, [&] { m_changelog->loadTextFile(textFileName); });
+        return;
+    }
+    for (const QString& argument : arguments) {
+        if (isDatabaseFile(argument)) {
+            openDatabase(argument, true);
+            return;
+        }
+        if (isTextFileName(argument)) {
+            common::guarded(this, [&] { m_changelog->loadTextFile(argument); });
+            return;
+        }
+    }
+}
+
+void MainWindow::openDatabase(QString fileName, bool skipDialog) {
+    common::guarded(this, [&] {
+        tarvo::qrb::pointcloud::OpenSettings settings(m_session.context);
+        if (!skipDialog &&
+            !DialogOpenSettings::edit(m_session.context, fileName, settings.cacheSize,
+                                      common::RecentFiles::list(), this))
+            return;
+        fileName = QDir::toNativeSeparators(QFileInfo(fileName).absoluteFilePath());
+        tryToOpen(fileName, settings);
+        if (mayDropDatabase())
+            replaceDatabase(fileName, settings);
+    });
+}
+
+// Throws for a file that can't be opened while that would cost a pending transaction.
+void MainWindow::tryToOpen(const QString& fileName,
+                           const tarvo::qrb::pointcloud::OpenSettings& settings) const {
+    if (!isPending() || tarvo::files::identityOf(fileName.toStdString()) == m_session.identity)
+        return;
+    const common::WaitCursor waiting;
+    tarvo::qrb::Pointcloud(m_session.context).open(fileName.toStdString(), settings);
+}
+
+void MainWindow::replaceDatabase(const QString& fileName,
+                                 const tarvo::qrb::pointcloud::OpenSettings& settings) {
+    try {
+        dropDatabase();
+        const common::WaitCursor waiting;
+        auto database = std::make_shared<tarvo::qrb::Pointcloud>(m_session.context);
+        const auto identity = tarvo::files::identityOf(fileName.toStdString());
+        database->open(fileName.toStdString(), settings);
+        if (tarvo::files::identityOf(fileName.toStdString()) != identity)
+            throw std::runtime_error("The file was replaced while it was opened.\nOpen it again.");
+        m_session.database = std::move(database);
+        m_session.identity = identity;
+    } catch (...) {
+        refreshPanels();
+        throw;
+    }
+    common::RecentFiles::add(fileName);
+    m_session.fileName = fileName;
+    refreshPanels();
+}
+
+// Tells when the file under the open database's name is not the one that was opened any more, and
+// opens what is there now, or closes the database, if the user wants that.
+void MainWindow::checkFile() {
+    common::guarded(this, [this] {
+        const auto state = m_session.fileState();
+        const bool overwritten =
+            state == DatabaseSession::FileState::AS_OPENED && m_session.isOverwritten();
+        if (!m_session.database || (state == DatabaseSession::FileState::AS_OPENED && !overwritten))
+            return;
+        updateStatus();
+        const bool replaced = overwritten || state == DatabaseSession::FileState::REPLACED;
+        const bool pending = isPending();
+        QString text =
+            QString(overwritten ? "\"%0\" was written over with another database since it was "
+                                  "opened.\nWhat was opened is not there any more.\n"
+                    : replaced  ? "\"%0\" was replaced by another file since it was opened.\n"
+                                : "\"%0\" was deleted or renamed since it was opened.\n")
+                .arg(m_session.fileName);
+        if (!overwritten)
+            text +=
+                "What the window shows is as it was; it can be read and exported, but not "
+                "changed.\n";
+        if (pending)
+            text +=
+                "The pending transaction can only be committed once the file is back in its "
+                "place.\nAll its changes will be lost if you go on.\n";
+        text += replaced ? "\nOpen the file that is there now?" : "\nClose the database?";
+        // What the window shows may be the last copy there is.
+        if (!common::lossConfirmed(this, text))
+            return;
+        if (replaced) {
+            const QString fileName = m_session.fileName;
+            const tarvo::qrb::pointcloud::OpenSettings settings(m_session.context);
+            tryToOpen(fileName, settings);
+            replaceDatabase(fileName, settings);
+        } else {
+            dropDatabase();
+            refreshPanels();
+        }
+    });
+}
+
+bool MainWindow::isPending() const {
+    return m_session.database && m_session.database->transactions().pending();
+}
+
+// Whether the changes of a pending transaction, if there is one, may get lost.
+bool MainWindow::mayDropDatabase() {
+    if (!isPending())
+        return true;
+    // There may be several windows.
+    if (isVisible()) {
+        raise();
+        activateWindow();
+    }
+    return common::lossConfirmed(
+        this, QString("A transaction is pending in \"%0\".\nAll its changes will be lost. Go on?")
+                  .arg(m_session.fileName));
+}
+
+// Ends what works on the database and drops the handle.
+void MainWindow::dropDatabase() {
+    m_pointData->cancelAction()->trigger();
+    m_changelog->clear();
+    const auto database = std::move(m_session.database);
+    m_session.database.reset();
+    m_session.fileName.clear();
+    m_session.identity.reset();
+    if (database && database->isOpen())
+        database->close();
+}
+
+// Whether something of this window is at work on the database, or waits for an answer. A progress
+// dialog may be hidden and its work still go on.
+bool MainWindow::isBusy() const {
+    if (findChild<QProgressDialog*>())
+        return true;
+    const auto dialogs = findChildren<QDialog*>();
+    return std::any_of(dialogs.begin(), dialogs.end(), [](const QDialog* dialog) {
+        return dialog->isVisible() && dialog->isModal();
+    });
+}
+
+void MainWindow::openFile(const QString& fileName) {
+    if (m_closed || !QFileInfo(fileName).isFile())
+        return;
+    // A dialog may be at work on the database that would be dropped.
+    if (QApplication::activeModalWidget() || isBusy()) {
+        QTimer::singleShot(retryDelay, this, [this, fileName] { openFile(fileName); });
+        return;
+    }
+    if (isDatabaseFile(fileName))
+        openDatabase(fileName, true);
+    else if (isTextFileName(fileName))
+        openTextFile(fileName);
+}
+
+// The changelog of a database that is open must not be mistaken for that of a text file.
+void MainWindow::openTextFile(const QString& fileName) {
+    common::guarded(this, [&] {
+        if (!m_session.database) {
+            m_changelog->loadTextFile(fileName);
+            return;
+        }
+        if (!common::confirmed(this, QString("The window shows the changelog of the database that "
+                                             "is open.\nShow \"%0\" in a new window?")
+                                         .arg(QDir::toNativeSeparators(fileName))))
+            return;
+        auto* window = new MainWindow(fileName);
+        window->setAttribute(Qt::WA_DeleteOnClose);
+        window->show();
+    });
+}
+
+bool MainWindow::isOpenable(const QString& fileName) const {
+    return isDatabaseFile(fileName) || isTextFileName(fileName);
+}
+
+bool MainWindow::isDatabaseFile(const QString& fileName) const {
+    if (!QFileInfo(fileName).isFile())
+        return false;
+    try {
+        return m_session.context.databaseFileTypeCheck(fileName.toStdString());
+    } catch (const tarvo::qrb::Error&) {
+        return false;
+    }
+}

@@ -1,0 +1,19 @@
+#include "window/frame/librarychoice.h"
+
+void LibraryChoice::ask(const QString& name) {
+    if (!restart)
+        previous = fileName;
+    fileName = name;
+    restart = true;
+}
+
+void LibraryChoice::takeBack() {
+    if (restart)
+        fileName = previous;
+    restart = false;
+}
+
+LibraryChoice& libraryChoice() {
+    static LibraryChoice choice;
+    return choice;
+}

@@ -1,0 +1,357 @@
+#include "window/frame/mainwindow.h"
+
+#include "window/common/guard.h"
+#include "window/common/messageboxes.h"
+#include "window/common/programsettings.h"
+#include "window/common/recentfiles.h"
+#include "window/common/theme.h"
+#include "window/dialogs/dialogexportasqrb.h"
+#include "window/dialogs/dialogvalidate.h"
+#include "window/frame/aboutbox.h"
+#include "window/panels/changelogpanel.h"
+#include "window/frame/databasecreation.h"
+#include "window/panels/databasepanel.h"
+#include "window/panels/inspectionpanel.h"
+#include "window/frame/librarychoice.h"
+#include "window/panels/metadatapanel.h"
+#include "window/frame/mimefile.h"
+#include "window/frame/openwindows.h"
+#include "window/panels/pointattributespanel.h"
+#include "window/panels/pointdatapanel.h"
+#include "window/panels/pointindexpanel.h"
+#include "window/panels/transactionspanel.h"
+#include "window/frame/viewmenu.h"
+#include "ui_mainwindow.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QLabel>
+#include <QMimeData>
+#include <QToolBar>
+#include <QToolButton>
+#include <exception>
+
+namespace common = tarvo::common;
+
+namespace {
+
+// What the status line adds to the file's name.
+QString remarkOn(DatabaseSession::FileState state) {
+    switch (state) {
+        case DatabaseSession::FileState::REPLACED:
+            return " (replaced by another file since it was opened)";
+        case DatabaseSession::FileState::GONE:
+            return " (deleted or renamed since it was opened)";
+        default:
+            return {};
+    }
+}
+
+}  // namespace
+
+MainWindow::MainWindow(const QString& textFileName) : m_ui(std::make_unique<Ui::MainWindow>()) {
+    m_ui->setupUi(this);
+    // After the form, whose automatic connection would reach into the panels.
+    createPanels();
+    createStatusLabel();
+    m_ui->menuBar->insertMenu(m_ui->menuWindow->menuAction(), createViewMenu(this));
+    m_ui->tabWidget->setCurrentWidget(m_ui->tabDatabase);
+    addAction(m_pointData->findAction());
+    refreshPanels();
+    restoreWindowGeometry();
+
+    m_ui->actionProgramSettings->setEnabled(false);
+    m_ui->actionProgramSettings->setVisible(false);
+    m_ui->actionFactoryMode->setEnabled(false);
+    m_ui->actionFactoryMode->setVisible(false);
+    common::adaptToolTips(this);
+    evaluateCommandLine(textFileName);
+}
+
+MainWindow::~MainWindow() {
+    // Queries of the panels must be gone before the context.
+    for (Panel* panel : m_panels)
+        delete panel;
+}
+
+void MainWindow::createPanels() {
+    auto* database = new DatabasePanel(m_session, m_ui->tabDatabase);
+    connect(database, &DatabasePanel::libraryChosen, this, &MainWindow::switchLibrary);
+    addPanel(m_ui->tabDatabase, database);
+
+    auto* transactions = new TransactionsPanel(m_session, m_ui->tabTransactions);
+    connect(transactions, &TransactionsPanel::fileLost, this, &MainWindow::checkFile);
+    addPanel(m_ui->tabTransactions, transactions);
+
+    m_changelog = new ChangelogPanel(m_session, m_ui->tabChangelog);
+    connect(m_changelog, &ChangelogPanel::textFileLoaded, this, [this] {
+        updateTabs();
+        updateActions();
+    });
+    addPanel(m_ui->tabChangelog, m_changelog);
+
+    addPanel(m_ui->tabMetaData, new MetaDataPanel(m_session, m_ui->tabMetaData));
+    addPanel(m_ui->tabPointAttributes,
+             new PointAttributesPanel(m_session, m_ui->tabPointAttributes));
+    auto* index = new PointIndexPanel(m_session, m_ui->tabPointIndex);
+    addPanel(m_ui->tabPointIndex, index);
+
+    m_pointData = new PointDataPanel(m_session, m_ui->tabPointData);
+    connect(m_pointData, &PointDataPanel::shown, this,
+            [this] { m_ui->tabWidget->setCurrentWidget(m_ui->tabPointData); });
+    connect(index, &PointIndexPanel::nodeChosen, m_pointData, &PointDataPanel::showNode);
+    connect(index, &PointIndexPanel::historyChanged, m_pointData, &PointDataPanel::refreshHistory);
+    connect(m_pointData, &PointDataPanel::historyChanged, index, &PointIndexPanel::refreshHistory);
+    addPanel(m_ui->tabPointData, m_pointData);
+
+    addPanel(m_ui->tabInspection, new InspectionPanel(m_session, m_ui->tabInspection));
+}
+
+void MainWindow::addPanel(QWidget* tab, Panel* panel) {
+    tab->layout()->addWidget(panel);
+    // Toolbars leave their buttons out of the tab order, and many actions stand nowhere else.
+    for (const QToolBar* toolBar : panel->findChildren<QToolBar*>())
+        for (QToolButton* button : toolBar->findChildren<QToolButton*>())
+            button->setFocusPolicy(Qt::TabFocus);
+    connect(panel, &Panel::databaseChanged, this, &MainWindow::refreshPanels);
+    m_panels.push_back(panel);
+}
+
+void MainWindow::createStatusLabel() {
+    m_statusLabel = new QLabel(this);
+    m_statusLabel->setObjectName("labelStatus");
+    m_statusLabel->setTextFormat(Qt::PlainText);
+    m_statusLabel->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    // A long file name must not widen the window.
+    m_statusLabel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_ui->statusBar->addWidget(m_statusLabel, 1);
+}
+
+void MainWindow::restoreWindowGeometry() {
+    const common::ProgramSettings settings;
+    if (settings.contains("Geometry"))
+        restoreGeometry(settings.value("Geometry").toByteArray());
+}
+
+void MainWindow::refreshPanels() {
+    updateTabs();
+    QStringList unread;
+    QStringList reasons;
+    for (Panel* panel : m_panels) {
+        // Each on its own: what one can't read keeps nothing from the others.
+        try {
+            const common::WaitCursor waiting;
+            panel->refresh();
+        } catch (...) {
+            const auto [text, details] = common::describe(std::current_exception());
+            unread += m_ui->tabWidget->tabText(m_ui->tabWidget->indexOf(panel->parentWidget()));
+            reasons += details.isEmpty() ? text : text + '\n' + details;
+        }
+    }
+    updateActions();
+    reasons.removeDuplicates();
+    if (!unread.isEmpty())
+        common::showError(this, "What could not be read: " + unread.join(", ") + ".",
+                          reasons.join("\n\n"));
+}
+
+void MainWindow::updateTabs() {
+    const bool open = m_session.database != nullptr;
+    // Else each tab that is disabled would bring up the next one, for nothing.
+    if (!open && m_ui->tabWidget->currentWidget() != m_ui->tabChangelog)
+        m_ui->tabWidget->setCurrentWidget(m_ui->tabDatabase);
+    for (int i = 0; i < m_ui->tabWidget->count(); ++i) {
+        const QWidget* tab = m_ui->tabWidget->widget(i);
+        m_ui->tabWidget->setTabEnabled(
+            i, open || tab == m_ui->tabDatabase || tab == m_ui->tabChangelog);
+    }
+    updateStatus();
+}
+
+void MainWindow::updateStatus() {
+    QString status = "no database opened";
+    if (m_session.database)
+        status = m_session.fileName + remarkOn(m_session.fileState());
+    else if (!m_changelog->textFileName().isEmpty())
+        status = m_changelog->textFileName();
+    m_statusLabel->setText(status);
+}
+
+void MainWindow::updateActions() {
+    const bool open = m_session.database != nullptr;
+    m_ui->actionReload->setEnabled(open);
+    m_ui->actionValidate->setEnabled(open);
+    m_ui->actionExportAsQRB->setEnabled(open);
+    m_ui->actionClose->setEnabled(open || !m_changelog->textFileName().isEmpty());
+    m_ui->actionOpenLastUsed->setEnabled(!common::RecentFiles::list().isEmpty());
+}
+
+void MainWindow::on_actionNew_triggered() {
+    common::guarded(this, [this] {
+        // Asked before there is a new file.
+        if (!mayDropDatabase())
+            return;
+        const QString fileName = createDatabase(m_session, this);
+        if (!fileName.isEmpty())
+            replaceDatabase(fileName, tarvo::qrb::pointcloud::OpenSettings(m_session.context));
+    });
+}
+
+void MainWindow::on_actionExportAsQRB_triggered() {
+    common::guarded(this, [this] {
+        if (!m_session.database)
+            return;
+        const QString fileName = DialogExportAsQRB::run(
+            {*m_session.database, m_session.fileName, m_session.identity},
+            m_pointData->filterText(), m_pointData->nodesText(),
+            [this](const QString& place) { refuseOpenDatabase(place, m_session); }, this);
+        m_pointData->refreshHistory();
+        if (!fileName.isEmpty())
+            openDatabase(fileName, true);
+    });
+}
+
+void MainWindow::on_actionOpen_triggered() {
+    openDatabase(m_session.fileName, false);
+}
+
+void MainWindow::on_actionOpenLastUsed_triggered() {
+    const QStringList recent = common::RecentFiles::list();
+    if (!recent.isEmpty())
+        openDatabase(recent.first(), true);
+}
+
+void MainWindow::on_actionOpenClipboard_triggered() {
+    const QString name = localFileIn(QApplication::clipboard()->mimeData());
+    if (!name.isEmpty() && isDatabaseFile(name)) {
+        openDatabase(name, true);
+        return;
+    }
+    common::showUnbrokenInformation(this,
+                                    "No database file name found in the clipboard.\n"
+                                    "Please copy a file or a file name to the clipboard.");
+}
+
+void MainWindow::on_actionReload_triggered() {
+    const auto shown = m_session.database;
+    checkFile();
+    if (m_session.database != shown)
+        return;
+    const bool running = m_pointData->isQueryRunning();
+    if (running)
+        m_pointData->cancelAction()->trigger();
+    refreshPanels();
+    if (running)
+        m_pointData->runAction()->trigger();
+}
+
+void MainWindow::on_actionValidate_triggered() {
+    if (m_session.database)
+        DialogValidate(m_session.fileName, *m_session.database, this).exec();
+}
+
+void MainWindow::on_actionClose_triggered() {
+    common::guarded(this, [this] {
+        if (!mayDropDatabase())
+            return;
+        dropDatabase();
+        refreshPanels();
+    });
+}
+
+void MainWindow::on_actionQuit_triggered() {
+    // All are asked before the first one closes: a refusal leaves everything as it is.
+    const QList<MainWindow*> windows = openWindows();
+    for (MainWindow* window : windows) {
+        if (!window->mayClose())
+            return;
+    }
+    libraryChoice().takeBack();
+    for (MainWindow* window : windows)
+        window->closeUnasked();
+}
+
+void MainWindow::on_actionAbout_triggered() {
+    common::guarded(this, [this] { showAboutBox(this, m_session.context); });
+}
+
+void MainWindow::on_actionWindowNew_triggered() {
+    common::guarded(this, [] {
+        auto* window = new MainWindow;
+        window->setAttribute(Qt::WA_DeleteOnClose);
+        window->show();
+    });
+}
+
+void MainWindow::switchLibrary(const QString& fileName) {
+    if (!mayClose())
+        return;
+    libraryChoice().ask(fileName);
+    if (openWindows().size() > 1)
+        common::showInformation(this,
+                                "The library is switched as soon as all other windows are closed.");
+    closeUnasked();
+}
+
+void MainWindow::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::ApplicationPaletteChange)
+        common::adaptToolTips(this);
+    // The user comes back from where files are replaced.
+    if (event->type() == QEvent::ActivationChange && isActiveWindow())
+        updateStatus();
+}
+
+void MainWindow::showEvent(QShowEvent* event) {
+    QMainWindow::showEvent(event);
+    m_closed = false;
+}
+
+bool MainWindow::mayClose() {
+    bool may = !isBusy();
+    if (may)
+        common::guarded(this, [&] { may = mayDropDatabase(); });
+    return may;
+}
+
+void MainWindow::closeUnasked() {
+    m_closeAgreed = true;
+    close();
+    m_closeAgreed = false;
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    if (!m_closeAgreed && !mayClose()) {
+        event->ignore();
+        if (libraryChoice().restart && !isBusy() &&
+            !common::confirmed(this,
+                               "The library is to be switched as soon as this window and all "
+                               "others are closed.\nGo on waiting for that?"))
+            libraryChoice().takeBack();
+        return;
+    }
+    common::ProgramSettings().setValue("Geometry", saveGeometry());
+    // The window itself may live on, unseen, until all are closed.
+    m_closed = true;
+    common::guarded(this, [this] {
+        dropDatabase();
+        refreshPanels();
+    });
+    QMainWindow::closeEvent(event);
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+    const QString name = localFileIn(event->mimeData());
+    if (!name.isEmpty() && isOpenable(name))
+        event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event) {
+    const QString name = localFileIn(event->mimeData());
+    event->acceptProposedAction();
+    // Later: the program that the file comes from waits for the end of this event.
+    QMetaObject::invokeMethod(
+        this, [this, name] { openFile(name); }, Qt::QueuedConnection);
+}

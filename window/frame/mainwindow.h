@@ -1,0 +1,104 @@
+// The window of the program: menus, toolbar, the tabs with their panels, and the life of the open
+// database. Owns the session; the panels read it.
+#pragma once
+
+#include "window/panels/databasesession.h"
+
+#include <QMainWindow>
+#include <QString>
+#include <memory>
+#include <vector>
+
+class ChangelogPanel;
+class DatabasePanel;
+class Panel;
+class PointDataPanel;
+class PointIndexPanel;
+class QLabel;
+
+namespace Ui {
+class MainWindow;
+}
+
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+
+public:
+    // Examines the command line; shows the text file, if one is given, instead of the files that
+    // are named there. The library must be loaded. Throws tarvo::qrb::Error where it gives no
+    // context.
+    explicit MainWindow(const QString& textFileName = {});
+    ~MainWindow() override;
+
+    // Opens the file in place of the open one; asks for the settings before, unless told not to.
+    // Shows its errors; after a failed open no database is open, but where that would lose a
+    // pending transaction, which stays then.
+    void openDatabase(QString fileName, bool skipDialog);
+    // Opens a database file, or shows a changelog text file, in a new window if the user wants that
+    // where a database is open; as soon as no dialog is open. Other names are ignored.
+    void openFile(const QString& fileName);
+
+    const DatabaseSession& session() const { return m_session; }
+    // A closed window has let go of everything and takes nothing any more.
+    bool wasClosed() const { return m_closed; }
+
+public slots:
+    // Shows the session anew in every panel, in their fixed order.
+    void refreshPanels();
+
+protected:
+    void changeEvent(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+
+private slots:
+    void on_actionNew_triggered();
+    void on_actionOpen_triggered();
+    void on_actionOpenLastUsed_triggered();
+    void on_actionOpenClipboard_triggered();
+    void on_actionExportAsQRB_triggered();
+    void on_actionReload_triggered();
+    void on_actionValidate_triggered();
+    void on_actionClose_triggered();
+    void on_actionQuit_triggered();
+    void on_actionAbout_triggered();
+    void on_actionWindowNew_triggered();
+
+private:
+    void createPanels();
+    void addPanel(QWidget* tab, Panel* panel);
+    void createStatusLabel();
+    void restoreWindowGeometry();
+    void evaluateCommandLine(const QString& textFileName);
+
+    void replaceDatabase(const QString& fileName,
+                         const tarvo::qrb::pointcloud::OpenSettings& settings);
+    void tryToOpen(const QString& fileName,
+                   const tarvo::qrb::pointcloud::OpenSettings& settings) const;
+    void openTextFile(const QString& fileName);
+    void checkFile();
+    bool isPending() const;
+    bool isBusy() const;
+    bool mayClose();
+    void closeUnasked();
+    bool mayDropDatabase();
+    void dropDatabase();
+    void updateTabs();
+    void updateStatus();
+    void updateActions();
+    void switchLibrary(const QString& fileName);
+    bool isDatabaseFile(const QString& fileName) const;
+    bool isOpenable(const QString& fileName) const;
+
+    // Declared first: the panels refer to it until they are gone.
+    DatabaseSession m_session;
+    std::unique_ptr<Ui::MainWindow> m_ui;
+    std::vector<Panel*> m_panels;  // in the order of refreshing; owned by their tabs
+    ChangelogPanel* m_changelog = nullptr;
+    PointDataPanel* m_pointData = nullptr;
+    QLabel* m_statusLabel = nullptr;
+    bool m_closed = false;
+    bool m_closeAgreed = false;  // the user was asked already
+};

@@ -1,0 +1,31 @@
+#include "window/frame/openwindows.h"
+
+#include "window/frame/mainwindow.h"
+
+#include <QApplication>
+#include <stdexcept>
+
+QList<MainWindow*> openWindows() {
+    QList<MainWindow*> windows;
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+        if (auto* window = qobject_cast<MainWindow*>(widget); window && !window->wasClosed())
+            windows += window;
+    }
+    return windows;
+}
+
+void refuseOpenDatabase(const QString& fileName, const DatabaseSession& asking) {
+    const auto identity = tarvo::files::identityOf(fileName.toStdString());
+    if (!identity)
+        return;
+    for (const MainWindow* window : openWindows()) {
+        const DatabaseSession& session = window->session();
+        if (!session.database || session.identity != identity)
+            continue;
+        throw std::runtime_error(
+            &session == &asking
+                ? "This database is open.\nClose it first, or choose another location."
+                : "This database is open in another window.\n"
+                  "Close it there first, or choose another location.");
+    }
+}

@@ -1,0 +1,58 @@
+#include "window/panels/changelogentries.h"
+
+namespace {
+
+// An expression of the user's is given up after this many steps.
+QRegularExpression searchPattern(const QString& pattern) {
+    if (pattern.isEmpty())
+        return changelogEntryHeader();
+    return QRegularExpression("(*LIMIT_MATCH=1000000)" + pattern,
+                              QRegularExpression::CaseInsensitiveOption);
+}
+
+TextRange rangeOf(const QRegularExpressionMatch& match, bool header) {
+    return {match.capturedStart(), match.capturedLength() - (header ? 1 : 0)};
+}
+
+}  // namespace
+
+const QRegularExpression& changelogEntryHeader() {
+    static const QRegularExpression pattern(R"(\[#\d+\][^\n]*\n)");
+    return pattern;
+}
+
+int countChangelogEntries(const QString& text) {
+    int count = 0;
+    auto matches = changelogEntryHeader().globalMatch(text);
+    for (; matches.hasNext(); matches.next())
+        ++count;
+    return count;
+}
+
+std::optional<TextRange> nextInChangelog(const QString& text, const QString& pattern,
+                                         qsizetype from) {
+    const QRegularExpression searched = searchPattern(pattern);
+    if (!searched.isValid())
+        return std::nullopt;
+    const auto match = searched.match(text, from);
+    if (!match.hasMatch() || match.capturedLength() == 0)
+        return std::nullopt;
+    return rangeOf(match, pattern.isEmpty());
+}
+
+std::optional<TextRange> previousInChangelog(const QString& text, const QString& pattern,
+                                             qsizetype before) {
+    std::optional<TextRange> last;
+    const QRegularExpression searched = searchPattern(pattern);
+    if (!searched.isValid())
+        return std::nullopt;
+    auto matches = searched.globalMatch(text);
+    while (matches.hasNext()) {
+        const auto match = matches.next();
+        if (match.capturedStart() >= before)
+            break;
+        if (match.capturedLength() > 0)
+            last = rangeOf(match, pattern.isEmpty());
+    }
+    return last;
+}

@@ -1,0 +1,174 @@
+#include "window/panels/changelogpanel.h"
+
+#include "window/common/appearance.h"
+#include "window/common/filefilter.h"
+#include "window/common/guard.h"
+#include "window/common/messageboxes.h"
+#include "window/common/textfiles.h"
+#include "core/outputplace.h"
+#include "core/changelogentries.h"
+#include "window/dialogs/dialogchangelogmessage.h"
+#include "window/dialogs/dialogchangelogsignature.h"
+#include "window/panels/changelogentries.h"
+#include "window/panels/changelogsyntaxhighlighter.h"
+#include "ui_changelogpanel.h"
+
+#include <QDir>
+#include <QEvent>
+#include <QFileDialog>
+#include <stdexcept>
+
+namespace common = tarvo::common;
+
+namespace {
+
+QString readTextFile(const QString& fileName) {
+    QString text = QString::fromStdString(common::readFile(fileName, "Failed to open file."));
+    return text.replace("\r\n", "\n");
+}
+
+}  // namespace
+
+ChangelogPanel::ChangelogPanel(const DatabaseSession& session, QWidget* parent)
+    : Panel(session, parent), m_ui(std::make_unique<Ui::ChangelogPanel>()) {
+    m_ui->setupUi(this);
+    common::useTextPaneFont(m_ui->editChangelog);
+    m_ui->buttonChangelogPrevious->setDefaultAction(m_ui->actionChangelogPrevious);
+    m_ui->buttonChangelogNext->setDefaultAction(m_ui->actionChangelogNext);
+    m_highlighter = new ChangelogSyntaxHighlighter(m_ui->editChangelog->document());
+    m_highlighter->adaptTo(palette());
+    connect(m_ui->editChangelogSearch, &QLineEdit::returnPressed, m_ui->actionChangelogNext,
+            &QAction::trigger);
+    updateActions();
+}
+
+ChangelogPanel::~ChangelogPanel() = default;
+
+void ChangelogPanel::updateActions() {
+    const bool open = database() != nullptr;
+    m_ui->actionChangelogExportToTextfile->setEnabled(open);
+    const bool pending = open && database()->transactions().pending();
+    m_ui->actionChangelogAppendMessage->setEnabled(pending);
+    m_ui->actionChangelogImportFromDatabase->setEnabled(pending);
+}
+
+void ChangelogPanel::changeEvent(QEvent* event) {
+    Panel::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        m_highlighter->adaptTo(palette());
+}
+
+void ChangelogPanel::refresh() {
+    updateActions();
+    if (!database())
+        return;
+    m_textFileName.clear();
+    try {
+        m_ui->editChangelog->setPlainText(
+            QString::fromStdString(tarvo::core::readChangelog(database()->changelog())));
+    } catch (const std::exception& error) {
+        m_ui->editChangelog->setPlainText(
+            QString("Failed to load changelog: %0").arg(QString::fromUtf8(error.what())));
+    }
+}
+
+void ChangelogPanel::clear() {
+    m_textFileName.clear();
+    m_ui->editChangelog->clear();
+}
+
+void ChangelogPanel::loadTextFile(const QString& fileName) {
+    m_ui->editChangelog->setPlainText(readTextFile(fileName));
+    m_textFileName = QDir::toNativeSeparators(fileName);
+    emit textFileLoaded();
+}
+
+void ChangelogPanel::on_actionChangelogLoadFromTextfile_triggered() {
+    const QString name = QFileDialog::getOpenFileName(this, "Load changelog from textfile",
+                                                      QString(), "Text files (*.txt)");
+    if (!name.isEmpty())
+        guarded([&] { loadTextFile(name); });
+}
+
+void ChangelogPanel::on_actionChangelogExportToTextfile_triggered() {
+    const QString name = QFileDialog::getSaveFileName(this, "Export changelog to textfile",
+                                                      "changelog.txt", "Text files (*.txt)");
+    if (name.isEmpty())
+        return;
+    const bool done = guarded([&] {
+        tarvo::core::checkOutputPlace(m_session.context, name.toStdString(),
+                                      {m_session.fileName.toStdString()});
+        database()->changelog().exportToTextfile(name.toStdString());
+    });
+    if (done)
+        emit databaseChanged();
+}
+
+void ChangelogPanel::on_actionChangelogImportFromDatabase_triggered() {
+    const QString name = QFileDialog::getOpenFileName(
+        this, "Import changelog from database", QString(), common::databaseFileDialogFilter());
+    if (name.isEmpty())
+        return;
+    const bool done = guarded([&] {
+        const common::WaitCursor waiting;
+        database()->changelog().importFromDatabase(name.toStdString());
+    });
+    if (done)
+        emit databaseChanged();
+}
+
+void ChangelogPanel::on_actionChangelogAppendMessage_triggered() {
+    if (!database())
+        return;
+    DialogChangelogMessage dialog(this);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    const bool done =
+        guarded([&] { database()->changelog().appendMessage(dialog.message().toStdString()); });
+    if (done)
+        emit databaseChanged();
+}
+
+void ChangelogPanel::on_actionChangelogVerifyLogEntry_triggered() {
+    const QString text = m_ui->editChangelog->toPlainText();
+    const qsizetype position = m_ui->editChangelog->textCursor().position();
+    const std::string changelog = text.toStdString();
+    const auto entry = tarvo::core::changelogEntryAt(
+        changelog, static_cast<std::size_t>(text.left(position).toUtf8().size()));
+    const std::string signedText =
+        entry ? changelog.substr(entry->begin, entry->end - entry->begin) : std::string();
+    if (!tarvo::core::hasSignature(signedText)) {
+        common::showInformation(this, "Please select (double click) a signature first.");
+        return;
+    }
+    DialogChangelogSignature(QString::fromStdString(signedText), this).exec();
+}
+
+void ChangelogPanel::select(qsizetype start, qsizetype length) {
+    QTextCursor cursor = m_ui->editChangelog->textCursor();
+    cursor.setPosition(static_cast<int>(start));
+    cursor.setPosition(static_cast<int>(start + length), QTextCursor::KeepAnchor);
+    m_ui->editChangelog->setTextCursor(cursor);
+    m_ui->editChangelog->setFocus();
+}
+
+void ChangelogPanel::on_actionChangelogNext_triggered() {
+    const auto found =
+        nextInChangelog(m_ui->editChangelog->toPlainText(), m_ui->editChangelogSearch->text(),
+                        m_ui->editChangelog->textCursor().position());
+    if (found)
+        select(found->start, found->length);
+}
+
+void ChangelogPanel::on_actionChangelogPrevious_triggered() {
+    const auto found =
+        previousInChangelog(m_ui->editChangelog->toPlainText(), m_ui->editChangelogSearch->text(),
+                            m_ui->editChangelog->textCursor().anchor());
+    if (found)
+        select(found->start, found->length);
+}
+
+void ChangelogPanel::on_editChangelog_textChanged() {
+    m_ui->labelChangelogEntries->setText(
+        QString("Log entries: %1").arg(countChangelogEntries(m_ui->editChangelog->toPlainText())));
+}

@@ -1,0 +1,51 @@
+// The "Changelog" tab: the changelog of the database, or of a text file while no database is open.
+#pragma once
+
+#include "window/panels/panel.h"
+
+#include <memory>
+
+namespace Ui {
+class ChangelogPanel;
+}
+
+class ChangelogSyntaxHighlighter;
+
+class ChangelogPanel : public Panel {
+    Q_OBJECT
+
+public:
+    ChangelogPanel(const DatabaseSession& session, QWidget* parent = nullptr);
+    ~ChangelogPanel() override;
+
+    void refresh() override;
+    void clear();
+    // Shows a changelog text file. Throws tarvo::qrb::Error where it can't be read.
+    void loadTextFile(const QString& fileName);
+    // The text file that is shown; empty: none.
+    const QString& textFileName() const { return m_textFileName; }
+
+signals:
+    void textFileLoaded();
+
+private slots:
+    void on_actionChangelogLoadFromTextfile_triggered();
+    void on_actionChangelogExportToTextfile_triggered();
+    void on_actionChangelogVerifyLogEntry_triggered();
+    void on_actionChangelogAppendMessage_triggered();
+    void on_actionChangelogImportFromDatabase_triggered();
+    void on_actionChangelogNext_triggered();
+    void on_actionChangelogPrevious_triggered();
+    void on_editChangelog_textChanged();
+
+protected:
+    void changeEvent(QEvent* event) override;
+
+private:
+    void select(qsizetype start, qsizetype length);
+    void updateActions();
+
+    std::unique_ptr<Ui::ChangelogPanel> m_ui;
+    ChangelogSyntaxHighlighter* m_highlighter;  // owned by the document
+    QString m_textFileName;
+};

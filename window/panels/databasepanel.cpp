@@ -1,0 +1,116 @@
+#include "window/panels/databasepanel.h"
+
+#include "window/common/clipboard.h"
+#include "window/common/textformat.h"
+#include "window/panels/databasesummary.h"
+#include "window/panels/filemanager.h"
+#include "qrb/loader.h"
+#include "ui_databasepanel.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QLocale>
+#include <QMenu>
+
+namespace common = tarvo::common;
+
+DatabasePanel::DatabasePanel(const DatabaseSession& session, QWidget* parent)
+    : Panel(session, parent), m_ui(std::make_unique<Ui::DatabasePanel>()) {
+    m_ui->setupUi(this);
+    auto* menu = new QMenu(m_ui->toolButtonDatabaseFile);
+    menu->addActions({m_ui->actionDatabaseFileCopyPath, m_ui->actionDatabaseFileCopyName,
+                      m_ui->actionDatabaseFileCopyFolder, m_ui->actionDatabaseFileLocateFile});
+    m_ui->toolButtonDatabaseFile->setMenu(menu);
+    m_ui->toolButtonCurrentLibrary->setToolTip(m_ui->actionSwitchLibrary->toolTip());
+    connect(m_ui->toolButtonCurrentLibrary, &QToolButton::clicked, m_ui->actionSwitchLibrary,
+            &QAction::trigger);
+}
+
+DatabasePanel::~DatabasePanel() = default;
+
+void DatabasePanel::refresh() {
+    clear();
+    updateActions();
+    showLibrary();
+    if (database())
+        showDatabase();
+}
+
+void DatabasePanel::clear() {
+    for (QLineEdit* edit : findChildren<QLineEdit*>())
+        edit->clear();
+}
+
+void DatabasePanel::showLibrary() {
+    const auto& context = m_session.context;
+    const QString version = common::shortLibraryVersion(
+        common::libraryTitle(QString::fromStdString(context.libraryName()),
+                             QString::fromStdString(context.libraryVersion())));
+    const QString fileName =
+        QDir::toNativeSeparators(QString::fromStdString(context.libraryFilename()));
+    m_ui->editCurrentLibrary->setText(QString("%2 (%1)").arg(version, fileName));
+}
+
+void DatabasePanel::showDatabase() {
+    m_ui->editDatabaseFile->setText(m_session.fileName);
+    m_ui->editDatabaseSize->setText(sizeText());
+
+    const auto summary = DatabaseSummary::of(*database());
+    m_ui->editDatabaseUUID->setText(summary.uuid);
+    m_ui->editPointsTotal->setText(summary.pointsTotal);
+    m_ui->editChunkSize->setText(summary.chunkSize);
+    m_ui->editCompressionLevel->setText(summary.compressionLevel);
+    m_ui->editDatabaseCreator->setText(summary.creator);
+    m_ui->editPrimaryAttribute->setText(summary.primaryAttribute);
+    m_ui->editLevelOfDetail->setText(summary.levelOfDetail);
+    for (QLineEdit* edit : findChildren<QLineEdit*>())
+        edit->setCursorPosition(0);
+}
+
+// Of the file that was opened: another one under its name has nothing to do with what is shown.
+QString DatabasePanel::sizeText() const {
+    const qint64 bytes = QFileInfo(m_session.fileName).size();
+    if (m_session.fileState() != DatabaseSession::FileState::AS_OPENED)
+        return "unknown";
+    return QString("%1 (%2 B)")
+        .arg(common::humanReadableSize(static_cast<std::uint64_t>(bytes)),
+             QLocale().toString(bytes));
+}
+
+void DatabasePanel::updateActions() {
+    const bool open = database() && !m_session.fileName.isEmpty();
+    m_ui->toolButtonDatabaseFile->setEnabled(open);
+    for (QAction* action : {m_ui->actionDatabaseFileCopyPath, m_ui->actionDatabaseFileCopyName,
+                            m_ui->actionDatabaseFileCopyFolder, m_ui->actionDatabaseFileLocateFile})
+        action->setEnabled(open);
+}
+
+void DatabasePanel::on_actionDatabaseFileCopyPath_triggered() {
+    if (database())
+        common::copyToClipboard(m_session.fileName);
+}
+
+void DatabasePanel::on_actionDatabaseFileCopyName_triggered() {
+    if (database())
+        common::copyToClipboard(QFileInfo(m_session.fileName).fileName());
+}
+
+void DatabasePanel::on_actionDatabaseFileCopyFolder_triggered() {
+    if (database())
+        common::copyToClipboard(
+            QDir::toNativeSeparators(QFileInfo(m_session.fileName).absolutePath()));
+}
+
+void DatabasePanel::on_actionDatabaseFileLocateFile_triggered() {
+    if (database())
+        showInFileManager(m_session.fileName);
+}
+
+void DatabasePanel::on_actionSwitchLibrary_triggered() {
+    const QString name = QFileDialog::getOpenFileName(
+        this, "Switch QRB Library...", QString(),
+        QString("QRB Library (%1)").arg(tarvo::qrb::libraryFilePattern));
+    if (!name.isEmpty())
+        emit libraryChosen(QDir::toNativeSeparators(name));
+}

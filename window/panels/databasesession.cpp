@@ -1,0 +1,21 @@
+#include "window/panels/databasesession.h"
+
+#include "qrb/error.h"
+#include "qrb/qrb.h"
+
+DatabaseSession::FileState DatabaseSession::fileState() const {
+    const auto there = tarvo::files::identityOf(fileName.toStdString());
+    if (there == identity)
+        return FileState::AS_OPENED;
+    return there ? FileState::REPLACED : FileState::GONE;
+}
+
+bool DatabaseSession::isOverwritten() const {
+    try {
+        if (database)
+            (void)database->transactions().current();
+        return false;
+    } catch (const tarvo::qrb::Error& error) {
+        return error.code() == QRB_ERROR_STATE;
+    }
+}

@@ -1,0 +1,163 @@
+#include "window/panels/filterinsertmenu.h"
+
+#include "window/common/filterhistory.h"
+#include "window/common/messageboxes.h"
+#include "window/dialogs/dialograngequery.h"
+#include "window/panels/pointreader.h"
+
+#include <QLineEdit>
+
+namespace {
+
+QString dataOf(QObject* sender) {
+    const auto* action = qobject_cast<QAction*>(sender);
+    return action ? action->data().toString() : QString();
+}
+
+QIcon insertIcon(const QString& name) {
+    return QIcon(":/resources/gui/filter-" + name + ".png");
+}
+
+}  // namespace
+
+FilterInsertMenu::FilterInsertMenu(QLineEdit* target, QWidget* parent)
+    : QMenu(parent), m_target(target) {
+    m_attributes = addMenu(insertIcon("insert-attribute"), "Insert attribute name");
+    addProperties();
+    addOperators();
+    addCommands();
+    m_rangeQuery = addAction(insertIcon("insert-range"), "Insert range query...", this,
+                             &FilterInsertMenu::onPointDataFilterInsertRangeQuery);
+    m_rangeQuery->setEnabled(false);
+    addSeparator();
+    addAction(insertIcon("clear"), "Clear history", this,
+              &FilterInsertMenu::onPointDataFilterClearHistory);
+    addAction(insertIcon("clear"), "Clear filter", this,
+              &FilterInsertMenu::onPointDataFilterClearFilter);
+}
+
+void FilterInsertMenu::addEntry(QMenu* menu, const QString& label, const QString& text, Slot slot) {
+    QAction* action = menu->addAction(menu->icon(), label, this, slot);
+    action->setData(text);
+}
+
+void FilterInsertMenu::addProperties() {
+    QMenu* menu = addMenu(insertIcon("insert-attribute"), "Insert attribute property");
+    for (const char* property : {":minimum", ":maximum", ":default", ":invalid"})
+        addEntry(menu, property, property, &FilterInsertMenu::onPointDataFilterInsertProperty);
+}
+
+void FilterInsertMenu::addOperators() {
+    struct Operator {
+        const char* label;
+        const char* text;
+    };
+    static constexpr Operator separator{nullptr, nullptr};
+    static constexpr Operator operators[] = {
+        {"is equal to (==)", "=="},
+        {"not equal to (!=)", "!="},
+        separator,
+        {"less than (<)", "<"},
+        {"less than or equal to (<=)", "<="},
+        separator,
+        {"greater than (>)", ">"},
+        {"greater than or equal to (>=)", ">="},
+        separator,
+        {"and (&&&&)", "&&"},
+        {"or (||)", "||"},
+        separator,
+        {"modulo (%)", "%"},
+    };
+    QMenu* menu = addMenu(insertIcon("insert-operator"), "Insert operator");
+    for (const Operator& entry : operators) {
+        if (entry.label)
+            addEntry(menu, entry.label, entry.text,
+                     &FilterInsertMenu::onPointDataFilterInsertOperator);
+        else
+            menu->addSeparator();
+    }
+}
+
+void FilterInsertMenu::addCommands() {
+    QMenu* menu = addMenu(insertIcon("insert-command"), "Insert command");
+    for (const char* command :
+         {"find largest leaf", "find fullest leaf", "find largest node", "find fullest node"})
+        addEntry(menu, command, command, &FilterInsertMenu::onPointDataFilterInsertCommand);
+}
+
+void FilterInsertMenu::setAttributes(
+    const std::vector<tarvo::qrb::pointcloud::PointAttribute>& attributes) {
+    m_definitions = attributes;
+    m_rangeQuery->setEnabled(!attributes.empty());
+    QStringList names;
+    for (const auto& attribute : attributes) {
+        const QString name = QString::fromStdString(attribute.name);
+        names += attribute.length > PointReader::maximumElements
+                     ? QStringList(name)
+                     : shownElements(name, attribute.length);
+    }
+    names.sort();
+    m_attributes->clear();
+    for (const QString& name : names) {
+        // A menu takes a single ampersand for the mark of a key.
+        addEntry(m_attributes, QString(name).replace('&', "&&"), name,
+                 &FilterInsertMenu::onPointDataFilterInsertAttribute);
+    }
+    m_attributes->setEnabled(!names.isEmpty());
+}
+
+void FilterInsertMenu::onPointDataFilterInsertAttribute() {
+    insertIntoFilter(m_target, dataOf(sender()));
+}
+
+void FilterInsertMenu::onPointDataFilterInsertProperty() {
+    insertPropertyIntoFilter(m_target, dataOf(sender()));
+}
+
+void FilterInsertMenu::onPointDataFilterInsertOperator() {
+    insertIntoFilter(m_target, dataOf(sender()));
+}
+
+void FilterInsertMenu::onPointDataFilterInsertCommand() {
+    insertIntoFilter(m_target, dataOf(sender()));
+}
+
+void FilterInsertMenu::onPointDataFilterInsertRangeQuery() {
+    DialogRangeQuery dialog(m_definitions, parentWidget());
+    if (dialog.exec() == QDialog::Accepted)
+        insertIntoFilter(m_target, dialog.expression());
+}
+
+void FilterInsertMenu::onPointDataFilterClearHistory() {
+    if (!tarvo::common::confirmed(parentWidget(), "Delete all recently used filter strings?"))
+        return;
+    tarvo::common::FilterHistory::clear();
+    emit historyCleared();
+}
+
+// Cut like an edit of the user, so that it ends a running query as one does.
+void FilterInsertMenu::onPointDataFilterClearFilter() {
+    m_target->selectAll();
+    m_target->insert(QString());
+}
+
+void insertIntoFilter(QLineEdit* target, const QString& text) {
+    target->insert(QString());
+    const int cursor = target->cursorPosition();
+    if (cursor > 0 && target->text()[cursor - 1] != ' ')
+        target->insert(" ");
+    target->insert(text + ' ');
+    target->setFocus();
+}
+
+void insertPropertyIntoFilter(QLineEdit* target, const QString& property) {
+    target->insert(QString());
+    while (target->cursorPosition() > 0) {
+        const QChar before = target->text()[target->cursorPosition() - 1];
+        if (before != ' ' && before != ':')
+            break;
+        target->backspace();
+    }
+    target->insert(property + ' ');
+    target->setFocus();
+}

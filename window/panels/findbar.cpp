@@ -1,0 +1,144 @@
+#include "window/panels/findbar.h"
+
+#include <QHBoxLayout>
+#include <QIcon>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QToolButton>
+#include <QTreeWidget>
+#include <algorithm>
+
+FindBar::FindBar(QTreeWidget* tree, QWidget* parent)
+    : QWidget(parent), m_tree(tree), m_text(new QLineEdit(this)), m_count(new QLabel(this)) {
+    setObjectName("findBar");
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(4);
+    m_text->setObjectName("editFind");
+    m_text->setPlaceholderText("find in the points shown");
+    m_text->setAccessibleName("Text to find");
+    m_text->setClearButtonEnabled(true);
+    m_text->installEventFilter(this);
+    layout->addWidget(m_text, 1);
+    m_count->setObjectName("labelFind");
+    m_count->setMinimumWidth(m_count->fontMetrics().horizontalAdvance("0000 of 0000"));
+    layout->addWidget(m_count);
+    connect(addButton("buttonFindPrevious", "go-up", "Previous hit [Shift+F3]"),
+            &QToolButton::clicked, this, &FindBar::previous);
+    connect(addButton("buttonFindNext", "go-down", "Next hit [F3]"), &QToolButton::clicked, this,
+            &FindBar::next);
+    connect(addButton("buttonFindClose", "cancel", "Close [Esc]"), &QToolButton::clicked, this,
+            &FindBar::dismiss);
+    connect(m_text, &QLineEdit::textChanged, this, [this] {
+        search();
+        if (m_hits.empty())
+            return;
+        const auto hit = std::lower_bound(m_hits.begin(), m_hits.end(), current());
+        show(hit == m_hits.end() ? 0 : static_cast<std::size_t>(hit - m_hits.begin()));
+    });
+    hide();
+}
+
+QToolButton* FindBar::addButton(const QString& name, const QString& icon, const QString& toolTip) {
+    auto* button = new QToolButton(this);
+    button->setObjectName(name);
+    button->setIcon(QIcon(":/resources/gui/" + icon + ".png"));
+    button->setToolTip(toolTip);
+    button->setAccessibleName(toolTip);
+    button->setAutoRaise(true);
+    layout()->addWidget(button);
+    return button;
+}
+
+void FindBar::open() {
+    setVisible(true);
+    m_text->selectAll();
+    m_text->setFocus();
+    search();
+}
+
+void FindBar::dismiss() {
+    hide();
+    m_tree->setFocus();
+}
+
+void FindBar::refresh() {
+    if (isVisible())
+        search();
+}
+
+void FindBar::search() {
+    m_hits.clear();
+    const QString text = m_text->text();
+    if (!text.isEmpty())
+        for (int row = 0; row < m_tree->topLevelItemCount(); ++row)
+            for (int column = 0; column < m_tree->columnCount(); ++column)
+                if (!m_tree->isColumnHidden(column) &&
+                    m_tree->topLevelItem(row)->text(column).contains(text, Qt::CaseInsensitive))
+                    m_hits.push_back({row, column});
+    updateCount();
+}
+
+FindBar::Hit FindBar::current() const {
+    const QTreeWidgetItem* item = m_tree->currentItem();
+    return item ? Hit{m_tree->indexOfTopLevelItem(const_cast<QTreeWidgetItem*>(item)),
+                      std::max(m_tree->currentColumn(), 0)}
+                : Hit{-1, 0};
+}
+
+void FindBar::show(std::size_t hit) {
+    m_tree->setCurrentItem(m_tree->topLevelItem(m_hits[hit].row), m_hits[hit].column);
+    m_tree->scrollTo(m_tree->currentIndex());
+    updateCount();
+}
+
+void FindBar::updateCount() {
+    if (m_text->text().isEmpty()) {
+        m_count->clear();
+        return;
+    }
+    const Hit now = current();
+    const auto at = std::lower_bound(m_hits.begin(), m_hits.end(), now);
+    const bool onHit = at != m_hits.end() && !(now < *at);
+    m_count->setText(m_hits.empty() ? QString("no hits")
+                     : onHit ? QString("%0 of %1").arg(at - m_hits.begin() + 1).arg(m_hits.size())
+                             : QString("%0 hits").arg(m_hits.size()));
+}
+
+void FindBar::next() {
+    search();
+    if (m_hits.empty())
+        return;
+    const auto hit = std::upper_bound(m_hits.begin(), m_hits.end(), current());
+    show(hit == m_hits.end() ? 0 : static_cast<std::size_t>(hit - m_hits.begin()));
+}
+
+void FindBar::previous() {
+    search();
+    if (m_hits.empty())
+        return;
+    const auto hit = std::lower_bound(m_hits.begin(), m_hits.end(), current());
+    show(hit == m_hits.begin() ? m_hits.size() - 1
+                               : static_cast<std::size_t>(hit - m_hits.begin()) - 1);
+}
+
+bool FindBar::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride || event->type() == QEvent::KeyPress) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        const bool enter = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
+        const bool step = enter || key->key() == Qt::Key_F3;
+        if (key->key() == Qt::Key_Escape || step) {
+            // Taken before the shortcuts of the window see it.
+            event->accept();
+            if (event->type() == QEvent::KeyPress) {
+                if (!step)
+                    dismiss();
+                else
+                    key->modifiers() & Qt::ShiftModifier ? previous() : next();
+            }
+            return true;
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}

@@ -1,0 +1,287 @@
+#include "window/panels/metadatapanel.h"
+
+#include "window/common/guard.h"
+#include "window/common/messageboxes.h"
+#include "window/widgets/numerictreewidgetitem.h"
+#include "window/common/progress.h"
+#include "window/common/textfiles.h"
+#include "window/common/textformat.h"
+#include "window/common/theme.h"
+#include "core/json.h"
+#include "core/metadatafile.h"
+#include "window/dialogs/dialogmetadata.h"
+#include "window/dialogs/dialogmetadatasignature.h"
+#include "ui_metadatapanel.h"
+
+#include <QFileDialog>
+#include <algorithm>
+
+namespace common = tarvo::common;
+namespace core = tarvo::core;
+
+namespace {
+
+// Bytes of a value that the list shows.
+constexpr std::size_t previewSize = 8192;
+
+enum MetaDataColumn { ITEM_NAME, ITEM_FORMAT, ITEM_SIZE, ITEM_VALUE };
+
+// Names that a box shows; the others are counted.
+constexpr std::size_t shownNames = 30;
+
+QString joined(const std::vector<std::string>& names) {
+    if (names.empty())
+        return "(none)";
+    QStringList shown;
+    for (std::size_t i = 0; i < std::min(names.size(), shownNames); ++i)
+        shown += QString::fromStdString(names[i]);
+    const QString text = shown.join(", ");
+    return names.size() > shownNames
+               ? QString("%0 and %1 more").arg(text).arg(names.size() - shownNames)
+               : text;
+}
+
+// What an import did: in short, and all names where those are more than a box holds.
+struct ImportReport {
+    QString text;
+    QString details;
+};
+
+ImportReport reportOf(const core::MetaDataImport& import, const std::vector<std::string>& skipped) {
+    ImportReport report{"Import successfully finished.\n", {}};
+    const auto add = [&](const QString& label, const std::vector<std::string>& names) {
+        report.text += QString("\n%0: %1").arg(label, joined(names));
+        if (names.size() <= shownNames)
+            return;
+        report.details += label + ":\n";
+        for (const std::string& name : names)
+            report.details += QString::fromStdString(name) + '\n';
+    };
+    add("Items added", import.added);
+    add("Items updated", import.updated);
+    if (!import.unchanged.empty())
+        add("Items unchanged", import.unchanged);
+    if (!import.unsignedNow.empty())
+        add("Items no longer signed", import.unsignedNow);
+    if (!skipped.empty())
+        add("Members skipped", skipped);
+    return report;
+}
+
+// One line that shows every character where it stands.
+QString previewOf(const std::string& value) {
+    std::size_t end = std::min(value.size(), previewSize);
+    while (end > 0 && end < value.size() && (static_cast<unsigned char>(value[end]) & 0xc0) == 0x80)
+        --end;
+    QString preview = QString::fromUtf8(value.data(), static_cast<qsizetype>(end));
+    for (QChar& c : preview)
+        if (c == '\n' || c == '\r' || c == '\t')
+            c = ' ';
+    return end < value.size() ? preview + "..." : preview;
+}
+
+}  // namespace
+
+MetaDataPanel::MetaDataPanel(const DatabaseSession& session, QWidget* parent)
+    : Panel(session, parent), m_ui(std::make_unique<Ui::MetaDataPanel>()) {
+    m_ui->setupUi(this);
+    on_treeMetaData_itemSelectionChanged();
+}
+
+MetaDataPanel::~MetaDataPanel() = default;
+
+void MetaDataPanel::refresh() {
+    auto* tree = m_ui->treeMetaData;
+    tree->clear();
+    m_ui->labelMetaData->clear();
+    on_treeMetaData_itemSelectionChanged();
+    if (!database())
+        return;
+
+    tree->setSortingEnabled(false);
+    for (const std::string& name : database()->metaData().list())
+        addRow(name);
+    for (int column = ITEM_NAME; column <= ITEM_SIZE; ++column)
+        tree->resizeColumnToContents(column);
+    tree->sortByColumn(ITEM_NAME, Qt::AscendingOrder);
+    tree->setSortingEnabled(true);
+    m_ui->labelMetaData->setText(QString("Meta data items: %1").arg(tree->topLevelItemCount()));
+}
+
+void MetaDataPanel::addRow(const std::string& name) {
+    auto& metaData = database()->metaData();
+    std::string value = metaData.get(name);
+    const std::size_t bytes = value.size();
+    const bool locked = metaData.verifySignature(name, 0, {});
+    const bool json = core::compactJson(value);
+
+    auto* row = new NumericTreeWidgetItem(m_ui->treeMetaData);
+    row->setText(ITEM_NAME, QString::fromStdString(name));
+    row->setIcon(ITEM_NAME, QIcon(locked ? ":/resources/gui/object-locked.png"
+                                         : ":/resources/gui/object-unlocked.png"));
+    if (locked)
+        row->setForeground(ITEM_NAME, common::readable(QColor(Qt::darkBlue), palette()));
+    row->setText(ITEM_FORMAT, json ? "JSON" : "text");
+    row->setTextAlignment(ITEM_FORMAT, Qt::AlignCenter);
+    row->setText(ITEM_SIZE, common::humanReadableSize(bytes));
+    row->setTextAlignment(ITEM_SIZE, Qt::AlignRight | Qt::AlignVCenter);
+    row->setSortValue(ITEM_SIZE, static_cast<double>(bytes));
+
+    row->setText(ITEM_VALUE, previewOf(value));
+}
+
+void MetaDataPanel::on_treeMetaData_itemSelectionChanged() {
+    const auto selected = m_ui->treeMetaData->selectedItems().size();
+    m_ui->actionMetaDataAdd->setEnabled(database() != nullptr);
+    m_ui->actionMetaDataEdit->setEnabled(selected == 1);
+    m_ui->actionMetaDataRemove->setEnabled(selected > 0);
+    m_ui->actionMetaDataExport->setEnabled(selected > 0);
+    m_ui->actionMetaDataSignature->setEnabled(selected == 1);
+    m_ui->actionMetaDataImport->setEnabled(database() != nullptr);
+}
+
+std::vector<std::string> MetaDataPanel::selectedItems() const {
+    std::vector<std::string> names;
+    for (const QTreeWidgetItem* item : m_ui->treeMetaData->selectedItems())
+        names.push_back(item->text(ITEM_NAME).toStdString());
+    return names;
+}
+
+void MetaDataPanel::on_treeMetaData_itemDoubleClicked(QTreeWidgetItem* item, int) {
+    editItem(item->text(ITEM_NAME), false);
+}
+
+void MetaDataPanel::on_actionMetaDataAdd_triggered() {
+    if (!database())
+        return;
+    if (!database()->transactions().pending())
+        common::showWarning(this,
+                            "No transaction is pending.\n"
+                            "Begin a transaction before adding a meta data item.");
+    else
+        editItem({}, true);
+}
+
+void MetaDataPanel::on_actionMetaDataEdit_triggered() {
+    const auto names = selectedItems();
+    if (names.size() == 1)
+        editItem(QString::fromStdString(names.front()), false);
+}
+
+void MetaDataPanel::editItem(QString name, bool isNew) {
+    guarded([&] {
+        if (!database())
+            return;
+        auto& metaData = database()->metaData();
+        const std::string stored = isNew ? std::string() : metaData.get(name.toStdString());
+        std::string value = stored;
+        bool written = false;
+        // Where the database refuses the value, the editor comes up again with what was typed.
+        while (!written) {
+            if (!DialogMetaData::edit(*database(), name, value, isNew, this))
+                return;
+            if (!isNew && value == stored)
+                return;  // An item that is not written keeps its signature.
+            written = guarded([&] { metaData.set(name.toStdString(), value); });
+        }
+        emit databaseChanged();
+        const auto rows = m_ui->treeMetaData->findItems(name, Qt::MatchExactly, ITEM_NAME);
+        if (!rows.isEmpty())
+            m_ui->treeMetaData->setCurrentItem(rows.first());
+    });
+}
+
+void MetaDataPanel::on_actionMetaDataRemove_triggered() {
+    const auto names = selectedItems();
+    if (names.empty()) {
+        common::showWarning(this, "Nothing selected!");
+        return;
+    }
+    const QString question =
+        names.size() == 1 ? QString("Remove entry \"%0\"?").arg(QString::fromStdString(names[0]))
+                          : QString("Remove %0 entries?").arg(names.size());
+    if (!common::confirmed(this, question))
+        return;
+    guarded([&] {
+        for (const std::string& name : names)
+            database()->metaData().remove(name);
+    });
+    emit databaseChanged();
+}
+
+void MetaDataPanel::on_actionMetaDataSignature_triggered() {
+    // A click with Ctrl may leave another item as the current one.
+    const auto names = selectedItems();
+    if (names.size() != 1 || !database())
+        return;
+    DialogMetaDataSignature dialog(*database(), QString::fromStdString(names.front()), this);
+    dialog.exec();
+    if (dialog.changed())
+        emit databaseChanged();
+}
+
+QString MetaDataPanel::proposedFileName() const {
+    return m_session.fileName + ".meta.json";
+}
+
+void MetaDataPanel::on_actionMetaDataExport_triggered() {
+    const auto names = selectedItems();
+    if (names.empty())
+        return;
+    const QString fileName =
+        QFileDialog::getSaveFileName(this, "Export", proposedFileName(), "JSON files (*.json)");
+    if (fileName.isEmpty())
+        return;
+    const bool done = guarded([&] {
+        const common::WaitCursor waiting;
+        std::vector<core::MetaDataItem> items;
+        for (const std::string& name : names)
+            items.push_back({name, database()->metaData().get(name)});
+        const std::string text = core::writeMetaDataFile(items);
+        const auto file = common::openOutput(fileName, "Failed to open export file.",
+                                             {m_session.fileName.toStdString()});
+        file->write(text);
+        file->publish();
+    });
+    if (done)
+        common::showInformation(this, "Export successfully finished.");
+}
+
+void MetaDataPanel::on_actionMetaDataImport_triggered() {
+    if (!database())
+        return;
+    const QString fileName =
+        QFileDialog::getOpenFileName(this, "Import", proposedFileName(), "JSON files (*.json)");
+    if (!fileName.isEmpty())
+        importItems(fileName);
+}
+
+void MetaDataPanel::importItems(const QString& fileName) {
+    core::MetaDataImport import(database()->metaData());
+    core::MetaDataFile file;
+    const bool done = guarded([&] {
+        file = core::readMetaDataFile(common::readFile(fileName, "Failed to open import file."));
+        common::Progress progress(this, "Importing metadata items...");
+        std::vector<std::size_t> last;
+        try {
+            for (std::size_t i = 0; i < file.items.size(); ++i) {
+                progress.update(static_cast<int>(i * 100 / file.items.size()));
+                if (import.losesSignature(file.items[i]))
+                    last.push_back(i);
+                else
+                    import.set(file.items[i]);
+            }
+        } catch (const common::Cancelled&) {
+            import.takeBack();
+            throw;
+        }
+        // When nobody can cancel any more.
+        for (const std::size_t i : last)
+            import.set(file.items[i]);
+    });
+    emit databaseChanged();
+    if (!done)
+        return;
+    const ImportReport report = reportOf(import, file.skipped);
+    common::showInformation(this, report.text, report.details);
+}

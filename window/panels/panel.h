@@ -1,0 +1,35 @@
+// Base of the tabs' contents. A panel owns its form, its actions and the slots behind them. It gets
+// the window's session and knows neither the window nor the other panels: state comes down with
+// refresh(), wishes go up as signals.
+//
+// Actions are children of the panel's form, so the form's automatic connection finds their slots
+// in the panel. Their names are unique in the program; the window must not have slots for them.
+#pragma once
+
+#include "window/panels/databasesession.h"
+
+#include <QWidget>
+#include <functional>
+
+class Panel : public QWidget {
+    Q_OBJECT
+
+public:
+    Panel(const DatabaseSession& session, QWidget* parent) : QWidget(parent), m_session(session) {}
+
+    // Shows the session's database anew; clears the panel while none is open. Throws
+    // tarvo::qrb::Error.
+    virtual void refresh() = 0;
+
+signals:
+    // The panel changed the database, so that every panel has to be refreshed.
+    void databaseChanged();
+
+protected:
+    // Null: none is open.
+    tarvo::qrb::Pointcloud* database() const { return m_session.database.get(); }
+    // Runs the action and shows what it throws; returns whether it threw nothing.
+    bool guarded(const std::function<void()>& action);
+
+    const DatabaseSession& m_session;
+};

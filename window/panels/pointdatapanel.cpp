@@ -1,0 +1,408 @@
+#include "window/panels/pointdatapanel.h"
+
+#include "window/common/clipboard.h"
+#include "window/common/filterhistory.h"
+#include "window/common/guard.h"
+#include "window/common/messageboxes.h"
+#include "window/widgets/numerictreewidgetitem.h"
+#include "window/common/progress.h"
+#include "window/common/textfiles.h"
+#include "window/common/textformat.h"
+#include "core/nodelist.h"
+#include "window/panels/filterinsertmenu.h"
+#include "window/panels/findbar.h"
+#include "window/panels/pointexport.h"
+#include "ui_pointdatapanel.h"
+
+#include <QAbstractItemModel>
+#include <QBoxLayout>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QLocale>
+#include <algorithm>
+#include <set>
+
+namespace common = tarvo::common;
+
+namespace {
+
+// Points per call: few enough that the progress dialog stays alive.
+constexpr std::uint32_t countBatch = 1'000'000;
+
+// The groups whose attributes "Show default" shows.
+const QStringList& defaultGroups() {
+    static const QStringList groups = {"Coordinates/Vectors", "Time", "Primary Attributes"};
+    return groups;
+}
+
+QString countText(quint64 count) {
+    if (count == 0)
+        return "No points match the current filter expression.";
+    if (count == 1)
+        return "One point matches the current filter expression.";
+    return QString("%0 points match the current filter expression.")
+        .arg(QLocale().toString(static_cast<qulonglong>(count)));
+}
+
+}  // namespace
+
+PointDataPanel::PointDataPanel(const DatabaseSession& session, QWidget* parent)
+    : Panel(session, parent), m_ui(std::make_unique<Ui::PointDataPanel>()), m_columns(nullptr) {
+    m_ui->setupUi(this);
+    setUpFilter();
+    setUpColumns();
+    // In the order read until a header is clicked; "#" leads back to it.
+    m_ui->treePointData->sortByColumn(-1, Qt::AscendingOrder);
+    m_ui->treePointData->setSortingEnabled(true);
+    m_findBar = new FindBar(m_ui->treePointData, this);
+    auto* layout = qobject_cast<QBoxLayout*>(this->layout());
+    layout->insertWidget(layout->indexOf(m_ui->splitterPointData) + 1, m_findBar);
+    m_ui->splitterPointData->setStretchFactor(0, 5);
+    m_ui->splitterPointData->setStretchFactor(1, 1);
+    m_ui->splitterPointData->setSizes({500, 110});
+    updateActions();
+}
+
+PointDataPanel::~PointDataPanel() = default;
+
+void PointDataPanel::setUpFilter() {
+    auto* filter = m_ui->PointDataFilter;
+    // Completion would change the expression while it is typed.
+    filter->setCompleter(nullptr);
+    filter->lineEdit()->setPlaceholderText(filter->placeholderText());
+    filter->lineEdit()->setClearButtonEnabled(true);
+    common::FilterHistory::show(filter);
+    for (QLineEdit* edit : {filter->lineEdit(), m_ui->editPointDataNodes}) {
+        connect(edit, &QLineEdit::returnPressed, m_ui->actionQuerySelectNext, &QAction::trigger);
+        connect(edit, &QLineEdit::textChanged, this, &PointDataPanel::onPointDataSelectionEdited);
+    }
+    connect(filter, qOverload<int>(&QComboBox::currentIndexChanged), this,
+            &PointDataPanel::onPointDataSelectionEdited);
+
+    m_insertMenu = new FilterInsertMenu(filter->lineEdit(), this);
+    m_ui->buttonFilterMenu->setMenu(m_insertMenu);
+    connect(m_insertMenu, &FilterInsertMenu::historyCleared, this, [this] {
+        refreshHistory();
+        emit historyChanged();
+    });
+}
+
+void PointDataPanel::setUpColumns() {
+    m_columns = PointColumns(m_ui->listPointAttributes);
+    m_ui->listPointAttributes->setDragDropMode(QAbstractItemView::InternalMove);
+    m_ui->listPointAttributes->setMovement(QListView::Static);
+    m_ui->listPointAttributes->setDragEnabled(true);
+    connect(m_ui->listPointAttributes->model(), &QAbstractItemModel::rowsMoved, this, [this] {
+        if (!m_columns.isBusy())
+            columnsChanged();
+    });
+}
+
+QAction* PointDataPanel::findAction() const {
+    return m_ui->actionQuerySelectFind;
+}
+
+QAction* PointDataPanel::runAction() const {
+    return m_ui->actionQuerySelectNext;
+}
+
+QAction* PointDataPanel::cancelAction() const {
+    return m_ui->actionQuerySelectCancel;
+}
+
+void PointDataPanel::refresh() {
+    if (!database() || m_shownDatabase.lock() != m_session.database) {
+        clear();
+        m_shownDatabase = m_session.database;
+    }
+    refreshHistory();
+    updateActions();
+    refreshAttributes();
+}
+
+void PointDataPanel::clear() {
+    m_reader.reset();
+    m_rowCounter = 0;
+    m_ui->treePointData->clear();
+    m_ui->treePointData->sortByColumn(-1, Qt::AscendingOrder);
+    m_ui->treePointData->setColumnCount(1);
+    m_findBar->refresh();
+    m_ui->editPointDataNodes->clear();
+    m_ui->labelPointData->clear();
+    m_ui->progressPointData->setValue(0);
+}
+
+void PointDataPanel::refreshAttributes() {
+    m_attributes.clear();
+    if (database()) {
+        const auto& attributes = database()->pointAttributes();
+        for (const std::string& name : attributes.list())
+            m_attributes.push_back(attributes.get(name));
+    }
+    m_insertMenu->setAttributes(m_attributes);
+    m_columns.fill(m_attributes);
+    m_columns.apply(m_ui->treePointData);
+}
+
+void PointDataPanel::refreshHistory() {
+    common::FilterHistory::show(m_ui->PointDataFilter);
+}
+
+void PointDataPanel::updateActions() {
+    const bool open = database() != nullptr;
+    const bool selected = !m_ui->listPointAttributes->selectedItems().isEmpty();
+    m_ui->actionQuerySelectNext->setEnabled(open);
+    m_ui->actionQuerySelectCancel->setEnabled(isQueryRunning());
+    m_ui->actionQuerySelectCount->setEnabled(open);
+    m_ui->actionQuerySelectExport->setEnabled(open);
+    m_ui->actionQuerySelectFind->setEnabled(m_ui->treePointData->topLevelItemCount() > 0);
+    m_ui->actionColumnsShow->setEnabled(selected);
+    m_ui->actionColumnsHide->setEnabled(selected);
+    for (QAction* action :
+         {m_ui->actionColumnsShowAll, m_ui->actionColumnsHideAll, m_ui->actionColumnsShowDefault,
+          m_ui->actionColumnsSortByName, m_ui->actionColumnsSortDefault})
+        action->setEnabled(open);
+}
+
+QString PointDataPanel::filterText() const {
+    return m_ui->PointDataFilter->currentText();
+}
+
+QString PointDataPanel::nodesText() const {
+    return m_ui->editPointDataNodes->text();
+}
+
+tarvo::core::PointSelection PointDataPanel::selection() const {
+    tarvo::core::PointSelection result;
+    result.filter = filterText().trimmed().toStdString();
+    const QString nodes = nodesText().trimmed();
+    if (!nodes.isEmpty())
+        result.nodes = tarvo::core::parseNodeList(nodes.toStdString());
+    return result;
+}
+
+void PointDataPanel::on_actionQuerySelectNext_triggered() {
+    if (!database())
+        return;
+    guarded([&] {
+        if (!m_reader)
+            startQuery();
+        appendPage();
+    });
+    updateActions();
+}
+
+void PointDataPanel::startQuery() {
+    const auto wanted = selection();
+    if (!wanted.filter.empty()) {
+        common::FilterHistory::add(filterText());
+        refreshHistory();
+        emit historyChanged();
+    }
+
+    const common::WaitCursor waiting;
+    auto reader = std::make_unique<PointReader>(*database(), wanted);
+    m_runningFilter = filterText();
+    m_runningNodes = m_ui->editPointDataNodes->text();
+    m_rowCounter = 0;
+    m_ui->progressPointData->setValue(0);
+    m_ui->treePointData->clear();
+    m_ui->treePointData->setColumnCount(1 + static_cast<int>(reader->columns().size()));
+    m_ui->treePointData->setHeaderLabels(QStringList("#") + reader->columns());
+    m_reader = std::move(reader);
+}
+
+void PointDataPanel::appendPage() {
+    std::uint32_t count = 0;
+    {
+        const common::WaitCursor waiting;
+        QElapsedTimer timer;
+        timer.start();
+        count = m_reader->next();
+        m_ui->labelPointData->setText(QString("%0 ms").arg(timer.elapsed()));
+        if (count > 0) {
+            // Sorted once, not row by row.
+            m_ui->treePointData->setSortingEnabled(false);
+            for (std::uint32_t row = 0; row < count; ++row)
+                appendRow(row);
+            m_ui->treePointData->setSortingEnabled(true);
+            m_rowCounter += count;
+            m_ui->treePointData->resizeColumnToContents(0);
+            m_columns.apply(m_ui->treePointData);
+            m_ui->progressPointData->setValue(static_cast<int>(m_reader->progress()));
+            m_findBar->refresh();
+        }
+    }
+    if (count == 0) {
+        m_ui->actionQuerySelectCancel->setEnabled(true);
+        m_ui->actionQuerySelectCancel->trigger();
+        common::showInformation(this, "No data received.");
+    }
+}
+
+void PointDataPanel::appendRow(std::uint32_t row) {
+    auto* item = new NumericTreeWidgetItem(m_ui->treePointData);
+    item->setText(0, QString::number(quint64{m_rowCounter} + 1 + row));
+    item->setTextAlignment(0, Qt::AlignCenter);
+    const QStringList& names = m_reader->columns();
+    for (int column = 0; column < names.size(); ++column) {
+        const QString text = m_reader->text(row, column);
+        const QString cell = QString("%1 = %2").arg(names[column], text);
+        item->setText(column + 1, text);
+        item->setTextAlignment(column + 1, Qt::AlignRight | Qt::AlignVCenter);
+        item->setData(column + 1, Qt::UserRole, cell);
+        item->setToolTip(column + 1,
+                         common::plainToolTip(cell + "\ndouble click to copy to clipboard"));
+    }
+}
+
+void PointDataPanel::on_actionQuerySelectCancel_triggered() {
+    m_reader.reset();
+    updateActions();
+}
+
+void PointDataPanel::onPointDataSelectionEdited() {
+    if (m_reader &&
+        (filterText() != m_runningFilter || m_ui->editPointDataNodes->text() != m_runningNodes))
+        m_ui->actionQuerySelectCancel->trigger();
+}
+
+void PointDataPanel::on_actionQuerySelectCount_triggered() {
+    if (!database())
+        return;
+    quint64 total = 0;
+    const bool done = guarded([&] {
+        common::Progress progress(this, "Counting points...");
+        auto query = selection().query(*database());
+        while (const std::uint32_t count = query.next(countBatch)) {
+            total += count;
+            progress.update(static_cast<int>(query.progress()));
+        }
+    });
+    if (done)
+        common::showInformation(this, countText(total));
+}
+
+void PointDataPanel::on_actionQuerySelectFind_triggered() {
+    emit shown();
+    m_findBar->open();
+}
+
+void PointDataPanel::on_actionQuerySelectExport_triggered() {
+    if (!database())
+        return;
+    static const QStringList filters = {"Comma-separated values (*.csv)",
+                                        "Semicolon-separated values (*.csv)",
+                                        "Tab-separated values (*.csv)"};
+    static constexpr char separators[] = {',', ';', '\t'};
+    QString chosen = filters.first();
+    const QString name = QFileDialog::getSaveFileName(this, "Export", m_session.fileName + ".csv",
+                                                      filters.join(";;"), &chosen);
+    if (name.isEmpty())
+        return;
+    QString result = "Export successfully finished.";
+    const bool done = guarded([&] {
+        const auto wanted = selection();
+        const auto file = common::openOutput(name, "Failed to open export file.",
+                                             {m_session.fileName.toStdString()});
+        common::Progress progress(this, "Exporting points...");
+        const std::uint64_t points =
+            exportPoints(*database(), wanted, m_columns.shownAttributes(),
+                         separators[std::max<qsizetype>(filters.indexOf(chosen), 0)], *file,
+                         [&](int percent) { progress.update(percent); });
+        // A filter that was mistyped must not cost last week's export.
+        if (points == 0 && QFileInfo(name).isFile())
+            result = QString("No points are selected; \"%0\" was left as it was.")
+                         .arg(QDir::toNativeSeparators(name));
+        else
+            file->publish();
+    });
+    if (done)
+        common::showInformation(this, result);
+}
+
+void PointDataPanel::showNode(std::uint32_t node) {
+    m_ui->actionQuerySelectCancel->trigger();
+    m_ui->editPointDataNodes->setText(QString::number(node));
+    emit shown();
+    m_ui->actionQuerySelectNext->trigger();
+}
+
+void PointDataPanel::on_treePointData_itemDoubleClicked(QTreeWidgetItem* item, int column) {
+    const QVariant cell = item->data(column, Qt::UserRole);
+    common::copyToClipboard(cell.isValid() ? cell.toString() : item->text(column));
+}
+
+void PointDataPanel::on_listPointAttributes_itemChanged(QListWidgetItem*) {
+    if (!m_columns.isBusy())
+        columnsChanged();
+}
+
+void PointDataPanel::on_listPointAttributes_itemSelectionChanged() {
+    updateActions();
+}
+
+void PointDataPanel::on_actionColumnsShow_triggered() {
+    m_columns.setSelectedShown(true);
+    columnsChanged();
+}
+
+void PointDataPanel::on_actionColumnsHide_triggered() {
+    m_columns.setSelectedShown(false);
+    columnsChanged();
+}
+
+void PointDataPanel::on_actionColumnsShowAll_triggered() {
+    m_columns.setAllShown(true);
+    columnsChanged();
+}
+
+void PointDataPanel::on_actionColumnsHideAll_triggered() {
+    m_columns.setAllShown(false);
+    columnsChanged();
+}
+
+void PointDataPanel::on_actionColumnsShowDefault_triggered() {
+    if (!database())
+        return;
+    guarded([&] {
+        const auto& attributes = database()->pointAttributes();
+        const std::string id = attributes.pointIdName();
+        QStringList names;
+        for (const auto& attribute : m_attributes) {
+            if (attribute.name == id || defaultGroups().contains(QString::fromStdString(
+                                            attributes.group(attribute.name).name)))
+                names += QString::fromStdString(attribute.name);
+        }
+        m_columns.setShown(names);
+        columnsChanged();
+    });
+}
+
+void PointDataPanel::on_actionColumnsSortByName_triggered() {
+    m_columns.sortByName();
+    columnsChanged();
+}
+
+void PointDataPanel::on_actionColumnsSortDefault_triggered() {
+    QStringList order;
+    for (const auto& attribute : m_attributes)
+        order += QString::fromStdString(attribute.name);
+    m_columns.sort(order);
+    columnsChanged();
+}
+
+void PointDataPanel::columnsChanged() {
+    m_columns.save();
+    QMetaObject::invokeMethod(this, "onUpdatePointDataColumnsLater", Qt::QueuedConnection);
+}
+
+void PointDataPanel::onUpdatePointDataColumnsLater() {
+    if (m_columns.isBusy())
+        return;
+    m_columns.apply(m_ui->treePointData);
+    m_findBar->refresh();
+}

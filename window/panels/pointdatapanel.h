@@ -1,0 +1,93 @@
+// The "Point Data" tab: points read page by page through a filter expression and a list of nodes.
+#pragma once
+
+#include "window/panels/panel.h"
+#include "window/panels/pointcolumns.h"
+#include "window/panels/pointreader.h"
+
+#include <QStringList>
+#include <memory>
+
+class FilterInsertMenu;
+class FindBar;
+class QListWidgetItem;
+class QTreeWidgetItem;
+
+namespace Ui {
+class PointDataPanel;
+}
+
+class PointDataPanel : public Panel {
+    Q_OBJECT
+
+public:
+    PointDataPanel(const DatabaseSession& session, QWidget* parent = nullptr);
+    ~PointDataPanel() override;
+
+    // Fills the column chooser and the insert menu anew. The rows stay unless another database
+    // was opened or none is open.
+    void refresh() override;
+    bool isQueryRunning() const { return m_reader != nullptr; }
+    // Ends the running query and shows the points of one node.
+    void showNode(std::uint32_t node);
+    // The list of filters used last changed in another panel.
+    void refreshHistory();
+
+    // What the user typed, whether or not it makes sense.
+    QString filterText() const;
+    QString nodesText() const;
+
+    // For the window, which makes its shortcut work in every tab.
+    QAction* findAction() const;
+    QAction* runAction() const;
+    QAction* cancelAction() const;
+
+signals:
+    void historyChanged();
+    // The tab should come to the front.
+    void shown();
+
+private slots:
+    void on_actionQuerySelectNext_triggered();
+    void on_actionQuerySelectCancel_triggered();
+    void on_actionQuerySelectCount_triggered();
+    void on_actionQuerySelectFind_triggered();
+    void on_actionQuerySelectExport_triggered();
+    void on_treePointData_itemDoubleClicked(QTreeWidgetItem* item, int column);
+    void on_listPointAttributes_itemChanged(QListWidgetItem* item);
+    void on_listPointAttributes_itemSelectionChanged();
+    void on_actionColumnsShow_triggered();
+    void on_actionColumnsHide_triggered();
+    void on_actionColumnsShowAll_triggered();
+    void on_actionColumnsHideAll_triggered();
+    void on_actionColumnsShowDefault_triggered();
+    void on_actionColumnsSortByName_triggered();
+    void on_actionColumnsSortDefault_triggered();
+    void onPointDataSelectionEdited();
+    void onUpdatePointDataColumnsLater();
+
+private:
+    void setUpFilter();
+    void setUpColumns();
+    void clear();
+    void refreshAttributes();
+    void updateActions();
+    void columnsChanged();
+
+    tarvo::core::PointSelection selection() const;
+    void startQuery();
+    void appendPage();
+    void appendRow(std::uint32_t row);
+
+    std::unique_ptr<Ui::PointDataPanel> m_ui;
+    FilterInsertMenu* m_insertMenu = nullptr;
+    FindBar* m_findBar = nullptr;
+    PointColumns m_columns;
+    std::vector<tarvo::qrb::pointcloud::PointAttribute> m_attributes;
+    std::weak_ptr<tarvo::qrb::Pointcloud> m_shownDatabase;
+
+    std::unique_ptr<PointReader> m_reader;  // null: no query is running
+    QString m_runningFilter;
+    QString m_runningNodes;
+    std::uint32_t m_rowCounter = 0;  // points shown so far
+};

@@ -1,0 +1,362 @@
+#include "window/panels/pointindexpanel.h"
+
+#include "window/common/clipboard.h"
+#include "window/common/filterhistory.h"
+#include "window/common/guard.h"
+#include "window/widgets/numerictreewidgetitem.h"
+#include "window/common/progress.h"
+#include "window/common/textformat.h"
+#include "core/nodelist.h"
+#include "core/valueformat.h"
+#include "window/dialogs/dialogindexstatistics.h"
+#include "window/panels/indexsearch.h"
+#include "qrb/error.h"
+#include "ui_pointindexpanel.h"
+
+#include <QComboBox>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QSignalBlocker>
+#include <algorithm>
+#include <bit>
+#include <limits>
+#include <vector>
+
+namespace common = tarvo::common;
+namespace pointcloud = tarvo::qrb::pointcloud;
+
+namespace {
+
+// Indexes of up to this many nodes are shown with all branches open.
+constexpr int expandedItems = 100;
+
+enum IndexColumn { NODE_ID, NODE_TYPE, NODE_LEVEL, NODE_POINTS, NODE_TOTAL, NODE_REVISION };
+
+void fillNodeRow(QTreeWidgetItem* row, const pointcloud::IndexNode& node, int level) {
+    const bool leaf = node.children.empty();
+    row->setText(NODE_ID, QString::number(node.id));
+    row->setData(NODE_ID, Qt::UserRole, node.id);
+    row->setToolTip(NODE_ID, "click to show node details\ndouble click to load point data");
+    row->setText(NODE_TYPE, leaf ? "leaf" : "node");
+    row->setIcon(NODE_TYPE,
+                 QIcon(leaf ? ":/resources/gui/tree-leaf.png" : ":/resources/gui/tree-node.png"));
+    row->setTextAlignment(NODE_TYPE, Qt::AlignCenter);
+    row->setText(NODE_LEVEL, QString::number(level));
+    row->setText(NODE_POINTS, QString::number(node.pointCountNode));
+    row->setText(NODE_TOTAL, QString::number(node.pointCountTotal));
+    for (const int column : {NODE_LEVEL, NODE_POINTS, NODE_TOTAL})
+        row->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
+    row->setText(NODE_REVISION, QString::number(node.revision));
+}
+
+// Without the signals, whose slots would measure a tree that is still being laid out.
+void expandQuietly(QTreeWidget* tree) {
+    const QSignalBlocker blocker(tree);
+    tree->expandAll();
+}
+
+// Collapsing tells of every branch, too; the slots would measure the tree once for each.
+void collapseQuietly(QTreeWidget* tree) {
+    const QSignalBlocker blocker(tree);
+    tree->collapseAll();
+}
+
+// The extreme values of a node; empty where it holds none.
+std::vector<std::uint64_t> extremes(const pointcloud::QueryStat& stat, std::uint32_t node,
+                                    const pointcloud::PointAttribute& attribute,
+                                    pointcloud::DataType type, bool cleaned, bool maximum) {
+    std::vector<std::uint64_t> values(attribute.length);
+    try {
+        if (maximum)
+            stat.maximum(node, attribute.name, type, values.data(), cleaned);
+        else
+            stat.minimum(node, attribute.name, type, values.data(), cleaned);
+    } catch (const tarvo::qrb::Error& error) {
+        if (error.code() != QRB_ERROR_NOT_FOUND)
+            throw;
+        values.clear();
+    }
+    return values;
+}
+
+}  // namespace
+
+PointIndexPanel::PointIndexPanel(const DatabaseSession& session, QWidget* parent)
+    : Panel(session, parent), m_ui(std::make_unique<Ui::PointIndexPanel>()) {
+    m_ui->setupUi(this);
+    auto* filter = m_ui->PointIndexFilter;
+    filter->setCompleter(nullptr);
+    filter->lineEdit()->setPlaceholderText(filter->placeholderText());
+    filter->lineEdit()->setClearButtonEnabled(true);
+    connect(filter->lineEdit(), &QLineEdit::returnPressed, m_ui->actionPointIndexFilterNodes,
+            &QAction::trigger);
+    connect(filter, qOverload<int>(&QComboBox::activated), m_ui->actionPointIndexFilterNodes,
+            &QAction::trigger);
+    refreshHistory();
+
+    auto* header = m_ui->treePointIndexDetails->header();
+    header->setSectionsClickable(true);
+    connect(header, &QHeaderView::sectionClicked, this,
+            &PointIndexPanel::onTreePointIndexDetailsSectionClicked);
+    m_ui->treePointIndexDetails->headerItem()->setToolTip(
+        1, "Click here to toggle between \"full\" and \"cleaned\"");
+    m_ui->treePointIndexNodes->setSelectionMode(QAbstractItemView::SingleSelection);
+    // In the order of the index until a header is clicked.
+    m_ui->treePointIndexNodes->sortByColumn(-1, Qt::AscendingOrder);
+    m_ui->treePointIndexNodes->setSortingEnabled(true);
+    m_ui->splitterPointIndex->setStretchFactor(0, 3);
+    m_ui->splitterPointIndex->setStretchFactor(1, 2);
+    updateActions();
+}
+
+PointIndexPanel::~PointIndexPanel() = default;
+
+void PointIndexPanel::refresh() {
+    if (m_shownDatabase.lock() != m_session.database) {
+        m_ui->PointIndexFilter->clearEditText();
+        m_appliedFilter.clear();
+    }
+    m_shownDatabase = m_session.database;
+    m_ui->treePointIndexNodes->clear();
+    m_ui->treePointIndexDetails->clear();
+    m_ui->labelPointIndex->clear();
+    refreshHistory();
+    updateActions();
+    m_stale = database() != nullptr;
+    if (m_stale && isVisible())
+        buildTree(m_appliedFilter);
+}
+
+void PointIndexPanel::showEvent(QShowEvent* event) {
+    Panel::showEvent(event);
+    if (m_stale && database())
+        guarded([this] { buildTree(m_appliedFilter); });
+}
+
+void PointIndexPanel::refreshHistory() {
+    common::FilterHistory::show(m_ui->PointIndexFilter);
+}
+
+void PointIndexPanel::updateActions() {
+    for (QAction* action : {m_ui->actionPointIndexFilterNodes, m_ui->actionPointIndexNodeExpand,
+                            m_ui->actionPointIndexNodeCollapse, m_ui->actionPointIndexStats})
+        action->setEnabled(database() != nullptr);
+}
+
+void PointIndexPanel::on_actionPointIndexFilterNodes_triggered() {
+    if (!database())
+        return;
+    guarded([this] {
+        const QString filter = m_ui->PointIndexFilter->currentText().trimmed();
+        if (!filter.isEmpty()) {
+            common::FilterHistory::add(filter);
+            refreshHistory();
+            emit historyChanged();
+        }
+        buildTree(filter);
+        m_appliedFilter = filter;
+    });
+}
+
+void PointIndexPanel::buildTree(const QString& filter) {
+    const common::WaitCursor waiting;
+    common::Progress progress(this, "Reading the point index...");
+    pointcloud::IndexNode root;
+    database()->stat().index(root);
+    progress.update(30);
+    const Wanted wanted = wantedNodes(filter, root);
+    progress.update(50);
+
+    // Rows come into the tree when all are there: what is shown stays when the user cancels.
+    Summary summary;
+    const auto rows = std::make_unique<QTreeWidgetItem>();
+    // A root without id only holds the nodes together.
+    if (root.id != 0) {
+        addNode(root, wanted, 0, rows.get(), summary, progress);
+    } else {
+        for (const pointcloud::IndexNode& child : root.children)
+            addNode(child, wanted, 0, rows.get(), summary, progress);
+    }
+    auto* tree = m_ui->treePointIndexNodes;
+    tree->clear();
+    tree->setSortingEnabled(false);
+    tree->addTopLevelItems(rows->takeChildren());
+    tree->setSortingEnabled(true);
+    m_stale = false;
+    if (wanted.all && summary.items() > expandedItems)
+        tree->topLevelItem(0)->setExpanded(true);
+    else
+        expandQuietly(tree);
+    resizeNodeColumns();
+    m_ui->labelPointIndex->setText(summary.truncated || summary.items() > maximumItems
+                                       ? QString("Index too large,\nView truncated!")
+                                       : QString("Nodes: %1, Leaves: %2, Total: %3, Depth: %4")
+                                             .arg(summary.nodes)
+                                             .arg(summary.leaves)
+                                             .arg(summary.items())
+                                             .arg(summary.depth));
+    if (tree->topLevelItemCount() > 0)
+        tree->setCurrentItem(tree->topLevelItem(0));
+    else
+        showDetails();
+}
+
+PointIndexPanel::Wanted PointIndexPanel::wantedNodes(const QString& filter,
+                                                     const pointcloud::IndexNode& root) const {
+    if (filter.isEmpty())
+        return {};
+    if (isNodeList(filter)) {
+        const auto ids = tarvo::core::parseNodeList(filter.toStdString());
+        return {false, {ids.begin(), ids.end()}};
+    }
+    pointcloud::IndexNode narrowed;
+    database()->stat().index(narrowed, filter.toStdString());
+    // Where nothing matches the library tells the bare root; a command always finds a node.
+    if (narrowed.children.empty() && !root.children.empty() && !isIndexCommand(filter))
+        return {false, {}};
+    return {false, leavesOf(narrowed)};
+}
+
+bool PointIndexPanel::addNode(const pointcloud::IndexNode& node, const Wanted& wanted, int level,
+                              QTreeWidgetItem* parent, Summary& summary,
+                              common::Progress& progress) {
+    if (node.id == 0)
+        return false;
+    if (summary.items() > maximumItems) {
+        summary.truncated = true;
+        return false;
+    }
+    progress.update(50 + summary.items() * 50 / (maximumItems + 1));
+    const Summary before = summary;
+    auto* row = new NumericTreeWidgetItem(parent);
+    fillNodeRow(row, node, level);
+    ++(node.children.empty() ? summary.leaves : summary.nodes);
+    summary.depth = std::max(summary.depth, level);
+
+    const bool matches = !wanted.all && wanted.ids.contains(node.id);
+    bool keep = wanted.all || matches;
+    for (const pointcloud::IndexNode& child : node.children) {
+        if (addNode(child, wanted, level + 1, row, summary, progress))
+            keep = true;
+    }
+    if (!keep) {
+        delete row;
+        const bool truncated = summary.truncated;
+        summary = before;
+        summary.truncated = truncated;
+        return false;
+    }
+    if (matches) {
+        QFont font = m_ui->treePointIndexNodes->font();
+        font.setBold(true);
+        for (int column = NODE_ID; column <= NODE_REVISION; ++column)
+            row->setFont(column, font);
+    }
+    return true;
+}
+
+void PointIndexPanel::showDetails() {
+    m_ui->treePointIndexDetails->clear();
+    const auto* current = m_ui->treePointIndexNodes->currentItem();
+    if (!database() || !current || !current->isSelected())
+        return;
+    const common::WaitCursor waiting;
+    const std::uint32_t node = current->data(NODE_ID, Qt::UserRole).toUInt();
+    const auto& attributes = database()->pointAttributes();
+    for (const std::string& name : attributes.list())
+        addDetails(node, attributes.get(name));
+    expandQuietly(m_ui->treePointIndexDetails);
+    resizeDetailColumns();
+}
+
+void PointIndexPanel::addDetails(std::uint32_t node, const pointcloud::PointAttribute& attribute) {
+    const auto stat = database()->stat();
+    const tarvo::core::ValueFormat format(attribute);
+    const auto minimum = extremes(stat, node, attribute, format.type(), m_cleaned, false);
+    const auto maximum = extremes(stat, node, attribute, format.type(), m_cleaned, true);
+    const std::uint32_t revision = stat.revision(node, attribute.name);
+    const auto names = tarvo::core::elementNames(attribute.name, attribute.length);
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        auto* row = new QTreeWidgetItem(
+            m_ui->treePointIndexDetails,
+            {QString::fromStdString(names[i]), QString("(revision %0)").arg(revision)});
+        const bool known = i < minimum.size() && i < maximum.size();
+        const auto addValue = [&](const QString& label, const std::string& value) {
+            new QTreeWidgetItem(row, {label, QString::fromStdString(value)});
+        };
+        addValue("Minimum:", known ? format.text(minimum[i]) : "-");
+        addValue("Maximum:", known ? format.text(maximum[i]) : "-");
+        addValue("Max-Min:", known ? format.differenceText(minimum[i], maximum[i]) : "-");
+    }
+}
+
+void PointIndexPanel::resizeNodeColumns() {
+    for (int column = NODE_ID; column <= NODE_REVISION; ++column)
+        m_ui->treePointIndexNodes->resizeColumnToContents(column);
+}
+
+void PointIndexPanel::resizeDetailColumns() {
+    m_ui->treePointIndexDetails->resizeColumnToContents(0);
+    m_ui->treePointIndexDetails->resizeColumnToContents(1);
+}
+
+void PointIndexPanel::on_actionPointIndexStats_triggered() {
+    if (!database())
+        return;
+    guarded([this] {
+        pointcloud::IndexNode root;
+        {
+            const common::WaitCursor waiting;
+            database()->stat().index(root);
+        }
+        DialogIndexStatistics(root, this).exec();
+    });
+}
+
+void PointIndexPanel::on_actionPointIndexNodeExpand_triggered() {
+    expandQuietly(m_ui->treePointIndexNodes);
+    resizeNodeColumns();
+}
+
+void PointIndexPanel::on_actionPointIndexNodeCollapse_triggered() {
+    collapseQuietly(m_ui->treePointIndexNodes);
+    resizeNodeColumns();
+}
+
+void PointIndexPanel::on_treePointIndexNodes_itemSelectionChanged() {
+    guarded([this] { showDetails(); });
+}
+
+void PointIndexPanel::on_treePointIndexNodes_itemDoubleClicked(QTreeWidgetItem* item, int) {
+    emit nodeChosen(item->data(NODE_ID, Qt::UserRole).toUInt());
+}
+
+void PointIndexPanel::on_treePointIndexNodes_itemExpanded(QTreeWidgetItem*) {
+    resizeNodeColumns();
+}
+
+void PointIndexPanel::on_treePointIndexNodes_itemCollapsed(QTreeWidgetItem*) {
+    resizeNodeColumns();
+}
+
+void PointIndexPanel::on_treePointIndexDetails_itemDoubleClicked(QTreeWidgetItem* item,
+                                                                 int column) {
+    common::copyToClipboard(item->text(column));
+}
+
+void PointIndexPanel::on_treePointIndexDetails_itemExpanded(QTreeWidgetItem*) {
+    resizeDetailColumns();
+}
+
+void PointIndexPanel::on_treePointIndexDetails_itemCollapsed(QTreeWidgetItem*) {
+    resizeDetailColumns();
+}
+
+void PointIndexPanel::onTreePointIndexDetailsSectionClicked(int section) {
+    if (section != 1)
+        return;
+    m_cleaned = !m_cleaned;
+    m_ui->treePointIndexDetails->headerItem()->setText(
+        1, m_cleaned ? "Value (cleaned)" : "Value (full)");
+    guarded([this] { showDetails(); });
+}

@@ -1,0 +1,86 @@
+// The "Point Index" tab: the nodes of the point index and the values that they hold.
+#pragma once
+
+#include "window/panels/panel.h"
+
+#include <memory>
+#include <set>
+
+class QTreeWidgetItem;
+
+namespace tarvo::common {
+class Progress;
+}
+
+namespace Ui {
+class PointIndexPanel;
+}
+
+class PointIndexPanel : public Panel {
+    Q_OBJECT
+
+public:
+    // Larger indexes are shown in part.
+    static constexpr int maximumItems = 10000;
+
+    PointIndexPanel(const DatabaseSession& session, QWidget* parent = nullptr);
+    ~PointIndexPanel() override;
+
+    // Reads the index as soon as the panel is seen: a large one takes its time.
+    void refresh() override;
+    // The list of filters used last changed in another panel.
+    void refreshHistory();
+
+signals:
+    void historyChanged();
+    // The points of this node should be shown.
+    void nodeChosen(std::uint32_t node);
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private slots:
+    void on_actionPointIndexFilterNodes_triggered();
+    void on_actionPointIndexStats_triggered();
+    void on_actionPointIndexNodeExpand_triggered();
+    void on_actionPointIndexNodeCollapse_triggered();
+    void on_treePointIndexNodes_itemSelectionChanged();
+    void on_treePointIndexNodes_itemDoubleClicked(QTreeWidgetItem* item, int column);
+    void on_treePointIndexNodes_itemExpanded(QTreeWidgetItem* item);
+    void on_treePointIndexNodes_itemCollapsed(QTreeWidgetItem* item);
+    void on_treePointIndexDetails_itemDoubleClicked(QTreeWidgetItem* item, int column);
+    void on_treePointIndexDetails_itemExpanded(QTreeWidgetItem* item);
+    void on_treePointIndexDetails_itemCollapsed(QTreeWidgetItem* item);
+    void onTreePointIndexDetailsSectionClicked(int section);
+
+private:
+    struct Summary {
+        int nodes = 0;
+        int leaves = 0;
+        int depth = 0;
+        bool truncated = false;  // nodes were passed over, be they wanted or not
+        int items() const { return nodes + leaves; }
+    };
+    // The nodes that a filter text asks for; empty and unused without a text.
+    struct Wanted {
+        bool all = true;
+        std::set<std::uint32_t> ids;
+    };
+
+    void updateActions();
+    void buildTree(const QString& filter);
+    Wanted wantedNodes(const QString& filter, const tarvo::qrb::pointcloud::IndexNode& root) const;
+    // Adds the node with what is wanted below; tells whether anything of it was.
+    bool addNode(const tarvo::qrb::pointcloud::IndexNode& node, const Wanted& wanted, int level,
+                 QTreeWidgetItem* parent, Summary& summary, tarvo::common::Progress& progress);
+    void showDetails();
+    void addDetails(std::uint32_t node, const tarvo::qrb::pointcloud::PointAttribute& attribute);
+    void resizeNodeColumns();
+    void resizeDetailColumns();
+
+    std::unique_ptr<Ui::PointIndexPanel> m_ui;
+    std::weak_ptr<tarvo::qrb::Pointcloud> m_shownDatabase;
+    QString m_appliedFilter;  // what the tree shows
+    bool m_stale = false;     // the tree was not filled since the last refresh
+    bool m_cleaned = false;   // details without invalid values
+};

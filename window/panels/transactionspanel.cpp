@@ -1,0 +1,271 @@
+#include "window/panels/transactionspanel.h"
+
+#include "window/common/guard.h"
+#include "window/common/messageboxes.h"
+#include "window/widgets/numerictreewidgetitem.h"
+#include "window/common/progress.h"
+#include "window/common/textformat.h"
+#include "window/dialogs/dialoglevelofdetail.h"
+#include "window/dialogs/dialogtransaction.h"
+#include "window/dialogs/dialogtransactioncommit.h"
+#include "ui_transactionspanel.h"
+
+#include <QDateTime>
+#include <QMenu>
+#include <QToolButton>
+
+namespace common = tarvo::common;
+
+namespace {
+
+// The longest text of a transaction that the list shows.
+constexpr int longestText = 100;
+
+enum TransactionColumn {
+    TRANSACTION_ID,
+    TRANSACTION_TITLE,
+    TRANSACTION_AGENT,
+    TRANSACTION_QRB,
+    TRANSACTION_DURATION,
+    TRANSACTION_START,
+    TRANSACTION_STOP
+};
+
+QString nameOf(const std::vector<std::uint32_t>& ids) {
+    return ids.size() == 1 ? QString("transaction %0").arg(ids[0])
+                           : QString("selected transactions (%0)").arg(ids.size());
+}
+
+QString shown(const std::string& text) {
+    return QString::fromStdString(text).left(longestText);
+}
+
+}  // namespace
+
+TransactionsPanel::TransactionsPanel(const DatabaseSession& session, QWidget* parent)
+    : Panel(session, parent), m_ui(std::make_unique<Ui::TransactionsPanel>()) {
+    m_ui->setupUi(this);
+    buildToolBar();
+    m_ui->treeTransactions->sortByColumn(TRANSACTION_ID, Qt::AscendingOrder);
+    updateActions();
+}
+
+TransactionsPanel::~TransactionsPanel() = default;
+
+void TransactionsPanel::buildToolBar() {
+    auto* button = new QToolButton(this);
+    button->setObjectName("buttonFinalize");
+    button->setIcon(QIcon(":/resources/gui/finalize.png"));
+    button->setToolTip("Delete transactions");
+    button->setPopupMode(QToolButton::InstantPopup);
+    button->setStyleSheet("QToolButton::menu-indicator { image: none; }");
+    auto* menu = new QMenu(button);
+    menu->addActions({m_ui->actionManagementFinalize, m_ui->actionTransactionDiscard});
+    button->setMenu(menu);
+    button->setAccessibleName("Delete transactions");
+    m_ui->toolBarTransactions->addWidget(button);
+}
+
+void TransactionsPanel::refresh() {
+    m_ui->treeTransactions->clear();
+    m_ui->labelTransactions->clear();
+    m_pending = false;
+    if (!database()) {
+        updateActions();
+        return;
+    }
+
+    const auto& transactions = database()->transactions();
+    const auto ids = transactions.list();
+    const std::uint32_t current = transactions.current();
+    m_ui->treeTransactions->setSortingEnabled(false);
+    for (const std::uint32_t id : ids)
+        addRow(id, current);
+    m_ui->treeTransactions->setSortingEnabled(true);
+    // After sorting, because the mark of the sorted column takes room.
+    for (int column = TRANSACTION_ID; column <= TRANSACTION_START; ++column)
+        m_ui->treeTransactions->resizeColumnToContents(column);
+
+    m_pending = transactions.pending();
+    m_ui->labelTransactions->setText(
+        m_pending
+            ? QString("Transaction pending...")
+            : QString("Transactions: %1, Current transaction: %2").arg(ids.size()).arg(current));
+    updateActions();
+}
+
+void TransactionsPanel::updateActions() {
+    const bool open = database() != nullptr;
+    const bool idle = open && !m_pending;
+    m_ui->actionTransactionBegin->setEnabled(idle);
+    m_ui->actionTransactionCommit->setEnabled(m_pending);
+    m_ui->actionTransactionRollback->setEnabled(m_pending);
+    m_ui->actionTransactionRestore->setEnabled(idle && m_ui->treeTransactions->currentItem());
+    m_ui->actionTransactionSize->setEnabled(open);
+    for (QAction* action : {m_ui->actionTransactionDiscard, m_ui->actionManagementFinalize,
+                            m_ui->actionManagementVacuum, m_ui->actionManagementLevelOfDetail})
+        action->setEnabled(idle);
+}
+
+void TransactionsPanel::addRow(std::uint32_t id, std::uint32_t current) {
+    const auto details = database()->transactions().details(id);
+    auto* row = new NumericTreeWidgetItem(m_ui->treeTransactions);
+    row->setText(TRANSACTION_ID, QString("%0%1").arg(id).arg(id == current ? "*" : ""));
+    row->setData(TRANSACTION_ID, Qt::UserRole, id);
+    row->setText(TRANSACTION_TITLE, shown(details.title));
+    row->setText(TRANSACTION_AGENT, shown(details.agent));
+    row->setText(TRANSACTION_QRB, common::shortLibraryVersion(QString::fromStdString(details.qrb)));
+    row->setText(TRANSACTION_START, shown(details.start));
+    row->setText(TRANSACTION_STOP, shown(details.stop));
+
+    row->setTextAlignment(TRANSACTION_DURATION, Qt::AlignRight | Qt::AlignVCenter);
+    const auto start =
+        QDateTime::fromString(QString::fromStdString(details.start), Qt::ISODateWithMs);
+    const auto stop =
+        QDateTime::fromString(QString::fromStdString(details.stop), Qt::ISODateWithMs);
+    if (!start.isValid()) {
+        row->setText(TRANSACTION_DURATION, "failed to parse started");
+    } else if (!stop.isValid()) {
+        row->setText(TRANSACTION_DURATION, "failed to parse stopped");
+    } else {
+        const qint64 milliseconds = start.msecsTo(stop);
+        const qint64 seconds = milliseconds / 1000;
+        row->setText(TRANSACTION_DURATION, QString("%1:%2:%3.%4")
+                                               .arg(seconds / 3600)
+                                               .arg(seconds / 60 % 60, 2, 10, QChar('0'))
+                                               .arg(seconds % 60, 2, 10, QChar('0'))
+                                               .arg(milliseconds % 1000, 3, 10, QChar('0')));
+        row->setSortValue(TRANSACTION_DURATION, static_cast<double>(milliseconds));
+        row->setToolTip(TRANSACTION_DURATION, QString("%1 s").arg(milliseconds / 1000.0));
+    }
+}
+
+void TransactionsPanel::on_treeTransactions_itemSelectionChanged() {
+    updateActions();
+}
+
+void TransactionsPanel::on_treeTransactions_itemDoubleClicked(QTreeWidgetItem* item, int) {
+    guarded([&] {
+        auto details =
+            database()->transactions().details(item->data(TRANSACTION_ID, Qt::UserRole).toUInt());
+        DialogTransaction::edit(m_session.context, details, this, true, false);
+    });
+}
+
+void TransactionsPanel::change(const std::function<void()>& action) {
+    const bool done = guarded([&] {
+        const common::WaitCursor waiting;
+        action();
+    });
+    if (done)
+        emit databaseChanged();
+}
+
+std::vector<std::uint32_t> TransactionsPanel::selectedIds() {
+    std::vector<std::uint32_t> ids;
+    for (const QTreeWidgetItem* item : m_ui->treeTransactions->selectedItems())
+        ids.push_back(item->data(TRANSACTION_ID, Qt::UserRole).toUInt());
+    if (ids.empty())
+        common::showInformation(this, "No transaction selected.");
+    return ids;
+}
+
+bool TransactionsPanel::canChangeFile() {
+    if (database() && m_session.fileState() == DatabaseSession::FileState::AS_OPENED &&
+        !m_session.isOverwritten())
+        return true;
+    emit fileLost();
+    return false;
+}
+
+void TransactionsPanel::on_actionTransactionBegin_triggered() {
+    if (!canChangeFile())
+        return;
+    tarvo::qrb::pointcloud::Transaction record;
+    record.title = record.agent = common::transactionAgentText().toStdString();
+    if (DialogTransaction::edit(m_session.context, record, this, false, true))
+        change([&] {
+            database()->transactions().begin(record.title, record.agent, record.comments,
+                                             record.settings);
+        });
+}
+
+void TransactionsPanel::on_actionTransactionCommit_triggered() {
+    if (!canChangeFile())
+        return;
+    DialogTransactionCommit dialog(this);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    const bool done = guarded([&] {
+        common::Progress progress(this, "Committing the transaction...");
+        database()->transactions().commit({dialog.method(), dialog.key()},
+                                          [&](int percent) { progress.update(percent); });
+    });
+    if (done)
+        emit databaseChanged();
+}
+
+void TransactionsPanel::on_actionTransactionRollback_triggered() {
+    if (common::lossConfirmed(this, "Rollback current transaction?\nAll changes will be lost."))
+        change([this] { database()->transactions().rollback(); });
+}
+
+void TransactionsPanel::on_actionTransactionRestore_triggered() {
+    const QTreeWidgetItem* item = m_ui->treeTransactions->currentItem();
+    if (!item || !canChangeFile())
+        return;
+    const auto id = item->data(TRANSACTION_ID, Qt::UserRole).toUInt();
+    if (common::confirmed(
+            this,
+            QString("Restore transaction \"%0\" (%1)?").arg(item->text(TRANSACTION_TITLE)).arg(id)))
+        change([&] { database()->transactions().restore(id); });
+}
+
+void TransactionsPanel::on_actionTransactionDiscard_triggered() {
+    guarded([this] {
+        const std::vector<std::uint32_t> ids = selectedIds();
+        if (ids.empty() || !canChangeFile())
+            return;
+        const std::uint32_t current = database()->transactions().current();
+        if (common::lossConfirmed(this, QString("Delete %0?\n\n"
+                                                "Please note, that the first transaction (1) and \n"
+                                                "the current transaction (%1) can not be deleted.")
+                                            .arg(nameOf(ids))
+                                            .arg(current)))
+            change([&] { database()->transactions().discard(ids); });
+    });
+}
+
+void TransactionsPanel::on_actionTransactionSize_triggered() {
+    guarded([this] {
+        const std::vector<std::uint32_t> ids = selectedIds();
+        if (ids.empty())
+            return;
+        const std::uint64_t bytes = [&] {
+            const common::WaitCursor waiting;
+            return database()->transactions().size(ids);
+        }();
+        common::showInformation(this, QString("Size of %0:\n\n%1 (%2 B)")
+                                          .arg(nameOf(ids), common::humanReadableSize(bytes))
+                                          .arg(bytes));
+    });
+}
+
+void TransactionsPanel::on_actionManagementLevelOfDetail_triggered() {
+    if (!canChangeFile())
+        return;
+    DialogLevelOfDetail::edit(*database(), this);
+    emit databaseChanged();
+}
+
+void TransactionsPanel::on_actionManagementFinalize_triggered() {
+    if (canChangeFile() &&
+        common::lossConfirmed(this, "Delete all transactions except the first and current/last?"))
+        change([this] { database()->management().finalize(); });
+}
+
+void TransactionsPanel::on_actionManagementVacuum_triggered() {
+    if (canChangeFile() &&
+        common::confirmed(this, "Reorganize database file to release unused disk space?"))
+        change([this] { database()->management().vacuum(); });
+}
