@@ -75,19 +75,54 @@ Interval boundsOf(const Number& number) {
 }
 
 TermPointer constantTerm(const Number& number) {
-    auto term = std::make_unique<Term>();
-    term->number = number;
-    term->bounds = boundsOf(number);
-    term->type = typeFor(term->bounds);
-    return term;
+    const Interval bounds = boundsOf(number);
+    return std::make_unique<Term>(Term{Constant{number}, typeFor(bounds), bounds});
 }
 
 TermPointer truthTerm(bool value) {
     return constantTerm(wholeNumber(value));
 }
 
+template <typename T>
+T applied(Operator operation, T a, T b) {
+    switch (operation) {
+        case Operator::Add:
+            return apply<Operator::Add>(a, b);
+        case Operator::Subtract:
+            return apply<Operator::Subtract>(a, b);
+        case Operator::Multiply:
+            return apply<Operator::Multiply>(a, b);
+        case Operator::Divide:
+            return apply<Operator::Divide>(a, b);
+        default:
+            return apply<Operator::Modulo>(a, b);
+    }
+}
+
+// What the evaluation of a batch would give.
+Number fold(Operator operation, Type type, const Number& a, const Number& b) {
+    if (type != Type::Real)
+        return wholeNumber(applied(operation, a.integer, b.integer));
+    if (operation == Operator::Modulo && a.whole && b.whole)
+        return realNumber(moduloOrNaN(a.integer, b.integer));
+    return realNumber(applied(operation, asReal(a), asReal(b)));
+}
+
+Type widest(Type a, Type b) {
+    return std::max(a, b);
+}
+
 bool isConstant(const TermPointer& term) {
-    return term->kind == Term::Kind::Constant;
+    return term->as<Constant>();
+}
+
+const Number& numberOf(const TermPointer& term) {
+    return term->as<Constant>()->number;
+}
+
+TermPointer conditionTerm(Term::Form form, float cost) {
+    return std::make_unique<Term>(
+        Term{std::move(form), Type::Integer, Interval::ofWhole(0, 1), cost});
 }
 
 Slot makeSlot(const ElementRef& element, const Grid& grid) {
@@ -124,41 +159,35 @@ public:
         if (term->isCondition())
             return term;
         if (isConstant(term))
-            return truthTerm(isTrueNumber(term->number));
-        if (term->kind == Term::Kind::Element) {
-            // NaN is neither 0 nor true.
-            const std::size_t slot = term->slot;
-            TermPointer other = inverse(codesTerm(slot, Operator::Equal, wholeNumber(0)));
-            const Grid& grid = m_slots[slot].grid;
-            if (other->kind == Term::Kind::Codes && grid.invalidIsOffGrid())
-                other->codes.invalidPasses = isTrueNumber(invalidNumber(slot));
-            else if (other->kind == Term::Kind::Constant && grid.invalidIsOffGrid() &&
-                     isTrueNumber(other->number) && !isTrueNumber(invalidNumber(slot)))
-                return setTerm(slot, 0, static_cast<Wide>(grid.maximumCode()) + 1, false);
-            return other;
-        }
-        auto result = std::make_unique<Term>();
-        result->kind = Term::Kind::Truth;
+            return truthTerm(isTrueNumber(numberOf(term)));
+        if (const auto* element = term->as<Element>())
+            return elementIsTrue(element->slot);
         const Truth truth = isTrue(term->bounds);
         if (!truth.canBeTrue || !truth.canBeFalse)
             return truthTerm(truth.canBeTrue);
-        result->cost = term->cost + 1;
-        return withTruthBounds(std::move(result), std::move(term));
+        const float cost = term->cost + 1;
+        return conditionTerm(NotZero{std::move(term)}, cost);
     }
 
     std::vector<Slot> takeSlots() { return std::move(m_slots); }
 
 private:
-    static TermPointer withTruthBounds(TermPointer term, TermPointer operand = nullptr) {
-        term->type = Type::Integer;
-        term->bounds = Interval::ofWhole(0, 1);
-        if (operand)
-            term->operands.push_back(std::move(operand));
-        return term;
+    // NaN is neither 0 nor true.
+    TermPointer elementIsTrue(std::size_t slot) const {
+        TermPointer other = inverse(codesTerm(slot, Operator::Equal, wholeNumber(0)));
+        const Grid& grid = m_slots[slot].grid;
+        if (!grid.invalidIsOffGrid())
+            return other;
+        const bool invalidPasses = isTrueNumber(invalidNumber(slot));
+        if (auto* codes = other->as<Codes>())
+            codes->set.invalidPasses = invalidPasses;
+        else if (isTrueNumber(numberOf(other)) && !invalidPasses)
+            return setTerm(slot, 0, static_cast<Wide>(grid.maximumCode()) + 1, false);
+        return other;
     }
 
-    [[noreturn]] void fail(const Node& node, std::string message) const {
-        failAt(m_text, node.offset, std::move(message));
+    [[noreturn]] void fail(std::size_t offset, std::string message) const {
+        failAt(m_text, offset, std::move(message));
     }
 
     const schema::Attribute& attribute(const Node& node, std::size_t& index) const {
@@ -170,15 +199,16 @@ private:
                     message += " Did you mean \"" + other.record.name + "\"?";
                     break;
                 }
-            fail(node, message);
+            fail(node.offset, message);
         }
         index = static_cast<std::size_t>(found);
         const schema::Attribute& attribute = m_table[index];
         const std::uint32_t length = attribute.record.length;
         if (node.element >= static_cast<std::int64_t>(length))
-            fail(node, "The attribute \"" + node.name + "\" at position %0 has no element " +
-                           std::to_string(node.element) + ": it has " + std::to_string(length) +
-                           (length == 1 ? " element." : " elements, counted from 0."));
+            fail(node.indexOffset, "The attribute \"" + node.name + "\" has no element " +
+                                       node.index + " (position %0): it has " +
+                                       std::to_string(length) +
+                                       (length == 1 ? " element." : " elements, counted from 0."));
         return attribute;
     }
 
@@ -189,12 +219,12 @@ private:
             return constantTerm(property(found, node.property));
         const std::uint32_t length = found.record.length;
         if (node.element < 0 && length != 1)
-            fail(node, length == 0
-                           ? "The attribute \"" + node.name + "\" at position %0 has no elements."
-                           : "The attribute \"" + node.name + "\" at position %0 has " +
-                                 std::to_string(length) + " elements: write \"" + node.name +
-                                 "[0]\" to \"" + node.name + "[" + std::to_string(length - 1) +
-                                 "]\".");
+            fail(node.offset,
+                 length == 0
+                     ? "The attribute \"" + node.name + "\" at position %0 has no elements."
+                     : "The attribute \"" + node.name + "\" at position %0 has " +
+                           std::to_string(length) + " elements: write \"" + node.name +
+                           "[0]\" to \"" + node.name + "[" + std::to_string(length - 1) + "]\".");
         const ElementRef reference{
             index, static_cast<std::uint32_t>(std::max<std::int64_t>(0, node.element))};
         std::size_t slot = 0;
@@ -203,13 +233,9 @@ private:
         if (slot == m_slots.size())
             m_slots.push_back(makeSlot(reference, found.grid));
 
-        auto term = std::make_unique<Term>();
-        term->kind = Term::Kind::Element;
-        term->slot = slot;
-        term->bounds = m_slots[slot].bounds;
-        term->type = typeFor(term->bounds);
-        term->cost = 2.0f * static_cast<float>(found.grid.width());
-        return term;
+        const Interval& bounds = m_slots[slot].bounds;
+        return std::make_unique<Term>(Term{Element{slot}, typeFor(bounds), bounds,
+                                           2.0f * static_cast<float>(found.grid.width())});
     }
 
     // What the definition says, on the grid: so that a stored maximum equals ":maximum".
@@ -259,14 +285,14 @@ private:
             case Operator::Plus:
                 return term(*node.operands[0]);
             case Operator::Negate:
-                return arithmetic(node.operation, term(*node.operands[0]), {});
+                return negated(term(*node.operands[0]));
             case Operator::Add:
-            case Operator::Subtract:
-            case Operator::Multiply:
-            case Operator::Divide:
-            case Operator::Modulo: {
-                TermPointer left = term(*node.operands[0]);
-                return arithmetic(node.operation, std::move(left), term(*node.operands[1]));
+            case Operator::Multiply: {
+                TermPointer result = term(*node.operands[0]);
+                for (std::size_t i = 0; i < node.between.size(); ++i)
+                    result =
+                        extended(std::move(result), node.between[i], term(*node.operands[i + 1]));
+                return result;
             }
             default: {
                 TermPointer left = term(*node.operands[0]);
@@ -275,57 +301,53 @@ private:
         }
     }
 
-    static TermPointer arithmetic(Operator operation, TermPointer left, TermPointer right) {
-        auto result = std::make_unique<Term>();
-        result->kind = Term::Kind::Arithmetic;
-        result->operation = operation;
-        const Interval& a = left->bounds;
-        switch (operation) {
-            case Operator::Negate:
-                result->bounds = negate(a);
-                break;
-            case Operator::Add:
-                result->bounds = add(a, right->bounds);
-                break;
-            case Operator::Subtract:
-                result->bounds = subtract(a, right->bounds);
-                break;
-            case Operator::Multiply:
-                result->bounds = multiply(a, right->bounds);
-                break;
-            case Operator::Divide:
-                result->bounds = divide(a, right->bounds);
-                break;
-            default:
-                result->bounds = modulo(a, right->bounds);
-                break;
+    static TermPointer negated(TermPointer operand) {
+        if (isConstant(operand)) {
+            const Number& number = numberOf(operand);
+            return constantTerm(number.whole ? wholeNumber(-number.integer)
+                                             : realNumber(-number.real));
         }
-        result->type = typeFor(result->bounds);
+        const Interval bounds = negate(operand->bounds);
+        const Type type = widest(typeFor(bounds), operand->type);
+        const float cost = operand->cost + costOf(Operator::Negate, type);
+        return std::make_unique<Term>(Term{Negative{std::move(operand)}, type, bounds, cost});
+    }
+
+    // The term with one more operator applied.
+    static TermPointer extended(TermPointer left, Operator operation, TermPointer right) {
+        const Interval bounds = combine(operation, left->bounds, right->bounds);
         // A remainder may be small where its operands are not.
-        if (result->type == Type::Integer &&
-            (left->type == Type::Wide || (right && right->type == Type::Wide)))
-            result->type = Type::Wide;
-        const float own = operation == Operator::Modulo   ? 20.0f
+        const Type type = widest(typeFor(bounds), widest(left->type, right->type));
+        if (isConstant(left) && isConstant(right))
+            return constantTerm(fold(operation, type, numberOf(left), numberOf(right)));
+        const float cost = left->cost + right->cost + costOf(operation, type);
+        if (auto* chain = left->as<Chain>(); chain && left->type == type) {
+            chain->steps.push_back({operation, std::move(right)});
+            left->bounds = bounds;
+            left->cost = cost;
+            return left;
+        }
+        Chain chain{std::move(left), {}};
+        chain.steps.push_back({operation, std::move(right)});
+        return std::make_unique<Term>(Term{std::move(chain), type, bounds, cost});
+    }
+
+    static float costOf(Operator operation, Type type) {
+        const float one = operation == Operator::Modulo   ? 20.0f
                           : operation == Operator::Divide ? 6.0f
                                                           : 2.0f;
-        result->cost = left->cost + (right ? right->cost : 0) +
-                       own * (result->type == Type::Wide ? 3.0f : 1.0f);
-        const bool constant = isConstant(left) && (!right || isConstant(right));
-        result->operands.push_back(std::move(left));
-        if (right)
-            result->operands.push_back(std::move(right));
-        return constant ? constantTerm(fold(*result)) : std::move(result);
+        return type == Type::Wide ? 3 * one : one;
     }
 
     TermPointer comparison(Operator operation, TermPointer left, TermPointer right) {
         if (operation == Operator::NotEqual)
             return inverse(comparison(Operator::Equal, std::move(left), std::move(right)));
         if (isConstant(left) && isConstant(right))
-            return truthTerm(compareNumbers(operation, left->number, right->number));
-        if (left->kind == Term::Kind::Element && isConstant(right))
-            return codesTerm(left->slot, operation, right->number);
-        if (right->kind == Term::Kind::Element && isConstant(left))
-            return codesTerm(right->slot, mirrored(operation), left->number);
+            return truthTerm(compareNumbers(operation, numberOf(left), numberOf(right)));
+        if (const auto* element = left->as<Element>(); element && isConstant(right))
+            return codesTerm(element->slot, operation, numberOf(right));
+        if (const auto* element = right->as<Element>(); element && isConstant(left))
+            return codesTerm(element->slot, mirrored(operation), numberOf(left));
         if (operation == Operator::Greater || operation == Operator::GreaterEqual) {
             operation = mirrored(operation);
             left.swap(right);
@@ -336,12 +358,8 @@ private:
                                 : isLessOrEqual(left->bounds, right->bounds);
         if (!truth.canBeTrue || !truth.canBeFalse)
             return truthTerm(truth.canBeTrue);
-        auto result = std::make_unique<Term>();
-        result->kind = Term::Kind::Comparison;
-        result->operation = operation;
-        result->cost = left->cost + right->cost + 2;
-        result->operands.push_back(std::move(left));
-        return withTruthBounds(std::move(result), std::move(right));
+        const float cost = left->cost + right->cost + 2;
+        return conditionTerm(Comparison{operation, std::move(left), std::move(right)}, cost);
     }
 
     // The comparison of an element with a constant, on its codes.
@@ -407,87 +425,90 @@ private:
 
     TermPointer termOf(std::size_t slot, const CodeSet& set) const {
         const Grid& grid = m_slots[slot].grid;
-        auto term = std::make_unique<Term>();
-        term->kind = Term::Kind::Codes;
-        term->slot = slot;
-        term->codes = set;
         const double part = (static_cast<double>(set.high - set.low) + 1) /
                             (static_cast<double>(grid.maximumCode()) + 1);
         const double passes = std::clamp(set.outside ? 1 - part : part, 0.0, 1.0);
-        term->cost = static_cast<float>(grid.width() * (0.25 + passes));
-        return withTruthBounds(std::move(term));
+        return conditionTerm(Codes{slot, set}, static_cast<float>(grid.width() * (0.25 + passes)));
     }
 
     TermPointer inverse(TermPointer term) const {
         if (isConstant(term))
-            return truthTerm(!isTrueNumber(term->number));
-        if (term->kind == Term::Kind::Not)
-            return std::move(term->operands[0]);
-        if (term->kind == Term::Kind::Codes) {
-            const Grid& grid = m_slots[term->slot].grid;
-            CodeSet set = term->codes;
+            return truthTerm(!isTrueNumber(numberOf(term)));
+        if (auto* inner = term->as<Not>())
+            return std::move(inner->operand);
+        if (const auto* codes = term->as<Codes>()) {
+            const std::size_t slot = codes->slot;
+            const Grid& grid = m_slots[slot].grid;
+            CodeSet set = codes->set;
             set.outside = !set.outside;
             set.invalidPasses = set.hasInvalid && !set.invalidPasses;
             // One range rather than all but one, where that is possible: && can merge it.
             if (set.outside && set.low == 0) {
                 const Wide end = static_cast<Wide>(grid.maximumCode()) + 1;
-                return setTerm(term->slot, static_cast<Wide>(set.high) + 1, end, set.invalidPasses);
+                return setTerm(slot, static_cast<Wide>(set.high) + 1, end, set.invalidPasses);
             }
             if (set.outside && set.high >= grid.maximumCode())
                 return setTerm(
-                    term->slot, 0,
+                    slot, 0,
                     std::min(static_cast<Wide>(set.low), static_cast<Wide>(grid.maximumCode()) + 1),
                     set.invalidPasses);
-            return termOf(term->slot, set);
+            return termOf(slot, set);
         }
-        auto result = std::make_unique<Term>();
-        result->kind = Term::Kind::Not;
-        result->cost = term->cost;
-        return withTruthBounds(std::move(result), std::move(term));
+        const float cost = term->cost;
+        return conditionTerm(Not{std::move(term)}, cost);
     }
 
-    TermPointer junction(bool conjunction, std::vector<TermPointer> operands) const {
-        const auto kind = conjunction ? Term::Kind::And : Term::Kind::Or;
-        auto result = std::make_unique<Term>();
-        result->kind = kind;
+    TermPointer junction(bool conjunction, std::vector<TermPointer> given) const {
+        std::vector<TermPointer> operands;
         const auto take = [&](TermPointer term) {
-            if (conjunction && term->kind == Term::Kind::Codes && !term->codes.outside)
-                for (TermPointer& other : result->operands)
-                    if (other->kind == Term::Kind::Codes && other->slot == term->slot &&
-                        !other->codes.outside) {
-                        other = setTerm(
-                            term->slot, std::max(other->codes.low, term->codes.low),
-                            static_cast<Wide>(std::min(other->codes.high, term->codes.high)) + 1,
-                            other->codes.invalidPasses && term->codes.invalidPasses);
-                        return;
-                    }
-            result->operands.push_back(std::move(term));
+            if (conjunction && mergeRange(operands, *term))
+                return;
+            operands.push_back(std::move(term));
         };
-        for (TermPointer& operand : operands) {
-            if (operand->kind == kind) {
-                for (TermPointer& inner : operand->operands)
-                    take(std::move(inner));
+        for (TermPointer& operand : given) {
+            auto* const inner = operand->as<Junction>();
+            if (inner && inner->conjunction == conjunction) {
+                for (TermPointer& one : inner->operands)
+                    take(std::move(one));
             } else if (!isConstant(operand)) {
                 take(std::move(operand));
-            } else if (isTrueNumber(operand->number) != conjunction) {
+            } else if (isTrueNumber(numberOf(operand)) != conjunction) {
                 return truthTerm(!conjunction);
             }
         }
         // Merged ranges may have become nothing, or everything but for the invalid code.
-        for (const TermPointer& operand : result->operands)
-            if (isConstant(operand) && isTrueNumber(operand->number) != conjunction)
+        for (const TermPointer& operand : operands)
+            if (isConstant(operand) && isTrueNumber(numberOf(operand)) != conjunction)
                 return truthTerm(!conjunction);
-        std::erase_if(result->operands, isConstant);
-        if (result->operands.empty())
+        std::erase_if(operands, isConstant);
+        if (operands.empty())
             return truthTerm(conjunction);
-        if (result->operands.size() == 1)
-            return std::move(result->operands[0]);
+        if (operands.size() == 1)
+            return std::move(operands[0]);
         std::stable_sort(
-            result->operands.begin(), result->operands.end(),
+            operands.begin(), operands.end(),
             [](const TermPointer& a, const TermPointer& b) { return a->cost < b->cost; });
-        for (const TermPointer& operand : result->operands)
-            result->cost += operand->cost;
-        return withTruthBounds(std::move(result));
+        float cost = 0;
+        for (const TermPointer& operand : operands)
+            cost += operand->cost;
+        return conditionTerm(Junction{conjunction, std::move(operands)}, cost);
+    }
+
+    // Narrows the range of codes of the same element among the operands, if there is one.
+    bool mergeRange(std::vector<TermPointer>& operands, const Term& term) const {
+        const auto* range = term.as<Codes>();
+        if (!range || range->set.outside)
+            return false;
+        for (TermPointer& operand : operands) {
+            const auto* other = operand->as<Codes>();
+            if (!other || other->slot != range->slot || other->set.outside)
+                continue;
+            operand = setTerm(range->slot, std::max(other->set.low, range->set.low),
+                              static_cast<Wide>(std::min(other->set.high, range->set.high)) + 1,
+                              other->set.invalidPasses && range->set.invalidPasses);
+            return true;
+        }
+        return false;
     }
 
     std::string_view m_text;
@@ -498,49 +519,26 @@ private:
 // Numbers the slots that are left after folding, in the order of evaluation; gives the height.
 unsigned useSlots(Term& term, std::vector<Slot>& all, std::vector<std::size_t>& numbers,
                   std::vector<Slot>& used) {
-    if (term.kind == Term::Kind::Element || term.kind == Term::Kind::Codes) {
-        std::size_t& number = numbers[term.slot];
+    std::size_t* slot = nullptr;
+    if (auto* element = term.as<Element>())
+        slot = &element->slot;
+    else if (auto* codes = term.as<Codes>())
+        slot = &codes->slot;
+    if (slot) {
+        std::size_t& number = numbers[*slot];
         if (number == SIZE_MAX) {
             number = used.size();
-            used.push_back(std::move(all[term.slot]));
+            used.push_back(std::move(all[*slot]));
         }
-        term.slot = number;
+        *slot = number;
     }
     unsigned height = 0;
-    for (const TermPointer& operand : term.operands)
-        height = std::max(height, useSlots(*operand, all, numbers, used));
+    term.eachOperand(
+        [&](Term& operand) { height = std::max(height, useSlots(operand, all, numbers, used)); });
     return height + 1;
 }
 
-template <typename T>
-T applyTo(Operator operation, T a, T b) {
-    switch (operation) {
-        case Operator::Add:
-            return apply<Operator::Add>(a, b);
-        case Operator::Subtract:
-            return apply<Operator::Subtract>(a, b);
-        case Operator::Multiply:
-            return apply<Operator::Multiply>(a, b);
-        case Operator::Divide:
-            return apply<Operator::Divide>(a, b);
-        case Operator::Modulo:
-            return apply<Operator::Modulo>(a, b);
-        default:
-            return -a;  // Negate
-    }
-}
-
 }  // namespace
-
-Number fold(const Term& term) {
-    const Number& a = term.operands[0]->number;
-    const Number& b = term.operands.back()->number;
-    if (term.type != Type::Real)
-        return wholeNumber(applyTo(term.operation, a.integer, b.integer));
-    if (term.operation == Operator::Modulo && a.whole && b.whole)
-        return realNumber(moduloOrNaN(a.integer, b.integer));
-    return realNumber(applyTo(term.operation, asReal(a), asReal(b)));
-}
 
 std::unique_ptr<const Program> bind(const Expression& expression,
                                     const schema::AttributeTable& table) {
@@ -550,7 +548,7 @@ std::unique_ptr<const Program> bind(const Expression& expression,
     Binder binder(expression, table);
     program->root = binder.condition(binder.term(*expression.root()));
     if (isConstant(program->root)) {
-        if (isTrueNumber(program->root->number))
+        if (isTrueNumber(numberOf(program->root)))
             program->root.reset();
         return program;
     }

@@ -51,73 +51,73 @@ Interval elementBounds(const Slot& slot, const schema::ElementStatistics& known)
     return bounds;
 }
 
-Interval termBounds(const Term& term, const std::vector<Slot>& slots, Statistics statistics) {
-    if (term.kind == Term::Kind::Constant)
-        return term.bounds;
-    if (term.kind == Term::Kind::Element)
-        return elementBounds(slots[term.slot], statistics[term.slot]);
-    if (term.isCondition()) {
-        const Truth truth = decideTerm(term, slots, statistics);
-        return Interval::ofWhole(truth.canBeFalse ? 0 : 1, truth.canBeTrue ? 1 : 0);
-    }
-    const Interval a = termBounds(*term.operands[0], slots, statistics);
-    if (term.operation == Operator::Negate)
-        return negate(a);
-    const Interval b = termBounds(*term.operands[1], slots, statistics);
-    // What is computed as doubles has the rounding of doubles, even where a part of the range
-    // would fit into integers. The remainder of integers is exact before it is rounded.
+Interval termBounds(const Term& term, const std::vector<Slot>& slots, Statistics statistics);
+
+Interval chainBounds(const Term& term, const Chain& chain, const std::vector<Slot>& slots,
+                     Statistics statistics) {
     const bool real = term.type == Type::Real;
-    const bool early = real && term.operation != Operator::Modulo;
-    const Interval x = early ? a.asReal() : a;
-    const Interval y = early ? b.asReal() : b;
-    const Interval result = term.operation == Operator::Add        ? add(x, y)
-                            : term.operation == Operator::Subtract ? subtract(x, y)
-                            : term.operation == Operator::Multiply ? multiply(x, y)
-                            : term.operation == Operator::Divide   ? divide(x, y)
-                                                                   : modulo(x, y);
-    return real ? result.asReal() : result;
+    Interval left = termBounds(*chain.first, slots, statistics);
+    for (const Chain::Step& step : chain.steps) {
+        const Interval right = termBounds(*step.operand, slots, statistics);
+        // What is computed as doubles has the rounding of doubles, even where a part of the range
+        // would fit into integers. The remainder of integers is exact before it is rounded.
+        const bool early = real && step.operation != Operator::Modulo;
+        left =
+            combine(step.operation, early ? left.asReal() : left, early ? right.asReal() : right);
+        if (real)
+            left = left.asReal();
+    }
+    return left;
+}
+
+Interval termBounds(const Term& term, const std::vector<Slot>& slots, Statistics statistics) {
+    if (term.as<Constant>())
+        return term.bounds;
+    if (const auto* element = term.as<Element>())
+        return elementBounds(slots[element->slot], statistics[element->slot]);
+    if (const auto* negative = term.as<Negative>())
+        return negate(termBounds(*negative->operand, slots, statistics));
+    if (const auto* chain = term.as<Chain>())
+        return chainBounds(term, *chain, slots, statistics);
+    const Truth truth = decideTerm(term, slots, statistics);
+    return Interval::ofWhole(truth.canBeFalse ? 0 : 1, truth.canBeTrue ? 1 : 0);
+}
+
+Truth decideJunction(const Junction& junction, const std::vector<Slot>& slots,
+                     Statistics statistics) {
+    // As a conjunction: a disjunction is the inverse of that of its inverse operands.
+    Truth truth{true, false};
+    for (const TermPointer& operand : junction.operands) {
+        const Truth one = decideTerm(*operand, slots, statistics);
+        const Truth same = junction.conjunction ? one : one.inverse();
+        if (!same.canBeTrue) {
+            truth = {false, true};
+            break;
+        }
+        truth.canBeFalse = truth.canBeFalse || same.canBeFalse;
+    }
+    return junction.conjunction ? truth : truth.inverse();
 }
 
 }  // namespace
 
 Truth decideTerm(const Term& term, const std::vector<Slot>& slots, Statistics statistics) {
-    switch (term.kind) {
-        case Term::Kind::Codes:
-            return decideCodes(term.codes, slots[term.slot].grid, statistics[term.slot]);
-        case Term::Kind::Not:
-            return decideTerm(*term.operands[0], slots, statistics).inverse();
-        case Term::Kind::And: {
-            Truth truth{true, false};
-            for (const TermPointer& operand : term.operands) {
-                const Truth one = decideTerm(*operand, slots, statistics);
-                if (!one.canBeTrue)
-                    return {false, true};
-                truth.canBeFalse = truth.canBeFalse || one.canBeFalse;
-            }
-            return truth;
-        }
-        case Term::Kind::Or: {
-            Truth truth{false, true};
-            for (const TermPointer& operand : term.operands) {
-                const Truth one = decideTerm(*operand, slots, statistics);
-                if (!one.canBeFalse)
-                    return {true, false};
-                truth.canBeTrue = truth.canBeTrue || one.canBeTrue;
-            }
-            return truth;
-        }
-        case Term::Kind::Comparison: {
-            const Interval a = termBounds(*term.operands[0], slots, statistics);
-            const Interval b = termBounds(*term.operands[1], slots, statistics);
-            return term.operation == Operator::Equal  ? isEqual(a, b)
-                   : term.operation == Operator::Less ? isLess(a, b)
-                                                      : isLessOrEqual(a, b);
-        }
-        case Term::Kind::Truth:
-            return isTrue(termBounds(*term.operands[0], slots, statistics));
-        default:
-            return isTrue(term.bounds);  // Constant
+    if (const auto* codes = term.as<Codes>())
+        return decideCodes(codes->set, slots[codes->slot].grid, statistics[codes->slot]);
+    if (const auto* comparison = term.as<Comparison>()) {
+        const Interval a = termBounds(*comparison->left, slots, statistics);
+        const Interval b = termBounds(*comparison->right, slots, statistics);
+        return comparison->operation == Operator::Equal  ? isEqual(a, b)
+               : comparison->operation == Operator::Less ? isLess(a, b)
+                                                         : isLessOrEqual(a, b);
     }
+    if (const auto* value = term.as<NotZero>())
+        return isTrue(termBounds(*value->operand, slots, statistics));
+    if (const auto* inner = term.as<Not>())
+        return decideTerm(*inner->operand, slots, statistics).inverse();
+    if (const auto* junction = term.as<Junction>())
+        return decideJunction(*junction, slots, statistics);
+    return isTrue(term.bounds);  // a constant
 }
 
 }  // namespace tarvo::engine::filter

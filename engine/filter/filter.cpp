@@ -39,7 +39,7 @@ void BoundFilter::select(std::size_t count, const ColumnSource& columns,
         return;
     }
     selection.clear();
-    if (m_program->root->kind != Term::Kind::Constant)
+    if (!m_program->root->as<Constant>())
         selectPoints(m_program->slots, *m_program->root, m_program->height, count, columns,
                      selection);
 }

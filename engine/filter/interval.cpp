@@ -154,6 +154,21 @@ Interval modulo(const Interval& a, const Interval& b) {
                             x.mayBeNaN || y.mayBeNaN);
 }
 
+Interval combine(Operator operation, const Interval& a, const Interval& b) {
+    switch (operation) {
+        case Operator::Add:
+            return add(a, b);
+        case Operator::Subtract:
+            return subtract(a, b);
+        case Operator::Multiply:
+            return multiply(a, b);
+        case Operator::Divide:
+            return divide(a, b);
+        default:
+            return modulo(a, b);
+    }
+}
+
 Truth isLess(const Interval& a, const Interval& b) {
     if (a.whole && b.whole)
         return {a.low < b.high, a.high >= b.low};

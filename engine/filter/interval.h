@@ -3,7 +3,7 @@
 // nearest keeps order: the rounded bound bounds the rounded values.
 #pragma once
 
-#include "engine/schema/grid.h"
+#include "engine/filter/syntax.h"
 
 #include <limits>
 
@@ -45,6 +45,8 @@ Interval subtract(const Interval& a, const Interval& b);
 Interval multiply(const Interval& a, const Interval& b);
 Interval divide(const Interval& a, const Interval& b);
 Interval modulo(const Interval& a, const Interval& b);
+// Of one of these operators but negate.
+Interval combine(Operator operation, const Interval& a, const Interval& b);
 
 // What a condition can be.
 struct Truth {

@@ -49,7 +49,8 @@ private:
                    ".");
     }
 
-    NodePointer make(Operator operation, std::size_t offset, std::vector<NodePointer> operands) {
+    NodePointer make(Operator operation, std::size_t offset, std::vector<NodePointer> operands,
+                     std::vector<Operator> between = {}) {
         auto node = std::make_shared<Node>();
         node->kind = Node::Kind::Operation;
         node->operation = operation;
@@ -59,6 +60,7 @@ private:
         if (node->height > maximumHeight)
             tooDeep(offset);
         node->operands = std::move(operands);
+        node->between = std::move(between);
         return node;
     }
 
@@ -68,27 +70,31 @@ private:
                    std::to_string(maximumHeight) + " levels are possible.");
     }
 
-    // && and || take any number of operands, so that long lists of them stay flat.
+    // Operands with operators of one rank between them stay flat, however many they are.
     template <typename Operand>
-    NodePointer list(Operator operation, Operand operand) {
+    NodePointer list(Operator operation, std::initializer_list<Operator> ofThisRank,
+                     Operand operand) {
         const std::size_t offset = m_token.offset;
         NodePointer first = operand();
-        if (!isOperation(operation))
-            return first;
         std::vector<NodePointer> operands{std::move(first)};
-        while (isOperation(operation)) {
+        std::vector<Operator> between;
+        while (std::any_of(ofThisRank.begin(), ofThisRank.end(),
+                           [this](Operator one) { return isOperation(one); })) {
+            between.push_back(m_token.operation);
             advance();
             operands.push_back(operand());
         }
-        return make(operation, offset, std::move(operands));
+        if (between.empty())
+            return operands.front();
+        return make(operation, offset, std::move(operands), std::move(between));
     }
 
     NodePointer disjunction() {
-        return list(Operator::Or, [this] { return conjunction(); });
+        return list(Operator::Or, {Operator::Or}, [this] { return conjunction(); });
     }
 
     NodePointer conjunction() {
-        return list(Operator::And, [this] { return comparison(); });
+        return list(Operator::And, {Operator::And}, [this] { return comparison(); });
     }
 
     NodePointer comparison() {
@@ -108,26 +114,13 @@ private:
     }
 
     NodePointer sum() {
-        const std::size_t offset = m_token.offset;
-        NodePointer left = product();
-        while (isOperation(Operator::Add) || isOperation(Operator::Subtract)) {
-            const Operator operation = m_token.operation;
-            advance();
-            left = make(operation, offset, {std::move(left), product()});
-        }
-        return left;
+        return list(Operator::Add, {Operator::Add, Operator::Subtract},
+                    [this] { return product(); });
     }
 
     NodePointer product() {
-        const std::size_t offset = m_token.offset;
-        NodePointer left = unary();
-        while (isOperation(Operator::Multiply) || isOperation(Operator::Divide) ||
-               isOperation(Operator::Modulo)) {
-            const Operator operation = m_token.operation;
-            advance();
-            left = make(operation, offset, {std::move(left), unary()});
-        }
-        return left;
+        return list(Operator::Multiply, {Operator::Multiply, Operator::Divide, Operator::Modulo},
+                    [this] { return unary(); });
     }
 
     NodePointer unary() {
@@ -181,6 +174,8 @@ private:
             advance();
             if (m_token.kind != Token::Kind::Number || !m_token.number.whole)
                 expected("the whole number of an element");
+            node->index = m_token.text;
+            node->indexOffset = m_token.offset;
             node->element = static_cast<std::int64_t>(
                 std::min<schema::Grid::Wide>(m_token.number.integer, INT64_MAX));
             advance();

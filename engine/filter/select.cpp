@@ -84,48 +84,33 @@ public:
 
     // Sets out of each lane to 1 where the condition holds, else 0.
     void condition(const Term& term, const Lanes& lanes, std::size_t depth, std::uint8_t* out) {
-        Frame& frame = *m_scratch.frames[depth];
-        switch (term.kind) {
-            case Term::Kind::Codes:
-                column(term.slot).visit([&]<typename T>(std::span<const T> codes) {
-                    maskCodes<T>(codes.data() + lanes.begin, lanes, term.codes, out);
-                });
-                return;
-            case Term::Kind::Comparison: {
-                const Term& a = *term.operands[0];
-                const Term& b = *term.operands[1];
-                if (a.type == Type::Real || b.type == Type::Real)
-                    comparison<double>(term, lanes, depth, out);
-                else if (a.type == Type::Wide || b.type == Type::Wide)
-                    comparison<Wide>(term, lanes, depth, out);
-                else
-                    comparison<std::int64_t>(term, lanes, depth, out);
-                return;
-            }
-            case Term::Kind::Truth: {
-                const Term& value = *term.operands[0];
-                if (value.type == Type::Real)
-                    truth<double>(value, lanes, depth, out);
-                else if (value.type == Type::Wide)
-                    truth<Wide>(value, lanes, depth, out);
-                else
-                    truth<std::int64_t>(value, lanes, depth, out);
-                return;
-            }
-            case Term::Kind::Not:
-                condition(*term.operands[0], lanes, depth + 1, out);
-                for (std::size_t i = 0; i < lanes.count; ++i)
-                    out[i] ^= 1;
-                return;
-            case Term::Kind::And:
-                junction(term, true, lanes, depth, frame, out);
-                return;
-            case Term::Kind::Or:
-                junction(term, false, lanes, depth, frame, out);
-                return;
-            default:
-                std::fill_n(out, lanes.count, std::uint8_t(0));
-                return;
+        if (const auto* codes = term.as<Codes>()) {
+            column(codes->slot).visit([&]<typename T>(std::span<const T> all) {
+                maskCodes<T>(all.data() + lanes.begin, lanes, codes->set, out);
+            });
+        } else if (const auto* own = term.as<Comparison>()) {
+            const Type a = own->left->type, b = own->right->type;
+            if (a == Type::Real || b == Type::Real)
+                comparison<double>(*own, lanes, depth, out);
+            else if (a == Type::Wide || b == Type::Wide)
+                comparison<Wide>(*own, lanes, depth, out);
+            else
+                comparison<std::int64_t>(*own, lanes, depth, out);
+        } else if (const auto* value = term.as<NotZero>()) {
+            if (value->operand->type == Type::Real)
+                notZero<double>(*value->operand, lanes, depth, out);
+            else if (value->operand->type == Type::Wide)
+                notZero<Wide>(*value->operand, lanes, depth, out);
+            else
+                notZero<std::int64_t>(*value->operand, lanes, depth, out);
+        } else if (const auto* inner = term.as<Not>()) {
+            condition(*inner->operand, lanes, depth + 1, out);
+            for (std::size_t i = 0; i < lanes.count; ++i)
+                out[i] ^= 1;
+        } else if (const auto* own = term.as<Junction>()) {
+            junction(*own, lanes, depth, out);
+        } else {
+            throw Failure(ErrorCode::Internal, "A filter took a value for a condition.");
         }
     }
 
@@ -145,8 +130,9 @@ private:
 
     // && looks on at lanes that are still 1, || at those that are still 0: at all of them while
     // they are many, else at a list of them.
-    void junction(const Term& term, bool conjunction, const Lanes& lanes, std::size_t depth,
-                  Frame& frame, std::uint8_t* out) {
+    void junction(const Junction& term, const Lanes& lanes, std::size_t depth, std::uint8_t* out) {
+        Frame& frame = *m_scratch.frames[depth];
+        const bool conjunction = term.conjunction;
         condition(*term.operands[0], lanes, depth + 1, out);
         std::size_t next = 1;
         for (; next < term.operands.size(); ++next) {
@@ -200,11 +186,12 @@ private:
     }
 
     template <typename T>
-    void comparison(const Term& term, const Lanes& lanes, std::size_t depth, std::uint8_t* out) {
+    void comparison(const Comparison& term, const Lanes& lanes, std::size_t depth,
+                    std::uint8_t* out) {
         T* const a = firstOf<T>(depth);
         T* const b = secondOf<T>(depth);
-        valueAs<T>(*term.operands[0], lanes, depth + 1, a);
-        valueAs<T>(*term.operands[1], lanes, depth + 1, b);
+        valueAs<T>(*term.left, lanes, depth + 1, a);
+        valueAs<T>(*term.right, lanes, depth + 1, b);
         const auto run = [&]<Operator operation>() {
             for (std::size_t i = 0; i < lanes.count; ++i)
                 out[i] = compare<operation>(a[i], b[i]);
@@ -218,7 +205,7 @@ private:
     }
 
     template <typename T>
-    void truth(const Term& term, const Lanes& lanes, std::size_t depth, std::uint8_t* out) {
+    void notZero(const Term& term, const Lanes& lanes, std::size_t depth, std::uint8_t* out) {
         T* const a = firstOf<T>(depth);
         value<T>(term, lanes, depth + 1, a);
         for (std::size_t i = 0; i < lanes.count; ++i)
@@ -245,15 +232,19 @@ private:
     // The values of a term whose type is T.
     template <typename T>
     void value(const Term& term, const Lanes& lanes, std::size_t depth, T* out) {
-        if (term.kind == Term::Kind::Constant) {
-            const Number& number = term.number;
+        if (const auto* constant = term.as<Constant>()) {
+            const Number& number = constant->number;
             std::fill_n(
                 out, lanes.count,
                 number.whole ? static_cast<T>(number.integer) : static_cast<T>(number.real));
-        } else if (term.kind == Term::Kind::Element) {
-            element(term.slot, lanes, out);
-        } else if (term.kind == Term::Kind::Arithmetic) {
-            arithmetic(term, lanes, depth, out);
+        } else if (const auto* read = term.as<Element>()) {
+            element(read->slot, lanes, out);
+        } else if (const auto* negative = term.as<Negative>()) {
+            valueAs<T>(*negative->operand, lanes, depth + 1, out);
+            for (std::size_t i = 0; i < lanes.count; ++i)
+                out[i] = tarvo::engine::filter::negative(out[i]);
+        } else if (const auto* steps = term.as<Chain>()) {
+            chain(*steps, lanes, depth, out);
         } else {
             std::uint8_t* const mask = m_scratch.frames[depth]->truth.data();
             condition(term, lanes, depth, mask);
@@ -295,50 +286,46 @@ private:
     }
 
     template <typename T>
-    void arithmetic(const Term& term, const Lanes& lanes, std::size_t depth, T* out) {
-        const Term& left = *term.operands[0];
-        if (term.operation == Operator::Negate) {
-            valueAs<T>(left, lanes, depth + 1, out);
+    void chain(const Chain& term, const Lanes& lanes, std::size_t depth, T* out) {
+        auto step = term.steps.begin();
+        if (std::is_same_v<T, double> && step->operation == Operator::Modulo &&
+            term.first->type != Type::Real && step->operand->type != Type::Real) {
+            Wide* const a = firstOf<Wide>(depth);
+            Wide* const b = secondOf<Wide>(depth);
+            valueAs<Wide>(*term.first, lanes, depth + 1, a);
+            valueAs<Wide>(*step->operand, lanes, depth + 1, b);
             for (std::size_t i = 0; i < lanes.count; ++i)
-                out[i] = negative(out[i]);
-            return;
+                out[i] = static_cast<T>(moduloOrNaN(a[i], b[i]));
+            ++step;
+        } else {
+            valueAs<T>(*term.first, lanes, depth + 1, out);
         }
-        const Term& right = *term.operands[1];
-        if constexpr (std::is_same_v<T, double>)
-            if (term.operation == Operator::Modulo && left.type != Type::Real &&
-                right.type != Type::Real) {
-                Wide* const a = firstOf<Wide>(depth);
-                Wide* const b = secondOf<Wide>(depth);
-                valueAs<Wide>(left, lanes, depth + 1, a);
-                valueAs<Wide>(right, lanes, depth + 1, b);
-                for (std::size_t i = 0; i < lanes.count; ++i)
-                    out[i] = moduloOrNaN(a[i], b[i]);
-                return;
-            }
-        T* const b = secondOf<T>(depth);
-        valueAs<T>(left, lanes, depth + 1, out);
-        valueAs<T>(right, lanes, depth + 1, b);
-        const auto run = [&]<Operator operation>() {
-            for (std::size_t i = 0; i < lanes.count; ++i)
-                out[i] = apply<operation>(out[i], b[i]);
+        T* const right = secondOf<T>(depth);
+        for (; step != term.steps.end(); ++step) {
+            valueAs<T>(*step->operand, lanes, depth + 1, right);
+            applyStep(step->operation, lanes.count, right, out);
+        }
+    }
+
+    template <typename T>
+    static void applyStep(Operator operation, std::size_t count, const T* right, T* out) {
+        const auto run = [&]<Operator own>() {
+            for (std::size_t i = 0; i < count; ++i)
+                out[i] = apply<own>(out[i], right[i]);
         };
-        switch (term.operation) {
+        switch (operation) {
             case Operator::Add:
-                run.template operator()<Operator::Add>();
-                break;
+                return run.template operator()<Operator::Add>();
             case Operator::Subtract:
-                run.template operator()<Operator::Subtract>();
-                break;
+                return run.template operator()<Operator::Subtract>();
             case Operator::Multiply:
-                run.template operator()<Operator::Multiply>();
-                break;
+                return run.template operator()<Operator::Multiply>();
             case Operator::Divide:
                 if constexpr (std::is_same_v<T, double>)
                     run.template operator()<Operator::Divide>();
-                break;
+                return;
             default:
-                run.template operator()<Operator::Modulo>();
-                break;
+                return run.template operator()<Operator::Modulo>();
         }
     }
 

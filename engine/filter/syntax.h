@@ -50,11 +50,16 @@ struct Node {
 
     std::string name;           // Element
     std::int64_t element = -1;  // -1: no index given
+    std::string index;          // as it is written
+    std::size_t indexOffset = 0;
     Property property = Property::None;
 
     Operator operation = Operator::Or;  // Operation
-    // One operand for Negate, Plus, Not; two or more for And, Or; else two.
+    // One operand for Negate, Plus, Not; two for comparisons; else two or more.
     std::vector<std::shared_ptr<const Node>> operands;
+    // Sums (operation: Add) and products (Multiply): the operators between the operands, applied
+    // from the left.
+    std::vector<Operator> between;
 };
 
 // Bounds that keep recursion over a tree within any thread's stack.

@@ -7,6 +7,7 @@
 #include "engine/filter/syntax.h"
 
 #include <memory>
+#include <variant>
 #include <vector>
 
 namespace tarvo::engine::filter {
@@ -28,36 +29,92 @@ struct CodeSet {
     }
 };
 
-struct Term {
-    enum class Kind : std::uint8_t {
-        Constant,
-        Element,
-        Codes,       // a condition on the codes of one element
-        Comparison,  // of two values: Equal, Less or LessEqual
-        Truth,       // a value is a number other than 0
-        Not,
-        And,
-        Or,
-        Arithmetic  // Add, Subtract, Multiply, Divide, Modulo, Negate
+struct Term;
+using TermPointer = std::unique_ptr<Term>;
+
+// Values
+struct Constant {
+    Number number;
+};
+struct Element {
+    std::size_t slot = 0;
+};
+struct Negative {
+    TermPointer operand;
+};
+// Operators applied one after the other, from the left, each in the type of the whole. Only the
+// first may be the remainder of two whole numbers that gives a Real, for the second may be 0.
+struct Chain {
+    struct Step {
+        Operator operation = Operator::Add;  // Add, Subtract, Multiply, Divide, Modulo
+        TermPointer operand;
     };
-
-    Kind kind = Kind::Constant;
-    Operator operation = Operator::Add;  // Comparison, Arithmetic
-    Type type = Type::Integer;           // of the value; conditions are Integer 1 or 0
-    Interval bounds;                     // of the value, whatever the points
-    Number number;                       // Constant
-    std::size_t slot = 0;                // Element, Codes
-    CodeSet codes;                       // Codes
-    float cost = 0;                      // of evaluating it for a point, for the order of And, Or
-    std::vector<std::unique_ptr<Term>> operands;
-
-    bool isCondition() const {
-        return kind == Kind::Codes || kind == Kind::Comparison || kind == Kind::Truth ||
-               kind == Kind::Not || kind == Kind::And || kind == Kind::Or;
-    }
+    TermPointer first;
+    std::vector<Step> steps;
 };
 
-using TermPointer = std::unique_ptr<Term>;
+// Conditions, as values 1 or 0
+struct Codes {  // of one element
+    std::size_t slot = 0;
+    CodeSet set;
+};
+struct Comparison {
+    Operator operation = Operator::Equal;  // Equal, Less or LessEqual
+    TermPointer left, right;
+};
+struct NotZero {  // the operand is a number other than 0
+    TermPointer operand;
+};
+struct Not {
+    TermPointer operand;
+};
+struct Junction {
+    bool conjunction = false;  // else a disjunction
+    std::vector<TermPointer> operands;
+};
+
+struct Term {
+    using Form =
+        std::variant<Constant, Element, Negative, Chain, Codes, Comparison, NotZero, Not, Junction>;
+
+    Form form;
+    Type type = Type::Integer;  // of the value
+    Interval bounds;            // of the value, whatever the points
+    float cost = 0;             // of evaluating it for a point, for the order of junctions
+
+    // Null where the term is none.
+    template <typename T>
+    const T* as() const {
+        return std::get_if<T>(&form);
+    }
+    template <typename T>
+    T* as() {
+        return std::get_if<T>(&form);
+    }
+    bool isCondition() const { return form.index() >= Form(Codes()).index(); }
+
+    // Calls the function with each operand.
+    template <typename Function>
+    void eachOperand(const Function& function) {
+        std::visit(
+            [&]<typename T>(T& own) {
+                if constexpr (requires { own.operands; }) {
+                    for (TermPointer& operand : own.operands)
+                        function(*operand);
+                } else if constexpr (requires { own.operand; }) {
+                    function(*own.operand);
+                } else if constexpr (requires { own.left; }) {
+                    function(*own.left);
+                    function(*own.right);
+                } else if constexpr (requires { own.steps; }) {
+                    function(*own.first);
+                    for (Chain::Step& step : own.steps)
+                        function(*step.operand);
+                }
+            },
+            form);
+    }
+};
 
 // One element that the filter reads.
 struct Slot {
@@ -77,9 +134,6 @@ struct Program {
 // Throws Failure(Filter).
 std::unique_ptr<const Program> bind(const Expression& expression,
                                     const schema::AttributeTable& table);
-
-// Evaluates a term whose operands are constants.
-Number fold(const Term& term);
 
 Truth decideTerm(const Term& term, const std::vector<Slot>& slots,
                  std::span<const schema::ElementStatistics> statistics);
