@@ -27,14 +27,15 @@ extern "C" {
 qrb_status qrb_pointcloud_changelog_append_log_message(qrb_context* context,
                                                        qrb_pointcloud* pointcloud,
                                                        const char* message) {
-    return call(context, [&] { sessionOf(pointcloud)->appendMessage(textOf(message)); });
+    return call(context, [&] { sessionOf(pointcloud)->changelog().append(textOf(message)); });
 }
 
 qrb_status qrb_pointcloud_changelog_export_to_textfile(qrb_context* context,
                                                        qrb_pointcloud* pointcloud,
                                                        const char* file_name) {
-    return call(context,
-                [&] { writeTextFile(textOf(file_name), sessionOf(pointcloud)->changelog()); });
+    return call(context, [&] {
+        writeTextFile(textOf(file_name), sessionOf(pointcloud)->changelog().text());
+    });
 }
 
 qrb_status qrb_pointcloud_changelog_import_from_database(qrb_context* context,
@@ -44,7 +45,7 @@ qrb_status qrb_pointcloud_changelog_import_from_database(qrb_context* context,
         const auto session = sessionOf(pointcloud);
         (void)session->change();
         session::Session other(textOf(file_name), session::OpenSettings{0}, bound.api);
-        session->importChangelog(other.changelog());
+        session->changelog().import(other.changelog().text());
     });
 }
 

@@ -32,7 +32,7 @@ qrb_status qrb_pointcloud_meta_data_get(qrb_context* context, qrb_pointcloud* po
         const auto session = sessionOf(pointcloud);
         const std::string item = textOf(name);
         giveText(bound,
-                 session->state()->metaData.count(item) ? session->metaData(item)
+                 session->state()->metaData.count(item) ? session->metaData().get(item)
                                                         : textOf(default_value),
                  value);
     });
@@ -40,12 +40,13 @@ qrb_status qrb_pointcloud_meta_data_get(qrb_context* context, qrb_pointcloud* po
 
 qrb_status qrb_pointcloud_meta_data_set(qrb_context* context, qrb_pointcloud* pointcloud,
                                         const char* name, const char* value) {
-    return call(context, [&] { sessionOf(pointcloud)->setMetaData(textOf(name), textOf(value)); });
+    return call(context,
+                [&] { sessionOf(pointcloud)->metaData().set(textOf(name), textOf(value)); });
 }
 
 qrb_status qrb_pointcloud_meta_data_remove(qrb_context* context, qrb_pointcloud* pointcloud,
                                            const char* name) {
-    return call(context, [&] { sessionOf(pointcloud)->removeMetaData(textOf(name)); });
+    return call(context, [&] { sessionOf(pointcloud)->metaData().remove(textOf(name)); });
 }
 
 qrb_status qrb_pointcloud_meta_data_create_signature(qrb_context* context,
@@ -54,7 +55,7 @@ qrb_status qrb_pointcloud_meta_data_create_signature(qrb_context* context,
                                                      const uint8_t* key) {
     return call(context, [&](Context& bound) {
         const CallingBack calling(bound, pointcloud);
-        calling.session().signMetaData(textOf(name), signerOf(&bound, method, key_length, key));
+        calling.session().metaData().sign(textOf(name), signerOf(&bound, method, key_length, key));
     });
 }
 
@@ -65,8 +66,8 @@ qrb_status qrb_pointcloud_meta_data_verify_signature(qrb_context* context,
     return call(context, [&](Context& bound) {
         auto& out = given(valid, "valid");
         const CallingBack calling(bound, pointcloud);
-        out = calling.session().verifyMetaData(textOf(name),
-                                               signerOf(&bound, method, key_length, key));
+        out = calling.session().metaData().verify(textOf(name),
+                                                  signerOf(&bound, method, key_length, key));
     });
 }
 

@@ -76,7 +76,7 @@ qrb_status qrb_pointcloud_inspect(qrb_context* context, qrb_pointcloud* pointclo
 }
 
 qrb_status qrb_pointcloud_clear_cache(qrb_context* context, qrb_pointcloud* pointcloud) {
-    return call(context, [&] { sessionOf(pointcloud)->clearCache(); });
+    return call(context, [&] { sessionOf(pointcloud)->blobs().forget(); });
 }
 
 }  // extern "C"

@@ -97,7 +97,7 @@ qrb_status qrb_pointcloud_transaction_restore(qrb_context* context, qrb_pointclo
 qrb_status qrb_pointcloud_transaction_list(qrb_context* context, qrb_pointcloud* pointcloud,
                                            uint32_t* count, uint32_t* ids) {
     return call(context, [&] {
-        const std::vector<std::uint32_t> all = sessionAnytime(pointcloud)->transactions();
+        const std::vector<std::uint32_t> all = sessionAnytime(pointcloud)->history().transactions();
         uint32_t& slot = given(count, "count");
         if (ids)
             std::copy_n(all.begin(), std::min<std::size_t>(slot, all.size()), ids);
@@ -124,32 +124,32 @@ qrb_status qrb_pointcloud_transaction_pending(qrb_context* context, qrb_pointclo
 qrb_status qrb_pointcloud_transaction_details(qrb_context* context, qrb_pointcloud* pointcloud,
                                               uint32_t id, qrb_transaction* transaction) {
     return call(context, [&] {
-        given(transaction, "transaction")->value = sessionOf(pointcloud)->details(id);
+        given(transaction, "transaction")->value = sessionOf(pointcloud)->history().details(id);
     });
 }
 
 qrb_status qrb_pointcloud_transaction_discard(qrb_context* context, qrb_pointcloud* pointcloud,
                                               uint32_t count, const uint32_t* ids) {
-    return call(context, [&] { sessionOf(pointcloud)->discard(idsOf(count, ids)); });
+    return call(context, [&] { sessionOf(pointcloud)->history().discard(idsOf(count, ids)); });
 }
 
 qrb_status qrb_pointcloud_transaction_size(qrb_context* context, qrb_pointcloud* pointcloud,
                                            uint32_t count, const uint32_t* ids, uint64_t* bytes) {
     return call(context, [&] {
         auto& out = given(bytes, "bytes");
-        out = sessionOf(pointcloud)->size(idsOf(count, ids));
+        out = sessionOf(pointcloud)->history().size(idsOf(count, ids));
     });
 }
 
 qrb_status qrb_pointcloud_management_finalize(qrb_context* context, qrb_pointcloud* pointcloud) {
-    return call(context, [&] { sessionOf(pointcloud)->finalize(); });
+    return call(context, [&] { sessionOf(pointcloud)->history().finalize(); });
 }
 
 qrb_status qrb_pointcloud_management_vacuum(qrb_context* context, qrb_pointcloud* pointcloud,
                                             qrb_progress_function progress, void* data) {
     return call(context, [&](Context& bound) {
         const CallingBack calling(bound, pointcloud);
-        calling.session().vacuum(progressOf(progress, data));
+        calling.session().history().vacuum(progressOf(progress, data));
     });
 }
 

@@ -1,9 +1,9 @@
 // Files and metadata items compared with schemas, and files made from them.
+#include "catalogue/catalogue.h"
 #include "engine/capi/handles.h"
 #include "engine/validation/conformance.h"
 #include "engine/validation/jsonschema.h"
 #include "engine/validation/newfile.h"
-#include "catalogue/catalogue.h"
 
 using namespace tarvo::engine;
 using namespace tarvo::engine::capi;
@@ -64,7 +64,7 @@ qrb_status qrb_pointcloud_meta_data_validate(qrb_context* context, qrb_pointclou
                                              const char* name, const char* schema) {
     return call(context, [&] {
         const std::string item = textOf(name);
-        const std::string value = sessionOf(pointcloud)->metaData(item);
+        const std::string value = sessionOf(pointcloud)->metaData().get(item);
         std::string text = textOf(schema);
         if (text.empty()) {
             const auto* entry = tarvo::catalogue::findMetaData(item);

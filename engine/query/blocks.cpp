@@ -54,12 +54,11 @@ index::ElementData BlockWriter::add(const schema::Attribute& attribute,
     return element;
 }
 
-void BlockWriter::store(store::Container& container,
-                        std::vector<index::AttributeData>& attributes) {
-    const std::uint64_t shared = m_shared.empty() ? 0 : container.add(m_shared).blob;
+void BlockWriter::store(session::Blobs& blobs, std::vector<index::AttributeData>& attributes) {
+    const std::uint64_t shared = m_shared.empty() ? 0 : blobs.add(m_shared).blob;
     std::vector<std::uint64_t> own;
     for (const Bytes& blob : m_own)
-        own.push_back(container.add(blob).blob);
+        own.push_back(blobs.add(blob).blob);
     for (index::AttributeData& attribute : attributes)
         for (index::ElementData& element : attribute.elements)
             if (const std::uint64_t mark = element.block.blob; mark & unstored)

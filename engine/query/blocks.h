@@ -7,7 +7,7 @@
 #include "engine/index/node.h"
 #include "engine/schema/attribute.h"
 #include "engine/schema/column.h"
-#include "engine/store/container.h"
+#include "engine/session/blobs.h"
 
 #include <cstdint>
 #include <string_view>
@@ -29,7 +29,7 @@ public:
     BlobRef addCopy(const schema::Attribute& attribute, ByteSpan block);
 
     // Stores what was added and completes the references to it.
-    void store(store::Container& container, std::vector<index::AttributeData>& attributes);
+    void store(session::Blobs& blobs, std::vector<index::AttributeData>& attributes);
 
 private:
     Bytes& blobFor(const schema::Attribute& attribute, std::uint64_t& mark);

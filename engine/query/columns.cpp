@@ -33,12 +33,12 @@ std::shared_ptr<const schema::Column> readColumn(session::Session& session, cons
         return std::make_shared<const schema::Column>(constantColumn(width, node.ownCount, code));
     }
     const BlobRef& block = data->elements[element].block;
-    if (auto cached = session.columns().get(block);
+    if (auto cached = session.blobs().columns().get(block);
         cached && cached->width() == width && cached->size() == node.ownCount)
         return cached;
     auto column =
         std::make_shared<const schema::Column>(readBlock(session, node, attribute, element));
-    session.columns().put(block, column, column->bytes());
+    session.blobs().columns().put(block, column, column->bytes());
     return column;
 }
 
@@ -47,7 +47,7 @@ schema::Column readBlock(session::Session& session, const index::Node& node,
     const BlobRef& block = node.find(attribute.uid)->elements[element].block;
     const std::string what =
         "a block of \"" + attribute.record.name + "\" in node " + std::to_string(node.id);
-    const Bytes bytes = session.container().read(block, what);
+    const Bytes bytes = session.blobs().read(block, what);
     static Spares<codec::Decoder> decoders;
     const Spares<codec::Decoder>::Loan decoder(decoders);
     return decoder->decode(bytes, attribute.grid.width(), node.ownCount, what);

@@ -18,11 +18,13 @@ session::Progress part(const session::Progress& progress, int from, int to) {
 void commit(session::Session& session, const session::Progress& progress,
             const session::Signer& signer) {
     (void)session.change();
-    session::Patience patience(session.container(), progress);
+    session::Patience patience = session.patienceWith(progress);
     const session::Progress asked = patience.progress();
+    if (asked && !asked(0))
+        session::throwCommitCancelled();
     session.settle(part(asked, 0, 60));
     updateLevelOfDetail(session, part(asked, 60, 95));
-    session.commit(part(asked, 95, 100), signer);
+    session.publish(part(asked, 95, 100), signer);
 }
 
 }  // namespace tarvo::engine::query

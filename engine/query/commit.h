@@ -6,8 +6,8 @@
 
 namespace tarvo::engine::query {
 
-// Throws Failure(Cancelled) when progress says stop; the transaction is still pending then, as
-// after every failure.
+// signer: signs the changelog entry (method 0: not at all). Throws Failure(Cancelled) when progress
+// says stop; the transaction is still pending then, as after every failure.
 void commit(session::Session& session, const session::Progress& progress = {},
             const session::Signer& signer = {});
 

@@ -181,7 +181,7 @@ std::uint32_t FillQuery::next(std::uint32_t count) {
         throw Failure(ErrorCode::State,
                       "Points were added, moved or removed since this query was made.",
                       "Make a new query.");
-    const store::Container::ReadScope scope(m_session.container());
+    const session::Blobs::Scope scope(m_session.blobs());
     std::uint32_t done = 0;
     while (done < count && !m_reader.ended()) {
         const std::optional<HitReader::Portion> portion = m_reader.next(count - done);
@@ -200,7 +200,7 @@ std::uint32_t FillQuery::next(std::uint32_t count) {
         }
         done += portion->count;
     }
-    m_session.notes().updated += done;
+    m_session.changelog().notes().updated += done;
     return done;
 }
 

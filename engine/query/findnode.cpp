@@ -29,10 +29,11 @@ std::uint32_t findNode(session::Session& session, const session::State& state,
     const bool leafWanted =
         command == FindCommand::LargestLeaf || command == FindCommand::FullestLeaf;
     const bool largest = command == FindCommand::LargestLeaf || command == FindCommand::LargestNode;
-    const index::Node root = session.rootNode(state);
+    const index::Node root = session.blobs().rootNode(state);
     std::uint32_t best = 0;
     std::tuple<int, std::uint64_t> bestRank;
-    for (index::TreeCursor cursor(root, session.pageReader()); cursor.node(); cursor.enter()) {
+    for (index::TreeCursor cursor(root, session.blobs().pageReader()); cursor.node();
+         cursor.enter()) {
         const index::Node& node = *cursor.node();
         if (node.isLeaf() != leafWanted || &node == &root)
             continue;

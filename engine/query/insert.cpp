@@ -206,7 +206,7 @@ std::uint32_t InsertQuery::next(std::uint32_t count) {
         state.attributes.all()[static_cast<std::size_t>(index)] = std::move(attribute);
         state.attributesBlob = {};
     }
-    m_session.notes().inserted += count;
+    m_session.changelog().notes().inserted += count;
     writer->finishRows(rows, count);
     return count;
 }

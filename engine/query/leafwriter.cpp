@@ -105,7 +105,7 @@ void LeafWriter::storeOldest() {
     Job job = std::move(m_jobs.front());
     m_jobs.pop_front();
     Encoded encoded = job.encoded.get();
-    encoded.blocks.store(m_session.container(), encoded.attributes);
+    encoded.blocks.store(m_session.blobs(), encoded.attributes);
     std::sort(
         encoded.attributes.begin(), encoded.attributes.end(),
         [](const index::AttributeData& a, const index::AttributeData& b) { return a.uid < b.uid; });
@@ -139,11 +139,11 @@ std::vector<std::uint8_t> LeafWriter::readLeaf(const index::Node& leaf) {
 }
 
 index::Page LeafWriter::readPage(const BlobRef& reference) {
-    return m_session.readPage(reference);
+    return m_session.blobs().readPage(reference);
 }
 
 BlobRef LeafWriter::writePage(const index::Page& page) {
-    return m_session.container().add(index::encodePage(page));
+    return m_session.blobs().add(index::encodePage(page));
 }
 
 std::uint32_t LeafWriter::newNodeId() {

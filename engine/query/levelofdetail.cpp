@@ -73,14 +73,14 @@ public:
         const bool paged = static_cast<bool>(node.childPage);
         std::vector<index::Node> page;
         if (paged)
-            page = m_session.readPage(node.childPage);
+            page = m_session.blobs().readPage(node.childPage);
         std::vector<index::Node>& children = paged ? page : node.children;
         index::requireCells(node, children, m_cells);
         bool below = false;
         for (index::Node& child : children)
             below = update(child) || below;
         if (paged && below)
-            node.childPage = m_session.container().add(index::encodePage(children));
+            node.childPage = m_session.blobs().add(index::encodePage(children));
         const std::uint64_t before = node.ownCount;
         index::dropOwnPoints(node);
         if (m_state.chunkSizeLod > 0)
@@ -271,7 +271,7 @@ private:
         node.ownCount = groups.size();
         if (!m_thins)
             putAttribute(node.attributes, weightData(points, groups, blocks));
-        blocks.store(m_session.container(), node.attributes);
+        blocks.store(m_session.blobs(), node.attributes);
     }
 
     session::Session& m_session;
@@ -293,13 +293,14 @@ void updateLevelOfDetail(session::Session& session, const session::Progress& pro
     const session::State& base = session.base();
     const bool changed = state.detailIsStale || state.lodMode != base.lodMode ||
                          state.chunkSizeLod != base.chunkSizeLod;
+    if (state.rootPage && (state.chunkSizeLod != 0 || base.chunkSizeLod != 0)) {
+        const session::Blobs::Scope scope(session.blobs());
+        index::Node root = session.blobs().rootNode(state);
+        if (DetailBuilder(session, state, changed, progress).update(root))
+            state.rootPage = session.blobs().add(index::encodePage({root}));
+    }
+    // Not before: a commit that was cancelled meanwhile has to begin anew.
     state.detailIsStale = false;
-    if (!state.rootPage || (state.chunkSizeLod == 0 && base.chunkSizeLod == 0))
-        return;
-    const store::Container::ReadScope scope(session.container());
-    index::Node root = session.rootNode(state);
-    if (DetailBuilder(session, state, changed, progress).update(root))
-        state.rootPage = session.container().add(index::encodePage({root}));
 }
 
 }  // namespace tarvo::engine::query

@@ -13,7 +13,7 @@ PointIds& PointIds::of(session::Session& session) {
     if (PointIds* known = ifKnown(session))
         return *known;
     auto made = std::make_shared<PointIds>();
-    const store::Container::ReadScope scope(session.container());
+    const session::Blobs::Scope scope(session.blobs());
     Scan scan(session, {}, "");
     scan.setColumns({{scan.state().pointIdIndex(), 0}});
     while (const std::optional<NodeHits> hits = scan.next())

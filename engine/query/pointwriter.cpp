@@ -135,7 +135,7 @@ void PointWriter::writeRuns() {
 }
 
 std::string PointWriter::folder() const {
-    const std::filesystem::path file = m_session.container().fileName();
+    const std::filesystem::path file = m_session.fileName();
     return file.has_parent_path() ? file.parent_path().string() : ".";
 }
 
@@ -171,8 +171,8 @@ void PointWriter::applyTo(session::State& state, const session::Progress& progre
                                    : index::readRows(run.rows, stride));
     sources.push_back(index::readRows(index::sortRows(m_rows, stride), stride));
 
-    const store::Container::ReadScope scope(m_session.container());
-    index::Node root = m_session.rootNode(state);
+    const session::Blobs::Scope scope(m_session.blobs());
+    index::Node root = m_session.blobs().rootNode(state);
     {
         const bool renumbers =
             m_ids == Ids::Automatic && m_session.identity().settings.optimizePointId;
@@ -192,7 +192,7 @@ void PointWriter::applyTo(session::State& state, const session::Progress& progre
     }
     state.pointCount = root.totalCount;
     ++state.shape;
-    state.rootPage = m_session.container().add(index::encodePage({root}));
+    state.rootPage = m_session.blobs().add(index::encodePage({root}));
 }
 
 }  // namespace tarvo::engine::query

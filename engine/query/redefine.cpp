@@ -103,7 +103,7 @@ void strip(session::Session& session, session::State& state, std::uint32_t uid) 
                     std::find(blobs.begin(), blobs.end(), element.block.blob) != blobs.end())
                     element.block =
                         edited.blocks.addCopy(state.attributes[static_cast<std::size_t>(index)],
-                                              session.container().read(element.block, "a block"));
+                                              session.blobs().read(element.block, "a block"));
         }
         return edited;
     };
@@ -141,7 +141,7 @@ void convertValues(session::Session& session, session::State& state, const Attri
 // The one value that all points have; throws where there are several.
 std::vector<std::uint64_t> commonValue(session::Session& session, const session::State& state,
                                        const Attribute& from, const Attribute& to) {
-    const index::Node root = session.rootNode(state);
+    const index::Node root = session.blobs().rootNode(state);
     std::vector<std::uint64_t> codes = convertAbsent(from, to);
     for (std::uint32_t e = 0; e < from.record.length && e < to.record.length; ++e) {
         const schema::ElementStatistics s = index::statisticsOf(root, from, e);
@@ -235,7 +235,8 @@ void discardAttribute(session::Session& session, const std::string& name) {
     attribute.constant.clear();
     state.attributesBlob = {};
     strip(session, state, attribute.uid);
-    session.notes().lines.push_back("Point attributes: discarded the values of " + name);
+    session.changelog().notes().lines.push_back("Point attributes: discarded the values of " +
+                                                name);
     pending = std::move(state);
 }
 

@@ -85,7 +85,7 @@ std::uint32_t RemoveQuery::next(std::uint32_t count) {
             m_change->ids.push_back(*id);
             ++removed;
         }
-    m_session.notes().removed += removed;
+    m_session.changelog().notes().removed += removed;
     return removed;
 }
 

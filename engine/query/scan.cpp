@@ -25,8 +25,8 @@ Scan::Scan(session::Session& session, Scope scope, std::string_view filter)
     session.reading(*m_state, [&] {
         if (const std::optional<FindCommand> command = findCommand(filter))
             narrowScope(findNode(session, *m_state, *command));
-        m_rootPage = std::make_shared<const index::Page>(1, session.rootNode(*m_state));
-        m_cursor.emplace(m_rootPage->front(), session.pageReader());
+        m_rootPage = std::make_shared<const index::Page>(1, session.blobs().rootNode(*m_state));
+        m_cursor.emplace(m_rootPage->front(), session.blobs().pageReader());
         if (m_scope.nodes || m_scope.subtree != 0)
             findScope();
         else
@@ -68,7 +68,7 @@ void Scan::findScope() {
     if (!missing.empty())
         throw Failure(ErrorCode::NotFound,
                       "The index has no node " + std::to_string(*missing.begin()) + ".");
-    m_cursor.emplace(m_rootPage->front(), m_session.pageReader());
+    m_cursor.emplace(m_rootPage->front(), m_session.blobs().pageReader());
 }
 
 filter::Decision Scan::decide(const index::Node& node) const {

@@ -43,7 +43,7 @@ std::uint32_t SelectQuery::next(std::uint32_t count) {
                 columns.push_back({binding.elements.attribute, binding.elements.first + e});
         m_scan.setColumns(std::move(columns));
     }
-    const store::Container::ReadScope scope(m_session.container());
+    const session::Blobs::Scope scope(m_session.blobs());
     return m_session.reading(m_scan.state(), [&] {
         std::uint32_t done = 0;
         while (done < count) {

@@ -15,7 +15,7 @@ class IndexReader {
 public:
     IndexReader(session::Session& session, std::string_view filter)
         : m_state(session.state()),
-          m_pages(session.pageReader()),
+          m_pages(session.blobs().pageReader()),
           m_filter(filter::Expression::parse(findCommand(filter) ? "" : filter),
                    m_state->attributes) {
         if (const std::optional<FindCommand> command = findCommand(filter))
@@ -71,8 +71,9 @@ private:
 // A copy of the node; its statistics are complete without the pages below.
 index::Node findNode(session::Session& session, const session::State& state, std::uint32_t id) {
     return session.reading(state, [&] {
-        const index::Node root = session.rootNode(state);
-        for (index::TreeCursor cursor(root, session.pageReader()); cursor.node(); cursor.enter())
+        const index::Node root = session.blobs().rootNode(state);
+        for (index::TreeCursor cursor(root, session.blobs().pageReader()); cursor.node();
+             cursor.enter())
             if (cursor.node()->id == id)
                 return *cursor.node();
         throw Failure(ErrorCode::NotFound, "The index has no node " + std::to_string(id) + ".");
@@ -84,7 +85,7 @@ index::Node findNode(session::Session& session, const session::State& state, std
 IndexEntry readIndex(session::Session& session, std::string_view filter) {
     const IndexReader reader(session, filter);
     return session.reading(reader.state(), [&]() -> IndexEntry {
-        const index::Node root = session.rootNode(reader.state());
+        const index::Node root = session.blobs().rootNode(reader.state());
         if (std::optional<IndexEntry> entry = reader.read(root, false))
             return std::move(*entry);
         return {root.id, root.revision, root.totalCount, root.ownCount, {}};

@@ -86,7 +86,7 @@ private:
         if (!edited.changed)
             return false;
         if (edited.count > 0)
-            edited.blocks.store(m_session.container(), edited.attributes);
+            edited.blocks.store(m_session.blobs(), edited.attributes);
         if (m_edit.taken)
             m_edit.taken(edited);
         leaf.totalCount = leaf.ownCount = edited.count;
@@ -100,7 +100,7 @@ private:
         bool changed = false;
         std::vector<index::Node> children;
         if (paged) {
-            children = m_session.readPage(node.childPage);
+            children = m_session.blobs().readPage(node.childPage);
             index::requireCells(node, children, m_cells);
             changed = editNodes(children);
         } else {
@@ -114,9 +114,8 @@ private:
         node.revision = m_state.transaction.id;
         index::summarise(node, now, m_state.attributes);
         if (paged)
-            node.childPage = children.empty()
-                                 ? BlobRef()
-                                 : m_session.container().add(index::encodePage(children));
+            node.childPage =
+                children.empty() ? BlobRef() : m_session.blobs().add(index::encodePage(children));
         return true;
     }
 
@@ -143,15 +142,14 @@ void editTree(session::Session& session, session::State& state, const TreeEdit& 
               const session::Progress& progress) {
     if (!state.rootPage)
         return;
-    const store::Container::ReadScope scope(session.container());
-    std::vector<index::Node> root{session.rootNode(state)};
+    const session::Blobs::Scope scope(session.blobs());
+    std::vector<index::Node> root{session.blobs().rootNode(state)};
     if (!TreeEditor(session, state, edit, progress).editNodes(root))
         return;
     if (state.pointCount != (root.empty() ? 0 : root[0].totalCount))
         ++state.shape;
     state.pointCount = root.empty() ? 0 : root[0].totalCount;
-    state.rootPage =
-        root.empty() ? BlobRef() : session.container().add(index::encodePage({root[0]}));
+    state.rootPage = root.empty() ? BlobRef() : session.blobs().add(index::encodePage({root[0]}));
 }
 
 void putAttribute(std::vector<index::AttributeData>& attributes, index::AttributeData data) {

@@ -223,7 +223,7 @@ std::uint32_t UpdateQuery::next(std::uint32_t count) {
     if (m_session.pendingChange() != m_change)
         m_session.setPendingChange(m_change);
     m_change->add(rows);
-    m_session.notes().updated += there;
+    m_session.changelog().notes().updated += there;
     return there;
 }
 

@@ -32,10 +32,10 @@ public:
 
     // Nothing when a transaction went away while it was read: what was missing of it was no fault.
     std::optional<Findings> run() {
-        store::Container& container = session().container();
-        std::vector<std::uint32_t> ids = container.transactions();
+        session::History& history = session().history();
+        std::vector<std::uint32_t> ids = history.transactions();
         // The current one first: it is the one whose points are all compared with each other.
-        const auto current = std::find(ids.begin(), ids.end(), container.current());
+        const auto current = std::find(ids.begin(), ids.end(), history.current());
         std::rotate(ids.begin(), current == ids.end() ? ids.begin() : current,
                     current == ids.end() ? ids.begin() : current + 1);
         const Fault containerPlace = place(Fault::Kind::Container);
@@ -44,7 +44,7 @@ public:
             checkTransaction(id);
             bool isGone = false;
             if (findings().faultCount > before)
-                m_reading.guarded(containerPlace, [&] { isGone = !container.keeps(id); });
+                m_reading.guarded(containerPlace, [&] { isGone = !history.keeps(id); });
             if (isGone)
                 return std::nullopt;
         }
@@ -52,7 +52,7 @@ public:
         result.blobs = m_reading.blobs();
         checkContainer(containerPlace);
         m_reading.guarded(containerPlace, [&] {
-            const std::uint64_t all = container.blobCount();
+            const std::uint64_t all = history.blobCount();
             // What can't be read doesn't tell what it reaches.
             if (result.faultCount == 0)
                 result.unreached = all > result.blobs ? all - result.blobs : 0;
@@ -76,7 +76,7 @@ private:
     void checkContainer(Fault fault) {
         m_reading.guarded(fault, [&] {
             fault.text = "The file is damaged: its pages contradict each other.";
-            for (std::string& line : session().container().structureFaults()) {
+            for (std::string& line : session().structureFaults()) {
                 fault.details = std::move(line);
                 findings().add(fault);
             }
@@ -88,8 +88,8 @@ private:
         const Fault root = place(Fault::Kind::Root);
         std::string text;
         try {
-            text = session().container().root(id);
-            m_reading.expect(session().container().lastBlob(id));
+            text = session().history().root(id);
+            m_reading.expect(session().history().lastBlob(id));
         } catch (const Failure& failure) {
             if (failure.code() == ErrorCode::NotFound)
                 ++findings().leftOut;
@@ -111,9 +111,8 @@ private:
         for (const auto& [name, item] : state.metaData) {
             const BlobRef& value = item.value;
             if (m_reading.meet(value))
-                m_reading.guarded(place(Fault::Kind::MetaDataItem, name), [&] {
-                    (void)session().container().read(value, "a metadata item");
-                });
+                m_reading.guarded(place(Fault::Kind::MetaDataItem, name),
+                                  [&] { (void)session().blobs().read(value, "a metadata item"); });
         }
         readChangelog(state);
         checkIndex(m_reading, state, hasTable, !m_anyIndex);
@@ -134,7 +133,7 @@ private:
             m_table = {};
             m_reading.guarded(place(Fault::Kind::AttributeTable), [&] {
                 const Bytes text =
-                    session().container().read(state.attributesBlob, "the attribute table");
+                    session().blobs().read(state.attributesBlob, "the attribute table");
                 m_table = session::attributesFromText(
                     {reinterpret_cast<const char*>(text.data()), text.size()});
             });
@@ -151,7 +150,7 @@ private:
                 if (!chain.insert(link.blob))
                     throw Failure(ErrorCode::Damaged,
                                   "The file is damaged: its changelog has no end.");
-                const Bytes blob = session().container().read(link, "the changelog");
+                const Bytes blob = session().blobs().read(link, "the changelog");
                 link = session::changelogFromBlob(
                            {reinterpret_cast<const char*>(blob.data()), blob.size()})
                            .previous;
@@ -169,7 +168,7 @@ private:
 }  // namespace
 
 Findings check(session::Session& session) {
-    session.clearCache();
+    session.blobs().forget();
     for (;;)
         if (std::optional<Findings> findings = Check(session).run())
             return *std::move(findings);

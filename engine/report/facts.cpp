@@ -29,8 +29,8 @@ void walkIndex(session::Session& session, Facts& facts) {
     facts.indexBytes = state.rootPage.length;
     std::uint64_t nodes = 0;
     std::uint64_t points = 0;
-    const store::Container::ReadScope scope(session.container());
-    for (index::TreeCursor cursor(facts.root, session.pageReader()); cursor.node();
+    const session::Blobs::Scope scope(session.blobs());
+    for (index::TreeCursor cursor(facts.root, session.blobs().pageReader()); cursor.node();
          cursor.enter()) {
         const index::Node& node = *cursor.node();
         // A page that stands at two places would make a tree without end of a small file.
@@ -63,18 +63,18 @@ Facts gatherFacts(session::Session& session) {
     Facts facts;
     facts.state = session.state();
     const session::State& state = *facts.state;
-    facts.fileName = session.container().fileName();
-    facts.fileSize = session.container().size();
+    facts.fileName = session.fileName();
+    facts.fileSize = session.fileSize();
     facts.identity = session.identity();
     facts.pending = session.pending();
     facts.current = facts.pending ? session.base().transaction.id : state.transaction.id;
-    for (const std::uint32_t id : session.transactions())
-        facts.transactions.push_back(session.details(id));
+    for (const std::uint32_t id : session.history().transactions())
+        facts.transactions.push_back(session.history().details(id));
     for (const auto& [name, item] : state.metaData) {
         facts.metaData.push_back({name, item.value.length, !item.signature.empty()});
         facts.metaDataBytes += item.value.length;
     }
-    facts.root = session.reading(state, [&] { return session.rootNode(state); });
+    facts.root = session.reading(state, [&] { return session.blobs().rootNode(state); });
     for (const schema::Attribute& attribute : state.attributes.all()) {
         AttributeFacts& entry = facts.attributes.emplace_back();
         entry.elements.resize(attribute.record.length);

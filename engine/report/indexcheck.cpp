@@ -78,7 +78,7 @@ private:
     // A block without definition.
     void readUnknown(const BlobRef& block, std::uint32_t element) {
         try {
-            (void)m_session.container().read(block, "a block of a point attribute");
+            (void)m_session.blobs().read(block, "a block of a point attribute");
         } catch (const Failure& failure) {
             addFailure({}, element, failure);
         }
@@ -197,7 +197,7 @@ public:
           m_state(state),
           m_hasTable(hasTable),
           m_whole(whole),
-          m_readPage(reading.session().pageReader()) {
+          m_readPage(reading.session().blobs().pageReader()) {
         const std::uint64_t cache = session().cacheSize();
         // Two columns and one block of each node that is worked on at the same time.
         const std::uint64_t nodeBytes =
@@ -217,7 +217,7 @@ public:
                 fault(0, "the index is missing");
             return;
         }
-        m_scope.emplace(session().container());
+        m_scope.emplace(session().blobs());
         const Children root = childrenAt(m_state.rootPage, 0);
         if (root.page) {
             if (root.page->size() != 1 || root.page->front().id != 1 ||
@@ -373,7 +373,7 @@ private:
             while (!m_work.empty())
                 takeResult();
             m_scope.reset();
-            m_scope.emplace(session().container());
+            m_scope.emplace(session().blobs());
             m_sinceScope = 0;
         }
     }
@@ -415,7 +415,7 @@ private:
     IdSet m_pages;  // the blobs of this state's
     IdSet m_nodeIds;
     IdSet m_ids;
-    std::optional<store::Container::ReadScope> m_scope;
+    std::optional<session::Blobs::Scope> m_scope;
     unsigned m_sinceScope = 0;
     std::size_t m_window = 1;
     std::deque<Started> m_work;  // last: its tasks end first

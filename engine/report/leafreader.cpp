@@ -12,7 +12,7 @@ LeafReader::LeafReader(session::Session& session, const Facts& facts,
       m_facts(facts),
       m_columns(std::move(columns)),
       m_step(step),
-      m_cursor(facts.root, session.pageReader()) {
+      m_cursor(facts.root, session.blobs().pageReader()) {
     const std::size_t leafBytes =
         m_columns.size() * 8 * session::leafCapacity(session.identity().settings);
     m_window =
@@ -42,7 +42,7 @@ bool LeafReader::startNext() {
 }
 
 std::optional<LeafReader::Columns> LeafReader::next() {
-    const store::Container::ReadScope scope(m_session.container());
+    const session::Blobs::Scope scope(m_session.blobs());
     return m_session.reading(*m_facts.state, [this]() -> std::optional<Columns> {
         while (m_work.size() < m_window && startNext()) {
         }

@@ -1,8 +1,8 @@
 #include "engine/session/attributegroups.h"
 
+#include "catalogue/catalogue.h"
 #include "engine/base/error.h"
 #include "engine/schema/namefilter.h"
-#include "catalogue/catalogue.h"
 
 #include <utility>
 

@@ -1,4 +1,5 @@
-// Session: what it does with the transactions that are kept, and the changelog.
+#include "engine/session/history.h"
+
 #include "engine/session/reach.h"
 #include "engine/session/session.h"
 
@@ -7,25 +8,20 @@
 
 namespace tarvo::engine::session {
 
-namespace {
-
-constexpr std::size_t longestMessage = 1u << 20;  // bytes
-constexpr std::size_t longestMessages = 16u << 20;
-
-SignedText asSigned(const std::string& uuid, const std::string& name, const MetaItem& item,
-                    std::string_view value) {
-    return {"metadata item", {uuid, name, std::to_string(item.parent)}, value, name};
+TransactionRecord History::details(std::uint32_t id) {
+    if (const State* const pending = m_session.pendingState();
+        pending && id == pending->transaction.id)
+        return pending->transaction;
+    return stateFromRoot(root(id)).transaction;
 }
 
-}  // namespace
-
-void Session::discard(const std::vector<std::uint32_t>& ids) {
-    requireNonePending();
+void History::discard(const std::vector<std::uint32_t>& ids) {
+    m_session.requireNonePending();
     m_container.alone([&] { m_container.discard(ids); });
 }
 
-void Session::finalize() {
-    requireNonePending();
+void History::finalize() {
+    m_session.requireNonePending();
     m_container.alone([this] {
         std::vector<std::uint32_t> ids = transactions();
         const std::uint32_t first = ids.front();
@@ -35,7 +31,7 @@ void Session::finalize() {
     });
 }
 
-std::uint64_t Session::size(const std::vector<std::uint32_t>& given) {
+std::uint64_t History::size(const std::vector<std::uint32_t>& given) {
     const std::set<std::uint32_t> ids(given.begin(), given.end());
     Reach reach(m_container);
     std::uint64_t bytes = 0;
@@ -55,8 +51,8 @@ std::uint64_t Session::size(const std::vector<std::uint32_t>& given) {
     return bytes;
 }
 
-void Session::vacuum(const Progress& progress) {
-    requireNonePending();
+void History::vacuum(const Progress& progress) {
+    m_session.requireNonePending();
     Patience patience(m_container, progress);
     const Progress asked = patience.progress();
     const auto report = [&](int percent) { return !asked || asked(percent); };
@@ -74,83 +70,6 @@ void Session::vacuum(const Progress& progress) {
     });
     if (progress)
         progress(100);
-}
-
-std::string Session::changelog() {
-    std::vector<std::string> entries;
-    const std::shared_ptr<const State> now = state();
-    reading(*now, [&] {
-        for (BlobRef link = now->changelog; link;) {
-            ChangelogLink one = changelogFromBlob(readText(link, "the changelog"));
-            entries.push_back(std::move(one.entry));
-            link = one.previous;
-        }
-    });
-    std::string text;
-    for (auto entry = entries.rbegin(); entry != entries.rend(); ++entry)
-        text += (text.empty() ? "" : "\n") + *entry;
-    return text;
-}
-
-void Session::appendMessage(const std::string& message) {
-    change();
-    if (message.find_first_not_of(" \t\r\n") == std::string::npos)
-        throw Failure(ErrorCode::Argument, "The message is empty.");
-    if (message.size() > longestMessage)
-        throw Failure(ErrorCode::Argument, "The message is too long.",
-                      "A message has at most " + std::to_string(longestMessage) + " bytes.");
-    std::size_t all = message.size();
-    for (const std::string& each : m_notes.messages)
-        all += each.size();
-    if (all > longestMessages)
-        throw Failure(ErrorCode::Argument, "The messages of this transaction are too long.",
-                      "Together they have at most " + std::to_string(longestMessages) + " bytes.");
-    m_notes.messages.push_back(message);
-}
-
-void Session::importChangelog(const std::string& text) {
-    State& pending = change();
-    std::vector<std::string> own;
-    for (BlobRef link = pending.changelog; link;) {
-        ChangelogLink one = changelogFromBlob(readText(link, "the changelog"));
-        own.push_back(std::move(one.entry));
-        link = one.previous;
-    }
-    BlobRef link = addJson(changelogBlob(text, {}), "The changelog");
-    for (auto entry = own.rbegin(); entry != own.rend(); ++entry)
-        link = addJson(changelogBlob(*entry, link), "The changelog");
-    pending.changelog = link;
-    m_notes.lines.push_back("Changelog: imported that of another database");
-}
-
-void Session::signMetaData(const std::string& name, const Signer& signer) {
-    State& pending = change();
-    const std::string value = metaData(name);
-    MetaItem& item = pending.metaData.at(name);
-    if (signer.method == 0) {
-        item.method = 0;
-        item.parent = 0;
-        item.signature.clear();
-        return;
-    }
-    MetaItem signedItem = item;
-    signedItem.parent = pending.parent;
-    signedItem.signature =
-        makeSignature(signer, asSigned(m_identity.uuid, name, signedItem, value));
-    signedItem.method = signer.method;
-    item = std::move(signedItem);
-}
-
-bool Session::verifyMetaData(const std::string& name, const Signer& signer) {
-    const std::string value = metaData(name);
-    const std::shared_ptr<const State> now = state();
-    const MetaItem& item = now->metaData.at(name);
-    if (signer.method == 0 && signer.key.empty())
-        return !item.signature.empty();
-    const auto form = item.parent == 0 ? SignatureForm::First : SignatureForm::Second;
-    return checkSignature(signer, asSigned(m_identity.uuid, name, item, value), form,
-                          item.signature) &&
-           item.method == signer.method && item.parent < now->transaction.id;
 }
 
 }  // namespace tarvo::engine::session

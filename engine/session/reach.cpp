@@ -1,7 +1,7 @@
 #include "engine/session/reach.h"
 
 #include "engine/index/shape.h"
-#include "engine/session/changelog.h"
+#include "engine/session/changelogentry.h"
 
 namespace tarvo::engine::session {
 

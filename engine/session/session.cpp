@@ -59,10 +59,6 @@ Identity identityFromText(const std::string& text) {
     return identity;
 }
 
-ByteSpan bytesOf(const std::string& text) {
-    return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
-}
-
 // The primary attribute and the point id tell points apart: they can't have one value for all.
 schema::AttributeRecord withValuesOfItsOwn(schema::AttributeRecord record) {
     if (record.storageClass == static_cast<std::uint8_t>(schema::StorageClass::Constant))
@@ -79,19 +75,6 @@ void checkLength(const char* what, const std::string& text, std::size_t most) {
                       "Keep a long text as a metadata item.");
 }
 
-void checkJsonSize(const std::string& json, const char* what) {
-    if (json.size() > maximumJsonSize)
-        throw Failure(ErrorCode::State, std::string(what) + " would be too large to be read again.",
-                      "It would have " + std::to_string(json.size()) + " bytes of at most " +
-                          std::to_string(maximumJsonSize) + ".");
-}
-
-void checkMetaDataName(const std::string& name) {
-    if (!isMetaDataName(name))
-        throw Failure(ErrorCode::Argument,
-                      "The name of a metadata item must have 1 to 255 characters.");
-}
-
 // The blobs behind the last one are deleted by who changes the file: a state that refers to them
 // would be lost.
 void requireKept(const State& state, std::uint64_t lastBlob) {
@@ -104,17 +87,6 @@ void requireKept(const State& state, std::uint64_t lastBlob) {
                       "The file is damaged: its current transaction refers to data that no "
                       "transaction keeps. Nothing was changed.",
                       "Restore the file from a backup, or copy its points into a new database.");
-}
-
-// Whoever reads the points of a node makes room for as many as it tells.
-void requireCapacity(const std::vector<index::Node>& nodes, std::uint32_t capacity) {
-    for (const index::Node& node : nodes) {
-        if (node.ownCount > capacity)
-            throw Failure(ErrorCode::Damaged, "The file is damaged: node " +
-                                                  std::to_string(node.id) +
-                                                  " holds more points than a node can have.");
-        requireCapacity(node.children, capacity);
-    }
 }
 
 void addTo(State& state, const schema::AttributeRecord& record) {
@@ -175,8 +147,10 @@ Session::Session(const std::string& fileName, const OpenSettings& settings, std:
       m_identity(identityFromText(m_container.identity())),
       m_api(std::move(api)),
       m_cacheSize(std::max<std::uint64_t>(settings.cacheSize, 16u << 20)),
-      m_pages(m_cacheSize / 8),
-      m_columns(m_cacheSize / 2) {
+      m_blobs(m_container, m_cacheSize, nodeCapacity(m_identity.settings)),
+      m_history(*this, m_container),
+      m_changelog(*this),
+      m_metaData(*this) {
     loadCurrent();
 }
 
@@ -190,32 +164,13 @@ ThreadPool& Session::pool() {
     return *m_pool;
 }
 
-void Session::clearCache() {
-    m_pages.clear();
-    m_columns.clear();
-}
-
-std::string Session::readText(const BlobRef& reference, const char* what) {
-    const Bytes bytes = m_container.read(reference, what);
-    return {bytes.begin(), bytes.end()};
-}
-
-BlobRef Session::addText(const std::string& text) {
-    return m_container.add(bytesOf(text));
-}
-
-BlobRef Session::addJson(const std::string& json, const char* what) {
-    checkJsonSize(json, what);
-    return addText(json);
-}
-
 std::shared_ptr<const State> Session::stateOf(std::uint32_t id, const std::string& root) {
     auto state = std::make_shared<State>(stateFromRoot(root));
     if (state->transaction.id != id || !state->attributesBlob)
         throw Failure(ErrorCode::Damaged, "The file is damaged: transaction " + std::to_string(id) +
                                               " is not what it should be.");
     const std::string what = "the attribute table of transaction " + std::to_string(id);
-    state->attributes = attributesFromText(readText(state->attributesBlob, what.c_str()));
+    state->attributes = attributesFromText(m_blobs.readText(state->attributesBlob, what.c_str()));
     requireGiven(*state);
     return state;
 }
@@ -279,36 +234,6 @@ std::shared_ptr<const State> Session::state() {
     return m_current;
 }
 
-index::Node Session::rootNode(const State& state) {
-    index::Node root;
-    if (state.rootPage) {
-        const index::Page page = readPage(state.rootPage);
-        if (page.size() != 1 || page[0].totalCount != state.pointCount ||
-            !index::isRoot(page[0], index::KeySpace(state.primary())))
-            throw Failure(ErrorCode::Damaged, "The file is damaged: its index has no root.");
-        return page[0];
-    }
-    root.id = 1;
-    return root;
-}
-
-index::PageReader Session::pageReader() {
-    return [this](const BlobRef& reference) {
-        std::shared_ptr<const index::Page> page = m_pages.get(reference);
-        if (!page) {
-            page = std::make_shared<const index::Page>(readPage(reference));
-            m_pages.put(reference, page, index::heldBytes(*page));
-        }
-        return page;
-    };
-}
-
-index::Page Session::readPage(const BlobRef& reference) {
-    index::Page page = index::decodePage(m_container.read(reference, "a page of the index"));
-    requireCapacity(page, nodeCapacity(m_identity.settings));
-    return page;
-}
-
 std::uint32_t Session::begin(const std::string& title, const std::string& agent,
                              const std::string& comments, const std::string& settings) {
     requireNonePending();
@@ -334,7 +259,7 @@ std::uint32_t Session::begin(const std::string& title, const std::string& agent,
         pending->parent = base->transaction.id;
         pending->rolledBack = std::make_shared<bool>(false);
         m_pending = std::move(pending);
-        m_notes = {};
+        m_changelog.notes() = {};
         return m_pending->transaction.id;
     } catch (...) {
         m_container.abandon();
@@ -358,33 +283,31 @@ void Session::endTransaction() {
     m_pending.reset();
     m_pendingChange.reset();
     m_transactionCache.reset();
-    m_notes = {};
+    m_changelog.notes() = {};
 }
 
-void Session::commit(const Progress& progress, const Signer& signer) {
+void throwCommitCancelled() {
+    throw Failure(ErrorCode::Cancelled, "The commit was cancelled.",
+                  "The transaction is still pending.");
+}
+
+void Session::publish(const Progress& progress, const Signer& signer) {
     State& pending = change();
-    Patience patience(m_container, progress);
-    const Progress asked = patience.progress();
-    const auto report = [&](int percent) {
-        if (asked && !asked(percent))
-            throw Failure(ErrorCode::Cancelled, "The commit was cancelled.",
-                          "The transaction is still pending.");
-    };
-    report(0);
-    settle(asked ? Progress([&](int percent) { return asked(percent * 9 / 10); }) : Progress());
-    report(90);
     // All that may fail works on a copy: a commit that fails can be made again.
     State next = pending;
     if (!next.attributesBlob)
-        next.attributesBlob = addJson(attributesText(next.attributes), "The attribute table");
+        next.attributesBlob =
+            m_blobs.addJson(attributesText(next.attributes), "The attribute table");
     next.transaction.stop = timestamp();
-    std::string entry = changelogEntry(*m_current, next, m_notes);
+    std::string entry = changelogEntry(*m_current, next, m_changelog.notes());
     if (signer.method != 0)
         signEntry(entry, signer);
-    next.changelog = addJson(changelogBlob(entry, next.changelog), "The changelog entry");
+    next.changelog = m_blobs.addJson(changelogBlob(entry, next.changelog), "The changelog entry");
     std::string root = rootText(next);
     checkJsonSize(root, "The list of what the transaction holds");
     auto published = std::make_shared<const State>(std::move(next));
+    if (progress && !progress(90))
+        throwCommitCancelled();
     m_container.publish(published->transaction.id, root);
     m_current = std::move(published);
     m_currentRoot = std::move(root);
@@ -417,12 +340,6 @@ void Session::requireNonePending() const {
                           std::to_string(m_pending->transaction.id) + " first.");
 }
 
-TransactionRecord Session::details(std::uint32_t id) {
-    if (m_pending && id == m_pending->transaction.id)
-        return m_pending->transaction;
-    return stateFromRoot(m_container.root(id)).transaction;
-}
-
 void Session::addAttribute(const schema::AttributeRecord& record) {
     State& pending = change();
     settle();
@@ -437,26 +354,6 @@ void Session::setLevelOfDetail(std::uint32_t mode, std::uint32_t size) {
     pending.lodMode = mode;
     pending.chunkSizeLod = size;
     pending.detailIsStale = true;
-}
-
-std::string Session::metaData(const std::string& name) {
-    const std::shared_ptr<const State> now = state();
-    const auto found = now->metaData.find(name);
-    if (found == now->metaData.end())
-        throw Failure(ErrorCode::NotFound, "The database has no metadata item \"" + name + "\".");
-    return reading(*now, [&] { return readText(found->second.value, "a metadata item"); });
-}
-
-void Session::setMetaData(const std::string& name, const std::string& value) {
-    State& pending = change();
-    checkMetaDataName(name);
-    pending.metaData[name] = {addText(value), 0, 0, {}};
-}
-
-void Session::removeMetaData(const std::string& name) {
-    State& pending = change();
-    if (pending.metaData.erase(name) == 0)
-        throw Failure(ErrorCode::NotFound, "The database has no metadata item \"" + name + "\".");
 }
 
 }  // namespace tarvo::engine::session

@@ -1,11 +1,13 @@
-// An open database: its states and transactions, attribute definitions, metadata, and what
-// queries share (caches, worker threads). One thread at a time.
+// An open database: the state that queries read, the transaction that changes it, and what they
+// share. What else a database has are parts of it: blobs, history, changelog, metadata. One thread
+// at a time.
 #pragma once
 
-#include "engine/base/lrucache.h"
 #include "engine/base/threadpool.h"
-#include "engine/schema/column.h"
+#include "engine/session/blobs.h"
 #include "engine/session/changelog.h"
+#include "engine/session/history.h"
+#include "engine/session/metadata.h"
 #include "engine/session/progress.h"
 #include "engine/session/settings.h"
 #include "engine/session/state.h"
@@ -16,6 +18,16 @@
 #include <string>
 #include <utility>
 #include <vector>
+
+namespace tarvo::engine::session {
+class Session;
+}
+namespace tarvo::engine::testing {
+struct Forger;
+}
+namespace tarvo::engine::query {
+void commit(session::Session&, const session::Progress&, const session::Signer&);
+}
 
 namespace tarvo::engine::session {
 
@@ -40,14 +52,6 @@ public:
     virtual ~TransactionCache() = default;
 };
 
-struct BlobRefHash {
-    std::size_t operator()(const BlobRef& reference) const {
-        return reference.checksum ^ (reference.blob * 0x9e3779b97f4a7c15u) ^ reference.offset;
-    }
-};
-using PageCache = LruCache<BlobRef, index::Page, BlobRefHash>;
-using ColumnCache = LruCache<BlobRef, schema::Column, BlobRefHash>;
-
 class Session {
 public:
     // Makes a new file with transaction 1, which holds the definitions and no points. extra:
@@ -62,21 +66,25 @@ public:
     ~Session();
 
     const Identity& identity() const { return m_identity; }
-    store::Container& container() { return m_container; }
+    const std::string& fileName() const { return m_container.fileName(); }
+    std::uint64_t fileSize() { return m_container.size(); }  // bytes
+    // Whether the file was renamed, replaced or deleted since it was opened.
+    bool hasMoved() { return m_container.hasMoved(); }
+    // What is wrong with the pages of the file: Container::structureFaults().
+    std::vector<std::string> structureFaults() { return m_container.structureFaults(); }
+
+    Blobs& blobs() { return m_blobs; }
+    History& history() { return m_history; }
+    Changelog& changelog() { return m_changelog; }
+    MetaData& metaData() { return m_metaData; }
+
     std::uint64_t cacheSize() const { return m_cacheSize; }
     ThreadPool& pool();
-    ColumnCache& columns() { return m_columns; }
-    void clearCache();
 
     // The pending state, else that of the current transaction, which another process may have
     // advanced. Changes that queries have taken are put in first. What is returned stays as it is
     // while it is held.
     std::shared_ptr<const State> state();
-    // The root node of a state's index and the reader of the pages below.
-    index::Node rootNode(const State& state);
-    index::PageReader pageReader();
-    // A page of the index, from the file, whatever was read before.
-    index::Page readPage(const BlobRef& reference);
 
     // Runs a function that reads what a state refers to. Throws Failure(State) where the state was
     // rolled back, or data of it is missing because it was discarded: the file is well then.
@@ -95,36 +103,14 @@ public:
     // than 1 MiB is refused (Failure(Argument)).
     std::uint32_t begin(const std::string& title, const std::string& agent,
                         const std::string& comments, const std::string& settings);
-    // signer: signs the changelog entry (method 0: not at all). On failure the transaction is still
-    // pending, and can be committed again; after a success progress is not asked any more.
-    void commit(const Progress& progress = {}, const Signer& signer = {});
     void rollback();
     // Makes the state of an older transaction the current one; the later ones are kept.
     void restore(std::uint32_t id);
     bool pending() const { return m_pending != nullptr; }
-    std::vector<std::uint32_t> transactions() { return m_container.transactions(); }
-    // Whether the file was renamed, replaced or deleted since it was opened.
-    bool hasMoved() { return m_container.hasMoved(); }
     std::uint32_t current();
-    TransactionRecord details(std::uint32_t id);
-    // Forgets kept transactions, but neither the first nor the current one; their space comes back
-    // with vacuum.
-    void discard(const std::vector<std::uint32_t>& ids);
-    // All but the first and the current one.
-    void finalize();
-    // Bytes of blobs and roots that the file would lose with these transactions.
-    std::uint64_t size(const std::vector<std::uint32_t>& ids);
-    // Gives the space of what no kept transaction reaches back to the disk. Throws
-    // Failure(Cancelled) when progress says stop.
-    void vacuum(const Progress& progress = {});
-
-    // The changelog: the entries from the first to the newest one.
-    std::string changelog();
-    // For the entry of the pending transaction.
-    void appendMessage(const std::string& message);
-    ChangeNotes& notes() { return m_notes; }
-    // Puts an older changelog before this one's, as part of the pending transaction.
-    void importChangelog(const std::string& text);
+    // Throws Failure(State) when a transaction is pending.
+    void requireNonePending() const;
+    const State* pendingState() const { return m_pending.get(); }  // null: none
 
     // For changes: the pending state. Throws Failure(State) when no transaction is pending.
     State& change();
@@ -139,33 +125,28 @@ public:
     std::shared_ptr<TransactionCache>& transactionCache() { return m_transactionCache; }
 
     // Level of detail: throws Failure(Argument) for a mode or size that is not possible. The points
-    // themselves are made by query::commit.
+    // themselves are made by the commit.
     void setLevelOfDetail(std::uint32_t mode, std::uint32_t size);
 
     // Attribute definitions.
     void addAttribute(const schema::AttributeRecord& record);
 
-    // Metadata items: texts by name, most of them JSON.
-    std::string metaData(const std::string& name);  // Failure(NotFound)
-    void setMetaData(const std::string& name, const std::string& value);
-    void removeMetaData(const std::string& name);
-    // Signs an item; method 0 removes its signature.
-    void signMetaData(const std::string& name, const Signer& signer);
-    // Whether the signature is valid; with method 0 and no key: whether there is one.
-    bool verifyMetaData(const std::string& name, const Signer& signer);
+    // How long others make the container wait is asked of progress: Patience.
+    Patience patienceWith(const Progress& progress) { return Patience(m_container, progress); }
 
 private:
+    // What a commit does at its end, when all changes and the level of detail are made.
+    friend struct testing::Forger;  // publishes what no commit would
+    friend void query::commit(Session&, const session::Progress&, const session::Signer&);
+    // signer: signs the changelog entry (method 0: not at all). On failure the transaction is still
+    // pending, and can be committed again; after a success progress is not asked any more.
+    void publish(const Progress& progress, const Signer& signer);
     std::shared_ptr<const State> stateOf(std::uint32_t id, const std::string& root);
     // Of what the file holds now, whatever is remembered of it.
     void loadCurrent();
     static void throwIfRolledBack(const State& state);
     void throwIfDiscarded(const State& state, const Failure& failure);
     void endTransaction();
-    void requireNonePending() const;
-    BlobRef addText(const std::string& text);
-    // Of a text that is read as JSON: within the limits of that.
-    BlobRef addJson(const std::string& json, const char* what);
-    std::string readText(const BlobRef& reference, const char* what);
 
     store::Container m_container;
     Identity m_identity;
@@ -177,11 +158,14 @@ private:
     std::shared_ptr<State> m_pending;
     std::shared_ptr<PendingChange> m_pendingChange;
     std::shared_ptr<TransactionCache> m_transactionCache;
-    ChangeNotes m_notes;
-    PageCache m_pages;
-    ColumnCache m_columns;
+    Blobs m_blobs;
+    History m_history;
+    Changelog m_changelog;
+    MetaData m_metaData;
     std::unique_ptr<ThreadPool> m_pool;
 };
+
+[[noreturn]] void throwCommitCancelled();
 
 // "QRB Library VERSION-COMMIT", as the library reports itself.
 std::string libraryVersion();

@@ -1,7 +1,7 @@
 #include "engine/session/settings.h"
 
-#include "engine/base/json.h"
 #include "catalogue/catalogue.h"
+#include "engine/base/json.h"
 
 #include <algorithm>
 

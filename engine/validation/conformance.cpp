@@ -1,8 +1,8 @@
 #include "engine/validation/conformance.h"
 
+#include "catalogue/catalogue.h"
 #include "engine/validation/jsonschema.h"
 #include "numbers/numbertext.h"
-#include "catalogue/catalogue.h"
 
 #include <algorithm>
 #include <cmath>
@@ -43,7 +43,7 @@ public:
         : m_session(session),
           m_schema(schema),
           m_state(session.state()),
-          m_root(session.rootNode(*m_state)) {}
+          m_root(session.blobs().rootNode(*m_state)) {}
 
     std::vector<std::string> run(bool strict) {
         const FileSchema::Item* primary = m_schema.primary();
@@ -150,7 +150,7 @@ private:
         const std::string title = "The metadata item \"" + item.name + "\": ";
         try {
             for (const Finding& finding :
-                 JsonSchema(entry->schema).check(m_session.metaData(item.name)))
+                 JsonSchema(entry->schema).check(m_session.metaData().get(item.name)))
                 say(title + toLine(finding));
         } catch (const Failure& failure) {
             // What can't be checked is told like a fault; a damaged file is no matter of schemas.

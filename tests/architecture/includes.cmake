@@ -24,9 +24,9 @@ set(engine/index engine/index engine/schema engine/base)
 set(engine/filter engine/filter engine/schema engine/base)
 set(engine/store engine/store engine/base files)
 set(engine/session engine/session engine/store engine/index engine/schema engine/base catalogue files)
-set(engine/query engine/query numbers engine/session engine/store engine/filter engine/index
+set(engine/query engine/query numbers engine/session engine/filter engine/index
   engine/codec engine/schema engine/base include/qrb)
-set(engine/report engine/report numbers engine/query engine/session engine/store engine/index
+set(engine/report engine/report numbers engine/query engine/session engine/index
   engine/schema engine/base catalogue)
 set(engine/validation engine/validation numbers engine/session engine/index engine/schema engine/base
   catalogue)

@@ -32,11 +32,11 @@ protected:
         session::Session session(file, {}, "test");
         session.begin("points", "test", "", "");
         insert(session, somePoints(3000, 1));
-        session.setMetaData("note", "{\"text\":\"a note\"}");
+        session.metaData().set("note", "{\"text\":\"a note\"}");
         query::commit(session, {}, {});
         session.begin("item", "test", "", "");
-        session.setMetaData("later", "[2]");
-        session.commit();
+        session.metaData().set("later", "[2]");
+        query::commit(session);
         session.begin("more", "test", "", "");
         insert(session, somePoints(50, 2));
         query::commit(session, {}, {});
@@ -54,8 +54,8 @@ protected:
     index::Node someLeaf() {
         session::Session session(file, {}, "test");
         const auto state = session.state();
-        const index::Node root = session.rootNode(*state);
-        for (index::TreeCursor at(root, session.pageReader()); at.node(); at.enter())
+        const index::Node root = session.blobs().rootNode(*state);
+        for (index::TreeCursor at(root, session.blobs().pageReader()); at.node(); at.enter())
             if (at.node()->isLeaf() && block(*at.node(), *state, "amplitude", 0) &&
                 block(*at.node(), *state, "xyz", 1))
                 return *at.node();
@@ -100,8 +100,8 @@ TEST_F(CheckTest, FindsNothingInASoundFileAndReadsSharedBlobsOnce) {
     EXPECT_GT(before.blobs, 30u);
     session::Session session(file, {}, "test");
     session.begin("item", "test", "", "");
-    session.setMetaData("note", "[3]");
-    session.commit();
+    session.metaData().set("note", "[3]");
+    query::commit(session);
     // Its item and its entry; the points and pages are those of the others.
     const Findings after = check();
     EXPECT_EQ(after.faultCount, 0u);
@@ -160,7 +160,7 @@ TEST_F(CheckTest, NamesTheTransactionWhoseDefinitionsAreDamaged) {
     session::Session session(file, {}, "test");
     session.begin("attribute", "test", "", "");
     session.addAttribute(record("extra", 0, 9));
-    session.commit();
+    query::commit(session);
     damage(session.state()->attributesBlob, 9);
     EXPECT_NE(outcomeOf([&] { check(); }).text.find("attribute table of transaction 5"),
               std::string::npos);
@@ -192,10 +192,10 @@ TEST_F(CheckTest, NamesTheNodeBelowWhichAPageIsDamaged) {
     session::Session session(file, {}, "test");
     session.begin("many", "test", "", "");
     insert(session, somePoints(40'000, 3));
-    session.commit();
-    const index::Node root = session.rootNode(*session.state());
+    query::commit(session);
+    const index::Node root = session.blobs().rootNode(*session.state());
     std::uint32_t parent = 0;
-    for (index::TreeCursor at(root, session.pageReader()); at.node(); at.enter())
+    for (index::TreeCursor at(root, session.blobs().pageReader()); at.node(); at.enter())
         if (at.node()->childPage) {
             parent = at.node()->id;
             damage(at.node()->childPage, 7);
@@ -264,7 +264,7 @@ TEST_F(CheckTest, FindsNodesThatContradictTheirPoints) {
                        (f.node == node || std::string_view(one.name) == "tarvo.id");
             }));
         session.restore(4);
-        session.discard({wrong});
+        session.history().discard({wrong});
     }
     EXPECT_EQ(check().faultCount, 0u);
 }
@@ -274,7 +274,7 @@ TEST_F(CheckTest, FindsCountsAndIdsThatDoNotAddUp) {
     session::Session session(file, {}, "test");
     EXPECT_GE(report::check(session).faultCount, 1u);
     session.restore(4);
-    session.discard({5});
+    session.history().discard({5});
     commitChanged([](session::State&, index::Node& leaf) { leaf.totalCount += 1; });
     const Findings findings = report::check(session);
     EXPECT_GE(findings.faultCount, 1u);
@@ -344,8 +344,8 @@ TEST_F(CheckTest, ListsTheFirstThousandFaultsAndCountsAll) {
     session::Session session(file, {}, "test");
     session.begin("items", "test", "", "");
     for (int i = 0; i < 1500; ++i)
-        session.setMetaData("item " + std::to_string(i), std::to_string(i + 1000));
-    session.commit();
+        session.metaData().set("item " + std::to_string(i), std::to_string(i + 1000));
+    query::commit(session);
     runSql(file, "UPDATE blob SET data = x'31' WHERE length(data) = 4");
     const Findings findings = report::check(session);
     EXPECT_EQ(findings.faultCount, 1500u);
@@ -359,12 +359,12 @@ TEST_F(CheckTest, TakesNothingForDamageThatIsDiscardedMeanwhile) {
         for (int i = 0; i < 15; ++i) {
             session.begin("made", "test", "", "");
             insert(session, somePoints(400, static_cast<std::uint32_t>(i)));
-            session.commit();
+            query::commit(session);
             session.begin("next", "test", "", "");
-            session.setMetaData("later", std::to_string(i));
-            session.commit();
-            session.finalize();
-            session.vacuum();
+            session.metaData().set("later", std::to_string(i));
+            query::commit(session);
+            session.history().finalize();
+            session.history().vacuum();
         }
         done = true;
     });
@@ -386,9 +386,9 @@ TEST_F(CheckTest, ReadsPagesFromTheFileWhateverWasReadBefore) {
     session::Session session(many, {}, "test");
     commitPoints(session, somePoints(3000, 1));
     (void)readAll(session);
-    const index::Node root = session.rootNode(*session.state());
+    const index::Node root = session.blobs().rootNode(*session.state());
     BlobRef page;
-    for (index::TreeCursor at(root, session.pageReader()); at.node() && !page; at.enter())
+    for (index::TreeCursor at(root, session.blobs().pageReader()); at.node() && !page; at.enter())
         page = at.node()->childPage;
     ASSERT_TRUE(page);
     runSql(many,

@@ -55,7 +55,7 @@ protected:
             query::BlockWriter writer(50);
             std::vector<index::AttributeData> stored{{definition.uid, 3, {{}}}};
             stored[0].elements[0].block = writer.addBlock(definition, column);
-            writer.store(session.container(), stored);
+            writer.store(session.blobs(), stored);
             element(node, name, e).block = stored[0].elements[0].block;
             element(node, name, e).statistics = schema::statistics(column, definition.grid);
         }
@@ -279,7 +279,7 @@ TEST_F(CheckFaults, AreOnesOfTheirPlaceAlone) {
           "the node tells."}},
         {"a page at two places",
          [](Index& i) {
-             const BlobRef page = i.session.container().add(index::encodePage(i.above->children));
+             const BlobRef page = i.session.blobs().add(index::encodePage(i.above->children));
              Node twin = *i.above;
              twin.id = i.state.nextNodeId++;
              twin.children.clear();
@@ -299,7 +299,7 @@ TEST_F(CheckFaults, AreOnesOfTheirPlaceAlone) {
          [](Index& i) {
              const Bytes nonsense(100, 7);
              i.above->children.clear();
-             i.above->childPage = i.session.container().add(nonsense);
+             i.above->childPage = i.session.blobs().add(nonsense);
          },
          {"index of 3 at above: a page of the index is not readable."}},
     };
@@ -359,7 +359,7 @@ TEST_F(CheckFaults, OfAnIndexThatIsMissingAreToldOnce) {
     session::Session session(file, {}, "test");
     session.begin("wrong", "test", "", "");
     session.change().rootPage = {};
-    session.commit();
+    query::commit(session);
     EXPECT_EQ(faultLines(), (Lines{"index of 3: the index is missing."}));
 }
 
@@ -379,8 +379,8 @@ TEST_F(CheckFaults, OfTheRootAreThoseOfTheirTransaction) {
     {
         session::Session session(file, {}, "test");
         session.begin("item", "test", "", "");
-        session.setMetaData("later", "[2]");
-        session.commit();
+        session.metaData().set("later", "[2]");
+        query::commit(session);
         store::Connection connection(file, SQLITE_OPEN_READWRITE);
         const std::string root = store::readRoot(connection, 3);
         store::removeSnapshot(connection, 3);
@@ -423,9 +423,9 @@ TEST_F(CheckFaults, BelowAnOlderTransactionAreNamedByItsDefinitions) {
                 continue;
             const auto state = session.state();
             table = state->attributesBlob;
-            const index::Node root = session.rootNode(*state);
+            const index::Node root = session.blobs().rootNode(*state);
             const std::uint32_t uid = state->attributes.all().back().uid;
-            for (index::TreeCursor at(root, session.pageReader()); at.node(); at.enter())
+            for (index::TreeCursor at(root, session.blobs().pageReader()); at.node(); at.enter())
                 if (at.node()->isLeaf() && at.node()->find(uid))
                     if (const BlobRef& found = at.node()->find(uid)->elements[0].block)
                         block = found;
@@ -473,8 +473,8 @@ TEST_F(CheckFaults, OfAPageThatTransactionsShareAreToldOnce) {
         const auto pagesOf = [&](std::uint32_t transaction) {
             session.restore(transaction);
             std::map<std::uint64_t, BlobRef> pages;
-            const index::Node root = session.rootNode(*session.state());
-            for (index::TreeCursor at(root, session.pageReader()); at.node(); at.enter())
+            const index::Node root = session.blobs().rootNode(*session.state());
+            for (index::TreeCursor at(root, session.blobs().pageReader()); at.node(); at.enter())
                 if (at.node()->childPage)
                     pages[at.node()->childPage.blob] = at.node()->childPage;
             return pages;
@@ -502,8 +502,8 @@ TEST_F(CheckFaults, OfNoneTheBytesAreThoseOfTheReport) {
     session::Session session(many, {}, "test");
     session.begin("points", "test", "", "");
     insert(session, somePoints(3000, 1));
-    session.setMetaData("note", "{\"text\":\"a note\"}");
-    session.signMetaData("note", {1, {0xab}, {}});
+    session.metaData().set("note", "{\"text\":\"a note\"}");
+    session.metaData().sign("note", {1, {0xab}, {}});
     query::commit(session);
     const report::Facts facts = report::gatherFacts(session);
     std::uint64_t expected =
@@ -519,8 +519,8 @@ TEST_F(CheckFaults, OfNoneTheBytesAreThoseOfTheReport) {
     EXPECT_EQ(ofBlocks, facts.pointBytes + facts.levelOfDetailBytes);
     EXPECT_EQ(ofLeaves, facts.pointBytes);
     EXPECT_GT(facts.levelOfDetailBytes, 0u);
-    for (const std::uint32_t id : session.container().transactions()) {
-        const std::string root = session.container().root(id);
+    for (const std::uint32_t id : session.history().transactions()) {
+        const std::string root = session.history().root(id);
         expected += root.size() + session::stateFromRoot(root).changelog.length;
     }
     expected += facts.state->attributesBlob.length;
@@ -534,7 +534,7 @@ TEST_F(CheckFaults, OfNoneTheBytesAreThoseOfTheReport) {
     EXPECT_EQ(findings.points, 3000u);
     // The pages from before there were levels of detail are left in the file.
     ASSERT_TRUE(findings.unreached);
-    EXPECT_EQ(findings.blobs + *findings.unreached, session.container().blobCount());
+    EXPECT_EQ(findings.blobs + *findings.unreached, session.history().blobCount());
     EXPECT_EQ(findings.bytes, expected);
     std::uint64_t nodes = 0;
     std::uint64_t details = 0;
@@ -544,7 +544,7 @@ TEST_F(CheckFaults, OfNoneTheBytesAreThoseOfTheReport) {
         nodes += level.leaves + level.innerNodes;
         details += level.levelOfDetailPoints;
     }
-    for (index::TreeCursor at(facts.root, session.pageReader()); at.node(); at.enter()) {
+    for (index::TreeCursor at(facts.root, session.blobs().pageReader()); at.node(); at.enter()) {
         --nodes;
         own += at.node()->isLeaf() ? 0 : at.node()->ownCount;
         for (const index::AttributeData& data : at.node()->attributes)
@@ -556,12 +556,12 @@ TEST_F(CheckFaults, OfNoneTheBytesAreThoseOfTheReport) {
     EXPECT_EQ(blocks, found);
     // A transaction that shares all but an item.
     session.begin("item", "test", "", "");
-    session.setMetaData("later", "[123]");
-    session.commit();
+    session.metaData().set("later", "[123]");
+    query::commit(session);
     const Findings more = report::check(session);
     EXPECT_EQ(more.points, 3000u);
     EXPECT_EQ(more.blobs, findings.blobs + 2);
-    EXPECT_EQ(more.bytes, findings.bytes + 5 + session.container().root(3).size() +
+    EXPECT_EQ(more.bytes, findings.bytes + 5 + session.history().root(3).size() +
                               session.state()->changelog.length);
 }
 
@@ -576,8 +576,8 @@ TEST_F(CheckFaults, OfNoneThePointsOfLeavesThatTransactionsShareCountOnce) {
     query.next(1);
     query::commit(session);
     std::uint64_t changed = 0;
-    const Node root = session.rootNode(*session.state());
-    for (index::TreeCursor at(root, session.pageReader()); at.node(); at.enter())
+    const Node root = session.blobs().rootNode(*session.state());
+    for (index::TreeCursor at(root, session.blobs().pageReader()); at.node(); at.enter())
         if (at.node()->isLeaf() && at.node()->revision == 3)
             changed += at.node()->ownCount;
     EXPECT_LE(changed, 20u);

@@ -28,7 +28,7 @@ protected:
         query.bind("xyz", QRB_DATA_TYPE_DOUBLE, xyz, 0);
         query.bind(attribute, QRB_DATA_TYPE_DOUBLE, values.data(), 8);
         query.next(static_cast<std::uint32_t>(values.size()));
-        session.commit();
+        query::commit(session);
     }
     std::string deviationsFrom(const std::string& attributes, const std::string& items = "",
                                bool strict = false) {
@@ -164,7 +164,7 @@ TEST_F(Conformance, TellsWhatIsMissingAndTooMuchInTheOrderOfTheSchema) {
         session::Session session(m_file, {}, "test");
         session.begin("wrong", "test", "", "");
         session.change().metaData["tarvo.geo_tag"].value.checksum ^= 1;
-        session.commit();
+        query::commit(session);
     }
     EXPECT_EQ(outcomeOf([&] { (void)deviationsFrom("", R"("tarvo.geo_tag?")"); }).code,
               ErrorCode::Damaged);

@@ -75,32 +75,33 @@ TEST_F(Store, WritesWithAJournalBesideTheFileThatIsGoneBehindTheCommit) {
 TEST_F(Store, TellsADamagedLengthOfABlobInsteadOfASize) {
     session::Session session(m_file, {}, "test");
     session.begin("item", "test", "", "");
-    session.setMetaData("item", std::string(500, 'x'));
-    session.commit();
+    session.metaData().set("item", std::string(500, 'x'));
+    query::commit(session);
     const std::uint64_t blob = session.state()->metaData.at("item").value.blob;
     session.restore(2);
-    const std::uint64_t size = session.size({3});
+    const std::uint64_t size = session.history().size({3});
     EXPECT_GT(size, 500u);
     const std::string where = " WHERE id = " + std::to_string(blob);
     runSql(m_file, ("UPDATE blob SET data = CAST(substr(data, 1, 499) AS BLOB)" + where).c_str());
-    EXPECT_EQ(outcomeOf([&] { session.size({3}); }).code, ErrorCode::Damaged);
+    EXPECT_EQ(outcomeOf([&] { session.history().size({3}); }).code, ErrorCode::Damaged);
     runSql(m_file, ("DELETE FROM blob" + where).c_str());
-    EXPECT_EQ(outcomeOf([&] { session.size({3}); }).code, ErrorCode::Damaged);
+    EXPECT_EQ(outcomeOf([&] { session.history().size({3}); }).code, ErrorCode::Damaged);
 }
 
 TEST_F(Store, TellsTheBytesThatTheFileLosesWithATransaction) {
     session::Session session(m_file, {}, "test");
     session.begin("item", "test", "", "");
-    session.setMetaData("item", std::string(5000, 'x'));
-    session.commit();
-    const std::uint64_t without = session.size({3});
+    session.metaData().set("item", std::string(5000, 'x'));
+    query::commit(session);
+    const std::uint64_t without = session.history().size({3});
     session.begin("again", "test", "", "");
-    session.commit();
+    query::commit(session);
     // Its item is kept by the next one.
-    EXPECT_LT(session.size({3}), without - 4999);
-    EXPECT_GT(session.size({3, 4}), session.size({3}) + session.size({4}) + 4999);
-    EXPECT_EQ(session.size({}), 0u);
-    EXPECT_EQ(outcomeOf([&] { session.size({9}); }).code, ErrorCode::NotFound);
+    EXPECT_LT(session.history().size({3}), without - 4999);
+    EXPECT_GT(session.history().size({3, 4}),
+              session.history().size({3}) + session.history().size({4}) + 4999);
+    EXPECT_EQ(session.history().size({}), 0u);
+    EXPECT_EQ(outcomeOf([&] { session.history().size({9}); }).code, ErrorCode::NotFound);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // Databases for the engine's tests: files in a folder that goes with the test, points by their id.
 #pragma once
 
+#include "engine/query/commit.h"
 #include "engine/query/insert.h"
 #include "engine/query/select.h"
 #include "engine/session/session.h"
@@ -115,7 +116,7 @@ inline std::uint64_t countOf(session::Session& session, const std::string& filte
 inline void commitPoints(session::Session& session, const std::vector<Point>& points) {
     session.begin("insert", "test", "", "");
     insert(session, points);
-    session.commit();
+    query::commit(session);
 }
 
 }  // namespace tarvo::engine::testing

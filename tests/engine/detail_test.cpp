@@ -48,7 +48,7 @@ protected:
     void forEachInner(
         const std::function<void(const index::Node&, std::span<const index::Node>)>& use) {
         const auto state = m_session->state();
-        const index::Node root = m_session->rootNode(*state);
+        const index::Node root = m_session->blobs().rootNode(*state);
         visit(root, use);
     }
     std::uint64_t ownPoints() {
@@ -71,7 +71,8 @@ private:
                const std::function<void(const index::Node&, std::span<const index::Node>)>& use) {
         if (node.isLeaf())
             return;
-        const auto page = node.childPage ? m_session->pageReader()(node.childPage) : nullptr;
+        const auto page =
+            node.childPage ? m_session->blobs().pageReader()(node.childPage) : nullptr;
         const std::span<const index::Node> children =
             page ? std::span<const index::Node>(*page)
                  : std::span<const index::Node>(node.children);

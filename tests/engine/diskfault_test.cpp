@@ -25,9 +25,9 @@ protected:
         std::filesystem::copy_file(m_file, name, std::filesystem::copy_options::overwrite_existing);
         session::Session session(name, {}, "test");
         session.begin("item", "test", "", "");
-        session.setMetaData("item", "1");
+        session.metaData().set("item", "1");
         folderSyncs().count = 0;
-        const Outcome outcome = outcomeOf([&] { session.commit(); });
+        const Outcome outcome = outcomeOf([&] { query::commit(session); });
         folderSyncs().failing = 0;
         return outcome;
     }
@@ -75,7 +75,7 @@ TEST_F(DiskFaults, AreToldFromDamageAndFromFilesOfOthers) {
         SmallDisk small(room);
         session::Session session(m_file, {}, "test");
         small.fail(Call::Read, SQLITE_IOERR_CORRUPTFS, systemError);
-        const Outcome outcome = outcomeOf([&] { (void)session.transactions(); });
+        const Outcome outcome = outcomeOf([&] { (void)session.history().transactions(); });
         EXPECT_EQ(outcome.text,
                   systemError != 0 ? disk : "The file is damaged. Restore it from a backup.")
             << systemError;

@@ -29,8 +29,8 @@ Points makeDatabase(const std::string& file) {
     session::Session session(file, {}, "test");
     session.begin("points", "test", "", "");
     insert(session, somePoints(1500, 1));
-    session.setMetaData("note", "{\"text\":\"a note\"}");
-    session.commit();
+    session.metaData().set("note", "{\"text\":\"a note\"}");
+    query::commit(session);
     return readAll(session);
 }
 
@@ -68,11 +68,11 @@ TEST(File, KeepsWhatWasCommittedWhenAWriterIsKilled) {
                   1000 + SIGKILL);
     session::Session session(file, {}, "test");
     EXPECT_EQ(readAll(session), before);
-    EXPECT_EQ(session.transactions(), (std::vector<std::uint32_t>{1, 2}));
+    EXPECT_EQ(session.history().transactions(), (std::vector<std::uint32_t>{1, 2}));
     // The next writer uses the space again.
     session.begin("more", "test", "", "");
     insert(session, somePoints(100, 3));
-    session.commit();
+    query::commit(session);
     EXPECT_EQ(readAll(session).size(), before.size() + 100);
     EXPECT_LT(std::filesystem::file_size(file), size + 2'000'000);
 }
@@ -90,14 +90,14 @@ TEST(File, KeepsWhatWasCommittedWhenTheDiskIsFull) {
         try {
             for (int i = 0; i < 20; ++i)
                 insert(session, somePoints(20'000, static_cast<std::uint32_t>(i)));
-            session.commit();
+            query::commit(session);
             return 1;
         } catch (const Failure& failure) {
             if (failure.code() != ErrorCode::File)
                 return 2;
         }
         try {
-            session.commit();  // must not publish a part
+            query::commit(session);  // must not publish a part
             return 3;
         } catch (const Failure&) {
         }
@@ -127,7 +127,7 @@ TEST(File, HasOneWriterAtATimeAndReadersBesideIt) {
     insert(writer, somePoints(50, 9));
     (void)readAll(writer);  // staged
     EXPECT_EQ(readAll(other), before);
-    writer.commit();
+    query::commit(writer);
     // Another handle sees the new state at its next query.
     EXPECT_EQ(readAll(other).size(), before.size() + 50);
     EXPECT_EQ(other.current(), 3u);
@@ -175,7 +175,7 @@ TEST(File, IsReadByAnotherProcessWhileItStaysOpen) {
     insert(writer, somePoints(50, 9));
     (void)readAll(writer);  // staged
     childReads();
-    writer.commit();
+    query::commit(writer);
     childReads();
     int status = -1;
     ::waitpid(child, &status, 0);
@@ -190,8 +190,8 @@ void expectTruthOrFailure(const std::string& file, const Points& truth, int& sil
     try {
         session::Session session(file, {}, "test");
         const Points points = readAll(session);
-        const std::string note = session.metaData("note");
-        const std::string log = session.changelog();
+        const std::string note = session.metaData().get("note");
+        const std::string log = session.changelog().text();
         const std::uint64_t count = countOf(session, "amplitude < 4000");
         std::uint64_t expected = 0;
         for (const auto& [id, point] : truth)
@@ -272,21 +272,21 @@ TEST(Transactions, KeepTheirRecordAndEndAsTold) {
     const std::string file = folder.file("a.qrbx");
     makeDatabase(file);
     session::Session session(file, {}, "the layer");
-    EXPECT_THROW(session.commit(), Failure);
+    EXPECT_THROW(query::commit(session), Failure);
     EXPECT_THROW(session.rollback(), Failure);
-    EXPECT_THROW(session.setMetaData("a", "1"), Failure);
+    EXPECT_THROW(session.metaData().set("a", "1"), Failure);
     EXPECT_EQ(session.begin("Title", "Agent", "Comments", "{\"a\":1}"), 3u);
     EXPECT_THROW(session.begin("", "", "", ""), Failure);
     EXPECT_TRUE(session.pending());
     EXPECT_EQ(session.current(), 2u);
-    EXPECT_THROW(session.setMetaData("", "{}"), Failure);
-    session.setMetaData("kept", "[1, 2]");
-    session.removeMetaData("note");
+    EXPECT_THROW(session.metaData().set("", "{}"), Failure);
+    session.metaData().set("kept", "[1, 2]");
+    session.metaData().remove("note");
     // A commit that is told to stop leaves everything as it is.
-    EXPECT_THROW(session.commit([](int) { return false; }), Failure);
+    EXPECT_THROW(query::commit(session, [](int) { return false; }), Failure);
     EXPECT_TRUE(session.pending());
-    session.commit();
-    const session::TransactionRecord record = session.details(3);
+    query::commit(session);
+    const session::TransactionRecord record = session.history().details(3);
     EXPECT_EQ(record.title, "Title");
     EXPECT_EQ(record.agent, "Agent");
     EXPECT_EQ(record.comments, "Comments");
@@ -294,9 +294,9 @@ TEST(Transactions, KeepTheirRecordAndEndAsTold) {
     EXPECT_EQ(record.qrb, session::libraryVersion() + "\nthe layer");
     EXPECT_LE(record.start, record.stop);
     session::Session again(file, {}, "test");
-    EXPECT_EQ(again.metaData("kept"), "[1, 2]");
-    EXPECT_THROW(again.metaData("note"), Failure);
-    EXPECT_THROW(again.details(9), Failure);
+    EXPECT_EQ(again.metaData().get("kept"), "[1, 2]");
+    EXPECT_THROW(again.metaData().get("note"), Failure);
+    EXPECT_THROW(again.history().details(9), Failure);
 }
 
 }  // namespace

@@ -88,11 +88,11 @@ TEST_P(FirstRelease, ReadsTheSameAndIsRewrittenOnlyByACommit) {
     {
         session::Session session(m_file, {}, "test");
         expectValues(session);
-        ids = session.transactions();
+        ids = session.history().transactions();
         for (const std::uint32_t id : ids)
-            EXPECT_EQ(session.details(id).id, id);
+            EXPECT_EQ(session.history().details(id).id, id);
         session.begin("never made", "test", "", "");
-        session.setMetaData("x", "1");
+        session.metaData().set("x", "1");
         session.rollback();
     }
     EXPECT_EQ(textOf(m_file), bytes);
@@ -102,30 +102,30 @@ TEST_P(FirstRelease, ReadsTheSameAndIsRewrittenOnlyByACommit) {
         const std::uint32_t current = session.current();
         session.restore(1);
         session.restore(current);
-        session.discard({});
-        session.vacuum();
+        session.history().discard({});
+        session.history().vacuum();
         EXPECT_EQ(formatOf(m_file), 1);
         expectValues(session);
-        EXPECT_EQ(session.transactions(), ids);
+        EXPECT_EQ(session.history().transactions(), ids);
     }
     session::Session session(m_file, {}, "test");
     session::Session beside(m_file, {}, "test");
     const std::uint32_t added = session.begin("new", "test", "", "");
     EXPECT_GT(added, ids.back());
-    session.setMetaData("new", "1");
+    session.metaData().set("new", "1");
     query::commit(session);
     EXPECT_EQ(formatOf(m_file), 2);
     // Nothing is left of what the first format had in other places.
     EXPECT_EQ(ask(m_file, "SELECT count(*) FROM info WHERE name IN ('identity', 'history')"), 2);
     EXPECT_EQ(ask(m_file, "SELECT count(*) FROM info"), 2);
     expectValues(session);
-    EXPECT_EQ(beside.metaData("new"), "1");
+    EXPECT_EQ(beside.metaData().get("new"), "1");
     expectValues(beside);
     ids.push_back(added);
-    EXPECT_EQ(session.transactions(), ids);
+    EXPECT_EQ(session.history().transactions(), ids);
     session.restore(ids[ids.size() - 2]);
-    session.discard({added});
-    session.vacuum();
+    session.history().discard({added});
+    session.history().vacuum();
     // A number is not given twice, though it was discarded.
     EXPECT_EQ(session.begin("again", "test", "", ""), added + 1);
     session.rollback();
@@ -136,9 +136,9 @@ TEST_P(FirstRelease, ReadsTheSameAndIsRewrittenOnlyByACommit) {
 // The number of a transaction that was discarded before the file got its second version.
 TEST_P(FirstRelease, GivesNoNumberTwice) {
     session::Session session(m_file, {}, "test");
-    const std::vector<std::uint32_t> ids = session.transactions();
+    const std::vector<std::uint32_t> ids = session.history().transactions();
     session.restore(ids[ids.size() - 2]);
-    session.discard({ids.back()});
+    session.history().discard({ids.back()});
     ASSERT_EQ(formatOf(m_file), 1);
     session::Session again(m_file, {}, "test");
     EXPECT_GT(again.begin("new", "test", "", ""), ids.back());
@@ -159,7 +159,7 @@ TEST_P(FirstRelease, IsWrittenByOneOfBothReleasesAtATime) {
         EXPECT_EQ(failure.code(), ErrorCode::Busy);
         EXPECT_EQ(failure.details(), "Lock: " + lock + ", process 123456789");
     }
-    EXPECT_THROW(session.vacuum(), Failure);
+    EXPECT_THROW(session.history().vacuum(), Failure);
     ::close(older);
     // A link in its place leads nowhere.
     const std::string other = m_folder.file("other");
@@ -198,15 +198,15 @@ TEST(FirstReleaseHistory, KeepsItsChangelogMetadataAndSignatures) {
     std::filesystem::copy_file(golden("release1-history.qrbx"), file);
     session::Session session(file, {}, "test");
     EXPECT_EQ(session.current(), 15u);
-    EXPECT_EQ(session.transactions().back(), 16u);
-    EXPECT_EQ(session.changelog(), textOf(golden("release1-history-changelog.txt")));
-    EXPECT_EQ(session.metaData("note"), "{\"text\":\"älter, \\\"quoted\\\"\\n\"}");
-    EXPECT_EQ(session.metaData("plain"), "no JSON");
-    EXPECT_TRUE(session.verifyMetaData("note", {1, {0x00, 0xff, 0x17}, {}}));
+    EXPECT_EQ(session.history().transactions().back(), 16u);
+    EXPECT_EQ(session.changelog().text(), textOf(golden("release1-history-changelog.txt")));
+    EXPECT_EQ(session.metaData().get("note"), "{\"text\":\"älter, \\\"quoted\\\"\\n\"}");
+    EXPECT_EQ(session.metaData().get("plain"), "no JSON");
+    EXPECT_TRUE(session.metaData().verify("note", {1, {0x00, 0xff, 0x17}, {}}));
     EXPECT_EQ(countOf(session, "free.number > 1"), 107u);
     session.restore(16);
-    EXPECT_EQ(session.metaData("second"), "17");
-    EXPECT_EQ(session.details(16).comments, "two\nlines");
+    EXPECT_EQ(session.metaData().get("second"), "17");
+    EXPECT_EQ(session.history().details(16).comments, "two\nlines");
 }
 
 TEST(FirstReleaseHistory, LosesNothingByAFlippedBit) {
@@ -219,7 +219,7 @@ TEST(FirstReleaseHistory, LosesNothingByAFlippedBit) {
     const int blobs = ask(file, "SELECT count(*) FROM blob");
     session::Session session(file, {}, "test");
     session.begin("small", "test", "", "");
-    session.setMetaData("x", "1");
+    session.metaData().set("x", "1");
     EXPECT_THROW(query::commit(session), Failure);
     session.rollback();
     EXPECT_EQ(ask(file, "SELECT count(*) FROM blob"), blobs);

@@ -33,7 +33,7 @@ Histogram histogramOf(const schema::AttributeRecord& attribute, std::vector<doub
         query.bind(attribute.name, QRB_DATA_TYPE_DOUBLE, values.data(), 8);
         query.next(static_cast<std::uint32_t>(values.size()));
     }
-    session.commit();
+    query::commit(session);
     const report::Facts facts = report::gatherFacts(session);
     for (Histogram& histogram : report::makeHistograms(session, facts, 1))
         if (facts.state->attributes[histogram.column.attribute].record.name == attribute.name)
@@ -202,7 +202,7 @@ TEST(Histograms, AreThoseOfEveryElement) {
     query.bind("xyz", QRB_DATA_TYPE_DOUBLE, xyz, 24);
     query.bind("many", QRB_DATA_TYPE_UINT8, values.data(), 150);
     query.next(1);
-    session.commit();
+    query::commit(session);
     const report::Facts facts = report::gatherFacts(session);
     std::vector<std::string> found;
     std::vector<std::string> expected;

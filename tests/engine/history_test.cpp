@@ -42,7 +42,7 @@ protected:
         return id;
     }
     std::vector<std::string> entries() {
-        const std::string text = m_session->changelog();
+        const std::string text = m_session->changelog().text();
         std::vector<std::string> result;
         for (std::size_t at = 0; at < text.size();) {
             const std::size_t next = text.find("\n[#", at);
@@ -64,13 +64,13 @@ TEST_F(History, IsToldByTheChangelogWithWhatEachTransactionChanged) {
     m_session->begin("many\nthings", "agent", "first line\r\nsecond line", "");
     insert(*m_session, {{1, 2, 3, 4}});
     m_session->addAttribute(record("quality", 0, 10));
-    m_session->setMetaData("tarvo.device", "{}");
-    m_session->signMetaData("tarvo.device", m_signer);
+    m_session->metaData().set("tarvo.device", "{}");
+    m_session->metaData().sign("tarvo.device", m_signer);
     m_session->setLevelOfDetail(1, 30);
-    m_session->appendMessage("by hand:\n[#99] not an entry\nSignature: abcdef");
+    m_session->changelog().append("by hand:\n[#99] not an entry\nSignature: abcdef");
     query::commit(*m_session);
     m_session->begin("forgotten", "agent", "", "");
-    m_session->appendMessage("never seen");
+    m_session->changelog().append("never seen");
     m_session->rollback();
 
     const std::vector<std::string> all = entries();
@@ -92,10 +92,10 @@ TEST_F(History, TellsEveryKindOfChange) {
     m_session->begin("made", "agent", "", "");
     m_session->addAttribute(record("kept", 0, 10));
     m_session->addAttribute(record("gone", 0, 10));
-    m_session->setMetaData("changed", "1");
-    m_session->setMetaData("gone", "1");
-    m_session->setMetaData("signed", "1");
-    m_session->signMetaData("signed", m_signer);
+    m_session->metaData().set("changed", "1");
+    m_session->metaData().set("gone", "1");
+    m_session->metaData().set("signed", "1");
+    m_session->metaData().sign("signed", m_signer);
     query::commit(*m_session);
 
     m_session->begin("everything", "agent", "", "");
@@ -116,10 +116,10 @@ TEST_F(History, TellsEveryKindOfChange) {
     query::discardAttribute(*m_session, "amplitude");
     query::duplicateAttribute(*m_session, "kept", "copy");
     query::removeAttribute(*m_session, "gone");
-    m_session->setMetaData("changed", "2");
-    m_session->setMetaData("new", "2");
-    m_session->removeMetaData("gone");
-    m_session->signMetaData("signed", {});
+    m_session->metaData().set("changed", "2");
+    m_session->metaData().set("new", "2");
+    m_session->metaData().remove("gone");
+    m_session->metaData().sign("signed", {});
     m_session->setLevelOfDetail(2, 3);
     query::commit(*m_session);
     const std::string entry = entries().back();
@@ -194,10 +194,10 @@ TEST_F(History, IsSignedSoThatEveryChangeOfAnEntryShows) {
 TEST_F(History, SignaturesOfItemsHoldWhereTheyWereMadeOnly) {
     const auto sign = [&](session::Session& session, const std::string& name) {
         session.begin("sign " + name, "agent", "", "");
-        session.setMetaData(name, "{}");
-        session.signMetaData(name, m_signer);
+        session.metaData().set(name, "{}");
+        session.metaData().sign(name, m_signer);
         query::commit(session);
-        EXPECT_TRUE(session.verifyMetaData(name, m_signer));
+        EXPECT_TRUE(session.metaData().verify(name, m_signer));
         return session.state()->metaData.at(name).signature;
     };
     const std::string other = m_folder.file("b.qrbx");
@@ -213,11 +213,11 @@ TEST_F(History, SignaturesOfItemsHoldWhereTheyWereMadeOnly) {
     EXPECT_EQ(signatures.size(), 4u);
     session::Signer longer = m_signer;
     longer.key.push_back(0);
-    EXPECT_FALSE(m_session->verifyMetaData("a", longer));
+    EXPECT_FALSE(m_session->metaData().verify("a", longer));
     // Kept in the file.
     session::Session again(m_file, {}, "test");
-    EXPECT_TRUE(again.verifyMetaData("a", m_signer));
-    EXPECT_FALSE(again.verifyMetaData("a", longer));
+    EXPECT_TRUE(again.metaData().verify("a", m_signer));
+    EXPECT_FALSE(again.metaData().verify("a", longer));
 }
 
 TEST_F(History, OfAnotherDatabaseCanBePutBefore) {
@@ -228,14 +228,14 @@ TEST_F(History, OfAnotherDatabaseCanBePutBefore) {
         session::Session session(other, {}, "test");
         session.begin("over there", "agent", "", "");
         query::commit(session, {}, m_signer);
-        older = session.changelog();
+        older = session.changelog().text();
     }
     m_session->begin("import", "agent", "", "");
-    m_session->importChangelog(older);
+    m_session->changelog().import(older);
     query::commit(*m_session);
     const std::vector<std::string> all = entries();
     ASSERT_EQ(all.size(), 4u);
-    EXPECT_EQ(m_session->changelog().rfind(older, 0), 0u);
+    EXPECT_EQ(m_session->changelog().text().rfind(older, 0), 0u);
     EXPECT_TRUE(session::verifyEntry(all[1], m_signer));
     EXPECT_EQ(all[2].rfind("[#1] ", 0), 0u);
     EXPECT_EQ(all[3].rfind("[#2] import", 0), 0u);
@@ -245,28 +245,28 @@ TEST_F(History, OfAnotherDatabaseLeavesTheOwnEntriesInTheirOrder) {
     addPoints(10, 1);
     addPoints(10, 2);
     m_session->begin("third", "agent", "several\nlines\n[#9] no entry", "");
-    m_session->setMetaData("item", "1");
+    m_session->metaData().set("item", "1");
     query::commit(*m_session, {}, m_signer);
-    const std::string own = m_session->changelog();
+    const std::string own = m_session->changelog().text();
     const std::string older = "[#1] Database creation\nof another database\n";
     m_session->begin("import", "agent", "", "");
-    m_session->importChangelog(older);
-    m_session->importChangelog("[#0] the oldest\n");
+    m_session->changelog().import(older);
+    m_session->changelog().import("[#0] the oldest\n");
     query::commit(*m_session);
     addPoints(10, 3);
-    const std::string all = m_session->changelog();
+    const std::string all = m_session->changelog().text();
     EXPECT_EQ(all.rfind("[#0] the oldest\n\n" + older + "\n" + own + "\n[#5] import", 0), 0u)
         << all;
     EXPECT_EQ(entries().back().rfind("[#6] points", 0), 0u) << entries().back();
     open();
-    EXPECT_EQ(m_session->changelog(), all);
+    EXPECT_EQ(m_session->changelog().text(), all);
     // Restored and rolled back, the file tells only what happened until then.
     m_session->restore(4);
-    EXPECT_EQ(m_session->changelog(), own);
+    EXPECT_EQ(m_session->changelog().text(), own);
     m_session->begin("import", "agent", "", "");
-    m_session->importChangelog(older);
+    m_session->changelog().import(older);
     m_session->rollback();
-    EXPECT_EQ(m_session->changelog(), own);
+    EXPECT_EQ(m_session->changelog().text(), own);
 }
 
 TEST_F(History, ThatIsDiscardedGivesItsSpaceBack) {
@@ -278,45 +278,45 @@ TEST_F(History, ThatIsDiscardedGivesItsSpaceBack) {
     query::commit(*m_session);
     const std::uint32_t last = m_session->current();
 
-    EXPECT_THROW(m_session->discard({1}), Failure);
-    EXPECT_THROW(m_session->discard({last}), Failure);
-    EXPECT_THROW(m_session->discard({first, 99}), Failure);
-    EXPECT_THROW(m_session->size({99}), Failure);
-    EXPECT_EQ(m_session->transactions().size(), 4u);
+    EXPECT_THROW(m_session->history().discard({1}), Failure);
+    EXPECT_THROW(m_session->history().discard({last}), Failure);
+    EXPECT_THROW(m_session->history().discard({first, 99}), Failure);
+    EXPECT_THROW(m_session->history().size({99}), Failure);
+    EXPECT_EQ(m_session->history().transactions().size(), 4u);
 
     // Nothing is given back as long as it is needed.
-    const std::uint64_t whole = m_session->container().size();
-    m_session->vacuum();
-    EXPECT_GT(m_session->container().size(), whole * 9 / 10);
+    const std::uint64_t whole = m_session->fileSize();
+    m_session->history().vacuum();
+    EXPECT_GT(m_session->fileSize(), whole * 9 / 10);
     m_session->restore(second);
     EXPECT_EQ(readAll(*m_session), kept);
     m_session->restore(last);
 
-    const std::uint64_t packed = m_session->container().size();
-    const std::uint64_t both = m_session->size({first, second});
-    EXPECT_GE(both, m_session->size({first}) + m_session->size({second}));
+    const std::uint64_t packed = m_session->fileSize();
+    const std::uint64_t both = m_session->history().size({first, second});
+    EXPECT_GE(both, m_session->history().size({first}) + m_session->history().size({second}));
     EXPECT_GT(both, packed / 4);
     m_session->begin("pending", "test", "", "");
-    EXPECT_THROW(m_session->discard({first}), Failure);
-    EXPECT_THROW(m_session->finalize(), Failure);
-    EXPECT_THROW(m_session->vacuum(), Failure);
+    EXPECT_THROW(m_session->history().discard({first}), Failure);
+    EXPECT_THROW(m_session->history().finalize(), Failure);
+    EXPECT_THROW(m_session->history().vacuum(), Failure);
     m_session->rollback();
-    m_session->finalize();
-    EXPECT_EQ(m_session->transactions(), (std::vector<std::uint32_t>{1, last}));
+    m_session->history().finalize();
+    EXPECT_EQ(m_session->history().transactions(), (std::vector<std::uint32_t>{1, last}));
     EXPECT_THROW(m_session->restore(first), Failure);
 
     int calls = 0;
-    EXPECT_THROW(m_session->vacuum([&](int) { return ++calls < 3; }), Failure);
+    EXPECT_THROW(m_session->history().vacuum([&](int) { return ++calls < 3; }), Failure);
     EXPECT_EQ(countOf(*m_session, ""), 40'000u);
     int before = -1;
-    m_session->vacuum([&](int percent) {
+    m_session->history().vacuum([&](int percent) {
         EXPECT_GE(percent, before);
         before = percent;
         return true;
     });
     EXPECT_EQ(before, 100);
-    EXPECT_NEAR(static_cast<double>(m_session->container().size()),
-                static_cast<double>(packed - both), static_cast<double>(packed) / 20);
+    EXPECT_NEAR(static_cast<double>(m_session->fileSize()), static_cast<double>(packed - both),
+                static_cast<double>(packed) / 20);
     open();
     EXPECT_EQ(countOf(*m_session, "xyz[2] < 50"), 20'000u);
 }
@@ -328,14 +328,14 @@ TEST_F(History, SurvivesAKillWhileSpaceIsGivenBack) {
         m_session->begin("forgotten", "test", "", "");
         m_session->setLevelOfDetail(1, static_cast<std::uint32_t>(end));
         query::commit(*m_session);
-        m_session->finalize();
+        m_session->history().finalize();
         const Points kept = readAll(*m_session);
-        const std::string log = m_session->changelog();
+        const std::string log = m_session->changelog().text();
         m_session.reset();
         const ::pid_t child = ::fork();
         if (child == 0) {
             session::Session session(m_file, session::OpenSettings{0}, "test");
-            session.vacuum([end](int percent) {
+            session.history().vacuum([end](int percent) {
                 if (percent >= end)
                     ::raise(SIGKILL);
                 return true;
@@ -345,9 +345,9 @@ TEST_F(History, SurvivesAKillWhileSpaceIsGivenBack) {
         ::waitpid(child, nullptr, 0);
         open();
         EXPECT_EQ(readAll(*m_session), kept);
-        EXPECT_EQ(m_session->changelog(), log);
+        EXPECT_EQ(m_session->changelog().text(), log);
         TreeCheck(*m_session, kept.size()).run();
-        m_session->vacuum();
+        m_session->history().vacuum();
         EXPECT_EQ(readAll(*m_session), kept);
     }
 }
@@ -363,7 +363,7 @@ TEST_F(History, GoesOnFromWhatOthersHaveCommitted) {
     for (int i = 0; i < 3; ++i)
         for (session::Session* const session : {&second, &first}) {
             session->begin("change", "test", "", "");
-            session->setMetaData("item " + std::to_string(session->current()), "1");
+            session->metaData().set("item " + std::to_string(session->current()), "1");
             insert(*session, somePoints(10, 1));
             query::commit(*session);
         }
@@ -374,7 +374,7 @@ TEST_F(History, GoesOnFromWhatOthersHaveCommitted) {
 TEST_F(History, NeverGivesANumberTwice) {
     const std::uint32_t id = addPoints(10, 1);
     m_session->restore(1);
-    m_session->discard({id});
+    m_session->history().discard({id});
     EXPECT_EQ(m_session->begin("again", "test", "", ""), id + 1);
     m_session->rollback();
     open();
@@ -383,31 +383,31 @@ TEST_F(History, NeverGivesANumberTwice) {
 
 TEST_F(History, OfAMetadataItemKnowsWhetherItsSignatureHolds) {
     m_session->begin("sign", "test", "", "");
-    m_session->setMetaData("item", "{\"a\": 1}");
-    EXPECT_THROW(m_session->signMetaData("other", m_signer), Failure);
-    EXPECT_FALSE(m_session->verifyMetaData("item", {}));
-    m_session->signMetaData("item", m_signer);
+    m_session->metaData().set("item", "{\"a\": 1}");
+    EXPECT_THROW(m_session->metaData().sign("other", m_signer), Failure);
+    EXPECT_FALSE(m_session->metaData().verify("item", {}));
+    m_session->metaData().sign("item", m_signer);
     query::commit(*m_session);
     open();
-    EXPECT_TRUE(m_session->verifyMetaData("item", m_signer));
-    EXPECT_TRUE(m_session->verifyMetaData("item", {}));
-    EXPECT_FALSE(m_session->verifyMetaData("item", {1, {9}, {}}));
-    EXPECT_THROW(m_session->verifyMetaData("other", m_signer), Failure);
-    EXPECT_THROW(m_session->signMetaData("item", m_signer), Failure) << "nothing is pending";
+    EXPECT_TRUE(m_session->metaData().verify("item", m_signer));
+    EXPECT_TRUE(m_session->metaData().verify("item", {}));
+    EXPECT_FALSE(m_session->metaData().verify("item", {1, {9}, {}}));
+    EXPECT_THROW(m_session->metaData().verify("other", m_signer), Failure);
+    EXPECT_THROW(m_session->metaData().sign("item", m_signer), Failure) << "nothing is pending";
     m_session->begin("change", "test", "", "");
-    EXPECT_THROW(m_session->signMetaData("item", {2, {}, {}}), Failure);
-    EXPECT_TRUE(m_session->verifyMetaData("item", m_signer)) << "what failed changed nothing";
-    m_session->setMetaData("item", "{\"a\": 2}");
-    EXPECT_FALSE(m_session->verifyMetaData("item", {})) << "another value needs a new signature";
+    EXPECT_THROW(m_session->metaData().sign("item", {2, {}, {}}), Failure);
+    EXPECT_TRUE(m_session->metaData().verify("item", m_signer)) << "what failed changed nothing";
+    m_session->metaData().set("item", "{\"a\": 2}");
+    EXPECT_FALSE(m_session->metaData().verify("item", {})) << "another value needs a new signature";
     m_session->rollback();
-    EXPECT_TRUE(m_session->verifyMetaData("item", m_signer));
+    EXPECT_TRUE(m_session->metaData().verify("item", m_signer));
 }
 
 TEST_F(History, TakesMessagesUpToTheirLimitAndCommentsBeyondThatOfTitles) {
     m_session->begin("title", "agent", std::string(2 << 20, 'c'), "");
     for (int i = 0; i < 16; ++i)
-        m_session->appendMessage(std::string(1 << 20, 'm'));
-    EXPECT_THROW(m_session->appendMessage("m"), Failure);
+        m_session->changelog().append(std::string(1 << 20, 'm'));
+    EXPECT_THROW(m_session->changelog().append("m"), Failure);
     m_session->rollback();
 }
 

@@ -12,6 +12,10 @@
 
 namespace tarvo::engine::testing {
 
+struct Forger {
+    static void publish(session::Session& session) { session.publish({}, {}); }
+};
+
 // Commits an index that was changed as a whole: the root has everything below it.
 inline void commitIndex(
     const std::string& file,
@@ -19,18 +23,18 @@ inline void commitIndex(
     session::Session session(file, {}, "test");
     session.begin("wrong", "test", "", "");
     session::State& state = session.change();
-    index::Node root = session.rootNode(state);
+    index::Node root = session.blobs().rootNode(state);
     const auto unfold = [&](auto&& self, index::Node& node) -> void {
         if (node.childPage)
-            node.children = *session.pageReader()(node.childPage);
+            node.children = *session.blobs().pageReader()(node.childPage);
         node.childPage = {};
         for (index::Node& child : node.children)
             self(self, child);
     };
     unfold(unfold, root);
     change(session, state, root);
-    state.rootPage = session.container().add(index::encodePage({root}));
-    session.commit();
+    state.rootPage = session.blobs().add(index::encodePage({root}));
+    Forger::publish(session);
 }
 
 // Commits an index of which one leaf was changed.

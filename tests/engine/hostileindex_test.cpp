@@ -171,7 +171,7 @@ TEST_F(HostileIndex, NodesThatAreNoCellsAreNamedAndNeitherFollowedNorChanged) {
             one.change(root);
             if (root.children.empty())
                 return;
-            node->childPage = session.container().add(index::encodePage(node->children));
+            node->childPage = session.blobs().add(index::encodePage(node->children));
             node->children.clear();
         });
         expectFault(Fault::Kind::Index);
@@ -239,7 +239,7 @@ TEST_F(HostileIndex, APageAtManyPlacesIsNoTreeAndEndsEveryWalk) {
                 node.totalCount = points;
                 node.ownCount = page.empty() ? points : 0;
                 if (!page.empty())
-                    node.childPage = session.container().add(index::encodePage(page));
+                    node.childPage = session.blobs().add(index::encodePage(page));
                 page.assign(4, node);
                 for (Node& each : page)
                     each.id = id++;
@@ -269,13 +269,13 @@ TEST_F(HostileIndex, APageThatHoldsLessThanItsNodeTellsIsNotCleanedUp) {
             node.children.pop_back();
             if (!ownPage)
                 return;
-            node.childPage = session.container().add(index::encodePage(node.children));
+            node.childPage = session.blobs().add(index::encodePage(node.children));
             node.children.clear();
         });
         session::Session session(file, {}, "test");
-        const std::uint64_t blobs = session.container().blobCount();
-        EXPECT_TRUE(isDamage(outcomeOf([&] { session.vacuum(); })));
-        EXPECT_EQ(session.container().blobCount(), blobs);
+        const std::uint64_t blobs = session.history().blobCount();
+        EXPECT_TRUE(isDamage(outcomeOf([&] { session.history().vacuum(); })));
+        EXPECT_EQ(session.history().blobCount(), blobs);
     }
 }
 
@@ -327,7 +327,7 @@ TEST_F(HostileIndex, PointsThatAreNotInTheLeavesAreInNoReport) {
 TEST_F(HostileIndex, APageThatTwoNodesHaveIsNamed) {
     commitIndex(file, [](session::Session& session, session::State& state, Node& root) {
         Node& node = inner(root);
-        node.childPage = session.container().add(index::encodePage(node.children));
+        node.childPage = session.blobs().add(index::encodePage(node.children));
         node.children.clear();
         Node twin = node;
         twin.id = state.nextNodeId++;
@@ -369,11 +369,11 @@ TEST_F(HostileIndex, PagesAreForgottenByWhatTheyTakeInMemory) {
         Node leaf = inner(root).children[0];
         for (std::uint32_t i = 0; i < 3; ++i) {
             leaf.revision = i + 1;
-            pages.push_back(session.container().add(index::encodePage(index::Page(5000, leaf))));
+            pages.push_back(session.blobs().add(index::encodePage(index::Page(5000, leaf))));
         }
     });
     session::Session session(file, {16u << 20}, "test");
-    const index::PageReader read = session.pageReader();
+    const index::PageReader read = session.blobs().pageReader();
     const std::weak_ptr<const index::Page> first = read(pages[0]);
     for (const BlobRef& page : pages)
         (void)read(page);
@@ -421,9 +421,9 @@ TEST_F(HostileIndex, DataBehindTheLastBlobIsNamedAndNotDeleted) {
     }
     expectFault(Fault::Kind::Root, "behind the last");
     session::Session session(file, {}, "test");
-    const std::uint64_t blobs = session.container().blobCount();
+    const std::uint64_t blobs = session.history().blobCount();
     EXPECT_TRUE(isDamage(outcomeOf([&] { session.begin("change", "test", "", ""); })));
-    EXPECT_EQ(session.container().blobCount(), blobs);
+    EXPECT_EQ(session.history().blobCount(), blobs);
     EXPECT_EQ(readAll(session).size(), 3500u);
 }
 
@@ -447,7 +447,7 @@ TEST_F(HostileIndex, AHistoryWithoutRoomForAnotherTransactionIsNotContinued) {
     EXPECT_TRUE(isDamage(outcomeOf([&] {
         session::Session session(file, {}, "test");
         session.begin("change", "test", "", "");
-        session.commit();
+        query::commit(session);
     })));
     session::Session session(file, {}, "test");
     EXPECT_EQ(readAll(session).size(), 3500u);

@@ -100,11 +100,11 @@ TEST_F(IndexShape, NamesOfItemsHaveUpTo255Bytes) {
     create(settings(1, 10), {1});
     const std::string longest(255, 'n');
     m_session->begin("item", "test", "", "");
-    m_session->setMetaData(longest, "1");
-    EXPECT_EQ(outcomeOf([&] { m_session->setMetaData(longest + "n", "1"); }).code,
+    m_session->metaData().set(longest, "1");
+    EXPECT_EQ(outcomeOf([&] { m_session->metaData().set(longest + "n", "1"); }).code,
               ErrorCode::Argument);
-    m_session->commit();
-    EXPECT_EQ(session::Session(m_file, {}, "test").metaData(longest), "1");
+    query::commit(*m_session);
+    EXPECT_EQ(session::Session(m_file, {}, "test").metaData().get(longest), "1");
 }
 
 }  // namespace

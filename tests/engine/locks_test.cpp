@@ -41,8 +41,8 @@ protected:
     auto readerFor(int moreSeconds) const {
         return [this, moreSeconds](const auto& pause) {
             session::Session session(m_file, {}, "test");
-            const store::Container::ReadScope scope(session.container());
-            (void)session.rootNode(*session.state());
+            const session::Blobs::Scope scope(session.blobs());
+            (void)session.blobs().rootNode(*session.state());
             pause();
             ::usleep(static_cast<useconds_t>(moreSeconds) * 1'000'000);
             return 0;
@@ -54,8 +54,8 @@ TEST_F(Locks, AreHeldByNoCallThatHasReturned) {
     session::Session session(m_file, {}, "test");
     session.begin("items", "test", "", "");
     for (const char* const name : {"kept", "cut", "lost"})
-        session.setMetaData(name, std::string(500, 'x'));
-    session.commit();
+        session.metaData().set(name, std::string(500, 'x'));
+    query::commit(session);
     const auto blobOf = [&](const char* name) { return session.state()->metaData.at(name).value; };
     const std::string cut = " WHERE id = " + std::to_string(blobOf("cut").blob);
     runSql(m_file, ("UPDATE blob SET data = substr(data, 1, 499)" + cut).c_str());
@@ -63,18 +63,20 @@ TEST_F(Locks, AreHeldByNoCallThatHasReturned) {
 
     const std::string damaged = "The file is damaged: a metadata item";
     const std::pair<std::function<void()>, std::string> calls[] = {
-        {[&] { (void)session.metaData("kept"); }, ""},
-        {[&] { (void)session.metaData("cut"); }, damaged + " does not agree with its checksum."},
-        {[&] { (void)session.metaData("lost"); }, damaged + " is missing."},
+        {[&] { (void)session.metaData().get("kept"); }, ""},
+        {[&] { (void)session.metaData().get("cut"); },
+         damaged + " does not agree with its checksum."},
+        {[&] { (void)session.metaData().get("lost"); }, damaged + " is missing."},
         {[&] { (void)readAll(session); }, ""},
-        {[&] { (void)session.changelog(); }, ""},
-        {[&] { (void)session.transactions(); }, ""},
-        {[&] { (void)session.container().structureFaults(); }, ""},
+        {[&] { (void)session.changelog().text(); }, ""},
+        {[&] { (void)session.history().transactions(); }, ""},
+        {[&] { (void)session.structureFaults(); }, ""},
         {[&] { session.begin("pending", "test", "", ""); }, ""},
-        {[&] { (void)session.metaData("cut"); }, damaged + " does not agree with its checksum."},
-        {[&] { (void)session.metaData("lost"); }, damaged + " is missing."},
-        {[&] { session.setMetaData("new", "1"); }, ""},
-        {[&] { (void)session.metaData("new"); }, ""},
+        {[&] { (void)session.metaData().get("cut"); },
+         damaged + " does not agree with its checksum."},
+        {[&] { (void)session.metaData().get("lost"); }, damaged + " is missing."},
+        {[&] { session.metaData().set("new", "1"); }, ""},
+        {[&] { (void)session.metaData().get("new"); }, ""},
         {[&] { session.rollback(); }, ""},
         {[&] { session.restore(2); }, ""},
         {[&] { session.restore(3); }, ""},
@@ -86,12 +88,12 @@ TEST_F(Locks, AreHeldByNoCallThatHasReturned) {
         EXPECT_FALSE(isRead());
         EXPECT_EQ(writing(), session.pending() ? ErrorCode::Busy : ErrorCode::Internal);
     }
-    store::Container& container = session.container();
+    session::Blobs& blobs = session.blobs();
     {
-        const store::Container::ReadScope outer(container);
+        const session::Blobs::Scope outer(blobs);
         {
-            const store::Container::ReadScope inner(container);
-            (void)container.read(blobOf("kept"), "an item");
+            const session::Blobs::Scope inner(blobs);
+            (void)blobs.read(blobOf("kept"), "an item");
         }
         EXPECT_TRUE(isRead());
     }
@@ -110,7 +112,7 @@ TEST_F(Locks, OfTheWriterKeepOtherProcessesOutUntilItIsDone) {
         pause();
         const bool taken = begin(session).text.empty();
         pause();
-        session.commit();
+        query::commit(session);
         return refused && taken ? 0 : 1;
     });
     other.untilPause();
@@ -147,7 +149,8 @@ TEST_F(Locks, AreNotTakenWhereNothingCanBeWritten) {
         if (readAll(session) != m_before)
             return 2;
         for (const auto& work : std::initializer_list<std::function<void()>>{
-                 [&] { session.begin("x", "test", "", ""); }, [&] { session.vacuum(); }}) {
+                 [&] { session.begin("x", "test", "", ""); },
+                 [&] { session.history().vacuum(); }}) {
             const Outcome outcome = outcomeOf(work);
             if (outcome.code != ErrorCode::File ||
                 outcome.text !=
@@ -170,15 +173,15 @@ TEST_F(Locks, AreThoseOfTheFileWhereverTheProgramsFolderMoves) {
         if (session.hasMoved())
             return 1;
         session.begin("elsewhere", "test", "", "");
-        session.setMetaData("item", "1");
-        session.commit();
+        session.metaData().set("item", "1");
+        query::commit(session);
         session.restore(2);
-        session.vacuum();
+        session.history().vacuum();
         return session.hasMoved() ? 2 : 0;
     });
     EXPECT_EQ(child.wait(), 0);
     session::Session session(m_file, {}, "test");
-    EXPECT_EQ(session.transactions(), (std::vector<std::uint32_t>{1, 2, 3}));
+    EXPECT_EQ(session.history().transactions(), (std::vector<std::uint32_t>{1, 2, 3}));
 }
 
 TEST_F(Locks, AreLookedForUnderEveryNameThatMayHaveAJournal) {
@@ -206,8 +209,8 @@ TEST_F(Locks, AreLookedForUnderEveryNameThatMayHaveAJournal) {
 TEST_F(Locks, OfAWriterThatIsThereForAMomentAreWaitedForAfterOneThatWasNot) {
     session::Session session(m_file, {}, "test");
     session.begin("item", "test", "", "");
-    session.setMetaData("item", "1");
-    session.commit();
+    session.metaData().set("item", "1");
+    query::commit(session);
     OtherProcess other([&](const auto& pause) {
         sqlite3* handle = nullptr;
         sqlite3_open(m_file.c_str(), &handle);
@@ -221,15 +224,16 @@ TEST_F(Locks, OfAWriterThatIsThereForAMomentAreWaitedForAfterOneThatWasNot) {
     });
     other.untilPause();
     session.begin("refused", "test", "", "");
-    session.setMetaData("item", "2");
+    session.metaData().set("item", "2");
     int asked = 0;
-    const Outcome outcome = outcomeOf([&] { session.commit([&](int) { return ++asked < 4; }); });
+    const Outcome outcome =
+        outcomeOf([&] { query::commit(session, [&](int) { return ++asked < 4; }); });
     EXPECT_EQ(outcome.code, ErrorCode::Cancelled) << outcome.text;
     session.rollback();
     other.go();
     other.untilPause();
     other.go();
-    EXPECT_EQ(session.metaData("item"), "1");
+    EXPECT_EQ(session.metaData().get("item"), "1");
 }
 
 // A rollback waits for nobody, and what others then wait for is not given up either.
@@ -281,11 +285,11 @@ TEST_F(Locks, AreWaitedForAsLongAsIsTold) {
     std::thread goesOn([&] {
         session::Session session(m_file, {}, "test");
         session.begin("patient", "test", "", "");
-        session.setMetaData("item", "1");
+        session.metaData().set("item", "1");
         // Longer than the others wait.
         int after = 0;
         patient = outcomeOf([&] {
-            session.commit([&](int percent) {
+            query::commit(session, [&](int percent) {
                 told.push_back(percent);
                 if (refusedIsDone && ++after == 2)
                     readsFirst.go();
@@ -299,7 +303,7 @@ TEST_F(Locks, AreWaitedForAsLongAsIsTold) {
     session::Session session(refused, {}, "test");
     session.begin("impatient", "test", "", "");
     try {
-        session.commit();
+        query::commit(session);
     } catch (const Failure& failure) {
         busy = failure;
     }

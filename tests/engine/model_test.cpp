@@ -124,7 +124,7 @@ private:
     }
 
     std::string betweenTransactions() {
-        const std::vector<std::uint32_t> ids = m_session->transactions();
+        const std::vector<std::uint32_t> ids = m_session->history().transactions();
         const std::uint32_t picked = ids[below(static_cast<std::uint32_t>(ids.size()))];
         switch (below(6)) {
             case 0:
@@ -133,19 +133,19 @@ private:
                 return "restore " + std::to_string(picked);
             case 1:
                 if (picked == ids.front() || picked == m_session->current()) {
-                    EXPECT_THROW(m_session->discard({picked}), Failure);
+                    EXPECT_THROW(m_session->history().discard({picked}), Failure);
                     return "discard refused";
                 }
-                EXPECT_GT(m_session->size({picked}), 0u);
-                m_session->discard({picked});
+                EXPECT_GT(m_session->history().size({picked}), 0u);
+                m_session->history().discard({picked});
                 m_history.erase(picked);
                 return "discard " + std::to_string(picked);
             case 2:
-                m_session->vacuum();
+                m_session->history().vacuum();
                 return "vacuum";
             case 3:
                 if (chance(4)) {
-                    m_session->finalize();
+                    m_session->history().finalize();
                     const std::uint32_t now = m_session->current();
                     std::erase_if(m_history, [&](const auto& entry) {
                         return entry.first != ids.front() && entry.first != now;
@@ -317,21 +317,21 @@ private:
         const std::string name = "item " + std::to_string(below(5));
         if (chance(4)) {
             if (m_now.metaData.erase(name) == 0) {
-                EXPECT_THROW(m_session->removeMetaData(name), Failure);
+                EXPECT_THROW(m_session->metaData().remove(name), Failure);
             } else {
-                m_session->removeMetaData(name);
+                m_session->metaData().remove(name);
                 m_now.signedItems.erase(name);
             }
             return "remove metadata";
         }
         if (chance(3) && m_now.metaData.count(name) > 0) {
             const bool signs = chance(2);
-            m_session->signMetaData(name, signs ? signer : session::Signer());
+            m_session->metaData().sign(name, signs ? signer : session::Signer());
             signs ? void(m_now.signedItems.insert(name)) : void(m_now.signedItems.erase(name));
             return "sign metadata";
         }
         const std::string value = "{\"value\": " + std::to_string(below(1000)) + "}";
-        m_session->setMetaData(name, value);
+        m_session->metaData().set(name, value);
         m_now.metaData[name] = value;
         m_now.signedItems.erase(name);
         return "set metadata";
@@ -454,7 +454,7 @@ private:
     std::string endTransaction(bool keep) {
         if (keep) {
             if (chance(2))
-                m_session->appendMessage("message of step " + std::to_string(m_step));
+                m_session->changelog().append("message of step " + std::to_string(m_step));
             query::commit(*m_session, {}, chance(2) ? signer : session::Signer());
             m_history[m_id] = m_now;
             EXPECT_EQ(m_folder.names(), "a.qrbx ");
@@ -487,7 +487,7 @@ private:
         if (child == 0) {
             session::Session session(m_file, session::OpenSettings{0}, "test");
             session.begin("crash", "test", "", "");
-            session.setMetaData("item 0", "\"crashed\"");
+            session.metaData().set("item 0", "\"crashed\"");
             insert(session, std::vector<Point>(500, Point{1, 2, 3, 4}));
             query::commit(session, [end](int percent) {
                 if (percent >= end)
@@ -583,15 +583,16 @@ private:
             EXPECT_EQ(names.count(name), 1u) << name;
         EXPECT_EQ(state->metaData.size(), m_now.metaData.size());
         for (const auto& [name, value] : m_now.metaData) {
-            EXPECT_EQ(m_session->metaData(name), value);
-            EXPECT_EQ(m_session->verifyMetaData(name, signer), m_now.signedItems.count(name) > 0);
-            EXPECT_EQ(m_session->verifyMetaData(name, {}), m_now.signedItems.count(name) > 0);
+            EXPECT_EQ(m_session->metaData().get(name), value);
+            EXPECT_EQ(m_session->metaData().verify(name, signer),
+                      m_now.signedItems.count(name) > 0);
+            EXPECT_EQ(m_session->metaData().verify(name, {}), m_now.signedItems.count(name) > 0);
         }
         if (!m_session->pending()) {
             std::vector<std::uint32_t> kept;
             for (const auto& [id, then] : m_history)
                 kept.push_back(id);
-            EXPECT_EQ(m_session->transactions(), kept);
+            EXPECT_EQ(m_session->history().transactions(), kept);
         }
     }
 

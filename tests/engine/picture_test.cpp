@@ -52,7 +52,7 @@ protected:
                 query.bind("tarvo.rgba[" + std::to_string(e) + "]", QRB_DATA_TYPE_DOUBLE,
                            &colours[0][e], sizeof colours[0]);
         query.next(static_cast<std::uint32_t>(places.size()));
-        m_session->commit();
+        query::commit(*m_session);
     }
     Picture draw(std::uint64_t step = 1) {
         std::optional<Picture> picture =

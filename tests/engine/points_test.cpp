@@ -121,7 +121,7 @@ void runModel(std::uint32_t seed, std::uint32_t chunkMode, std::uint32_t chunkSi
         if (cloud.below(4) == 0) {
             session->rollback();
         } else {
-            session->commit();
+            query::commit(*session);
             model = std::move(pending);
             nextId = pendingId;
         }
@@ -163,7 +163,7 @@ TEST(Points, ThatDoNotFitTheCacheAreSortedThroughFiles) {
         for (const Point& point : points)
             model.emplace(model.size() + 1, point);
     }
-    session.commit();
+    query::commit(session);
     EXPECT_EQ(readAll(session), model);
     EXPECT_EQ(folder.entries(), 1u);
 }
@@ -183,7 +183,7 @@ TEST(Points, OutOfRangeAreRefusedAsAWholeAndNamed) {
         EXPECT_NE(std::string(failure.what()).find("xyz"), std::string::npos) << failure.what();
         EXPECT_NE(std::string(failure.what()).find("1000.5"), std::string::npos) << failure.what();
     }
-    session.commit();
+    query::commit(session);
     EXPECT_EQ(readAll(session), (Points{{1, {1, 2, 3, 4}}}));
 }
 
@@ -248,7 +248,7 @@ TEST(Attributes, AddedLaterReadTheirDefaultInOldPointsAndTheirValuesInNewOnes) {
         query.bind("quality", QRB_DATA_TYPE_UINT8, values.data(), 1);
         query.next(300);
     }
-    session.commit();
+    query::commit(session);
     EXPECT_EQ(countOf(session, "quality == 7"), 500u);
     EXPECT_EQ(countOf(session, "quality == 3"), 300u);
     std::uint8_t extremes[2];
@@ -262,7 +262,7 @@ TEST(Attributes, AddedLaterReadTheirDefaultInOldPointsAndTheirValuesInNewOnes) {
     query::removeAttribute(session, "quality");
     EXPECT_THROW(query::removeAttribute(session, "xyz"), Failure);
     EXPECT_THROW(query::removeAttribute(session, "tarvo.id"), Failure);
-    session.commit();
+    query::commit(session);
     EXPECT_THROW(countOf(session, "quality == 7"), Failure);
     EXPECT_EQ(countOf(session, ""), 800u);
 }

@@ -100,8 +100,8 @@ protected:
     std::vector<index::Node> nodes() {
         std::vector<index::Node> result;
         const auto state = session->state();
-        const index::Node root = session->rootNode(*state);
-        for (index::TreeCursor at(root, session->pageReader()); at.node(); at.enter())
+        const index::Node root = session->blobs().rootNode(*state);
+        for (index::TreeCursor at(root, session->blobs().pageReader()); at.node(); at.enter())
             if (at.node()->id != root.id)
                 result.push_back(*at.node());
         return result;
@@ -114,7 +114,7 @@ protected:
                 EXPECT_GE(state->attributes.findUid(data.uid), 0) << node.id;
     }
     std::string lastEntry() {
-        const std::string text = session->changelog();
+        const std::string text = session->changelog().text();
         return text.substr(text.rfind("[#"));
     }
     void expectSound() {

@@ -206,7 +206,7 @@ TEST_F(QueryNodes, AnIndexWithoutHitsIsItsRoot) {
     EXPECT_EQ(root.id, 1u);
     EXPECT_EQ(root.revision, 2u);
     EXPECT_EQ(root.totalCount, 300u);
-    EXPECT_EQ(root.ownCount, session->rootNode(*session->state()).ownCount);
+    EXPECT_EQ(root.ownCount, session->blobs().rootNode(*session->state()).ownCount);
     EXPECT_TRUE(root.children.empty());
 }
 
@@ -317,7 +317,7 @@ TEST_F(QueryNodes, AttributesAreStoredByTheirOwnOptions) {
     for (const index::Node& leaf : nodes())
         for (std::size_t a = 2; leaf.isLeaf() && a < state->attributes.size(); ++a) {
             const BlobRef& block = leaf.find(state->attributes[a].uid)->elements[0].block;
-            codecs.push_back(session->container().read(block, "a block")[0]);
+            codecs.push_back(session->blobs().read(block, "a block")[0]);
         }
     ASSERT_EQ(codecs.size(), 4u);
     // Delta, shuffle, both; see engine/codec/codec.h.

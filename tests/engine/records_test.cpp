@@ -21,7 +21,7 @@ protected:
     // The lines of an entry that its record tells.
     std::string head(session::Session& session, std::uint32_t id, const std::string& title,
                      const std::string& agent) const {
-        const session::TransactionRecord record = session.details(id);
+        const session::TransactionRecord record = session.history().details(id);
         return "[#" + std::to_string(id) + "] " + title + "\nAgent: " + agent +
                "\nLibrary: " + session::libraryVersion() + " test\nStart: " + record.start +
                "\nStop: " + record.stop + "\n";
@@ -32,13 +32,13 @@ TEST_F(TransactionRecords, AreTheWholeChangelogOfWhatWasDone) {
     session::Session session(m_file, {}, "test");
     const session::Signer signer{1, {7}, {}};
     session.begin("  two\nlines \n", "an\r\nagent", "a comment\n[#9] of lines\n \n", "{}");
-    session.setMetaData("item", "one");
-    session.setMetaData("other", "one");
-    session.signMetaData("item", signer);
-    session.appendMessage(" said\n");
+    session.metaData().set("item", "one");
+    session.metaData().set("other", "one");
+    session.metaData().sign("item", signer);
+    session.changelog().append(" said\n");
     session.setLevelOfDetail(2, 0);
-    session.importChangelog("[#1] Older\n");
-    const session::TransactionRecord pending = session.details(3);
+    session.changelog().import("[#1] Older\n");
+    const session::TransactionRecord pending = session.history().details(3);
     EXPECT_EQ(pending.id, 3u);
     EXPECT_EQ(pending.stop, "");
     EXPECT_EQ(pending.agent, "an\r\nagent");
@@ -46,16 +46,16 @@ TEST_F(TransactionRecords, AreTheWholeChangelogOfWhatWasDone) {
     query::commit(session);
 
     session.begin("again", "agent", "", "");
-    session.setMetaData("item", "two");
-    session.setMetaData("other", "one");
+    session.metaData().set("item", "two");
+    session.metaData().set("other", "one");
     session.setLevelOfDetail(1, 0);
     query::commit(session);
     session.begin("signed", "agent", "", "");
     session.setLevelOfDetail(1, 9);
-    session.signMetaData("other", signer);
+    session.metaData().sign("other", signer);
     query::commit(session, {}, signer);
 
-    EXPECT_EQ(session.details(1).agent, session::libraryVersion());
+    EXPECT_EQ(session.history().details(1).agent, session::libraryVersion());
     const std::string creation = head(session, 1, "Database creation", session::libraryVersion()) +
                                  "Point attributes: added xyz, tarvo.id, amplitude\n";
     const std::string points =
@@ -74,15 +74,15 @@ TEST_F(TransactionRecords, AreTheWholeChangelogOfWhatWasDone) {
                               "Level of detail: thinout, size 9\n";
     const std::string signature =
         session::makeSignature(signer, {"changelog entry", {}, fifth, ""});
-    EXPECT_EQ(session.changelog(), "[#1] Older\n\n" + creation + "\n" + points + "\n" + third +
-                                       "\n" + fourth + "\n" + fifth + "Signature: " + signature +
-                                       "\n");
+    EXPECT_EQ(session.changelog().text(), "[#1] Older\n\n" + creation + "\n" + points + "\n" +
+                                              third + "\n" + fourth + "\n" + fifth +
+                                              "Signature: " + signature + "\n");
     // What begins does so from the state that is current, whatever came after that.
     session.restore(2);
     session.begin("aside", "agent", "", "");
-    session.commit();
-    EXPECT_EQ(session::stateFromRoot(session.container().root(6)).parent, 2u);
-    EXPECT_EQ(session::stateFromRoot(session.container().root(5)).parent, 4u);
+    query::commit(session);
+    EXPECT_EQ(session::stateFromRoot(session.history().root(6)).parent, 2u);
+    EXPECT_EQ(session::stateFromRoot(session.history().root(5)).parent, 4u);
     EXPECT_EQ(session.current(), 6u);
 }
 
@@ -91,11 +91,12 @@ TEST_F(TransactionRecords, HaveTextsUpToTheirLimits) {
     const std::string title(megabyte, 't');
     const std::string text(16 * megabyte, 'c');
     EXPECT_EQ(session.begin(title, title, text, text), 3u);
-    session.appendMessage(title);
-    EXPECT_EQ(outcomeOf([&] { session.appendMessage(title + "t"); }).text,
+    session.changelog().append(title);
+    EXPECT_EQ(outcomeOf([&] { session.changelog().append(title + "t"); }).text,
               "The message is too long.");
     for (const char* const blank : {"", " ", "\t", "\r\n", " \n\t\r"})
-        EXPECT_EQ(outcomeOf([&] { session.appendMessage(blank); }).text, "The message is empty.");
+        EXPECT_EQ(outcomeOf([&] { session.changelog().append(blank); }).text,
+                  "The message is empty.");
     session.rollback();
     const auto refusal = [](const char* what, std::size_t most) {
         return std::string(what) + " of a transaction has at most " + std::to_string(most) +
@@ -119,25 +120,25 @@ TEST_F(TransactionRecords, WhosePendingOneRefusesWhatWouldChangeTheOthers) {
     session.begin("pending", "test", "", "");
     for (const auto& work : std::initializer_list<std::function<void()>>{
              [&] { session.begin("second", "test", "", ""); }, [&] { session.restore(1); },
-             [&] { session.discard({1}); }, [&] { session.finalize(); },
-             [&] { session.vacuum(); }}) {
+             [&] { session.history().discard({1}); }, [&] { session.history().finalize(); },
+             [&] { session.history().vacuum(); }}) {
         const Outcome outcome = outcomeOf(work);
         EXPECT_EQ(outcome.code, ErrorCode::State);
         EXPECT_EQ(outcome.text, "A transaction is pending.");
     }
-    session.commit();
+    query::commit(session);
     session.begin("fourth", "test", "", "");
-    session.commit();
+    query::commit(session);
     const auto discard = [&](std::uint32_t id) {
-        return outcomeOf([&] { session.discard({3, id}); }).text;
+        return outcomeOf([&] { session.history().discard({3, id}); }).text;
     };
     EXPECT_EQ(discard(1), "Transaction 1 can't be discarded: it is the first one.");
     EXPECT_EQ(discard(4), "Transaction 4 can't be discarded: it is the current one.");
     EXPECT_EQ(discard(9), "The database has no transaction 9.");
     EXPECT_EQ(discard(3), "The database has no transaction 3.");
-    EXPECT_EQ(session.transactions(), (std::vector<std::uint32_t>{1, 2, 3, 4}));
-    session.finalize();
-    EXPECT_EQ(session.transactions(), (std::vector<std::uint32_t>{1, 4}));
+    EXPECT_EQ(session.history().transactions(), (std::vector<std::uint32_t>{1, 2, 3, 4}));
+    session.history().finalize();
+    EXPECT_EQ(session.history().transactions(), (std::vector<std::uint32_t>{1, 4}));
 }
 
 // One that can't be read doesn't take the place of one that can.
@@ -145,7 +146,7 @@ TEST_F(TransactionRecords, ThatAreDamagedAreNotRestored) {
     session::Session session(m_file, {}, "test");
     session.begin("attribute", "test", "", "");
     session.addAttribute(record("more", 0, 9));
-    session.commit();
+    query::commit(session);
     const BlobRef table = session.state()->attributesBlob;
     session.restore(2);
     runSql(m_file, ("UPDATE blob SET data = zeroblob(length(data)) WHERE id = " +
@@ -163,19 +164,19 @@ TEST_F(TransactionRecords, ThatAreDamagedAreNotRestored) {
 TEST_F(TransactionRecords, OfWhichDataIsMissingAreNotCleanedUp) {
     session::Session session(m_file, {}, "test");
     session.begin("item", "test", "", "");
-    session.setMetaData("item", "1");
-    session.commit();
+    session.metaData().set("item", "1");
+    query::commit(session);
     const BlobRef value = session.state()->metaData.at("item").value;
     runSql(m_file, ("INSERT INTO blob VALUES(5000, x'01'); DELETE FROM blob WHERE id = " +
                     std::to_string(value.blob))
                        .c_str());
-    const std::uint64_t blobs = session.container().blobCount();
-    const Outcome outcome = outcomeOf([&] { session.vacuum(); });
+    const std::uint64_t blobs = session.history().blobCount();
+    const Outcome outcome = outcomeOf([&] { session.history().vacuum(); });
     EXPECT_EQ(outcome.code, ErrorCode::Damaged);
     EXPECT_EQ(outcome.text,
               "The file is damaged: data of a transaction that is kept is missing. "
               "Nothing was removed.");
-    EXPECT_EQ(session.container().blobCount(), blobs);
+    EXPECT_EQ(session.history().blobCount(), blobs);
 }
 
 TEST_F(TransactionRecords, TellHowFarTheirWorkHasComeFromTheBeginToTheEnd) {
@@ -199,18 +200,19 @@ TEST_F(TransactionRecords, TellHowFarTheirWorkHasComeFromTheBeginToTheEnd) {
     };
     session.begin("points", "test", "", "");
     insert(session, somePoints(20'000, 3));
-    const Outcome cancelled = outcomeOf([&] { session.commit(stop); });
+    const Outcome cancelled = outcomeOf([&] { query::commit(session, stop); });
     EXPECT_EQ(cancelled.text, "The commit was cancelled.");
     EXPECT_EQ(told, std::vector<int>{0});
     told.clear();
-    session.commit(note);
+    query::commit(session, note);
     expectWhole("a commit");
     session.restore(2);
-    session.discard({3});
-    EXPECT_EQ(outcomeOf([&] { session.vacuum(stop); }).text, "The clean-up was cancelled.");
+    session.history().discard({3});
+    EXPECT_EQ(outcomeOf([&] { session.history().vacuum(stop); }).text,
+              "The clean-up was cancelled.");
     EXPECT_EQ(told, std::vector<int>{0});
     told.clear();
-    session.vacuum(note);
+    session.history().vacuum(note);
     expectWhole("a clean-up");
     expectUnchanged();
 }
@@ -218,24 +220,25 @@ TEST_F(TransactionRecords, TellHowFarTheirWorkHasComeFromTheBeginToTheEnd) {
 TEST_F(TransactionRecords, TellTheBytesThatAreTheirsAlone) {
     session::Session session(m_file, {}, "test");
     session.begin("items", "test", "", "");
-    session.setMetaData("large", std::string(5000, 'x'));
-    session.setMetaData("small", "1");
-    session.commit();
+    session.metaData().set("large", std::string(5000, 'x'));
+    session.metaData().set("small", "1");
+    query::commit(session);
     session.restore(2);
     store::Connection connection(m_file, SQLITE_OPEN_READONLY);
     const std::string own = "SELECT sum(length(data)) FROM blob WHERE id > " +
                             std::to_string(store::readLastBlob(connection, 2));
-    EXPECT_EQ(session.size({3}), static_cast<std::uint64_t>(connection.pragma(own.c_str())) +
-                                     store::readRoot(connection, 3).size());
+    EXPECT_EQ(session.history().size({3}),
+              static_cast<std::uint64_t>(connection.pragma(own.c_str())) +
+                  store::readRoot(connection, 3).size());
 }
 
 // From the file, whatever is remembered of it.
 TEST_F(TransactionRecords, AreReadAnewBehindAClearedCache) {
     session::Session session(m_file, {}, "test");
     (void)readAll(session);
-    const index::Node root = session.rootNode(*session.state());
+    const index::Node root = session.blobs().rootNode(*session.state());
     BlobRef block;
-    for (index::TreeCursor at(root, session.pageReader()); at.node() && !block; at.enter())
+    for (index::TreeCursor at(root, session.blobs().pageReader()); at.node() && !block; at.enter())
         if (at.node()->isLeaf())
             block = at.node()->attributes.at(0).elements.at(0).block;
     ASSERT_TRUE(block);
@@ -243,7 +246,7 @@ TEST_F(TransactionRecords, AreReadAnewBehindAClearedCache) {
                     std::to_string(block.blob))
                        .c_str());
     EXPECT_EQ(readAll(session), m_before);
-    session.clearCache();
+    session.blobs().forget();
     EXPECT_EQ(outcomeOf([&] { (void)readAll(session); }).code, ErrorCode::Damaged);
 }
 

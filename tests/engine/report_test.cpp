@@ -95,8 +95,8 @@ protected:
         create();
         session->begin(hostile, hostile, hostile, "");
         insertSightings(sightings(1000));
-        session->setMetaData(hostile, "{}");
-        session->commit();
+        session->metaData().set(hostile, "{}");
+        query::commit(*session);
     }
 
     TemporaryFolder folder;
@@ -220,7 +220,7 @@ TEST_F(ReportTest, JsonAgreesWithThePoints) {
     std::uint64_t parts = 0;
     for (const auto& part : json["storage"].GetObject())
         parts += part.value.GetUint64();
-    EXPECT_EQ(parts, session->container().size());
+    EXPECT_EQ(parts, session->fileSize());
 
     // Doubles would round these.
     EXPECT_EQ((*attributes.at("stamp"))["maximum"][0].GetUint64(), (std::uint64_t(1) << 63) + 999);
@@ -338,7 +338,7 @@ TEST_F(ReportTest, ElementsWithoutValidValuesAreCountedAsInvalid) {
         point.kind = point.kind == 99 ? 99 : 2;  // one value, but not of all
     }
     insertSightings(points);
-    session->commit();
+    query::commit(*session);
     const std::vector<CsvRow> rows = csvOf(report(4));
     EXPECT_EQ(sums(rows, "invalid").at("height,0"), 50u);
     EXPECT_EQ(sums(rows, "0").count("height,0"), 0u);
@@ -360,7 +360,7 @@ TEST_F(ReportTest, APrimaryAttributeOfOneDimensionHasNoPicture) {
     query::InsertQuery query(*session);
     query.bind("amplitude", QRB_DATA_TYPE_UINT16, amplitudes.data(), sizeof amplitudes[0]);
     query.next(500);
-    session->commit();
+    query::commit(*session);
     const std::string html = report(3);
     EXPECT_TRUE(isWellFormed(html));
     EXPECT_EQ(html.find("Seen from above"), std::string::npos);
@@ -402,7 +402,7 @@ TEST_F(ReportTest, LevelOfDetailPointsAreNoPointsOfTheFile) {
     session->begin("detail", "test", "", "");
     session->setLevelOfDetail(1, 20);
     query::updateLevelOfDetail(*session, {});
-    session->commit();
+    query::commit(*session);
     const rapidjson::Document json = parseJson(report(2), "the report");
     EXPECT_EQ(json["points"].GetUint64(), 1000u);
     EXPECT_GT(json["level_of_detail"]["points"].GetUint64(), 0u);
@@ -465,7 +465,7 @@ TEST_F(ReportTest, ThePictureShowsTheCloudFromAbove) {
     session->begin("points", "test", "", "");
     // Low at the lower left, high at the upper right, nothing elsewhere.
     insertSightings({{{0, 0, 0}, 1, 0, 0}, {{100, 50, 80}, 1, 0, 0}});
-    session->commit();
+    query::commit(*session);
     const Decoded picture = firstPicture(report(3));
     EXPECT_EQ(picture.width, 480u);
     EXPECT_NEAR(picture.height, 240, 2);
@@ -493,7 +493,7 @@ TEST_F(ReportTest, ThePictureTakesTheColoursOfThePoints) {
     query.bind("xyz", QRB_DATA_TYPE_DOUBLE, &points[0].x, sizeof(Point));
     query.bind("tarvo.rgba", QRB_DATA_TYPE_UINT16, const_cast<std::uint16_t*>(rgba.data()), 8);
     query.next(3);
-    session->commit();
+    query::commit(*session);
     const std::string html = report(3);
     EXPECT_NE(html.find("In the colours of the points"), std::string::npos);
     const Decoded picture = firstPicture(html);

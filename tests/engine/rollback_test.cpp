@@ -18,11 +18,11 @@ protected:
     static void addBatch(session::Session& session) {
         const Bytes blob = noise(megabyte, 1);
         for (int i = 0; i < 20; ++i)
-            session.container().add(blob);
+            session.blobs().add(blob);
     }
     std::uint64_t blobsInFile() const {
         session::Session session(m_file, {}, "test");
-        return session.container().blobCount();
+        return session.history().blobCount();
     }
     std::string bytes() const {
         std::ifstream stream(m_file, std::ios::binary);
@@ -77,12 +77,12 @@ TEST_F(Rollback, OfASmallTransactionDoesNotTouchTheFile) {
         session::Session session(m_file, {}, "test");
         session.begin("small", "test", "", "");
         insert(session, somePoints(500, 7));
-        session.setMetaData("item", "1");
+        session.metaData().set("item", "1");
         session.addAttribute(record("later", 0, 3));
         EXPECT_EQ(readAll(session).size(), m_before.size() + 500);
         session.rollback();
         EXPECT_EQ(readAll(session), m_before);
-        EXPECT_THROW(session.metaData("item"), Failure);
+        EXPECT_THROW(session.metaData().get("item"), Failure);
         EXPECT_THROW(countOf(session, "later == 0"), Failure);
     }
     EXPECT_TRUE(bytes() == before);
@@ -105,7 +105,7 @@ TEST_F(Rollback, ThatCouldNotDeleteItsBlobsLeavesThemToTheNextWriter) {
         EXPECT_GT(report::check(session).unreached, 15u);
         session.begin("next", "test", "", "");
         if (commits) {
-            session.commit();
+            query::commit(session);
             EXPECT_EQ(report::check(session).unreached, 0u);
             store::Connection connection(m_file, SQLITE_OPEN_READONLY);
             EXPECT_EQ(connection.pragma("SELECT count(*) FROM info"), 2);
@@ -126,7 +126,7 @@ TEST_F(Rollback, ThenACommitHoldsOnlyWhatWasDoneAfterIt) {
     commitPoints(session, somePoints(100, 4));
     EXPECT_EQ(readAll(session).size(), m_before.size() + 100);
     EXPECT_EQ(report::check(session).unreached, 0u);
-    EXPECT_EQ(session.changelog().find("given up"), std::string::npos);
+    EXPECT_EQ(session.changelog().text().find("given up"), std::string::npos);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 // behind the library's back.
 #pragma once
 
+#include "engine/query/commit.h"
 #include "tests/engine/database.h"
 
 #include <gtest/gtest.h>
@@ -100,9 +101,9 @@ protected:
         session::Session session(m_file, {}, "test");
         EXPECT_EQ(readAll(session), m_before);
         session.begin("probe", "test", "", "");
-        session.setMetaData("probe", "1");
-        session.commit();
-        EXPECT_EQ(session.metaData("probe"), "1");
+        session.metaData().set("probe", "1");
+        query::commit(session);
+        EXPECT_EQ(session.metaData().get("probe"), "1");
     }
 
     TemporaryFolder m_folder;

@@ -28,7 +28,7 @@ TEST_F(Store, HasOneWriterByWhateverNameTheFileGoes) {
     for (const std::string& name : {m_file, link, hard}) {
         session::Session second(name, {}, "test");
         EXPECT_EQ(outcomeOf([&] { second.begin("second", "test", "", ""); }).code, ErrorCode::Busy);
-        EXPECT_EQ(outcomeOf([&] { second.vacuum(); }).code, ErrorCode::Busy);
+        EXPECT_EQ(outcomeOf([&] { second.history().vacuum(); }).code, ErrorCode::Busy);
         EXPECT_EQ(outcomeOf([&] { second.restore(1); }).code, ErrorCode::Busy);
         OtherProcess other([&](const auto&) {
             session::Session third(name, {}, "test");
@@ -45,7 +45,7 @@ TEST_F(Store, HasOneWriterByWhateverNameTheFileGoes) {
                                                                                                 : 1;
     });
     EXPECT_EQ(late.wait(), 0);
-    writer.commit();
+    query::commit(writer);
     session::Session second(hard, {}, "test");
     commitPoints(second, somePoints(50, 3));
     EXPECT_EQ(readAll(writer).size(), m_before.size() + 150);
@@ -60,7 +60,7 @@ TEST_F(Store, IsRepairedUnderTheNameThatAKilledWriterKnew) {
     ASSERT_TRUE(std::filesystem::exists(other + "-journal"));
     for (const auto& use : std::initializer_list<std::function<void()>>{
              [&] { session::Session(m_file, {}, "test"); },
-             [&] { opened.begin("x", "test", "", ""); }, [&] { opened.vacuum(); }}) {
+             [&] { opened.begin("x", "test", "", ""); }, [&] { opened.history().vacuum(); }}) {
         const Outcome outcome = outcomeOf(use);
         EXPECT_EQ(outcome.code, ErrorCode::State) << outcome.text;
         EXPECT_NE(outcome.text.find("b.qrbx"), std::string::npos) << outcome.text;
@@ -116,13 +116,13 @@ TEST_F(Store, FailsAWriterBesideWhomTheHistoryChanged) {
     session::Session(copy, {}, "test").restore(1);
     session::Session session(m_file, {}, "test");
     session.begin("late", "test", "", "");
-    session.setMetaData("late", "1");
+    session.metaData().set("late", "1");
     // What another machine did, on a disk that does not carry locks.
     runSql(m_file, ("ATTACH '" + copy +
                     "' AS other; UPDATE info SET (value, checksum) = (SELECT value, checksum FROM "
                     "other.info WHERE name = 'history') WHERE name = 'history'")
                        .c_str());
-    const Outcome outcome = outcomeOf([&] { session.commit(); });
+    const Outcome outcome = outcomeOf([&] { query::commit(session); });
     EXPECT_EQ(outcome.code, ErrorCode::State) << outcome.text;
     session.rollback();
     EXPECT_EQ(session.current(), 1u);
@@ -153,8 +153,8 @@ TEST_F(Store, FailsAWriterBesideWhomAnotherCommitted) {
     {
         session::Session other(copy, {}, "test");
         other.begin("other", "test", "", "");
-        other.setMetaData("theirs", "1");
-        other.commit();
+        other.metaData().set("theirs", "1");
+        query::commit(other);
     }
     const std::string theirs = "ATTACH '" + copy +
                                "' AS other; INSERT OR REPLACE INTO info SELECT * FROM other.info; "
@@ -167,14 +167,14 @@ TEST_F(Store, FailsAWriterBesideWhomAnotherCommitted) {
         session::Session session(m_file, {}, "test");
         session.begin("late", "test", "", "");
         for (int i = 0; i < megabytes; ++i)
-            session.setMetaData("mine", std::string(megabyte, 'm'));
+            session.metaData().set("mine", std::string(megabyte, 'm'));
         runSql(m_file, theirs.c_str());
-        EXPECT_EQ(outcomeOf([&] { session.commit(); }).code, ErrorCode::State);
+        EXPECT_EQ(outcomeOf([&] { query::commit(session); }).code, ErrorCode::State);
         EXPECT_TRUE(session.pending());
         // Where a writer has nothing in the file, nothing is changed there.
         if (megabytes == 1) {
             session.rollback();
-            EXPECT_EQ(session.metaData("theirs"), "1");
+            EXPECT_EQ(session.metaData().get("theirs"), "1");
             EXPECT_EQ(session.current(), 3u);
         }
     }
@@ -185,11 +185,11 @@ TEST_F(Store, CleansUpNothingBesideAWriterThatNoLockKeptOut) {
     std::filesystem::copy_file(m_file, copy);
     session::Session session(m_file, {}, "test");
     session.restore(1);
-    session.discard({2});
+    session.history().discard({2});
     // While the clean-up looks what is wanted, another machine commits what it had not seen.
     bool changed = false;
     const Outcome outcome = outcomeOf([&] {
-        session.vacuum([&](int percent) {
+        session.history().vacuum([&](int percent) {
             if (percent == 0 && !changed) {
                 changed = true;
                 runSql(m_file,
@@ -225,13 +225,13 @@ TEST_F(Store, TellsOfAStateThatVanishedAndLosesNoDataOfIt) {
         const auto size = std::filesystem::file_size(damaged);
         EXPECT_EQ(outcomeOf([&] {
                       session::Session session(damaged, {}, "test");
-                      (void)session.transactions();
+                      (void)session.history().transactions();
                   }).code,
                   ErrorCode::Damaged)
             << damage;
         EXPECT_EQ(outcomeOf([&] {
                       session::Session session(damaged, {}, "test");
-                      session.vacuum();
+                      session.history().vacuum();
                   }).code,
                   ErrorCode::Damaged)
             << damage;
@@ -241,9 +241,9 @@ TEST_F(Store, TellsOfAStateThatVanishedAndLosesNoDataOfIt) {
     std::filesystem::copy_file(m_file, damaged, std::filesystem::copy_options::overwrite_existing);
     runSql(damaged, "UPDATE blob SET id = id + 4096 WHERE id = 3");
     session::Session session(damaged, {}, "test");
-    EXPECT_EQ(outcomeOf([&] { session.vacuum(); }).code, ErrorCode::Damaged);
+    EXPECT_EQ(outcomeOf([&] { session.history().vacuum(); }).code, ErrorCode::Damaged);
     runSql(damaged, "UPDATE blob SET id = 3 WHERE id = 4099");
-    session.vacuum();
+    session.history().vacuum();
     EXPECT_EQ(readAll(session).size(), m_before.size() + 300);
 }
 
@@ -256,8 +256,8 @@ TEST_F(Store, TellsAQueryThatItsStateWasDiscarded) {
     {
         session::Session other(m_file, {}, "test");
         other.restore(1);
-        other.discard({2});
-        other.vacuum();
+        other.history().discard({2});
+        other.history().vacuum();
     }
     Outcome outcome;
     for (int i = 0; i < 2000 && outcome.text.empty(); ++i)
@@ -302,7 +302,7 @@ TEST_F(Store, RefusesToChangeAFileThatMovedAwayAndGoesOnWhenItIsBack) {
     EXPECT_TRUE(session.hasMoved());
     for (const auto& change : std::initializer_list<std::function<void()>>{
              [&] { session.begin("x", "test", "", ""); }, [&] { session.restore(1); },
-             [&] { session.vacuum(); }, [&] { session.finalize(); }})
+             [&] { session.history().vacuum(); }, [&] { session.history().finalize(); }})
         EXPECT_EQ(outcomeOf(change).code, ErrorCode::State);
     EXPECT_EQ(readAll(session), m_before);  // of the file that was opened
     std::filesystem::rename(m_file, other);
@@ -312,14 +312,14 @@ TEST_F(Store, RefusesToChangeAFileThatMovedAwayAndGoesOnWhenItIsBack) {
     session.begin("moved meanwhile", "test", "", "");
     insert(session, somePoints(100, 9));
     std::filesystem::rename(m_file, away);
-    const Outcome outcome = outcomeOf([&] { session.commit(); });
+    const Outcome outcome = outcomeOf([&] { query::commit(session); });
     EXPECT_EQ(outcome.code, ErrorCode::State) << outcome.text;
     EXPECT_TRUE(session.pending());
     std::filesystem::rename(away, m_file);
-    session.commit();
+    query::commit(session);
     EXPECT_EQ(readAll(session).size(), m_before.size() + 100);
     // Tried twice, it is one transaction in the changelog.
-    const std::string log = session.changelog();
+    const std::string log = session.changelog().text();
     EXPECT_EQ(log.find("[#3] moved meanwhile"), log.rfind("[#3]")) << log;
 }
 
@@ -344,15 +344,15 @@ TEST_F(Store, RefusesToChangeAFileThatWasOverwrittenByAnotherDatabase) {
         EXPECT_EQ(outcomeOf([&] { (void)session.state(); }).code, ErrorCode::State);
         const Outcome outcome = outcomeOf([&] { session.begin("x", "test", "", ""); });
         EXPECT_EQ(outcome.code, ErrorCode::State) << outcome.text;
-        EXPECT_EQ(outcomeOf([&] { session.vacuum(); }).code, ErrorCode::State);
+        EXPECT_EQ(outcomeOf([&] { session.history().vacuum(); }).code, ErrorCode::State);
     }
     overwrite(backup);
     {
         session::Session session(m_file, {}, "test");
         session.begin("x", "test", "", "");
-        session.setMetaData("x", "1");
+        session.metaData().set("x", "1");
         overwrite(other);
-        EXPECT_EQ(outcomeOf([&] { session.commit(); }).code, ErrorCode::State);
+        EXPECT_EQ(outcomeOf([&] { query::commit(session); }).code, ErrorCode::State);
         session.rollback();
     }
     {
@@ -364,12 +364,12 @@ TEST_F(Store, RefusesToChangeAFileThatWasOverwrittenByAnotherDatabase) {
     {
         session::Session session(m_file, {}, "test");
         session.begin("x", "test", "", "");
-        session.setMetaData("x", "1");
+        session.metaData().set("x", "1");
         {
             store::Connection connection(m_file, SQLITE_OPEN_READWRITE);
             store::putInfo(connection, "identity", store::getInfo(connection, "identity") + " ");
         }
-        EXPECT_EQ(outcomeOf([&] { session.commit(); }).text,
+        EXPECT_EQ(outcomeOf([&] { query::commit(session); }).text,
                   "The file holds another database than when it was opened.");
         session.rollback();
         EXPECT_EQ(store::Container(m_file).current(), 2u);
@@ -405,7 +405,7 @@ TEST_F(Store, IsChangedBesideItsOwnScan) {
     const std::uint32_t kept = session.current();
     const Points truth = readAll(session);
     for (int round = 0; round < 40; ++round) {
-        session.clearCache();
+        session.blobs().forget();
         query::SelectQuery query(session, {}, "amplitude < 8000");
         Point point[100];
         query.bind("xyz", QRB_DATA_TYPE_DOUBLE, &point[0].x, sizeof(Point));
@@ -415,14 +415,14 @@ TEST_F(Store, IsChangedBesideItsOwnScan) {
         if (round % 2 == 0) {
             session.rollback();
         } else {
-            session.setMetaData("round", std::to_string(round));
-            session.commit();
+            session.metaData().set("round", std::to_string(round));
+            query::commit(session);
         }
         (void)query.next(100);
         session.restore(kept);
         (void)query.next(100);
-        session.finalize();
-        session.vacuum();
+        session.history().finalize();
+        session.history().vacuum();
         (void)query.next(100);
     }
     EXPECT_EQ(readAll(session), truth);
@@ -435,14 +435,14 @@ TEST_F(Store, HasACurrentStateWhateverIsRestoredAndDiscardedAtOnce) {
     const auto tries = [](session::Session& session, bool restores) {
         for (int i = 0; i < 40; ++i) {
             const Outcome outcome = outcomeOf([&] {
-                const std::vector<std::uint32_t> ids = session.transactions();
+                const std::vector<std::uint32_t> ids = session.history().transactions();
                 if (restores) {
                     session.restore(ids.back());
                 } else {
                     session.begin("new", "test", "", "");
-                    session.commit();
+                    query::commit(session);
                     session.restore(1);
-                    session.discard({session.transactions().back()});
+                    session.history().discard({session.history().transactions().back()});
                 }
             });
             if (outcome.code == ErrorCode::Damaged)
@@ -476,8 +476,8 @@ TEST_F(Store, IsOpenedBesideAWriterUnderItsOtherName) {
 TEST_F(Store, IsReadOnceAWriterOfAMomentIsDone) {
     session::Session former(m_file, {}, "test");
     former.begin("item", "test", "", "");
-    former.setMetaData("item", "1");
-    former.commit();
+    former.metaData().set("item", "1");
+    query::commit(former);
     OtherProcess writer([&](const auto& pause) {
         sqlite3* handle = nullptr;
         sqlite3_open(m_file.c_str(), &handle);
@@ -514,15 +514,15 @@ TEST_F(Store, IsReadAnewAfterItsTwinWasCopiedOverIt) {
     for (const std::string& name : {m_file, twin}) {
         session::Session session(name, {}, "test");
         session.begin("item", "test", "", "");
-        session.setMetaData("item", name == twin ? "2" : "1");
-        session.commit();
+        session.metaData().set("item", name == twin ? "2" : "1");
+        query::commit(session);
     }
     session::Session session(m_file, {}, "test");
-    EXPECT_EQ(session.metaData("item"), "1");
+    EXPECT_EQ(session.metaData().get("item"), "1");
     const auto time = std::filesystem::last_write_time(m_file);
     std::ofstream(m_file, std::ios::binary) << std::ifstream(twin, std::ios::binary).rdbuf();
     std::filesystem::last_write_time(m_file, time + std::chrono::seconds(1));
-    EXPECT_EQ(session.metaData("item"), "2");
+    EXPECT_EQ(session.metaData().get("item"), "2");
 }
 
 // Closing any descriptor of a file gives up what the process has locked of it.

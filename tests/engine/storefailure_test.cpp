@@ -18,8 +18,8 @@ using namespace testing;
 TEST_F(Store, StaysPendingWhileAReaderOfAnotherProcessHoldsTheFile) {
     OtherProcess reader([&](const auto& pause) {
         session::Session session(m_file, {}, "test");
-        const store::Container::ReadScope scope(session.container());
-        (void)session.rootNode(*session.state());  // the file is read, and stays so
+        const session::Blobs::Scope scope(session.blobs());
+        (void)session.blobs().rootNode(*session.state());  // the file is read, and stays so
         pause();
         return 0;
     });
@@ -48,12 +48,13 @@ TEST_F(Store, StaysPendingWhileAReaderOfAnotherProcessHoldsTheFile) {
     session::Session session(m_file, {}, "test");
     session.begin("patient", "test", "", "");
     insert(session, somePoints(100, 5));
-    const Outcome cancelled = outcomeOf([&] { session.commit([&](int) { return ++asked < 9; }); });
+    const Outcome cancelled =
+        outcomeOf([&] { query::commit(session, [&](int) { return ++asked < 9; }); });
     EXPECT_EQ(cancelled.code, ErrorCode::Cancelled) << cancelled.text;
     EXPECT_TRUE(session.pending());
     reader.go();
     EXPECT_EQ(reader.wait(), 0);
-    session.commit();
+    query::commit(session);
     EXPECT_EQ(readAll(session).size(), m_before.size() + 100);
 }
 
@@ -61,30 +62,30 @@ TEST_F(Store, WaitsForAReaderAsLongAsProgressSaysGoOn) {
     std::optional<OtherProcess> reader;
     reader.emplace([&](const auto& pause) {
         session::Session session(m_file, {}, "test");
-        const store::Container::ReadScope scope(session.container());
-        (void)session.rootNode(*session.state());
+        const session::Blobs::Scope scope(session.blobs());
+        (void)session.blobs().rootNode(*session.state());
         pause();
         return 0;
     });
     reader->untilPause();
     session::Session session(m_file, {}, "test");
     session.begin("patient", "test", "", "");
-    session.setMetaData("patience", "1");
+    session.metaData().set("patience", "1");
     int asked = 0;
-    session.commit([&](int) {
+    query::commit(session, [&](int) {
         if (++asked == 8)
             reader->go();
         return true;
     });
     EXPECT_GE(asked, 8);
-    EXPECT_EQ(session.metaData("patience"), "1");
+    EXPECT_EQ(session.metaData().get("patience"), "1");
 }
 
 TEST_F(Store, AsksProgressWhereverItWaits) {
     OtherProcess reader([&](const auto& pause) {
         session::Session session(m_file, {}, "test");
-        const store::Container::ReadScope scope(session.container());
-        (void)session.rootNode(*session.state());
+        const session::Blobs::Scope scope(session.blobs());
+        (void)session.blobs().rootNode(*session.state());
         pause();
         return 0;
     });
@@ -92,7 +93,7 @@ TEST_F(Store, AsksProgressWhereverItWaits) {
     session::Session session(m_file, {}, "test");
     int asked = 0;
     // A clean-up, and a commit that writes a batch before it publishes.
-    EXPECT_EQ(outcomeOf([&] { session.vacuum([&](int) { return ++asked < 5; }); }).code,
+    EXPECT_EQ(outcomeOf([&] { session.history().vacuum([&](int) { return ++asked < 5; }); }).code,
               ErrorCode::Cancelled);
     // Also behind the part of a commit that puts the changes of queries in.
     session.begin("points", "test", "", "");
@@ -103,7 +104,7 @@ TEST_F(Store, AsksProgressWhereverItWaits) {
     session.rollback();
     session.begin("large", "test", "", "");
     for (int i = 0; i < 16; ++i)
-        session.setMetaData("item" + std::to_string(i), std::string(megabyte, 'x'));
+        session.metaData().set("item" + std::to_string(i), std::string(megabyte, 'x'));
     asked = 0;
     EXPECT_EQ(outcomeOf([&] { query::commit(session, [&](int) { return ++asked < 12; }); }).code,
               ErrorCode::Cancelled);
@@ -112,7 +113,7 @@ TEST_F(Store, AsksProgressWhereverItWaits) {
     reader.go();
     EXPECT_EQ(reader.wait(), 0);
     query::commit(session);
-    EXPECT_EQ(session.metaData("item15").size(), megabyte);
+    EXPECT_EQ(session.metaData().get("item15").size(), megabyte);
 }
 
 // A power cut must not bring the journal back, which would undo the commit.
@@ -124,7 +125,7 @@ TEST_F(Store, SyncsTheFolderThatTheJournalWasIn) {
     for (const std::string& name : {m_file, link}) {
         session::Session session(name, {}, "test");
         session.begin("durable", "test", "", "");
-        session.setMetaData("place", "1");
+        session.metaData().set("place", "1");
         lastSyncedNames().clear();
         query::commit(session);
         EXPECT_TRUE(lastSyncedNames().contains(file.filename().string())) << name;
@@ -237,20 +238,20 @@ TEST_F(Store, CleansUpOnADiskThatIsFull) {
         for (std::uint32_t i = 0; i < 6; ++i)
             commitPoints(session, somePoints(30'000, i));
         session.restore(2);
-        session.finalize();
+        session.history().finalize();
     }
     const auto before = static_cast<std::int64_t>(std::filesystem::file_size(m_file));
     {
         const SmallDisk disk(20'000);
         session::Session session(m_file, {}, "test");
-        const Outcome outcome = outcomeOf([&] { session.vacuum(); });
+        const Outcome outcome = outcomeOf([&] { session.history().vacuum(); });
         EXPECT_EQ(outcome.code, ErrorCode::File);
         EXPECT_NE(outcome.text.find("Free about one"), std::string::npos) << outcome.text;
     }
     {
         const SmallDisk disk(68'000);  // enough for some steps, not for the first
         session::Session session(m_file, {}, "test");
-        session.vacuum();
+        session.history().vacuum();
         EXPECT_GT(disk.room(), before / 2);
     }
     EXPECT_LT(std::filesystem::file_size(m_file), static_cast<std::uintmax_t>(before / 4));
@@ -261,14 +262,14 @@ TEST_F(Store, NeedsNoRoomForWhatItDeletes) {
     {
         session::Session session(m_file, {}, "test");
         session.begin("large", "test", "", "");
-        session.setMetaData("large", std::string(20 * megabyte, 'x'));
-        session.commit();
+        session.metaData().set("large", std::string(20 * megabyte, 'x'));
+        query::commit(session);
         session.restore(2);
-        session.finalize();
+        session.history().finalize();
     }
     const SmallDisk disk(400'000);
     session::Session session(m_file, {}, "test");
-    session.vacuum();
+    session.history().vacuum();
     EXPECT_LT(std::filesystem::file_size(m_file), megabyte);
     EXPECT_EQ(readAll(session), m_before);
 }
@@ -276,8 +277,8 @@ TEST_F(Store, NeedsNoRoomForWhatItDeletes) {
 TEST_F(Store, ReportsNothingAfterItHasPublished) {
     session::Session session(m_file, {}, "test");
     session.begin("done", "test", "", "");
-    session.setMetaData("done", "1");
-    session.commit([](int percent) { return percent < 100; });
+    session.metaData().set("done", "1");
+    query::commit(session, [](int percent) { return percent < 100; });
     EXPECT_FALSE(session.pending());
     EXPECT_EQ(session.current(), 3u);
 }
@@ -291,19 +292,19 @@ TEST_F(Store, RefusesTextsThatCouldNotBeReadAgain) {
     // The largest that is taken, of characters that need most room, can be read.
     const std::string hard(16 * megabyte, '\1');
     session.begin("t", "a", hard, hard);
-    session.commit();
+    query::commit(session);
     session::Session again(m_file, {}, "test");
-    EXPECT_EQ(again.details(3).settings.size(), hard.size());
-    EXPECT_GT(again.changelog().size(), 16 * megabyte);
+    EXPECT_EQ(again.history().details(3).settings.size(), hard.size());
+    EXPECT_GT(again.changelog().text().size(), 16 * megabyte);
 
     session.begin("t", "a", hard, hard);
     const std::string rest = " would be too large to be read again.";
-    EXPECT_EQ(outcomeOf([&] { session.importChangelog(std::string(48 * megabyte, '\1')); }).text,
+    EXPECT_EQ(outcomeOf([&] { session.changelog().import(std::string(48 * megabyte, '\1')); }).text,
               "The changelog" + rest);
     const std::string name(245, '\1');
     for (int i = 0; i < 45'000; ++i)
-        session.setMetaData(name + std::to_string(i), "");
-    EXPECT_EQ(outcomeOf([&] { session.commit(); }).text,
+        session.metaData().set(name + std::to_string(i), "");
+    EXPECT_EQ(outcomeOf([&] { query::commit(session); }).text,
               "The list of what the transaction holds" + rest);
     EXPECT_TRUE(session.pending());
 }

@@ -20,7 +20,7 @@ public:
         : m_session(session), m_state(session.state()), m_points(points) {}
 
     void run() {
-        const index::Node root = m_session.rootNode(*m_state);
+        const index::Node root = m_session.blobs().rootNode(*m_state);
         EXPECT_EQ(root.id, 1u);
         EXPECT_EQ(visit(root), m_points);
     }
@@ -40,7 +40,7 @@ private:
         std::shared_ptr<const index::Page> page;
         std::span<const index::Node> children = node.children;
         if (node.childPage) {
-            page = m_session.pageReader()(node.childPage);
+            page = m_session.blobs().pageReader()(node.childPage);
             children = *page;
         }
         std::uint64_t sum = 0;

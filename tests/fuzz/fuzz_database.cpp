@@ -54,14 +54,14 @@ void readState(session::Session& session, bool isSound) {
     const auto sound = [&](bool isRead) {
         fuzz::require(isRead || !isSound, "what the check finds sound can be read");
     };
-    sound(survive([&] { (void)session.changelog(); }));
+    sound(survive([&] { (void)session.changelog().text(); }));
     std::shared_ptr<const session::State> state;
     sound(survive([&] { state = session.state(); }));
     if (!state)
         return;
     for (const auto& item : state->metaData) {
-        sound(survive([&] { (void)session.metaData(item.first); }));
-        survive([&] { (void)session.verifyMetaData(item.first, {}); });
+        sound(survive([&] { (void)session.metaData().get(item.first); }));
+        survive([&] { (void)session.metaData().verify(item.first, {}); });
     }
     sound(readPoints(session, ""));
     for (const schema::Attribute& attribute : state->attributes.all())
@@ -88,9 +88,9 @@ void readState(session::Session& session, bool isSound) {
 void change(session::Session& session) {
     if (!survive([&] { session.begin("change", "fuzzer", "", ""); }))
         return;
-    survive([&] { session.setMetaData("own", "{\"a\": 1}"); });
-    survive([&] { session.appendMessage("a message"); });
-    survive([&] { session.importChangelog(session.changelog()); });
+    survive([&] { session.metaData().set("own", "{\"a\": 1}"); });
+    survive([&] { session.changelog().append("a message"); });
+    survive([&] { session.changelog().import(session.changelog().text()); });
     std::shared_ptr<const session::State> state;
     survive([&] { state = session.state(); });
     if (state && state->pointCount <= mostInspected) {
@@ -134,20 +134,20 @@ void useFile(const std::string& file) {
         const bool isSound = checked.starts_with("{\"fault_count\":0,");
         readState(session, isSound);
         std::vector<std::uint32_t> transactions;
-        survive([&] { transactions = session.transactions(); });
+        survive([&] { transactions = session.history().transactions(); });
         if (transactions.empty())
             transactions.push_back(1);
         const auto any = [&] { return transactions[choice() % transactions.size()]; };
-        survive([&] { (void)session.details(any()); });
-        survive([&] { (void)session.size({any()}); });
+        survive([&] { (void)session.history().details(any()); });
+        survive([&] { (void)session.history().size({any()}); });
         if (choice() % 2 == 0)
             change(session);
         if (choice() % 2 == 0)
-            survive([&] { session.vacuum(); });
+            survive([&] { session.history().vacuum(); });
         if (survive([&] { session.restore(any()); }))
             readState(session, isSound);
-        survive([&] { session.finalize(); });
-        survive([&] { session.vacuum(); });
+        survive([&] { session.history().finalize(); });
+        survive([&] { session.history().vacuum(); });
     });
 }
 

@@ -1,7 +1,7 @@
 // The JSON texts that come from files and users, by the first byte: settings, definitions, roots,
 // tables, changelog entries, metadata.
 #include "engine/base/json.h"
-#include "engine/session/changelog.h"
+#include "engine/session/changelogentry.h"
 #include "engine/session/settings.h"
 #include "engine/session/state.h"
 #include "tests/fuzz/survive.h"

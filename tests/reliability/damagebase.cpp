@@ -112,13 +112,13 @@ void update(session::Session& session, const char* name) {
 void requireEveryCodec(const std::string& file) {
     session::Session session(file, {}, "trial");
     const auto state = session.state();
-    const index::Node root = session.rootNode(*state);
+    const index::Node root = session.blobs().rootNode(*state);
     std::set<int> codecs;
-    for (index::TreeCursor at(root, session.pageReader()); at.node(); at.enter())
+    for (index::TreeCursor at(root, session.blobs().pageReader()); at.node(); at.enter())
         for (const index::AttributeData& data : at.node()->attributes)
             for (const index::ElementData& element : data.elements)
                 if (element.block)
-                    codecs.insert(session.container().read(element.block, "a block")[0]);
+                    codecs.insert(session.blobs().read(element.block, "a block")[0]);
     if (codecs.size() != 6)
         throw std::runtime_error("The database lacks blocks of " +
                                  std::to_string(6 - codecs.size()) + " codecs.");
@@ -131,9 +131,9 @@ void append(std::string& text, const void* data, std::size_t size) {
 // The columns of every node, level-of-detail points included.
 std::string pointsOf(session::Session& session, const session::State& state) {
     std::string text;
-    const index::Node root = session.rootNode(state);
+    const index::Node root = session.blobs().rootNode(state);
     std::uint64_t nodes = 0;
-    for (index::TreeCursor at(root, session.pageReader()); at.node(); at.enter()) {
+    for (index::TreeCursor at(root, session.blobs().pageReader()); at.node(); at.enter()) {
         const index::Node& node = *at.node();
         if (++nodes > state.nextNodeId)
             throw Failure(ErrorCode::Damaged, "The index is not a tree.");
@@ -190,7 +190,7 @@ public:
         session::State state;
         bool whole = false;
         m_read("root" + number, [&] {
-            std::string root = m_session.container().root(id);
+            std::string root = m_session.history().root(id);
             state = session::stateFromRoot(root);
             whole = true;
             return root;
@@ -218,7 +218,7 @@ private:
     const std::string& text(const BlobRef& reference) {
         std::string& known = m_texts[reference.blob];
         if (known.empty()) {
-            const Bytes bytes = m_session.container().read(reference, "a text");
+            const Bytes bytes = m_session.blobs().read(reference, "a text");
             known.assign(bytes.begin(), bytes.end());
         }
         return known;
@@ -259,22 +259,22 @@ DamageBase makeDamageBase(const std::string& file, bool deep) {
     };
     change("points", [&] {
         insert(session, rows(deep ? 270 : 160, 1), deep);
-        session.setMetaData("note", "{\"text\": \"a note that stays\"}");
-        session.signMetaData("note", signer());
+        session.metaData().set("note", "{\"text\": \"a note that stays\"}");
+        session.metaData().sign("note", signer());
     });
-    change("to be discarded", [&] { session.setMetaData("short", "[1]"); });
+    change("to be discarded", [&] { session.metaData().set("short", "[1]"); });
     if (!deep)
         change("values", [&] {
             update(session, "noise");
-            session.setMetaData("note", "{\"text\": \"another note\"}");
-            session.signMetaData("note", signer());
-            session.appendMessage("a message");
+            session.metaData().set("note", "{\"text\": \"another note\"}");
+            session.metaData().sign("note", signer());
+            session.changelog().append("a message");
         });
     change("more", [&] {
         insert(session, rows(2, 2), deep);
-        session.removeMetaData("first");
+        session.metaData().remove("first");
     });
-    session.discard({3});
+    session.history().discard({3});
     if (!deep)
         requireEveryCodec(file);
     base.image = contents(file);
@@ -290,24 +290,24 @@ Picture readAll(const std::string& file, const std::vector<std::uint32_t>& ids, 
     Reader read(picture);
     try {
         session::Session session(file, {}, "trial");
-        const store::Container::ReadScope scope(session.container());
+        const session::Blobs::Scope scope(session.blobs());
         read("uuid", [&] { return session.identity().uuid; });
         read("settings", [&] { return session::toJson(session.identity().settings); });
         read("current", [&] { return std::to_string(session.current()); });
         read("transactions", [&] {
             std::string text;
-            for (const std::uint32_t id : session.transactions())
+            for (const std::uint32_t id : session.history().transactions())
                 text += std::to_string(id) + " ";
             return text;
         });
         Transactions transactions(session, read);
         for (const std::uint32_t id : ids)
             transactions.read(id);
-        read("note", [&] { return session.metaData("note"); });
+        read("note", [&] { return session.metaData().get("note"); });
         read("signature",
-             [&] { return session.verifyMetaData("note", signer()) ? "valid" : "invalid"; });
-        read("details", [&] { return session.details(ids.back()).title; });
-        read("changelog", [&] { return session.changelog(); });
+             [&] { return session.metaData().verify("note", signer()) ? "valid" : "invalid"; });
+        read("details", [&] { return session.history().details(ids.back()).title; });
+        read("changelog", [&] { return session.changelog().text(); });
         const std::string changelog = picture.contains("changelog") ? picture["changelog"] : "";
         if (const std::size_t at = changelog.rfind("[#"); at != changelog.npos)
             read("entry", [&] {
@@ -316,7 +316,7 @@ Picture readAll(const std::string& file, const std::vector<std::uint32_t>& ids, 
         if (dear)
             read("points", [&] { return selected(session); });
         if (dear && ids.size() > 2)
-            read("size", [&] { return std::to_string(session.size({ids[1]})); });
+            read("size", [&] { return std::to_string(session.history().size({ids[1]})); });
     } catch (const std::exception& error) {
         if (isInternal(error))
             picture[internalError] = std::string("opening: ") + error.what();
@@ -327,7 +327,7 @@ Picture readAll(const std::string& file, const std::vector<std::uint32_t>& ids, 
 void commitSomething(const std::string& file, bool withPoints) {
     session::Session session(file, {}, "trial");
     session.begin("probe", "trial", "", "");
-    session.setMetaData("probe", "\"a probe\"");
+    session.metaData().set("probe", "\"a probe\"");
     if (withPoints)
         insert(session, rows(5, 3), true);
     query::commit(session, {}, signer());
