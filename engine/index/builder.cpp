@@ -31,6 +31,8 @@ void summarise(Node& node, std::span<const Node> children, const schema::Attribu
         node.revision = std::max(node.revision, child.revision);
     }
     std::vector<AttributeData> sums;
+    if (const AttributeData* weights = node.find(weightUid))
+        sums.push_back(*weights);
     for (const schema::Attribute& attribute : table.all()) {
         AttributeData sum;
         sum.uid = attribute.uid;

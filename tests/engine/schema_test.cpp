@@ -265,8 +265,8 @@ TEST(LodMethods, AreNamedBySettingsTagsAndNames) {
     };
     for (const auto& [text, expected] : settings)
         EXPECT_EQ(method(text), expected) << text;
-    for (const char* tags : {"boolean", "enumeration", "a, boolean", "boolean,b", "x,enumeration,y",
-                             "booleans boolean", "nonboolean,boolean"})
+    for (const char* tags : {"boolean", "enumeration", "a, boolean", "boolean ,b",
+                             "x,enumeration,y", "booleans boolean", "nonboolean,boolean"})
         EXPECT_EQ(method("default", tags), LodMethod::Majority) << tags;
     for (const char* tags : {"booleans", "nonboolean", "Boolean", "enumeration2"})
         EXPECT_EQ(method("default", tags), LodMethod::Average) << tags;
