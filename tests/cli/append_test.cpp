@@ -1,8 +1,8 @@
 // Points of files that go into a database which exists: what old and new points have then, and that
 // a refusal or a stop in the middle changes nothing.
 #include "tests/cli/folder.h"
-#include "tests/exchange/lasbuilder.h"
 #include "tests/cli/process.h"
+#include "tests/exchange/lasbuilder.h"
 
 #include <gtest/gtest.h>
 
@@ -106,7 +106,9 @@ TEST_F(Append, AnEmptyDatabaseTakesPointsAndAttributes) {
 }
 
 TEST_F(Append, OldAndNewPointsKeepTheirValues) {
-    make("tarvo.id,x,y,z,tarvo.class,only.old\n1,1.25,2,3,4,-5\n2,0,0,0,6,7\n");
+    make(
+        "tarvo.id,x,y,z,tarvo.class,only.old,real\n1,1.25,2,3,4,-5,0.3333333333333333\n"
+        "2,0,0,0,6,7,2.5\n");
     // Constant columns, which a new database would not store, and cells without a value.
     expectSuccess(
         append("tarvo.id,x,y,z,tarvo.class,only.new,gaps,tarvo.target_index\n"
@@ -118,11 +120,11 @@ TEST_F(Append, OldAndNewPointsKeepTheirValues) {
                     {"12", "-1.50,0.00,0.00,9,0,3,2.5,2"}}));
     // What has no value becomes invalid where the attribute knows that, else the default value.
     expectSuccess(
-        append("tarvo.id,x,y,z,tarvo.class,only.new,gaps,tarvo.target_index\n"
-               "21,1,2,3,,,,\n22,1,2,3,1,1,0.125,1\n"));
-    const Rows all = rows("tarvo.class,only.new,csv.gaps,tarvo.target_index");
-    EXPECT_EQ(all.at("21"), "0,0,nan,0");
-    EXPECT_EQ(all.at("22"), "1,1,0.125,1");
+        append("tarvo.id,x,y,z,tarvo.class,only.new,gaps,tarvo.target_index,real\n"
+               "21,1,2,3,,,,,\n22,1,2,3,1,1,0.125,1,0.5\n"));
+    const Rows all = rows("tarvo.class,only.new,csv.gaps,tarvo.target_index,csv.real");
+    EXPECT_EQ(all.at("21"), "0,0,nan,0,nan");
+    EXPECT_EQ(all.at("22"), "1,1,0.125,1,0.5");
     // A name as it stands in the header line.
     expectSuccess("attributes " + file + " duplicate only.new Mark");
     expectSuccess(append("tarvo.id,x,y,z,Mark\n31,1,2,3,2\n"));

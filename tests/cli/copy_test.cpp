@@ -55,12 +55,28 @@ TEST_F(CopyCommand, HoldsWhatIsSelected) {
         run("copy " + source + " " + target + " --overwrite -a tarvo.class --no-metadata").code, 0);
     EXPECT_EQ(run("select " + target + " -f 'tarvo.class == 3' --count").output, "125\n");
     EXPECT_EQ(run("metadata " + target).output.find("one"), std::string::npos);
-    // Settings of another database, with its primary attribute.
-    const std::string settings =
-        folder.write("s.json", R"({"primary_attribute": {"name": "own.p", "length": 2}})");
-    EXPECT_EQ(run("copy " + source + " " + target + " --overwrite --settings " + settings).code, 0);
-    EXPECT_EQ(points(target), points(source));
-    EXPECT_EQ(run("attributes " + target).output, run("attributes " + source).output);
+}
+
+TEST_F(CopyCommand, TakesOfAFileOfSettingsWhatItNamesButForThePrimaryAttribute) {
+    const std::string other = folder.file("other.qrbx");
+    const auto copy = [&](const std::string& from, const std::string& to, const char* settings) {
+        EXPECT_EQ(
+            run("copy " + from + " " + to + " --settings " + folder.write("s.json", settings)).code,
+            0);
+        EXPECT_EQ(points(to), points(source));
+        EXPECT_EQ(run("attributes " + to).output, run("attributes " + source).output);
+        const std::string created = run("transactions " + to + " show 1 --json").output;
+        const std::size_t begin = created.find("\"settings\"");
+        return created.substr(begin, created.find("\"size\"") - begin);
+    };
+    std::string expected = copy(source, target,
+                                R"({"primary_attribute": {"name": "own.p", "length": 2},
+                                    "chunk_size": 600, "compression_level": 5})");
+    const std::string level = "compression_level\\\":";
+    const std::size_t at = expected.find(level + "5");
+    ASSERT_NE(at, std::string::npos) << expected;
+    expected.replace(at + level.size(), 1, "9");
+    EXPECT_EQ(copy(target, other, R"({"compression_level": 9})"), expected);
 }
 
 TEST_F(CopyCommand, FailuresLeaveNoFileAndSayWhatToDo) {

@@ -40,6 +40,9 @@ TEST(MetaDataFile, GivesBackEveryItemAsItWas) {
     const MetaDataFile file = readMetaDataFile(writeMetaDataFile(items));
     EXPECT_EQ(file.items, items);
     EXPECT_EQ(file.skipped, Names{});
+    // Blanks around an object make no text of it.
+    EXPECT_EQ(writeMetaDataFile({{"a", " \t\r\n{\"n\": [1]}\n"}}),
+              writeMetaDataFile({{"a", "{\"n\":[1]}"}}));
 }
 
 TEST(MetaDataFile, NamesWhatItSkips) {

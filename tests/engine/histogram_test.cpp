@@ -120,16 +120,21 @@ TEST(Histograms, CutScaledAndFloatValuesAtTheEndsOfTheirBins) {
 }
 
 TEST(Histograms, CountInvalidValuesApart) {
-    for (const double invalid : {-1.0, 50.0, 200.0}) {
-        schema::AttributeRecord attribute = record("n", 0, 100);
-        attribute.invalidValue = invalid;
-        const std::vector<double> valid = staircase(20, 3, 1);
-        std::vector<double> values = valid;
-        values.insert(values.begin() + 5, 7, invalid);
-        const Histogram histogram = histogramOf(attribute, values);
-        EXPECT_EQ(histogram.invalid, 7u) << invalid;
-        expectCounted(histogram, valid, false);
-    }
+    // With as many valid ones as have a bin each: a bin a step, several steps a bin, floats.
+    for (const auto& [resolution, step] : {std::pair(1.0, 1.0), {1, 5}, {0, 0.5}})
+        for (const double invalid : {-1.0, 50.0, 200.0}) {
+            SCOPED_TRACE(std::to_string(step) + " apart, " + std::to_string(invalid));
+            schema::AttributeRecord attribute = record("n", 0, 100, resolution);
+            attribute.invalidValue = invalid;
+            const std::vector<double> valid = staircase(16, 3, step);
+            std::vector<double> values = valid;
+            values.insert(values.begin() + 5, 7, invalid);
+            const Histogram histogram = histogramOf(attribute, values);
+            EXPECT_EQ(histogram.invalid, 7u);
+            EXPECT_EQ(histogram.bins.size(), 16u);
+            EXPECT_TRUE(histogram.singleValues);
+            expectCounted(histogram, valid, false);
+        }
 }
 
 TEST(Histograms, TakeTheirNamesFromLinesThatCanBeRead) {

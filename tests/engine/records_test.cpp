@@ -352,8 +352,16 @@ TEST(Creation, NamesEachFileByARandomUuidAndItsTimesByTheWorlds) {
     } while (time[20] != '0');
 }
 
-TEST(Creation, TakesNothingOfATextOfSettingsThatIsRefused) {
-    session::CreateSettings some;
+TEST(Creation, TakesOfATextOfSettingsWhatItNamesAndNothingOfOneThatIsRefused) {
+    session::CreateSettings some = settings(2, 5);
+    session::CreateSettings expected = some;
+    expected.lodMode = 2;
+    expected.primaryAttribute.title = "Place";
+    for (const char* const text : {R"({"lod_mode": 2, "primary_attribute": {"title": "Place"}})",
+                                   R"({"primary_attribute": {}})", "{}"}) {
+        session::fromJson(text, some);
+        EXPECT_EQ(session::toJson(some), session::toJson(expected)) << text;
+    }
     const std::string before = session::toJson(some);
     for (const char* const text :
          {R"({"chunk_mode": 2, "chunk_size": -1})", R"({"lod_mode": 2, "point_insert_mode": 7})",

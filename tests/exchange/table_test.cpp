@@ -1,5 +1,5 @@
-#include "exchange/csv/source.h"
 #include "core/error.h"
+#include "exchange/csv/source.h"
 #include "exchange/table/filledcolumn.h"
 #include "exchange/table/fit.h"
 #include "exchange/table/valuecheck.h"
@@ -15,8 +15,8 @@
 namespace {
 
 using namespace tarvo::exchange;
-using tarvo::core::Failure;
 using tarvo::cli::tests::Folder;
+using tarvo::core::Failure;
 
 ColumnSummary summaryOf(const std::vector<double>& values) {
     ColumnSummary summary(DataType::DOUBLE);
@@ -86,13 +86,15 @@ TEST(Summary, TellsDecimalsRangeAndOddValues) {
     EXPECT_EQ(merged.minimum(), -1.5);
     EXPECT_EQ(merged.maximum(), 200);
     // What only one of them has, whichever comes first.
-    for (const double odd : {std::nan(""), double(INFINITY)})
+    for (const auto& [odd, decimals] :
+         {std::pair(std::nan(""), 0), {INFINITY, 0}, {1.0 / 3, -1}, {0.125, 3}})
         for (const bool first : {true, false}) {
             ColumnSummary whole = summaryOf(first ? std::vector<double>{odd, 3} : std::vector{1.0});
             whole.merge(summaryOf(first ? std::vector{1.0} : std::vector<double>{odd, 3}));
             EXPECT_EQ(whole.hasNaN(), std::isnan(odd)) << odd << first;
             EXPECT_EQ(whole.hasInfinity(), std::isinf(odd)) << odd << first;
-            EXPECT_EQ(whole.minimum(), 1);
+            EXPECT_EQ(whole.decimals(), decimals) << odd << first;
+            EXPECT_EQ(whole.minimum(), std::isfinite(odd) ? odd : 1);
         }
 }
 
