@@ -1,18 +1,18 @@
 // The tabs that change a database, driven with mouse and keys: transactions, changelog, metadata,
 // attributes, and what opens from the index and the points.
 
-#include "window/common/guard.h"
-#include "window/widgets/jsonvalues.h"
-#include "window/common/programsettings.h"
-#include "window/common/progress.h"
-#include "window/dialogs/workingdialog.h"
-#include "window/frame/mainwindow.h"
 #include "qrb/loader.h"
 #include "qrb/pointcloud.h"
 #include "tests/window/guitestmain.h"
 #include "tests/window/modalscript.h"
 #include "tests/window/testdatabase.h"
 #include "tests/window/windowdriver.h"
+#include "window/common/guard.h"
+#include "window/common/programsettings.h"
+#include "window/common/progress.h"
+#include "window/dialogs/workingdialog.h"
+#include "window/frame/mainwindow.h"
+#include "window/widgets/jsonvalues.h"
 
 #include <QAccessible>
 #include <QAction>
@@ -302,6 +302,8 @@ void TabsTest::signatureOfAnEntryIsVerified() {
     log()->moveCursor(QTextCursor::Start);
     QCOMPARE(run("actionChangelogVerifyLogEntry", {ModalScript::press("OK")}),
              QStringList("Please select (double click) a signature first."));
+    // Letters of two bytes and more stand before the entry.
+    log()->insertPlainText(QString::fromUtf8("\u00e4\u20ac").repeated(500) + "\n");
     log()->moveCursor(QTextCursor::End);
     const auto verify = [this](const QString& key) -> Step {
         return [=, this](QDialog* dialog) {
