@@ -41,7 +41,7 @@ protected:
     auto readerFor(int moreSeconds) const {
         return [this, moreSeconds](const auto& pause) {
             session::Session session(m_file, {}, "test");
-            const session::Blobs::Scope scope(session.blobs());
+            const auto scope = session.blobs().scope();
             (void)session.blobs().rootNode(*session.state());
             pause();
             ::usleep(static_cast<useconds_t>(moreSeconds) * 1'000'000);
@@ -64,16 +64,14 @@ TEST_F(Locks, AreHeldByNoCallThatHasReturned) {
     const std::string damaged = "The file is damaged: a metadata item";
     const std::pair<std::function<void()>, std::string> calls[] = {
         {[&] { (void)session.metaData().get("kept"); }, ""},
-        {[&] { (void)session.metaData().get("cut"); },
-         damaged + " does not agree with its checksum."},
+        {[&] { (void)session.metaData().get("cut"); }, damaged + " does not agree with its checksum."},
         {[&] { (void)session.metaData().get("lost"); }, damaged + " is missing."},
         {[&] { (void)readAll(session); }, ""},
         {[&] { (void)session.changelog().text(); }, ""},
         {[&] { (void)session.history().transactions(); }, ""},
         {[&] { (void)session.structureFaults(); }, ""},
         {[&] { session.begin("pending", "test", "", ""); }, ""},
-        {[&] { (void)session.metaData().get("cut"); },
-         damaged + " does not agree with its checksum."},
+        {[&] { (void)session.metaData().get("cut"); }, damaged + " does not agree with its checksum."},
         {[&] { (void)session.metaData().get("lost"); }, damaged + " is missing."},
         {[&] { session.metaData().set("new", "1"); }, ""},
         {[&] { (void)session.metaData().get("new"); }, ""},
@@ -149,8 +147,7 @@ TEST_F(Locks, AreNotTakenWhereNothingCanBeWritten) {
         if (readAll(session) != m_before)
             return 2;
         for (const auto& work : std::initializer_list<std::function<void()>>{
-                 [&] { session.begin("x", "test", "", ""); },
-                 [&] { session.history().vacuum(); }}) {
+                 [&] { session.begin("x", "test", "", ""); }, [&] { session.history().vacuum(); }}) {
             const Outcome outcome = outcomeOf(work);
             if (outcome.code != ErrorCode::File ||
                 outcome.text !=
@@ -226,14 +223,19 @@ TEST_F(Locks, OfAWriterThatIsThereForAMomentAreWaitedForAfterOneThatWasNot) {
     session.begin("refused", "test", "", "");
     session.metaData().set("item", "2");
     int asked = 0;
-    const Outcome outcome =
-        outcomeOf([&] { query::commit(session, [&](int) { return ++asked < 4; }); });
+    const Outcome outcome = outcomeOf([&] { query::commit(session, [&](int) { return ++asked < 4; }); });
     EXPECT_EQ(outcome.code, ErrorCode::Cancelled) << outcome.text;
     session.rollback();
     other.go();
     other.untilPause();
+    OtherProcess opens([&](const auto&) {
+        session::Session late(m_file, {}, "test");
+        return readAll(late) == m_before ? 0 : 1;
+    });
     other.go();
     EXPECT_EQ(session.metaData().get("item"), "1");
+    EXPECT_EQ(readAll(session), m_before);
+    EXPECT_EQ(opens.wait(), 0);
 }
 
 // A rollback waits for nobody, and what others then wait for is not given up either.

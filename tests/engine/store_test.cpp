@@ -28,7 +28,7 @@ TEST_F(Store, HasOneWriterByWhateverNameTheFileGoes) {
     for (const std::string& name : {m_file, link, hard}) {
         session::Session second(name, {}, "test");
         EXPECT_EQ(outcomeOf([&] { second.begin("second", "test", "", ""); }).code, ErrorCode::Busy);
-        EXPECT_EQ(outcomeOf([&] { second.history().vacuum(); }).code, ErrorCode::Busy);
+        EXPECT_EQ(outcomeOf([&] { second.vacuum(); }).code, ErrorCode::Busy);
         EXPECT_EQ(outcomeOf([&] { second.restore(1); }).code, ErrorCode::Busy);
         OtherProcess other([&](const auto&) {
             session::Session third(name, {}, "test");
@@ -45,7 +45,7 @@ TEST_F(Store, HasOneWriterByWhateverNameTheFileGoes) {
                                                                                                 : 1;
     });
     EXPECT_EQ(late.wait(), 0);
-    query::commit(writer);
+    writer.commit();
     session::Session second(hard, {}, "test");
     commitPoints(second, somePoints(50, 3));
     EXPECT_EQ(readAll(writer).size(), m_before.size() + 150);
@@ -60,7 +60,7 @@ TEST_F(Store, IsRepairedUnderTheNameThatAKilledWriterKnew) {
     ASSERT_TRUE(std::filesystem::exists(other + "-journal"));
     for (const auto& use : std::initializer_list<std::function<void()>>{
              [&] { session::Session(m_file, {}, "test"); },
-             [&] { opened.begin("x", "test", "", ""); }, [&] { opened.history().vacuum(); }}) {
+             [&] { opened.begin("x", "test", "", ""); }, [&] { opened.vacuum(); }}) {
         const Outcome outcome = outcomeOf(use);
         EXPECT_EQ(outcome.code, ErrorCode::State) << outcome.text;
         EXPECT_NE(outcome.text.find("b.qrbx"), std::string::npos) << outcome.text;
@@ -153,8 +153,8 @@ TEST_F(Store, FailsAWriterBesideWhomAnotherCommitted) {
     {
         session::Session other(copy, {}, "test");
         other.begin("other", "test", "", "");
-        other.metaData().set("theirs", "1");
-        query::commit(other);
+        other.setMetaData("theirs", "1");
+        other.commit();
     }
     const std::string theirs = "ATTACH '" + copy +
                                "' AS other; INSERT OR REPLACE INTO info SELECT * FROM other.info; "
@@ -256,8 +256,8 @@ TEST_F(Store, TellsAQueryThatItsStateWasDiscarded) {
     {
         session::Session other(m_file, {}, "test");
         other.restore(1);
-        other.history().discard({2});
-        other.history().vacuum();
+        other.discard({2});
+        other.vacuum();
     }
     Outcome outcome;
     for (int i = 0; i < 2000 && outcome.text.empty(); ++i)
@@ -471,27 +471,6 @@ TEST_F(Store, IsOpenedBesideAWriterUnderItsOtherName) {
     });
     EXPECT_EQ(outcome.text, "");
     sqlite3_close(handle);
-}
-
-TEST_F(Store, IsReadOnceAWriterOfAMomentIsDone) {
-    session::Session former(m_file, {}, "test");
-    former.begin("item", "test", "", "");
-    former.metaData().set("item", "1");
-    query::commit(former);
-    OtherProcess writer([&](const auto& pause) {
-        sqlite3* handle = nullptr;
-        sqlite3_open(m_file.c_str(), &handle);
-        sqlite3_exec(handle, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr);
-        pause();
-        ::usleep(1'500'000);
-        sqlite3_close(handle);
-        return 0;
-    });
-    writer.untilPause();
-    writer.go();
-    EXPECT_EQ(outcomeOf([&] { EXPECT_EQ(readAll(former), m_before); }).text, "");
-    session::Session session(m_file, {}, "test");
-    EXPECT_EQ(readAll(session), m_before);
 }
 
 TEST_F(Store, IsRecognisedThoughItsEndIsMissing) {
