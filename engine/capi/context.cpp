@@ -79,7 +79,7 @@ constexpr const char* license =
     "FOR ANY CLAIM, DAMAGES OR OTHER LIABILITY, WHETHER IN AN ACTION OF CONTRACT, TORT OR "
     "OTHERWISE, ARISING FROM, OUT OF OR IN CONNECTION WITH THE SOFTWARE OR THE USE OR OTHER "
     "DEALINGS IN THE SOFTWARE.\n\n"
-    "Uses SQLite (public domain), Zstandard, xxHash and Valijson (BSD), RapidJSON (MIT), OpenSSL "
+    "Uses SQLite (public domain), Zstandard, xxHash and RE2 (BSD), RapidJSON (MIT), OpenSSL "
     "(Apache 2.0) and libpng (libpng licence).";
 
 }  // namespace

@@ -75,7 +75,8 @@ public:
     Log log;
     std::string api;
     CallError error;
-    std::string text;  // what the last call handed out
+    std::string text;      // what the last call handed out
+    std::string findings;  // of the last validation, JSON; empty: there was none
     qrb_authentication_function authentication = nullptr;
     void* authenticationData = nullptr;
     std::atomic<int> callingBack{0};  // calls under way that may call back

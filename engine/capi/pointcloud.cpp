@@ -5,6 +5,13 @@
 using namespace tarvo::engine;
 using namespace tarvo::engine::capi;
 
+namespace {
+
+// Of qrb_pointcloud_inspect, beside the reports on an open file.
+constexpr std::uint8_t findingsFormat = 6;
+
+}  // namespace
+
 extern "C" {
 
 qrb_status qrb_pointcloud_new(qrb_context* context, qrb_pointcloud** pointcloud) {
@@ -71,6 +78,12 @@ qrb_status qrb_pointcloud_get_uuid(qrb_context* context, qrb_pointcloud* pointcl
 qrb_status qrb_pointcloud_inspect(qrb_context* context, qrb_pointcloud* pointcloud, uint8_t format,
                                   const char** report) {
     return call(context, [&](Context& bound) {
+        if (format == findingsFormat) {
+            checkUnused(pointcloud);
+            if (bound.findings.empty())
+                throw Failure(ErrorCode::State, "There was no validation to report on.");
+            return giveText(bound, bound.findings, report);
+        }
         giveText(bound, report::inspect(*sessionOf(pointcloud), format), report);
     });
 }

@@ -1,5 +1,7 @@
 // Files and metadata items compared with schemas, and files made from them.
 #include "catalogue/catalogue.h"
+#include "engine/base/json.h"
+#include "engine/base/utf8.h"
 #include "engine/capi/handles.h"
 #include "engine/validation/conformance.h"
 #include "engine/validation/jsonschema.h"
@@ -10,25 +12,62 @@ using namespace tarvo::engine::capi;
 
 namespace {
 
-// Throws Failure(Validation) unless there is nothing to tell.
-void report(const std::string& what, const std::vector<std::string>& lines) {
-    if (lines.empty())
-        return;
-    std::string details;
-    for (const std::string& line : lines)
-        details += (details.empty() ? "" : "\n") + line;
-    throw Failure(
-        ErrorCode::Validation,
-        what + ": " +
-            (lines.size() == 1 ? "1 problem." : std::to_string(lines.size()) + " problems."),
-        details);
+std::string reportText(const std::vector<validation::Deviation>& deviations,
+                       const std::vector<std::string>& notes) {
+    rapidjson::StringBuffer buffer;
+    JsonWriter writer(buffer);
+    writer.StartObject();
+    writer.Key("findings");
+    writer.StartArray();
+    for (const validation::Deviation& deviation : deviations) {
+        writer.StartObject();
+        if (!deviation.attribute.empty())
+            writeMember(writer, "attribute", validUtf8(deviation.attribute));
+        if (!deviation.item.empty())
+            writeMember(writer, "item", validUtf8(deviation.item));
+        writeMember(writer, "pointer", validUtf8(deviation.finding.pointer));
+        writeMember(writer, "keyword", validUtf8(deviation.finding.keyword));
+        writeMember(writer, "expected", validUtf8(deviation.finding.expected));
+        writeMember(writer, "found", validUtf8(deviation.finding.found));
+        writeMember(writer, "text", validUtf8(deviation.finding.text));
+        writeMember(writer, "line", validUtf8(deviation.line));
+        writer.EndObject();
+    }
+    writer.EndArray();
+    writer.Key("notes");
+    writer.StartArray();
+    for (const std::string& note : notes)
+        writeText(writer, validUtf8(note));
+    writer.EndArray();
+    writer.EndObject();
+    return {buffer.GetString(), buffer.GetSize()};
 }
 
-void validateJson(const std::string& value, const std::string& schema, const std::string& name) {
-    std::vector<std::string> lines;
-    for (const validation::Finding& finding : validation::JsonSchema(schema).check(value, name))
-        lines.push_back(validation::toLine(finding));
-    report(name + " does not satisfy its JSON schema", lines);
+// Keeps what was found; throws Failure(Validation) unless that is nothing.
+void report(Context& context, const std::string& what,
+            const std::vector<validation::Deviation>& deviations,
+            const std::vector<std::string>& notes = {}) {
+    context.findings = reportText(deviations, notes);
+    if (deviations.empty())
+        return;
+    std::string details;
+    for (const validation::Deviation& deviation : deviations)
+        details += (details.empty() ? "" : "\n") + deviation.line;
+    const std::string count =
+        deviations.size() == 1 ? "1 problem." : std::to_string(deviations.size()) + " problems.";
+    throw Failure(ErrorCode::Validation, what + ": " + count, details);
+}
+
+// item: empty for a value that is none.
+void validateJson(Context& context, const std::string& value, const std::string& schema,
+                  const std::string& name, const std::string& item) {
+    const validation::JsonSchema jsonSchema(schema);
+    std::vector<validation::Deviation> deviations;
+    for (validation::Finding& finding : jsonSchema.check(value, name)) {
+        const std::string line = validation::toLine(finding);
+        deviations.push_back({"", item, std::move(finding), line});
+    }
+    report(context, name + " does not satisfy its JSON schema", deviations, jsonSchema.notes());
 }
 
 }  // namespace
@@ -52,17 +91,20 @@ qrb_status qrb_pointcloud_create_with_schema(qrb_context* context, qrb_pointclou
 
 qrb_status qrb_pointcloud_management_validate(qrb_context* context, qrb_pointcloud* pointcloud,
                                               const char* schema, uint8_t strict) {
-    return call(context, [&] {
+    return call(context, [&](Context& bound) {
+        bound.findings.clear();
         const auto session = sessionOf(pointcloud);
         const validation::FileSchema fileSchema = validation::readFileSchema(textOf(schema));
-        report("The database does not agree with the file schema \"" + fileSchema.identifier + "\"",
+        report(bound,
+               "The database does not agree with the file schema \"" + fileSchema.identifier + "\"",
                validation::deviations(*session, fileSchema, strict != 0));
     });
 }
 
 qrb_status qrb_pointcloud_meta_data_validate(qrb_context* context, qrb_pointcloud* pointcloud,
                                              const char* name, const char* schema) {
-    return call(context, [&] {
+    return call(context, [&](Context& bound) {
+        bound.findings.clear();
         const std::string item = textOf(name);
         const std::string value = sessionOf(pointcloud)->metaData().get(item);
         std::string text = textOf(schema);
@@ -74,15 +116,16 @@ qrb_status qrb_pointcloud_meta_data_validate(qrb_context* context, qrb_pointclou
                               "Give the JSON schema to check it against.");
             text = entry->schema;
         }
-        validateJson(value, text, "The metadata item \"" + item + "\"");
+        validateJson(bound, value, text, "The metadata item \"" + item + "\"", item);
     });
 }
 
 qrb_status qrb_pointcloud_meta_data_validate_json(qrb_context* context, qrb_pointcloud* pointcloud,
                                                   const char* value, const char* schema) {
-    return call(context, [&] {
+    return call(context, [&](Context& bound) {
+        bound.findings.clear();
         checkUnused(pointcloud);
-        validateJson(textOf(value), textOf(schema), "The value");
+        validateJson(bound, textOf(value), textOf(schema), "The value", "");
     });
 }
 

@@ -1,4 +1,5 @@
 #include "engine/base/json.h"
+#include "engine/base/utf8.h"
 #include "engine/report/check.h"
 #include "engine/report/text.h"
 

@@ -1,4 +1,5 @@
 #include "engine/base/json.h"
+#include "engine/base/utf8.h"
 #include "engine/report/forms.h"
 #include "engine/report/text.h"
 

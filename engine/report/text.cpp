@@ -1,5 +1,6 @@
 #include "engine/report/text.h"
 
+#include "engine/base/utf8.h"
 #include "numbers/numbertext.h"
 
 #include <algorithm>
@@ -9,39 +10,6 @@
 namespace tarvo::engine::report {
 
 namespace {
-
-constexpr std::string_view replacement = "\xef\xbf\xbd";
-
-// Bytes of the character that the text begins with; 0 where it is none.
-std::size_t characterLength(std::string_view text) {
-    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-    const unsigned lead = byte(0);
-    const std::size_t length = lead < 0x80   ? 1
-                               : lead < 0xc2 ? 0
-                               : lead < 0xe0 ? 2
-                               : lead < 0xf0 ? 3
-                               : lead < 0xf5 ? 4
-                                             : 0;
-    if (length > text.size())
-        return 0;
-    for (std::size_t i = 1; i < length; ++i)
-        if ((byte(i) & 0xc0) != 0x80)
-            return 0;
-    // Longer than needed, halves of a pair, beyond the last character.
-    if ((lead == 0xe0 && byte(1) < 0xa0) || (lead == 0xed && byte(1) > 0x9f) ||
-        (lead == 0xf0 && byte(1) < 0x90) || (lead == 0xf4 && byte(1) > 0x8f))
-        return 0;
-    return length;
-}
-
-template <typename Append>
-void forEachCharacter(std::string_view text, Append append) {
-    while (!text.empty()) {
-        const std::size_t length = characterLength(text);
-        append(length ? text.substr(0, length) : replacement);
-        text.remove_prefix(std::max<std::size_t>(length, 1));
-    }
-}
 
 // Control characters, the separators of lines and paragraphs, and the codes that a rich-text
 // document keeps its own structure in.
@@ -56,13 +24,6 @@ bool breaksLine(std::string_view character) {
 }
 
 }  // namespace
-
-std::string validUtf8(std::string_view text) {
-    std::string out;
-    out.reserve(text.size());
-    forEachCharacter(text, [&](std::string_view character) { out += character; });
-    return out;
-}
 
 std::string oneLine(std::string_view text) {
     std::string out;

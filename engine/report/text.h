@@ -10,9 +10,7 @@
 
 namespace tarvo::engine::report {
 
-// Bytes that are no UTF-8 become U+FFFD.
-std::string validUtf8(std::string_view text);
-// validUtf8 with control characters and line ends of any kind as blanks.
+// Control characters and line ends of any kind become blanks, bytes that are no UTF-8 U+FFFD.
 std::string oneLine(std::string_view text);
 // oneLine for HTML: what markup would take for its own is escaped, in attribute values too.
 std::string escaped(std::string_view text);

@@ -1,7 +1,6 @@
 #include "engine/validation/conformance.h"
 
 #include "catalogue/catalogue.h"
-#include "engine/validation/jsonschema.h"
 #include "numbers/numbertext.h"
 
 #include <algorithm>
@@ -45,27 +44,29 @@ public:
           m_state(session.state()),
           m_root(session.blobs().rootNode(*m_state)) {}
 
-    std::vector<std::string> run(bool strict) {
+    std::vector<Deviation> run(bool strict) {
         const FileSchema::Item* primary = m_schema.primary();
         const std::string& actual = m_state->primary().record.name;
         if (primary && actual != primary->name)
-            say("The primary point attribute is \"" + actual + "\", not \"" + primary->name +
-                "\".");
+            sayOfAttribute(actual, "The primary point attribute is \"" + actual + "\", not \"" +
+                                       primary->name + "\".");
         for (const FileSchema::Item& item : m_schema.attributes)
             compareAttribute(item);
         if (strict)
             for (const schema::Attribute& attribute : m_state->attributes.all())
                 if (!names(m_schema.attributes, attribute.record.name) &&
                     attribute.record.name != schema::pointIdName)
-                    say("The point attribute \"" + attribute.record.name +
-                        "\" is not part of the schema.");
+                    sayOfAttribute(attribute.record.name, "The point attribute \"" +
+                                                              attribute.record.name +
+                                                              "\" is not part of the schema.");
         for (const FileSchema::Item& item : m_schema.metaData)
             compareMetaData(item);
         if (strict)
             for (const auto& [name, value] : m_state->metaData)
                 if (!names(m_schema.metaData, name))
-                    say("The metadata item \"" + name + "\" is not part of the schema.");
-        return std::move(m_lines);
+                    sayOfItem(name,
+                              "The metadata item \"" + name + "\" is not part of the schema.");
+        return std::move(m_deviations);
     }
 
 private:
@@ -74,13 +75,18 @@ private:
                            [&](const FileSchema::Item& item) { return item.name == name; });
     }
 
-    void say(std::string line) { m_lines.push_back(std::move(line)); }
+    void sayOfAttribute(const std::string& name, const std::string& line) {
+        m_deviations.push_back({name, "", {"", "", "", "", line}, line});
+    }
+    void sayOfItem(const std::string& name, const std::string& line) {
+        m_deviations.push_back({"", name, {"", "", "", "", line}, line});
+    }
 
     void compareAttribute(const FileSchema::Item& item) {
         const int index = m_state->attributes.find(item.name);
         if (index < 0) {
             if (!item.optional)
-                say("The point attribute \"" + item.name + "\" is missing.");
+                sayOfAttribute(item.name, "The point attribute \"" + item.name + "\" is missing.");
             return;
         }
         if (!catalogue::findAttribute(item.name))
@@ -96,8 +102,8 @@ private:
                            const schema::AttributeRecord& expected) {
         const auto differs = [&](const char* what, const std::string& is,
                                  const std::string& usual) {
-            say("The point attribute \"" + record.name + "\" has the " + what + " " + is +
-                ", not " + usual + ".");
+            sayOfAttribute(record.name, "The point attribute \"" + record.name + "\" has the " +
+                                            what + " " + is + ", not " + usual + ".");
         };
         if (record.length != expected.length)
             differs("length", std::to_string(record.length), std::to_string(expected.length));
@@ -130,18 +136,22 @@ private:
             const double lowest = attribute.grid.value(statistics.minimum);
             const double highest = attribute.grid.value(statistics.maximum);
             if (lowest < expected.minimumValue - tolerance && lowest != expected.invalidValue)
-                say("The point attribute " + name + " has values down to " + plain(lowest) +
-                    ", below the minimum " + plain(expected.minimumValue) + ".");
+                sayOfAttribute(attribute.record.name, "The point attribute " + name +
+                                                          " has values down to " + plain(lowest) +
+                                                          ", below the minimum " +
+                                                          plain(expected.minimumValue) + ".");
             if (highest > expected.maximumValue + tolerance && highest != expected.invalidValue)
-                say("The point attribute " + name + " has values up to " + plain(highest) +
-                    ", above the maximum " + plain(expected.maximumValue) + ".");
+                sayOfAttribute(attribute.record.name, "The point attribute " + name +
+                                                          " has values up to " + plain(highest) +
+                                                          ", above the maximum " +
+                                                          plain(expected.maximumValue) + ".");
         }
     }
 
     void compareMetaData(const FileSchema::Item& item) {
         if (!m_state->metaData.count(item.name)) {
             if (!item.optional)
-                say("The metadata item \"" + item.name + "\" is missing.");
+                sayOfItem(item.name, "The metadata item \"" + item.name + "\" is missing.");
             return;
         }
         const catalogue::MetaDataEntry* entry = catalogue::findMetaData(item.name);
@@ -151,12 +161,12 @@ private:
         try {
             for (const Finding& finding :
                  JsonSchema(entry->schema).check(m_session.metaData().get(item.name)))
-                say(title + toLine(finding));
+                m_deviations.push_back({"", item.name, finding, title + toLine(finding)});
         } catch (const Failure& failure) {
             // What can't be checked is told like a fault; a damaged file is no matter of schemas.
             if (failure.code() != ErrorCode::Argument)
                 throw;
-            say(title + failure.what());
+            sayOfItem(item.name, title + failure.what());
         }
     }
 
@@ -164,13 +174,13 @@ private:
     const FileSchema& m_schema;
     std::shared_ptr<const session::State> m_state;
     index::Node m_root;
-    std::vector<std::string> m_lines;
+    std::vector<Deviation> m_deviations;
 };
 
 }  // namespace
 
-std::vector<std::string> deviations(session::Session& session, const FileSchema& schema,
-                                    bool strict) {
+std::vector<Deviation> deviations(session::Session& session, const FileSchema& schema,
+                                  bool strict) {
     return Comparison(session, schema).run(strict);
 }
 

@@ -1,5 +1,5 @@
-// Checks JSON texts against JSON schemas (draft 7; the formats of texts are not checked). Both may
-// be hostile: what takes too long, nests too deep or refers to other places is refused.
+// Checks JSON texts against JSON schemas (draft 7). Both may be hostile: what takes too long, nests
+// too deep or refers to other places is refused.
 #pragma once
 
 #include <memory>
@@ -10,8 +10,11 @@
 namespace tarvo::engine::validation {
 
 struct Finding {
-    std::string pointer;  // JSON pointer (RFC 6901) of the place in the value; empty: the whole
-    std::string text;     // one line, such as "expected a string, found a number"
+    std::string pointer;   // JSON pointer (RFC 6901) of the place in the value; empty: the whole
+    std::string keyword;   // of the schema that is not satisfied; empty: none
+    std::string expected;  // in words, "a string"; empty where the text says more
+    std::string found;
+    std::string text;  // one line, such as "expected a string, found a number"
 };
 
 // "/frame/units: expected a string, found a number"
@@ -25,9 +28,12 @@ public:
     ~JsonSchema();
 
     // What is wrong with a JSON text, in the order of the text, each once; of very many faults
-    // some hundreds, and first that there are more. Throws Failure(Argument) for a text that is no
+    // a thousand, and first that there are more. Throws Failure(Argument) for a text that is no
     // JSON.
-    std::vector<Finding> check(std::string_view text, std::string_view what = "The value");
+    std::vector<Finding> check(std::string_view text, std::string_view what = "The value") const;
+
+    // What the schema asks for and nobody checks, a line each: unknown formats.
+    std::vector<std::string> notes() const;
 
 private:
     struct Private;

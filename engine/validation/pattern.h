@@ -3,27 +3,29 @@
 #pragma once
 
 #include <cstddef>
-#include <regex>
+#include <memory>
 #include <string>
-#include <string_view>
+
+namespace re2 {
+class RE2;
+}
 
 namespace tarvo::engine::validation {
 
 class Pattern {
 public:
-    // ECMAScript syntax without back references and look-ahead, which can't be searched in bounded
+    // ECMA 262 without back references and looking around, which can't be searched in bounded
     // time. Throws Failure(Argument) for these, for faults and for expressions that are too large.
     explicit Pattern(const std::string& expression);
+    ~Pattern();
 
-    // Whether the expression matches anywhere in the text, UTF-8 of at most maximumText bytes.
+    // Whether the expression matches anywhere in the text. Bytes that are no UTF-8 count as U+FFFD.
     bool search(const std::string& text) const;
     // Rough number of steps per byte of the text.
     std::size_t size() const { return m_size; }
 
-    static constexpr std::size_t maximumText = 1u << 16;
-
 private:
-    std::wregex m_regex;  // characters, not the bytes of UTF-8
+    std::unique_ptr<re2::RE2> m_regex;
     std::size_t m_size;
 };
 

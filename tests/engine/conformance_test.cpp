@@ -34,12 +34,12 @@ protected:
                                bool strict = false) {
         session::Session session(m_file, {}, "test");
         std::string text;
-        for (const std::string& line :
+        for (const Deviation& one :
              deviations(session,
                         readFileSchema(R"({"identifier":"i","extension":"e","attributes":[)" +
                                        attributes + R"(],"metadata":[)" + items + "]}"),
                         strict))
-            text += line + "\n";
+            text += one.line + "\n";
         return text;
     }
 

@@ -2,6 +2,7 @@
 #include "tests/engine/database.h"
 
 #include "engine/query/levelofdetail.h"
+#include "engine/base/utf8.h"
 #include "engine/report/forms.h"
 #include "engine/report/report.h"
 #include "engine/report/text.h"
@@ -505,20 +506,20 @@ TEST_F(ReportTest, ThePictureTakesTheColoursOfThePoints) {
 }
 
 TEST(ReportText, ForeignTextsAreCleaned) {
-    EXPECT_EQ(report::validUtf8("\xc3\xa4\xf0\x9f\x98\x80"), "\xc3\xa4\xf0\x9f\x98\x80");
+    EXPECT_EQ(validUtf8("\xc3\xa4\xf0\x9f\x98\x80"), "\xc3\xa4\xf0\x9f\x98\x80");
     // Alone, cut off, longer than needed, half of a pair, beyond the last character.
     for (const char* bytes : {"\x80", "\xc3", "\xff"})
-        EXPECT_EQ(report::validUtf8(bytes), "\ufffd");
+        EXPECT_EQ(validUtf8(bytes), "\ufffd");
     for (const char* bytes : {"\xc0\x80", "\xe2\x82"})
-        EXPECT_EQ(report::validUtf8(bytes), "\ufffd\ufffd");
+        EXPECT_EQ(validUtf8(bytes), "\ufffd\ufffd");
     for (const char* bytes : {"\xe0\x80\x80", "\xed\xa0\x80"})
-        EXPECT_EQ(report::validUtf8(bytes), "\ufffd\ufffd\ufffd");
+        EXPECT_EQ(validUtf8(bytes), "\ufffd\ufffd\ufffd");
     for (const char* bytes : {"\xf4\x90\x80\x80", "\xf0\x8f\xbf\xbf", "\xf5\x80\x80\x80"})
-        EXPECT_EQ(report::validUtf8(bytes), "\ufffd\ufffd\ufffd\ufffd");
+        EXPECT_EQ(validUtf8(bytes), "\ufffd\ufffd\ufffd\ufffd");
     for (const char* bytes : {"\xc2\x80", "\xe0\xa0\x80", "\xed\x9f\xbf", "\xee\x80\x80",
                               "\xf0\x90\x80\x80", "\xf4\x8f\xbf\xbf"})
-        EXPECT_EQ(report::validUtf8(bytes), bytes);
-    EXPECT_EQ(report::validUtf8("a\xe2\x82z\xc3"), "a\ufffd\ufffdz\ufffd");
+        EXPECT_EQ(validUtf8(bytes), bytes);
+    EXPECT_EQ(validUtf8("a\xe2\x82z\xc3"), "a\ufffd\ufffdz\ufffd");
     // A rich-text document would take these for its own.
     EXPECT_EQ(report::oneLine("a\u2028\ufdd0\ufdd1\ufffcb\xc2\xa0\x1f"), "a    b\xc2\xa0 ");
     EXPECT_EQ(report::oneLine("a\r\n\tb\x7f\xc2\x85"
