@@ -4,40 +4,31 @@
 #include "cli/json.h"
 #include "cli/output.h"
 #include "cli/text.h"
-#include "qrb/error.h"
+
+#include <cstdio>
 
 namespace tarvo::cli {
 
-void reportFindings(const std::function<void()>& validate, bool asJson) {
-    std::string lines;
-    try {
-        validate();
-    } catch (const qrb::Error& error) {
-        if (error.code() != QRB_ERROR_VALIDATION) {
-            throw;
-        }
-        lines = error.details() != nullptr ? error.details() : "";
-        if (lines.empty()) {
-            lines = error.what();
-        }
-        if (lines.back() != '\n') {
-            lines += '\n';
-        }
+void reportFindings(const qrb::pointcloud::Findings& findings, bool asJson) {
+    for (const std::string& note : findings.notes) {
+        std::fprintf(stderr, "qrbtool: %s\n", printable(note).c_str());
     }
     if (asJson) {
         JsonText json;
         json.beginArray();
-        for (std::size_t at = 0; at < lines.size();) {
-            const std::size_t end = lines.find('\n', at);
-            json.value(std::string_view(lines).substr(at, end - at));
-            at = end + 1;
+        for (const qrb::pointcloud::Finding& finding : findings.list) {
+            json.value(finding.line);
         }
         json.endArray();
         print(json.text());
     } else {
+        std::string lines;
+        for (const qrb::pointcloud::Finding& finding : findings.list) {
+            lines += finding.line + "\n";
+        }
         print(lines.empty() ? "No problems detected!\n" : printable(lines));
     }
-    if (!lines.empty()) {
+    if (!findings.list.empty()) {
         throw NegativeAnswer();
     }
 }

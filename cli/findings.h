@@ -1,13 +1,12 @@
 // What validations find.
 #pragma once
 
-#include <functional>
-#include <string>
+#include "qrb/findings.h"
 
 namespace tarvo::cli {
 
-// Runs a validation and writes what it finds, a line each, or as a JSON array of texts; throws
-// NegativeAnswer if there is anything. Other failures are passed on.
-void reportFindings(const std::function<void()>& validate, bool asJson);
+// Writes what a validation found, a line each, or as a JSON array of texts, and its notes to
+// standard error; throws NegativeAnswer if there is anything.
+void reportFindings(const qrb::pointcloud::Findings& findings, bool asJson);
 
 }  // namespace tarvo::cli

@@ -117,7 +117,7 @@ void importMetaData(Database& database, const std::vector<std::string>& files) {
 void validateMetaData(const MetaData& metaData, const MetaDataOptions& options) {
     requireItem(metaData, options.name);
     const std::string schema = options.schema.empty() ? "" : readTextFile(options.schema);
-    reportFindings([&] { metaData.validate(options.name, schema); }, options.json);
+    reportFindings(metaData.findings(options.name, schema), options.json);
 }
 
 // Adds a subcommand that works on the open database with the options.

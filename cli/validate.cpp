@@ -32,8 +32,7 @@ void runValidate(const Database& database, ValidateOptions options) {
                      options.schema.c_str());
     }
     const std::string schema = fileSchemaText(options.schema);
-    reportFindings([&] { database.cloud().management().validate(schema, options.strict); },
-                   options.json);
+    reportFindings(database.cloud().management().findings(schema, options.strict), options.json);
 }
 
 }  // namespace

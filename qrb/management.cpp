@@ -26,6 +26,12 @@ void Management::validate(const std::string& schema, bool strict) const {
         m_data->context.handle(), m_data->handle, schema.c_str(), strict ? 1 : 0));
 }
 
+Findings Management::findings(const std::string& schema, bool strict) const {
+    return findingsOf(
+        *m_data, functions().qrb_pointcloud_management_validate(
+                     m_data->context.handle(), m_data->handle, schema.c_str(), strict ? 1 : 0));
+}
+
 std::uint32_t Management::getLodMode() const {
     std::uint32_t mode = 0;
     m_data->check(functions().qrb_pointcloud_management_get_lod_mode(m_data->context.handle(),

@@ -1,6 +1,7 @@
 // Maintenance of one open database.
 #pragma once
 
+#include "qrb/findings.h"
 #include "qrb/pointclouddata.h"
 #include "qrb/transactions.h"
 
@@ -21,6 +22,8 @@ public:
     // Compares the database with a file schema (JSON text); findings are thrown as one Error with
     // a line each in its details.
     void validate(const std::string& schema, bool strict) const;
+    // The same; what does not agree is no failure.
+    Findings findings(const std::string& schema, bool strict) const;
 
     std::uint32_t getLodMode() const;
     void setLodMode(std::uint32_t mode);

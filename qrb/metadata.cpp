@@ -52,6 +52,18 @@ void MetaData::validateJson(const std::string& value, const std::string& schema)
         m_data->context.handle(), m_data->handle, value.c_str(), schema.c_str()));
 }
 
+Findings MetaData::findings(const std::string& name, const std::string& schema) const {
+    return findingsOf(*m_data,
+                      functions().qrb_pointcloud_meta_data_validate(
+                          m_data->context.handle(), m_data->handle, name.c_str(), schema.c_str()));
+}
+
+Findings MetaData::findingsOfJson(const std::string& value, const std::string& schema) const {
+    return findingsOf(*m_data,
+                      functions().qrb_pointcloud_meta_data_validate_json(
+                          m_data->context.handle(), m_data->handle, value.c_str(), schema.c_str()));
+}
+
 void MetaData::createSignature(const std::string& name, std::uint32_t method,
                                const std::vector<std::uint8_t>& key) {
     m_data->check(functions().qrb_pointcloud_meta_data_create_signature(

@@ -1,6 +1,7 @@
 // The metadata items (named JSON texts) of one open database.
 #pragma once
 
+#include "qrb/findings.h"
 #include "qrb/pointclouddata.h"
 
 #include <cstdint>
@@ -25,6 +26,9 @@ public:
     // of the default catalogue); throws Error whose details hold a line per fault.
     void validate(const std::string& name, const std::string& schema) const;
     void validateJson(const std::string& value, const std::string& schema) const;
+    // The same; what is wrong with the value is no failure.
+    Findings findings(const std::string& name, const std::string& schema) const;
+    Findings findingsOfJson(const std::string& value, const std::string& schema) const;
 
     // Method 0 with an empty key removes the signature.
     void createSignature(const std::string& name, std::uint32_t method,

@@ -71,14 +71,18 @@ bool Evaluation::checkKeywords(const SchemaNode& schema, const Value& value, con
         throw Failure(ErrorCode::Argument,
                       "The value nests too deep for its schema: it nests more than " +
                           std::to_string(maximumNesting) + " checks.");
-    ++m_depth;
+    // Also where a check is left by an exception.
+    const struct Level {
+        explicit Level(std::size_t& counted) : depth(counted) { ++depth; }
+        ~Level() { --depth; }
+        std::size_t& depth;
+    } level(m_depth);
     bool pass = true;
     for (const auto& [keyword, check] : schema.checks) {
         pass = check({*this, value, place, list, keyword}) && pass;
         if (!pass && !list)
             break;
     }
-    --m_depth;
     return pass;
 }
 

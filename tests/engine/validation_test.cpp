@@ -551,6 +551,18 @@ TEST(JsonSchema, ChecksTheDeepestSchemaThatItTakes) {
     }
 }
 
+TEST(JsonSchema, RefusesValuesThatNeedTooMuchStack) {
+    std::string schema = R"({"items": {"$ref": "#"}})";
+    std::string value = "1";
+    for (int i = 0; i < 40; ++i)
+        schema = "{\"allOf\": [" + schema + "]}";
+    for (int i = 0; i < 100; ++i)
+        value = "[" + value + "]";
+    EXPECT_EQ(check(schema, "[[[[[1]]]]]"), "");
+    EXPECT_EQ(refusal(schema, value),
+              "The value nests too deep for its schema: it nests more than 1000 checks. ");
+}
+
 TEST(JsonSchema, SearchesAnyPatternInLinearTime) {
     // Each takes a backtracking search longer than the age of the universe: it would not end.
     const std::string text(30000, 'a');
@@ -729,6 +741,16 @@ TEST(JsonSchema, ChecksManyElementsAndListsABoundedNumberOfFaults) {
     EXPECT_EQ(toLine(parted[0]), "The whole value: has more faults than those listed here");
     EXPECT_EQ(toLine(parted[1]), "/0: expected a string, found 0");
     EXPECT_EQ(parted[300].pointer, "/299");
+    // Of a name only the first fault is told; the search for it is left from any depth.
+    std::string names = "{";
+    for (int i = 0; i < 900; ++i)
+        names += "\"" + std::to_string(i) + "\": 1, ";
+    EXPECT_EQ(
+        JsonSchema(R"({"propertyNames": {"not": {"not": {"type": "string"}}, "allOf": [{"allOf":
+                         [{"minLength": 5, "pattern": "^x"}]}]}})")
+            .check(names + "\"xxxxx\": 1}")
+            .size(),
+        900u);
     // The next value is judged afresh.
     EXPECT_TRUE(texts.check("[\"a\"]").empty());
 }

@@ -280,6 +280,12 @@ const std::vector<Action>& actions() {
         doing("remove item", [](Subject& s) { s.cloud.metaData().remove("n"); }),
         doing("validate item", [](Subject& s) { s.cloud.metaData().validate("n", "schema"); }),
         doing("validate value", [](Subject& s) { s.cloud.metaData().validateJson("v", "schema"); }),
+        // Of a library that has no records.
+        doing("findings", [](Subject& s) { (void)s.cloud.management().findings("schema", true); }),
+        doing("findings of item",
+              [](Subject& s) { (void)s.cloud.metaData().findings("n", "schema"); }),
+        doing("findings of value",
+              [](Subject& s) { (void)s.cloud.metaData().findingsOfJson("v", "schema"); }),
         doing("sign item", [key](Subject& s) { s.cloud.metaData().createSignature("n", 2, key); }),
         returning("verify item",
                   [key](Subject& s) { return s.cloud.metaData().verifySignature("n", 1, key); }),

@@ -301,4 +301,45 @@ TEST_F(Validate, MetaDataItemsAgainstTheirOwnOrAGivenSchema) {
         std::string::npos);
 }
 
+// Names may hold what separates the parts of a line.
+TEST_F(Validate, TellsFindingsAsRecords) {
+    const qrb::Context context("OFF", "");
+    qrb::Pointcloud cloud(context);
+    EXPECT_NE(failure([&] { (void)cloud.inspect(6); }, QRB_ERROR_STATE), "");
+    const Findings own = cloud.metaData().findingsOfJson(
+        R"({"a: b": 5, "c": "x"})",
+        R"({"properties": {"a: b": {"type": "string"}, "c": {"format": "iri"}},
+            "required": ["/d: e"]})");
+    ASSERT_EQ(own.list.size(), 2u);
+    EXPECT_EQ(own.list[0].pointer, "");
+    EXPECT_EQ(own.list[0].keyword, "required");
+    EXPECT_EQ(own.list[0].text, "the member \"/d: e\" is missing");
+    EXPECT_EQ(own.list[1].pointer, "/a: b");
+    EXPECT_EQ(own.list[1].keyword, "type");
+    EXPECT_EQ(own.list[1].expected, "a string");
+    EXPECT_EQ(own.list[1].found, "5");
+    EXPECT_EQ(own.list[1].line, "/a: b: expected a string, found 5");
+    EXPECT_EQ(own.notes, Lines{"The format \"iri\" is not checked."});
+
+    cloud.create(file("cloud"), CreateSettings(context));
+    {
+        TransactionGuard transaction(cloud.transactions(), "Set", "tests");
+        cloud.metaData().set("tarvo.geo_tag", R"({"crs": 5})");
+        transaction.commit();
+    }
+    const Findings none = cloud.metaData().findings("tarvo.geo_tag", "{}");
+    EXPECT_TRUE(none.list.empty() && none.notes.empty());
+    const Findings all =
+        cloud.management().findings(schema(R"("gone")", R"("tarvo.geo_tag")"), false);
+    ASSERT_GE(all.list.size(), 2u);
+    EXPECT_EQ(all.list[0].attribute, "gone");
+    EXPECT_EQ(all.list[0].line, "The point attribute \"gone\" is missing.");
+    EXPECT_EQ(all.list[1].item, "tarvo.geo_tag");
+    EXPECT_EQ(all.list[1].pointer, "/crs");
+    EXPECT_EQ(all.list[1].line, "The metadata item \"tarvo.geo_tag\": /crs: " + all.list[1].text);
+    // A refusal leaves none of the findings before it.
+    failure([&] { (void)cloud.metaData().findingsOfJson("[", "{}"); }, QRB_ERROR_ARGUMENT);
+    failure([&] { (void)cloud.inspect(6); }, QRB_ERROR_STATE);
+}
+
 }  // namespace

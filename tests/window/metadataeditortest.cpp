@@ -1,17 +1,17 @@
 // The editor of metadata items, and the text pane in it.
 
-#include "window/common/appearance.h"
-#include "window/widgets/jsonpositions.h"
-#include "window/widgets/jsontextedit.h"
-#include "core/json.h"
-#include "window/frame/mainwindow.h"
 #include "catalogue/catalogue.h"
+#include "core/json.h"
 #include "qrb/loader.h"
 #include "qrb/pointcloud.h"
 #include "tests/window/guitestmain.h"
 #include "tests/window/modalscript.h"
 #include "tests/window/testdatabase.h"
 #include "tests/window/windowdriver.h"
+#include "window/common/appearance.h"
+#include "window/frame/mainwindow.h"
+#include "window/widgets/jsonpositions.h"
+#include "window/widgets/jsontextedit.h"
 
 #include <QAction>
 #include <QApplication>
@@ -167,8 +167,9 @@ void MetaDataEditorTest::itemIsAddedFromTheExample() {
     QVERIFY(tree->currentItem());
     QCOMPARE(tree->currentItem()->text(0), "tarvo.time_base");
     commit();
-    QCOMPARE(committed("tarvo.time_base"),
-             tarvo::core::formattedJson(tarvo::catalogue::findMetaData("tarvo.time_base")->example));
+    QCOMPARE(
+        committed("tarvo.time_base"),
+        tarvo::core::formattedJson(tarvo::catalogue::findMetaData("tarvo.time_base")->example));
 }
 
 void MetaDataEditorTest::itemIsEditedAndChecked() {
@@ -333,6 +334,15 @@ void MetaDataEditorTest::textsAndOwnSchemasAreTakenAsTheyAre() {
             QCOMPARE(findings(dialog)->topLevelItem(0)->text(1), "/1");
             QTest::keyClicks(in<QComboBox>(dialog, "editName")->lineEdit(), "s");
             QVERIFY(!schema->text().isEmpty());
+            // A name may hold what separates the place from the words in a line of text.
+            schema->setPlainText(R"({"items": {"required": ["a: b"]}, "properties": {"x: /y":
+                {"format": "iri", "type": "null"}}})");
+            type(dialog, R"({"x: /y": 1})");
+            QTRY_COMPARE(state(dialog),
+                         "1 violation of the schema. The format \"iri\" is not checked.");
+            QCOMPARE(findings(dialog)->topLevelItem(0)->text(1), "/x: ~1y");
+            QCOMPARE(findings(dialog)->topLevelItem(0)->text(2), "expected null, found 1");
+            type(dialog, "[1, \"a\"]");
             schema->setPlainText("{\"items\": 5}");
             QTRY_VERIFY(state(dialog).startsWith("The value can't be checked. The JSON schema "));
             QVERIFY(!findings(dialog)->isVisible());

@@ -1,17 +1,17 @@
 #include "window/dialogs/dialogmetadata.h"
 
+#include "catalogue/catalogue.h"
+#include "core/json.h"
+#include "qrb/error.h"
+#include "ui_dialogmetadata.h"
 #include "window/common/clipboard.h"
 #include "window/common/guard.h"
 #include "window/common/messageboxes.h"
 #include "window/common/textfiles.h"
 #include "window/common/textformat.h"
 #include "window/common/theme.h"
-#include "core/json.h"
 #include "window/dialogs/checklabel.h"
 #include "window/dialogs/defaultnames.h"
-#include "catalogue/catalogue.h"
-#include "qrb/error.h"
-#include "ui_dialogmetadata.h"
 
 #include <QApplication>
 #include <QFileDialog>
@@ -300,7 +300,7 @@ void DialogMetaData::check() {
             return;
         }
         const QString schema = m_ui->editSchema->text();
-        std::vector<Finding> found;
+        Findings found;
         QString refusal;
         if (schema.trimmed().isEmpty())
             showState("JSON. There is no schema to check it against.", State::NEUTRAL);
@@ -308,16 +308,22 @@ void DialogMetaData::check() {
             showState("The schema is not JSON: " + placed(*wrong, schema), State::WRONG);
         else if (found = findings(value, refusal); !refusal.isEmpty())
             showState("The value can't be checked. " + refusal, State::WRONG);
-        else if (found.empty())
-            showState("The value satisfies the schema.", State::RIGHT);
         else
-            showState(found.size() == 1 ? QString("1 violation of the schema.")
-                                        : QString("%0 violations of the schema.").arg(found.size()),
-                      State::WRONG);
+            showAnswer(found);
         showFindings(found, value);
-        if (!found.empty())
+        if (!found.list.empty())
             m_objection = "The value does not satisfy the schema.\nSave it anyway?";
     });
+}
+
+void DialogMetaData::showAnswer(const Findings& findings) {
+    const std::size_t count = findings.list.size();
+    QString state = count == 0   ? QString("The value satisfies the schema.")
+                    : count == 1 ? QString("1 violation of the schema.")
+                                 : QString("%0 violations of the schema.").arg(count);
+    for (const std::string& note : findings.notes)
+        state += ' ' + QString::fromStdString(note);
+    showState(state, count == 0 ? State::RIGHT : State::WRONG);
 }
 
 void DialogMetaData::showNoJson(const QString& text, const common::JsonFault& fault) {
@@ -335,32 +341,21 @@ void DialogMetaData::showNoJson(const QString& text, const common::JsonFault& fa
         m_objection = "The value is not JSON.\nSave it as text?";
 }
 
-std::vector<DialogMetaData::Finding> DialogMetaData::findings(const QString& text,
-                                                              QString& refusal) const {
-    std::vector<Finding> result;
+DialogMetaData::Findings DialogMetaData::findings(const QString& text, QString& refusal) const {
     try {
-        m_database.metaData().validateJson(text.toStdString(),
-                                           m_ui->editSchema->text().toStdString());
+        return m_database.metaData().findingsOfJson(text.toStdString(),
+                                                    m_ui->editSchema->text().toStdString());
     } catch (const tarvo::qrb::Error& error) {
-        const QString details = QString::fromUtf8(error.details());
-        if (error.code() != QRB_ERROR_VALIDATION) {
-            refusal = (QString::fromUtf8(error.what()) + ' ' + details).simplified();
-            return {};
-        }
-        // "/PLACE: PROBLEM", or "The whole value: PROBLEM".
-        for (const QString& line : details.split('\n', Qt::SkipEmptyParts)) {
-            const qsizetype colon = line.indexOf(": ");
-            const bool hasPlace = colon > 0 && line.startsWith('/');
-            result.push_back({hasPlace ? line.left(colon) : QString(), line.mid(colon + 2)});
-        }
+        refusal = (QString::fromUtf8(error.what()) + ' ' + QString::fromUtf8(error.details()))
+                      .simplified();
+        return {};
     }
-    return result;
 }
 
-void DialogMetaData::showFindings(const std::vector<Finding>& findings, const QString& text) {
+void DialogMetaData::showFindings(const Findings& findings, const QString& text) {
     QStringList pointers;
-    for (const Finding& finding : findings)
-        pointers += finding.pointer;
+    for (const auto& finding : findings.list)
+        pointers += QString::fromStdString(finding.pointer);
     m_places.clear();
     std::vector<qsizetype> begins;
     for (const auto& place : common::placesOf(text, pointers)) {
@@ -369,13 +364,13 @@ void DialogMetaData::showFindings(const std::vector<Finding>& findings, const QS
     }
     const auto at = common::linesAndColumns(text, begins);
     QList<QTreeWidgetItem*> rows;
-    for (std::size_t i = 0; i < findings.size(); ++i) {
+    for (std::size_t i = 0; i < findings.list.size(); ++i) {
         auto* row = new QTreeWidgetItem;
         row->setText(FINDING_LINE, QString::number(at[i].line));
         row->setTextAlignment(FINDING_LINE, Qt::AlignRight | Qt::AlignVCenter);
-        row->setText(FINDING_PLACE,
-                     findings[i].pointer.isEmpty() ? "(whole value)" : findings[i].pointer);
-        row->setText(FINDING_TEXT, findings[i].text);
+        const QString& pointer = pointers[static_cast<qsizetype>(i)];
+        row->setText(FINDING_PLACE, pointer.isEmpty() ? "(whole value)" : pointer);
+        row->setText(FINDING_TEXT, QString::fromStdString(findings.list[i].text));
         for (const int column : {FINDING_PLACE, FINDING_TEXT})
             row->setToolTip(column, common::plainToolTip(row->text(column)));
         rows += row;

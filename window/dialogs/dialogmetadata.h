@@ -3,9 +3,9 @@
 // types.
 #pragma once
 
-#include "window/widgets/jsonpositions.h"
-#include "window/common/programsettings.h"
 #include "qrb/pointcloud.h"
+#include "window/common/programsettings.h"
+#include "window/widgets/jsonpositions.h"
 
 #include <QDialog>
 #include <QStringList>
@@ -58,10 +58,7 @@ private slots:
     void onCopyToClipboard();
 
 private:
-    struct Finding {
-        QString pointer;
-        QString text;
-    };
+    using Findings = tarvo::qrb::pointcloud::Findings;
 
     DialogMetaData(const tarvo::qrb::Pointcloud& database, bool isNew, QWidget* parent);
     void buildMenu();
@@ -83,8 +80,9 @@ private:
     void check();
     void showNoJson(const QString& text, const tarvo::common::JsonFault& fault);
     // Sets refusal to what keeps the text from being checked, if anything does.
-    std::vector<Finding> findings(const QString& text, QString& refusal) const;
-    void showFindings(const std::vector<Finding>& findings, const QString& text);
+    Findings findings(const QString& text, QString& refusal) const;
+    void showAnswer(const Findings& findings);
+    void showFindings(const Findings& findings, const QString& text);
     enum class State { RIGHT, NEUTRAL, WRONG };
     void showState(const QString& text, State state);
 
