@@ -38,7 +38,7 @@ public:
     // The formats that are named but not checked.
     const std::set<std::string>& unknownFormats() const { return m_unknownFormats; }
 
-    // For the keywords (keywords.cpp), which look at a schema with these.
+    // For the keywords (keyword.h), which look at a schema with these.
     [[noreturn]] static void fail(const std::string& place, const std::string& reason,
                                   const std::string& hint = {});
     // The schema at a place, behind its references; its keywords may follow later. keyword: under
@@ -61,7 +61,7 @@ private:
     const SchemaNode* m_rootNode = nullptr;
 };
 
-// Makes the checks of a schema's keywords (keywords.cpp); json: an object without "$ref".
+// Makes the checks of a schema's keywords (keyword.h); json: an object without "$ref".
 void addKeywords(SchemaGraph& graph, SchemaNode& node);
 
 }  // namespace tarvo::engine::validation
