@@ -1,9 +1,11 @@
 #include "exchange/las/metadata.h"
 
-#include "exchange/las/bytes.h"
-#include "exchange/table/names.h"
 #include "catalogue/jsonmemory.h"
+#include "exchange/las/bytes.h"
+#include "exchange/las/crs.h"
+#include "exchange/table/names.h"
 
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 #include <functional>
@@ -93,10 +95,6 @@ std::string headerJson(const std::string& fileName, const Header& header) {
     });
 }
 
-bool isCrs(const Record& record) {
-    return record.userId == "LASF_Projection";
-}
-
 // The keys of GeoTIFF: a directory of 16-bit numbers and the numbers and texts it points to.
 std::string geotiffJson(const std::vector<const Record*>& records) {
     return jsonText([&](Writer& writer) {
@@ -159,13 +157,20 @@ std::vector<std::pair<std::string, std::string>> metaDataItems(const std::string
     items.emplace_back("las.header", headerJson(fileName, header));
     for (const Record& record : records) {
         if (isCrs(record) && (record.recordId == 2112 || record.recordId == 2111)) {
+            const std::string raw = getText(record.data.data(), record.data.size());
             items.emplace_back(record.recordId == 2112 ? "las.crs.wkt" : "las.crs.math_transform",
                                jsonText([&](Writer& writer) {
-                                   const std::string text =
-                                       validUtf8(getText(record.data.data(), record.data.size()));
+                                   const std::string text = validUtf8(raw);
                                    writer.String(text.data(),
                                                  static_cast<rapidjson::SizeType>(text.size()));
                                }));
+            // What a string of JSON can't hold byte for byte.
+            const bool endsThere =
+                std::all_of(record.data.begin() + static_cast<std::ptrdiff_t>(raw.size()),
+                            record.data.end(), [](std::uint8_t byte) { return byte == 0; });
+            if (!isUtf8(raw) || !endsThere || record.data.size() != record.length) {
+                others.push_back(&record);
+            }
         } else if (isCrs(record) && record.recordId >= 34735 && record.recordId <= 34737) {
             geotiff.push_back(&record);
         } else {

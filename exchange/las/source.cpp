@@ -1,6 +1,7 @@
 #include "exchange/las/source.h"
 
 #include "exchange/las/metadata.h"
+#include "exchange/las/origin.h"
 
 #include <algorithm>
 
@@ -57,6 +58,10 @@ std::vector<Affine> LasSource::coordinateAxes() const {
         axes.push_back(m_dimensions[i].field.affine);
     }
     return axes;
+}
+
+Origin LasSource::origin() const {
+    return originOf(m_header, m_records);
 }
 
 std::vector<std::pair<std::string, std::string>> LasSource::metaData() const {

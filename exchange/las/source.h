@@ -20,6 +20,7 @@ public:
     std::uint32_t next() override;
     const void* values(std::size_t column) const override { return m_values[column].data(); }
     std::vector<Affine> coordinateAxes() const override;
+    Origin origin() const override;
     std::vector<std::pair<std::string, std::string>> metaData() const override;
 
 private:

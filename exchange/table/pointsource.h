@@ -1,10 +1,12 @@
 // What the import reads points from: a file of columns, decoded a batch at a time.
 #pragma once
 
+#include "core/referencesystem.h"
 #include "exchange/table/decimal.h"
 #include "qrb/pointattribute.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -34,6 +36,16 @@ struct Column {
     }
 };
 
+// What a file tells of its points as a whole, in the terms of the catalogue's metadata items. What
+// it doesn't tell is empty.
+struct Origin {
+    std::optional<core::ReferenceSystem> system;
+    std::string project;    // "tarvo.pointcloud_info"
+    std::string comments;   // the same
+    std::string epoch;      // "tarvo.time_base"
+    std::string timescale;  // the same
+};
+
 // Points of one batch.
 inline constexpr std::uint32_t batchSize = 65536;
 
@@ -57,6 +69,7 @@ public:
 
     // How the coordinates are stored (one per element); empty: as plain numbers.
     virtual std::vector<Affine> coordinateAxes() const { return {}; }
+    virtual Origin origin() const { return {}; }
     // Metadata items that tell about the file: name and JSON text.
     virtual std::vector<std::pair<std::string, std::string>> metaData() const { return {}; }
 };

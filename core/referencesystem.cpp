@@ -1,0 +1,156 @@
+#include "core/referencesystem.h"
+
+#include "core/json.h"
+#include "core/utf8.h"
+
+#include <algorithm>
+#include <charconv>
+#include <string_view>
+
+namespace tarvo::core {
+
+namespace {
+
+constexpr const char* itemName = "tarvo.geo_tag";
+// What any writer keeps of a number.
+constexpr int comparedDigits = 10;
+
+// A well-known text without what its writers are free in: white space, brackets, letters outside of
+// quotes, the last digits of numbers.
+std::string normalised(std::string_view wkt) {
+    std::string result;
+    for (std::size_t at = 0; at < wkt.size();) {
+        const char c = wkt[at];
+        if (c == '"') {
+            const std::size_t end = std::min(wkt.find('"', at + 1), wkt.size() - 1);
+            result += wkt.substr(at, end + 1 - at);
+            at = end + 1;
+            continue;
+        }
+        const std::size_t sign = c == '+' ? 1 : 0;
+        double number = 0;
+        const auto read = std::from_chars(wkt.data() + at + sign, wkt.data() + wkt.size(), number);
+        const bool begins = result.empty() || result.back() == ',' || result.back() == '[';
+        if (begins && read.ec == std::errc() && (c < 'A' || c > 'z')) {
+            char digits[32];
+            const auto end = std::to_chars(digits, digits + sizeof digits, number,
+                                           std::chars_format::general, comparedDigits);
+            result.append(digits, end.ptr);
+            at = static_cast<std::size_t>(read.ptr - wkt.data());
+            continue;
+        }
+        if (c == '(' || c == ')') {
+            result += c == '(' ? '[' : ']';
+        } else if (c >= 'a' && c <= 'z') {
+            result += static_cast<char>(c - 'a' + 'A');
+        } else if (c != ' ' && c != '\t' && c != '\r' && c != '\n') {
+            result += c;
+        }
+        ++at;
+    }
+    return result;
+}
+
+using Document = rapidjson::Document;
+
+Document readItem(const qrb::pointcloud::MetaData& metaData) {
+    Document item;
+    if (metaData.exists(itemName)) {
+        const std::string text = metaData.get(itemName);
+        item.Parse<rapidjson::kParseIterativeFlag | rapidjson::kParseFullPrecisionFlag>(
+            text.data(), text.size());
+    }
+    if (item.HasParseError() || !item.IsObject()) {
+        item.SetObject();
+    }
+    return item;
+}
+
+std::string textMember(const rapidjson::Value& object, const char* name) {
+    const auto found = object.FindMember(name);
+    return found != object.MemberEnd() && found->value.IsString()
+               ? std::string(found->value.GetString(), found->value.GetStringLength())
+               : std::string();
+}
+
+}  // namespace
+
+std::string describe(const ReferenceSystem& system) {
+    if (system.name.empty() || system.code.empty()) {
+        return system.name.empty() && system.code.empty() ? "unnamed system"
+                                                          : system.name + system.code;
+    }
+    return system.name + " (" + system.code + ")";
+}
+
+bool isSame(const ReferenceSystem& a, const ReferenceSystem& b) {
+    if (!a.code.empty() && !b.code.empty()) {
+        return a.code == b.code || (a.epsg != 0 && a.epsg == b.epsg);
+    }
+    if (!a.wkt.empty() && !b.wkt.empty()) {
+        return normalised(a.wkt) == normalised(b.wkt);
+    }
+    return !a.keys.empty() && a.keys == b.keys;
+}
+
+std::optional<ReferenceSystem> referenceSystem(const qrb::pointcloud::MetaData& metaData) {
+    const Document item = readItem(metaData);
+    const auto crs = item.FindMember("crs");
+    if (crs == item.MemberEnd() || !crs->value.IsObject()) {
+        return std::nullopt;
+    }
+    ReferenceSystem system;
+    system.name = textMember(crs->value, "name");
+    system.code = textMember(crs->value, "code");
+    system.wkt = textMember(crs->value, "wkt");
+    system.keys = textMember(crs->value, "geokeys");
+    const auto epsg = crs->value.FindMember("epsg");
+    if (epsg != crs->value.MemberEnd() && epsg->value.IsUint()) {
+        system.epsg = epsg->value.GetUint();
+    }
+    if (system.code.empty() && system.epsg != 0) {
+        system.code = "EPSG:" + std::to_string(system.epsg);
+    }
+    if (system.name.empty()) {
+        const std::size_t begin = system.wkt.find('"') + 1;
+        system.name =
+            begin == 0 ? "" : system.wkt.substr(begin, system.wkt.find('"', begin) - begin);
+    }
+    const bool tellsAny =
+        !system.name.empty() || !system.code.empty() || !system.wkt.empty() || !system.keys.empty();
+    return tellsAny ? std::optional(system) : std::nullopt;
+}
+
+bool setReferenceSystem(qrb::pointcloud::MetaData& metaData, const ReferenceSystem& system) {
+    const Document before = readItem(metaData);
+    if (before.MemberCount() > (before.HasMember("crs") ? 1 : 0) ||
+        (metaData.exists(itemName) && metaData.verifySignature(itemName, 0, {}))) {
+        return false;
+    }
+    rapidjson::StringBuffer buffer;
+    rapidjson::PrettyWriter<rapidjson::StringBuffer> writer(buffer);
+    const auto put = [&](const char* name, const std::string& text) {
+        if (!text.empty()) {
+            const std::string valid = validUtf8(text);
+            writer.Key(name);
+            writer.String(valid.data(), static_cast<rapidjson::SizeType>(valid.size()));
+        }
+    };
+    writer.StartObject();
+    writer.Key("crs");
+    writer.StartObject();
+    if (system.epsg != 0) {
+        writer.Key("epsg");
+        writer.Uint(system.epsg);
+    }
+    put("name", system.name);
+    put("code", system.code == "EPSG:" + std::to_string(system.epsg) ? "" : system.code);
+    put("wkt", system.wkt);
+    put("geokeys", system.keys);
+    writer.EndObject();
+    writer.EndObject();
+    metaData.set(itemName, {buffer.GetString(), buffer.GetSize()});
+    return true;
+}
+
+}  // namespace tarvo::core
