@@ -1,5 +1,6 @@
 #include "cli/append.h"
 
+#include "cli/origins.h"
 #include "cli/output.h"
 #include "cli/texttable.h"
 
@@ -12,7 +13,9 @@ void appendFiles(Database& database, const PointSources& sources, const AppendOp
     database.change(change, [&] {
         const qrb::Pointcloud& cloud = database.cloud();
         // Within the transaction, so that nobody redefines the attributes that were looked at.
-        const AppendPlan plan = planAppend(database, sources, options);
+        const CommonOrigin common = commonOrigin(sources, &cloud, options.crsAsIs);
+        const AppendPlan plan = planAppend(database, sources, options, common.origin.system);
+        addOrigin(cloud, common);
         for (const PointAttribute& definition : plan.added) {
             cloud.pointAttributes().add(definition);
         }

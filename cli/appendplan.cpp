@@ -1,10 +1,11 @@
 #include "cli/appendplan.h"
 
-#include "exchange/table/columntarget.h"
 #include "cli/errors.h"
-#include "exchange/table/attributesummary.h"
-#include "exchange/table/valuecheck.h"
+#include "cli/origins.h"
 #include "cli/terminal.h"
+#include "exchange/table/attributesummary.h"
+#include "exchange/table/columntarget.h"
+#include "exchange/table/valuecheck.h"
 #include "numbers/numbertext.h"
 
 #include <cmath>
@@ -257,8 +258,13 @@ private:
 }  // namespace
 
 AppendPlan planAppend(const Database& database, const PointSources& sources,
-                      const AppendOptions& options) {
-    return Planner(database, options).plan(sources);
+                      const AppendOptions& options,
+                      const std::optional<core::ReferenceSystem>& system) {
+    AppendPlan plan = Planner(database, options).plan(sources);
+    for (PointAttribute& definition : plan.added) {
+        nameUnits(definition, system);
+    }
+    return plan;
 }
 
 }  // namespace tarvo::cli

@@ -6,6 +6,7 @@
 #include "cli/importsteps.h"
 
 #include <cstdint>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -17,6 +18,7 @@ using qrb::pointcloud::PointAttribute;
 struct AppendOptions {
     bool round = false;             // values that the database can't hold become the nearest ones
     bool onlyKnown = false;         // attributes that the database lacks are left out
+    bool crsAsIs = false;           // coordinates of other reference systems are taken as they are
     bool newIds = false;            // ids of the files are left out
     std::set<std::string> leftOut;  // names of attributes; files must have them
 };
@@ -28,9 +30,11 @@ struct AppendPlan {
     std::uint64_t rounded = 0;  // values
 };
 
-// Reads all points of all files once. Throws Failure, telling what to do, if points lack the
-// primary attribute or the database can't hold values.
+// Reads all points of all files once. system: that of the coordinates, where it is known. Throws
+// Failure, telling what to do, if points lack the primary attribute or the database can't hold
+// values.
 AppendPlan planAppend(const Database& database, const PointSources& sources,
-                      const AppendOptions& options);
+                      const AppendOptions& options,
+                      const std::optional<core::ReferenceSystem>& system);
 
 }  // namespace tarvo::cli

@@ -8,6 +8,7 @@
 #include "cli/importsteps.h"
 #include "cli/json.h"
 #include "cli/key.h"
+#include "cli/origins.h"
 #include "cli/terminal.h"
 #include "core/newdatabase.h"
 
@@ -36,6 +37,7 @@ struct ImportOptions {
     bool append = false;
     bool round = false;
     bool onlyKnown = false;
+    bool crsAsIs = false;
 };
 
 std::string settingsJson(const ImportOptions& options) {
@@ -53,7 +55,8 @@ std::string settingsJson(const ImportOptions& options) {
     for (const auto& [name, given] : {std::pair{"append", options.append},
                                       {"round", options.round},
                                       {"only_known", options.onlyKnown},
-                                      {"new_ids", options.newIds}}) {
+                                      {"new_ids", options.newIds},
+                                      {"crs_as_is", options.crsAsIs}}) {
         if (given) {
             json.member(name, true);
         }
@@ -99,7 +102,11 @@ void importFiles(const qrb::Context& context, const ImportOptions& options) {
     core::NewDatabase database(context, options.database, options.overwrite,
                                "Give --append to add to it or --overwrite to replace it.");
     const PointSources sources = openSources(options.inputs, options.format);
+    const CommonOrigin common = commonOrigin(sources, nullptr, options.crsAsIs);
     ImportPlan plan = planImport(sources, options.primary);
+    for (auto& [name, attribute] : plan.attributes) {
+        nameUnits(attribute.definition, common.origin.system);
+    }
     leaveOut(plan, options);
 
     qrb::pointcloud::CreateSettings settings(context);
@@ -116,6 +123,7 @@ void importFiles(const qrb::Context& context, const ImportOptions& options) {
             }
         }
         addMetaData(cloud.metaData(), sources);
+        setOrigin(cloud, common);
         for (const auto& source : sources) {
             insertPoints(cloud, *source, plan.targets(*source));
         }
@@ -134,6 +142,7 @@ void appendTo(Database& database, const ImportOptions& options) {
     how.round = options.round;
     how.onlyKnown = options.onlyKnown;
     how.newIds = options.newIds;
+    how.crsAsIs = options.crsAsIs;
     how.leftOut = {options.leftOut.begin(), options.leftOut.end()};
     refuseAsInput(database.fileName(), options.inputs);
     appendFiles(database, openSources(options.inputs, options.format), how, change);
@@ -174,6 +183,8 @@ void addImportCommand(CLI::App& app, Invocation& invocation) {
                      "Attribute of the files that is left out; may stand several times")
         ->type_name("NAME")
         ->allow_extra_args(false);
+    command->add_flag("--crs-as-is", options->crsAsIs,
+                      "Take coordinates of different reference systems as they are");
     CLI::Option* const append =
         command->add_flag("--append", options->append, "Add the points to a database that exists");
     command
@@ -207,6 +218,9 @@ void addImportCommand(CLI::App& app, Invocation& invocation) {
         "x, y, z and others, separated by commas, semicolons or tabs. Points keep the ids of a\n"
         "column tarvo.id.\n"
         "A new database appears when it is complete; a failure leaves none.\n"
+        "Coordinates have the unit of the reference system that a file tells, which goes to\n"
+        "tarvo.geo_tag. Files in different ones are refused without --crs-as-is, which keeps the\n"
+        "first system.\n"
         "\n"
         "--append adds all points in one transaction, or changes nothing. Columns go to the\n"
         "attributes of their names, which must hold every value: none is cut off, and none "

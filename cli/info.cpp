@@ -5,12 +5,14 @@
 #include "cli/json.h"
 #include "cli/output.h"
 #include "cli/text.h"
+#include "core/referencesystem.h"
 #include "core/valueformat.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <memory>
+#include <optional>
 
 namespace tarvo::cli {
 
@@ -35,6 +37,7 @@ struct FileInfo {
     std::vector<Transaction> transactions;
     std::vector<AttributeInfo> attributes;  // the primary one first
     std::vector<std::string> metaData;
+    std::optional<core::ReferenceSystem> system;
 };
 
 AttributeInfo readAttribute(const qrb::Pointcloud& cloud, const std::string& name,
@@ -78,6 +81,7 @@ FileInfo readInfo(const Database& database) {
         info.attributes.push_back(readAttribute(cloud, name, info.pointCount > 0 ? root.id : 0));
     }
     info.metaData = cloud.metaData().list();
+    info.system = core::referenceSystem(cloud.metaData());
     return info;
 }
 
@@ -113,6 +117,7 @@ std::string infoText(const FileInfo& info) {
         line("Extent", joined(primary.minimum));
         line("", joined(primary.maximum));
     }
+    line("Coordinates", info.system ? core::describe(*info.system) : "unknown system");
     result += "\nTransactions\n";
     for (const Transaction& transaction : info.transactions) {
         result += (transaction.id == info.currentTransaction ? "* " : "  ") +
@@ -166,6 +171,17 @@ void putAttribute(JsonText& json, const AttributeInfo& attribute) {
     json.endObject();
 }
 
+void putSystem(JsonText& json, const std::optional<core::ReferenceSystem>& system) {
+    if (!system) {
+        json.raw("null");
+        return;
+    }
+    json.beginObject();
+    json.member("name", system->name);
+    json.member("code", system->code);
+    json.endObject();
+}
+
 std::string infoJson(const FileInfo& info) {
     JsonText json;
     json.beginObject();
@@ -174,6 +190,8 @@ std::string infoJson(const FileInfo& info) {
     json.member("size", info.size);
     json.member("point_count", info.pointCount);
     json.member("current_transaction", info.currentTransaction);
+    json.key("reference_system");
+    putSystem(json, info.system);
     json.key("transactions");
     json.beginArray();
     for (const Transaction& transaction : info.transactions) {
@@ -211,8 +229,9 @@ void addInfoCommand(CLI::App& app, Invocation& invocation) {
     addDatabaseFile(*command, invocation);
     command->add_flag("--json", *json, "Write JSON, for programs");
     command->footer(
-        "Identity, size, creator, points, extent, transactions (* marks the current one),\n"
-        "attributes with the range of their values, names of the metadata items.\n"
+        "Identity, size, creator, points, extent, coordinate reference system, transactions\n"
+        "(* marks the current one), attributes with the range of their values, names of the\n"
+        "metadata items.\n"
         "\n"
         "Examples:\n"
         "  qrbtool info scan.qrbx\n"

@@ -1,6 +1,7 @@
 #include "window/panels/databasesummary.h"
 
 #include "core/creationsettings.h"
+#include "core/referencesystem.h"
 #include "core/valueformat.h"
 
 #include <QLocale>
@@ -49,6 +50,9 @@ DatabaseSummary DatabaseSummary::of(const tarvo::qrb::Pointcloud& database) {
     const std::string primaryName = database.pointAttributes().primaryAttributeName();
     const auto primaryAttribute = database.pointAttributes().get(primaryName);
     summary.primaryAttribute = QString::fromStdString(primaryName);
+    if (const auto system = tarvo::core::referenceSystem(database.metaData()))
+        summary.primaryAttribute +=
+            " in " + QString::fromStdString(tarvo::core::describe(*system)).simplified();
 
     const auto& management = database.management();
     summary.levelOfDetail = levelOfDetailText(management.getLodMode(), management.getChunkSizeLOD(),

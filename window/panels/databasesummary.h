@@ -11,7 +11,7 @@ struct DatabaseSummary {
     QString chunkSize;
     QString compressionLevel;
     QString creator;
-    QString primaryAttribute;
+    QString primaryAttribute;  // and the coordinate reference system, where one is known
     QString levelOfDetail;
 
     // Throws tarvo::qrb::Error.

@@ -1,0 +1,155 @@
+// Coordinate reference systems of imported files: units, items, what mixing them says.
+#include "tests/cli/admin.h"
+#include "tests/exchange/lasbuilder.h"
+
+namespace {
+
+using namespace tarvo::cli::tests;
+using namespace tarvo::exchange::tests;
+
+const std::string feet =
+    R"(COMPD_CS["Feet \ "" é",PROJCS["Map",GEOGCS["G",UNIT["degree",0.0174532925199433]],)"
+    R"(UNIT["foot",0.3048]],VERT_CS["H",VERT_DATUM["V",2005],UNIT["metre",1]]])";
+const std::string zone32 = R"(PROJCS["Zone 32",UNIT["metre",1],AUTHORITY["EPSG","25832"]])";
+
+class Crs : public Admin {
+protected:
+    // A file of one point; wkt: what it tells, or nothing; date: its day of 2020, or 0.
+    std::string las(const std::string& name, const std::string& wkt, std::uint16_t date = 0) const {
+        LasBuilder builder(4, 6);
+        if (!wkt.empty())
+            builder.addExtendedRecord("LASF_Projection", 2112, Bytes(wkt.begin(), wkt.end()));
+        builder.addPoint(1, 2, 3);
+        Bytes bytes = builder.build();
+        put(bytes, 6, std::uint16_t{17});  // standard time, well-known text
+        putText(bytes, 58, "Maker 1");
+        put(bytes, 90, date);
+        put(bytes, 92, static_cast<std::uint16_t>(date ? 2020 : 0));
+        return folder.write(name, bytes);
+    }
+    std::string keyed(const std::string& name, std::uint16_t type, std::uint16_t code) const {
+        LasBuilder builder(2, 0);
+        Bytes keys;
+        for (const std::uint16_t word : {1, 1, 0, 1, 0, 0, 1, 0})
+            put(keys, keys.size(), word);
+        put(keys, 8, type);
+        put(keys, 14, code);
+        builder.addRecord("LASF_Projection", 34735, keys);
+        builder.addPoint(1, 2, 3);
+        return folder.write(name, builder.build());
+    }
+    Result expect(int code, const std::string& words, const std::vector<std::string>& texts = {}) {
+        const Result result = run(words);
+        EXPECT_EQ(result.code, code) << words << "\n" << result.output;
+        for (const std::string& text : texts)
+            EXPECT_NE(result.output.find(text), std::string::npos) << text << "\n" << result.output;
+        return result;
+    }
+    rapidjson::Document parsed(const std::string& words) {
+        rapidjson::Document document;
+        document.Parse(expect(0, words).output.c_str());
+        EXPECT_FALSE(document.HasParseError()) << words;
+        return document;
+    }
+    std::string unit() {
+        return parsed("attributes " + file + " show tarvo.xyz --json")["unit_symbol"].GetString();
+    }
+    // The database's system, as "info" tells it.
+    std::string system() {
+        const rapidjson::Document info = parsed("info --json " + file);
+        const auto& told = info["reference_system"];
+        return told.IsNull()
+                   ? "none"
+                   : std::string(told["name"].GetString()) + "|" + told["code"].GetString();
+    }
+};
+
+TEST_F(Crs, WhatAFileTellsOfItsPointsReachesTheDatabase) {
+    expect(0, "import " + las("a.las", feet, 60) + " " + file);
+    EXPECT_EQ(unit(), "ft");
+    expect(0, "attributes " + file + " show tarvo.xyz", {"; X and Y in ft, Z in m"});
+    const rapidjson::Document tag = parsed("metadata " + file + " get tarvo.geo_tag");
+    EXPECT_EQ(tag["crs"]["wkt"].GetString(), feet) << "byte for byte";
+    EXPECT_EQ(system(), R"(Feet \ "" é|)");
+    expect(0, "info " + file, {"Coordinates   Feet \\ \"\" é\n"});
+    const rapidjson::Document info = parsed("metadata " + file + " get tarvo.pointcloud_info");
+    EXPECT_STREQ(info["comments"].GetString(),
+                 "System identifier: test\nGenerating software: Maker 1\nCreated: 2020-02-29");
+    EXPECT_FALSE(info.HasMember("project")) << "the identifier is all zeros";
+    const rapidjson::Document base = parsed("metadata " + file + " get tarvo.time_base");
+    EXPECT_STREQ(base["epoch"].GetString(), "2011-09-14T01:46:40Z");
+    const std::string problems = run("validate " + file + " --schema qrbx").output;
+    EXPECT_EQ(problems.find("metadata item"), std::string::npos) << problems;
+    for (const char* item : {"geo_tag", "pointcloud_info", "time_base"})
+        expect(0, "metadata " + file + " validate tarvo." + item);
+
+    expect(0, "import --overwrite " + keyed("b.las", 2048, 4326) + " " + file);
+    EXPECT_EQ(unit(), "deg");
+    EXPECT_EQ(system(), "|EPSG:4326");
+    expect(0, "import --overwrite " + las("c.las", "") + " " + file);
+    EXPECT_EQ(system(), "none");
+    EXPECT_NE(run("validate " + file).output.find("\"tarvo.geo_tag\" is missing"),
+              std::string::npos)
+        << "nothing is invented";
+    expect(0, "import --overwrite " + folder.write("t.csv", "x,y,z\n1,2,3\n") + " " + file);
+    EXPECT_EQ(unit(), "m");
+    expect(0, "info " + file, {"Coordinates   unknown system\n"});
+}
+
+TEST_F(Crs, DifferentSystemsAreRefusedUnlessAsked) {
+    const std::string a = las("a.las", zone32, 1);
+    const std::string same = keyed("same.las", 3072, 25832);
+    const std::string other = keyed("other.las", 2048, 4326);
+    const std::vector<std::string> words = {"\"a.las\" and \"other.las\" differ",
+                                            "\"Zone 32 (EPSG:25832)\" and \"EPSG:4326\"",
+                                            "--crs-as-is"};
+    const std::size_t before = folder.count();
+    expect(1, "import " + a + " " + other + " " + file, words);
+    EXPECT_EQ(folder.count(), before);
+    EXPECT_EQ(expect(0, "import " + a + " " + same + " " + file).output, "") << "no note";
+    EXPECT_EQ(unit(), "m");
+    EXPECT_EQ(run("metadata " + file + " get tarvo.pointcloud_info").output.find("Created"),
+              std::string::npos)
+        << "what only one of the files says";
+
+    expect(1, "import --append " + other + " " + file,
+           {"the database and \"other.las\" differ", words[1]});
+    expect(0, "select --count " + file, {"2\n"});
+    expect(0, "import --append --crs-as-is " + same + " " + other + " " + file);
+    EXPECT_EQ(system(), "Zone 32|EPSG:25832") << "the first one stays";
+    expect(0, "changelog " + file,
+           {"into \"Zone 32 (EPSG:25832)\" from files in other coordinate reference systems: "
+            "\"other.las\" (EPSG:4326)."});
+    const rapidjson::Document last = parsed("transactions " + file + " show 3 --json");
+    EXPECT_NE(std::string(last["settings"].GetString()).find("\"crs_as_is\":true"),
+              std::string::npos);
+    expect(0, "import --overwrite --crs-as-is " + other + " " + a + " " + file);
+    EXPECT_EQ(unit() + system(), "deg|EPSG:4326");
+    expect(0, "changelog " + file, {"\"a.las\" (Zone 32 (EPSG:25832))"});
+    // Without codes it is the texts that count.
+    expect(0, "import --overwrite " + las("b.las", feet) + " " + file);
+    expect(0, "import --append " + las("c.las", "\n" + feet) + " " + file);
+    std::string changed = feet;
+    changed.replace(changed.find("0.3048"), 6, "0.3047");
+    expect(1, "import --append " + las("d.las", changed) + " " + file, {"differ"});
+}
+
+TEST_F(Crs, AFileWithoutASystemIsTakenAsInTheSame) {
+    const std::string table = folder.write("t.csv", "x,y,z\n0.01,0.02,0.03\n");
+    const std::string note = "No coordinate reference system is told by ";
+    expect(0, "import " + table + " " + las("a.las", feet) + " " + file,
+           {note + "\"t.csv\": taken as \"Feet"});
+    EXPECT_EQ(unit(), "ft");
+    expect(0, "import --append " + table + " " + file, {note + "\"t.csv\""});
+    EXPECT_EQ(expect(0, "import --overwrite " + table + " " + file).output, "");
+    expect(0, "import --append " + las("a.las", feet) + " " + file, {note + "the database"});
+    EXPECT_EQ(unit(), "ft") << "what was taken to be metres";
+    EXPECT_EQ(system(), R"(Feet \ "" é|)");
+    // What somebody wrote and signed there stays.
+    expect(0, "import --overwrite " + table + " " + file);
+    expect(0, "metadata " + file + R"( set tarvo.geo_tag '{"crs":{},"pose":[]}')");
+    expect(0, "import --append " + las("a.las", feet) + " " + file, {"stays as it is"});
+    EXPECT_EQ(unit(), "m");
+}
+
+}  // namespace
