@@ -207,10 +207,11 @@ void RoadTest::databaseIsValidated() {
         };
     };
     if (m_source.real) {
-        // Map coordinates go beyond what files of this type hold.
+        // Map coordinates go beyond what files of this type hold, and are in feet.
         run("actionValidate", {validate({}), ModalScript::press("OK")});
         QVERIFY(result.contains("\"tarvo.xyz[0]\" has values up to 637179.22"));
-        QCOMPARE(result.count("\nThe "), 2);
+        QVERIFY(result.contains("\"tarvo.xyz\" has the unit \"ft\", not \"m\""));
+        QCOMPARE(result.count("\nThe "), 3);
     } else {
         run("actionValidate", {validate({})});
         QCOMPARE(result, "No problems detected!");

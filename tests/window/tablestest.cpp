@@ -3,6 +3,7 @@
 #include "qrb/loader.h"
 #include "tests/window/guitestmain.h"
 #include "tests/window/samplewindow.h"
+#include "window/panels/databasesummary.h"
 
 #include <QAction>
 #include <QComboBox>
@@ -163,6 +164,11 @@ void TablesTest::databaseTabTellsWhatTheFileIs() {
     QCOMPARE(field("editDatabaseCreator"), text(database.transactions().details(1).agent));
     QCOMPARE(field("editPrimaryAttribute"), "tarvo.xyz");
     QCOMPARE(field("editDatabaseFile"), QDir::toNativeSeparators(fileName));
+    {
+        const pointcloud::TransactionGuard transaction(database.transactions(), "T", "test");
+        database.metaData().set("tarvo.geo_tag", R"({"crs":{"epsg":4326,"name":"WGS 84"}})");
+        QCOMPARE(DatabaseSummary::of(database).primaryAttribute, "tarvo.xyz in WGS 84 (EPSG:4326)");
+    }
     QCOMPARE(field("editLevelOfDetail"), "disabled");
     const tarvo::qrb::Context& context = window.window().session().context;
     // The file, and the version with its hash.
