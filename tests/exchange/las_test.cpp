@@ -321,9 +321,18 @@ TEST_F(Las, RecordsAreKeptAsBytesOrToldOnly) {
     LasBuilder odd(4, 6);
     odd.addRecord("LASF_Projection", 34735, Bytes(3));
     odd.addRecord("LASF_Projection", 34736, Bytes(12));
-    const std::string keys = items(odd)["las.crs.geotiff"];
+    odd.addRecord("LASF_Projection", 2112, {'a', 0xe4, 'b'});
+    odd.addRecord("LASF_Projection", 2112, {'a', 0, 'b'});
+    odd.addRecord("LASF_Projection", 2112, {'a', 0, 0});
+    auto found = items(odd);
+    const std::string keys = found["las.crs.geotiff"];
     EXPECT_NE(keys.find("\"base64_34735\": \"AAAA\""), std::string::npos) << keys;
     EXPECT_NE(keys.find("\"base64_34736\": \"AAAAAAAAAAAAAAAA\""), std::string::npos) << keys;
+    // Texts that no string of JSON holds byte for byte.
+    const std::string texts = found["las.records"];
+    EXPECT_NE(texts.find("\"YeRi\""), std::string::npos) << texts;
+    EXPECT_NE(texts.find("\"YQBi\""), std::string::npos) << texts;
+    EXPECT_EQ(texts.find("\"YQAA\""), std::string::npos) << texts;
 
     constexpr std::size_t largest = 1 << 20;
     LasBuilder large(4, 6);
