@@ -20,6 +20,9 @@ T get(const std::uint8_t* bytes) {
 
 // A text of at most size bytes that ends at the first zero.
 inline std::string getText(const std::uint8_t* bytes, std::size_t size) {
+    if (size == 0) {
+        return {};  // an empty record has no address
+    }
     const auto* const text = reinterpret_cast<const char*>(bytes);
     return {text, strnlen(text, size)};
 }

@@ -324,6 +324,8 @@ TEST_F(Las, RecordsAreKeptAsBytesOrToldOnly) {
     odd.addRecord("LASF_Projection", 2112, {'a', 0xe4, 'b'});
     odd.addRecord("LASF_Projection", 2112, {'a', 0, 'b'});
     odd.addRecord("LASF_Projection", 2112, {'a', 0, 0});
+    odd.addRecord("LASF_Projection", 2112, {});
+    odd.addRecord("LASF_Projection", 34737, {});
     auto found = items(odd);
     const std::string keys = found["las.crs.geotiff"];
     EXPECT_NE(keys.find("\"base64_34735\": \"AAAA\""), std::string::npos) << keys;

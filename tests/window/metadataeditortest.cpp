@@ -150,12 +150,12 @@ void MetaDataEditorTest::itemIsAddedFromTheExample() {
             QCOMPARE(in<QLabel>(dialog, "labelTitle")->text(),
                      "Not a TARVO default metadata entry.");
             // Completion finds the middle of a name.
-            name->completer()->setCompletionPrefix("time_b");
-            QCOMPARE(name->completer()->currentCompletion(), "tarvo.time_base");
+            name->completer()->setCompletionPrefix("mosph");
+            QCOMPARE(name->completer()->currentCompletion(), "tarvo.atmosphere");
             name->completer()->setCompletionPrefix("tarvo.geo_tag");  // exists already
             QCOMPARE(name->completer()->currentCompletion(), "");
             name->lineEdit()->selectAll();
-            QTest::keyClicks(name->lineEdit(), "tarvo.time_base");
+            QTest::keyClicks(name->lineEdit(), "tarvo.atmosphere");
             QVERIFY(in<QLabel>(dialog, "labelDescription")->isVisible());
             QVERIFY(in<JsonTextEdit>(dialog, "editSchema")->isReadOnly());
             in<QTabWidget>(dialog, "tabWidget")->setCurrentIndex(1);
@@ -165,11 +165,11 @@ void MetaDataEditorTest::itemIsAddedFromTheExample() {
         }});
     const auto* tree = driver().child<QTreeWidget>("treeMetaData");
     QVERIFY(tree->currentItem());
-    QCOMPARE(tree->currentItem()->text(0), "tarvo.time_base");
+    QCOMPARE(tree->currentItem()->text(0), "tarvo.atmosphere");
     commit();
     QCOMPARE(
-        committed("tarvo.time_base"),
-        tarvo::core::formattedJson(tarvo::catalogue::findMetaData("tarvo.time_base")->example));
+        committed("tarvo.atmosphere"),
+        tarvo::core::formattedJson(tarvo::catalogue::findMetaData("tarvo.atmosphere")->example));
 }
 
 void MetaDataEditorTest::itemIsEditedAndChecked() {
@@ -253,7 +253,7 @@ void MetaDataEditorTest::brokenValueOfDefaultItemIsAskedAbout() {
         run("actionMetaDataAdd",
             {[](QDialog* dialog) {
                  auto* name = in<QComboBox>(dialog, "editName")->lineEdit();
-                 QTest::keyClicks(name, "tarvo.time_base");
+                 QTest::keyClicks(name, "tarvo.atmosphere");
                  type(dialog, "epoch 5");
                  in<QTabWidget>(dialog, "tabWidget")->setCurrentIndex(1);
                  ModalScript::press("Use Example")(dialog);
@@ -267,7 +267,7 @@ void MetaDataEditorTest::brokenValueOfDefaultItemIsAskedAbout() {
                                  "The value is not JSON.\nSave it as text?",
                                  "The value is not JSON.\nSave it as text?"}));
     commit();
-    QCOMPARE(committed("tarvo.time_base"), std::string("epoch 5"));
+    QCOMPARE(committed("tarvo.atmosphere"), std::string("epoch 5"));
 }
 
 void MetaDataEditorTest::unchangedItemKeepsBytesAndSignature() {

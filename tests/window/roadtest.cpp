@@ -153,7 +153,7 @@ void RoadTest::metadataIsWrittenAndSigned() {
         }});
     driver().showTab("tabMetaData");
     run("actionMetaDataAdd", {[](QDialog* dialog) {
-            QTest::keyClicks(in<QComboBox>(dialog, "editName")->lineEdit(), "tarvo.time_base");
+            QTest::keyClicks(in<QComboBox>(dialog, "editName")->lineEdit(), "tarvo.atmosphere");
             ModalScript::press("Use Example")(dialog);
             ModalScript::press("OK")(dialog);
         }});
@@ -162,7 +162,7 @@ void RoadTest::metadataIsWrittenAndSigned() {
             QTest::keyClicks(in<QPlainTextEdit>(dialog, "editKey"), key);
             ModalScript::press("OK")(dialog);
         }});
-    QVERIFY(opened(m_file)->metaData().exists("tarvo.time_base"));
+    QVERIFY(opened(m_file)->metaData().exists("tarvo.atmosphere"));
 }
 
 void RoadTest::signatureIsVerified() {
@@ -217,7 +217,7 @@ void RoadTest::databaseIsValidated() {
         QCOMPARE(result, "No problems detected!");
     }
     run("actionValidate", {validate(R"({"identifier": "road", "extension": "qrbx",
-        "attributes": ["tarvo.id", "tarvo.class", "own.quality"], "metadata": ["tarvo.time_base"]})")});
+        "attributes": ["tarvo.id", "tarvo.class", "own.quality"], "metadata": ["tarvo.atmosphere"]})")});
     QCOMPARE(result, "No problems detected!");
 }
 
@@ -253,7 +253,7 @@ void RoadTest::copyIsExportedAndOpened() {
             QVERIFY(std::abs(found->second[i] - point[i]) < 1e-5);
     }
     QCOMPARE(tableOf(*copy, {"own.quality"}).begin()->second, std::vector<double>({0.25, 0.25}));
-    QVERIFY(copy->metaData().exists("tarvo.time_base"));
+    QVERIFY(copy->metaData().exists("tarvo.atmosphere"));
 }
 
 GUI_TEST_MAIN(RoadTest)
