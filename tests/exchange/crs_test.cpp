@@ -185,7 +185,7 @@ TEST(Crs, TheSameSystemIsKnownByCodeElseByTextElseByKeys) {
     for (const auto& [from, to] : {std::pair{"[", " ( "},
                                    {"]", ")\r\n"},
                                    {"PROJCS", "ProjCS"},
-                                   {"0.0174532925199433", "0.01745329251994330"},
+                                   {"0.0174532925199433", "0.01745329251994328"},
                                    {"6378137,", "+6378137.0 ,"},
                                    {"0.9996", "9.996E-1"}}) {
         for (std::size_t at = 0; (at = other.find(from, at)) != std::string::npos;
