@@ -19,6 +19,8 @@
 #include <QTreeWidget>
 #include <QtTest>
 
+using namespace tarvo::window;
+
 namespace {
 
 // The states of the window, a letter each:

@@ -1,12 +1,12 @@
 // What holds for the whole program: the menu "View", and the report of errors that escape.
 
-#include "window/common/appearance.h"
-#include "window/common/theme.h"
-#include "window/frame/mainwindow.h"
 #include "qrb/error.h"
 #include "qrb/loader.h"
 #include "tests/window/guitestmain.h"
 #include "tests/window/modalscript.h"
+#include "window/common/appearance.h"
+#include "window/common/theme.h"
+#include "window/frame/mainwindow.h"
 
 #include <QAction>
 #include <QApplication>
@@ -20,6 +20,8 @@
 #include <QtTest>
 #include <memory>
 #include <stdexcept>
+
+using namespace tarvo::window;
 
 namespace {
 
@@ -67,8 +69,8 @@ void ApplicationTest::init() {
 
 void ApplicationTest::cleanup() {
     m_window.reset();
-    tarvo::common::setTheme(tarvo::common::Theme::SYSTEM);
-    tarvo::common::resetTextSize();
+    setTheme(Theme::SYSTEM);
+    resetTextSize();
 }
 
 // Clicks an entry of the menu "View".
@@ -85,14 +87,13 @@ void ApplicationTest::choose(const QString& text) {
 }
 
 void ApplicationTest::themeHoldsAtOnceAndLater() {
-    using tarvo::common::isDark;
     const QPalette system = m_window->palette();
     choose("Dark");
     QVERIFY(isDark(m_window->palette()));
     QVERIFY(isDark(m_window->findChild<QPlainTextEdit*>("editChangelog")->palette()));
     // As a start of the program that finds the setting.
     QApplication::setPalette(QPalette());
-    tarvo::common::applyTheme();
+    applyTheme();
     QVERIFY(isDark(m_window->palette()));
     // What can't be used looks so.
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
@@ -104,7 +105,7 @@ void ApplicationTest::themeHoldsAtOnceAndLater() {
     QCOMPARE(m_window->palette().color(QPalette::Base), system.color(QPalette::Base));
     QVERIFY(m_window->findChild<QAction*>("actionThemeSystem")->isChecked());
     // As another window does.
-    tarvo::common::setTheme(tarvo::common::Theme::DARK);
+    setTheme(Theme::DARK);
     choose("Larger text");
     QVERIFY(m_window->findChild<QAction*>("actionThemeDark")->isChecked());
 }
@@ -123,7 +124,7 @@ void ApplicationTest::textSizeHoldsForAllPanes() {
     QCOMPARE(sizeOf(later, "editChangelog"), normal + 2);
     for (int i = 0; i < 100; ++i)
         QTest::keyClick(m_window.get(), Qt::Key_Minus, Qt::ControlModifier);
-    QCOMPARE(sizeOf(*m_window, "editChangelog"), tarvo::common::smallestTextSize);
+    QCOMPARE(sizeOf(*m_window, "editChangelog"), smallestTextSize);
     QTest::keyClick(m_window.get(), Qt::Key_0, Qt::ControlModifier);
     QCOMPARE(sizeOf(*m_window, "editChangelog"), normal);
 }

@@ -1,10 +1,10 @@
 // Drives the editor of point attribute definitions and the dialogs that it opens, as a user does.
 #pragma once
 
-#include "window/dialogs/attribute/dialogpointattribute.h"
 #include "tests/window/attributesamples.h"
 #include "tests/window/modalscript.h"
 #include "tests/window/windowdriver.h"
+#include "window/dialogs/attribute/dialogpointattribute.h"
 
 #include <QDialogButtonBox>
 #include <QFile>
@@ -13,7 +13,7 @@
 #include <QtTest>
 #include <vector>
 
-using Purpose = DialogPointAttribute::Purpose;
+using Purpose = tarvo::window::DialogPointAttribute::Purpose;
 using Step = ModalScript::Step;
 
 inline QPushButton* okButton(QDialog* dialog) {
@@ -64,7 +64,8 @@ inline bool edit(PointAttribute& attribute, Purpose purpose, std::vector<Step> s
                  const QStringList& takenNames = {}, QStringList* texts = nullptr) {
     const std::size_t expected = steps.size();
     ModalScript script(ending(std::move(steps)));
-    const bool accepted = DialogPointAttribute::edit(attribute, purpose, takenNames, nullptr);
+    const bool accepted =
+        tarvo::window::DialogPointAttribute::edit(attribute, purpose, takenNames, nullptr);
     if (script.answered() != expected)
         QTest::qFail(
             qPrintable(QString("of %1 dialogs %2 came").arg(expected).arg(script.answered())),

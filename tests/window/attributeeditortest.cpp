@@ -1,15 +1,7 @@
 // The editor of point attribute definitions: its fields and suggestions, and the tab from
 // which it comes.
 
-#include "window/common/clipboard.h"
-#include "window/common/programsettings.h"
 #include "core/defaultattribute.h"
-#include "window/dialogs/attribute/attributechecks.h"
-#include "window/dialogs/attribute/attributesuggestions.h"
-#include "window/dialogs/attribute/dialognamedvalues.h"
-#include "window/dialogs/attribute/dialogpointattribute.h"
-#include "window/dialogs/attribute/dialogpointattributelod.h"
-#include "window/dialogs/attribute/numberedit.h"
 #include "qrb/error.h"
 #include "qrb/loader.h"
 #include "qrb/pointcloud.h"
@@ -18,6 +10,14 @@
 #include "tests/window/guitestmain.h"
 #include "tests/window/testdatabase.h"
 #include "tests/window/windowdriver.h"
+#include "window/common/clipboard.h"
+#include "window/common/programsettings.h"
+#include "window/dialogs/attribute/attributechecks.h"
+#include "window/dialogs/attribute/attributesuggestions.h"
+#include "window/dialogs/attribute/dialognamedvalues.h"
+#include "window/dialogs/attribute/dialogpointattribute.h"
+#include "window/dialogs/attribute/dialogpointattributelod.h"
+#include "window/dialogs/attribute/numberedit.h"
 
 #include <QAccessible>
 #include <QAction>
@@ -35,7 +35,7 @@
 #include <QtTest>
 #include <memory>
 
-namespace dialogs = tarvo::dialogs;
+using namespace tarvo::window;
 
 class AttributeEditorTest : public QObject {
     Q_OBJECT
@@ -75,8 +75,8 @@ void AttributeEditorTest::initTestCase() {
 
 void AttributeEditorTest::init() {
     QTest::failOnWarning(QRegularExpression("No matching signal|QMetaObject|QObject::connect"));
-    tarvo::common::ProgramSettings().remove("");
-    tarvo::common::DialogSettings("").clear();
+    ProgramSettings().remove("");
+    DialogSettings("").clear();
 }
 
 void AttributeEditorTest::cleanupTestCase() {
@@ -117,7 +117,7 @@ void AttributeEditorTest::defaultAttributesComeBackUnchanged() {
                                        ModalScript::press(wrong ? "Cancel" : "OK")(dialog);
                                    }});
         QVERIFY2(accepted && !wrong, entry.name.c_str());
-        QVERIFY2(dialogs::sameAttribute(before, attribute), entry.name.c_str());
+        QVERIFY2(sameAttribute(before, attribute), entry.name.c_str());
         QCOMPARE(attribute.toJson(), before.toJson());
     }
 }
@@ -133,7 +133,7 @@ void AttributeEditorTest::valuesThatNoFieldCanShowAreKept() {
     before.resolution = 0;
     PointAttribute attribute = before;
     QVERIFY(edit(attribute, Purpose::EDIT, {ModalScript::press("OK")}));
-    QVERIFY(dialogs::sameAttribute(before, attribute));
+    QVERIFY(sameAttribute(before, attribute));
     QVERIFY(std::signbit(attribute.minimumValue));
 
     attribute.storageClass = 0;
@@ -203,7 +203,7 @@ void AttributeEditorTest::wrongInputIsToldWhereItStands() {
         dialog->reject();
     };
     QVERIFY(!edit(attribute, Purpose::ADD, {check}, {"tarvo.xyz"}));
-    QVERIFY(dialogs::sameAttribute(attribute, before));
+    QVERIFY(sameAttribute(attribute, before));
 }
 
 void AttributeEditorTest::arrowKeysStepByTheResolution() {
@@ -211,7 +211,7 @@ void AttributeEditorTest::arrowKeysStepByTheResolution() {
     attribute.resolution = 0.1;
     QVERIFY(edit(
         attribute, Purpose::EDIT, {[](QDialog* dialog) {
-            auto* field = in<dialogs::NumberEdit>(dialog, "editDefaultValue");
+            auto* field = in<NumberEdit>(dialog, "editDefaultValue");
             field->setFocus();
             for (int i = 0; i < 3; ++i)
                 QTest::keyClick(field, Qt::Key_Up);
@@ -221,7 +221,7 @@ void AttributeEditorTest::arrowKeysStepByTheResolution() {
             QTest::keyClick(field, Qt::Key_Down);
             QTest::keyClick(field, Qt::Key_Z, Qt::ControlModifier);
             QCOMPARE(field->text(), "1.3");
-            auto* resolution = in<dialogs::NumberEdit>(dialog, "editResolution");
+            auto* resolution = in<NumberEdit>(dialog, "editResolution");
             typeInto(dialog, "editResolution", "0.25");
             QTest::keyClick(resolution, Qt::Key_Up);
             QCOMPARE(resolution->text(), "0.26");
@@ -279,7 +279,7 @@ void AttributeEditorTest::suggestionsAreFoundByWordsAndTakenByKey() {
             ModalScript::press("OK")(dialog);
         }},
         {"tarvo.xyz_socs"}));
-    QVERIFY(dialogs::sameAttribute(attribute, defaultAttribute("tarvo.reflectance")));
+    QVERIFY(sameAttribute(attribute, defaultAttribute("tarvo.reflectance")));
 }
 
 void AttributeEditorTest::typedTextsAreNotReplacedUnasked() {
@@ -307,7 +307,7 @@ void AttributeEditorTest::typedTextsAreNotReplacedUnasked() {
                   ModalScript::press("No"), ModalScript::press("Yes")},
                  {}, &texts));
     QCOMPARE(texts, QStringList(2, "Replace what was typed by the definition of \"tarvo.phi\"?"));
-    QVERIFY(dialogs::sameAttribute(attribute, defaultAttribute("tarvo.phi")));
+    QVERIFY(sameAttribute(attribute, defaultAttribute("tarvo.phi")));
 
     // An attribute that is there keeps its name.
     attribute = byteAttribute("own.a");
@@ -324,7 +324,7 @@ void AttributeEditorTest::typedTextsAreNotReplacedUnasked() {
                  }}));
     PointAttribute expected = defaultAttribute("tarvo.phi");
     expected.name = "own.a";
-    QVERIFY(dialogs::sameAttribute(attribute, expected));
+    QVERIFY(sameAttribute(attribute, expected));
 }
 
 void AttributeEditorTest::everyFieldCountsAsTyped() {
@@ -380,8 +380,7 @@ void AttributeEditorTest::definitionsAreCopiedPastedLoadedAndSaved() {
           },
           ModalScript::chooseFile(file)});
     QCOMPARE(QApplication::clipboard()->text(),
-             tarvo::common::quoted(QString::fromStdString(attribute.toJson()),
-                                   tarvo::common::Quoting::JSON));
+             quoted(QString::fromStdString(attribute.toJson()), Quoting::JSON));
 
     PointAttribute pasted = byteAttribute("");
     QVERIFY(edit(pasted, Purpose::ADD, {[&](QDialog* dialog) {
@@ -390,7 +389,7 @@ void AttributeEditorTest::definitionsAreCopiedPastedLoadedAndSaved() {
                      in<QAction>(dialog, "actionPaste")->trigger();
                      ModalScript::press("OK")(dialog);
                  }}));
-    QVERIFY(dialogs::sameAttribute(pasted, attribute));
+    QVERIFY(sameAttribute(pasted, attribute));
 
     PointAttribute loaded = byteAttribute("");
     QVERIFY(edit(loaded, Purpose::ADD,
@@ -399,7 +398,7 @@ void AttributeEditorTest::definitionsAreCopiedPastedLoadedAndSaved() {
                       ModalScript::press("OK")(dialog);
                   },
                   ModalScript::chooseFile(file)}));
-    QVERIFY(dialogs::sameAttribute(loaded, attribute));
+    QVERIFY(sameAttribute(loaded, attribute));
 
     // Files that hold something else leave the form as it is.
     for (const char* text : {"{}", "[1]", "no JSON", "{\"name\": 5}", ""}) {

@@ -1,14 +1,14 @@
 // What the editor of point attribute definitions opens: the table of named values with its CSV
 // files, and the choice of level-of-detail settings.
 
+#include "qrb/loader.h"
+#include "tests/window/attributeediting.h"
+#include "tests/window/guitestmain.h"
 #include "window/common/programsettings.h"
 #include "window/dialogs/attribute/attributesuggestions.h"
 #include "window/dialogs/attribute/dialognamedvalues.h"
 #include "window/dialogs/attribute/dialogpointattributelod.h"
 #include "window/dialogs/attribute/namedvalues.h"
-#include "qrb/loader.h"
-#include "tests/window/attributeediting.h"
-#include "tests/window/guitestmain.h"
 
 #include <QAction>
 #include <QComboBox>
@@ -17,7 +17,7 @@
 #include <QTemporaryDir>
 #include <QToolButton>
 
-namespace dialogs = tarvo::dialogs;
+using namespace tarvo::window;
 
 class AttributeListsTest : public QObject {
     Q_OBJECT
@@ -38,7 +38,7 @@ private:
 
 void AttributeListsTest::init() {
     QTest::failOnWarning(QRegularExpression("No matching signal|QMetaObject|QObject::connect"));
-    tarvo::common::DialogSettings("").clear();
+    DialogSettings("").clear();
 }
 
 void AttributeListsTest::namedValuesComeBackByteForByte() {
@@ -50,15 +50,14 @@ void AttributeListsTest::namedValuesComeBackByteForByte() {
         QCOMPARE(values, std::string(text));
     }
     // What changed is written anew, the other lines stay.
-    auto values = dialogs::readNamedValues("0 = no \nwhat\n2=b");
+    auto values = readNamedValues("0 = no \nwhat\n2=b");
     QCOMPARE(values.size(), 3u);
     QVERIFY(!values[1].understood);
     values[2].name = "c";
     values[2].line.clear();
-    QCOMPARE(dialogs::writeNamedValues(values), std::string("0 = no \nwhat\n2=c"));
+    QCOMPARE(writeNamedValues(values), std::string("0 = no \nwhat\n2=c"));
     for (const auto& entry : tarvo::catalogue::attributes())
-        QCOMPARE(dialogs::writeNamedValues(dialogs::readNamedValues(entry.namedValues)),
-                 entry.namedValues);
+        QCOMPARE(writeNamedValues(readNamedValues(entry.namedValues)), entry.namedValues);
 }
 
 void AttributeListsTest::namedValuesAreEditedAsATable() {
@@ -138,12 +137,11 @@ void AttributeListsTest::namedValuesAreEditedAsATable() {
 }
 
 void AttributeListsTest::namedValuesGoThroughCsvFiles() {
-    const std::vector<dialogs::NamedValue> values{
+    const std::vector<NamedValue> values{
         {"0", "plain"}, {"-1.5", "a, \"b\""}, {"1e3", "\xc3\xa4=\xe2\x82\xac"}, {"7", ""}};
-    const QByteArray csv = dialogs::namedValuesToCsv(values);
+    const QByteArray csv = namedValuesToCsv(values);
     QVERIFY(csv.startsWith("value,name\r\n0,plain\r\n-1.5,\"a, \"\"b\"\"\"\r\n"));
-    QCOMPARE(dialogs::writeNamedValues(dialogs::namedValuesFromCsv(csv)),
-             dialogs::writeNamedValues(values));
+    QCOMPARE(writeNamedValues(namedValuesFromCsv(csv)), writeNamedValues(values));
     const std::pair<const char*, const char*> faults[] = {
         {"value,name\n1,a\nx,b\n", "Line 3: \"x\" is no number."},
         {"1,a\n1.0,b\n", "Line 2: 1.0 has a name already."},
@@ -159,10 +157,9 @@ void AttributeListsTest::namedValuesGoThroughCsvFiles() {
     };
     for (const auto& fault : faults) {
         const QByteArray text(fault.first);
-        QCOMPARE(messageOf([&] { (void)dialogs::namedValuesFromCsv(text); }),
-                 QString(fault.second));
+        QCOMPARE(messageOf([&] { (void)namedValuesFromCsv(text); }), QString(fault.second));
     }
-    QCOMPARE(dialogs::namedValuesFromCsv("\xef\xbb\xbfvalue,name\n+2,two").at(0).value, "2");
+    QCOMPARE(namedValuesFromCsv("\xef\xbb\xbfvalue,name\n+2,two").at(0).value, "2");
 
     const QString file = m_folder.filePath("values.csv");
     writeTo(file, "value,name\r\n1,one\r\nx,two\r\n");

@@ -2,15 +2,15 @@
 // library, and the texts of level-of-detail settings.
 
 #include "core/defaultattribute.h"
-#include "window/dialogs/attribute/attributechecks.h"
-#include "window/dialogs/attribute/attributesuggestions.h"
-#include "window/dialogs/attribute/lodsettings.h"
-#include "window/dialogs/attribute/numbertext.h"
 #include "qrb/loader.h"
 #include "qrb/pointcloud.h"
 #include "tests/window/attributesamples.h"
 #include "tests/window/guitestmain.h"
 #include "tests/window/testdatabase.h"
+#include "window/dialogs/attribute/attributechecks.h"
+#include "window/dialogs/attribute/attributesuggestions.h"
+#include "window/dialogs/attribute/lodsettings.h"
+#include "window/dialogs/attribute/numbertext.h"
 
 #include <QRandomGenerator>
 #include <QTreeWidget>
@@ -19,13 +19,13 @@
 #include <cmath>
 #include <limits>
 
-namespace dialogs = tarvo::dialogs;
+using namespace tarvo::window;
 
 namespace {
 
 constexpr double none = std::numeric_limits<double>::quiet_NaN();
 
-bool hasError(const std::vector<dialogs::AttributeFinding>& findings) {
+bool hasError(const std::vector<AttributeFinding>& findings) {
     return std::any_of(findings.begin(), findings.end(),
                        [](const auto& each) { return each.error; });
 }
@@ -72,12 +72,12 @@ void AttributeRulesTest::withDatabase(const std::function<void(tarvo::qrb::Point
 }
 
 void AttributeRulesTest::stepsKeepTheDigitsOfNumbers() {
-    QCOMPARE(dialogs::steppedNumber(0.2, 0.1, 1), 0.3);
-    QCOMPARE(dialogs::steppedNumber(-535000, 0.00025, 3), -534999.99925);
-    QCOMPARE(dialogs::steppedNumber(1e300, 1, 1), 1e300);
+    QCOMPARE(steppedNumber(0.2, 0.1, 1), 0.3);
+    QCOMPARE(steppedNumber(-535000, 0.00025, 3), -534999.99925);
+    QCOMPARE(steppedNumber(1e300, 1, 1), 1e300);
     const std::pair<double, double> lastDigits[] = {{1000, 1}, {7, 1}, {0, 1}, {0.25, 0.01}};
     for (const auto& [number, digit] : lastDigits)
-        QCOMPARE(dialogs::lastDigitOf(number), digit);
+        QCOMPARE(lastDigitOf(number), digit);
 }
 
 // Every definition that the library refuses has an error, and no other one has.
@@ -118,7 +118,7 @@ void AttributeRulesTest::checksAgreeWithTheLibrary() {
                                 " "};
     withDatabase([&](tarvo::qrb::Pointcloud& cloud) {
         cloud.transactions().begin("checks", "tests");
-        dialogs::AttributeUse use;
+        AttributeUse use;
         for (const std::string& name : cloud.pointAttributes().list())
             use.takenNames += QString::fromStdString(name);
         QRandomGenerator random(11);
@@ -155,7 +155,7 @@ void AttributeRulesTest::checksAgreeWithTheLibrary() {
             if (refusal.isEmpty())
                 cloud.pointAttributes().remove(attribute.name);
             (refusal.isEmpty() ? taken : refused) += 1;
-            const auto findings = dialogs::checkAttribute(attribute, use);
+            const auto findings = checkAttribute(attribute, use);
             QVERIFY2(hasError(findings) == !refusal.isEmpty(),
                      qPrintable(QString::fromStdString(attribute.toJson()) + '\n' + refusal + '\n' +
                                 (findings.empty() ? "" : findings[0].text)));
@@ -202,17 +202,16 @@ void AttributeRulesTest::limitsAreThoseOfTheLibrary() {
                 cloud.pointAttributes().remove(attribute.name);
             const std::string json = attribute.toJson();
             QVERIFY2(refusal.isEmpty() == taken, json.c_str());
-            QVERIFY2(hasError(dialogs::checkAttribute(attribute, {})) != taken, json.c_str());
+            QVERIFY2(hasError(checkAttribute(attribute, {})) != taken, json.c_str());
         }
         cloud.transactions().rollback();
     });
 }
 
 void AttributeRulesTest::doubtfulDefinitionsAreNoted() {
-    const auto textsOf = [](const PointAttribute& attribute,
-                            const dialogs::AttributeUse& use = {}) {
+    const auto textsOf = [](const PointAttribute& attribute, const AttributeUse& use = {}) {
         QStringList texts;
-        for (const auto& finding : dialogs::checkAttribute(attribute, use)) {
+        for (const auto& finding : checkAttribute(attribute, use)) {
             if (finding.error)
                 texts += "error";
             texts += finding.text;
@@ -243,7 +242,7 @@ void AttributeRulesTest::doubtfulDefinitionsAreNoted() {
     // A primary attribute is indexed, the stored values of one can't change.
     PointAttribute id = defaultAttribute("tarvo.id");
     id.resolution = 0.5;
-    dialogs::AttributeUse use;
+    AttributeUse use;
     use.primary = true;
     QVERIFY(textsOf(id, use).startsWith("error"));
     const PointAttribute stored = defaultAttribute("tarvo.xyz");
@@ -280,16 +279,16 @@ void AttributeRulesTest::everyChangeIsSeen() {
         [](auto& each) { each.compressionOptions = 1; }};
     for (std::size_t i = 0; i < std::size(changes); ++i) {
         PointAttribute attribute = before;
-        QVERIFY(dialogs::sameAttribute(attribute, before));
+        QVERIFY(sameAttribute(attribute, before));
         changes[i](attribute);
-        QVERIFY2(!dialogs::sameAttribute(attribute, before), qPrintable(QString::number(i)));
-        QVERIFY(dialogs::sameAttribute(attribute, PointAttribute(attribute)));
+        QVERIFY2(!sameAttribute(attribute, before), qPrintable(QString::number(i)));
+        QVERIFY(sameAttribute(attribute, PointAttribute(attribute)));
     }
     // And what becomes of stored values is told.
     PointAttribute stored = before;
     PointAttribute attribute = before;
     stored.length = 3;
-    const auto told = [&] { return dialogs::conversionText(stored, attribute); };
+    const auto told = [&] { return conversionText(stored, attribute); };
     QVERIFY2(told().endsWith("become the default value. Elements from number 1 on are dropped."),
              qPrintable(told()));
     std::swap(stored, attribute);
@@ -303,8 +302,8 @@ void AttributeRulesTest::everyChangeIsSeen() {
 }
 
 void AttributeRulesTest::catalogueIsTakenWhole() {
-    const tarvo::catalogue::AttributeEntry entry{
-        "own.a", "b", "c", "d", "e", 2, 0.5, -1, 9, 1, 8, "1=f", 3, 1, "first", 2, "g"};
+    const tarvo::catalogue::AttributeEntry entry{"own.a", "b", "c",   "d", "e", 2,       0.5, -1, 9,
+                                                 1,       8,   "1=f", 3,   1,   "first", 2,   "g"};
     const PointAttribute attribute = tarvo::core::defaultAttribute(entry);
     const std::pair<bool, const char*> members[] = {
         {attribute.name == "own.a", "name"},
@@ -322,37 +321,36 @@ void AttributeRulesTest::catalogueIsTakenWhole() {
 
 void AttributeRulesTest::freeSuggestionsComeFirst() {
     QTreeWidget tree;
-    dialogs::fillSuggestions(&tree, {});
-    dialogs::filterSuggestions(&tree, "xyz");
+    fillSuggestions(&tree, {});
+    filterSuggestions(&tree, "xyz");
     QVERIFY(tree.currentItem());
     const QString first = tree.currentItem()->text(0);
-    dialogs::fillSuggestions(&tree, {first});
-    QVERIFY(dialogs::filterSuggestions(&tree, "xyz") > 1);
+    fillSuggestions(&tree, {first});
+    QVERIFY(filterSuggestions(&tree, "xyz") > 1);
     QVERIFY(tree.currentItem());
     QVERIFY(!tree.currentItem()->text(0).endsWith("(exists already)"));
-    QVERIFY(dialogs::suggestionOf(tree.currentItem()));
-    QCOMPARE(dialogs::filterSuggestions(&tree, first + " noSuchWordAnywhere"), 0);
+    QVERIFY(suggestionOf(tree.currentItem()));
+    QCOMPARE(filterSuggestions(&tree, first + " noSuchWordAnywhere"), 0);
     QVERIFY(!tree.currentItem());
 }
 
 void AttributeRulesTest::lodSettingsKeepWhatTheyHold() {
-    const auto settings = dialogs::readLodSettings(
+    const auto settings = readLodSettings(
         "{\"a\": [1.50, {\"method\": 12345678901234567890123}], \"method\": \"first\", \"b\": "
         "null}");
     QCOMPARE(settings.method, "first");
     QCOMPARE(
-        dialogs::writeLodSettings("minimum", settings.members),
+        writeLodSettings("minimum", settings.members),
         std::string("{\"method\":\"minimum\",\"a\":[1.50,{\"method\":12345678901234567890123}],"
                     "\"b\":null}"));
-    QCOMPARE(dialogs::writeLodSettings("first", "{\"a\": {\"method\": 1}}"),
+    QCOMPARE(writeLodSettings("first", "{\"a\": {\"method\": 1}}"),
              std::string("{\"method\":\"first\",\"a\":{\"method\":1}}"));
-    QCOMPARE(dialogs::writeLodSettings("first", " {} "), std::string("first"));
-    QCOMPARE(dialogs::readLodSettings("\"first\" tail").lost, "tail");
+    QCOMPARE(writeLodSettings("first", " {} "), std::string("first"));
+    QCOMPARE(readLodSettings("\"first\" tail").lost, "tail");
     for (const char* members : {"[1]", "5", "{\"a\":}", "{\"method\": \"first\"}", "{} x"})
-        QVERIFY2(!messageOf([&] { (void)dialogs::writeLodSettings("first", members); }).isEmpty(),
-                 members);
+        QVERIFY2(!messageOf([&] { (void)writeLodSettings("first", members); }).isEmpty(), members);
     const std::string deep = "{\"a\":" + std::string(100000, '[') + std::string(100000, ']') + "}";
-    QVERIFY(dialogs::lodSettingsProblem(deep).contains("nests"));
+    QVERIFY(lodSettingsProblem(deep).contains("nests"));
 }
 
 GUI_TEST_MAIN(AttributeRulesTest)

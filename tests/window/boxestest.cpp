@@ -1,18 +1,18 @@
 // The pieces that all tabs and dialogs share: boxes with a message or a question, the list of what
 // is checked, the colours of the changelog, and what the window takes from outside.
 
+#include "files/error.h"
+#include "qrb/loader.h"
+#include "tests/window/guitestmain.h"
+#include "tests/window/samplewindow.h"
 #include "window/common/appearance.h"
-#include "window/widgets/checklist.h"
 #include "window/common/guard.h"
 #include "window/common/messageboxes.h"
 #include "window/common/programsettings.h"
 #include "window/common/progress.h"
 #include "window/common/textfiles.h"
 #include "window/dialogs/workingdialog.h"
-#include "files/error.h"
-#include "qrb/loader.h"
-#include "tests/window/guitestmain.h"
-#include "tests/window/samplewindow.h"
+#include "window/widgets/checklist.h"
 
 #include <QApplication>
 #include <QDesktopServices>
@@ -34,7 +34,7 @@
 #include <memory>
 #include <stdexcept>
 
-namespace common = tarvo::common;
+using namespace tarvo::window;
 
 class BoxesTest : public QObject {
     Q_OBJECT
@@ -80,8 +80,8 @@ void BoxesTest::questionsBeginWithTheAnswerThatLosesNothing() {
                 format = box->textFormat();
                 QTest::keyClick(box->defaultButton(), key);
             }});
-            const bool yes = loss ? common::lossConfirmed(nullptr, "<b>Lose</b>?")
-                                  : common::confirmed(nullptr, "<b>Go on</b>?");
+            const bool yes =
+                loss ? lossConfirmed(nullptr, "<b>Lose</b>?") : confirmed(nullptr, "<b>Go on</b>?");
             QCOMPARE(yes, !loss && key == Qt::Key_Return);
             QCOMPARE(text, loss ? "<b>Lose</b>?" : "<b>Go on</b>?");
             QCOMPARE(format, Qt::PlainText);
@@ -98,14 +98,14 @@ void BoxesTest::messagesHaveTheirKindAndStayText() {
         QString details;
         QString buttons;
     } boxes[] = {
-        {[] { common::showInformation(nullptr, "<i>done"); }, QMessageBox::Information, "",
-         "<i>done", "", "OK"},
-        {[] { common::showWarning(nullptr, "<i>odd"); }, QMessageBox::Warning, "qrbadmin", "<i>odd",
-         "", "OK"},
-        {[] { common::showError(nullptr, "<i>bad", "worse"); }, QMessageBox::Critical, "qrbadmin",
+        {[] { showInformation(nullptr, "<i>done"); }, QMessageBox::Information, "", "<i>done", "",
+         "OK"},
+        {[] { showWarning(nullptr, "<i>odd"); }, QMessageBox::Warning, "qrbadmin", "<i>odd", "",
+         "OK"},
+        {[] { showError(nullptr, "<i>bad", "worse"); }, QMessageBox::Critical, "qrbadmin",
          "<i>bad\n\nworse", "", "Copy,OK"},
-        {[&] { common::showError(nullptr, "bad", many); }, QMessageBox::Critical, "qrbadmin", "bad",
-         many, "Copy,OK,Show Details..."},
+        {[&] { showError(nullptr, "bad", many); }, QMessageBox::Critical, "qrbadmin", "bad", many,
+         "Copy,OK,Show Details..."},
     };
     for (const auto& expected : boxes) {
         ModalScript script({[&](QDialog* dialog) {
@@ -135,7 +135,7 @@ void BoxesTest::errorsTellFileAndReason() {
         try {
             action();
         } catch (...) {
-            const auto [text, details] = common::describe(std::current_exception());
+            const auto [text, details] = describe(std::current_exception());
             return text + '|' + details;
         }
         return QString();
@@ -143,9 +143,9 @@ void BoxesTest::errorsTellFileAndReason() {
     QCOMPARE(told([] { throw tarvo::files::FileError("No room.", "Free some."); }),
              "No room.|Free some.");
     // It can be opened, but not read.
-    const QString unreadable = told([] { common::readFile("/proc/self/mem"); });
+    const QString unreadable = told([] { readFile("/proc/self/mem"); });
     QVERIFY2(unreadable.contains("/proc/self/mem"), qUtf8Printable(unreadable));
-    const QString refused = told([] { common::openOutput("/proc/own.json", "No export."); });
+    const QString refused = told([] { openOutput("/proc/own.json", "No export."); });
     QVERIFY2(
         QRegularExpression(R"(\ANo export\.\|.*/proc/own\.json.*\n.+\z)").match(refused).hasMatch(),
         qUtf8Printable(refused));
@@ -153,14 +153,14 @@ void BoxesTest::errorsTellFileAndReason() {
 
 void BoxesTest::waitingEndsWithTheWork() {
     ModalScript script({ModalScript::press("OK")});
-    QVERIFY(!common::guarded(nullptr, [] {
-        const common::WaitCursor outer;
+    QVERIFY(!guarded(nullptr, [] {
+        const WaitCursor outer;
         QCOMPARE(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
         throw std::runtime_error("It failed.");
     }));
     QCOMPARE(script.texts(), QStringList("It failed."));
     QVERIFY(!QApplication::overrideCursor());
-    QVERIFY(common::guarded(nullptr, [] {}));
+    QVERIFY(guarded(nullptr, [] {}));
 }
 
 void BoxesTest::workThatWasCancelledCanBeDoneAgain() {
@@ -198,13 +198,13 @@ void BoxesTest::workThatWasCancelledCanBeDoneAgain() {
 void BoxesTest::progressStaysUpToTheEnd() {
     QWidget window;
     bool cancelled = false;
-    common::Progress progress(&window, "Working...");
+    Progress progress(&window, "Working...");
     QTest::qWait(600);
     for (int i = 0; i < 3 && !cancelled; ++i) {
         QTest::qWait(50);
         try {
             progress.update(100);
-        } catch (const common::Cancelled&) {
+        } catch (const Cancelled&) {
             cancelled = true;
             continue;
         }
@@ -263,25 +263,25 @@ void BoxesTest::changelogIsColoured() {
     QCOMPARE(formats(2)[0].format.fontWeight(), static_cast<int>(QFont::Light));
     QVERIFY(formats(3).isEmpty());
     // With another palette, too.
-    common::setTheme(common::Theme::DARK);
+    setTheme(Theme::DARK);
     const QColor dark = formats(0)[0].format.foreground().color();
-    common::setTheme(common::Theme::SYSTEM);
+    setTheme(Theme::SYSTEM);
     QVERIFY(dark.lightness() > QColor(Qt::darkBlue).lightness());
     QCOMPARE(formats(0)[0].format.foreground().color(), QColor(Qt::darkBlue));
 }
 
 void BoxesTest::textSizeHasLimits() {
-    common::resetTextSize();
-    const int usual = common::textSize();
-    common::setTextSize(1);
-    QCOMPARE(common::textSize(), common::smallestTextSize);
-    common::setTextSize(1000);
-    QCOMPARE(common::textSize(), common::largestTextSize);
+    resetTextSize();
+    const int usual = textSize();
+    setTextSize(1);
+    QCOMPARE(textSize(), smallestTextSize);
+    setTextSize(1000);
+    QCOMPARE(textSize(), largestTextSize);
     // What another program wrote.
-    common::ProgramSettings().setValue("TextSize", 1000);
-    QCOMPARE(common::textSize(), common::largestTextSize);
-    common::resetTextSize();
-    QCOMPARE(common::textSize(), usual);
+    ProgramSettings().setValue("TextSize", 1000);
+    QCOMPARE(textSize(), largestTextSize);
+    resetTextSize();
+    QCOMPARE(textSize(), usual);
 }
 
 void BoxesTest::onlyFilesThatCanBeShownAreTaken() {

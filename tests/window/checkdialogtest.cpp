@@ -19,6 +19,8 @@
 #include <QtTest>
 #include <memory>
 
+using namespace tarvo::window;
+
 namespace pointcloud = tarvo::qrb::pointcloud;
 using Step = ModalScript::Step;
 

@@ -1,13 +1,13 @@
 // The dialogs of a database that is created or opened: fields, limits, and what OK and Cancel do.
 
-#include "window/dialogs/dialogcreatesettings.h"
-#include "window/dialogs/dialogopensettings.h"
 #include "catalogue/catalogue.h"
 #include "qrb/loader.h"
 #include "tests/window/attributesamples.h"
 #include "tests/window/dialogprobe.h"
 #include "tests/window/guitestmain.h"
 #include "tests/window/samplewindow.h"
+#include "window/dialogs/dialogcreatesettings.h"
+#include "window/dialogs/dialogopensettings.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -22,6 +22,8 @@
 #include <QSpinBox>
 #include <QtTest>
 #include <memory>
+
+using namespace tarvo::window;
 
 namespace pointcloud = tarvo::qrb::pointcloud;
 

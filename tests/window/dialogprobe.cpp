@@ -3,10 +3,15 @@
 #include "tests/window/windowdriver.h"
 
 #include <QAction>
+#include <QDialog>
 #include <QDialogButtonBox>
 #include <QMenu>
 #include <QPushButton>
 #include <QToolButton>
+
+QString kindOf(const QDialog* dialog) {
+    return QString(dialog->metaObject()->className()).section("::", -1);
+}
 
 bool isOkEnabled(QDialog* dialog) {
     return in<QDialogButtonBox>(dialog, "buttonBox")->button(QDialogButtonBox::Ok)->isEnabled();

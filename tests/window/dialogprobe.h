@@ -6,6 +6,8 @@
 
 class QDialog;
 
+// The name of its class.
+QString kindOf(const QDialog* dialog);
 bool isOkEnabled(QDialog* dialog);
 // Entries of the menu that hangs on a dialog's button; "-" is a separator, what is disabled is in
 // brackets. A menu indicator that is shown is an entry, too.

@@ -1,13 +1,14 @@
 // What dialogs and the window remember from one time to the next, and what they do not.
 
+#include "qrb/loader.h"
+#include "tests/window/attributesamples.h"
+#include "tests/window/dialogprobe.h"
+#include "tests/window/guitestmain.h"
+#include "tests/window/samplewindow.h"
 #include "window/common/programsettings.h"
 #include "window/dialogs/attribute/dialognamedvalues.h"
 #include "window/dialogs/attribute/dialogpointattributelod.h"
 #include "window/dialogs/dialograngequery.h"
-#include "qrb/loader.h"
-#include "tests/window/attributesamples.h"
-#include "tests/window/guitestmain.h"
-#include "tests/window/samplewindow.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -25,9 +26,9 @@
 #include <map>
 #include <memory>
 
+using namespace tarvo::window;
+
 using Step = ModalScript::Step;
-using tarvo::common::DialogSettings;
-using tarvo::common::ProgramSettings;
 
 namespace {
 
@@ -168,7 +169,7 @@ void DialogSettingsTest::dialogsComeBackInTheirSize() {
     const SampleWindow window(m_sample->copy());
     QSize size;
     open(window, [&](QDialog* dialog) {
-        QCOMPARE(dialog->metaObject()->className(), group);
+        QCOMPARE(kindOf(dialog), group);
         QVERIFY(!DialogSettings(place).contains("Geometry"));
         size = sizeOf(dialog);
         QVERIFY(size != dialog->size());

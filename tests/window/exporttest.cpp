@@ -1,14 +1,14 @@
 // The export of points as text, through every separator and every way in which it may end, and the
 // limit up to which the tab of the index shows nodes.
 
-#include "window/panels/indexsearch.h"
-#include "window/frame/mainwindow.h"
 #include "qrb/loader.h"
 #include "qrb/pointcloud.h"
 #include "tests/window/guitestmain.h"
 #include "tests/window/modalscript.h"
 #include "tests/window/testdatabase.h"
 #include "tests/window/windowdriver.h"
+#include "window/frame/mainwindow.h"
+#include "window/panels/indexsearch.h"
 
 #include <QAction>
 #include <QApplication>
@@ -25,6 +25,8 @@
 #include <QtTest>
 #include <array>
 #include <memory>
+
+using namespace tarvo::window;
 
 namespace {
 

@@ -11,6 +11,8 @@
 #include <QtTest>
 #include <memory>
 
+using namespace tarvo::window;
+
 int runGuiTest(int argc, char* argv[], const std::function<QObject*()>& make) {
     const QTemporaryDir home;
     for (const char* name : {"config", "run"}) {
@@ -27,7 +29,7 @@ int runGuiTest(int argc, char* argv[], const std::function<QObject*()>& make) {
     QApplication::setQuitOnLastWindowClosed(false);
     Q_INIT_RESOURCE(qrbadmin);
     setApplicationNames();
-    tarvo::common::applyTheme();
+    applyTheme();
     applyStyleSheet();
     const std::unique_ptr<QObject> test(make());
     return QTest::qExec(test.get(), argc, argv);
@@ -36,8 +38,8 @@ int runGuiTest(int argc, char* argv[], const std::function<QObject*()>& make) {
 std::unique_ptr<MainWindow> showFreshWindow() {
     // A slot that fits no signal is a mistake that the toolkit only warns about.
     QTest::failOnWarning(QRegularExpression("No matching signal|QMetaObject|QObject::connect"));
-    tarvo::common::ProgramSettings().remove("");
-    tarvo::common::DialogSettings("").clear();
+    ProgramSettings().remove("");
+    DialogSettings("").clear();
     auto window = std::make_unique<MainWindow>();
     window->show();
     if (!QTest::qWaitForWindowExposed(window.get()))

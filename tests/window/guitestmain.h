@@ -5,7 +5,9 @@
 #include <functional>
 #include <memory>
 
+namespace tarvo::window {
 class MainWindow;
+}
 class QObject;
 
 // Runs the test objects that make() returns; makes them after the application object.
@@ -18,4 +20,4 @@ int runGuiTest(int argc, char* argv[], const std::function<QObject*()>& make);
 
 // A window as after the first start, shown; to be made for each case anew. From now on warnings of
 // connections that are wrong fail the case.
-std::unique_ptr<MainWindow> showFreshWindow();
+std::unique_ptr<tarvo::window::MainWindow> showFreshWindow();

@@ -1,21 +1,21 @@
 // The helpers that need no database.
 
+#include "tests/window/guitestmain.h"
 #include "window/common/clipboard.h"
 #include "window/common/filefilter.h"
 #include "window/common/filterhistory.h"
 #include "window/common/guard.h"
-#include "window/widgets/numerictreewidgetitem.h"
 #include "window/common/programsettings.h"
 #include "window/common/recentfiles.h"
 #include "window/common/textformat.h"
 #include "window/common/theme.h"
 #include "window/frame/commandline.h"
+#include "window/frame/librarychoice.h"
+#include "window/frame/mimefile.h"
 #include "window/panels/databasesummary.h"
 #include "window/panels/filterinsertmenu.h"
 #include "window/panels/indexsearch.h"
-#include "window/frame/librarychoice.h"
-#include "window/frame/mimefile.h"
-#include "tests/window/guitestmain.h"
+#include "window/widgets/numerictreewidgetitem.h"
 
 #include <QAction>
 #include <QApplication>
@@ -32,7 +32,7 @@
 #include <QUrl>
 #include <QtTest>
 
-namespace common = tarvo::common;
+using namespace tarvo::window;
 
 class HelpersTest : public QObject {
     Q_OBJECT
@@ -62,31 +62,31 @@ private slots:
     void annotationColourFollowsThePalette();
 
 public slots:
-    void onCopy() { common::copyToClipboard("a\"b", qobject_cast<QAction*>(sender())); }
+    void onCopy() { copyToClipboard("a\"b", qobject_cast<QAction*>(sender())); }
 };
 
 void HelpersTest::init() {
-    common::ProgramSettings().remove("");
+    ProgramSettings().remove("");
 }
 
 void HelpersTest::sizesKeepTwoDecimalsFromKilobytesOn() {
-    QCOMPARE(common::humanReadableSize(0), "0 B");
-    QCOMPARE(common::humanReadableSize(1023), "1023 B");
-    QCOMPARE(common::humanReadableSize(1536), "1.50 KB");
-    QCOMPARE(common::humanReadableSize(1048576), "1.00 MB");
-    QCOMPARE(common::humanReadableSize(std::uint64_t{5000} << 40), "5000.00 TB");
+    QCOMPARE(humanReadableSize(0), "0 B");
+    QCOMPARE(humanReadableSize(1023), "1023 B");
+    QCOMPARE(humanReadableSize(1536), "1.50 KB");
+    QCOMPARE(humanReadableSize(1048576), "1.00 MB");
+    QCOMPARE(humanReadableSize(std::uint64_t{5000} << 40), "5000.00 TB");
 }
 
 void HelpersTest::libraryVersionWithoutHashIsUnknown() {
-    QCOMPARE(common::shortLibraryVersion("QRB Library 1.2.3-0aF9 (x)\nsecond line"), "1.2.3-0aF9");
-    QCOMPARE(common::shortLibraryVersion("QRB Library 1.2.3"), "2.x.x");
-    QCOMPARE(common::shortLibraryVersion("my QRB Library 1.2.3-0aF9"), "2.x.x");
+    QCOMPARE(shortLibraryVersion("QRB Library 1.2.3-0aF9 (x)\nsecond line"), "1.2.3-0aF9");
+    QCOMPARE(shortLibraryVersion("QRB Library 1.2.3"), "2.x.x");
+    QCOMPARE(shortLibraryVersion("my QRB Library 1.2.3-0aF9"), "2.x.x");
 }
 
 void HelpersTest::toolTipsShowTagsAsText() {
-    QCOMPARE(common::plainToolTip("tarvo.xyz[0] < 3\nx"), "tarvo.xyz[0] < 3\nx");
+    QCOMPARE(plainToolTip("tarvo.xyz[0] < 3\nx"), "tarvo.xyz[0] < 3\nx");
     QTextDocument shown;
-    shown.setHtml(common::plainToolTip("<img src=\"/etc/x.png\">\n<b>name</b>"));
+    shown.setHtml(plainToolTip("<img src=\"/etc/x.png\">\n<b>name</b>"));
     QCOMPARE(shown.toPlainText(), "<img src=\"/etc/x.png\">\n<b>name</b>");
 }
 
@@ -94,30 +94,30 @@ void HelpersTest::quotedTextsReadBackInTheirLanguage_data() {
     QTest::addColumn<int>("quoting");
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("quoted");
-    const auto row = [](const char* tag, common::Quoting quoting, const QString& text,
+    const auto row = [](const char* tag, Quoting quoting, const QString& text,
                         const QString& quoted) {
         QTest::newRow(tag) << static_cast<int>(quoting) << text << quoted;
     };
-    row("json", common::Quoting::JSON, "a\"\\\n\x01", R"("a\"\\\n\u0001")");
-    row("c++", common::Quoting::CPP,
+    row("json", Quoting::JSON, "a\"\\\n\x01", R"("a\"\\\n\u0001")");
+    row("c++", Quoting::CPP,
         "a\"\\\n\x01"
         "7",
         R"("a\"\\\n\0017")");
-    row("pascal", common::Quoting::PASCAL, "it's\r\nso", "'it''s'#13#10'so'");
-    row("pascal empty", common::Quoting::PASCAL, "", "''");
-    row("python", common::Quoting::PYTHON, "a\"\\", "\"\"\"\na\"\\\n\"\"\"");
-    row("python empty", common::Quoting::PYTHON, "", "\"\"\"\n\n\"\"\"");
+    row("pascal", Quoting::PASCAL, "it's\r\nso", "'it''s'#13#10'so'");
+    row("pascal empty", Quoting::PASCAL, "", "''");
+    row("python", Quoting::PYTHON, "a\"\\", "\"\"\"\na\"\\\n\"\"\"");
+    row("python empty", Quoting::PYTHON, "", "\"\"\"\n\n\"\"\"");
 }
 
 void HelpersTest::quotedTextsReadBackInTheirLanguage() {
     QFETCH(int, quoting);
     QFETCH(QString, text);
-    QTEST(common::quoted(text, static_cast<common::Quoting>(quoting)), "quoted");
+    QTEST(quoted(text, static_cast<Quoting>(quoting)), "quoted");
 }
 
 void HelpersTest::copyMenuQuotesAsTheActionSays() {
     QWidget parent;
-    QMenu* menu = common::createCopyMenu(&parent, this, SLOT(onCopy()));
+    QMenu* menu = createCopyMenu(&parent, this, SLOT(onCopy()));
     QCOMPARE(menu->actions().size(), 4);
     menu->actions()[0]->trigger();
     QCOMPARE(QApplication::clipboard()->text(), R"("a\"b")");
@@ -126,7 +126,7 @@ void HelpersTest::copyMenuQuotesAsTheActionSays() {
 }
 
 void HelpersTest::fileDialogFilterStartsWithAllPatterns() {
-    const QString filter = common::databaseFileDialogFilter();
+    const QString filter = databaseFileDialogFilter();
     const QStringList entries = filter.split(";;");
     QVERIFY(entries.first().startsWith("All supported types (*.qrbx *.wdcx *.sdcx *.sodx"));
     QVERIFY(entries.first().endsWith("*.wex *.\?\?x *.\?\?\?x)"));
@@ -147,9 +147,9 @@ void HelpersTest::numericItemsSortByNumber() {
 
 void HelpersTest::filterHistoryMovesAndDropsEntries() {
     for (int i = 1; i <= 11; ++i)
-        common::FilterHistory::add(QString("f%1").arg(i));
-    common::FilterHistory::add("  f5 ");
-    const QStringList list = common::FilterHistory::list();
+        FilterHistory::add(QString("f%1").arg(i));
+    FilterHistory::add("  f5 ");
+    const QStringList list = FilterHistory::list();
     QCOMPARE(list.size(), 10);
     QCOMPARE(list.mid(0, 3), QStringList({"f5", "f11", "f10"}));
     QCOMPARE(list.last(), "f2");
@@ -157,14 +157,14 @@ void HelpersTest::filterHistoryMovesAndDropsEntries() {
 }
 
 void HelpersTest::showingTheHistoryKeepsTextAndSignalsNothing() {
-    common::FilterHistory::add("first");
-    common::FilterHistory::add("second");
+    FilterHistory::add("first");
+    FilterHistory::add("second");
     QComboBox combo;
     combo.setEditable(true);
     combo.setEditText("first");
     QSignalSpy changes(&combo, &QComboBox::currentIndexChanged);
     QSignalSpy edits(combo.lineEdit(), &QLineEdit::textChanged);
-    common::FilterHistory::show(&combo);
+    FilterHistory::show(&combo);
     QCOMPARE(edits.size(), 0);
     QCOMPARE(combo.currentText(), "first");
     QCOMPARE(combo.count(), 2);
@@ -175,9 +175,9 @@ void HelpersTest::showingTheHistoryKeepsTextAndSignalsNothing() {
 
 void HelpersTest::recentFilesKeepTheNewestTen() {
     for (int i = 1; i <= 11; ++i)
-        common::RecentFiles::add(QString("/data/%1.qrbx").arg(i));
-    common::RecentFiles::add("/data/4.qrbx");
-    const QStringList list = common::RecentFiles::list();
+        RecentFiles::add(QString("/data/%1.qrbx").arg(i));
+    RecentFiles::add("/data/4.qrbx");
+    const QStringList list = RecentFiles::list();
     QCOMPARE(list.size(), 10);
     QCOMPARE(list[0], "/data/4.qrbx");
     QCOMPARE(list[1], "/data/11.qrbx");
@@ -194,8 +194,8 @@ void HelpersTest::settingsFilesArePrivate() {
          {QFile::ReadGroup, QFile::WriteGroup, QFile::ReadOther, QFile::WriteOther})
         for (const bool ofDialogs : {false, true}) {
             const auto change = [&] {
-                return ofDialogs ? write(std::make_unique<common::DialogSettings>("own"))
-                                 : write(std::make_unique<common::ProgramSettings>());
+                return ofDialogs ? write(std::make_unique<DialogSettings>("own"))
+                                 : write(std::make_unique<ProgramSettings>());
             };
             const QString fileName = change();
             QVERIFY(
@@ -322,13 +322,13 @@ void HelpersTest::annotationColourFollowsThePalette() {
     QPalette dark;
     dark.setColor(QPalette::Base, QColor("#2b2b2b"));
     dark.setColor(QPalette::Text, Qt::white);
-    QVERIFY(common::isDark(dark));
+    QVERIFY(isDark(dark));
     const QColor blue = Qt::darkBlue;
-    QVERIFY(common::readable(blue, dark).lightness() > 150);
+    QVERIFY(readable(blue, dark).lightness() > 150);
     QPalette light;
     light.setColor(QPalette::Base, Qt::white);
     light.setColor(QPalette::Text, Qt::black);
-    QCOMPARE(common::readable(blue, light), blue);
+    QCOMPARE(readable(blue, light), blue);
 
     // So do the tooltips of actions and of widgets.
     QWidget window;
@@ -343,7 +343,7 @@ void HelpersTest::annotationColourFollowsThePalette() {
         palette.setColor(QPalette::ToolTipText, palette.color(QPalette::WindowText));
         palette.setColor(QPalette::ToolTipBase, palette.color(QPalette::Window));
         QToolTip::setPalette(palette);
-        common::adaptToolTips(&window);
+        adaptToolTips(&window);
         QVERIFY2(action.toolTip().contains(colour), qUtf8Printable(action.toolTip()));
         QCOMPARE(button.toolTip(), action.toolTip());
     }

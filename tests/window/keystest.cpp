@@ -1,11 +1,12 @@
 // The keys of the window and of its dialogs, pressed.
 
-#include "window/common/appearance.h"
-#include "window/frame/openwindows.h"
 #include "catalogue/catalogue.h"
 #include "qrb/loader.h"
+#include "tests/window/dialogprobe.h"
 #include "tests/window/guitestmain.h"
 #include "tests/window/samplewindow.h"
+#include "window/common/appearance.h"
+#include "window/frame/openwindows.h"
 
 #include <QAction>
 #include <QApplication>
@@ -17,6 +18,8 @@
 #include <QTreeWidget>
 #include <QtTest>
 #include <memory>
+
+using namespace tarvo::window;
 
 using Step = ModalScript::Step;
 
@@ -56,7 +59,7 @@ void KeysTest::initTestCase() {
 QString KeysTest::dialogOn(const QKeySequence& keys) {
     QString name;
     ModalScript script({[&](QDialog* dialog) {
-        name = dialog->metaObject()->className();
+        name = kindOf(dialog);
         if (const auto* box = qobject_cast<QMessageBox*>(dialog))
             name += ": " + box->text();
         QTest::keyClick(dialog, Qt::Key_Escape);
@@ -218,7 +221,7 @@ void KeysTest::keysWalkTheChangelogWhileItIsShown() {
 }
 
 void KeysTest::keysChangeTheSizeOfTexts() {
-    tarvo::common::resetTextSize();
+    resetTextSize();
     const auto size = [&] { return m_window->child<QWidget>("editChangelog")->font().pointSize(); };
     const int usual = size();
     m_window->press(QKeySequence("Ctrl++"));

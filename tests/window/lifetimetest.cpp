@@ -1,9 +1,6 @@
 // The life of databases in windows: what a hurried user, a second window or another program does to
 // files that are open must not cost what was committed, nor what is pending, unasked.
 
-#include "window/common/textfiles.h"
-#include "window/frame/librarychoice.h"
-#include "window/frame/mainwindow.h"
 #include "qrb/error.h"
 #include "qrb/loader.h"
 #include "qrb/pointcloud.h"
@@ -11,6 +8,9 @@
 #include "tests/window/modalscript.h"
 #include "tests/window/testdatabase.h"
 #include "tests/window/windowdriver.h"
+#include "window/common/textfiles.h"
+#include "window/frame/librarychoice.h"
+#include "window/frame/mainwindow.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -29,6 +29,8 @@
 #include <functional>
 #include <memory>
 #include <tuple>
+
+using namespace tarvo::window;
 
 namespace {
 
@@ -207,12 +209,11 @@ void LifetimeTest::outputsSpareDatabases() {
 
 // A file that is opened and closed aside loses its locks.
 void LifetimeTest::noDatabaseIsReadOrWrittenAsText() {
-    namespace common = tarvo::common;
-    QVERIFY_THROWS_EXCEPTION(tarvo::qrb::Error, common::writeFile(m_file, "text"));
-    QVERIFY_THROWS_EXCEPTION(tarvo::qrb::Error, common::readFile(m_file));
+    QVERIFY_THROWS_EXCEPTION(tarvo::qrb::Error, writeFile(m_file, "text"));
+    QVERIFY_THROWS_EXCEPTION(tarvo::qrb::Error, readFile(m_file));
     const QString text = m_work->filePath("some.txt");
-    common::writeFile(text, "text");
-    QCOMPARE(common::readFile(text), std::string("text"));
+    writeFile(text, "text");
+    QCOMPARE(readFile(text), std::string("text"));
     m_window->openDatabase(m_file, true);
     begin(*m_window);
     trigger(*m_window, "actionMetaDataImport", {ModalScript::chooseFile(m_file), ok});

@@ -29,9 +29,10 @@
 #include <QtTest>
 #include <memory>
 
+using namespace tarvo::window;
+
 namespace {
 
-namespace common = tarvo::common;
 using Step = ModalScript::Step;
 
 }  // namespace
@@ -593,16 +594,16 @@ void MetaDataEditorTest::paneIndentsAndUndoes() {
     QCOMPARE(brackets, QList<int>({0, int(edit.toPlainText().size()) - 1}));
     // Line numbers get the room that they need.
     const int margin = edit.viewport()->x();
-    common::setTextSize(common::textSize() + 10);
+    setTextSize(textSize() + 10);
     QVERIFY(edit.viewport()->x() > margin);
-    common::resetTextSize();
+    resetTextSize();
 }
 
 void MetaDataEditorTest::placesAreFound() {
     const QString json = QString::fromUtf8(
         "{\"\xc3\xa4\": [1, {\"b~/\": \"\xf0\x9f\x98\x80 x\"}],\n \"c\": null, \"d\":[[ ] ,{}, "
         "[]]}");
-    const auto places = common::placesOf(
+    const auto places = placesOf(
         json, {"", QString::fromUtf8("/\xc3\xa4/1/b~0~1"), QString::fromUtf8("/\xc3\xa4/0"), "/c",
                QString::fromUtf8("/\xc3\xa4/7/x"), "/e", "/d/2", "/d/0"});
     const auto textAt = [&](std::size_t i) {
@@ -617,22 +618,22 @@ void MetaDataEditorTest::placesAreFound() {
     QCOMPARE(textAt(5), json);
     QCOMPARE(textAt(6), "[]");  // what comes behind brackets
     QCOMPARE(textAt(7), "[ ]");
-    const auto at = common::lineAndColumn(json, places[3]->begin);
+    const auto at = lineAndColumn(json, places[3]->begin);
     QCOMPARE(at.line, 2);
     QCOMPARE(at.column, 7);
-    QVERIFY(!common::jsonFaultOf(json));
-    const auto fault = common::jsonFaultOf(QString::fromUtf8("[\"\xf0\x9f\x98\x80\", }"));
+    QVERIFY(!jsonFaultOf(json));
+    const auto fault = jsonFaultOf(QString::fromUtf8("[\"\xf0\x9f\x98\x80\", }"));
     QVERIFY(fault);
     QCOMPARE(fault->position, 7);
     const QString deep = QString(200'000, '[');
-    QCOMPARE(common::placesOf(deep, {"/0/0"}).size(), 1u);
-    QVERIFY(common::jsonFaultOf(deep));
+    QCOMPARE(placesOf(deep, {"/0/0"}).size(), 1u);
+    QVERIFY(jsonFaultOf(deep));
     // Escapes are undone once; of members with the same name the last one counts.
     const QString names = "{\"~1\": 1, \"/\": 2, \"a\": {\"b\": 3}, \"a\": {\"b\": [4]}}";
     const std::pair<const char*, const char*> values[] = {
         {"/~01", "1"}, {"/~1", "2"}, {"/a", "{\"b\": [4]}"}, {"/a/b", "[4]"}};
     for (const auto& [pointer, value] : values) {
-        const auto place = common::placesOf(names, {pointer}).front();
+        const auto place = placesOf(names, {pointer}).front();
         QVERIFY(place);
         QCOMPARE(names.mid(place->begin, place->end - place->begin), value);
     }

@@ -2,12 +2,12 @@
 // crash, and what was committed stays readable. Prints its seed, the same in each run unless
 // QRB_SEED gives another.
 
-#include "window/frame/mainwindow.h"
 #include "qrb/loader.h"
 #include "qrb/pointcloud.h"
 #include "tests/window/guitestmain.h"
 #include "tests/window/pointtable.h"
 #include "tests/window/testdatabase.h"
+#include "window/frame/mainwindow.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -27,6 +27,8 @@
 #include <QtTest>
 #include <memory>
 #include <random>
+
+using namespace tarvo::window;
 
 namespace {
 

@@ -1,6 +1,5 @@
 // New database files: created from settings, and exported from another database.
 
-#include "window/frame/mainwindow.h"
 #include "qrb/loader.h"
 #include "qrb/pointcloud.h"
 #include "tests/window/guitestmain.h"
@@ -8,6 +7,7 @@
 #include "tests/window/pointtable.h"
 #include "tests/window/testdatabase.h"
 #include "tests/window/windowdriver.h"
+#include "window/frame/mainwindow.h"
 
 #include <QAction>
 #include <QApplication>
@@ -30,6 +30,8 @@
 #include <QTreeWidget>
 #include <QtTest>
 #include <memory>
+
+using namespace tarvo::window;
 
 namespace {
 

@@ -19,6 +19,8 @@
 #include <QtTest>
 #include <memory>
 
+using namespace tarvo::window;
+
 namespace {
 
 // In the tab of the index, which has to be shown.

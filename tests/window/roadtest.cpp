@@ -1,7 +1,6 @@
 // The life of a database as a user leads it: made, filled, changed, signed, checked and exported,
 // all through the window, but for the points, which qrbtool brings in beside it.
 
-#include "window/frame/mainwindow.h"
 #include "catalogue/catalogue.h"
 #include "qrb/loader.h"
 #include "qrb/pointcloud.h"
@@ -10,6 +9,7 @@
 #include "tests/window/pointtable.h"
 #include "tests/window/testdatabase.h"
 #include "tests/window/windowdriver.h"
+#include "window/frame/mainwindow.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -21,6 +21,8 @@
 #include <QTreeWidget>
 #include <QtTest>
 #include <memory>
+
+using namespace tarvo::window;
 
 namespace {
 

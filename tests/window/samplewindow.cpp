@@ -12,6 +12,8 @@
 #include <string>
 #include <vector>
 
+using namespace tarvo::window;
+
 namespace pointcloud = tarvo::qrb::pointcloud;
 
 namespace {

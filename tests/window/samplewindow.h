@@ -1,9 +1,9 @@
 // A window on a copy of a small database in which every list has something to show.
 #pragma once
 
-#include "window/frame/mainwindow.h"
 #include "qrb/pointcloud.h"
 #include "tests/window/windowdriver.h"
+#include "window/frame/mainwindow.h"
 
 #include <QTemporaryDir>
 #include <memory>
@@ -38,7 +38,7 @@ public:
     // Drops a pending transaction.
     ~SampleWindow();
 
-    MainWindow& window() const { return *m_window; }
+    tarvo::window::MainWindow& window() const { return *m_window; }
     WindowDriver driver() const { return WindowDriver(*m_window); }
     template <typename Widget>
     Widget* child(const char* name) const {
@@ -55,5 +55,5 @@ public:
     void press(const QKeySequence& keys) const;
 
 private:
-    std::unique_ptr<MainWindow> m_window;
+    std::unique_ptr<tarvo::window::MainWindow> m_window;
 };

@@ -1,13 +1,13 @@
 // The program's start: the library is loaded, exchanged while it runs, or missing.
 
-#include "window/app/startup.h"
-#include "window/frame/librarychoice.h"
-#include "window/frame/mainwindow.h"
 #include "qrb/loader.h"
 #include "tests/window/guitestmain.h"
 #include "tests/window/modalanswer.h"
 #include "tests/window/modalscript.h"
 #include "tests/window/testdatabase.h"
+#include "window/app/startup.h"
+#include "window/frame/librarychoice.h"
+#include "window/frame/mainwindow.h"
 
 #include <QAction>
 #include <QApplication>
@@ -20,6 +20,8 @@
 #include <memory>
 #include <utility>
 #include <vector>
+
+using namespace tarvo::window;
 
 class StartupTest : public QObject {
     Q_OBJECT

@@ -26,6 +26,8 @@
 #include <memory>
 #include <vector>
 
+using namespace tarvo::window;
+
 namespace pointcloud = tarvo::qrb::pointcloud;
 
 namespace {

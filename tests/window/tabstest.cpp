@@ -36,6 +36,8 @@
 #include <QtTest>
 #include <memory>
 
+using namespace tarvo::window;
+
 namespace {
 
 using Step = ModalScript::Step;
@@ -369,7 +371,7 @@ void TabsTest::signatureKeyIsJudgedCountedAndRemembered() {
             QCOMPARE(in<QPlainTextEdit>(dialog, "editKey")->toPlainText(), "12 34");
             ModalScript::press("Cancel")(dialog);
         }});
-    const QFileInfo settings(tarvo::common::DialogSettings("").fileName());
+    const QFileInfo settings(DialogSettings("").fileName());
     QVERIFY(!(settings.permissions() & (QFile::ReadGroup | QFile::ReadOther)));
 }
 
@@ -686,8 +688,8 @@ void TabsTest::validationTellsWhatItFinds() {
 void TabsTest::longWorkCanBeCancelled() {
     int steps = 0;
     bool shown = false;
-    const bool done = tarvo::common::guarded(m_window.get(), [&] {
-        tarvo::common::Progress progress(m_window.get(), "Working...");
+    const bool done = guarded(m_window.get(), [&] {
+        Progress progress(m_window.get(), "Working...");
         for (; steps < 1000; ++steps) {
             QThread::msleep(20);
             progress.update(steps / 10);
@@ -747,14 +749,13 @@ void TabsTest::dialogsCanBeUsedWithoutSightAndMouse() {
 }
 
 void TabsTest::methodTextsAreTakenApart() {
-    namespace common = tarvo::common;
-    QCOMPARE(common::parseLodMethod("").method, std::string("default"));
-    QCOMPARE(common::parseLodMethod("thinout").method, std::string("thinout"));
-    QCOMPARE(common::parseLodMethod("{\"method\": \"first\"} rest").method, std::string("first"));
-    QCOMPARE(common::parseLodMethod("\"first\" rest").remainder, std::string(" rest"));
+    QCOMPARE(parseLodMethod("").method, std::string("default"));
+    QCOMPARE(parseLodMethod("thinout").method, std::string("thinout"));
+    QCOMPARE(parseLodMethod("{\"method\": \"first\"} rest").method, std::string("first"));
+    QCOMPARE(parseLodMethod("\"first\" rest").remainder, std::string(" rest"));
     const auto messageOf = [](const std::string& text) {
         try {
-            common::parseLodMethod(text);
+            parseLodMethod(text);
         } catch (const std::exception& error) {
             return std::string(error.what());
         }
@@ -767,7 +768,7 @@ void TabsTest::methodTextsAreTakenApart() {
         QString::fromStdString(messageOf("{\"a\"")).startsWith("Failed to parse JSON string: "));
     tarvo::rapidjson::Document object;
     object.SetObject();
-    QCOMPARE(common::jsonTypeName(object), std::string("unknown type"));
+    QCOMPARE(jsonTypeName(object), std::string("unknown type"));
 }
 
 GUI_TEST_MAIN(TabsTest)

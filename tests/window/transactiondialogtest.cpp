@@ -1,10 +1,10 @@
 // The dialogs of a transaction: what they show, what can be used in them, and what becomes of it.
 
-#include "window/dialogs/dialogtransaction.h"
 #include "qrb/loader.h"
 #include "tests/window/dialogprobe.h"
 #include "tests/window/guitestmain.h"
 #include "tests/window/samplewindow.h"
+#include "window/dialogs/dialogtransaction.h"
 
 #include <QAction>
 #include <QComboBox>
@@ -16,6 +16,8 @@
 #include <QTreeWidget>
 #include <QtTest>
 #include <memory>
+
+using namespace tarvo::window;
 
 namespace pointcloud = tarvo::qrb::pointcloud;
 using Step = ModalScript::Step;

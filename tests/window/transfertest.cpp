@@ -1,11 +1,11 @@
 // What goes into files and comes from them, what is asked before something is lost, and that
 // nothing happens where the user does not want it after all.
 
-#include "window/common/filterhistory.h"
-#include "window/common/programsettings.h"
 #include "qrb/loader.h"
 #include "tests/window/guitestmain.h"
 #include "tests/window/samplewindow.h"
+#include "window/common/filterhistory.h"
+#include "window/common/programsettings.h"
 
 #include <QAction>
 #include <QApplication>
@@ -23,6 +23,8 @@
 #include <QTreeWidget>
 #include <QtTest>
 #include <memory>
+
+using namespace tarvo::window;
 
 using Step = ModalScript::Step;
 
@@ -497,7 +499,7 @@ void TransferTest::historyIsSharedAndClearedOnlyOnYes() {
     const QStringList both = {"2", "tarvo.id < 5"};
     QCOMPARE(entries(data), both);
     QCOMPARE(entries(index), both);
-    QCOMPARE(tarvo::common::ProgramSettings().value("RecentFilters").toStringList(), both);
+    QCOMPARE(ProgramSettings().value("RecentFilters").toStringList(), both);
     QCOMPARE(index->insertPolicy(), QComboBox::NoInsert);
 
     QAction* clear = nullptr;
@@ -515,7 +517,7 @@ void TransferTest::historyIsSharedAndClearedOnlyOnYes() {
         QCOMPARE(entries(data), yes ? QStringList() : both);
         QCOMPARE(entries(index), yes ? QStringList() : both);
     }
-    QVERIFY(tarvo::common::ProgramSettings().value("RecentFilters").toStringList().isEmpty());
+    QVERIFY(ProgramSettings().value("RecentFilters").toStringList().isEmpty());
     QCOMPARE(data->currentText(), "  tarvo.id < 5 ");
     QVERIFY(window.child<QAction>("actionQuerySelectCancel")->isEnabled());
     clearFilter->trigger();

@@ -13,6 +13,8 @@
 #include <QTreeWidget>
 #include <QtTest>
 
+using namespace tarvo::window;
+
 void WindowDriver::showTab(const char* name) const {
     auto* tabs = child<QTabWidget>("tabWidget");
     const int index = tabs->indexOf(child<QWidget>(name));

@@ -1,8 +1,8 @@
 // Drives a main window with real events, as a user would.
 #pragma once
 
-#include "window/frame/mainwindow.h"
 #include "tests/window/modalscript.h"
+#include "window/frame/mainwindow.h"
 
 #include <QString>
 #include <QStringList>
@@ -22,7 +22,7 @@ Widget* in(QObject* parent, const char* name) {
 
 class WindowDriver {
 public:
-    explicit WindowDriver(MainWindow& window) : m_window(window) {}
+    explicit WindowDriver(tarvo::window::MainWindow& window) : m_window(window) {}
 
     template <typename Widget>
     Widget* child(const char* name) const {
@@ -37,7 +37,7 @@ public:
     QTreeWidgetItem* select(const char* tree, const QString& text, bool add = false) const;
 
 private:
-    MainWindow& m_window;
+    tarvo::window::MainWindow& m_window;
 };
 
 // Controls that a screen reader can't name.

@@ -31,6 +31,8 @@
 #include <QtTest>
 #include <memory>
 
+using namespace tarvo::window;
+
 class WindowTest : public QObject {
     Q_OBJECT
 
@@ -219,7 +221,7 @@ void WindowTest::openDialogOpensTheFileTypedIn() {
     pressKey(Qt::Key_O, Qt::ControlModifier);
     QVERIFY(answer.came());
     QCOMPARE(child<QLabel>("labelStatus")->text(), m_database.fileName);
-    QCOMPARE(tarvo::common::RecentFiles::list(), QStringList(m_database.fileName));
+    QCOMPARE(RecentFiles::list(), QStringList(m_database.fileName));
 }
 
 void WindowTest::openDialogRefusesAnEmptyLocation() {
@@ -258,7 +260,7 @@ void WindowTest::failedOpenLeavesNoDatabase() {
     QVERIFY(!answer.text().isEmpty());
     QCOMPARE(child<QLabel>("labelStatus")->text(), "no database opened");
     QVERIFY(!child<QTabWidget>("tabWidget")->isTabEnabled(6));
-    QVERIFY(!tarvo::common::RecentFiles::list().contains(other));
+    QVERIFY(!RecentFiles::list().contains(other));
 }
 
 void WindowTest::clipboardNameIsOpened() {
@@ -329,7 +331,7 @@ void WindowTest::reopeningMovesTheFileToTheFrontOfTheRecentOnes() {
     m_window->openDatabase(m_database.fileName, true);
     m_window->openDatabase(copy, true);
     m_window->openDatabase(m_database.fileName, true);
-    QCOMPARE(tarvo::common::RecentFiles::list(), QStringList({m_database.fileName, copy}));
+    QCOMPARE(RecentFiles::list(), QStringList({m_database.fileName, copy}));
     pressKey(Qt::Key_W, Qt::ControlModifier);
     QCOMPARE(child<QLabel>("labelStatus")->text(), "no database opened");
     pressKey(Qt::Key_O, Qt::ControlModifier | Qt::ShiftModifier);

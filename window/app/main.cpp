@@ -7,6 +7,8 @@
 
 #include <csignal>
 
+using namespace tarvo::window;
+
 int main(int argc, char* argv[]) {
 #ifdef SIGXFSZ
     std::signal(SIGXFSZ, SIG_IGN);  // a limit of the file size is an error of the write
@@ -17,7 +19,7 @@ int main(int argc, char* argv[]) {
     setApplicationNames();
     // Updates of tables of thousands of cells would slow the program down.
     QAccessible::installUpdateHandler([](QAccessibleEvent*) {});
-    tarvo::common::applyTheme();
+    applyTheme();
     applyStyleSheet();
     return runWindows();
 }

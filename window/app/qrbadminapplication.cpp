@@ -6,6 +6,8 @@
 #include <QFileOpenEvent>
 #include <QTimer>
 
+namespace tarvo::window {
+
 namespace {
 
 constexpr int retryDelay = 200;  // milliseconds
@@ -30,3 +32,5 @@ void QRBAdminApplication::open(const QString& fileName) {
     else
         windows.first()->openFile(fileName);
 }
+
+}  // namespace tarvo::window

@@ -3,6 +3,8 @@
 
 #include "window/app/reportingapplication.h"
 
+namespace tarvo::window {
+
 class QRBAdminApplication : public ReportingApplication {
 public:
     QRBAdminApplication(int& argc, char** argv);
@@ -13,3 +15,5 @@ public:
 private:
     void open(const QString& fileName);
 };
+
+}  // namespace tarvo::window

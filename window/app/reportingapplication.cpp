@@ -5,6 +5,8 @@
 #include <QEvent>
 #include <typeinfo>
 
+namespace tarvo::window {
+
 namespace {
 
 // Tells errors apart.
@@ -47,6 +49,8 @@ void ReportingApplication::report(const std::exception_ptr& error) {
     if (m_reporting)
         return;
     m_reporting = true;
-    tarvo::common::reportError(activeWindow(), error);
+    reportError(activeWindow(), error);
     m_reporting = false;
 }
+
+}  // namespace tarvo::window

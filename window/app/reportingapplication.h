@@ -6,6 +6,8 @@
 #include <QSet>
 #include <exception>
 
+namespace tarvo::window {
+
 class ReportingApplication : public QApplication {
 public:
     using QApplication::QApplication;
@@ -18,3 +20,5 @@ private:
     bool m_reporting = false;
     QSet<QString> m_reportedWhilePainting;
 };
+
+}  // namespace tarvo::window

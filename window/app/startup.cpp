@@ -1,17 +1,17 @@
 #include "window/app/startup.h"
 
+#include "qrb/loader.h"
 #include "window/common/guard.h"
 #include "window/common/messageboxes.h"
 #include "window/frame/librarychoice.h"
 #include "window/frame/mainwindow.h"
-#include "qrb/loader.h"
 
 #include <QApplication>
 #include <QFile>
 #include <cstdlib>
 #include <exception>
 
-namespace common = tarvo::common;
+namespace tarvo::window {
 
 namespace {
 
@@ -21,18 +21,18 @@ bool loadChosenLibrary() {
     while (true) {
         QString& chosen = libraryChoice().fileName;
         try {
-            tarvo::qrb::freeLibrary();
-            tarvo::qrb::loadLibrary(chosen.toStdString());
+            qrb::freeLibrary();
+            qrb::loadLibrary(chosen.toStdString());
             return true;
         } catch (const std::exception& error) {
             const QString text = QString::fromUtf8(error.what());
             if (chosen.isEmpty()) {
-                common::showError(nullptr, text);
+                showError(nullptr, text);
                 return false;
             }
-            if (!common::confirmed(nullptr, QString("%1\n\nLibrary: %2\n\n"
-                                                    "Go back to the default library?")
-                                                .arg(text, chosen)))
+            if (!confirmed(nullptr, QString("%1\n\nLibrary: %2\n\n"
+                                            "Go back to the default library?")
+                                        .arg(text, chosen)))
                 return false;
             chosen.clear();
         }
@@ -79,8 +79,10 @@ int runWindows() {
     do {
         if (!loadChosenLibrary())
             return EXIT_FAILURE;
-        if (!common::guarded(nullptr, [&] { result = runWindow(); }))
+        if (!guarded(nullptr, [&] { result = runWindow(); }))
             return EXIT_FAILURE;
     } while (libraryChoice().restart);
     return result;
 }
+
+}  // namespace tarvo::window

@@ -10,7 +10,7 @@
 #include <algorithm>
 #include <iterator>
 
-namespace tarvo::common {
+namespace tarvo::window {
 
 namespace {
 
@@ -118,4 +118,4 @@ void useTextPaneFont(QWidget* pane) {
     pane->setFont(font);
 }
 
-}  // namespace tarvo::common
+}  // namespace tarvo::window

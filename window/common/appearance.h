@@ -4,7 +4,7 @@
 
 class QWidget;
 
-namespace tarvo::common {
+namespace tarvo::window {
 
 enum class Theme { SYSTEM, LIGHT, DARK };
 
@@ -28,4 +28,4 @@ void resetTextSize();
 // that changes.
 void useTextPaneFont(QWidget* pane);
 
-}  // namespace tarvo::common
+}  // namespace tarvo::window

@@ -6,7 +6,7 @@
 #include <QMenu>
 #include <utility>
 
-namespace tarvo::common {
+namespace tarvo::window {
 
 namespace {
 
@@ -139,4 +139,4 @@ void copyToClipboard(const QString& text, const QAction* action) {
     }
 }
 
-}  // namespace tarvo::common
+}  // namespace tarvo::window

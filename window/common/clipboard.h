@@ -8,7 +8,7 @@ class QMenu;
 class QObject;
 class QWidget;
 
-namespace tarvo::common {
+namespace tarvo::window {
 
 enum class Quoting { JSON, CPP, PASCAL, PYTHON };
 
@@ -25,4 +25,4 @@ void copyToClipboard(const QString& text);
 // Quotes the text as the action of a copy menu says. Does nothing for other actions.
 void copyToClipboard(const QString& text, const QAction* action);
 
-}  // namespace tarvo::common
+}  // namespace tarvo::window

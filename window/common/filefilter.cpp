@@ -2,7 +2,7 @@
 
 #include <QRegularExpression>
 
-namespace tarvo::common {
+namespace tarvo::window {
 
 const QString& databaseFileTypeFilter() {
     static const QString filter =
@@ -29,4 +29,4 @@ QString databaseFileDialogFilter() {
     return all.trimmed() + ");;" + databaseFileTypeFilter() + ";;All files (*.*)";
 }
 
-}  // namespace tarvo::common
+}  // namespace tarvo::window

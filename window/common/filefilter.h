@@ -3,7 +3,7 @@
 
 #include <QString>
 
-namespace tarvo::common {
+namespace tarvo::window {
 
 // The groups of database file types, joined with ";;".
 const QString& databaseFileTypeFilter();
@@ -11,4 +11,4 @@ const QString& databaseFileTypeFilter();
 // The same with an entry of all patterns in front and "All files (*.*)" at the end.
 QString databaseFileDialogFilter();
 
-}  // namespace tarvo::common
+}  // namespace tarvo::window

@@ -6,7 +6,7 @@
 #include <QLineEdit>
 #include <QSignalBlocker>
 
-namespace tarvo::common {
+namespace tarvo::window {
 
 QStringList FilterHistory::list() {
     return ProgramSettings().value("RecentFilters").toStringList();
@@ -36,4 +36,4 @@ void FilterHistory::show(QComboBox* combo) {
     combo->setEditText(text);
 }
 
-}  // namespace tarvo::common
+}  // namespace tarvo::window

@@ -6,7 +6,7 @@
 
 class QComboBox;
 
-namespace tarvo::common {
+namespace tarvo::window {
 
 class FilterHistory {
 public:
@@ -21,4 +21,4 @@ public:
     static void show(QComboBox* combo);
 };
 
-}  // namespace tarvo::common
+}  // namespace tarvo::window

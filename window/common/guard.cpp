@@ -1,14 +1,14 @@
 #include "window/common/guard.h"
 
-#include "window/common/messageboxes.h"
-#include "window/common/progress.h"
 #include "core/error.h"
 #include "files/error.h"
 #include "qrb/error.h"
+#include "window/common/messageboxes.h"
+#include "window/common/progress.h"
 
 #include <QApplication>
 
-namespace tarvo::common {
+namespace tarvo::window {
 
 bool guarded(QWidget* parent, const std::function<void()>& action) {
     try {
@@ -55,4 +55,4 @@ WaitCursor::~WaitCursor() {
     QApplication::restoreOverrideCursor();
 }
 
-}  // namespace tarvo::common
+}  // namespace tarvo::window

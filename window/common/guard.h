@@ -7,7 +7,7 @@
 
 class QWidget;
 
-namespace tarvo::common {
+namespace tarvo::window {
 
 // Runs the action and reports what it throws. Returns whether it ended without throwing. Every call
 // from a slot into the interface layer runs through here, because the toolkit's event loop promises
@@ -21,8 +21,8 @@ struct ErrorText {
 };
 ErrorText describe(const std::exception_ptr& error);
 
-// The general error report: an error box over parent. That the user cancelled (window/common/progress.h)
-// needs none.
+// The general error report: an error box over parent. That the user cancelled
+// (window/common/progress.h) needs none.
 void reportError(QWidget* parent, const std::exception_ptr& error);
 
 // Shows the wait cursor while it lives. Leave its scope before showing a box; guarded() does so.
@@ -34,4 +34,4 @@ public:
     WaitCursor& operator=(const WaitCursor&) = delete;
 };
 
-}  // namespace tarvo::common
+}  // namespace tarvo::window

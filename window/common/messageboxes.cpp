@@ -10,7 +10,7 @@
 #include <QStringList>
 #include <algorithm>
 
-namespace tarvo::common {
+namespace tarvo::window {
 
 namespace {
 
@@ -100,4 +100,4 @@ bool lossConfirmed(QWidget* parent, const QString& question) {
     return ask(parent, question, QMessageBox::No);
 }
 
-}  // namespace tarvo::common
+}  // namespace tarvo::window

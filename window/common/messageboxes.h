@@ -5,7 +5,7 @@
 
 class QWidget;
 
-namespace tarvo::common {
+namespace tarvo::window {
 
 // A critical box whose text and details can be copied; long details go behind the box's
 // "Show Details..." button.
@@ -21,4 +21,4 @@ bool confirmed(QWidget* parent, const QString& question);
 // The same where Yes loses something: Return says No.
 bool lossConfirmed(QWidget* parent, const QString& question);
 
-}  // namespace tarvo::common
+}  // namespace tarvo::window

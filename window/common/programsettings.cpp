@@ -4,7 +4,7 @@
 #include <QFile>
 #include <QWidget>
 
-namespace tarvo::common {
+namespace tarvo::window {
 
 namespace {
 
@@ -61,4 +61,4 @@ QStringList movedToFront(QStringList list, const QString& text, int maximum) {
     return list;
 }
 
-}  // namespace tarvo::common
+}  // namespace tarvo::window

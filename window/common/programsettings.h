@@ -6,7 +6,7 @@
 
 class QWidget;
 
-namespace tarvo::common {
+namespace tarvo::window {
 
 // INI format, user scope. The file is made readable for its owner only.
 class ProgramSettings : public QSettings {
@@ -30,4 +30,4 @@ public:
 // The list with text in front, without the first entry equal to it, cut to maximum entries.
 QStringList movedToFront(QStringList list, const QString& text, int maximum);
 
-}  // namespace tarvo::common
+}  // namespace tarvo::window

@@ -4,7 +4,7 @@
 #include <QProgressDialog>
 #include <limits>
 
-namespace tarvo::common {
+namespace tarvo::window {
 
 namespace {
 
@@ -46,4 +46,4 @@ void Progress::update(int percent, const QString& state) {
         throw Cancelled();
 }
 
-}  // namespace tarvo::common
+}  // namespace tarvo::window

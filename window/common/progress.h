@@ -10,7 +10,7 @@
 class QProgressDialog;
 class QWidget;
 
-namespace tarvo::common {
+namespace tarvo::window {
 
 // The user cancelled; guarded() takes it silently.
 class Cancelled : public std::exception {
@@ -39,4 +39,4 @@ private:
     QElapsedTimer m_sinceEvents;
 };
 
-}  // namespace tarvo::common
+}  // namespace tarvo::window

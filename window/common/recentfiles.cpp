@@ -2,7 +2,7 @@
 
 #include "window/common/programsettings.h"
 
-namespace tarvo::common {
+namespace tarvo::window {
 
 QStringList RecentFiles::list() {
     return ProgramSettings().value("Recent").toStringList();
@@ -14,4 +14,4 @@ void RecentFiles::add(const QString& fileName) {
                       movedToFront(settings.value("Recent").toStringList(), fileName, maximum));
 }
 
-}  // namespace tarvo::common
+}  // namespace tarvo::window

@@ -3,7 +3,7 @@
 
 #include <QStringList>
 
-namespace tarvo::common {
+namespace tarvo::window {
 
 class RecentFiles {
 public:
@@ -15,4 +15,4 @@ public:
     static void add(const QString& fileName);
 };
 
-}  // namespace tarvo::common
+}  // namespace tarvo::window

@@ -6,7 +6,7 @@
 
 #include <QFile>
 
-namespace tarvo::common {
+namespace tarvo::window {
 
 namespace {
 
@@ -44,4 +44,4 @@ void writeFile(const QString& fileName, std::string_view bytes) {
     file->publish();
 }
 
-}  // namespace tarvo::common
+}  // namespace tarvo::window

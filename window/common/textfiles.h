@@ -10,20 +10,20 @@
 #include <string_view>
 #include <vector>
 
-namespace tarvo::common {
+namespace tarvo::window {
 
-// The bytes of a file. Throws tarvo::qrb::Error with the text failed where it can't be opened or is
+// The bytes of a file. Throws qrb::Error with the text failed where it can't be opened or is
 // a database.
 std::string readFile(const QString& fileName, const char* failed = "Failed to open input file!");
 
 // An output that is there whole once it is published, or as it was before. reads: files that it may
-// not take, as it may no database (UTF-8). Throws tarvo::qrb::Error, with the text failed where the
+// not take, as it may no database (UTF-8). Throws qrb::Error, with the text failed where the
 // place can't be written.
 std::unique_ptr<files::WholeFile> openOutput(const QString& fileName, const char* failed,
                                              const std::vector<std::string>& reads = {});
 
-// The file is there whole, or as it was before. Throws tarvo::qrb::Error "Failed to open output
+// The file is there whole, or as it was before. Throws qrb::Error "Failed to open output
 // file!", or files::FileError.
 void writeFile(const QString& fileName, std::string_view bytes);
 
-}  // namespace tarvo::common
+}  // namespace tarvo::window

@@ -5,7 +5,7 @@
 #include <QRegularExpression>
 #include <QTextDocument>
 
-namespace tarvo::common {
+namespace tarvo::window {
 
 QString humanReadableSize(std::uint64_t bytes) {
     static const char* const units[] = {"B", "KB", "MB", "GB", "TB"};
@@ -48,4 +48,4 @@ QString transactionAgentText() {
     return "qrbadmin " + programVersionText();
 }
 
-}  // namespace tarvo::common
+}  // namespace tarvo::window

@@ -4,7 +4,7 @@
 #include <QString>
 #include <cstdint>
 
-namespace tarvo::common {
+namespace tarvo::window {
 
 // "1023 B", "1.50 KB", ... up to TB; factor 1024.
 QString humanReadableSize(std::uint64_t bytes);
@@ -26,4 +26,4 @@ QString programVersionText();
 // The agent of the transactions that this program begins.
 QString transactionAgentText();
 
-}  // namespace tarvo::common
+}  // namespace tarvo::window

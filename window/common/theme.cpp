@@ -5,7 +5,7 @@
 #include <QToolTip>
 #include <QWidget>
 
-namespace tarvo::common {
+namespace tarvo::window {
 
 namespace {
 
@@ -43,4 +43,4 @@ void adaptToolTips(QWidget* widget) {
     }
 }
 
-}  // namespace tarvo::common
+}  // namespace tarvo::window

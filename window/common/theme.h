@@ -6,7 +6,7 @@
 class QPalette;
 class QWidget;
 
-namespace tarvo::common {
+namespace tarvo::window {
 
 bool isDark(const QPalette& palette);
 
@@ -17,4 +17,4 @@ QColor readable(const QColor& colour, const QPalette& palette);
 // that suits the tooltip palette. Call after the form was built and when the palette changed.
 void adaptToolTips(QWidget* widget);
 
-}  // namespace tarvo::common
+}  // namespace tarvo::window

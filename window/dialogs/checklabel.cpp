@@ -5,16 +5,16 @@
 #include <QApplication>
 #include <QLabel>
 
-namespace tarvo::dialogs {
+namespace tarvo::window {
 
 void showCheck(QLabel* label, const QString& text, CheckKind kind) {
     label->setText(kind == CheckKind::NOTE && !text.isEmpty() ? "Note: " + text : text);
     const QColor colour =
         kind == CheckKind::ERROR ? QColor(0xb0, 0x00, 0x20) : QColor(0x7a, 0x50, 0x00);
     QPalette palette = QApplication::palette(label);
-    palette.setColor(QPalette::WindowText, common::readable(colour, palette));
+    palette.setColor(QPalette::WindowText, readable(colour, palette));
     label->setPalette(palette);
     label->setVisible(!text.isEmpty());
 }
 
-}  // namespace tarvo::dialogs
+}  // namespace tarvo::window

@@ -5,11 +5,11 @@
 
 class QLabel;
 
-namespace tarvo::dialogs {
+namespace tarvo::window {
 
 enum class CheckKind { ERROR, NOTE };
 
 // Shows the text, a note with "Note: " in front; hides the label where it is empty.
 void showCheck(QLabel* label, const QString& text, CheckKind kind);
 
-}  // namespace tarvo::dialogs
+}  // namespace tarvo::window

@@ -4,7 +4,7 @@
 #include <QCompleter>
 #include <QStandardItemModel>
 
-namespace tarvo::dialogs {
+namespace tarvo::window {
 
 void suggestNames(QComboBox* box, const QStringList& names, const QStringList& taken) {
     QStringList free;
@@ -26,4 +26,4 @@ void suggestNames(QComboBox* box, const QStringList& names, const QStringList& t
     box->setCurrentIndex(-1);
 }
 
-}  // namespace tarvo::dialogs
+}  // namespace tarvo::window

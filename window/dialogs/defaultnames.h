@@ -5,10 +5,10 @@
 
 class QComboBox;
 
-namespace tarvo::dialogs {
+namespace tarvo::window {
 
 // Fills the list and completes what is typed from anywhere in the names. Names that are taken can't
 // be chosen.
 void suggestNames(QComboBox* box, const QStringList& names, const QStringList& taken);
 
-}  // namespace tarvo::dialogs
+}  // namespace tarvo::window

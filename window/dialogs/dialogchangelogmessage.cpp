@@ -2,6 +2,8 @@
 
 #include "ui_dialogchangelogmessage.h"
 
+namespace tarvo::window {
+
 DialogChangelogMessage::DialogChangelogMessage(QWidget* parent)
     : QDialog(parent),
       m_ui(std::make_unique<Ui::DialogChangelogMessage>()),
@@ -18,3 +20,5 @@ DialogChangelogMessage::~DialogChangelogMessage() {
 QString DialogChangelogMessage::message() const {
     return m_ui->editMessage->toPlainText();
 }
+
+}  // namespace tarvo::window

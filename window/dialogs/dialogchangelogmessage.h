@@ -7,6 +7,8 @@
 #include <QString>
 #include <memory>
 
+namespace tarvo::window {
+
 namespace Ui {
 class DialogChangelogMessage;
 }
@@ -22,5 +24,7 @@ public:
 
 private:
     std::unique_ptr<Ui::DialogChangelogMessage> m_ui;
-    tarvo::common::DialogSettings m_settings;
+    DialogSettings m_settings;
 };
+
+}  // namespace tarvo::window

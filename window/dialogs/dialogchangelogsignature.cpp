@@ -1,9 +1,11 @@
 #include "window/dialogs/dialogchangelogsignature.h"
 
-#include "window/common/guard.h"
 #include "qrb/changelog.h"
+#include "window/common/guard.h"
 
 #include <QPushButton>
+
+namespace tarvo::window {
 
 DialogChangelogSignature::DialogChangelogSignature(const QString& entry, QWidget* parent)
     : DialogSignature("DialogChangelogSignature", "&Log entry:", entry.section('\n', 0, 0), parent),
@@ -17,9 +19,11 @@ DialogChangelogSignature::DialogChangelogSignature(const QString& entry, QWidget
 }
 
 void DialogChangelogSignature::on_buttonVerify_clicked() {
-    tarvo::common::guarded(this, [this] {
-        tarvo::qrb::pointcloud::Changelog::verifyLogEntry(m_entry.toStdString(), method(), key())
+    guarded(this, [this] {
+        qrb::pointcloud::Changelog::verifyLogEntry(m_entry.toStdString(), method(), key())
             ? tellVerified()
             : tellNotVerified();
     });
 }
+
+}  // namespace tarvo::window

@@ -3,6 +3,8 @@
 
 #include "window/dialogs/dialogsignature.h"
 
+namespace tarvo::window {
+
 class DialogChangelogSignature : public DialogSignature {
     Q_OBJECT
 
@@ -16,3 +18,5 @@ private slots:
 private:
     QString m_entry;
 };
+
+}  // namespace tarvo::window

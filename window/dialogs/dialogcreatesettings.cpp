@@ -1,5 +1,6 @@
 #include "window/dialogs/dialogcreatesettings.h"
 
+#include "ui_dialogcreatesettings.h"
 #include "window/common/appearance.h"
 #include "window/common/clipboard.h"
 #include "window/common/filefilter.h"
@@ -9,7 +10,6 @@
 #include "window/dialogs/attribute/dialogpointattribute.h"
 #include "window/dialogs/schemalist.h"
 #include "window/dialogs/sizelists.h"
-#include "ui_dialogcreatesettings.h"
 
 #include <QDir>
 #include <QFileDialog>
@@ -17,7 +17,7 @@
 #include <algorithm>
 #include <limits>
 
-namespace common = tarvo::common;
+namespace tarvo::window {
 
 namespace {
 
@@ -25,9 +25,8 @@ const char* const settingsFileFilter = "JSON files (*.json);;All files (*.*)";
 
 }  // namespace
 
-bool DialogCreateSettings::edit(const tarvo::qrb::Context& context, QString& location,
-                                Settings& settings, std::string& schema, bool& optionals,
-                                QWidget* parent) {
+bool DialogCreateSettings::edit(const qrb::Context& context, QString& location, Settings& settings,
+                                std::string& schema, bool& optionals, QWidget* parent) {
     DialogCreateSettings dialog(context, settings, parent);
     dialog.write(location, settings, schema, optionals);
     if (dialog.exec() != QDialog::Accepted)
@@ -39,8 +38,8 @@ bool DialogCreateSettings::edit(const tarvo::qrb::Context& context, QString& loc
     return true;
 }
 
-bool DialogCreateSettings::edit(const tarvo::qrb::Context& context, QString& location,
-                                Settings& settings, QWidget* parent) {
+bool DialogCreateSettings::edit(const qrb::Context& context, QString& location, Settings& settings,
+                                QWidget* parent) {
     DialogCreateSettings dialog(context, settings, parent);
     dialog.hideSchema();
     dialog.write(location, settings, {}, false);
@@ -51,8 +50,8 @@ bool DialogCreateSettings::edit(const tarvo::qrb::Context& context, QString& loc
     return true;
 }
 
-DialogCreateSettings::DialogCreateSettings(const tarvo::qrb::Context& context,
-                                           const Settings& settings, QWidget* parent)
+DialogCreateSettings::DialogCreateSettings(const qrb::Context& context, const Settings& settings,
+                                           QWidget* parent)
     : QDialog(parent),
       m_ui(std::make_unique<Ui::DialogCreateSettings>()),
       m_context(context),
@@ -60,9 +59,9 @@ DialogCreateSettings::DialogCreateSettings(const tarvo::qrb::Context& context,
       m_store("DialogCreateSettings") {
     m_ui->setupUi(this);
     m_ui->editCacheSize->setMaximum(std::numeric_limits<int>::max());
-    common::useTextPaneFont(m_ui->editSchemaText);
+    useTextPaneFont(m_ui->editSchemaText);
     m_ui->editSchemaList->addItem("(none)");
-    m_schemas = tarvo::dialogs::fillSchemaList(m_ui->editSchemaList);
+    m_schemas = fillSchemaList(m_ui->editSchemaList);
     m_ui->editSchemaList->setCurrentIndex(0);
     buildMenu();
     on_editChunkMode_currentIndexChanged(m_ui->editChunkMode->currentIndex());
@@ -80,7 +79,7 @@ void DialogCreateSettings::buildMenu() {
     menu->addSeparator();
     menu->addActions({m_ui->actionLoad, m_ui->actionSave});
     menu->addSeparator();
-    menu->addMenu(common::createCopyMenu(menu, this, SLOT(onCopyToClipboard())));
+    menu->addMenu(createCopyMenu(menu, this, SLOT(onCopyToClipboard())));
     m_ui->buttonMenu->setMenu(menu);
     // Shortcuts work only on actions of a visible widget.
     addActions({m_ui->actionLoad, m_ui->actionSave});
@@ -117,17 +116,17 @@ void DialogCreateSettings::writeChunks(const Settings& settings) {
     bool isShown = false;
     if (settings.chunkMode == 1) {
         m_ui->editChunkMode->setCurrentIndex(0);
-        isShown = tarvo::dialogs::showSize(m_ui->editChunkSizePts, settings.chunkSize);
+        isShown = showSize(m_ui->editChunkSizePts, settings.chunkSize);
     } else if (settings.chunkMode == 2) {
         m_ui->editChunkMode->setCurrentIndex(1);
-        isShown = tarvo::dialogs::showSize(m_ui->editChunkSizeLvl, settings.chunkSize);
+        isShown = showSize(m_ui->editChunkSizeLvl, settings.chunkSize);
     } else {
-        common::showError(this, QString("Invalid chunk mode: %0").arg(settings.chunkMode));
+        showError(this, QString("Invalid chunk mode: %0").arg(settings.chunkMode));
         return;
     }
     on_editChunkMode_currentIndexChanged(m_ui->editChunkMode->currentIndex());
     if (!isShown)
-        common::showError(this, QString("Invalid chunk size: %0").arg(settings.chunkSize));
+        showError(this, QString("Invalid chunk size: %0").arg(settings.chunkSize));
 }
 
 // Whether the widgets can show the mode.
@@ -135,25 +134,25 @@ bool DialogCreateSettings::writeLevelOfDetail(const Settings& settings) {
     bool isShown = false;
     if (settings.lodMode == 1) {
         m_ui->editLodMode->setCurrentIndex(0);
-        isShown = tarvo::dialogs::showSize(m_ui->editLodSizeThinout, settings.chunkSizeLOD);
+        isShown = showSize(m_ui->editLodSizeThinout, settings.chunkSizeLOD);
     } else if (settings.lodMode == 2) {
         m_ui->editLodMode->setCurrentIndex(1);
-        isShown = tarvo::dialogs::showSize(m_ui->editLodSizeCombine, settings.chunkSizeLOD);
+        isShown = showSize(m_ui->editLodSizeCombine, settings.chunkSizeLOD);
     } else {
-        common::showError(this, QString("Invalid LOD mode: %0").arg(settings.lodMode));
+        showError(this, QString("Invalid LOD mode: %0").arg(settings.lodMode));
         return false;
     }
     on_editLodMode_currentIndexChanged(m_ui->editLodMode->currentIndex());
     if (!isShown)
-        common::showError(this, QString("Invalid LOD size: %0").arg(settings.chunkSizeLOD));
+        showError(this, QString("Invalid LOD size: %0").arg(settings.chunkSizeLOD));
     return true;
 }
 
 void DialogCreateSettings::refreshPrimaryAttribute() {
     const auto& attribute = m_settings.primaryAttribute;
     m_ui->editPrimaryAttribute->setText(QString::fromStdString(attribute.name));
-    tarvo::dialogs::fillEdgeLengths(m_ui->editChunkSizeLvl, attribute);
-    tarvo::dialogs::fillCombineLevels(m_ui->editLodSizeCombine, attribute.length);
+    fillEdgeLengths(m_ui->editChunkSizeLvl, attribute);
+    fillCombineLevels(m_ui->editLodSizeCombine, attribute.length);
 }
 
 QString DialogCreateSettings::location() const {
@@ -190,7 +189,7 @@ std::string DialogCreateSettings::schema() const {
 
 void DialogCreateSettings::accept() {
     if (location().isEmpty()) {
-        common::showError(this, "Location missing.");
+        showError(this, "Location missing.");
         return;
     }
     QDialog::accept();
@@ -198,15 +197,15 @@ void DialogCreateSettings::accept() {
 
 void DialogCreateSettings::on_buttonLocation_clicked() {
     // Whoever creates the file asks whether it may replace another one.
-    const QString name = QFileDialog::getSaveFileName(this, "New Database", location(),
-                                                      common::databaseFileDialogFilter(), nullptr,
-                                                      QFileDialog::DontConfirmOverwrite);
+    const QString name =
+        QFileDialog::getSaveFileName(this, "New Database", location(), databaseFileDialogFilter(),
+                                     nullptr, QFileDialog::DontConfirmOverwrite);
     if (!name.isEmpty())
         m_ui->editLocation->setText(QDir::toNativeSeparators(name));
 }
 
 void DialogCreateSettings::on_buttonPrimaryAttribute_clicked() {
-    common::guarded(this, [this] {
+    guarded(this, [this] {
         if (DialogPointAttribute::edit(m_settings.primaryAttribute,
                                        DialogPointAttribute::Purpose::PRIMARY, {}, this))
             refreshPrimaryAttribute();
@@ -222,8 +221,7 @@ void DialogCreateSettings::on_editSchemaList_currentIndexChanged(int) {
 }
 
 void DialogCreateSettings::on_editLocation_textChanged(const QString& location) {
-    m_ui->editSchemaList->setCurrentIndex(
-        tarvo::dialogs::schemaFor(m_ui->editSchemaList, location.trimmed()));
+    m_ui->editSchemaList->setCurrentIndex(schemaFor(m_ui->editSchemaList, location.trimmed()));
 }
 
 void DialogCreateSettings::on_editChunkMode_currentIndexChanged(int index) {
@@ -241,10 +239,10 @@ void DialogCreateSettings::on_actionLoad_triggered() {
         QFileDialog::getOpenFileName(this, "Load Settings", {}, settingsFileFilter);
     if (name.isEmpty())
         return;
-    common::guarded(this, [&] {
+    guarded(this, [&] {
         Settings loaded(m_context);
         readInto(loaded);
-        loaded.fromJson(common::readFile(name));
+        loaded.fromJson(readFile(name));
         write(location(), loaded, schema(), m_ui->editSchemaOptionals->isChecked());
     });
 }
@@ -255,25 +253,27 @@ void DialogCreateSettings::on_actionSave_triggered() {
         QFileDialog::getSaveFileName(this, "Save Settings", proposed, settingsFileFilter);
     if (name.isEmpty())
         return;
-    common::guarded(this, [&] {
+    guarded(this, [&] {
         Settings settings(m_context);
         readInto(settings);
-        common::writeFile(name, settings.toJson());
+        writeFile(name, settings.toJson());
     });
 }
 
 void DialogCreateSettings::on_actionDefaults_triggered() {
-    common::guarded(this, [this] {
+    guarded(this, [this] {
         write(location(), Settings(m_context), {}, false);
         m_ui->editSchemaList->setCurrentIndex(0);
     });
 }
 
 void DialogCreateSettings::onCopyToClipboard() {
-    common::guarded(this, [this] {
+    guarded(this, [this] {
         Settings settings(m_context);
         readInto(settings);
-        common::copyToClipboard(QString::fromStdString(settings.toJson()),
-                                qobject_cast<QAction*>(sender()));
+        copyToClipboard(QString::fromStdString(settings.toJson()),
+                        qobject_cast<QAction*>(sender()));
     });
 }
+
+}  // namespace tarvo::window

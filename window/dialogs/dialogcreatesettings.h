@@ -2,13 +2,15 @@
 // file schema whose attributes and metadata items it begins with. Creates nothing itself.
 #pragma once
 
-#include "window/common/programsettings.h"
 #include "qrb/settings.h"
+#include "window/common/programsettings.h"
 
 #include <QDialog>
 #include <QMap>
 #include <memory>
 #include <string>
+
+namespace tarvo::window {
 
 namespace Ui {
 class DialogCreateSettings;
@@ -18,15 +20,15 @@ class DialogCreateSettings : public QDialog {
     Q_OBJECT
 
 public:
-    using Settings = tarvo::qrb::pointcloud::CreateSettings;
+    using Settings = qrb::pointcloud::CreateSettings;
 
     // Runs the dialog. The arguments, which the widgets begin with, change only when it is
     // accepted; that is what the result tells. schema: JSON text, empty for none; optionals: with
     // what the schema marks as optional.
-    static bool edit(const tarvo::qrb::Context& context, QString& location, Settings& settings,
+    static bool edit(const qrb::Context& context, QString& location, Settings& settings,
                      std::string& schema, bool& optionals, QWidget* parent);
     // The same without schema.
-    static bool edit(const tarvo::qrb::Context& context, QString& location, Settings& settings,
+    static bool edit(const qrb::Context& context, QString& location, Settings& settings,
                      QWidget* parent);
 
     ~DialogCreateSettings() override;
@@ -48,8 +50,7 @@ private slots:
     void onCopyToClipboard();
 
 private:
-    DialogCreateSettings(const tarvo::qrb::Context& context, const Settings& settings,
-                         QWidget* parent);
+    DialogCreateSettings(const qrb::Context& context, const Settings& settings, QWidget* parent);
     void buildMenu();
     void hideSchema();
 
@@ -65,8 +66,10 @@ private:
     std::string schema() const;
 
     std::unique_ptr<Ui::DialogCreateSettings> m_ui;
-    tarvo::qrb::Context m_context;
+    qrb::Context m_context;
     Settings m_settings;  // only its primary attribute is up to date, the rest is in the widgets
     QMap<QString, QString> m_schemas;  // texts by label
-    tarvo::common::DialogSettings m_store;
+    DialogSettings m_store;
 };
+
+}  // namespace tarvo::window

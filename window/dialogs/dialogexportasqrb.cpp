@@ -1,14 +1,14 @@
 #include "window/dialogs/dialogexportasqrb.h"
 
+#include "core/creationsettings.h"
+#include "core/newdatabase.h"
+#include "core/nodelist.h"
+#include "ui_dialogexportasqrb.h"
 #include "window/common/filterhistory.h"
 #include "window/common/guard.h"
 #include "window/common/messageboxes.h"
 #include "window/common/textformat.h"
-#include "core/creationsettings.h"
-#include "core/newdatabase.h"
-#include "core/nodelist.h"
 #include "window/dialogs/dialogcreatesettings.h"
-#include "ui_dialogexportasqrb.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -18,7 +18,7 @@
 #include <QLocale>
 #include <stdexcept>
 
-namespace common = tarvo::common;
+namespace tarvo::window {
 
 namespace {
 
@@ -63,8 +63,8 @@ DialogExportAsQRB::DialogExportAsQRB(const Source& source, const PlaceCheck& che
       m_fileName(source.fileName),
       m_identity(source.identity),
       m_checkPlace(checkPlace),
-      m_target(tarvo::core::creationSettings(m_database)
-                   .value_or(tarvo::qrb::pointcloud::CreateSettings(m_database.context()))),
+      m_target(core::creationSettings(m_database)
+                   .value_or(qrb::pointcloud::CreateSettings(m_database.context()))),
       m_settings("DialogExportAsQRB") {
     const auto& attributes = m_database.pointAttributes();
     m_target.primaryAttribute = attributes.get(attributes.primaryAttributeName());
@@ -73,7 +73,7 @@ DialogExportAsQRB::DialogExportAsQRB(const Source& source, const PlaceCheck& che
     // Completion would change the expression while it is typed.
     m_ui->editFilter->setCompleter(nullptr);
     m_ui->editFilter->lineEdit()->setPlaceholderText("all points");
-    common::FilterHistory::show(m_ui->editFilter);
+    FilterHistory::show(m_ui->editFilter);
     m_ui->editTarget->setText(proposedTarget(m_fileName));
     fillLists();
     m_settings.restoreGeometryOf(this);
@@ -91,12 +91,12 @@ void DialogExportAsQRB::fillLists() {
     m_ui->listMetaData->setEntries("Meta data items", listOf(m_database.metaData().list()));
 }
 
-tarvo::core::Selection DialogExportAsQRB::selection() const {
-    tarvo::core::Selection result;
+core::Selection DialogExportAsQRB::selection() const {
+    core::Selection result;
     result.filter = m_ui->editFilter->currentText().trimmed().toStdString();
     const QString nodes = m_ui->editNodes->text().trimmed();
     if (!nodes.isEmpty())
-        result.nodes = tarvo::core::parseNodeList(nodes.toStdString());
+        result.nodes = core::parseNodeList(nodes.toStdString());
     result.attributes = namesOf(m_ui->listAttributes->checked());
     result.metaData = namesOf(m_ui->listMetaData->checked());
     return result;
@@ -116,7 +116,7 @@ std::string DialogExportAsQRB::transactionSettings() const {
 }
 
 void DialogExportAsQRB::on_buttonSettings_clicked() {
-    common::guarded(this, [this] {
+    guarded(this, [this] {
         QString location = m_ui->editTarget->text();
         if (DialogCreateSettings::edit(m_database.context(), location, m_target, this))
             m_ui->editTarget->setText(location);
@@ -127,60 +127,61 @@ bool DialogExportAsQRB::mayWriteTarget() {
     const QFileInfo target(m_ui->editTarget->text());
     if (!target.exists())
         return true;
-    if (tarvo::files::identityOf(m_ui->editTarget->text().toStdString()) == m_identity)
+    if (files::identityOf(m_ui->editTarget->text().toStdString()) == m_identity)
         throw std::runtime_error(
             "The copy can't replace the database that it is made from.\nChoose another location.");
     m_checkPlace(m_ui->editTarget->text());
-    return common::lossConfirmed(
+    return lossConfirmed(
         this,
         QString("The file \"%0\" exists already.\nReplace it?").arg(m_ui->editTarget->text()));
 }
 
 void DialogExportAsQRB::on_pushButtonExport_clicked() {
-    common::guarded(this, [this] {
+    guarded(this, [this] {
         if (mayWriteTarget())
             exportDatabase();
     });
 }
 
 void DialogExportAsQRB::exportDatabase() {
-    const tarvo::core::Selection what = selection();
+    const core::Selection what = selection();
     const std::string settings = transactionSettings();
     const bool changelog = m_ui->editChangelog->isChecked();
     const QString location = m_ui->editTarget->text();
     // The changelog is read from the file, all else from the database that is open.
-    if (changelog && tarvo::files::identityOf(m_fileName.toStdString()) != m_identity)
+    if (changelog && files::identityOf(m_fileName.toStdString()) != m_identity)
         throw std::runtime_error(
             "The changelog can't be taken over: the database's file was replaced, renamed or "
             "deleted since it was opened.\nExport without the changelog.");
     // What was written is removed on every exit but publish().
-    tarvo::core::NewDatabase target(m_database.context(), location.toStdString(),
-                                    QFileInfo::exists(location));
+    core::NewDatabase target(m_database.context(), location.toStdString(),
+                             QFileInfo::exists(location));
     const double milliseconds =
-        work("Export cancelled.", [&](const tarvo::qrb::pointcloud::Progress& progress) {
+        work("Export cancelled.", [&](const qrb::pointcloud::Progress& progress) {
             target.create(m_target);
-            tarvo::qrb::Pointcloud& cloud = target.cloud();
-            tarvo::qrb::pointcloud::TransactionGuard transaction(
-                cloud.transactions(), "Export", common::transactionAgentText().toStdString(), {},
-                settings);
+            qrb::Pointcloud& cloud = target.cloud();
+            qrb::pointcloud::TransactionGuard transaction(
+                cloud.transactions(), "Export", transactionAgentText().toStdString(), {}, settings);
             if (changelog)
                 cloud.changelog().importFromDatabase(m_fileName.toStdString());
             // Reading and writing take about the same time.
-            m_points = tarvo::core::copyDatabase(m_database, cloud, what,
-                                                 [&](int percent) { progress(percent / 2); });
+            m_points = core::copyDatabase(m_database, cloud, what,
+                                          [&](int percent) { progress(percent / 2); });
             transaction.commit({}, [&](int percent) { progress(50 + percent / 2); });
             progress(100);  // the last chance to cancel: the file isn't in its place yet
         });
     target.publish();
     if (!what.filter.empty())
-        common::FilterHistory::add(m_ui->editFilter->currentText());
-    if (common::confirmed(this, QString("Successfully finished!\n\nPoints: %0\nDuration: %1 ms\n\n"
-                                        "Open the new database?")
-                                    .arg(QLocale().toString(static_cast<qulonglong>(m_points)),
-                                         QLocale().toString(milliseconds, 'f', 1))))
+        FilterHistory::add(m_ui->editFilter->currentText());
+    if (confirmed(this, QString("Successfully finished!\n\nPoints: %0\nDuration: %1 ms\n\n"
+                                "Open the new database?")
+                            .arg(QLocale().toString(static_cast<qulonglong>(m_points)),
+                                 QLocale().toString(milliseconds, 'f', 1))))
         accept();
 }
 
 void DialogExportAsQRB::on_pushButtonClose_clicked() {
     close();
 }
+
+}  // namespace tarvo::window

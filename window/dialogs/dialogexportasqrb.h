@@ -1,15 +1,17 @@
 // Exports a copy of the open database, or of what a filter picks from it, into a new database file.
 #pragma once
 
-#include "window/common/programsettings.h"
 #include "core/databasecopy.h"
-#include "window/dialogs/workingdialog.h"
 #include "files/identity.h"
 #include "qrb/pointcloud.h"
+#include "window/common/programsettings.h"
+#include "window/dialogs/workingdialog.h"
 
 #include <functional>
 #include <memory>
 #include <optional>
+
+namespace tarvo::window {
 
 namespace Ui {
 class DialogExportAsQRB;
@@ -20,9 +22,9 @@ class DialogExportAsQRB : public WorkingDialog {
 
 public:
     struct Source {
-        const tarvo::qrb::Pointcloud& database;  // stays open while the dialog runs
+        const qrb::Pointcloud& database;  // stays open while the dialog runs
         QString fileName;
-        std::optional<tarvo::files::Identity> identity;  // of the file that was opened
+        std::optional<files::Identity> identity;  // of the file that was opened
     };
     // Throws for a place that the copy must not take.
     using PlaceCheck = std::function<void(const QString& fileName)>;
@@ -42,18 +44,20 @@ private slots:
 private:
     DialogExportAsQRB(const Source& source, const PlaceCheck& checkPlace, QWidget* parent);
     void fillLists();
-    tarvo::core::Selection selection() const;
+    core::Selection selection() const;
     std::string transactionSettings() const;
     // Whether the target is no file yet or may be replaced. Throws for one that can't be written.
     bool mayWriteTarget();
     void exportDatabase();
 
     std::unique_ptr<Ui::DialogExportAsQRB> m_ui;
-    const tarvo::qrb::Pointcloud& m_database;
+    const qrb::Pointcloud& m_database;
     const QString m_fileName;
-    const std::optional<tarvo::files::Identity> m_identity;
+    const std::optional<files::Identity> m_identity;
     const PlaceCheck m_checkPlace;
-    tarvo::qrb::pointcloud::CreateSettings m_target;
+    qrb::pointcloud::CreateSettings m_target;
     std::uint64_t m_points = 0;  // exported
-    tarvo::common::DialogSettings m_settings;
+    DialogSettings m_settings;
 };
+
+}  // namespace tarvo::window

@@ -6,9 +6,11 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+namespace tarvo::window {
+
 namespace {
 
-using tarvo::qrb::pointcloud::IndexNode;
+using qrb::pointcloud::IndexNode;
 using Level = DialogIndexStatistics::Level;
 
 void addUp(const IndexNode& node, std::size_t level, std::vector<Level>& levels) {
@@ -86,3 +88,5 @@ DialogIndexStatistics::DialogIndexStatistics(const IndexNode& root, QWidget* par
 DialogIndexStatistics::~DialogIndexStatistics() {
     m_settings.saveGeometryOf(this);
 }
+
+}  // namespace tarvo::window

@@ -1,18 +1,20 @@
 // The point index in numbers, level by level.
 #pragma once
 
-#include "window/common/programsettings.h"
 #include "qrb/queries.h"
+#include "window/common/programsettings.h"
 
 #include <QDialog>
 #include <cstdint>
 #include <vector>
 
+namespace tarvo::window {
+
 class DialogIndexStatistics : public QDialog {
     Q_OBJECT
 
 public:
-    DialogIndexStatistics(const tarvo::qrb::pointcloud::IndexNode& root, QWidget* parent);
+    DialogIndexStatistics(const qrb::pointcloud::IndexNode& root, QWidget* parent);
     ~DialogIndexStatistics() override;
 
     struct Level {
@@ -22,8 +24,10 @@ public:
         std::int64_t nodes = 0;
     };
     // By level, that of the root first; empty for an absent root.
-    static std::vector<Level> levels(const tarvo::qrb::pointcloud::IndexNode& root);
+    static std::vector<Level> levels(const qrb::pointcloud::IndexNode& root);
 
 private:
-    tarvo::common::DialogSettings m_settings;
+    DialogSettings m_settings;
 };
+
+}  // namespace tarvo::window

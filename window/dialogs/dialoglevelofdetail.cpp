@@ -1,18 +1,18 @@
 #include "window/dialogs/dialoglevelofdetail.h"
 
+#include "ui_dialoglevelofdetail.h"
 #include "window/common/guard.h"
 #include "window/common/messageboxes.h"
 #include "window/common/textformat.h"
 #include "window/dialogs/sizelists.h"
-#include "ui_dialoglevelofdetail.h"
 
 #include <QLocale>
 
-namespace common = tarvo::common;
+namespace tarvo::window {
 
-void DialogLevelOfDetail::edit(const tarvo::qrb::Pointcloud& database, QWidget* parent) {
+void DialogLevelOfDetail::edit(const qrb::Pointcloud& database, QWidget* parent) {
     DialogLevelOfDetail dialog(database, parent);
-    common::guarded(&dialog, [&] {
+    guarded(&dialog, [&] {
         dialog.fillSizes();
         dialog.showSettings();
     });
@@ -20,7 +20,7 @@ void DialogLevelOfDetail::edit(const tarvo::qrb::Pointcloud& database, QWidget* 
     dialog.m_settings.saveGeometryOf(&dialog);
 }
 
-DialogLevelOfDetail::DialogLevelOfDetail(const tarvo::qrb::Pointcloud& database, QWidget* parent)
+DialogLevelOfDetail::DialogLevelOfDetail(const qrb::Pointcloud& database, QWidget* parent)
     : WorkingDialog(parent),
       m_ui(std::make_unique<Ui::DialogLevelOfDetail>()),
       m_database(database),
@@ -35,8 +35,8 @@ DialogLevelOfDetail::~DialogLevelOfDetail() = default;
 
 void DialogLevelOfDetail::fillSizes() {
     const auto& attributes = m_database.pointAttributes();
-    tarvo::dialogs::fillCombineLevels(m_ui->editLodSizeCombine,
-                                      attributes.get(attributes.primaryAttributeName()).length);
+    fillCombineLevels(m_ui->editLodSizeCombine,
+                      attributes.get(attributes.primaryAttributeName()).length);
 }
 
 void DialogLevelOfDetail::showSettings() {
@@ -45,16 +45,16 @@ void DialogLevelOfDetail::showSettings() {
     bool isShown = false;
     if (mode == 1) {
         m_ui->editLodMode->setCurrentIndex(0);
-        isShown = tarvo::dialogs::showSize(m_ui->editLodSizeThinout, size);
+        isShown = showSize(m_ui->editLodSizeThinout, size);
     } else if (mode == 2) {
         m_ui->editLodMode->setCurrentIndex(1);
-        isShown = tarvo::dialogs::showSize(m_ui->editLodSizeCombine, size);
+        isShown = showSize(m_ui->editLodSizeCombine, size);
     } else {
-        common::showError(this, QString("Invalid LOD mode: %0").arg(mode));
+        showError(this, QString("Invalid LOD mode: %0").arg(mode));
         return;
     }
     if (!isShown)
-        common::showError(this, QString("Invalid LOD size: %0").arg(size));
+        showError(this, QString("Invalid LOD size: %0").arg(size));
 }
 
 void DialogLevelOfDetail::on_editLodMode_currentIndexChanged(int index) {
@@ -64,10 +64,10 @@ void DialogLevelOfDetail::on_editLodMode_currentIndexChanged(int index) {
 
 void DialogLevelOfDetail::on_pushButtonApply_clicked() {
     double milliseconds = 0;
-    const bool finished = common::guarded(this, [&] { milliseconds = update(); });
+    const bool finished = guarded(this, [&] { milliseconds = update(); });
     if (finished)
-        common::showInformation(this, QString("Successfully finished!\n\nDuration: %0 ms")
-                                          .arg(QLocale().toString(milliseconds, 'f', 1)));
+        showInformation(this, QString("Successfully finished!\n\nDuration: %0 ms")
+                                  .arg(QLocale().toString(milliseconds, 'f', 1)));
 }
 
 double DialogLevelOfDetail::update() {
@@ -81,11 +81,11 @@ double DialogLevelOfDetail::update() {
         mode = 2;
         size = static_cast<std::uint32_t>(m_ui->editLodSizeCombine->currentIndex());
     }
-    tarvo::qrb::pointcloud::TransactionGuard transaction(
-        m_database.transactions(), "Update LOD", common::transactionAgentText().toStdString(),
+    qrb::pointcloud::TransactionGuard transaction(
+        m_database.transactions(), "Update LOD", transactionAgentText().toStdString(),
         QString("LOD mode: %0\nLOD size: %1").arg(mode).arg(size).toStdString(),
         QString("{\"lodMode\":%0,\"chunkSizeLOD\":%1}").arg(mode).arg(size).toStdString());
-    return work("Update cancelled.", [&](const tarvo::qrb::pointcloud::Progress& progress) {
+    return work("Update cancelled.", [&](const qrb::pointcloud::Progress& progress) {
         management.setLodMode(mode);
         management.setChunkSizeLOD(size);
         transaction.commit({}, progress);
@@ -95,3 +95,5 @@ double DialogLevelOfDetail::update() {
 void DialogLevelOfDetail::on_pushButtonClose_clicked() {
     close();
 }
+
+}  // namespace tarvo::window

@@ -1,11 +1,13 @@
 // Changes mode and size of the level of detail in a transaction of its own.
 #pragma once
 
+#include "qrb/pointcloud.h"
 #include "window/common/programsettings.h"
 #include "window/dialogs/workingdialog.h"
-#include "qrb/pointcloud.h"
 
 #include <memory>
+
+namespace tarvo::window {
 
 namespace Ui {
 class DialogLevelOfDetail;
@@ -16,7 +18,7 @@ class DialogLevelOfDetail : public WorkingDialog {
 
 public:
     // Runs the dialog; the database must stay open meanwhile.
-    static void edit(const tarvo::qrb::Pointcloud& database, QWidget* parent);
+    static void edit(const qrb::Pointcloud& database, QWidget* parent);
 
     ~DialogLevelOfDetail() override;
 
@@ -26,12 +28,14 @@ private slots:
     void on_pushButtonClose_clicked();
 
 private:
-    DialogLevelOfDetail(const tarvo::qrb::Pointcloud& database, QWidget* parent);
+    DialogLevelOfDetail(const qrb::Pointcloud& database, QWidget* parent);
     void fillSizes();
     void showSettings();
     double update();  // the milliseconds that it took
 
     std::unique_ptr<Ui::DialogLevelOfDetail> m_ui;
-    const tarvo::qrb::Pointcloud& m_database;
-    tarvo::common::DialogSettings m_settings;
+    const qrb::Pointcloud& m_database;
+    DialogSettings m_settings;
 };
+
+}  // namespace tarvo::window

@@ -22,9 +22,7 @@
 #include <algorithm>
 #include <stdexcept>
 
-namespace common = tarvo::common;
-using tarvo::dialogs::CheckKind;
-using tarvo::dialogs::showCheck;
+namespace tarvo::window {
 
 namespace {
 
@@ -42,14 +40,14 @@ bool looksLikeJson(const QString& text) {
     return begin == "{" || begin == "[";
 }
 
-QString placed(const common::JsonFault& fault, const QString& text) {
-    const auto at = common::lineAndColumn(text, fault.position);
+QString placed(const JsonFault& fault, const QString& text) {
+    const auto at = lineAndColumn(text, fault.position);
     return QString("line %0, column %1: %2").arg(at.line).arg(at.column).arg(fault.text);
 }
 
 }  // namespace
 
-bool DialogMetaData::edit(const tarvo::qrb::Pointcloud& database, QString& name, std::string& value,
+bool DialogMetaData::edit(const qrb::Pointcloud& database, QString& name, std::string& value,
                           bool isNew, QWidget* parent) {
     DialogMetaData dialog(database, isNew, parent);
     dialog.write(name, value);
@@ -60,7 +58,7 @@ bool DialogMetaData::edit(const tarvo::qrb::Pointcloud& database, QString& name,
     return true;
 }
 
-DialogMetaData::DialogMetaData(const tarvo::qrb::Pointcloud& database, bool isNew, QWidget* parent)
+DialogMetaData::DialogMetaData(const qrb::Pointcloud& database, bool isNew, QWidget* parent)
     : QDialog(parent),
       m_ui(std::make_unique<Ui::DialogMetaData>()),
       m_database(database),
@@ -93,7 +91,7 @@ void DialogMetaData::buildMenu() {
     auto* menu = new QMenu(this);
     menu->addActions({m_ui->actionLoad, m_ui->actionSave});
     menu->addSeparator();
-    menu->addMenu(common::createCopyMenu(menu, this, SLOT(onCopyToClipboard())));
+    menu->addMenu(createCopyMenu(menu, this, SLOT(onCopyToClipboard())));
     m_ui->buttonMenu->setMenu(menu);
     // Shortcuts work only on actions of a visible widget.
     addActions({m_ui->actionLoad, m_ui->actionSave});
@@ -101,9 +99,9 @@ void DialogMetaData::buildMenu() {
 
 void DialogMetaData::fillNames() {
     QStringList names;
-    for (const auto& entry : tarvo::catalogue::metaData())
+    for (const auto& entry : catalogue::metaData())
         names += QString::fromStdString(entry.name);
-    tarvo::dialogs::suggestNames(m_ui->editName, names, m_taken);
+    suggestNames(m_ui->editName, names, m_taken);
 }
 
 void DialogMetaData::write(const QString& name, const std::string& value) {
@@ -117,7 +115,7 @@ void DialogMetaData::write(const QString& name, const std::string& value) {
     setWindowTitle(m_isNew ? "New Meta Data Item" : "Meta Data Item - " + name);
 
     // Formatted, because stored values are often one line.
-    std::string shown = tarvo::core::formattedJson(value);
+    std::string shown = core::formattedJson(value);
     const QString given = QString::fromStdString(value);
     if (!JsonTextEdit::canHold(QString::fromStdString(shown)) && JsonTextEdit::canHold(given))
         shown = value;
@@ -128,7 +126,7 @@ void DialogMetaData::write(const QString& name, const std::string& value) {
     m_ui->labelTransaction->setVisible(!m_database.transactions().pending());
     m_ui->labelSigned->setVisible(!m_isNew && metaData.verifySignature(name.toStdString(), 0, {}));
     QPalette warning = QApplication::palette(m_ui->labelSigned);
-    warning.setColor(QPalette::WindowText, common::readable(QColor("#7a5000"), warning));
+    warning.setColor(QPalette::WindowText, readable(QColor("#7a5000"), warning));
     for (QLabel* label :
          {m_ui->labelSigned, m_ui->labelTransaction, m_ui->labelBytes, m_ui->labelHeld})
         label->setPalette(warning);
@@ -196,7 +194,7 @@ void DialogMetaData::showName() {
 
 // Tells about the default item of that name.
 void DialogMetaData::showDefinition() {
-    const auto* entry = tarvo::catalogue::findMetaData(name().toStdString());
+    const auto* entry = catalogue::findMetaData(name().toStdString());
     m_ui->labelTitle->setText(entry ? QString::fromStdString(entry->title)
                               : name().isEmpty()
                                   ? QString("Choose a default item or type a name of your own.")
@@ -211,9 +209,9 @@ void DialogMetaData::showDefinition() {
         return;  // A schema of the user's own stays while the name is typed.
     m_shownDefinition = shown;
     m_ui->editSchema->setPlainText(
-        entry ? QString::fromStdString(tarvo::core::formattedJson(entry->schema)) : QString());
+        entry ? QString::fromStdString(core::formattedJson(entry->schema)) : QString());
     m_ui->editExample->setPlainText(
-        entry ? QString::fromStdString(tarvo::core::formattedJson(entry->example)) : QString());
+        entry ? QString::fromStdString(core::formattedJson(entry->example)) : QString());
 }
 
 void DialogMetaData::on_editValue_textChanged() {
@@ -225,12 +223,12 @@ void DialogMetaData::on_editSchema_textChanged() {
 }
 
 void DialogMetaData::on_buttonFormat_clicked() {
-    putFormat(tarvo::core::formattedJson(text().toStdString()));
+    putFormat(core::formattedJson(text().toStdString()));
 }
 
 void DialogMetaData::on_buttonCompact_clicked() {
     std::string compact = text().toStdString();
-    tarvo::core::compactJson(compact);
+    core::compactJson(compact);
     putFormat(compact);
 }
 
@@ -239,7 +237,7 @@ void DialogMetaData::putFormat(const std::string& bytes) {
     if (formatted == text())
         return;
     if (!m_held && !JsonTextEdit::canHold(formatted))
-        common::showWarning(this, "The value would be too long to be edited here.");
+        showWarning(this, "The value would be too long to be edited here.");
     else
         putText(formatted);
 }
@@ -247,16 +245,16 @@ void DialogMetaData::putFormat(const std::string& bytes) {
 void DialogMetaData::on_buttonUseExample_clicked() {
     const QString example = m_ui->editExample->text();
     if (text().trimmed().isEmpty() || text() == example ||
-        common::confirmed(this, "Replace the value by the example?"))
+        confirmed(this, "Replace the value by the example?"))
         putText(example);
 }
 
 void DialogMetaData::on_editValue_tooLongToPaste() {
-    common::showWarning(this, tooLongText);
+    showWarning(this, tooLongText);
 }
 
 void DialogMetaData::on_editSchema_tooLongToPaste() {
-    common::showWarning(this, tooLongText);
+    showWarning(this, tooLongText);
 }
 
 void DialogMetaData::checkLater() {
@@ -285,10 +283,10 @@ void DialogMetaData::on_buttonCheck_clicked() {
 // Whether it is JSON, and what its schema says.
 void DialogMetaData::check() {
     m_checking.stop();
-    common::guarded(this, [this] {
-        const common::WaitCursor waiting;
+    guarded(this, [this] {
+        const WaitCursor waiting;
         const QString value = text();
-        const auto fault = common::jsonFaultOf(value);
+        const auto fault = jsonFaultOf(value);
         m_objection.clear();
         m_ui->buttonFormat->setEnabled(!fault);
         m_ui->buttonCompact->setEnabled(!fault);
@@ -304,7 +302,7 @@ void DialogMetaData::check() {
         QString refusal;
         if (schema.trimmed().isEmpty())
             showState("JSON. There is no schema to check it against.", State::NEUTRAL);
-        else if (const auto wrong = common::jsonFaultOf(schema))
+        else if (const auto wrong = jsonFaultOf(schema))
             showState("The schema is not JSON: " + placed(*wrong, schema), State::WRONG);
         else if (found = findings(value, refusal); !refusal.isEmpty())
             showState("The value can't be checked. " + refusal, State::WRONG);
@@ -326,7 +324,7 @@ void DialogMetaData::showAnswer(const Findings& findings) {
     showState(state, count == 0 ? State::RIGHT : State::WRONG);
 }
 
-void DialogMetaData::showNoJson(const QString& text, const common::JsonFault& fault) {
+void DialogMetaData::showNoJson(const QString& text, const JsonFault& fault) {
     const bool isMeantAsJson = looksLikeJson(text) || !m_ui->editSchema->text().trimmed().isEmpty();
     m_faultPlace = {fault.position, fault.position + 1};
     showFindings({}, {});
@@ -345,7 +343,7 @@ DialogMetaData::Findings DialogMetaData::findings(const QString& text, QString& 
     try {
         return m_database.metaData().findingsOfJson(text.toStdString(),
                                                     m_ui->editSchema->text().toStdString());
-    } catch (const tarvo::qrb::Error& error) {
+    } catch (const qrb::Error& error) {
         refusal = (QString::fromUtf8(error.what()) + ' ' + QString::fromUtf8(error.details()))
                       .simplified();
         return {};
@@ -358,11 +356,11 @@ void DialogMetaData::showFindings(const Findings& findings, const QString& text)
         pointers += QString::fromStdString(finding.pointer);
     m_places.clear();
     std::vector<qsizetype> begins;
-    for (const auto& place : common::placesOf(text, pointers)) {
-        m_places.push_back(place.value_or(common::TextSpan()));
+    for (const auto& place : placesOf(text, pointers)) {
+        m_places.push_back(place.value_or(TextSpan()));
         begins.push_back(m_places.back().begin);
     }
-    const auto at = common::linesAndColumns(text, begins);
+    const auto at = linesAndColumns(text, begins);
     QList<QTreeWidgetItem*> rows;
     for (std::size_t i = 0; i < findings.list.size(); ++i) {
         auto* row = new QTreeWidgetItem;
@@ -372,7 +370,7 @@ void DialogMetaData::showFindings(const Findings& findings, const QString& text)
         row->setText(FINDING_PLACE, pointer.isEmpty() ? "(whole value)" : pointer);
         row->setText(FINDING_TEXT, QString::fromStdString(findings.list[i].text));
         for (const int column : {FINDING_PLACE, FINDING_TEXT})
-            row->setToolTip(column, common::plainToolTip(row->text(column)));
+            row->setToolTip(column, plainToolTip(row->text(column)));
         rows += row;
     }
     auto* tree = m_ui->treeFindings;
@@ -390,9 +388,8 @@ void DialogMetaData::showState(const QString& text, State state) {
     m_ui->labelState->setText(text);
     QPalette colours = QApplication::palette(m_ui->labelState);
     if (state != State::NEUTRAL)
-        colours.setColor(
-            QPalette::WindowText,
-            common::readable(QColor(state == State::RIGHT ? "#2e7d32" : "#b00020"), colours));
+        colours.setColor(QPalette::WindowText,
+                         readable(QColor(state == State::RIGHT ? "#2e7d32" : "#b00020"), colours));
     m_ui->labelState->setPalette(colours);
 }
 
@@ -431,18 +428,18 @@ void DialogMetaData::accept() {
         return;
     if (m_isNew || isChanged()) {
         if (text().contains(QChar(0))) {
-            common::showWarning(this, "The value holds a zero character, which no item can hold.");
+            showWarning(this, "The value holds a zero character, which no item can hold.");
             return;
         }
         check();
-        if (!m_objection.isEmpty() && !common::confirmed(this, m_objection))
+        if (!m_objection.isEmpty() && !confirmed(this, m_objection))
             return;
     }
     QDialog::accept();
 }
 
 void DialogMetaData::reject() {
-    if (!isChanged() || common::lossConfirmed(this, "Discard the changes?"))
+    if (!isChanged() || lossConfirmed(this, "Discard the changes?"))
         QDialog::reject();
 }
 
@@ -450,8 +447,8 @@ void DialogMetaData::on_actionLoad_triggered() {
     const QString fileName = QFileDialog::getOpenFileName(this, "Load Value");
     if (fileName.isEmpty())
         return;
-    common::guarded(this, [&] {
-        const std::string bytes = common::readFile(fileName);
+    guarded(this, [&] {
+        const std::string bytes = readFile(fileName);
         QStringDecoder decoder(QStringDecoder::Utf8);
         const QString text = decoder.decode(QByteArrayView(bytes));
         if (decoder.hasError() || text.contains(QChar(0)))
@@ -464,9 +461,11 @@ void DialogMetaData::on_actionSave_triggered() {
     const QString proposed = (name().isEmpty() ? QString("value") : name()) + ".json";
     const QString fileName = QFileDialog::getSaveFileName(this, "Save Value", proposed);
     if (!fileName.isEmpty())
-        common::guarded(this, [&] { common::writeFile(fileName, value()); });
+        guarded(this, [&] { writeFile(fileName, value()); });
 }
 
 void DialogMetaData::onCopyToClipboard() {
-    common::copyToClipboard(text(), qobject_cast<QAction*>(sender()));
+    copyToClipboard(text(), qobject_cast<QAction*>(sender()));
 }
+
+}  // namespace tarvo::window

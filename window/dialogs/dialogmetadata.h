@@ -17,6 +17,8 @@
 
 class QTreeWidgetItem;
 
+namespace tarvo::window {
+
 namespace Ui {
 class DialogMetaData;
 }
@@ -28,8 +30,8 @@ public:
     // Runs the editor for a new item, or for one of the database, whose name is fixed. Name and
     // value (UTF-8 as a rule) change only when it is accepted; that is what the result tells.
     // Nothing is written to the database.
-    static bool edit(const tarvo::qrb::Pointcloud& database, QString& name, std::string& value,
-                     bool isNew, QWidget* parent);
+    static bool edit(const qrb::Pointcloud& database, QString& name, std::string& value, bool isNew,
+                     QWidget* parent);
 
     ~DialogMetaData() override;
 
@@ -60,7 +62,7 @@ private slots:
 private:
     using Findings = tarvo::qrb::pointcloud::Findings;
 
-    DialogMetaData(const tarvo::qrb::Pointcloud& database, bool isNew, QWidget* parent);
+    DialogMetaData(const qrb::Pointcloud& database, bool isNew, QWidget* parent);
     void buildMenu();
     void fillNames();
     void write(const QString& name, const std::string& value);
@@ -78,7 +80,7 @@ private:
 
     void checkLater();
     void check();
-    void showNoJson(const QString& text, const tarvo::common::JsonFault& fault);
+    void showNoJson(const QString& text, const JsonFault& fault);
     // Sets refusal to what keeps the text from being checked, if anything does.
     Findings findings(const QString& text, QString& refusal) const;
     void showAnswer(const Findings& findings);
@@ -87,7 +89,7 @@ private:
     void showState(const QString& text, State state);
 
     std::unique_ptr<Ui::DialogMetaData> m_ui;
-    const tarvo::qrb::Pointcloud& m_database;
+    const qrb::Pointcloud& m_database;
     const bool m_isNew;
     QStringList m_taken;  // names of the database's items
     QString m_initialName;
@@ -99,7 +101,9 @@ private:
     QString m_objection;        // what to ask before the value is accepted; empty: nothing
     QString m_shownDefinition;  // the default item that the panes beside tell about; else empty
     QTimer m_checking;
-    tarvo::common::TextSpan m_faultPlace;
-    std::vector<tarvo::common::TextSpan> m_places;  // of the findings, by row
-    tarvo::common::DialogSettings m_settings;
+    TextSpan m_faultPlace;
+    std::vector<TextSpan> m_places;  // of the findings, by row
+    DialogSettings m_settings;
 };
+
+}  // namespace tarvo::window

@@ -5,9 +5,9 @@
 
 #include <QPushButton>
 
-namespace common = tarvo::common;
+namespace tarvo::window {
 
-DialogMetaDataSignature::DialogMetaDataSignature(const tarvo::qrb::Pointcloud& database,
+DialogMetaDataSignature::DialogMetaDataSignature(const qrb::Pointcloud& database,
                                                  const QString& item, QWidget* parent)
     : DialogSignature("DialogMetaDataSignature", "Meta &Data Item:", item, parent),
       m_database(database),
@@ -29,33 +29,35 @@ bool DialogMetaDataSignature::isSigned() const {
 }
 
 void DialogMetaDataSignature::on_buttonVerify_clicked() {
-    common::guarded(this, [this] {
+    guarded(this, [this] {
         m_database.metaData().verifySignature(m_item, method(), key()) ? tellVerified()
                                                                        : tellNotVerified();
     });
 }
 
 void DialogMetaDataSignature::on_buttonCreate_clicked() {
-    common::guarded(this, [this] {
+    guarded(this, [this] {
         if (isSigned() &&
-            !common::confirmed(this, "The item is already signed.\nOverwrite existing signature?"))
+            !confirmed(this, "The item is already signed.\nOverwrite existing signature?"))
             return;
         m_database.metaData().createSignature(m_item, method(), key());
         m_changed = true;
-        common::showInformation(this, "Signature successfully created.");
+        showInformation(this, "Signature successfully created.");
     });
 }
 
 void DialogMetaDataSignature::on_buttonDelete_clicked() {
-    common::guarded(this, [this] {
+    guarded(this, [this] {
         if (!isSigned()) {
-            common::showInformation(this, "The item is not signed.");
+            showInformation(this, "The item is not signed.");
             return;
         }
-        if (!common::confirmed(this, "Delete signature?"))
+        if (!confirmed(this, "Delete signature?"))
             return;
         m_database.metaData().createSignature(m_item, 0, {});
         m_changed = true;
-        common::showInformation(this, "Signature successfully deleted.");
+        showInformation(this, "Signature successfully deleted.");
     });
 }
+
+}  // namespace tarvo::window

@@ -2,16 +2,17 @@
 // transaction, which is the caller's business.
 #pragma once
 
-#include "window/dialogs/dialogsignature.h"
 #include "qrb/pointcloud.h"
+#include "window/dialogs/dialogsignature.h"
+
+namespace tarvo::window {
 
 class DialogMetaDataSignature : public DialogSignature {
     Q_OBJECT
 
 public:
     // The database must stay open as long as the dialog lives.
-    DialogMetaDataSignature(const tarvo::qrb::Pointcloud& database, const QString& item,
-                            QWidget* parent);
+    DialogMetaDataSignature(const qrb::Pointcloud& database, const QString& item, QWidget* parent);
 
     // Whether the database was changed.
     bool changed() const { return m_changed; }
@@ -24,7 +25,9 @@ private slots:
 private:
     bool isSigned() const;
 
-    const tarvo::qrb::Pointcloud& m_database;
+    const qrb::Pointcloud& m_database;
     std::string m_item;
     bool m_changed = false;
 };
+
+}  // namespace tarvo::window

@@ -1,19 +1,18 @@
 #include "window/dialogs/dialogopensettings.h"
 
+#include "ui_dialogopensettings.h"
 #include "window/common/filefilter.h"
 #include "window/common/messageboxes.h"
-#include "ui_dialogopensettings.h"
 
 #include <QDir>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <algorithm>
 
-namespace common = tarvo::common;
+namespace tarvo::window {
 
-bool DialogOpenSettings::edit(const tarvo::qrb::Context&, QString& location,
-                              std::uint64_t& cacheSize, const QStringList& locations,
-                              QWidget* parent) {
+bool DialogOpenSettings::edit(const qrb::Context&, QString& location, std::uint64_t& cacheSize,
+                              const QStringList& locations, QWidget* parent) {
     DialogOpenSettings dialog(locations, parent);
     auto& ui = *dialog.m_ui;
     if (location.isEmpty() && !locations.isEmpty())
@@ -48,15 +47,15 @@ DialogOpenSettings::~DialogOpenSettings() {
 
 void DialogOpenSettings::accept() {
     if (location().isEmpty()) {
-        common::showError(this, "Location missing.");
+        showError(this, "Location missing.");
         return;
     }
     QDialog::accept();
 }
 
 void DialogOpenSettings::on_buttonLocation_clicked() {
-    const QString name = QFileDialog::getOpenFileName(this, "Open Database", location(),
-                                                      common::databaseFileDialogFilter());
+    const QString name =
+        QFileDialog::getOpenFileName(this, "Open Database", location(), databaseFileDialogFilter());
     if (!name.isEmpty())
         m_ui->editLocation->setEditText(QDir::toNativeSeparators(name));
 }
@@ -64,3 +63,5 @@ void DialogOpenSettings::on_buttonLocation_clicked() {
 QString DialogOpenSettings::location() const {
     return m_ui->editLocation->currentText().trimmed();
 }
+
+}  // namespace tarvo::window

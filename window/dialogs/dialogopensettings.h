@@ -1,13 +1,15 @@
 // Asks for the database file to open and for its cache size. Opens nothing itself.
 #pragma once
 
-#include "window/common/programsettings.h"
 #include "qrb/context.h"
+#include "window/common/programsettings.h"
 
 #include <QDialog>
 #include <QStringList>
 #include <cstdint>
 #include <memory>
+
+namespace tarvo::window {
 
 namespace Ui {
 class DialogOpenSettings;
@@ -19,8 +21,8 @@ class DialogOpenSettings : public QDialog {
 public:
     // Runs the dialog; location and cacheSize (bytes) are changed only when it is accepted, which
     // is what the result tells. locations are offered in the list.
-    static bool edit(const tarvo::qrb::Context& context, QString& location,
-                     std::uint64_t& cacheSize, const QStringList& locations, QWidget* parent);
+    static bool edit(const qrb::Context& context, QString& location, std::uint64_t& cacheSize,
+                     const QStringList& locations, QWidget* parent);
 
     ~DialogOpenSettings() override;
 
@@ -35,5 +37,7 @@ private:
     QString location() const;
 
     std::unique_ptr<Ui::DialogOpenSettings> m_ui;
-    tarvo::common::DialogSettings m_settings;
+    DialogSettings m_settings;
 };
+
+}  // namespace tarvo::window

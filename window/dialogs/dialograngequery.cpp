@@ -1,13 +1,13 @@
 #include "window/dialogs/dialograngequery.h"
 
-#include "window/common/programsettings.h"
 #include "core/valueformat.h"
 #include "ui_dialograngequery.h"
+#include "window/common/programsettings.h"
 
 #include <QLocale>
 #include <QPushButton>
 
-namespace common = tarvo::common;
+namespace tarvo::window {
 
 namespace {
 
@@ -31,8 +31,8 @@ bool readDecimal(const QString& text, double& number) {
 
 }  // namespace
 
-DialogRangeQuery::DialogRangeQuery(
-    const std::vector<tarvo::qrb::pointcloud::PointAttribute>& attributes, QWidget* parent)
+DialogRangeQuery::DialogRangeQuery(const std::vector<qrb::pointcloud::PointAttribute>& attributes,
+                                   QWidget* parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::DialogRangeQuery>()), m_attributes(attributes) {
     m_ui->setupUi(this);
     for (std::size_t a = 0; a < m_attributes.size(); ++a) {
@@ -56,7 +56,7 @@ DialogRangeQuery::DialogRangeQuery(
 DialogRangeQuery::~DialogRangeQuery() = default;
 
 void DialogRangeQuery::restore() {
-    const common::ProgramSettings settings(settingsGroup);
+    const ProgramSettings settings(settingsGroup);
     restoreGeometry(settings.value("Geometry").toByteArray());
     const int index =
         m_ui->editPointAttribute->findText(settings.value("PointAttribute").toString());
@@ -73,7 +73,7 @@ void DialogRangeQuery::restore() {
 }
 
 void DialogRangeQuery::accept() {
-    common::ProgramSettings settings(settingsGroup);
+    ProgramSettings settings(settingsGroup);
     settings.setValue("Geometry", saveGeometry());
     settings.setValue("PointAttribute", m_ui->editPointAttribute->currentText());
     settings.setValue("Mode", m_ui->tabWidgetMode->currentIndex());
@@ -87,7 +87,7 @@ void DialogRangeQuery::accept() {
     QDialog::accept();
 }
 
-const tarvo::qrb::pointcloud::PointAttribute* DialogRangeQuery::attribute() const {
+const qrb::pointcloud::PointAttribute* DialogRangeQuery::attribute() const {
     const QVariant number = m_ui->editPointAttribute->currentData();
     return number.isValid() ? &m_attributes[number.toULongLong()] : nullptr;
 }
@@ -152,8 +152,7 @@ QString DialogRangeQuery::centerExpression(const QString& text) const {
         upper = QString::number(greatest);
     } else if (readDecimal(m_ui->editCenterValue->text(), center) &&
                readDecimal(m_ui->editRadiusValue->text(), radius)) {
-        const int decimals =
-            attribute() ? tarvo::core::decimalsOfResolution(attribute()->resolution) : 0;
+        const int decimals = attribute() ? core::decimalsOfResolution(attribute()->resolution) : 0;
         lower = QString::number(center - radius, 'f', decimals);
         upper = QString::number(center + radius, 'f', decimals);
     } else {
@@ -170,3 +169,5 @@ void DialogRangeQuery::updatePreview() {
     m_ui->buttonBox->button(QDialogButtonBox::Ok)
         ->setEnabled(!preview.isEmpty() && preview != unreadable);
 }
+
+}  // namespace tarvo::window

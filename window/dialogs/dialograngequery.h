@@ -8,6 +8,8 @@
 #include <memory>
 #include <vector>
 
+namespace tarvo::window {
+
 namespace Ui {
 class DialogRangeQuery;
 }
@@ -16,7 +18,7 @@ class DialogRangeQuery : public QDialog {
     Q_OBJECT
 
 public:
-    DialogRangeQuery(const std::vector<tarvo::qrb::pointcloud::PointAttribute>& attributes,
+    DialogRangeQuery(const std::vector<qrb::pointcloud::PointAttribute>& attributes,
                      QWidget* parent);
     ~DialogRangeQuery() override;
 
@@ -39,8 +41,10 @@ private:
     void updatePreview();
     QString boundsExpression(const QString& attribute) const;
     QString centerExpression(const QString& attribute) const;
-    const tarvo::qrb::pointcloud::PointAttribute* attribute() const;
+    const qrb::pointcloud::PointAttribute* attribute() const;
 
     std::unique_ptr<Ui::DialogRangeQuery> m_ui;
-    std::vector<tarvo::qrb::pointcloud::PointAttribute> m_attributes;
+    std::vector<qrb::pointcloud::PointAttribute> m_attributes;
 };
+
+}  // namespace tarvo::window

@@ -1,15 +1,15 @@
 #include "window/dialogs/dialogsignature.h"
 
+#include "ui_dialogsignature.h"
 #include "window/common/appearance.h"
 #include "window/common/messageboxes.h"
-#include "ui_dialogsignature.h"
 
 #include <QPushButton>
 #include <QRegularExpressionValidator>
 #include <QStyle>
 #include <QUuid>
 
-namespace common = tarvo::common;
+namespace tarvo::window {
 
 namespace {
 
@@ -27,7 +27,7 @@ DialogSignature::DialogSignature(const QString& settingsGroup, const QString& na
                                  const QString& name, QWidget* parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::DialogSignature>()), m_settings(settingsGroup) {
     m_ui->setupUi(this);
-    common::useTextPaneFont(m_ui->editKey);
+    useTextPaneFont(m_ui->editKey);
     if (nameLabel.isEmpty()) {
         m_ui->labelName->hide();
         m_ui->editName->hide();
@@ -113,10 +113,12 @@ void DialogSignature::on_buttonRandomKey_clicked() {
 }
 
 void DialogSignature::tellVerified() {
-    common::showInformation(this, "Signature successfully verified.");
+    showInformation(this, "Signature successfully verified.");
     accept();
 }
 
 void DialogSignature::tellNotVerified() {
-    common::showWarning(this, "No valid signature found or wrong key given.");
+    showWarning(this, "No valid signature found or wrong key given.");
 }
+
+}  // namespace tarvo::window

@@ -12,6 +12,8 @@
 
 class QPushButton;
 
+namespace tarvo::window {
+
 namespace Ui {
 class DialogSignature;
 }
@@ -51,5 +53,7 @@ private:
     QByteArray keyBytes() const;
 
     std::unique_ptr<Ui::DialogSignature> m_ui;
-    tarvo::common::DialogSettings m_settings;
+    DialogSettings m_settings;
 };
+
+}  // namespace tarvo::window

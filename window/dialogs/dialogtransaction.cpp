@@ -1,20 +1,19 @@
 #include "window/dialogs/dialogtransaction.h"
 
+#include "core/json.h"
+#include "ui_dialogtransaction.h"
 #include "window/common/appearance.h"
 #include "window/common/guard.h"
 #include "window/common/textfiles.h"
-#include "core/json.h"
-#include "ui_dialogtransaction.h"
 
 #include <QFileDialog>
 #include <QMenu>
 #include <QPushButton>
 
-namespace common = tarvo::common;
+namespace tarvo::window {
 
-bool DialogTransaction::edit(const tarvo::qrb::Context&,
-                             tarvo::qrb::pointcloud::Transaction& transaction, QWidget* parent,
-                             bool readOnly, bool newTransaction) {
+bool DialogTransaction::edit(const qrb::Context&, qrb::pointcloud::Transaction& transaction,
+                             QWidget* parent, bool readOnly, bool newTransaction) {
     DialogTransaction dialog(parent);
     dialog.fill(transaction);
     if (readOnly)
@@ -36,7 +35,7 @@ DialogTransaction::DialogTransaction(QWidget* parent)
     m_ui->setupUi(this);
     for (QPlainTextEdit* edit :
          {m_ui->editComments, m_ui->editSettingsRaw, m_ui->editSettingsFormatted})
-        common::useTextPaneFont(edit);
+        useTextPaneFont(edit);
     buildMenu();
     m_settings.restoreGeometryOf(this);
     if (m_settings.contains("SettingsPage"))
@@ -82,7 +81,7 @@ void DialogTransaction::setNewTransaction() {
     m_ui->tabWidgetSettings->setCurrentWidget(m_ui->tabSettingsRaw);
 }
 
-void DialogTransaction::fill(const tarvo::qrb::pointcloud::Transaction& transaction) {
+void DialogTransaction::fill(const qrb::pointcloud::Transaction& transaction) {
     m_ui->editID->setText(QString::number(transaction.id));
     m_ui->editTitle->setText(QString::fromStdString(transaction.title));
     m_ui->editAgent->setText(QString::fromStdString(transaction.agent));
@@ -96,7 +95,7 @@ void DialogTransaction::fill(const tarvo::qrb::pointcloud::Transaction& transact
     formatSettings();
 }
 
-void DialogTransaction::read(tarvo::qrb::pointcloud::Transaction& transaction) const {
+void DialogTransaction::read(qrb::pointcloud::Transaction& transaction) const {
     transaction.id = m_ui->editID->text().toUInt();
     transaction.title = m_ui->editTitle->text().toStdString();
     transaction.agent = m_ui->editAgent->text().toStdString();
@@ -110,7 +109,7 @@ void DialogTransaction::read(tarvo::qrb::pointcloud::Transaction& transaction) c
 void DialogTransaction::formatSettings() {
     if (m_ui->tabWidgetSettings->currentWidget() == m_ui->tabSettingsFormatted)
         m_ui->editSettingsFormatted->setPlainText(QString::fromStdString(
-            tarvo::core::formattedJson(m_ui->editSettingsRaw->toPlainText().toStdString())));
+            core::formattedJson(m_ui->editSettingsRaw->toPlainText().toStdString())));
 }
 
 void DialogTransaction::on_tabWidgetSettings_currentChanged(int) {
@@ -121,9 +120,8 @@ std::unique_ptr<QString> DialogTransaction::loadText(const QString& caption) {
     const QString name = QFileDialog::getOpenFileName(this, caption);
     std::unique_ptr<QString> text;
     if (!name.isEmpty())
-        common::guarded(this, [&] {
-            text = std::make_unique<QString>(QString::fromStdString(common::readFile(name)));
-        });
+        guarded(this,
+                [&] { text = std::make_unique<QString>(QString::fromStdString(readFile(name))); });
     return text;
 }
 
@@ -131,7 +129,7 @@ void DialogTransaction::saveText(const QString& caption, const QString& kind, co
     const QString name = QFileDialog::getSaveFileName(
         this, caption, QString("transaction-#%0-%1.txt").arg(m_ui->editID->text(), kind));
     if (!name.isEmpty())
-        common::guarded(this, [&] { common::writeFile(name, text.toStdString()); });
+        guarded(this, [&] { writeFile(name, text.toStdString()); });
 }
 
 void DialogTransaction::on_actionLoadComments_triggered() {
@@ -162,3 +160,5 @@ void DialogTransaction::on_actionClearSettings_triggered() {
     m_ui->editSettingsRaw->clear();
     formatSettings();
 }
+
+}  // namespace tarvo::window

@@ -1,14 +1,16 @@
 // Shows a transaction's record, or lets the user fill in that of a new one.
 #pragma once
 
-#include "window/common/programsettings.h"
 #include "qrb/context.h"
 #include "qrb/transactions.h"
+#include "window/common/programsettings.h"
 
 #include <QDialog>
 #include <memory>
 
 class QAction;
+
+namespace tarvo::window {
 
 namespace Ui {
 class DialogTransaction;
@@ -20,9 +22,8 @@ class DialogTransaction : public QDialog {
 public:
     // Runs the dialog on the record, which is changed only when it is accepted; that is what the
     // result tells. newTransaction: what the database assigns can't be filled in.
-    static bool edit(const tarvo::qrb::Context& context,
-                     tarvo::qrb::pointcloud::Transaction& transaction, QWidget* parent,
-                     bool readOnly, bool newTransaction);
+    static bool edit(const qrb::Context& context, qrb::pointcloud::Transaction& transaction,
+                     QWidget* parent, bool readOnly, bool newTransaction);
 
     ~DialogTransaction() override;
 
@@ -40,13 +41,15 @@ private:
     void buildMenu();
     void setReadOnly();
     void setNewTransaction();
-    void fill(const tarvo::qrb::pointcloud::Transaction& transaction);
-    void read(tarvo::qrb::pointcloud::Transaction& transaction) const;
+    void fill(const qrb::pointcloud::Transaction& transaction);
+    void read(qrb::pointcloud::Transaction& transaction) const;
     void formatSettings();
     // Empty where none was chosen or it could not be read.
     std::unique_ptr<QString> loadText(const QString& caption);
     void saveText(const QString& caption, const QString& kind, const QString& text);
 
     std::unique_ptr<Ui::DialogTransaction> m_ui;
-    tarvo::common::DialogSettings m_settings;
+    DialogSettings m_settings;
 };
+
+}  // namespace tarvo::window

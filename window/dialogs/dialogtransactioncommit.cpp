@@ -2,6 +2,8 @@
 
 #include "ui_dialogsignature.h"
 
+namespace tarvo::window {
+
 DialogTransactionCommit::DialogTransactionCommit(QWidget* parent)
     : DialogSignature("DialogTransactionCommit", {}, {}, parent) {
     setWindowTitle("Commit Current Transaction");
@@ -19,3 +21,5 @@ DialogTransactionCommit::DialogTransactionCommit(QWidget* parent)
 void DialogTransactionCommit::on_editMethod_currentIndexChanged(int) {
     setKeyEnabled(method() != 0);
 }
+
+}  // namespace tarvo::window

@@ -3,6 +3,8 @@
 
 #include "window/dialogs/dialogsignature.h"
 
+namespace tarvo::window {
+
 class DialogTransactionCommit : public DialogSignature {
     Q_OBJECT
 
@@ -12,3 +14,5 @@ public:
 private slots:
     void on_editMethod_currentIndexChanged(int index);
 };
+
+}  // namespace tarvo::window

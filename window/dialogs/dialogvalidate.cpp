@@ -1,30 +1,30 @@
 #include "window/dialogs/dialogvalidate.h"
 
+#include "qrb/error.h"
+#include "ui_dialogvalidate.h"
 #include "window/common/appearance.h"
 #include "window/common/guard.h"
 #include "window/dialogs/schemalist.h"
-#include "qrb/error.h"
-#include "ui_dialogvalidate.h"
 
 #include <QSignalBlocker>
 
-namespace common = tarvo::common;
+namespace tarvo::window {
 
-DialogValidate::DialogValidate(const QString& location, const tarvo::qrb::Pointcloud& database,
+DialogValidate::DialogValidate(const QString& location, const qrb::Pointcloud& database,
                                QWidget* parent)
     : QDialog(parent),
       m_ui(std::make_unique<Ui::DialogValidate>()),
       m_database(database),
       m_settings("") {
     m_ui->setupUi(this);
-    common::useTextPaneFont(m_ui->editSchema);
-    common::useTextPaneFont(m_ui->editResult);
+    useTextPaneFont(m_ui->editSchema);
+    useTextPaneFont(m_ui->editResult);
     {
         const QSignalBlocker filling(m_ui->listSchema);
-        m_schemas = tarvo::dialogs::fillSchemaList(m_ui->listSchema);
+        m_schemas = fillSchemaList(m_ui->listSchema);
         m_ui->listSchema->setCurrentIndex(-1);
     }
-    m_ui->listSchema->setCurrentIndex(tarvo::dialogs::schemaFor(m_ui->listSchema, location));
+    m_ui->listSchema->setCurrentIndex(schemaFor(m_ui->listSchema, location));
     m_ui->tabWidget->setCurrentWidget(m_ui->tabSchema);
     m_settings.restoreGeometryOf(this);
     if (m_settings.contains("Strict"))
@@ -45,12 +45,12 @@ void DialogValidate::on_listSchema_currentIndexChanged(int) {
 void DialogValidate::on_buttonValidate_clicked() {
     m_ui->editResult->clear();
     m_ui->tabWidget->setCurrentWidget(m_ui->tabResult);
-    common::guarded(this, [this] {
-        const common::WaitCursor waiting;
+    guarded(this, [this] {
+        const WaitCursor waiting;
         try {
             m_database.management().validate(m_ui->editSchema->toPlainText().toStdString(),
                                              m_ui->editStrict->isChecked());
-        } catch (const tarvo::qrb::Error& error) {
+        } catch (const qrb::Error& error) {
             // What the box hides behind its details stays readable here.
             m_ui->editResult->appendPlainText(QString::fromUtf8(error.what()) + "\n\n" +
                                               QString::fromUtf8(error.details()));
@@ -63,3 +63,5 @@ void DialogValidate::on_buttonValidate_clicked() {
 void DialogValidate::on_buttonClose_clicked() {
     close();
 }
+
+}  // namespace tarvo::window

@@ -2,13 +2,15 @@
 // user edited, and shows the result.
 #pragma once
 
-#include "window/common/programsettings.h"
 #include "qrb/pointcloud.h"
+#include "window/common/programsettings.h"
 
 #include <QDialog>
 #include <QMap>
 #include <QString>
 #include <memory>
+
+namespace tarvo::window {
 
 namespace Ui {
 class DialogValidate;
@@ -19,8 +21,7 @@ class DialogValidate : public QDialog {
 
 public:
     // location: file name of the database, which must stay open as long as the dialog lives.
-    DialogValidate(const QString& location, const tarvo::qrb::Pointcloud& database,
-                   QWidget* parent);
+    DialogValidate(const QString& location, const qrb::Pointcloud& database, QWidget* parent);
     ~DialogValidate() override;
 
 private slots:
@@ -30,7 +31,9 @@ private slots:
 
 private:
     std::unique_ptr<Ui::DialogValidate> m_ui;
-    const tarvo::qrb::Pointcloud& m_database;
+    const qrb::Pointcloud& m_database;
     QMap<QString, QString> m_schemas;
-    tarvo::common::DialogSettings m_settings;  // at the top level, unlike those of other dialogs
+    DialogSettings m_settings;  // at the top level, unlike those of other dialogs
 };
+
+}  // namespace tarvo::window

@@ -1,12 +1,12 @@
 #include "window/dialogs/schemalist.h"
 
-#include "core/json.h"
 #include "catalogue/catalogue.h"
+#include "core/json.h"
 
 #include <QComboBox>
 #include <QRegularExpression>
 
-namespace tarvo::dialogs {
+namespace tarvo::window {
 
 QMap<QString, QString> fillSchemaList(QComboBox* list) {
     QMap<QString, QString> texts;
@@ -25,7 +25,7 @@ QMap<QString, QString> fillSchemaList(QComboBox* list) {
         const QString label =
             extension == identifier ? extension : QString("%0 (%1)").arg(extension, identifier);
         list->addItem(label, extension);
-        texts[label] = QString::fromStdString(tarvo::core::formattedJson(std::string(schema.json)));
+        texts[label] = QString::fromStdString(core::formattedJson(std::string(schema.json)));
     }
     return texts;
 }
@@ -45,4 +45,4 @@ int schemaFor(const QComboBox* list, const QString& location) {
     return best;
 }
 
-}  // namespace tarvo::dialogs
+}  // namespace tarvo::window

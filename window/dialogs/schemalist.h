@@ -6,7 +6,7 @@
 
 class QComboBox;
 
-namespace tarvo::dialogs {
+namespace tarvo::window {
 
 // Adds an entry for each schema, with its extension as data, and returns the schema texts by label,
 // pretty-printed. The label is the extension, followed by the identifier where they differ.
@@ -16,4 +16,4 @@ QMap<QString, QString> fillSchemaList(QComboBox* list);
 // "{C}" and "{N}" stand for digits and dots for any character.
 int schemaFor(const QComboBox* list, const QString& location);
 
-}  // namespace tarvo::dialogs
+}  // namespace tarvo::window

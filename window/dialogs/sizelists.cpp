@@ -8,7 +8,7 @@
 #include <QSpinBox>
 #include <cmath>
 
-namespace tarvo::dialogs {
+namespace tarvo::window {
 
 namespace {
 
@@ -67,4 +67,4 @@ bool showSize(QSpinBox* box, std::uint32_t size) {
     return true;
 }
 
-}  // namespace tarvo::dialogs
+}  // namespace tarvo::window

@@ -9,7 +9,7 @@
 class QComboBox;
 class QSpinBox;
 
-namespace tarvo::dialogs {
+namespace tarvo::window {
 
 // Edge lengths of chunks: 2^level steps of the primary attribute's resolution, levels 0 to 63.
 void fillEdgeLengths(QComboBox* list, const qrb::pointcloud::PointAttribute& primaryAttribute);
@@ -22,4 +22,4 @@ void fillCombineLevels(QComboBox* list, std::uint32_t length);
 bool showSize(QComboBox* list, std::uint32_t level);
 bool showSize(QSpinBox* box, std::uint32_t size);
 
-}  // namespace tarvo::dialogs
+}  // namespace tarvo::window

@@ -10,6 +10,8 @@
 #include <exception>
 #include <stdexcept>
 
+namespace tarvo::window {
+
 // The dialog's state while it works.
 class WorkingDialog::Busy {
 public:
@@ -31,7 +33,7 @@ public:
 
 private:
     WorkingDialog& m_dialog;
-    const tarvo::common::WaitCursor m_waiting;
+    const WaitCursor m_waiting;
 };
 
 void WorkingDialog::useProgressBar(QProgressBar* bar) {
@@ -75,3 +77,5 @@ void WorkingDialog::done(int result) {
     }
     QDialog::done(result);
 }
+
+}  // namespace tarvo::window

@@ -11,6 +11,8 @@
 
 class QProgressBar;
 
+namespace tarvo::window {
+
 class WorkingDialog : public QDialog {
     Q_OBJECT
 
@@ -22,7 +24,7 @@ signals:
     void update_progress(int percent);
 
 protected:
-    using Job = std::function<void(const tarvo::qrb::pointcloud::Progress&)>;
+    using Job = std::function<void(const qrb::pointcloud::Progress&)>;
 
     explicit WorkingDialog(QWidget* parent) : QDialog(parent) {}
     // Shows the bar while work is done. Call it once the form is built.
@@ -42,3 +44,5 @@ private:
     bool m_busy = false;
     std::atomic<bool> m_cancel = false;  // read by the working thread
 };
+
+}  // namespace tarvo::window

@@ -1,7 +1,7 @@
 #include "window/frame/aboutbox.h"
 
-#include "window/common/textformat.h"
 #include "catalogue/catalogue.h"
+#include "window/common/textformat.h"
 
 #include <QApplication>
 #include <QDir>
@@ -9,26 +9,28 @@
 #include <QMessageBox>
 #include <QStringList>
 
+namespace tarvo::window {
+
 namespace {
 
-QString definitionsLine(const QString& title, const tarvo::catalogue::Stamp& stamp) {
+QString definitionsLine(const QString& title, const catalogue::Stamp& stamp) {
     return QString("%1 %2 (%3)")
         .arg(title, QString::fromStdString(stamp.version), QString::fromStdString(stamp.date));
 }
 
 }  // namespace
 
-QString aboutText(const QString& windowTitle, const tarvo::qrb::Context& context) {
+QString aboutText(const QString& windowTitle, const qrb::Context& context) {
     const auto text = [](const std::string& utf8) { return QString::fromStdString(utf8); };
     return QStringList{
-        windowTitle + ' ' + tarvo::common::programVersionText(),
+        windowTitle + ' ' + programVersionText(),
         "",
-        definitionsLine("QRB Point Attribute Definitions", tarvo::catalogue::attributesStamp()),
-        definitionsLine("QRB Meta Data Item Definitions", tarvo::catalogue::metaDataStamp()),
-        definitionsLine("QRB File Schema Definitions", tarvo::catalogue::schemasStamp()),
+        definitionsLine("QRB Point Attribute Definitions", catalogue::attributesStamp()),
+        definitionsLine("QRB Meta Data Item Definitions", catalogue::metaDataStamp()),
+        definitionsLine("QRB File Schema Definitions", catalogue::schemasStamp()),
         "",
         text(context.interfaceName() + " " + context.interfaceVersion()),
-        tarvo::common::libraryTitle(text(context.libraryName()), text(context.libraryVersion())),
+        libraryTitle(text(context.libraryName()), text(context.libraryVersion())),
         "Path: " + QDir::toNativeSeparators(text(context.libraryFilename())),
         "",
         QString("Qt Library ") + qVersion(),
@@ -39,7 +41,7 @@ QString aboutText(const QString& windowTitle, const tarvo::qrb::Context& context
         .join('\n');
 }
 
-void showAboutBox(QWidget* parent, const tarvo::qrb::Context& context) {
+void showAboutBox(QWidget* parent, const qrb::Context& context) {
     QMessageBox box(QMessageBox::NoIcon, QString(), QString(), QMessageBox::Ok, parent);
     // The library's texts must not be taken for rich text.
     box.setTextFormat(Qt::PlainText);
@@ -47,3 +49,5 @@ void showAboutBox(QWidget* parent, const tarvo::qrb::Context& context) {
     box.setIconPixmap(QIcon(":/resources/logo.png").pixmap(64, 64));
     box.exec();
 }
+
+}  // namespace tarvo::window

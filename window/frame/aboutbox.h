@@ -7,5 +7,9 @@
 
 class QWidget;
 
-QString aboutText(const QString& windowTitle, const tarvo::qrb::Context& context);
-void showAboutBox(QWidget* parent, const tarvo::qrb::Context& context);
+namespace tarvo::window {
+
+QString aboutText(const QString& windowTitle, const qrb::Context& context);
+void showAboutBox(QWidget* parent, const qrb::Context& context);
+
+}  // namespace tarvo::window

@@ -2,6 +2,8 @@
 
 #include <QRegularExpression>
 
+namespace tarvo::window {
+
 std::optional<QRect> windowRectangle(const QStringList& arguments) {
     static const QRegularExpression option(R"(\A(?:--window=(-?\d+),(-?\d+),(-?\d+),(-?\d+))\z)");
     for (const QString& argument : arguments) {
@@ -20,3 +22,5 @@ std::optional<QRect> windowRectangle(const QStringList& arguments) {
     }
     return std::nullopt;
 }
+
+}  // namespace tarvo::window

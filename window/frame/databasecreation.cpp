@@ -1,21 +1,21 @@
 #include "window/frame/databasecreation.h"
 
+#include "core/newdatabase.h"
 #include "window/common/guard.h"
 #include "window/common/messageboxes.h"
-#include "core/newdatabase.h"
 #include "window/dialogs/dialogcreatesettings.h"
 #include "window/frame/openwindows.h"
 
 #include <QDir>
 #include <QFileInfo>
 
-namespace common = tarvo::common;
+namespace tarvo::window {
 
 namespace {
 
 struct Wish {
     QString location;
-    tarvo::qrb::pointcloud::CreateSettings settings;
+    qrb::pointcloud::CreateSettings settings;
     std::string schema;
     bool optionals = false;
 };
@@ -27,13 +27,12 @@ bool create(const Wish& wish, const DatabaseSession& session, QWidget* parent) {
         refuseOpenDatabase(wish.location, session);
         // Another file is refused anyway.
         if (session.context.databaseFileTypeCheck(wish.location.toStdString()) &&
-            !common::lossConfirmed(
+            !lossConfirmed(
                 parent, QString("The file \"%0\" exists already.\nReplace it?").arg(wish.location)))
             return false;
     }
-    const common::WaitCursor waiting;
-    tarvo::core::NewDatabase database(session.context, wish.location.toStdString(),
-                                      target.exists());
+    const WaitCursor waiting;
+    core::NewDatabase database(session.context, wish.location.toStdString(), target.exists());
     if (wish.schema.empty())
         database.create(wish.settings);
     else
@@ -45,13 +44,15 @@ bool create(const Wish& wish, const DatabaseSession& session, QWidget* parent) {
 }  // namespace
 
 QString createDatabase(const DatabaseSession& session, QWidget* parent) {
-    Wish wish{{}, tarvo::qrb::pointcloud::CreateSettings(session.context), {}, false};
+    Wish wish{{}, qrb::pointcloud::CreateSettings(session.context), {}, false};
     while (DialogCreateSettings::edit(session.context, wish.location, wish.settings, wish.schema,
                                       wish.optionals, parent)) {
         bool created = false;
-        common::guarded(parent, [&] { created = create(wish, session, parent); });
+        guarded(parent, [&] { created = create(wish, session, parent); });
         if (created)
             return QDir::toNativeSeparators(QFileInfo(wish.location).absoluteFilePath());
     }
     return {};
 }
+
+}  // namespace tarvo::window

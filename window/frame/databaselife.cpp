@@ -1,14 +1,14 @@
 // MainWindow: the life of the open database.
 #include "window/frame/mainwindow.h"
 
+#include "qrb/error.h"
 #include "window/common/guard.h"
 #include "window/common/messageboxes.h"
 #include "window/common/recentfiles.h"
 #include "window/dialogs/dialogopensettings.h"
-#include "window/panels/changelogpanel.h"
 #include "window/frame/commandline.h"
+#include "window/panels/changelogpanel.h"
 #include "window/panels/pointdatapanel.h"
-#include "qrb/error.h"
 
 #include <QAction>
 #include <QApplication>
@@ -19,7 +19,7 @@
 #include <algorithm>
 #include <stdexcept>
 
-namespace common = tarvo::common;
+namespace tarvo::window {
 
 namespace {
 
@@ -36,7 +36,7 @@ void MainWindow::evaluateCommandLine(const QString& textFileName) {
     if (const auto rectangle = windowRectangle(arguments))
         setGeometry(*rectangle);
     if (!textFileName.isEmpty()) {
-        common::guarded(this, [&] { m_changelog->loadTextFile(textFileName); });
+        guarded(this, [&] { m_changelog->loadTextFile(textFileName); });
         return;
     }
     for (const QString& argument : arguments) {
@@ -45,18 +45,17 @@ void MainWindow::evaluateCommandLine(const QString& textFileName) {
             return;
         }
         if (isTextFileName(argument)) {
-            common::guarded(this, [&] { m_changelog->loadTextFile(argument); });
+            guarded(this, [&] { m_changelog->loadTextFile(argument); });
             return;
         }
     }
 }
 
 void MainWindow::openDatabase(QString fileName, bool skipDialog) {
-    common::guarded(this, [&] {
-        tarvo::qrb::pointcloud::OpenSettings settings(m_session.context);
-        if (!skipDialog &&
-            !DialogOpenSettings::edit(m_session.context, fileName, settings.cacheSize,
-                                      common::RecentFiles::list(), this))
+    guarded(this, [&] {
+        qrb::pointcloud::OpenSettings settings(m_session.context);
+        if (!skipDialog && !DialogOpenSettings::edit(m_session.context, fileName,
+                                                     settings.cacheSize, RecentFiles::list(), this))
             return;
         fileName = QDir::toNativeSeparators(QFileInfo(fileName).absoluteFilePath());
         tryToOpen(fileName, settings);
@@ -67,22 +66,22 @@ void MainWindow::openDatabase(QString fileName, bool skipDialog) {
 
 // Throws for a file that can't be opened while that would cost a pending transaction.
 void MainWindow::tryToOpen(const QString& fileName,
-                           const tarvo::qrb::pointcloud::OpenSettings& settings) const {
-    if (!isPending() || tarvo::files::identityOf(fileName.toStdString()) == m_session.identity)
+                           const qrb::pointcloud::OpenSettings& settings) const {
+    if (!isPending() || files::identityOf(fileName.toStdString()) == m_session.identity)
         return;
-    const common::WaitCursor waiting;
-    tarvo::qrb::Pointcloud(m_session.context).open(fileName.toStdString(), settings);
+    const WaitCursor waiting;
+    qrb::Pointcloud(m_session.context).open(fileName.toStdString(), settings);
 }
 
 void MainWindow::replaceDatabase(const QString& fileName,
-                                 const tarvo::qrb::pointcloud::OpenSettings& settings) {
+                                 const qrb::pointcloud::OpenSettings& settings) {
     try {
         dropDatabase();
-        const common::WaitCursor waiting;
-        auto database = std::make_shared<tarvo::qrb::Pointcloud>(m_session.context);
-        const auto identity = tarvo::files::identityOf(fileName.toStdString());
+        const WaitCursor waiting;
+        auto database = std::make_shared<qrb::Pointcloud>(m_session.context);
+        const auto identity = files::identityOf(fileName.toStdString());
         database->open(fileName.toStdString(), settings);
-        if (tarvo::files::identityOf(fileName.toStdString()) != identity)
+        if (files::identityOf(fileName.toStdString()) != identity)
             throw std::runtime_error("The file was replaced while it was opened.\nOpen it again.");
         m_session.database = std::move(database);
         m_session.identity = identity;
@@ -90,7 +89,7 @@ void MainWindow::replaceDatabase(const QString& fileName,
         refreshPanels();
         throw;
     }
-    common::RecentFiles::add(fileName);
+    RecentFiles::add(fileName);
     m_session.fileName = fileName;
     refreshPanels();
 }
@@ -98,7 +97,7 @@ void MainWindow::replaceDatabase(const QString& fileName,
 // Tells when the file under the open database's name is not the one that was opened any more, and
 // opens what is there now, or closes the database, if the user wants that.
 void MainWindow::checkFile() {
-    common::guarded(this, [this] {
+    guarded(this, [this] {
         const auto state = m_session.fileState();
         const bool overwritten =
             state == DatabaseSession::FileState::AS_OPENED && m_session.isOverwritten();
@@ -123,11 +122,11 @@ void MainWindow::checkFile() {
                 "place.\nAll its changes will be lost if you go on.\n";
         text += replaced ? "\nOpen the file that is there now?" : "\nClose the database?";
         // What the window shows may be the last copy there is.
-        if (!common::lossConfirmed(this, text))
+        if (!lossConfirmed(this, text))
             return;
         if (replaced) {
             const QString fileName = m_session.fileName;
-            const tarvo::qrb::pointcloud::OpenSettings settings(m_session.context);
+            const qrb::pointcloud::OpenSettings settings(m_session.context);
             tryToOpen(fileName, settings);
             replaceDatabase(fileName, settings);
         } else {
@@ -150,7 +149,7 @@ bool MainWindow::mayDropDatabase() {
         raise();
         activateWindow();
     }
-    return common::lossConfirmed(
+    return lossConfirmed(
         this, QString("A transaction is pending in \"%0\".\nAll its changes will be lost. Go on?")
                   .arg(m_session.fileName));
 }
@@ -194,14 +193,14 @@ void MainWindow::openFile(const QString& fileName) {
 
 // The changelog of a database that is open must not be mistaken for that of a text file.
 void MainWindow::openTextFile(const QString& fileName) {
-    common::guarded(this, [&] {
+    guarded(this, [&] {
         if (!m_session.database) {
             m_changelog->loadTextFile(fileName);
             return;
         }
-        if (!common::confirmed(this, QString("The window shows the changelog of the database that "
-                                             "is open.\nShow \"%0\" in a new window?")
-                                         .arg(QDir::toNativeSeparators(fileName))))
+        if (!confirmed(this, QString("The window shows the changelog of the database that "
+                                     "is open.\nShow \"%0\" in a new window?")
+                                 .arg(QDir::toNativeSeparators(fileName))))
             return;
         auto* window = new MainWindow(fileName);
         window->setAttribute(Qt::WA_DeleteOnClose);
@@ -218,7 +217,9 @@ bool MainWindow::isDatabaseFile(const QString& fileName) const {
         return false;
     try {
         return m_session.context.databaseFileTypeCheck(fileName.toStdString());
-    } catch (const tarvo::qrb::Error&) {
+    } catch (const qrb::Error&) {
         return false;
     }
 }
+
+}  // namespace tarvo::window

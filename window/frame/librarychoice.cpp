@@ -1,5 +1,7 @@
 #include "window/frame/librarychoice.h"
 
+namespace tarvo::window {
+
 void LibraryChoice::ask(const QString& name) {
     if (!restart)
         previous = fileName;
@@ -17,3 +19,5 @@ LibraryChoice& libraryChoice() {
     static LibraryChoice choice;
     return choice;
 }
+
+}  // namespace tarvo::window

@@ -3,6 +3,8 @@
 
 #include <QString>
 
+namespace tarvo::window {
+
 struct LibraryChoice {
     QString fileName;      // empty: the default library
     bool restart = false;  // a window asked for a start with another library
@@ -15,3 +17,5 @@ struct LibraryChoice {
 
 // The process's one choice.
 LibraryChoice& libraryChoice();
+
+}  // namespace tarvo::window

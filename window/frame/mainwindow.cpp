@@ -1,5 +1,6 @@
 #include "window/frame/mainwindow.h"
 
+#include "ui_mainwindow.h"
 #include "window/common/guard.h"
 #include "window/common/messageboxes.h"
 #include "window/common/programsettings.h"
@@ -8,20 +9,19 @@
 #include "window/dialogs/dialogexportasqrb.h"
 #include "window/dialogs/dialogvalidate.h"
 #include "window/frame/aboutbox.h"
-#include "window/panels/changelogpanel.h"
 #include "window/frame/databasecreation.h"
-#include "window/panels/databasepanel.h"
-#include "window/panels/inspectionpanel.h"
 #include "window/frame/librarychoice.h"
-#include "window/panels/metadatapanel.h"
 #include "window/frame/mimefile.h"
 #include "window/frame/openwindows.h"
+#include "window/frame/viewmenu.h"
+#include "window/panels/changelogpanel.h"
+#include "window/panels/databasepanel.h"
+#include "window/panels/inspectionpanel.h"
+#include "window/panels/metadatapanel.h"
 #include "window/panels/pointattributespanel.h"
 #include "window/panels/pointdatapanel.h"
 #include "window/panels/pointindexpanel.h"
 #include "window/panels/transactionspanel.h"
-#include "window/frame/viewmenu.h"
-#include "ui_mainwindow.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -33,7 +33,7 @@
 #include <QToolButton>
 #include <exception>
 
-namespace common = tarvo::common;
+namespace tarvo::window {
 
 namespace {
 
@@ -66,7 +66,7 @@ MainWindow::MainWindow(const QString& textFileName) : m_ui(std::make_unique<Ui::
     m_ui->actionProgramSettings->setVisible(false);
     m_ui->actionFactoryMode->setEnabled(false);
     m_ui->actionFactoryMode->setVisible(false);
-    common::adaptToolTips(this);
+    adaptToolTips(this);
     evaluateCommandLine(textFileName);
 }
 
@@ -130,7 +130,7 @@ void MainWindow::createStatusLabel() {
 }
 
 void MainWindow::restoreWindowGeometry() {
-    const common::ProgramSettings settings;
+    const ProgramSettings settings;
     if (settings.contains("Geometry"))
         restoreGeometry(settings.value("Geometry").toByteArray());
 }
@@ -142,10 +142,10 @@ void MainWindow::refreshPanels() {
     for (Panel* panel : m_panels) {
         // Each on its own: what one can't read keeps nothing from the others.
         try {
-            const common::WaitCursor waiting;
+            const WaitCursor waiting;
             panel->refresh();
         } catch (...) {
-            const auto [text, details] = common::describe(std::current_exception());
+            const auto [text, details] = describe(std::current_exception());
             unread += m_ui->tabWidget->tabText(m_ui->tabWidget->indexOf(panel->parentWidget()));
             reasons += details.isEmpty() ? text : text + '\n' + details;
         }
@@ -153,8 +153,7 @@ void MainWindow::refreshPanels() {
     updateActions();
     reasons.removeDuplicates();
     if (!unread.isEmpty())
-        common::showError(this, "What could not be read: " + unread.join(", ") + ".",
-                          reasons.join("\n\n"));
+        showError(this, "What could not be read: " + unread.join(", ") + ".", reasons.join("\n\n"));
 }
 
 void MainWindow::updateTabs() {
@@ -185,22 +184,22 @@ void MainWindow::updateActions() {
     m_ui->actionValidate->setEnabled(open);
     m_ui->actionExportAsQRB->setEnabled(open);
     m_ui->actionClose->setEnabled(open || !m_changelog->textFileName().isEmpty());
-    m_ui->actionOpenLastUsed->setEnabled(!common::RecentFiles::list().isEmpty());
+    m_ui->actionOpenLastUsed->setEnabled(!RecentFiles::list().isEmpty());
 }
 
 void MainWindow::on_actionNew_triggered() {
-    common::guarded(this, [this] {
+    guarded(this, [this] {
         // Asked before there is a new file.
         if (!mayDropDatabase())
             return;
         const QString fileName = createDatabase(m_session, this);
         if (!fileName.isEmpty())
-            replaceDatabase(fileName, tarvo::qrb::pointcloud::OpenSettings(m_session.context));
+            replaceDatabase(fileName, qrb::pointcloud::OpenSettings(m_session.context));
     });
 }
 
 void MainWindow::on_actionExportAsQRB_triggered() {
-    common::guarded(this, [this] {
+    guarded(this, [this] {
         if (!m_session.database)
             return;
         const QString fileName = DialogExportAsQRB::run(
@@ -218,7 +217,7 @@ void MainWindow::on_actionOpen_triggered() {
 }
 
 void MainWindow::on_actionOpenLastUsed_triggered() {
-    const QStringList recent = common::RecentFiles::list();
+    const QStringList recent = RecentFiles::list();
     if (!recent.isEmpty())
         openDatabase(recent.first(), true);
 }
@@ -229,9 +228,9 @@ void MainWindow::on_actionOpenClipboard_triggered() {
         openDatabase(name, true);
         return;
     }
-    common::showUnbrokenInformation(this,
-                                    "No database file name found in the clipboard.\n"
-                                    "Please copy a file or a file name to the clipboard.");
+    showUnbrokenInformation(this,
+                            "No database file name found in the clipboard.\n"
+                            "Please copy a file or a file name to the clipboard.");
 }
 
 void MainWindow::on_actionReload_triggered() {
@@ -253,7 +252,7 @@ void MainWindow::on_actionValidate_triggered() {
 }
 
 void MainWindow::on_actionClose_triggered() {
-    common::guarded(this, [this] {
+    guarded(this, [this] {
         if (!mayDropDatabase())
             return;
         dropDatabase();
@@ -274,11 +273,11 @@ void MainWindow::on_actionQuit_triggered() {
 }
 
 void MainWindow::on_actionAbout_triggered() {
-    common::guarded(this, [this] { showAboutBox(this, m_session.context); });
+    guarded(this, [this] { showAboutBox(this, m_session.context); });
 }
 
 void MainWindow::on_actionWindowNew_triggered() {
-    common::guarded(this, [] {
+    guarded(this, [] {
         auto* window = new MainWindow;
         window->setAttribute(Qt::WA_DeleteOnClose);
         window->show();
@@ -290,15 +289,14 @@ void MainWindow::switchLibrary(const QString& fileName) {
         return;
     libraryChoice().ask(fileName);
     if (openWindows().size() > 1)
-        common::showInformation(this,
-                                "The library is switched as soon as all other windows are closed.");
+        showInformation(this, "The library is switched as soon as all other windows are closed.");
     closeUnasked();
 }
 
 void MainWindow::changeEvent(QEvent* event) {
     QMainWindow::changeEvent(event);
     if (event->type() == QEvent::PaletteChange || event->type() == QEvent::ApplicationPaletteChange)
-        common::adaptToolTips(this);
+        adaptToolTips(this);
     // The user comes back from where files are replaced.
     if (event->type() == QEvent::ActivationChange && isActiveWindow())
         updateStatus();
@@ -312,7 +310,7 @@ void MainWindow::showEvent(QShowEvent* event) {
 bool MainWindow::mayClose() {
     bool may = !isBusy();
     if (may)
-        common::guarded(this, [&] { may = mayDropDatabase(); });
+        guarded(this, [&] { may = mayDropDatabase(); });
     return may;
 }
 
@@ -326,16 +324,16 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     if (!m_closeAgreed && !mayClose()) {
         event->ignore();
         if (libraryChoice().restart && !isBusy() &&
-            !common::confirmed(this,
-                               "The library is to be switched as soon as this window and all "
-                               "others are closed.\nGo on waiting for that?"))
+            !confirmed(this,
+                       "The library is to be switched as soon as this window and all "
+                       "others are closed.\nGo on waiting for that?"))
             libraryChoice().takeBack();
         return;
     }
-    common::ProgramSettings().setValue("Geometry", saveGeometry());
+    ProgramSettings().setValue("Geometry", saveGeometry());
     // The window itself may live on, unseen, until all are closed.
     m_closed = true;
-    common::guarded(this, [this] {
+    guarded(this, [this] {
         dropDatabase();
         refreshPanels();
     });
@@ -355,3 +353,5 @@ void MainWindow::dropEvent(QDropEvent* event) {
     QMetaObject::invokeMethod(
         this, [this, name] { openFile(name); }, Qt::QueuedConnection);
 }
+
+}  // namespace tarvo::window

@@ -9,12 +9,15 @@
 #include <memory>
 #include <vector>
 
+class QLabel;
+
+namespace tarvo::window {
+
 class ChangelogPanel;
 class DatabasePanel;
 class Panel;
 class PointDataPanel;
 class PointIndexPanel;
-class QLabel;
 
 namespace Ui {
 class MainWindow;
@@ -25,7 +28,7 @@ class MainWindow : public QMainWindow {
 
 public:
     // Examines the command line; shows the text file, if one is given, instead of the files that
-    // are named there. The library must be loaded. Throws tarvo::qrb::Error where it gives no
+    // are named there. The library must be loaded. Throws qrb::Error where it gives no
     // context.
     explicit MainWindow(const QString& textFileName = {});
     ~MainWindow() override;
@@ -73,10 +76,8 @@ private:
     void restoreWindowGeometry();
     void evaluateCommandLine(const QString& textFileName);
 
-    void replaceDatabase(const QString& fileName,
-                         const tarvo::qrb::pointcloud::OpenSettings& settings);
-    void tryToOpen(const QString& fileName,
-                   const tarvo::qrb::pointcloud::OpenSettings& settings) const;
+    void replaceDatabase(const QString& fileName, const qrb::pointcloud::OpenSettings& settings);
+    void tryToOpen(const QString& fileName, const qrb::pointcloud::OpenSettings& settings) const;
     void openTextFile(const QString& fileName);
     void checkFile();
     bool isPending() const;
@@ -102,3 +103,5 @@ private:
     bool m_closed = false;
     bool m_closeAgreed = false;  // the user was asked already
 };
+
+}  // namespace tarvo::window

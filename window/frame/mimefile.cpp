@@ -5,6 +5,8 @@
 #include <QMimeData>
 #include <QUrl>
 
+namespace tarvo::window {
+
 QString localFileIn(const QMimeData* data) {
     if (!data)
         return {};
@@ -18,3 +20,5 @@ QString localFileIn(const QMimeData* data) {
         return {};
     return QDir::toNativeSeparators(file.absoluteFilePath());
 }
+
+}  // namespace tarvo::window

@@ -5,6 +5,10 @@
 
 class QMimeData;
 
+namespace tarvo::window {
+
 // The existing local file that the data names, by its first URL or else by its text: absolute,
 // native separators. Empty: none.
 QString localFileIn(const QMimeData* data);
+
+}  // namespace tarvo::window

@@ -5,6 +5,8 @@
 #include <QApplication>
 #include <stdexcept>
 
+namespace tarvo::window {
+
 QList<MainWindow*> openWindows() {
     QList<MainWindow*> windows;
     for (QWidget* widget : QApplication::topLevelWidgets()) {
@@ -15,7 +17,7 @@ QList<MainWindow*> openWindows() {
 }
 
 void refuseOpenDatabase(const QString& fileName, const DatabaseSession& asking) {
-    const auto identity = tarvo::files::identityOf(fileName.toStdString());
+    const auto identity = files::identityOf(fileName.toStdString());
     if (!identity)
         return;
     for (const MainWindow* window : openWindows()) {
@@ -29,3 +31,5 @@ void refuseOpenDatabase(const QString& fileName, const DatabaseSession& asking) 
                   "Close it there first, or choose another location.");
     }
 }
+
+}  // namespace tarvo::window

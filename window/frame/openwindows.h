@@ -4,6 +4,8 @@
 #include <QList>
 #include <QString>
 
+namespace tarvo::window {
+
 class MainWindow;
 struct DatabaseSession;
 
@@ -13,3 +15,5 @@ QList<MainWindow*> openWindows();
 // The place of a new database must not be that of one that a window has open, by whatever names.
 // asking: the session of the window that wants it. Throws std::runtime_error.
 void refuseOpenDatabase(const QString& fileName, const DatabaseSession& asking);
+
+}  // namespace tarvo::window

@@ -6,7 +6,7 @@
 #include <QActionGroup>
 #include <QMenu>
 
-namespace common = tarvo::common;
+namespace tarvo::window {
 
 namespace {
 
@@ -20,21 +20,20 @@ QAction* addViewAction(QMenu* menu, const char* name, const QString& text, const
 void addThemes(QMenu* menu) {
     auto* group = new QActionGroup(menu);
     const auto add = [&](const char* name, const QString& text, const QString& toolTip,
-                         common::Theme theme) {
+                         Theme theme) {
         QAction* action = addViewAction(menu, name, text, toolTip);
         action->setCheckable(true);
         action->setData(static_cast<int>(theme));
         group->addAction(action);
-        QObject::connect(action, &QAction::triggered, menu, [theme] { common::setTheme(theme); });
+        QObject::connect(action, &QAction::triggered, menu, [theme] { setTheme(theme); });
     };
-    add("actionThemeSystem", "System colours", "Use the colours of the desktop",
-        common::Theme::SYSTEM);
-    add("actionThemeLight", "Light", "Dark texts on light ground", common::Theme::LIGHT);
-    add("actionThemeDark", "Dark", "Light texts on dark ground", common::Theme::DARK);
+    add("actionThemeSystem", "System colours", "Use the colours of the desktop", Theme::SYSTEM);
+    add("actionThemeLight", "Light", "Dark texts on light ground", Theme::LIGHT);
+    add("actionThemeDark", "Dark", "Light texts on dark ground", Theme::DARK);
     // Another window may have changed the theme.
     QObject::connect(menu, &QMenu::aboutToShow, group, [group] {
         for (QAction* action : group->actions())
-            action->setChecked(action->data() == static_cast<int>(common::theme()));
+            action->setChecked(action->data() == static_cast<int>(theme()));
     });
 }
 
@@ -42,17 +41,15 @@ void addTextSizes(QMenu* menu) {
     QAction* larger = addViewAction(menu, "actionTextLarger", "Larger text",
                                     "Enlarge the font of text panes [Ctrl++]");
     larger->setShortcuts({QKeySequence("Ctrl++"), QKeySequence("Ctrl+=")});
-    QObject::connect(larger, &QAction::triggered, menu,
-                     [] { common::setTextSize(common::textSize() + 1); });
+    QObject::connect(larger, &QAction::triggered, menu, [] { setTextSize(textSize() + 1); });
     QAction* smaller = addViewAction(menu, "actionTextSmaller", "Smaller text",
                                      "Reduce the font of text panes [Ctrl+-]");
     smaller->setShortcut(QKeySequence("Ctrl+-"));
-    QObject::connect(smaller, &QAction::triggered, menu,
-                     [] { common::setTextSize(common::textSize() - 1); });
+    QObject::connect(smaller, &QAction::triggered, menu, [] { setTextSize(textSize() - 1); });
     QAction* normal = addViewAction(menu, "actionTextNormal", "Normal text size",
                                     "Give text panes the size of the desktop's font [Ctrl+0]");
     normal->setShortcut(QKeySequence("Ctrl+0"));
-    QObject::connect(normal, &QAction::triggered, menu, [] { common::resetTextSize(); });
+    QObject::connect(normal, &QAction::triggered, menu, [] { resetTextSize(); });
 }
 
 }  // namespace
@@ -66,3 +63,5 @@ QMenu* createViewMenu(QWidget* window) {
     addTextSizes(menu);
     return menu;
 }
+
+}  // namespace tarvo::window

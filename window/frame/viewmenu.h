@@ -4,5 +4,9 @@
 class QMenu;
 class QWidget;
 
+namespace tarvo::window {
+
 // Owned by window, in which its shortcuts work.
 QMenu* createViewMenu(QWidget* window);
+
+}  // namespace tarvo::window

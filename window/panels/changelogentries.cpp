@@ -1,5 +1,7 @@
 #include "window/panels/changelogentries.h"
 
+namespace tarvo::window {
+
 namespace {
 
 // An expression of the user's is given up after this many steps.
@@ -56,3 +58,5 @@ std::optional<TextRange> previousInChangelog(const QString& text, const QString&
     }
     return last;
 }
+
+}  // namespace tarvo::window

@@ -5,6 +5,8 @@
 #include <QString>
 #include <optional>
 
+namespace tarvo::window {
+
 // "[#" and a number in brackets, to the end of the line.
 const QRegularExpression& changelogEntryHeader();
 
@@ -21,3 +23,5 @@ std::optional<TextRange> nextInChangelog(const QString& text, const QString& pat
                                          qsizetype from);
 std::optional<TextRange> previousInChangelog(const QString& text, const QString& pattern,
                                              qsizetype before);
+
+}  // namespace tarvo::window

@@ -1,29 +1,29 @@
 #include "window/panels/changelogpanel.h"
 
+#include "core/changelogentries.h"
+#include "core/outputplace.h"
+#include "ui_changelogpanel.h"
 #include "window/common/appearance.h"
 #include "window/common/filefilter.h"
 #include "window/common/guard.h"
 #include "window/common/messageboxes.h"
 #include "window/common/textfiles.h"
-#include "core/outputplace.h"
-#include "core/changelogentries.h"
 #include "window/dialogs/dialogchangelogmessage.h"
 #include "window/dialogs/dialogchangelogsignature.h"
 #include "window/panels/changelogentries.h"
 #include "window/panels/changelogsyntaxhighlighter.h"
-#include "ui_changelogpanel.h"
 
 #include <QDir>
 #include <QEvent>
 #include <QFileDialog>
 #include <stdexcept>
 
-namespace common = tarvo::common;
+namespace tarvo::window {
 
 namespace {
 
 QString readTextFile(const QString& fileName) {
-    QString text = QString::fromStdString(common::readFile(fileName, "Failed to open file."));
+    QString text = QString::fromStdString(readFile(fileName, "Failed to open file."));
     return text.replace("\r\n", "\n");
 }
 
@@ -32,7 +32,7 @@ QString readTextFile(const QString& fileName) {
 ChangelogPanel::ChangelogPanel(const DatabaseSession& session, QWidget* parent)
     : Panel(session, parent), m_ui(std::make_unique<Ui::ChangelogPanel>()) {
     m_ui->setupUi(this);
-    common::useTextPaneFont(m_ui->editChangelog);
+    useTextPaneFont(m_ui->editChangelog);
     m_ui->buttonChangelogPrevious->setDefaultAction(m_ui->actionChangelogPrevious);
     m_ui->buttonChangelogNext->setDefaultAction(m_ui->actionChangelogNext);
     m_highlighter = new ChangelogSyntaxHighlighter(m_ui->editChangelog->document());
@@ -65,7 +65,7 @@ void ChangelogPanel::refresh() {
     m_textFileName.clear();
     try {
         m_ui->editChangelog->setPlainText(
-            QString::fromStdString(tarvo::core::readChangelog(database()->changelog())));
+            QString::fromStdString(core::readChangelog(database()->changelog())));
     } catch (const std::exception& error) {
         m_ui->editChangelog->setPlainText(
             QString("Failed to load changelog: %0").arg(QString::fromUtf8(error.what())));
@@ -96,8 +96,8 @@ void ChangelogPanel::on_actionChangelogExportToTextfile_triggered() {
     if (name.isEmpty())
         return;
     const bool done = guarded([&] {
-        tarvo::core::checkOutputPlace(m_session.context, name.toStdString(),
-                                      {m_session.fileName.toStdString()});
+        core::checkOutputPlace(m_session.context, name.toStdString(),
+                               {m_session.fileName.toStdString()});
         database()->changelog().exportToTextfile(name.toStdString());
     });
     if (done)
@@ -105,12 +105,12 @@ void ChangelogPanel::on_actionChangelogExportToTextfile_triggered() {
 }
 
 void ChangelogPanel::on_actionChangelogImportFromDatabase_triggered() {
-    const QString name = QFileDialog::getOpenFileName(
-        this, "Import changelog from database", QString(), common::databaseFileDialogFilter());
+    const QString name = QFileDialog::getOpenFileName(this, "Import changelog from database",
+                                                      QString(), databaseFileDialogFilter());
     if (name.isEmpty())
         return;
     const bool done = guarded([&] {
-        const common::WaitCursor waiting;
+        const WaitCursor waiting;
         database()->changelog().importFromDatabase(name.toStdString());
     });
     if (done)
@@ -133,12 +133,12 @@ void ChangelogPanel::on_actionChangelogVerifyLogEntry_triggered() {
     const QString text = m_ui->editChangelog->toPlainText();
     const qsizetype position = m_ui->editChangelog->textCursor().position();
     const std::string changelog = text.toStdString();
-    const auto entry = tarvo::core::changelogEntryAt(
+    const auto entry = core::changelogEntryAt(
         changelog, static_cast<std::size_t>(text.left(position).toUtf8().size()));
     const std::string signedText =
         entry ? changelog.substr(entry->begin, entry->end - entry->begin) : std::string();
-    if (!tarvo::core::hasSignature(signedText)) {
-        common::showInformation(this, "Please select (double click) a signature first.");
+    if (!core::hasSignature(signedText)) {
+        showInformation(this, "Please select (double click) a signature first.");
         return;
     }
     DialogChangelogSignature(QString::fromStdString(signedText), this).exec();
@@ -172,3 +172,5 @@ void ChangelogPanel::on_editChangelog_textChanged() {
     m_ui->labelChangelogEntries->setText(
         QString("Log entries: %1").arg(countChangelogEntries(m_ui->editChangelog->toPlainText())));
 }
+
+}  // namespace tarvo::window

@@ -5,6 +5,8 @@
 
 #include <memory>
 
+namespace tarvo::window {
+
 namespace Ui {
 class ChangelogPanel;
 }
@@ -20,7 +22,7 @@ public:
 
     void refresh() override;
     void clear();
-    // Shows a changelog text file. Throws tarvo::qrb::Error where it can't be read.
+    // Shows a changelog text file. Throws qrb::Error where it can't be read.
     void loadTextFile(const QString& fileName);
     // The text file that is shown; empty: none.
     const QString& textFileName() const { return m_textFileName; }
@@ -49,3 +51,5 @@ private:
     ChangelogSyntaxHighlighter* m_highlighter;  // owned by the document
     QString m_textFileName;
 };
+
+}  // namespace tarvo::window

@@ -2,6 +2,8 @@
 
 #include "window/common/theme.h"
 
+namespace tarvo::window {
+
 ChangelogSyntaxHighlighter::ChangelogSyntaxHighlighter(QTextDocument* document)
     : QSyntaxHighlighter(document) {
     Rule header{QRegularExpression(R"(\[#\d+\].*$)"), {}};
@@ -12,8 +14,8 @@ ChangelogSyntaxHighlighter::ChangelogSyntaxHighlighter(QTextDocument* document)
 }
 
 void ChangelogSyntaxHighlighter::adaptTo(const QPalette& palette) {
-    m_rules[0].format.setForeground(tarvo::common::readable(Qt::darkBlue, palette));
-    m_rules[1].format.setForeground(tarvo::common::readable(Qt::darkRed, palette));
+    m_rules[0].format.setForeground(readable(Qt::darkBlue, palette));
+    m_rules[1].format.setForeground(readable(Qt::darkRed, palette));
     rehighlight();
 }
 
@@ -27,3 +29,5 @@ void ChangelogSyntaxHighlighter::highlightBlock(const QString& text) {
         }
     }
 }
+
+}  // namespace tarvo::window

@@ -6,6 +6,8 @@
 #include <QTextCharFormat>
 #include <vector>
 
+namespace tarvo::window {
+
 class ChangelogSyntaxHighlighter : public QSyntaxHighlighter {
     Q_OBJECT
 
@@ -25,3 +27,5 @@ private:
     };
     std::vector<Rule> m_rules;
 };
+
+}  // namespace tarvo::window

@@ -1,11 +1,11 @@
 #include "window/panels/databasepanel.h"
 
+#include "qrb/loader.h"
+#include "ui_databasepanel.h"
 #include "window/common/clipboard.h"
 #include "window/common/textformat.h"
 #include "window/panels/databasesummary.h"
 #include "window/panels/filemanager.h"
-#include "qrb/loader.h"
-#include "ui_databasepanel.h"
 
 #include <QDir>
 #include <QFileDialog>
@@ -13,7 +13,7 @@
 #include <QLocale>
 #include <QMenu>
 
-namespace common = tarvo::common;
+namespace tarvo::window {
 
 DatabasePanel::DatabasePanel(const DatabaseSession& session, QWidget* parent)
     : Panel(session, parent), m_ui(std::make_unique<Ui::DatabasePanel>()) {
@@ -44,9 +44,9 @@ void DatabasePanel::clear() {
 
 void DatabasePanel::showLibrary() {
     const auto& context = m_session.context;
-    const QString version = common::shortLibraryVersion(
-        common::libraryTitle(QString::fromStdString(context.libraryName()),
-                             QString::fromStdString(context.libraryVersion())));
+    const QString version =
+        shortLibraryVersion(libraryTitle(QString::fromStdString(context.libraryName()),
+                                         QString::fromStdString(context.libraryVersion())));
     const QString fileName =
         QDir::toNativeSeparators(QString::fromStdString(context.libraryFilename()));
     m_ui->editCurrentLibrary->setText(QString("%2 (%1)").arg(version, fileName));
@@ -74,8 +74,7 @@ QString DatabasePanel::sizeText() const {
     if (m_session.fileState() != DatabaseSession::FileState::AS_OPENED)
         return "unknown";
     return QString("%1 (%2 B)")
-        .arg(common::humanReadableSize(static_cast<std::uint64_t>(bytes)),
-             QLocale().toString(bytes));
+        .arg(humanReadableSize(static_cast<std::uint64_t>(bytes)), QLocale().toString(bytes));
 }
 
 void DatabasePanel::updateActions() {
@@ -88,18 +87,17 @@ void DatabasePanel::updateActions() {
 
 void DatabasePanel::on_actionDatabaseFileCopyPath_triggered() {
     if (database())
-        common::copyToClipboard(m_session.fileName);
+        copyToClipboard(m_session.fileName);
 }
 
 void DatabasePanel::on_actionDatabaseFileCopyName_triggered() {
     if (database())
-        common::copyToClipboard(QFileInfo(m_session.fileName).fileName());
+        copyToClipboard(QFileInfo(m_session.fileName).fileName());
 }
 
 void DatabasePanel::on_actionDatabaseFileCopyFolder_triggered() {
     if (database())
-        common::copyToClipboard(
-            QDir::toNativeSeparators(QFileInfo(m_session.fileName).absolutePath()));
+        copyToClipboard(QDir::toNativeSeparators(QFileInfo(m_session.fileName).absolutePath()));
 }
 
 void DatabasePanel::on_actionDatabaseFileLocateFile_triggered() {
@@ -108,9 +106,11 @@ void DatabasePanel::on_actionDatabaseFileLocateFile_triggered() {
 }
 
 void DatabasePanel::on_actionSwitchLibrary_triggered() {
-    const QString name = QFileDialog::getOpenFileName(
-        this, "Switch QRB Library...", QString(),
-        QString("QRB Library (%1)").arg(tarvo::qrb::libraryFilePattern));
+    const QString name =
+        QFileDialog::getOpenFileName(this, "Switch QRB Library...", QString(),
+                                     QString("QRB Library (%1)").arg(qrb::libraryFilePattern));
     if (!name.isEmpty())
         emit libraryChosen(QDir::toNativeSeparators(name));
 }
+
+}  // namespace tarvo::window

@@ -5,6 +5,8 @@
 
 #include <memory>
 
+namespace tarvo::window {
+
 namespace Ui {
 class DatabasePanel;
 }
@@ -37,3 +39,5 @@ private:
 
     std::unique_ptr<Ui::DatabasePanel> m_ui;
 };
+
+}  // namespace tarvo::window

@@ -3,8 +3,10 @@
 #include "qrb/error.h"
 #include "qrb/qrb.h"
 
+namespace tarvo::window {
+
 DatabaseSession::FileState DatabaseSession::fileState() const {
-    const auto there = tarvo::files::identityOf(fileName.toStdString());
+    const auto there = files::identityOf(fileName.toStdString());
     if (there == identity)
         return FileState::AS_OPENED;
     return there ? FileState::REPLACED : FileState::GONE;
@@ -15,7 +17,9 @@ bool DatabaseSession::isOverwritten() const {
         if (database)
             (void)database->transactions().current();
         return false;
-    } catch (const tarvo::qrb::Error& error) {
+    } catch (const qrb::Error& error) {
         return error.code() == QRB_ERROR_STATE;
     }
 }
+
+}  // namespace tarvo::window

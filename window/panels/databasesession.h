@@ -9,6 +9,8 @@
 #include <memory>
 #include <optional>
 
+namespace tarvo::window {
+
 struct DatabaseSession {
     enum class FileState { AS_OPENED, REPLACED, GONE };
 
@@ -20,8 +22,10 @@ struct DatabaseSession {
     // committed.
     bool isOverwritten() const;
 
-    tarvo::qrb::Context context{"TRACE", ""};
-    std::shared_ptr<tarvo::qrb::Pointcloud> database;  // null: none is open
-    QString fileName;                                  // native separators; empty: none is open
-    std::optional<tarvo::files::Identity> identity;    // of the file that was opened
+    qrb::Context context{"TRACE", ""};
+    std::shared_ptr<qrb::Pointcloud> database;  // null: none is open
+    QString fileName;                           // native separators; empty: none is open
+    std::optional<files::Identity> identity;    // of the file that was opened
 };
+
+}  // namespace tarvo::window

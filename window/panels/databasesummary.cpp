@@ -7,7 +7,9 @@
 #include <QLocale>
 #include <cmath>
 
-namespace pointcloud = tarvo::qrb::pointcloud;
+namespace tarvo::window {
+
+namespace pointcloud = qrb::pointcloud;
 
 QString levelOfDetailText(std::uint32_t mode, std::uint32_t size, std::uint32_t dimensions) {
     if (size == 0)
@@ -28,9 +30,8 @@ QString chunkSizeText(std::uint32_t mode, std::uint32_t size,
             .arg(QLocale().toString(size));
     if (mode == 2) {
         const double resolution = primaryAttribute.resolution;
-        const QString length =
-            QLocale().toString(std::ldexp(resolution, static_cast<int>(size)), 'f',
-                               tarvo::core::decimalsOfResolution(resolution));
+        const QString length = QLocale().toString(std::ldexp(resolution, static_cast<int>(size)),
+                                                  'f', core::decimalsOfResolution(resolution));
         const QString unit = QString::fromStdString(primaryAttribute.unitSymbol);
         return QString("mode: edge length, size: %0 (%1 %2 edge length)")
             .arg(QString::number(size), length, unit.isEmpty() ? QString("units") : unit);
@@ -38,7 +39,7 @@ QString chunkSizeText(std::uint32_t mode, std::uint32_t size,
     return "unknown";
 }
 
-DatabaseSummary DatabaseSummary::of(const tarvo::qrb::Pointcloud& database) {
+DatabaseSummary DatabaseSummary::of(const qrb::Pointcloud& database) {
     DatabaseSummary summary;
     summary.uuid = QString::fromStdString(database.getUuid());
 
@@ -63,10 +64,12 @@ DatabaseSummary DatabaseSummary::of(const tarvo::qrb::Pointcloud& database) {
         return summary;
     const auto first = database.transactions().details(ids.front());
     summary.creator = QString::fromStdString(first.agent);
-    if (const auto settings = tarvo::core::creationSettings(database)) {
+    if (const auto settings = core::creationSettings(database)) {
         summary.chunkSize =
             chunkSizeText(settings->chunkMode, settings->chunkSize, settings->primaryAttribute);
         summary.compressionLevel = QString("%1 %").arg(settings->compressionLevel);
     }
     return summary;
 }
+
+}  // namespace tarvo::window

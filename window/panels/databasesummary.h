@@ -5,6 +5,8 @@
 
 #include <QString>
 
+namespace tarvo::window {
+
 struct DatabaseSummary {
     QString uuid;
     QString pointsTotal;
@@ -14,8 +16,8 @@ struct DatabaseSummary {
     QString primaryAttribute;  // and the coordinate reference system, where one is known
     QString levelOfDetail;
 
-    // Throws tarvo::qrb::Error.
-    static DatabaseSummary of(const tarvo::qrb::Pointcloud& database);
+    // Throws qrb::Error.
+    static DatabaseSummary of(const qrb::Pointcloud& database);
 };
 
 // The level-of-detail line: mode 1 thinout (size in per cent), mode 2 combine (size is a level
@@ -25,4 +27,6 @@ QString levelOfDetailText(std::uint32_t mode, std::uint32_t size, std::uint32_t 
 // The chunk size line: mode 1 point count, mode 2 edge length (size is a level, the length
 // 2^level times the primary attribute's resolution).
 QString chunkSizeText(std::uint32_t mode, std::uint32_t size,
-                      const tarvo::qrb::pointcloud::PointAttribute& primaryAttribute);
+                      const qrb::pointcloud::PointAttribute& primaryAttribute);
+
+}  // namespace tarvo::window

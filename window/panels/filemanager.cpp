@@ -12,6 +12,8 @@
 #include <QDBusPendingCallWatcher>
 #endif
 
+namespace tarvo::window {
+
 namespace {
 
 [[maybe_unused]] void openFolderOf(const QString& fileName) {
@@ -45,3 +47,5 @@ void showInFileManager(const QString& fileName) {
     openFolderOf(fileName);
 #endif
 }
+
+}  // namespace tarvo::window

@@ -7,6 +7,8 @@
 
 #include <QLineEdit>
 
+namespace tarvo::window {
+
 namespace {
 
 QString dataOf(QObject* sender) {
@@ -86,7 +88,7 @@ void FilterInsertMenu::addCommands() {
 }
 
 void FilterInsertMenu::setAttributes(
-    const std::vector<tarvo::qrb::pointcloud::PointAttribute>& attributes) {
+    const std::vector<qrb::pointcloud::PointAttribute>& attributes) {
     m_definitions = attributes;
     m_rangeQuery->setEnabled(!attributes.empty());
     QStringList names;
@@ -129,9 +131,9 @@ void FilterInsertMenu::onPointDataFilterInsertRangeQuery() {
 }
 
 void FilterInsertMenu::onPointDataFilterClearHistory() {
-    if (!tarvo::common::confirmed(parentWidget(), "Delete all recently used filter strings?"))
+    if (!confirmed(parentWidget(), "Delete all recently used filter strings?"))
         return;
-    tarvo::common::FilterHistory::clear();
+    FilterHistory::clear();
     emit historyCleared();
 }
 
@@ -161,3 +163,5 @@ void insertPropertyIntoFilter(QLineEdit* target, const QString& property) {
     target->insert(property + ' ');
     target->setFocus();
 }
+
+}  // namespace tarvo::window

@@ -8,6 +8,8 @@
 
 class QLineEdit;
 
+namespace tarvo::window {
+
 class FilterInsertMenu : public QMenu {
     Q_OBJECT
 
@@ -16,7 +18,7 @@ public:
     FilterInsertMenu(QLineEdit* target, QWidget* parent);
 
     // Offers the attributes and their elements, in alphabetical order.
-    void setAttributes(const std::vector<tarvo::qrb::pointcloud::PointAttribute>& attributes);
+    void setAttributes(const std::vector<qrb::pointcloud::PointAttribute>& attributes);
 
 signals:
     void historyCleared();
@@ -40,10 +42,12 @@ private:
     QLineEdit* m_target;
     QMenu* m_attributes;
     QAction* m_rangeQuery = nullptr;
-    std::vector<tarvo::qrb::pointcloud::PointAttribute> m_definitions;
+    std::vector<qrb::pointcloud::PointAttribute> m_definitions;
 };
 
 // Puts a text and a blank at the cursor, in place of the selection, after a blank where none is.
 void insertIntoFilter(QLineEdit* target, const QString& text);
 // The same for a property, which is glued to what stands before the cursor.
 void insertPropertyIntoFilter(QLineEdit* target, const QString& property);
+
+}  // namespace tarvo::window

@@ -9,6 +9,8 @@
 #include <QTreeWidget>
 #include <algorithm>
 
+namespace tarvo::window {
+
 FindBar::FindBar(QTreeWidget* tree, QWidget* parent)
     : QWidget(parent), m_tree(tree), m_text(new QLineEdit(this)), m_count(new QLabel(this)) {
     setObjectName("findBar");
@@ -142,3 +144,5 @@ bool FindBar::eventFilter(QObject* watched, QEvent* event) {
     }
     return QWidget::eventFilter(watched, event);
 }
+
+}  // namespace tarvo::window

@@ -11,6 +11,8 @@ class QLineEdit;
 class QToolButton;
 class QTreeWidget;
 
+namespace tarvo::window {
+
 class FindBar : public QWidget {
     Q_OBJECT
 
@@ -51,3 +53,5 @@ private:
     QLabel* m_count;
     std::vector<Hit> m_hits;  // in the order of the rows
 };
+
+}  // namespace tarvo::window

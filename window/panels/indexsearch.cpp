@@ -2,7 +2,9 @@
 
 #include <QRegularExpression>
 
-using tarvo::qrb::pointcloud::IndexNode;
+namespace tarvo::window {
+
+using qrb::pointcloud::IndexNode;
 
 bool isIndexCommand(const QString& text) {
     for (const char* command :
@@ -26,3 +28,5 @@ std::set<std::uint32_t> leavesOf(const IndexNode& root) {
         leaves.merge(leavesOf(child));
     return leaves;
 }
+
+}  // namespace tarvo::window

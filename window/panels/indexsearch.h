@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <set>
 
+namespace tarvo::window {
+
 // Whether the text is one of the commands that find a node, letter case aside: "find largest leaf"
 // and so on. The library answers them wherever it takes a filter.
 bool isIndexCommand(const QString& text);
@@ -15,4 +17,6 @@ bool isIndexCommand(const QString& text);
 bool isNodeList(const QString& text);
 
 // The nodes without children: of an index narrowed by a filter those that match it.
-std::set<std::uint32_t> leavesOf(const tarvo::qrb::pointcloud::IndexNode& root);
+std::set<std::uint32_t> leavesOf(const qrb::pointcloud::IndexNode& root);
+
+}  // namespace tarvo::window

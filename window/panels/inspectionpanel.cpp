@@ -1,9 +1,9 @@
 #include "window/panels/inspectionpanel.h"
 
+#include "ui_inspectionpanel.h"
 #include "window/common/appearance.h"
 #include "window/common/guard.h"
 #include "window/common/messageboxes.h"
-#include "ui_inspectionpanel.h"
 
 #include <QComboBox>
 #include <QDesktopServices>
@@ -11,7 +11,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 
-namespace common = tarvo::common;
+namespace tarvo::window {
 
 namespace {
 
@@ -41,7 +41,7 @@ InspectionPanel::InspectionPanel(const DatabaseSession& session, QWidget* parent
     font.setKerning(false);
     font.setStyleHint(QFont::TypeWriter, QFont::PreferBitmap);
     m_ui->textInspectionResult->setFont(font);
-    common::useTextPaneFont(m_ui->textInspectionResult);
+    useTextPaneFont(m_ui->textInspectionResult);
 }
 
 InspectionPanel::~InspectionPanel() = default;
@@ -71,7 +71,7 @@ void InspectionPanel::on_actionInspectionUpdate_triggered() {
     if (!database())
         return;
     guarded([&] {
-        const common::WaitCursor waiting;
+        const WaitCursor waiting;
         const auto format = static_cast<std::uint8_t>(m_format->currentData().toUInt());
         const QString report = QString::fromStdString(database()->inspect(format));
         if (isHtml(format))
@@ -89,10 +89,12 @@ void InspectionPanel::on_textInspectionResult_anchorClicked(const QUrl& link) {
         return;
     }
     if (link.scheme() != "http" && link.scheme() != "https") {
-        common::showWarning(
+        showWarning(
             this, "The report refers to something that is not opened:\n" + link.toDisplayString());
         return;
     }
-    if (common::confirmed(this, "Open this page in the web browser?\n" + link.toDisplayString()))
+    if (confirmed(this, "Open this page in the web browser?\n" + link.toDisplayString()))
         QDesktopServices::openUrl(link);
 }
+
+}  // namespace tarvo::window

@@ -8,6 +8,8 @@
 class QComboBox;
 class QUrl;
 
+namespace tarvo::window {
+
 namespace Ui {
 class InspectionPanel;
 }
@@ -32,3 +34,5 @@ private:
     std::unique_ptr<Ui::InspectionPanel> m_ui;
     QComboBox* m_format = nullptr;
 };
+
+}  // namespace tarvo::window

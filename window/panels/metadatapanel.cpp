@@ -1,23 +1,22 @@
 #include "window/panels/metadatapanel.h"
 
+#include "core/json.h"
+#include "core/metadatafile.h"
+#include "ui_metadatapanel.h"
 #include "window/common/guard.h"
 #include "window/common/messageboxes.h"
-#include "window/widgets/numerictreewidgetitem.h"
 #include "window/common/progress.h"
 #include "window/common/textfiles.h"
 #include "window/common/textformat.h"
 #include "window/common/theme.h"
-#include "core/json.h"
-#include "core/metadatafile.h"
 #include "window/dialogs/dialogmetadata.h"
 #include "window/dialogs/dialogmetadatasignature.h"
-#include "ui_metadatapanel.h"
+#include "window/widgets/numerictreewidgetitem.h"
 
 #include <QFileDialog>
 #include <algorithm>
 
-namespace common = tarvo::common;
-namespace core = tarvo::core;
+namespace tarvo::window {
 
 namespace {
 
@@ -120,10 +119,10 @@ void MetaDataPanel::addRow(const std::string& name) {
     row->setIcon(ITEM_NAME, QIcon(locked ? ":/resources/gui/object-locked.png"
                                          : ":/resources/gui/object-unlocked.png"));
     if (locked)
-        row->setForeground(ITEM_NAME, common::readable(QColor(Qt::darkBlue), palette()));
+        row->setForeground(ITEM_NAME, readable(QColor(Qt::darkBlue), palette()));
     row->setText(ITEM_FORMAT, json ? "JSON" : "text");
     row->setTextAlignment(ITEM_FORMAT, Qt::AlignCenter);
-    row->setText(ITEM_SIZE, common::humanReadableSize(bytes));
+    row->setText(ITEM_SIZE, humanReadableSize(bytes));
     row->setTextAlignment(ITEM_SIZE, Qt::AlignRight | Qt::AlignVCenter);
     row->setSortValue(ITEM_SIZE, static_cast<double>(bytes));
 
@@ -155,9 +154,9 @@ void MetaDataPanel::on_actionMetaDataAdd_triggered() {
     if (!database())
         return;
     if (!database()->transactions().pending())
-        common::showWarning(this,
-                            "No transaction is pending.\n"
-                            "Begin a transaction before adding a meta data item.");
+        showWarning(this,
+                    "No transaction is pending.\n"
+                    "Begin a transaction before adding a meta data item.");
     else
         editItem({}, true);
 }
@@ -194,13 +193,13 @@ void MetaDataPanel::editItem(QString name, bool isNew) {
 void MetaDataPanel::on_actionMetaDataRemove_triggered() {
     const auto names = selectedItems();
     if (names.empty()) {
-        common::showWarning(this, "Nothing selected!");
+        showWarning(this, "Nothing selected!");
         return;
     }
     const QString question =
         names.size() == 1 ? QString("Remove entry \"%0\"?").arg(QString::fromStdString(names[0]))
                           : QString("Remove %0 entries?").arg(names.size());
-    if (!common::confirmed(this, question))
+    if (!confirmed(this, question))
         return;
     guarded([&] {
         for (const std::string& name : names)
@@ -233,18 +232,18 @@ void MetaDataPanel::on_actionMetaDataExport_triggered() {
     if (fileName.isEmpty())
         return;
     const bool done = guarded([&] {
-        const common::WaitCursor waiting;
+        const WaitCursor waiting;
         std::vector<core::MetaDataItem> items;
         for (const std::string& name : names)
             items.push_back({name, database()->metaData().get(name)});
         const std::string text = core::writeMetaDataFile(items);
-        const auto file = common::openOutput(fileName, "Failed to open export file.",
-                                             {m_session.fileName.toStdString()});
+        const auto file =
+            openOutput(fileName, "Failed to open export file.", {m_session.fileName.toStdString()});
         file->write(text);
         file->publish();
     });
     if (done)
-        common::showInformation(this, "Export successfully finished.");
+        showInformation(this, "Export successfully finished.");
 }
 
 void MetaDataPanel::on_actionMetaDataImport_triggered() {
@@ -260,8 +259,8 @@ void MetaDataPanel::importItems(const QString& fileName) {
     core::MetaDataImport import(database()->metaData());
     core::MetaDataFile file;
     const bool done = guarded([&] {
-        file = core::readMetaDataFile(common::readFile(fileName, "Failed to open import file."));
-        common::Progress progress(this, "Importing metadata items...");
+        file = core::readMetaDataFile(readFile(fileName, "Failed to open import file."));
+        Progress progress(this, "Importing metadata items...");
         std::vector<std::size_t> last;
         try {
             for (std::size_t i = 0; i < file.items.size(); ++i) {
@@ -271,7 +270,7 @@ void MetaDataPanel::importItems(const QString& fileName) {
                 else
                     import.set(file.items[i]);
             }
-        } catch (const common::Cancelled&) {
+        } catch (const Cancelled&) {
             import.takeBack();
             throw;
         }
@@ -283,5 +282,7 @@ void MetaDataPanel::importItems(const QString& fileName) {
     if (!done)
         return;
     const ImportReport report = reportOf(import, file.skipped);
-    common::showInformation(this, report.text, report.details);
+    showInformation(this, report.text, report.details);
 }
+
+}  // namespace tarvo::window

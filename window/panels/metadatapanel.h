@@ -9,6 +9,8 @@
 
 class QTreeWidgetItem;
 
+namespace tarvo::window {
+
 namespace Ui {
 class MetaDataPanel;
 }
@@ -42,3 +44,5 @@ private:
 
     std::unique_ptr<Ui::MetaDataPanel> m_ui;
 };
+
+}  // namespace tarvo::window

@@ -2,6 +2,10 @@
 
 #include "window/common/guard.h"
 
+namespace tarvo::window {
+
 bool Panel::guarded(const std::function<void()>& action) {
-    return tarvo::common::guarded(this, action);
+    return window::guarded(this, action);
 }
+
+}  // namespace tarvo::window

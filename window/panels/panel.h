@@ -11,6 +11,8 @@
 #include <QWidget>
 #include <functional>
 
+namespace tarvo::window {
+
 class Panel : public QWidget {
     Q_OBJECT
 
@@ -18,7 +20,7 @@ public:
     Panel(const DatabaseSession& session, QWidget* parent) : QWidget(parent), m_session(session) {}
 
     // Shows the session's database anew; clears the panel while none is open. Throws
-    // tarvo::qrb::Error.
+    // qrb::Error.
     virtual void refresh() = 0;
 
 signals:
@@ -27,9 +29,11 @@ signals:
 
 protected:
     // Null: none is open.
-    tarvo::qrb::Pointcloud* database() const { return m_session.database.get(); }
+    qrb::Pointcloud* database() const { return m_session.database.get(); }
     // Runs the action and shows what it throws; returns whether it threw nothing.
     bool guarded(const std::function<void()>& action);
 
     const DatabaseSession& m_session;
 };
+
+}  // namespace tarvo::window

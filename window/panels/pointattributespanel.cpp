@@ -1,20 +1,20 @@
 #include "window/panels/pointattributespanel.h"
 
+#include "ui_pointattributespanel.h"
 #include "window/common/guard.h"
 #include "window/common/messageboxes.h"
-#include "window/widgets/numerictreewidgetitem.h"
 #include "window/common/programsettings.h"
 #include "window/common/textformat.h"
 #include "window/dialogs/attribute/attributechecks.h"
 #include "window/dialogs/attribute/dialogpointattribute.h"
-#include "ui_pointattributespanel.h"
+#include "window/widgets/numerictreewidgetitem.h"
 
 #include <QHeaderView>
 #include <algorithm>
 #include <tuple>
 #include <vector>
 
-namespace common = tarvo::common;
+namespace tarvo::window {
 
 namespace {
 
@@ -31,15 +31,15 @@ enum AttributeColumn {
     ATTRIBUTE_COLUMNS
 };
 
-using tarvo::qrb::pointcloud::PointAttribute;
+using qrb::pointcloud::PointAttribute;
 
 constexpr int longestTags = 30;
 constexpr int longestDescription = 150;
 
 void setShortened(QTreeWidgetItem* row, int column, const std::string& text, int longest) {
     const QString whole = QString::fromStdString(text);
-    row->setText(column, common::shortened(whole, longest).simplified());
-    row->setToolTip(column, common::plainToolTip(whole));
+    row->setText(column, shortened(whole, longest).simplified());
+    row->setToolTip(column, plainToolTip(whole));
 }
 
 void fillAttributeRow(QTreeWidgetItem* row, const PointAttribute& attribute, bool primary,
@@ -52,7 +52,7 @@ void fillAttributeRow(QTreeWidgetItem* row, const PointAttribute& attribute, boo
         name += '*';
     row->setText(ATTRIBUTE_NAME, name);
     row->setText(ATTRIBUTE_TITLE, QString::fromStdString(attribute.title));
-    row->setText(ATTRIBUTE_DATA_TYPE, tarvo::qrb::pointcloud::dataTypeName(attribute.dataType()));
+    row->setText(ATTRIBUTE_DATA_TYPE, qrb::pointcloud::dataTypeName(attribute.dataType()));
     row->setText(ATTRIBUTE_STORAGE, PointAttribute::storageClassName(attribute.storageClass));
     row->setText(ATTRIBUTE_COMPRESSION,
                  PointAttribute::compressionOptionsName(attribute.compressionOptions));
@@ -140,7 +140,7 @@ QTreeWidgetItem* PointAttributesPanel::groupRow(const QString& name) {
 }
 
 void PointAttributesPanel::readGroupStates() {
-    const auto entries = common::ProgramSettings().value("AttributeGroups").toStringList();
+    const auto entries = ProgramSettings().value("AttributeGroups").toStringList();
     for (const QString& entry : entries) {
         const qsizetype separator = entry.lastIndexOf('=');
         bool ok = false;
@@ -160,7 +160,7 @@ void PointAttributesPanel::keepGroupState(const QTreeWidgetItem* item, bool expa
     QStringList entries;
     for (auto it = m_groupExpanded.cbegin(); it != m_groupExpanded.cend(); ++it)
         entries += QString("%0=%1").arg(it.key()).arg(it.value() ? 1 : 0);
-    common::ProgramSettings().setValue("AttributeGroups", entries);
+    ProgramSettings().setValue("AttributeGroups", entries);
 }
 
 void PointAttributesPanel::on_treePointAttributes_itemExpanded(QTreeWidgetItem* item) {
@@ -222,9 +222,9 @@ void PointAttributesPanel::on_actionPointAttributeEdit_triggered() {
 void PointAttributesPanel::addAttribute() {
     // Nobody is to fill in the form only to hear that it can't be stored.
     if (!database()->transactions().pending()) {
-        common::showWarning(this,
-                            "No transaction is pending.\n"
-                            "Begin a transaction before adding a point attribute.");
+        showWarning(this,
+                    "No transaction is pending.\n"
+                    "Begin a transaction before adding a point attribute.");
         return;
     }
     QStringList takenNames;
@@ -248,7 +248,7 @@ void PointAttributesPanel::editAttribute(const std::string& name) {
         attribute,
         key ? DialogPointAttribute::Purpose::EDIT_KEY : DialogPointAttribute::Purpose::EDIT, {},
         this, began)) {
-        if (tarvo::dialogs::sameAttribute(attribute, stored) || write(attribute, false))
+        if (sameAttribute(attribute, stored) || write(attribute, false))
             return;
         began = &stored;
     }
@@ -256,7 +256,7 @@ void PointAttributesPanel::editAttribute(const std::string& name) {
 
 bool PointAttributesPanel::write(const PointAttribute& attribute, bool isNew) {
     const bool written = guarded([&] {
-        const common::WaitCursor waiting;
+        const WaitCursor waiting;
         if (isNew)
             database()->pointAttributes().add(attribute);
         else
@@ -272,19 +272,21 @@ bool PointAttributesPanel::write(const PointAttribute& attribute, bool isNew) {
 void PointAttributesPanel::on_actionPointAttributeRemove_triggered() {
     const auto names = selectedAttributes();
     if (names.empty()) {
-        common::showWarning(this, "Nothing selected!");
+        showWarning(this, "Nothing selected!");
         return;
     }
     const QString question =
         names.size() == 1
             ? QString("Remove attribute \"%0\"?").arg(QString::fromStdString(names[0]))
             : QString("Remove %0 attributes?").arg(names.size());
-    if (!common::confirmed(this, question))
+    if (!confirmed(this, question))
         return;
     guarded([&] {
-        const common::WaitCursor waiting;
+        const WaitCursor waiting;
         for (const std::string& name : names)
             database()->pointAttributes().remove(name);
     });
     emit databaseChanged();
 }
+
+}  // namespace tarvo::window

@@ -1,8 +1,8 @@
 // The "Point Attributes" tab: the attribute definitions of the database in their groups.
 #pragma once
 
-#include "window/panels/panel.h"
 #include "qrb/pointattribute.h"
+#include "window/panels/panel.h"
 
 #include <QMap>
 #include <memory>
@@ -10,6 +10,8 @@
 #include <vector>
 
 class QTreeWidgetItem;
+
+namespace tarvo::window {
 
 namespace Ui {
 class PointAttributesPanel;
@@ -42,10 +44,12 @@ private:
     void editAttribute(const std::string& name);
     // Writes the record, tells the others and shows it; false where the library refused it and the
     // user was told so.
-    bool write(const tarvo::qrb::pointcloud::PointAttribute& attribute, bool isNew);
+    bool write(const qrb::pointcloud::PointAttribute& attribute, bool isNew);
     void readGroupStates();
     void keepGroupState(const QTreeWidgetItem* item, bool expanded);
 
     std::unique_ptr<Ui::PointAttributesPanel> m_ui;
     QMap<QString, bool> m_groupExpanded;  // by group name; without an entry: expanded
 };
+
+}  // namespace tarvo::window

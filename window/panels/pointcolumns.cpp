@@ -10,6 +10,8 @@
 #include <QTreeWidget>
 #include <algorithm>
 
+namespace tarvo::window {
+
 namespace {
 
 const char* const attributesKey = "Attributes";
@@ -21,8 +23,7 @@ struct KeptEntry {
 
 QList<KeptEntry> keptEntries() {
     QList<KeptEntry> entries;
-    for (const QString& entry :
-         tarvo::common::ProgramSettings().value(attributesKey).toStringList()) {
+    for (const QString& entry : ProgramSettings().value(attributesKey).toStringList()) {
         const qsizetype separator = entry.lastIndexOf('=');
         if (separator > 0)
             entries.append({entry.left(separator), entry.mid(separator + 1) != "hidden"});
@@ -36,7 +37,7 @@ QString baseName(const QString& element) {
 
 }  // namespace
 
-void PointColumns::fill(const std::vector<tarvo::qrb::pointcloud::PointAttribute>& attributes) {
+void PointColumns::fill(const std::vector<qrb::pointcloud::PointAttribute>& attributes) {
     const QScopedValueRollback busy(m_busy, true);
     QMap<QString, std::uint32_t> lengths;
     for (const auto& attribute : attributes)
@@ -74,7 +75,7 @@ void PointColumns::save() const {
         if (!present.contains(entry.name))
             entries += entry.name + '=' + (entry.shown ? "visible" : "hidden");
     }
-    tarvo::common::ProgramSettings().setValue(attributesKey, entries);
+    ProgramSettings().setValue(attributesKey, entries);
 }
 
 QStringList PointColumns::names() const {
@@ -154,3 +155,5 @@ void PointColumns::sortByName() {
     order.sort();
     sort(order);
 }
+
+}  // namespace tarvo::window

@@ -9,13 +9,15 @@
 class QListWidget;
 class QTreeWidget;
 
+namespace tarvo::window {
+
 class PointColumns {
 public:
     explicit PointColumns(QListWidget* chooser) : m_chooser(chooser) {}
 
     // Fills the chooser with the attributes, in the kept order; those not known yet come last and
     // are shown.
-    void fill(const std::vector<tarvo::qrb::pointcloud::PointAttribute>& attributes);
+    void fill(const std::vector<qrb::pointcloud::PointAttribute>& attributes);
     void save() const;
 
     // The names of the checked attributes, in order.
@@ -40,3 +42,5 @@ private:
     QListWidget* m_chooser;
     bool m_busy = false;
 };
+
+}  // namespace tarvo::window

@@ -1,18 +1,18 @@
 #include "window/panels/pointdatapanel.h"
 
+#include "core/nodelist.h"
+#include "ui_pointdatapanel.h"
 #include "window/common/clipboard.h"
 #include "window/common/filterhistory.h"
 #include "window/common/guard.h"
 #include "window/common/messageboxes.h"
-#include "window/widgets/numerictreewidgetitem.h"
 #include "window/common/progress.h"
 #include "window/common/textfiles.h"
 #include "window/common/textformat.h"
-#include "core/nodelist.h"
 #include "window/panels/filterinsertmenu.h"
 #include "window/panels/findbar.h"
 #include "window/panels/pointexport.h"
-#include "ui_pointdatapanel.h"
+#include "window/widgets/numerictreewidgetitem.h"
 
 #include <QAbstractItemModel>
 #include <QBoxLayout>
@@ -25,7 +25,7 @@
 #include <algorithm>
 #include <set>
 
-namespace common = tarvo::common;
+namespace tarvo::window {
 
 namespace {
 
@@ -74,7 +74,7 @@ void PointDataPanel::setUpFilter() {
     filter->setCompleter(nullptr);
     filter->lineEdit()->setPlaceholderText(filter->placeholderText());
     filter->lineEdit()->setClearButtonEnabled(true);
-    common::FilterHistory::show(filter);
+    FilterHistory::show(filter);
     for (QLineEdit* edit : {filter->lineEdit(), m_ui->editPointDataNodes}) {
         connect(edit, &QLineEdit::returnPressed, m_ui->actionQuerySelectNext, &QAction::trigger);
         connect(edit, &QLineEdit::textChanged, this, &PointDataPanel::onPointDataSelectionEdited);
@@ -148,7 +148,7 @@ void PointDataPanel::refreshAttributes() {
 }
 
 void PointDataPanel::refreshHistory() {
-    common::FilterHistory::show(m_ui->PointDataFilter);
+    FilterHistory::show(m_ui->PointDataFilter);
 }
 
 void PointDataPanel::updateActions() {
@@ -175,12 +175,12 @@ QString PointDataPanel::nodesText() const {
     return m_ui->editPointDataNodes->text();
 }
 
-tarvo::core::PointSelection PointDataPanel::selection() const {
-    tarvo::core::PointSelection result;
+core::PointSelection PointDataPanel::selection() const {
+    core::PointSelection result;
     result.filter = filterText().trimmed().toStdString();
     const QString nodes = nodesText().trimmed();
     if (!nodes.isEmpty())
-        result.nodes = tarvo::core::parseNodeList(nodes.toStdString());
+        result.nodes = core::parseNodeList(nodes.toStdString());
     return result;
 }
 
@@ -198,12 +198,12 @@ void PointDataPanel::on_actionQuerySelectNext_triggered() {
 void PointDataPanel::startQuery() {
     const auto wanted = selection();
     if (!wanted.filter.empty()) {
-        common::FilterHistory::add(filterText());
+        FilterHistory::add(filterText());
         refreshHistory();
         emit historyChanged();
     }
 
-    const common::WaitCursor waiting;
+    const WaitCursor waiting;
     auto reader = std::make_unique<PointReader>(*database(), wanted);
     m_runningFilter = filterText();
     m_runningNodes = m_ui->editPointDataNodes->text();
@@ -218,7 +218,7 @@ void PointDataPanel::startQuery() {
 void PointDataPanel::appendPage() {
     std::uint32_t count = 0;
     {
-        const common::WaitCursor waiting;
+        const WaitCursor waiting;
         QElapsedTimer timer;
         timer.start();
         count = m_reader->next();
@@ -239,7 +239,7 @@ void PointDataPanel::appendPage() {
     if (count == 0) {
         m_ui->actionQuerySelectCancel->setEnabled(true);
         m_ui->actionQuerySelectCancel->trigger();
-        common::showInformation(this, "No data received.");
+        showInformation(this, "No data received.");
     }
 }
 
@@ -254,8 +254,7 @@ void PointDataPanel::appendRow(std::uint32_t row) {
         item->setText(column + 1, text);
         item->setTextAlignment(column + 1, Qt::AlignRight | Qt::AlignVCenter);
         item->setData(column + 1, Qt::UserRole, cell);
-        item->setToolTip(column + 1,
-                         common::plainToolTip(cell + "\ndouble click to copy to clipboard"));
+        item->setToolTip(column + 1, plainToolTip(cell + "\ndouble click to copy to clipboard"));
     }
 }
 
@@ -275,7 +274,7 @@ void PointDataPanel::on_actionQuerySelectCount_triggered() {
         return;
     quint64 total = 0;
     const bool done = guarded([&] {
-        common::Progress progress(this, "Counting points...");
+        Progress progress(this, "Counting points...");
         auto query = selection().query(*database());
         while (const std::uint32_t count = query.next(countBatch)) {
             total += count;
@@ -283,7 +282,7 @@ void PointDataPanel::on_actionQuerySelectCount_triggered() {
         }
     });
     if (done)
-        common::showInformation(this, countText(total));
+        showInformation(this, countText(total));
 }
 
 void PointDataPanel::on_actionQuerySelectFind_triggered() {
@@ -306,9 +305,9 @@ void PointDataPanel::on_actionQuerySelectExport_triggered() {
     QString result = "Export successfully finished.";
     const bool done = guarded([&] {
         const auto wanted = selection();
-        const auto file = common::openOutput(name, "Failed to open export file.",
-                                             {m_session.fileName.toStdString()});
-        common::Progress progress(this, "Exporting points...");
+        const auto file =
+            openOutput(name, "Failed to open export file.", {m_session.fileName.toStdString()});
+        Progress progress(this, "Exporting points...");
         const std::uint64_t points =
             exportPoints(*database(), wanted, m_columns.shownAttributes(),
                          separators[std::max<qsizetype>(filters.indexOf(chosen), 0)], *file,
@@ -321,7 +320,7 @@ void PointDataPanel::on_actionQuerySelectExport_triggered() {
             file->publish();
     });
     if (done)
-        common::showInformation(this, result);
+        showInformation(this, result);
 }
 
 void PointDataPanel::showNode(std::uint32_t node) {
@@ -333,7 +332,7 @@ void PointDataPanel::showNode(std::uint32_t node) {
 
 void PointDataPanel::on_treePointData_itemDoubleClicked(QTreeWidgetItem* item, int column) {
     const QVariant cell = item->data(column, Qt::UserRole);
-    common::copyToClipboard(cell.isValid() ? cell.toString() : item->text(column));
+    copyToClipboard(cell.isValid() ? cell.toString() : item->text(column));
 }
 
 void PointDataPanel::on_listPointAttributes_itemChanged(QListWidgetItem*) {
@@ -406,3 +405,5 @@ void PointDataPanel::onUpdatePointDataColumnsLater() {
     m_columns.apply(m_ui->treePointData);
     m_findBar->refresh();
 }
+
+}  // namespace tarvo::window

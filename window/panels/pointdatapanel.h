@@ -8,10 +8,13 @@
 #include <QStringList>
 #include <memory>
 
-class FilterInsertMenu;
-class FindBar;
 class QListWidgetItem;
 class QTreeWidgetItem;
+
+namespace tarvo::window {
+
+class FilterInsertMenu;
+class FindBar;
 
 namespace Ui {
 class PointDataPanel;
@@ -74,7 +77,7 @@ private:
     void updateActions();
     void columnsChanged();
 
-    tarvo::core::PointSelection selection() const;
+    core::PointSelection selection() const;
     void startQuery();
     void appendPage();
     void appendRow(std::uint32_t row);
@@ -83,11 +86,13 @@ private:
     FilterInsertMenu* m_insertMenu = nullptr;
     FindBar* m_findBar = nullptr;
     PointColumns m_columns;
-    std::vector<tarvo::qrb::pointcloud::PointAttribute> m_attributes;
-    std::weak_ptr<tarvo::qrb::Pointcloud> m_shownDatabase;
+    std::vector<qrb::pointcloud::PointAttribute> m_attributes;
+    std::weak_ptr<qrb::Pointcloud> m_shownDatabase;
 
     std::unique_ptr<PointReader> m_reader;  // null: no query is running
     QString m_runningFilter;
     QString m_runningNodes;
     std::uint32_t m_rowCounter = 0;  // points shown so far
 };
+
+}  // namespace tarvo::window

@@ -1,12 +1,12 @@
 #include "window/panels/pointexport.h"
 
-namespace core = tarvo::core;
+namespace tarvo::window {
 
 namespace {
 
 constexpr std::uint32_t exportBatch = 1000;
 
-void writeLine(tarvo::files::WholeFile& file, std::string& line) {
+void writeLine(files::WholeFile& file, std::string& line) {
     line += '\n';
     file.write(line);
     line.clear();
@@ -14,9 +14,8 @@ void writeLine(tarvo::files::WholeFile& file, std::string& line) {
 
 }  // namespace
 
-std::uint64_t exportPoints(const tarvo::qrb::Pointcloud& database,
-                           const core::PointSelection& selection, const QStringList& attributes,
-                           char separator, tarvo::files::WholeFile& file,
+std::uint64_t exportPoints(const qrb::Pointcloud& database, const core::PointSelection& selection,
+                           const QStringList& attributes, char separator, files::WholeFile& file,
                            const std::function<void(int)>& progress) {
     std::vector<core::PointColumn> columns;
     for (const QString& name : attributes)
@@ -39,3 +38,5 @@ std::uint64_t exportPoints(const tarvo::qrb::Pointcloud& database,
     }
     return points;
 }
+
+}  // namespace tarvo::window

@@ -1,17 +1,17 @@
 #include "window/panels/pointindexpanel.h"
 
+#include "core/nodelist.h"
+#include "core/valueformat.h"
+#include "qrb/error.h"
+#include "ui_pointindexpanel.h"
 #include "window/common/clipboard.h"
 #include "window/common/filterhistory.h"
 #include "window/common/guard.h"
-#include "window/widgets/numerictreewidgetitem.h"
 #include "window/common/progress.h"
 #include "window/common/textformat.h"
-#include "core/nodelist.h"
-#include "core/valueformat.h"
 #include "window/dialogs/dialogindexstatistics.h"
 #include "window/panels/indexsearch.h"
-#include "qrb/error.h"
-#include "ui_pointindexpanel.h"
+#include "window/widgets/numerictreewidgetitem.h"
 
 #include <QComboBox>
 #include <QHeaderView>
@@ -22,8 +22,9 @@
 #include <limits>
 #include <vector>
 
-namespace common = tarvo::common;
-namespace pointcloud = tarvo::qrb::pointcloud;
+namespace tarvo::window {
+
+namespace pointcloud = qrb::pointcloud;
 
 namespace {
 
@@ -71,7 +72,7 @@ std::vector<std::uint64_t> extremes(const pointcloud::QueryStat& stat, std::uint
             stat.maximum(node, attribute.name, type, values.data(), cleaned);
         else
             stat.minimum(node, attribute.name, type, values.data(), cleaned);
-    } catch (const tarvo::qrb::Error& error) {
+    } catch (const qrb::Error& error) {
         if (error.code() != QRB_ERROR_NOT_FOUND)
             throw;
         values.clear();
@@ -134,7 +135,7 @@ void PointIndexPanel::showEvent(QShowEvent* event) {
 }
 
 void PointIndexPanel::refreshHistory() {
-    common::FilterHistory::show(m_ui->PointIndexFilter);
+    FilterHistory::show(m_ui->PointIndexFilter);
 }
 
 void PointIndexPanel::updateActions() {
@@ -149,7 +150,7 @@ void PointIndexPanel::on_actionPointIndexFilterNodes_triggered() {
     guarded([this] {
         const QString filter = m_ui->PointIndexFilter->currentText().trimmed();
         if (!filter.isEmpty()) {
-            common::FilterHistory::add(filter);
+            FilterHistory::add(filter);
             refreshHistory();
             emit historyChanged();
         }
@@ -159,8 +160,8 @@ void PointIndexPanel::on_actionPointIndexFilterNodes_triggered() {
 }
 
 void PointIndexPanel::buildTree(const QString& filter) {
-    const common::WaitCursor waiting;
-    common::Progress progress(this, "Reading the point index...");
+    const WaitCursor waiting;
+    Progress progress(this, "Reading the point index...");
     pointcloud::IndexNode root;
     database()->stat().index(root);
     progress.update(30);
@@ -206,7 +207,7 @@ PointIndexPanel::Wanted PointIndexPanel::wantedNodes(const QString& filter,
     if (filter.isEmpty())
         return {};
     if (isNodeList(filter)) {
-        const auto ids = tarvo::core::parseNodeList(filter.toStdString());
+        const auto ids = core::parseNodeList(filter.toStdString());
         return {false, {ids.begin(), ids.end()}};
     }
     pointcloud::IndexNode narrowed;
@@ -218,8 +219,7 @@ PointIndexPanel::Wanted PointIndexPanel::wantedNodes(const QString& filter,
 }
 
 bool PointIndexPanel::addNode(const pointcloud::IndexNode& node, const Wanted& wanted, int level,
-                              QTreeWidgetItem* parent, Summary& summary,
-                              common::Progress& progress) {
+                              QTreeWidgetItem* parent, Summary& summary, Progress& progress) {
     if (node.id == 0)
         return false;
     if (summary.items() > maximumItems) {
@@ -260,7 +260,7 @@ void PointIndexPanel::showDetails() {
     const auto* current = m_ui->treePointIndexNodes->currentItem();
     if (!database() || !current || !current->isSelected())
         return;
-    const common::WaitCursor waiting;
+    const WaitCursor waiting;
     const std::uint32_t node = current->data(NODE_ID, Qt::UserRole).toUInt();
     const auto& attributes = database()->pointAttributes();
     for (const std::string& name : attributes.list())
@@ -271,11 +271,11 @@ void PointIndexPanel::showDetails() {
 
 void PointIndexPanel::addDetails(std::uint32_t node, const pointcloud::PointAttribute& attribute) {
     const auto stat = database()->stat();
-    const tarvo::core::ValueFormat format(attribute);
+    const core::ValueFormat format(attribute);
     const auto minimum = extremes(stat, node, attribute, format.type(), m_cleaned, false);
     const auto maximum = extremes(stat, node, attribute, format.type(), m_cleaned, true);
     const std::uint32_t revision = stat.revision(node, attribute.name);
-    const auto names = tarvo::core::elementNames(attribute.name, attribute.length);
+    const auto names = core::elementNames(attribute.name, attribute.length);
     for (std::size_t i = 0; i < names.size(); ++i) {
         auto* row = new QTreeWidgetItem(
             m_ui->treePointIndexDetails,
@@ -306,7 +306,7 @@ void PointIndexPanel::on_actionPointIndexStats_triggered() {
     guarded([this] {
         pointcloud::IndexNode root;
         {
-            const common::WaitCursor waiting;
+            const WaitCursor waiting;
             database()->stat().index(root);
         }
         DialogIndexStatistics(root, this).exec();
@@ -341,7 +341,7 @@ void PointIndexPanel::on_treePointIndexNodes_itemCollapsed(QTreeWidgetItem*) {
 
 void PointIndexPanel::on_treePointIndexDetails_itemDoubleClicked(QTreeWidgetItem* item,
                                                                  int column) {
-    common::copyToClipboard(item->text(column));
+    copyToClipboard(item->text(column));
 }
 
 void PointIndexPanel::on_treePointIndexDetails_itemExpanded(QTreeWidgetItem*) {
@@ -360,3 +360,5 @@ void PointIndexPanel::onTreePointIndexDetailsSectionClicked(int section) {
         1, m_cleaned ? "Value (cleaned)" : "Value (full)");
     guarded([this] { showDetails(); });
 }
+
+}  // namespace tarvo::window

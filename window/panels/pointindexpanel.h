@@ -8,9 +8,9 @@
 
 class QTreeWidgetItem;
 
-namespace tarvo::common {
+namespace tarvo::window {
+
 class Progress;
-}
 
 namespace Ui {
 class PointIndexPanel;
@@ -69,18 +69,20 @@ private:
 
     void updateActions();
     void buildTree(const QString& filter);
-    Wanted wantedNodes(const QString& filter, const tarvo::qrb::pointcloud::IndexNode& root) const;
+    Wanted wantedNodes(const QString& filter, const qrb::pointcloud::IndexNode& root) const;
     // Adds the node with what is wanted below; tells whether anything of it was.
-    bool addNode(const tarvo::qrb::pointcloud::IndexNode& node, const Wanted& wanted, int level,
-                 QTreeWidgetItem* parent, Summary& summary, tarvo::common::Progress& progress);
+    bool addNode(const qrb::pointcloud::IndexNode& node, const Wanted& wanted, int level,
+                 QTreeWidgetItem* parent, Summary& summary, Progress& progress);
     void showDetails();
-    void addDetails(std::uint32_t node, const tarvo::qrb::pointcloud::PointAttribute& attribute);
+    void addDetails(std::uint32_t node, const qrb::pointcloud::PointAttribute& attribute);
     void resizeNodeColumns();
     void resizeDetailColumns();
 
     std::unique_ptr<Ui::PointIndexPanel> m_ui;
-    std::weak_ptr<tarvo::qrb::Pointcloud> m_shownDatabase;
+    std::weak_ptr<qrb::Pointcloud> m_shownDatabase;
     QString m_appliedFilter;  // what the tree shows
     bool m_stale = false;     // the tree was not filled since the last refresh
     bool m_cleaned = false;   // details without invalid values
 };
+
+}  // namespace tarvo::window

@@ -1,10 +1,10 @@
 #include "window/panels/pointreader.h"
 
+namespace tarvo::window {
+
 namespace {
 
-namespace core = tarvo::core;
-
-std::vector<core::PointColumn> shownColumns(const tarvo::qrb::Pointcloud& database) {
+std::vector<core::PointColumn> shownColumns(const qrb::Pointcloud& database) {
     std::vector<core::PointColumn> columns;
     for (const std::string& name : database.pointAttributes().list())
         for (core::PointColumn& column :
@@ -15,8 +15,7 @@ std::vector<core::PointColumn> shownColumns(const tarvo::qrb::Pointcloud& databa
 
 }  // namespace
 
-PointReader::PointReader(const tarvo::qrb::Pointcloud& database,
-                         const core::PointSelection& selection)
+PointReader::PointReader(const qrb::Pointcloud& database, const core::PointSelection& selection)
     : m_pages(database, selection, shownColumns(database), pageSize) {
     for (const core::PointColumn& column : m_pages.columns())
         m_columns += QString::fromStdString(column.name);
@@ -35,3 +34,5 @@ QStringList shownElements(const QString& name, std::uint32_t length) {
         names += QString::fromStdString(element);
     return names;
 }
+
+}  // namespace tarvo::window

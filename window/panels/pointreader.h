@@ -7,15 +7,16 @@
 #include <QStringList>
 #include <cstdint>
 
+namespace tarvo::window {
+
 class PointReader {
 public:
     static constexpr std::uint32_t pageSize = 100;
     // Of longer attributes only the first elements are shown.
     static constexpr std::uint32_t maximumElements = 10;
 
-    // Reads every shown element of every attribute. Throws tarvo::qrb::Error, as next() does.
-    PointReader(const tarvo::qrb::Pointcloud& database,
-                const tarvo::core::PointSelection& selection);
+    // Reads every shown element of every attribute. Throws qrb::Error, as next() does.
+    PointReader(const qrb::Pointcloud& database, const core::PointSelection& selection);
 
     // The element names, in the order of the database's attributes.
     const QStringList& columns() const { return m_columns; }
@@ -27,9 +28,11 @@ public:
     std::uint32_t progress() const { return m_pages.progress(); }
 
 private:
-    tarvo::core::PointPages m_pages;
+    core::PointPages m_pages;
     QStringList m_columns;
 };
 
 // The names of the elements that are shown of an attribute.
 QStringList shownElements(const QString& name, std::uint32_t length);
+
+}  // namespace tarvo::window

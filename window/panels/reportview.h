@@ -4,6 +4,8 @@
 
 #include <QTextBrowser>
 
+namespace tarvo::window {
+
 class ReportView : public QTextBrowser {
     Q_OBJECT
 
@@ -13,3 +15,5 @@ public:
 protected:
     QVariant loadResource(int, const QUrl&) override { return {}; }
 };
+
+}  // namespace tarvo::window

@@ -1,20 +1,20 @@
 #include "window/panels/transactionspanel.h"
 
+#include "ui_transactionspanel.h"
 #include "window/common/guard.h"
 #include "window/common/messageboxes.h"
-#include "window/widgets/numerictreewidgetitem.h"
 #include "window/common/progress.h"
 #include "window/common/textformat.h"
 #include "window/dialogs/dialoglevelofdetail.h"
 #include "window/dialogs/dialogtransaction.h"
 #include "window/dialogs/dialogtransactioncommit.h"
-#include "ui_transactionspanel.h"
+#include "window/widgets/numerictreewidgetitem.h"
 
 #include <QDateTime>
 #include <QMenu>
 #include <QToolButton>
 
-namespace common = tarvo::common;
+namespace tarvo::window {
 
 namespace {
 
@@ -114,7 +114,7 @@ void TransactionsPanel::addRow(std::uint32_t id, std::uint32_t current) {
     row->setData(TRANSACTION_ID, Qt::UserRole, id);
     row->setText(TRANSACTION_TITLE, shown(details.title));
     row->setText(TRANSACTION_AGENT, shown(details.agent));
-    row->setText(TRANSACTION_QRB, common::shortLibraryVersion(QString::fromStdString(details.qrb)));
+    row->setText(TRANSACTION_QRB, shortLibraryVersion(QString::fromStdString(details.qrb)));
     row->setText(TRANSACTION_START, shown(details.start));
     row->setText(TRANSACTION_STOP, shown(details.stop));
 
@@ -154,7 +154,7 @@ void TransactionsPanel::on_treeTransactions_itemDoubleClicked(QTreeWidgetItem* i
 
 void TransactionsPanel::change(const std::function<void()>& action) {
     const bool done = guarded([&] {
-        const common::WaitCursor waiting;
+        const WaitCursor waiting;
         action();
     });
     if (done)
@@ -166,7 +166,7 @@ std::vector<std::uint32_t> TransactionsPanel::selectedIds() {
     for (const QTreeWidgetItem* item : m_ui->treeTransactions->selectedItems())
         ids.push_back(item->data(TRANSACTION_ID, Qt::UserRole).toUInt());
     if (ids.empty())
-        common::showInformation(this, "No transaction selected.");
+        showInformation(this, "No transaction selected.");
     return ids;
 }
 
@@ -181,8 +181,8 @@ bool TransactionsPanel::canChangeFile() {
 void TransactionsPanel::on_actionTransactionBegin_triggered() {
     if (!canChangeFile())
         return;
-    tarvo::qrb::pointcloud::Transaction record;
-    record.title = record.agent = common::transactionAgentText().toStdString();
+    qrb::pointcloud::Transaction record;
+    record.title = record.agent = transactionAgentText().toStdString();
     if (DialogTransaction::edit(m_session.context, record, this, false, true))
         change([&] {
             database()->transactions().begin(record.title, record.agent, record.comments,
@@ -197,7 +197,7 @@ void TransactionsPanel::on_actionTransactionCommit_triggered() {
     if (dialog.exec() != QDialog::Accepted)
         return;
     const bool done = guarded([&] {
-        common::Progress progress(this, "Committing the transaction...");
+        Progress progress(this, "Committing the transaction...");
         database()->transactions().commit({dialog.method(), dialog.key()},
                                           [&](int percent) { progress.update(percent); });
     });
@@ -206,7 +206,7 @@ void TransactionsPanel::on_actionTransactionCommit_triggered() {
 }
 
 void TransactionsPanel::on_actionTransactionRollback_triggered() {
-    if (common::lossConfirmed(this, "Rollback current transaction?\nAll changes will be lost."))
+    if (lossConfirmed(this, "Rollback current transaction?\nAll changes will be lost."))
         change([this] { database()->transactions().rollback(); });
 }
 
@@ -215,7 +215,7 @@ void TransactionsPanel::on_actionTransactionRestore_triggered() {
     if (!item || !canChangeFile())
         return;
     const auto id = item->data(TRANSACTION_ID, Qt::UserRole).toUInt();
-    if (common::confirmed(
+    if (confirmed(
             this,
             QString("Restore transaction \"%0\" (%1)?").arg(item->text(TRANSACTION_TITLE)).arg(id)))
         change([&] { database()->transactions().restore(id); });
@@ -227,11 +227,11 @@ void TransactionsPanel::on_actionTransactionDiscard_triggered() {
         if (ids.empty() || !canChangeFile())
             return;
         const std::uint32_t current = database()->transactions().current();
-        if (common::lossConfirmed(this, QString("Delete %0?\n\n"
-                                                "Please note, that the first transaction (1) and \n"
-                                                "the current transaction (%1) can not be deleted.")
-                                            .arg(nameOf(ids))
-                                            .arg(current)))
+        if (lossConfirmed(this, QString("Delete %0?\n\n"
+                                        "Please note, that the first transaction (1) and \n"
+                                        "the current transaction (%1) can not be deleted.")
+                                    .arg(nameOf(ids))
+                                    .arg(current)))
             change([&] { database()->transactions().discard(ids); });
     });
 }
@@ -242,12 +242,12 @@ void TransactionsPanel::on_actionTransactionSize_triggered() {
         if (ids.empty())
             return;
         const std::uint64_t bytes = [&] {
-            const common::WaitCursor waiting;
+            const WaitCursor waiting;
             return database()->transactions().size(ids);
         }();
-        common::showInformation(this, QString("Size of %0:\n\n%1 (%2 B)")
-                                          .arg(nameOf(ids), common::humanReadableSize(bytes))
-                                          .arg(bytes));
+        showInformation(this, QString("Size of %0:\n\n%1 (%2 B)")
+                                  .arg(nameOf(ids), humanReadableSize(bytes))
+                                  .arg(bytes));
     });
 }
 
@@ -260,12 +260,14 @@ void TransactionsPanel::on_actionManagementLevelOfDetail_triggered() {
 
 void TransactionsPanel::on_actionManagementFinalize_triggered() {
     if (canChangeFile() &&
-        common::lossConfirmed(this, "Delete all transactions except the first and current/last?"))
+        lossConfirmed(this, "Delete all transactions except the first and current/last?"))
         change([this] { database()->management().finalize(); });
 }
 
 void TransactionsPanel::on_actionManagementVacuum_triggered() {
     if (canChangeFile() &&
-        common::confirmed(this, "Reorganize database file to release unused disk space?"))
+        confirmed(this, "Reorganize database file to release unused disk space?"))
         change([this] { database()->management().vacuum(); });
 }
+
+}  // namespace tarvo::window

@@ -10,6 +10,8 @@
 
 class QTreeWidgetItem;
 
+namespace tarvo::window {
+
 namespace Ui {
 class TransactionsPanel;
 }
@@ -54,3 +56,5 @@ private:
     std::unique_ptr<Ui::TransactionsPanel> m_ui;
     bool m_pending = false;
 };
+
+}  // namespace tarvo::window

@@ -7,6 +7,8 @@
 #include <QPushButton>
 #include <QSignalBlocker>
 
+namespace tarvo::window {
+
 CheckList::CheckList(QWidget* parent)
     : QWidget(parent),
       m_search(new QLineEdit(this)),
@@ -77,3 +79,5 @@ void CheckList::showMatches(const QString& text) {
 void CheckList::updateCount() {
     m_count->setText(QString("%0 of %1").arg(checked().size()).arg(m_list->count()));
 }
+
+}  // namespace tarvo::window

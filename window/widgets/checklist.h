@@ -8,6 +8,8 @@ class QLabel;
 class QLineEdit;
 class QListWidget;
 
+namespace tarvo::window {
+
 class CheckList : public QWidget {
     Q_OBJECT
 
@@ -28,3 +30,5 @@ private:
     QListWidget* m_list = nullptr;
     QLabel* m_count = nullptr;
 };
+
+}  // namespace tarvo::window

@@ -11,7 +11,7 @@
 #include <numeric>
 #include <string>
 
-namespace tarvo::common {
+namespace tarvo::window {
 
 namespace {
 
@@ -225,4 +225,4 @@ std::vector<LineAndColumn> linesAndColumns(const QString& text,
     return result;
 }
 
-}  // namespace tarvo::common
+}  // namespace tarvo::window

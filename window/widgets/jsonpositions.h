@@ -7,7 +7,7 @@
 #include <optional>
 #include <vector>
 
-namespace tarvo::common {
+namespace tarvo::window {
 
 struct TextSpan {
     qsizetype begin = 0;
@@ -35,4 +35,4 @@ LineAndColumn lineAndColumn(const QString& text, qsizetype position);
 std::vector<LineAndColumn> linesAndColumns(const QString& text,
                                            const std::vector<qsizetype>& positions);
 
-}  // namespace tarvo::common
+}  // namespace tarvo::window

@@ -2,6 +2,8 @@
 
 #include "window/common/theme.h"
 
+namespace tarvo::window {
+
 namespace {
 
 // Beyond it lines stay plain: each change of a line colours it anew.
@@ -41,7 +43,6 @@ JsonSyntaxHighlighter::JsonSyntaxHighlighter(QTextDocument* document)
     : QSyntaxHighlighter(document) {}
 
 void JsonSyntaxHighlighter::adaptTo(const QPalette& palette) {
-    using tarvo::common::readable;
     m_name.setForeground(readable(QColor("#0b5394"), palette));
     m_string.setForeground(readable(QColor("#2e7d32"), palette));
     m_number.setForeground(readable(QColor("#9c4a00"), palette));
@@ -90,3 +91,5 @@ void JsonSyntaxHighlighter::highlightBlock(const QString& text) {
         }
     }
 }
+
+}  // namespace tarvo::window

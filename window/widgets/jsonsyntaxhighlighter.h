@@ -4,6 +4,8 @@
 #include <QSyntaxHighlighter>
 #include <QTextCharFormat>
 
+namespace tarvo::window {
+
 class JsonSyntaxHighlighter : public QSyntaxHighlighter {
     Q_OBJECT
 
@@ -22,3 +24,5 @@ private:
     bool m_active = true;
     QTextCharFormat m_name, m_string, m_number, m_literal, m_error;
 };
+
+}  // namespace tarvo::window

@@ -1,15 +1,15 @@
 #include "window/widgets/jsontextedit.h"
 
 #include "window/common/appearance.h"
-#include "window/widgets/jsonsyntaxhighlighter.h"
 #include "window/common/theme.h"
+#include "window/widgets/jsonsyntaxhighlighter.h"
 
 #include <QMimeData>
 #include <QPainter>
 #include <QTextBlock>
 #include <algorithm>
 
-namespace common = tarvo::common;
+namespace tarvo::window {
 
 namespace {
 
@@ -52,7 +52,7 @@ JsonTextEdit::JsonTextEdit(QWidget* parent)
       m_highlighter(new JsonSyntaxHighlighter(document())) {
     setLineWrapMode(QPlainTextEdit::NoWrap);
     setTabChangesFocus(true);
-    common::useTextPaneFont(this);
+    useTextPaneFont(this);
     m_highlighter->adaptTo(palette());
     connect(this, &QPlainTextEdit::blockCountChanged, this, &JsonTextEdit::layOutLineNumbers);
     connect(this, &QPlainTextEdit::updateRequest, this, [this](const QRect& area, int scrolled) {
@@ -92,12 +92,12 @@ void JsonTextEdit::setColoured(bool coloured) {
     m_highlighter->setActive(coloured);
 }
 
-void JsonTextEdit::setMarks(const std::vector<common::TextSpan>& marks) {
+void JsonTextEdit::setMarks(const std::vector<TextSpan>& marks) {
     m_marks = marks;
     updateSelections();
 }
 
-QTextCursor JsonTextEdit::cursorOf(const common::TextSpan& place) const {
+QTextCursor JsonTextEdit::cursorOf(const TextSpan& place) const {
     const qsizetype last = document()->characterCount() - 1;
     QTextCursor cursor(document());
     cursor.setPosition(static_cast<int>(std::min(place.begin, last)));
@@ -106,7 +106,7 @@ QTextCursor JsonTextEdit::cursorOf(const common::TextSpan& place) const {
     return cursor;
 }
 
-void JsonTextEdit::goTo(const common::TextSpan& place) {
+void JsonTextEdit::goTo(const TextSpan& place) {
     setTextCursor(cursorOf(place));
     centerCursor();
 }
@@ -228,16 +228,18 @@ void JsonTextEdit::updateSelections() {
     for (std::size_t i = 0; i < std::min(m_marks.size(), mostMarks); ++i) {
         QTextCharFormat& mark = add(m_marks[i].begin, m_marks[i].end);
         mark.setUnderlineStyle(QTextCharFormat::WaveUnderline);
-        mark.setUnderlineColor(common::readable(QColor("#c62828"), palette()));
+        mark.setUnderlineColor(readable(QColor("#c62828"), palette()));
     }
     for (const int position : {textCursor().position(), textCursor().position() - 1}) {
         const int partner = position < 0 ? -1 : partnerOf(position);
         if (partner < 0)
             continue;
-        const QColor ground(common::isDark(palette()) ? "#3f5f8f" : "#c8d8f0");
+        const QColor ground(isDark(palette()) ? "#3f5f8f" : "#c8d8f0");
         for (const int bracket : {position, partner})
             add(bracket, bracket + 1).setBackground(ground);
         break;
     }
     setExtraSelections(selections);
 }
+
+}  // namespace tarvo::window

@@ -7,6 +7,8 @@
 #include <QPlainTextEdit>
 #include <vector>
 
+namespace tarvo::window {
+
 class JsonSyntaxHighlighter;
 
 class JsonTextEdit : public QPlainTextEdit {
@@ -27,9 +29,9 @@ public:
     // Whether the text is coloured as JSON.
     void setColoured(bool coloured);
     // Underlines the places, as far as their first lines go, until the next call.
-    void setMarks(const std::vector<tarvo::common::TextSpan>& marks);
+    void setMarks(const std::vector<TextSpan>& marks);
     // Selects the place, as far as its first line goes, and shows it in the middle.
-    void goTo(const tarvo::common::TextSpan& place);
+    void goTo(const TextSpan& place);
 
 signals:
     // Nothing was pasted.
@@ -45,7 +47,7 @@ private:
     class LineNumbers;
 
     // The place as far as its first line goes.
-    QTextCursor cursorOf(const tarvo::common::TextSpan& place) const;
+    QTextCursor cursorOf(const TextSpan& place) const;
     int lineNumbersWidth() const;
     void paintLineNumbers(QPaintEvent* event);
     void layOutLineNumbers();
@@ -55,5 +57,7 @@ private:
 
     LineNumbers* m_lineNumbers = nullptr;
     JsonSyntaxHighlighter* m_highlighter = nullptr;
-    std::vector<tarvo::common::TextSpan> m_marks;
+    std::vector<TextSpan> m_marks;
 };
+
+}  // namespace tarvo::window

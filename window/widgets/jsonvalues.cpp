@@ -4,7 +4,7 @@
 
 #include <stdexcept>
 
-namespace tarvo::common {
+namespace tarvo::window {
 
 namespace {
 
@@ -69,4 +69,4 @@ LodMethod parseLodMethod(const std::string& text) {
     return result;
 }
 
-}  // namespace tarvo::common
+}  // namespace tarvo::window

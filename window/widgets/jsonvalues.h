@@ -6,7 +6,7 @@
 
 #include <string>
 
-namespace tarvo::common {
+namespace tarvo::window {
 
 // "boolean", "string", "number", "array"; "unknown type" for everything else.
 std::string jsonTypeName(const rapidjson::Value& value);
@@ -28,4 +28,4 @@ struct LodMethod {
 // for the method "default". Throws std::runtime_error for other texts.
 LodMethod parseLodMethod(const std::string& text);
 
-}  // namespace tarvo::common
+}  // namespace tarvo::window

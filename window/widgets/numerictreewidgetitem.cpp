@@ -3,6 +3,8 @@
 #include <QTreeWidget>
 #include <optional>
 
+namespace tarvo::window {
+
 namespace {
 
 constexpr int sortValueRole = Qt::UserRole + 1000;
@@ -37,3 +39,5 @@ bool NumericTreeWidgetItem::operator<(const QTreeWidgetItem& other) const {
         return left.has_value();
     return QString::compare(text(column), other.text(column), Qt::CaseInsensitive) < 0;
 }
+
+}  // namespace tarvo::window

@@ -3,6 +3,8 @@
 
 #include <QTreeWidgetItem>
 
+namespace tarvo::window {
+
 class NumericTreeWidgetItem : public QTreeWidgetItem {
 public:
     using QTreeWidgetItem::QTreeWidgetItem;
@@ -12,3 +14,5 @@ public:
 
     bool operator<(const QTreeWidgetItem& other) const override;
 };
+
+}  // namespace tarvo::window

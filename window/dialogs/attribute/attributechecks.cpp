@@ -9,7 +9,7 @@
 #include <cmath>
 #include <tuple>
 
-namespace tarvo::dialogs {
+namespace tarvo::window {
 
 namespace {
 
@@ -320,4 +320,4 @@ QString conversionText(const PointAttribute& stored, const PointAttribute& attri
     return text;
 }
 
-}  // namespace tarvo::dialogs
+}  // namespace tarvo::window

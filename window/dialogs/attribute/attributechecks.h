@@ -9,7 +9,7 @@
 #include <QStringList>
 #include <vector>
 
-namespace tarvo::dialogs {
+namespace tarvo::window {
 
 // Fields that stand in one row of the editor share their findings.
 enum class AttributeField {
@@ -62,4 +62,4 @@ bool sameAttribute(const qrb::pointcloud::PointAttribute& a,
 QString conversionText(const qrb::pointcloud::PointAttribute& stored,
                        const qrb::pointcloud::PointAttribute& attribute);
 
-}  // namespace tarvo::dialogs
+}  // namespace tarvo::window

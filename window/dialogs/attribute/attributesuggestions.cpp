@@ -7,7 +7,7 @@
 #include <QTreeWidget>
 #include <algorithm>
 
-namespace tarvo::dialogs {
+namespace tarvo::window {
 
 namespace {
 
@@ -99,8 +99,7 @@ int filterSuggestions(QTreeWidget* tree, const QString& text) {
 const catalogue::AttributeEntry* suggestionOf(const QTreeWidgetItem* row) {
     if (!row || row->isDisabled() || row->isHidden())
         return nullptr;
-    return catalogue::findAttribute(
-        row->data(SUGGESTION_NAME, entryRole).toString().toStdString());
+    return catalogue::findAttribute(row->data(SUGGESTION_NAME, entryRole).toString().toStdString());
 }
 
 QStringList suggestedUnits() {
@@ -134,4 +133,4 @@ QStringList TagCompleter::splitPath(const QString& path) const {
     return {path.section(',', -1).trimmed()};
 }
 
-}  // namespace tarvo::dialogs
+}  // namespace tarvo::window

@@ -10,7 +10,7 @@
 class QTreeWidget;
 class QTreeWidgetItem;
 
-namespace tarvo::dialogs {
+namespace tarvo::window {
 
 // One row per default attribute: name, title, group, unit, data type. Those of takenNames can't be
 // selected and say why. Needs the library.
@@ -36,4 +36,4 @@ public:
     QStringList splitPath(const QString& path) const override;
 };
 
-}  // namespace tarvo::dialogs
+}  // namespace tarvo::window

@@ -1,12 +1,12 @@
 #include "window/dialogs/attribute/dialognamedvalues.h"
 
+#include "ui_dialognamedvalues.h"
 #include "window/common/guard.h"
 #include "window/common/messageboxes.h"
 #include "window/common/textfiles.h"
 #include "window/common/textformat.h"
 #include "window/common/theme.h"
 #include "window/dialogs/checklabel.h"
-#include "ui_dialognamedvalues.h"
 
 #include <QFileDialog>
 #include <QMenu>
@@ -16,8 +16,7 @@
 #include <functional>
 #include <set>
 
-namespace common = tarvo::common;
-namespace dialogs = tarvo::dialogs;
+namespace tarvo::window {
 
 namespace {
 
@@ -28,19 +27,18 @@ const char* const csvFilter = "CSV files (*.csv);;All files (*.*)";
 }  // namespace
 
 bool DialogNamedValues::edit(std::string& namedValues,
-                             const tarvo::qrb::pointcloud::PointAttribute* attribute,
-                             QWidget* parent) {
+                             const qrb::pointcloud::PointAttribute* attribute, QWidget* parent) {
     DialogNamedValues dialog(attribute, parent);
-    dialog.m_values = dialogs::readNamedValues(namedValues);
+    dialog.m_values = readNamedValues(namedValues);
     dialog.showValues(0);
     if (dialog.exec() != QDialog::Accepted)
         return false;
     if (dialog.m_changed)
-        namedValues = dialogs::writeNamedValues(dialog.m_values);
+        namedValues = writeNamedValues(dialog.m_values);
     return true;
 }
 
-DialogNamedValues::DialogNamedValues(const tarvo::qrb::pointcloud::PointAttribute* attribute,
+DialogNamedValues::DialogNamedValues(const qrb::pointcloud::PointAttribute* attribute,
                                      QWidget* parent)
     : QDialog(parent),
       m_ui(std::make_unique<Ui::DialogNamedValues>()),
@@ -77,7 +75,7 @@ void DialogNamedValues::showValues(int current) {
         const QSignalBlocker filling(m_ui->tableNamedValues);
         m_ui->tableNamedValues->setRowCount(static_cast<int>(m_values.size()));
         for (int row = 0; row < m_ui->tableNamedValues->rowCount(); ++row) {
-            const dialogs::NamedValue& each = m_values[static_cast<std::size_t>(row)];
+            const NamedValue& each = m_values[static_cast<std::size_t>(row)];
             for (int column = 0; column < NAMED_COLUMNS; ++column) {
                 auto* cell = new QTableWidgetItem(column == NAMED_VALUE ? each.value : each.name);
                 if (!each.understood)
@@ -96,19 +94,19 @@ void DialogNamedValues::showValues(int current) {
 
 void DialogNamedValues::updateChecks() {
     const QSignalBlocker painting(m_ui->tableNamedValues);
-    const auto findings = dialogs::checkNamedValues(m_values, m_attribute);
-    const QColor marked = common::readable(QColor(0xb0, 0x00, 0x20), palette());
+    const auto findings = checkNamedValues(m_values, m_attribute);
+    const QColor marked = readable(QColor(0xb0, 0x00, 0x20), palette());
     for (int row = 0; row < m_ui->tableNamedValues->rowCount(); ++row) {
         QStringList texts;
         bool error = false;
-        for (const dialogs::NamedValueFinding& finding : findings)
+        for (const NamedValueFinding& finding : findings)
             if (finding.row == static_cast<std::size_t>(row)) {
                 texts += finding.text;
                 error = error || finding.error;
             }
         for (int column = 0; column < NAMED_COLUMNS; ++column) {
             QTableWidgetItem* cell = m_ui->tableNamedValues->item(row, column);
-            cell->setToolTip(common::plainToolTip(texts.join('\n')));
+            cell->setToolTip(plainToolTip(texts.join('\n')));
             cell->setData(Qt::ForegroundRole, error ? QVariant(QBrush(marked)) : QVariant());
             QFont font = m_ui->tableNamedValues->font();
             font.setItalic(!texts.isEmpty());
@@ -122,13 +120,12 @@ void DialogNamedValues::updateChecks() {
     const bool wrong = first != findings.end();
     QString text;
     if (!findings.empty()) {
-        const dialogs::NamedValueFinding& shown = wrong ? *first : findings.front();
+        const NamedValueFinding& shown = wrong ? *first : findings.front();
         text = QString("Row %0: %1").arg(shown.row + 1).arg(shown.text);
         if (findings.size() > 1)
             text += QString(" (And %0 more.)").arg(findings.size() - 1);
     }
-    dialogs::showCheck(m_ui->labelCheck, text,
-                       wrong ? dialogs::CheckKind::ERROR : dialogs::CheckKind::NOTE);
+    showCheck(m_ui->labelCheck, text, wrong ? CheckKind::ERROR : CheckKind::NOTE);
     m_ui->buttonBox->button(QDialogButtonBox::Ok)->setEnabled(!wrong);
     on_tableNamedValues_itemSelectionChanged();
 }
@@ -148,7 +145,7 @@ void DialogNamedValues::on_tableNamedValues_currentCellChanged(int, int, int, in
 }
 
 void DialogNamedValues::on_tableNamedValues_itemChanged(QTableWidgetItem* item) {
-    dialogs::NamedValue& value = m_values[static_cast<std::size_t>(item->row())];
+    NamedValue& value = m_values[static_cast<std::size_t>(item->row())];
     QString text = item->text().trimmed();
     if (item->column() == NAMED_VALUE && text.startsWith('+'))
         text.remove(0, 1);  // the library reads no plus sign
@@ -168,7 +165,7 @@ void DialogNamedValues::on_tableNamedValues_itemChanged(QTableWidgetItem* item) 
 // A row below the current one, whose value is to be typed.
 void DialogNamedValues::on_actionAdd_triggered() {
     const int row = m_values.empty() ? 0 : m_ui->tableNamedValues->currentRow() + 1;
-    m_values.insert(m_values.begin() + row, dialogs::NamedValue());
+    m_values.insert(m_values.begin() + row, NamedValue());
     m_changed = true;
     showValues(row);
     m_ui->tableNamedValues->setFocus();
@@ -207,7 +204,7 @@ void DialogNamedValues::on_actionMoveDown_triggered() {
 }
 
 void DialogNamedValues::on_actionSort_triggered() {
-    dialogs::sortNamedValues(m_values);
+    sortNamedValues(m_values);
     m_changed = true;
     showValues(0);
 }
@@ -216,16 +213,15 @@ void DialogNamedValues::on_actionImport_triggered() {
     const QString name = QFileDialog::getOpenFileName(this, "Import Named Values", {}, csvFilter);
     if (name.isEmpty())
         return;
-    std::vector<dialogs::NamedValue> imported;
-    const bool read = common::guarded(this, [&] {
-        imported = dialogs::namedValuesFromCsv(QByteArray::fromStdString(common::readFile(name)));
-    });
+    std::vector<NamedValue> imported;
+    const bool read = guarded(
+        this, [&] { imported = namedValuesFromCsv(QByteArray::fromStdString(readFile(name))); });
     if (!read)
         return;
     if (!m_values.empty() &&
-        !common::confirmed(this, QString("Replace the %0 named values by the %1 of the file?")
-                                     .arg(m_values.size())
-                                     .arg(imported.size())))
+        !confirmed(this, QString("Replace the %0 named values by the %1 of the file?")
+                             .arg(m_values.size())
+                             .arg(imported.size())))
         return;
     m_values = std::move(imported);
     m_changed = true;
@@ -233,18 +229,18 @@ void DialogNamedValues::on_actionImport_triggered() {
 }
 
 void DialogNamedValues::on_actionExport_triggered() {
-    const auto lost =
-        std::count_if(m_values.begin(), m_values.end(),
-                      [](const dialogs::NamedValue& each) { return !each.understood; });
+    const auto lost = std::count_if(m_values.begin(), m_values.end(),
+                                    [](const NamedValue& each) { return !each.understood; });
     if (lost > 0 &&
-        !common::confirmed(this, QString("Lines that are no \"VALUE=NAME\" can't be exported: %0. "
-                                         "Export the others?")
-                                     .arg(lost)))
+        !confirmed(this, QString("Lines that are no \"VALUE=NAME\" can't be exported: %0. "
+                                 "Export the others?")
+                             .arg(lost)))
         return;
     const QString name =
         QFileDialog::getSaveFileName(this, "Export Named Values", "named-values.csv", csvFilter);
     if (name.isEmpty())
         return;
-    common::guarded(
-        this, [&] { common::writeFile(name, dialogs::namedValuesToCsv(m_values).toStdString()); });
+    guarded(this, [&] { writeFile(name, namedValuesToCsv(m_values).toStdString()); });
 }
+
+}  // namespace tarvo::window

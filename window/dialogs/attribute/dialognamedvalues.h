@@ -11,6 +11,8 @@
 
 class QTableWidgetItem;
 
+namespace tarvo::window {
+
 namespace Ui {
 class DialogNamedValues;
 }
@@ -22,8 +24,8 @@ public:
     // Runs the dialog on the text of named values, which is changed only when the dialog is
     // accepted with other values; the result is true when it is accepted. attribute: by whose range
     // and resolution the values are judged; null: by none. Valid.
-    static bool edit(std::string& namedValues,
-                     const tarvo::qrb::pointcloud::PointAttribute* attribute, QWidget* parent);
+    static bool edit(std::string& namedValues, const qrb::pointcloud::PointAttribute* attribute,
+                     QWidget* parent);
 
     ~DialogNamedValues() override;
 
@@ -42,7 +44,7 @@ private slots:
                                                 int columnBefore);
 
 private:
-    DialogNamedValues(const tarvo::qrb::pointcloud::PointAttribute* attribute, QWidget* parent);
+    DialogNamedValues(const qrb::pointcloud::PointAttribute* attribute, QWidget* parent);
     void buildMenu();
     // Shows the values with the given row as the current one.
     void showValues(int current);
@@ -51,8 +53,10 @@ private:
     void updateChecks();
 
     std::unique_ptr<Ui::DialogNamedValues> m_ui;
-    tarvo::common::DialogSettings m_settings;
-    const tarvo::qrb::pointcloud::PointAttribute* m_attribute;  // not owned
-    std::vector<tarvo::dialogs::NamedValue> m_values;           // as the rows show them
+    DialogSettings m_settings;
+    const qrb::pointcloud::PointAttribute* m_attribute;  // not owned
+    std::vector<NamedValue> m_values;                    // as the rows show them
     bool m_changed = false;
 };
+
+}  // namespace tarvo::window

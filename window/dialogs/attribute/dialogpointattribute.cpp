@@ -1,21 +1,21 @@
 #include "window/dialogs/attribute/dialogpointattribute.h"
 
+#include "core/defaultattribute.h"
+#include "core/json.h"
+#include "qrb/error.h"
+#include "ui_dialogpointattribute.h"
 #include "window/common/appearance.h"
 #include "window/common/clipboard.h"
 #include "window/common/guard.h"
-#include "window/widgets/jsonvalues.h"
 #include "window/common/messageboxes.h"
 #include "window/common/textfiles.h"
 #include "window/common/textformat.h"
-#include "core/defaultattribute.h"
-#include "core/json.h"
 #include "window/dialogs/attribute/attributesuggestions.h"
 #include "window/dialogs/attribute/dialognamedvalues.h"
 #include "window/dialogs/attribute/dialogpointattributelod.h"
 #include "window/dialogs/attribute/namedvalues.h"
 #include "window/dialogs/checklabel.h"
-#include "qrb/error.h"
-#include "ui_dialogpointattribute.h"
+#include "window/widgets/jsonvalues.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -28,9 +28,9 @@
 #include <cmath>
 #include <limits>
 
-namespace common = tarvo::common;
-namespace dialogs = tarvo::dialogs;
-using tarvo::qrb::pointcloud::PointAttribute;
+namespace tarvo::window {
+
+using qrb::pointcloud::PointAttribute;
 
 namespace {
 
@@ -143,21 +143,21 @@ bool DialogPointAttribute::isEditing() const {
 }
 
 void DialogPointAttribute::buildFields() {
-    common::useTextPaneFont(m_ui->editDescription);
+    useTextPaneFont(m_ui->editDescription);
     m_ui->editName->setReadOnly(isEditing());
     for (QLineEdit* edit : {m_ui->editName, m_ui->editTitle, m_ui->editTags, m_ui->editLodSettings})
         edit->setMaxLength(longestText);
-    m_ui->editTags->setCompleter(new dialogs::TagCompleter(this));
+    m_ui->editTags->setCompleter(new TagCompleter(this));
     m_ui->editUnitSymbol->addItem(QString());
-    m_ui->editUnitSymbol->addItems(dialogs::suggestedUnits());
+    m_ui->editUnitSymbol->addItems(suggestedUnits());
     // "m" is not to become "m²" on its own.
     m_ui->editUnitSymbol->setCompleter(nullptr);
     fillChoices(m_ui->editStorageClass, storageClasses, PointAttribute::storageClassName);
     fillChoices(m_ui->editCompressionOptions, compressions, PointAttribute::compressionOptionsName);
 
     const auto resolution = [this] { return m_ui->editResolution->number(); };
-    for (dialogs::NumberEdit* edit : {m_ui->editMinimumValue, m_ui->editMaximumValue,
-                                      m_ui->editDefaultValue, m_ui->editInvalidValue})
+    for (NumberEdit* edit : {m_ui->editMinimumValue, m_ui->editMaximumValue, m_ui->editDefaultValue,
+                             m_ui->editInvalidValue})
         edit->setStep(resolution);
 
     // The wheel scrolls the form and leaves values alone unless their field has the focus.
@@ -179,7 +179,7 @@ void DialogPointAttribute::buildFields() {
 
 void DialogPointAttribute::buildMenu() {
     auto* menu = new QMenu(this);
-    menu->addMenu(common::createCopyMenu(this, this, SLOT(onCopyToClipboard())));
+    menu->addMenu(createCopyMenu(this, this, SLOT(onCopyToClipboard())));
     menu->addAction(m_ui->actionPaste);
     menu->addSeparator();
     menu->addActions({m_ui->actionLoad, m_ui->actionSave});
@@ -190,7 +190,7 @@ void DialogPointAttribute::buildMenu() {
 }
 
 void DialogPointAttribute::buildSuggestions(const QStringList& takenNames) {
-    dialogs::fillSuggestions(m_ui->treeSuggestions, takenNames);
+    fillSuggestions(m_ui->treeSuggestions, takenNames);
     m_ui->treeSuggestions->installEventFilter(this);
     m_ui->editSuggestionFilter->installEventFilter(this);
     m_ui->splitter->setStretchFactor(0, 1);
@@ -342,7 +342,7 @@ bool DialogPointAttribute::isTyped() const {
 }
 
 void DialogPointAttribute::take(PointAttribute attribute, const QString& question) {
-    if (isTyped() && !common::confirmed(this, question))
+    if (isTyped() && !confirmed(this, question))
         return;
     if (isEditing())
         attribute.name = m_filled.name;
@@ -351,14 +351,14 @@ void DialogPointAttribute::take(PointAttribute attribute, const QString& questio
 }
 
 void DialogPointAttribute::takeSuggestion(const QTreeWidgetItem* row) {
-    if (const auto* entry = dialogs::suggestionOf(row))
-        take(tarvo::core::defaultAttribute(*entry),
+    if (const auto* entry = suggestionOf(row))
+        take(core::defaultAttribute(*entry),
              QString("Replace what was typed by the definition of \"%0\"?")
                  .arg(QString::fromStdString(entry->name)));
 }
 
 void DialogPointAttribute::on_editSuggestionFilter_textChanged(const QString& text) {
-    const int shown = dialogs::filterSuggestions(m_ui->treeSuggestions, text);
+    const int shown = filterSuggestions(m_ui->treeSuggestions, text);
     m_ui->labelSuggestions->setText(QString("%0 of %1 default attributes")
                                         .arg(shown)
                                         .arg(m_ui->treeSuggestions->topLevelItemCount()));
@@ -380,7 +380,7 @@ void DialogPointAttribute::on_boxNoInvalidValue_toggled(bool none) {
 }
 
 void DialogPointAttribute::on_buttonNamedValues_clicked() {
-    common::guarded(this, [this] {
+    guarded(this, [this] {
         const PointAttribute attribute = read();
         if (DialogNamedValues::edit(m_namedValues, m_validGrid ? &attribute : nullptr, this)) {
             showNamedValues();
@@ -390,7 +390,7 @@ void DialogPointAttribute::on_buttonNamedValues_clicked() {
 }
 
 void DialogPointAttribute::on_buttonLodSettings_clicked() {
-    common::guarded(this, [this] {
+    guarded(this, [this] {
         std::string settings = read().lodSettings;
         const std::string before = settings;
         if (DialogPointAttributeLod::edit(settings, this) && settings != before)
@@ -399,9 +399,9 @@ void DialogPointAttribute::on_buttonLodSettings_clicked() {
 }
 
 void DialogPointAttribute::showNamedValues() {
-    const auto values = dialogs::readNamedValues(m_namedValues);
+    const auto values = readNamedValues(m_namedValues);
     QStringList texts;
-    for (const dialogs::NamedValue& each : values)
+    for (const NamedValue& each : values)
         texts += each.understood ? each.value + '=' + each.name : each.name;
     QString summary = texts.join(", ");
     if (values.size() > 1)
@@ -415,13 +415,13 @@ std::optional<PointAttribute> DialogPointAttribute::readJson(const std::string& 
     attribute.name.clear();
     try {
         attribute.fromJson(text);
-    } catch (const tarvo::qrb::Error&) {
+    } catch (const qrb::Error&) {
         tarvo::rapidjson::Document quoted;
         if (quoted.Parse<rapidjson::kParseIterativeFlag>(text.data(), text.size())
                 .HasParseError() ||
             !quoted.IsString())
             throw;
-        attribute.fromJson(common::jsonStringValue(quoted));
+        attribute.fromJson(jsonStringValue(quoted));
     }
     if (attribute.name.empty())
         return std::nullopt;
@@ -432,21 +432,20 @@ void DialogPointAttribute::onMenuAboutToShow() {
     bool record = false;
     try {
         record = readJson(QApplication::clipboard()->text().toStdString()).has_value();
-    } catch (const tarvo::qrb::Error&) {
+    } catch (const qrb::Error&) {
         record = false;  // the clipboard holds something else
     }
     m_ui->actionPaste->setEnabled(record);
 }
 
 void DialogPointAttribute::onCopyToClipboard() {
-    common::guarded(this, [this] {
-        common::copyToClipboard(QString::fromStdString(read().toJson()),
-                                qobject_cast<QAction*>(sender()));
+    guarded(this, [this] {
+        copyToClipboard(QString::fromStdString(read().toJson()), qobject_cast<QAction*>(sender()));
     });
 }
 
 void DialogPointAttribute::on_actionPaste_triggered() {
-    common::guarded(this, [this] {
+    guarded(this, [this] {
         if (const auto pasted = readJson(QApplication::clipboard()->text().toStdString()))
             take(*pasted, "Replace what was typed by the definition on the clipboard?");
     });
@@ -456,11 +455,11 @@ void DialogPointAttribute::on_actionLoad_triggered() {
     const QString name = QFileDialog::getOpenFileName(this, "Load Point Attribute", {}, jsonFilter);
     if (name.isEmpty())
         return;
-    common::guarded(this, [&] {
-        const auto loaded = readJson(common::readFile(name));
+    guarded(this, [&] {
+        const auto loaded = readJson(readFile(name));
         if (!loaded)
-            throw tarvo::qrb::ErrorImpl(0, "The file holds no point attribute.",
-                                        "A JSON object with a member \"name\" is expected.");
+            throw qrb::ErrorImpl(0, "The file holds no point attribute.",
+                                 "A JSON object with a member \"name\" is expected.");
         take(*loaded, "Replace what was typed by the definition in the file?");
     });
 }
@@ -470,15 +469,13 @@ void DialogPointAttribute::on_actionSave_triggered() {
                                                       m_ui->editName->text() + ".json", jsonFilter);
     if (name.isEmpty())
         return;
-    common::guarded(this, [&] { common::writeFile(name, tarvo::core::formattedJson(read().toJson())); });
+    guarded(this, [&] { writeFile(name, core::formattedJson(read().toJson())); });
 }
 
-std::vector<dialogs::AttributeFinding> DialogPointAttribute::findings(
-    const PointAttribute& attribute) {
-    using dialogs::AttributeField;
-    auto found = dialogs::checkAttribute(attribute, m_use);
+std::vector<AttributeFinding> DialogPointAttribute::findings(const PointAttribute& attribute) {
+    auto found = checkAttribute(attribute, m_use);
     // A text that is no number is told as such, in place of what follows from it.
-    const std::pair<dialogs::NumberEdit*, AttributeField> numbers[] = {
+    const std::pair<NumberEdit*, AttributeField> numbers[] = {
         {m_ui->editInvalidValue, AttributeField::DEFAULT},
         {m_ui->editDefaultValue, AttributeField::DEFAULT},
         {m_ui->editScaleFactor, AttributeField::RESOLUTION},
@@ -506,7 +503,7 @@ std::vector<dialogs::AttributeFinding> DialogPointAttribute::findings(
                 .arg(dataTypeName(dataType))
                 .arg(dataTypeSize(dataType) == 1 ? QString("1 byte")
                                                  : QString("%0 bytes").arg(dataTypeSize(dataType)));
-    } catch (const tarvo::qrb::Error& problem) {
+    } catch (const qrb::Error& problem) {
         found.push_back({AttributeField::LENGTH, true, QString::fromUtf8(problem.what())});
     }
     m_validGrid = std::none_of(found.begin(), found.end(), [](const auto& finding) {
@@ -517,8 +514,7 @@ std::vector<dialogs::AttributeFinding> DialogPointAttribute::findings(
     return found;
 }
 
-void DialogPointAttribute::showFindings(const std::vector<dialogs::AttributeFinding>& found) {
-    using dialogs::AttributeField;
+void DialogPointAttribute::showFindings(const std::vector<AttributeFinding>& found) {
     struct Row {
         AttributeField field;
         QLabel* label;
@@ -547,20 +543,17 @@ void DialogPointAttribute::showFindings(const std::vector<dialogs::AttributeFind
                                         [&](const auto& each) { return each.field == row.field; });
         const bool any = first != found.end();
         const QString text = any ? first->text : QString();
-        dialogs::showCheck(
-            row.label, text,
-            any && !first->error ? dialogs::CheckKind::NOTE : dialogs::CheckKind::ERROR);
+        showCheck(row.label, text, any && !first->error ? CheckKind::NOTE : CheckKind::ERROR);
         for (QWidget* field : row.fields)
             field->setAccessibleDescription(row.label->text());
     }
     const auto error =
         std::find_if(found.begin(), found.end(), [](const auto& each) { return each.error; });
     const bool wrong = error != found.end();
-    dialogs::showCheck(m_ui->labelSummary, wrong ? error->text : QString(),
-                       dialogs::CheckKind::ERROR);
+    showCheck(m_ui->labelSummary, wrong ? error->text : QString(), CheckKind::ERROR);
     m_ui->buttonBox->button(QDialogButtonBox::Ok)->setEnabled(!wrong);
     m_ui->buttonBox->button(QDialogButtonBox::Ok)
-        ->setToolTip(wrong ? common::plainToolTip(error->text) : QString());
+        ->setToolTip(wrong ? plainToolTip(error->text) : QString());
 }
 
 void DialogPointAttribute::updateChecks() {
@@ -568,9 +561,10 @@ void DialogPointAttribute::updateChecks() {
         return;
     const PointAttribute attribute = read();
     showFindings(findings(attribute));
-    const QString conversion = m_stored && m_validGrid && !m_use.key
-                                   ? dialogs::conversionText(*m_stored, attribute)
-                                   : QString();
+    const QString conversion =
+        m_stored && m_validGrid && !m_use.key ? conversionText(*m_stored, attribute) : QString();
     m_ui->labelConversion->setText(conversion);
     m_ui->labelConversion->setVisible(!conversion.isEmpty());
 }
+
+}  // namespace tarvo::window

@@ -2,9 +2,9 @@
 // and the default catalogue to take definitions from.
 #pragma once
 
+#include "qrb/pointattribute.h"
 #include "window/common/programsettings.h"
 #include "window/dialogs/attribute/attributechecks.h"
-#include "qrb/pointattribute.h"
 
 #include <QDialog>
 #include <QStringList>
@@ -14,6 +14,8 @@
 #include <vector>
 
 class QTreeWidgetItem;
+
+namespace tarvo::window {
 
 namespace Ui {
 class DialogPointAttribute;
@@ -34,10 +36,10 @@ public:
     // Runs the dialog on the record, which is changed only when it is accepted; that is what the
     // result tells. takenNames: names that a new attribute can't have. stored: of an attribute to
     // be edited the definition in the database, where that is not the record that the dialog begins
-    // with. Needs the library; throws tarvo::qrb::Error.
-    static bool edit(tarvo::qrb::pointcloud::PointAttribute& attribute, Purpose purpose,
+    // with. Needs the library; throws qrb::Error.
+    static bool edit(qrb::pointcloud::PointAttribute& attribute, Purpose purpose,
                      const QStringList& takenNames, QWidget* parent,
-                     const tarvo::qrb::pointcloud::PointAttribute* stored = nullptr);
+                     const qrb::pointcloud::PointAttribute* stored = nullptr);
 
     ~DialogPointAttribute() override;
 
@@ -59,7 +61,7 @@ private slots:
     void onMenuAboutToShow();
 
 private:
-    using PointAttribute = tarvo::qrb::pointcloud::PointAttribute;
+    using PointAttribute = qrb::pointcloud::PointAttribute;
 
     DialogPointAttribute(Purpose purpose, const QStringList& takenNames, QWidget* parent);
     void buildFields();
@@ -83,13 +85,13 @@ private:
 
     void showNamedValues();
     void updateChecks();
-    std::vector<tarvo::dialogs::AttributeFinding> findings(const PointAttribute& attribute);
-    void showFindings(const std::vector<tarvo::dialogs::AttributeFinding>& findings);
+    std::vector<AttributeFinding> findings(const PointAttribute& attribute);
+    void showFindings(const std::vector<AttributeFinding>& findings);
 
     std::unique_ptr<Ui::DialogPointAttribute> m_ui;
-    tarvo::common::DialogSettings m_settings;
+    DialogSettings m_settings;
     Purpose m_purpose;
-    tarvo::dialogs::AttributeUse m_use;
+    AttributeUse m_use;
     std::optional<PointAttribute> m_stored;  // what m_use refers to
     PointAttribute m_filled;                 // what the fields were filled with
     QStringList m_filledTexts;
@@ -98,3 +100,5 @@ private:
     bool m_filling = false;
     bool m_validGrid = false;
 };
+
+}  // namespace tarvo::window

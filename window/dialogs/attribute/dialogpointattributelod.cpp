@@ -1,14 +1,13 @@
 #include "window/dialogs/attribute/dialogpointattributelod.h"
 
+#include "ui_dialogpointattributelod.h"
 #include "window/common/appearance.h"
 #include "window/dialogs/attribute/lodsettings.h"
 #include "window/dialogs/checklabel.h"
-#include "ui_dialogpointattributelod.h"
 
 #include <QPushButton>
 
-namespace common = tarvo::common;
-namespace dialogs = tarvo::dialogs;
+namespace tarvo::window {
 
 bool DialogPointAttributeLod::edit(std::string& settings, QWidget* parent) {
     DialogPointAttributeLod dialog(parent);
@@ -21,8 +20,7 @@ bool DialogPointAttributeLod::edit(std::string& settings, QWidget* parent) {
                          dialog.m_ui->editMembers->toPlainText() != members ||
                          !dialog.m_ui->labelLost->text().isEmpty();
     if (changed)
-        settings =
-            dialogs::writeLodSettings(dialog.method(), dialog.m_ui->editMembers->toPlainText());
+        settings = writeLodSettings(dialog.method(), dialog.m_ui->editMembers->toPlainText());
     return true;
 }
 
@@ -31,8 +29,8 @@ DialogPointAttributeLod::DialogPointAttributeLod(QWidget* parent)
       m_ui(std::make_unique<Ui::DialogPointAttributeLod>()),
       m_settings("DialogPointAttributeLod") {
     m_ui->setupUi(this);
-    common::useTextPaneFont(m_ui->editMembers);
-    for (const dialogs::LodMethodEntry& entry : dialogs::lodMethods()) {
+    useTextPaneFont(m_ui->editMembers);
+    for (const LodMethodEntry& entry : lodMethods()) {
         m_ui->editMethod->addItem(entry.name);
         m_ui->editMethod->setItemData(m_ui->editMethod->count() - 1, QString(entry.meaning),
                                       Qt::ToolTipRole);
@@ -45,10 +43,10 @@ DialogPointAttributeLod::~DialogPointAttributeLod() {
 }
 
 void DialogPointAttributeLod::fill(const std::string& text) {
-    dialogs::LodSettings settings;
+    LodSettings settings;
     QString lost;
     try {
-        settings = dialogs::readLodSettings(text);
+        settings = readLodSettings(text);
         if (!settings.lost.isEmpty())
             lost = QString("What stands behind the JSON value will be dropped: %0")
                        .arg(settings.lost.left(200));
@@ -64,7 +62,7 @@ void DialogPointAttributeLod::fill(const std::string& text) {
     }
     m_ui->editMethod->setCurrentIndex(index);
     m_ui->editMembers->setPlainText(settings.members);
-    dialogs::showCheck(m_ui->labelLost, lost, dialogs::CheckKind::NOTE);
+    showCheck(m_ui->labelLost, lost, CheckKind::NOTE);
     updateCheck();
 }
 
@@ -84,11 +82,12 @@ void DialogPointAttributeLod::updateCheck() {
     m_ui->labelMeaning->setText(m_ui->editMethod->currentData(Qt::ToolTipRole).toString());
     QString problem;
     try {
-        problem = dialogs::lodSettingsProblem(
-            dialogs::writeLodSettings(method(), m_ui->editMembers->toPlainText()));
+        problem = lodSettingsProblem(writeLodSettings(method(), m_ui->editMembers->toPlainText()));
     } catch (const std::exception& unreadable) {
         problem = unreadable.what();
     }
-    dialogs::showCheck(m_ui->labelCheck, problem, dialogs::CheckKind::ERROR);
+    showCheck(m_ui->labelCheck, problem, CheckKind::ERROR);
     m_ui->buttonBox->button(QDialogButtonBox::Ok)->setEnabled(problem.isEmpty());
 }
+
+}  // namespace tarvo::window

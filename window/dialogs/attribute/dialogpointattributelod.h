@@ -7,6 +7,8 @@
 #include <memory>
 #include <string>
 
+namespace tarvo::window {
+
 namespace Ui {
 class DialogPointAttributeLod;
 }
@@ -32,5 +34,7 @@ private:
     QString method() const;
 
     std::unique_ptr<Ui::DialogPointAttributeLod> m_ui;
-    tarvo::common::DialogSettings m_settings;
+    DialogSettings m_settings;
 };
+
+}  // namespace tarvo::window

@@ -1,7 +1,7 @@
 #include "window/dialogs/attribute/lodsettings.h"
 
-#include "window/widgets/jsonvalues.h"
 #include "catalogue/jsonmemory.h"
+#include "window/widgets/jsonvalues.h"
 
 #include <rapidjson/error/en.h>
 #include <rapidjson/memorystream.h>
@@ -10,7 +10,7 @@
 #include <iterator>
 #include <stdexcept>
 
-namespace tarvo::dialogs {
+namespace tarvo::window {
 
 namespace {
 
@@ -143,7 +143,7 @@ std::span<const LodMethodEntry> lodMethods() {
 }
 
 LodSettings readLodSettings(const std::string& text) {
-    const common::LodMethod method = common::parseLodMethod(text);
+    const LodMethod method = parseLodMethod(text);
     LodSettings settings;
     settings.method = QString::fromStdString(method.method);
     if (!isBlank(method.remainder))
@@ -201,4 +201,4 @@ QString lodSettingsProblem(const std::string& text) {
     }
 }
 
-}  // namespace tarvo::dialogs
+}  // namespace tarvo::window

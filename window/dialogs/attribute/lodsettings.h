@@ -6,7 +6,7 @@
 #include <span>
 #include <string>
 
-namespace tarvo::dialogs {
+namespace tarvo::window {
 
 struct LodMethodEntry {
     const char* name;
@@ -31,4 +31,4 @@ std::string writeLodSettings(const QString& method, const QString& members);
 // Why the library would refuse the settings; empty: it takes them.
 QString lodSettingsProblem(const std::string& text);
 
-}  // namespace tarvo::dialogs
+}  // namespace tarvo::window

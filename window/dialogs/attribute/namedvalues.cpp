@@ -9,7 +9,7 @@
 #include <cmath>
 #include <stdexcept>
 
-namespace tarvo::dialogs {
+namespace tarvo::window {
 
 namespace {
 
@@ -212,4 +212,4 @@ std::vector<NamedValue> namedValuesFromCsv(const QByteArray& csv) {
     return values;
 }
 
-}  // namespace tarvo::dialogs
+}  // namespace tarvo::window

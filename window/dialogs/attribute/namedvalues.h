@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace tarvo::dialogs {
+namespace tarvo::window {
 
 struct NamedValue {
     QString value;
@@ -43,4 +43,4 @@ QByteArray namedValuesToCsv(const std::vector<NamedValue>& values);
 // The header may be missing. Throws std::runtime_error that begins with the line ("Line 3: ...").
 std::vector<NamedValue> namedValuesFromCsv(const QByteArray& csv);
 
-}  // namespace tarvo::dialogs
+}  // namespace tarvo::window

@@ -4,7 +4,7 @@
 
 #include <QKeyEvent>
 
-namespace tarvo::dialogs {
+namespace tarvo::window {
 
 NumberEdit::NumberEdit(QWidget* parent) : QLineEdit(parent) {
     setInputMethodHints(Qt::ImhFormattedNumbersOnly);
@@ -53,4 +53,4 @@ void NumberEdit::keyPressEvent(QKeyEvent* event) {
     event->accept();
 }
 
-}  // namespace tarvo::dialogs
+}  // namespace tarvo::window

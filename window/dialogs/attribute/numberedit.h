@@ -6,7 +6,7 @@
 #include <functional>
 #include <optional>
 
-namespace tarvo::dialogs {
+namespace tarvo::window {
 
 class NumberEdit : public QLineEdit {
     Q_OBJECT
@@ -31,4 +31,4 @@ private:
     std::function<std::optional<double>()> m_step;
 };
 
-}  // namespace tarvo::dialogs
+}  // namespace tarvo::window

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace tarvo::dialogs {
+namespace tarvo::window {
 
 namespace {
 
@@ -39,4 +39,4 @@ double lastDigitOf(double number) {
     return std::isfinite(number) ? std::pow(10.0, -std::max(decimalsOf(number), 0)) : 1;
 }
 
-}  // namespace tarvo::dialogs
+}  // namespace tarvo::window

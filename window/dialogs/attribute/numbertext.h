@@ -4,7 +4,7 @@
 #include <QString>
 #include <optional>
 
-namespace tarvo::dialogs {
+namespace tarvo::window {
 
 QString numberText(double number);
 std::optional<double> readNumber(const QString& text);
@@ -15,4 +15,4 @@ double steppedNumber(double number, double step, double count);
 // One unit of the last digit of the number's text, 1 for whole numbers: 0.01 for 0.25.
 double lastDigitOf(double number);
 
-}  // namespace tarvo::dialogs
+}  // namespace tarvo::window
