@@ -6,14 +6,18 @@
 #include "cli/errors.h"
 #include "cli/json.h"
 #include "cli/output.h"
+#include "cli/terminal.h"
 #include "cli/textfile.h"
 #include "cli/texttable.h"
+#include "core/redefinition.h"
+#include "numbers/numbertext.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <map>
 #include <memory>
+#include <optional>
 
 namespace tarvo::cli {
 
@@ -29,6 +33,8 @@ struct AttributeOptions {
     std::vector<std::string> names;
     std::string file;
     std::string pick;
+    bool convert = false;
+    bool dryRun = false;
 };
 
 void listAttributes(const PointAttributes& attributes, const AttributeOptions& options) {
@@ -76,11 +82,40 @@ void addAttributes(Database& database, const AttributeOptions& options) {
     print(counted(options.names.size(), "attribute") + " added.\n");
 }
 
-void putAttribute(Database& database, const std::string& fileName) {
-    const PointAttribute definition = readDefinition(fileName);
+// What a redefinition does to the values that points have.
+std::optional<core::ValueChanges> countChanges(const Database& database,
+                                               const PointAttribute& stored,
+                                               const PointAttribute& definition) {
+    ProgressLine progress("Comparing values");
+    return core::countChanges(database.cloud(), stored, definition,
+                              [&progress](int percent) { progress.update(percent / 100.0); });
+}
+
+void putAttribute(Database& database, const AttributeOptions& options) {
+    const PointAttribute definition = readDefinition(options.file);
+    const PointAttribute stored = database.cloud().pointAttributes().get(definition.name);
+    const auto changes = countChanges(database, stored, definition);
+    const std::string told = changes ? core::describe(*changes, stored, definition) : "";
+    if (options.dryRun) {
+        if (!changes) {
+            throw Failure(
+                "What becomes of the values of \"" + definition.name + "\" can't be told.",
+                "No values can be stored by the definition, as far as qrbtool knows.");
+        }
+        print(told.empty() ? "No value of \"" + definition.name + "\" would change.\n"
+                           : told + "\n");
+        return;
+    }
+    if (!told.empty() && !options.convert) {
+        throw Failure(told, "Give --convert to do it.");
+    }
     database.change({"Redefine attribute " + definition.name},
                     [&] { database.cloud().pointAttributes().put(definition); });
-    print("The attribute \"" + definition.name + "\" is defined.\n");
+    print("The attribute \"" + definition.name + "\" is defined" +
+          (told.empty() ? ""
+                        : "; " + numbers::groupedText(changes->changed()) +
+                              (changes->changed() == 1 ? " value changed" : " values changed")) +
+          ".\n");
 }
 
 void removeAttributes(Database& database, const std::vector<std::string>& names) {
@@ -175,13 +210,14 @@ void addAttributesCommand(CLI::App& app, Invocation& invocation) {
     add->add_option("--json", options->file, "File with a definition of its own (- for the input)")
         ->type_name("FILE");
     add->require_option(1);
-    addAction("put", "Redefine one; its values are converted",
-              [](Database& database, const AttributeOptions& given) {
-                  putAttribute(database, given.file);
-              })
-        ->add_option("--json", options->file, "File with the definition (- for the input)")
+    CLI::App* const put = addAction("put", "Redefine one; its values are converted", putAttribute);
+    put->add_option("--json", options->file, "File with the definition (- for the input)")
         ->type_name("FILE")
         ->required();
+    CLI::Option* const convert = put->add_flag(
+        "--convert", options->convert, "Redefine it even where values of points change by that");
+    put->add_flag("--dry-run", options->dryRun, "Only tell which values would change")
+        ->excludes(convert);
     addAction("remove", "Remove some with all values",
               [](Database& database, const AttributeOptions& given) {
                   removeAttributes(database, given.names);

@@ -67,6 +67,15 @@ std::string wholeText(Wide value) {
     return text;
 }
 
+std::string groupedText(std::uint64_t value) {
+    std::string text = std::to_string(value);
+    for (std::size_t at = text.size(); at > 3;) {
+        at -= 3;
+        text.insert(at, ",");
+    }
+    return text;
+}
+
 std::optional<double> readNumber(std::string_view text) {
     constexpr std::string_view blanks = " \t\r\n";
     text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));

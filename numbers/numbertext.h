@@ -4,6 +4,7 @@
 
 #include "numbers/wide.h"
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -25,6 +26,9 @@ void appendFixed(std::string& text, double value, int places);
 
 // All digits of a whole number.
 std::string wholeText(Wide value);
+
+// With commas between the thousands.
+std::string groupedText(std::uint64_t value);
 
 // The number that the whole text stands for, blanks and one "+" before it aside; nothing for other
 // texts and for numbers that no double holds. Only finite numbers.

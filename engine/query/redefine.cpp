@@ -5,8 +5,11 @@
 #include "engine/query/columns.h"
 #include "engine/query/treeedit.h"
 #include "engine/schema/lodmethod.h"
+#include "numbers/gridconversion.h"
+#include "numbers/numbertext.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cmath>
 #include <optional>
 
@@ -42,43 +45,53 @@ bool sameCodes(const AttributeRecord& a, const AttributeRecord& b) {
            sameNumber(a.invalidValue, b.invalidValue);
 }
 
-std::uint64_t convertCode(const Attribute& from, const Attribute& to, std::uint64_t code) {
-    using Kind = schema::Grid::Kind;
-    const std::uint64_t lost = to.grid.hasInvalid() ? to.grid.invalidCode() : to.defaultCode();
-    if (from.grid.isInvalid(code))
-        return lost;
-    try {
-        if (from.grid.kind() == Kind::Integer && to.grid.kind() == Kind::Integer)
-            return to.grid.code(from.grid.integerValue(code));
-        const double value = from.grid.value(code);
-        return std::isnan(value) ? lost : to.grid.code(value);
-    } catch (const Failure&) {
-        return lost;
-    }
-}
+// Codes of one definition as those of another; tells how many values are not what they were.
+class Conversion {
+public:
+    Conversion(const Attribute& from, const Attribute& to)
+        : m_from(from), m_to(to), m_grids(from.grid, to.grid, to.defaultCode()) {}
 
-schema::Column convertColumn(const Attribute& from, const Attribute& to,
-                             const schema::Column& column) {
-    schema::Column result(to.grid.width(), column.size());
-    std::uint64_t last = 0;
-    std::uint64_t converted = convertCode(from, to, last);
-    for (std::size_t i = 0; i < column.size(); ++i) {
-        if (const std::uint64_t code = column[i]; code != last) {
-            last = code;
-            converted = convertCode(from, to, code);
+    // An element of a leaf; any thread.
+    schema::Column column(const schema::Column& column) {
+        schema::Column result(m_to.grid.width(), column.size());
+        numbers::FateCounts fates;
+        std::uint64_t last = 0;
+        auto converted = m_grids.of(last);
+        for (std::size_t i = 0; i < column.size(); ++i) {
+            if (const std::uint64_t code = column[i]; code != last) {
+                last = code;
+                converted = m_grids.of(code);
+            }
+            result.set(i, converted.code);
+            fates.add(converted.fate);
         }
-        result.set(i, converted);
+        m_changed += fates.changed();
+        return result;
     }
-    return result;
-}
+    // One element of all points.
+    std::uint64_t code(std::uint64_t code, std::uint64_t pointCount) {
+        const auto converted = m_grids.of(code);
+        if (converted.fate != numbers::Fate::Kept)
+            m_changed += pointCount;
+        return converted.code;
+    }
+    // The one value of an attribute that has one for all points.
+    std::vector<std::uint64_t> constant(std::uint64_t pointCount) {
+        std::vector<std::uint64_t> codes;
+        for (std::uint32_t e = 0; e < m_to.record.length; ++e)
+            codes.push_back(e < m_from.record.length ? code(m_from.absentCode(e), pointCount)
+                                                     : m_to.defaultCode());
+        return codes;
+    }
+    // Of the elements that stay.
+    std::uint64_t changed() const { return m_changed; }
 
-std::vector<std::uint64_t> convertAbsent(const Attribute& from, const Attribute& to) {
-    std::vector<std::uint64_t> codes;
-    for (std::uint32_t e = 0; e < to.record.length; ++e)
-        codes.push_back(e < from.record.length ? convertCode(from, to, from.absentCode(e))
-                                               : to.defaultCode());
-    return codes;
-}
+private:
+    const Attribute& m_from;
+    const Attribute& m_to;
+    numbers::GridConversion m_grids;
+    std::atomic<std::uint64_t> m_changed = 0;
+};
 
 // Takes the data of an attribute out of every node. Blocks that shared a blob with it move to a new
 // one, so that its bytes can be given back.
@@ -112,7 +125,7 @@ void strip(session::Session& session, session::State& state, std::uint32_t uid) 
 
 // Puts the values of all points into a definition of other codes or storage.
 void convertValues(session::Session& session, session::State& state, const Attribute& from,
-                   const Attribute& to) {
+                   const Attribute& to, Conversion& conversion) {
     TreeEdit edit;
     edit.touches = [](const index::Node&) { return true; };
     edit.leaf = [&](const index::Node& leaf) {
@@ -126,7 +139,7 @@ void convertValues(session::Session& session, session::State& state, const Attri
         for (std::uint32_t e = 0; e < to.record.length; ++e) {
             schema::Column column(to.grid.width(), leaf.ownCount);
             if (e < from.record.length)
-                column = convertColumn(from, to, *readColumn(session, leaf, from, e));
+                column = conversion.column(*readColumn(session, leaf, from, e));
             else
                 for (std::size_t i = 0; i < column.size(); ++i)
                     column.set(i, to.defaultCode());
@@ -140,9 +153,10 @@ void convertValues(session::Session& session, session::State& state, const Attri
 
 // The one value that all points have; throws where there are several.
 std::vector<std::uint64_t> commonValue(session::Session& session, const session::State& state,
-                                       const Attribute& from, const Attribute& to) {
+                                       const Attribute& from, const Attribute& to,
+                                       Conversion& conversion) {
     const index::Node root = session.blobs().rootNode(state);
-    std::vector<std::uint64_t> codes = convertAbsent(from, to);
+    std::vector<std::uint64_t> codes(to.record.length, to.defaultCode());
     for (std::uint32_t e = 0; e < from.record.length && e < to.record.length; ++e) {
         const schema::ElementStatistics s = index::statisticsOf(root, from, e);
         if (!isUniform(s))
@@ -150,9 +164,22 @@ std::vector<std::uint64_t> commonValue(session::Session& session, const session:
                           "The point attribute \"" + from.record.name +
                               "\" can't become constant: points have different values.",
                           "Fill it with one value first, or choose another storage class.");
-        codes[e] = convertCode(from, to, s.hasValid ? s.minimum : from.grid.invalidCode());
+        codes[e] =
+            conversion.code(s.hasValid ? s.minimum : from.grid.invalidCode(), state.pointCount);
     }
     return codes;
+}
+
+// The line of the changelog about values that are not what they were.
+void noteChanges(session::Session& session, const session::State& state, const Attribute& from,
+                 const Attribute& to, const Conversion& conversion) {
+    std::uint64_t changed = conversion.changed();
+    if (from.record.length > to.record.length)
+        changed += state.pointCount * (from.record.length - to.record.length);
+    if (changed > 0)
+        session.notes().lines.push_back("Attribute \"" + to.record.name + "\": redefined, " +
+                                        numbers::groupedText(changed) +
+                                        (changed == 1 ? " value changed" : " values changed"));
 }
 
 }  // namespace
@@ -174,11 +201,12 @@ void putAttribute(session::Session& session, const AttributeRecord& record) {
         refuseForKeys(state, index, constantNow ? "constant" : "given other values");
     Attribute& slot = state.attributes.all()[index];
     state.attributesBlob = {};
+    Conversion conversion(from, to);
     if (state.pointCount == 0) {
         slot = to;
     } else if (constantNow) {
-        to.constant =
-            constantBefore ? convertAbsent(from, to) : commonValue(session, state, from, to);
+        to.constant = constantBefore ? conversion.constant(state.pointCount)
+                                     : commonValue(session, state, from, to, conversion);
         to.uid = state.nextUid++;
         slot = to;
         strip(session, state, from.uid);
@@ -188,8 +216,10 @@ void putAttribute(session::Session& session, const AttributeRecord& record) {
     } else {
         to.uid = state.nextUid++;
         slot = to;
-        convertValues(session, state, from, to);
+        convertValues(session, state, from, to, conversion);
     }
+    if (state.pointCount > 0)
+        noteChanges(session, state, from, to, conversion);
     pending = std::move(state);
 }
 

@@ -171,6 +171,52 @@ TEST_F(Admin, AttributesAreAddedChangedAndRemoved) {
     EXPECT_STREQ(groups["Coordinates/Vectors"][0].GetString(), "tarvo.xyz");
 }
 
+// Who narrows a range loses values only by saying so.
+TEST_F(Admin, ARedefinitionChangesValuesOnlyWhenToldTo) {
+    importPoints(30);  // ten of each class 0, 1 and 2
+    const std::string attributes = "attributes " + file;
+    const auto defined = [&](const char* maximum) {
+        std::string definition = run(attributes + " show tarvo.class --json").output;
+        const std::size_t at = definition.find("\"maximum_value\":") + 16;
+        definition.replace(at, definition.find(',', at) - at, maximum);
+        return folder.write(std::string("max") + maximum + ".json", definition);
+    };
+    const auto expectSaid = [](const std::string& words, const std::string& text) {
+        expectFailure(0, words, text);
+    };
+    const std::string told =
+        "10 values of \"tarvo.class\" lie outside 0 to 1 and would become the default value 0.";
+    const std::string before = read(file);
+    const std::string narrow = defined("1");
+    const std::string put = attributes + " put --json " + narrow;
+    expectFailure(1, put, told + "\n    Give --convert to do it.\n");
+    expectSaid(put + " --dry-run", told + "\n");
+    expectFailure(2, put + " --dry-run --convert", "--convert");
+    EXPECT_TRUE(read(file) == before);
+    const std::string within = "transactions run " + file + " --title t -- ";
+    expectFailure(
+        1,
+        within + "\"remove --filter 'tarvo.class == 0'\" \"attributes put --json " + narrow + "\"",
+        told);
+    expectSuccess("select --count " + file, "30\n");
+    // Told of the points that the transaction has by then.
+    expectSuccess(within +
+                  "\"update --set tarvo.class=2 --filter 'tarvo.class == 1'\" "
+                  "\"attributes put --convert --json " +
+                  narrow + "\"");
+    expectSaid("changelog " + file, "Attribute \"tarvo.class\": redefined, 20 values changed\n");
+    expectSuccess("select --count " + file + " --filter 'tarvo.class == 0'", "30\n");
+    // Nothing is asked where all values are kept.
+    const std::string wide = defined("300");
+    expectSuccess(attributes + " put --dry-run --json " + wide,
+                  "No value of \"tarvo.class\" would change.\n");
+    expectSuccess(attributes + " put --json " + wide,
+                  "The attribute \"tarvo.class\" is defined.\n");
+    expectSuccess("update " + file + " --set tarvo.class=300");
+    expectSaid(put + " --convert",
+               "The attribute \"tarvo.class\" is defined; 30 values changed.\n");
+}
+
 TEST_F(Admin, TheChangelogIsKeptExportedAndImported) {
     importPoints(3);
     expectSuccess("changelog " + file + " append 'first [#7] line\nsecond line'");

@@ -70,8 +70,14 @@ void BoxesTest::initTestCase() {
 }
 
 void BoxesTest::questionsBeginWithTheAnswerThatLosesNothing() {
+    const struct {
+        std::function<bool()> ask;
+        bool loss;
+    } questions[] = {{[] { return confirmed(nullptr, "<b>Go on</b>?"); }, false},
+                     {[] { return lossConfirmed(nullptr, "<b>Go on</b>?"); }, true},
+                     {[] { return lossConfirmed(nullptr, "<b>Go on</b>?", "Do it"); }, true}};
     for (const auto key : {Qt::Key_Return, Qt::Key_Escape})
-        for (const bool loss : {false, true}) {
+        for (const auto& question : questions) {
             QString text;
             Qt::TextFormat format = Qt::AutoText;
             ModalScript script({[&](QDialog* dialog) {
@@ -80,12 +86,12 @@ void BoxesTest::questionsBeginWithTheAnswerThatLosesNothing() {
                 format = box->textFormat();
                 QTest::keyClick(box->defaultButton(), key);
             }});
-            const bool yes =
-                loss ? lossConfirmed(nullptr, "<b>Lose</b>?") : confirmed(nullptr, "<b>Go on</b>?");
-            QCOMPARE(yes, !loss && key == Qt::Key_Return);
-            QCOMPARE(text, loss ? "<b>Lose</b>?" : "<b>Go on</b>?");
+            QCOMPARE(question.ask(), !question.loss && key == Qt::Key_Return);
+            QCOMPARE(text, "<b>Go on</b>?");
             QCOMPARE(format, Qt::PlainText);
         }
+    ModalScript script({ModalScript::press("Do it")});
+    QVERIFY(lossConfirmed(nullptr, "Go on?", "Do it"));
 }
 
 void BoxesTest::messagesHaveTheirKindAndStayText() {

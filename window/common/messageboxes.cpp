@@ -100,4 +100,15 @@ bool lossConfirmed(QWidget* parent, const QString& question) {
     return ask(parent, question, QMessageBox::No);
 }
 
+bool lossConfirmed(QWidget* parent, const QString& question, const QString& action) {
+    QMessageBox box(QMessageBox::Question, "Confirmation", QString(), QMessageBox::Cancel, parent);
+    box.setTextFormat(Qt::PlainText);
+    box.setText(question);
+    const QPushButton* const doing = box.addButton(action, QMessageBox::AcceptRole);
+    box.setDefaultButton(QMessageBox::Cancel);
+    box.setEscapeButton(QMessageBox::Cancel);
+    box.exec();
+    return box.clickedButton() == doing;
+}
+
 }  // namespace tarvo::window

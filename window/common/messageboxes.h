@@ -20,5 +20,7 @@ void showUnbrokenInformation(QWidget* parent, const QString& text);
 bool confirmed(QWidget* parent, const QString& question);
 // The same where Yes loses something: Return says No.
 bool lossConfirmed(QWidget* parent, const QString& question);
+// The same with a button of this text in place of Yes, and Cancel in place of No.
+bool lossConfirmed(QWidget* parent, const QString& question, const QString& action);
 
 }  // namespace tarvo::window

@@ -1,9 +1,11 @@
 #include "window/panels/pointattributespanel.h"
 
+#include "core/redefinition.h"
 #include "ui_pointattributespanel.h"
 #include "window/common/guard.h"
 #include "window/common/messageboxes.h"
 #include "window/common/programsettings.h"
+#include "window/common/progress.h"
 #include "window/common/textformat.h"
 #include "window/dialogs/attribute/attributechecks.h"
 #include "window/dialogs/attribute/dialogpointattribute.h"
@@ -248,10 +250,28 @@ void PointAttributesPanel::editAttribute(const std::string& name) {
         attribute,
         key ? DialogPointAttribute::Purpose::EDIT_KEY : DialogPointAttribute::Purpose::EDIT, {},
         this, began)) {
-        if (sameAttribute(attribute, stored) || write(attribute, false))
+        if (sameAttribute(attribute, stored) ||
+            (conversionAgreed(stored, attribute) && write(attribute, false)))
             return;
         began = &stored;
     }
+}
+
+bool PointAttributesPanel::conversionAgreed(const PointAttribute& stored,
+                                            const PointAttribute& attribute) {
+    QString question;
+    const bool counted = guarded([&] {
+        // Without a transaction there is nothing to agree to: the library says so.
+        if (!database()->transactions().pending())
+            return;
+        const WaitCursor waiting;
+        Progress progress(this, "Comparing values...");
+        const auto changes = core::countChanges(
+            *database(), stored, attribute, [&progress](int percent) { progress.update(percent); });
+        if (changes)
+            question = QString::fromStdString(core::describe(*changes, stored, attribute));
+    });
+    return counted && (question.isEmpty() || lossConfirmed(this, question, "Convert"));
 }
 
 bool PointAttributesPanel::write(const PointAttribute& attribute, bool isNew) {

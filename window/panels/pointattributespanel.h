@@ -42,6 +42,10 @@ private:
     void selectAttribute(const std::string& name);
     void addAttribute();
     void editAttribute(const std::string& name);
+    // Whether the values that points have may change as the new definition demands; asks only where
+    // some do.
+    bool conversionAgreed(const qrb::pointcloud::PointAttribute& stored,
+                          const qrb::pointcloud::PointAttribute& attribute);
     // Writes the record, tells the others and shows it; false where the library refused it and the
     // user was told so.
     bool write(const qrb::pointcloud::PointAttribute& attribute, bool isNew);
