@@ -9,6 +9,7 @@
 #include "cli/terminal.h"
 #include "cli/textfile.h"
 #include "cli/texttable.h"
+#include "core/attributerules.h"
 #include "core/redefinition.h"
 #include "numbers/numbertext.h"
 
@@ -66,10 +67,24 @@ PointAttribute readDefinition(const std::string& fileName) {
     return definition;
 }
 
+// What is doubtful about a definition, beside the answer.
+void tellHints(const PointAttribute& definition, const core::AttributeUse& use) {
+    for (const core::AttributeFinding& finding : core::checkAttribute(definition, use)) {
+        const char* front = "";
+        if (finding.severity == core::Severity::REFUSAL) {
+            front = "The library may refuse this: ";
+        } else if (finding.severity == core::Severity::NOTE) {
+            front = "Note: ";
+        }
+        note(front + finding.text);
+    }
+}
+
 void addAttributes(Database& database, const AttributeOptions& options) {
     auto& attributes = database.cloud().pointAttributes();
     if (!options.file.empty()) {
         const PointAttribute definition = readDefinition(options.file);
+        tellHints(definition, {});
         database.change({"Add attribute " + definition.name}, [&] { attributes.add(definition); });
         print("The attribute \"" + definition.name + "\" is added.\n");
         return;
@@ -93,7 +108,13 @@ std::optional<core::ValueChanges> countChanges(const Database& database,
 
 void putAttribute(Database& database, const AttributeOptions& options) {
     const PointAttribute definition = readDefinition(options.file);
-    const PointAttribute stored = database.cloud().pointAttributes().get(definition.name);
+    auto& attributes = database.cloud().pointAttributes();
+    const PointAttribute stored = attributes.get(definition.name);
+    core::AttributeUse use;
+    use.stored = &stored;
+    use.key = definition.name == attributes.primaryAttributeName() ||
+              definition.name == attributes.pointIdName();
+    tellHints(definition, use);
     const auto changes = countChanges(database, stored, definition);
     const std::string told = changes ? core::describe(*changes, stored, definition) : "";
     if (options.dryRun) {
@@ -109,8 +130,7 @@ void putAttribute(Database& database, const AttributeOptions& options) {
     if (!told.empty() && !options.convert) {
         throw Failure(told, "Give --convert to do it.");
     }
-    database.change({"Redefine attribute " + definition.name},
-                    [&] { database.cloud().pointAttributes().put(definition); });
+    database.change({"Redefine attribute " + definition.name}, [&] { attributes.put(definition); });
     print("The attribute \"" + definition.name + "\" is defined" +
           (told.empty() ? ""
                         : "; " + numbers::groupedText(changes->changed()) +

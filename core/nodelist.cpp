@@ -1,6 +1,7 @@
 #include "core/nodelist.h"
 
 #include "core/error.h"
+#include "core/utf8.h"
 
 #include <algorithm>
 #include <charconv>
@@ -12,14 +13,6 @@ namespace {
 
 [[noreturn]] void failWith(const std::string& message, std::string_view text) {
     throw Failure(message + ": \"" + std::string(text) + "\"");
-}
-
-std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view blanks = " \t\r\n";
-    const std::size_t begin = text.find_first_not_of(blanks);
-    return begin == std::string_view::npos
-               ? std::string_view()
-               : text.substr(begin, text.find_last_not_of(blanks) - begin + 1);
 }
 
 std::vector<std::string_view> splitNonEmpty(std::string_view text, char separator) {

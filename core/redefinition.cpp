@@ -1,5 +1,6 @@
 #include "core/redefinition.h"
 
+#include "core/attributerules.h"
 #include "core/pointpages.h"
 #include "numbers/numbertext.h"
 #include "qrb/error.h"
@@ -208,6 +209,19 @@ std::string describe(const ValueChanges& changes, const PointAttribute& stored,
     for (std::size_t i = 0; i < parts.size(); ++i)
         text += (i == 0 ? "" : "; ") + groupedText(counts[i]) + " " + parts[i];
     return text + ".";
+}
+
+std::string conversionHint(const PointAttribute& stored, const PointAttribute& definition) {
+    if (sameValues(stored, definition))
+        return {};
+    const bool hasInvalid = !std::isnan(definition.invalidValue) || definition.resolution == 0;
+    std::string text = "Stored values are converted; those outside the new range become " +
+                       std::string(hasInvalid ? "invalid." : "the default value.");
+    if (definition.length < stored.length)
+        text += " Elements from number " + std::to_string(definition.length) + " on are dropped.";
+    else if (definition.length > stored.length)
+        text += " New elements have the default value.";
+    return text;
 }
 
 }  // namespace tarvo::core

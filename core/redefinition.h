@@ -34,4 +34,8 @@ std::optional<ValueChanges> countChanges(const qrb::Pointcloud& database,
 std::string describe(const ValueChanges& changes, const qrb::pointcloud::PointAttribute& stored,
                      const qrb::pointcloud::PointAttribute& definition);
 
+// What putting the definition may do to values, without a look at them; empty: nothing.
+std::string conversionHint(const qrb::pointcloud::PointAttribute& stored,
+                           const qrb::pointcloud::PointAttribute& definition);
+
 }  // namespace tarvo::core

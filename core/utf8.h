@@ -11,4 +11,7 @@ bool isUtf8(std::string_view text);
 // The text itself, or read as Latin-1 where it is not UTF-8.
 std::string validUtf8(std::string_view text);
 
+// The part without the blanks at its ends.
+std::string_view trimmed(std::string_view text);
+
 }  // namespace tarvo::core

@@ -191,6 +191,7 @@ TEST_F(Admin, ARedefinitionChangesValuesOnlyWhenToldTo) {
     const std::string put = attributes + " put --json " + narrow;
     expectFailure(1, put, told + "\n    Give --convert to do it.\n");
     expectSaid(put + " --dry-run", told + "\n");
+    expectSaid(put + " --dry-run", "qrbtool: Note: 2 is out of the range.");  // a named value
     expectFailure(2, put + " --dry-run --convert", "--convert");
     EXPECT_TRUE(read(file) == before);
     const std::string within = "transactions run " + file + " --title t -- ";

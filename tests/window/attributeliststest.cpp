@@ -1,6 +1,7 @@
 // What the editor of point attribute definitions opens: the table of named values with its CSV
 // files, and the choice of level-of-detail settings.
 
+#include "core/namedvalues.h"
 #include "qrb/loader.h"
 #include "tests/window/attributeediting.h"
 #include "tests/window/guitestmain.h"
@@ -8,7 +9,7 @@
 #include "window/dialogs/attribute/attributesuggestions.h"
 #include "window/dialogs/attribute/dialognamedvalues.h"
 #include "window/dialogs/attribute/dialogpointattributelod.h"
-#include "window/dialogs/attribute/namedvalues.h"
+#include "window/dialogs/attribute/namedvaluescsv.h"
 
 #include <QAction>
 #include <QComboBox>
@@ -17,6 +18,7 @@
 #include <QTemporaryDir>
 #include <QToolButton>
 
+using namespace tarvo::core;
 using namespace tarvo::window;
 
 class AttributeListsTest : public QObject {

@@ -1,6 +1,7 @@
 // The tabs that change a database, driven with mouse and keys: transactions, changelog, metadata,
 // attributes, and what opens from the index and the points.
 
+#include "core/jsonvalues.h"
 #include "qrb/loader.h"
 #include "qrb/pointcloud.h"
 #include "tests/window/guitestmain.h"
@@ -12,7 +13,6 @@
 #include "window/common/progress.h"
 #include "window/dialogs/workingdialog.h"
 #include "window/frame/mainwindow.h"
-#include "window/widgets/jsonvalues.h"
 
 #include <QAccessible>
 #include <QAction>
@@ -749,6 +749,7 @@ void TabsTest::dialogsCanBeUsedWithoutSightAndMouse() {
 }
 
 void TabsTest::methodTextsAreTakenApart() {
+    using namespace tarvo::core;
     QCOMPARE(parseLodMethod("").method, std::string("default"));
     QCOMPARE(parseLodMethod("thinout").method, std::string("thinout"));
     QCOMPARE(parseLodMethod("{\"method\": \"first\"} rest").method, std::string("first"));

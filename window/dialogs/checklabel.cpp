@@ -8,7 +8,10 @@
 namespace tarvo::window {
 
 void showCheck(QLabel* label, const QString& text, CheckKind kind) {
-    label->setText(kind == CheckKind::NOTE && !text.isEmpty() ? "Note: " + text : text);
+    const QString front = kind == CheckKind::NOTE      ? "Note: "
+                          : kind == CheckKind::REFUSAL ? "The library may refuse this: "
+                                                       : "";
+    label->setText(text.isEmpty() ? text : front + text);
     const QColor colour =
         kind == CheckKind::ERROR ? QColor(0xb0, 0x00, 0x20) : QColor(0x7a, 0x50, 0x00);
     QPalette palette = QApplication::palette(label);

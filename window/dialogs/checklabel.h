@@ -1,4 +1,5 @@
-// Labels that tell what is wrong (errors) or doubtful (notes), by words and colour.
+// Labels that tell what is wrong (errors), what the library may refuse, or what is doubtful
+// (notes), by words and colour.
 #pragma once
 
 #include <QString>
@@ -7,9 +8,11 @@ class QLabel;
 
 namespace tarvo::window {
 
-enum class CheckKind { ERROR, NOTE };
+enum class CheckKind { ERROR, REFUSAL, NOTE };
 
-// Shows the text, a note with "Note: " in front; hides the label where it is empty.
+// Shows the text, with "The library may refuse this: " or
+// "Note: " in front where it is no error; hides the label
+// where it is empty.
 void showCheck(QLabel* label, const QString& text, CheckKind kind);
 
 }  // namespace tarvo::window

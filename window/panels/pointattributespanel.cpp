@@ -7,7 +7,6 @@
 #include "window/common/programsettings.h"
 #include "window/common/progress.h"
 #include "window/common/textformat.h"
-#include "window/dialogs/attribute/attributechecks.h"
 #include "window/dialogs/attribute/dialogpointattribute.h"
 #include "window/widgets/numerictreewidgetitem.h"
 
@@ -250,7 +249,7 @@ void PointAttributesPanel::editAttribute(const std::string& name) {
         attribute,
         key ? DialogPointAttribute::Purpose::EDIT_KEY : DialogPointAttribute::Purpose::EDIT, {},
         this, began)) {
-        if (sameAttribute(attribute, stored) ||
+        if (core::sameAttribute(attribute, stored) ||
             (conversionAgreed(stored, attribute) && write(attribute, false)))
             return;
         began = &stored;

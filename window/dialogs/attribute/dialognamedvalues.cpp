@@ -6,6 +6,7 @@
 #include "window/common/textfiles.h"
 #include "window/common/textformat.h"
 #include "window/common/theme.h"
+#include "window/dialogs/attribute/namedvaluescsv.h"
 #include "window/dialogs/checklabel.h"
 
 #include <QFileDialog>
@@ -20,6 +21,8 @@ namespace tarvo::window {
 
 namespace {
 
+using core::NamedValue;
+
 enum NamedValueColumn { NAMED_VALUE, NAMED_NAME, NAMED_COLUMNS };
 
 const char* const csvFilter = "CSV files (*.csv);;All files (*.*)";
@@ -29,12 +32,12 @@ const char* const csvFilter = "CSV files (*.csv);;All files (*.*)";
 bool DialogNamedValues::edit(std::string& namedValues,
                              const qrb::pointcloud::PointAttribute* attribute, QWidget* parent) {
     DialogNamedValues dialog(attribute, parent);
-    dialog.m_values = readNamedValues(namedValues);
+    dialog.m_values = core::readNamedValues(namedValues);
     dialog.showValues(0);
     if (dialog.exec() != QDialog::Accepted)
         return false;
     if (dialog.m_changed)
-        namedValues = writeNamedValues(dialog.m_values);
+        namedValues = core::writeNamedValues(dialog.m_values);
     return true;
 }
 
@@ -77,7 +80,8 @@ void DialogNamedValues::showValues(int current) {
         for (int row = 0; row < m_ui->tableNamedValues->rowCount(); ++row) {
             const NamedValue& each = m_values[static_cast<std::size_t>(row)];
             for (int column = 0; column < NAMED_COLUMNS; ++column) {
-                auto* cell = new QTableWidgetItem(column == NAMED_VALUE ? each.value : each.name);
+                auto* cell = new QTableWidgetItem(
+                    QString::fromStdString(column == NAMED_VALUE ? each.value : each.name));
                 if (!each.understood)
                     cell->setFlags(cell->flags() & ~Qt::ItemIsEditable);
                 m_ui->tableNamedValues->setItem(row, column, cell);
@@ -94,14 +98,14 @@ void DialogNamedValues::showValues(int current) {
 
 void DialogNamedValues::updateChecks() {
     const QSignalBlocker painting(m_ui->tableNamedValues);
-    const auto findings = checkNamedValues(m_values, m_attribute);
+    const auto findings = core::checkNamedValues(m_values, m_attribute);
     const QColor marked = readable(QColor(0xb0, 0x00, 0x20), palette());
     for (int row = 0; row < m_ui->tableNamedValues->rowCount(); ++row) {
         QStringList texts;
         bool error = false;
-        for (const NamedValueFinding& finding : findings)
+        for (const core::NamedValueFinding& finding : findings)
             if (finding.row == static_cast<std::size_t>(row)) {
-                texts += finding.text;
+                texts += QString::fromStdString(finding.text);
                 error = error || finding.error;
             }
         for (int column = 0; column < NAMED_COLUMNS; ++column) {
@@ -120,8 +124,8 @@ void DialogNamedValues::updateChecks() {
     const bool wrong = first != findings.end();
     QString text;
     if (!findings.empty()) {
-        const NamedValueFinding& shown = wrong ? *first : findings.front();
-        text = QString("Row %0: %1").arg(shown.row + 1).arg(shown.text);
+        const core::NamedValueFinding& shown = wrong ? *first : findings.front();
+        text = QString("Row %0: %1").arg(shown.row + 1).arg(QString::fromStdString(shown.text));
         if (findings.size() > 1)
             text += QString(" (And %0 more.)").arg(findings.size() - 1);
     }
@@ -149,9 +153,9 @@ void DialogNamedValues::on_tableNamedValues_itemChanged(QTableWidgetItem* item) 
     QString text = item->text().trimmed();
     if (item->column() == NAMED_VALUE && text.startsWith('+'))
         text.remove(0, 1);  // the library reads no plus sign
-    QString& field = item->column() == NAMED_VALUE ? value.value : value.name;
-    if (text != field) {
-        field = text;
+    std::string& field = item->column() == NAMED_VALUE ? value.value : value.name;
+    if (text != QString::fromStdString(field)) {
+        field = text.toStdString();
         value.line.clear();
         m_changed = true;
     }
@@ -204,7 +208,7 @@ void DialogNamedValues::on_actionMoveDown_triggered() {
 }
 
 void DialogNamedValues::on_actionSort_triggered() {
-    sortNamedValues(m_values);
+    core::sortNamedValues(m_values);
     m_changed = true;
     showValues(0);
 }

@@ -1,8 +1,8 @@
 // Edits the named values of a point attribute as a table.
 #pragma once
 
+#include "core/namedvalues.h"
 #include "window/common/programsettings.h"
-#include "window/dialogs/attribute/namedvalues.h"
 
 #include <QDialog>
 #include <memory>
@@ -55,7 +55,7 @@ private:
     std::unique_ptr<Ui::DialogNamedValues> m_ui;
     DialogSettings m_settings;
     const qrb::pointcloud::PointAttribute* m_attribute;  // not owned
-    std::vector<NamedValue> m_values;                    // as the rows show them
+    std::vector<core::NamedValue> m_values;              // as the rows show them
     bool m_changed = false;
 };
 

@@ -2,6 +2,9 @@
 
 #include "core/defaultattribute.h"
 #include "core/json.h"
+#include "core/jsonvalues.h"
+#include "core/namedvalues.h"
+#include "core/redefinition.h"
 #include "qrb/error.h"
 #include "ui_dialogpointattribute.h"
 #include "window/common/appearance.h"
@@ -13,9 +16,7 @@
 #include "window/dialogs/attribute/attributesuggestions.h"
 #include "window/dialogs/attribute/dialognamedvalues.h"
 #include "window/dialogs/attribute/dialogpointattributelod.h"
-#include "window/dialogs/attribute/namedvalues.h"
 #include "window/dialogs/checklabel.h"
-#include "window/widgets/jsonvalues.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -95,6 +96,18 @@ void choose(QComboBox* list, int value) {
     list->setCurrentIndex(index);
 }
 
+CheckKind kindOf(core::Severity severity) {
+    switch (severity) {
+        case core::Severity::ERROR:
+            break;
+        case core::Severity::REFUSAL:
+            return CheckKind::REFUSAL;
+        case core::Severity::NOTE:
+            return CheckKind::NOTE;
+    }
+    return CheckKind::ERROR;
+}
+
 }  // namespace
 
 bool DialogPointAttribute::edit(PointAttribute& attribute, Purpose purpose,
@@ -122,14 +135,15 @@ DialogPointAttribute::DialogPointAttribute(Purpose purpose, const QStringList& t
     m_ui->setupUi(this);
     m_use.primary = purpose == Purpose::PRIMARY;
     m_use.key = purpose == Purpose::EDIT_KEY;
-    if (!isEditing())
-        m_use.takenNames = takenNames;
+    const QStringList taken = isEditing() ? QStringList() : takenNames;
+    for (const QString& name : taken)
+        m_use.takenNames.push_back(name.toStdString());
     setWindowTitle(purpose == Purpose::ADD       ? "Add Point Attribute"
                    : purpose == Purpose::PRIMARY ? "Primary Point Attribute"
                                                  : "Edit Point Attribute");
     buildFields();
     buildMenu();
-    buildSuggestions(m_use.takenNames);
+    buildSuggestions(taken);
     m_ui->paneForm->installEventFilter(this);
     m_settings.restoreGeometryOf(this);
 }
@@ -399,10 +413,10 @@ void DialogPointAttribute::on_buttonLodSettings_clicked() {
 }
 
 void DialogPointAttribute::showNamedValues() {
-    const auto values = readNamedValues(m_namedValues);
+    const auto values = core::readNamedValues(m_namedValues);
     QStringList texts;
-    for (const NamedValue& each : values)
-        texts += each.understood ? each.value + '=' + each.name : each.name;
+    for (const core::NamedValue& each : values)
+        texts += QString::fromStdString(each.understood ? each.value + '=' + each.name : each.name);
     QString summary = texts.join(", ");
     if (values.size() > 1)
         summary = QString("%0: %1").arg(values.size()).arg(summary);
@@ -416,12 +430,12 @@ std::optional<PointAttribute> DialogPointAttribute::readJson(const std::string& 
     try {
         attribute.fromJson(text);
     } catch (const qrb::Error&) {
-        tarvo::rapidjson::Document quoted;
+        rapidjson::Document quoted;
         if (quoted.Parse<rapidjson::kParseIterativeFlag>(text.data(), text.size())
                 .HasParseError() ||
             !quoted.IsString())
             throw;
-        attribute.fromJson(jsonStringValue(quoted));
+        attribute.fromJson(core::jsonStringValue(quoted));
     }
     if (attribute.name.empty())
         return std::nullopt;
@@ -472,8 +486,11 @@ void DialogPointAttribute::on_actionSave_triggered() {
     guarded(this, [&] { writeFile(name, core::formattedJson(read().toJson())); });
 }
 
-std::vector<AttributeFinding> DialogPointAttribute::findings(const PointAttribute& attribute) {
-    auto found = checkAttribute(attribute, m_use);
+std::vector<core::AttributeFinding> DialogPointAttribute::findings(
+    const PointAttribute& attribute) {
+    using core::AttributeField;
+    using core::Severity;
+    auto found = core::checkAttribute(attribute, m_use);
     // A text that is no number is told as such, in place of what follows from it.
     const std::pair<NumberEdit*, AttributeField> numbers[] = {
         {m_ui->editInvalidValue, AttributeField::DEFAULT},
@@ -492,7 +509,7 @@ std::vector<AttributeFinding> DialogPointAttribute::findings(const PointAttribut
             : text.contains(',')
                 ? QString("\"%0\" is no number; the decimal mark is a point.").arg(text)
                 : QString("\"%0\" is no number.").arg(text);
-        found.insert(found.begin(), {field, true, problem});
+        found.insert(found.begin(), {field, Severity::ERROR, problem.toStdString()});
     }
     // The library has the last word.
     QString type;
@@ -504,17 +521,22 @@ std::vector<AttributeFinding> DialogPointAttribute::findings(const PointAttribut
                 .arg(dataTypeSize(dataType) == 1 ? QString("1 byte")
                                                  : QString("%0 bytes").arg(dataTypeSize(dataType)));
     } catch (const qrb::Error& problem) {
-        found.push_back({AttributeField::LENGTH, true, QString::fromUtf8(problem.what())});
+        // Told here only where the checks found nothing.
+        if (std::all_of(found.begin(), found.end(),
+                        [](const auto& each) { return each.severity == Severity::NOTE; }))
+            found.push_back({AttributeField::LENGTH, Severity::REFUSAL, problem.what()});
     }
     m_validGrid = std::none_of(found.begin(), found.end(), [](const auto& finding) {
-        return finding.error && finding.field >= AttributeField::RANGE &&
+        return finding.severity != Severity::NOTE && finding.field >= AttributeField::RANGE &&
                finding.field <= AttributeField::DEFAULT;
     });
     m_ui->labelDataTypeValue->setText(m_validGrid ? type : QString("unknown"));
     return found;
 }
 
-void DialogPointAttribute::showFindings(const std::vector<AttributeFinding>& found) {
+void DialogPointAttribute::showFindings(const std::vector<core::AttributeFinding>& found) {
+    using core::AttributeField;
+    using core::Severity;
     struct Row {
         AttributeField field;
         QLabel* label;
@@ -542,18 +564,22 @@ void DialogPointAttribute::showFindings(const std::vector<AttributeFinding>& fou
         const auto first = std::find_if(found.begin(), found.end(),
                                         [&](const auto& each) { return each.field == row.field; });
         const bool any = first != found.end();
-        const QString text = any ? first->text : QString();
-        showCheck(row.label, text, any && !first->error ? CheckKind::NOTE : CheckKind::ERROR);
+        showCheck(row.label, any ? QString::fromStdString(first->text) : QString(),
+                  any ? kindOf(first->severity) : CheckKind::ERROR);
         for (QWidget* field : row.fields)
             field->setAccessibleDescription(row.label->text());
     }
-    const auto error =
-        std::find_if(found.begin(), found.end(), [](const auto& each) { return each.error; });
-    const bool wrong = error != found.end();
-    showCheck(m_ui->labelSummary, wrong ? error->text : QString(), CheckKind::ERROR);
+    // The first error, else the first thing that may be refused.
+    const auto gravest =
+        std::min_element(found.begin(), found.end(),
+                         [](const auto& a, const auto& b) { return a.severity < b.severity; });
+    const bool told = gravest != found.end() && gravest->severity != Severity::NOTE;
+    const bool wrong = told && gravest->severity == Severity::ERROR;
+    const QString text = told ? QString::fromStdString(gravest->text) : QString();
+    showCheck(m_ui->labelSummary, text, told ? kindOf(gravest->severity) : CheckKind::ERROR);
     m_ui->buttonBox->button(QDialogButtonBox::Ok)->setEnabled(!wrong);
     m_ui->buttonBox->button(QDialogButtonBox::Ok)
-        ->setToolTip(wrong ? plainToolTip(error->text) : QString());
+        ->setToolTip(wrong ? plainToolTip(text) : QString());
 }
 
 void DialogPointAttribute::updateChecks() {
@@ -562,7 +588,9 @@ void DialogPointAttribute::updateChecks() {
     const PointAttribute attribute = read();
     showFindings(findings(attribute));
     const QString conversion =
-        m_stored && m_validGrid && !m_use.key ? conversionText(*m_stored, attribute) : QString();
+        m_stored && m_validGrid && !m_use.key
+            ? QString::fromStdString(core::conversionHint(*m_stored, attribute))
+            : QString();
     m_ui->labelConversion->setText(conversion);
     m_ui->labelConversion->setVisible(!conversion.isEmpty());
 }

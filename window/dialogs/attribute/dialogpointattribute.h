@@ -2,9 +2,9 @@
 // and the default catalogue to take definitions from.
 #pragma once
 
+#include "core/attributerules.h"
 #include "qrb/pointattribute.h"
 #include "window/common/programsettings.h"
-#include "window/dialogs/attribute/attributechecks.h"
 
 #include <QDialog>
 #include <QStringList>
@@ -85,13 +85,13 @@ private:
 
     void showNamedValues();
     void updateChecks();
-    std::vector<AttributeFinding> findings(const PointAttribute& attribute);
-    void showFindings(const std::vector<AttributeFinding>& findings);
+    std::vector<core::AttributeFinding> findings(const PointAttribute& attribute);
+    void showFindings(const std::vector<core::AttributeFinding>& findings);
 
     std::unique_ptr<Ui::DialogPointAttribute> m_ui;
     DialogSettings m_settings;
     Purpose m_purpose;
-    AttributeUse m_use;
+    core::AttributeUse m_use;
     std::optional<PointAttribute> m_stored;  // what m_use refers to
     PointAttribute m_filled;                 // what the fields were filled with
     QStringList m_filledTexts;

@@ -1,8 +1,8 @@
 #include "window/dialogs/attribute/dialogpointattributelod.h"
 
+#include "core/lodsettings.h"
 #include "ui_dialogpointattributelod.h"
 #include "window/common/appearance.h"
-#include "window/dialogs/attribute/lodsettings.h"
 #include "window/dialogs/checklabel.h"
 
 #include <QPushButton>
@@ -20,7 +20,8 @@ bool DialogPointAttributeLod::edit(std::string& settings, QWidget* parent) {
                          dialog.m_ui->editMembers->toPlainText() != members ||
                          !dialog.m_ui->labelLost->text().isEmpty();
     if (changed)
-        settings = writeLodSettings(dialog.method(), dialog.m_ui->editMembers->toPlainText());
+        settings = core::writeLodSettings(dialog.method().toStdString(),
+                                          dialog.m_ui->editMembers->toPlainText().toStdString());
     return true;
 }
 
@@ -30,7 +31,7 @@ DialogPointAttributeLod::DialogPointAttributeLod(QWidget* parent)
       m_settings("DialogPointAttributeLod") {
     m_ui->setupUi(this);
     useTextPaneFont(m_ui->editMembers);
-    for (const LodMethodEntry& entry : lodMethods()) {
+    for (const core::LodMethodEntry& entry : core::lodMethods()) {
         m_ui->editMethod->addItem(entry.name);
         m_ui->editMethod->setItemData(m_ui->editMethod->count() - 1, QString(entry.meaning),
                                       Qt::ToolTipRole);
@@ -43,25 +44,25 @@ DialogPointAttributeLod::~DialogPointAttributeLod() {
 }
 
 void DialogPointAttributeLod::fill(const std::string& text) {
-    LodSettings settings;
+    core::LodSettings settings;
     QString lost;
     try {
-        settings = readLodSettings(text);
-        if (!settings.lost.isEmpty())
+        settings = core::readLodSettings(text);
+        if (!settings.lost.empty())
             lost = QString("What stands behind the JSON value will be dropped: %0")
-                       .arg(settings.lost.left(200));
+                       .arg(QString::fromStdString(settings.lost).left(200));
     } catch (const std::exception& problem) {
         lost = QString("The present settings can't be read and will be replaced: %0\n%1")
                    .arg(QString::fromStdString(text).left(200), problem.what());
     }
-    int index =
-        m_ui->editMethod->findText(settings.method, Qt::MatchExactly | Qt::MatchCaseSensitive);
+    const QString method = QString::fromStdString(settings.method);
+    int index = m_ui->editMethod->findText(method, Qt::MatchExactly | Qt::MatchCaseSensitive);
     if (index < 0) {
         index = m_ui->editMethod->count();
-        m_ui->editMethod->addItem(settings.method);
+        m_ui->editMethod->addItem(method);
     }
     m_ui->editMethod->setCurrentIndex(index);
-    m_ui->editMembers->setPlainText(settings.members);
+    m_ui->editMembers->setPlainText(QString::fromStdString(settings.members));
     showCheck(m_ui->labelLost, lost, CheckKind::NOTE);
     updateCheck();
 }
@@ -82,7 +83,9 @@ void DialogPointAttributeLod::updateCheck() {
     m_ui->labelMeaning->setText(m_ui->editMethod->currentData(Qt::ToolTipRole).toString());
     QString problem;
     try {
-        problem = lodSettingsProblem(writeLodSettings(method(), m_ui->editMembers->toPlainText()));
+        const std::string settings = core::writeLodSettings(
+            method().toStdString(), m_ui->editMembers->toPlainText().toStdString());
+        problem = QString::fromStdString(core::lodSettingsProblem(settings).text);
     } catch (const std::exception& unreadable) {
         problem = unreadable.what();
     }

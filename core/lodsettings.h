@@ -2,11 +2,10 @@
 // with it.
 #pragma once
 
-#include <QString>
 #include <span>
 #include <string>
 
-namespace tarvo::window {
+namespace tarvo::core {
 
 struct LodMethodEntry {
     const char* name;
@@ -16,9 +15,9 @@ struct LodMethodEntry {
 std::span<const LodMethodEntry> lodMethods();
 
 struct LodSettings {
-    QString method = "default";
-    QString members;  // the other members as an indented JSON object; empty: none
-    QString lost;     // what stands behind the JSON value and can't be kept
+    std::string method = "default";
+    std::string members;  // the other members as an indented JSON object; empty: none
+    std::string lost;     // what stands behind the JSON value and can't be kept
 };
 
 // Throws std::runtime_error for a text that names no method.
@@ -26,9 +25,13 @@ LodSettings readLodSettings(const std::string& text);
 
 // A bare name where there are no further members, else a JSON object. Numbers stay as they are
 // written. Throws std::runtime_error for members that are no JSON object or name a method.
-std::string writeLodSettings(const QString& method, const QString& members);
+std::string writeLodSettings(const std::string& method, const std::string& members);
 
-// Why the library would refuse the settings; empty: it takes them.
-QString lodSettingsProblem(const std::string& text);
+struct LodProblem {
+    bool isJson = true;  // false: nobody can read the text
+    std::string text;    // empty: there is none
+};
+// Why the library that comes with the programs would refuse the settings.
+LodProblem lodSettingsProblem(const std::string& text);
 
-}  // namespace tarvo::window
+}  // namespace tarvo::core

@@ -1,7 +1,8 @@
-#include "window/dialogs/attribute/lodsettings.h"
+#include "core/lodsettings.h"
 
 #include "catalogue/jsonmemory.h"
-#include "window/widgets/jsonvalues.h"
+#include "core/jsonvalues.h"
+#include "core/utf8.h"
 
 #include <rapidjson/error/en.h>
 #include <rapidjson/memorystream.h>
@@ -10,7 +11,7 @@
 #include <iterator>
 #include <stdexcept>
 
-namespace tarvo::window {
+namespace tarvo::core {
 
 namespace {
 
@@ -132,6 +133,14 @@ MemberCopier<Writer> copyMembers(const std::string& text, Writer& writer) {
     return copier;
 }
 
+// What a message shows of a text.
+std::string shortened(const std::string& text) {
+    std::size_t end = std::min<std::size_t>(text.size(), 40);
+    while (end < text.size() && (static_cast<unsigned char>(text[end]) & 0xc0) == 0x80)
+        --end;
+    return text.substr(0, end);
+}
+
 bool isBlank(const std::string& text) {
     return text.find_first_not_of(" \t\r\n") == std::string::npos;
 }
@@ -145,60 +154,59 @@ std::span<const LodMethodEntry> lodMethods() {
 LodSettings readLodSettings(const std::string& text) {
     const LodMethod method = parseLodMethod(text);
     LodSettings settings;
-    settings.method = QString::fromStdString(method.method);
+    settings.method = method.method;
     if (!isBlank(method.remainder))
-        settings.lost = QString::fromStdString(method.remainder).trimmed();
+        settings.lost = trimmed(method.remainder);
     const std::size_t start = text.find_first_not_of(" \t\r\n");
     if (start == std::string::npos || text[start] != '{')
         return settings;
-    tarvo::rapidjson::StringBuffer buffer;
-    tarvo::rapidjson::PrettyWriter<tarvo::rapidjson::StringBuffer> writer(buffer);
+    rapidjson::StringBuffer buffer;
+    rapidjson::PrettyWriter<rapidjson::StringBuffer> writer(buffer);
     writer.StartObject();
     const auto copier = copyMembers<rapidjson::kParseStopWhenDoneFlag>(text, writer);
     writer.EndObject();
     if (copier.copied > 0)
-        settings.members = QString::fromUtf8(buffer.GetString(), qsizetype(buffer.GetSize()));
+        settings.members = {buffer.GetString(), buffer.GetSize()};
     return settings;
 }
 
-std::string writeLodSettings(const QString& method, const QString& members) {
-    const std::string text = members.toStdString();
-    const std::string name = method.toStdString();
-    tarvo::rapidjson::StringBuffer buffer;
-    tarvo::rapidjson::Writer<tarvo::rapidjson::StringBuffer> writer(buffer);
+std::string writeLodSettings(const std::string& method, const std::string& members) {
+    rapidjson::StringBuffer buffer;
+    rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
     writer.StartObject();
     writer.Key(methodMember);
-    writer.String(name.data(), static_cast<rapidjson::SizeType>(name.size()));
+    writer.String(method.data(), static_cast<rapidjson::SizeType>(method.size()));
     int copied = 0;
-    if (!isBlank(text)) {
-        const auto copier = copyMembers<rapidjson::kParseDefaultFlags>(text, writer);
+    if (!isBlank(members)) {
+        const auto copier = copyMembers<rapidjson::kParseDefaultFlags>(members, writer);
         if (copier.hasMethod)
             throw std::runtime_error("The method is chosen above; take the member \"method\" out.");
         copied = copier.copied;
     }
     writer.EndObject();
-    const bool bare = copied == 0 && name.find_first_of("{}[]\"\\") == std::string::npos;
-    return bare ? name : std::string(buffer.GetString(), buffer.GetSize());
+    const bool bare = copied == 0 && method.find_first_of("{}[]\"\\") == std::string::npos;
+    return bare ? method : std::string(buffer.GetString(), buffer.GetSize());
 }
 
-QString lodSettingsProblem(const std::string& text) {
+LodProblem lodSettingsProblem(const std::string& text) {
     try {
         const LodSettings settings = readLodSettings(text);
-        if (!settings.lost.isEmpty())
-            return QString("\"%0\" stands behind the JSON value, where nothing may follow.")
-                .arg(settings.lost.left(40));
+        if (!settings.lost.empty())
+            return {true, "\"" + shortened(settings.lost) +
+                              "\" stands behind the JSON value, where nothing may follow."};
         const bool known =
             std::any_of(std::begin(knownMethods), std::end(knownMethods),
                         [&](const LodMethodEntry& entry) { return settings.method == entry.name; });
         if (known)
             return {};
-        return QString(
-                   "The method \"%0\" is unknown; default, average, minimum, maximum, majority, "
-                   "first and thinout are known.")
-            .arg(settings.method.left(40));
+        return {true, "The method \"" + shortened(settings.method) +
+                          "\" is unknown; default, average, minimum, maximum, majority, first and "
+                          "thinout are known."};
+    } catch (const NoJson& problem) {
+        return {false, problem.what()};
     } catch (const std::exception& problem) {
-        return QString::fromStdString(problem.what());
+        return {true, problem.what()};
     }
 }
 
-}  // namespace tarvo::window
+}  // namespace tarvo::core

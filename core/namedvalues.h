@@ -1,23 +1,27 @@
-// The named values of a point attribute: lines "VALUE=NAME", and CSV files of them.
+// The named values of a point attribute: lines "VALUE=NAME".
 #pragma once
 
+#include "numbers/grid.h"
 #include "qrb/pointattribute.h"
 
-#include <QByteArray>
-#include <QString>
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
-namespace tarvo::window {
+namespace tarvo::core {
 
 struct NamedValue {
-    QString value;
-    QString name;
+    std::string value;
+    std::string name;
     // As it stood in the definition; empty: new or changed.
     std::string line = {};
     // False: the line is no "VALUE=NAME" and is kept as it stands; name shows it.
     bool understood = true;
 };
+
+// The number of a value as libraries read it: without a plus sign. Nothing where it is none.
+std::optional<double> namedNumber(const std::string& text);
 
 // The lines of a definition; lines of nothing but blanks, which say nothing, are left out.
 std::vector<NamedValue> readNamedValues(const std::string& text);
@@ -27,20 +31,18 @@ std::string writeNamedValues(const std::vector<NamedValue>& values);
 struct NamedValueFinding {
     std::size_t row = 0;
     bool error = true;  // else the value only has no effect now
-    QString text;
+    std::string text;
 };
 // What can't be kept, or has no effect by the attribute's range and resolution. attribute: may be
-// null; valid.
+// null, and is taken for it where its numbers make no grid.
 std::vector<NamedValueFinding> checkNamedValues(const std::vector<NamedValue>& values,
                                                 const qrb::pointcloud::PointAttribute* attribute);
 
 // By number; lines that aren't understood stay behind the others.
 void sortNamedValues(std::vector<NamedValue>& values);
 
-// UTF-8, the header "value,name", quotes by RFC 4180, lines end with CR LF. Lines that aren't
-// understood are left out.
-QByteArray namedValuesToCsv(const std::vector<NamedValue>& values);
-// The header may be missing. Throws std::runtime_error that begins with the line ("Line 3: ...").
-std::vector<NamedValue> namedValuesFromCsv(const QByteArray& csv);
+// Where a value lies: it is stored as it is; rounded to a neighbour; not at all.
+enum class ValuePlace { ON_GRID, OFF_GRID, OUTSIDE };
+ValuePlace placeOf(double value, const numbers::Grid& grid);
 
-}  // namespace tarvo::window
+}  // namespace tarvo::core

@@ -1,10 +1,8 @@
-#include "window/widgets/jsonvalues.h"
+#include "core/jsonvalues.h"
 
 #include <rapidjson/error/en.h>
 
-#include <stdexcept>
-
-namespace tarvo::window {
+namespace tarvo::core {
 
 namespace {
 
@@ -55,9 +53,9 @@ LodMethod parseLodMethod(const std::string& text) {
     rapidjson::StringStream stream(json.c_str());
     document.ParseStream<flags>(stream);
     if (document.HasParseError())
-        throw std::runtime_error(std::string("Failed to parse JSON string: ") +
-                                 rapidjson::GetParseError_En(document.GetParseError()) +
-                                 " Position: " + std::to_string(document.GetErrorOffset()));
+        throw NoJson(std::string("Failed to parse JSON string: ") +
+                     rapidjson::GetParseError_En(document.GetParseError()) +
+                     " Position: " + std::to_string(document.GetErrorOffset()));
     if (!document.IsString() && !document.IsObject())
         throw std::runtime_error("JSON object or JSON string expected");
     LodMethod result;
@@ -69,4 +67,4 @@ LodMethod parseLodMethod(const std::string& text) {
     return result;
 }
 
-}  // namespace tarvo::window
+}  // namespace tarvo::core

@@ -1,0 +1,123 @@
+#include "core/namedvalues.h"
+
+#include "core/utf8.h"
+#include "numbers/numbertext.h"
+
+#include <algorithm>
+#include <cmath>
+#include <set>
+#include <string_view>
+
+namespace tarvo::core {
+
+namespace {
+
+using numbers::Grid;
+
+NamedValue readLine(const std::string& line) {
+    const std::string_view text = line;
+    const std::size_t equals = text.find('=');
+    const std::string value(trimmed(text.substr(0, equals)));
+    if (equals == std::string_view::npos || !namedNumber(value))
+        return {{}, std::string(trimmed(text)), line, false};
+    return {value, std::string(trimmed(text.substr(equals + 1))), line, true};
+}
+
+std::optional<Grid> gridOf(const qrb::pointcloud::PointAttribute* attribute) {
+    try {
+        if (attribute)
+            return Grid({attribute->minimumValue, attribute->maximumValue, attribute->resolution,
+                         attribute->invalidValue});
+    } catch (const Grid::Fault&) {
+        // Nothing can be said about places.
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<double> namedNumber(const std::string& text) {
+    const std::string_view digits = trimmed(text);
+    return digits.starts_with('+') ? std::nullopt : numbers::readNumber(digits);
+}
+
+std::vector<NamedValue> readNamedValues(const std::string& text) {
+    std::vector<NamedValue> values;
+    for (std::size_t begin = 0; begin < text.size();) {
+        const std::size_t end = std::min(text.find('\n', begin), text.size());
+        const std::string line = text.substr(begin, end - begin);
+        if (line.find_first_not_of(" \t\r") != std::string::npos)
+            values.push_back(readLine(line));
+        begin = end + 1;
+    }
+    return values;
+}
+
+std::string writeNamedValues(const std::vector<NamedValue>& values) {
+    std::string text;
+    for (const NamedValue& each : values) {
+        if (!text.empty())
+            text += '\n';
+        text += each.line.empty() ? each.value + '=' + each.name : each.line;
+    }
+    return text;
+}
+
+std::vector<NamedValueFinding> checkNamedValues(const std::vector<NamedValue>& values,
+                                                const qrb::pointcloud::PointAttribute* attribute) {
+    const std::optional<Grid> grid = gridOf(attribute);
+    std::vector<NamedValueFinding> findings;
+    std::set<double> known;
+    for (std::size_t row = 0; row < values.size(); ++row) {
+        const NamedValue& each = values[row];
+        const auto add = [&](bool error, const std::string& text) {
+            findings.push_back({row, error, text});
+        };
+        if (!each.understood) {
+            add(false, "\"" + each.name + "\" is no \"VALUE=NAME\"; it is kept as it stands.");
+            continue;
+        }
+        const std::optional<double> value = namedNumber(each.value);
+        if (!value) {
+            add(true, trimmed(each.value).empty() ? "A value is missing."
+                                                  : "\"" + each.value + "\" is no number.");
+            continue;
+        }
+        if (each.name.find_first_of("\r\n") != std::string::npos)
+            add(true, "The name of " + each.value + " holds a line break.");
+        else if (trimmed(each.name).empty())
+            add(false, each.value + " has no name.");
+        const ValuePlace place = grid ? placeOf(*value, *grid) : ValuePlace::ON_GRID;
+        if (place == ValuePlace::OUTSIDE)
+            add(false, each.value + " is out of the range.");
+        else if (place == ValuePlace::OFF_GRID)
+            add(false, each.value + " is no multiple of the resolution.");
+        const double stored =
+            place == ValuePlace::OFF_GRID ? grid->value(*grid->find(*value)) : *value;
+        if (!known.insert(stored).second)
+            add(true, each.value + " has a name already.");
+    }
+    return findings;
+}
+
+void sortNamedValues(std::vector<NamedValue>& values) {
+    std::stable_sort(values.begin(), values.end(), [](const NamedValue& a, const NamedValue& b) {
+        const auto first = namedNumber(a.value);
+        const auto second = namedNumber(b.value);
+        return first && (!second || *first < *second);
+    });
+}
+
+ValuePlace placeOf(double value, const Grid& grid) {
+    const auto code = grid.find(value);
+    if (!code)
+        return ValuePlace::OUTSIDE;
+    if (grid.kind() == Grid::Kind::Float || grid.isInvalid(*code))
+        return ValuePlace::ON_GRID;
+    const double distance = std::fabs(grid.value(*code) - value);
+    return distance <= grid.resolution() * 1e-6 || value == grid.value(*code)
+               ? ValuePlace::ON_GRID
+               : ValuePlace::OFF_GRID;
+}
+
+}  // namespace tarvo::core
