@@ -22,7 +22,7 @@ struct Finding {
 
 struct Findings {
     std::vector<Finding> list;
-    std::vector<std::string> notes;  // about what was not checked, a line each
+    std::vector<std::string> notes;  // about what is no violation, a line each
 };
 
 // What a call found that validated and gave this status; throws Error where it failed otherwise.

@@ -97,7 +97,8 @@ qrb_status qrb_pointcloud_management_validate(qrb_context* context, qrb_pointclo
         const validation::FileSchema fileSchema = validation::readFileSchema(textOf(schema));
         report(bound,
                "The database does not agree with the file schema \"" + fileSchema.identifier + "\"",
-               validation::deviations(*session, fileSchema, strict != 0));
+               validation::deviations(*session, fileSchema, strict != 0),
+               validation::placeholders(*session));
     });
 }
 

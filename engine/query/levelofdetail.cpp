@@ -5,6 +5,7 @@
 #include "engine/query/blocks.h"
 #include "engine/query/columns.h"
 #include "engine/query/combiner.h"
+#include "engine/query/treeedit.h"
 #include "numbers/wide.h"
 
 #include <algorithm>

@@ -177,7 +177,7 @@ void noteChanges(session::Session& session, const session::State& state, const A
     if (from.record.length > to.record.length)
         changed += state.pointCount * (from.record.length - to.record.length);
     if (changed > 0)
-        session.notes().lines.push_back("Attribute \"" + to.record.name + "\": redefined, " +
+        session.changelog().notes().lines.push_back("Attribute \"" + to.record.name + "\": redefined, " +
                                         numbers::groupedText(changed) +
                                         (changed == 1 ? " value changed" : " values changed"));
 }

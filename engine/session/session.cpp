@@ -107,7 +107,8 @@ std::string libraryVersion() {
 
 void Session::create(const std::string& fileName, const CreateSettings& settings,
                      const std::string& api, const std::vector<schema::AttributeRecord>& extra,
-                     const std::vector<std::pair<std::string, std::string>>& metaData) {
+                     const std::vector<std::pair<std::string, std::string>>& metaData,
+                     const ChangeNotes& notes) {
     validate(settings);
     if (const schema::AttributeRecord& id = settings.primaryAttribute;
         id.name == schema::pointIdName && !canBePointId(id))
@@ -137,7 +138,7 @@ void Session::create(const std::string& fileName, const CreateSettings& settings
         for (const auto& [name, value] : metaData)
             state.metaData[name].value = add(bytesOf(value));
         state.changelog =
-            add(bytesOf(changelogBlob(changelogEntry(State(), state, ChangeNotes()), {})));
+            add(bytesOf(changelogBlob(changelogEntry(State(), state, notes), {})));
         return rootText(state);
     });
 }

@@ -23,4 +23,8 @@ struct Deviation {
 // point id.
 std::vector<Deviation> deviations(session::Session& session, const FileSchema& schema, bool strict);
 
+// The metadata items that still hold the example of the catalogue, where that has no neutral value:
+// whoever made the file by a schema has not said yet what is true of it. A line each.
+std::vector<std::string> placeholders(session::Session& session);
+
 }  // namespace tarvo::engine::validation

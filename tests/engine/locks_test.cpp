@@ -41,7 +41,7 @@ protected:
     auto readerFor(int moreSeconds) const {
         return [this, moreSeconds](const auto& pause) {
             session::Session session(m_file, {}, "test");
-            const auto scope = session.blobs().scope();
+            const session::Blobs::Scope scope(session.blobs());
             (void)session.blobs().rootNode(*session.state());
             pause();
             ::usleep(static_cast<useconds_t>(moreSeconds) * 1'000'000);

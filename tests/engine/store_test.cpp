@@ -28,7 +28,7 @@ TEST_F(Store, HasOneWriterByWhateverNameTheFileGoes) {
     for (const std::string& name : {m_file, link, hard}) {
         session::Session second(name, {}, "test");
         EXPECT_EQ(outcomeOf([&] { second.begin("second", "test", "", ""); }).code, ErrorCode::Busy);
-        EXPECT_EQ(outcomeOf([&] { second.vacuum(); }).code, ErrorCode::Busy);
+        EXPECT_EQ(outcomeOf([&] { second.history().vacuum(); }).code, ErrorCode::Busy);
         EXPECT_EQ(outcomeOf([&] { second.restore(1); }).code, ErrorCode::Busy);
         OtherProcess other([&](const auto&) {
             session::Session third(name, {}, "test");
@@ -45,7 +45,7 @@ TEST_F(Store, HasOneWriterByWhateverNameTheFileGoes) {
                                                                                                 : 1;
     });
     EXPECT_EQ(late.wait(), 0);
-    writer.commit();
+    query::commit(writer);
     session::Session second(hard, {}, "test");
     commitPoints(second, somePoints(50, 3));
     EXPECT_EQ(readAll(writer).size(), m_before.size() + 150);
@@ -60,7 +60,7 @@ TEST_F(Store, IsRepairedUnderTheNameThatAKilledWriterKnew) {
     ASSERT_TRUE(std::filesystem::exists(other + "-journal"));
     for (const auto& use : std::initializer_list<std::function<void()>>{
              [&] { session::Session(m_file, {}, "test"); },
-             [&] { opened.begin("x", "test", "", ""); }, [&] { opened.vacuum(); }}) {
+             [&] { opened.begin("x", "test", "", ""); }, [&] { opened.history().vacuum(); }}) {
         const Outcome outcome = outcomeOf(use);
         EXPECT_EQ(outcome.code, ErrorCode::State) << outcome.text;
         EXPECT_NE(outcome.text.find("b.qrbx"), std::string::npos) << outcome.text;
@@ -153,8 +153,8 @@ TEST_F(Store, FailsAWriterBesideWhomAnotherCommitted) {
     {
         session::Session other(copy, {}, "test");
         other.begin("other", "test", "", "");
-        other.setMetaData("theirs", "1");
-        other.commit();
+        other.metaData().set("theirs", "1");
+        query::commit(other);
     }
     const std::string theirs = "ATTACH '" + copy +
                                "' AS other; INSERT OR REPLACE INTO info SELECT * FROM other.info; "
@@ -256,8 +256,8 @@ TEST_F(Store, TellsAQueryThatItsStateWasDiscarded) {
     {
         session::Session other(m_file, {}, "test");
         other.restore(1);
-        other.discard({2});
-        other.vacuum();
+        other.history().discard({2});
+        other.history().vacuum();
     }
     Outcome outcome;
     for (int i = 0; i < 2000 && outcome.text.empty(); ++i)

@@ -54,6 +54,11 @@ TEST_F(Validate, EveryFileSchemaMakesFilesThatAgreeWithIt) {
             if (!optionals)
                 mandatory = parts;
             EXPECT_EQ(parts > mandatory, optionals && entry.json.find('?') != std::string::npos);
+            Lines placeholders;
+            cloud.changelog().exportToTextfile(name + ".txt");
+            std::ostringstream changelogText;
+            changelogText << std::ifstream(name + ".txt").rdbuf();
+            const std::string changelog = changelogText.str();
             for (const catalogue::MetaDataEntry& item : catalogue::metaData()) {
                 const std::string quoted = "\"" + std::string(item.name);
                 const bool named = entry.json.find(quoted + "\"") != std::string::npos;
@@ -63,9 +68,18 @@ TEST_F(Validate, EveryFileSchemaMakesFilesThatAgreeWithIt) {
                 const bool known = !item.neutral.empty();
                 const bool exists = named || (optional && optionals && known);
                 EXPECT_EQ(cloud.metaData().exists(item.name), exists) << item.name;
-                if (exists && known)
+                if (exists && known) {
                     EXPECT_EQ(cloud.metaData().get(item.name), item.neutral);
+                } else if (exists) {
+                    placeholders.push_back("The metadata item \"" + item.name +
+                                           "\" holds the example of the catalogue: replace it by "
+                                           "what is true.");
+                    EXPECT_NE(changelog.find("Placeholders: "), std::string::npos);
+                    EXPECT_NE(changelog.find(" " + item.name), std::string::npos) << changelog;
+                }
             }
+            EXPECT_EQ(cloud.management().findings(entry.json, true).notes, placeholders);
+            EXPECT_EQ(changelog.find("Placeholders:") == std::string::npos, placeholders.empty());
             const std::string primary = cloud.pointAttributes().primaryAttributeName();
             EXPECT_NE(entry.json.find("\"" + primary + "*\""), std::string::npos);
             // It takes points: defaults for all that isn't given.

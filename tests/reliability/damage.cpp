@@ -311,7 +311,7 @@ private:
         compareAfter(before, after, *truth, sound,
                      what + (committed ? ", commit" : ", refused commit"));
         const bool cleaned = attempt(what + ", clean-up", [&] {
-            engine::session::Session(m_file.file(), {}, "trial").vacuum();
+            engine::session::Session(m_file.file(), {}, "trial").history().vacuum();
         });
         m_figures.vacuums += cleaned;
         m_figures.refusedOfSound += sound && !(committed && cleaned);

@@ -282,7 +282,7 @@ DamageBase makeDamageBase(const std::string& file, bool deep) {
 }
 
 std::vector<std::uint32_t> kept(const std::string& file) {
-    return session::Session(file, {}, "trial").transactions();
+    return session::Session(file, {}, "trial").history().transactions();
 }
 
 Picture readAll(const std::string& file, const std::vector<std::uint32_t>& ids, bool dear) {

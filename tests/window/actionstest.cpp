@@ -380,7 +380,8 @@ void ActionsTest::filterMenuOffersWhatTheDatabaseHas() {
                 disabled += action->text();
         }
         QCOMPARE(entries, QStringList({"Insert attribute name", "Insert attribute property",
-                                       "Insert operator", "Insert command", "Insert range query...",
+                                       "Insert operator", "Insert command",
+                                       "Insert test for a valid value", "Insert range query...",
                                        "-", "Clear history", "Clear filter"}));
         for (const char* needsAttributes : {"Insert attribute name", "Insert range query..."})
             QCOMPARE(disabled.contains(needsAttributes), !isOpen);

@@ -47,16 +47,24 @@ void DialogValidate::on_buttonValidate_clicked() {
     m_ui->tabWidget->setCurrentWidget(m_ui->tabResult);
     guarded(this, [this] {
         const WaitCursor waiting;
+        const std::string schema = m_ui->editSchema->toPlainText().toStdString();
+        const bool strict = m_ui->editStrict->isChecked();
+        const auto appendNotes = [&] {
+            for (const std::string& note : m_database.management().findings(schema, strict).notes)
+                m_ui->editResult->appendPlainText('\n' + QString::fromStdString(note));
+        };
         try {
-            m_database.management().validate(m_ui->editSchema->toPlainText().toStdString(),
-                                             m_ui->editStrict->isChecked());
+            m_database.management().validate(schema, strict);
         } catch (const qrb::Error& error) {
             // What the box hides behind its details stays readable here.
             m_ui->editResult->appendPlainText(QString::fromUtf8(error.what()) + "\n\n" +
                                               QString::fromUtf8(error.details()));
+            if (error.code() == QRB_ERROR_VALIDATION)
+                appendNotes();
             throw;
         }
         m_ui->editResult->appendPlainText("No problems detected!");
+        appendNotes();
     });
 }
 

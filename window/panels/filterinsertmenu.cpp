@@ -6,6 +6,7 @@
 #include "window/panels/pointreader.h"
 
 #include <QLineEdit>
+#include <cmath>
 
 namespace tarvo::window {
 
@@ -28,6 +29,7 @@ FilterInsertMenu::FilterInsertMenu(QLineEdit* target, QWidget* parent)
     addProperties();
     addOperators();
     addCommands();
+    m_valid = addMenu(insertIcon("insert-attribute"), "Insert test for a valid value");
     m_rangeQuery = addAction(insertIcon("insert-range"), "Insert range query...", this,
                              &FilterInsertMenu::onPointDataFilterInsertRangeQuery);
     m_rangeQuery->setEnabled(false);
@@ -91,21 +93,30 @@ void FilterInsertMenu::setAttributes(
     const std::vector<qrb::pointcloud::PointAttribute>& attributes) {
     m_definitions = attributes;
     m_rangeQuery->setEnabled(!attributes.empty());
-    QStringList names;
+    QStringList names, valid;
     for (const auto& attribute : attributes) {
         const QString name = QString::fromStdString(attribute.name);
-        names += attribute.length > PointReader::maximumElements
-                     ? QStringList(name)
-                     : shownElements(name, attribute.length);
+        const QStringList elements = attribute.length > PointReader::maximumElements
+                                         ? QStringList(name)
+                                         : shownElements(name, attribute.length);
+        names += elements;
+        if (!std::isnan(attribute.invalidValue))
+            for (const QString& element : elements)
+                valid += element + " != " + name + ":invalid";
     }
-    names.sort();
-    m_attributes->clear();
-    for (const QString& name : names) {
+    fill(m_attributes, names);
+    fill(m_valid, valid);
+}
+
+void FilterInsertMenu::fill(QMenu* menu, QStringList texts) {
+    texts.sort();
+    menu->clear();
+    for (const QString& text : texts) {
         // A menu takes a single ampersand for the mark of a key.
-        addEntry(m_attributes, QString(name).replace('&', "&&"), name,
+        addEntry(menu, QString(text).replace('&', "&&"), text,
                  &FilterInsertMenu::onPointDataFilterInsertAttribute);
     }
-    m_attributes->setEnabled(!names.isEmpty());
+    menu->setEnabled(!texts.isEmpty());
 }
 
 void FilterInsertMenu::onPointDataFilterInsertAttribute() {

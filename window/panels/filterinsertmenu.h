@@ -35,12 +35,14 @@ private slots:
 private:
     using Slot = void (FilterInsertMenu::*)();
     void addEntry(QMenu* menu, const QString& label, const QString& text, Slot slot);
+    void fill(QMenu* menu, QStringList texts);
     void addProperties();
     void addOperators();
     void addCommands();
 
     QLineEdit* m_target;
     QMenu* m_attributes;
+    QMenu* m_valid;
     QAction* m_rangeQuery = nullptr;
     std::vector<qrb::pointcloud::PointAttribute> m_definitions;
 };
