@@ -1,5 +1,6 @@
 // qrbtool attributes: the point attribute definitions of a database.
 
+#include "cli/actions.h"
 #include "cli/attributetext.h"
 #include "cli/commands.h"
 #include "cli/database.h"
@@ -189,23 +190,15 @@ void listGroups(const PointAttributes& attributes, bool asJson) {
 }  // namespace
 
 void addAttributesCommand(CLI::App& app, Invocation& invocation) {
-    const auto options = std::make_shared<AttributeOptions>();
     CLI::App* const command =
         app.add_subcommand("attributes", "List, add, change and remove point attributes");
     addDatabaseFile(*command, invocation);
-    command->require_subcommand(0, 1);
-    const auto addAction = [&](const char* name, const char* description, auto work) {
-        CLI::App* const action = command->add_subcommand(name, description);
-        action->callback([work, options, &invocation] {
-            invocation.work = [work, options](Database& database) { work(database, *options); };
-        });
-        return action;
-    };
+    const Actions<AttributeOptions> actions(*command, invocation);
     const auto addJson = [&](CLI::App& target) {
-        target.add_flag("--json", options->json, "Write JSON, for programs");
+        target.add_flag("--json", actions->json, "Write JSON, for programs");
     };
     const auto addName = [&](CLI::App& target) {
-        target.add_option("name", options->name, "Name of the attribute")
+        target.add_option("name", actions->name, "Name of the attribute")
             ->type_name("NAME")
             ->required();
     };
@@ -213,52 +206,54 @@ void addAttributesCommand(CLI::App& app, Invocation& invocation) {
         listAttributes(database.cloud().pointAttributes(), given);
     };
     addJson(*command);
-    CLI::App* const listing = addAction("list", "List them (the default)", list);
+    CLI::App* const listing = actions.add("list", "List them (the default)", list);
     listing
-        ->add_option("filter", options->pick,
+        ->add_option("filter", actions->pick,
                      "Names with * and ? as wildcards, or #TAG (default: all)")
         ->type_name("FILTER");
     addJson(*listing);
-    CLI::App* const show = addAction(
+    CLI::App* const show = actions.add(
         "show", "Tell all about one", [](Database& database, const AttributeOptions& given) {
             showAttribute(database.cloud().pointAttributes().get(given.name), given.json);
         });
     addName(*show);
     addJson(*show);
-    CLI::App* const add = addAction("add", "Add some", addAttributes);
-    add->add_option("names", options->names, "Names of default attributes")->type_name("NAME");
-    add->add_option("--json", options->file, "File with a definition of its own (- for the input)")
+    CLI::App* const add = actions.add("add", "Add some", addAttributes);
+    add->add_option("names", actions->names, "Names of default attributes")->type_name("NAME");
+    add->add_option("--json", actions->file, "File with a definition of its own (- for the input)")
         ->type_name("FILE");
     add->require_option(1);
-    CLI::App* const put = addAction("put", "Redefine one; its values are converted", putAttribute);
-    put->add_option("--json", options->file, "File with the definition (- for the input)")
+    CLI::App* const put =
+        actions.add("put", "Redefine one; its values are converted", putAttribute);
+    put->add_option("--json", actions->file, "File with the definition (- for the input)")
         ->type_name("FILE")
         ->required();
     CLI::Option* const convert = put->add_flag(
-        "--convert", options->convert, "Redefine it even where values of points change by that");
-    put->add_flag("--dry-run", options->dryRun, "Only tell which values would change")
+        "--convert", actions->convert, "Redefine it even where values of points change by that");
+    put->add_flag("--dry-run", actions->dryRun, "Only tell which values would change")
         ->excludes(convert);
-    addAction("remove", "Remove some with all values",
-              [](Database& database, const AttributeOptions& given) {
-                  removeAttributes(database, given.names);
-              })
-        ->add_option("names", options->names, "Their names")
+    actions
+        .add("remove", "Remove some with all values",
+             [](Database& database, const AttributeOptions& given) {
+                 removeAttributes(database, given.names);
+             })
+        ->add_option("names", actions->names, "Their names")
         ->type_name("NAME")
         ->required();
     CLI::App* const duplicate =
-        addAction("duplicate", "Copy one with all values", duplicateAttribute);
+        actions.add("duplicate", "Copy one with all values", duplicateAttribute);
     addName(*duplicate);
-    duplicate->add_option("new", options->newName, "Name of the copy")
+    duplicate->add_option("new", actions->newName, "Name of the copy")
         ->type_name("NEW")
         ->required();
-    addName(*addAction("discard", "Give all points the default value again",
-                       [](Database& database, const AttributeOptions& given) {
-                           discardValues(database, given.name);
-                       }));
-    addJson(*addAction("group", "List them by the groups in which they are shown",
-                       [](Database& database, const AttributeOptions& given) {
-                           listGroups(database.cloud().pointAttributes(), given.json);
-                       }));
+    addName(*actions.add("discard", "Give all points the default value again",
+                         [](Database& database, const AttributeOptions& given) {
+                             discardValues(database, given.name);
+                         }));
+    addJson(*actions.add("group", "List them by the groups in which they are shown",
+                         [](Database& database, const AttributeOptions& given) {
+                             listGroups(database.cloud().pointAttributes(), given.json);
+                         }));
     command->footer(
         "\"qrbtool defaults attributes\" lists the default attributes.\n"
         "\n"
@@ -267,11 +262,7 @@ void addAttributesCommand(CLI::App& app, Invocation& invocation) {
         "  qrbtool attributes scan.qrbx add tarvo.selected tarvo.rgba\n"
         "  qrbtool attributes scan.qrbx show tarvo.class --json > class.json\n"
         "  qrbtool attributes scan.qrbx put --json class.json");
-    command->callback([command, list, options, &invocation] {
-        if (command->get_subcommands().empty()) {
-            invocation.work = [list, options](Database& database) { list(database, *options); };
-        }
-    });
+    actions.otherwise(list);
 }
 
 }  // namespace tarvo::cli

@@ -1,5 +1,6 @@
 // qrbtool changelog: what was done to a database.
 
+#include "cli/actions.h"
 #include "cli/commands.h"
 #include "cli/database.h"
 #include "cli/errors.h"
@@ -112,20 +113,12 @@ void verifyEntry(const Database& database, const ChangelogOptions& options) {
 }  // namespace
 
 void addChangelogCommand(CLI::App& app, Invocation& invocation) {
-    const auto options = std::make_shared<ChangelogOptions>();
     CLI::App* const command =
         app.add_subcommand("changelog", "Show, extend, export and verify the changelog");
     addDatabaseFile(*command, invocation);
-    command->require_subcommand(0, 1);
-    const auto addAction = [&](const char* name, const char* description, auto work) {
-        CLI::App* const action = command->add_subcommand(name, description);
-        action->callback([work, options, &invocation] {
-            invocation.work = [work, options](Database& database) { work(database, *options); };
-        });
-        return action;
-    };
+    const Actions<ChangelogOptions> actions(*command, invocation);
     const auto addEntry = [&](CLI::App& target, const char* description) {
-        return target.add_option("--entry", options->entry, description)
+        return target.add_option("--entry", actions->entry, description)
             ->type_name("NUMBER[/K]")
             ->check([](const std::string& text) -> std::string {
                 return entryName(text) ? ""
@@ -134,25 +127,25 @@ void addChangelogCommand(CLI::App& app, Invocation& invocation) {
                                              "two such as 3/1.";
             });
     };
-    addEntry(*addAction("show", "Write it (the default)", showChangelog),
+    addEntry(*actions.add("show", "Write it (the default)", showChangelog),
              "Only the entry of this transaction; the Kth where several have the number");
-    addAction("append", "Add a message", appendMessage)
-        ->add_option("text", options->text, "The message, @FILE or - for the standard input")
+    actions.add("append", "Add a message", appendMessage)
+        ->add_option("text", actions->text, "The message, @FILE or - for the standard input")
         ->type_name("TEXT")
         ->required();
-    addAction("export", "Write it into a text file", exportChangelog)
-        ->add_option("out", options->file, "The file to write")
+    actions.add("export", "Write it into a text file", exportChangelog)
+        ->add_option("out", actions->file, "The file to write")
         ->type_name("OUT")
         ->required();
-    addAction("import", "Put the changelog of another database before it", importChangelog)
-        ->add_option("other", options->file, "The other database")
+    actions.add("import", "Put the changelog of another database before it", importChangelog)
+        ->add_option("other", actions->file, "The other database")
         ->type_name("OTHER")
         ->required();
     CLI::App* const verify =
-        addAction("verify", "Tell whether the signature of an entry is valid", verifyEntry);
+        actions.add("verify", "Tell whether the signature of an entry is valid", verifyEntry);
     addEntry(*verify, "Number of its transaction; the Kth where several have the number")
         ->required();
-    options->key.add(*verify, true);
+    actions->key.add(*verify, true);
     command->footer(
         "Each transaction has an entry. \"transactions run ... --key\" signs one.\n"
         "\n"
@@ -160,11 +153,7 @@ void addChangelogCommand(CLI::App& app, Invocation& invocation) {
         "  qrbtool changelog scan.qrbx\n"
         "  qrbtool changelog scan.qrbx append \"Checked by the surveyor\"\n"
         "  qrbtool changelog scan.qrbx verify --entry 4 --key-file my.key");
-    command->callback([command, options, &invocation] {
-        if (command->get_subcommands().empty()) {
-            invocation.work = [options](Database& database) { showChangelog(database, *options); };
-        }
-    });
+    actions.otherwise(showChangelog);
 }
 
 }  // namespace tarvo::cli

@@ -1,5 +1,6 @@
 // qrbtool defaults: the catalogue of default attributes and metadata items, and its versions.
 
+#include "catalogue/catalogue.h"
 #include "cli/attributetext.h"
 #include "cli/commands.h"
 #include "cli/errors.h"
@@ -7,7 +8,6 @@
 #include "cli/output.h"
 #include "cli/texttable.h"
 #include "core/defaultattribute.h"
-#include "catalogue/catalogue.h"
 
 #include <CLI/CLI.hpp>
 

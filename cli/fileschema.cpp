@@ -1,8 +1,8 @@
 #include "cli/fileschema.h"
 
+#include "catalogue/catalogue.h"
 #include "cli/errors.h"
 #include "cli/textfile.h"
-#include "catalogue/catalogue.h"
 
 #include <filesystem>
 #include <system_error>

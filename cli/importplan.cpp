@@ -1,9 +1,9 @@
 #include "cli/importplan.h"
 
-#include "exchange/table/columntarget.h"
 #include "cli/errors.h"
-#include "exchange/table/attributesummary.h"
 #include "cli/terminal.h"
+#include "exchange/table/attributesummary.h"
+#include "exchange/table/columntarget.h"
 
 #include <optional>
 

@@ -1,8 +1,8 @@
 #include "cli/importsteps.h"
 
-#include "exchange/table/filledcolumn.h"
 #include "cli/inputs.h"
 #include "cli/terminal.h"
+#include "exchange/table/filledcolumn.h"
 #include "files/identity.h"
 #include "qrb/error.h"
 

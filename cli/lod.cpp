@@ -9,6 +9,7 @@
 #include "cli/texttable.h"
 
 #include <CLI/CLI.hpp>
+#include "cli/actions.h"
 
 #include <memory>
 #include <optional>
@@ -80,31 +81,23 @@ void turnLodOff(Database& database, const LodOptions& options) {
 }  // namespace
 
 void addLodCommand(CLI::App& app, Invocation& invocation) {
-    const auto options = std::make_shared<LodOptions>();
     CLI::App* const command =
         app.add_subcommand("lod", "Show, build and remove the level of detail");
     addDatabaseFile(*command, invocation);
-    command->require_subcommand(0, 1);
-    const auto addAction = [&](const char* name, const char* description, auto work) {
-        CLI::App* const action = command->add_subcommand(name, description);
-        action->callback([work, options, &invocation] {
-            invocation.work = [work, options](Database& database) { work(database, *options); };
-        });
-        return action;
-    };
-    command->add_flag("--json", options->json, "Write JSON, for programs");
-    addAction("show", "Tell the settings (the default)", showLod)
-        ->add_flag("--json", options->json, "Write JSON, for programs");
-    CLI::App* const set = addAction("set", "Change the settings and build anew", setLod);
-    set->add_option("--mode", options->mode, "How points are chosen")
+    const Actions<LodOptions> actions(*command, invocation);
+    command->add_flag("--json", actions->json, "Write JSON, for programs");
+    actions.add("show", "Tell the settings (the default)", showLod)
+        ->add_flag("--json", actions->json, "Write JSON, for programs");
+    CLI::App* const set = actions.add("set", "Change the settings and build anew", setLod);
+    set->add_option("--mode", actions->mode, "How points are chosen")
         ->check(CLI::IsMember({"thinout", "combine"}));
-    set->add_option("--size", options->size,
+    set->add_option("--size", actions->size,
                     "thinout: per cent of the points; combine: 1 to 16, up to 2^(n size) points "
                     "per node of an index with n dimensions; 0: none")
         ->type_name("SIZE")
         ->transform(wholeNumber());
     set->require_option(1, 2);
-    addAction("off", "Remove the level of detail", turnLodOff);
+    actions.add("off", "Remove the level of detail", turnLodOff);
     command->footer(
         "Nodes of the index that are no leaves hold some of the points below them, so that a\n"
         "viewer need not read all points to show all of the cloud.\n"
@@ -113,11 +106,7 @@ void addLodCommand(CLI::App& app, Invocation& invocation) {
         "  qrbtool lod scan.qrbx\n"
         "  qrbtool lod scan.qrbx set --mode thinout --size 20\n"
         "  qrbtool lod scan.qrbx off");
-    command->callback([command, options, &invocation] {
-        if (command->get_subcommands().empty()) {
-            invocation.work = [options](Database& database) { showLod(database, *options); };
-        }
-    });
+    actions.otherwise(showLod);
 }
 
 }  // namespace tarvo::cli

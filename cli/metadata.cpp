@@ -12,6 +12,7 @@
 #include "cli/texttable.h"
 
 #include <CLI/CLI.hpp>
+#include "cli/actions.h"
 
 #include <memory>
 
@@ -120,75 +121,75 @@ void validateMetaData(const MetaData& metaData, const MetaDataOptions& options) 
     reportFindings(metaData.findings(options.name, schema), options.json);
 }
 
-// Adds a subcommand that works on the open database with the options.
-CLI::App* addAction(CLI::App& command, Invocation& invocation, const char* name,
-                    const char* description, std::function<void(Database&)> work) {
-    CLI::App* const action = command.add_subcommand(name, description);
-    action->callback([work = std::move(work), &invocation] { invocation.work = work; });
-    return action;
-}
-
 }  // namespace
 
 void addMetaDataCommand(CLI::App& app, Invocation& invocation) {
-    const auto options = std::make_shared<MetaDataOptions>();
     CLI::App* const command =
         app.add_subcommand("metadata", "List, read, write, sign and check metadata items");
     addDatabaseFile(*command, invocation);
-    command->require_subcommand(0, 1);
-    const auto list = [options](Database& database) {
-        listMetaData(database.cloud().metaData(), options->json);
+    const Actions<MetaDataOptions> actions(*command, invocation);
+    const auto list = [](Database& database, const MetaDataOptions& given) {
+        listMetaData(database.cloud().metaData(), given.json);
     };
-    command->add_flag("--json", options->json, "Write JSON, for programs");
-    addAction(*command, invocation, "list", "List the items (the default)", list)
-        ->add_flag("--json", options->json, "Write JSON, for programs");
-    addAction(
-        *command, invocation, "get", "Write the value of an item",
-        [options](Database& database) { getMetaData(database.cloud().metaData(), options->name); })
-        ->add_option("name", options->name, "Its name")
+    command->add_flag("--json", actions->json, "Write JSON, for programs");
+    actions.add("list", "List the items (the default)", list)
+        ->add_flag("--json", actions->json, "Write JSON, for programs");
+    actions
+        .add("get", "Write the value of an item",
+             [](Database& database, const MetaDataOptions& given) {
+                 getMetaData(database.cloud().metaData(), given.name);
+             })
+        ->add_option("name", actions->name, "Its name")
         ->type_name("NAME")
         ->required();
     CLI::App* const set =
-        addAction(*command, invocation, "set", "Write an item", [options](Database& database) {
-            setMetaData(database, options->name, options->value, options->anyText);
+        actions.add("set", "Write an item", [](Database& database, const MetaDataOptions& given) {
+            setMetaData(database, given.name, given.value, given.anyText);
         });
-    set->add_flag("--text", options->anyText, "Take the value even when it is not JSON");
-    set->add_option("name", options->name, "Its name")->type_name("NAME")->required();
-    set->add_option("value", options->value,
+    set->add_flag("--text", actions->anyText, "Take the value even when it is not JSON");
+    set->add_option("name", actions->name, "Its name")->type_name("NAME")->required();
+    set->add_option("value", actions->value,
                     "JSON text, @FILE for what a file holds, - for the standard input")
         ->type_name("VALUE")
         ->required();
-    addAction(*command, invocation, "remove", "Remove items",
-              [options](Database& database) { removeMetaData(database, options->names); })
-        ->add_option("names", options->names, "Their names")
+    actions
+        .add("remove", "Remove items",
+             [](Database& database, const MetaDataOptions& given) {
+                 removeMetaData(database, given.names);
+             })
+        ->add_option("names", actions->names, "Their names")
         ->type_name("NAME")
         ->required();
-    addAction(*command, invocation, "export", "Write items to a file or folder",
-              [options](Database& database) {
-                  exportMetaData(database, options->target, options->names);
-              });
+    actions.add("export", "Write items to a file or folder",
+                [](Database& database, const MetaDataOptions& given) {
+                    exportMetaData(database, given.target, given.names);
+                });
     CLI::App* const exporting = command->get_subcommand("export");
     exporting
-        ->add_option("target", options->target,
+        ->add_option("target", actions->target,
                      "JSON file for all of them, or a folder, where each gets a file")
         ->type_name("TARGET")
         ->required();
-    exporting->add_option("names", options->names, "Names (default: all)")->type_name("NAME");
-    addAction(*command, invocation, "import", "Write the items that such files hold",
-              [options](Database& database) { importMetaData(database, options->names); })
-        ->add_option("files", options->names, "JSON files")
+    exporting->add_option("names", actions->names, "Names (default: all)")->type_name("NAME");
+    actions
+        .add("import", "Write the items that such files hold",
+             [](Database& database, const MetaDataOptions& given) {
+                 importMetaData(database, given.names);
+             })
+        ->add_option("files", actions->names, "JSON files")
         ->type_name("FILE")
         ->required();
     addMetaDataSignatureCommands(*command, invocation);
-    CLI::App* const validate = addAction(
-        *command, invocation, "validate", "Check an item against a JSON schema",
-        [options](Database& database) { validateMetaData(database.cloud().metaData(), *options); });
-    validate->add_option("name", options->name, "Its name")->type_name("NAME")->required();
+    CLI::App* const validate = actions.add("validate", "Check an item against a JSON schema",
+                                           [](Database& database, const MetaDataOptions& given) {
+                                               validateMetaData(database.cloud().metaData(), given);
+                                           });
+    validate->add_option("name", actions->name, "Its name")->type_name("NAME")->required();
     validate
-        ->add_option("--schema", options->schema,
+        ->add_option("--schema", actions->schema,
                      "File of a JSON schema (default: that of the default item of this name)")
         ->type_name("FILE");
-    validate->add_flag("--json", options->json, "Write the problems as JSON");
+    validate->add_flag("--json", actions->json, "Write the problems as JSON");
     command->footer(
         "Values are JSON. A file of items is one JSON object with a member per item, as the "
         "window\n"
@@ -199,11 +200,7 @@ void addMetaDataCommand(CLI::App& app, Invocation& invocation) {
         "  qrbtool metadata scan.qrbx set tarvo.geo_tag @tag.json\n"
         "  qrbtool metadata scan.qrbx export scan.meta.json\n"
         "  qrbtool metadata scan.qrbx sign tarvo.geo_tag --key-file my.key");
-    command->callback([command, list, &invocation] {
-        if (command->get_subcommands().empty()) {
-            invocation.work = list;
-        }
-    });
+    actions.otherwise(list);
 }
 
 }  // namespace tarvo::cli

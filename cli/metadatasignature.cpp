@@ -1,5 +1,6 @@
 #include "cli/metadatasignature.h"
 
+#include "cli/actions.h"
 #include "cli/commands.h"
 #include "cli/database.h"
 #include "cli/errors.h"
@@ -57,25 +58,22 @@ void verifyItem(const Database& database, const SignatureOptions& options) {
 }  // namespace
 
 void addMetaDataSignatureCommands(CLI::App& command, Invocation& invocation) {
-    const auto options = std::make_shared<SignatureOptions>();
+    const Actions<SignatureOptions> actions(command, invocation);
     const auto addSubcommand = [&](const char* name, const char* description, auto work) {
-        CLI::App* const action = command.add_subcommand(name, description);
-        action->add_option("name", options->name, "Name of the item")
+        CLI::App* const action = actions.add(name, description, work);
+        action->add_option("name", actions->name, "Name of the item")
             ->type_name("NAME")
             ->required();
-        action->callback([work, options, &invocation] {
-            invocation.work = [work, options](Database& database) { work(database, *options); };
-        });
         return action;
     };
     CLI::App* const sign = addSubcommand("sign", "Sign an item", signItem);
-    options->key.add(*sign, true);
-    sign->add_flag("--overwrite", options->overwrite, "Replace an existing signature");
+    actions->key.add(*sign, true);
+    sign->add_flag("--overwrite", actions->overwrite, "Replace an existing signature");
     addSubcommand("unsign", "Remove the signature of an item",
                   [](Database& database, const SignatureOptions& given) {
                       unsignItem(database, given.name);
                   });
-    options->key.add(
+    actions->key.add(
         *addSubcommand("verify", "Tell whether an item's signature is valid", verifyItem), true);
 }
 

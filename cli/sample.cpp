@@ -1,13 +1,13 @@
 // qrbtool sample: a database with a simulated scan.
 
+#include "catalogue/catalogue.h"
 #include "cli/commands.h"
 #include "cli/errors.h"
 #include "cli/number.h"
 #include "cli/sample/scanner.h"
 #include "cli/terminal.h"
-#include "core/newdatabase.h"
 #include "core/defaultattribute.h"
-#include "catalogue/catalogue.h"
+#include "core/newdatabase.h"
 
 #include <CLI/CLI.hpp>
 

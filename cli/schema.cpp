@@ -1,5 +1,6 @@
 // qrbtool schema: file schemas, and databases made from them.
 
+#include "catalogue/catalogue.h"
 #include "cli/commands.h"
 #include "cli/errors.h"
 #include "cli/fileschema.h"
@@ -8,7 +9,6 @@
 #include "cli/textfile.h"
 #include "cli/texttable.h"
 #include "core/newdatabase.h"
-#include "catalogue/catalogue.h"
 
 #include <CLI/CLI.hpp>
 

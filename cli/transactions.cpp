@@ -2,6 +2,7 @@
 
 #include "cli/transactions.h"
 
+#include "cli/actions.h"
 #include "cli/commands.h"
 #include "cli/database.h"
 #include "cli/json.h"
@@ -92,66 +93,52 @@ void discardTransactions(Transactions& transactions, const std::vector<std::uint
 }  // namespace
 
 void addTransactionsCommand(CLI::App& app, Invocation& invocation) {
-    const auto options = std::make_shared<TransactionOptions>();
     CLI::App* const command = app.add_subcommand(
         "transactions", "List, show, restore and forget states; make several changes in one");
     addDatabaseFile(*command, invocation);
-    command->require_subcommand(0, 1);
-    const auto addJson = [&options](CLI::App& target) {
-        target.add_flag("--json", options->json, "Write JSON, for programs");
+    const Actions<TransactionOptions> actions(*command, invocation);
+    const auto addJson = [&](CLI::App& target) {
+        target.add_flag("--json", actions->json, "Write JSON, for programs");
     };
-    const auto list = [options](Database& database) {
-        listTransactions(database.cloud().transactions(), options->json);
+    const auto addNumber = [&](CLI::App& target, const char* description) {
+        return target.add_option("id", actions->id, description)
+            ->type_name("ID")
+            ->transform(wholeNumber(1));
+    };
+    const auto addNumbers = [&](CLI::App& target) {
+        target.add_option("ids", actions->ids, "Their numbers")
+            ->type_name("ID")
+            ->transform(wholeNumber(1))
+            ->required();
+    };
+    const auto list = [](Database& database, const TransactionOptions& given) {
+        listTransactions(database.cloud().transactions(), given.json);
     };
     addJson(*command);
-    CLI::App* const listing = command->add_subcommand("list", "List them (the default)");
-    addJson(*listing);
+    addJson(*actions.add("list", "List them (the default)", list));
 
-    CLI::App* const show = command->add_subcommand("show", "Tell all about one");
-    show->add_option("id", options->id, "Its number (default: the current one)")
-        ->type_name("ID")
-        ->transform(wholeNumber(1));
+    CLI::App* const show = actions.add("show", "Tell all about one",
+                                       [](Database& database, const TransactionOptions& given) {
+                                           showTransaction(database.cloud().transactions(), given);
+                                       });
+    addNumber(*show, "Its number (default: the current one)");
     addJson(*show);
-    show->callback([options, &invocation] {
-        invocation.work = [options](Database& database) {
-            showTransaction(database.cloud().transactions(), *options);
-        };
-    });
-
-    CLI::App* const restore =
-        command->add_subcommand("restore", "Make the state after it the current one");
-    restore->add_option("id", options->id, "Its number")
-        ->type_name("ID")
-        ->transform(wholeNumber(1))
+    addNumber(*actions.add("restore", "Make the state after it the current one",
+                           [](Database& database, const TransactionOptions& given) {
+                               restoreTransaction(database.cloud().transactions(), given.id);
+                           }),
+              "Its number")
         ->required();
-    restore->callback([options, &invocation] {
-        invocation.work = [options](Database& database) {
-            restoreTransaction(database.cloud().transactions(), options->id);
-        };
-    });
-
-    CLI::App* const discard =
-        command->add_subcommand("discard", "Forget states; the first and the current one stay");
-    discard->add_option("ids", options->ids, "Their numbers")
-        ->type_name("ID")
-        ->transform(wholeNumber(1))
-        ->required();
-    discard->callback([options, &invocation] {
-        invocation.work = [options](Database& database) {
-            discardTransactions(database.cloud().transactions(), options->ids);
-        };
-    });
-
-    CLI::App* const size = command->add_subcommand("size", "Tell the bytes that only these hold");
-    size->add_option("ids", options->ids, "Their numbers")
-        ->type_name("ID")
-        ->transform(wholeNumber(1))
-        ->required();
-    size->callback([options, &invocation] {
-        invocation.work = [options](Database& database) {
-            print(std::to_string(database.cloud().transactions().size(options->ids)) + "\n");
-        };
-    });
+    addNumbers(*actions.add("discard", "Forget states; the first and the current one stay",
+                            [](Database& database, const TransactionOptions& given) {
+                                discardTransactions(database.cloud().transactions(), given.ids);
+                            }));
+    addNumbers(*actions.add("size", "Tell the bytes that only these hold",
+                            [](Database& database, const TransactionOptions& given) {
+                                const std::uint64_t size =
+                                    database.cloud().transactions().size(given.ids);
+                                print(std::to_string(size) + "\n");
+                            }));
 
     addTransactionRunCommand(*command, invocation);
     command->footer(
@@ -166,12 +153,7 @@ void addTransactionsCommand(CLI::App& app, Invocation& invocation) {
         "  qrbtool transactions run scan.qrbx --title \"Ground\" -- \\\n"
         "      \"update --set tarvo.class=2 --filter 'tarvo.xyz[2] < 1'\" \\\n"
         "      \"metadata set tarvo.geo_tag @tag.json\"");
-    command->callback([command, list, &invocation] {
-        const auto given = command->get_subcommands();
-        if (given.empty() || given.front()->get_name() == "list") {
-            invocation.work = list;
-        }
-    });
+    actions.otherwise(list);
 }
 
 }  // namespace tarvo::cli

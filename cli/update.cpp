@@ -1,9 +1,7 @@
 // qrbtool update: gives points that exist other values.
 
 #include "cli/assignment.h"
-#include "exchange/table/columntarget.h"
 #include "cli/commands.h"
-#include "exchange/csv/source.h"
 #include "cli/errors.h"
 #include "cli/inputs.h"
 #include "cli/json.h"
@@ -11,6 +9,8 @@
 #include "cli/pointchanges.h"
 #include "cli/terminal.h"
 #include "cli/text.h"
+#include "exchange/csv/source.h"
+#include "exchange/table/columntarget.h"
 
 #include <CLI/CLI.hpp>
 

@@ -221,8 +221,11 @@ TEST_F(Admin, SchemasMakeDatabasesThatAgreeWithThem) {
         const std::string identifier = schema["identifier"].GetString();
         expectSuccess("schema create " + made + " --overwrite --optionals --schema '" + identifier +
                       "'");
-        expectSuccess("validate " + made + " --strict --schema '" + identifier + "'",
-                      "No problems detected!\n");
+        // Behind what it tells of placeholders.
+        const Result validated =
+            run("validate " + made + " --strict --schema '" + identifier + "'");
+        EXPECT_EQ(validated.code, 0);
+        EXPECT_TRUE(validated.output.ends_with("No problems detected!\n")) << validated.output;
     }
     const std::string cloud = folder.file("a.VTX");
     expectSuccess("schema create " + cloud + " --schema vtx");

@@ -379,10 +379,10 @@ void ActionsTest::filterMenuOffersWhatTheDatabaseHas() {
             if (!action->isSeparator() && !action->isEnabled())
                 disabled += action->text();
         }
-        QCOMPARE(entries, QStringList({"Insert attribute name", "Insert attribute property",
-                                       "Insert operator", "Insert command",
-                                       "Insert test for a valid value", "Insert range query...",
-                                       "-", "Clear history", "Clear filter"}));
+        QCOMPARE(entries,
+                 QStringList({"Insert attribute name", "Insert attribute property",
+                              "Insert operator", "Insert command", "Insert test for a valid value",
+                              "Insert range query...", "-", "Clear history", "Clear filter"}));
         for (const char* needsAttributes : {"Insert attribute name", "Insert range query..."})
             QCOMPARE(disabled.contains(needsAttributes), !isOpen);
         QVERIFY2(!isOpen || disabled.isEmpty(), qUtf8Printable(disabled.join(", ")));

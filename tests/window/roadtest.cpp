@@ -213,10 +213,11 @@ void RoadTest::databaseIsValidated() {
         run("actionValidate", {validate({}), ModalScript::press("OK")});
         QVERIFY(result.contains("\"tarvo.xyz[0]\" has values up to 637179.22"));
         QVERIFY(result.contains("\"tarvo.xyz\" has the unit \"ft\", not \"m\""));
-        QCOMPARE(result.count("\nThe "), 3);
+        QCOMPARE(result.count("\nThe point attribute "), 3);
     } else {
         run("actionValidate", {validate({})});
-        QCOMPARE(result, "No problems detected!");
+        // Behind it stands what is only an example.
+        QCOMPARE(result.section('\n', 0, 1), "No problems detected!\n");
     }
     run("actionValidate", {validate(R"({"identifier": "road", "extension": "qrbx",
         "attributes": ["tarvo.id", "tarvo.class", "own.quality"], "metadata": ["tarvo.atmosphere"]})")});

@@ -552,8 +552,9 @@ void TransferTest::insertMenuHoldsEveryOperator() {
              QStringList(
                  {"find largest leaf|find largest leaf", "find fullest leaf|find fullest leaf",
                   "find largest node|find largest node", "find fullest node|find fullest node"}));
-    QCOMPARE(entriesOf(4), QStringList("own.single != own.single:invalid|"
-                                       "own.single != own.single:invalid"));
+    // Of attributes that have an invalid value.
+    QCOMPARE(entriesOf(4),
+             QStringList("tarvo.id != tarvo.id:invalid|tarvo.id != tarvo.id:invalid"));
     // What they insert, one after the other.
     const auto* filter = window.child<QComboBox>("PointDataFilter");
     const auto trigger = [&](int submenu, int entry) {

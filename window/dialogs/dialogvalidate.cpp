@@ -50,8 +50,11 @@ void DialogValidate::on_buttonValidate_clicked() {
         const std::string schema = m_ui->editSchema->toPlainText().toStdString();
         const bool strict = m_ui->editStrict->isChecked();
         const auto appendNotes = [&] {
+            QString notes;
             for (const std::string& note : m_database.management().findings(schema, strict).notes)
-                m_ui->editResult->appendPlainText('\n' + QString::fromStdString(note));
+                notes += '\n' + QString::fromStdString(note);
+            if (!notes.isEmpty())
+                m_ui->editResult->appendPlainText(notes);
         };
         try {
             m_database.management().validate(schema, strict);
