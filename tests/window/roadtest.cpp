@@ -216,12 +216,12 @@ void RoadTest::databaseIsValidated() {
         QCOMPARE(result.count("\nThe point attribute "), 3);
     } else {
         run("actionValidate", {validate({})});
-        // Behind it stands what is only an example.
-        QCOMPARE(result.section('\n', 0, 1), "No problems detected!\n");
+        QCOMPARE(result, "No problems detected!");
     }
     run("actionValidate", {validate(R"({"identifier": "road", "extension": "qrbx",
         "attributes": ["tarvo.id", "tarvo.class", "own.quality"], "metadata": ["tarvo.atmosphere"]})")});
-    QCOMPARE(result, "No problems detected!");
+    // Behind it stands what is only an example.
+    QCOMPARE(result.section('\n', 0, 1), "No problems detected!\n");
 }
 
 void RoadTest::copyIsExportedAndOpened() {
