@@ -169,7 +169,7 @@ void TablesTest::databaseTabTellsWhatTheFileIs() {
     {
         const pointcloud::TransactionGuard transaction(database.transactions(), "T", "test");
         database.metaData().set("tarvo.geo_tag", R"({"crs":{"epsg":4326,"name":"WGS 84"}})");
-        QCOMPARE(DatabaseSummary::of(database).primaryAttribute, "tarvo.xyz in WGS 84 (EPSG:4326)");
+        QCOMPARE(DatabaseSummary::of(database).referenceSystem, "WGS 84 (EPSG:4326)");
     }
     QCOMPARE(field("editLevelOfDetail"), "disabled");
     const tarvo::qrb::Context& context = window.window().session().context;

@@ -64,6 +64,7 @@ void DatabasePanel::showDatabase() {
     m_ui->editDatabaseCreator->setText(summary.creator);
     m_ui->editPrimaryAttribute->setText(summary.primaryAttribute);
     m_ui->editLevelOfDetail->setText(summary.levelOfDetail);
+    m_ui->editReferenceSystem->setText(summary.referenceSystem);
     for (QLineEdit* edit : findChildren<QLineEdit*>())
         edit->setCursorPosition(0);
 }

@@ -51,9 +51,9 @@ DatabaseSummary DatabaseSummary::of(const qrb::Pointcloud& database) {
     const std::string primaryName = database.pointAttributes().primaryAttributeName();
     const auto primaryAttribute = database.pointAttributes().get(primaryName);
     summary.primaryAttribute = QString::fromStdString(primaryName);
-    if (const auto system = tarvo::core::referenceSystem(database.metaData()))
-        summary.primaryAttribute +=
-            " in " + QString::fromStdString(tarvo::core::describe(*system)).simplified();
+    const auto system = core::referenceSystem(database.metaData());
+    summary.referenceSystem =
+        system ? QString::fromStdString(core::describe(*system)).simplified() : "unknown";
 
     const auto& management = database.management();
     summary.levelOfDetail = levelOfDetailText(management.getLodMode(), management.getChunkSizeLOD(),

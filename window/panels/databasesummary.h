@@ -13,8 +13,9 @@ struct DatabaseSummary {
     QString chunkSize;
     QString compressionLevel;
     QString creator;
-    QString primaryAttribute;  // and the coordinate reference system, where one is known
+    QString primaryAttribute;
     QString levelOfDetail;
+    QString referenceSystem;  // of the coordinates: name and code, or "unknown"
 
     // Throws qrb::Error.
     static DatabaseSummary of(const qrb::Pointcloud& database);
