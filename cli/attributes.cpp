@@ -116,26 +116,35 @@ void putAttribute(Database& database, const AttributeOptions& options) {
     use.key = definition.name == attributes.primaryAttributeName() ||
               definition.name == attributes.pointIdName();
     tellHints(definition, use);
-    const auto changes = countChanges(database, stored, definition);
-    const std::string told = changes ? core::describe(*changes, stored, definition) : "";
     if (options.dryRun) {
+        const auto changes = countChanges(database, stored, definition);
         if (!changes) {
             throw Failure(
                 "What becomes of the values of \"" + definition.name + "\" can't be told.",
                 "No values can be stored by the definition, as far as qrbtool knows.");
         }
+        const std::string told = core::describe(*changes, stored, definition);
         print(told.empty() ? "No value of \"" + definition.name + "\" would change.\n"
                            : told + "\n");
         return;
     }
-    if (!told.empty() && !options.convert) {
-        throw Failure(told, "Give --convert to do it.");
-    }
-    database.change({"Redefine attribute " + definition.name}, [&] { attributes.put(definition); });
+    std::uint64_t changed = 0;
+    database.change({"Redefine attribute " + definition.name}, [&] {
+        // Within the transaction, so that nobody else changes the values meanwhile.
+        const PointAttribute before = attributes.get(definition.name);
+        if (const auto changes = countChanges(database, before, definition)) {
+            const std::string told = core::describe(*changes, before, definition);
+            if (!told.empty() && !options.convert) {
+                throw Failure(told, "Give --convert to do it.");
+            }
+            changed = told.empty() ? 0 : changes->changed();
+        }
+        attributes.put(definition);
+    });
     print("The attribute \"" + definition.name + "\" is defined" +
-          (told.empty() ? ""
-                        : "; " + numbers::groupedText(changes->changed()) +
-                              (changes->changed() == 1 ? " value changed" : " values changed")) +
+          (changed == 0 ? ""
+                        : "; " + numbers::groupedText(changed) +
+                              (changed == 1 ? " value changed" : " values changed")) +
           ".\n");
 }
 

@@ -129,7 +129,9 @@ std::string replacement(const PointAttribute& definition) {
 std::string wordsOf(Fate fate, bool one, const PointAttribute& definition) {
     switch (fate) {
         case Fate::Rounded:
-            return "would be rounded to the resolution " + numberText(definition.resolution);
+            return definition.resolution == 0
+                       ? "would be rounded to floating-point numbers"
+                       : "would be rounded to the resolution " + numberText(definition.resolution);
         case Fate::Outside:
             return std::string(one ? "lies" : "lie") + " outside " +
                    numberText(definition.minimumValue) + " to " +

@@ -30,7 +30,10 @@ GridConversion::GridConversion(const Grid& from, const Grid& to, std::uint64_t d
         m_tolerance = std::min(from.resolution(), to.resolution()) * 1e-6;
 }
 
-bool GridConversion::isSame(double before, double after) const {
+bool GridConversion::isSame(std::uint64_t code, double before, double after) const {
+    // A whole number that no double holds is another one as a double.
+    if (m_from.kind() == Grid::Kind::Integer && std::abs(before) >= 9007199254740992.0)
+        return after == std::trunc(after) && static_cast<Wide>(after) == m_from.integerValue(code);
     return before == after || std::abs(before - after) <= m_tolerance;
 }
 
@@ -46,7 +49,8 @@ GridConversion::Result GridConversion::of(std::uint64_t code) const {
         return {m_lost, Fate::Outside};
     if (m_to.isInvalid(*found))
         return {*found, Fate::MadeInvalid};
-    return {*found, m_whole || isSame(value, m_to.value(*found)) ? Fate::Kept : Fate::Rounded};
+    return {*found,
+            m_whole || isSame(code, value, m_to.value(*found)) ? Fate::Kept : Fate::Rounded};
 }
 
 bool GridConversion::keeps(std::uint64_t first, std::uint64_t last) const {

@@ -52,7 +52,7 @@ public:
     bool keeps(std::uint64_t first, std::uint64_t last) const;
 
 private:
-    bool isSame(double before, double after) const;
+    bool isSame(std::uint64_t code, double before, double after) const;
 
     const Grid& m_from;
     const Grid& m_to;

@@ -172,6 +172,27 @@ TEST_F(Admin, AttributesAreAddedChangedAndRemoved) {
 }
 
 // Who narrows a range loses values only by saying so.
+// Beyond 2^53, where two of them are one as doubles.
+TEST_F(Admin, ARedefinitionTellsOfWholeNumbersThatBecomeOthers) {
+    const std::string points = folder.write("large.csv",
+                                            "x,y,z,own.n\n0,0,0,9007199254740992\n"
+                                            "1,0,0,9007199254740993\n2,0,0,9007199254740995\n");
+    const std::string large = folder.file("large.qrbx");
+    expectSuccess("import " + points + " " + large);
+    std::string definition = run("attributes " + large + " show own.n --json").output;
+    const std::size_t at = definition.find("\"resolution\":") + 13;
+    definition.replace(at, definition.find(',', at) - at, "0");
+    const std::string put =
+        "attributes " + large + " put --json " + folder.write("n.json", definition);
+    const std::string told = "2 values of \"own.n\" would be rounded to floating-point numbers.\n";
+    expectFailure(1, put, told);
+    expectSuccess(put + " --dry-run", told);
+    expectSuccess("select " + large + " -a own.n --format csv",
+                  "own.n\n9007199254740992\n9007199254740993\n9007199254740995\n");
+    expectSuccess(put + " --convert", "The attribute \"own.n\" is defined; 2 values changed.\n");
+    expectFailure(0, "changelog " + large, "Attribute \"own.n\": redefined, 2 values changed\n");
+}
+
 TEST_F(Admin, ARedefinitionChangesValuesOnlyWhenToldTo) {
     importPoints(30);  // ten of each class 0, 1 and 2
     const std::string attributes = "attributes " + file;
