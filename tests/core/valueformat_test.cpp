@@ -1,9 +1,9 @@
 #include "core/valueformat.h"
 
 #include "core/defaultattribute.h"
+#include "numbers/numbertext.h"
 #include "tests/qrb/library.h"
 
-#include <array>
 #include <bit>
 #include <cmath>
 
@@ -85,8 +85,8 @@ TEST(ValueFormat, NamesElements) {
 
 class Values : public LibraryTest {};
 
-// Least, greatest, default and invalid value of each default attribute, stored and read as they
-// are shown: each text gives the value back.
+// Least, greatest, default and invalid value of each default attribute and some between: what the
+// database makes of them, their texts give back to the last bit.
 TEST_F(Values, OfEveryDefaultAttributeAreShownAsTheyAreStored) {
     const qrb::Context context("OFF", "");
     qrb::pointcloud::CreateSettings settings(context);
@@ -97,19 +97,23 @@ TEST_F(Values, OfEveryDefaultAttributeAreShownAsTheyAreStored) {
     transactions.begin("all", "test");
     std::vector<PointAttribute> all;
     for (const catalogue::AttributeEntry& entry : catalogue::attributes()) {
-        PointAttribute one = defaultAttribute(entry);
-        if (entry.name == "tarvo.id")
-            continue;
-        one.storageClass = PointAttribute::VARIABLE;
-        cloud.pointAttributes().add(one);
-        all.push_back(one);
+        if (entry.name != "tarvo.id")
+            cloud.pointAttributes().addDefault(entry.name);
+        all.push_back(cloud.pointAttributes().get(entry.name));
     }
+    constexpr std::uint32_t count = 50;
     const auto values = [](const PointAttribute& one) {
         const double invalid = std::isnan(one.invalidValue) ? one.minimumValue : one.invalidValue;
-        return std::array{one.minimumValue, one.maximumValue, one.defaultValue, invalid};
+        std::vector values{one.minimumValue, one.defaultValue, invalid, one.maximumValue};
+        for (double part = 0.5; values.size() < count; part = std::fmod(part + 0.618033989, 1))
+            values.push_back(one.minimumValue * (1 - part) + one.maximumValue * part);
+        // A point id is never 0 and never there twice, and points are read in the order of theirs.
+        for (std::size_t p = 0; one.name == "tarvo.id" && p < count; ++p)
+            values[p] = static_cast<double>(p) * 0x1p32 + 1;
+        return values;
     };
-    std::vector<double> places(4 * 3);
-    for (std::size_t p = 0; p < 4; ++p)
+    std::vector<double> places(std::size_t{3} * count);
+    for (std::size_t p = 0; p < count; ++p)
         places[3 * p] = static_cast<double>(p);
     std::vector<std::vector<double>> given;
     qrb::pointcloud::QueryInsert insert = cloud.insert();
@@ -121,25 +125,32 @@ TEST_F(Values, OfEveryDefaultAttributeAreShownAsTheyAreStored) {
         insert.bind(one.name, DataType::DOUBLE, given.back().data(),
                     static_cast<std::int32_t>(one.length * sizeof(double)));
     }
-    ASSERT_EQ(insert.next(4), 4u);
+    ASSERT_EQ(insert.next(count), count);
     insert.close();
     transactions.commit();
 
     for (const PointAttribute& one : all) {
-        const PointAttribute stored = cloud.pointAttributes().get(one.name);
-        const ValueFormat format(stored);
-        std::vector<std::uint64_t> bits(std::size_t{4} * one.length);
-        auto select = cloud.select("");
-        select.bind(one.name, format.type(), bits.data(),
-                    static_cast<std::int32_t>(one.length * sizeof(std::uint64_t)));
-        ASSERT_EQ(select.next(4), 4u);
-        for (std::size_t p = 0; p < 4; ++p) {
-            const std::string shown = format.text(bits[p * one.length]);
-            const double expected = values(one)[p];
-            EXPECT_NEAR(std::stod(shown), expected,
-                        std::max(one.resolution / 2, std::abs(expected) * 1e-15))
-                << one.name << " " << shown;
-            EXPECT_LE(shown.size(), format.width()) << one.name;
+        const ValueFormat format(one);
+        const auto stride = static_cast<std::int32_t>(one.length * sizeof(double));
+        std::vector<std::uint64_t> bits(std::size_t{count} * one.length);
+        std::vector<double> stored(bits.size());
+        auto shown = cloud.select("");
+        shown.bind(one.name, format.type(), bits.data(), stride);
+        ASSERT_EQ(shown.next(count), count);
+        auto read = cloud.select("");
+        read.bind(one.name, DataType::DOUBLE, stored.data(), stride);
+        ASSERT_EQ(read.next(count), count);
+        const std::vector<double> expected = values(one);
+        for (std::size_t i = 0; i < bits.size(); ++i) {
+            const std::size_t p = i / one.length;
+            const std::string text = format.text(bits[i]);
+            EXPECT_EQ(numbers::readNumber(text), stored[i]) << one.name << " " << text;
+            EXPECT_LE(text.size(), format.width()) << one.name;
+            // The greatest value need not lie on the grid.
+            EXPECT_NEAR(
+                stored[i], expected[p],
+                p < 3 ? 0 : std::max(one.resolution * 0.500001, std::abs(expected[p]) * 1e-15))
+                << one.name << " " << text;
         }
     }
 }

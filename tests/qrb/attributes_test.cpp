@@ -1,11 +1,8 @@
-// The attribute family on the library itself: groups, filters, merged definitions, and whether
-// every attribute of the catalogue holds what its definition promises.
+// The attribute family on the library itself: groups, filters and merged definitions.
 #include "tests/qrb/library.h"
 
-#include "catalogue/catalogue.h"
-
-#include <algorithm>
 #include <cmath>
+#include <limits>
 #include <vector>
 
 namespace {
@@ -37,62 +34,6 @@ protected:
     }
     int m_files = 0;
 };
-
-TEST_F(Attributes, EveryDefaultAttributeHoldsItsExtremes) {
-    const auto all = catalogue::attributes();
-    constexpr std::size_t perFile = 50;
-    const qrb::Context context("OFF", "");
-    for (std::size_t begin = 0; begin < all.size(); begin += perFile) {
-        const auto part = all.subspan(begin, std::min(perFile, all.size() - begin));
-        qrb::Pointcloud cloud(context);
-        create(cloud, "extremes" + std::to_string(begin), {});
-        const auto& attributes = cloud.pointAttributes();
-        // Four points: minimum, maximum, default, invalid; every element alike.
-        std::vector<std::vector<double>> written;
-        {
-            TransactionGuard transaction(cloud.transactions(), "Insert", "tests");
-            for (const auto& entry : part)
-                if (entry.name != "tarvo.id")
-                    cloud.pointAttributes().addDefault(entry.name);
-            auto query = cloud.insert();
-            const double p[] = {1, 2, 3, 4};
-            query.bind("p", DataType::DOUBLE, p, 8);
-            for (const auto& entry : part) {
-                const PointAttribute a = attributes.get(entry.name);
-                std::vector<double> values;
-                for (const double value :
-                     {a.minimumValue, a.maximumValue, a.defaultValue,
-                      std::isnan(a.invalidValue) ? a.defaultValue : a.invalidValue})
-                    values.insert(values.end(), a.length, value);
-                written.push_back(std::move(values));
-                // The point id has none and none twice.
-                if (entry.name == "tarvo.id")
-                    written.back() = {1, 2, 3, 4294967296.0};
-                query.bind(entry.name, DataType::DOUBLE, written.back().data(),
-                           static_cast<std::int32_t>(8 * a.length));
-            }
-            ASSERT_EQ(query.next(4), 4u);
-            query.close();
-            transaction.commit();
-        }
-        auto query = cloud.select("");
-        std::vector<std::vector<double>> read;
-        for (const auto& values : written)
-            read.emplace_back(values.size(), -12345.0);
-        for (std::size_t i = 0; i < part.size(); ++i)
-            query.bind(part[i].name, DataType::DOUBLE, read[i].data(),
-                       static_cast<std::int32_t>(2 * read[i].size()));
-        ASSERT_EQ(query.next(10), 4u);
-        for (std::size_t i = 0; i < part.size(); ++i) {
-            const double tolerance = part[i].resolution / 2 * (1 + 1e-6);
-            for (std::size_t k = 0; k < written[i].size(); ++k) {
-                const bool exact = written[i][k] == part[i].invalidValue;
-                EXPECT_NEAR(read[i][k], written[i][k], exact ? 0 : tolerance)
-                    << part[i].name << ", value " << k;
-            }
-        }
-    }
-}
 
 TEST_F(Attributes, NumbersThatNoFileCanHoldAreRefused) {
     const qrb::Context context("OFF", "");
