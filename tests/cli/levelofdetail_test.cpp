@@ -14,6 +14,8 @@
 #include <cmath>
 #include <functional>
 #include <map>
+#include <numbers>
+#include <random>
 
 namespace {
 
@@ -28,7 +30,24 @@ struct Point {
 
 constexpr const char* intensity = "tarvo.intensity";
 
-// The parameter: a LAS file of the test data; empty: a simulated scan, dense near the scanner.
+// Points about a scanner whose density falls with the square of the distance, by eight powers of
+// ten from the nearest to the farthest; the stronger the nearer.
+std::string scanTable() {
+    std::string table = "x,y,z,tarvo.intensity\n";
+    std::mt19937 random(1);
+    const auto uniform = [&random] { return static_cast<double>(random()) * 0x1p-32; };
+    for (int i = 0; i < 60'000; ++i) {
+        const double range = 0.1 * std::pow(10'000, uniform());
+        const double angle = 2 * std::numbers::pi * uniform();
+        char line[100];
+        std::snprintf(line, sizeof line, "%.4f,%.4f,%.4f,%.0f\n", range * std::cos(angle),
+                      range * std::sin(angle), uniform(), 5000 / (range + 1) + 100 * uniform());
+        table += line;
+    }
+    return table;
+}
+
+// The parameter: a LAS file of the test data; "sample": a simulated scan; "scan": scanTable().
 class LevelOfDetail : public testing::TestWithParam<const char*> {
 protected:
     LevelOfDetail() { tarvo::qrb::loadLibrary(QRBLIB_FILE); }
@@ -40,14 +59,18 @@ protected:
     // False where the data are not there.
     bool make(std::uint32_t mode, std::uint32_t size) {
         const std::string source = folder.file("source.qrbx");
-        if (*GetParam() == 0) {
+        const std::string kind = GetParam();
+        if (kind == "sample") {
             EXPECT_EQ(run("sample -n 60000 " + source).code, 0);
+        } else if (kind == "scan") {
+            const Result import =
+                run("import " + folder.write("scan.csv", scanTable()) + " " + source);
+            EXPECT_EQ(import.code, 0) << import.output;
         } else {
             const char* const data = std::getenv("QRB_TEST_DATA");
             if (data == nullptr || *data == 0)
                 return false;
-            const Result import =
-                run("import " + std::string(data) + "/" + GetParam() + " " + source);
+            const Result import = run("import " + std::string(data) + "/" + kind + " " + source);
             EXPECT_EQ(import.code, 0) << import.output;
         }
         const tarvo::qrb::Context context("OFF", "");
@@ -230,6 +253,7 @@ TEST_P(LevelOfDetail, OfCombineAreTheMeansOfAllPointsBelow) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Clouds, LevelOfDetail,
-                         testing::Values("", "autzen_trim.las", "4_6_crop.las", "sample_c.las"));
+                         testing::Values("sample", "scan", "autzen_trim.las", "4_6_crop.las",
+                                         "sample_c.las"));
 
 }  // namespace
