@@ -1,6 +1,7 @@
 #include "engine/index/builder.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace tarvo::engine::index {
 
@@ -18,7 +19,7 @@ std::size_t nodesInPage(const Node& node) {
 void dropOwnPoints(Node& node) {
     node.ownCount = 0;
     std::erase_if(node.attributes,
-                  [](const AttributeData& attribute) { return attribute.uid == weightUid; });
+                  [](const AttributeData& attribute) { return isWeightUid(attribute.uid); });
     for (AttributeData& attribute : node.attributes)
         for (ElementData& element : attribute.elements)
             element.block = {};
@@ -31,8 +32,8 @@ void summarise(Node& node, std::span<const Node> children, const schema::Attribu
         node.revision = std::max(node.revision, child.revision);
     }
     std::vector<AttributeData> sums;
-    if (const AttributeData* weights = node.find(weightUid))
-        sums.push_back(*weights);
+    std::copy_if(node.attributes.begin(), node.attributes.end(), std::back_inserter(sums),
+                 [](const AttributeData& attribute) { return isWeightUid(attribute.uid); });
     for (const schema::Attribute& attribute : table.all()) {
         AttributeData sum;
         sum.uid = attribute.uid;

@@ -24,9 +24,15 @@ struct ElementData {
     BlobRef block;
 };
 
-// The number in place of an attribute's for the points that each point of an inner node stands for;
-// real ones begin at 1.
+// The numbers in place of an attribute's for the points that each point of an inner node stands
+// for, and for those of them that have a valid value of an attribute. Real ones are 1 to 2^31 - 1.
 inline constexpr std::uint32_t weightUid = 0;
+constexpr std::uint32_t validWeightUid(std::uint32_t attributeUid) {
+    return attributeUid | 0x80000000u;
+}
+constexpr bool isWeightUid(std::uint32_t uid) {
+    return uid == weightUid || uid >= 0x80000000u;
+}
 
 struct AttributeData {
     std::uint32_t uid = 0;

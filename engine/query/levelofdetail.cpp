@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <optional>
 
 namespace tarvo::engine::query {
 
@@ -26,19 +27,28 @@ struct Candidate {
     std::uint32_t point;
 };
 
+schema::Attribute weightsOfNumber(std::uint32_t uid) {
+    schema::AttributeRecord record;
+    record.name = "weight";
+    record.length = 1;
+    record.maximumValue = 9223372036854775808.0;
+    record.defaultValue = 1;
+    record.storageClass = static_cast<std::uint8_t>(schema::StorageClass::Variable);
+    return {record, uid};
+}
+
 // How many points each point of an inner node stands for, kept beside its values.
 const schema::Attribute& weights() {
-    static const schema::Attribute attribute = [] {
-        schema::AttributeRecord record;
-        record.name = "weight";
-        record.length = 1;
-        record.maximumValue = 9223372036854775808.0;
-        record.defaultValue = 1;
-        record.storageClass = static_cast<std::uint8_t>(schema::StorageClass::Variable);
-        return schema::Attribute(record, index::weightUid);
-    }();
+    static const schema::Attribute attribute = weightsOfNumber(index::weightUid);
     return attribute;
 }
+
+// One element of an attribute over the points that are made.
+struct Combined {
+    schema::Column codes;
+    // The points with a valid value that each stands for, where an average further up needs them.
+    std::optional<schema::Column> validWeights;
+};
 
 // Points that become one: candidates [begin, end).
 struct Group {
@@ -144,8 +154,20 @@ private:
                 return each;
             };
         return [column = readColumn(m_session, node, weights(), 0)](std::uint32_t point) {
-            return (*column)[point];
+            return std::max<std::uint64_t>(1, (*column)[point]);
         };
+    }
+
+    // Of the points that a node stores, those with a valid value that each stands for; null where
+    // all have one, or none has.
+    std::shared_ptr<const schema::Column> validWeightsOf(const index::Node& node,
+                                                         const schema::Attribute& attribute,
+                                                         std::uint32_t element) const {
+        const index::AttributeData* data = node.find(index::validWeightUid(attribute.uid));
+        if (!data || element >= data->elements.size() ||
+            !data->elements[element].statistics.hasValid)
+            return nullptr;
+        return readColumn(m_session, node, weightsOfNumber(data->uid), element);
     }
 
     // Every child gets its share by the points below it, spread evenly over what it stores.
@@ -208,22 +230,40 @@ private:
         }
     }
 
-    // The column of one element over the groups.
-    schema::Column combineColumn(const std::vector<index::Node>& children,
-                                 const schema::Attribute& attribute, std::uint32_t element,
-                                 const std::vector<Candidate>& points,
-                                 const std::vector<Group>& groups) const {
+    // someInvalid: points below have no valid value, and others have one.
+    Combined combineColumn(const std::vector<index::Node>& children,
+                           const schema::Attribute& attribute, std::uint32_t element,
+                           bool someInvalid, const std::vector<Candidate>& points,
+                           const std::vector<Group>& groups) const {
+        const bool weighsValid = !m_thins && someInvalid &&
+                                 schema::lodMethod(attribute.record) == schema::LodMethod::Average;
         std::vector<std::shared_ptr<const schema::Column>> columns;
-        for (const index::Node& child : children)
-            columns.push_back(readColumn(m_session, child, attribute, element));
-        schema::Column result(attribute.grid.width(), groups.size());
+        std::vector<std::shared_ptr<const schema::Column>> validWeights(children.size());
+        for (std::size_t c = 0; c < children.size(); ++c) {
+            columns.push_back(readColumn(m_session, children[c], attribute, element));
+            if (weighsValid)
+                validWeights[c] = validWeightsOf(children[c], attribute, element);
+        }
+        Combined result{schema::Column(attribute.grid.width(), groups.size()), {}};
+        if (weighsValid)
+            result.validWeights.emplace(weights().grid.width(), groups.size());
         Combiner combiner(attribute);
         std::vector<WeightedCode> codes;
         for (std::size_t g = 0; g < groups.size(); ++g) {
             codes.clear();
-            for (std::size_t i = groups[g].begin; i < groups[g].end; ++i)
-                codes.push_back({(*columns[points[i].child])[points[i].point], points[i].weight});
-            result.set(g, codes.size() == 1 ? codes[0].code : combiner.combine(codes));
+            std::uint64_t valid = 0;
+            for (std::size_t i = groups[g].begin; i < groups[g].end; ++i) {
+                const Candidate& point = points[i];
+                const schema::Column* const own = validWeights[point.child].get();
+                codes.push_back(
+                    {(*columns[point.child])[point.point],
+                     own ? std::max<std::uint64_t>(1, (*own)[point.point]) : point.weight});
+                if (weighsValid && !attribute.grid.isInvalid(codes.back().code))
+                    valid += codes.back().weight;
+            }
+            result.codes.set(g, codes.size() == 1 ? codes[0].code : combiner.combine(codes));
+            if (weighsValid)
+                result.validWeights->set(g, valid);
         }
         return result;
     }
@@ -247,9 +287,10 @@ private:
         const std::vector<Group> groups =
             m_thins ? thinOut(children, points) : combine(node, points);
         struct Work {
-            index::ElementData* element;
+            index::AttributeData* data;
+            std::uint32_t element;
             const schema::Attribute* attribute;
-            Task<schema::Column> column;
+            Task<Combined> combined;
         };
         std::vector<Work> work;
         for (index::AttributeData& data : node.attributes) {
@@ -258,20 +299,37 @@ private:
                 continue;
             const schema::Attribute& attribute =
                 m_state.attributes[static_cast<std::size_t>(index)];
-            for (std::uint32_t e = 0; e < data.elements.size(); ++e)
+            for (std::uint32_t e = 0; e < data.elements.size(); ++e) {
+                const schema::ElementStatistics& statistics = data.elements[e].statistics;
+                const bool someInvalid = statistics.hasValid && statistics.hasInvalid;
                 // Without a block the statistics stand for all points, also for these.
-                if (!isUniform(data.elements[e].statistics))
-                    work.push_back({&data.elements[e], &attribute, m_session.pool().run([&, e] {
-                                        return combineColumn(children, attribute, e, points,
-                                                             groups);
+                if (!isUniform(statistics))
+                    work.push_back({&data, e, &attribute, m_session.pool().run([&, e, someInvalid] {
+                                        return combineColumn(children, attribute, e, someInvalid,
+                                                             points, groups);
                                     })});
+            }
         }
         BlockWriter blocks(m_session.identity().settings.compressionLevel);
-        for (Work& one : work)
-            one.element->block = blocks.addBlock(*one.attribute, one.column.get());
+        std::vector<index::AttributeData> validWeights;
+        for (Work& one : work) {
+            const Combined combined = one.combined.get();
+            one.data->elements[one.element].block = blocks.addBlock(*one.attribute, combined.codes);
+            if (!combined.validWeights)
+                continue;
+            const std::uint32_t uid = index::validWeightUid(one.data->uid);
+            if (validWeights.empty() || validWeights.back().uid != uid)
+                validWeights.push_back(
+                    {uid, m_state.transaction.id,
+                     std::vector<index::ElementData>(one.data->elements.size())});
+            validWeights.back().elements[one.element] =
+                blocks.add(weights(), *combined.validWeights);
+        }
         node.ownCount = groups.size();
         if (!m_thins)
             putAttribute(node.attributes, weightData(points, groups, blocks));
+        for (index::AttributeData& data : validWeights)
+            putAttribute(node.attributes, std::move(data));
         blocks.store(m_session.blobs(), node.attributes);
     }
 

@@ -154,7 +154,7 @@ State stateFromRoot(std::string_view root) {
     t.start = transaction.text("start");
     t.stop = transaction.text("stop");
     state.attributesBlob = readReferenceMember(object, "attributes");
-    state.nextUid = static_cast<std::uint32_t>(object.number("next_attribute", UINT32_MAX));
+    state.nextUid = static_cast<std::uint32_t>(object.number("next_attribute", INT32_MAX));
     const JsonObject index = object.object("index");
     state.rootPage = readReferenceMember(index, "root");
     state.pointCount = index.number("points", INT64_MAX);

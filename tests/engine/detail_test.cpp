@@ -245,7 +245,7 @@ TEST_F(Details, OfEachMethodAreThatOfTheirPoints) {
     addAt(1, {0, 2, 2, 8, 8, 4, 0, 2, 2, 8, 8, 4});
     EXPECT_EQ(read(1), " minimum 2 maximum 8 majority 2 average 5 first 0");
     // From the second level on a point counts for all that it stands for, also where it was made by
-    // an earlier transaction: an average of 4.2.
+    // an earlier transaction: an average of 51 / 13.
     addAt(-500, {1, 1, 1});
     addAt(500, {9});
     EXPECT_EQ(read(2), " minimum 1 maximum 8 majority 2 average 4 first 1");
