@@ -193,7 +193,9 @@ std::string compact(const std::string& text) {
 
 std::vector<std::string> placeholders(session::Session& session) {
     std::vector<std::string> lines;
-    for (const auto& [name, item] : session.state()->metaData) {
+    // Held: what is got from a pending transaction is a copy that nobody else keeps.
+    const auto state = session.state();
+    for (const auto& [name, item] : state->metaData) {
         const catalogue::MetaDataEntry* entry = catalogue::findMetaData(name);
         if (entry && entry->neutral.empty() &&
             compact(session.metaData().get(name)) == compact(entry->example))
