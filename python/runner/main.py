@@ -1,0 +1,122 @@
+"""Runs one plugin for the program that started this process.
+
+The two speak JSON, an object a line: orders come by the standard input, what the plugin tells goes
+by the standard output. Both are moved out of the plugin's way before it is loaded, so that nothing
+that it prints or reads can break in; what it prints goes by the standard error output.
+"""
+
+import importlib.util
+import json
+import os
+import signal
+import sys
+import threading
+import traceback
+
+sys.path[0] = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
+
+import qrb  # noqa: E402
+from runner.report import Channel, Report  # noqa: E402
+
+
+class Cancelled(BaseException):
+    """Raised in the plugin when it is to stop: no ``except Exception`` holds it up."""
+
+
+def take_pipes():
+    """Returns the streams of orders and of answers; from now on no other code finds them."""
+    orders = os.fdopen(os.dup(0), "r", encoding="utf-8")
+    answers = os.fdopen(os.dup(1), "wb")
+    nothing = os.open(os.devnull, os.O_RDONLY)
+    os.dup2(nothing, 0)
+    os.close(nothing)
+    os.dup2(2, 1)
+    return orders, answers
+
+
+def watch(orders):
+    """Raises Cancelled in the main thread when told so, or when nobody is there any more."""
+
+    def wait():
+        for line in orders:
+            if json.loads(line).get("type") == "cancel":
+                break
+        if hasattr(signal, "pthread_kill"):
+            signal.pthread_kill(threading.main_thread().ident, signal.SIGINT)
+        else:
+            signal.raise_signal(signal.SIGINT)
+
+    def cancel(number, frame):
+        signal.signal(signal.SIGINT, signal.SIG_IGN)
+        raise Cancelled()
+
+    signal.signal(signal.SIGINT, cancel)
+    threading.Thread(target=wait, daemon=True).start()
+
+
+def load(script):
+    """The function ``run`` of a script."""
+    sys.path.insert(1, os.path.dirname(script))
+    spec = importlib.util.spec_from_file_location("plugin", script)
+    module = importlib.util.module_from_spec(spec)
+    sys.modules["plugin"] = module
+    spec.loader.exec_module(module)
+    if not callable(getattr(module, "run", None)):
+        raise TypeError("The script has no function run(db, parameters, report).")
+    return module.run
+
+
+def work(order, report):
+    """Runs the plugin; returns the number of the transaction that it made, 0 for none."""
+    run = load(order["script"])
+    parameters = order["parameters"]
+    with qrb.open(order["database"], library=order["library"]) as db:
+        if not order["writes"]:
+            run(db, parameters, report)
+            return 0
+        settings = {
+            "plugin": order["name"],
+            "version": order["version"],
+            "parameters": parameters,
+        }
+        with db.transaction(
+            title=order["title"], agent=order["agent"], settings=json.dumps(settings)
+        ) as transaction:
+            run(db, parameters, report)
+        return transaction.id
+
+
+def failure(error):
+    """What to tell of an exception: a line, and where it happened in the plugin's own words."""
+    text = str(error).strip() or type(error).__name__
+    if not isinstance(error, qrb.Error):
+        text = f"{type(error).__name__}: {text}" if str(error) else text
+    first, _, rest = text.partition("\n")
+    details = [rest] if rest else []
+    details += [getattr(error, "details", "") or ""]
+    frames = traceback.extract_tb(error.__traceback__)
+    own = [frame for frame in frames if frame.filename != __file__]
+    details += traceback.format_list(own)
+    return {"text": first, "details": "".join(f"{part.rstrip()}\n" for part in details if part)}
+
+
+def main():
+    orders, answers = take_pipes()
+    channel = Channel(answers)
+    order = json.loads(orders.readline())
+    try:
+        watch(orders)
+        channel.send(type="done", transaction=work(order, Report(channel)))
+    except Cancelled:
+        channel.send(type="cancelled")
+    except SystemExit as error:
+        channel.send(type="failed", text=f"The plugin ended its process: {error}", details="")
+    except BaseException as error:  # a plugin may raise anything; the program has to hear of it
+        channel.send(type="failed", **failure(error))
+    sys.stdout.flush()
+    sys.stderr.flush()
+    # At once: threads that the plugin has started hold nothing up.
+    os._exit(0)
+
+
+main()
