@@ -34,24 +34,33 @@ def take_pipes():
     return orders, answers
 
 
-def watch(orders):
-    """Raises Cancelled in the main thread when told so, or when nobody is there any more."""
+class Wish:
+    """The wish to stop: raises Cancelled in the main thread, or only waits to be asked for."""
 
-    def wait():
-        for line in orders:
-            if json.loads(line).get("type") == "cancel":
-                break
-        if hasattr(signal, "pthread_kill"):
-            signal.pthread_kill(threading.main_thread().ident, signal.SIGINT)
-        else:
-            signal.raise_signal(signal.SIGINT)
+    def __init__(self):
+        self.is_told = False
+        self.raises = True
+        signal.signal(signal.SIGINT, self._hear)
 
-    def cancel(number, frame):
-        signal.signal(signal.SIGINT, signal.SIG_IGN)
-        raise Cancelled()
+    def _hear(self, number, frame):
+        self.is_told = True
+        if self.raises:
+            self.raises = False
+            raise Cancelled()
 
-    signal.signal(signal.SIGINT, cancel)
-    threading.Thread(target=wait, daemon=True).start()
+    def listen(self, orders):
+        """Hears it from the program, or from its end."""
+
+        def wait():
+            for line in orders:
+                if json.loads(line).get("type") == "cancel":
+                    break
+            if hasattr(signal, "pthread_kill"):
+                signal.pthread_kill(threading.main_thread().ident, signal.SIGINT)
+            else:
+                signal.raise_signal(signal.SIGINT)
+
+        threading.Thread(target=wait, daemon=True).start()
 
 
 def load(script):
@@ -66,7 +75,7 @@ def load(script):
     return module.run
 
 
-def work(order, report):
+def work(order, report, wish):
     """Runs the plugin; returns the number of the transaction that it made, 0 for none."""
     run = load(order["script"])
     parameters = order["parameters"]
@@ -74,15 +83,27 @@ def work(order, report):
         if not order["writes"]:
             run(db, parameters, report)
             return 0
+
+        def commits(fraction):
+            report.progress(fraction, "Committing")
+            return not wish.is_told
+
         settings = {
             "plugin": order["name"],
             "version": order["version"],
             "parameters": parameters,
         }
-        with db.transaction(
-            title=order["title"], agent=order["agent"], settings=json.dumps(settings)
-        ) as transaction:
+        transaction = db.transaction(
+            title=order["title"],
+            agent=order["agent"],
+            settings=json.dumps(settings),
+            progress=commits,
+        )
+        with transaction:
+            report.transaction = transaction
             run(db, parameters, report)
+            # An exception would leave open whether the commit had happened.
+            wish.raises = False
         return transaction.id
 
 
@@ -104,15 +125,19 @@ def main():
     orders, answers = take_pipes()
     channel = Channel(answers)
     order = json.loads(orders.readline())
+    wish = Wish()
     try:
-        watch(orders)
-        channel.send(type="done", transaction=work(order, Report(channel)))
+        wish.listen(orders)
+        channel.send(type="done", transaction=work(order, Report(channel), wish))
     except Cancelled:
         channel.send(type="cancelled")
     except SystemExit as error:
         channel.send(type="failed", text=f"The plugin ended its process: {error}", details="")
     except BaseException as error:  # a plugin may raise anything; the program has to hear of it
-        channel.send(type="failed", **failure(error))
+        if wish.is_told:
+            channel.send(type="cancelled")
+        else:
+            channel.send(type="failed", **failure(error))
     sys.stdout.flush()
     sys.stderr.flush()
     # At once: threads that the plugin has started hold nothing up.

@@ -25,9 +25,15 @@ class Channel:
 
 
 class Report:
-    """The third argument of a plugin's ``run``: progress and results, shown as they come."""
+    """The third argument of a plugin's ``run``: progress and results, shown as they come.
+
+    ``transaction``: the pending transaction of a plugin that writes (``qrb.Transaction``), to
+    insert, update and remove with; it is committed when ``run`` returns, and rolled back when it
+    raises. None for a plugin that does not write.
+    """
 
     def __init__(self, channel):
+        self.transaction = None
         self._channel = channel
         self._last = -1.0
 

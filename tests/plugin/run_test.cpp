@@ -31,7 +31,7 @@ class Database:
         return self
     def __exit__(self, *what):
         print("closed")
-    def transaction(self, title, agent, settings):
+    def transaction(self, title, agent, settings, progress):
         print(title, agent, settings)
         return Transaction()
 def open(name, library):
