@@ -7,6 +7,7 @@
 
 #include <csignal>
 #include <sstream>
+#include <thread>
 
 namespace {
 
@@ -261,8 +262,14 @@ def run(db, parameters, report):
 )");
     EXPECT_EQ(outcome.end, Outcome::End::DONE);
     const std::string child = heard.print.substr(heard.print.find('\n') + 1);
-    const std::string state = fileText("/proc/" + child.substr(0, child.find('\n')) + "/stat");
-    EXPECT_TRUE(state.empty() || state.find(") Z ") != std::string::npos) << state;
+    const std::string file = "/proc/" + child.substr(0, child.find('\n')) + "/stat";
+    const auto lives = [&file] {
+        const std::string state = fileText(file);
+        return !state.empty() && state.find(") Z ") == std::string::npos;
+    };
+    for (int i = 0; i < 100 && lives(); ++i)
+        std::this_thread::sleep_for(milliseconds(50));
+    EXPECT_FALSE(lives());
 }
 
 TEST_F(Run, SeesNothingOfWhereTheProgramWasStarted) {
