@@ -179,6 +179,7 @@ void putSystem(JsonText& json, const std::optional<core::ReferenceSystem>& syste
     json.beginObject();
     json.member("name", system->name);
     json.member("code", system->code);
+    json.member("not_understood", system->unread);
     json.endObject();
 }
 

@@ -6,6 +6,7 @@
 #include "cli/text.h"
 
 #include <filesystem>
+#include <map>
 #include <sstream>
 #include <utility>
 
@@ -43,6 +44,16 @@ private:
     std::string m_more;
     int m_count = 0;
 };
+
+// Both in quotes, with their units where the rest doesn't tell them apart.
+std::string describeBoth(const ReferenceSystem& a, const ReferenceSystem& b) {
+    const bool needUnits = core::describe(a) == core::describe(b);
+    const auto text = [&](const ReferenceSystem& system) {
+        return quoted(core::describe(system)) +
+               (needUnits ? " " + core::describeUnits(system) : "");
+    };
+    return text(a) + " and " + text(b);
+}
 
 // Keeps the lines that all files have.
 void agree(std::string& common, const std::string& one, bool isFirst) {
@@ -100,6 +111,7 @@ CommonOrigin commonOrigin(const PointSources& sources, const qrb::Pointcloud* da
     }
     FileList foreign;
     FileList silent;
+    std::map<std::string, FileList> unread;  // by what could not be read
     for (const auto& source : sources) {
         const bool isFirst = source == sources.front();
         const Origin own = source->origin();
@@ -116,17 +128,23 @@ CommonOrigin commonOrigin(const PointSources& sources, const qrb::Pointcloud* da
                 silent.add("the database");
             }
         } else if (!core::isSame(*common.origin.system, *own.system)) {
-            const std::string name = core::describe(*own.system);
             if (!asTheyAre) {
                 throw Failure(
                     "The coordinate reference systems of " + holder + " and " + shortName(*source) +
-                        " differ: " + quoted(core::describe(*common.origin.system)) + " and " +
-                        quoted(name) + ".",
+                        " differ: " + describeBoth(*common.origin.system, *own.system) + ".",
                     "Transform the points into one system first, or give --crs-as-is to take the "
                     "coordinates as they are.");
             }
-            foreign.add(shortName(*source) + " (" + name + ")");
+            foreign.add(shortName(*source) + " (" + core::describe(*own.system) + ")");
         }
+        if (own.system && !own.system->isUnderstood()) {
+            unread[own.system->unread].add(shortName(*source));
+        }
+    }
+    for (const auto& [words, files] : unread) {
+        note(printable("The coordinate reference system of " + files.text() +
+                       " is not understood in full: " + words +
+                       ". It is kept as it is told, and units that are not known stay empty."));
     }
     if (common.origin.system && !silent.isEmpty()) {
         note(printable("No coordinate reference system is told by " + silent.text() +
@@ -145,14 +163,8 @@ void nameUnits(PointAttribute& definition, const std::optional<ReferenceSystem>&
         return;
     }
     definition.unitSymbol = system->horizontalUnit;
-    const std::string& unit = system->horizontalUnit;
-    // Heights in the unit of the map are what no file needs to tell.
-    const bool isAngle = unit == "deg" || unit == "rad" || unit == "gon";
-    if (system->verticalUnit.empty() ? isAngle : system->verticalUnit != unit) {
-        const auto words = [](const std::string& symbol) {
-            return symbol.empty() ? std::string("in a unit that is not told") : "in " + symbol;
-        };
-        definition.description += "; X and Y " + words(unit) + ", Z " + words(system->verticalUnit);
+    if (core::hasOwnHeights(*system)) {
+        definition.description += "; " + core::describeUnits(*system);
     }
 }
 

@@ -66,6 +66,43 @@ Document readItem(const qrb::pointcloud::MetaData& metaData) {
     return item;
 }
 
+bool isAngle(const std::string& unit) {
+    return unit == "deg" || unit == "rad" || unit == "gon" || unit == "arcmin" || unit == "arcsec";
+}
+
+// Heights in the unit of the map are what no file needs to tell, unless they have a system.
+std::string heightUnit(const ReferenceSystem& system) {
+    const bool asMap = system.verticalUnit.empty() && system.code.find('+') == std::string::npos &&
+                       !isAngle(system.horizontalUnit);
+    return asMap ? system.horizontalUnit : system.verticalUnit;
+}
+
+bool canAgree(const std::string& a, const std::string& b) {
+    return a.empty() || b.empty() || a == b;
+}
+
+bool isToldAlike(const ReferenceSystem& a, const ReferenceSystem& b) {
+    if (!a.wkt.empty() && !b.wkt.empty()) {
+        return normalised(a.wkt) == normalised(b.wkt);
+    }
+    return !a.keys.empty() && a.keys == b.keys;
+}
+
+// What stands in the first pair of quotes; a quote within is written twice.
+std::string firstName(const std::string& wkt) {
+    std::string name;
+    for (std::size_t at = wkt.find('"'); at < wkt.size() && ++at < wkt.size();) {
+        const std::size_t end = std::min(wkt.find('"', at), wkt.size());
+        name += wkt.substr(at, end - at);
+        at = end + 1;
+        if (at >= wkt.size() || wkt[at] != '"') {
+            break;
+        }
+        name += '"';
+    }
+    return name;
+}
+
 std::string textMember(const rapidjson::Value& object, const char* name) {
     const auto found = object.FindMember(name);
     return found != object.MemberEnd() && found->value.IsString()
@@ -76,21 +113,45 @@ std::string textMember(const rapidjson::Value& object, const char* name) {
 }  // namespace
 
 std::string describe(const ReferenceSystem& system) {
-    if (system.name.empty() || system.code.empty()) {
-        return system.name.empty() && system.code.empty() ? "unnamed system"
-                                                          : system.name + system.code;
+    std::string text = system.name + system.code;
+    if (!system.name.empty() && !system.code.empty()) {
+        text = system.name + " (" + system.code + ")";
     }
-    return system.name + " (" + system.code + ")";
+    if (!system.isUnderstood()) {
+        return text.empty() ? "a system that was not understood"
+                            : text + ", not understood in full";
+    }
+    return text.empty() ? "unnamed system" : text;
+}
+
+std::string describeUnits(const ReferenceSystem& system) {
+    const auto words = [](const std::string& symbol) {
+        return symbol.empty() ? std::string("in a unit that is not told") : "in " + symbol;
+    };
+    return hasOwnHeights(system)
+               ? "X and Y " + words(system.horizontalUnit) + ", Z " + words(system.verticalUnit)
+               : words(system.horizontalUnit);
+}
+
+bool hasOwnHeights(const ReferenceSystem& system) {
+    if (!system.verticalUnit.empty() || system.horizontalUnit.empty()) {
+        return system.verticalUnit != system.horizontalUnit;
+    }
+    // A unit of heights may be among what was not understood.
+    return isAngle(system.horizontalUnit) || !system.isUnderstood();
 }
 
 bool isSame(const ReferenceSystem& a, const ReferenceSystem& b) {
+    if (!a.isUnderstood() || !b.isUnderstood()) {
+        return isToldAlike(a, b);
+    }
+    if (!canAgree(a.horizontalUnit, b.horizontalUnit) || !canAgree(heightUnit(a), heightUnit(b))) {
+        return false;
+    }
     if (!a.code.empty() && !b.code.empty()) {
         return a.code == b.code || (a.epsg != 0 && a.epsg == b.epsg);
     }
-    if (!a.wkt.empty() && !b.wkt.empty()) {
-        return normalised(a.wkt) == normalised(b.wkt);
-    }
-    return !a.keys.empty() && a.keys == b.keys;
+    return isToldAlike(a, b);
 }
 
 std::optional<ReferenceSystem> referenceSystem(const qrb::pointcloud::MetaData& metaData) {
@@ -104,6 +165,9 @@ std::optional<ReferenceSystem> referenceSystem(const qrb::pointcloud::MetaData& 
     system.code = textMember(crs->value, "code");
     system.wkt = textMember(crs->value, "wkt");
     system.keys = textMember(crs->value, "geokeys");
+    system.horizontalUnit = textMember(crs->value, "horizontal_unit");
+    system.verticalUnit = textMember(crs->value, "vertical_unit");
+    system.unread = textMember(crs->value, "not_understood");
     const auto epsg = crs->value.FindMember("epsg");
     if (epsg != crs->value.MemberEnd() && epsg->value.IsUint()) {
         system.epsg = epsg->value.GetUint();
@@ -112,12 +176,10 @@ std::optional<ReferenceSystem> referenceSystem(const qrb::pointcloud::MetaData& 
         system.code = "EPSG:" + std::to_string(system.epsg);
     }
     if (system.name.empty()) {
-        const std::size_t begin = system.wkt.find('"') + 1;
-        system.name =
-            begin == 0 ? "" : system.wkt.substr(begin, system.wkt.find('"', begin) - begin);
+        system.name = firstName(system.wkt);
     }
-    const bool tellsAny =
-        !system.name.empty() || !system.code.empty() || !system.wkt.empty() || !system.keys.empty();
+    const bool tellsAny = !system.name.empty() || !system.code.empty() || !system.wkt.empty() ||
+                          !system.keys.empty() || !system.isUnderstood();
     return tellsAny ? std::optional(system) : std::nullopt;
 }
 
@@ -147,6 +209,9 @@ bool setReferenceSystem(qrb::pointcloud::MetaData& metaData, const ReferenceSyst
     put("code", system.code == "EPSG:" + std::to_string(system.epsg) ? "" : system.code);
     put("wkt", system.wkt);
     put("geokeys", system.keys);
+    put("horizontal_unit", system.horizontalUnit);
+    put("vertical_unit", system.verticalUnit);
+    put("not_understood", system.unread);
     writer.EndObject();
     writer.EndObject();
     metaData.set(itemName, {buffer.GetString(), buffer.GetSize()});

@@ -2,7 +2,11 @@
 
 #include "exchange/las/bytes.h"
 #include "exchange/las/geokeys.h"
+#include "exchange/las/units.h"
 #include "exchange/las/wkt.h"
+
+#include <algorithm>
+#include <span>
 
 namespace tarvo::exchange::las {
 
@@ -10,13 +14,49 @@ namespace {
 
 constexpr std::uint16_t wktCounts = 1 << 4;  // of the global encoding
 
-std::span<const std::uint8_t> dataOf(const std::vector<Record>& records, std::uint16_t id) {
-    for (const Record& record : records) {
-        if (isCrs(record) && record.recordId == id && !record.data.empty()) {
-            return record.data;
-        }
+constexpr std::uint16_t textId = 2112;
+constexpr std::uint16_t directoryId = 34735;
+
+const Record* find(const std::vector<Record>& records, std::uint16_t id) {
+    const auto found = std::find_if(records.begin(), records.end(), [id](const Record& record) {
+        return isCrs(record) && record.recordId == id && record.length > 0;
+    });
+    return found == records.end() ? nullptr : &*found;
+}
+
+std::span<const std::uint8_t> dataOf(const Record* record) {
+    return record == nullptr ? std::span<const std::uint8_t>() : record->data;
+}
+
+// What was too long to be kept.
+std::optional<core::ReferenceSystem> unreadSystem(const char* words) {
+    core::ReferenceSystem system;
+    system.unread = words;
+    return system;
+}
+
+std::optional<core::ReferenceSystem> systemByText(const Record* record) {
+    auto data = dataOf(record);
+    if (data.empty()) {
+        return record ? unreadSystem("the well-known text, which is too long") : std::nullopt;
     }
-    return {};
+    const auto begin =
+        std::find_if(data.begin(), data.end(), [](std::uint8_t byte) { return byte != 0; });
+    data = data.subspan(static_cast<std::size_t>(begin - data.begin()));
+    return systemOfWkt(getText(data.data(), data.size()));
+}
+
+std::optional<core::ReferenceSystem> systemByKeys(const std::vector<Record>& records) {
+    const Record* const directory = find(records, directoryId);
+    if (directory != nullptr && directory->data.empty()) {
+        return unreadSystem("the GeoTIFF keys, which are too long");
+    }
+    return systemOfKeys(dataOf(directory), dataOf(find(records, 34736)),
+                        dataOf(find(records, 34737)));
+}
+
+bool tellsAny(const core::ReferenceSystem& system) {
+    return !system.code.empty() || !system.horizontalUnit.empty() || !system.verticalUnit.empty();
 }
 
 }  // namespace
@@ -27,18 +67,26 @@ bool isCrs(const Record& record) {
 
 std::optional<core::ReferenceSystem> referenceSystem(const Header& header,
                                                      const std::vector<Record>& records) {
-    const std::span<const std::uint8_t> text = dataOf(records, 2112);
-    auto byText = text.empty() ? std::nullopt : systemOfWkt(getText(text.data(), text.size()));
-    auto byKeys =
-        systemOfKeys(dataOf(records, 34735), dataOf(records, 34736), dataOf(records, 34737));
-    if (!byKeys || (byText && (header.globalEncoding & wktCounts) != 0)) {
-        return byText;
+    auto byText = systemByText(find(records, textId));
+    auto byKeys = systemByKeys(records);
+    const bool textCounts = (header.globalEncoding & wktCounts) != 0;
+    auto& counting = textCounts ? byText : byKeys;
+    auto& other = textCounts ? byKeys : byText;
+    if (!counting || !other) {
+        return counting ? counting : other;
+    }
+    if (!counting->isUnderstood() && !tellsAny(*counting) && tellsAny(*other)) {
+        // What the other one tells is told, but not that it is what counts.
+        noteUnread(other->unread, counting->unread);
+        other->wkt = byText->wkt;
+        return other;
     }
     // Keys of a system without a code mean nothing to most programs.
-    if (byText && byKeys->code.empty() && byText->horizontalUnit == byKeys->horizontalUnit) {
+    if (!textCounts && byKeys->code.empty() && byText->isUnderstood() &&
+        byText->horizontalUnit == byKeys->horizontalUnit) {
         byKeys->wkt = std::move(byText->wkt);
     }
-    return byKeys;
+    return counting;
 }
 
 }  // namespace tarvo::exchange::las

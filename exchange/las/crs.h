@@ -13,7 +13,7 @@ namespace tarvo::exchange::las {
 bool isCrs(const Record& record);
 
 // By well-known text where the header says so, else by GeoTIFF keys; by the other one where that is
-// missing or tells nothing. Nothing where neither can be read.
+// missing or nothing of it is understood. Nothing where neither is told.
 std::optional<core::ReferenceSystem> referenceSystem(const Header& header,
                                                      const std::vector<Record>& records);
 

@@ -15,7 +15,9 @@ namespace {
 
 // Names as in the GeoTIFF standard.
 enum KeyId : std::uint16_t {
+    NoKey = 0,
     ModelType = 1024,
+    RasterType = 1025,
     Citation = 1026,
     GeographicType = 2048,
     GeogCitation = 2049,
@@ -46,7 +48,14 @@ struct Key {
     std::string text;
 };
 
-using Keys = std::map<std::uint16_t, Key>;
+struct Keys {
+    std::map<std::uint16_t, Key> known;
+    std::string unread;  // in words; empty: all was read
+};
+
+std::string keyWords(std::uint16_t id) {
+    return "GeoTIFF key " + std::to_string(id);
+}
 
 Keys readKeys(std::span<const std::uint8_t> directory, std::span<const std::uint8_t> doubles,
               std::span<const std::uint8_t> ascii) {
@@ -54,9 +63,14 @@ Keys readKeys(std::span<const std::uint8_t> directory, std::span<const std::uint
     const std::size_t words = directory.size() / 2;
     Keys keys;
     if (words < 4) {
+        keys.unread =
+            directory.empty() ? "" : "the directory of the GeoTIFF keys, which is cut off";
         return keys;
     }
     const std::size_t count = std::min({std::size_t{word(3)}, words / 4 - 1, mostKeys});
+    if (count < word(3)) {
+        keys.unread = "GeoTIFF keys from number " + std::to_string(count + 1) + " on";
+    }
     for (std::size_t i = 1; i <= count; ++i) {
         const std::uint16_t id = word(4 * i);
         const std::uint16_t place = word(4 * i + 1);
@@ -83,9 +97,10 @@ Keys readKeys(std::span<const std::uint8_t> directory, std::span<const std::uint
                 key.text.pop_back();
             }
         } else {
+            noteUnread(keys.unread, keyWords(id) + ", which stands nowhere");
             continue;
         }
-        keys.emplace(id, std::move(key));
+        keys.known.emplace(id, std::move(key));
     }
     return keys;
 }
@@ -130,36 +145,43 @@ std::string unitOfSystem(int code) {
 
 class KeyReader {
 public:
-    explicit KeyReader(const Keys& keys) : m_keys(keys) {}
+    explicit KeyReader(Keys keys)
+        : m_keys(std::move(keys.known)), m_unread(std::move(keys.unread)) {}
 
-    core::ReferenceSystem run() const {
+    std::optional<core::ReferenceSystem> run() {
         core::ReferenceSystem system;
         const int model = modelType();
         const int horizontal = systemCode(model == Projected ? ProjectedType : GeographicType);
-        const int verticalUnit = code(VerticalUnits);
         system.name = name({model == Projected ? ProjCitation : GeogCitation, Citation});
+        std::optional<std::string> told;
         if (model == Projected) {
-            system.horizontalUnit = unit(ProjLinearUnits, ProjLinearUnitSize, false);
+            told = unit(ProjLinearUnits, ProjLinearUnitSize, false);
         } else if (model == Geographic) {
-            system.horizontalUnit = unit(GeogAngularUnits, GeogAngularUnitSize, true);
+            told = unit(GeogAngularUnits, GeogAngularUnitSize, true);
         } else if (model == Geocentric) {
-            system.horizontalUnit = unit(GeogLinearUnits, GeogLinearUnitSize, false);
-            system.verticalUnit = system.horizontalUnit;
+            told = unit(GeogLinearUnits, GeogLinearUnitSize, false);
+            system.verticalUnit = told.value_or("");
         }
-        if (system.horizontalUnit.empty()) {
-            system.horizontalUnit = unitOfSystem(horizontal);
-        }
-        if (verticalUnit > 0) {
-            system.verticalUnit = unitOfCode(verticalUnit);
+        system.horizontalUnit = told ? *told : unitOfSystem(horizontal);
+        if (const auto heights = unit(VerticalUnits, NoKey, false)) {
+            system.verticalUnit = *heights;
         }
         if (horizontal != 0) {
             system.code = "EPSG:" + std::to_string(horizontal);
             system.epsg = static_cast<std::uint32_t>(horizontal);
         }
         if (code(VerticalType) > 0) {
-            addVertical(system, verticalCode(systemCode(VerticalType), verticalUnit));
+            addVertical(system, verticalCode(systemCode(VerticalType), code(VerticalUnits)));
         }
         system.keys = normalForm();
+        if (system.keys.empty() && m_unread.empty()) {
+            return std::nullopt;
+        }
+        if (system.name.empty() && system.code.empty() && system.horizontalUnit.empty() &&
+            system.verticalUnit.empty()) {
+            noteUnread(m_unread, "GeoTIFF keys that name neither a system nor a unit");
+        }
+        system.unread = std::move(m_unread);
         return system;
     }
 
@@ -170,9 +192,15 @@ private:
         return found == m_keys.end() ? -1 : found->second.code;
     }
     // Within the numbers that stand for those of the register; 0: none.
-    int systemCode(std::uint16_t id) const {
+    int systemCode(std::uint16_t id) {
         const int value = code(id);
-        return value >= 1024 && value < userDefined ? value : 0;
+        if (value >= 1024 && value < userDefined) {
+            return value;
+        }
+        if (value > 0 && value != userDefined) {
+            noteUnread(m_unread, "the code " + std::to_string(value) + " of " + keyWords(id));
+        }
+        return 0;
     }
     int modelType() const {
         const int told = code(ModelType);
@@ -181,16 +209,29 @@ private:
         }
         return code(ProjectedType) > 0 ? Projected : code(GeographicType) > 0 ? Geographic : 0;
     }
-    std::string unit(KeyId unitKey, KeyId sizeKey, bool isAngle) const {
-        if (const std::string symbol = unitOfCode(code(unitKey)); !symbol.empty()) {
-            return symbol;
-        }
+    // Nothing where none is told, empty where it can't be understood. sizeKey: tells the factor of
+    // a unit without a code; NoKey: nothing does.
+    std::optional<std::string> unit(KeyId unitKey, KeyId sizeKey, bool isAngle) {
+        const int told = code(unitKey);
+        std::string symbol = isAngle ? angleUnitOfCode(told) : lengthUnitOfCode(told);
         const auto size = m_keys.find(sizeKey);
-        if (size == m_keys.end() || size->second.numbers.empty()) {
-            return {};
+        const bool hasSize = size != m_keys.end() && !size->second.numbers.empty();
+        if (symbol.empty() && hasSize) {
+            const double factor = size->second.numbers.front();
+            symbol = isAngle ? angleUnit(factor, "") : lengthUnit(factor, "");
         }
-        const double factor = size->second.numbers.front();
-        return isAngle ? angleUnit(factor, "") : lengthUnit(factor, "");
+        if (told <= 0 && !hasSize) {
+            return std::nullopt;
+        }
+        if (symbol.empty()) {
+            noteUnread(
+                m_unread,
+                "the unit " +
+                    (hasSize ? "of the size " + numbers::numberText(size->second.numbers.front())
+                             : "with the code " + std::to_string(told)) +
+                    " (" + keyWords(hasSize ? sizeKey : unitKey) + ")");
+        }
+        return symbol;
     }
     // The first of the citations that says one. Some writers keep several names in it:
     // "PCS Name = X|Datum = Y|".
@@ -216,7 +257,7 @@ private:
         system.code = isKnown && !system.code.empty() ? system.code + "+" + std::to_string(vertical)
                                                       : std::string();
         system.epsg = 0;
-        if (system.verticalUnit.empty()) {
+        if (system.verticalUnit.empty() && code(VerticalUnits) <= 0) {
             system.verticalUnit = unitOfSystem(vertical);
         }
         const std::string words = name({VerticalCitation});
@@ -224,12 +265,15 @@ private:
             system.name += " + " + words;
         }
     }
+    // Empty where none of the keys tells a system.
     std::string normalForm() const {
         std::string result;
+        bool tellsAny = false;
         for (const auto& [id, key] : m_keys) {
             if (tellsNothing(key)) {
                 continue;
             }
+            tellsAny |= id != ModelType && id != RasterType;
             result += (result.empty() ? "" : " ") + std::to_string(id) + "=";
             if (key.code >= 0) {
                 result += std::to_string(key.code);
@@ -241,10 +285,11 @@ private:
                 result += "\"" + shortText(key.text, longestKeyName) + "\"";
             }
         }
-        return result;
+        return tellsAny ? result : std::string();
     }
 
-    const Keys& m_keys;
+    std::map<std::uint16_t, Key> m_keys;
+    std::string m_unread;
 };
 
 }  // namespace
@@ -252,11 +297,7 @@ private:
 std::optional<core::ReferenceSystem> systemOfKeys(std::span<const std::uint8_t> directory,
                                                   std::span<const std::uint8_t> doubles,
                                                   std::span<const std::uint8_t> ascii) {
-    const Keys keys = readKeys(directory, doubles, ascii);
-    core::ReferenceSystem system = KeyReader(keys).run();
-    const bool tellsAny = !system.name.empty() || !system.code.empty() ||
-                          !system.horizontalUnit.empty() || !system.verticalUnit.empty();
-    return tellsAny ? std::optional(std::move(system)) : std::nullopt;
+    return KeyReader(readKeys(directory, doubles, ascii)).run();
 }
 
 }  // namespace tarvo::exchange::las

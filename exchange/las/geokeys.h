@@ -10,7 +10,8 @@
 namespace tarvo::exchange::las {
 
 // The data of the records 34735 (directory), 34736 (doubles) and 34737 (ascii); the last two may be
-// empty. Nothing where no key tells a system.
+// empty. Nothing where no key tells a system; what is told and damaged or unknown is named as
+// unread.
 std::optional<core::ReferenceSystem> systemOfKeys(std::span<const std::uint8_t> directory,
                                                   std::span<const std::uint8_t> doubles,
                                                   std::span<const std::uint8_t> ascii);

@@ -15,6 +15,8 @@ constexpr std::size_t deepest = 32;
 constexpr std::size_t mostNodes = 20000;
 constexpr std::size_t longestWktName = 200;
 constexpr std::size_t longestCode = 24;
+constexpr std::size_t longestUnitName = 40;
+constexpr std::size_t longestQuote = 24;  // of a text in a message
 
 bool isWord(char c) {
     return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_' ||
@@ -29,16 +31,21 @@ class WktParser {
 public:
     explicit WktParser(std::string_view text) : m_text(text) {}
 
-    std::optional<WktTree> run() {
+    WktTree run() {
         skipBlanks();
         while (m_at < m_text.size()) {
+            const std::size_t begin = m_at;
             if (!readPart()) {
-                return std::nullopt;
+                m_tree.rest = m_text.substr(begin);
+                break;
             }
             skipBlanks();
         }
-        return m_open.empty() && !m_tree.roots.empty() ? std::optional(std::move(m_tree))
-                                                       : std::nullopt;
+        m_tree.isCut = m_tree.rest.empty() && !m_open.empty();
+        if (m_open.size() > 1) {
+            m_tree.nodes[m_open[m_open.size() - 2]].children.pop_back();
+        }
+        return std::move(m_tree);
     }
 
 private:
@@ -114,6 +121,31 @@ private:
     std::vector<std::size_t> m_open;
 };
 
+// A quote within a name is written twice.
+std::string undoubled(std::string_view text) {
+    std::string result;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        result += text[i];
+        i += text.substr(i, 2) == "\"\"" ? 1 : 0;
+    }
+    return result;
+}
+
+// Without what some writers put around the text.
+std::string_view bare(std::string_view text) {
+    constexpr std::string_view blanks(" \t\r\n\0", 5);
+    constexpr std::string_view byteOrderMark = "\xef\xbb\xbf";
+    const auto strip = [&] {
+        text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
+    };
+    strip();
+    if (text.starts_with(byteOrderMark)) {
+        text.remove_prefix(byteOrderMark.size());
+        strip();
+    }
+    return text.substr(0, text.find_last_not_of(blanks) + 1);
+}
+
 bool isOneOf(std::string_view keyword, std::initializer_list<std::string_view> words) {
     return std::any_of(words.begin(), words.end(), [&](std::string_view word) {
         return std::equal(keyword.begin(), keyword.end(), word.begin(), word.end(),
@@ -138,39 +170,57 @@ class WktReader {
 public:
     explicit WktReader(const WktTree& tree) : m_tree(tree) {}
 
-    std::optional<core::ReferenceSystem> run() {
-        const WktNode* const whole = unwrapped(m_tree.roots.front());
-        if (whole == nullptr) {
-            return std::nullopt;
+    core::ReferenceSystem run() {
+        core::ReferenceSystem system;
+        if (m_tree.isCut) {
+            noteUnread(m_unread, "the end of the well-known text, which is cut off");
+        } else if (!m_tree.rest.empty()) {
+            noteUnread(m_unread, "the well-known text from \"" +
+                                     shortText(m_tree.rest, longestQuote) + "\" on");
         }
-        std::vector<const WktNode*> parts;
-        if (isOneOf(whole->keyword, {"COMPD_CS", "COMPOUNDCRS"})) {
-            for (const std::size_t child : whole->children) {
-                parts.push_back(unwrapped(child));
-            }
+        if (const WktNode* const whole =
+                m_tree.roots.empty() ? nullptr : unwrapped(m_tree.roots.front())) {
+            system = systemOf(*whole);
         } else {
-            parts.push_back(whole);
-            // Some writers put the system of the heights behind the other one.
-            for (std::size_t i = 1; i < m_tree.roots.size(); ++i) {
-                parts.push_back(unwrapped(m_tree.roots[i]));
-            }
+            noteUnread(m_unread, "the well-known text");
         }
-        const WktNode* horizontal = nullptr;
-        const WktNode* vertical = nullptr;
-        for (const WktNode* part : parts) {
-            if (part != nullptr && isVertical(part->keyword)) {
-                vertical = vertical ? vertical : part;
-            } else if (part != nullptr && (isPlane(part->keyword) || isEarth(part->keyword))) {
-                horizontal = horizontal ? horizontal : part;
-            }
-        }
-        if (horizontal == nullptr && vertical == nullptr) {
-            return std::nullopt;
-        }
-        return systemOf(*whole, horizontal, vertical);
+        system.unread = std::move(m_unread);
+        return system;
     }
 
 private:
+    core::ReferenceSystem systemOf(const WktNode& whole) {
+        std::vector<const WktNode*> parts;
+        if (isOneOf(whole.keyword, {"COMPD_CS", "COMPOUNDCRS"})) {
+            for (const std::size_t child : whole.children) {
+                parts.push_back(unwrapped(child));
+            }
+        } else {
+            parts.push_back(&whole);
+        }
+        // Some writers put the system of the heights behind the other one.
+        const std::size_t within = parts.size();
+        for (std::size_t i = 1; i < m_tree.roots.size(); ++i) {
+            parts.push_back(unwrapped(m_tree.roots[i]));
+        }
+        const WktNode* horizontal = nullptr;
+        const WktNode* vertical = nullptr;
+        for (std::size_t i = 0; i < parts.size(); ++i) {
+            const WktNode* const part = parts[i];
+            if (part != nullptr && isVertical(part->keyword) && vertical == nullptr) {
+                vertical = part;
+            } else if (part != nullptr && (isPlane(part->keyword) || isEarth(part->keyword)) &&
+                       horizontal == nullptr) {
+                horizontal = part;
+            } else if (i >= within) {
+                noteUnread(m_unread, "what stands behind the well-known text");
+            }
+        }
+        if (horizontal == nullptr && vertical == nullptr) {
+            noteUnread(m_unread, "the well-known text, which is no system of points in space");
+        }
+        return systemOf(whole, horizontal, vertical);
+    }
     const WktNode& child(const WktNode& node, std::size_t i) const {
         return m_tree.nodes[node.children[i]];
     }
@@ -212,24 +262,37 @@ private:
         std::string authority(id->values[0]);
         std::transform(authority.begin(), authority.end(), authority.begin(),
                        [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; });
-        return shortText(authority + ":" + std::string(id->values[1]), 2 * longestCode + 1);
+        return shortText(authority + ":" + undoubled(id->values[1]), 2 * longestCode + 1);
     }
-    std::string unitText(const WktNode* unit, bool isAngle) const {
-        if (unit == nullptr || unit->values.empty()) {
+    std::string unitText(const WktNode* unit, bool isAngle) {
+        if (unit == nullptr) {
             return {};
         }
-        double factor = 0;
-        if (unit->values.size() > 1) {
-            const std::string_view text = unit->values[1];
-            const std::size_t sign = text.starts_with('+') ? 1 : 0;
-            std::from_chars(text.data() + sign, text.data() + text.size(), factor);
-        }
+        const std::string name = unit->values.empty() ? "" : undoubled(unit->values[0]);
         isAngle =
             isOneOf(unit->keyword, {"ANGLEUNIT"}) || (isAngle && isOneOf(unit->keyword, {"UNIT"}));
-        return isAngle ? angleUnit(factor, unit->values[0]) : lengthUnit(factor, unit->values[0]);
+        std::string symbol;
+        if (unit->values.size() == 1) {
+            symbol = shortText(name, longestUnitName);
+        } else if (unit->values.size() > 1) {
+            std::string_view text = unit->values[1];
+            text.remove_prefix(text.starts_with('+') ? 1 : 0);
+            double factor = 0;
+            const auto read = std::from_chars(text.data(), text.data() + text.size(), factor);
+            factor = read.ptr == text.data() + text.size() ? factor : 0;
+            symbol = isAngle ? angleUnit(factor, name) : lengthUnit(factor, name);
+        }
+        if (symbol.empty()) {
+            noteUnread(m_unread, "the unit \"" + shortText(name, longestQuote) + "\"" +
+                                     (unit->values.size() > 1
+                                          ? " with the factor \"" +
+                                                shortText(unit->values[1], longestQuote) + "\""
+                                          : ""));
+        }
+        return symbol;
     }
     // Of an axis, or of all axes together.
-    std::string unit(const WktNode& node, std::size_t axis, bool isAngle) const {
+    std::string unit(const WktNode& node, std::size_t axis, bool isAngle) {
         const auto words = {std::string_view("UNIT"), std::string_view("LENGTHUNIT"),
                             std::string_view("ANGLEUNIT")};
         const WktNode* const own = find(node, {"AXIS"}, axis);
@@ -237,10 +300,10 @@ private:
         return unitText(ofAxis ? ofAxis : find(node, words), isAngle);
     }
     core::ReferenceSystem systemOf(const WktNode& whole, const WktNode* horizontal,
-                                   const WktNode* vertical) const {
+                                   const WktNode* vertical) {
         core::ReferenceSystem system;
         const auto name = [](const WktNode& node) {
-            return shortText(node.values.empty() ? std::string_view() : node.values[0],
+            return shortText(node.values.empty() ? std::string() : undoubled(node.values[0]),
                              longestWktName);
         };
         system.name = name(whole);
@@ -285,23 +348,23 @@ private:
     }
 
     const WktTree& m_tree;
+    std::string m_unread;
 };
 
 }  // namespace
 
-std::optional<WktTree> parseWkt(std::string_view text) {
+WktTree parseWkt(std::string_view text) {
     return WktParser(text).run();
 }
 
 std::optional<core::ReferenceSystem> systemOfWkt(std::string_view text) {
-    const auto tree = parseWkt(text);
-    if (!tree) {
+    text = bare(text);
+    if (text.empty()) {
         return std::nullopt;
     }
-    auto system = WktReader(*tree).run();
-    if (system) {
-        system->wkt = core::validUtf8(text);
-    }
+    const WktTree tree = parseWkt(text);
+    core::ReferenceSystem system = WktReader(tree).run();
+    system.wkt = core::validUtf8(text);
     return system;
 }
 

@@ -20,13 +20,18 @@ struct WktNode {
 struct WktTree {
     std::vector<WktNode> nodes;
     std::vector<std::size_t> roots;
+    // The tree is what stands before: the rest can't be read, or the text is cut off. Of what is
+    // open there the innermost node is left out.
+    std::string_view rest;
+    bool isCut = false;
 };
 
-// The text must outlive the tree. Nothing for what is no such text, or nests deeper or holds more
-// than any system does.
-std::optional<WktTree> parseWkt(std::string_view text);
+// The text must outlive the tree. What nests deeper or holds more than any system does can't be
+// read from there on.
+WktTree parseWkt(std::string_view text);
 
-// Nothing where the text can't be read, or is no system of points in space.
+// Nothing where the text is empty but for what stands around texts: blanks, zeros, a byte order
+// mark.
 std::optional<core::ReferenceSystem> systemOfWkt(std::string_view text);
 
 }  // namespace tarvo::exchange::las

@@ -27,14 +27,17 @@ protected:
         put(bytes, 92, static_cast<std::uint16_t>(date ? 2020 : 0));
         return folder.write(name, bytes);
     }
-    std::string keyed(const std::string& name, std::uint16_t type, std::uint16_t code) const {
+    // keys: id and code of each.
+    std::string keyed(const std::string& name,
+                      const std::vector<std::pair<std::uint16_t, std::uint16_t>>& keys) const {
         LasBuilder builder(2, 0);
-        Bytes keys;
-        for (const std::uint16_t word : {1, 1, 0, 1, 0, 0, 1, 0})
-            put(keys, keys.size(), word);
-        put(keys, 8, type);
-        put(keys, 14, code);
-        builder.addRecord("LASF_Projection", 34735, keys);
+        Bytes directory;
+        for (const std::size_t word : {std::size_t{1}, std::size_t{1}, std::size_t{0}, keys.size()})
+            put(directory, directory.size(), static_cast<std::uint16_t>(word));
+        for (const auto& [id, code] : keys)
+            for (const std::uint16_t word : {id, std::uint16_t{0}, std::uint16_t{1}, code})
+                put(directory, directory.size(), word);
+        builder.addRecord("LASF_Projection", 34735, directory);
         builder.addPoint(1, 2, 3);
         return folder.write(name, builder.build());
     }
@@ -70,8 +73,8 @@ TEST_F(Crs, WhatAFileTellsOfItsPointsReachesTheDatabase) {
     expect(0, "attributes " + file + " show tarvo.xyz", {"; X and Y in ft, Z in m"});
     const rapidjson::Document tag = parsed("metadata " + file + " get tarvo.geo_tag");
     EXPECT_EQ(tag["crs"]["wkt"].GetString(), feet) << "byte for byte";
-    EXPECT_EQ(system(), R"(Feet \ "" é|)");
-    expect(0, "info " + file, {"Coordinates   Feet \\ \"\" é\n"});
+    EXPECT_EQ(system(), R"(Feet \ " é|)");
+    expect(0, "info " + file, {"Coordinates   Feet \\ \" é\n"});
     const rapidjson::Document info = parsed("metadata " + file + " get tarvo.pointcloud_info");
     EXPECT_STREQ(info["comments"].GetString(),
                  "System identifier: test\nGenerating software: Maker 1\nCreated: 2020-02-29");
@@ -83,7 +86,7 @@ TEST_F(Crs, WhatAFileTellsOfItsPointsReachesTheDatabase) {
     for (const char* item : {"geo_tag", "pointcloud_info", "time_base"})
         expect(0, "metadata " + file + " validate tarvo." + item);
 
-    expect(0, "import --overwrite " + keyed("b.las", 2048, 4326) + " " + file);
+    expect(0, "import --overwrite " + keyed("b.las", {{2048, 4326}}) + " " + file);
     EXPECT_EQ(unit(), "deg");
     EXPECT_EQ(system(), "|EPSG:4326");
     expect(0, "import --overwrite " + las("c.las", "") + " " + file);
@@ -98,8 +101,8 @@ TEST_F(Crs, WhatAFileTellsOfItsPointsReachesTheDatabase) {
 
 TEST_F(Crs, DifferentSystemsAreRefusedUnlessAsked) {
     const std::string a = las("a.las", zone32, 1);
-    const std::string same = keyed("same.las", 3072, 25832);
-    const std::string other = keyed("other.las", 2048, 4326);
+    const std::string same = keyed("same.las", {{3072, 25832}});
+    const std::string other = keyed("other.las", {{2048, 4326}});
     const std::vector<std::string> words = {"\"a.las\" and \"other.las\" differ",
                                             "\"Zone 32 (EPSG:25832)\" and \"EPSG:4326\"",
                                             "--crs-as-is"};
@@ -134,6 +137,40 @@ TEST_F(Crs, DifferentSystemsAreRefusedUnlessAsked) {
     expect(1, "import --append " + las("d.las", changed) + " " + file, {"differ"});
 }
 
+// A system that is told and not understood is neither none nor any other, in files and databases.
+TEST_F(Crs, WhatIsNotUnderstoodIsSaidKeptAndNotMixed) {
+    const std::string a = las("a.las", zone32);
+    const std::string cut = las("cut.las", zone32.substr(0, zone32.size() - 30));
+    const std::string said =
+        " is not understood in full: the end of the well-known text, which is cut off. ";
+    expect(0, "import " + cut + " " + file, {"of \"cut.las\"" + said});
+    EXPECT_EQ(unit() + "|" + system(), "|Zone 32|") << "no metres";
+    const rapidjson::Document tag = parsed("metadata " + file + " get tarvo.geo_tag");
+    EXPECT_EQ(tag["crs"]["wkt"].GetString(), zone32.substr(0, zone32.size() - 30));
+    expect(0, "metadata " + file + " validate tarvo.geo_tag");
+    expect(0, "info " + file, {"Zone 32, not understood in full\n"});
+    expect(1, "import --append " + a + " " + file, {"differ: \"Zone 32, not understood in full\""});
+    expect(1, "import --overwrite " + a + " " + cut + " " + file, {"differ"});
+    expect(0, "import --append " + cut + " " + file);
+    const std::string table = folder.write("t.csv", "x,y,z\n0.01,0.02,0.03\n");
+    expect(0, "import --append " + table + " " + file, {"is told by \"t.csv\": taken as"});
+    expect(0, "import --append --crs-as-is " + a + " " + file);
+
+    const auto feet = [&](const char* name, std::uint16_t unit, std::uint16_t heights) {
+        return keyed(name, {{1024, 1}, {3072, 25832}, {3076, unit}, {4099, heights}});
+    };
+    expect(0, "import --overwrite " + feet("b.las", 9002, 4711) + " " + file,
+           {"the unit with the code 4711 (GeoTIFF key 4099)"});
+    expect(0, "attributes " + file + " show tarvo.xyz", {"; X and Y in ft, Z in a unit that is"});
+    expect(1, "import --append " + feet("c.las", 9002, 9002) + " " + file, {"differ"});
+    // The same code over other axes.
+    expect(0, "import --overwrite " + feet("d.las", 9002, 9001) + " " + file);
+    expect(1, "import --append " + feet("e.las", 9003, 9001) + " " + file,
+           {"\"EPSG:25832\" X and Y in ft, Z in m and \"EPSG:25832\" X and Y in ftUS, Z in m"});
+    expect(1, "import --append " + feet("f.las", 9002, 9002) + " " + file, {"differ"});
+    expect(0, "import --append " + feet("g.las", 9002, 9001) + " " + file);
+}
+
 TEST_F(Crs, AFileWithoutASystemIsTakenAsInTheSame) {
     const std::string table = folder.write("t.csv", "x,y,z\n0.01,0.02,0.03\n");
     const std::string note = "No coordinate reference system is told by ";
@@ -144,7 +181,7 @@ TEST_F(Crs, AFileWithoutASystemIsTakenAsInTheSame) {
     EXPECT_EQ(expect(0, "import --overwrite " + table + " " + file).output, "");
     expect(0, "import --append " + las("a.las", feet) + " " + file, {note + "the database"});
     EXPECT_EQ(unit(), "ft") << "what was taken to be metres";
-    EXPECT_EQ(system(), R"(Feet \ "" é|)");
+    EXPECT_EQ(system(), R"(Feet \ " é|)");
     // What somebody wrote and signed there stays.
     expect(0, "import --overwrite " + table + " " + file);
     expect(0, "metadata " + file + R"( set tarvo.geo_tag '{"crs":{},"pose":[]}')");

@@ -20,11 +20,12 @@ using namespace tarvo::exchange::tests;
 using tarvo::core::isSame;
 using tarvo::core::ReferenceSystem;
 
-// Name, code, horizontal and vertical unit.
+// Name, code, horizontal and vertical unit; behind "?" what was not understood.
 std::string told(const std::optional<ReferenceSystem>& system) {
-    return system ? system->name + "|" + system->code + "|" + system->horizontalUnit + "|" +
-                        system->verticalUnit
-                  : "nothing";
+    return system
+               ? system->name + "|" + system->code + "|" + system->horizontalUnit + "|" +
+                     system->verticalUnit + (system->isUnderstood() ? "" : " ? " + system->unread)
+               : "nothing";
 }
 
 const std::string geographic1 =
@@ -95,14 +96,43 @@ TEST(Crs, WellKnownTextsTellUnitsCodesAndNames) {
         {R"(ENGCRS["Site",EDATUM["x"],CS[Cartesian,2],AXIS["x",east],UNIT["yard",0.9144]])",
          "Site||yd|"},
         {R"(VERTCRS["H",VDATUM["V"],CS[vertical,1],AXIS["h",up],LENGTHUNIT["metre",1]])", "H|||m"},
-        {"", "nothing"},
-        {"PROJCS", "nothing"},
-        {R"(PROJCS["open)", "nothing"},
-        {R"(PROJCS["open",UNIT["metre",1])", "nothing"},
-        {R"(PROJCS["closed"]])", "nothing"},
-        {R"(TIMECRS["t",TDATUM["x"]])", "nothing"},
-        {R"(COMPD_CS["empty"])", "nothing"},
-        {R"(BOUNDCRS[BOUNDCRS[]])", "nothing"},
+        {std::string("\xef\xbb\xbf \0", 5) + projected1(metre, "") + std::string(" \0\n", 3),
+         "Zone 32||m|"},
+        {R"(LOCAL_CS["5"" grid",UNIT["5"" rod",5.0]])", "5\" grid||5\" rod|"},
+        {std::string(" \0\n", 3), "nothing"},
+    };
+    for (const auto& [text, expected] : samples)
+        EXPECT_EQ(told(las::systemOfWkt(text)), expected) << text;
+}
+
+// What was told and not understood must neither count as "none", nor leave units that nobody told.
+TEST(Crs, WhatIsDamagedInTextsIsNamedAndTheRestUsed) {
+    const std::string cut = " ? the end of the well-known text, which is cut off";
+    const std::string none = "the well-known text, which is no system of points in space";
+    const auto factor = [](const std::string& text) {
+        return std::pair{R"(LOCAL_CS["S",UNIT["metre",)" + text + "]]",
+                         "S||| ? the unit \"metre\" with the factor \"" + text + "\""};
+    };
+    const std::pair<std::string, std::string> samples[] = {
+        {projected1(metre, "") + " junk", "Zone 32||m| ? the well-known text from \"junk\" on"},
+        {projected1(metre, "") + ",FOO[1]", "Zone 32||m| ? what stands behind the well-known text"},
+        {R"(PROJCS["closed"]])", "closed||| ? the well-known text from \"]\" on"},
+        {R"(PROJCS["open",UNIT["metre",1])", "open||m|" + cut},
+        {R"(PROJCS["open",UNIT["foot",0.30)", "open|||" + cut},  // a third of it is another unit
+        {R"(COMPD_CS["Both",)" + projected1(metre, "") + R"(,VERT_CS["H",UNIT["foot",0.3048])",
+         "Both||m|" + cut},
+        {R"(PROJCS["Z",UNIT["metre",1},AUTHORITY["EPSG","25832"]])",
+         "Z||| ? the well-known text from \"},AUTHORITY[\"EPSG\",\"2583\" on"},
+        {"PROJCS", "||| ? the well-known text from \"PROJCS\" on"},
+        {R"(TIMECRS["t",TDATUM["x"]])", "t||| ? " + none},
+        {R"(COMPD_CS["empty"])", "empty||| ? " + none},
+        {R"(BOUNDCRS[BOUNDCRS[]])", "||| ? the well-known text"},
+        factor("0"),
+        factor("-1"),
+        factor("nan"),
+        factor("inf"),
+        factor("1e999"),
+        factor("one"),
     };
     for (const auto& [text, expected] : samples)
         EXPECT_EQ(told(las::systemOfWkt(text)), expected) << text;
@@ -159,6 +189,24 @@ TEST(Crs, GeoKeysTellUnitsCodesAndNames) {
         {{{1024, 1}, {1026, 0, "unknown"}, {3072, 2903}, {3076, 9003}, {4096, 5103}, {4099, 9003}},
          "|EPSG:2903+6360|ftUS|ftUS"},
         {{{1024, 1}, {3072, 26915}, {4096, 5703}}, "|EPSG:26915+5703|m|m"},
+        {{{1024, 1}, {3072, 27700}, {3076, 9005}, {4096, 5701}, {4099, 9014}},
+         "|EPSG:27700+5701|Clarke's foot|fathom"},
+        // Codes and sizes that nobody knows, an angle for a length: no unit is made up for them.
+        {{{1024, 1}, {3072, 32632}, {3076, 4711}},
+         "|EPSG:32632|| ? the unit with the code 4711 (GeoTIFF key 3076)"},
+        {{{1024, 1}, {3072, 32632}, {3076, 9102}},
+         "|EPSG:32632|| ? the unit with the code 9102 (GeoTIFF key 3076)"},
+        {{{1024, 1}, {3072, 32632}, {3076, 32767}, {3077, 0, "", {0}}},
+         "|EPSG:32632|| ? the unit of the size 0 (GeoTIFF key 3077)"},
+        {{{1024, 1}, {3072, 32632}, {4096, 32767}, {4099, 4711}},
+         "||m| ? the unit with the code 4711 (GeoTIFF key 4099)"},
+        {{{1024, 1}, {3072, 32632}, {4096, 5703}, {4099, 32767}},
+         "|EPSG:32632+5703|m| ? the unit with the code 32767 (GeoTIFF key 4099)"},
+        {{{4096, 32767}, {4099, 4711}},
+         "||| ? the unit with the code 4711 (GeoTIFF key 4099); GeoTIFF keys that name neither a "
+         "system nor a unit"},
+        {{{1024, 1}, {3072, 40000}, {3076, 9001}}, "||m| ? the code 40000 of GeoTIFF key 3072"},
+        {{{1024, 1}, {3072, 32767}}, "||| ? GeoTIFF keys that name neither a system nor a unit"},
         // Heights of which no code is known make another system than the map alone.
         {{{1024, 1}, {3072, 26915}, {4096, 5030}, {4097, 0, "Ellipsoid"}, {1026, 0, "Z15"}},
          "Z15 + Ellipsoid||m|"},
@@ -167,6 +215,28 @@ TEST(Crs, GeoKeysTellUnitsCodesAndNames) {
     };
     for (const auto& [keys, expected] : samples)
         EXPECT_EQ(told(Keys(keys).system()), expected);
+    Keys cut({{1024, 1}, {3072, 32632}, {1026, 0, "Zone 32"}});
+    cut.ascii.clear();
+    EXPECT_EQ(told(cut.system()), "|EPSG:32632|m|") << "no text of the length told";
+    cut.directory.resize(20);
+    EXPECT_EQ(told(cut.system()),
+              "||| ? GeoTIFF keys from number 2 on; GeoTIFF keys that name "
+              "neither a system nor a unit");
+    cut.directory.resize(3);
+    EXPECT_EQ(told(cut.system()),
+              "||| ? the directory of the GeoTIFF keys, which is cut off; "
+              "GeoTIFF keys that name neither a system nor a unit");
+}
+
+TEST(Crs, UnitsAreToldByTheirFactorsAndNoOthers) {
+    using las::lengthUnit;
+    EXPECT_EQ(lengthUnit(0.3048006, "f"), "ftUS") << "as writers cut it off";
+    EXPECT_EQ(lengthUnit(0.3048007491, "f"), "British foot (1936)") << "half a millionth beside it";
+    EXPECT_EQ(lengthUnit(12 / 39.370113, "f"), "British foot (Benoit 1895 B)");
+    EXPECT_EQ(lengthUnit(0.304799733333333, "f"), "British foot (Benoit 1895 A)");
+    EXPECT_EQ(lengthUnit(0.30479, "f"), "f");
+    for (const int code : {9001, 9005, 9014, 9030, 9036, 9037, 9043, 9051, 9084, 9099, 9300, 9302})
+        EXPECT_NE(las::lengthUnitOfCode(code), "") << code;
 }
 
 TEST(Crs, TheSameSystemIsKnownByCodeElseByTextElseByKeys) {
@@ -198,6 +268,26 @@ TEST(Crs, TheSameSystemIsKnownByCodeElseByTextElseByKeys) {
         other.replace(other.find(from), std::string(from).size(), to);
         EXPECT_FALSE(isSame(text(own), text(other))) << other;
     }
+    // The units of the axes are part of what coordinates mean.
+    const auto utm = [&](std::uint16_t unit, std::uint16_t heights, std::uint16_t heightUnit) {
+        return keys({{1024, 1}, {3072, 25832}, {3076, unit}, {4096, heights}, {4099, heightUnit}});
+    };
+    EXPECT_FALSE(isSame(byCode, utm(9002, 0, 0)));
+    EXPECT_FALSE(isSame(byCode, utm(9001, 0, 9002))) << "heights in the unit of the map";
+    EXPECT_TRUE(isSame(byCode, utm(9001, 0, 9001)));
+    EXPECT_TRUE(isSame(byCode, utm(0, 0, 0))) << "not told";
+    EXPECT_FALSE(isSame(utm(9001, 7837, 9001), utm(9001, 7837, 9002)));
+    EXPECT_TRUE(isSame(utm(9001, 8051, 9002), utm(9001, 8051, 0)));
+    EXPECT_TRUE(isSame(
+        utm(9001, 7837, 9001),
+        text(R"(COMPD_CS["Both",)" + projected1(metre, coded) + "," + vertical1(metre) + "]")));
+    // What was not understood is the same where it was told alike.
+    EXPECT_FALSE(isSame(byCode, utm(4711, 0, 0)));
+    EXPECT_FALSE(isSame(utm(4712, 0, 0), utm(4711, 0, 0)));
+    EXPECT_TRUE(isSame(utm(4711, 0, 0), utm(4711, 0, 0)));
+    EXPECT_FALSE(isSame(text(projected2), text(projected2 + "]")));
+    EXPECT_TRUE(isSame(text(projected2 + "]"), text(" " + projected2 + "]")));
+
     const std::vector<Key> defined = {
         {1024, 1}, {3072, 32767}, {3076, 9001}, {3078, 0, "", {43.5}}};
     std::vector<Key> turned(defined.rbegin(), defined.rend());
@@ -214,17 +304,22 @@ TEST(Crs, TheHeaderSaysWhetherTextOrKeysCount) {
         header.globalEncoding = encoding;
         std::vector<las::Record> records(4);
         records[0] = {"liblas", 2112, "", 1, Bytes{'x'}};
-        records[1] = {"LASF_Projection", 34735, "", 0, data.directory};
-        records[2] = {"LASF_Projection", 34737, "", 0, data.ascii};
-        records[3] = {"LASF_Projection", 2112, "", 0, Bytes(wkt.begin(), wkt.end())};
+        records[1] = {"LASF_Projection", 34735, "", data.directory.size(), data.directory};
+        records[2] = {"LASF_Projection", 34737, "", data.ascii.size(), data.ascii};
+        records[3] = {"LASF_Projection", 2112, "", wkt.size(), Bytes(wkt.begin(), wkt.end())};
         return las::referenceSystem(header, records);
     };
     const std::vector<Key> keys = {{1024, 1}, {3072, 25832}};
     EXPECT_EQ(told(told2(0, geographic1, keys)), "|EPSG:25832|m|");
     EXPECT_EQ(told(told2(16, geographic1, keys)), "WGS 84|EPSG:4326|deg|");
     EXPECT_EQ(told(told2(0, geographic1, {})), "WGS 84|EPSG:4326|deg|");
-    EXPECT_EQ(told(told2(16, "damaged", keys)), "|EPSG:25832|m|");
-    EXPECT_EQ(told(told2(16, "damaged", {})), "nothing");
+    const std::string damaged = " ? the well-known text from \"damaged\" on";
+    EXPECT_EQ(told(told2(16, "damaged", keys)), "|EPSG:25832|m|" + damaged);
+    EXPECT_EQ(told(told2(16, "damaged", {})), "|||" + damaged);
+    EXPECT_EQ(told(told2(0, "damaged", {})), "|||" + damaged);
+    EXPECT_EQ(told2(16, "damaged", {})->wkt, "damaged");
+    EXPECT_EQ(told(told2(0, "damaged", keys)), "|EPSG:25832|m|");
+    EXPECT_EQ(told(told2(16, std::string("\0\0", 2) + geographic1, {})), "WGS 84|EPSG:4326|deg|");
     // A text that agrees describes what keys without a code say nothing of.
     const std::vector<Key> feet = {{1024, 1}, {3072, 32767}, {3076, 9002}};
     EXPECT_EQ(told2(0, geographic1, feet)->wkt, "");
@@ -237,13 +332,15 @@ TEST(Crs, HostileTextsAndKeysTellNothingOrLittle) {
     std::string deep;
     for (int i = 0; i < 200000; ++i)
         deep += "BOUNDCRS[SOURCECRS[";
-    EXPECT_EQ(told(las::systemOfWkt(deep)), "nothing");
-    EXPECT_EQ(told(las::systemOfWkt(deep + std::string(400000, ']'))), "nothing");
+    const std::string tooMuch = "||| ? the well-known text from ";
+    EXPECT_TRUE(told(las::systemOfWkt(deep)).starts_with(tooMuch));
+    EXPECT_TRUE(told(las::systemOfWkt(deep + std::string(400000, ']'))).starts_with(tooMuch));
     std::string wide = "PROJCS[\"" + std::string(100000, 'n') + "\"";
     const std::string start = wide;
     for (int i = 0; i < 100000; ++i)
         wide += ",A[1]";
-    EXPECT_EQ(told(las::systemOfWkt(wide + "]")), "nothing");
+    EXPECT_FALSE(las::systemOfWkt(wide + "]")->isUnderstood());
+    EXPECT_LE(las::systemOfWkt("A[\"" + std::string(1 << 20, '"') + "\"]")->name.size(), 200u);
     EXPECT_LE(las::systemOfWkt(start + "]")->name.size(), 200u);
     EXPECT_EQ(las::shortText("a\x1b[2J\n\xe4\xe4", 7), "a[2J\xc3\xa4");
 
