@@ -116,31 +116,32 @@ void putAttribute(Database& database, const AttributeOptions& options) {
     use.key = definition.name == attributes.primaryAttributeName() ||
               definition.name == attributes.pointIdName();
     tellHints(definition, use);
+    std::optional<core::ValueChanges> changes;
+    std::string told;
+    // Within the transaction, so that nobody else changes the values meanwhile. What the library
+    // refuses is refused before there is talk of what it would do.
+    const auto redefine = [&] {
+        const PointAttribute before = attributes.get(definition.name);
+        changes = countChanges(database, before, definition);
+        attributes.put(definition);
+        told = changes ? core::describe(*changes, before, definition) : "";
+    };
+    const Change change{"Redefine attribute " + definition.name};
     if (options.dryRun) {
-        const auto changes = countChanges(database, stored, definition);
-        if (!changes) {
-            throw Failure(
-                "What becomes of the values of \"" + definition.name + "\" can't be told.",
-                "No values can be stored by the definition, as far as qrbtool knows.");
-        }
-        const std::string told = core::describe(*changes, stored, definition);
-        print(told.empty() ? "No value of \"" + definition.name + "\" would change.\n"
-                           : told + "\n");
+        database.tryOut(change, redefine);
+        print(!changes
+                  ? "What becomes of the values of \"" + definition.name + "\" can't be told.\n"
+              : told.empty() ? "No value of \"" + definition.name + "\" would change.\n"
+                             : told + "\n");
         return;
     }
-    std::uint64_t changed = 0;
-    database.change({"Redefine attribute " + definition.name}, [&] {
-        // Within the transaction, so that nobody else changes the values meanwhile.
-        const PointAttribute before = attributes.get(definition.name);
-        if (const auto changes = countChanges(database, before, definition)) {
-            const std::string told = core::describe(*changes, before, definition);
-            if (!told.empty() && !options.convert) {
-                throw Failure(told, "Give --convert to do it.");
-            }
-            changed = told.empty() ? 0 : changes->changed();
+    database.change(change, [&] {
+        redefine();
+        if (!told.empty() && !options.convert) {
+            throw Failure(told, "Give --convert to do it.");
         }
-        attributes.put(definition);
     });
+    const std::uint64_t changed = told.empty() ? 0 : changes->changed();
     print("The attribute \"" + definition.name + "\" is defined" +
           (changed == 0 ? ""
                         : "; " + numbers::groupedText(changed) +
@@ -239,7 +240,7 @@ void addAttributesCommand(CLI::App& app, Invocation& invocation) {
         ->required();
     CLI::Option* const convert = put->add_flag(
         "--convert", actions->convert, "Redefine it even where values of points change by that");
-    put->add_flag("--dry-run", actions->dryRun, "Only tell which values would change")
+    put->add_flag("--dry-run", actions->dryRun, "Only try it, and tell which values would change")
         ->excludes(convert);
     actions
         .add("remove", "Remove some with all values",

@@ -1,10 +1,10 @@
 #include "cli/database.h"
 
 #include "cli/commands.h"
+#include "cli/errors.h"
 #include "cli/terminal.h"
 
 #include <filesystem>
-#include <optional>
 #include <system_error>
 
 namespace tarvo::cli {
@@ -22,30 +22,60 @@ std::uint64_t Database::fileSize() const {
 
 std::string Database::inspect(std::uint8_t format) const {
     std::optional<InterruptsEnd> ending;
-    if (!m_changing) {
+    if (!isChanging()) {
         ending.emplace();
     }
     return m_cloud.inspect(format);
 }
 
+void Database::begin(const Change& change) {
+    m_transaction.reset();
+    m_transaction.emplace(m_cloud.transactions(), change.title, agentText(), change.comments,
+                          change.settings);
+    m_recorded = change;
+    m_hasChanges = false;
+}
+
 std::uint32_t Database::change(const Change& change, const std::function<void()>& work) {
-    if (m_changing) {
+    if (isChanging()) {
+        m_hasChanges = true;
         work();
         return 0;
     }
-    struct Flag {
-        explicit Flag(bool& value) : value(value) { value = true; }
-        ~Flag() { value = false; }
-        bool& value;
+    return changeTogether(change, [&] {
+        m_hasChanges = true;
+        work();
+    });
+}
+
+std::uint32_t Database::changeTogether(const Change& change, const std::function<void()>& steps) {
+    struct End {
+        ~End() { transaction.reset(); }
+        std::optional<qrb::pointcloud::TransactionGuard>& transaction;
     };
-    qrb::pointcloud::TransactionGuard transaction(m_cloud.transactions(), change.title, agentText(),
-                                                  change.comments, change.settings);
-    const Flag changing(m_changing);
-    work();
+    const End end{m_transaction};
+    begin(change);
+    steps();
+    if (!m_hasChanges) {
+        return 0;
+    }
     ProgressLine progress("Writing " + m_fileName);
-    transaction.commit(change.signature,
-                       [&progress](int percent) { progress.update(percent / 100.0); });
-    return transaction.id();
+    m_transaction->commit(change.signature,
+                          [&progress](int percent) { progress.update(percent / 100.0); });
+    return m_transaction->id();
+}
+
+void Database::tryOut(const Change& change, const std::function<void()>& work) {
+    if (!isChanging()) {
+        changeTogether(change, work);
+        return;
+    }
+    if (m_hasChanges) {
+        throw Failure("A dry run can't follow changes of the same transaction.",
+                      "They would be taken back with it.");
+    }
+    work();
+    begin(m_recorded);
 }
 
 }  // namespace tarvo::cli

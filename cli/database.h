@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 
 namespace tarvo::cli {
@@ -35,12 +36,22 @@ public:
     // of the transaction (0: part of another one), so that telling it needs no reading that may
     // fail.
     std::uint32_t change(const Change& change, const std::function<void()>& work);
-    bool isChanging() const { return m_changing; }
+    // Makes one transaction of the changes that are made by the steps. Where they make none,
+    // nothing is committed, and 0 returned.
+    std::uint32_t changeTogether(const Change& change, const std::function<void()>& steps);
+    // Runs work as change() does, and takes it back. Between steps it must not follow a change, or
+    // else throws Failure.
+    void tryOut(const Change& change, const std::function<void()>& work);
+    bool isChanging() const { return m_transaction.has_value(); }
 
 private:
+    void begin(const Change& change);
+
     std::string m_fileName;
     qrb::Pointcloud m_cloud;
-    bool m_changing = false;
+    std::optional<qrb::pointcloud::TransactionGuard> m_transaction;  // the pending one
+    Change m_recorded;                                               // of the pending one
+    bool m_hasChanges = false;                                       // the pending one
 };
 
 }  // namespace tarvo::cli

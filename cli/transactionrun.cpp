@@ -89,7 +89,7 @@ void runSteps(Database& database, const RunOptions& options,
     }
     settings.endArray();
     settings.endObject();
-    const std::uint32_t id = database.change(
+    const std::uint32_t id = database.changeTogether(
         {options.title, options.comment, settings.compact(), options.key.signature()}, [&] {
             for (const auto& step : steps) {
                 checkInterrupted();
@@ -102,7 +102,8 @@ void runSteps(Database& database, const RunOptions& options,
                 }
             }
         });
-    print("Transaction " + std::to_string(id) + " is committed.\n");
+    print(id == 0 ? "Nothing is changed, and no transaction committed.\n"
+                  : "Transaction " + std::to_string(id) + " is committed.\n");
 }
 
 }  // namespace

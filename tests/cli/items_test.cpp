@@ -239,6 +239,53 @@ TEST_F(Admin, ARedefinitionChangesValuesOnlyWhenToldTo) {
                "The attribute \"tarvo.class\" is defined; 30 values changed.\n");
 }
 
+TEST_F(Admin, ADryRunIsRefusedWhereTheRedefinitionIs) {
+    importPoints(30);
+    const std::string put = "attributes " + file + " put ";
+    const std::string before = read(file);
+    const auto defined = [&](const std::string& name, const std::string& member,
+                             const char* value) {
+        std::string definition = run("attributes " + file + " show " + name + " --json").output;
+        const std::size_t at = definition.find("\"" + member + "\":") + member.size() + 3;
+        definition.replace(at, definition.find_first_of(",}", at) - at, value);
+        return "--json " + folder.write("d.json", definition);
+    };
+    for (const auto& [name, member, value, words] :
+         {std::tuple{"tarvo.class", "length", "100000", "its length is 100000"},
+          {"tarvo.class", "storage_class", "9", "its storage class is 9"},
+          {"tarvo.class", "lod_settings", "\"bogus\"", "bogus"},
+          {"tarvo.xyz", "maximum_value", "5", "can't be given other values"},
+          {"tarvo.id", "maximum_value", "15", "can't be given other values"}}) {
+        const std::string definition = defined(name, member, value);
+        const Result refused = run(put + definition);
+        EXPECT_EQ(refused.code, 1);
+        EXPECT_NE(refused.output.find(words), std::string::npos) << refused.output;
+        for (const char* form : {" --dry-run", " --convert"}) {
+            const Result result = run(put + definition + form);
+            EXPECT_EQ(result.code, 1) << name << " " << member << form;
+            EXPECT_EQ(result.output, refused.output) << name << " " << member << form;
+        }
+    }
+    // Among the commands of a transaction it is neither committed nor takes anything back.
+    const std::string narrow = defined("tarvo.class", "maximum_value", "1");
+    const std::string within = "transactions run " + file + " --title t -- ";
+    const std::string dry = "'attributes put --dry-run " + narrow + "'";
+    const Result alone = run(within + dry + " 'attributes show tarvo.class --json'");
+    EXPECT_EQ(alone.code, 0);
+    EXPECT_NE(alone.output.find("10 values of"), std::string::npos) << alone.output;
+    EXPECT_NE(alone.output.find("\nNothing is changed, and no transaction committed.\n"),
+              std::string::npos)
+        << alone.output;
+    EXPECT_EQ(alone.output.find("\"maximum_value\":1,"), std::string::npos) << alone.output;
+    expectFailure(1, within + "'metadata set a 1' " + dry, "can't follow changes");
+    EXPECT_TRUE(read(file) == before);
+    const Result later = run(within + dry + " 'metadata set a 1'");
+    EXPECT_NE(later.output.find("\nTransaction 3 is committed.\n"), std::string::npos)
+        << later.output;
+    expectPoints();
+    EXPECT_STREQ(json("transactions " + file + " show --json")["title"].GetString(), "t");
+}
+
 TEST_F(Admin, TheChangelogIsKeptExportedAndImported) {
     importPoints(3);
     expectSuccess("changelog " + file + " append 'first [#7] line\nsecond line'");
