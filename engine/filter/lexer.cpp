@@ -29,17 +29,13 @@ bool isContinuation(char c) {
 }  // namespace
 
 void failAt(std::string_view text, std::size_t offset, std::string message) {
-    std::size_t position = 1;
-    for (const char c : text.substr(0, offset))
-        position += !isContinuation(c);
+    // What stands before it was read: it has no characters of several bytes.
     if (const auto at = message.find("%0"); at != std::string::npos)
-        message.replace(at, 2, std::to_string(position));
+        message.replace(at, 2, std::to_string(offset + 1));
 
     // Of a long text only what is around the position.
     constexpr std::size_t around = 60;
-    std::size_t first = offset > around ? offset - around : 0;
-    while (first > 0 && isContinuation(text[first]))
-        --first;
+    const std::size_t first = offset > around ? offset - around : 0;
     std::size_t last = std::min(text.size(), offset + around);
     while (last < text.size() && isContinuation(text[last]))
         ++last;
@@ -47,14 +43,10 @@ void failAt(std::string_view text, std::size_t offset, std::string message) {
     for (char& c : line)
         if (static_cast<unsigned char>(c) < 0x20 || c == 0x7f)
             c = ' ';
-    std::string caret = first > 0 ? "..." : "";
-    caret.assign(caret.size(), ' ');
-    for (const char c : text.substr(first, offset - first))
-        if (!isContinuation(c))
-            caret.push_back(' ');
-    throw Failure(
-        ErrorCode::Filter, std::move(message),
-        (first > 0 ? "..." : "") + line + (last < text.size() ? "..." : "") + "\n" + caret + "^");
+    const std::string cut = first > 0 ? "..." : "";
+    const std::string caret(cut.size() + offset - first, ' ');
+    throw Failure(ErrorCode::Filter, std::move(message),
+                  cut + line + (last < text.size() ? "..." : "") + "\n" + caret + "^");
 }
 
 Token Lexer::next() {

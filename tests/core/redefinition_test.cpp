@@ -247,6 +247,11 @@ TEST_F(ToldRedefinition, CountsThePointsThatLoseElements) {
     EXPECT_EQ(core::describe(*changes, q, definition),
               "12 values of 5 points in \"q\" would change: 2 lie outside 0 to 5 and would become "
               "the default value 0; 10 would be dropped with the elements from number 1 on.");
+    m_cloud.pointAttributes().put(definition);
+    transaction.commit();
+    EXPECT_NE(changelog().find("Attribute \"q\": redefined, 12 values changed\n"),
+              std::string::npos)
+        << changelog();
 }
 
 }  // namespace

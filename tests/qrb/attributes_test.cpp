@@ -181,10 +181,12 @@ TEST_F(Attributes, MergeTextsAndRefuseWhatCanNotBeMixed) {
     other = first;
     other.scaleFactor = 2;
     EXPECT_NE(refused(other).find("scale factors"), std::string::npos);
-    // 50 is a value of the first.
+    // Values of the first, the extremes, too.
     other = first;
-    other.invalidValue = 50;
-    EXPECT_NE(refused(other).find("is a value of another"), std::string::npos);
+    for (const double invalid : {0, 100, 50}) {
+        other.invalidValue = invalid;
+        EXPECT_NE(refused(other).find("is a value of another"), std::string::npos) << invalid;
+    }
     first.invalidValue = -1;
     EXPECT_NE(refused(other).find("invalid values are -1 and 50"), std::string::npos);
     // Whole numbers of 64 bits are not exact beside fractions, nor do both signs fit.
