@@ -8,6 +8,7 @@
 #include "cli/json.h"
 #include "cli/output.h"
 #include "cli/terminal.h"
+#include "cli/text.h"
 #include "cli/textfile.h"
 #include "cli/texttable.h"
 #include "core/attributerules.h"
@@ -87,7 +88,7 @@ void addAttributes(Database& database, const AttributeOptions& options) {
         const PointAttribute definition = readDefinition(options.file);
         tellHints(definition, {});
         database.change({"Add attribute " + definition.name}, [&] { attributes.add(definition); });
-        print("The attribute \"" + definition.name + "\" is added.\n");
+        print("The attribute \"" + oneLine(definition.name) + "\" is added.\n");
         return;
     }
     database.change({"Add attributes"}, [&] {
@@ -129,10 +130,11 @@ void putAttribute(Database& database, const AttributeOptions& options) {
     const Change change{"Redefine attribute " + definition.name};
     if (options.dryRun) {
         database.tryOut(change, redefine);
-        print(!changes
-                  ? "What becomes of the values of \"" + definition.name + "\" can't be told.\n"
-              : told.empty() ? "No value of \"" + definition.name + "\" would change.\n"
-                             : told + "\n");
+        print(oneLine(!changes ? "What becomes of the values of \"" + definition.name +
+                                     "\" can't be told."
+                      : told.empty() ? "No value of \"" + definition.name + "\" would change."
+                                     : told) +
+              "\n");
         return;
     }
     database.change(change, [&] {
@@ -142,7 +144,7 @@ void putAttribute(Database& database, const AttributeOptions& options) {
         }
     });
     const std::uint64_t changed = told.empty() ? 0 : changes->changed();
-    print("The attribute \"" + definition.name + "\" is defined" +
+    print("The attribute \"" + oneLine(definition.name) + "\" is defined" +
           (changed == 0 ? ""
                         : "; " + numbers::groupedText(changed) +
                               (changed == 1 ? " value changed" : " values changed")) +
@@ -186,10 +188,10 @@ void listGroups(const PointAttributes& attributes, bool asJson) {
     std::string text;
     for (const std::string& group : order) {
         std::vector<std::string> names;
-        text += group + "\n";
+        text += oneLine(group) + "\n";
         for (const auto& [rank, name] : groups[group]) {
             names.push_back(name);
-            text += "  " + name + "\n";
+            text += "  " + oneLine(name) + "\n";
         }
         json.member(group, names);
     }

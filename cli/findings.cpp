@@ -3,16 +3,13 @@
 #include "cli/errors.h"
 #include "cli/json.h"
 #include "cli/output.h"
+#include "cli/terminal.h"
 #include "cli/text.h"
-
-#include <cstdio>
 
 namespace tarvo::cli {
 
 void reportFindings(const qrb::pointcloud::Findings& findings, bool asJson) {
-    for (const std::string& note : findings.notes) {
-        std::fprintf(stderr, "qrbtool: %s\n", printable(note).c_str());
-    }
+    note(findings.notes);
     if (asJson) {
         JsonText json;
         json.beginArray();

@@ -101,7 +101,7 @@ std::string infoText(const FileInfo& info) {
     std::string result;
     const auto line = [&](std::string label, const std::string& text) {
         label.resize(std::max<std::size_t>(label.size(), 14), ' ');
-        result += label + text + "\n";
+        result += label + oneLine(text) + "\n";
     };
     line("File", info.fileName);
     line("Identity", info.uuid);
@@ -130,7 +130,7 @@ std::string infoText(const FileInfo& info) {
         width = std::max(width, attribute.definition.name.size() + 5);
     }
     for (const AttributeInfo& attribute : info.attributes) {
-        std::string name = attribute.definition.name;
+        std::string name = oneLine(attribute.definition.name);
         if (attribute.definition.length != 1) {
             name += "[" + std::to_string(attribute.definition.length) + "]";
         }
@@ -144,12 +144,12 @@ std::string infoText(const FileInfo& info) {
         result += "  " + name + "  " + range +
                   (range.empty() || attribute.definition.unitSymbol.empty()
                        ? ""
-                       : " " + attribute.definition.unitSymbol) +
+                       : " " + oneLine(attribute.definition.unitSymbol)) +
                   "\n";
     }
     result += "\nMetadata\n";
     for (const std::string& name : info.metaData) {
-        result += "  " + name + "\n";
+        result += "  " + oneLine(name) + "\n";
     }
     return result;
 }

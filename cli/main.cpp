@@ -28,7 +28,7 @@ enum ExitCode { succeeded = 0, failed = 1, wrongUsage = 2 };
 void reportError(const char* text, std::string_view unsafeDetails) {
     const std::string safeDetails = printable(unsafeDetails);
     std::string_view details = safeDetails;
-    std::fprintf(stderr, "qrbtool: %s\n", printable(text ? text : "unknown").c_str());
+    std::fprintf(stderr, "qrbtool: %s\n", oneLine(text ? text : "unknown").c_str());
     while (!details.empty()) {
         const std::size_t end = details.find('\n');
         const std::string_view line = details.substr(0, end);

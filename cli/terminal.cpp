@@ -1,11 +1,11 @@
 #include "cli/terminal.h"
 
 #include "cli/errors.h"
+#include "cli/text.h"
 
 #include <algorithm>
 #include <csignal>
 #include <cstdio>
-#include <utility>
 
 #if defined(_WIN32)
 #include <io.h>
@@ -62,11 +62,17 @@ int interruptSignal() {
 }
 
 void note(const std::string& text) {
-    std::fprintf(stderr, "qrbtool: %s\n", text.c_str());
+    std::fprintf(stderr, "qrbtool: %s\n", oneLine(text).c_str());
+}
+
+void note(const std::vector<std::string>& texts) {
+    for (const std::string& text : texts) {
+        note(text);
+    }
 }
 
 ProgressLine::ProgressLine(std::string label)
-    : m_label(std::move(label)), m_terminal(errorIsTerminal()) {}
+    : m_label(oneLine(label)), m_terminal(errorIsTerminal()) {}
 
 ProgressLine::~ProgressLine() {
     if (m_shown) {

@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <string>
+#include <vector>
 
 namespace tarvo::cli {
 
@@ -24,8 +25,9 @@ public:
     InterruptsEnd& operator=(const InterruptsEnd&) = delete;
 };
 
-// A line on standard error, beside the answer.
+// Lines on standard error, beside the answer. They may hold texts from files.
 void note(const std::string& text);
+void note(const std::vector<std::string>& texts);
 
 // A line "label 42 %" on standard error while it is a terminal; gone with the object.
 class ProgressLine {

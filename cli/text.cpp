@@ -3,7 +3,33 @@
 #include "cli/errors.h"
 #include "core/nodelist.h"
 
+#include <algorithm>
+
 namespace tarvo::cli {
+
+namespace {
+
+// Bytes of a character that a terminal may obey instead of showing it; 0: it shows it.
+std::size_t unsafeLength(std::string_view text) {
+    const auto byte = [text](std::size_t i) {
+        return i < text.size() ? static_cast<unsigned char>(text[i]) : 0u;
+    };
+    if (byte(0) < 0x20 || byte(0) == 0x7f) {
+        return 1;
+    }
+    const bool isSecondSet = byte(0) == 0xc2 && byte(1) >= 0x80 && byte(1) < 0xa0;
+    if (isSecondSet || (byte(0) == 0xd8 && byte(1) == 0x9c)) {  // U+061C
+        return 2;
+    }
+    // Marks, line separators, embeddings and overrides; isolates.
+    const bool isDirection = byte(0) == 0xe2 && byte(1) == 0x80 &&
+                             (byte(2) == 0x8e || byte(2) == 0x8f ||   // U+200E, U+200F
+                              (byte(2) >= 0xa8 && byte(2) <= 0xae));  // U+2028 to U+202E
+    const bool isIsolate = byte(0) == 0xe2 && byte(1) == 0x81 && byte(2) >= 0xa6 && byte(2) <= 0xa9;
+    return isDirection || isIsolate ? 3 : 0;
+}
+
+}  // namespace
 
 std::vector<std::uint32_t> parseNodes(std::string_view text) {
     try {
@@ -17,18 +43,22 @@ std::string printable(std::string_view text) {
     std::string result;
     for (std::size_t i = 0; i < text.size(); ++i) {
         const auto c = static_cast<unsigned char>(text[i]);
-        // U+0080 to U+009F, which some terminals obey too.
-        const bool isSecondSet =
-            c == 0xc2 && i + 1 < text.size() && static_cast<unsigned char>(text[i + 1]) < 0xa0;
+        const std::size_t length = unsafeLength(text.substr(i));
         if (c == '\t') {
             result += ' ';
-        } else if ((c < 0x20 && c != '\n') || c == 0x7f || isSecondSet) {
+        } else if (length > 0 && c != '\n') {
             result += '?';
-            i += isSecondSet ? 1 : 0;
+            i += length - 1;
         } else {
             result += text[i];
         }
     }
+    return result;
+}
+
+std::string oneLine(std::string_view text) {
+    std::string result = printable(text);
+    std::replace(result.begin(), result.end(), '\n', ' ');
     return result;
 }
 

@@ -28,8 +28,7 @@ TextTable::TextTable(std::vector<Column> columns) : m_columns(std::move(columns)
 
 void TextTable::add(std::vector<std::string> cells) {
     for (std::size_t i = 0; i < cells.size(); ++i) {
-        cells[i] = printable(cells[i]);
-        std::replace(cells[i].begin(), cells[i].end(), '\n', ' ');
+        cells[i] = oneLine(cells[i]);
         m_widths[i] = std::max(m_widths[i], widthOf(cells[i]));
     }
     m_rows.push_back(std::move(cells));

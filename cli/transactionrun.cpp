@@ -96,8 +96,7 @@ void runSteps(Database& database, const RunOptions& options,
                 try {
                     step->invocation.work(database);
                 } catch (...) {
-                    std::fprintf(stderr, "qrbtool: Nothing is changed: \"%s\" failed.\n",
-                                 step->line.c_str());
+                    note("Nothing is changed: \"" + step->line + "\" failed.");
                     throw;
                 }
             }

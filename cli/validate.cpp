@@ -5,10 +5,10 @@
 #include "cli/errors.h"
 #include "cli/fileschema.h"
 #include "cli/findings.h"
+#include "cli/terminal.h"
 
 #include <CLI/CLI.hpp>
 
-#include <cstdio>
 #include <memory>
 
 namespace tarvo::cli {
@@ -28,8 +28,7 @@ void runValidate(const Database& database, ValidateOptions options) {
             throw UsageError("No file schema has the extension of \"" + database.fileName() + "\".",
                              "Name one with --schema; \"qrbtool schema\" lists them.");
         }
-        std::fprintf(stderr, "qrbtool: Comparing with the file schema \"%s\".\n",
-                     options.schema.c_str());
+        note("Comparing with the file schema \"" + options.schema + "\".");
     }
     const std::string schema = fileSchemaText(options.schema);
     reportFindings(database.cloud().management().findings(schema, options.strict), options.json);

@@ -11,15 +11,18 @@ namespace tarvo::engine::report {
 
 namespace {
 
-// Control characters, the separators of lines and paragraphs, and the codes that a rich-text
-// document keeps its own structure in.
+// Control characters, the separators of lines and paragraphs, what turns the direction of the text
+// that follows, and the codes that a rich-text document keeps its own structure in.
 bool breaksLine(std::string_view character) {
     const auto lead = static_cast<unsigned char>(character[0]);
     if (character.size() == 1)
         return lead < 0x20 || lead == 0x7f;
     if (lead == 0xc2)
         return static_cast<unsigned char>(character[1]) < 0xa0;
-    return character == "\u2028" || character == "\u2029" || character == "\ufdd0" ||
+    const bool turns = (character >= "\u202a" && character <= "\u202e") ||
+                       (character >= "\u2066" && character <= "\u2069") || character == "\u200e" ||
+                       character == "\u200f" || character == "\u061c";
+    return turns || character == "\u2028" || character == "\u2029" || character == "\ufdd0" ||
            character == "\ufdd1" || character == "\ufffc";
 }
 

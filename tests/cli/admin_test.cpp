@@ -326,6 +326,13 @@ TEST_F(Admin, TextsOfFilesDoNotReachTheTerminalUnchecked) {
     EXPECT_EQ(run("transactions " + file + " show").output.find('\x1b'), std::string::npos);
     EXPECT_EQ(json("transactions " + file + " show --json")["title"].GetString(),
               "a" + escape + "b");
+    // A name of its own must neither look like a line of the answer nor turn its direction.
+    expectSuccess("metadata " + file +
+                  R"( set tarvo.geo_tag '{"crs":{"name":"Zone\nPoints        0\u202e"}}')");
+    const std::string told = run("info " + file).output;
+    EXPECT_NE(told.find("Coordinates   Zone Points        0?\n"), std::string::npos) << told;
+    const Result missing = run("info '" + folder.file("a\x1b[2J\nb\u2066") + "'");
+    EXPECT_NE(missing.output.find("a?[2J b?"), std::string::npos) << missing.output;
 }
 
 }  // namespace

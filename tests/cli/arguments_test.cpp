@@ -4,10 +4,10 @@
 #include "cli/idlist.h"
 #include "cli/json.h"
 #include "cli/key.h"
-#include "exchange/table/names.h"
 #include "cli/text.h"
 #include "cli/texttable.h"
 #include "cli/words.h"
+#include "exchange/table/names.h"
 
 #include <gtest/gtest.h>
 
@@ -81,6 +81,11 @@ TEST(Arguments, TablesAlignWhatIsReadNotTheBytes) {
     EXPECT_EQ(labelled("Text", "a\nb"), "Text          a\n              b\n");
     EXPECT_EQ(labelled("Text", ""), "");
     EXPECT_EQ(printable("a\r\t\x7f\xc2\x85\xc3\xa9\n"), "a? ??\xc3\xa9\n");
+    // What turns the direction of the text behind it; others of these blocks stay, cut ones too.
+    EXPECT_EQ(printable("\u202a\u202e\u2066\u2069\u200e\u200f\u061c"), "???????");
+    EXPECT_EQ(printable("\u202f\u2065\u206a\u200d\u2027\u061b\xe2\x80"),
+              "\u202f\u2065\u206a\u200d\u2027\u061b\xe2\x80");
+    EXPECT_EQ(oneLine("a\nb\u202e"), "a b?");
 }
 
 TEST(Arguments, NamesThatAreNoUtf8AreReadAsLatin1) {

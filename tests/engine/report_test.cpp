@@ -525,6 +525,7 @@ TEST(ReportText, ForeignTextsAreCleaned) {
     EXPECT_EQ(report::oneLine("a\r\n\tb\x7f\xc2\x85"
                               "c\u2029"),
               "a   b  c ");
+    EXPECT_EQ(report::oneLine("a\u202eb\u2066c\u200fd\u061c\u2065"), "a b c d \u2065");
     EXPECT_EQ(report::csvCell("plain text"), "plain text");
     EXPECT_EQ(report::csvCell(" a\n\"b\""), "\" a \"\"b\"\"\"");
     for (const char* quoted : {" a", "a ", "a,b"})
