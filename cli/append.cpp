@@ -1,10 +1,13 @@
 #include "cli/append.h"
 
-#include "cli/origins.h"
 #include "cli/output.h"
+#include "cli/terminal.h"
 #include "cli/texttable.h"
+#include "exchange/import/commonorigin.h"
 
 namespace tarvo::cli {
+
+using namespace exchange;
 
 void appendFiles(Database& database, const PointSources& sources, const AppendOptions& options,
                  const Change& change) {
@@ -13,9 +16,14 @@ void appendFiles(Database& database, const PointSources& sources, const AppendOp
     database.change(change, [&] {
         const qrb::Pointcloud& cloud = database.cloud();
         // Within the transaction, so that nobody redefines the attributes that were looked at.
-        const CommonOrigin common = commonOrigin(sources, &cloud, options.crsAsIs);
+        std::set<std::string> leftOut = options.leftOut;
+        if (options.onlyKnown && !cloud.pointAttributes().exists("tarvo.timestamp")) {
+            leftOut.insert("tarvo.timestamp");
+        }
+        CommonOrigin common = commonOrigin(sources, &cloud, leftOut, options.crsAsIs);
         const AppendPlan plan = planAppend(database, sources, options, common.origin.system);
         addOrigin(cloud, common);
+        note(common.notes);
         for (const PointAttribute& definition : plan.added) {
             cloud.pointAttributes().add(definition);
         }

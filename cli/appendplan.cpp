@@ -1,8 +1,8 @@
 #include "cli/appendplan.h"
 
 #include "cli/errors.h"
-#include "cli/origins.h"
 #include "cli/terminal.h"
+#include "exchange/import/commonorigin.h"
 #include "exchange/table/attributesummary.h"
 #include "exchange/table/columntarget.h"
 #include "exchange/table/valuecheck.h"

@@ -8,9 +8,9 @@
 #include "cli/importsteps.h"
 #include "cli/json.h"
 #include "cli/key.h"
-#include "cli/origins.h"
 #include "cli/terminal.h"
 #include "core/newdatabase.h"
+#include "exchange/import/commonorigin.h"
 
 #include <CLI/CLI.hpp>
 
@@ -18,6 +18,8 @@
 #include <memory>
 
 namespace tarvo::cli {
+
+using namespace exchange;
 
 namespace {
 
@@ -102,7 +104,8 @@ void importFiles(const qrb::Context& context, const ImportOptions& options) {
     core::NewDatabase database(context, options.database, options.overwrite,
                                "Give --append to add to it or --overwrite to replace it.");
     const PointSources sources = openSources(options.inputs, options.format);
-    const CommonOrigin common = commonOrigin(sources, nullptr, options.crsAsIs);
+    CommonOrigin common = commonOrigin(
+        sources, nullptr, {options.leftOut.begin(), options.leftOut.end()}, options.crsAsIs);
     ImportPlan plan = planImport(sources, options.primary);
     for (auto& [name, attribute] : plan.attributes) {
         nameUnits(attribute.definition, common.origin.system);
@@ -124,6 +127,7 @@ void importFiles(const qrb::Context& context, const ImportOptions& options) {
         }
         addMetaData(cloud.metaData(), sources);
         setOrigin(cloud, common);
+        note(common.notes);
         for (const auto& source : sources) {
             insertPoints(cloud, *source, plan.targets(*source));
         }
@@ -184,7 +188,8 @@ void addImportCommand(CLI::App& app, Invocation& invocation) {
         ->type_name("NAME")
         ->allow_extra_args(false);
     command->add_flag("--crs-as-is", options->crsAsIs,
-                      "Take coordinates of different reference systems as they are");
+                      "Take coordinates of different reference systems, and times of different\n"
+                      "bases, as they are");
     CLI::Option* const append =
         command->add_flag("--append", options->append, "Add the points to a database that exists");
     command
@@ -220,7 +225,8 @@ void addImportCommand(CLI::App& app, Invocation& invocation) {
         "A new database appears when it is complete; a failure leaves none.\n"
         "Coordinates have the unit of the reference system that a file tells, which goes to\n"
         "tarvo.geo_tag. Files in different ones are refused without --crs-as-is, which keeps the\n"
-        "first system.\n"
+        "first system; so are files whose GPS times count from different epochs "
+        "(tarvo.time_base).\n"
         "\n"
         "--append adds all points in one transaction, or changes nothing. Columns go to the\n"
         "attributes of their names, which must hold every value: none is cut off, and none "

@@ -1,6 +1,6 @@
 #include "core/referencesystem.h"
 
-#include "core/json.h"
+#include "core/itemobject.h"
 #include "core/utf8.h"
 
 #include <algorithm>
@@ -51,21 +51,6 @@ std::string normalised(std::string_view wkt) {
     return result;
 }
 
-using Document = rapidjson::Document;
-
-Document readItem(const qrb::pointcloud::MetaData& metaData) {
-    Document item;
-    if (metaData.exists(itemName)) {
-        const std::string text = metaData.get(itemName);
-        item.Parse<rapidjson::kParseIterativeFlag | rapidjson::kParseFullPrecisionFlag>(
-            text.data(), text.size());
-    }
-    if (item.HasParseError() || !item.IsObject()) {
-        item.SetObject();
-    }
-    return item;
-}
-
 bool isAngle(const std::string& unit) {
     return unit == "deg" || unit == "rad" || unit == "gon" || unit == "arcmin" || unit == "arcsec";
 }
@@ -103,13 +88,6 @@ std::string firstName(const std::string& wkt) {
     return name;
 }
 
-std::string textMember(const rapidjson::Value& object, const char* name) {
-    const auto found = object.FindMember(name);
-    return found != object.MemberEnd() && found->value.IsString()
-               ? std::string(found->value.GetString(), found->value.GetStringLength())
-               : std::string();
-}
-
 }  // namespace
 
 std::string describe(const ReferenceSystem& system) {
@@ -122,6 +100,14 @@ std::string describe(const ReferenceSystem& system) {
                             : text + ", not understood in full";
     }
     return text.empty() ? "unnamed system" : text;
+}
+
+std::string describeBoth(const ReferenceSystem& a, const ReferenceSystem& b) {
+    const bool needUnits = describe(a) == describe(b);
+    const auto text = [&](const ReferenceSystem& system) {
+        return "\"" + describe(system) + "\"" + (needUnits ? " " + describeUnits(system) : "");
+    };
+    return text(a) + " and " + text(b);
 }
 
 std::string describeUnits(const ReferenceSystem& system) {
@@ -155,7 +141,7 @@ bool isSame(const ReferenceSystem& a, const ReferenceSystem& b) {
 }
 
 std::optional<ReferenceSystem> referenceSystem(const qrb::pointcloud::MetaData& metaData) {
-    const Document item = readItem(metaData);
+    const rapidjson::Document item = readItem(metaData, itemName);
     const auto crs = item.FindMember("crs");
     if (crs == item.MemberEnd() || !crs->value.IsObject()) {
         return std::nullopt;
@@ -184,9 +170,8 @@ std::optional<ReferenceSystem> referenceSystem(const qrb::pointcloud::MetaData& 
 }
 
 bool setReferenceSystem(qrb::pointcloud::MetaData& metaData, const ReferenceSystem& system) {
-    const Document before = readItem(metaData);
-    if (before.MemberCount() > (before.HasMember("crs") ? 1 : 0) ||
-        (metaData.exists(itemName) && metaData.verifySignature(itemName, 0, {}))) {
+    const rapidjson::Document before = readItem(metaData, itemName);
+    if (before.MemberCount() > (before.HasMember("crs") ? 1 : 0) || isSigned(metaData, itemName)) {
         return false;
     }
     rapidjson::StringBuffer buffer;

@@ -27,6 +27,8 @@ struct ReferenceSystem {
 
 // For a reader: "WGS 84 (EPSG:4326)", or what there is of it; "unnamed system".
 std::string describe(const ReferenceSystem& system);
+// Both in quotes, with their units where the rest doesn't tell them apart.
+std::string describeBoth(const ReferenceSystem& a, const ReferenceSystem& b);
 // The units in words: "X and Y in ft, Z in m", or "in m" where one holds for all.
 std::string describeUnits(const ReferenceSystem& system);
 // Whether Z needs a word of its own in that.

@@ -1,22 +1,24 @@
-#include "cli/origins.h"
+#include "exchange/import/commonorigin.h"
 
 #include "catalogue/catalogue.h"
-#include "cli/json.h"
-#include "cli/terminal.h"
-#include "cli/text.h"
+#include "catalogue/jsonmemory.h"
+#include "exchange/import/agreement.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <map>
 #include <sstream>
 #include <utility>
 
-namespace tarvo::cli {
+namespace tarvo::exchange {
 
 namespace {
 
 using core::ReferenceSystem;
-using exchange::Origin;
+using core::TimeBase;
 using qrb::pointcloud::PointAttribute;
+
+constexpr const char* timeAttribute = "tarvo.timestamp";
 
 std::string quoted(const std::string& text) {
     return "\"" + text + "\"";
@@ -26,34 +28,10 @@ std::string shortName(const PointSource& source) {
     return quoted(std::filesystem::path(source.fileName()).filename().string());
 }
 
-// A list of files for one line of a message.
-class FileList {
-public:
-    void add(const std::string& text) {
-        constexpr int shown = 5;
-        if (++m_count <= shown) {
-            m_text += (m_text.empty() ? "" : ", ") + text;
-        }
-        m_more = m_count > shown ? " and " + std::to_string(m_count - shown) + " more" : "";
-    }
-    bool isEmpty() const { return m_count == 0; }
-    std::string text() const { return m_text + m_more; }
-
-private:
-    std::string m_text;
-    std::string m_more;
-    int m_count = 0;
-};
-
-// Both in quotes, with their units where the rest doesn't tell them apart.
-std::string describeBoth(const ReferenceSystem& a, const ReferenceSystem& b) {
-    const bool needUnits = core::describe(a) == core::describe(b);
-    const auto text = [&](const ReferenceSystem& system) {
-        return quoted(core::describe(system)) +
-               (needUnits ? " " + core::describeUnits(system) : "");
-    };
-    return text(a) + " and " + text(b);
-}
+constexpr AgreementWords systemWords = {"coordinate reference system", "Coordinates",
+                                        "Transform the points into one system first"};
+constexpr AgreementWords timeWords = {"time base", "Times",
+                                      "Give --leave-out tarvo.timestamp to do without times"};
 
 // Keeps the lines that all files have.
 void agree(std::string& common, const std::string& one, bool isFirst) {
@@ -76,84 +54,112 @@ bool hasPoints(const qrb::Pointcloud& cloud) {
     return root.pointCountTotal > 0;
 }
 
-// Returns whether the database tells the system now and did not before.
-bool setSystem(const qrb::Pointcloud& cloud, const CommonOrigin& common) {
-    const std::optional<ReferenceSystem>& system = common.origin.system;
-    if (!common.foreign.empty()) {
-        cloud.changelog().appendMessage(common.foreign);
+bool hasTimes(const PointSource& source, const std::set<std::string>& leftOut) {
+    return !leftOut.contains(timeAttribute) &&
+           std::ranges::any_of(source.columns(), [](const Column& column) {
+               return column.attribute == timeAttribute;
+           });
+}
+
+Agreement<TimeBase> timesOf(const qrb::Pointcloud* database, bool asTheyAre) {
+    if (database == nullptr) {
+        return {timeWords, std::nullopt, false, asTheyAre};
     }
+    const bool hasSome = database->pointAttributes().exists(timeAttribute) && hasPoints(*database);
+    return {timeWords, core::timeBase(database->metaData()), hasSome, asTheyAre};
+}
+
+Agreement<ReferenceSystem> systemsOf(const qrb::Pointcloud* database, bool asTheyAre) {
+    if (database == nullptr) {
+        return {systemWords, std::nullopt, false, asTheyAre};
+    }
+    return {systemWords, core::referenceSystem(database->metaData()), hasPoints(*database),
+            asTheyAre};
+}
+
+// Returns whether the database tells the system now and did not before.
+bool setSystem(const qrb::Pointcloud& cloud, CommonOrigin& common) {
+    const std::optional<ReferenceSystem>& system = common.origin.system;
     if (!system || core::referenceSystem(cloud.metaData())) {
         return false;
     }
     const bool isSet = core::setReferenceSystem(cloud.metaData(), *system);
     if (!isSet) {
-        note("The item tarvo.geo_tag stays as it is, without the coordinate reference system.");
+        common.notes.push_back(
+            "The item tarvo.geo_tag stays as it is, without the coordinate reference system.");
     }
     return isSet;
 }
 
-void setIfMissing(qrb::pointcloud::MetaData& metaData, const char* name, const JsonText& value) {
-    if (!metaData.exists(name)) {
-        std::string text = value.text();
-        text.pop_back();  // the line break
-        metaData.set(name, text);
+void setTimeBase(const qrb::Pointcloud& cloud, CommonOrigin& common) {
+    const std::optional<TimeBase>& base = common.origin.timeBase;
+    if (base && !core::timeBase(cloud.metaData()) && !core::setTimeBase(cloud.metaData(), *base)) {
+        common.notes.push_back("The item tarvo.time_base stays as it is, without the time base.");
     }
+}
+
+void tellForeign(const qrb::Pointcloud& cloud, const CommonOrigin& common) {
+    for (const std::string& words : common.foreign) {
+        cloud.changelog().appendMessage(words);
+    }
+}
+
+void setInfo(qrb::pointcloud::MetaData& metaData, const Origin& origin) {
+    constexpr const char* name = "tarvo.pointcloud_info";
+    if ((origin.project.empty() && origin.comments.empty()) || metaData.exists(name)) {
+        return;
+    }
+    rapidjson::StringBuffer buffer;
+    rapidjson::PrettyWriter<rapidjson::StringBuffer> writer(buffer);
+    writer.StartObject();
+    for (const auto& [key, text] : {std::pair<const char*, std::string>{"project", origin.project},
+                                    {"comments", origin.comments},
+                                    {"field_of_application", "unknown"}}) {
+        if (!text.empty()) {
+            writer.Key(key);
+            writer.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
+        }
+    }
+    writer.EndObject();
+    metaData.set(name, {buffer.GetString(), buffer.GetSize()});
 }
 
 }  // namespace
 
 CommonOrigin commonOrigin(const PointSources& sources, const qrb::Pointcloud* database,
-                          bool asTheyAre) {
+                          const std::set<std::string>& leftOut, bool asTheyAre) {
     CommonOrigin common;
-    std::string holder = "the database";
-    if (database != nullptr) {
-        common.origin.system = core::referenceSystem(database->metaData());
-    }
-    FileList foreign;
-    FileList silent;
+    Agreement<ReferenceSystem> systems = systemsOf(database, asTheyAre);
+    Agreement<TimeBase> times = timesOf(database, asTheyAre);
     std::map<std::string, FileList> unread;  // by what could not be read
     for (const auto& source : sources) {
         const bool isFirst = source == sources.front();
+        const std::string name = shortName(*source);
         const Origin own = source->origin();
         agree(common.origin.project, own.project, isFirst);
         agree(common.origin.comments, own.comments, isFirst);
-        agree(common.origin.epoch, own.epoch, isFirst);
-        agree(common.origin.timescale, own.timescale, isFirst);
-        if (!own.system) {
-            silent.add(shortName(*source));
-        } else if (!common.origin.system) {
-            common.origin.system = own.system;
-            holder = shortName(*source);
-            if (database != nullptr && hasPoints(*database)) {
-                silent.add("the database");
-            }
-        } else if (!core::isSame(*common.origin.system, *own.system)) {
-            if (!asTheyAre) {
-                throw Failure(
-                    "The coordinate reference systems of " + holder + " and " + shortName(*source) +
-                        " differ: " + describeBoth(*common.origin.system, *own.system) + ".",
-                    "Transform the points into one system first, or give --crs-as-is to take the "
-                    "coordinates as they are.");
-            }
-            foreign.add(shortName(*source) + " (" + core::describe(*own.system) + ")");
+        systems.add(name, own.system);
+        if (hasTimes(*source, leftOut)) {
+            times.add(name, own.timeBase);
         }
         if (own.system && !own.system->isUnderstood()) {
-            unread[own.system->unread].add(shortName(*source));
+            unread[own.system->unread].add(name);
         }
     }
     for (const auto& [words, files] : unread) {
-        note(printable("The coordinate reference system of " + files.text() +
-                       " is not understood in full: " + words +
-                       ". It is kept as it is told, and units that are not known stay empty."));
+        common.notes.push_back("The coordinate reference system of " + files.text() +
+                               " is not understood in full: " + words +
+                               ". It is kept as it is told, and units that are not known stay "
+                               "empty.");
     }
-    if (common.origin.system && !silent.isEmpty()) {
-        note(printable("No coordinate reference system is told by " + silent.text() +
-                       ": taken as \"" + core::describe(*common.origin.system) + "\"."));
-    }
-    if (!foreign.isEmpty()) {
-        common.foreign =
-            "Coordinates were taken as they are into \"" + core::describe(*common.origin.system) +
-            "\" from files in other coordinate reference systems: " + foreign.text() + ".";
+    systems.addNote(common.notes);
+    times.addNote(common.notes);
+    common.origin.system = systems.common();
+    common.origin.timeBase = times.common();
+    for (const std::string& words : {systems.foreign(), times.foreign()}) {
+        if (!words.empty()) {
+            common.foreign.push_back(words);
+        }
     }
     return common;
 }
@@ -168,35 +174,16 @@ void nameUnits(PointAttribute& definition, const std::optional<ReferenceSystem>&
     }
 }
 
-void setOrigin(const qrb::Pointcloud& cloud, const CommonOrigin& common) {
-    qrb::pointcloud::MetaData& metaData = cloud.metaData();
-    const Origin& origin = common.origin;
+void setOrigin(const qrb::Pointcloud& cloud, CommonOrigin& common) {
+    tellForeign(cloud, common);
     setSystem(cloud, common);
-    if (!origin.project.empty() || !origin.comments.empty()) {
-        JsonText info;
-        info.beginObject();
-        for (const auto& [name, text] :
-             {std::pair{"project", origin.project}, {"comments", origin.comments}}) {
-            if (!text.empty()) {
-                info.member(name, text);
-            }
-        }
-        info.member("field_of_application", "unknown");
-        info.endObject();
-        setIfMissing(metaData, "tarvo.pointcloud_info", info);
-    }
-    if (!origin.epoch.empty() && !origin.timescale.empty()) {
-        JsonText base;
-        base.beginObject();
-        base.member("epoch", origin.epoch);
-        base.member("timescale", origin.timescale);
-        base.member("source", "unknown");
-        base.endObject();
-        setIfMissing(metaData, "tarvo.time_base", base);
-    }
+    setTimeBase(cloud, common);
+    setInfo(cloud.metaData(), common.origin);
 }
 
-void addOrigin(const qrb::Pointcloud& cloud, const CommonOrigin& common) {
+void addOrigin(const qrb::Pointcloud& cloud, CommonOrigin& common) {
+    tellForeign(cloud, common);
+    setTimeBase(cloud, common);
     if (!setSystem(cloud, common) || !cloud.pointAttributes().exists("tarvo.xyz")) {
         return;
     }
@@ -212,4 +199,4 @@ void addOrigin(const qrb::Pointcloud& cloud, const CommonOrigin& common) {
     }
 }
 
-}  // namespace tarvo::cli
+}  // namespace tarvo::exchange

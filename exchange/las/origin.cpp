@@ -48,9 +48,9 @@ Origin originOf(const Header& header, const std::vector<Record>& records) {
         }
     }
     if (hasTime(header.pointFormat)) {
-        origin.timescale = "GPS";
         // The other choice is seconds of a week that the header doesn't tell.
-        origin.epoch = header.globalEncoding & standardTime ? "2011-09-14T01:46:40Z" : "unknown";
+        const bool isStandard = (header.globalEncoding & standardTime) != 0;
+        origin.timeBase = {isStandard ? "2011-09-14T01:46:40Z" : "unknown", "GPS"};
     }
     return origin;
 }

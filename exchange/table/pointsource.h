@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/referencesystem.h"
+#include "core/timebase.h"
 #include "exchange/table/decimal.h"
 #include "qrb/pointattribute.h"
 
@@ -40,10 +41,9 @@ struct Column {
 // it doesn't tell is empty.
 struct Origin {
     std::optional<core::ReferenceSystem> system;
-    std::string project;    // "tarvo.pointcloud_info"
-    std::string comments;   // the same
-    std::string epoch;      // "tarvo.time_base"
-    std::string timescale;  // the same
+    std::string project;   // "tarvo.pointcloud_info"
+    std::string comments;  // the same
+    std::optional<core::TimeBase> timeBase;
 };
 
 // Points of one batch.

@@ -171,6 +171,45 @@ TEST_F(Crs, WhatIsNotUnderstoodIsSaidKeptAndNotMixed) {
     expect(0, "import --append " + feet("g.las", 9002, 9001) + " " + file);
 }
 
+TEST_F(Crs, TimesOfDifferentBasesAreNotMixedUnlessAsked) {
+    LasBuilder builder(2, 1);  // seconds of a week that it doesn't tell
+    builder.addPoint(1, 2, 3);
+    const std::string week = folder.write("week.las", builder.build());
+    const std::string standard = las("a.las", "");
+    const std::string timeless = keyed("none.las", {});
+    const std::string both =
+        "\"GPS time since 2011-09-14T01:46:40Z\" and \"GPS time of an unknown epoch\"";
+    const auto epoch = [&] {
+        const rapidjson::Document item = parsed("metadata " + file + " get tarvo.time_base");
+        return std::string(item["epoch"].GetString());
+    };
+    expect(1, "import " + standard + " " + week + " " + file,
+           {"The time bases of \"a.las\" and \"week.las\" differ: " + both,
+            "--leave-out tarvo.timestamp", "--crs-as-is"});
+    EXPECT_EQ(expect(0, "import " + timeless + " " + standard + " " + file).output, "");
+    EXPECT_EQ(epoch(), "2011-09-14T01:46:40Z") << "whoever has no times";
+    expect(1, "import --append " + week + " " + file, {"the database and \"week.las\" differ"});
+    expect(0, "import --append --leave-out tarvo.timestamp " + week + " " + file);
+    expect(0, "import --append " + timeless + " " + standard + " " + file);
+    expect(0, "import --append --crs-as-is " + week + " " + file);
+    expect(0, "changelog " + file,
+           {"Times were taken as they are into \"GPS time since 2011-09-14T01:46:40Z\" from files "
+            "in other time bases: \"week.las\" (GPS time of an unknown epoch)."});
+    // A database learns it from the first file that has times.
+    expect(0, "import --overwrite " + timeless + " " + file);
+    expect(0, "import --append --only-known " + week + " " + file);
+    expect(0, "import --append " + standard + " " + file);
+    EXPECT_EQ(epoch(), "2011-09-14T01:46:40Z");
+    expect(1, "import --append " + week + " " + file, {"differ"});
+    const std::string table = folder.write("t.csv", "x,y,z,tarvo.timestamp\n0.01,0.02,0.03,7\n");
+    expect(0, "import --append " + table + " " + file, {"No time base is told by \"t.csv\""});
+    expect(0, "import --overwrite " + table + " " + file);
+    expect(0, "metadata " + file + R"( set tarvo.time_base '{"epoch":"unknown","source":"RTC"}')");
+    expect(0, "import --append " + standard + " " + file, {"No time base is told by the database"});
+    EXPECT_EQ(epoch(), "2011-09-14T01:46:40Z");
+    expect(0, "metadata " + file + " validate tarvo.time_base");
+}
+
 TEST_F(Crs, AFileWithoutASystemIsTakenAsInTheSame) {
     const std::string table = folder.write("t.csv", "x,y,z\n0.01,0.02,0.03\n");
     const std::string note = "No coordinate reference system is told by ";
