@@ -21,6 +21,7 @@ constexpr const char* lookGroup = "Look at databases";
 constexpr const char* pointsGroup = "Points";
 constexpr const char* contentsGroup = "What goes with the points";
 constexpr const char* historyGroup = "History and upkeep";
+constexpr const char* pluginGroup = "Plugins";
 
 constexpr CommandEntry entries[] = {
     {addSampleCommand, makeGroup, false},
@@ -43,6 +44,7 @@ constexpr CommandEntry entries[] = {
     {addChangelogCommand, historyGroup, true},
     {addFinalizeCommand, historyGroup, false},
     {addVacuumCommand, historyGroup, false},
+    {addPluginCommand, pluginGroup, false},
 };
 
 }  // namespace

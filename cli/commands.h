@@ -59,5 +59,7 @@ void addTransactionsCommand(CLI::App& app, Invocation& invocation);
 void addChangelogCommand(CLI::App& app, Invocation& invocation);
 void addFinalizeCommand(CLI::App& app, Invocation& invocation);
 void addVacuumCommand(CLI::App& app, Invocation& invocation);
+// Scripts.
+void addPluginCommand(CLI::App& app, Invocation& invocation);
 
 }  // namespace tarvo::cli

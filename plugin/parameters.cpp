@@ -167,6 +167,9 @@ std::string absoluteName(const std::string& name) {
 
 void writeArgument(Writer& writer, const Parameter& parameter, const Json& value) {
     switch (parameter.type) {
+        case ParameterType::NUMBER:
+            writer.Double(value.GetDouble());
+            break;
         case ParameterType::NODES:
             writer.StartArray();
             for (const std::uint32_t node : core::parseNodeList(core::jsonStringValue(value)))

@@ -11,12 +11,16 @@ import os
 import signal
 import sys
 import threading
+import time
 import traceback
 
 sys.path[0] = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 
 import qrb  # noqa: E402
 from runner.report import Channel, Report  # noqa: E402
+
+
+_LEAVE_SECONDS = 5
 
 
 class Cancelled(BaseException):
@@ -59,6 +63,10 @@ class Wish:
                 signal.pthread_kill(threading.main_thread().ident, signal.SIGINT)
             else:
                 signal.raise_signal(signal.SIGINT)
+            if not orders.readline():
+                # The program has gone: nobody else ends a plugin that does not listen.
+                time.sleep(_LEAVE_SECONDS)
+                os._exit(1)
 
         threading.Thread(target=wait, daemon=True).start()
 
@@ -107,18 +115,18 @@ def work(order, report, wish):
         return transaction.id
 
 
-def failure(error):
-    """What to tell of an exception: a line, and where it happened in the plugin's own words."""
+def failure(error, folder):
+    """What to tell of an exception: a line, and where in the plugin's own files it happened."""
     text = str(error).strip() or type(error).__name__
-    if not isinstance(error, qrb.Error):
-        text = f"{type(error).__name__}: {text}" if str(error) else text
+    if str(error) and not isinstance(error, qrb.Error):
+        text = f"{type(error).__name__}: {text}"
     first, _, rest = text.partition("\n")
-    details = [rest] if rest else []
-    details += [getattr(error, "details", "") or ""]
-    frames = traceback.extract_tb(error.__traceback__)
-    own = [frame for frame in frames if frame.filename != __file__]
-    details += traceback.format_list(own)
-    return {"text": first, "details": "".join(f"{part.rstrip()}\n" for part in details if part)}
+    details = [rest, getattr(error, "details", "") or ""]
+    for frame in traceback.extract_tb(error.__traceback__):
+        if frame.filename.startswith(folder):
+            name = os.path.relpath(frame.filename, folder)
+            details.append(f"{name}, line {frame.lineno}, in {frame.name}: {frame.line}")
+    return {"text": first, "details": "\n".join(part for part in details if part)}
 
 
 def main():
@@ -137,7 +145,7 @@ def main():
         if wish.is_told:
             channel.send(type="cancelled")
         else:
-            channel.send(type="failed", **failure(error))
+            channel.send(type="failed", **failure(error, os.path.dirname(order["script"])))
     sys.stdout.flush()
     sys.stderr.flush()
     # At once: threads that the plugin has started hold nothing up.

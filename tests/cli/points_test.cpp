@@ -249,6 +249,10 @@ TEST_F(Admin, TheIndexAgreesWithThePoints) {
     expectSuccess("lod " + file + " set --mode thinout --size 10",
                   "Mode          thinout\nSize          10 % of the points\n");
     EXPECT_EQ(json("lod " + file + " --json")["size"].GetUint(), 10u);
+    // What is not told stays; in the other mode 10 would be too much.
+    expectSuccess("lod " + file + " set --mode thinout",
+                  "Mode          thinout\nSize          10 % of the points\n");
+    expectSuccess("lod " + file + " set --size 10");
     EXPECT_STREQ(json("transactions " + file + " show --json")["settings"].GetString(),
                  "{\"lodMode\":1,\"chunkSizeLOD\":10}");
     const auto lodPoints = [&] {

@@ -1,0 +1,274 @@
+// qrbtool plugin: lists, describes and runs plugins.
+
+#include "cli/commands.h"
+#include "cli/errors.h"
+#include "cli/json.h"
+#include "cli/output.h"
+#include "cli/pluginanswer.h"
+#include "cli/terminal.h"
+#include "cli/text.h"
+#include "cli/texttable.h"
+#include "plugin/interpreter.h"
+#include "plugin/package.h"
+#include "plugin/parameters.h"
+#include "plugin/run.h"
+#include "plugin/trust.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <filesystem>
+#include <memory>
+#include <utility>
+
+namespace tarvo::cli {
+
+namespace {
+
+using plugin::Found;
+using plugin::Manifest;
+using plugin::Parameter;
+
+struct PluginOptions {
+    std::string folder;  // empty: the one beside the program
+    std::string python = plugin::defaultPythonPath;
+    bool json = false;
+    std::string name;
+    std::string file;
+    std::vector<std::string> set;
+    std::string results;
+    bool trust = false;
+};
+
+std::string folderOf(const PluginOptions& options) {
+    return options.folder.empty() ? plugin::pluginFolder("plugins") : options.folder;
+}
+
+// A name, or the place of a plugin where there is a slash in it.
+plugin::Package packageOf(const PluginOptions& options) {
+    if (options.name.find('/') != std::string::npos) {
+        return plugin::readPackage(options.name);
+    }
+    const std::string folder = folderOf(options);
+    for (const Found& found : plugin::findPlugins(folder)) {
+        if (found.manifest && found.manifest->name == options.name) {
+            return plugin::readPackage(found.place);
+        }
+    }
+    throw Failure("There is no plugin \"" + options.name + "\" in \"" + folder + "\".",
+                  "\"qrbtool plugin list\" lists them; --plugins names another folder.");
+}
+
+void writeManifest(JsonText& json, const Manifest& manifest, const std::string& place) {
+    json.beginObject();
+    json.member("name", manifest.name);
+    json.member("title", manifest.title);
+    json.member("version", manifest.version);
+    json.member("description", manifest.description);
+    json.member("writes", manifest.writes);
+    json.member("place", place);
+    json.key("parameters");
+    json.beginArray();
+    for (const Parameter& parameter : manifest.parameters) {
+        json.beginObject();
+        json.member("name", parameter.name);
+        json.member("title", parameter.title);
+        json.member("description", parameter.description);
+        json.member("type", plugin::wordOf(parameter.type));
+        json.key("default");
+        json.raw(parameter.defaultValue.value_or("null"));
+        json.endObject();
+    }
+    json.endArray();
+    json.endObject();
+}
+
+void listPlugins(const PluginOptions& options) {
+    const std::string folder = folderOf(options);
+    JsonText json;
+    json.beginArray();
+    TextTable table({{"Name"}, {"Version"}, {"Writes"}, {"Title"}});
+    for (const Found& found : plugin::findPlugins(folder)) {
+        if (!found.manifest) {
+            note("\"" + printable(found.place) + "\" is left out: " + printable(found.problem));
+            continue;
+        }
+        const Manifest& manifest = *found.manifest;
+        writeManifest(json, manifest, found.place);
+        table.add({manifest.name, printable(manifest.version), manifest.writes ? "yes" : "no",
+                   printable(manifest.title)});
+    }
+    json.endArray();
+    print(options.json ? json.text() : table.text());
+}
+
+// "0 to 10 m, default 1", and the choices.
+std::string described(const Parameter& parameter) {
+    std::string text = plugin::wordOf(parameter.type);
+    if (!parameter.unit.empty()) {
+        text += " in " + parameter.unit;
+    }
+    if (parameter.defaultValue) {
+        text += ", default " + *parameter.defaultValue;
+    }
+    for (const plugin::Choice& choice : parameter.choices) {
+        text += "\n" + choice.value + (choice.title == choice.value ? "" : ": " + choice.title);
+    }
+    if (!parameter.description.empty()) {
+        text += "\n" + parameter.description;
+    }
+    return text;
+}
+
+void describePlugin(const PluginOptions& options) {
+    const plugin::Package package = packageOf(options);
+    const Manifest& manifest = package.manifest;
+    if (options.json) {
+        JsonText json;
+        writeManifest(json, manifest, package.place);
+        print(json.text());
+        return;
+    }
+    std::string text = labelled("Name", manifest.name) + labelled("Title", manifest.title) +
+                       labelled("Version", manifest.version) +
+                       labelled("Description", manifest.description) +
+                       labelled("Writes", manifest.writes ? "yes, in one transaction" : "no") +
+                       labelled("Place", package.place) + "\n";
+    for (const Parameter& parameter : manifest.parameters) {
+        text += labelled(parameter.name, described(parameter));
+    }
+    print(printable(text));
+}
+
+plugin::Values valuesOf(const Manifest& manifest, const std::vector<std::string>& set) {
+    plugin::Values values;
+    for (const std::string& text : set) {
+        const std::size_t equals = text.find('=');
+        const std::string name = text.substr(0, equals);
+        const auto parameter =
+            std::find_if(manifest.parameters.begin(), manifest.parameters.end(),
+                         [&name](const Parameter& one) { return one.name == name; });
+        if (equals == std::string::npos || parameter == manifest.parameters.end()) {
+            throw UsageError("--set \"" + text + "\" gives no parameter of the plugin a value.",
+                             "It is written NAME=VALUE; \"qrbtool plugin describe " +
+                                 manifest.name + "\" lists the parameters.");
+        }
+        if (!values.emplace(name, plugin::valueFromText(*parameter, text.substr(equals + 1)))
+                 .second) {
+            throw UsageError("The parameter \"" + name + "\" is given twice.");
+        }
+    }
+    return values;
+}
+
+// Whether it may run: what somebody has agreed to, or agrees to now.
+void requireTrust(const plugin::Package& package, bool giveTrust) {
+    plugin::TrustedPlugins trusted;
+    const plugin::Trust trust = trusted.trustIn(package);
+    if (trust == plugin::Trust::GIVEN) {
+        return;
+    }
+    if (!giveTrust) {
+        throw Failure(trust == plugin::Trust::CHANGED
+                          ? "The plugin has changed since it was trusted."
+                          : "The plugin was never run by you.",
+                      "It is the program \"" + package.place +
+                          "\", which can do all that you can. Look at it, and give --trust to "
+                          "run it from now on.");
+    }
+    trusted.give(package);
+}
+
+void runPlugin(const qrb::Context& context, const PluginOptions& options) {
+    const plugin::Package package = packageOf(options);
+    plugin::Request request;
+    request.package = &package;
+    try {
+        request.arguments =
+            plugin::argumentsOf(package.manifest, valuesOf(package.manifest, options.set));
+    } catch (const UsageError&) {
+        throw;
+    } catch (const Failure& failure) {
+        throw UsageError(failure.what(), failure.details());
+    }
+    requireTrust(package, options.trust);
+    request.interpreter = plugin::findInterpreter(options.python);
+    request.scripts = embeddedScripts();
+    request.library = context.libraryFilename();
+    request.database = std::filesystem::absolute(options.file).string();
+    request.agent = agentText();
+    PluginAnswer answer(package.manifest.title, options.results);
+    const plugin::Outcome outcome = plugin::run(request, answer);
+    answer.finish();
+    switch (outcome.end) {
+        case plugin::Outcome::End::CANCELLED:
+            checkInterrupted();
+            throw Failure("The plugin was cancelled.");
+        case plugin::Outcome::End::FAILED:
+            throw Failure(outcome.text, outcome.details);
+        case plugin::Outcome::End::DONE:
+            if (outcome.transaction != 0) {
+                print("Transaction " + std::to_string(outcome.transaction) + " is committed.\n");
+            }
+    }
+}
+
+}  // namespace
+
+void addPluginCommand(CLI::App& app, Invocation& invocation) {
+    const auto options = std::make_shared<PluginOptions>();
+    CLI::App* const command = app.add_subcommand("plugin", "List, describe and run plugins");
+    command->require_subcommand(1);
+    const auto add = [&](const char* name, const char* description, auto work) {
+        CLI::App* const action = command->add_subcommand(name, description);
+        action
+            ->add_option("--plugins", options->folder,
+                         "Folder of plugins (default: \"plugins\" beside the program)")
+            ->type_name("FOLDER");
+        action->callback([options, work, &invocation] {
+            invocation.run = [options, work](const qrb::Context& context) {
+                work(context, *options);
+            };
+        });
+        return action;
+    };
+    CLI::App* const list =
+        add("list", "List them",
+            [](const qrb::Context&, const PluginOptions& given) { listPlugins(given); });
+    list->add_flag("--json", options->json, "Write JSON, for programs");
+    CLI::App* const describe =
+        add("describe", "Tell what one does, and its parameters",
+            [](const qrb::Context&, const PluginOptions& given) { describePlugin(given); });
+    describe->add_flag("--json", options->json, "Write JSON, for programs");
+    CLI::App* const run = add("run", "Run one on a database", runPlugin);
+    for (CLI::App* const action : {describe, run}) {
+        action
+            ->add_option("name", options->name, "Its name, or its folder or script (with a slash)")
+            ->type_name("NAME")
+            ->required();
+    }
+    run->add_option("file", options->file, "The database")->type_name("FILE")->required();
+    run->add_option("--set", options->set, "The value of a parameter, NAME=VALUE")
+        ->type_name("NAME=VALUE")
+        ->allow_extra_args(false);
+    run->add_option("--results", options->results,
+                    "Folder for pictures, tables (CSV) and HTML; without it texts and tables are "
+                    "written to standard output, the rest is left out")
+        ->type_name("FOLDER");
+    run->add_flag("--trust", options->trust, "Agree to run it, now and later");
+    run->add_option("--python", options->python, "The Python to run it with (default: python3)")
+        ->type_name("PROGRAM");
+    command->footer(
+        "A plugin is a Python script with a description of its parameters. It runs in a process "
+        "of\n"
+        "its own and may do all that you may; it is run only after it was given --trust, and "
+        "again\n"
+        "when it has changed. What it prints goes to standard error.\n"
+        "\n"
+        "Examples:\n"
+        "  qrbtool plugin list\n"
+        "  qrbtool plugin describe ground-grid\n"
+        "  qrbtool plugin run ground-grid flight.qrbx --set cell=2 --results grid --trust");
+}
+
+}  // namespace tarvo::cli
