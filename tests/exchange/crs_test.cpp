@@ -72,7 +72,7 @@ TEST(Crs, WellKnownTextsTellUnitsCodesAndNames) {
         {R"(COMPD_CS["Both",)" + projected1(metre, "") + "," + vertical1(metre) +
              R"(,AUTHORITY["EPSG","5555"]])",
          "Both|EPSG:5555|m|m"},
-        {R"(COMPD_CS["Both",)" + projected1(metre, R"(,AUTHORITY["ESRI","102100"])") + "," +
+        {R"(COMPD_CS["Both",)" + projected1(metre, R"(,AUTHORITY["LOCAL","102100"])") + "," +
              vertical1(metre) + "]",
          "Both|ESRI:102100+EPSG:7837|m|m"},
         {projected1(metre, "") + ",\n" + R"(VERTCS["NAVD88",VDATUM["V"],UNIT["Foot",0.3048]])",
@@ -249,6 +249,13 @@ TEST(Crs, TheSameSystemIsKnownByCodeElseByTextElseByKeys) {
     EXPECT_FALSE(isSame(byCode, keys({{1024, 1}, {3072, 25833}, {3076, 9001}})));
     EXPECT_FALSE(isSame(byCode, keys({{1024, 1}, {3072, 25832}, {4096, 7837}})));
     EXPECT_FALSE(isSame(byCode, text(projected1(metre, ""))));
+    // Codes of other registers have no number that could be compared.
+    const auto foreign = [&](const std::string& code) {
+        return text(projected1(metre, R"(,AUTHORITY["LOCAL",")" + code + R"("])"));
+    };
+    EXPECT_TRUE(isSame(foreign("102100"), foreign("102100")));
+    EXPECT_FALSE(isSame(foreign("102100"), foreign("102101")));
+    EXPECT_FALSE(isSame(foreign("102100"), byCode));
 
     const std::string own = projected1(metre, "");
     std::string other = own;  // by a writer of other habits

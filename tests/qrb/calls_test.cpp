@@ -66,6 +66,40 @@ protected:
     qrb_pointcloud* cloud = nullptr;
 };
 
+TEST_F(Calls, RefusedSettingsLeaveTheRecordsAsTheyWere) {
+    qrb_create_settings* settings = nullptr;
+    ASSERT_EQ(t.qrb_pointcloud_create_settings_new(c, &settings), QRB_SUCCESS);
+    const auto saved = [&] {
+        const char* json = nullptr;
+        EXPECT_EQ(t.qrb_pointcloud_create_settings_json_save(c, settings, &json), QRB_SUCCESS);
+        return std::string(json);
+    };
+    const std::string before = saved();
+    const char* const wrong[] = {
+        R"({"primary_attribute": {"name": "other"}, "chunk_size": 7, "point_insert_mode": 5})",
+        R"({"primary_attribute": {"name": "other", "length": "x"}, "chunk_size": 7})",
+        R"({"chunk_mode": 2, "lod_mode": 2, "cache_size": -1})",
+    };
+    for (const char* const json : wrong) {
+        EXPECT_NE(told(t.qrb_pointcloud_create_settings_json_load(c, settings, json)), "done");
+        EXPECT_EQ(saved(), before) << json;
+        EXPECT_NE(told(t.qrb_pointcloud_create_settings_json_load_cf(settings, json)), "done");
+        EXPECT_EQ(saved(), before) << json;
+    }
+    qrb_point_attribute* record = nullptr;
+    ASSERT_EQ(t.qrb_pointcloud_point_attribute_new(c, &record), QRB_SUCCESS);
+    const char* json = nullptr;
+    ASSERT_EQ(t.qrb_pointcloud_point_attribute_json_save(c, record, &json), QRB_SUCCESS);
+    const std::string kept = json;
+    EXPECT_NE(told(t.qrb_pointcloud_point_attribute_json_load(
+                  c, record, R"({"name": "other", "length": 3, "unit_symbol": 5})")),
+              "done");
+    ASSERT_EQ(t.qrb_pointcloud_point_attribute_json_save(c, record, &json), QRB_SUCCESS);
+    EXPECT_EQ(json, kept);
+    EXPECT_EQ(t.qrb_pointcloud_point_attribute_delete(c, record), QRB_SUCCESS);
+    EXPECT_EQ(t.qrb_pointcloud_create_settings_delete(c, settings), QRB_SUCCESS);
+}
+
 TEST_F(Calls, NameTheArgumentThatIsMissingOrOfAnotherKind) {
     std::uint32_t id = 0;
     std::uint64_t bytes = 0;

@@ -137,6 +137,22 @@ TEST_F(Checks, AClosedQueryDoesNothing) {
     insert.close();
 }
 
+TEST_F(Checks, FindingsOfALibraryWithoutRecordsAreTheLinesOfItsError) {
+    const qrb::Pointcloud cloud{qrb::Context("TRACE", "")};
+    const auto lines = [&](const char* text, const char* details) {
+        state->errorCode = QRB_ERROR_VALIDATION;
+        state->errorText = text;
+        state->errorDetails = details;
+        std::string found;
+        for (const auto& finding : cloud.management().findings("schema", true).list)
+            found += finding.line + "|";
+        return found;
+    };
+    EXPECT_EQ(lines("2 problems", "first\nsecond"), "first|second|");
+    EXPECT_EQ(lines("first\nsecond", ""), "first|second|");
+    EXPECT_EQ(lines("only", nullptr), "only|");
+}
+
 TEST_F(Checks, WhatAProgressFunctionThrowsStopsTheWorkAndArrivesUnchanged) {
     const qrb::Pointcloud cloud{qrb::Context("TRACE", "")};
     state->callProgress = 5;

@@ -62,6 +62,17 @@ qrb_status qrb_library_name(qrb_context* context, const char** text) {
     return s_state.status;
 }
 
+/* Knows no form of a report. */
+qrb_status qrb_pointcloud_inspect(qrb_context* context, qrb_pointcloud* pointcloud, uint8_t format,
+                                  const char** text) {
+    (void)context;
+    (void)pointcloud;
+    (void)format;
+    *text = NULL;
+    s_state.errorCode = QRB_ERROR_ARGUMENT;
+    return 0;
+}
+
 qrb_result* qrb_result_get_error_code_cf(const qrb_result* result, int32_t* code) {
     (void)result;
     if (s_state.failReadingError) {
