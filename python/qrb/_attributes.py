@@ -38,7 +38,7 @@ class Catalogue(Mapping[str, Attribute]):
         record = Record(self._handle.library, "point_attribute")
         try:
             self._handle.call(
-                "point_attributes_get_default", encoded(name, "The name"), record.handle
+                "point_attributes_get_default", encoded(name, "The name"), record
             )
         except Error as error:
             if error.code == ErrorCode.NOT_FOUND:
@@ -130,7 +130,7 @@ class Attributes(Mapping[str, Attribute]):
                 handles,
                 number,
                 encoded(name, "The name"),
-                record.handle,
+                record,
             )
         return Attribute.of_record(record)
 
@@ -168,7 +168,7 @@ class PendingAttributes(Attributes, MutableMapping[str, Attribute]):
         """Adds a definition, or by its name one of the catalogue; points read its default value."""
         if isinstance(attribute, Attribute):
             record = attribute.record(self._handle.library)
-            self._handle.call("point_attributes_add", record.handle)
+            self._handle.call("point_attributes_add", record)
         else:
             self._handle.call("point_attributes_add_default", encoded(attribute, "The attribute"))
 
@@ -181,7 +181,7 @@ class PendingAttributes(Attributes, MutableMapping[str, Attribute]):
             self.add(attribute)
         else:
             record = attribute.record(self._handle.library)
-            self._handle.call("point_attributes_put", record.handle)
+            self._handle.call("point_attributes_put", record)
 
     def __delitem__(self, name: str) -> None:
         """Removes a definition and all its values."""

@@ -233,7 +233,7 @@ def _array_of(numbers: Any, what: str) -> "array.array[Any]":
             return array.array(character, exact)
         except OverflowError:
             pass
-    raise ValueError(f"{what}: whole numbers that need more than 64 bits can't be stored.")
+    raise ValueError(f"{what}: no type of 64 bits holds all these whole numbers.")
 
 
 class Column:

@@ -107,8 +107,9 @@ class Database:
         node: only points in this index node's leaves and below; 0: all.
         nodes: only points stored in these index nodes themselves; in inner ones these are the
             points of the level of detail.
-        types: data types by name, as DataType or what numpy.dtype takes; the others are of the type
-            that holds every value of their attribute.
+        types: data types by name, as DataType or what numpy.dtype takes (without NumPy a character
+            of the module struct). The others are whole numbers of the type that holds every value
+            of their attribute, or doubles.
         """
         return Selection(self._handle, filter, attributes, batch, node, nodes, types)
 
@@ -220,7 +221,7 @@ def open(  # noqa: A001 - the module is used by its name
     name = encoded_path(path)
     handle = Handle(load(library), log_level, os.fsdecode(log_path), authentication)
     settings = OpenSettings(cache_size).record(handle.library)
-    handle.call("open", name, settings.handle)
+    handle.call("open", name, settings)
     return Database(handle, os.fsdecode(path))
 
 
@@ -251,17 +252,17 @@ def create(
     if primary is not None:
         if isinstance(primary, str):
             primary = database.attributes.catalogue[primary]
-        record.set("primary_attribute", primary.record(handle.library).handle)
+        record.set("primary_attribute", primary.record(handle.library))
     added: List[Union[Attribute, str]] = []
     if isinstance(attributes, (str, Attribute)):
         added.append(attributes)
     else:
         added.extend(attributes)
     if schema is None:
-        handle.call("create", name, record.handle)
+        handle.call("create", name, record)
     else:
         text = schema_text(schema, "The schema")
-        handle.call("create_with_schema", name, record.handle, text, int(bool(optionals)))
+        handle.call("create_with_schema", name, record, text, int(bool(optionals)))
     if added:
         try:
             with database.transaction("Add point attributes") as transaction:

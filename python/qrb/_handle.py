@@ -57,7 +57,7 @@ class Handle:
 
     def attribute_record(self, name: str) -> Record:
         record = Record(self.library, "point_attribute")
-        self.call("point_attributes_get", encoded(name, "The name"), record.handle)
+        self.call("point_attributes_get", encoded(name, "The name"), record)
         return record
 
     def attribute_of(self, descriptor: str) -> Tuple[Record, int]:
@@ -78,6 +78,8 @@ class Handle:
         return record, 1 if element.value >= 0 else record.number("length_u32", ctypes.c_uint32)
 
     def natural_type(self, record: Record) -> DataType:
-        """The type that holds every value of an attribute; DOUBLE where the library names none."""
+        """The type in which the values of an attribute are read: the one that the library derives,
+        or DOUBLE for what it derives SINGLE for, which tells neighbours apart but loses digits."""
         data_type = record.data_type()
-        return DataType.DOUBLE if data_type == DataType.NONE else data_type
+        lossy = data_type in (DataType.NONE, DataType.SINGLE)
+        return DataType.DOUBLE if lossy else data_type

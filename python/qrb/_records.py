@@ -54,34 +54,36 @@ class Record:
     def __init__(self, library: Library, kind: str) -> None:
         self.library = library
         self._prefix = f"qrb_pointcloud_{kind}"
-        self.handle = ctypes.POINTER(getattr(_prototypes, f"qrb_{kind}"))()
-        library.free_call(f"{self._prefix}_new_cf", ctypes.byref(self.handle))
+        handle = ctypes.POINTER(getattr(_prototypes, f"qrb_{kind}"))()
+        library.free_call(f"{self._prefix}_new_cf", ctypes.byref(handle))
+        # Calls take the record itself as an argument, which keeps it until they are over.
+        self._as_parameter_ = handle
         delete = getattr(library, f"{self._prefix}_delete_cf")
-        weakref.finalize(self, delete, self.handle).atexit = False
+        weakref.finalize(self, delete, handle).atexit = False
 
     def number(self, field: str, kind: Any) -> Any:
         number = kind()
-        self.library.free_call(f"{self._prefix}_get_{field}_cf", self.handle, ctypes.byref(number))
+        self.library.free_call(f"{self._prefix}_get_{field}_cf", self, ctypes.byref(number))
         return number.value
 
     def text(self, field: str) -> str:
-        return self.library.owned_text(f"{self._prefix}_get_{field}_cf", self.handle)
+        return self.library.owned_text(f"{self._prefix}_get_{field}_cf", self)
 
     def attribute(self, field: str, record: "Record") -> None:
-        self.library.free_call(f"{self._prefix}_get_{field}_cf", self.handle, record.handle)
+        self.library.free_call(f"{self._prefix}_get_{field}_cf", self, record)
 
     def set(self, field: str, value: Any) -> None:
-        self.library.free_call(f"{self._prefix}_set_{field}_cf", self.handle, value)
+        self.library.free_call(f"{self._prefix}_set_{field}_cf", self, value)
 
     def load_json(self, json: str) -> None:
-        self.library.free_call(f"{self._prefix}_json_load_cf", self.handle, encoded(json, "json"))
+        self.library.free_call(f"{self._prefix}_json_load_cf", self, encoded(json, "json"))
 
     def save_json(self) -> str:
-        return self.library.owned_text(f"{self._prefix}_json_save_cf", self.handle)
+        return self.library.owned_text(f"{self._prefix}_json_save_cf", self)
 
     def data_type(self) -> DataType:
         number = ctypes.c_uint32()
-        self.library.free_call(f"{self._prefix}_data_type_cf", self.handle, ctypes.byref(number))
+        self.library.free_call(f"{self._prefix}_data_type_cf", self, ctypes.byref(number))
         return DataType(number.value)
 
 
@@ -109,7 +111,7 @@ class _Field:
         if self.kind is str:
             value = encoded(value, self.name)
         elif self.kind is Attribute:
-            value = value.record(record.library).handle
+            value = value.record(record.library)
         elif self.kind is bool:
             value = int(bool(value))
         elif self.kind is ctypes.c_double:

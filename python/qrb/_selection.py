@@ -111,7 +111,7 @@ class Selection:
     """Points of a database, batch by batch: an iterator that can be used once.
 
     It reads the state that the database had when it was made, or its pending transaction. Closing
-    the database ends it. Iterate on one thread at a time; others wait.
+    the database ends it. Threads may share it: each batch goes to one.
     """
 
     def __init__(
@@ -124,6 +124,7 @@ class Selection:
         nodes: Optional[Iterable[int]],
         types: Optional[Mapping[str, Any]],
     ) -> None:
+        self._context = handle.context
         self._batch = whole(batch, "batch", 32, 1)
         chosen = dict(types or {})
         listed: List[str]
@@ -157,20 +158,19 @@ class Selection:
         return self
 
     def __next__(self) -> Batch:
-        if self._is_read:
-            raise StopIteration
-        query = self._query
-        if query is None:
-            raise Error(ErrorCode.STATE, "The selection is closed.")
-        with query.handle.context:
-            outputs = self._bound(query)
-            processed = query.next(self._batch)
-            if processed > 0:
-                columns = {name: output.copy(processed) for name, output in outputs.items()}
-                return Batch(processed, columns)
-        self._is_read = True
-        self.close()
-        raise StopIteration
+        with self._context:
+            if self._is_read:
+                raise StopIteration
+            if self._query is None:
+                raise Error(ErrorCode.STATE, "The selection is closed.")
+            outputs = self._bound(self._query)
+            processed = self._query.next(self._batch)
+            if processed == 0:
+                self._is_read = True
+                self.close()
+                raise StopIteration
+            columns = {name: output.copy(processed) for name, output in outputs.items()}
+        return Batch(processed, columns)
 
     def read(self) -> Batch:
         """All points that are left, in one batch."""
@@ -197,14 +197,15 @@ class Selection:
     @property
     def progress(self) -> float:
         """The part of the work that is done, 0.0 to 1.0."""
-        query = self._query
-        return 1.0 if query is None else query.progress()
+        with self._context:
+            return 1.0 if self._query is None else self._query.progress()
 
     def close(self) -> None:
         """Ends the query; nothing more comes. Batches stay."""
-        query, self._query, self._outputs = self._query, None, None
-        if query is not None:
-            query.close()
+        with self._context:
+            query, self._query, self._outputs = self._query, None, None
+            if query is not None:
+                query.close()
 
     def __enter__(self) -> "Selection":
         return self
