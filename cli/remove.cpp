@@ -43,40 +43,27 @@ std::string removeSettings(const RemoveOptions& options) {
     return json.compact();
 }
 
-// Ids of points are read and the points removed by turns, each time from the begin of those that
-// are left, so that memory does not grow with their number.
+// Ids are read and their points removed by turns, so that memory does not grow with their number.
+// One query tells them all, which goes on reading what it began with: a command such as "find
+// fullest leaf" would find another node among the points that are left.
 RemoveResult removeBySelection(const Database& database, const std::string& filter) {
-    constexpr std::uint32_t batch = 1 << 22;
     const qrb::Pointcloud& cloud = database.cloud();
-    const std::string idName = cloud.pointAttributes().pointIdName();
     ProgressLine progress("Removing from " + database.fileName());
     RemoveResult result;
     std::vector<std::uint64_t> ids(changeBatch);
-    while (true) {
-        auto selection = cloud.select(filter);
-        std::vector<std::uint64_t> selected;
-        selection.bind(idName, DataType::UINT64, ids.data(), 8);
-        while (selected.size() < batch) {
-            const std::uint32_t count = selection.next(changeBatch);
-            if (count == 0) {
-                break;
-            }
-            selected.insert(selected.end(), ids.begin(), ids.begin() + count);
-            progress.update(selection.progress() / 100.0);
-        }
-        selection.close();
-        if (selected.empty()) {
-            return result;
-        }
-        auto removal = cloud.remove();
-        removal.bind(DataType::UINT64, selected.data(), 8);
-        const std::uint32_t removed = removal.next(static_cast<std::uint32_t>(selected.size()));
-        removal.close();
-        if (removed != selected.size()) {
+    auto selection = cloud.select(filter);
+    selection.bind(cloud.pointAttributes().pointIdName(), DataType::UINT64, ids.data(), 8);
+    auto removal = cloud.remove();
+    removal.bind(DataType::UINT64, ids.data(), 8);
+    while (const std::uint32_t count = selection.next(changeBatch)) {
+        if (removal.next(count) != count) {
             throw Failure("The database removed fewer points than it was given.");
         }
-        result.removed += removed;
+        result.removed += count;
+        progress.update(selection.progress() / 100.0);
     }
+    removal.close();
+    return result;
 }
 
 // The largest id of a point; 0 without points.

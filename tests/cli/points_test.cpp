@@ -102,6 +102,15 @@ TEST_F(Admin, RemoveTakesPointsByFilterOrId) {
     expectSuccess(remove + " --ids 1-5", "0 points removed, 5 ids not in the database.\n");
 }
 
+TEST_F(Admin, RemovingAFoundNodeTakesNoFurtherNodes) {
+    ASSERT_EQ(run("sample -n 30000 " + file).code, 0);
+    const std::string found = " --filter 'find fullest leaf'";
+    const int inLeaf = std::stoi(run("select " + file + found + " --count").output);
+    ASSERT_LT(inLeaf, 30000);
+    expectSuccess("remove " + file + found, std::to_string(inLeaf) + " points removed.\n");
+    expectSuccess("select " + file + " --count", std::to_string(30000 - inLeaf) + "\n");
+}
+
 TEST_F(Admin, AnInterruptedChangeLeavesThePointsAsTheyWere) {
     ASSERT_EQ(run("sample -n 1500000 " + file).code, 0);
     const std::string table = folder.file("all.csv");
