@@ -37,9 +37,7 @@ class Catalogue(Mapping[str, Attribute]):
     def __getitem__(self, name: str) -> Attribute:
         record = Record(self._handle.library, "point_attribute")
         try:
-            self._handle.call(
-                "point_attributes_get_default", encoded(name, "The name"), record
-            )
+            self._handle.call("point_attributes_get_default", encoded(name, "The name"), record)
         except Error as error:
             if error.code == ErrorCode.NOT_FOUND:
                 raise KeyError(name) from error

@@ -3,7 +3,7 @@
 from __future__ import annotations
 
 import ctypes
-from typing import Any, Iterable, List, Mapping, Optional
+from typing import Any, List, Mapping
 
 from ._buffers import Column, Output, Value, joined
 from ._handle import Handle
@@ -105,7 +105,7 @@ def fill(handle: Handle, values: Any, filter: str, node: int, nodes: Any) -> int
     with Query(handle, "fill", new) as query:
         for value in given:
             query.bind(value.name, value.data_type, value.buffer, 0)
-        return query.drain()
+        return query.drain(PORTION)
 
 
 def invert(handle: Handle, attribute: str, filter: str, node: int, nodes: Any) -> int:
@@ -113,7 +113,7 @@ def invert(handle: Handle, attribute: str, filter: str, node: int, nodes: Any) -
     new = new_query(handle, "invert", qrb_query_invert, filter, node, nodes)
     with Query(handle, "invert", new) as query:
         query.call("attribute", name)
-        return query.drain()
+        return query.drain(PORTION)
 
 
 def remove_by_ids(handle: Handle, ids: Any) -> int:
@@ -130,18 +130,21 @@ def remove_by_ids(handle: Handle, ids: Any) -> int:
     return removed
 
 
-def remove_selected(handle: Handle, filter: str, node: int, nodes: Optional[Iterable[int]]) -> int:
-    """The ids of what is selected are all read before the first point goes."""
+def remove_selected(handle: Handle, filter: str) -> int:
+    """One query tells all ids while their points go: it goes on reading what it began with."""
     id_name = handle.text("point_attributes_point_id_name")
     id_type = DataType(handle.number(ctypes.c_uint32, "point_attributes_point_id_type"))
-    ids = []
-    new = new_query(handle, "select", qrb_query_select, filter, node, nodes)
-    with Query(handle, "select", new) as query:
-        output = Output(id_type, 1, PORTION)
-        query.bind(id_name, id_type, output.address, output.stride)
-        while True:
-            count = query.next(PORTION)
-            if count == 0:
-                break
-            ids.append(output.copy(count))
-    return sum(remove_by_ids(handle, portion) for portion in ids)
+    output = Output(id_type, 1, PORTION)
+    ids = id_type, output.address, output.stride
+    removed = 0
+    selected = new_query(handle, "select", qrb_query_select, filter, 0, None)
+    with handle.context, Query(handle, "select", selected) as selection:
+        selection.bind(id_name, *ids)
+        new = handle.handle(qrb_query_remove, "query_remove_new")
+        with Query(handle, "remove", new) as query:
+            query.call("bind", *ids)
+            count = selection.next(PORTION)
+            while count > 0:
+                removed += query.next(count)
+                count = selection.next(PORTION)
+    return removed

@@ -65,9 +65,12 @@ class Context:
         self._finalizer = weakref.finalize(self, self._state.delete)
         _contexts.add(self)
         if status != SUCCESS:
-            error = self._last_error()
             self._finalizer()
-            raise error
+            raise Error(
+                ErrorCode.ARGUMENT,
+                f'The library can\'t log "{log_level}" to "{log_path}".',
+                "The level is TRACE, DEBUG, INFO, WARNING, ERROR or OFF; the file must be writable.",
+            )
 
     def __enter__(self) -> "Context":
         state = self._state

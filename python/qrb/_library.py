@@ -105,19 +105,18 @@ def _try(path: str) -> Library:
 
 
 def load(library: Optional[PathLike] = None) -> Library:
-    """The library of this file. Without one: the library that was loaded first, else the one that
-    the environment variable QRB_LIBRARY names, that lies beside the module, or that the platform
-    finds by its name ("qrblib.so", "qrblib.dylib", "qrblib.dll").
+    """The library of this file. Without one (None or empty): the library that was loaded first, else
+    the one that the environment variable QRB_LIBRARY names, that lies beside the module, or that the
+    platform finds by its name ("qrblib.so", "qrblib.dylib", "qrblib.dll").
 
     Libraries stay loaded. Raises Error where none can be loaded.
     """
     global _first
     with _lock:
-        if library is None and _first is not None:
+        name = "" if library is None else os.fsdecode(library)
+        if not name and _first is not None:
             return _first
-        candidates = (
-            _candidates() if library is None else [(os.fsdecode(library), "the argument library")]
-        )
+        candidates = [(name, "the argument library")] if name else _candidates()
         tried = []
         for path, place in candidates:
             try:

@@ -119,18 +119,15 @@ class Transaction:
         ids: Any = None,
         *,
         filter: Optional[str] = None,
-        node: int = 0,
-        nodes: Optional[Iterable[int]] = None,
     ) -> int:
         """Removes the points of these ids, or those that pass a filter ("" for all), and returns how
         many there were."""
         handle = self._checked()
-        by_selection = filter is not None or node != 0 or nodes is not None
-        if (ids is not None) == by_selection:
+        if (ids is None) == (filter is None):
             raise TypeError("Points are told either by ids or by a filter.")
-        if not by_selection:
-            return _changes.remove_by_ids(handle, ids)
-        return _changes.remove_selected(handle, filter or "", node, nodes)
+        if filter is not None:
+            return _changes.remove_selected(handle, filter)
+        return _changes.remove_by_ids(handle, ids)
 
     def set_level_of_detail(
         self, mode: Union[LodMode, int, None] = None, size: Optional[int] = None

@@ -52,11 +52,11 @@ class Query:
         self.call("next", count, ctypes.byref(processed))
         return processed.value
 
-    def drain(self) -> int:
-        """Has all points handled and returns their number."""
+    def drain(self, portion: int) -> int:
+        """Has all points handled, at most so many at a time, and returns their number."""
         total = 0
         while True:
-            processed = self.next(LARGEST_COUNT)
+            processed = self.next(portion)
             if processed == 0:
                 return total
             total += processed
@@ -217,4 +217,4 @@ class Selection:
 def count(handle: Handle, filter: str, node: int, nodes: Optional[Iterable[int]]) -> int:
     query = new_query(handle, "select", qrb_query_select, filter, node, nodes)
     with Query(handle, "select", query) as selected:
-        return selected.drain()
+        return selected.drain(LARGEST_COUNT)

@@ -28,7 +28,10 @@ class LasFile:
 
     def column(self, place, format):
         at = self.start + place
-        values = [struct.unpack_from(f"<{format}", self.bytes, at + i * self.length) for i in range(self.count)]
+        values = [
+            struct.unpack_from(f"<{format}", self.bytes, at + i * self.length)
+            for i in range(self.count)
+        ]
         return [value[0] if len(value) == 1 else list(value) for value in values]
 
     def columns(self):

@@ -10,7 +10,7 @@ import sys
 import unittest
 from unittest import mock
 
-from support import CLASS, POSITION, ROOT, DatabaseTest, qrb
+from support import POSITION, ROOT, DatabaseTest, qrb
 
 from qrb import ErrorCode, _library, _prototypes
 
@@ -30,6 +30,8 @@ class Families(DatabaseTest):
         with qrb.open(os.fsencode(self.path), cache_size=0, log_level="TRACE", log_path=log) as db:
             self.assertTrue(db.is_empty)
         self.assertIn("qrb_pointcloud_is_empty", log.read_text())
+        error = self.assertCode(ErrorCode.ARGUMENT, qrb.open, self.path, log_level="LOUD")
+        self.assertIn("LOUD", error.text)
 
     def test_creation(self):
         path = self.folder / "b.qrbx"
@@ -113,7 +115,9 @@ class Families(DatabaseTest):
         )
         self.assertRaises(KeyError, catalogue.__getitem__, "missing")
         with qrb.create(
-            self.folder / "b.qrbx", primary=POSITION, attributes=[qrb.Attribute("class", 0, 255), "tarvo.class"]
+            self.folder / "b.qrbx",
+            primary=POSITION,
+            attributes=[qrb.Attribute("class", 0, 255), "tarvo.class"],
         ) as other:
             merged = attributes.merged("class", [other.attributes])
             self.assertEqual((merged.minimum, merged.maximum), (0, 255))
@@ -190,8 +194,12 @@ class Families(DatabaseTest):
         self.assertEqual([entry.id for entry in entries], [1, 2, 3])
         self.assertEqual("".join(entry.text for entry in entries), changelog.text())
         self.assertIn("#7] is no header; \u00fc", entries[-1].text)
-        self.assertTrue(changelog.verify(entries[-1].text, KEY) and changelog.verify(entries[-1].text))
-        self.assertFalse(changelog.verify(entries[-1].text, b"x") or changelog.verify(entries[0].text))
+        self.assertTrue(
+            changelog.verify(entries[-1].text, KEY) and changelog.verify(entries[-1].text)
+        )
+        self.assertFalse(
+            changelog.verify(entries[-1].text, b"x") or changelog.verify(entries[0].text)
+        )
         exported = self.folder / "log.txt"
         changelog.export(exported)
         self.assertEqual(exported.read_text("utf-8"), changelog.text())
@@ -209,7 +217,12 @@ class Families(DatabaseTest):
         self.assertEqual(self.db.inspect("check")["points"], 50)
         self.assertRaises((KeyError, ValueError), self.db.inspect, "missing")
         self.assertRaises(ValueError, self.db.inspect, 0)
-        schema = {"identifier": "own", "extension": "own", "attributes": ["tarvo.class"], "metadata": []}
+        schema = {
+            "identifier": "own",
+            "extension": "own",
+            "attributes": ["tarvo.class"],
+            "metadata": [],
+        }
         findings = self.db.validate(schema)
         self.assertIn("tarvo.class", [finding.attribute for finding in findings])
         self.assertGreater(len(self.db.validate(schema, strict=True)), len(findings))
@@ -221,11 +234,12 @@ class Families(DatabaseTest):
         with self.db.transaction("Points") as transaction:
             transaction.set_level_of_detail(qrb.LodMode.COMBINE, 1)
             transaction.update({"class": 2}, ids=ids[:3])
-            transaction.update({"class": 3}, filter="", nodes=[self.db.index("find largest leaf").id])
+            transaction.update(
+                {"class": 3}, filter="", nodes=[self.db.index("find largest leaf").id]
+            )
             transaction.update({"class": 3}, filter="p[0] < 3")
             transaction.invert("flag", filter="")
             transaction.invert("flag", filter="", nodes=[])
-            transaction.remove(filter="", nodes=[])
             transaction.remove(ids[:1])
         transaction = self.db.transaction("Nothing")
         transaction.commit(progress=lambda part: True)
@@ -237,6 +251,7 @@ class Families(DatabaseTest):
             self.assertIsInstance(extreme("class", node=leaf.id), int)
             self.assertIsInstance(extreme("class", invalid=True), int)
         self.assertEqual(self.db.revision("flag"), self.db.transactions.current - 1)
+        self.assertEqual(self.db.count(nodes=[leaf.id]), leaf.own)
         selection = self.db.select()
         next(selection)
         self.assertGreater(selection.progress, 0)
@@ -305,6 +320,7 @@ class Loading(unittest.TestCase):
             self.assertIn("QRB_LIBRARY", caught.exception.details)
             named = qrb.load(self.file)
             self.assertIs(qrb.load(), named)
+            self.assertIs(qrb.load(""), named)
             self.assertRaises(qrb.Error, qrb.load, "/missing/other.so")
         with mock.patch.dict(os.environ, clear=True), mock.patch.object(_library, "_first", None):
             module = os.path.join(os.path.dirname(self.file), "_library.py")

@@ -7,6 +7,7 @@ import sys
 import textwrap
 import threading
 import unittest
+import warnings
 
 from support import ROOT, DatabaseTest, qrb, rows
 
@@ -165,7 +166,9 @@ class Lifetime(DatabaseTest):
         self.insert(10)
         transaction = self.db.transaction("Kept")
         transaction.update({"class": 7}, filter="")
-        child = os.fork()
+        with warnings.catch_warnings():
+            warnings.simplefilter("ignore", DeprecationWarning)  # of threads, which the library has
+            child = os.fork()
         if child == 0:
             try:
                 self.assertCode(ErrorCode.STATE, self.db.count)

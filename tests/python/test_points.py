@@ -35,7 +35,9 @@ class Points(DatabaseTest):
         self.assertEqual(sizes, {**expected, "wide": 8})
         self.assertEqual(tuple(batch["colour"].shape), (4, 3))
         self.assertEqual(tuple(batch["class"].shape), (4,))
-        narrow = self.db.select("", ["height", "class"], types={"height": "f", "class": DataType.INT64})
+        narrow = self.db.select(
+            "", ["height", "class"], types={"height": "f", "class": DataType.INT64}
+        )
         self.assertEqual([column.itemsize for column in narrow.read().values()], [4, 8])
         elements = self.db.select("wide > 1", ["colour[2]", "p[1]"]).read()
         self.assertEqual(sorted(rows(elements["colour[2]"])), [3, 7])
@@ -49,7 +51,9 @@ class Points(DatabaseTest):
         self.assertEqual(len(ids), self.db.count("class < 20"))
         self.assertEqual(sorted(ids), [i + 1 for i in range(2500) if i % 32 < 20])
         for batch in kept:  # the first ones were not overwritten by the last
-            self.assertEqual(rows(batch["class"]), [(id - 1) % 32 for id in rows(batch["tarvo.id"])])
+            self.assertEqual(
+                rows(batch["class"]), [(id - 1) % 32 for id in rows(batch["tarvo.id"])]
+            )
         selection = self.db.select("", ["class"], batch=1000)
         next(selection)
         self.assertTrue(0 < selection.progress < 1)
@@ -99,7 +103,9 @@ class Points(DatabaseTest):
             changed["colour"][0, 1] = 77
             self.assertEqual(transaction.update(changed), 1)
             self.assertEqual(transaction.update({"colour[2]": 9}, ids=ids[2:4]), 2)
-            self.assertEqual(transaction.update({"class": 5, "colour": [1, 2, 3]}, filter="p[0] > 3"), 2)
+            self.assertEqual(
+                transaction.update({"class": 5, "colour": [1, 2, 3]}, filter="p[0] > 3"), 2
+            )
             self.assertEqual(transaction.update({"height": 1}, filter=""), 6)
             self.assertEqual(transaction.invert("flag", filter="p[0] < 2"), 2)
             self.assertEqual(transaction.remove(ids[2:3] + [999]), 1)
@@ -126,9 +132,13 @@ class Points(DatabaseTest):
             self.assertEqual(transaction.update({"wide": [i * 2 for i in ids]}, ids=ids), 20)
         self.assertEqual(self.column("wide"), [2 * id for id in sorted(ids)])
         self.assertEqual(self.column("p[0]"), list(range(19, -1, -1)))
+        self.insert(1000)
         with self.db.transaction("Remove") as transaction:
             self.assertEqual(transaction.remove(ids[:15]), 15)
-            self.assertEqual(transaction.remove(filter=""), 5)
+            leaf = self.db.count("find fullest leaf")
+            self.assertEqual(transaction.remove(filter="find fullest leaf"), leaf)
+            self.assertEqual(transaction.update({"class": 4}, filter=""), 1005 - leaf)
+            self.assertEqual(transaction.remove(filter="class == 4"), 1005 - leaf)
 
 
 class HostileArguments(DatabaseTest):
@@ -169,10 +179,14 @@ class HostileArguments(DatabaseTest):
         self.refuse(ValueError, {"wide": [2**63, -1]})
         self.refuse(ValueError, {"wide": 2**70})
         for wrong in ([1, 32], [1, -1], -1, [1, math.inf], [1, math.nan], 2**63, 300.5):
-            self.assertCode(ErrorCode.RANGE, self.transaction.insert, {"p": [[0, 0, 0]] * 2, "class": wrong})
+            self.assertCode(
+                ErrorCode.RANGE, self.transaction.insert, {"p": [[0, 0, 0]] * 2, "class": wrong}
+            )
         self.assertEqual(self.db.count(), 3)
         self.assertCode(ErrorCode.NOT_FOUND, self.transaction.insert, {"missing": [1]})
-        self.assertCode(ErrorCode.RANGE, self.transaction.update, {"class": [2, 99]}, ids=self.ids[:2])
+        self.assertCode(
+            ErrorCode.RANGE, self.transaction.update, {"class": [2, 99]}, ids=self.ids[:2]
+        )
         self.assertEqual(self.column("class"), [1, 1, 1])
         self.assertEqual(self.transaction.update({"class": 1}, ids=[-5, 10**18, 0]), 0)
         self.assertEqual(self.transaction.remove([math.nan, -1.5]), 0)

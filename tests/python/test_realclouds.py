@@ -22,7 +22,9 @@ class RealClouds(unittest.TestCase):
             with self.subTest(path.name), tempfile.TemporaryDirectory() as folder:
                 database = os.path.join(folder, "a.qrbx")
                 tool = os.environ["QRBTOOL_FILE"]
-                subprocess.run([tool, "import", str(path), database], check=True, stdout=subprocess.DEVNULL)
+                subprocess.run(
+                    [tool, "import", str(path), database], check=True, stdout=subprocess.DEVNULL
+                )
                 with qrb.open(database) as db:
                     self.compare(LasFile(path), db)
 
