@@ -24,6 +24,7 @@ void appendFiles(Database& database, const PointSources& sources, const AppendOp
         const AppendPlan plan = planAppend(database, sources, options, common.origin.system);
         addOrigin(cloud, common);
         note(common.notes);
+        note(plan.notes);
         for (const PointAttribute& definition : plan.added) {
             cloud.pointAttributes().add(definition);
         }

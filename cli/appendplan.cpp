@@ -55,8 +55,13 @@ public:
         }
         failOnFaults();
         for (const std::string& name : m_summaries.order()) {
-            plan.added.push_back(m_summaries.fit(
-                name, sources, m_hasPoints ? DefaultFor::PointsThatAreThere : DefaultFor::Nobody));
+            const FittedAttribute fitted = m_summaries.fit(
+                name, sources, m_hasPoints ? DefaultFor::PointsThatAreThere : DefaultFor::Nobody);
+            plan.added.push_back(fitted.definition);
+            m_movedTo = std::max(m_movedTo, fitted.rounding > 0 ? fitted.definition.resolution : 0);
+        }
+        if (m_movedTo > 0) {
+            plan.notes.push_back(roundingNote(m_movedTo));
         }
         return plan;
     }
@@ -172,6 +177,7 @@ private:
                                                                         : own.invalidValue;
             }
             if (work[i].anyNearest) {
+                m_movedTo = findings.between > 0 ? own.resolution : m_movedTo;
                 findings.between = 0;
             }
             if (m_options.round) {
@@ -249,6 +255,7 @@ private:
     std::string m_primary;
     std::string m_id;
     bool m_hasPoints = false;
+    double m_movedTo = 0;  // resolution that coordinates of the files lie beside; 0: none does
     std::set<std::string> m_leftOut;  // those that files have
     std::map<std::string, PointAttribute> m_definitions;
     std::map<std::string, ValueFindings> m_findings;

@@ -27,7 +27,8 @@ struct AppendPlan {
     std::vector<PointAttribute> added;
     std::vector<std::vector<ColumnTarget>> targets;  // per file, per column
     std::uint64_t pointCount = 0;
-    std::uint64_t rounded = 0;  // values
+    std::uint64_t rounded = 0;       // values
+    std::vector<std::string> notes;  // lines for the user
 };
 
 // Reads all points of all files once. system: that of the coordinates, where it is known. Throws

@@ -128,6 +128,7 @@ void importFiles(const qrb::Context& context, const ImportOptions& options) {
         addMetaData(cloud.metaData(), sources);
         setOrigin(cloud, common);
         note(common.notes);
+        note(plan.notes);
         for (const auto& source : sources) {
             insertPoints(cloud, *source, plan.targets(*source));
         }
@@ -219,9 +220,10 @@ void addImportCommand(CLI::App& app, Invocation& invocation) {
     command->footer(
         "LAS 1.0 to 1.4 with point formats 0 to 10 and extra bytes. What means the same as a\n"
         "default attribute gets its name (tarvo.xyz, tarvo.intensity, tarvo.class, ...), the rest\n"
-        "is called las.NAME; no value is rounded. Texts begin with a line that names the columns\n"
-        "x, y, z and others, separated by commas, semicolons or tabs. Points keep the ids of a\n"
-        "column tarvo.id.\n"
+        "is called las.NAME. No value is rounded; where scale factors and offsets of LAS files\n"
+        "have no decimal grid in common, a note tells how far coordinates move at most. Texts\n"
+        "begin with a line that names the columns x, y, z and others, separated by commas,\n"
+        "semicolons or tabs. Points keep the ids of a column tarvo.id.\n"
         "A new database appears when it is complete; a failure leaves none.\n"
         "Coordinates have the unit of the reference system that a file tells, which goes to\n"
         "tarvo.geo_tag. Files in different ones are refused without --crs-as-is, which keeps the\n"

@@ -81,7 +81,11 @@ ImportPlan planImport(const PointSources& sources, const std::string& primary) {
                           "Remove these points from the input files.");
         }
         ImportPlan::Attribute attribute;
-        attribute.definition = summaries.fit(name, sources, DefaultFor::Nobody);
+        const FittedAttribute fitted = summaries.fit(name, sources, DefaultFor::Nobody);
+        attribute.definition = fitted.definition;
+        if (fitted.rounding > 0) {
+            plan.notes.push_back(roundingNote(fitted.definition.resolution));
+        }
         // A flag that no point sets needs no column; the default catalogue's definitions keep
         // their default values.
         if (name != primary && found.column.length == 1 && summary.isConstant() &&

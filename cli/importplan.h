@@ -20,6 +20,7 @@ struct ImportPlan {
     std::vector<std::string> order;  // names as they appear in the files
     std::map<std::string, Attribute> attributes;
     std::uint64_t pointCount = 0;
+    std::vector<std::string> notes;  // lines for the user
 
     void leaveOut(const std::string& name) {
         std::erase(order, name);

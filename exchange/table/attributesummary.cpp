@@ -54,16 +54,18 @@ void AttributeSummaries::add(const PointSource& source,
     }
 }
 
-PointAttribute AttributeSummaries::fit(const std::string& name,
-                                       const std::vector<std::unique_ptr<PointSource>>& sources,
-                                       DefaultFor use) const {
+FittedAttribute AttributeSummaries::fit(const std::string& name,
+                                        const std::vector<std::unique_ptr<PointSource>>& sources,
+                                        DefaultFor use) const {
     const AttributeSummary& one = of(name);
     std::vector<Affine> axes;
     if (name == "tarvo.xyz") {
         axes = allAxes(sources, one.summary);
     }
-    return axes.empty() ? fitAttribute(one.column, one.summary, use)
-                        : fitCoordinates(one.column, one.summary, axes, use);
+    if (axes.empty()) {
+        return {fitAttribute(one.column, one.summary, use)};
+    }
+    return fitCoordinates(one.column, one.summary, axes, use);
 }
 
 }  // namespace tarvo::exchange

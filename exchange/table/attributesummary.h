@@ -29,9 +29,9 @@ public:
     const AttributeSummary& of(const std::string& name) const { return m_summaries.at(name); }
 
     // A definition for the attribute. The files are those that were added. Throws Failure.
-    PointAttribute fit(const std::string& name,
-                       const std::vector<std::unique_ptr<PointSource>>& sources,
-                       DefaultFor use) const;
+    FittedAttribute fit(const std::string& name,
+                        const std::vector<std::unique_ptr<PointSource>>& sources,
+                        DefaultFor use) const;
 
 private:
     std::vector<std::string> m_order;

@@ -157,8 +157,11 @@ std::optional<ValueGrid> commonGrid(std::span<const Affine> axes, double minimum
         }
         if (auto grid = gridOf(1, 0, unit, minimum, maximum)) {
             grid->exact = false;
-            grid->minimum -= grid->resolution;
-            grid->maximum += grid->resolution;
+            grid->rounding = grid->resolution / 2;
+            // One step of room for what is rounded.
+            const auto perUnit = static_cast<double>(unit);
+            grid->minimum = (std::round(grid->minimum * perUnit) - 1) / perUnit;
+            grid->maximum = (std::round(grid->maximum * perUnit) + 1) / perUnit;
             return grid;
         }
     }

@@ -55,7 +55,8 @@ struct ValueGrid {
     double resolution = 1;
     double minimum = 0;
     double maximum = 0;
-    bool exact = true;  // false: values keep their raw number, but not their last binary digit
+    bool exact = true;    // false: values keep their raw number, but not their last binary digit
+    double rounding = 0;  // so far values move at most, besides that digit
 };
 
 // The coarsest grid that holds every value raw * scale + offset of all these axes and reaches

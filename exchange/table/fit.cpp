@@ -1,7 +1,8 @@
 #include "exchange/table/fit.h"
 
-#include "core/error.h"
 #include "core/defaultattribute.h"
+#include "core/error.h"
+#include "numbers/numbertext.h"
 
 #include <algorithm>
 #include <cmath>
@@ -134,8 +135,9 @@ void settleDefault(PointAttribute& definition, const ColumnSummary& summary, Def
 
 void refuseInfinity(const Column& column, const ColumnSummary& summary) {
     if (summary.hasInfinity()) {
-        throw core::Failure("The values of \"" + column.descriptor() + "\" contain infinite numbers.",
-                      "A database can't hold them: replace them in the input file.");
+        throw core::Failure(
+            "The values of \"" + column.descriptor() + "\" contain infinite numbers.",
+            "A database can't hold them: replace them in the input file.");
     }
 }
 
@@ -242,8 +244,8 @@ PointAttribute fitAttribute(const Column& column, const ColumnSummary& summary, 
     return definition;
 }
 
-PointAttribute fitCoordinates(const Column& column, const ColumnSummary& summary,
-                              std::span<const Affine> axes, DefaultFor use) {
+FittedAttribute fitCoordinates(const Column& column, const ColumnSummary& summary,
+                               std::span<const Affine> axes, DefaultFor use) {
     refuseInfinity(column, summary);
     const auto* const entry = catalogue::findAttribute(column.attribute);
     PointAttribute definition = entry ? core::defaultAttribute(*entry) : ownDefinition(column);
@@ -251,16 +253,24 @@ PointAttribute fitCoordinates(const Column& column, const ColumnSummary& summary
     const auto grid = coordinateGrid(column, summary, axes);
     if (!grid) {
         throw core::Failure("The coordinates can't be stored without rounding: from " +
-                          std::to_string(summary.minimum()) + " to " +
-                          std::to_string(summary.maximum()) +
-                          " there are too many steps of the files' scale factors.",
-                      "Import files of different scales or far offsets one by one.");
+                                std::to_string(summary.minimum()) + " to " +
+                                std::to_string(summary.maximum()) +
+                                " there are too many steps of the files' scale factors.",
+                            "Import files of different scales or far offsets one by one.");
     }
     definition.resolution = grid->resolution;
     definition.minimumValue = grid->minimum;
     definition.maximumValue = grid->maximum;
     settleDefault(definition, summary, use);
-    return definition;
+    return {definition, grid->rounding};
+}
+
+std::string roundingNote(double resolution) {
+    return "The scale factors and offsets of the files have no decimal grid in common that holds "
+           "all "
+           "coordinates: they move by up to " +
+           numbers::numberText(resolution / 2) + ", to steps of " +
+           numbers::numberText(resolution) + ".";
 }
 
 }  // namespace tarvo::exchange

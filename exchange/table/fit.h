@@ -1,5 +1,6 @@
-// Definitions that hold every value of the columns of an attribute without rounding or clipping,
-// with room for the values of files that are added later.
+// Definitions that hold every value of the columns of an attribute without clipping, and without
+// rounding but of coordinates that have no decimal grid in common; with room for the values of
+// files that are added later.
 #pragma once
 
 #include "exchange/table/pointsource.h"
@@ -8,6 +9,7 @@
 
 #include <cstdint>
 #include <span>
+#include <string>
 
 namespace tarvo::exchange {
 
@@ -23,9 +25,17 @@ enum class DefaultFor : std::uint8_t { Nobody, PointsThatAreThere };
 PointAttribute fitAttribute(const Column& column, const ColumnSummary& summary,
                             DefaultFor use = DefaultFor::Nobody);
 
+struct FittedAttribute {
+    PointAttribute definition;
+    double rounding = 0;  // so far values move at most, besides their last binary digit
+};
+
 // The same for coordinates that are stored as whole numbers of a scale: the grid of the axes.
 // Throws Failure if there is no such grid.
-PointAttribute fitCoordinates(const Column& column, const ColumnSummary& summary,
-                              std::span<const Affine> axes, DefaultFor use = DefaultFor::Nobody);
+FittedAttribute fitCoordinates(const Column& column, const ColumnSummary& summary,
+                               std::span<const Affine> axes, DefaultFor use = DefaultFor::Nobody);
+
+// What a user has to know of coordinates that move to the values of a resolution.
+std::string roundingNote(double resolution);
 
 }  // namespace tarvo::exchange

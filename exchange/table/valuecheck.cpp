@@ -40,6 +40,8 @@ ValueCheck::ValueCheck(const PointAttribute& definition, bool nearest)
       m_slack(m_resolution * (nearest ? 0.5 + 1e-6 : 1e-6)) {
     const double perUnit = std::round(1 / m_resolution);
     m_perUnit = m_resolution > 0 && perUnit >= 1 && m_resolution == 1 / perUnit ? perUnit : 0;
+    m_throughZero = m_perUnit != 0 && std::abs(std::round(m_minimum * m_perUnit) / m_perUnit -
+                                               m_minimum) <= std::abs(m_minimum) * 4e-16;
     if (m_resolution > 0) {
         const double farthest = std::max(std::abs(m_minimum), std::abs(m_maximum));
         m_slack = std::max(m_slack, farthest * 4e-16);
@@ -58,9 +60,13 @@ ValueCheck::Place ValueCheck::placeOf(double value) const {
     }
     // A resolution of 0.01 stands for one hundredth and not for the double beside it: where its
     // inverse is whole, the number of steps is a product without an error of its own.
-    const double steps = m_perUnit != 0 ? value * m_perUnit - m_minimum * m_perUnit
-                                        : (value - m_minimum) / m_resolution;
-    const double farthest = std::max(std::abs(value), std::abs(m_minimum)) / m_resolution;
+    // Where they begin at a whole one, a far minimum adds none.
+    const double steps = m_perUnit == 0  ? (value - m_minimum) / m_resolution
+                         : m_throughZero ? value * m_perUnit
+                                         : value * m_perUnit - m_minimum * m_perUnit;
+    const double farthest =
+        (m_throughZero ? std::abs(value) : std::max(std::abs(value), std::abs(m_minimum))) /
+        m_resolution;
     const double tolerance = std::max(1e-6, farthest * 1e-15);
     return std::abs(steps - std::round(steps)) <= tolerance ? Place::Held : Place::Between;
 }

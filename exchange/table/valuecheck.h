@@ -48,9 +48,10 @@ private:
     double m_resolution;
     double m_invalidValue;
     bool m_nearest;
-    bool m_isInteger;  // stored as whole numbers, exact in 64 bits
-    double m_slack;    // of the range
-    double m_perUnit;  // steps per 1 where that is a whole number, else 0
+    bool m_isInteger;            // stored as whole numbers, exact in 64 bits
+    double m_slack;              // of the range
+    double m_perUnit;            // steps per 1 where that is a whole number, else 0
+    bool m_throughZero = false;  // the whole numbers of such steps are what is held
     ValueFindings m_findings;
 };
 

@@ -9,6 +9,7 @@
 #include <rapidjson/document.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
@@ -221,6 +222,52 @@ TEST_F(Append, RoundingHappensOnRequestOnly) {
                                                    {"2", "0.00,0.01,-0.01,65535"},
                                                    {"3", "1.00,2.00,3.00,3"}}));
     expectSuccess(append("x,y,z\n0.004,0,0\n", "--round"), "1 point added, 1 value rounded.\n");
+}
+
+// Steps without a decimal grid in common: the bound that is told must hold, and nothing moves
+// unsaid.
+TEST_F(Append, CoordinatesThatMoveSayByHowMuchAtMost) {
+    const std::string note = "they move by up to ";
+    const auto import = [&](const std::string& name, double scale, double shift,
+                            const std::string& options) {
+        LasBuilder builder(2, 0);
+        for (double& axis : builder.scale)
+            axis = scale;
+        for (std::size_t i = 0; i < 3; ++i)
+            builder.offset[i] = shift * static_cast<double>(i);
+        for (std::int32_t raw = -1000; raw < 1000; ++raw)
+            builder.addPoint(raw * 997, raw * 991, raw);
+        const Result result =
+            run("import " + options + folder.write(name, builder.build()) + " " + file);
+        EXPECT_EQ(result.code, 0) << result.output;
+        const std::size_t at = result.output.find(note);
+        const double bound =
+            at == std::string::npos ? 0 : std::atof(result.output.c_str() + at + note.size());
+        std::istringstream lines(run("select --format csv -a tarvo.id,tarvo.xyz " + file).output);
+        double farthest = 0;
+        std::string line;
+        std::getline(lines, line);
+        while (std::getline(lines, line)) {
+            std::istringstream numbers(line);
+            double id = 0, value = 0;
+            char comma = 0;
+            numbers >> id;
+            const double raw = std::fmod(id - 1, 2000) - 1000;
+            for (std::size_t i = 0; i < 3; ++i) {
+                numbers >> comma >> value;
+                const double factor = i == 0 ? 997 : i == 1 ? 991 : 1;
+                farthest = std::max(farthest,
+                                    std::abs(value - (raw * factor * scale + builder.offset[i])));
+            }
+        }
+        EXPECT_LE(farthest, std::max(bound * 1.01, 1e-9)) << name;
+        return bound;
+    };
+    EXPECT_GT(import("third.las", 1.0 / 3, 100, "--overwrite "), 1e-8);
+    EXPECT_GT(import("third.las", 1.0 / 3, 100, "--append "), 1e-8);
+    EXPECT_EQ(import("alike.las", 1.0 / 3, 0, "--overwrite "), 0) << "on the steps of the file";
+    EXPECT_EQ(import("decimal.las", 0.025, 100.003, "--overwrite "), 0);
+    EXPECT_GT(import("noise.las", 0.01, 674521.9200134277, "--overwrite "), 1e-9);
 }
 
 TEST_F(Append, LargeWholeNumbersStayExact) {

@@ -54,6 +54,8 @@ TEST(Decimal, GridsHoldAllAxesAndTheirSteps) {
     ASSERT_TRUE(noisy);
     EXPECT_FALSE(noisy->exact);
     EXPECT_LE(noisy->resolution, 0.01 / 256);
+    EXPECT_EQ(noisy->rounding, noisy->resolution / 2);
+    EXPECT_EQ(one->rounding, 0);
     EXPECT_LT(noisy->minimum, 6e5) << "what is rounded stays within";
     EXPECT_GT(noisy->maximum, 1.3e6);
     EXPECT_FALSE(grid({{1e-9, 0.1234567890123}, {1e-9, 0.5}}, -1e9, 1e9));
@@ -144,7 +146,7 @@ TEST(Fit, LeavesRoomForFilesThatAreAddedLater) {
     xyz.attribute = "tarvo.xyz";
     xyz.length = 3;
     const auto coordinates = [&](const std::vector<double>& values, std::vector<Affine> axes) {
-        return fitCoordinates(xyz, summaryOf(values), axes);
+        return fitCoordinates(xyz, summaryOf(values), axes).definition;
     };
     EXPECT_EQ(coordinates({1, 2.5}, {{0.1, 0}}).maximumValue, 535000);
     EXPECT_EQ(coordinates({1, 2.5}, {{0.1, 0}}).resolution, 0.1);
@@ -215,6 +217,9 @@ TEST(ValueCheck, TellsWhatADefinitionHolds) {
     const auto fine = definition(0.00025, 5000000, 5000100);
     EXPECT_EQ(places(fine, Doubles{5000000.00025, 5000033.33325, 5000033.333}), "hhh");
     EXPECT_EQ(places(fine, Doubles{5000000.0001, 5000033.3331}), "bb");
+    // A minimum far off must not hide what lies between steps near zero.
+    const auto wide = definition(1e-6, -715827832.666668, 715828082.333334);
+    EXPECT_EQ(places(wide, Doubles{100.0 / 3, 33.333333, 5000000.25}), "bhh");
     const auto thirds = definition(1.0 / 3, 0.1, 1000);
     EXPECT_EQ(places(thirds, Doubles{0.1 + 7 / 3.0, 0.1 + 2000 / 3.0, 7 / 3.0}), "hhb");
 
