@@ -1,5 +1,7 @@
 #include "cli/append.h"
 
+#include "cli/errors.h"
+#include "cli/importinputs.h"
 #include "cli/output.h"
 #include "cli/terminal.h"
 #include "cli/texttable.h"
@@ -8,6 +10,21 @@
 namespace tarvo::cli {
 
 using namespace exchange;
+
+namespace {
+
+AppendPlan plannedAppend(const Database& database, const PointSources& sources,
+                         const AppendOptions& options,
+                         const std::optional<core::ReferenceSystem>& system) {
+    try {
+        return planAppend(database.cloud(), database.fileName(), sources, options, system,
+                          importProgress());
+    } catch (const NoAttributeToLeaveOut& failure) {
+        throw UsageError(failure.what());
+    }
+}
+
+}  // namespace
 
 void appendFiles(Database& database, const PointSources& sources, const AppendOptions& options,
                  const Change& change) {
@@ -21,7 +38,7 @@ void appendFiles(Database& database, const PointSources& sources, const AppendOp
             leftOut.insert("tarvo.timestamp");
         }
         CommonOrigin common = commonOrigin(sources, &cloud, leftOut, options.crsAsIs);
-        const AppendPlan plan = planAppend(database, sources, options, common.origin.system);
+        const AppendPlan plan = plannedAppend(database, sources, options, common.origin.system);
         addOrigin(cloud, common);
         note(common.notes);
         note(plan.notes);
@@ -30,7 +47,7 @@ void appendFiles(Database& database, const PointSources& sources, const AppendOp
         }
         addMetaData(cloud.metaData(), sources);
         for (std::size_t i = 0; i < sources.size(); ++i) {
-            insertPoints(cloud, *sources[i], plan.targets[i]);
+            insertPoints(cloud, *sources[i], plan.targets[i], importProgress());
         }
         pointCount = plan.pointCount;
         rounded = plan.rounded;

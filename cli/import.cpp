@@ -4,13 +4,13 @@
 #include "cli/append.h"
 #include "cli/commands.h"
 #include "cli/errors.h"
-#include "cli/importplan.h"
-#include "cli/importsteps.h"
+#include "cli/importinputs.h"
 #include "cli/json.h"
 #include "cli/key.h"
 #include "cli/terminal.h"
 #include "core/newdatabase.h"
 #include "exchange/import/commonorigin.h"
+#include "exchange/import/importplan.h"
 
 #include <CLI/CLI.hpp>
 
@@ -75,12 +75,13 @@ void leaveOut(ImportPlan& plan, const ImportOptions& options) {
         if (name == options.primary) {
             throw UsageError("The primary attribute \"" + name + "\" can't be left out.");
         }
-        if (!plan.attributes.contains(name)) {
-            throw noAttributeToLeaveOut(name);
+        try {
+            plan.leaveOut(name);
+        } catch (const NoAttributeToLeaveOut& failure) {
+            throw UsageError(failure.what());
         }
-        plan.leaveOut(name);
     }
-    if (options.newIds) {
+    if (options.newIds && plan.attributes.contains("tarvo.id")) {
         plan.leaveOut("tarvo.id");
     }
 }
@@ -106,7 +107,7 @@ void importFiles(const qrb::Context& context, const ImportOptions& options) {
     const PointSources sources = openSources(options.inputs, options.format);
     CommonOrigin common = commonOrigin(
         sources, nullptr, {options.leftOut.begin(), options.leftOut.end()}, options.crsAsIs);
-    ImportPlan plan = planImport(sources, options.primary);
+    ImportPlan plan = planImport(sources, options.primary, importProgress());
     for (auto& [name, attribute] : plan.attributes) {
         nameUnits(attribute.definition, common.origin.system);
     }
@@ -130,7 +131,7 @@ void importFiles(const qrb::Context& context, const ImportOptions& options) {
         note(common.notes);
         note(plan.notes);
         for (const auto& source : sources) {
-            insertPoints(cloud, *source, plan.targets(*source));
+            insertPoints(cloud, *source, plan.targets(*source), importProgress());
         }
         ProgressLine progress("Writing " + options.database);
         transaction.commit(signature,

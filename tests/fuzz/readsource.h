@@ -2,8 +2,8 @@
 // that hold them.
 #pragma once
 
-#include "cli/errors.h"
-#include "cli/importplan.h"
+#include "core/error.h"
+#include "exchange/import/importplan.h"
 #include "qrb/error.h"
 #include "tests/fuzz/survive.h"
 
@@ -14,20 +14,20 @@ namespace tarvo::fuzz {
 template <typename Open>
 void readSource(const Open& open) {
     try {
-        cli::PointSources sources;
+        exchange::PointSources sources;
         sources.push_back(open());
-        cli::PointSource& source = *sources.front();
+        exchange::PointSource& source = *sources.front();
         (void)source.metaData();
         if (const auto system = source.origin().system)
             require(!system->isUnderstood() || core::isSame(*system, *system),
                     "a system is the same as itself");
-        const cli::ImportPlan plan = cli::planImport(sources, "tarvo.xyz");
+        const exchange::ImportPlan plan = exchange::planImport(sources, "tarvo.xyz", {});
         source.rewind();
         std::uint64_t count = 0;
         while (const std::uint32_t points = source.next())
             count += points;
         require(count == plan.pointCount, "a source has the same points twice");
-    } catch (const cli::Failure& failure) {
+    } catch (const core::Failure& failure) {
         require(*failure.what() != 0, "failures have words");
     } catch (const qrb::Error& error) {
         require(*error.what() != 0, "errors have words");

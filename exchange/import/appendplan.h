@@ -2,8 +2,8 @@
 // have to be added, and whether every value has its place.
 #pragma once
 
-#include "cli/database.h"
-#include "cli/importsteps.h"
+#include "exchange/import/importsteps.h"
+#include "exchange/table/fit.h"
 
 #include <cstdint>
 #include <optional>
@@ -11,9 +11,7 @@
 #include <string>
 #include <vector>
 
-namespace tarvo::cli {
-
-using qrb::pointcloud::PointAttribute;
+namespace tarvo::exchange {
 
 struct AppendOptions {
     bool round = false;             // values that the database can't hold become the nearest ones
@@ -31,11 +29,12 @@ struct AppendPlan {
     std::vector<std::string> notes;  // lines for the user
 };
 
-// Reads all points of all files once. system: that of the coordinates, where it is known. Throws
-// Failure, telling what to do, if points lack the primary attribute or the database can't hold
-// values.
-AppendPlan planAppend(const Database& database, const PointSources& sources,
-                      const AppendOptions& options,
-                      const std::optional<core::ReferenceSystem>& system);
+// Reads all points of all files once. fileName: of the database, for messages. system: that of the
+// coordinates, where it is known. progress may be empty. Throws Failure, telling what to do, if
+// points lack the primary attribute or the database can't hold values; NoAttributeToLeaveOut.
+AppendPlan planAppend(const qrb::Pointcloud& database, const std::string& fileName,
+                      const PointSources& sources, const AppendOptions& options,
+                      const std::optional<core::ReferenceSystem>& system,
+                      const ImportProgress& progress);
 
-}  // namespace tarvo::cli
+}  // namespace tarvo::exchange

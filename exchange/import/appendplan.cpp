@@ -1,7 +1,5 @@
-#include "cli/appendplan.h"
+#include "exchange/import/appendplan.h"
 
-#include "cli/errors.h"
-#include "cli/terminal.h"
 #include "exchange/import/commonorigin.h"
 #include "exchange/table/attributesummary.h"
 #include "exchange/table/columntarget.h"
@@ -12,10 +10,7 @@
 #include <map>
 #include <optional>
 
-namespace tarvo::cli {
-
-using namespace exchange;
-using qrb::pointcloud::DataType;
+namespace tarvo::exchange {
 
 namespace {
 
@@ -29,14 +24,16 @@ struct ColumnWork {
 
 class Planner {
 public:
-    Planner(const Database& database, const AppendOptions& options)
-        : m_database(database),
-          m_attributes(database.cloud().pointAttributes()),
+    Planner(const qrb::Pointcloud& database, std::string fileName, const AppendOptions& options,
+            const ImportProgress& progress)
+        : m_fileName(std::move(fileName)),
+          m_attributes(database.pointAttributes()),
           m_options(options),
+          m_progress(progress),
           m_primary(m_attributes.primaryAttributeName()),
           m_id(m_attributes.pointIdName()) {
         std::uint64_t id = 0;
-        auto any = database.cloud().select();
+        auto any = database.select();
         any.bind(m_id, DataType::UINT64, &id, sizeof id);
         m_hasPoints = any.next(1) > 0;
     }
@@ -50,7 +47,7 @@ public:
         }
         for (const std::string& name : m_options.leftOut) {
             if (!m_leftOut.contains(name)) {
-                throw noAttributeToLeaveOut(name);
+                throw NoAttributeToLeaveOut(name);
             }
         }
         failOnFaults();
@@ -89,11 +86,12 @@ private:
             } else if (known) {
                 const PointAttribute& own = definition(one.attribute);
                 if (column.element >= own.length) {
-                    throw Failure("The file \"" + source.fileName() + "\" has a column \"" +
-                                      one.attribute + "[" + std::to_string(column.element) +
-                                      "]\", but the attribute of the database has the length " +
-                                      std::to_string(own.length) + ".",
-                                  adviceToLeaveOut(one.attribute));
+                    throw core::Failure(
+                        "The file \"" + source.fileName() + "\" has a column \"" + one.attribute +
+                            "[" + std::to_string(column.element) +
+                            "]\", but the attribute of the database has the length " +
+                            std::to_string(own.length) + ".",
+                        adviceToLeaveOut(one.attribute));
                 }
                 primaryElements += one.attribute == m_primary ? 1 : 0;
                 one.anyNearest = isFarCoarser(source, column, own);
@@ -110,11 +108,12 @@ private:
             targets.push_back(std::move(target));
         }
         if (m_primary != m_id && primaryElements != definition(m_primary).length) {
-            throw Failure("The file \"" + source.fileName() + "\" does not hold all of \"" +
-                              m_primary + "\", which the points of the database are found by.",
-                          m_primary == "tarvo.xyz"
-                              ? "A text file names its coordinates \"x\", \"y\" and \"z\"."
-                              : "");
+            throw core::Failure("The file \"" + source.fileName() + "\" does not hold all of \"" +
+                                    m_primary +
+                                    "\", which the points of the database are found by.",
+                                m_primary == "tarvo.xyz"
+                                    ? "A text file names its coordinates \"x\", \"y\" and \"z\"."
+                                    : "");
         }
         return work;
     }
@@ -136,10 +135,10 @@ private:
         return grid && !grid->exact;
     }
 
-    static void look(PointSource& source, AppendPlan& plan, std::vector<ColumnWork>& work) {
+    void look(PointSource& source, AppendPlan& plan, std::vector<ColumnWork>& work) {
         const std::vector<Column>& columns = source.columns();
         const std::vector<ColumnTarget>& targets = plan.targets.back();
-        ProgressLine progress("Looking at " + source.fileName());
+        const std::string step = "Looking at " + source.fileName();
         source.rewind();
         while (const std::uint32_t count = source.next()) {
             for (std::size_t i = 0; i < columns.size(); ++i) {
@@ -151,7 +150,9 @@ private:
                 }
             }
             plan.pointCount += count;
-            progress.update(source.progress());
+            if (m_progress) {
+                m_progress(step, source.progress());
+            }
         }
     }
 
@@ -167,10 +168,10 @@ private:
             ValueFindings findings = work[i].check->findings();
             if (findings.missing > 0) {
                 if (name == m_primary || name == m_id) {
-                    throw Failure("Some points of \"" + source.fileName() +
-                                      "\" have no value of \"" + name + "\".",
-                                  name == m_id ? "Give --new-ids to number the points anew."
-                                               : "Remove these points from the file.");
+                    throw core::Failure("Some points of \"" + source.fileName() +
+                                            "\" have no value of \"" + name + "\".",
+                                        name == m_id ? "Give --new-ids to number the points anew."
+                                                     : "Remove these points from the file.");
                 }
                 plan.targets.back()[i].replacement =
                     std::isnan(own.invalidValue) && own.resolution != 0 ? own.defaultValue
@@ -205,7 +206,7 @@ private:
             details += advice(name, findings) + "\n";
         }
         if (!text.empty()) {
-            throw Failure(text, details);
+            throw core::Failure(text, details);
         }
     }
 
@@ -241,7 +242,7 @@ private:
                    "The points are found by it, so that it can't be redefined: import all files "
                    "into a new database.";
         }
-        const std::string begin = "qrbtool attributes " + m_database.fileName();
+        const std::string begin = "qrbtool attributes " + m_fileName;
         text += std::string("Redefine the attribute with ") +
                 (isBetween ? "a finer resolution" : "a wider range") + ":\n  " + begin + " show " +
                 name + " --json > attribute.json   (change it there)\n  " + begin +
@@ -249,9 +250,10 @@ private:
         return name == m_primary ? text : text + "\n" + adviceToLeaveOut(name);
     }
 
-    const Database& m_database;
+    std::string m_fileName;
     const qrb::pointcloud::PointAttributes& m_attributes;
     const AppendOptions& m_options;
+    const ImportProgress& m_progress;
     std::string m_primary;
     std::string m_id;
     bool m_hasPoints = false;
@@ -264,14 +266,15 @@ private:
 
 }  // namespace
 
-AppendPlan planAppend(const Database& database, const PointSources& sources,
-                      const AppendOptions& options,
-                      const std::optional<core::ReferenceSystem>& system) {
-    AppendPlan plan = Planner(database, options).plan(sources);
+AppendPlan planAppend(const qrb::Pointcloud& database, const std::string& fileName,
+                      const PointSources& sources, const AppendOptions& options,
+                      const std::optional<core::ReferenceSystem>& system,
+                      const ImportProgress& progress) {
+    AppendPlan plan = Planner(database, fileName, options, progress).plan(sources);
     for (PointAttribute& definition : plan.added) {
         nameUnits(definition, system);
     }
     return plan;
 }
 
-}  // namespace tarvo::cli
+}  // namespace tarvo::exchange

@@ -1,21 +1,18 @@
-#include "cli/importsteps.h"
+#include "exchange/import/importsteps.h"
 
-#include "cli/inputs.h"
-#include "cli/terminal.h"
 #include "exchange/table/filledcolumn.h"
-#include "files/identity.h"
 #include "qrb/error.h"
 
-namespace tarvo::cli {
+#include <memory>
 
-using namespace exchange;
-using qrb::pointcloud::DataType;
+namespace tarvo::exchange {
 
 namespace {
 
 void insertBatches(qrb::pointcloud::QueryInsert& query, PointSource& source,
-                   std::vector<std::unique_ptr<FilledColumn>>& filled) {
-    ProgressLine progress("Importing " + source.fileName());
+                   std::vector<std::unique_ptr<FilledColumn>>& filled,
+                   const ImportProgress& progress) {
+    const std::string step = "Importing " + source.fileName();
     source.rewind();
     while (const std::uint32_t count = source.next()) {
         for (std::size_t i = 0; i < filled.size(); ++i) {
@@ -24,34 +21,15 @@ void insertBatches(qrb::pointcloud::QueryInsert& query, PointSource& source,
             }
         }
         if (query.next(count) != count) {
-            throw Failure("The database took fewer points than it was given.");
+            throw core::Failure("The database took fewer points than it was given.");
         }
-        progress.update(source.progress());
+        if (progress) {
+            progress(step, source.progress());
+        }
     }
 }
 
 }  // namespace
-
-void refuseAsInput(const std::string& database, const std::vector<std::string>& fileNames) {
-    for (const std::string& fileName : fileNames) {
-        if (files::sameFile(fileName, database)) {
-            throw UsageError("\"" + database + "\" is an input and the output.");
-        }
-    }
-}
-
-PointSources openSources(const std::vector<std::string>& fileNames, const std::string& format) {
-    PointSources sources;
-    for (const std::string& fileName : fileNames) {
-        noteInput(fileName);
-        sources.push_back(exchange::openSource(fileName, format));
-    }
-    return sources;
-}
-
-UsageError noAttributeToLeaveOut(const std::string& name) {
-    return UsageError("No file has the attribute \"" + name + "\" to leave out.");
-}
 
 void addMetaData(qrb::pointcloud::MetaData& metaData, const PointSources& sources) {
     for (const auto& source : sources) {
@@ -68,7 +46,7 @@ void addMetaData(qrb::pointcloud::MetaData& metaData, const PointSources& source
 }
 
 void insertPoints(const qrb::Pointcloud& cloud, PointSource& source,
-                  const std::vector<ColumnTarget>& targets) {
+                  const std::vector<ColumnTarget>& targets, const ImportProgress& progress) {
     auto query = cloud.insert();
     const std::vector<Column>& columns = source.columns();
     std::vector<std::unique_ptr<FilledColumn>> filled(columns.size());
@@ -88,15 +66,15 @@ void insertPoints(const qrb::Pointcloud& cloud, PointSource& source,
         query.bind(target.descriptor, type, values, static_cast<std::int32_t>(dataTypeSize(type)));
     }
     try {
-        insertBatches(query, source, filled);
+        insertBatches(query, source, filled, progress);
     } catch (const qrb::Error& error) {
         if (error.code() != QRB_ERROR_EXISTS) {
             throw;
         }
-        throw Failure(error.what(), std::string(error.details() ? error.details() : "") +
-                                        "\nGive --new-ids to number the points anew.");
+        throw core::Failure(error.what(), std::string(error.details() ? error.details() : "") +
+                                              "\nGive --new-ids to number the points anew.");
     }
     query.close();
 }
 
-}  // namespace tarvo::cli
+}  // namespace tarvo::exchange

@@ -1,7 +1,7 @@
 // Which attributes a new database gets from its input files, and with which definitions.
 #pragma once
 
-#include "cli/importsteps.h"
+#include "exchange/import/importsteps.h"
 #include "exchange/table/fit.h"
 #include "exchange/table/pointsource.h"
 
@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace tarvo::cli {
+namespace tarvo::exchange {
 
 struct ImportPlan {
     struct Attribute {
@@ -22,15 +22,14 @@ struct ImportPlan {
     std::uint64_t pointCount = 0;
     std::vector<std::string> notes;  // lines for the user
 
-    void leaveOut(const std::string& name) {
-        std::erase(order, name);
-        attributes.erase(name);
-    }
+    // Throws NoAttributeToLeaveOut.
+    void leaveOut(const std::string& name);
     std::vector<ColumnTarget> targets(const PointSource& source) const;
 };
 
-// Reads all points of all sources once. Throws Failure if no source has the primary attribute, or
-// one lacks some of its elements.
-ImportPlan planImport(const PointSources& sources, const std::string& primary);
+// Reads all points of all sources once. progress may be empty. Throws Failure if no source has the
+// primary attribute, or one lacks some of its elements.
+ImportPlan planImport(const PointSources& sources, const std::string& primary,
+                      const ImportProgress& progress);
 
-}  // namespace tarvo::cli
+}  // namespace tarvo::exchange

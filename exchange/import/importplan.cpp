@@ -1,33 +1,32 @@
-#include "cli/importplan.h"
+#include "exchange/import/importplan.h"
 
-#include "cli/errors.h"
-#include "cli/terminal.h"
+#include "catalogue/catalogue.h"
 #include "exchange/table/attributesummary.h"
 #include "exchange/table/columntarget.h"
 
 #include <optional>
 
-namespace tarvo::cli {
-
-using namespace exchange;
-using qrb::pointcloud::DataType;
+namespace tarvo::exchange {
 
 namespace {
 
-void readSource(PointSource& source, AttributeSummaries& summaries, std::uint64_t& pointCount) {
+void readSource(PointSource& source, AttributeSummaries& summaries, std::uint64_t& pointCount,
+                const ImportProgress& progress) {
     const std::vector<Column>& columns = source.columns();
     std::vector<std::optional<ColumnSummary>> found;
     for (const Column& column : columns) {
         found.emplace_back(column.type);
     }
-    ProgressLine progress("Looking at " + source.fileName());
+    const std::string step = "Looking at " + source.fileName();
     source.rewind();
     while (const std::uint32_t count = source.next()) {
         for (std::size_t i = 0; i < columns.size(); ++i) {
             found[i]->add(source.values(i), count);
         }
         pointCount += count;
-        progress.update(source.progress());
+        if (progress) {
+            progress(step, source.progress());
+        }
     }
     summaries.add(source, found);
 }
@@ -42,7 +41,7 @@ void requirePrimary(const PointSource& source, const std::string& primary) {
         }
     }
     if (elements == 0 || elements != length) {
-        throw Failure(
+        throw core::Failure(
             "The file \"" + source.fileName() + "\" does not hold the attribute \"" + primary +
                 "\"" + (elements == 0 ? "." : " with all " + std::to_string(length) + " elements."),
             primary == "tarvo.xyz" ? "A text file names its coordinates \"x\", \"y\" and \"z\"."
@@ -51,6 +50,13 @@ void requirePrimary(const PointSource& source, const std::string& primary) {
 }
 
 }  // namespace
+
+void ImportPlan::leaveOut(const std::string& name) {
+    if (attributes.erase(name) == 0) {
+        throw NoAttributeToLeaveOut(name);
+    }
+    std::erase(order, name);
+}
 
 std::vector<ColumnTarget> ImportPlan::targets(const PointSource& source) const {
     std::vector<ColumnTarget> targets;
@@ -65,20 +71,22 @@ std::vector<ColumnTarget> ImportPlan::targets(const PointSource& source) const {
     return targets;
 }
 
-ImportPlan planImport(const PointSources& sources, const std::string& primary) {
+ImportPlan planImport(const PointSources& sources, const std::string& primary,
+                      const ImportProgress& progress) {
     ImportPlan plan;
     AttributeSummaries summaries;
     for (const auto& source : sources) {
         requirePrimary(*source, primary);
-        readSource(*source, summaries, plan.pointCount);
+        readSource(*source, summaries, plan.pointCount, progress);
     }
     plan.order = summaries.order();
     for (const std::string& name : plan.order) {
         const AttributeSummary& found = summaries.of(name);
         const ColumnSummary& summary = found.summary;
         if (name == primary && summary.hasNaN()) {
-            throw Failure("Some points have no value of the primary attribute \"" + name + "\".",
-                          "Remove these points from the input files.");
+            throw core::Failure(
+                "Some points have no value of the primary attribute \"" + name + "\".",
+                "Remove these points from the input files.");
         }
         ImportPlan::Attribute attribute;
         const FittedAttribute fitted = summaries.fit(name, sources, DefaultFor::Nobody);
@@ -98,4 +106,4 @@ ImportPlan planImport(const PointSources& sources, const std::string& primary) {
     return plan;
 }
 
-}  // namespace tarvo::cli
+}  // namespace tarvo::exchange

@@ -1,20 +1,27 @@
 // What an import consists of, whether into a new database or into one that exists.
 #pragma once
 
-#include "cli/errors.h"
+#include "core/error.h"
 #include "exchange/opensource.h"
 #include "qrb/pointcloud.h"
 
-#include <memory>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
-namespace tarvo::cli {
+namespace tarvo::exchange {
 
-using exchange::Column;
-using exchange::PointSource;
-using exchange::PointSources;
+// Learns of a step, in words, and of how much of it is done, 0 to 1. What it throws ends the
+// import.
+using ImportProgress = std::function<void(const std::string& step, double fraction)>;
+
+// An attribute was to be left out, but no file has it.
+class NoAttributeToLeaveOut : public core::Failure {
+public:
+    explicit NoAttributeToLeaveOut(const std::string& name)
+        : Failure("No file has the attribute \"" + name + "\" to leave out.") {}
+};
 
 // Where the values of a column go.
 struct ColumnTarget {
@@ -24,22 +31,13 @@ struct ColumnTarget {
     std::optional<double> replacement;
 };
 
-// Throws UsageError if one of the files is the database, by whatever name.
-void refuseAsInput(const std::string& database, const std::vector<std::string>& fileNames);
-
-// Opens the files; format: "las", "csv" or empty for what their extensions tell. Throws Failure if
-// one can't be read.
-PointSources openSources(const std::vector<std::string>& fileNames, const std::string& format);
-
-// The error for an attribute that is to be left out, but that no file has.
-UsageError noAttributeToLeaveOut(const std::string& name);
-
 // Adds the items of the files. Where there is an item of the name with another value, an item gets
 // a number.
 void addMetaData(qrb::pointcloud::MetaData& metaData, const PointSources& sources);
 
-// Adds all points of a file; targets: one per column.
+// Adds all points of a file; targets: one per column. progress may be empty. Throws Failure and
+// qrb::Error.
 void insertPoints(const qrb::Pointcloud& cloud, PointSource& source,
-                  const std::vector<ColumnTarget>& targets);
+                  const std::vector<ColumnTarget>& targets, const ImportProgress& progress);
 
-}  // namespace tarvo::cli
+}  // namespace tarvo::exchange
