@@ -73,8 +73,8 @@ qrb::pointcloud::CreateSettings settingsFor(const qrb::Pointcloud& cloud,
     if (!options.settings.empty()) {
         settings.fromJson(readTextFile(options.settings));
     }
-    const auto& attributes = cloud.pointAttributes();
-    settings.primaryAttribute = attributes.get(attributes.primaryAttributeName());
+    settings.primaryAttribute =
+        core::definitionForCopy(cloud, cloud.pointAttributes().primaryAttributeName());
     return settings;
 }
 

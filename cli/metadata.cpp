@@ -11,6 +11,7 @@
 #include "cli/textfile.h"
 #include "cli/texttable.h"
 
+#include "core/utf8.h"
 #include <CLI/CLI.hpp>
 #include "cli/actions.h"
 
@@ -73,7 +74,7 @@ void setMetaData(Database& database, const std::string& name, const std::string&
         // Any value agrees with the empty schema, but it must be JSON.
         database.cloud().metaData().validateJson(value, "{}");
     }
-    database.change({"Set metadata item " + name},
+    database.change({"Set metadata item " + core::validUtf8(name)},
                     [&] { database.cloud().metaData().set(name, value); });
 }
 

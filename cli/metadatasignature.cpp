@@ -6,6 +6,7 @@
 #include "cli/errors.h"
 #include "cli/key.h"
 #include "cli/output.h"
+#include "core/utf8.h"
 
 #include <CLI/CLI.hpp>
 
@@ -24,7 +25,7 @@ struct SignatureOptions {
 void signItem(Database& database, const SignatureOptions& options) {
     auto& metaData = database.cloud().metaData();
     const std::vector<std::uint8_t> key = options.key.bytes();
-    database.change({"Sign metadata item " + options.name}, [&] {
+    database.change({"Sign metadata item " + core::validUtf8(options.name)}, [&] {
         if (!options.overwrite && metaData.verifySignature(options.name, 0, {})) {
             throw Failure("The item is already signed.",
                           "Give --overwrite to replace its signature.");
@@ -36,7 +37,7 @@ void signItem(Database& database, const SignatureOptions& options) {
 
 void unsignItem(Database& database, const std::string& name) {
     auto& metaData = database.cloud().metaData();
-    database.change({"Remove the signature of metadata item " + name}, [&] {
+    database.change({"Remove the signature of metadata item " + core::validUtf8(name)}, [&] {
         if (!metaData.verifySignature(name, 0, {})) {
             throw Failure("The item is not signed.");
         }

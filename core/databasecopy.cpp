@@ -1,5 +1,6 @@
 #include "core/databasecopy.h"
 
+#include "core/utf8.h"
 #include "qrb/error.h"
 
 #include <algorithm>
@@ -47,7 +48,7 @@ private:
 std::vector<PointAttribute> definitions(const qrb::Pointcloud& source, const Selection& selection) {
     std::vector<PointAttribute> result;
     for (const std::string& name : selection.attributes)
-        result.push_back(source.pointAttributes().get(name));
+        result.push_back(definitionForCopy(source, name));
     return result;
 }
 
@@ -67,12 +68,21 @@ void addAttributes(qrb::Pointcloud& target, const std::vector<PointAttribute>& a
 
 }  // namespace
 
+PointAttribute definitionForCopy(const qrb::Pointcloud& source, const std::string& name) {
+    PointAttribute attribute = source.pointAttributes().get(name);
+    for (std::string* const text :
+         {&attribute.title, &attribute.tags, &attribute.description, &attribute.unitSymbol,
+          &attribute.namedValues, &attribute.lodSettings})
+        *text = validUtf8(*text);
+    return attribute;
+}
+
 std::uint64_t copyDatabase(const qrb::Pointcloud& source, qrb::Pointcloud& target,
                            const Selection& selection, const qrb::pointcloud::Progress& progress) {
     const std::vector<PointAttribute> attributes = definitions(source, selection);
     addAttributes(target, attributes);
     for (const std::string& name : selection.metaData)
-        target.metaData().set(name, source.metaData().get(name));
+        target.metaData().set(validUtf8(name), validUtf8(source.metaData().get(name)));
 
     auto from = selection.nodes ? source.select(*selection.nodes, selection.filter)
                                 : source.select(selection.filter);

@@ -16,8 +16,13 @@ struct Selection {
     // Of the source, in the order that they get. The target's primary attribute must be among them;
     // with "tarvo.id" points keep their ids.
     std::vector<std::string> attributes;
-    std::vector<std::string> metaData;  // without their signatures
+    std::vector<std::string> metaData;  // without their signatures, texts as those of definitions
 };
+
+// A definition of the source as a new database takes it: earlier releases kept texts that are no
+// UTF-8, which are read as Latin-1. Throws qrb::Error.
+qrb::pointcloud::PointAttribute definitionForCopy(const qrb::Pointcloud& source,
+                                                  const std::string& name);
 
 // Adds the attributes that the target lacks, the metadata items and the points to the target's
 // pending transaction. Values are written as the target's definitions hold them. Returns the number

@@ -1,5 +1,9 @@
 #include "engine/base/utf8.h"
 
+#include "engine/base/error.h"
+
+#include <cstdio>
+
 namespace tarvo::engine {
 
 std::size_t characterLength(std::string_view text) {
@@ -28,6 +32,20 @@ std::string validUtf8(std::string_view text) {
     out.reserve(text.size());
     forEachCharacter(text, [&](std::string_view character) { out += character; });
     return out;
+}
+
+void requireUtf8(std::string_view what, std::string_view text) {
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t length = characterLength(text.substr(at));
+        if (length == 0) {
+            char byte[3];
+            std::snprintf(byte, sizeof byte, "%02X", static_cast<unsigned char>(text[at]));
+            throw Failure(ErrorCode::Argument, std::string(what) + " is not a UTF-8 text.",
+                          "Its byte number " + std::to_string(at + 1) + ", 0x" + byte +
+                              ", is part of no character.");
+        }
+        at += length;
+    }
 }
 
 }  // namespace tarvo::engine

@@ -11,6 +11,8 @@ namespace tarvo::engine {
 std::size_t characterLength(std::string_view text);
 // Bytes that are no UTF-8 become U+FFFD, each.
 std::string validUtf8(std::string_view text);
+// Throws Failure(Argument) that names `what` ("The title") and the byte where a text is no UTF-8.
+void requireUtf8(std::string_view what, std::string_view text);
 
 // Calls the function with each character, U+FFFD for each byte that is none.
 template <typename Function>

@@ -1,4 +1,5 @@
 // Contexts, the library about itself, results, texts and object locks.
+#include "engine/base/utf8.h"
 #include "engine/capi/handles.h"
 #include "engine/store/container.h"
 
@@ -23,7 +24,7 @@ qrb_status newContext(qrb_context** context, const char* api, const char* level,
     if (!context)
         return QRB_FAILURE;
     try {
-        make(context, "context", nullptr, Log(textOf(level), textOf(path)), textOf(api));
+        make(context, "context", nullptr, Log(textOf(level), textOf(path)), validUtf8(textOf(api)));
         return QRB_SUCCESS;
     } catch (...) {
         return QRB_FAILURE;

@@ -177,9 +177,9 @@ void noteChanges(session::Session& session, const session::State& state, const A
     if (from.record.length > to.record.length)
         changed += state.pointCount * (from.record.length - to.record.length);
     if (changed > 0)
-        session.changelog().notes().lines.push_back("Attribute \"" + to.record.name + "\": redefined, " +
-                                        numbers::groupedText(changed) +
-                                        (changed == 1 ? " value changed" : " values changed"));
+        session.changelog().notes().lines.push_back(
+            "Attribute \"" + to.record.name + "\": redefined, " + numbers::groupedText(changed) +
+            (changed == 1 ? " value changed" : " values changed"));
 }
 
 }  // namespace
@@ -188,6 +188,7 @@ void putAttribute(session::Session& session, const AttributeRecord& record) {
     session::State& pending = session.change();
     session.settle();
     schema::validate(record);
+    schema::requireTexts(record);
     (void)schema::lodMethod(record);
     session::State state = pending;
     const std::size_t index = findAttribute(state, record.name);

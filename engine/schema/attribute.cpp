@@ -2,6 +2,7 @@
 
 #include "engine/base/error.h"
 #include "engine/base/json.h"
+#include "engine/base/utf8.h"
 #include "numbers/numbertext.h"
 
 #include <charconv>
@@ -87,6 +88,19 @@ void validate(const AttributeRecord& record) {
     } catch (const Failure&) {
         refuse(record, "its default value is neither in its range nor the invalid value.");
     }
+}
+
+void requireTexts(const AttributeRecord& record) {
+    const auto require = [&](const char* what, const std::string& text) {
+        requireUtf8("The " + std::string(what) + " of the point attribute \"" + record.name + "\"",
+                    text);
+    };
+    require("title", record.title);
+    require("tag list", record.tags);
+    require("description", record.description);
+    require("unit", record.unitSymbol);
+    require("list of named values", record.namedValues);
+    require("level-of-detail setting", record.lodSettings);
 }
 
 std::uint32_t dataType(const AttributeRecord& record) {

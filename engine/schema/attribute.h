@@ -36,6 +36,8 @@ inline constexpr std::string_view pointIdName = "tarvo.id";
 
 // Throws Failure(Argument) that names the field unless the record can be stored.
 void validate(const AttributeRecord& record);
+// Throws Failure(Argument) for a text that is no UTF-8. Files of earlier releases hold such ones.
+void requireTexts(const AttributeRecord& record);
 
 // The smallest type that holds every value: 0 NONE to 10 DOUBLE (qrb_data_type).
 std::uint32_t dataType(const AttributeRecord& record);

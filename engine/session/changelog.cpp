@@ -1,5 +1,6 @@
 #include "engine/session/changelog.h"
 
+#include "engine/base/utf8.h"
 #include "engine/session/session.h"
 
 namespace tarvo::engine::session {
@@ -35,6 +36,7 @@ void Changelog::append(const std::string& message) {
     m_session.change();
     if (message.find_first_not_of(" \t\r\n") == std::string::npos)
         throw Failure(ErrorCode::Argument, "The message is empty.");
+    requireUtf8("The message", message);
     if (message.size() > longestMessage)
         throw Failure(ErrorCode::Argument, "The message is too long.",
                       "A message has at most " + std::to_string(longestMessage) + " bytes.");
@@ -53,7 +55,8 @@ void Changelog::import(const std::string& text) {
     const auto add = [&](const std::string& entry, const BlobRef& previous) {
         return m_session.blobs().addJson(changelogBlob(entry, previous), "The changelog");
     };
-    BlobRef link = add(text, {});
+    // Earlier releases took any bytes.
+    BlobRef link = add(validUtf8(text), {});
     for (auto entry = own.rbegin(); entry != own.rend(); ++entry)
         link = add(*entry, link);
     pending.changelog = link;

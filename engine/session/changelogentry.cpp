@@ -1,6 +1,7 @@
 #include "engine/session/changelogentry.h"
 
 #include "engine/base/json.h"
+#include "engine/base/utf8.h"
 
 #include <algorithm>
 
@@ -16,7 +17,8 @@ SignedText asSigned(std::string_view entry) {
 
 // A text of somebody else within an entry: it must look neither like another entry nor like a
 // signature.
-std::string foreignText(std::string_view text, bool oneLine = false) {
+std::string foreignText(std::string_view foreign, bool oneLine = false) {
+    const std::string text = validUtf8(foreign);
     std::string result;
     for (std::size_t i = 0; i < text.size(); ++i) {
         const char c = text[i];

@@ -1,5 +1,6 @@
 #include "engine/session/metadata.h"
 
+#include "engine/base/utf8.h"
 #include "engine/session/session.h"
 
 namespace tarvo::engine::session {
@@ -21,6 +22,7 @@ void checkMetaDataName(const std::string& name) {
     if (!isMetaDataName(name))
         throw Failure(ErrorCode::Argument,
                       "The name of a metadata item must have 1 to 255 characters.");
+    requireUtf8("The name of a metadata item", name);
 }
 
 std::string MetaData::get(const std::string& name) {
@@ -56,6 +58,7 @@ void MetaData::sign(const std::string& name, const Signer& signer) {
     MetaItem signedItem = item;
     signedItem.parent = pending.parent;
     signedItem.signature =
+    requireUtf8("The value of the metadata item \"" + name + "\"", value);
         makeSignature(signer, asSigned(m_session.identity().uuid, name, signedItem, value));
     signedItem.method = signer.method;
     item = std::move(signedItem);

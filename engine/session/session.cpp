@@ -1,6 +1,7 @@
 #include "engine/session/session.h"
 
 #include "engine/base/json.h"
+#include "engine/base/utf8.h"
 #include "engine/schema/lodmethod.h"
 #include "version.h"
 
@@ -67,12 +68,14 @@ schema::AttributeRecord withValuesOfItsOwn(schema::AttributeRecord record) {
 }
 
 // The texts of a transaction stand in its root and its changelog entry, which are read whole.
-void checkLength(const char* what, const std::string& text, std::size_t most) {
+void checkText(const std::string& name, const std::string& text, std::size_t most) {
+    const std::string what = name + " of a transaction";
     if (text.size() > most)
         throw Failure(ErrorCode::Argument,
-                      std::string(what) + " of a transaction has at most " + std::to_string(most) +
-                          " bytes, this one has " + std::to_string(text.size()) + ".",
+                      what + " has at most " + std::to_string(most) + " bytes, this one has " +
+                          std::to_string(text.size()) + ".",
                       "Keep a long text as a metadata item.");
+    requireUtf8(what, text);
 }
 
 // The blobs behind the last one are deleted by who changes the file: a state that refers to them
@@ -91,6 +94,7 @@ void requireKept(const State& state, std::uint64_t lastBlob) {
 
 void addTo(State& state, const schema::AttributeRecord& record) {
     schema::validate(record);
+    schema::requireTexts(record);
     (void)schema::lodMethod(record);
     if (state.attributes.find(record.name) >= 0)
         throw Failure(ErrorCode::Exists,
@@ -137,8 +141,7 @@ void Session::create(const std::string& fileName, const CreateSettings& settings
         state.attributesBlob = add(bytesOf(attributesText(state.attributes)));
         for (const auto& [name, value] : metaData)
             state.metaData[name].value = add(bytesOf(value));
-        state.changelog =
-            add(bytesOf(changelogBlob(changelogEntry(State(), state, notes), {})));
+        state.changelog = add(bytesOf(changelogBlob(changelogEntry(State(), state, notes), {})));
         return rootText(state);
     });
 }
@@ -238,10 +241,10 @@ std::shared_ptr<const State> Session::state() {
 std::uint32_t Session::begin(const std::string& title, const std::string& agent,
                              const std::string& comments, const std::string& settings) {
     requireNonePending();
-    checkLength("The title", title, longestTitle);
-    checkLength("The agent", agent, longestTitle);
-    checkLength("The comment", comments, longestText);
-    checkLength("The settings text", settings, longestText);
+    checkText("The title", title, longestTitle);
+    checkText("The agent", agent, longestTitle);
+    checkText("The comment", comments, longestText);
+    checkText("The settings text", settings, longestText);
     m_container.beginWriting();
     try {
         loadCurrent();

@@ -37,7 +37,7 @@
  *     deletion of its context. What concerns no open database, and other database handles of the
  *     same context, may be used. Calls within a callback replace the context's last error and text.
  *  8. Numbers: sizes in bytes, counts in points, angles and lengths as the attribute's unit says.
- *  9. A changing function needs a pending transaction and fails without one.
+ *  9. A changing function needs a pending transaction, and texts in UTF-8, and fails without.
  * 10. A point attribute of length n has elements 0 to n-1; "NAME" stands for all of them (or the
  *     only one), "NAME[I]" for one. Data types are those of qrb_data_type.
  * 11. A filter is an expression, empty for everything, or one of the commands "find largest leaf",

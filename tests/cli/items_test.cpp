@@ -1,5 +1,6 @@
 // What goes with the points: metadata, attributes and the changelog, as a user and a script change
 // them.
+#include "core/utf8.h"
 #include "tests/cli/admin.h"
 
 #include <vector>
@@ -237,6 +238,57 @@ TEST_F(Admin, ARedefinitionChangesValuesOnlyWhenToldTo) {
     expectSuccess("update " + file + " --set tarvo.class=300");
     expectSaid(put + " --convert",
                "The attribute \"tarvo.class\" is defined; 30 values changed.\n");
+}
+
+TEST_F(Admin, TextsThatAreNoUtf8AreRefusedAndThoseOfOldFilesShownAndCopied) {
+    importPoints(3);
+    const std::string before = read(file);
+    const std::string within = "transactions run " + file;
+    std::string definition = run("attributes " + file + " show tarvo.class --json").output;
+    const std::size_t title = definition.find("\"title\":\"") + 9;
+    definition.insert(title, "\xf6");
+    for (const std::string& words :
+         {"metadata " + file + " set a @" + folder.write("a", "{\"a\": \"\xff\"}"),
+          "metadata " + file + " set --text a 'gr\xf6n'", "metadata " + file + " set 'h\xf6he' 1",
+          "attributes " + file + " put --json " + folder.write("c", definition),
+          "changelog " + file + " append 'l\xf6g'",
+          within + " --title '\xf6' -- 'metadata set a 1'",
+          within + " --title t --comment '\xf6' -- 'metadata set a 1'"}) {
+        expectFailure(1, words, " is not a UTF-8 text.\n    Its byte number ");
+    }
+    EXPECT_TRUE(read(file) == before);
+    expectSuccess("import " + folder.write("p\xf6.csv", "x,y,z\n1,2,3\n") + " " +
+                  folder.file("p.qrbx"));
+
+    const std::string old = folder.file("old.qrbx"), copy = folder.file("copy.qrbx");
+    std::filesystem::copy_file(QRB_GOLDEN "/latin1.qrbx", old);
+    for (const char* command :
+         {"info", "metadata", "attributes", "attributes group", "changelog", "transactions",
+          "transactions show", "inspect", "inspect --format html", "check", "select"}) {
+        std::string words = command;
+        words.insert(std::min(words.find(' '), words.size()), " " + old);
+        const Result result = run(words);
+        EXPECT_EQ(result.code, 0) << words << "\n" << result.output;
+    }
+    expectFailure(1, "validate " + old + " --strict --schema vtx", "\"own.bytes\"");
+    expectSuccess("metadata " + old + " get own.bytes", "{\"a\": \"\xff\"}\n");
+    expectSuccess("metadata " + old + " get 'h\xf6he'", "gr\xf6n\n");
+    expectSuccess("copy " + old + " " + copy + " --changelog",
+                  "2 points copied to \"" + copy + "\".\n");
+    expectSuccess("metadata " + copy + " get own.bytes", "{\"a\": \"ÿ\"}\n");
+    expectSuccess("metadata " + copy + " get höhe", "grön\n");
+    EXPECT_STREQ(json("attributes " + copy + " show own.height --json")["title"].GetString(),
+                 "Höhe");
+    EXPECT_STREQ(json("attributes " + copy + " show tarvo.xyz --json")["title"].GetString(),
+                 "Löge");
+    expectSuccess("metadata " + old + " verify 'h\xf6he' --key 00ff17",
+                  "Signature successfully verified.\n");
+    expectSuccess("metadata " + old + " remove 'h\xf6he'");
+    for (const std::string& name : {old, copy}) {
+        const std::string log = run("changelog " + name).output;
+        const std::string own = log.substr(name == old ? log.rfind("[#") : 0);
+        EXPECT_TRUE(tarvo::core::isUtf8(own)) << own;
+    }
 }
 
 TEST_F(Admin, ADryRunIsRefusedWhereTheRedefinitionIs) {

@@ -82,6 +82,17 @@ protected:
         return total;
     }
 
+    // 0: nothing was thrown.
+    template <typename Call>
+    static std::int32_t codeOf(Call&& call) {
+        try {
+            call();
+        } catch (const qrb::Error& error) {
+            return error.code();
+        }
+        return 0;
+    }
+
     std::filesystem::path m_folder;
     std::string fileName;
 };
@@ -301,6 +312,41 @@ TEST_F(Database, MetaDataItemsComeBackAsTheyWereWritten) {
     EXPECT_EQ(metaData.get("b.item"), "{\"ü\": [1, 2]}");
     EXPECT_EQ(metaData.get("a.item", "none"), "none");
     EXPECT_FALSE(metaData.exists("a.item"));
+}
+
+TEST_F(Database, TakesNoTextThatIsNoUtf8) {
+    const qrb::Context context("OFF", "");
+    qrb::Pointcloud cloud(context);
+    create(cloud);
+    auto& transactions = cloud.transactions();
+    for (const std::string& bad : {"gr\xf6n", "\xc3", "\xed\xa0\x80"}) {
+        for (const int which : {0, 1, 2, 3}) {
+            std::string texts[4] = {"a", "b", "c", "{}"};
+            texts[which] = bad;
+            EXPECT_EQ(codeOf([&] { transactions.begin(texts[0], texts[1], texts[2], texts[3]); }),
+                      QRB_ERROR_ARGUMENT);
+        }
+        std::string PointAttribute::*const fields[] = {
+            &PointAttribute::title, &PointAttribute::tags, &PointAttribute::description,
+            &PointAttribute::unitSymbol, &PointAttribute::namedValues};
+        TransactionGuard guard(transactions, "Größe", "tests");
+        for (const auto field : fields) {
+            PointAttribute added = attribute("m", 0, 1000, 1), put = attribute("n", 0, 1000, 1);
+            added.*field = put.*field = bad;
+            EXPECT_EQ(codeOf([&] { cloud.pointAttributes().add(added); }), QRB_ERROR_ARGUMENT);
+            EXPECT_EQ(codeOf([&] { cloud.pointAttributes().put(put); }), QRB_ERROR_ARGUMENT);
+            CreateSettings settings(context);
+            settings.primaryAttribute.*field = bad;
+            qrb::Pointcloud other(context);
+            EXPECT_EQ(codeOf([&] { other.create(fileName + "2", settings); }), QRB_ERROR_ARGUMENT);
+        }
+        EXPECT_EQ(codeOf([&] { cloud.metaData().set(bad, "1"); }), QRB_ERROR_ARGUMENT);
+        EXPECT_EQ(codeOf([&] { cloud.metaData().set("a", "\"" + bad + "\""); }),
+                  QRB_ERROR_ARGUMENT);
+        EXPECT_EQ(codeOf([&] { cloud.changelog().appendMessage(bad); }), QRB_ERROR_ARGUMENT);
+    }
+    EXPECT_EQ(transactions.list().size(), 2u);
+    EXPECT_EQ(cloud.pointAttributes().get("n").title, "n");
 }
 
 TEST_F(Database, WritesItsCallsAndFailuresToTheLogFile) {

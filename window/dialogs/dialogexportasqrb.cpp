@@ -67,7 +67,8 @@ DialogExportAsQRB::DialogExportAsQRB(const Source& source, const PlaceCheck& che
                    .value_or(qrb::pointcloud::CreateSettings(m_database.context()))),
       m_settings("DialogExportAsQRB") {
     const auto& attributes = m_database.pointAttributes();
-    m_target.primaryAttribute = attributes.get(attributes.primaryAttributeName());
+    m_target.primaryAttribute =
+        core::definitionForCopy(m_database, attributes.primaryAttributeName());
     m_ui->setupUi(this);
     useProgressBar(m_ui->progressBar);
     // Completion would change the expression while it is typed.
