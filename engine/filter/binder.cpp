@@ -33,6 +33,18 @@ bool isTrueNumber(const Number& number) {
     return number.whole ? number.integer != 0 : number.real < 0 || number.real > 0;
 }
 
+// The whole number that a number is, as it was written.
+std::optional<Wide> integerOf(const Number& number) {
+    if (number.whole || number.isWritten)
+        return number.integer;
+    const bool fits = std::abs(number.real) <= static_cast<double>(wideLimit);
+    if (fits && std::trunc(number.real) == number.real)
+        return static_cast<Wide>(number.real);
+    return std::nullopt;
+}
+
+// What can't be compared as whole numbers, a fraction below 2^52 or a number beyond all of them,
+// compares with them as doubles without a fault.
 bool compareNumbers(Operator operation, const Number& a, const Number& b) {
     const auto by = [&](auto x, auto y) {
         switch (operation) {
@@ -48,7 +60,10 @@ bool compareNumbers(Operator operation, const Number& a, const Number& b) {
                 return x >= y;
         }
     };
-    return a.whole && b.whole ? by(a.integer, b.integer) : by(asReal(a), asReal(b));
+    if (a.whole || b.whole || (a.isWritten && b.isWritten))
+        if (const auto x = integerOf(a), y = integerOf(b); x && y)
+            return by(*x, *y);
+    return by(asReal(a), asReal(b));
 }
 
 Operator mirrored(Operator operation) {
@@ -290,8 +305,8 @@ private:
             case Operator::Multiply: {
                 TermPointer result = term(*node.operands[0]);
                 for (std::size_t i = 0; i < node.between.size(); ++i)
-                    result =
-                        extended(std::move(result), node.between[i], term(*node.operands[i + 1]));
+                    result = extended(std::move(result), node.between[i],
+                                      term(*node.operands[i + 1]), node.offset);
                 return result;
             }
             default: {
@@ -304,8 +319,7 @@ private:
     static TermPointer negated(TermPointer operand) {
         if (isConstant(operand)) {
             const Number& number = numberOf(operand);
-            return constantTerm(number.whole ? wholeNumber(-number.integer)
-                                             : realNumber(-number.real));
+            return constantTerm({number.whole, -number.integer, -number.real, number.isWritten});
         }
         const Interval bounds = negate(operand->bounds);
         const Type type = widest(typeFor(bounds), operand->type);
@@ -313,9 +327,15 @@ private:
         return std::make_unique<Term>(Term{Negative{std::move(operand)}, type, bounds, cost});
     }
 
-    // The term with one more operator applied.
-    static TermPointer extended(TermPointer left, Operator operation, TermPointer right) {
+    // The term with one more operator applied; offset: where the sum or product begins.
+    TermPointer extended(TermPointer left, Operator operation, TermPointer right,
+                         std::size_t offset) const {
         const Interval bounds = combine(operation, left->bounds, right->bounds);
+        if (isConstant(left) && isConstant(right) && !bounds.whole && numberOf(left).whole &&
+            numberOf(right).whole && operation != Operator::Divide && operation != Operator::Modulo)
+            fail(offset,
+                 "The whole numbers at position %0 give one that is too large to be held exactly. "
+                 "Write one of them with a decimal point to have it rounded.");
         // A remainder may be small where its operands are not.
         const Type type = widest(typeFor(bounds), widest(left->type, right->type));
         if (isConstant(left) && isConstant(right))
@@ -339,6 +359,13 @@ private:
         return type == Type::Wide ? 3 * one : one;
     }
 
+    // A real constant that is compared with whole numbers becomes one, if it is one.
+    static void beWhole(TermPointer& term, const Term& other) {
+        if (isConstant(term) && !numberOf(term).whole && other.type != Type::Real)
+            if (const auto integer = integerOf(numberOf(term)))
+                term = constantTerm(wholeNumber(*integer));
+    }
+
     TermPointer comparison(Operator operation, TermPointer left, TermPointer right) {
         if (operation == Operator::NotEqual)
             return inverse(comparison(Operator::Equal, std::move(left), std::move(right)));
@@ -348,6 +375,8 @@ private:
             return codesTerm(element->slot, operation, numberOf(right));
         if (const auto* element = right->as<Element>(); element && isConstant(left))
             return codesTerm(element->slot, mirrored(operation), numberOf(left));
+        beWhole(left, *right);
+        beWhole(right, *left);
         if (operation == Operator::Greater || operation == Operator::GreaterEqual) {
             operation = mirrored(operation);
             left.swap(right);
@@ -368,8 +397,9 @@ private:
         const Wide end = static_cast<Wide>(grid.maximumCode()) + 1;
         Wide atLeast = 0;  // the first code whose value is >= the constant
         Wide above = 0;    // the first code whose value is > the constant
-        if (m_slots[slot].whole && constant.whole) {
-            const Wide offset = constant.integer - grid.integerValue(0);
+        const auto integer = m_slots[slot].whole ? integerOf(constant) : std::nullopt;
+        if (integer) {
+            const Wide offset = *integer - grid.integerValue(0);
             atLeast = std::clamp<Wide>(offset, 0, end);
             above = std::clamp<Wide>(offset + 1, 0, end);
         } else {
@@ -379,8 +409,14 @@ private:
             const auto code = [&](const Grid::Bound& bound) {
                 return bound.none ? end : static_cast<Wide>(bound.code);
             };
-            atLeast = code(grid.firstAtLeast(value));
-            above = code(grid.firstAbove(value));
+            const Number rounded = realNumber(value);
+            // A whole number that no double is lies between two of them.
+            atLeast = code(compareNumbers(Operator::Greater, constant, rounded)
+                               ? grid.firstAbove(value)
+                               : grid.firstAtLeast(value));
+            above =
+                code(compareNumbers(Operator::Less, constant, rounded) ? grid.firstAtLeast(value)
+                                                                       : grid.firstAbove(value));
         }
         const bool invalid =
             grid.invalidIsOffGrid() && compareNumbers(operation, invalidNumber(slot), constant);

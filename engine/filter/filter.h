@@ -6,10 +6,12 @@
 //
 // Numbers without point and exponent and elements of the Integer kind are integers, and + - * % of
 // integers are exact integers (of up to 127 bits; where the ranges of the operands allow more, they
-// are computed as doubles); everything else is double, a comparison of mixed operands too. % is
-// that of C; by 0 it gives NaN. A comparison gives 1 or 0 and can't be chained; && || ! treat any
-// value but 0 as true (NaN counts as false, as does every comparison with NaN but !=). "NAME" of an
-// attribute with several elements is an error that says which elements there are.
+// are computed as doubles, and numbers that leave them are refused); everything else is double, a
+// comparison of mixed operands too. Comparisons with numbers are exact: one that is written with
+// more digits than a double has is an integer, or refused where it is none. % is that of C; by 0 it
+// gives NaN. A comparison gives 1 or 0 and can't be chained; && || ! treat any value but 0 as true
+// (NaN counts as false, as does every comparison with NaN but !=). "NAME" of an attribute with
+// several elements is an error that says which elements there are.
 #pragma once
 
 #include "engine/schema/attribute.h"

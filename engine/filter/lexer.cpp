@@ -1,9 +1,13 @@
 #include "engine/filter/lexer.h"
 
 #include "engine/base/error.h"
+#include "engine/filter/interval.h"
+#include "numbers/numbertext.h"
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
+#include <optional>
 
 namespace tarvo::engine::filter {
 
@@ -25,6 +29,42 @@ bool isBlank(char c) {
 bool isContinuation(char c) {
     return (static_cast<unsigned char>(c) & 0xc0) == 0x80;
 }
+
+// The whole number that digits and so many zeros behind them write; none where it is larger than
+// the most.
+std::optional<Wide> wholeOf(std::string_view digits, std::size_t zeros, Wide most) {
+    Wide value = 0;
+    for (std::size_t i = 0; i < digits.size() + zeros; ++i) {
+        const int digit = i < digits.size() ? digits[i] - '0' : 0;
+        if (value > (most - digit) / 10)
+            return std::nullopt;
+        value = 10 * value + digit;
+    }
+    return value;
+}
+
+// A decimal number as it is written, 0.digits * 10^exponent without zeros at its ends.
+struct Decimal {
+    explicit Decimal(std::string_view text) {
+        const std::size_t end = std::min(text.find_first_of("eE"), text.size());
+        const std::size_t point = std::min(text.find('.'), end);
+        for (const char c : text.substr(0, end))
+            if (isDigit(c))
+                digits += c;
+        const std::size_t front = std::min(digits.find_first_not_of('0'), digits.size());
+        digits.erase(0, front);
+        digits.erase(digits.find_last_not_of('0') + 1);
+        std::string_view power = text.substr(std::min(end + 1, text.size()));
+        if (power.starts_with('+'))
+            power.remove_prefix(1);
+        std::from_chars(power.data(), power.data() + power.size(), exponent);
+        exponent += static_cast<std::int64_t>(point) - static_cast<std::int64_t>(front);
+    }
+    bool isWhole() const { return exponent >= static_cast<std::int64_t>(digits.size()); }
+
+    std::string digits;
+    std::int64_t exponent = 0;
+};
 
 }  // namespace
 
@@ -118,17 +158,34 @@ Token Lexer::number() {
                "Expected an operator after the number " + std::string(token.text) +
                    " at position %0, found \"" + m_text[m_at] + "\".");
 
-    const char* const first = token.text.data();
-    const char* const last = first + token.text.size();
-    std::uint64_t integer = 0;
-    if (whole && std::from_chars(first, last, integer).ec == std::errc()) {
-        token.number = {true, static_cast<schema::Grid::Wide>(integer), 0};
+    const auto refuse = [&](const std::string& reason) {
+        failAt(m_text, token.offset,
+               "The number " + std::string(token.text.substr(0, 40)) + " at position %0 " + reason);
+    };
+    if (whole) {
+        const std::optional<Wide> integer = wholeOf(token.text, 0, wideLimit);
+        if (!integer)
+            refuse("is too large to be held exactly: whole numbers go up to " +
+                   numbers::wholeText(wideLimit) +
+                   ". Write it with an exponent to have it rounded.");
+        token.number = {true, *integer, 0};
         return token;
     }
-    if (std::from_chars(first, last, token.number.real).ec != std::errc())
-        failAt(m_text, token.offset,
-               "The number " + std::string(token.text.substr(0, 40)) +
-                   " at position %0 is too large or too small.");
+    double& real = token.number.real;
+    const char* const first = token.text.data();
+    if (std::from_chars(first, first + token.text.size(), real).ec != std::errc())
+        refuse("is too large or too small.");
+    if (real == 0 || std::trunc(real) != real)
+        return token;
+    // Where the nearest double is a whole number, what is written must be that one.
+    const Decimal written(token.text);
+    if (!written.isWhole())
+        refuse("has too many digits: it would be taken for " + numbers::numberText(real) + ".");
+    if (real > static_cast<double>(wideLimit))
+        return token;
+    const auto zeros = static_cast<std::size_t>(written.exponent) - written.digits.size();
+    if (const auto integer = wholeOf(written.digits, zeros, wideLimit + wideLimit / 2))
+        token.number = {false, *integer, real, true};
     return token;
 }
 

@@ -37,6 +37,8 @@ struct Number {
     bool whole = false;  // then integer is the value, else real
     schema::Grid::Wide integer = 0;
     double real = 0;
+    // Without whole: integer is what was written with a point or an exponent; real is near it.
+    bool isWritten = false;
 };
 
 struct Node {

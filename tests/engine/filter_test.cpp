@@ -78,6 +78,17 @@ TEST(FilterText, TellsWhatWasExpectedAndWhere) {
         {"tarvo.xyz[a] > 1",
          "Expected the whole number of an element at position 11, found \"a\"."},
         {"a > 1e999", "The number 1e999 at position 5 is too large or too small."},
+        {"a < 85070591730234615865843651857942052865",
+         "The number 85070591730234615865843651857942052865 at position 5 is too large to be held "
+         "exactly: whole numbers go up to 85070591730234615865843651857942052864. Write it with an "
+         "exponent to have it rounded."},
+        {"1 > 0 || 9223372036854775808 * 9223372036854775808 * 1 < 9223372036854775808 * "
+         "9223372036854775809",
+         "The whole numbers at position 58 give one that is too large to be held exactly. Write "
+         "one of them with a decimal point to have it rounded."},
+        {"-4503599627370497.2 < 0",
+         "The number 4503599627370497.2 at position 2 has too many digits: it would be taken for "
+         "4503599627370497."},
         {"xyz[0] > 1", "There is no attribute \"xyz\" (position 1). Did you mean \"tarvo.xyz\"?"},
         {"1 < tarvo.xyz",
          "The attribute \"tarvo.xyz\" at position 5 has 3 elements: write \"tarvo.xyz[0]\" to "
@@ -297,6 +308,45 @@ TEST(FilterMeaning, ChainsOfOperatorsGoFromTheLeftEachStepAsIfAlone) {
     EXPECT_FALSE(passes("a % (a - 7) + 1 < 1", "a", 7));
 }
 
+// As doubles each of these pairs is one number.
+TEST(FilterMeaning, NumbersThatAreWrittenAreComparedExactly) {
+    const char* const ascending[][2] = {
+        {"18446744073709551615", "18446744073709551616"},
+        {"9007199254740992.0", "9007199254740993"},
+        {"9007199254740992", "9007199254740993.0"},
+        {"9007199254740992.00", "9007199254740993.000"},
+        {"18446744073709551615", "18446744073709551616.0"},
+        {"18446744073709551615.0", "1.8446744073709551616e19"},
+        {"99999999999999991611392", "1e23"},
+        {"85070591730234615865843651857942052863", "85070591730234615865843651857942052864"},
+        {"85070591730234615865843651857942052863", "85070591730234615865843651857942052864.0"},
+        {"85070591730234615865843651857942052864", "85070591730234615865843651857942052865e0"},
+        {"9223372036854775807 * 9223372036854775807", "9223372036854775807 * 9223372036854775808"},
+        {"18446744073709551616 - 1", "18446744073709551615 + 1"},
+        {"-18446744073709551616", "-18446744073709551615"},
+        {"-9007199254740993.0", "-9007199254740992"},
+    };
+    for (const auto& [less, more] : ascending) {
+        const std::string a = less, b = more;
+        for (const std::string& text : {a + " < " + b, b + " > " + a, a + " != " + b,
+                                        "!(" + b + " <= " + a + ")", b + " == " + b})
+            EXPECT_TRUE(passes(text, "a", 1)) << text;
+    }
+    for (const char* text : {"1e23 == 100000000000000000000000", "2.50e1 == 25", "0e9 == 0.0",
+                             "w == 1e30", "1e30 == w:invalid", "00012 == 12", "1e300 > 1e299"})
+        EXPECT_TRUE(passes(text, "w", 1e30)) << text;
+    // Doubles of which none is the number.
+    EXPECT_FALSE(passes("e == 9007199254740993 || g == 18446744073709551616", "g", 1.8e19));
+    const double two54 = 18014398509481984;
+    EXPECT_TRUE(passes("x == 18014398509481984", "x", two54));
+    for (const char* number : {"18014398509481983", "18014398509481985"}) {
+        const std::string text = number;
+        EXPECT_FALSE(passes("x == " + text, "x", two54));
+        EXPECT_EQ(passes("x < " + text, "x", two54), number == std::string("18014398509481985"));
+        EXPECT_EQ(passes("x >= " + text, "x", two54), number == std::string("18014398509481983"));
+    }
+}
+
 TEST(FilterMeaning, LargeIntegersStayExact) {
     const AttributeTable table = makeTable();
     Column ids(8, 3);
@@ -308,6 +358,11 @@ TEST(FilterMeaning, LargeIntegersStayExact) {
             .size();
     };
     EXPECT_EQ(count("f == 9007199254740993"), 1u);
+    EXPECT_EQ(count("f == 9007199254740993.0"), 1u);
+    EXPECT_EQ(count("9.007199254740992e15 == f"), 1u);
+    EXPECT_EQ(count("f + 0 <= 9007199254740992.0"), 1u);
+    EXPECT_EQ(count("-f < -9007199254740993.0"), 1u);
+    EXPECT_EQ(count("g < 18446744073709551616"), 3u);
     EXPECT_EQ(count("f + 1 > 9007199254740993"), 2u);
     EXPECT_EQ(count("g % 2 == 1"), 1u);
     EXPECT_EQ(count("g * 3 == 27021597764222979"), 1u);

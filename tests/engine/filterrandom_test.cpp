@@ -95,11 +95,14 @@ Value evaluate(const Tree& tree, const Data& data, std::size_t point) {
         return never0 ? ofWhole(a.integer % b.integer)
                       : ofReal(static_cast<double>(a.integer % b.integer));
     }
-    const int order = whole    ? (a.integer < b.integer ? -1 : a.integer > b.integer)
-                      : x < y  ? -1
-                      : x > y  ? 1
-                      : x == y ? 0
-                               : 2;
+    // A number that is written is compared exactly with a whole one.
+    const auto isExact = [](const Value& value, const Tree& other, const Value& literal) {
+        return value.whole && other.operation == "lit" && std::trunc(literal.real) == literal.real;
+    };
+    const bool exact = whole || isExact(a, tree.operands[1], b) || isExact(b, tree.operands[0], a);
+    const Wide m = a.whole ? a.integer : exact ? static_cast<Wide>(a.real) : 0;
+    const Wide n = b.whole ? b.integer : exact ? static_cast<Wide>(b.real) : 0;
+    const int order = exact ? (m < n ? -1 : m > n) : x < y ? -1 : x > y ? 1 : x == y ? 0 : 2;
     if (op == "==")
         return ofWhole(order == 0);
     if (op == "!=")

@@ -50,6 +50,7 @@ inline AttributeTable makeTable() {
     addAttribute(table, "u", 1, 0, 1.8e19, -1);
     addAttribute(table, "v", 1, 1, 10, 0);
     addAttribute(table, "w", 1, 0, 100, 1e30);
+    addAttribute(table, "x", 0, -1e18, 1e18);
     addAttribute(table, "y", 0, 1, 10);
     addAttribute(table, "m", 1, -9223372036854775808.0, 9223372036854774784.0);
     addAttribute(table, "n", 1, -5, -1);
