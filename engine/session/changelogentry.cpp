@@ -136,6 +136,12 @@ std::string changelogEntry(const State& before, const State& after, const Change
         addLine(entry, "Level of detail",
                 std::string(after.lodMode == 1 ? "thinout" : "combine") + ", size " +
                     std::to_string(after.chunkSizeLod));
+    if (!notes.placeholders.empty()) {
+        ChangeList list;
+        for (const std::string& name : notes.placeholders)
+            list.add("examples, to be replaced, in", name);
+        addLine(entry, "Placeholders", list.text());
+    }
     for (const std::string& line : notes.lines)
         entry += foreignText(line) + "\n";
     for (const std::string& message : notes.messages)

@@ -28,8 +28,9 @@ struct ChangeNotes {
     std::uint64_t inserted = 0;
     std::uint64_t updated = 0;
     std::uint64_t removed = 0;
-    std::vector<std::string> lines;     // "Topic: text"
-    std::vector<std::string> messages;  // appended by the user
+    std::vector<std::string> placeholders;  // items that were given the catalogue's examples
+    std::vector<std::string> lines;         // "Topic: text"
+    std::vector<std::string> messages;      // appended by the user
 };
 
 // The entry of a transaction, unsigned.

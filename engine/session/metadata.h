@@ -4,10 +4,12 @@
 #include "engine/session/signature.h"
 
 #include <string>
+#include <vector>
 
 namespace tarvo::engine::session {
 
 class Session;
+struct State;
 
 // Part of a session. What changes an item changes the pending transaction, and throws
 // Failure(State) without one; what reads one sees that transaction.
@@ -24,11 +26,16 @@ public:
     void sign(const std::string& name, const Signer& signer);
     // Whether the signature is valid; with method 0 and no key: whether there is one.
     bool verify(const std::string& name, const Signer& signer);
+    // The items of a state that hold placeholders, but for those that another one has, too.
+    std::vector<std::string> placeholders(const State& state, const State& but);
 
 private:
     Session& m_session;
 };
 
 void checkMetaDataName(const std::string& name);  // Failure(Argument)
+// Whether a value of an item is the catalogue's example, which new files have for what nobody else
+// can tell; however the JSON text is written.
+bool isPlaceholder(const std::string& name, const std::string& value);
 
 }  // namespace tarvo::engine::session

@@ -111,8 +111,7 @@ std::string libraryVersion() {
 
 void Session::create(const std::string& fileName, const CreateSettings& settings,
                      const std::string& api, const std::vector<schema::AttributeRecord>& extra,
-                     const std::vector<std::pair<std::string, std::string>>& metaData,
-                     const ChangeNotes& notes) {
+                     const std::vector<std::pair<std::string, std::string>>& metaData) {
     validate(settings);
     if (const schema::AttributeRecord& id = settings.primaryAttribute;
         id.name == schema::pointIdName && !canBePointId(id))
@@ -134,8 +133,12 @@ void Session::create(const std::string& fileName, const CreateSettings& settings
     transaction.settings = toJson(settings);
     transaction.start = transaction.stop = timestamp();
 
-    for (const auto& [name, value] : metaData)
+    ChangeNotes notes;
+    for (const auto& [name, value] : metaData) {
         checkMetaDataName(name);
+        if (isPlaceholder(name, value))
+            notes.placeholders.push_back(name);
+    }
     const Identity identity{makeUuid(), libraryVersion(), settings};
     store::Container::create(fileName, identityText(identity), [&](const auto& add) {
         state.attributesBlob = add(bytesOf(attributesText(state.attributes)));
@@ -303,6 +306,7 @@ void Session::publish(const Progress& progress, const Signer& signer) {
         next.attributesBlob =
             m_blobs.addJson(attributesText(next.attributes), "The attribute table");
     next.transaction.stop = timestamp();
+    m_changelog.notes().placeholders = m_metaData.placeholders(next, *m_current);
     std::string entry = changelogEntry(*m_current, next, m_changelog.notes());
     if (signer.method != 0)
         signEntry(entry, signer);

@@ -55,13 +55,11 @@ public:
 class Session {
 public:
     // Makes a new file with transaction 1, which holds the definitions and no points. extra:
-    // attributes beside the primary one and the point id; metaData: items, texts by name; notes: for
-    // the first changelog entry.
+    // attributes beside the primary one and the point id; metaData: items, texts by name.
     static void create(const std::string& fileName, const CreateSettings& settings,
                        const std::string& api,
                        const std::vector<schema::AttributeRecord>& extra = {},
-                       const std::vector<std::pair<std::string, std::string>>& metaData = {},
-                       const ChangeNotes& notes = {});
+                       const std::vector<std::pair<std::string, std::string>>& metaData = {});
 
     // api: the interface layer that asks; goes into the transactions' records.
     Session(const std::string& fileName, const OpenSettings& settings, std::string api);

@@ -177,31 +177,15 @@ private:
     std::vector<Deviation> m_deviations;
 };
 
-// Without blanks; empty for what is no JSON.
-std::string compact(const std::string& text) {
-    rapidjson::StringBuffer buffer;
-    JsonWriter writer(buffer);
-    try {
-        parseJson(text, "A metadata item", ErrorCode::Argument).Accept(writer);
-    } catch (const Failure&) {
-        return {};
-    }
-    return {buffer.GetString(), buffer.GetSize()};
-}
-
 }  // namespace
 
 std::vector<std::string> placeholders(session::Session& session) {
     std::vector<std::string> lines;
     // Held: what is got from a pending transaction is a copy that nobody else keeps.
     const auto state = session.state();
-    for (const auto& [name, item] : state->metaData) {
-        const catalogue::MetaDataEntry* entry = catalogue::findMetaData(name);
-        if (entry && entry->neutral.empty() &&
-            compact(session.metaData().get(name)) == compact(entry->example))
-            lines.push_back("The metadata item \"" + name +
-                            "\" holds the example of the catalogue: replace it by what is true.");
-    }
+    for (const std::string& name : session.metaData().placeholders(*state, session::State()))
+        lines.push_back("The metadata item \"" + name +
+                        "\" holds the example of the catalogue: replace it by what is true.");
     return lines;
 }
 

@@ -21,7 +21,6 @@ void createFile(const std::string& fileName, const session::CreateSettings& sett
             attributes.push_back(session::defaultAttribute(item.name));
 
     std::vector<std::pair<std::string, std::string>> metaData;
-    std::string placeholders;
     for (const FileSchema::Item& item : schema.metaData) {
         if (item.optional && !optionals)
             continue;
@@ -33,13 +32,8 @@ void createFile(const std::string& fileName, const session::CreateSettings& sett
         if (item.optional && entry->neutral.empty())
             continue;
         metaData.emplace_back(item.name, entry->neutral.empty() ? entry->example : entry->neutral);
-        if (entry->neutral.empty())
-            placeholders += (placeholders.empty() ? "" : ", ") + item.name;
     }
-    session::ChangeNotes notes;
-    if (!placeholders.empty())
-        notes.lines.push_back("Placeholders: examples, to be replaced, in " + placeholders);
-    session::Session::create(fileName, own, api, attributes, metaData, notes);
+    session::Session::create(fileName, own, api, attributes, metaData);
 }
 
 }  // namespace tarvo::engine::validation

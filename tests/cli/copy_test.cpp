@@ -57,6 +57,26 @@ TEST_F(CopyCommand, HoldsWhatIsSelected) {
     EXPECT_EQ(run("metadata " + target).output.find("one"), std::string::npos);
 }
 
+// As a new database does, however the example is written.
+TEST_F(CopyCommand, TellsOfPlaceholders) {
+    const std::string told = "Placeholders: examples, to be replaced, in tarvo.beam_geometry\n";
+    const std::string example =
+        R"({"beam_divergence" : 3.5e-4, "beam_exit_\u0064iameter": 0.00650})";
+    ASSERT_EQ(run("metadata " + source + " set tarvo.beam_geometry '" + example + "'").code, 0);
+    ASSERT_EQ(run("metadata " + source + " set three 3").code, 0);
+    ASSERT_EQ(run("copy " + source + " " + target + " -m one,tarvo.beam_geometry").code, 0);
+    for (const std::string& name : {source, target}) {
+        const std::string log = run("changelog " + name).output;
+        EXPECT_NE(log.find("\n" + told), std::string::npos) << log;
+        EXPECT_EQ(log.find(told), log.rfind(told)) << log;
+        const std::string notes = run("validate " + name + " --schema vtx").output;
+        EXPECT_NE(notes.find("\"tarvo.beam_geometry\" holds the example"), std::string::npos)
+            << notes;
+    }
+    ASSERT_EQ(run("copy " + source + " " + target + " --overwrite -m one").code, 0);
+    EXPECT_EQ(run("changelog " + target).output.find("Placeholders"), std::string::npos);
+}
+
 TEST_F(CopyCommand, TakesOfAFileOfSettingsWhatItNamesButForThePrimaryAttribute) {
     const std::string other = folder.file("other.qrbx");
     const auto copy = [&](const std::string& from, const std::string& to, const char* settings) {
