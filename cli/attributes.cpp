@@ -6,6 +6,7 @@
 #include "cli/database.h"
 #include "cli/errors.h"
 #include "cli/json.h"
+#include "cli/options.h"
 #include "cli/output.h"
 #include "cli/terminal.h"
 #include "cli/text.h"
@@ -206,9 +207,6 @@ void addAttributesCommand(CLI::App& app, Invocation& invocation) {
         app.add_subcommand("attributes", "List, add, change and remove point attributes");
     addDatabaseFile(*command, invocation);
     const Actions<AttributeOptions> actions(*command, invocation);
-    const auto addJson = [&](CLI::App& target) {
-        target.add_flag("--json", actions->json, "Write JSON, for programs");
-    };
     const auto addName = [&](CLI::App& target) {
         target.add_option("name", actions->name, "Name of the attribute")
             ->type_name("NAME")
@@ -217,19 +215,19 @@ void addAttributesCommand(CLI::App& app, Invocation& invocation) {
     const auto list = [](Database& database, const AttributeOptions& given) {
         listAttributes(database.cloud().pointAttributes(), given);
     };
-    addJson(*command);
+    addJson(*command, actions->json);
     CLI::App* const listing = actions.add("list", "List them (the default)", list);
     listing
         ->add_option("filter", actions->pick,
                      "Names with * and ? as wildcards, or #TAG (default: all)")
         ->type_name("FILTER");
-    addJson(*listing);
+    addJson(*listing, actions->json);
     CLI::App* const show = actions.add(
         "show", "Tell all about one", [](Database& database, const AttributeOptions& given) {
             showAttribute(database.cloud().pointAttributes().get(given.name), given.json);
         });
     addName(*show);
-    addJson(*show);
+    addJson(*show, actions->json);
     CLI::App* const add = actions.add("add", "Add some", addAttributes);
     add->add_option("names", actions->names, "Names of default attributes")->type_name("NAME");
     add->add_option("--json", actions->file, "File with a definition of its own (- for the input)")
@@ -265,7 +263,8 @@ void addAttributesCommand(CLI::App& app, Invocation& invocation) {
     addJson(*actions.add("group", "List them by the groups in which they are shown",
                          [](Database& database, const AttributeOptions& given) {
                              listGroups(database.cloud().pointAttributes(), given.json);
-                         }));
+                         }),
+            actions->json);
     command->footer(
         "\"qrbtool defaults attributes\" lists the default attributes.\n"
         "\n"

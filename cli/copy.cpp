@@ -4,7 +4,7 @@
 #include "cli/database.h"
 #include "cli/errors.h"
 #include "cli/json.h"
-#include "cli/number.h"
+#include "cli/options.h"
 #include "cli/output.h"
 #include "cli/terminal.h"
 #include "cli/text.h"
@@ -127,15 +127,8 @@ void addCopyCommand(CLI::App& app, Invocation& invocation) {
     command->add_option("target", options->target, "The database to make")
         ->type_name("TARGET")
         ->required();
-    command
-        ->add_option("-f,--filter", options->filter,
-                     "Expression that the points satisfy (default: all points)")
-        ->type_name("EXPRESSION");
-    command
-        ->add_option("--nodes", options->nodes,
-                     "Nodes of the point index whose points are copied, for example \"1,3-5\"")
-        ->type_name("IDS")
-        ->check(notEmpty());
+    addFilter(*command, options->filter);
+    addNodes(*command, options->nodes, "Nodes of the point index whose points are copied");
     command
         ->add_option("-a,--attributes", options->attributes,
                      "Attributes to copy beside the primary one (default: all)")

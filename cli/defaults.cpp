@@ -5,6 +5,7 @@
 #include "cli/commands.h"
 #include "cli/errors.h"
 #include "cli/json.h"
+#include "cli/options.h"
 #include "cli/output.h"
 #include "cli/texttable.h"
 #include "core/defaultattribute.h"
@@ -17,6 +18,8 @@
 namespace tarvo::cli {
 
 namespace {
+
+using qrb::pointcloud::PointAttribute;
 
 struct DefaultsOptions {
     bool json = false;
@@ -131,7 +134,7 @@ void addDefaultsCommand(CLI::App& app, Invocation& invocation) {
         CLI::App* const table = command->add_subcommand(name, description);
         table->add_option("name", options->name, "One of them (default: list all)")
             ->type_name("NAME");
-        table->add_flag("--json", options->json, "Write JSON, for programs");
+        addJson(*table, options->json);
         table->callback([show, options, &invocation] {
             invocation.run = [show, options](const qrb::Context&) { show(*options); };
         });
@@ -140,7 +143,7 @@ void addDefaultsCommand(CLI::App& app, Invocation& invocation) {
     addTable("metadata", "The default metadata items, their JSON schemas and examples",
              showDefaultMetaData);
     CLI::App* const versions = command->add_subcommand("versions", "The versions of the tables");
-    versions->add_flag("--json", options->json, "Write JSON, for programs");
+    addJson(*versions, options->json);
     versions->callback([options, &invocation] {
         invocation.run = [options](const qrb::Context&) { showVersions(options->json); };
     });

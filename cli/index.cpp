@@ -5,6 +5,7 @@
 #include "cli/indextext.h"
 #include "cli/nodestatistics.h"
 #include "cli/number.h"
+#include "cli/options.h"
 #include "cli/output.h"
 
 #include <CLI/CLI.hpp>
@@ -58,7 +59,8 @@ void addIndexCommand(CLI::App& app, Invocation& invocation) {
             ->add_option("-f,--filter", options->filter,
                          "Only nodes that may hold points which satisfy the expression, or the one "
                          "that a command finds, such as \"find fullest leaf\"")
-            ->type_name("EXPRESSION");
+            ->type_name("EXPRESSION")
+            ->check(notEmpty());
     CLI::Option* const levels =
         command->add_flag("--levels", options->levels, "A line per level in place of the tree");
     CLI::Option* const depth =
@@ -77,7 +79,7 @@ void addIndexCommand(CLI::App& app, Invocation& invocation) {
         ->needs(node);
     node->excludes(filter)->excludes(levels)->excludes(depth);
     levels->excludes(depth);
-    command->add_flag("--json", options->json, "Write JSON, for programs");
+    addJson(*command, options->json);
     command->footer(
         "Points: of the node and all below. Own: stored in the node itself; in a node that is no\n"
         "leaf these stand for the points below, as its level of detail. Revision: the transaction\n"

@@ -3,6 +3,7 @@
 #include "cli/commands.h"
 #include "cli/database.h"
 #include "cli/json.h"
+#include "cli/options.h"
 #include "cli/output.h"
 #include "cli/text.h"
 #include "core/referencesystem.h"
@@ -228,7 +229,7 @@ void addInfoCommand(CLI::App& app, Invocation& invocation) {
     const auto json = std::make_shared<bool>(false);
     CLI::App* const command = app.add_subcommand("info", "Tell what a database holds");
     addDatabaseFile(*command, invocation);
-    command->add_flag("--json", *json, "Write JSON, for programs");
+    addJson(*command, *json);
     command->footer(
         "Identity, size, creator, points, extent, coordinate reference system, transactions\n"
         "(* marks the current one), attributes with the range of their values, names of the\n"

@@ -5,6 +5,7 @@
 #include "cli/errors.h"
 #include "cli/json.h"
 #include "cli/number.h"
+#include "cli/options.h"
 #include "cli/output.h"
 #include "cli/texttable.h"
 
@@ -85,9 +86,8 @@ void addLodCommand(CLI::App& app, Invocation& invocation) {
         app.add_subcommand("lod", "Show, build and remove the level of detail");
     addDatabaseFile(*command, invocation);
     const Actions<LodOptions> actions(*command, invocation);
-    command->add_flag("--json", actions->json, "Write JSON, for programs");
-    actions.add("show", "Tell the settings (the default)", showLod)
-        ->add_flag("--json", actions->json, "Write JSON, for programs");
+    addJson(*command, actions->json);
+    addJson(*actions.add("show", "Tell the settings (the default)", showLod), actions->json);
     CLI::App* const set = actions.add("set", "Change the settings and build anew", setLod);
     set->add_option("--mode", actions->mode, "How points are chosen")
         ->check(CLI::IsMember({"thinout", "combine"}));

@@ -7,11 +7,12 @@
 #include "cli/json.h"
 #include "cli/metadatafile.h"
 #include "cli/metadatasignature.h"
+#include "cli/options.h"
 #include "cli/output.h"
 #include "cli/textfile.h"
 #include "cli/texttable.h"
-
 #include "core/utf8.h"
+
 #include <CLI/CLI.hpp>
 #include "cli/actions.h"
 
@@ -132,9 +133,8 @@ void addMetaDataCommand(CLI::App& app, Invocation& invocation) {
     const auto list = [](Database& database, const MetaDataOptions& given) {
         listMetaData(database.cloud().metaData(), given.json);
     };
-    command->add_flag("--json", actions->json, "Write JSON, for programs");
-    actions.add("list", "List the items (the default)", list)
-        ->add_flag("--json", actions->json, "Write JSON, for programs");
+    addJson(*command, actions->json);
+    addJson(*actions.add("list", "List the items (the default)", list), actions->json);
     actions
         .add("get", "Write the value of an item",
              [](Database& database, const MetaDataOptions& given) {

@@ -1,6 +1,7 @@
 #include "cli/number.h"
 
 #include <charconv>
+#include <utility>
 
 namespace tarvo::cli {
 
@@ -19,9 +20,10 @@ CLI::Validator wholeNumber(std::uint64_t least, std::uint64_t most) {
             ""};
 }
 
-CLI::Validator notEmpty() {
-    return {[](std::string& text) -> std::string {
-                return text.empty() ? "\"\" names nothing. Leave the option out for all." : "";
+CLI::Validator notEmpty(std::string advice) {
+    return {[advice = std::move(advice)](std::string& text) -> std::string {
+                const bool isBlank = text.find_first_not_of(" \t\r\n\v\f") == std::string::npos;
+                return isBlank ? "\"" + text + "\" names nothing. " + advice : "";
             },
             ""};
 }

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <limits>
+#include <string>
 
 namespace tarvo::cli {
 
@@ -13,7 +14,8 @@ namespace tarvo::cli {
 CLI::Validator wholeNumber(std::uint64_t least = 0,
                            std::uint64_t most = std::numeric_limits<std::uint32_t>::max());
 
-// A list that is given must not be empty: an unset variable of a script would mean everything.
-CLI::Validator notEmpty();
+// A list or expression that is given must not be blank: an unset variable of a script would mean
+// everything. advice: what to do about it.
+CLI::Validator notEmpty(std::string advice = "Leave the option out for all.");
 
 }  // namespace tarvo::cli

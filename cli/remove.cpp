@@ -4,6 +4,7 @@
 #include "cli/errors.h"
 #include "cli/idlist.h"
 #include "cli/json.h"
+#include "cli/number.h"
 #include "cli/pointchanges.h"
 #include "cli/terminal.h"
 #include "cli/textfile.h"
@@ -117,12 +118,15 @@ void addRemoveCommand(CLI::App& app, Invocation& invocation) {
     CLI::App* const command = app.add_subcommand("remove", "Remove points");
     addDatabaseFile(*command, invocation);
     CLI::Option_group* const which = command->add_option_group("Which points");
+    const CLI::Validator given = notEmpty("Give --all to remove all points.");
     which->add_option("-f,--filter", options->filter, "Expression that the points satisfy")
-        ->type_name("EXPRESSION");
+        ->type_name("EXPRESSION")
+        ->check(given);
     which
         ->add_option("--ids", options->ids,
                      "Their ids, for example \"1,3-5\", @FILE or - for the standard input")
-        ->type_name("LIST");
+        ->type_name("LIST")
+        ->check(given);
     which->add_flag("--all", options->all, "All points");
     which->require_option(1);
     command->add_flag("--json", options->json, "Write the numbers as JSON");
@@ -131,10 +135,6 @@ void addRemoveCommand(CLI::App& app, Invocation& invocation) {
         "  qrbtool remove scan.qrbx --filter \"tarvo.class == 7\"\n"
         "  qrbtool remove scan.qrbx --ids 1,3-5");
     command->callback([options, &invocation] {
-        if (!options->all && options->filter.find_first_not_of(" \t\r\n") == std::string::npos &&
-            options->ids.empty()) {
-            throw UsageError("The expression is empty.", "Give --all to remove all points.");
-        }
         invocation.work = [options](Database& database) { runRemove(database, *options); };
     });
 }

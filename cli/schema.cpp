@@ -5,6 +5,7 @@
 #include "cli/errors.h"
 #include "cli/fileschema.h"
 #include "cli/json.h"
+#include "cli/options.h"
 #include "cli/output.h"
 #include "cli/textfile.h"
 #include "cli/texttable.h"
@@ -67,9 +68,9 @@ void addSchemaCommand(CLI::App& app, Invocation& invocation) {
     const auto list = [options, &invocation] {
         invocation.run = [options](const qrb::Context&) { listSchemas(options->json); };
     };
-    command->add_flag("--json", options->json, "Write JSON, for programs");
+    addJson(*command, options->json);
     CLI::App* const listing = command->add_subcommand("list", "List them (the default)");
-    listing->add_flag("--json", options->json, "Write JSON, for programs");
+    addJson(*listing, options->json);
     listing->callback(list);
     CLI::App* const show = command->add_subcommand("show", "Write one (JSON)");
     show->add_option("identifier", options->schema, "Its identifier")

@@ -4,6 +4,7 @@
 #include "cli/database.h"
 #include "cli/errors.h"
 #include "cli/number.h"
+#include "cli/options.h"
 #include "cli/output.h"
 #include "cli/pointwriter.h"
 #include "cli/terminal.h"
@@ -139,16 +140,9 @@ void addSelectCommand(CLI::App& app, Invocation& invocation) {
     const auto options = std::make_shared<SelectOptions>();
     CLI::App* const command = app.add_subcommand("select", "Read points");
     addDatabaseFile(*command, invocation);
-    command
-        ->add_option("-f,--filter", options->filter,
-                     "Expression that the points satisfy (default: all points)")
-        ->type_name("EXPRESSION");
+    addFilter(*command, options->filter);
     CLI::Option* const nodes =
-        command
-            ->add_option("--nodes", options->nodes,
-                         "Nodes of the point index whose points are read, for example \"1,3-5\"")
-            ->type_name("IDS")
-            ->check(notEmpty());
+        addNodes(*command, options->nodes, "Nodes of the point index whose points are read");
     command
         ->add_option("-a,--attributes", options->attributes,
                      "Attributes, or elements such as tarvo.xyz[2], to write (default: all)")

@@ -7,6 +7,7 @@
 #include "cli/database.h"
 #include "cli/json.h"
 #include "cli/number.h"
+#include "cli/options.h"
 #include "cli/output.h"
 #include "cli/texttable.h"
 
@@ -97,9 +98,6 @@ void addTransactionsCommand(CLI::App& app, Invocation& invocation) {
         "transactions", "List, show, restore and forget states; make several changes in one");
     addDatabaseFile(*command, invocation);
     const Actions<TransactionOptions> actions(*command, invocation);
-    const auto addJson = [&](CLI::App& target) {
-        target.add_flag("--json", actions->json, "Write JSON, for programs");
-    };
     const auto addNumber = [&](CLI::App& target, const char* description) {
         return target.add_option("id", actions->id, description)
             ->type_name("ID")
@@ -114,15 +112,15 @@ void addTransactionsCommand(CLI::App& app, Invocation& invocation) {
     const auto list = [](Database& database, const TransactionOptions& given) {
         listTransactions(database.cloud().transactions(), given.json);
     };
-    addJson(*command);
-    addJson(*actions.add("list", "List them (the default)", list));
+    addJson(*command, actions->json);
+    addJson(*actions.add("list", "List them (the default)", list), actions->json);
 
     CLI::App* const show = actions.add("show", "Tell all about one",
                                        [](Database& database, const TransactionOptions& given) {
                                            showTransaction(database.cloud().transactions(), given);
                                        });
     addNumber(*show, "Its number (default: the current one)");
-    addJson(*show);
+    addJson(*show, actions->json);
     addNumber(*actions.add("restore", "Make the state after it the current one",
                            [](Database& database, const TransactionOptions& given) {
                                restoreTransaction(database.cloud().transactions(), given.id);

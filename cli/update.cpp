@@ -5,7 +5,7 @@
 #include "cli/errors.h"
 #include "cli/inputs.h"
 #include "cli/json.h"
-#include "cli/number.h"
+#include "cli/options.h"
 #include "cli/pointchanges.h"
 #include "cli/terminal.h"
 #include "cli/text.h"
@@ -175,18 +175,9 @@ void addUpdateCommand(CLI::App& app, Invocation& invocation) {
                          "CSV file with the values of points, one of whose columns is their id")
             ->type_name("CSV");
     what->require_option(1);
-    command
-        ->add_option("-f,--filter", options->filter,
-                     "Expression that the points satisfy (default: all points)")
-        ->type_name("EXPRESSION")
-        ->excludes(from);
+    addFilter(*command, options->filter)->excludes(from);
     CLI::Option* const nodes =
-        command
-            ->add_option("--nodes", options->nodes,
-                         "Leaves of the point index whose points are changed, for example "
-                         "\"1,3-5\"")
-            ->type_name("IDS")
-            ->check(notEmpty())
+        addNodes(*command, options->nodes, "Leaves of the point index whose points are changed")
             ->excludes(from);
     command->add_flag("--json", options->json, "Write the numbers as JSON");
     command->footer(

@@ -1,7 +1,7 @@
 // What commands write to: no output and no new database destroys anything.
 #include "tests/cli/folder.h"
-#include "tests/exchange/lasbuilder.h"
 #include "tests/cli/process.h"
+#include "tests/exchange/lasbuilder.h"
 
 #include <gtest/gtest.h>
 
@@ -269,9 +269,21 @@ TEST_F(Outputs, NumbersOfTheCommandLineAreWhole) {
 // A variable of a script that is not set, or a file that is empty, must not mean everything.
 TEST_F(Outputs, EmptyListsAreNotEverything) {
     expectFailure(2, "remove " + database + " --ids @" + folder.write("ids", ""), "empty");
-    expectFailure(2, "update " + database + " --set tarvo.class=3 --nodes ''", "--nodes");
-    expectFailure(2, "select " + database + " --nodes ''", "--nodes");
-    expectFailure(2, "copy " + database + " " + folder.file("c.qrbx") + " --nodes ''", "--nodes");
+    const std::string leaveOut = "Leave the option out for all.";
+    const std::string update = "update " + database + " --set tarvo.class=3";
+    const std::string copy = "copy " + database + " " + folder.file("c.qrbx");
+    for (const std::string& words :
+         {update, "update " + database + " --invert tarvo.selected", "select " + database, copy}) {
+        expectFailure(2, words + " --nodes ''", leaveOut);
+        expectFailure(2, words + " --filter ''", leaveOut);
+    }
+    expectFailure(2, update + " -f ' \t\v'", leaveOut);
+    expectFailure(2, "index " + database + " --filter ''", leaveOut);
+    expectFailure(2, "transactions run " + database + " --title t -- \"update --set a=1 -f ''\"",
+                  leaveOut);
+    for (const char* which : {" --filter ' '", " --filter ''", " --ids ''"}) {
+        expectFailure(2, "remove " + database + which, "Give --all to remove all points.");
+    }
     EXPECT_EQ(run("select --count " + database).output, "100\n");
 }
 
