@@ -13,15 +13,16 @@ _MOST_PIXELS = 2000
 _LEAST_PIXELS = 400
 
 
-def picture_of(grid, cells, values):
+def picture_of(grid, cells, values, most=math.inf):
     """The bytes of a PNG file of cells with values, north up; cells without one are transparent.
 
-    Small grids are enlarged; of large ones each n-th row and column is shown."""
-    low, high = min(values, default=0.0), max(values, default=0.0)
+    most: values beyond have the last colour. Small grids are enlarged; of large ones each n-th row
+    and column is shown."""
+    low, high = min(values, default=0.0), min(most, max(values, default=0.0))
     scale = 254 / (high - low) if high > low else 0.0
     colours = bytearray(grid.size)  # numbers in the palette; 0: no value
     for cell, value in zip(cells, values):
-        colours[cell] = 1 + int((value - low) * scale)
+        colours[cell] = 1 + int((min(value, high) - low) * scale)
     longest = max(grid.columns, grid.rows)
     step = math.ceil(longest / _MOST_PIXELS)
     factor = max(1, _LEAST_PIXELS // longest)
@@ -34,11 +35,13 @@ def picture_of(grid, cells, values):
     return _png(len(lines[0]) - 1, lines)
 
 
-def legend(text, values):
+def legend(text, values, most=math.inf):
     """A title that tells what the colours mean."""
     if not values:
         return text
-    return f"{text}: {min(values):.6g} (dark blue) to {max(values):.6g} (yellow)"
+    high = max(values)
+    last = f"{most:.6g} and more" if most < high else f"{high:.6g}"
+    return f"{text}: {min(values):.6g} (dark blue) to {last} (yellow)"
 
 
 def _png(width, lines):

@@ -11,7 +11,7 @@ import qrb
 
 try:
     import numpy
-except ImportError:  # everything works without it, at a tenth of the speed or less
+except ImportError:  # everything works without it, but slower
     numpy = None
 
 #: The filter that plugins about the ground propose.

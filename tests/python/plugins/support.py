@@ -145,10 +145,10 @@ class PluginTest(unittest.TestCase):
             self.run_plugin(db, **parameters)
         return caught.exception
 
-    def assertCancelLeaves(self, db, folder, **parameters):
+    def assertCancelLeaves(self, db, folder, fractions=(0.0, 0.5, 0.95), **parameters):
         """Cancels early, in the middle and late; each time the folder must hold the same files."""
         before = sorted(os.listdir(folder))
-        for fraction in (0.0, 0.5, 0.95):
+        for fraction in fractions:
             with self.assertRaises(Cancelled, msg=f"at {fraction}"):
                 self.run_plugin(db, cancel_at=fraction, **parameters)
             self.assertEqual(sorted(os.listdir(folder)), before, f"cancelled at {fraction}")
