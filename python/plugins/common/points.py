@@ -6,6 +6,7 @@ The build puts this file beside each plugin that imports it.
 import contextlib
 import math
 import os
+import re
 
 import qrb
 
@@ -34,28 +35,39 @@ def coordinates(db):
     return [f"{name}[{i}]" for i in range(3)]
 
 
-def definition(db, name):
-    """The definition of an attribute, or of the one that an element such as "tarvo.rgba[0]" is of."""
-    found = db.attributes.get(name.partition("[")[0].strip())
-    if found is None:
+def element(db, name):
+    """The definition of an attribute, and for an element such as "tarvo.rgba[0]" its number."""
+    found = re.fullmatch(r"\s*([^\[\]\s]*)\s*(?:\[\s*(\d+)\s*\]\s*)?", name)
+    attribute = db.attributes.get(found[1]) if found else None
+    if attribute is None:
         raise wrong(
             f'The file has no attribute "{name}".',
             f"Choose one of: {', '.join(db.attributes)}.",
             qrb.ErrorCode.NOT_FOUND,
         )
-    return found
+    number = None if found[2] is None else int(found[2])
+    if number is not None and number >= attribute.length:
+        raise wrong(f'The attribute "{found[1]}" has {attribute.length} values per point.')
+    return attribute, number
+
+
+def definition(db, name):
+    """The definition of an attribute, or of the one that an element is of."""
+    return element(db, name)[0]
 
 
 def single(db, name):
     """The name of an attribute of one value per point; of the coordinates, the height."""
-    length = definition(db, name).length
-    if length == 1 or "[" in name:
-        return name
-    if name == db.attributes.primary:
+    attribute, number = element(db, name)
+    if attribute.length == 1:
+        return attribute.name
+    if number is not None:
+        return f"{attribute.name}[{number}]"
+    if attribute.name == db.attributes.primary:
         return coordinates(db)[2]
     raise wrong(
-        f'The attribute "{name}" has {length} values per point.',
-        f'Choose one of them: "{name}[0]" to "{name}[{length - 1}]".',
+        f'The attribute "{name}" has {attribute.length} values per point.',
+        f'Choose one of them: "{name}[0]" to "{name}[{attribute.length - 1}]".',
     )
 
 

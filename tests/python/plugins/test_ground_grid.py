@@ -113,6 +113,7 @@ class GroundGrid(PluginTest):
         self.assertRefused("Choose one of: tarvo.xyz", db, attribute="tarvo.reflectance")
         self.assertRefused(r"tarvo\.rgba\[0\]", db, attribute="tarvo.rgba")
         self.assertEqual(len(self.cells(db, cell=1, attribute="tarvo.rgba[3]")), 1)
+        self.assertRefused("4 values", db, attribute="tarvo.rgba[4]")
         self.assertRefused("no position", self.make([1.0], primary=qrb.Attribute("t", 0, 9)))
 
     def test_leaves_the_old_file_where_it_is_cancelled_and_takes_no_database(self):
