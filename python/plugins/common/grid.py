@@ -44,8 +44,7 @@ class Grid:
         west, south, cell, columns = self.west, self.south, self.cell, self.columns
         if numpy is None:
             return [
-                int((y - south) / cell) * columns + int((x - west) / cell)
-                for x, y in zip(xs, ys)
+                int((y - south) / cell) * columns + int((x - west) / cell) for x, y in zip(xs, ys)
             ]
         rows = ((ys - south) / cell).astype(numpy.int64)
         return rows * columns + ((xs - west) / cell).astype(numpy.int64)
@@ -90,9 +89,7 @@ class Statistics:
         cells = cells[begins]
         self.count[cells] += numpy.diff(begins, append=len(values))
         self.total[cells] += numpy.add.reduceat(values, begins)
-        self.least[cells] = numpy.minimum(
-            self.least[cells], numpy.minimum.reduceat(values, begins)
-        )
+        self.least[cells] = numpy.minimum(self.least[cells], numpy.minimum.reduceat(values, begins))
         self.greatest[cells] = numpy.maximum(
             self.greatest[cells], numpy.maximum.reduceat(values, begins)
         )

@@ -159,7 +159,10 @@ def _tell(residuals, uncovered, report):
             ("Largest", (max(residuals), 4)),
         ]
         report.table(["Surface - Z", "Value"], figures, "Accuracy")
-        lines += ["", f"RMS {rms:.4f}, 95 % value {1.96 * rms:.4f}, in the unit of the coordinates."]
+        lines += [
+            "",
+            f"RMS {rms:.4f}, 95 % value {1.96 * rms:.4f}, in the unit of the coordinates.",
+        ]
         if count < 20:
             lines += ["The standard of the 95 % value asks for 20 control points at least."]
     report.text("\n".join(lines), "Summary")

@@ -18,7 +18,7 @@ from points import batches, coordinates, extent, numpy, with_values
 
 CLASS = "tarvo.class"
 GROUND_CLASS = 2
-#: A pit of one cell that is deeper than five times its width is a measuring error (the paper's 500 %).
+#: A pit of one cell, deeper than five times its width, is a measuring error (the paper's 500 %).
 PIT_SLOPE = 5
 #: How much further from the surface points may lie on slopes, per rise over run (the paper's 1.25).
 SLOPE_SCALE = 1.25
@@ -42,7 +42,9 @@ def run(db, parameters, report):
 def _lowest(db, filter, names, grid, report):
     """The lowest height in each cell."""
     statistics = Statistics(grid.size)
-    for xs, ys, zs in batches(db, filter, names, report, "Looking for the lowest points", (0.1, 0.3)):
+    for xs, ys, zs in batches(
+        db, filter, names, report, "Looking for the lowest points", (0.1, 0.3)
+    ):
         statistics.add(grid.cells(xs, ys), zs)
     return surface_of(statistics.least, grid.columns)
 

@@ -11,7 +11,7 @@ import qrb
 from points import coordinates, element, numpy, whole_file, with_values
 from polygon import Polygons, read_polygons
 
-#: What a data type is called in PLY, and in the modules struct and numpy. There are no whole numbers
+#: What a data type is called in PLY, and in the modules struct and numpy. PLY has no whole numbers
 #: of 64 bits.
 _TYPES = {
     qrb.DataType.UINT8: ("uchar", "B"),
@@ -24,7 +24,10 @@ _TYPES = {
     qrb.DataType.DOUBLE: ("double", "d"),
 }
 #: What other programs call the elements of these.
-_KNOWN = {"tarvo.rgba": ("red", "green", "blue", "alpha"), "tarvo.surface_normal": ("nx", "ny", "nz")}
+_KNOWN = {
+    "tarvo.rgba": ("red", "green", "blue", "alpha"),
+    "tarvo.surface_normal": ("nx", "ny", "nz"),
+}
 
 
 def run(db, parameters, report):

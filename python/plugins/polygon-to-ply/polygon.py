@@ -6,9 +6,7 @@ import re
 
 from points import numpy, wrong
 
-_ADVICE = (
-    "It has to hold WKT such as POLYGON((0 0, 9 0, 9 9)), GeoJSON, or lines of x and y."
-)
+_ADVICE = "It has to hold WKT such as POLYGON((0 0, 9 0, 9 9)), GeoJSON, or lines of x and y."
 #: Strips from south to north: a point is compared only with the edges in its strip.
 _STRIPS = 512
 
@@ -44,7 +42,9 @@ def _of_geojson(value):
         for geometry in value["geometries"]:
             yield from _of_geojson(geometry)
     elif kind == "Feature":
-        yield from _of_geojson(value["geometry"] or {"type": "GeometryCollection", "geometries": []})
+        yield from _of_geojson(
+            value["geometry"] or {"type": "GeometryCollection", "geometries": []}
+        )
     elif kind in ("Polygon", "MultiPolygon"):
         coordinates = value["coordinates"]
         for rings in [coordinates] if kind == "Polygon" else coordinates:
@@ -60,7 +60,9 @@ def _of_wkt(text):
     if kind is None:
         raise ValueError("POLYGON or MULTIPOLYGON is expected")
     # Parentheses as brackets, and corners as texts: then it is JSON.
-    body = re.sub(r"[^(),]+", lambda found: json.dumps(found[0].strip()), text[kind.end() :].strip())
+    body = re.sub(
+        r"[^(),]+", lambda found: json.dumps(found[0].strip()), text[kind.end() :].strip()
+    )
     body = body.replace('""', "").replace("(", "[").replace(")", "]")
     nested = json.loads(body)
     return [
@@ -95,7 +97,7 @@ class Polygons:
         self._polygons = [self._strips(polygon) for polygon in polygons]
 
     def _strips(self, rings):
-        """For each strip the edges in it, as (south, north, x at the south end, x per y, y there)."""
+        """For each strip the edges in it: (south, north, x of an end, x per y, y of that end)."""
         strips = [[] for _ in range(_STRIPS)]
         for ring in rings:
             for (x, y), (u, v) in zip(ring, ring[1:] + ring[:1]):

@@ -23,7 +23,7 @@ import qrb  # noqa: E402
 from runner.report import Report  # noqa: E402
 
 PLUGINS = Path(os.environ.get("QRB_PLUGINS", ROOT / "python" / "plugins"))
-TOOL = os.environ.get("QRB_TOOL", "qrbtool")
+TOOL = os.environ.get("QRBTOOL_FILE", "qrbtool")
 CLOUDS = os.environ.get("QRB_TEST_DATA", "")
 XYZ = qrb.Attribute("tarvo.xyz", -100_000, 100_000, resolution=0.001, length=3, unit="m")
 

@@ -89,7 +89,10 @@ class ControlPoints(PluginTest):
         db = self.make([*line, (50, 50, 5), (50.5, 50.5, 5), (50, 50.5, 5)])
         controls = [("out", 90, 90, 0), ("line", 1, 0, 0), ("in", 50.2, 50.3, 4)]
         rows = self.compare(db, controls)
-        self.assertEqual([rows[name][6] for name in ("out", "line", "in")], ["no points within the radius", "no plane through the points", ""])
+        self.assertEqual(
+            [rows[name][6] for name in ("out", "line", "in")],
+            ["no points within the radius", "no plane through the points", ""],
+        )
         self.assertEqual(self.report.figures(1)["Control points used"], "1")
         self.assertEqual(self.report.figures(1)["Standard deviation"], "")
         self.assertIn("out (no points within the radius)", self.report.texts)

@@ -31,7 +31,9 @@ class DensityOverlap(PluginTest):
         self.assertAlmostEqual(float(found["Smallest density"]), min(densities), delta=0.00051)
         self.assertAlmostEqual(float(found["Largest density"]), max(densities), delta=0.00051)
         self.assertAlmostEqual(float(found["Mean density"]), mean(densities), delta=0.00051)
-        means = [[mean(z) for line, z in lines.items() if line is not None] for lines in cells.values()]
+        means = [
+            [mean(z) for line, z in lines.items() if line is not None] for lines in cells.values()
+        ]
         differences = [max(of) - min(of) for of in means if len(of) > 1]
         if not differences:
             self.assertEqual(len(report.of("table")), 2)
@@ -48,14 +50,19 @@ class DensityOverlap(PluginTest):
         points, lines = [], []
         for line, west, lift in ((7, -40, 0), (9, -10, 0.12), (65535, 15, -0.3), (0, -40, 50)):
             for _ in range(2000):
-                x, y = west + self.random.randrange(30_000) / 1000, self.random.randrange(20_000) / 1000
+                x, y = (
+                    west + self.random.randrange(30_000) / 1000,
+                    self.random.randrange(20_000) / 1000,
+                )
                 points.append((x, y, 0.01 * x + lift))
                 lines.append(line)
         db = self.make(points, attributes=[self.lines(invalid=0)], **{LINE: lines})
         report = self.run_plugin(db, cell=4, limit=3)
         rows = [(*row[:3], row[3] or None) for row in rows_of(db, [*NAMES, LINE])]
         self.assertReport(report, rows, 4, 3)
-        self.assertEqual(self.table(report, "Flight lines"), {"7": "2000", "9": "2000", "65535": "2000"})
+        self.assertEqual(
+            self.table(report, "Flight lines"), {"7": "2000", "9": "2000", "65535": "2000"}
+        )
         self.assertIn("two lines or more", report.of("html")[0]["text"])
         report = self.run_plugin(db, cell=4, limit=3, filter="tarvo.xyz[1] < 9")
         self.assertReport(report, [row for row in rows if row[1] < 9], 4, 3)
@@ -76,7 +83,9 @@ class DensityOverlap(PluginTest):
         self.assertEqual(self.table(report, "Density")["Mean density"], "0.040")
         self.assertEqual(len(report.of("picture")), 1)
         self.assertRefused("Choose one of", db, line="tarvo.segment_id")
-        self.assertRefused("more than 1000 different", self.make([(i, 0, 0) for i in range(1100)]), line="tarvo.id")
+        self.assertRefused(
+            "more than 1000 different", self.make([(i, 0, 0) for i in range(1100)]), line="tarvo.id"
+        )
         self.assertIn("No points", self.run_plugin(self.make([])).texts)
 
     def test_names_a_cell_size_that_does_where_the_area_is_huge(self):

@@ -14,8 +14,7 @@ class GroundClassifier(PluginTest):
         return dict(rows_of(db, ["tarvo.id", CLASS]))
 
     def scene(self):
-        """A hillside with a house, posts, and echoes from below; what is ground, and the classes that
-        a former run left: ground everywhere."""
+        """A hillside with a house, posts, and echoes from below; and which points are ground."""
         points, is_ground = [], []
         for i in range(-60, 60):
             for j in range(-60, 60):
@@ -39,12 +38,19 @@ class GroundClassifier(PluginTest):
         wrong = [points[i] for i, g in enumerate(is_ground) if found[i] != (2 if g else 9)]
         # At the walls, cells hold both.
         self.assertLess(len(wrong), len(points) / 100, wrong[:20])
-        self.assertEqual([p for p in wrong if abs(abs(p[0] + 5) - 8) > 1.5 and abs(abs(p[1] - 4) - 6) > 1.5], [])
+        self.assertEqual(
+            [p for p in wrong if abs(abs(p[0] + 5) - 8) > 1.5 and abs(abs(p[1] - 4) - 6) > 1.5], []
+        )
         figures = {key: int(value) for key, value in report.figures().items()}
         numbers = Counter(found)
         self.assertEqual(
             figures,
-            {"considered": len(points), "ground": numbers[2], "new ground": 0, "ground no more": numbers[9]},
+            {
+                "considered": len(points),
+                "ground": numbers[2],
+                "new ground": 0,
+                "ground no more": numbers[9],
+            },
         )
 
     def test_leaves_points_alone_that_are_not_considered(self):
@@ -100,7 +106,10 @@ class GroundClassifier(PluginTest):
                 ]
 
             surface = morphology.surface_of(heights, columns)
-            for function, order in ((morphology.opened, (min, max)), (morphology.closed, (max, min))):
+            for function, order in (
+                (morphology.opened, (min, max)),
+                (morphology.closed, (max, min)),
+            ):
                 expected = window(window(heights, order[0]), order[1])
                 found = [float(z) for row in function(surface, radius) for z in row]
                 self.assertEqual(found, expected)
@@ -113,7 +122,9 @@ class GroundClassifier(PluginTest):
             columns, rows = self.random.randint(1, 20), self.random.randint(1, 20)
             heights = [self.random.choice([math.inf, 3.0, 4.0]) for _ in range(rows * columns)]
             heights[self.random.randrange(len(heights))] = 3.5
-            found = [z for row in morphology.filled(morphology.surface_of(heights, columns)) for z in row]
+            found = [
+                z for row in morphology.filled(morphology.surface_of(heights, columns)) for z in row
+            ]
             for before, after in zip(heights, found):
                 self.assertTrue(after == before or before == math.inf and 3 <= after <= 4)
 

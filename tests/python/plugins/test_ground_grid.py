@@ -38,7 +38,9 @@ class GroundGrid(PluginTest):
         name = self.folder / "cells.csv"
         self.report = self.run_plugin(db, file=str(name), **parameters)
         with open(name, newline="") as file:
-            rows = [{key: float(value) for key, value in row.items()} for row in csv.DictReader(file)]
+            rows = [
+                {key: float(value) for key, value in row.items()} for row in csv.DictReader(file)
+            ]
         return {(row.pop("x"), row.pop("y")): row for row in rows}
 
     def assertCells(self, cells, points, cell):
@@ -77,7 +79,9 @@ class GroundGrid(PluginTest):
         report = self.run_plugin(db, cell=1)
         lines = pixels(report.of("picture")[0])
         factor = len(lines) // 3
-        corners = [[lines[factor * row][factor * column] for column in range(2)] for row in range(3)]
+        corners = [
+            [lines[factor * row][factor * column] for column in range(2)] for row in range(3)
+        ]
         self.assertEqual(corners, [[255, 0], [0, 0], [1, 128]])
         self.assertIn("10 (dark blue) to 30 (yellow)", report.of("picture")[0]["title"])
         self.assertIn("no attribute tarvo.class", report.texts)
@@ -90,13 +94,17 @@ class GroundGrid(PluginTest):
         db = self.make(
             points, attributes=[value, loose], value=[1, -0.3, 3, -0.3], loose=[nan, 2.5, nan, nan]
         )
-        means = {x: cell["mean"] for (x, _), cell in self.cells(db, cell=1, attribute="value").items()}
+        means = {
+            x: cell["mean"] for (x, _), cell in self.cells(db, cell=1, attribute="value").items()
+        }
         self.assertEqual(means, {0.5: 1, 2.5: 3})
         self.assertEqual(len(self.cells(db, cell=1, attribute="loose")), 1)
 
     def test_one_point_one_cell_and_no_point(self):
         one = self.cells(self.make([(-7.5, -7.5, -1)]), cell=10)
-        self.assertEqual(one, {(-5.0, -5.0): {"count": 1, "minimum": -1, "mean": -1, "maximum": -1, "range": 0}})
+        self.assertEqual(
+            one, {(-5.0, -5.0): {"count": 1, "minimum": -1, "mean": -1, "maximum": -1, "range": 0}}
+        )
         self.assertIn("No points", self.run_plugin(self.make([])).texts)
         self.assertIn("No points", self.run_plugin(self.make([(1, 2, 3)]), filter="0").texts)
 
