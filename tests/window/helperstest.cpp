@@ -9,11 +9,11 @@
 #include "window/common/recentfiles.h"
 #include "window/common/textformat.h"
 #include "window/common/theme.h"
+#include "window/dialogs/filterinsertmenu.h"
 #include "window/frame/commandline.h"
 #include "window/frame/librarychoice.h"
 #include "window/frame/mimefile.h"
 #include "window/panels/databasesummary.h"
-#include "window/panels/filterinsertmenu.h"
 #include "window/panels/indexsearch.h"
 #include "window/widgets/numerictreewidgetitem.h"
 

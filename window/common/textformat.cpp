@@ -1,5 +1,6 @@
 #include "window/common/textformat.h"
 
+#include "core/valueformat.h"
 #include "version.h"
 
 #include <QRegularExpression>
@@ -38,6 +39,14 @@ QString plainToolTip(const QString& text) {
     if (!Qt::mightBeRichText(text))
         return text;
     return "<html>" + text.toHtmlEscaped().replace('\n', "<br/>") + "</html>";
+}
+
+QStringList shownElements(const QString& name, std::uint32_t length) {
+    QStringList names;
+    for (const std::string& element :
+         core::elementNames(name.toStdString(), length, mostShownElements))
+        names += QString::fromStdString(element);
+    return names;
 }
 
 QString programVersionText() {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <cstdint>
 
 namespace tarvo::window {
@@ -20,6 +21,11 @@ QString shortened(const QString& text, int count);
 
 // The text as a tooltip that shows it as it stands, tags included.
 QString plainToolTip(const QString& text);
+
+// Of longer attributes only the first elements are shown.
+constexpr std::uint32_t mostShownElements = 10;
+// The names of the elements that are shown of an attribute.
+QStringList shownElements(const QString& name, std::uint32_t length);
 
 // The version and build of this program, for example "0.1.0-1a2b3c4d".
 QString programVersionText();

@@ -3,9 +3,9 @@
 #include "qrb/loader.h"
 #include "ui_databasepanel.h"
 #include "window/common/clipboard.h"
+#include "window/common/filemanager.h"
 #include "window/common/textformat.h"
 #include "window/panels/databasesummary.h"
-#include "window/panels/filemanager.h"
 
 #include <QDir>
 #include <QFileDialog>

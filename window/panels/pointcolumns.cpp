@@ -1,7 +1,7 @@
 #include "window/panels/pointcolumns.h"
 
 #include "window/common/programsettings.h"
-#include "window/panels/pointreader.h"
+#include "window/common/textformat.h"
 
 #include <QHeaderView>
 #include <QListWidget>

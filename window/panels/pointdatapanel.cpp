@@ -9,7 +9,7 @@
 #include "window/common/progress.h"
 #include "window/common/textfiles.h"
 #include "window/common/textformat.h"
-#include "window/panels/filterinsertmenu.h"
+#include "window/dialogs/filterinsertmenu.h"
 #include "window/panels/findbar.h"
 #include "window/panels/pointexport.h"
 #include "window/widgets/numerictreewidgetitem.h"

@@ -1,5 +1,7 @@
 #include "window/panels/pointreader.h"
 
+#include "window/common/textformat.h"
+
 namespace tarvo::window {
 
 namespace {
@@ -8,7 +10,7 @@ std::vector<core::PointColumn> shownColumns(const qrb::Pointcloud& database) {
     std::vector<core::PointColumn> columns;
     for (const std::string& name : database.pointAttributes().list())
         for (core::PointColumn& column :
-             core::columnsOf(database.pointAttributes().get(name), PointReader::maximumElements))
+             core::columnsOf(database.pointAttributes().get(name), mostShownElements))
             columns.push_back(std::move(column));
     return columns;
 }
@@ -25,14 +27,6 @@ QString PointReader::text(std::uint32_t row, int column) const {
     std::string text;
     m_pages.appendText(text, row, static_cast<std::size_t>(column));
     return QString::fromStdString(text);
-}
-
-QStringList shownElements(const QString& name, std::uint32_t length) {
-    QStringList names;
-    for (const std::string& element :
-         core::elementNames(name.toStdString(), length, PointReader::maximumElements))
-        names += QString::fromStdString(element);
-    return names;
 }
 
 }  // namespace tarvo::window

@@ -12,8 +12,6 @@ namespace tarvo::window {
 class PointReader {
 public:
     static constexpr std::uint32_t pageSize = 100;
-    // Of longer attributes only the first elements are shown.
-    static constexpr std::uint32_t maximumElements = 10;
 
     // Reads every shown element of every attribute. Throws qrb::Error, as next() does.
     PointReader(const qrb::Pointcloud& database, const core::PointSelection& selection);
@@ -31,8 +29,5 @@ private:
     core::PointPages m_pages;
     QStringList m_columns;
 };
-
-// The names of the elements that are shown of an attribute.
-QStringList shownElements(const QString& name, std::uint32_t length);
 
 }  // namespace tarvo::window

@@ -3,7 +3,6 @@
 #include "core/defaultattribute.h"
 
 #include <QHeaderView>
-#include <QLineEdit>
 #include <QTreeWidget>
 #include <algorithm>
 
@@ -115,22 +114,6 @@ QStringList suggestedTags() {
             tag = tag.trimmed();
         return tags;
     });
-}
-
-TagCompleter::TagCompleter(QObject* parent) : QCompleter(suggestedTags(), parent) {
-    setCaseSensitivity(Qt::CaseInsensitive);
-}
-
-QString TagCompleter::pathFromIndex(const QModelIndex& index) const {
-    const QString tag = QCompleter::pathFromIndex(index);
-    const auto* edit = qobject_cast<const QLineEdit*>(widget());
-    const QString text = edit ? edit->text() : QString();
-    const qsizetype comma = text.lastIndexOf(',');
-    return comma < 0 ? tag : text.left(comma + 1) + ' ' + tag;
-}
-
-QStringList TagCompleter::splitPath(const QString& path) const {
-    return {path.section(',', -1).trimmed()};
 }
 
 }  // namespace tarvo::window

@@ -3,7 +3,6 @@
 
 #include "catalogue/catalogue.h"
 
-#include <QCompleter>
 #include <QString>
 #include <QStringList>
 
@@ -25,15 +24,5 @@ const catalogue::AttributeEntry* suggestionOf(const QTreeWidgetItem* row);
 // What the catalogue uses, without duplicates, in its order.
 QStringList suggestedUnits();
 QStringList suggestedTags();
-
-// Completes the tag at the end of a comma-separated list.
-class TagCompleter : public QCompleter {
-    Q_OBJECT
-
-public:
-    explicit TagCompleter(QObject* parent);
-    QString pathFromIndex(const QModelIndex& index) const override;
-    QStringList splitPath(const QString& path) const override;
-};
 
 }  // namespace tarvo::window

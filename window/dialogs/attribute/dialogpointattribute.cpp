@@ -17,6 +17,7 @@
 #include "window/dialogs/attribute/dialognamedvalues.h"
 #include "window/dialogs/attribute/dialogpointattributelod.h"
 #include "window/dialogs/checklabel.h"
+#include "window/widgets/listcompleter.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -161,7 +162,7 @@ void DialogPointAttribute::buildFields() {
     m_ui->editName->setReadOnly(isEditing());
     for (QLineEdit* edit : {m_ui->editName, m_ui->editTitle, m_ui->editTags, m_ui->editLodSettings})
         edit->setMaxLength(longestText);
-    m_ui->editTags->setCompleter(new TagCompleter(this));
+    m_ui->editTags->setCompleter(new ListCompleter(suggestedTags(), this));
     m_ui->editUnitSymbol->addItem(QString());
     m_ui->editUnitSymbol->addItems(suggestedUnits());
     // "m" is not to become "m²" on its own.

@@ -1,9 +1,9 @@
-#include "window/panels/filterinsertmenu.h"
+#include "window/dialogs/filterinsertmenu.h"
 
 #include "window/common/filterhistory.h"
 #include "window/common/messageboxes.h"
+#include "window/common/textformat.h"
 #include "window/dialogs/dialograngequery.h"
-#include "window/panels/pointreader.h"
 
 #include <QLineEdit>
 #include <cmath>
@@ -96,7 +96,7 @@ void FilterInsertMenu::setAttributes(
     QStringList names, valid;
     for (const auto& attribute : attributes) {
         const QString name = QString::fromStdString(attribute.name);
-        const QStringList elements = attribute.length > PointReader::maximumElements
+        const QStringList elements = attribute.length > mostShownElements
                                          ? QStringList(name)
                                          : shownElements(name, attribute.length);
         names += elements;

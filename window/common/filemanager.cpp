@@ -1,4 +1,4 @@
-#include "window/panels/filemanager.h"
+#include "window/common/filemanager.h"
 
 #include <QDesktopServices>
 #include <QDir>
