@@ -98,11 +98,10 @@ void MainWindow::replaceDatabase(const QString& fileName,
 // opens what is there now, or closes the database, if the user wants that.
 void MainWindow::checkFile() {
     guarded(this, [this] {
-        const auto state = m_session.fileState();
-        const bool overwritten =
-            state == DatabaseSession::FileState::AS_OPENED && m_session.isOverwritten();
-        if (!m_session.database || (state == DatabaseSession::FileState::AS_OPENED && !overwritten))
+        if (!m_session.database || isAsOpened())
             return;
+        const auto state = m_session.fileState();
+        const bool overwritten = state == DatabaseSession::FileState::AS_OPENED;
         updateStatus();
         const bool replaced = overwritten || state == DatabaseSession::FileState::REPLACED;
         const bool pending = isPending();

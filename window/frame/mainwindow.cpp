@@ -13,6 +13,7 @@
 #include "window/frame/librarychoice.h"
 #include "window/frame/mimefile.h"
 #include "window/frame/openwindows.h"
+#include "window/frame/pluginmenu.h"
 #include "window/frame/viewmenu.h"
 #include "window/panels/changelogpanel.h"
 #include "window/panels/databasepanel.h"
@@ -57,6 +58,7 @@ MainWindow::MainWindow(const QString& textFileName) : m_ui(std::make_unique<Ui::
     createPanels();
     createStatusLabel();
     m_ui->menuBar->insertMenu(m_ui->menuWindow->menuAction(), createViewMenu(this));
+    createPluginMenu();
     m_ui->tabWidget->setCurrentWidget(m_ui->tabDatabase);
     addAction(m_pointData->findAction());
     refreshPanels();
@@ -156,6 +158,12 @@ void MainWindow::refreshPanels() {
         showError(this, "What could not be read: " + unread.join(", ") + ".", reasons.join("\n\n"));
 }
 
+// The lists of filters used last, after a dialog has used one.
+void MainWindow::refreshHistories() {
+    m_pointData->refreshHistory();
+    emit m_pointData->historyChanged();
+}
+
 void MainWindow::updateTabs() {
     const bool open = m_session.database != nullptr;
     // Else each tab that is disabled would bring up the next one, for nothing.
@@ -184,6 +192,7 @@ void MainWindow::updateActions() {
     m_ui->actionValidate->setEnabled(open);
     m_ui->actionExportAsQRB->setEnabled(open);
     m_ui->actionClose->setEnabled(open || !m_changelog->textFileName().isEmpty());
+    m_plugins->setRunnable(open);
     m_ui->actionOpenLastUsed->setEnabled(!RecentFiles::list().isEmpty());
 }
 
@@ -206,7 +215,7 @@ void MainWindow::on_actionExportAsQRB_triggered() {
             {*m_session.database, m_session.fileName, m_session.identity},
             m_pointData->filterText(), m_pointData->nodesText(),
             [this](const QString& place) { refuseOpenDatabase(place, m_session); }, this);
-        m_pointData->refreshHistory();
+        refreshHistories();
         if (!fileName.isEmpty())
             openDatabase(fileName, true);
     });

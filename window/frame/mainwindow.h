@@ -16,6 +16,7 @@ namespace tarvo::window {
 class ChangelogPanel;
 class DatabasePanel;
 class Panel;
+class PluginMenu;
 class PointDataPanel;
 class PointIndexPanel;
 
@@ -70,9 +71,12 @@ private slots:
     void on_actionWindowNew_triggered();
 
 private:
+    class Host;
+
     void createPanels();
     void addPanel(QWidget* tab, Panel* panel);
     void createStatusLabel();
+    void createPluginMenu();
     void restoreWindowGeometry();
     void evaluateCommandLine(const QString& textFileName);
 
@@ -86,9 +90,12 @@ private:
     void closeUnasked();
     bool mayDropDatabase();
     void dropDatabase();
+    void refreshHistories();
     void updateTabs();
     void updateStatus();
     void updateActions();
+    bool isAsOpened() const;
+    void runPlugin(const QString& place);
     void switchLibrary(const QString& fileName);
     bool isDatabaseFile(const QString& fileName) const;
     bool isOpenable(const QString& fileName) const;
@@ -99,6 +106,7 @@ private:
     std::vector<Panel*> m_panels;  // in the order of refreshing; owned by their tabs
     ChangelogPanel* m_changelog = nullptr;
     PointDataPanel* m_pointData = nullptr;
+    PluginMenu* m_plugins = nullptr;
     QLabel* m_statusLabel = nullptr;
     bool m_closed = false;
     bool m_closeAgreed = false;  // the user was asked already

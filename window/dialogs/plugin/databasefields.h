@@ -1,0 +1,54 @@
+// Fields of parameters that are made of what the open database has.
+#pragma once
+
+#include "window/dialogs/plugin/parameterfield.h"
+
+class QComboBox;
+class QLineEdit;
+class QMenu;
+
+namespace tarvo::window {
+
+class FilterInsertMenu;
+
+// One attribute; also one that the database does not have yet.
+class AttributeField : public ParameterField {
+public:
+    AttributeField(const plugin::Parameter& parameter, QWidget* parent);
+    QString text() const override;
+    void setText(const QString& text) override;
+    void setAttributes(const std::vector<qrb::pointcloud::PointAttribute>& attributes) override;
+
+private:
+    QComboBox* m_box;
+};
+
+// Names separated by commas, and a menu that adds one.
+class AttributesField : public ParameterField {
+public:
+    AttributesField(const plugin::Parameter& parameter, QWidget* parent);
+    QString text() const override;
+    void setText(const QString& text) override;
+    void setAttributes(const std::vector<qrb::pointcloud::PointAttribute>& attributes) override;
+
+private:
+    void add(const QString& name);
+
+    QLineEdit* m_edit;
+    QMenu* m_menu;
+};
+
+// A filter expression, with the recent ones and the menu of the points tab.
+class FilterField : public ParameterField {
+public:
+    FilterField(const plugin::Parameter& parameter, QWidget* parent);
+    QString text() const override;
+    void setText(const QString& text) override;
+    void setAttributes(const std::vector<qrb::pointcloud::PointAttribute>& attributes) override;
+
+private:
+    QComboBox* m_box;
+    FilterInsertMenu* m_menu;
+};
+
+}  // namespace tarvo::window
