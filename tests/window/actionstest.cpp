@@ -107,6 +107,7 @@ const Expected actions[] = {
     {"actionProgramSettings", "Settings ...", "Ctrl+,", "edit", never},
     {"actionMetaDataExport", "Export", "", "db-save", some},
     {"actionMetaDataImport", "Import", "", "db-open", open},
+    {"actionPluginSettings", "Settings ...", "", "", always},
     {"actionThemeSystem", "System colours", "", "", always},
     {"actionThemeLight", "Light", "", "", always},
     {"actionThemeDark", "Dark", "", "", always},
@@ -122,12 +123,13 @@ struct Place {
 };
 
 const Place places[] = {
-    {"menuBar", {"menuDatabase", "menuView", "menuWindow", "menuHelp"}},
+    {"menuBar", {"menuDatabase", "menuView", "menuWindow", "menuPlugins", "menuHelp"}},
     {"menuDatabase",
      {"actionNew", "actionOpen", "actionOpenLastUsed", "actionOpenClipboard", "-",
       "actionExportAsQRB", "-", "actionReload", "actionValidate", "actionClose", "-",
       "actionProgramSettings", "actionQuit"}},
     {"menuWindow", {"actionWindowNew"}},
+    {"menuPlugins", {"actionPluginSettings"}},
     {"menuHelp", {"actionAbout"}},
     {"mainToolBar",
      {"actionNew", "actionOpen", "-", "actionReload", "actionValidate", "actionClose", "-",
