@@ -32,7 +32,7 @@ class Grid:
                 "a filter leaves them out.",
             )
         self.cell = cell
-        self.west, self.south = (math.floor(low / cell) * cell for low in least[:2])
+        self.west, self.south = (_begin(low, cell) for low in least[:2])
         self.columns, self.rows = (
             max(0, math.floor((high - low) / cell)) + 1
             for low, high in zip((self.west, self.south), greatest)
@@ -52,6 +52,12 @@ class Grid:
     def centre(self, number):
         row, column = divmod(number, self.columns)
         return self.west + (column + 0.5) * self.cell, self.south + (row + 0.5) * self.cell
+
+
+def _begin(low, cell):
+    """The multiple of the cell size before a coordinate; the coordinate where that is no double."""
+    number = low / cell
+    return min(low, math.floor(number) * cell) if abs(number) < 2**53 else low
 
 
 def _count(extents, cell):

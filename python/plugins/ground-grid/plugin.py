@@ -33,7 +33,8 @@ def run(db, parameters, report):
 
     cells = statistics.occupied()
     shown = [_STATISTICS[parameters["statistic"]](statistics, cell) for cell in cells]
-    report.table(["Figure", "Value"], _summary(grid, statistics, cells, shown, parameters))
+    summary = _summary(grid, statistics, cells, shown, parameters)
+    report.table(["Figure", "Value"], summary, "Grid")
     unit = "" if parameters["statistic"] == "count" else definition(db, value).unit
     title = f"{parameters['statistic'].capitalize()} of {value}" + (f" in {unit}" if unit else "")
     report.progress(0.92, "Painting")
