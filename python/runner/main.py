@@ -121,7 +121,9 @@ def failure(error, folder):
     if str(error) and not isinstance(error, qrb.Error):
         text = f"{type(error).__name__}: {text}"
     first, _, rest = text.partition("\n")
-    details = [rest, getattr(error, "details", "") or ""]
+    details, more = [rest], getattr(error, "details", "") or ""
+    if more not in rest:  # the text of a qrb.Error ends with them
+        details.append(more)
     for frame in traceback.extract_tb(error.__traceback__):
         if frame.filename.startswith(folder):
             name = os.path.relpath(frame.filename, folder)
