@@ -6,7 +6,6 @@
 #include "cli/key.h"
 #include "cli/terminal.h"
 #include "cli/text.h"
-#include "files/error.h"
 #include "qrb/error.h"
 #include "qrb/loader.h"
 
@@ -62,8 +61,6 @@ int runGuarded(const std::string& library, const Invocation& invocation) {
     } catch (const NegativeAnswer&) {
         return failed;
     } catch (const Failure& error) {
-        reportError(error.what(), error.details());
-    } catch (const files::FileError& error) {
         reportError(error.what(), error.details());
     } catch (const std::bad_alloc&) {
         reportError("Out of memory.", "");

@@ -4,7 +4,6 @@
 #include "cli/output.h"
 #include "cli/text.h"
 #include "cli/texttable.h"
-#include "files/error.h"
 #include "files/path.h"
 #include "files/wholefile.h"
 
@@ -104,8 +103,6 @@ void PluginAnswer::resulted(Result result) {
         } else {
             keep(result);
         }
-    } catch (const files::FileError& error) {
-        m_problem = std::string(error.what()) + "\n" + error.details();
     } catch (const Failure& failure) {
         m_problem = std::string(failure.what()) + "\n" + failure.details();
     }

@@ -1,21 +1,10 @@
 // What the room throws besides the layer's Error.
 #pragma once
 
-#include <stdexcept>
-#include <string>
-#include <utility>
+#include "files/error.h"
 
 namespace tarvo::core {
 
-// A failure with one line of text and further lines that say where and what to do.
-class Failure : public std::runtime_error {
-public:
-    explicit Failure(const std::string& text, std::string details = {})
-        : std::runtime_error(text), m_details(std::move(details)) {}
-    const std::string& details() const { return m_details; }
-
-private:
-    std::string m_details;
-};
+using files::Failure;
 
 }  // namespace tarvo::core

@@ -1,4 +1,4 @@
-// The one exception of this room: an operation on a file failed.
+// What programs throw, and this room.
 #pragma once
 
 #include <stdexcept>
@@ -7,16 +7,22 @@
 
 namespace tarvo::files {
 
-// what(): one line, what failed and for which file; details(): why, and what to do.
-class FileError : public std::runtime_error {
+// A failure with one line of text and further lines that say where and what to do.
+class Failure : public std::runtime_error {
 public:
-    explicit FileError(const std::string& text, std::string details = {})
+    explicit Failure(const std::string& text, std::string details = {})
         : std::runtime_error(text), m_details(std::move(details)) {}
-
     const std::string& details() const noexcept { return m_details; }
 
 private:
     std::string m_details;
+};
+
+// The one exception of this room: an operation on a file failed. The text says what and for which
+// file, the details why.
+class FileError : public Failure {
+public:
+    using Failure::Failure;
 };
 
 }  // namespace tarvo::files

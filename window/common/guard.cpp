@@ -1,7 +1,6 @@
 #include "window/common/guard.h"
 
 #include "core/error.h"
-#include "files/error.h"
 #include "qrb/error.h"
 #include "window/common/messageboxes.h"
 #include "window/common/progress.h"
@@ -25,8 +24,6 @@ ErrorText describe(const std::exception_ptr& error) {
         std::rethrow_exception(error);
     } catch (const qrb::Error& failure) {
         return {QString::fromUtf8(failure.what()), QString::fromUtf8(failure.details())};
-    } catch (const files::FileError& failure) {
-        return {QString::fromUtf8(failure.what()), QString::fromStdString(failure.details())};
     } catch (const core::Failure& failure) {
         return {QString::fromUtf8(failure.what()), QString::fromStdString(failure.details())};
     } catch (const std::exception& failure) {
