@@ -5,8 +5,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <filesystem>
-#include <system_error>
 
 namespace tarvo::exchange::csv {
 
@@ -32,20 +30,10 @@ std::string_view trim(std::string_view text) {
 }  // namespace
 
 LineReader::LineReader(const std::string& fileName)
-    : m_fileName(fileName), m_file(std::fopen(fileName.c_str(), "rb")), m_buffer(1 << 20) {
-    std::error_code error;
-    if (!m_file) {
-        throw core::Failure("Failed to open \"" + fileName + "\": " + std::strerror(errno) + ".");
-    }
-    m_size = std::filesystem::file_size(fileName, error);
-    if (error) {
-        throw core::Failure("Failed to open \"" + fileName + "\": " + error.message() + ".",
-                      "Points are read from ordinary files only.");
-    }
-}
+    : m_fileName(fileName), m_input(fileName), m_buffer(1 << 20) {}
 
 void LineReader::rewind() {
-    std::rewind(m_file.get());
+    std::rewind(m_input.file.get());
     m_begin = m_end = 0;
     m_position = m_lineNumber = 0;
 }
@@ -59,14 +47,14 @@ bool LineReader::fill() {
     if (m_end == m_buffer.size()) {
         if (m_buffer.size() >= maximumLine) {
             throw core::Failure("Line " + std::to_string(m_lineNumber + 1) + " of \"" + m_fileName +
-                              "\" is too long.",
-                          "The file doesn't look like one of comma-separated values.");
+                                    "\" is too long.",
+                                "The file doesn't look like one of comma-separated values.");
         }
         m_buffer.resize(m_buffer.size() * 2);
     }
     const std::size_t got =
-        std::fread(m_buffer.data() + m_end, 1, m_buffer.size() - m_end, m_file.get());
-    if (got == 0 && std::ferror(m_file.get())) {
+        std::fread(m_buffer.data() + m_end, 1, m_buffer.size() - m_end, m_input.file.get());
+    if (got == 0 && std::ferror(m_input.file.get())) {
         throw core::Failure("Failed to read \"" + m_fileName + "\": " + std::strerror(errno) + ".");
     }
     m_end += got;

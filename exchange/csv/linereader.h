@@ -1,9 +1,9 @@
 // Takes a text file of separated values apart, line by line.
 #pragma once
 
+#include "exchange/inputfile.h"
+
 #include <cstdint>
-#include <cstdio>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,17 +22,13 @@ public:
 
     std::uint64_t lineNumber() const { return m_lineNumber; }  // of the last line, from 1
     std::uint64_t position() const { return m_position; }      // bytes taken
-    std::uint64_t size() const { return m_size; }
+    std::uint64_t size() const { return m_input.size; }
 
 private:
-    struct Close {
-        void operator()(std::FILE* file) const { std::fclose(file); }
-    };
     bool fill();
 
     std::string m_fileName;
-    std::unique_ptr<std::FILE, Close> m_file;
-    std::uint64_t m_size = 0;
+    InputFile m_input;
     std::uint64_t m_position = 0;
     std::uint64_t m_lineNumber = 0;
     std::vector<char> m_buffer;

@@ -4,8 +4,6 @@
 
 #include <cerrno>
 #include <cstring>
-#include <filesystem>
-#include <system_error>
 
 namespace tarvo::exchange::las {
 
@@ -21,42 +19,29 @@ int seekTo(std::FILE* file, std::uint64_t position) {
 
 }  // namespace
 
-FileReader::FileReader(const std::string& fileName) : m_fileName(fileName) {
-    std::error_code error;
-    if (std::filesystem::is_directory(fileName, error)) {
-        throw core::Failure("Failed to open \"" + fileName + "\": it is a folder.");
-    }
-    m_file.reset(std::fopen(fileName.c_str(), "rb"));
-    if (!m_file) {
-        throw core::Failure("Failed to open \"" + fileName + "\": " + std::strerror(errno) + ".");
-    }
-    m_size = std::filesystem::file_size(fileName, error);
-    if (error) {
-        throw core::Failure("Failed to tell the size of \"" + fileName + "\": " + error.message() + ".",
-                      "Points are read from ordinary files only.");
-    }
-}
+FileReader::FileReader(const std::string& fileName) : m_fileName(fileName), m_input(fileName) {}
 
 void FileReader::read(std::uint64_t position, void* buffer, std::size_t size, const char* what) {
-    if (position > m_size || size > m_size - position) {
+    if (position > m_input.size || size > m_input.size - position) {
         fail(std::string("the ") + what + " at byte " + std::to_string(position) + " takes " +
-             std::to_string(size) + " bytes, but the file ends at byte " + std::to_string(m_size));
+             std::to_string(size) + " bytes, but the file ends at byte " +
+             std::to_string(m_input.size));
     }
-    if (position != m_position && seekTo(m_file.get(), position) != 0) {
+    if (position != m_position && seekTo(m_input.file.get(), position) != 0) {
         throw core::Failure("Failed to read \"" + m_fileName + "\": " + std::strerror(errno) + ".");
     }
     m_position = position;
-    if (std::fread(buffer, 1, size, m_file.get()) != size) {
+    if (std::fread(buffer, 1, size, m_input.file.get()) != size) {
         throw core::Failure(
             "Failed to read \"" + m_fileName + "\" at byte " + std::to_string(position) + ": " +
-            (std::ferror(m_file.get()) ? std::strerror(errno) : "it became shorter") + ".");
+            (std::ferror(m_input.file.get()) ? std::strerror(errno) : "it became shorter") + ".");
     }
     m_position += size;
 }
 
 void FileReader::fail(const std::string& text) const {
     throw core::Failure("The LAS file \"" + m_fileName + "\" can't be read: " + text + ".",
-                  "The file is damaged, cut off or not a LAS file; nothing was imported.");
+                        "The file is damaged, cut off or not a LAS file; nothing was imported.");
 }
 
 }  // namespace tarvo::exchange::las

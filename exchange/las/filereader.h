@@ -1,10 +1,10 @@
 // Reads parts of a file by position; a read beyond the end is an error that names the field.
 #pragma once
 
+#include "exchange/inputfile.h"
+
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
-#include <memory>
 #include <string>
 
 namespace tarvo::exchange::las {
@@ -15,7 +15,7 @@ public:
     explicit FileReader(const std::string& fileName);
 
     const std::string& fileName() const { return m_fileName; }
-    std::uint64_t size() const { return m_size; }
+    std::uint64_t size() const { return m_input.size; }
 
     // Reads exactly size bytes from a position; what names the thing that is read in the error.
     void read(std::uint64_t position, void* buffer, std::size_t size, const char* what);
@@ -24,13 +24,9 @@ public:
     [[noreturn]] void fail(const std::string& text) const;
 
 private:
-    struct Close {
-        void operator()(std::FILE* file) const { std::fclose(file); }
-    };
     std::string m_fileName;
-    std::uint64_t m_size = 0;
+    InputFile m_input;
     std::uint64_t m_position = 0;
-    std::unique_ptr<std::FILE, Close> m_file;
 };
 
 }  // namespace tarvo::exchange::las

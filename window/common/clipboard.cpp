@@ -13,70 +13,32 @@ namespace {
 const char* const copyMenuTexts[] = {"...as JSON string", "...as C++ string", "...as Pascal string",
                                      "...as Python string"};
 
-QString quotedJson(const QString& text) {
+// In double quotes. letters: those that stand behind a backslash for the first of these characters;
+// control: the text of any other one.
+template <typename Control>
+QString quotedC(const QString& text, const QString& letters, const Control& control) {
+    const QString characters = QString("\"\\\n\r\t\b\f").left(letters.size());
     QString result = "\"";
     for (const QChar c : text) {
-        switch (c.unicode()) {
-            case '"':
-                result += "\\\"";
-                break;
-            case '\\':
-                result += "\\\\";
-                break;
-            case '\b':
-                result += "\\b";
-                break;
-            case '\f':
-                result += "\\f";
-                break;
-            case '\n':
-                result += "\\n";
-                break;
-            case '\r':
-                result += "\\r";
-                break;
-            case '\t':
-                result += "\\t";
-                break;
-            default:
-                if (c.unicode() < 0x20)
-                    result += QString("\\u%1").arg(c.unicode(), 4, 16, QChar('0'));
-                else
-                    result += c;
-        }
+        const qsizetype at = characters.indexOf(c);
+        result += at >= 0 ? QString("\\") + letters[at] : control(c);
     }
     return result + "\"";
 }
 
+QString quotedJson(const QString& text) {
+    return quotedC(text, "\"\\nrtbf", [](QChar c) {
+        return c.unicode() < 0x20 ? QString("\\u%1").arg(c.unicode(), 4, 16, QChar('0'))
+                                  : QString(c);
+    });
+}
+
 QString quotedCpp(const QString& text) {
-    QString result = "\"";
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        const QChar c = text[i];
-        switch (c.unicode()) {
-            case '"':
-                result += "\\\"";
-                break;
-            case '\\':
-                result += "\\\\";
-                break;
-            case '\n':
-                result += "\\n";
-                break;
-            case '\r':
-                result += "\\r";
-                break;
-            case '\t':
-                result += "\\t";
-                break;
-            default:
-                // Three octal digits: a digit that follows can't become part of the escape.
-                if (c.unicode() < 0x20 || c.unicode() == 0x7f)
-                    result += QString("\\%1").arg(c.unicode(), 3, 8, QChar('0'));
-                else
-                    result += c;
-        }
-    }
-    return result + "\"";
+    return quotedC(text, "\"\\nrt", [](QChar c) {
+        // Three octal digits: a digit that follows can't become part of the escape.
+        const bool isControl = c.unicode() < 0x20 || c.unicode() == 0x7f;
+        return isControl ? QString("\\%1").arg(c.unicode(), 3, 8, QChar('0')) : QString(c);
+    });
 }
 
 QString quotedPascal(const QString& text) {
