@@ -269,6 +269,9 @@ TEST_F(Admin, TextsThatAreNoUtf8AreRefusedAndThoseOfOldFilesShownAndCopied) {
         words.insert(std::min(words.find(' '), words.size()), " " + old);
         const Result result = run(words);
         EXPECT_EQ(result.code, 0) << words << "\n" << result.output;
+        if (words.starts_with("inspect")) {
+            EXPECT_TRUE(tarvo::core::isUtf8(result.output)) << words;
+        }
     }
     expectFailure(1, "validate " + old + " --strict --schema vtx", "\"own.bytes\"");
     expectSuccess("metadata " + old + " get own.bytes", "{\"a\": \"\xff\"}\n");

@@ -297,7 +297,7 @@ TEST_F(ReportTest, HostileTextsStayTexts) {
 
     const rapidjson::Document json = parseJson(report(2), "the report");
     const std::string title = json["transactions"][1]["title"].GetString();
-    EXPECT_EQ(title, std::string(hostile, std::strlen(hostile) - 1) + "\ufffd");
+    EXPECT_EQ(title, hostile);
 }
 
 TEST_F(ReportTest, AnEmptyDatabaseHasReportsToo) {
