@@ -1,24 +1,17 @@
 // A database that the commands which look after databases work on, and what a test expects of them.
 #pragma once
 
-#include "tests/cli/folder.h"
-#include "tests/cli/process.h"
-
-#include <gtest/gtest.h>
-
-#include <rapidjson/document.h>
+#include "tests/cli/commandtest.h"
 
 #include <algorithm>
 #include <cstdint>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <sstream>
 #include <string>
 
 namespace tarvo::cli::tests {
 
-class Admin : public testing::Test {
+class Admin : public CommandTest {
 protected:
     // A point of the databases below.
     struct Point {
@@ -67,39 +60,10 @@ protected:
         EXPECT_EQ(found, points.size());
     }
 
-    static void expectSuccess(const std::string& words, const std::string& output = "") {
-        const Result result = run(words);
-        EXPECT_EQ(result.code, 0) << words << "\n" << result.output;
-        if (!output.empty()) {
-            EXPECT_EQ(result.output, output) << words;
-        }
-    }
-    // Expects an end with the code and a text in what is written.
-    static void expectFailure(int code, const std::string& words, const std::string& text) {
-        const Result result = run(words);
-        EXPECT_EQ(result.code, code) << words << "\n" << result.output;
-        EXPECT_NE(result.output.find(text), std::string::npos) << words << "\n" << result.output;
-    }
-    static rapidjson::Document json(const std::string& words) {
-        rapidjson::Document document;
-        const Result result = run(words);
-        document.Parse(result.output.c_str());
-        if (result.code != 0 || document.HasParseError()) {
-            ADD_FAILURE() << words << "\n" << result.output;
-            document.SetObject();
-        }
-        return document;
-    }
-    static std::string read(const std::string& name) {
-        std::ifstream stream(name, std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(stream), {});
-    }
     std::size_t transactionCount() const {
         return json("transactions " + file + " --json").GetArray().Size();
     }
 
-    Folder folder;
-    const std::string file = folder.file("a.qrbx");
     Points points;
 };
 

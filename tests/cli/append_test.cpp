@@ -1,12 +1,7 @@
 // Points of files that go into a database which exists: what old and new points have then, and that
 // a refusal or a stop in the middle changes nothing.
-#include "tests/cli/folder.h"
-#include "tests/cli/process.h"
+#include "tests/cli/commandtest.h"
 #include "tests/exchange/lasbuilder.h"
-
-#include <gtest/gtest.h>
-
-#include <rapidjson/document.h>
 
 #include <algorithm>
 #include <cmath>
@@ -22,17 +17,10 @@ namespace {
 using namespace tarvo::cli::tests;
 using namespace tarvo::exchange::tests;
 
-class Append : public testing::Test {
+class Append : public CommandTest {
 protected:
     using Rows = std::map<std::string, std::string>;  // what follows the id, by the id
 
-    void expectSuccess(const std::string& words, const std::string& output = "") const {
-        const Result result = run(words);
-        EXPECT_EQ(result.code, 0) << words << "\n" << result.output;
-        if (!output.empty()) {
-            EXPECT_EQ(result.output, output) << words;
-        }
-    }
     void expectFailure(int code, const std::string& words,
                        const std::vector<std::string>& texts) const {
         const Result result = run(words);
@@ -70,22 +58,9 @@ protected:
                run("attributes " + file + " --json").output +
                run("metadata " + file + " --json").output;
     }
-    static rapidjson::Document json(const std::string& words) {
-        rapidjson::Document document;
-        const Result result = run(words);
-        document.Parse(result.output.c_str());
-        if (result.code != 0 || document.HasParseError()) {
-            ADD_FAILURE() << words << "\n" << result.output;
-            document.SetArray();
-        }
-        return document;
-    }
     rapidjson::Document definition(const std::string& attribute) const {
         return json("attributes " + file + " show " + attribute + " --json");
     }
-
-    Folder folder;
-    const std::string file = folder.file("a.qrbx");
 };
 
 TEST_F(Append, AnEmptyDatabaseTakesPointsAndAttributes) {
@@ -463,23 +438,12 @@ bool writePart(const std::string& from, const std::string& to, bool firstHalf) {
 }
 
 TEST_F(Append, HalvesOfRealCloudsMakeTheWhole) {
-    const char* const data = std::getenv("QRB_TEST_DATA");
-    if (data == nullptr || *data == '\0') {
-        std::cout << "Real clouds were left out: QRB_TEST_DATA is not set.\n";
-        GTEST_SKIP();
-    }
-    int files = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(data)) {
-        if (entry.path().extension() != ".las") {
-            continue;
-        }
-        const std::string cloud = entry.path().string();
-        SCOPED_TRACE(cloud);
+    forEachRealCloud([&](const std::filesystem::path& path) {
+        const std::string cloud = path.string();
         if (!writePart(cloud, folder.file("1.las"), true) ||
             !writePart(cloud, folder.file("2.las"), false)) {
-            continue;
+            return;
         }
-        ++files;
         expectSuccess("import --overwrite " + cloud + " " + file);
         std::string names;
         const rapidjson::Document attributes = json("attributes " + file + " --json");
@@ -493,8 +457,7 @@ TEST_F(Append, HalvesOfRealCloudsMakeTheWhole) {
         const Rows halves = rows(names);
         EXPECT_EQ(halves.size(), whole.size());
         EXPECT_TRUE(halves == whole) << "values differ";
-    }
-    EXPECT_GT(files, 0) << "no .las files in " << data;
+    });
 }
 
 }  // namespace

@@ -1,10 +1,5 @@
 // qrbtool check: what it writes and how it ends.
-#include "tests/cli/folder.h"
-#include "tests/cli/process.h"
-
-#include <gtest/gtest.h>
-
-#include <rapidjson/document.h>
+#include "tests/cli/commandtest.h"
 
 #include <fstream>
 
@@ -12,7 +7,7 @@ namespace {
 
 using namespace tarvo::cli::tests;
 
-class Check : public testing::Test {
+class Check : public CommandTest {
 protected:
     Check() {
         EXPECT_EQ(run("sample -n 20000 " + file).code, 0);
@@ -27,20 +22,13 @@ protected:
         stream.seekp(static_cast<std::streamoff>(at));
         stream.put(static_cast<char>(~text[0]));
     }
-
-    Folder folder;
-    const std::string file = folder.file("a.qrbx");
 };
 
 TEST_F(Check, OfASoundDatabaseTellsWhatWasRead) {
     const Result text = run("check " + file);
     EXPECT_EQ(text.code, 0) << text.output;
     EXPECT_EQ(text.output.rfind("No faults found: 3 transactions, ", 0), 0u) << text.output;
-    const Result json = run("check --json " + file);
-    EXPECT_EQ(json.code, 0);
-    rapidjson::Document report;
-    report.Parse(json.output.c_str());
-    ASSERT_TRUE(report.IsObject()) << json.output;
+    const rapidjson::Document report = json("check --json " + file);
     EXPECT_EQ(report["fault_count"].GetUint(), 0u);
     EXPECT_EQ(report["faults"].Size(), 0u);
     EXPECT_EQ(report["transactions"].GetUint(), 3u);

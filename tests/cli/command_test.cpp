@@ -4,8 +4,8 @@
 #include "cli/terminal.h"
 #include "qrb/loader.h"
 #include "tests/cli/folder.h"
-#include "tests/exchange/lasbuilder.h"
 #include "tests/cli/process.h"
+#include "tests/exchange/lasbuilder.h"
 
 #include <gtest/gtest.h>
 

@@ -1,14 +1,11 @@
 // qrbtool copy, as a user runs it.
-#include "tests/cli/folder.h"
-#include "tests/cli/process.h"
-
-#include <gtest/gtest.h>
+#include "tests/cli/commandtest.h"
 
 namespace {
 
 using namespace tarvo::cli::tests;
 
-class CopyCommand : public testing::Test {
+class CopyCommand : public CommandTest {
 protected:
     CopyCommand() {
         std::string text = "tarvo.id,x,y,z,tarvo.class\n";
@@ -20,20 +17,15 @@ protected:
         EXPECT_EQ(run("metadata " + source + " set two '[2]'").code, 0);
     }
     std::string points(const std::string& file, const std::string& filter = "") const {
-        const Result result = run("select " + file + " -a tarvo.id,tarvo.xyz,tarvo.class" +
-                                  " --format csv" + (filter.empty() ? "" : " -f '" + filter + "'"));
-        EXPECT_EQ(result.code, 0) << result.output;
-        return result.output;
+        return expectSuccess("select " + file + " -a tarvo.id,tarvo.xyz,tarvo.class --format csv" +
+                             (filter.empty() ? "" : " -f '" + filter + "'"));
     }
     void expectFailure(int code, const std::string& words, const std::string& text) const {
         const std::size_t files = folder.count();
-        const Result result = run("copy " + source + " " + words);
-        EXPECT_EQ(result.code, code) << result.output;
-        EXPECT_NE(result.output.find(text), std::string::npos) << result.output;
+        CommandTest::expectFailure(code, "copy " + source + " " + words, text);
         EXPECT_EQ(folder.count(), files);
     }
 
-    Folder folder;
     const std::string source = folder.file("source.qrbx");
     const std::string target = folder.file("target.qrbx");
 };

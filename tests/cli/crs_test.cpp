@@ -48,18 +48,12 @@ protected:
             EXPECT_NE(result.output.find(text), std::string::npos) << text << "\n" << result.output;
         return result;
     }
-    rapidjson::Document parsed(const std::string& words) {
-        rapidjson::Document document;
-        document.Parse(expect(0, words).output.c_str());
-        EXPECT_FALSE(document.HasParseError()) << words;
-        return document;
-    }
     std::string unit() {
-        return parsed("attributes " + file + " show tarvo.xyz --json")["unit_symbol"].GetString();
+        return json("attributes " + file + " show tarvo.xyz --json")["unit_symbol"].GetString();
     }
     // The database's system, as "info" tells it.
     std::string system() {
-        const rapidjson::Document info = parsed("info --json " + file);
+        const rapidjson::Document info = json("info --json " + file);
         const auto& told = info["reference_system"];
         return told.IsNull()
                    ? "none"
@@ -71,15 +65,15 @@ TEST_F(Crs, WhatAFileTellsOfItsPointsReachesTheDatabase) {
     expect(0, "import " + las("a.las", feet, 60) + " " + file);
     EXPECT_EQ(unit(), "ft");
     expect(0, "attributes " + file + " show tarvo.xyz", {"; X and Y in ft, Z in m"});
-    const rapidjson::Document tag = parsed("metadata " + file + " get tarvo.geo_tag");
+    const rapidjson::Document tag = json("metadata " + file + " get tarvo.geo_tag");
     EXPECT_EQ(tag["crs"]["wkt"].GetString(), feet) << "byte for byte";
     EXPECT_EQ(system(), R"(Feet \ " é|)");
     expect(0, "info " + file, {"Coordinates   Feet \\ \" é\n"});
-    const rapidjson::Document info = parsed("metadata " + file + " get tarvo.pointcloud_info");
+    const rapidjson::Document info = json("metadata " + file + " get tarvo.pointcloud_info");
     EXPECT_STREQ(info["comments"].GetString(),
                  "System identifier: test\nGenerating software: Maker 1\nCreated: 2020-02-29");
     EXPECT_FALSE(info.HasMember("project")) << "the identifier is all zeros";
-    const rapidjson::Document base = parsed("metadata " + file + " get tarvo.time_base");
+    const rapidjson::Document base = json("metadata " + file + " get tarvo.time_base");
     EXPECT_STREQ(base["epoch"].GetString(), "2011-09-14T01:46:40Z");
     const std::string problems = run("validate " + file + " --schema qrbx").output;
     EXPECT_EQ(problems.find("metadata item"), std::string::npos) << problems;
@@ -123,7 +117,7 @@ TEST_F(Crs, DifferentSystemsAreRefusedUnlessAsked) {
     expect(0, "changelog " + file,
            {"into \"Zone 32 (EPSG:25832)\" from files in other coordinate reference systems: "
             "\"other.las\" (EPSG:4326)."});
-    const rapidjson::Document last = parsed("transactions " + file + " show 3 --json");
+    const rapidjson::Document last = json("transactions " + file + " show 3 --json");
     EXPECT_NE(std::string(last["settings"].GetString()).find("\"crs_as_is\":true"),
               std::string::npos);
     expect(0, "import --overwrite --crs-as-is " + other + " " + a + " " + file);
@@ -145,7 +139,7 @@ TEST_F(Crs, WhatIsNotUnderstoodIsSaidKeptAndNotMixed) {
         " is not understood in full: the end of the well-known text, which is cut off. ";
     expect(0, "import " + cut + " " + file, {"of \"cut.las\"" + said});
     EXPECT_EQ(unit() + "|" + system(), "|Zone 32|") << "no metres";
-    const rapidjson::Document tag = parsed("metadata " + file + " get tarvo.geo_tag");
+    const rapidjson::Document tag = json("metadata " + file + " get tarvo.geo_tag");
     EXPECT_EQ(tag["crs"]["wkt"].GetString(), zone32.substr(0, zone32.size() - 30));
     expect(0, "metadata " + file + " validate tarvo.geo_tag");
     expect(0, "info " + file, {"Zone 32, not understood in full\n"});
@@ -180,7 +174,7 @@ TEST_F(Crs, TimesOfDifferentBasesAreNotMixedUnlessAsked) {
     const std::string both =
         "\"GPS time since 2011-09-14T01:46:40Z\" and \"GPS time of an unknown epoch\"";
     const auto epoch = [&] {
-        const rapidjson::Document item = parsed("metadata " + file + " get tarvo.time_base");
+        const rapidjson::Document item = json("metadata " + file + " get tarvo.time_base");
         return std::string(item["epoch"].GetString());
     };
     expect(1, "import " + standard + " " + week + " " + file,

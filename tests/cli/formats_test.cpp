@@ -1,10 +1,5 @@
 // How values of every kind are written, and the ends of what options take.
-#include "tests/cli/folder.h"
-#include "tests/cli/process.h"
-
-#include <gtest/gtest.h>
-
-#include <rapidjson/document.h>
+#include "tests/cli/commandtest.h"
 
 #include <algorithm>
 #include <set>
@@ -16,30 +11,26 @@ namespace {
 
 using namespace tarvo::cli::tests;
 
-class Formats : public testing::Test {
+class Formats : public CommandTest {
 protected:
     // Three points with two floats each, of which some have no value.
     Formats() {
-        success("import " +
-                folder.write("p.csv", "tarvo.id,x,y,z\n1,1.5,2,3\n2,-4.25,5,6\n3,7,8,9\n") + " " +
-                file);
-        success("attributes " + file + " add --json " +
-                folder.write("r.json",
-                             R"({"name": "my.real", "title": "r", "length": 2, "resolution": 0,
+        expectSuccess("import " +
+                      folder.write("p.csv", "tarvo.id,x,y,z\n1,1.5,2,3\n2,-4.25,5,6\n3,7,8,9\n") +
+                      " " + file);
+        expectSuccess(
+            "attributes " + file + " add --json " +
+            folder.write("r.json",
+                         R"({"name": "my.real", "title": "r", "length": 2, "resolution": 0,
                              "minimum_value": -1000, "maximum_value": 1000, "default_value": 0.5,
                              "invalid_value": null, "storage_class": 2})"));
-        success("update " + file + " --from " +
-                folder.write("u.csv", "tarvo.id,my.real[0],my.real[1]\n1,nan,0.1\n2,1e-7,\n"));
+        expectSuccess(
+            "update " + file + " --from " +
+            folder.write("u.csv", "tarvo.id,my.real[0],my.real[1]\n1,nan,0.1\n2,1e-7,\n"));
     }
-    static std::string success(const std::string& words) {
-        const Result result = run(words);
-        EXPECT_EQ(result.code, 0) << words << "\n" << result.output;
-        return result.output;
+    std::string select(const std::string& words) const {
+        return expectSuccess("select " + file + words);
     }
-    std::string select(const std::string& words) const { return success("select " + file + words); }
-
-    Folder folder;
-    const std::string file = folder.file("a.qrbx");
 };
 
 TEST_F(Formats, AValueThatIsNoneIsNullInJsonAndNanInTexts) {
@@ -68,7 +59,7 @@ TEST_F(Formats, AValueThatIsNoneIsNullInJsonAndNanInTexts) {
     std::istringstream(line) >> cell;
     EXPECT_EQ(cell, "nan");
     rapidjson::Document info;
-    info.Parse(success("info --json " + file).c_str());
+    info.Parse(expectSuccess("info --json " + file).c_str());
     ASSERT_TRUE(info.IsObject());
     for (const auto& attribute : info["attributes"].GetArray())
         if (attribute["name"] == "my.real") {
@@ -76,13 +67,13 @@ TEST_F(Formats, AValueThatIsNoneIsNullInJsonAndNanInTexts) {
             EXPECT_EQ(attribute["maximum"][1].GetDouble(), 0.5);
         }
     const std::string none = folder.file("none.qrbx");
-    success("import " + folder.write("none.csv", "x,y,z,w\n1,2,3,\n") + " " + none);
-    info.Parse(success("info --json " + none).c_str());
+    expectSuccess("import " + folder.write("none.csv", "x,y,z,w\n1,2,3,\n") + " " + none);
+    info.Parse(expectSuccess("info --json " + none).c_str());
     ASSERT_FALSE(info.HasParseError());
     for (const auto& attribute : info["attributes"].GetArray())
         EXPECT_EQ(attribute["minimum"][0].IsNull(), attribute["name"] == "csv.w");
     for (const char* format : {"text", "json", "html", "histograms"})
-        EXPECT_NE(success("inspect " + file + " --format " + format).find("my.real"),
+        EXPECT_NE(expectSuccess("inspect " + file + " --format " + format).find("my.real"),
                   std::string::npos)
             << format;
 }
@@ -133,9 +124,10 @@ TEST_F(Formats, ALimitHoldsAcrossPages) {
         table += std::to_string(i) + "," + std::to_string(i % 1000) + ".5,2,3\n";
     }
     const std::string large = folder.file("large.qrbx");
-    success("import " + folder.write("large.csv", table) + " " + large);
+    expectSuccess("import " + folder.write("large.csv", table) + " " + large);
     const auto idsOf = [&](const std::string& words) {
-        std::istringstream lines(success("select " + large + " -a tarvo.id --format csv " + words));
+        std::istringstream lines(
+            expectSuccess("select " + large + " -a tarvo.id --format csv " + words));
         std::string line;
         std::getline(lines, line);
         EXPECT_EQ(line, "tarvo.id") << words;
@@ -161,7 +153,8 @@ TEST_F(Formats, ALimitHoldsAcrossPages) {
             EXPECT_TRUE(
                 std::equal(some.begin(), some.begin() + std::min(size, some.size()), all.begin()))
                 << words;
-            EXPECT_EQ(success("select " + large + " --count " + words), std::to_string(size) + "\n")
+            EXPECT_EQ(expectSuccess("select " + large + " --count " + words),
+                      std::to_string(size) + "\n")
                 << words;
         }
     };
@@ -170,9 +163,9 @@ TEST_F(Formats, ALimitHoldsAcrossPages) {
     expectFirst("--filter 'tarvo.id > " + std::to_string(page - 1) + "'", points - page + 1, page);
     for (const char* format : {"table", "jsonl"}) {
         const std::string words = "select " + large + " -a tarvo.id --limit 70000 --format ";
-        const std::string text = success(words + format);
-        const std::string head =
-            success("select " + large + " -a tarvo.id --limit 1 --format " + std::string(format));
+        const std::string text = expectSuccess(words + format);
+        const std::string head = expectSuccess(
+            "select " + large + " -a tarvo.id --limit 1 --format " + std::string(format));
         EXPECT_EQ(std::count(text.begin(), text.end(), '\n'),
                   std::count(head.begin(), head.end(), '\n') + 69999)
             << format;
@@ -183,15 +176,15 @@ TEST_F(Formats, SizesOfDetailEndWhereTheirModeEnds) {
     const std::string set = "lod " + file + " set ";
     for (const auto& [mode, largest] : {std::pair("thinout", 99), std::pair("combine", 16)}) {
         const std::string size = set + "--mode " + mode + " --size ";
-        success(size + "1");
-        success(size + std::to_string(largest));
+        expectSuccess(size + "1");
+        expectSuccess(size + std::to_string(largest));
         const Result beyond = run(size + std::to_string(largest + 1));
         EXPECT_EQ(beyond.code, 1) << mode;
         EXPECT_NE(beyond.output.find("0 to " + std::to_string(largest)), std::string::npos)
             << beyond.output;
     }
-    EXPECT_NE(success("lod " + file).find("combine"), std::string::npos);
-    success("lod " + file + " off");
+    EXPECT_NE(expectSuccess("lod " + file).find("combine"), std::string::npos);
+    expectSuccess("lod " + file + " off");
 }
 
 }  // namespace

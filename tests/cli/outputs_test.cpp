@@ -1,9 +1,6 @@
 // What commands write to: no output and no new database destroys anything.
-#include "tests/cli/folder.h"
-#include "tests/cli/process.h"
+#include "tests/cli/commandtest.h"
 #include "tests/exchange/lasbuilder.h"
-
-#include <gtest/gtest.h>
 
 #include <sstream>
 
@@ -13,7 +10,7 @@ using namespace tarvo::cli::tests;
 using namespace tarvo::exchange::tests;
 namespace fs = std::filesystem;
 
-class Outputs : public testing::Test {
+class Outputs : public CommandTest {
 protected:
     Outputs() {
         EXPECT_EQ(run("sample -n 100 " + database).code, 0);
@@ -22,16 +19,9 @@ protected:
         fs::create_symlink("a.qrbx", folder.file("soft"));
         fs::create_hard_link(database, folder.file("hard"));
     }
-    static std::string read(const std::string& fileName) {
-        std::ostringstream text;
-        text << std::ifstream(fileName, std::ios::binary).rdbuf();
-        return text.str();
-    }
     void expectFailure(int code, const std::string& words, const std::string& text) const {
         const std::size_t files = folder.count();
-        const Result result = run(words);
-        EXPECT_EQ(result.code, code) << words << "\n" << result.output;
-        EXPECT_NE(result.output.find(text), std::string::npos) << words << "\n" << result.output;
+        CommandTest::expectFailure(code, words, text);
         EXPECT_EQ(folder.count(), files) << words;
     }
     // With a limit of the file size, in blocks of 1024 bytes.
@@ -40,8 +30,7 @@ protected:
                         "; exec " QRBTOOL_FILE " " + words + "'");
     }
 
-    Folder folder;
-    const std::string database = folder.file("a.qrbx");
+    const std::string database = file;
     const std::string other = folder.file("b.qrbx");
 };
 

@@ -1,8 +1,7 @@
 // Real point clouds: what a database says of them against what their bytes say. The files are read
 // here in the plainest way, without the importer.
 
-#include "tests/cli/folder.h"
-#include "tests/cli/process.h"
+#include "tests/cli/commandtest.h"
 
 #include "core/pointpages.h"
 #include "numbers/numbertext.h"
@@ -143,32 +142,17 @@ int countWhere(const std::string& database, const std::string& filter) {
     return std::atoi(run("select --count --filter '" + filter + "' " + database).output.c_str());
 }
 
-class RealClouds : public testing::Test {
+class RealClouds : public CommandTest {
 protected:
     // Imports every file and calls check(FILE, DATABASE).
     template <typename Check>
     void forEachFile(const Check& check) {
-        const char* const data = std::getenv("QRB_TEST_DATA");
-        if (data == nullptr || *data == '\0') {
-            std::cout << "Real clouds were left out: QRB_TEST_DATA is not set.\n";
-            GTEST_SKIP();
-        }
-        int files = 0;
-        for (const auto& entry : std::filesystem::directory_iterator(data)) {
-            if (entry.path().extension() != ".las") {
-                continue;
-            }
-            ++files;
-            SCOPED_TRACE(entry.path().filename().string());
-            const std::string database = folder.file(entry.path().stem().string() + ".qrbx");
-            const Result import = run("import " + entry.path().string() + " " + database);
-            ASSERT_EQ(import.code, 0) << import.output;
-            check(LasFile(entry.path().string()), database);
-        }
-        EXPECT_GT(files, 0) << "no .las files in " << data;
+        forEachRealCloud([&](const std::filesystem::path& path) {
+            const std::string database = folder.file(path.stem().string() + ".qrbx");
+            expectSuccess("import " + path.string() + " " + database);
+            check(LasFile(path.string()), database);
+        });
     }
-
-    const Folder folder;
 };
 
 TEST_F(RealClouds, AgreeWithTheBytesOfTheirFiles) {

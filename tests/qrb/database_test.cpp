@@ -1,10 +1,4 @@
-#include "qrb/error.h"
-#include "qrb/loader.h"
-#include "qrb/pointcloud.h"
-
-#include <gtest/gtest.h>
-
-#include <unistd.h>
+#include "tests/qrb/library.h"
 
 #include <cmath>
 #include <filesystem>
@@ -17,33 +11,10 @@ namespace {
 using namespace tarvo;
 using namespace tarvo::qrb::pointcloud;
 
-// The layer on the database library itself, with a folder for files.
-class Database : public testing::Test {
+class Database : public LibraryTest {
 protected:
-    Database() {
-        qrb::loadLibrary(QRBLIB_FILE);
-        m_folder =
-            std::filesystem::temp_directory_path() / ("qrb_layer_test-" + std::to_string(getpid()));
-        std::filesystem::create_directories(m_folder);
-        fileName = (m_folder / "cloud.qrbx").string();
-    }
-    ~Database() override {
-        std::filesystem::remove_all(m_folder);
-        qrb::freeLibrary();
-    }
+    Database() : fileName(file("cloud.qrbx")) {}
 
-    static PointAttribute attribute(const std::string& name, double minimum, double maximum,
-                                    double resolution, std::uint32_t length = 1) {
-        PointAttribute result;
-        result.name = name;
-        result.title = name;
-        result.length = length;
-        result.minimumValue = minimum;
-        result.maximumValue = maximum;
-        result.resolution = resolution;
-        result.storageClass = PointAttribute::VARIABLE;
-        return result;
-    }
     // An open database over "p" (three elements) with an attribute "n".
     void create(qrb::Pointcloud& cloud) {
         CreateSettings settings(cloud.context());
@@ -93,78 +64,8 @@ protected:
         return 0;
     }
 
-    std::filesystem::path m_folder;
-    std::string fileName;
+    const std::string fileName;
 };
-
-TEST_F(Database, RecordsKeepEveryField) {
-    PointAttribute a = attribute("some.name", -1.5, 2.5, 0.25, 300);
-    a.tags = "direction, enumeration";
-    a.description = "Grüße";
-    a.unitSymbol = "°";
-    a.defaultValue = 0.5;
-    a.invalidValue = -1.5;
-    a.namedValues = "0=no\n1=yes";
-    a.storageClass = PointAttribute::DYNAMIC;
-    a.compressionOptions = PointAttribute::DELTA_SHUFFLE;
-    a.lodSettings = "{}";
-    a.scaleFactor = 2;
-    const PointAttribute b = AttributeHandle(a).read();
-    PointAttribute c;
-    c.fromJson(a.toJson());
-    for (const PointAttribute& copy : {b, c}) {
-        EXPECT_EQ(copy.name, a.name);
-        EXPECT_EQ(copy.title, a.title);
-        EXPECT_EQ(copy.tags, a.tags);
-        EXPECT_EQ(copy.description, a.description);
-        EXPECT_EQ(copy.unitSymbol, a.unitSymbol);
-        EXPECT_EQ(copy.length, 300u);
-        EXPECT_EQ(copy.resolution, a.resolution);
-        EXPECT_EQ(copy.minimumValue, a.minimumValue);
-        EXPECT_EQ(copy.maximumValue, a.maximumValue);
-        EXPECT_EQ(copy.defaultValue, a.defaultValue);
-        EXPECT_EQ(copy.invalidValue, a.invalidValue);
-        EXPECT_EQ(copy.namedValues, a.namedValues);
-        EXPECT_EQ(copy.storageClass, a.storageClass);
-        EXPECT_EQ(copy.compressionOptions, a.compressionOptions);
-        EXPECT_EQ(copy.lodSettings, a.lodSettings);
-        EXPECT_EQ(copy.scaleFactor, a.scaleFactor);
-    }
-    PointAttribute unchanged = a;
-    EXPECT_THROW(unchanged.fromJson("{"), qrb::Error);
-    EXPECT_EQ(unchanged.name, a.name);
-    EXPECT_EQ(attribute("a", 0, 255, 1).dataType(), DataType::UINT8);
-    EXPECT_EQ(attribute("a", -1, 255, 1).dataType(), DataType::INT16);
-    EXPECT_EQ(attribute("a", 0, 1, 0).dataType(), DataType::DOUBLE);
-    EXPECT_EQ(attribute("a", -1e4, 1e4, 0.01).dataType(), DataType::SINGLE);
-    EXPECT_EQ(attribute("a", -1e6, 1, 0.01).dataType(), DataType::DOUBLE);
-    EXPECT_EQ(attribute("a", -1, 1e6, 0.01).dataType(), DataType::DOUBLE);
-}
-
-TEST_F(Database, SettingsAreCopiedDeeplyAndTravelAsJson) {
-    const qrb::Context context("OFF", "");
-    CreateSettings settings(context);
-    EXPECT_EQ(settings.chunkMode, 1u);
-    EXPECT_FALSE(settings.pointInsertMode.empty());
-    CreateSettings copy = settings;
-    copy.chunkSize = 1234;
-    copy.compressionLevel = 77;
-    copy.optimizePointID = !settings.optimizePointID;
-    copy.cacheSize = 5'000'000'000;
-    EXPECT_NE(settings.chunkSize, 1234u);
-    settings.fromJson(copy.toJson());
-    EXPECT_EQ(settings.chunkSize, 1234u);
-    EXPECT_EQ(settings.compressionLevel, 77);
-    EXPECT_EQ(settings.optimizePointID, copy.optimizePointID);
-    EXPECT_EQ(settings.cacheSize, 5'000'000'000u);
-    EXPECT_THROW(settings.fromJson("[1"), qrb::Error);
-    EXPECT_EQ(settings.chunkSize, 1234u);
-    OpenSettings open(context);
-    open.cacheSize = 123456;
-    OpenSettings other(context);
-    other.fromJson(open.toJson());
-    EXPECT_EQ(other.cacheSize, 123456u);
-}
 
 TEST_F(Database, WhatWasInsertedIsSelectedAfterReopening) {
     const qrb::Context context("OFF", "");

@@ -163,6 +163,7 @@ TEST_F(Records, KeepWhatAJsonTextDoesNotName) {
             member.change(record);
         const auto before = record;
         record.fromJson("{}");
+        EXPECT_THROW(record.fromJson("{\"length\": 1"), qrb::Error);
         for (const auto& member : members)
             EXPECT_TRUE(member.isSame(record, before)) << member.name;
     };
@@ -172,6 +173,15 @@ TEST_F(Records, KeepWhatAJsonTextDoesNotName) {
     open.cacheSize = 6'000'000'000;
     open.fromJson("{}");
     EXPECT_EQ(open.cacheSize, 6'000'000'000);
+}
+
+TEST_F(Records, TellTheTypeOfTheirValues) {
+    const std::tuple<double, double, double, DataType> cases[] = {
+        {0, 255, 1, DataType::UINT8},      {-1, 255, 1, DataType::INT16},
+        {0, 1, 0, DataType::DOUBLE},       {-1e4, 1e4, 0.01, DataType::SINGLE},
+        {-1e6, 1, 0.01, DataType::DOUBLE}, {-1, 1e6, 0.01, DataType::DOUBLE}};
+    for (const auto& [minimum, maximum, resolution, type] : cases)
+        EXPECT_EQ(attribute("a", minimum, maximum, resolution).dataType(), type) << maximum;
 }
 
 TEST_F(Records, OfCreationSettingsAreIndependentOfTheirCopies) {
