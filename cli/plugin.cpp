@@ -8,6 +8,7 @@
 #include "cli/terminal.h"
 #include "cli/text.h"
 #include "cli/texttable.h"
+#include "core/outputplace.h"
 #include "plugin/interpreter.h"
 #include "plugin/package.h"
 #include "plugin/parameters.h"
@@ -161,6 +162,28 @@ plugin::Values valuesOf(const Manifest& manifest, const std::vector<std::string>
     return values;
 }
 
+// A plugin's output must not take the place of what it reads.
+void checkOutputFiles(const qrb::Context& context, const plugin::Package& package,
+                      const plugin::Values& values, const std::string& database) {
+    std::vector<std::string> reads{database};
+    std::vector<std::string> outputs;
+    for (const Parameter& parameter : package.manifest.parameters) {
+        const auto value = values.find(parameter.name);
+        if (value == values.end()) {
+            continue;
+        }
+        const std::string name = plugin::textOfValue(parameter, value->second);
+        if (parameter.type == plugin::ParameterType::INPUT_FILE) {
+            reads.push_back(name);
+        } else if (parameter.type == plugin::ParameterType::OUTPUT_FILE && !name.empty()) {
+            outputs.push_back(name);
+        }
+    }
+    for (const std::string& name : outputs) {
+        core::checkOutputPlace(context, name, reads);
+    }
+}
+
 // Whether it may run: what somebody has agreed to, or agrees to now.
 void requireTrust(const plugin::Package& package, bool giveTrust) {
     plugin::TrustedPlugins trusted;
@@ -183,14 +206,16 @@ void runPlugin(const qrb::Context& context, const PluginOptions& options) {
     const plugin::Package package = packageOf(options);
     plugin::Request request;
     request.package = &package;
+    plugin::Values values;
     try {
-        request.arguments =
-            plugin::argumentsOf(package.manifest, valuesOf(package.manifest, options.set));
+        values = valuesOf(package.manifest, options.set);
+        request.arguments = plugin::argumentsOf(package.manifest, values);
     } catch (const UsageError&) {
         throw;
     } catch (const Failure& failure) {
         throw UsageError(failure.what(), failure.details());
     }
+    checkOutputFiles(context, package, values, options.file);
     requireTrust(package, options.trust);
     request.interpreter = plugin::findInterpreter(options.python);
     request.scripts = embeddedScripts();
