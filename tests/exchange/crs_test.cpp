@@ -74,7 +74,7 @@ TEST(Crs, WellKnownTextsTellUnitsCodesAndNames) {
          "Both|EPSG:5555|m|m"},
         {R"(COMPD_CS["Both",)" + projected1(metre, R"(,AUTHORITY["LOCAL","102100"])") + "," +
              vertical1(metre) + "]",
-         "Both|ESRI:102100+EPSG:7837|m|m"},
+         "Both|LOCAL:102100+EPSG:7837|m|m"},
         {projected1(metre, "") + ",\n" + R"(VERTCS["NAVD88",VDATUM["V"],UNIT["Foot",0.3048]])",
          "Zone 32 + NAVD88||m|ft"},
         {R"(GEOCCS["Earth",DATUM["D"],UNIT["metre",1],AUTHORITY["EPSG","4978"]])",

@@ -220,7 +220,7 @@ TEST_F(Database, TakesNoTextThatIsNoUtf8) {
     qrb::Pointcloud cloud(context);
     create(cloud);
     auto& transactions = cloud.transactions();
-    for (const std::string& bad : {"gr\xf6n", "\xc3", "\xed\xa0\x80"}) {
+    for (const std::string bad : {"gr\xf6n", "\xc3", "\xed\xa0\x80"}) {
         for (const int which : {0, 1, 2, 3}) {
             std::string texts[4] = {"a", "b", "c", "{}"};
             texts[which] = bad;
