@@ -226,12 +226,14 @@ std::string argumentsOf(const Manifest& manifest, const Values& values) {
         writeArgument(writer, parameter, parsed(json));
     }
     writer.EndObject();
-    if (used != values.size())
-        for (const auto& [name, json] : values)
-            if (std::none_of(manifest.parameters.begin(), manifest.parameters.end(),
-                             [&name](const Parameter& one) { return one.name == name; }))
-                throw Failure("The plugin \"" + manifest.name + "\" has no parameter \"" + name +
-                              "\".");
+    if (used == values.size())
+        return {buffer.GetString(), buffer.GetSize()};
+    for (const auto& value : values) {
+        const auto hasName = [&value](const Parameter& one) { return one.name == value.first; };
+        if (std::none_of(manifest.parameters.begin(), manifest.parameters.end(), hasName))
+            throw Failure("The plugin \"" + manifest.name + "\" has no parameter \"" + value.first +
+                          "\".");
+    }
     return {buffer.GetString(), buffer.GetSize()};
 }
 
