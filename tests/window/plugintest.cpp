@@ -104,8 +104,7 @@ void PluginTest::init() {
 
 void PluginTest::menuShowsWhatIsInTheFolder() {
     QCOMPARE(m_window->entries(),
-             QStringList(
-                 {"[No plugins in " + m_window->path("").chopped(1) + ']', "-", "Settings ..."}));
+             QStringList({"[No plugins in " + m_window->folder() + ']', "-", "Settings ..."}));
     m_window->add("second", "    pass", R"(, "description": "What <b>it</b> does")");
     m_window->add("first", "    pass");
     m_window->add("wrong", "    pass", R"(, "colour": "red")");
@@ -136,7 +135,7 @@ void PluginTest::settingsTellWhichPythonAnswers() {
     const auto settings = [&](const Step& step) {
         QMenu* menu = m_window->openMenu();
         auto* action = in<QAction>(menu, "actionPluginSettings");
-        ModalScript script({step});
+        ModalScript script({closing(step)});
         QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
         QCOMPARE(script.answered(), 1u);
     };
@@ -144,7 +143,7 @@ void PluginTest::settingsTellWhichPythonAnswers() {
         auto* python = in<QLabel>(dialog, "labelPythonState");
         QTRY_VERIFY2(python->text().startsWith("Python 3."), qUtf8Printable(python->text()));
         QCOMPARE(in<QLabel>(dialog, "labelFolderState")->text(),
-                 "1 plugin in " + m_window->path("").chopped(1) + ", and 1 that can't be run");
+                 "1 plugin in " + m_window->folder() + ", and 1 that can't be run");
         typeInto(dialog, "editPython", "/bin/true");
         QTest::keyClick(in<QLineEdit>(dialog, "editPython"), Qt::Key_Tab);
         QTRY_VERIFY2(python->text().contains("is no Python"), qUtf8Printable(python->text()));
@@ -174,7 +173,7 @@ void PluginTest::formTakesWhatEachParameterTakes() {
         {"name": "t", "type": "text", "title": "A & B"},
         {"name": "i", "type": "integer", "minimum": 1, "maximum": 10, "default": 3},
         {"name": "n", "type": "number", "minimum": 0, "unit": "m", "default": 0.5,
-         "description": "How <far>"},
+         "description": "How <b>far</b>"},
         {"name": "b", "type": "boolean", "default": true},
         {"name": "c", "type": "choice", "choices": ["x", {"value": "y", "title": "Why"}]},
         {"name": "a", "type": "attribute"},
@@ -207,7 +206,7 @@ void PluginTest::formTakesWhatEachParameterTakes() {
         typeInto(dialog, "edit_n", "-1");
         QVERIFY(isMarked("edit_n"));
         typeInto(dialog, "edit_n", "1e-3");
-        QVERIFY(in<QLineEdit>(dialog, "edit_n")->toolTip().contains("How &lt;far&gt;"));
+        QVERIFY(in<QLineEdit>(dialog, "edit_n")->toolTip().contains("How &lt;b&gt;far"));
         QTest::mouseClick(in<QCheckBox>(dialog, "edit_b"), Qt::LeftButton, {}, {8, 8});
         QTest::keyClick(in<QComboBox>(dialog, "edit_c"), Qt::Key_Down);
         QTest::keyClick(in<QComboBox>(dialog, "edit_c"), Qt::Key_Down);
@@ -420,8 +419,9 @@ void PluginTest::floodLeavesTheWindowAnswering() {
                                    QTRY_COMPARE(tabs->count(), 102);
                                    QTest::keyClick(dialog, Qt::Key_Escape);
                                    QTRY_VERIFY_WITH_TIMEOUT(!isRunning(dialog), 30'000);
-                                   QVERIFY2(stateOf(dialog).startsWith("Cancelled. The first 100 "),
-                                            qUtf8Printable(stateOf(dialog)));
+                                   QVERIFY2(
+                                       stateOf(dialog).startsWith("Cancelled.\nThe first 100 "),
+                                       qUtf8Printable(stateOf(dialog)));
                                    const QString text = outputOf(dialog);
                                    QVERIFY(text.size() < 2.5 * OutputPane::keptCharacters);
                                    QVERIFY(text.contains("\nred \ufffd\ufffd \ufffdevil "));
@@ -493,6 +493,8 @@ void PluginTest::resultsAreShownCopiedAndSaved() {
                  QTest::mouseClick(rows->horizontalHeader()->viewport(), Qt::LeftButton, {}, title);
                  QCOMPARE(first(), expected);
              }
+             QTest::mouseClick(rows->viewport(), Qt::LeftButton, {},
+                               rows->visualRect(rows->model()->index(1, 0)).center());
              rows->selectRow(1);
              QTest::keySequence(rows, QKeySequence::Copy);
              QCOMPARE(QApplication::clipboard()->text(), "n\ts\n10\tc\n");
@@ -511,7 +513,7 @@ void PluginTest::whatFailsTellsWhyAndChangesNothing() {
     const QStringList texts = m_window->choose(
         "fails", {[](QDialog* dialog) {
                       runToEnd(dialog);
-                      QCOMPARE(stateOf(dialog), "Failed: ValueError: it Nothing is changed.");
+                      QCOMPARE(stateOf(dialog), "Failed. Nothing is changed. ValueError: it");
                       QVERIFY(outputOf(dialog).startsWith("so far"));
                       QVERIFY(in<QPushButton>(dialog, "buttonRun")->isEnabled());
                       dialog->reject();

@@ -2,6 +2,7 @@
 
 #include "window/common/programsettings.h"
 
+#include <QDeadlineTimer>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -56,6 +57,7 @@ QStringList PluginWindow::choose(const QString& name, std::vector<ModalScript::S
     QMenu* menu = openMenu();
     auto* action = in<QAction>(menu, qUtf8Printable("actionPlugin_" + name));
     const std::size_t expected = steps.size();
+    steps.front() = closing(steps.front());
     ModalScript script(std::move(steps));
     QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
     if (script.answered() != expected)
@@ -63,6 +65,22 @@ QStringList PluginWindow::choose(const QString& name, std::vector<ModalScript::S
             qPrintable(QString("of %1 dialogs %2 came").arg(expected).arg(script.answered())),
             __FILE__, __LINE__);
     return script.texts();
+}
+
+ModalScript::Step closing(const ModalScript::Step& step) {
+    return [step](QDialog* dialog) {
+        const QPointer<QDialog> open = dialog;
+        step(dialog);
+        if (!open || !open->isVisible())
+            return;
+        if (auto* cancel = open->findChild<QPushButton*>("buttonCancel")) {
+            cancel->click();
+            // What the toolkit offers does not wait once the test has failed.
+            for (QDeadlineTimer timer(30'000); cancel->isEnabled() && !timer.hasExpired();)
+                QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
+        }
+        open->reject();
+    };
 }
 
 void click(QDialog* dialog, const char* button) {
@@ -74,6 +92,7 @@ void typeInto(QDialog* dialog, const char* field, const QString& text) {
     auto* edit = qobject_cast<QLineEdit*>(widget);
     if (!edit)
         edit = widget->findChild<QLineEdit*>();
+    edit->setFocus();
     edit->selectAll();
     QTest::keyClick(edit, Qt::Key_Delete);
     QTest::keyClicks(edit, text);

@@ -15,6 +15,7 @@ public:
     // A plugin in a folder of its own. body: of its function run(); members: of its manifest, each
     // after a comma.
     void add(const QString& name, const QString& body, const QString& members = {}) const;
+    QString folder() const { return m_folder.path(); }
     QString path(const QString& name) const { return m_folder.filePath(name); }
     bool write(const QString& name, const QString& text) const;
 
@@ -30,6 +31,8 @@ private:
     QTemporaryDir m_folder;
 };
 
+// The step, with the dialog closed behind it, whatever failed.
+ModalScript::Step closing(const ModalScript::Step& step);
 // Clicks a button by its name.
 void click(QDialog* dialog, const char* button);
 // Puts the text in place of what is in the field, key by key.

@@ -35,13 +35,13 @@ PluginMenu::PluginMenu(QWidget* window) : QMenu("Plugins", window) {
 
 void PluginMenu::fill() {
     for (QAction* action : actions()) {
+        if (action == m_settings)
+            continue;
         removeAction(action);
-        if (action != m_settings)
-            action->deleteLater();
+        action->deleteLater();
     }
     addPlugins();
-    addSeparator();
-    addAction(m_settings);
+    insertSeparator(m_settings);
 }
 
 void PluginMenu::addPlugins() {
@@ -56,27 +56,26 @@ void PluginMenu::addPlugins() {
         problem = QString::fromUtf8(failure.what());
     }
     if (found.empty())
-        addRemark("No plugins in " + shownFolder, problem);
+        addEntry("No plugins in " + shownFolder, problem)->setEnabled(false);
     for (const plugin::Found& one : found) {
         const QString place = QString::fromStdString(one.place);
         if (!one.manifest) {
-            addRemark(QDir(shownFolder).relativeFilePath(place),
-                      QString::fromStdString(one.problem));
+            addEntry(QDir(shownFolder).relativeFilePath(place), QString::fromStdString(one.problem))
+                ->setEnabled(false);
             continue;
         }
-        QAction* action = addAction(menuText(QString::fromStdString(one.manifest->title)));
+        QAction* action = addEntry(QString::fromStdString(one.manifest->title),
+                                   QString::fromStdString(one.manifest->description));
         action->setObjectName("actionPlugin_" + QString::fromStdString(one.manifest->name));
-        action->setToolTip(
-            plainToolTip(QString::fromStdString(one.manifest->description).trimmed()));
         action->setEnabled(m_runnable);
         connect(action, &QAction::triggered, this, [this, place] { emit chosen(place); });
     }
 }
 
-QAction* PluginMenu::addRemark(const QString& text, const QString& toolTip) {
-    QAction* action = addAction(menuText(text));
-    action->setToolTip(plainToolTip(toolTip));
-    action->setEnabled(false);
+QAction* PluginMenu::addEntry(const QString& text, const QString& toolTip) {
+    auto* action = new QAction(menuText(text), this);
+    action->setToolTip(plainToolTip(toolTip.trimmed()));
+    insertAction(m_settings, action);
     return action;
 }
 

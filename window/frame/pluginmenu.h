@@ -23,7 +23,7 @@ signals:
 private:
     void fill();
     void addPlugins();
-    QAction* addRemark(const QString& text, const QString& toolTip);
+    QAction* addEntry(const QString& text, const QString& toolTip);
 
     QAction* m_settings;
     bool m_runnable = false;

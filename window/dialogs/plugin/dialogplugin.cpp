@@ -204,24 +204,21 @@ void DialogPlugin::finish() {
 }
 
 QString DialogPlugin::outcomeText() const {
-    const bool writes = m_package.manifest.writes;
-    const QString unchanged = writes ? " Nothing is changed." : "";
+    const QString unchanged = m_package.manifest.writes ? " Nothing is changed." : "";
     if (m_run.failure())
         return "Failed." + unchanged;
     const Outcome& outcome = m_run.outcome();
-    switch (outcome.end) {
-        case Outcome::End::CANCELLED:
-            return "Cancelled." + unchanged;
-        case Outcome::End::FAILED:
-            return QString("Failed: %0").arg(QString::fromStdString(outcome.text)) + unchanged;
-        case Outcome::End::DONE:
-            break;
-    }
-    QString text = "Done.";
-    if (outcome.transaction != 0)
-        text += QString(" Transaction %0 is committed.").arg(outcome.transaction);
+    QString text;
+    if (outcome.end == Outcome::End::CANCELLED)
+        text = "Cancelled." + unchanged;
+    else if (outcome.end == Outcome::End::FAILED)
+        text = "Failed." + unchanged + ' ' + QString::fromStdString(outcome.text);
+    else if (outcome.transaction != 0)
+        text = QString("Done. Transaction %0 is committed.").arg(outcome.transaction);
+    else
+        text = "Done.";
     if (m_run.resultsLeftOut() > 0)
-        text += QString(" The first %0 results are shown, %1 are left out.")
+        text += QString("\nThe first %0 results are shown, %1 are left out.")
                     .arg(PluginRun::mostResults)
                     .arg(m_run.resultsLeftOut());
     return text;

@@ -7,6 +7,7 @@
 
 #include <QAction>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <algorithm>
 #include <numeric>
 #include <optional>
@@ -119,11 +120,17 @@ ResultTable::ResultTable(std::shared_ptr<const plugin::Table> table, QWidget* pa
     setSortingEnabled(true);
 
     auto* copying = new QAction("Copy", this);
-    copying->setShortcut(QKeySequence::Copy);
-    copying->setShortcutContext(Qt::WidgetShortcut);
     connect(copying, &QAction::triggered, this, &ResultTable::copy);
     addAction(copying);
     setContextMenuPolicy(Qt::ActionsContextMenu);
+}
+
+void ResultTable::keyPressEvent(QKeyEvent* event) {
+    // The base class would copy one cell.
+    if (event == QKeySequence::Copy)
+        copy();
+    else
+        QTableView::keyPressEvent(event);
 }
 
 void ResultTable::copy() {

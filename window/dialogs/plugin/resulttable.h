@@ -41,6 +41,9 @@ public:
     // columns.
     void copy();
 
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
 private:
     ResultTableModel* m_model;
 };
