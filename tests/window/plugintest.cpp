@@ -219,14 +219,8 @@ void PluginTest::formTakesWhatEachParameterTakes() {
         typeInto(dialog, "edit_d", "1,4-6");
         typeInto(dialog, "edit_r", "/nowhere/file");
         QCOMPARE(problem->text(), "There is no file \"/nowhere/file\".");
-        {
-            ModalScript chooser({ModalScript::chooseFile(m_window->path("input.txt"))});
-            QTest::mouseClick(in<QToolButton>(dialog, "button_r"), Qt::LeftButton);
-        }
-        {
-            ModalScript chooser({ModalScript::chooseFile(m_window->path("output"))});
-            QTest::mouseClick(in<QToolButton>(dialog, "button_w"), Qt::LeftButton);
-        }
+        QTest::mouseClick(in<QToolButton>(dialog, "button_r"), Qt::LeftButton);
+        QTest::mouseClick(in<QToolButton>(dialog, "button_w"), Qt::LeftButton);
         QVERIFY2(run->isEnabled(), qUtf8Printable(problem->text()));
         QVERIFY(problem->isHidden());
         QVERIFY2(namelessControls(dialog).isEmpty(),
@@ -250,11 +244,9 @@ void PluginTest::formTakesWhatEachParameterTakes() {
                 .object();
         QCOMPARE(heard, expected);
     };
-    m_window->choose("form", {[&](QDialog* dialog) {
-                                  fill(dialog);
-                                  dialog->reject();
-                              },
-                              ModalScript::press("Yes")});
+    m_window->choose(
+        "form", {fill, ModalScript::chooseFile(m_window->path("input.txt")),
+                 ModalScript::chooseFile(m_window->path("output")), ModalScript::press("Yes")});
 }
 
 void PluginTest::formBeginsWithTheLastRunAndThePresentSelection() {

@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFutureWatcher>
+#include <QStandardPaths>
 #include <QtConcurrentRun>
 #include <algorithm>
 #include <exception>
@@ -28,9 +29,11 @@ QString textOf(const std::exception_ptr& error) {
 QString answerOf(const QString& pythonPath) {
     try {
         const plugin::Interpreter python = plugin::findInterpreter(pythonPath.toStdString());
+        const QString program = QString::fromStdString(python.program);
+        const QString place = QStandardPaths::findExecutable(program);
         return QString("Python %0 at %1")
             .arg(QString::fromStdString(python.version),
-                 QDir::toNativeSeparators(QString::fromStdString(python.program)));
+                 QDir::toNativeSeparators(place.isEmpty() ? program : place));
     } catch (...) {
         return textOf(std::current_exception());
     }
