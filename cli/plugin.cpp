@@ -9,6 +9,7 @@
 #include "cli/text.h"
 #include "cli/texttable.h"
 #include "core/outputplace.h"
+#include "files/path.h"
 #include "plugin/interpreter.h"
 #include "plugin/package.h"
 #include "plugin/parameters.h"
@@ -54,6 +55,9 @@ plugin::Package packageOf(const PluginOptions& options) {
     for (const Found& found : plugin::findPlugins(folder)) {
         if (found.manifest && found.manifest->name == options.name) {
             return plugin::readPackage(found.place);
+        }
+        if (!found.manifest && files::pathOf(found.place).stem() == options.name) {
+            throw Failure("\"" + found.place + "\" is no plugin that could be run.", found.problem);
         }
     }
     throw Failure("There is no plugin \"" + options.name + "\" in \"" + folder + "\".",

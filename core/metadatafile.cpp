@@ -111,6 +111,19 @@ bool isJsonObject(std::string_view text) {
     return first != std::string_view::npos && text[first] == '{' && isJson(text);
 }
 
+std::string compact(const std::string& jsonObject) {
+    rapidjson::StringBuffer buffer;
+    ExactWriter<rapidjson::Writer<rapidjson::StringBuffer>> writer(buffer);
+    readJson(jsonObject, writer);
+    return {buffer.GetString(), buffer.GetSize()};
+}
+
+// Blanks and spellings of characters in an object are no part of its value.
+bool isSameValue(const std::string& before, const std::string& now) {
+    return before == now ||
+           (isJsonObject(before) && isJsonObject(now) && compact(before) == compact(now));
+}
+
 }  // namespace
 
 std::string writeMetaDataFile(const std::vector<MetaDataItem>& items) {
@@ -148,7 +161,7 @@ MetaDataFile readMetaDataFile(std::string_view text) {
 void MetaDataImport::set(const MetaDataItem& item) {
     const bool exists = m_metaData.exists(item.name);
     const std::string before = exists ? m_metaData.get(item.name) : std::string();
-    if (exists && before == item.text) {
+    if (exists && isSameValue(before, item.text)) {
         unchanged.push_back(item.name);
         return;
     }
@@ -162,7 +175,7 @@ void MetaDataImport::set(const MetaDataItem& item) {
 
 bool MetaDataImport::losesSignature(const MetaDataItem& item) const {
     return m_metaData.exists(item.name) && m_metaData.verifySignature(item.name, 0, {}) &&
-           m_metaData.get(item.name) != item.text;
+           !isSameValue(m_metaData.get(item.name), item.text);
 }
 
 void MetaDataImport::takeBack() {

@@ -33,7 +33,8 @@ public:
     // Within a pending transaction, which must outlive it.
     explicit MetaDataImport(qrb::pointcloud::MetaData& metaData) : m_metaData(metaData) {}
 
-    // An item that has this text already is left alone, with its signature. Throws qrb::Error.
+    // An item that has this value already, an object in whatever spelling, is left alone with its
+    // signature. Throws qrb::Error.
     void set(const MetaDataItem& item);
     // Whether set() would lose a signature, which nobody without its key can give back.
     bool losesSignature(const MetaDataItem& item) const;

@@ -18,6 +18,7 @@ using core::ReferenceSystem;
 using core::TimeBase;
 using qrb::pointcloud::PointAttribute;
 
+constexpr const char* coordinates = "tarvo.xyz";
 constexpr const char* timeAttribute = "tarvo.timestamp";
 
 std::string quoted(const std::string& text) {
@@ -75,6 +76,30 @@ Agreement<ReferenceSystem> systemsOf(const qrb::Pointcloud* database, bool asThe
     }
     return {systemWords, core::referenceSystem(database->metaData()), hasPoints(*database),
             asTheyAre};
+}
+
+// A database without a system may still tell the unit of its coordinates.
+void requireUnitOf(const qrb::Pointcloud& database, CommonOrigin& common, bool asTheyAre) {
+    const std::optional<ReferenceSystem>& system = common.origin.system;
+    if (!system || core::referenceSystem(database.metaData()) || !hasPoints(database) ||
+        !database.pointAttributes().exists(coordinates)) {
+        return;
+    }
+    const std::string own = database.pointAttributes().get(coordinates).unitSymbol;
+    // What the catalogue says nobody has told.
+    if (own.empty() || own == catalogue::findAttribute(coordinates)->unitSymbol ||
+        own == system->horizontalUnit) {
+        return;
+    }
+    const std::string words = "The coordinates of the database are in " + own + ", those of \"" +
+                              describe(*system) + "\" are " + core::describeUnits(*system);
+    if (!asTheyAre) {
+        throw core::Failure(words + ".", std::string(systemWords.between) +
+                                             ", or give --crs-as-is to take coordinates and times "
+                                             "as they are.");
+    }
+    common.foreign.push_back(words + ": they were taken as they are.");
+    common.origin.system.reset();
 }
 
 // Returns whether the database tells the system now and did not before.
@@ -161,11 +186,14 @@ CommonOrigin commonOrigin(const PointSources& sources, const qrb::Pointcloud* da
             common.foreign.push_back(words);
         }
     }
+    if (database != nullptr) {
+        requireUnitOf(*database, common, asTheyAre);
+    }
     return common;
 }
 
 void nameUnits(PointAttribute& definition, const std::optional<ReferenceSystem>& system) {
-    if (!system || definition.name != "tarvo.xyz") {
+    if (!system || definition.name != coordinates) {
         return;
     }
     definition.unitSymbol = system->horizontalUnit;
@@ -184,10 +212,10 @@ void setOrigin(const qrb::Pointcloud& cloud, CommonOrigin& common) {
 void addOrigin(const qrb::Pointcloud& cloud, CommonOrigin& common) {
     tellForeign(cloud, common);
     setTimeBase(cloud, common);
-    if (!setSystem(cloud, common) || !cloud.pointAttributes().exists("tarvo.xyz")) {
+    if (!setSystem(cloud, common) || !cloud.pointAttributes().exists(coordinates)) {
         return;
     }
-    PointAttribute definition = cloud.pointAttributes().get("tarvo.xyz");
+    PointAttribute definition = cloud.pointAttributes().get(coordinates);
     const PointAttribute before = definition;
     nameUnits(definition, common.origin.system);
     // What somebody wrote there is left alone.

@@ -124,7 +124,9 @@ def failure(error, folder):
     details, more = [rest], getattr(error, "details", "") or ""
     if more not in rest:  # the text of a qrb.Error ends with them
         details.append(more)
-    for frame in traceback.extract_tb(error.__traceback__):
+    # Those of the database tell what to do; of others the place is needed.
+    frames = [] if isinstance(error, qrb.Error) else traceback.extract_tb(error.__traceback__)
+    for frame in frames:
         if frame.filename.startswith(folder):
             name = os.path.relpath(frame.filename, folder)
             details.append(f"{name}, line {frame.lineno}, in {frame.name}: {frame.line}")

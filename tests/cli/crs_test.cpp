@@ -215,6 +215,13 @@ TEST_F(Crs, AFileWithoutASystemIsTakenAsInTheSame) {
     expect(0, "import --append " + las("a.las", feet) + " " + file, {note + "the database"});
     EXPECT_EQ(unit(), "ft") << "what was taken to be metres";
     EXPECT_EQ(system(), R"(Feet \ " é|)");
+    // Points whose unit alone is told.
+    expect(0, "metadata " + file + " remove tarvo.geo_tag");
+    const std::string metres = keyed("m.las", {{1024, 1}, {3072, 25832}, {3076, 9001}});
+    expect(1, "import --append " + metres + " " + file, {"are in ft, those of", "in m."});
+    expect(0, "import --append --crs-as-is " + metres + " " + file);
+    expect(0, "changelog " + file, {"in m: they were taken as they are."});
+    EXPECT_EQ(unit() + " " + system(), "ft none");
     // What somebody wrote and signed there stays.
     expect(0, "import --overwrite " + table + " " + file);
     expect(0, "metadata " + file + R"( set tarvo.geo_tag '{"crs":{},"pose":[]}')");

@@ -79,21 +79,28 @@ TEST_F(ImportedItems, KeepSignaturesWhereNothingChangesAndTellWhereOneIsLost) {
     cloud.transactions().begin("import", "test");
     for (const char* name : {"same", "other", "plain"})
         metaData.set(name, "{\"a\":1}");
-    for (const char* name : {"same", "other"})
+    // As people write it; a file has it in another spelling.
+    metaData.set("spelt", "{ \"a\" : \"\\u00e9\\/\",\n  \"b\": [1.0] }\n");
+    for (const char* name : {"same", "other", "spelt"})
         metaData.createSignature(name, 1, {1, 2});
     MetaDataImport import(metaData);
     EXPECT_FALSE(import.losesSignature({"same", "{\"a\":1}"}));
     EXPECT_TRUE(import.losesSignature({"other", "2"}));
     EXPECT_FALSE(import.losesSignature({"plain", "2"}));
     EXPECT_FALSE(import.losesSignature({"new", "2"}));
+    const auto written = readMetaDataFile(writeMetaDataFile({{"spelt", metaData.get("spelt")}}));
+    EXPECT_FALSE(import.losesSignature(written.items.at(0)));
+    EXPECT_TRUE(import.losesSignature({"spelt", "{\"a\":\"\u00e9/\",\"b\":[1]}"}));
+    import.set(written.items.at(0));
     for (const MetaDataItem& item : std::vector<MetaDataItem>{
              {"same", "{\"a\":1}"}, {"other", "2"}, {"plain", "3"}, {"new", "4"}})
         import.set(item);
-    EXPECT_EQ(import.unchanged, Names{"same"});
+    EXPECT_EQ(import.unchanged, (Names{"spelt", "same"}));
     EXPECT_EQ(import.updated, (Names{"other", "plain"}));
     EXPECT_EQ(import.unsignedNow, Names{"other"});
     EXPECT_EQ(import.added, Names{"new"});
     EXPECT_TRUE(metaData.verifySignature("same", 1, {1, 2}));
+    EXPECT_TRUE(metaData.verifySignature("spelt", 1, {1, 2}));
     EXPECT_EQ(metaData.get("other"), "2");
     import.takeBack();
     EXPECT_EQ(metaData.get("other"), "{\"a\":1}");

@@ -35,6 +35,17 @@ def coordinates(db):
     return [f"{name}[{i}]" for i in range(3)]
 
 
+def tell_unit(db, report):
+    """Says that proposals of lengths are meant for metres where the coordinates are in others."""
+    unit = db.attributes[db.attributes.primary].unit
+    if unit not in ("", "m"):
+        report.text(
+            f"The coordinates are in {unit}, and so are the lengths given. The proposed ones are "
+            "meant for metres.",
+            "Note",
+        )
+
+
 def element(db, name):
     """The definition of an attribute, and for an element such as "tarvo.rgba[0]" its number."""
     found = re.fullmatch(r"\s*([^\[\]\s]*)\s*(?:\[\s*(\d+)\s*\]\s*)?", name)

@@ -5,7 +5,17 @@ import math
 
 from grid import CELL_LIMIT, Grid, Statistics
 from picture import legend, picture_of
-from points import batches, coordinates, definition, extent, numpy, single, with_values, wrong
+from points import (
+    batches,
+    coordinates,
+    definition,
+    extent,
+    numpy,
+    single,
+    tell_unit,
+    with_values,
+    wrong,
+)
 
 #: What LAS files bring.
 PROPOSED_LINE = "las.point_source_id"
@@ -14,6 +24,7 @@ LINE_LIMIT = 1000
 
 
 def run(db, parameters, report):
+    tell_unit(db, report)
     names = coordinates(db)
     filter = with_values(db, parameters["filter"], names)
     line = parameters["line"]

@@ -14,7 +14,7 @@ import math
 import qrb
 from grid import CELL_LIMIT, Grid, Statistics
 from morphology import closed, emptied, filled, opened, slopes, surface_of
-from points import batches, coordinates, extent, numpy, with_values
+from points import batches, coordinates, extent, numpy, tell_unit, with_values
 
 CLASS = "tarvo.class"
 GROUND_CLASS = 2
@@ -25,6 +25,7 @@ SLOPE_SCALE = 1.25
 
 
 def run(db, parameters, report):
+    tell_unit(db, report)
     names = coordinates(db)
     filter = with_values(db, parameters["filter"], names)
     bounds = extent(db, filter, names[:2], report, (0.0, 0.1))

@@ -1,8 +1,9 @@
+import dataclasses
 import math
 import unittest
 from collections import Counter
 
-from support import Cancelled, PluginTest, load, rows_of
+from support import XYZ, Cancelled, PluginTest, load, rows_of
 
 CLASS = "tarvo.class"
 
@@ -52,6 +53,12 @@ class GroundClassifier(PluginTest):
                 "ground no more": numbers[9],
             },
         )
+
+    def test_says_that_lengths_are_in_the_unit_of_the_coordinates(self):
+        self.assertEqual(self.run_plugin(self.make([(0, 0, 0)])).texts, "")
+        feet = dataclasses.replace(XYZ, unit="ftUS")
+        report = self.run_plugin(self.make([(0, 0, 0)], primary=feet))
+        self.assertIn("The coordinates are in ftUS", report.texts)
 
     def test_leaves_points_alone_that_are_not_considered(self):
         points, _ = self.scene()

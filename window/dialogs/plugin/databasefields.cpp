@@ -2,6 +2,7 @@
 
 #include "window/common/filterhistory.h"
 #include "window/dialogs/filterinsertmenu.h"
+#include "window/widgets/filtercompleter.h"
 #include "window/widgets/listcompleter.h"
 
 #include <QComboBox>
@@ -137,6 +138,9 @@ void FilterField::setText(const QString& text) {
 void FilterField::setAttributes(const std::vector<PointAttribute>& attributes) {
     m_menu->setAttributes(attributes);
     FilterHistory::show(m_box);
+    QLineEdit* const edit = m_box->lineEdit();
+    delete edit->completer();
+    edit->setCompleter(new FilterCompleter(namesOf(attributes), edit));
 }
 
 }  // namespace tarvo::window
