@@ -149,6 +149,7 @@ int run(int argc, char** argv) {
 }  // namespace tarvo::cli
 
 int main(int argc, char** argv) {
+    tarvo::cli::takeStandardFiles();
     const int code = tarvo::cli::run(argc, argv);
     if (const int number = tarvo::cli::interruptSignal(); number != 0 && code != 0) {
         // End as the signal would have ended it, so that the caller sees that.

@@ -9,6 +9,7 @@
 #include "cli/text.h"
 #include "cli/texttable.h"
 #include "core/outputplace.h"
+#include "core/utf8.h"
 #include "files/path.h"
 #include "plugin/interpreter.h"
 #include "plugin/package.h"
@@ -173,16 +174,15 @@ void checkOutputFiles(const qrb::Context& context, const plugin::Package& packag
     std::vector<std::string> outputs;
     for (const Parameter& parameter : package.manifest.parameters) {
         const auto value = values.find(parameter.name);
-        if (value == values.end()) {
-            continue;
-        }
-        const std::string name = plugin::textOfValue(parameter, value->second);
+        const std::string json =
+            value != values.end() ? value->second : parameter.defaultValue.value_or("\"\"");
         if (parameter.type == plugin::ParameterType::INPUT_FILE) {
-            reads.push_back(name);
-        } else if (parameter.type == plugin::ParameterType::OUTPUT_FILE && !name.empty()) {
-            outputs.push_back(name);
+            reads.push_back(plugin::textOfValue(parameter, json));
+        } else if (parameter.type == plugin::ParameterType::OUTPUT_FILE) {
+            outputs.push_back(plugin::textOfValue(parameter, json));
         }
     }
+    std::erase(outputs, "");
     for (const std::string& name : outputs) {
         core::checkOutputPlace(context, name, reads);
     }
@@ -206,7 +206,39 @@ void requireTrust(const plugin::Package& package, bool giveTrust) {
     trusted.give(package);
 }
 
+// First what became of the database, then what became of the results.
+void tell(const plugin::Outcome& outcome, const PluginAnswer& answer) {
+    switch (outcome.end) {
+        case plugin::Outcome::End::CANCELLED:
+            checkInterrupted();
+            throw Failure("The plugin was cancelled.");
+        case plugin::Outcome::End::FAILED:
+            throw Failure(outcome.text, outcome.details);
+        case plugin::Outcome::End::DONE:
+            break;
+    }
+    const std::string committed =
+        outcome.transaction == 0
+            ? ""
+            : "Transaction " + std::to_string(outcome.transaction) + " is committed.";
+    const auto lost = [&committed](const std::string& problem) {
+        return Failure(committed.empty() ? "A result is lost." : committed + " A result is lost.",
+                       problem);
+    };
+    if (!answer.problem().empty()) {
+        throw lost(answer.problem());
+    }
+    try {
+        print(committed.empty() ? "" : committed + "\n");
+    } catch (const Failure& failure) {
+        throw lost(failure.what());
+    }
+}
+
 void runPlugin(const qrb::Context& context, const PluginOptions& options) {
+    if (!core::isUtf8(options.file)) {
+        throw Failure("The name of the database is no UTF-8.", "Rename it to run plugins on it.");
+    }
     const plugin::Package package = packageOf(options);
     plugin::Request request;
     request.package = &package;
@@ -227,19 +259,7 @@ void runPlugin(const qrb::Context& context, const PluginOptions& options) {
     request.database = std::filesystem::absolute(options.file).string();
     request.agent = agentText();
     PluginAnswer answer(package.manifest.title, options.results);
-    const plugin::Outcome outcome = plugin::run(request, answer);
-    answer.finish();
-    switch (outcome.end) {
-        case plugin::Outcome::End::CANCELLED:
-            checkInterrupted();
-            throw Failure("The plugin was cancelled.");
-        case plugin::Outcome::End::FAILED:
-            throw Failure(outcome.text, outcome.details);
-        case plugin::Outcome::End::DONE:
-            if (outcome.transaction != 0) {
-                print("Transaction " + std::to_string(outcome.transaction) + " is committed.\n");
-            }
-    }
+    tell(plugin::run(request, answer), answer);
 }
 
 }  // namespace

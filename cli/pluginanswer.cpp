@@ -137,12 +137,4 @@ void PluginAnswer::keep(const Result& result) {
     note("\"" + printable(name) + "\" is written.");
 }
 
-void PluginAnswer::finish() {
-    if (!m_problem.empty()) {
-        const std::size_t end = std::min(m_problem.find('\n'), m_problem.size());
-        throw Failure("A result is lost: " + m_problem.substr(0, end),
-                      m_problem.substr(std::min(end + 1, m_problem.size())));
-    }
-}
-
 }  // namespace tarvo::cli

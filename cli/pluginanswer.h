@@ -24,8 +24,8 @@ public:
     void resulted(plugin::Result result) override;
     bool cancelled() override { return interruptSignal() != 0; }
 
-    // Throws what kept a result from being written.
-    void finish();
+    // What kept a result from being written, in lines; empty: nothing.
+    const std::string& problem() const { return m_problem; }
 
 private:
     void keep(const plugin::Result& result);

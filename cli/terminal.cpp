@@ -10,6 +10,7 @@
 #if defined(_WIN32)
 #include <io.h>
 #else
+#include <fcntl.h>
 #include <unistd.h>
 #endif
 
@@ -41,6 +42,19 @@ void forEachSignal(void (*handler)(int)) {
 }
 
 }  // namespace
+
+void takeStandardFiles() {
+#if !defined(_WIN32)
+    // A file gets the lowest free number.
+    int number = 0;
+    while (number >= 0 && number <= STDERR_FILENO) {
+        number = open("/dev/null", O_RDONLY);
+    }
+    if (number > STDERR_FILENO) {
+        close(number);
+    }
+#endif
+}
 
 void watchInterrupts() {
     forEachSignal(keepSignal);

@@ -7,6 +7,10 @@
 
 namespace tarvo::cli {
 
+// Where a standard file is closed, no other file is to get its number: what is printed would go
+// there. Writing to one that was closed still fails.
+void takeStandardFiles();
+
 // From now on the signals that ask a program to stop (interrupt, terminate, hang-up) are kept for
 // checkInterrupted(); a second one ends the program at once.
 void watchInterrupts();

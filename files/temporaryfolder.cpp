@@ -19,6 +19,9 @@ namespace fs = std::filesystem;
 TemporaryFolder::TemporaryFolder() {
     std::error_code error;
     const fs::path parent = fs::temp_directory_path(error);
+    if (error)
+        throw FileError("There is no folder for temporary files.",
+                        error.message() + ". Name one in the environment variable TMPDIR.");
 #if defined(_WIN32)
     m_path = (parent / ("qrb-" + std::to_string(std::random_device()()))).string();
     const bool made = fs::create_directory(m_path, error);

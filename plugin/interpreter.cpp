@@ -2,11 +2,14 @@
 
 #include "core/error.h"
 #include "core/utf8.h"
+#include "files/path.h"
 #include "plugin/process.h"
 
 #include <charconv>
 #include <chrono>
+#include <filesystem>
 #include <optional>
+#include <system_error>
 #include <vector>
 
 namespace tarvo::plugin {
@@ -33,7 +36,15 @@ std::optional<std::pair<int, int>> versionOf(std::string_view text) {
     return version;
 }
 
-Interpreter asked(const std::string& program) {
+// The process is started in another folder.
+std::string absoluteProgram(const std::string& program) {
+    std::error_code error;
+    const std::filesystem::path path = std::filesystem::absolute(files::pathOf(program), error);
+    return program.find('/') == std::string::npos || error ? program : files::nameOf(path);
+}
+
+Interpreter asked(const std::string& name) {
+    const std::string program = absoluteProgram(name);
     Process process(program, {"-E", "-S", "-c", "import sys; print(sys.version.split()[0])"}, "/");
     process.closeInput();
     std::string answer, errors;

@@ -117,6 +117,13 @@ std::string textOfJson(const Json& value) {
     return {buffer.GetString(), buffer.GetSize()};
 }
 
+// Of the kind that some parameter takes, so that it is flat.
+bool isPlain(const Json& value) {
+    return !value.IsObject() &&
+           (!value.IsArray() || std::all_of(value.Begin(), value.End(),
+                                            [](const Json& item) { return item.IsString(); }));
+}
+
 ParameterType typeOf(Members& members) {
     const std::string word = members.text("type", true);
     for (const auto& [type, name] : typeWords)
@@ -174,6 +181,8 @@ Parameter readParameter(const Json& json, std::size_t number) {
     if (parameter.type == ParameterType::INPUT_FILE || parameter.type == ParameterType::OUTPUT_FILE)
         parameter.suffix = members.text("suffix");
     if (const Json* const value = members.find("default")) {
+        if (!isPlain(*value))
+            Members::fail(members.of("default") + " is no value of a parameter.");
         parameter.defaultValue = textOfJson(*value);
         try {
             checkValue(parameter, *parameter.defaultValue);
@@ -212,6 +221,8 @@ Manifest readManifest(std::string_view json) {
     manifest.version = members.text("version", true);
     if (std::string script = members.text("script"); !script.empty())
         manifest.script = std::move(script);
+    if (!manifest.script.ends_with(".py"))
+        Members::fail(members.of("script") + " is no Python script: its name ends with \".py\".");
     if (const Json* const writes = members.find("writes")) {
         if (!writes->IsBool())
             Members::fail(members.of("writes") + " is neither true nor false.");

@@ -26,6 +26,9 @@ constexpr const char* manifestName = "plugin.json";
 
 std::string bytesOf(const fs::path& file, std::size_t limit) {
     std::error_code error;
+    // A pipe would wait for its writer.
+    if (!fs::is_regular_file(file, error))
+        throw Failure("\"" + files::nameOf(file) + "\" is no file.", error.message());
     const std::uintmax_t size = fs::file_size(file, error);
     std::ifstream stream(file, std::ios::binary);
     if (error || !stream)
@@ -167,7 +170,7 @@ bool looksLikePlugin(const fs::path& path) {
     std::error_code error;
     if (fs::is_directory(path, error))
         return fs::exists(path / manifestName, error);
-    if (path.extension() != ".py")
+    if (path.extension() != ".py" || !fs::is_regular_file(path, error))
         return false;
     std::ifstream stream(path, std::ios::binary);
     std::string head(4096, '\0');

@@ -57,7 +57,7 @@ using Writer = rapidjson::Writer<rapidjson::StringBuffer>;
     if (parameter.maximum)
         takes += (parameter.minimum ? " to " : " up to ") + numbers::numberText(*parameter.maximum);
     throw Failure("The parameter \"" + parameter.name + "\" takes " + takes + ".",
-                  "It is " + value + ".");
+                  "It is " + (value.size() > 200 ? value.substr(0, 200) + "..." : value) + ".");
 }
 
 rapidjson::Document parsed(const std::string& json) {

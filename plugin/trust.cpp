@@ -38,12 +38,23 @@ fs::path settingsFolder() {
 
 // An object of fingerprints by places; an empty one where the file is none.
 rapidjson::Document read(const std::string& fileName) {
-    std::ifstream stream(files::pathOf(fileName), std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(stream), {}};
+    const fs::path path = files::pathOf(fileName);
+    std::error_code error;
     rapidjson::Document document;
-    document.Parse<rapidjson::kParseIterativeFlag>(text.data(), text.size());
-    if (document.HasParseError() || !document.IsObject())
-        document.SetObject();
+    document.SetObject();
+    if (!fs::is_regular_file(path, error))
+        return document;
+    std::ifstream stream(path, std::ios::binary);
+    const std::string text{std::istreambuf_iterator<char>(stream), {}};
+    rapidjson::Document all;
+    all.Parse<rapidjson::kParseIterativeFlag>(text.data(), text.size());
+    if (all.HasParseError() || !all.IsObject())
+        return document;
+    auto& allocator = document.GetAllocator();
+    for (const auto& member : all.GetObject())
+        if (member.value.IsString())
+            document.AddMember(rapidjson::Value(member.name, allocator),
+                               rapidjson::Value(member.value, allocator), allocator);
     return document;
 }
 

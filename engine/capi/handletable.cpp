@@ -6,6 +6,10 @@
 #include <new>
 #include <utility>
 
+#if !defined(_WIN32)
+#include <unistd.h>
+#endif
+
 namespace tarvo::engine::capi {
 
 namespace {
@@ -18,6 +22,14 @@ constexpr unsigned placeBits = 28;
 constexpr std::uint32_t placeMask = (1u << placeBits) - 1;
 constexpr std::uint32_t lastGeneration = (1u << 28) - 1;
 constexpr std::uint32_t none = placeMask;  // no place
+
+long currentProcess() {
+#if defined(_WIN32)
+    return 0;  // none is forked
+#else
+    return getpid();
+#endif
+}
 
 void deleteChildren(qrb_graph_node& node) {
     for (std::uint32_t i = 0; i < node.child_count; ++i) {
@@ -35,8 +47,20 @@ GraphNode::~GraphNode() {
 }
 
 HandleTable& HandleTable::instance() {
-    static HandleTable table;
-    return table;
+    // A forked process inherits sessions whose threads it does not have, and whose locks and
+    // pending transactions are not its own to end.
+    struct Holder {
+        Holder() { new (&place) HandleTable; }
+        ~Holder() {
+            if (currentProcess() == process)
+                table().~HandleTable();
+        }
+        HandleTable& table() { return *std::launder(reinterpret_cast<HandleTable*>(&place)); }
+        alignas(HandleTable) unsigned char place[sizeof(HandleTable)];
+        const long process = currentProcess();
+    };
+    static Holder holder;
+    return holder.table();
 }
 
 HandleTable::HandleTable() : m_firstFree(none) {

@@ -251,6 +251,10 @@ class Column:
             wanted = "(n,)" if length == 1 else f"(n, {length})"
             raise ValueError(f"{name}: an array of the shape {wanted} is needed, not {shape}.")
 
+    @property
+    def is_fractional(self) -> bool:
+        return self._input.data_type in (DataType.SINGLE, DataType.DOUBLE)
+
     def spread(self, count: int) -> "Column":
         """The same with a value for each of so many points."""
         if self.count is not None:

@@ -28,7 +28,26 @@ def _columns(handle: Handle, values: Any, what: str) -> List[Column]:
         raise TypeError(f"{what} needs a mapping of attribute names to values.")
     if not values:
         raise ValueError(f"{what} needs values of at least one attribute.")
-    return [Column(name, handle.attribute_of(name)[1], given) for name, given in values.items()]
+    id_name = handle.text("point_attributes_point_id_name")
+    return [
+        _ids(name, given)
+        if name == id_name
+        else Column(name, handle.attribute_of(name)[1], given)
+        for name, given in values.items()
+    ]
+
+
+def _ids(name: str, ids: Any) -> Column:
+    """Ids are never rounded, and a mask is none: it would be the points 0 and 1."""
+    kind = getattr(getattr(ids, "dtype", None), "kind", "") or getattr(ids, "format", "")
+    if kind in ("b", "?") or (
+        isinstance(ids, (list, tuple)) and any(isinstance(id, bool) for id in ids)
+    ):
+        raise TypeError(f"{name}: whole numbers are needed, not a mask.")
+    column = Column(name, 1, ids)
+    if column.is_fractional and column.count != 0:
+        raise TypeError(f"{name}: whole numbers are needed, not floating-point ones.")
+    return column
 
 
 def _common_count(columns: List[Column]) -> int:
@@ -84,7 +103,7 @@ def update_by_ids(handle: Handle, values: Any, ids: Any) -> int:
         ids = values.pop(id_name) if ids is None else ids
         if id_name in values:
             raise ValueError(f'There are ids and a column "{id_name}".')
-    columns = [Column(id_name, 1, ids), *_columns(handle, values, "An update")]
+    columns = [_ids(id_name, ids), *_columns(handle, values, "An update")]
     total = _common_count(columns)
     found = 0
     for begin in range(0, total, PORTION):
@@ -117,7 +136,7 @@ def invert(handle: Handle, attribute: str, filter: str, node: int, nodes: Any) -
 
 
 def remove_by_ids(handle: Handle, ids: Any) -> int:
-    column = Column("The ids", 1, ids)
+    column = _ids("The ids", ids)
     total = _common_count([column])
     removed = 0
     for begin in range(0, total, PORTION):

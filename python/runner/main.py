@@ -8,6 +8,7 @@ that it prints or reads can break in; what it prints goes by the standard error 
 import importlib.util
 import json
 import os
+import shutil
 import signal
 import sys
 import threading
@@ -21,6 +22,7 @@ from runner.report import Channel, Report  # noqa: E402
 
 
 _LEAVE_SECONDS = 5
+_FOLDER = os.path.dirname(sys.path[0])
 
 
 class Cancelled(BaseException):
@@ -44,6 +46,7 @@ class Wish:
     def __init__(self):
         self.is_told = False
         self.raises = True
+        self._is_alone = False
         signal.signal(signal.SIGINT, self._hear)
 
     def _hear(self, number, frame):
@@ -55,20 +58,37 @@ class Wish:
     def listen(self, orders):
         """Hears it from the program, or from its end."""
 
-        def wait():
-            for line in orders:
-                if json.loads(line).get("type") == "cancel":
-                    break
+        def tell():
             if hasattr(signal, "pthread_kill"):
                 signal.pthread_kill(threading.main_thread().ident, signal.SIGINT)
             else:
                 signal.raise_signal(signal.SIGINT)
-            if not orders.readline():
-                # The program has gone: nobody else ends a plugin that does not listen.
-                time.sleep(_LEAVE_SECONDS)
-                os._exit(1)
+
+        def wait():
+            for line in orders:
+                if json.loads(line).get("type") == "cancel":
+                    tell()
+            # The program has gone: nobody else ends a plugin that does not listen.
+            self._is_alone = True
+            tell()
+            time.sleep(_LEAVE_SECONDS)
+            self.leave(1)
 
         threading.Thread(target=wait, daemon=True).start()
+
+    def leave(self, code):
+        """Ends the process at once: threads that the plugin has started hold nothing up."""
+        if self._is_alone:
+            shutil.rmtree(_FOLDER, ignore_errors=True)
+        os._exit(code)
+
+
+def refuse(*_, **__):
+    raise qrb.Error(
+        qrb.ErrorCode.STATE,
+        "A plugin can't begin, end or restore transactions.",
+        'One that has "writes" in its manifest runs within one, which is committed behind it.',
+    )
 
 
 def load(script):
@@ -88,6 +108,8 @@ def work(order, report, wish):
     run = load(order["script"])
     parameters = order["parameters"]
     with qrb.open(order["database"], library=order["library"]) as db:
+        begin, db.transaction, db.vacuum = db.transaction, refuse, refuse
+        db.transactions.restore = db.transactions.discard = db.transactions.finalize = refuse
         if not order["writes"]:
             run(db, parameters, report)
             return 0
@@ -101,17 +123,20 @@ def work(order, report, wish):
             "version": order["version"],
             "parameters": parameters,
         }
-        transaction = db.transaction(
-            title=order["title"],
-            agent=order["agent"],
-            settings=json.dumps(settings),
-            progress=commits,
+        transaction = begin(
+            title=order["title"], agent=order["agent"], settings=json.dumps(settings)
         )
-        with transaction:
-            report.transaction = transaction
+        commit, rollback = transaction.commit, transaction.rollback
+        transaction.commit = transaction.rollback = refuse
+        report.transaction = transaction
+        try:
             run(db, parameters, report)
             # An exception would leave open whether the commit had happened.
             wish.raises = False
+            commit(progress=commits)
+        finally:
+            if transaction.is_pending:
+                rollback()
         return transaction.id
 
 
@@ -152,8 +177,8 @@ def main():
             channel.send(type="failed", **failure(error, os.path.dirname(order["script"])))
     sys.stdout.flush()
     sys.stderr.flush()
-    # At once: threads that the plugin has started hold nothing up.
-    os._exit(0)
+    wish.leave(0)
 
 
-main()
+if __name__ == "__main__":  # and not where a plugin's processes load it
+    main()

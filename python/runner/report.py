@@ -16,9 +16,14 @@ class Channel:
     def __init__(self, stream):
         self._stream = stream
         self._lock = threading.Lock()
+        self._process = os.getpid()
 
     def send(self, **message):
-        line = json.dumps(message, allow_nan=False).encode() + b"\n"
+        if os.getpid() != self._process:
+            return  # of a plugin that has forked: the first process tells what came of it
+        # Names of files may hold halves of characters.
+        text = json.dumps(message, allow_nan=False, ensure_ascii=False)
+        line = text.encode("utf-8", "replace") + b"\n"
         with self._lock:
             self._stream.write(line)
             self._stream.flush()

@@ -150,6 +150,11 @@ TEST_F(Admin, ARunOfCommandsChangesAllOrNothing) {
     // The database's name may also stand where it does for the other commands.
     expectSuccess("transactions " + file + " run --title U -- 'metadata remove n'");
     EXPECT_EQ(transactionCount(), 4u);
+    // One behind the other, with the name in front, too.
+    expectSuccess("transactions " + file +
+                      " run --title U -- 'metadata set n 1' 'metadata get n' 'metadata set n 2'",
+                  "1\nTransaction 5 is committed.\n");
+    expectSuccess("metadata " + file + " get n", "2\n");
     // What is recorded can be run again.
     expectSuccess(begin + R"('metadata set --text "a \"b\" c" ""')");
     EXPECT_STREQ(json("transactions " + file + " show --json")["settings"].GetString(),

@@ -37,6 +37,16 @@ TEST_F(Check, OfASoundDatabaseTellsWhatWasRead) {
     EXPECT_GT(report["bytes"].GetUint(), 20000u);
 }
 
+TEST_F(Check, TellsEachFaultOnALineOfItsOwn) {
+    EXPECT_EQ(run("metadata " + file + " set \"$(printf 'two\\nlines')\" '\"to be broken\"'").code,
+              0);
+    damage("to be broken");
+    const Result text = run("check " + file);
+    EXPECT_EQ(text.code, 1);
+    EXPECT_NE(text.output.find("two lines"), std::string::npos) << text.output;
+    EXPECT_EQ(std::count(text.output.begin(), text.output.end(), '\n'), 2) << text.output;
+}
+
 TEST_F(Check, OfADamagedItemNamesItAndEndsWithOne) {
     damage("a note to be found");
     const Result text = run("check " + file);

@@ -92,6 +92,7 @@ def run(db, parameters, report):
         {"    os.kill(os.getpid(), signal.SIGKILL)\n", "signal 9"},
         {"    os._exit(0)\n", "without a result"},
         {"    report.transaction.update({'none.such': 1}, filter='')\n", "none.such"},
+        {"    report.transaction.commit()\n", "can't begin, end"},
         {"    db.close()\n", ""},
     };
     for (const auto& [end, text] : ends) {
@@ -114,6 +115,33 @@ def run(db, parameters, report):
     expectSuccess("update " + file + " --set tarvo.class=5 --filter 'tarvo.id == 10'");
     points[10].pointClass = 5;
     expectPoints();
+}
+
+TEST_F(PluginCommand, TellsOfACommitAlsoWhereAResultIsLost) {
+    add("p", R"(
+def run(db, parameters, report):
+    report.text("hello", "block")
+    report.transaction.update({"tarvo.class": 5}, filter="tarvo.id == 10")
+)",
+        R"("writes": true)");
+    std::filesystem::create_directories(folder.file("r/1 block.txt"));
+    expectFailure(1, runWords("p", "--trust --results " + folder.file("r")),
+                  "Transaction 3 is committed. A result is lost.");
+    expectFailure(1, runWords("p", ">/dev/full"), "Transaction 4 is committed. A result is lost.");
+    expectFailure(1, runWords("p", ">&-"), "Transaction 5 is committed. A result is lost.");
+}
+
+TEST_F(PluginCommand, KeepsItsOutputsOffWhatItReads) {
+    add("p", "def run(db, parameters, report): open(parameters['out'], 'w').write('x')",
+        R"("parameters": [{"name": "in", "type": "input file", "default": ""},
+                          {"name": "out", "type": "output file", "default": ")" +
+            folder.file("a.txt") + "\"}]");
+    const std::string input = folder.write("a.txt", "kept");
+    expectFailure(1, runWords("p", "--trust --set in=" + input), "a.txt");
+    expectFailure(1, runWords("p", "--trust --set out=" + file), "a.qrbx");
+    EXPECT_EQ(read(input), "kept");
+    expectSuccess(runWords("p", "--trust --set out=" + folder.file("b.txt")));
+    EXPECT_EQ(read(folder.file("b.txt")), "x");
 }
 
 TEST_F(PluginCommand, IsRunOnlyWhenItIsTrustedAndItsWordsAreRight) {

@@ -136,6 +136,8 @@ TEST(Fit, LeavesRoomForFilesThatAreAddedLater) {
     };
     EXPECT_EQ(byCount({117, 135}).minimumValue, 0);
     EXPECT_EQ(byCount({117, 135}).maximumValue, 1000);
+    EXPECT_EQ(byCount({7, 100}).maximumValue, 100) << "a power of ten itself";
+    EXPECT_EQ(byCount({-1000, -5}).minimumValue, -1000);
     EXPECT_EQ(byCount({-7, -5}).maximumValue, 0);
     EXPECT_EQ(byCount({0}).maximumValue, 1) << "a flag that is not set";
     EXPECT_EQ(byCount({1e17 / 3, 1}).maximumValue, 1e17 / 3) << "no power of ten that counts";

@@ -40,6 +40,11 @@ const Case cases[] = {
      ""},
     {withParameter(R"("name": "x", "type": "nodes", "default": "1,4-7")"), ""},
     {withParameter(R"("name": "x", "type": "output file", "suffix": "csv")"), ""},
+    {"{" + head + R"(, "script": "plugin.json"})", "no Python script"},
+    {withParameter(R"("name": "x", "type": "attributes", "default": [["a"]])"), "no value of"},
+    {withParameter(R"("name": "x", "type": "text", "default": )" + std::string(1'000'000, '[') +
+                   std::string(1'000'000, ']')),
+     "no value of", true},
     {"[]", "no object"},
     {"{", "No JSON", true},
     {"{" + head + R"(, "name": "b"})", "\"name\" stands there twice", true},

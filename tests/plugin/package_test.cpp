@@ -5,6 +5,8 @@
 #include "plugin/trust.h"
 #include "tests/plugin/pluginfolder.h"
 
+#include <sys/stat.h>
+
 namespace {
 
 using namespace tarvo;
@@ -30,6 +32,8 @@ TEST(Package, IsAFolderOrAScriptThatSaysWhatItIs) {
     folder.write("b-twin/plugin.json", R"({"name": "b-folder", "title": "z", "version": "1"})");
     folder.add("scriptless", "pass", R"(, "script": "../a.py")");
     fs::create_directories(folder.path("empty"));
+    // Opening it would wait for a writer.
+    ASSERT_EQ(mkfifo(folder.path("pipe.py").c_str(), 0600), 0);
 
     const auto found = plugin::findPlugins(folder.path());
     std::vector<std::string> names, problems;
@@ -91,10 +95,14 @@ TEST(Trust, EndsWithAnyChangeOfThePlugin) {
     fs::rename(folder.path("a/a.py"), folder.path("a/c.py"));
     EXPECT_EQ(trust(), Trust::CHANGED);
     // A file of trust that is no JSON trusts nothing, and can be given anew.
-    folder.write("settings/trusted.json", "[nonsense");
-    EXPECT_EQ(trust(), Trust::NEVER_ASKED);
-    give();
-    EXPECT_EQ(trust(), Trust::GIVEN);
+    for (const std::string& text :
+         {std::string("[nonsense"),
+          "{\"a\": " + std::string(1'000'000, '[') + std::string(1'000'000, ']') + "}"}) {
+        folder.write("settings/trusted.json", text);
+        EXPECT_EQ(trust(), Trust::NEVER_ASKED);
+        give();
+        EXPECT_EQ(trust(), Trust::GIVEN);
+    }
 }
 
 }  // namespace

@@ -20,21 +20,34 @@ using std::chrono::milliseconds;
 // Stands for the module: a database that tells what happens to it.
 constexpr const char* moduleText = R"(
 class Error(Exception):
-    details = "more"
+    def __init__(self, code, text="", details="more"):
+        super().__init__(text)
+        self.details = details
+class ErrorCode:
+    STATE = 1
 class Transaction:
     id = 7
-    def __enter__(self):
-        return self
-    def __exit__(self, kind, value, trace):
-        print("committed" if kind is None else "rolled back")
+    is_pending = True
+    def commit(self, progress):
+        progress(0.5)
+        self.is_pending = False
+        print("committed")
+    def rollback(self):
+        self.is_pending = False
+        print("rolled back")
+class Transactions:
+    pass
 class Database:
+    transactions = Transactions()
     def __enter__(self):
         return self
     def __exit__(self, *what):
         print("closed")
-    def transaction(self, title, agent, settings, progress):
+    def transaction(self, title, agent, settings):
         print(title, agent, settings)
         return Transaction()
+    def vacuum(self):
+        pass
 def open(name, library):
     print("opened", name, library)
     return Database()
@@ -139,7 +152,10 @@ TEST_F(Run, CommitsWhatEndsWellAndRollsBackTheRest) {
     };
     for (const Failing& failing :
          {Failing{"raise ValueError('no\\nmore')", "ValueError: no", "line 1"},
-          Failing{"import qrb; raise qrb.Error('off')", "off", "more"},
+          Failing{"import qrb; raise qrb.Error(5, 'off')", "off", "more"},
+          Failing{"report.transaction.commit()", "begin, end or restore", "committed behind it"},
+          Failing{"report.transaction.rollback()", "begin, end or restore", ""},
+          Failing{"db.transactions.restore(1)", "begin, end or restore", ""},
           Failing{"raise SystemExit(0)", "ended its process", ""},
           Failing{"raise KeyboardInterrupt()", "KeyboardInterrupt", ""},
           Failing{"report.table(['a'], [[1, 2]])", "2 values", ""},
@@ -152,6 +168,10 @@ TEST_F(Run, CommitsWhatEndsWellAndRollsBackTheRest) {
         expectPrinted("rolled back");
     }
     heard = {};
+    EXPECT_NE(
+        run("def run(db, parameters, report): db.transaction('mine')").text.find("begin, end"),
+        std::string::npos)
+        << "one that does not write";
     EXPECT_NE(run("x = 1", writes).text.find("no function run"), std::string::npos);
     EXPECT_NE(run("def run(:", writes).text.find("SyntaxError"), std::string::npos);
 }
@@ -184,6 +204,24 @@ def run(db, parameters, report):
     EXPECT_EQ(forged.end, Outcome::End::DONE) << forged.text;
     expectPrinted("no message\n[1]\n{\"type\": \"table\"}\n{\"type\": 5}\n");
     EXPECT_EQ(heard.results.size(), 1u);
+}
+
+TEST_F(Run, HearsTheFirstProcessOnlyAndTextsThatAreNone) {
+    const Outcome outcome = run(R"(
+import multiprocessing, os
+def run(db, parameters, report):
+    child = os.fork()
+    if child == 0:
+        return
+    os.waitpid(child, 0)
+    with multiprocessing.get_context("spawn").Pool(1) as pool:
+        assert pool.map(abs, [-1]) == [1]
+    report.text("half \udc80 and \ud800", title="\udcff")
+)",
+                                R"(, "writes": true)");
+    EXPECT_EQ(outcome.end, Outcome::End::DONE) << outcome.text << outcome.details << heard.print;
+    ASSERT_EQ(heard.results.size(), 1u) << heard.print;
+    EXPECT_EQ(heard.results[0].text, "half ? and ?");
 }
 
 TEST_F(Run, HoldsOutAFlood) {
@@ -312,6 +350,12 @@ TEST(Interpreter, IsAPythonOrAClearError) {
     EXPECT_NE(complaint(program(folder, "echo 2.7.18")).find("too old"), std::string::npos);
     EXPECT_NE(complaint(program(folder, "cat /dev/zero")).find("does not answer"),
               std::string::npos);
+    // A name with a folder begins here, wherever the process works.
+    const auto before = std::filesystem::current_path();
+    std::filesystem::current_path(folder.path());
+    std::filesystem::create_symlink("/usr/bin/python3", folder.path("own"));
+    EXPECT_TRUE(std::filesystem::path(plugin::findInterpreter("./own").program).is_absolute());
+    std::filesystem::current_path(before);
     EXPECT_NE(complaint(folder.write("text", "no program")).find("Failed to start"),
               std::string::npos);
 }

@@ -186,6 +186,24 @@ class Lifetime(DatabaseTest):
 class Exit(DatabaseTest):
     """Programs that end with open objects."""
 
+    @unittest.skipUnless(hasattr(os, "fork"), "needs fork")
+    def test_a_forked_process_ends_and_takes_nothing_with_it(self):
+        self.insert(20)
+        self.run_program(
+            """
+            import os
+            transaction = db.transaction("Kept")
+            transaction.update({"class": 7}, filter="")
+            next(db.select())
+            child = os.fork()
+            if child == 0:
+                sys.exit(0)
+            assert os.waitpid(child, 0)[1] == 0
+            transaction.commit()
+            assert db.count("class == 7") == 20
+            """
+        )
+
     def run_program(self, text, code=0):
         program = "import sys\n"
         if os.environ.get("QRB_WITHOUT_NUMPY") == "1":

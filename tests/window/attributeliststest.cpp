@@ -51,6 +51,13 @@ void AttributeListsTest::namedValuesComeBackByteForByte() {
         QVERIFY(DialogNamedValues::edit(values, nullptr, nullptr) == true);
         QCOMPARE(values, std::string(text));
     }
+    std::string sorted = "5=five\n3=three";
+    ModalScript sorting({[](QDialog* dialog) {
+        in<QAction>(dialog, "actionSort")->trigger();
+        ModalScript::press("OK")(dialog);
+    }});
+    QVERIFY(DialogNamedValues::edit(sorted, nullptr, nullptr) == true);
+    QCOMPARE(sorted, std::string("3=three\n5=five"));
     // What changed is written anew, the other lines stay.
     auto values = readNamedValues("0 = no \nwhat\n2=b");
     QCOMPARE(values.size(), 3u);

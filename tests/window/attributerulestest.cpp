@@ -340,6 +340,10 @@ void AttributeRulesTest::everyChangeIsSeen() {
     stored = attribute;
     attribute.title = "b";
     QCOMPARE(told(), "");
+    // Floating-point values have one without a word of it.
+    attribute.invalidValue = std::numeric_limits<double>::quiet_NaN();
+    attribute.resolution = 0;
+    QVERIFY2(told().endsWith(" become invalid."), qPrintable(told()));
 }
 
 void AttributeRulesTest::catalogueIsTakenWhole() {

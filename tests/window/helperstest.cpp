@@ -70,6 +70,9 @@ void HelpersTest::init() {
 }
 
 void HelpersTest::sizesKeepTwoDecimalsFromKilobytesOn() {
+    QCOMPARE(durationText(59'999), "0:00:59.999");
+    QCOMPARE(durationText(3'600'000 + 65 * 60'000 + 7'005), "2:05:07.005");
+    QCOMPARE(durationText(100 * 3'600'000), "100:00:00.000");
     QCOMPARE(humanReadableSize(0), "0 B");
     QCOMPARE(humanReadableSize(1023), "1023 B");
     QCOMPARE(humanReadableSize(1536), "1.50 KB");

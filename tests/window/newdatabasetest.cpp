@@ -467,6 +467,16 @@ void NewDatabaseTest::exportThatFailsLeavesNothing() {
     QVERIFY(texts.value(2).contains("==="));
     QVERIFY(texts.value(4).startsWith("The primary attribute \"tarvo.xyz\" is not among"));
     QVERIFY(files().isEmpty());
+
+    // A name beside the file is proposed, with all that tells it from others.
+    const QString versioned = m_work.filePath("scan.v2.qrbx");
+    QVERIFY(QFile::copy(m_source.fileName, versioned));
+    m_window->openDatabase(versioned, true);
+    run("actionExportAsQRB", {[&](QDialog* dialog) {
+            const QString target = in<QLineEdit>(dialog, "editTarget")->text();
+            QCOMPARE(QDir::fromNativeSeparators(target), m_work.filePath("scan.v2-export.qrbx"));
+            ModalScript::press("Close")(dialog);
+        }});
 }
 
 GUI_TEST_MAIN(NewDatabaseTest)

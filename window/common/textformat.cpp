@@ -19,6 +19,15 @@ QString humanReadableSize(std::uint64_t bytes) {
     return QString::number(value, 'f', unit == 0 ? 0 : 2) + ' ' + units[unit];
 }
 
+QString durationText(std::int64_t milliseconds) {
+    const qint64 seconds = milliseconds / 1000;
+    return QString("%1:%2:%3.%4")
+        .arg(seconds / 3600)
+        .arg(seconds / 60 % 60, 2, 10, QChar('0'))
+        .arg(seconds % 60, 2, 10, QChar('0'))
+        .arg(milliseconds % 1000, 3, 10, QChar('0'));
+}
+
 QString shortLibraryVersion(const QString& libraryVersion) {
     static const QRegularExpression pattern(
         R"(\A(?:QRB Library (\d+\.\d+\.\d+\-[a-fA-F0-9]+).*)\z)",

@@ -129,12 +129,7 @@ void TransactionsPanel::addRow(std::uint32_t id, std::uint32_t current) {
         row->setText(TRANSACTION_DURATION, "failed to parse stopped");
     } else {
         const qint64 milliseconds = start.msecsTo(stop);
-        const qint64 seconds = milliseconds / 1000;
-        row->setText(TRANSACTION_DURATION, QString("%1:%2:%3.%4")
-                                               .arg(seconds / 3600)
-                                               .arg(seconds / 60 % 60, 2, 10, QChar('0'))
-                                               .arg(seconds % 60, 2, 10, QChar('0'))
-                                               .arg(milliseconds % 1000, 3, 10, QChar('0')));
+        row->setText(TRANSACTION_DURATION, durationText(milliseconds));
         row->setSortValue(TRANSACTION_DURATION, static_cast<double>(milliseconds));
         row->setToolTip(TRANSACTION_DURATION, QString("%1 s").arg(milliseconds / 1000.0));
     }

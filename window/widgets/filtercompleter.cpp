@@ -1,5 +1,6 @@
 #include "window/widgets/filtercompleter.h"
 
+#include <QComboBox>
 #include <QLineEdit>
 
 namespace tarvo::window {
@@ -26,7 +27,9 @@ FilterCompleter::FilterCompleter(const QStringList& names, QObject* parent)
 }
 
 QString FilterCompleter::pathFromIndex(const QModelIndex& index) const {
-    const auto* edit = qobject_cast<const QLineEdit*>(widget());
+    // A box takes the completer of its line for its own while it has the focus.
+    const auto* box = qobject_cast<const QComboBox*>(widget());
+    const auto* edit = box ? box->lineEdit() : qobject_cast<const QLineEdit*>(widget());
     const QString filter = edit ? edit->text() : QString();
     return filter.left(beginOfName(filter)) + QCompleter::pathFromIndex(index);
 }
