@@ -112,6 +112,7 @@ void importFiles(const qrb::Context& context, const ImportOptions& options) {
         nameUnits(attribute.definition, common.origin.system);
     }
     leaveOut(plan, options);
+    plan.refuseFaults(sources);
 
     qrb::pointcloud::CreateSettings settings(context);
     settings.primaryAttribute = plan.attributes.at(options.primary).definition;

@@ -1,12 +1,12 @@
 #include "exchange/csv/source.h"
 
 #include "core/error.h"
+#include "exchange/csv/columntype.h"
 #include "exchange/table/names.h"
 #include "catalogue/catalogue.h"
 
 #include <algorithm>
 #include <bit>
-#include <charconv>
 #include <limits>
 #include <map>
 #include <set>
@@ -19,16 +19,6 @@ namespace {
 constexpr std::size_t valuesAtOnce = 8u << 20;
 
 constexpr std::uint32_t maximumLength = 4096;  // elements of an attribute
-
-template <typename T>
-bool parseNumber(std::string_view text, T& value) {
-    // A number has one sign at most.
-    if (text.starts_with('+') && !text.starts_with("+-")) {
-        text.remove_prefix(1);
-    }
-    const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
-    return result.ec == std::errc() && result.ptr == text.data() + text.size();
-}
 
 // Takes "NAME[I]" apart.
 bool splitElement(std::string& name, std::uint32_t& element) {
@@ -76,6 +66,7 @@ CsvSource::CsvSource(const std::string& fileName) : m_fileName(fileName), m_line
     // A header line may name any number of columns.
     m_largestBatch = static_cast<std::uint32_t>(
         std::clamp<std::size_t>(valuesAtOnce / m_columns.size(), 1, batchSize));
+    m_rowLines.resize(m_largestBatch);
     m_values.resize(m_columns.size());
     for (auto& values : m_values) {
         values.resize(m_largestBatch);
@@ -118,25 +109,18 @@ void CsvSource::readHeader() {
 }
 
 void CsvSource::findTypes() {
-    struct Kind {
-        bool isSigned = true;
-        bool isUnsigned = true;
-    };
-    std::vector<Kind> kinds(m_columns.size());
-    bool any = false;
+    std::vector<ColumnType> types;
+    for (const Column& column : m_columns) {
+        types.emplace_back(column.attribute == "tarvo.id");
+    }
     while (nextRow()) {
-        any = true;
-        for (std::size_t i = 0; i < kinds.size(); ++i) {
-            std::int64_t whole = 0;
-            std::uint64_t wholeUnsigned = 0;
-            kinds[i].isSigned = kinds[i].isSigned && parseNumber(m_fields[i], whole);
-            kinds[i].isUnsigned = kinds[i].isUnsigned && parseNumber(m_fields[i], wholeUnsigned);
+        for (std::size_t i = 0; i < types.size(); ++i) {
+            types[i].add(m_fields[i], m_lines.lineNumber());
         }
     }
-    for (std::size_t i = 0; i < kinds.size(); ++i) {
-        m_columns[i].type = any && kinds[i].isSigned     ? DataType::INT64
-                            : any && kinds[i].isUnsigned ? DataType::UINT64
-                                                         : DataType::DOUBLE;
+    for (std::size_t i = 0; i < types.size(); ++i) {
+        m_columns[i].type = types[i].type();
+        m_columns[i].fault = types[i].fault(m_fileName, m_names[i]);
     }
 }
 
@@ -175,6 +159,7 @@ std::uint32_t CsvSource::next() {
         for (std::size_t i = 0; i < m_columns.size(); ++i) {
             parse(i, count);
         }
+        m_rowLines[count] = m_lines.lineNumber();
         ++count;
     }
     return count;

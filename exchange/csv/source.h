@@ -9,7 +9,8 @@ namespace tarvo::exchange::csv {
 class CsvSource : public PointSource {
 public:
     // Reads the header line and looks at every value once, to tell whole numbers from others.
-    // Throws Failure, naming line and column of what can't be read.
+    // Throws Failure, naming line and column of what can't be read. Columns have a fault where ids
+    // are none, or where a whole number is none that a double holds beside numbers of other kinds.
     explicit CsvSource(const std::string& fileName);
 
     const std::string& fileName() const override { return m_fileName; }
@@ -19,6 +20,8 @@ public:
     std::uint32_t largestBatch() const override { return m_largestBatch; }
     std::uint32_t next() override;
     const void* values(std::size_t column) const override { return m_values[column].data(); }
+    // Of the file, from 1; row: of the last batch.
+    std::uint64_t lineOf(std::uint32_t row) const { return m_rowLines[row]; }
 
 private:
     void readHeader();
@@ -34,6 +37,7 @@ private:
     std::vector<Column> m_columns;
     std::uint32_t m_largestBatch = batchSize;
     std::vector<std::vector<std::uint64_t>> m_values;  // 8 bytes each, of the column's type
+    std::vector<std::uint64_t> m_rowLines;
     std::vector<std::string_view> m_fields;
     std::vector<std::string> m_storage;
 };

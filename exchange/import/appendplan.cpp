@@ -4,7 +4,6 @@
 #include "exchange/table/attributesummary.h"
 #include "exchange/table/columntarget.h"
 #include "exchange/table/valuecheck.h"
-#include "numbers/numbertext.h"
 
 #include <cmath>
 #include <map>
@@ -91,7 +90,7 @@ private:
                             "[" + std::to_string(column.element) +
                             "]\", but the attribute of the database has the length " +
                             std::to_string(own.length) + ".",
-                        adviceToLeaveOut(one.attribute));
+                        adviceToGoWithout(one.attribute));
                 }
                 primaryElements += one.attribute == m_primary ? 1 : 0;
                 one.anyNearest = isFarCoarser(source, column, own);
@@ -103,6 +102,11 @@ private:
             } else if (!m_options.onlyKnown) {
                 one.summary.emplace(column.type);
                 target.descriptor = column.descriptor();
+            }
+            if (one.check || one.summary) {
+                refuseFault(column, one.attribute == m_primary && m_primary != m_id
+                                        ? ""
+                                        : adviceToGoWithout(one.attribute));
             }
             work.push_back(std::move(one));
             targets.push_back(std::move(target));
@@ -170,7 +174,7 @@ private:
                 if (name == m_primary || name == m_id) {
                     throw core::Failure("Some points of \"" + source.fileName() +
                                             "\" have no value of \"" + name + "\".",
-                                        name == m_id ? "Give --new-ids to number the points anew."
+                                        name == m_id ? adviceToGoWithout(name)
                                                      : "Remove these points from the file.");
                 }
                 plan.targets.back()[i].replacement =
@@ -197,7 +201,7 @@ private:
             if (findings.outside == 0 && findings.between == 0) {
                 continue;
             }
-            const std::string fault = describe(definition(name), findings);
+            const std::string fault = faultText(definition(name), findings);
             if (text.empty()) {
                 text = fault;
             } else {
@@ -210,44 +214,18 @@ private:
         }
     }
 
-    static std::string describe(const PointAttribute& own, const ValueFindings& findings) {
-        if (findings.outside > 0) {
-            return "The values of \"" + own.name + "\" go from " +
-                   numbers::numberText(findings.low) + " to " + numbers::numberText(findings.high) +
-                   "; the database holds " + numbers::numberText(own.minimumValue) + " to " +
-                   numbers::numberText(own.maximumValue) + " only.";
-        }
-        return "The attribute \"" + own.name + "\" can't hold " + std::to_string(findings.between) +
-               " of the values, for example " + numbers::numberText(findings.firstBetween) + ": " +
-               (own.resolution == 0 ? "it holds floating-point numbers."
-                                    : "its resolution is " + numbers::numberText(own.resolution) +
-                                          ", from " + numbers::numberText(own.minimumValue) + ".");
-    }
-
-    static std::string adviceToLeaveOut(const std::string& name) {
-        return "Give --leave-out " + name + " to do without it.";
-    }
-
     std::string advice(const std::string& name, const ValueFindings& findings) const {
-        const bool isBetween = findings.outside == 0;
-        std::string text;
-        if (isBetween) {
-            text = "Give --round to store the nearest values.\n";
-        }
+        std::string text = adviceToRound(findings);
         if (name == m_id) {
-            return text + "Give --new-ids to number the points anew.";
+            return text + adviceToGoWithout(name);
         }
         if (name == m_primary && m_hasPoints) {
             return text +
                    "The points are found by it, so that it can't be redefined: import all files "
                    "into a new database.";
         }
-        const std::string begin = "qrbtool attributes " + m_fileName;
-        text += std::string("Redefine the attribute with ") +
-                (isBetween ? "a finer resolution" : "a wider range") + ":\n  " + begin + " show " +
-                name + " --json > attribute.json   (change it there)\n  " + begin +
-                " put --json attribute.json";
-        return name == m_primary ? text : text + "\n" + adviceToLeaveOut(name);
+        text += adviceToRedefine(m_fileName, name, findings);
+        return name == m_primary ? text : text + "\n" + adviceToGoWithout(name);
     }
 
     std::string m_fileName;

@@ -36,6 +36,7 @@ void requirePrimary(const PointSource& source, const std::string& primary) {
     std::uint32_t length = 0;
     for (const Column& column : source.columns()) {
         if (column.attribute == primary) {
+            refuseFault(column);
             ++elements;
             length = column.length;
         }
@@ -56,6 +57,16 @@ void ImportPlan::leaveOut(const std::string& name) {
         throw NoAttributeToLeaveOut(name);
     }
     std::erase(order, name);
+}
+
+void ImportPlan::refuseFaults(const PointSources& sources) const {
+    for (const auto& source : sources) {
+        for (const Column& column : source->columns()) {
+            if (attributes.contains(column.attribute)) {
+                refuseFault(column, adviceToGoWithout(column.attribute));
+            }
+        }
+    }
 }
 
 std::vector<ColumnTarget> ImportPlan::targets(const PointSource& source) const {

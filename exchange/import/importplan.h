@@ -24,6 +24,8 @@ struct ImportPlan {
 
     // Throws NoAttributeToLeaveOut.
     void leaveOut(const std::string& name);
+    // Throws Failure for a column with a fault that is not left out.
+    void refuseFaults(const PointSources& sources) const;
     std::vector<ColumnTarget> targets(const PointSource& source) const;
 };
 

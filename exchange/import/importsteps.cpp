@@ -31,6 +31,11 @@ void insertBatches(qrb::pointcloud::QueryInsert& query, PointSource& source,
 
 }  // namespace
 
+std::string adviceToGoWithout(const std::string& attribute) {
+    return attribute == "tarvo.id" ? "Give --new-ids to number the points anew."
+                                   : "Give --leave-out " + attribute + " to do without it.";
+}
+
 void addMetaData(qrb::pointcloud::MetaData& metaData, const PointSources& sources) {
     for (const auto& source : sources) {
         for (const auto& [name, value] : source->metaData()) {

@@ -23,6 +23,9 @@ public:
         : Failure("No file has the attribute \"" + name + "\" to leave out.") {}
 };
 
+// The option that does without an attribute of the files.
+std::string adviceToGoWithout(const std::string& attribute);
+
 // Where the values of a column go.
 struct ColumnTarget {
     std::string descriptor;         // in the database; empty: the column is left out

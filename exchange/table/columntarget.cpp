@@ -17,4 +17,11 @@ std::string elementDescriptor(const std::string& attribute, std::uint32_t length
                                        : attribute + "[" + std::to_string(element) + "]";
 }
 
+void refuseFault(const Column& column, const std::string& advice) {
+    if (column.fault) {
+        throw core::Failure(column.fault->what(),
+                            column.fault->details() + (advice.empty() ? "" : "\n" + advice));
+    }
+}
+
 }  // namespace tarvo::exchange

@@ -17,4 +17,7 @@ std::string attributeMeantBy(const Column& column,
 std::string elementDescriptor(const std::string& attribute, std::uint32_t length,
                               std::uint32_t element);
 
+// Throws the fault of a column whose values go into a database, with a further line of advice.
+void refuseFault(const Column& column, const std::string& advice = {});
+
 }  // namespace tarvo::exchange

@@ -1,8 +1,10 @@
 #include "exchange/table/decimal.h"
 
 #include "numbers/decimal.h"
+#include "numbers/numbertext.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstdlib>
 #include <numeric>
@@ -90,6 +92,23 @@ std::optional<ValueGrid> decimalGrid(std::span<const Affine> axes, double minimu
 }
 
 }  // namespace
+
+std::optional<std::string> changedAsDouble(std::string_view text) {
+    const bool isNegative = text.starts_with('-');
+    if (isNegative || text.starts_with('+')) {
+        text.remove_prefix(1);
+    }
+    text.remove_prefix(std::min(text.find_first_not_of('0'), text.size()));
+    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+    double value = 0;
+    if (text.size() <= 15 || !std::all_of(text.begin(), text.end(), isDigit) ||
+        std::from_chars(text.data(), text.data() + text.size(), value).ec != std::errc()) {
+        return std::nullopt;
+    }
+    std::string digits;
+    numbers::appendFixed(digits, value, 0);
+    return digits == text ? std::nullopt : std::optional((isNegative ? "-" : "") + digits);
+}
 
 std::int64_t powerOfTen(int exponent) {
     std::int64_t power = 1;

@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <string>
+#include <string_view>
 
 namespace tarvo::exchange {
 
@@ -18,6 +20,10 @@ struct Decimal {
 // The shortest decimal number that reads back as this double; nothing for numbers that have none
 // within 18 digits before and after the point.
 std::optional<Decimal> toDecimal(double value);
+
+// The number that a text of a sign at most and digits becomes as a double, with all its digits,
+// where that is another one; nothing for numbers that a double holds, and for other texts.
+std::optional<std::string> changedAsDouble(std::string_view text);
 
 // 10^exponent for 0 to 18.
 std::int64_t powerOfTen(int exponent);

@@ -1,6 +1,7 @@
 // What the import reads points from: a file of columns, decoded a batch at a time.
 #pragma once
 
+#include "core/error.h"
 #include "core/referencesystem.h"
 #include "core/timebase.h"
 #include "exchange/table/decimal.h"
@@ -30,6 +31,9 @@ struct Column {
     // The smallest and largest number that the file's format can hold; not told: an empty range.
     double lowest = 0;
     double highest = -1;
+    // Why the values must not be taken, though they can be read; only who leaves the column out
+    // goes on.
+    std::optional<core::Failure> fault;
 
     // "NAME", or "NAME[I]" of an attribute with several elements.
     std::string descriptor() const {

@@ -1,6 +1,7 @@
 #include "exchange/table/valuecheck.h"
 
 #include "exchange/table/visit.h"
+#include "numbers/numbertext.h"
 
 #include <algorithm>
 #include <cmath>
@@ -16,6 +17,27 @@ constexpr double highestWhole = 18446744073709551616.0;
 
 bool isWholeLimit(double value) {
     return std::trunc(value) == value && value >= lowestWhole && value <= highestWhole;
+}
+
+bool isInteger(const PointAttribute& definition) {
+    return definition.resolution == 1 && isWholeLimit(definition.minimumValue) &&
+           isWholeLimit(definition.maximumValue);
+}
+
+std::string textOf(double value) {
+    return numbers::numberText(value);
+}
+
+std::string textOf(numbers::Wide value) {
+    return numbers::wholeText(value);
+}
+
+// 2^63 and 2^64 stand for the largest numbers of 64 bits, which a double can't hold.
+numbers::Wide largestOf(const PointAttribute& definition) {
+    const bool isAbove =
+        definition.maximumValue == highestWhole ||
+        (definition.minimumValue == lowestWhole && definition.maximumValue == -lowestWhole);
+    return static_cast<numbers::Wide>(definition.maximumValue) - (isAbove ? 1 : 0);
 }
 
 }  // namespace
@@ -35,7 +57,8 @@ ValueCheck::ValueCheck(const PointAttribute& definition, bool nearest)
       m_resolution(definition.resolution),
       m_invalidValue(definition.invalidValue),
       m_nearest(nearest),
-      m_isInteger(m_resolution == 1 && isWholeLimit(m_minimum) && isWholeLimit(m_maximum)),
+      m_isInteger(isInteger(definition)),
+      m_largest(m_isInteger ? largestOf(definition) : 0),
       // What a database takes for the ends of its range, and what decimal numbers may lack.
       m_slack(m_resolution * (nearest ? 0.5 + 1e-6 : 1e-6)) {
     const double perUnit = std::round(1 / m_resolution);
@@ -56,7 +79,7 @@ ValueCheck::Place ValueCheck::placeOf(double value) const {
         return Place::Held;
     }
     if (m_isInteger) {
-        return value == std::trunc(value) ? Place::Held : Place::Between;
+        return value == std::trunc(value) ? placeOf(static_cast<Wide>(value)) : Place::Between;
     }
     // A resolution of 0.01 stands for one hundredth and not for the double beside it: where its
     // inverse is whole, the number of steps is a product without an error of its own.
@@ -73,24 +96,26 @@ ValueCheck::Place ValueCheck::placeOf(double value) const {
 
 ValueCheck::Place ValueCheck::placeOf(Wide value) const {
     if (m_isInteger) {
-        // 2^64 stands for the largest unsigned number, which a double can't hold.
-        return value >= static_cast<Wide>(m_minimum) && value <= static_cast<Wide>(m_maximum)
-                   ? Place::Held
-                   : Place::Outside;
+        return value >= static_cast<Wide>(m_minimum) && value <= m_largest ? Place::Held
+                                                                           : Place::Outside;
     }
     const auto number = static_cast<double>(value);
     const Place place = placeOf(number);
     return place == Place::Held && static_cast<Wide>(number) != value ? Place::Between : place;
 }
 
-void ValueCheck::count(Place place, double value) {
+template <typename T>
+void ValueCheck::count(T value) {
     ValueFindings& f = m_findings;
-    f.low = std::min(f.low, value);
-    f.high = std::max(f.high, value);
+    const Place place = placeOf(value);
+    f.low = std::min(f.low, static_cast<double>(value));
+    f.high = std::max(f.high, static_cast<double>(value));
     if (place == Place::Outside) {
         ++f.outside;
     } else if (place == Place::Between) {
-        f.firstBetween = f.between == 0 ? value : f.firstBetween;
+        if (f.between == 0) {
+            f.firstBetween = textOf(value);
+        }
         ++f.between;
     }
 }
@@ -104,13 +129,50 @@ void ValueCheck::add(DataType type, const void* values, std::size_t count,
                 ++m_findings.missing;
             } else if (number != m_invalidValue) {
                 if constexpr (std::is_integral_v<T>) {
-                    this->count(placeOf(static_cast<Wide>(typed[i])), number);
+                    this->count(static_cast<Wide>(typed[i]));
                 } else {
-                    this->count(placeOf(number), number);
+                    this->count(number);
                 }
             }
         }
     });
+}
+
+std::string rangeText(const PointAttribute& definition) {
+    return numbers::numberText(definition.minimumValue) + " to " +
+           (isInteger(definition) ? numbers::wholeText(largestOf(definition))
+                                  : numbers::numberText(definition.maximumValue));
+}
+
+std::string stepsText(const PointAttribute& definition) {
+    return definition.resolution == 0
+               ? "it holds floating-point numbers."
+               : "its resolution is " + numbers::numberText(definition.resolution) + ", from " +
+                     numbers::numberText(definition.minimumValue) + ".";
+}
+
+std::string faultText(const PointAttribute& definition, const ValueFindings& findings) {
+    if (findings.outside > 0) {
+        return "The values of \"" + definition.name + "\" go from " +
+               numbers::numberText(findings.low) + " to " + numbers::numberText(findings.high) +
+               "; the database holds " + rangeText(definition) + " only.";
+    }
+    return "The attribute \"" + definition.name + "\" can't hold " +
+           std::to_string(findings.between) + " of the values, for example " +
+           findings.firstBetween + ": " + stepsText(definition);
+}
+
+std::string adviceToRound(const ValueFindings& findings) {
+    return findings.outside == 0 ? "Give --round to store the nearest values.\n" : "";
+}
+
+std::string adviceToRedefine(const std::string& fileName, const std::string& attribute,
+                             const ValueFindings& findings) {
+    const std::string begin = "qrbtool attributes " + fileName;
+    return std::string("Redefine the attribute with ") +
+           (findings.outside == 0 ? "a finer resolution" : "a wider range") + ":\n  " + begin +
+           " show " + attribute + " --json > attribute.json   (change it there)\n  " + begin +
+           " put --json attribute.json";
 }
 
 }  // namespace tarvo::exchange

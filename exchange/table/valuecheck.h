@@ -3,11 +3,13 @@
 #pragma once
 
 #include "exchange/table/pointsource.h"
+#include "numbers/wide.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <optional>
+#include <string>
 
 namespace tarvo::exchange {
 
@@ -18,7 +20,7 @@ struct ValueFindings {
     std::uint64_t missing = 0;  // NaN, or the column's own number for "no value"
     std::uint64_t outside = 0;  // beyond the range, infinite ones too
     std::uint64_t between = 0;  // within the range, but none of the values that the attribute holds
-    double firstBetween = 0;
+    std::string firstBetween;   // the first of them, with all digits
     // Of all numbers but the invalid value; low > high: there are none.
     double low = std::numeric_limits<double>::infinity();
     double high = -std::numeric_limits<double>::infinity();
@@ -36,12 +38,13 @@ public:
     const ValueFindings& findings() const { return m_findings; }
 
 private:
-    __extension__ typedef __int128 Wide;
+    using Wide = numbers::Wide;
     enum class Place : std::uint8_t { Held, Between, Outside };
 
     Place placeOf(double value) const;
     Place placeOf(Wide value) const;
-    void count(Place place, double value);
+    template <typename T>
+    void count(T value);
 
     double m_minimum;
     double m_maximum;
@@ -49,10 +52,23 @@ private:
     double m_invalidValue;
     bool m_nearest;
     bool m_isInteger;            // stored as whole numbers, exact in 64 bits
+    Wide m_largest = 0;          // of these
     double m_slack;              // of the range
     double m_perUnit;            // steps per 1 where that is a whole number, else 0
     bool m_throughZero = false;  // the whole numbers of such steps are what is held
     ValueFindings m_findings;
 };
+
+// What a user is told of values of the attribute that are outside or between, in a sentence.
+std::string faultText(const PointAttribute& definition, const ValueFindings& findings);
+// A line, with its end, on the option that stores nearest values; empty if it doesn't help.
+std::string adviceToRound(const ValueFindings& findings);
+// Lines on the commands that make the attribute hold the values. fileName: of the database.
+std::string adviceToRedefine(const std::string& fileName, const std::string& attribute,
+                             const ValueFindings& findings);
+// "0 to 255": the values that the attribute holds.
+std::string rangeText(const PointAttribute& definition);
+// "its resolution is 0.01, from 0.": which values of its range these are.
+std::string stepsText(const PointAttribute& definition);
 
 }  // namespace tarvo::exchange

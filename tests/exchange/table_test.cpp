@@ -3,6 +3,7 @@
 #include "exchange/table/filledcolumn.h"
 #include "exchange/table/fit.h"
 #include "exchange/table/valuecheck.h"
+#include "numbers/numbertext.h"
 #include "tests/cli/folder.h"
 
 #include <gtest/gtest.h>
@@ -232,6 +233,11 @@ TEST(ValueCheck, TellsWhatADefinitionHolds) {
     EXPECT_EQ(places(ids, std::vector<std::uint64_t>{1, ~0ull, 0}), "hho");
     const auto numbers = definition(1, -9223372036854775808.0, 9223372036854775808.0);
     EXPECT_EQ(places(numbers, std::vector<std::int64_t>{INT64_MIN, INT64_MAX}), "hh");
+    // The limit stands for the largest number of 64 bits, which a double is one beyond of.
+    EXPECT_EQ(places(numbers, std::vector<std::uint64_t>{1ull << 63, INT64_MAX}), "oh");
+    EXPECT_EQ(places(numbers, Doubles{0x1p63, -0x1p63, 0x1p62}), "ohh");
+    EXPECT_EQ(places(numbers, Doubles{0x1p63, 0x1p62}, true), "oh");
+    EXPECT_EQ(places(ids, Doubles{0x1p64, 0x1p63}), "oh");
     const auto thousands = definition(1000, 0, 1e18);
     EXPECT_EQ(places(thousands, std::vector<std::int64_t>{5000, 5001, -1000}), "hbo");
 
@@ -341,6 +347,26 @@ TEST_F(Csv, BlankLinesAreNoRowsWhereverTheyStand) {
     while (const std::uint32_t count = source.next())
         found += count;
     EXPECT_EQ(found, rows);
+}
+
+// Texts of whole numbers that a column of doubles would change.
+TEST_F(Csv, OnlyNumbersThatADoubleHoldsAreTakenForOne) {
+    for (const std::string text :
+         {"9007199254740993", "-9007199254740993", "+0018014398509481985", "18446744073709551615",
+          "100000000000000000000000000000000001", "123456789012345680001"})
+        EXPECT_TRUE(changedAsDouble(text)) << text;
+    EXPECT_EQ(changedAsDouble("-0009007199254740993"), "-9007199254740992");
+    for (const std::string text :
+         {"", "-", "+", "0", "00000000000000000000", "999999999999999", "9007199254740994",
+          "-18446744073709551616", "9007199254740993.0", "9007199254740993e0",
+          "0.12345678901234567"})
+        EXPECT_FALSE(changedAsDouble(text)) << text;
+    // What is written of doubles reads back.
+    for (double value = 1.2345678901234567e14; value < 1e36; value *= 3.3) {
+        std::string text;
+        tarvo::numbers::appendPlain(text, std::floor(value));
+        EXPECT_FALSE(changedAsDouble(text)) << text;
+    }
 }
 
 TEST_F(Csv, FaultsAreNamedByLineAndColumn) {
