@@ -16,8 +16,9 @@ struct Assignment {
     std::vector<std::uint64_t> values;  // 8 bytes each, of the type
 };
 
-// Throws UsageError for a text that is no assignment or has a value that is none of the
-// attribute's type, Failure if the database lacks the attribute.
-Assignment parseAssignment(const qrb::Pointcloud& cloud, const std::string& text);
+// round: values that the attribute can't hold become the nearest ones. Throws UsageError for a text
+// that is no assignment or has a value that is none of the attribute's type, Failure if the
+// database lacks the attribute or it can't hold a value.
+Assignment parseAssignment(const qrb::Pointcloud& cloud, const std::string& text, bool round);
 
 }  // namespace tarvo::cli

@@ -3,14 +3,12 @@
 #include "cli/assignment.h"
 #include "cli/commands.h"
 #include "cli/errors.h"
-#include "cli/inputs.h"
 #include "cli/json.h"
 #include "cli/options.h"
 #include "cli/pointchanges.h"
 #include "cli/terminal.h"
 #include "cli/text.h"
-#include "exchange/csv/source.h"
-#include "exchange/table/columntarget.h"
+#include "cli/updatetable.h"
 
 #include <CLI/CLI.hpp>
 
@@ -18,9 +16,6 @@
 #include <memory>
 
 namespace tarvo::cli {
-
-using namespace exchange;
-using qrb::pointcloud::DataType;
 
 namespace {
 
@@ -31,6 +26,7 @@ struct UpdateOptions {
     std::string filter;
     std::string nodes;
     bool hasNodes = false;
+    bool round = false;
     bool json = false;
 };
 
@@ -53,6 +49,9 @@ std::string updateSettings(const UpdateOptions& options) {
     if (options.hasNodes) {
         json.member("nodes", options.nodes);
     }
+    if (options.round) {
+        json.member("round", true);
+    }
     json.endObject();
     return json.compact();
 }
@@ -73,7 +72,7 @@ std::uint64_t fillPoints(const Database& database, const UpdateOptions& options)
     const qrb::Pointcloud& cloud = database.cloud();
     std::vector<Assignment> assignments;
     for (const std::string& text : options.assignments) {
-        assignments.push_back(parseAssignment(cloud, text));
+        assignments.push_back(parseAssignment(cloud, text, options.round));
     }
     auto query = options.hasNodes ? cloud.fill(parseNodes(options.nodes), options.filter)
                                   : cloud.fill(options.filter);
@@ -91,59 +90,12 @@ std::uint64_t invertPoints(const Database& database, const UpdateOptions& option
     return changeSelection(query, database.fileName());
 }
 
-// The attribute or element of the database that a column of the file means.
-std::string targetOf(const qrb::Pointcloud& cloud, const Column& column) {
-    const auto& attributes = cloud.pointAttributes();
-    const std::string name = attributeMeantBy(column, attributes);
-    if (!attributes.exists(name)) {
-        const std::string own = column.title.substr(0, column.title.find('['));
-        throw Failure(
-            "There is no attribute \"" + (own.empty() ? name : own) + "\" in the database.",
-            "Take the column out of the file, or add the attribute.");
-    }
-    return elementDescriptor(name, attributes.get(name).length, column.element);
-}
-
-struct TableResult {
-    std::uint64_t changed = 0;
-    std::uint64_t rows = 0;
-};
-
-TableResult updateFromTable(const Database& database, const std::string& fileName) {
-    const qrb::Pointcloud& cloud = database.cloud();
-    const std::string idName = cloud.pointAttributes().pointIdName();
-    noteInput(fileName);
-    exchange::csv::CsvSource source(fileName);
-    auto query = cloud.update();
-    bool hasId = false;
-    const std::vector<Column>& columns = source.columns();
-    for (std::size_t i = 0; i < columns.size(); ++i) {
-        hasId = hasId || columns[i].attribute == idName;
-        query.bind(targetOf(cloud, columns[i]), columns[i].type, source.values(i),
-                   static_cast<std::int32_t>(dataTypeSize(columns[i].type)));
-    }
-    if (!hasId || columns.size() < 2) {
-        throw Failure(
-            "The file \"" + fileName + "\" needs a column \"" + idName + "\" and one with values.",
-            "\"qrbtool select FILE --format csv\" writes such a file.");
-    }
-    TableResult result;
-    ProgressLine progress("Changing " + database.fileName());
-    while (const std::uint32_t count = source.next()) {
-        result.changed += query.next(count);
-        result.rows += count;
-        progress.update(source.progress());
-    }
-    query.close();
-    return result;
-}
-
 void runUpdate(Database& database, const UpdateOptions& options) {
     std::uint64_t changed = 0;
     std::uint64_t missing = 0;
     database.change({"Update points", "", updateSettings(options)}, [&] {
         if (!options.table.empty()) {
-            const TableResult result = updateFromTable(database, options.table);
+            const TableResult result = updateFromTable(database, options.table, options.round);
             changed = result.changed;
             missing = result.rows - result.changed;
         } else if (!options.inverted.empty()) {
@@ -167,9 +119,9 @@ void addUpdateCommand(CLI::App& app, Invocation& invocation) {
                      "NAME=VALUE,VALUE,... for all; may stand several times")
         ->type_name("NAME=VALUE")
         ->allow_extra_args(false);
-    what->add_option("--invert", options->inverted,
-                     "Give an attribute with two values the other one")
-        ->type_name("NAME");
+    CLI::Option* const invert = what->add_option("--invert", options->inverted,
+                                                 "Give an attribute with two values the other one")
+                                    ->type_name("NAME");
     CLI::Option* const from =
         what->add_option("--from", options->table,
                          "CSV file with the values of points, one of whose columns is their id")
@@ -179,9 +131,15 @@ void addUpdateCommand(CLI::App& app, Invocation& invocation) {
     CLI::Option* const nodes =
         addNodes(*command, options->nodes, "Leaves of the point index whose points are changed")
             ->excludes(from);
+    command
+        ->add_flag("--round", options->round,
+                   "Store values that are finer than the resolution of an attribute rounded")
+        ->excludes(invert);
     command->add_flag("--json", options->json, "Write the numbers as JSON");
     command->footer(
-        "What is selected is settled before anything changes.\n"
+        "What is selected is settled before anything changes. Attributes must hold every value:\n"
+        "none is cut off, and none rounded without --round. A table names a point by its id, and\n"
+        "once; ids that no point has are passed over.\n"
         "\n"
         "Examples:\n"
         "  qrbtool update scan.qrbx --set tarvo.class=2 --filter \"tarvo.xyz[2] < 1\"\n"

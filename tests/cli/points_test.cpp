@@ -64,6 +64,182 @@ TEST_F(Admin, UpdateChangesExactlyTheSelectedPoints) {
     expectPoints();
 }
 
+// What a spreadsheet leaves in an id column must name no other point.
+TEST_F(Admin, IdsOfATableAreExactOrRefused) {
+    expectSuccess("import " +
+                  folder.write("p.csv",
+                               "tarvo.id,x,y,z,tarvo.class\n1,1,0,0,1\n2,2,0,0,2\n"
+                               "9007199254740992,3,0,0,3\n9007199254740993,4,0,0,4\n") +
+                  " " + file);
+    const auto update = [&](const std::string& rows) {
+        return "update " + file + " --from " +
+               folder.write("u.csv", "tarvo.id,tarvo.class\n" + rows);
+    };
+    const std::string before = run("select --format csv " + file).output;
+    const std::size_t kept = transactionCount();
+    const std::map<std::string, std::string> faults = {
+        {"9007199254740993,9\n,9\n", "Line 3 of"},
+        {"1,9\n,9\n", "has no id"},
+        {"1,9\n1.5,9\n", "\"1.5\" is no id"},
+        {"1,9\n1e0,9\n", "\"1e0\" is no id"},
+        {"nan,9\n", "\"nan\" is no id"},
+        {"18446744073709551616,9\n", "\"18446744073709551616\" is no id"},
+        {"18446744073709551615,9\n-1,9\n", "\"-1\" is no id"},
+        {"2,9\n\n1,9\n2,8\n", "id 2 stands in the lines 2 and 5"},
+        {"9007199254740993,9\n-1,9\n9007199254740993,9\n", "lines 2 and 4"}};
+    for (const auto& [rows, text] : faults) {
+        expectFailure(1, update(rows), text);
+    }
+    EXPECT_EQ(run("select --format csv " + file).output, before);
+    EXPECT_EQ(transactionCount(), kept);
+    // Ids that no point has are passed over, as often as they stand there.
+    expectSuccess(update("9007199254740993,14\n-1,9\n7,9\n-1,9\n2,12\n"),
+                  "2 points changed, 3 ids not in the database.\n");
+    EXPECT_EQ(run("select --format csv -a tarvo.id,tarvo.class " + file).output,
+              "tarvo.id,tarvo.class\n1,1\n2,12\n9007199254740992,3\n9007199254740993,14\n");
+
+    // An import into a new database and into this one, and the way out that the message tells.
+    const std::string bad =
+        folder.write("bad.csv", "tarvo.id,x,y,z\n9007199254740995,7,0,0\n,8,0,0\n");
+    const std::string made = folder.file("new.qrbx");
+    for (const std::string& words : {bad + " " + made, bad + " " + file + " --append"}) {
+        const Result refused = run("import " + words);
+        EXPECT_EQ(refused.code, 1);
+        EXPECT_NE(refused.output.find("Line 3 of \"" + bad + "\" has no id."), std::string::npos)
+            << refused.output;
+        EXPECT_NE(refused.output.find("--new-ids"), std::string::npos) << refused.output;
+        expectSuccess("import --new-ids " + words);
+    }
+    EXPECT_EQ(run("select --format csv -a tarvo.id " + made).output, "tarvo.id\n1\n2\n");
+}
+
+// A whole number keeps its last digits or is refused, whatever else its column holds.
+TEST_F(Admin, WholeNumbersOfATableKeepTheirDigitsOrAreRefused) {
+    const std::string first =
+        folder.write("p.csv", "x,y,z,n\n1,0,0,18446744073709551615\n2,0,0,5\n");
+    expectSuccess("import " + first + " " + file);
+    const std::string before = run("select --format csv " + file).output;
+    const std::string made = folder.file("new.qrbx");
+    for (const std::string other : {"", "0.5", "1e3", "nan"}) {
+        const std::string cells[] = {"9007199254740993", other};
+        for (const std::size_t from : {0u, 1u}) {
+            const std::string line = std::to_string(2 + from);
+            const std::string fault =
+                "9007199254740993 in the column \"n\" would become "
+                "9007199254740992";
+            const std::string points = folder.write(
+                "n.csv", "x,y,z,n\n1,0,0," + cells[from] + "\n2,0,0," + cells[1 - from] + "\n");
+            for (const std::string& words : {"import " + points + " " + made,
+                                             "import " + points + " --append --round " + file}) {
+                const Result refused = run(words);
+                EXPECT_EQ(refused.code, 1) << words;
+                EXPECT_NE(refused.output.find("Line " + line + " of \"" + points + "\": " + fault),
+                          std::string::npos)
+                    << refused.output;
+                EXPECT_NE(refused.output.find("--leave-out csv.n"), std::string::npos);
+            }
+            expectFailure(1,
+                          "update --round " + file + " --from " +
+                              folder.write("u.csv", "tarvo.id,csv.n\n1," + cells[from] + "\n2," +
+                                                        cells[1 - from] + "\n"),
+                          "Line " + line + " of");
+        }
+    }
+    EXPECT_EQ(run("select --format csv " + file).output, before);
+    expectFailure(1,
+                  "import " +
+                      folder.write("n.csv", "x,y,z,n\n1,0,0,18446744073709551615\n2,0,0,-1\n") +
+                      " " + made,
+                  "18446744073709551615 in the column \"n\" would become 18446744073709551616");
+    // Numbers that a double holds are none of these, nor is one with a point.
+    expectSuccess("import " +
+                  folder.write("d.csv",
+                               "x,y,z,n\n1,0,0,9007199254740994\n2,0,0,\n"
+                               "3,0,0,9007199254740993.0\n4,0,0,0000000000000000000001\n") +
+                  " " + made);
+    expectSuccess("import --leave-out csv.n " +
+                  folder.write("e.csv", "x,y,z,n\n1,0,0,9007199254740993\n2,0,0,\n") + " " +
+                  folder.file("without.qrbx"));
+    // What an export writes of doubles comes back.
+    expectSuccess("import " +
+                  folder.write("f.csv",
+                               "x,y,z,f\n1,0,0,1.2345678901234568e20\n2,0,0,0.1\n"
+                               "3,0,0,1152921504606846976\n4,0,0,1e30\n") +
+                  " " + folder.file("f.qrbx"));
+    const std::string table = folder.file("f2.csv");
+    expectSuccess("select --format csv -a tarvo.id,csv.f -o " + table + " " +
+                  folder.file("f.qrbx"));
+    expectSuccess("update " + folder.file("f.qrbx") + " --from " + table, "4 points changed.\n");
+}
+
+// One rule for all that writes: nothing is cut off, and nothing rounded unless asked for.
+TEST_F(Admin, UpdatesRoundOnRequestOnly) {
+    expectSuccess("import " + folder.write("p.csv", "tarvo.id,x,y,z\n1,1,0,0\n2,2,0,0\n") + " " +
+                  file);
+    const auto add = [&](const std::string& name, const std::string& numbers) {
+        expectSuccess("attributes " + file + " add --json " +
+                      folder.write("a.json", "{\"name\": \"" + name +
+                                                 "\", \"title\": \"t\", \"length\": 1, " + numbers +
+                                                 ", \"storage_class\": 2}"));
+    };
+    add("my.steps", R"("resolution": 3, "minimum_value": 0, "maximum_value": 99, "default_value": 0,
+                       "invalid_value": null)");
+    add("my.signed", R"("resolution": 1, "minimum_value": -9223372036854775808,
+                        "maximum_value": 9223372036854775808, "default_value": 0,
+                        "invalid_value": null)");
+    add("my.units", R"("resolution": 1, "minimum_value": 0.5, "maximum_value": 9.5,
+                       "default_value": 0.5, "invalid_value": null)");
+    add("my.real", R"("resolution": 0, "minimum_value": -1e300, "maximum_value": 1e300,
+                      "default_value": 0, "invalid_value": null)");
+    const std::string names = "my.steps,my.signed,my.units,my.real";
+    const auto values = [&] {
+        return run("select --format csv -a " + names + " --filter 'tarvo.id == 1' " + file)
+            .output.substr((names + "\n").size());
+    };
+    const auto from = [&](const std::string& name, const std::string& cells) {
+        const std::string table = "u" + std::to_string(folder.count()) + ".csv";
+        return " --from " + folder.write(table, "tarvo.id," + name + "\n" + cells);
+    };
+    const std::string before = values();
+    const std::string update = "update " + file;
+    const std::size_t kept = transactionCount();
+    const struct {
+        int code;
+        std::string words, text, advice;
+    } refused[] = {
+        {1, from("my.signed", "1,1.5\n2,2.5\n"), "can't hold 2 of the values", "--round"},
+        {1, from("my.units", "1,0.6\n"), "can't hold 1 of the values, for example 0.6", "--round"},
+        {1, from("my.steps", "1,100\n"), "go from 100 to 100; the database holds 0 to 99", "wider"},
+        {1, from("my.steps", "1,101\n") + " --round", "go from 101 to 101", "wider"},
+        {1, from("my.signed", "1,9223372036854775808.0\n"), "to 9223372036854775807 only", "wider"},
+        {1, from("my.real", "1,9007199254740993\n"), "example 9007199254740993: it holds fl",
+         "--round"},
+        {1, " --set my.units=0.6", "can't hold 0.6: its resolution is 1, from 0.5", "--round"},
+        {2, " --set my.signed=1.5", "\"1.5\" is not a whole number", "--round"},
+        {1, " --set my.steps=100", "100 is out of the range", "0 to 99"},
+        {1, " --set my.steps=101 --round", "101 is out of the range", "0 to 99"},
+        {1, " --set my.signed=9223372036854775808", "9223372036854775808 is out of the range",
+         "-9223372036854775808 to 9223372036854775807"},
+        {1, " --set my.signed=9223372036854775807.5 --round", "is out of the range", "807"},
+        {1, " --set my.real=9007199254740993", "can't hold 9007199254740993", "--round"},
+        {2, " --invert tarvo.selected --round", "--round", ""}};
+    for (const auto& one : refused) {
+        const Result result = run(update + one.words);
+        EXPECT_EQ(result.code, one.code) << one.words << "\n" << result.output;
+        EXPECT_NE(result.output.find(one.text), std::string::npos) << one.words << result.output;
+        EXPECT_NE(result.output.find(one.advice), std::string::npos) << one.words << result.output;
+    }
+    EXPECT_EQ(values(), before);
+    EXPECT_EQ(transactionCount(), kept);
+    expectSuccess(update + from(names, "1,100,1.5,0.6,0.1\n") + " --round", "1 point changed.\n");
+    EXPECT_EQ(values(), "99,2,0.5,0.1\n");
+    expectSuccess(update + " --round --set my.steps=4 --set my.signed=-7.6 --set my.units=8.9");
+    EXPECT_EQ(values(), "3,-8,8.5,0.1\n");
+    expectSuccess(update + " --set my.signed=-9223372036854775808 --round");
+    expectSuccess(update + from("my.signed,my.steps", "1,9223372036854775807,99\n"));
+    EXPECT_EQ(values(), "99,9223372036854775807,8.5,0.1\n");
+}
+
 TEST_F(Admin, RemoveTakesPointsByFilterOrId) {
     importPoints(200);
     const std::string remove = "remove " + file;
