@@ -92,11 +92,16 @@ private:
         }
         exchange::ValueCheck check(m_definition, m_round);
         check.add(type, &parsed.bits, 1, {});
-        exchange::ValueFindings findings = check.findings();
+        const exchange::ValueFindings& findings = check.findings();
         if (findings.outside > 0) {
             failOutside(m_definition, text);
         }
         const bool isChanged = type == DataType::DOUBLE && exchange::changedAsDouble(text);
+        if (isChanged && m_round && type != m_ownType) {
+            throw Failure(
+                "Beside a number with a fraction, " + std::string(text) + " would become another.",
+                "Give the elements their values one by one: --set NAME[I]=VALUE.");
+        }
         if (!m_round && (findings.between > 0 || isChanged)) {
             throw Failure("The attribute \"" + m_definition.name + "\" can't hold " +
                               std::string(text) + ": " + exchange::stepsText(m_definition),

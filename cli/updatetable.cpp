@@ -42,6 +42,7 @@ public:
     TableUpdate(const Database& database, const std::string& fileName, bool round)
         : m_database(database),
           m_idName(database.cloud().pointAttributes().pointIdName()),
+          m_primaryName(database.cloud().pointAttributes().primaryAttributeName()),
           m_round(round),
           m_source(fileName),
           m_query(database.cloud().update()) {
@@ -127,10 +128,13 @@ private:
             ValueFindings findings = column->check.findings();
             findings.between = m_round ? 0 : findings.between;
             if (findings.outside > 0 || findings.between > 0) {
-                throw Failure(
-                    faultText(column->definition, findings),
-                    adviceToRound(findings) +
-                        adviceToRedefine(m_database.fileName(), column->definition.name, findings));
+                const std::string& name = column->definition.name;
+                // Points are found by the primary one, so that it can't be redefined.
+                throw Failure(faultText(column->definition, findings),
+                              adviceToRound(findings) +
+                                  (name == m_primaryName
+                                       ? ""
+                                       : adviceToRedefine(m_database.fileName(), name, findings)));
             }
         }
     }
@@ -153,6 +157,7 @@ private:
 
     const Database& m_database;
     std::string m_idName;
+    std::string m_primaryName;
     bool m_round;
     csv::CsvSource m_source;
     qrb::pointcloud::QueryUpdate m_query;

@@ -53,6 +53,9 @@ public:
         for (const std::string& name : m_summaries.order()) {
             const FittedAttribute fitted = m_summaries.fit(
                 name, sources, m_hasPoints ? DefaultFor::PointsThatAreThere : DefaultFor::Nobody);
+            if (const auto fault = m_summaries.changedNumber(fitted.definition)) {
+                throw *fault;
+            }
             plan.added.push_back(fitted.definition);
             m_movedTo = std::max(m_movedTo, fitted.rounding > 0 ? fitted.definition.resolution : 0);
         }

@@ -67,6 +67,11 @@ void ImportPlan::refuseFaults(const PointSources& sources) const {
             }
         }
     }
+    for (const auto& [name, attribute] : attributes) {
+        if (attribute.fault) {
+            throw *attribute.fault;
+        }
+    }
 }
 
 std::vector<ColumnTarget> ImportPlan::targets(const PointSource& source) const {
@@ -102,6 +107,7 @@ ImportPlan planImport(const PointSources& sources, const std::string& primary,
         ImportPlan::Attribute attribute;
         const FittedAttribute fitted = summaries.fit(name, sources, DefaultFor::Nobody);
         attribute.definition = fitted.definition;
+        attribute.fault = summaries.changedNumber(fitted.definition);
         if (fitted.rounding > 0) {
             plan.notes.push_back(roundingNote(fitted.definition.resolution));
         }

@@ -6,6 +6,7 @@
 #include "exchange/table/pointsource.h"
 
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,7 @@ struct ImportPlan {
         qrb::pointcloud::PointAttribute definition;
         // All points have the default value, so that nothing needs to be written.
         bool constant = false;
+        std::optional<core::Failure> fault;  // why the values must not be taken
     };
     std::vector<std::string> order;  // names as they appear in the files
     std::map<std::string, Attribute> attributes;
@@ -24,7 +26,7 @@ struct ImportPlan {
 
     // Throws NoAttributeToLeaveOut.
     void leaveOut(const std::string& name);
-    // Throws Failure for a column with a fault that is not left out.
+    // Throws Failure for a column or an attribute with a fault that is not left out.
     void refuseFaults(const PointSources& sources) const;
     std::vector<ColumnTarget> targets(const PointSource& source) const;
 };

@@ -1,5 +1,8 @@
 #include "exchange/table/attributesummary.h"
 
+#include "exchange/table/valuecheck.h"
+#include "numbers/numbertext.h"
+
 #include <algorithm>
 #include <set>
 
@@ -66,6 +69,19 @@ FittedAttribute AttributeSummaries::fit(const std::string& name,
         return {fitAttribute(one.column, one.summary, use)};
     }
     return fitCoordinates(one.column, one.summary, axes, use);
+}
+
+std::optional<core::Failure> AttributeSummaries::changedNumber(
+    const PointAttribute& definition) const {
+    const auto number = of(definition.name).summary.beyondDouble();
+    if (!number || holdsWholeNumbers(definition)) {
+        return std::nullopt;
+    }
+    return core::Failure(
+        "The value " + numbers::wholeText(*number) + " of \"" + definition.name +
+            "\" would become another number.",
+        "Whole numbers of 64 bits are kept where all files and elements of an attribute have whole "
+        "numbers\nonly: give those with other numbers, or without any, a name of their own.");
 }
 
 }  // namespace tarvo::exchange

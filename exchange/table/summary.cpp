@@ -37,6 +37,15 @@ void ColumnSummary::addIntegers(const T* values, std::size_t count) {
         high = std::max(high, values[i]);
     }
     widen(low, high);
+    const auto isBeyond = [](T value) {
+        return static_cast<Wide>(static_cast<double>(value)) != static_cast<Wide>(value);
+    };
+    if (!m_beyondDouble && std::max(-Wide(low), Wide(high)) > Wide(wholeLimit)) {
+        const T* const found = std::find_if(values, values + count, isBeyond);
+        if (found != values + count) {
+            m_beyondDouble = *found;
+        }
+    }
 }
 
 template <typename T>
@@ -88,6 +97,7 @@ void ColumnSummary::merge(const ColumnSummary& other) {
     m_count += other.m_count;
     m_hasNaN |= other.m_hasNaN;
     m_hasInfinity |= other.m_hasInfinity;
+    m_beyondDouble = m_beyondDouble ? m_beyondDouble : other.m_beyondDouble;
     m_decimals =
         m_decimals < 0 || other.m_decimals < 0 ? -1 : std::max(m_decimals, other.m_decimals);
     if (m_integer && other.m_integer) {

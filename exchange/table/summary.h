@@ -2,10 +2,12 @@
 // store.
 #pragma once
 
+#include "numbers/wide.h"
 #include "qrb/pointattribute.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 
 namespace tarvo::exchange {
 
@@ -33,9 +35,11 @@ public:
     // Digits behind the point that all values have in decimal, 0 to 12; -1 where they are not
     // decimal numbers of so few digits.
     int decimals() const { return m_decimals; }
+    // A value of an integer type that no double holds.
+    std::optional<numbers::Wide> beyondDouble() const { return m_beyondDouble; }
 
 private:
-    __extension__ typedef __int128 Wide;
+    using Wide = numbers::Wide;
     template <typename T>
     void addIntegers(const T* values, std::size_t count);
     template <typename T>
@@ -53,6 +57,7 @@ private:
     double m_minimum = 0;
     double m_maximum = 0;
     int m_decimals = 0;
+    std::optional<Wide> m_beyondDouble;
 };
 
 }  // namespace tarvo::exchange

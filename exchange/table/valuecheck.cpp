@@ -19,11 +19,6 @@ bool isWholeLimit(double value) {
     return std::trunc(value) == value && value >= lowestWhole && value <= highestWhole;
 }
 
-bool isInteger(const PointAttribute& definition) {
-    return definition.resolution == 1 && isWholeLimit(definition.minimumValue) &&
-           isWholeLimit(definition.maximumValue);
-}
-
 std::string textOf(double value) {
     return numbers::numberText(value);
 }
@@ -42,6 +37,11 @@ numbers::Wide largestOf(const PointAttribute& definition) {
 
 }  // namespace
 
+bool holdsWholeNumbers(const PointAttribute& definition) {
+    return definition.resolution == 1 && isWholeLimit(definition.minimumValue) &&
+           isWholeLimit(definition.maximumValue);
+}
+
 void ValueFindings::merge(const ValueFindings& other) {
     missing += other.missing;
     outside += other.outside;
@@ -57,7 +57,7 @@ ValueCheck::ValueCheck(const PointAttribute& definition, bool nearest)
       m_resolution(definition.resolution),
       m_invalidValue(definition.invalidValue),
       m_nearest(nearest),
-      m_isInteger(isInteger(definition)),
+      m_isInteger(holdsWholeNumbers(definition)),
       m_largest(m_isInteger ? largestOf(definition) : 0),
       // What a database takes for the ends of its range, and what decimal numbers may lack.
       m_slack(m_resolution * (nearest ? 0.5 + 1e-6 : 1e-6)) {
@@ -140,8 +140,8 @@ void ValueCheck::add(DataType type, const void* values, std::size_t count,
 
 std::string rangeText(const PointAttribute& definition) {
     return numbers::numberText(definition.minimumValue) + " to " +
-           (isInteger(definition) ? numbers::wholeText(largestOf(definition))
-                                  : numbers::numberText(definition.maximumValue));
+           (holdsWholeNumbers(definition) ? numbers::wholeText(largestOf(definition))
+                                          : numbers::numberText(definition.maximumValue));
 }
 
 std::string stepsText(const PointAttribute& definition) {

@@ -59,6 +59,9 @@ private:
     ValueFindings m_findings;
 };
 
+// Whether an attribute stores whole numbers, exact in 64 bits.
+bool holdsWholeNumbers(const PointAttribute& definition);
+
 // What a user is told of values of the attribute that are outside or between, in a sentence.
 std::string faultText(const PointAttribute& definition, const ValueFindings& findings);
 // A line, with its end, on the option that stores nearest values; empty if it doesn't help.

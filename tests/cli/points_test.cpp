@@ -151,15 +151,32 @@ TEST_F(Admin, WholeNumbersOfATableKeepTheirDigitsOrAreRefused) {
                       folder.write("n.csv", "x,y,z,n\n1,0,0,18446744073709551615\n2,0,0,-1\n") +
                       " " + made,
                   "18446744073709551615 in the column \"n\" would become 18446744073709551616");
+    // Other elements and other files of the attribute decide with the column.
+    const std::string whole = folder.write("w.csv", "x,y,z,n\n1,0,0,9007199254740993\n");
+    const std::string others = folder.write("o.csv", "x,y,z,n\n1,0,0,0.5\n");
+    const std::string elements =
+        folder.write("n.csv", "x,y,z,n[0],n[1]\n1,0,0,-9007199254740993,\n");
+    const std::string sums =
+        folder.write("s.csv", "x,y,z,tarvo.voxel_linear_sums[0]\n1,0,0,9007199254740993\n");
+    const std::string bare = folder.file("bare.qrbx");
+    expectSuccess("import " + folder.write("b.csv", "x,y,z\n1,0,0\n") + " " + bare);
+    const std::string column = folder.write("e.csv", "x,y,z,n\n1,0,0,9007199254740993\n2,0,0,\n");
+    for (const std::string& inputs :
+         {whole + " " + others, others + " " + whole, elements, sums, column}) {
+        const std::string text = inputs == column ? "9007199254740993 in" : "9007199254740993 of";
+        expectFailure(1, "import " + inputs + " " + made, text);
+        expectFailure(1, "import --append " + inputs + " " + bare, text);
+        expectSuccess("import --overwrite " + inputs + " --leave-out " +
+                      (inputs == sums ? "tarvo.voxel_linear_sums " : "csv.n ") +
+                      folder.file("without.qrbx"));
+    }
+    expectSuccess("import " + whole + " " + first + " " + folder.file("both.qrbx"));
     // Numbers that a double holds are none of these, nor is one with a point.
     expectSuccess("import " +
                   folder.write("d.csv",
                                "x,y,z,n\n1,0,0,9007199254740994\n2,0,0,\n"
                                "3,0,0,9007199254740993.0\n4,0,0,0000000000000000000001\n") +
                   " " + made);
-    expectSuccess("import --leave-out csv.n " +
-                  folder.write("e.csv", "x,y,z,n\n1,0,0,9007199254740993\n2,0,0,\n") + " " +
-                  folder.file("without.qrbx"));
     // What an export writes of doubles comes back.
     expectSuccess("import " +
                   folder.write("f.csv",
@@ -176,10 +193,11 @@ TEST_F(Admin, WholeNumbersOfATableKeepTheirDigitsOrAreRefused) {
 TEST_F(Admin, UpdatesRoundOnRequestOnly) {
     expectSuccess("import " + folder.write("p.csv", "tarvo.id,x,y,z\n1,1,0,0\n2,2,0,0\n") + " " +
                   file);
-    const auto add = [&](const std::string& name, const std::string& numbers) {
+    const auto add = [&](const std::string& name, const std::string& numbers, int length = 1) {
         expectSuccess("attributes " + file + " add --json " +
                       folder.write("a.json", "{\"name\": \"" + name +
-                                                 "\", \"title\": \"t\", \"length\": 1, " + numbers +
+                                                 "\", \"title\": \"t\", \"length\": " +
+                                                 std::to_string(length) + ", " + numbers +
                                                  ", \"storage_class\": 2}"));
     };
     add("my.steps", R"("resolution": 3, "minimum_value": 0, "maximum_value": 99, "default_value": 0,
@@ -187,6 +205,9 @@ TEST_F(Admin, UpdatesRoundOnRequestOnly) {
     add("my.signed", R"("resolution": 1, "minimum_value": -9223372036854775808,
                         "maximum_value": 9223372036854775808, "default_value": 0,
                         "invalid_value": null)");
+    add("my.pair", R"("resolution": 1, "minimum_value": 0, "maximum_value": 1e17,
+                      "default_value": 0, "invalid_value": null)",
+        2);
     add("my.units", R"("resolution": 1, "minimum_value": 0.5, "maximum_value": 9.5,
                        "default_value": 0.5, "invalid_value": null)");
     add("my.real", R"("resolution": 0, "minimum_value": -1e300, "maximum_value": 1e300,
@@ -222,6 +243,7 @@ TEST_F(Admin, UpdatesRoundOnRequestOnly) {
          "-9223372036854775808 to 9223372036854775807"},
         {1, " --set my.signed=9223372036854775807.5 --round", "is out of the range", "807"},
         {1, " --set my.real=9007199254740993", "can't hold 9007199254740993", "--round"},
+        {1, " --round --set my.pair=9007199254740993,1.5", "9007199254740993 would", "[I]"},
         {2, " --invert tarvo.selected --round", "--round", ""}};
     for (const auto& one : refused) {
         const Result result = run(update + one.words);
