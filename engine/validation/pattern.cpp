@@ -6,6 +6,12 @@
 
 #include <re2/re2.h>
 
+#include <new>
+
+#if defined(__GLIBC__)
+#include <execinfo.h>
+#endif
+
 namespace tarvo::engine::validation {
 
 namespace {
@@ -17,6 +23,17 @@ constexpr std::size_t maximumExpression = 1000;
                   "The regular expression \"" + expression.substr(0, 100) + "\" " + reason);
 }
 
+// RE2 prepares parts of a program once; an exception that leaves such a routine of the C library has
+// that load its unwinder, and where there is no memory for it the process is ended. So it is loaded
+// ahead.
+void loadUnwinder() {
+#if defined(__GLIBC__)
+    void* frame = nullptr;
+    if (backtrace(&frame, 1) == 0)
+        throw std::bad_alloc();
+#endif
+}
+
 std::unique_ptr<re2::RE2> compile(const std::string& expression) {
     if (expression.size() > maximumExpression)
         refusePattern(expression,
@@ -24,6 +41,7 @@ std::unique_ptr<re2::RE2> compile(const std::string& expression) {
     // A message would end at the byte.
     if (const std::size_t zero = expression.find('\0'); zero != std::string::npos)
         refusePattern(expression.substr(0, zero), "contains a zero byte.");
+    loadUnwinder();
     re2::RE2::Options options;
     options.set_log_errors(false);
     options.set_never_capture(true);

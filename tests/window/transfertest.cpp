@@ -308,7 +308,7 @@ void TransferTest::exportedItemsAreJsonInTheirOrder() {
     QCOMPARE(window.run("actionMetaDataImport",
                         {ModalScript::chooseFile(file), ModalScript::press("OK")}),
              QStringList("Import successfully finished.\n\nItems added: own.text, own.empty\n"
-                         "Items updated: own.note"));
+                         "Items updated: (none)\nItems unchanged: own.note"));
     const auto& metaData = window.database().metaData();
     QCOMPARE(metaData.get("own.text"), std::string("no { JSON"));
     QCOMPARE(metaData.get("own.empty", "missing"), std::string());
