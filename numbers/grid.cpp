@@ -182,12 +182,14 @@ double Grid::value(std::uint64_t code) const {
     return m_minimum + static_cast<double>(code) * m_resolution;
 }
 
-void Grid::values(std::span<const std::uint64_t> codes, double* out) const {
+template <typename Code>
+void Grid::values(std::span<const Code> codes, double* out) const {
     // One loop per kind, without a branch in it, then the invalid codes.
     if (m_kind == Kind::Scaled && m_wholeMinimum) {
         const auto first = static_cast<std::uint64_t>(m_firstStep);
+        const double inverse = m_inverse;
         for (std::size_t i = 0; i < codes.size(); ++i)
-            out[i] = static_cast<double>(static_cast<std::int64_t>(first + codes[i])) / m_inverse;
+            out[i] = static_cast<double>(static_cast<std::int64_t>(first + codes[i])) / inverse;
     } else if (m_kind == Kind::Scaled) {
         for (std::size_t i = 0; i < codes.size(); ++i)
             out[i] = m_minimum + static_cast<double>(codes[i]) * m_resolution;
@@ -201,6 +203,15 @@ void Grid::values(std::span<const std::uint64_t> codes, double* out) const {
     if (m_hasInvalid)
         for (std::size_t i = 0; i < codes.size(); ++i)
             out[i] = codes[i] == m_invalidCode ? m_invalidValue : out[i];
+}
+
+template void Grid::values<std::uint8_t>(std::span<const std::uint8_t>, double*) const;
+template void Grid::values<std::uint16_t>(std::span<const std::uint16_t>, double*) const;
+template void Grid::values<std::uint32_t>(std::span<const std::uint32_t>, double*) const;
+template void Grid::values<std::uint64_t>(std::span<const std::uint64_t>, double*) const;
+
+void Grid::values(std::span<const std::uint64_t> codes, double* out) const {
+    values<std::uint64_t>(codes, out);
 }
 
 Grid::Wide Grid::integerValue(std::uint64_t code) const {
@@ -246,6 +257,51 @@ std::optional<std::uint64_t> Grid::find(double value) const {
     const std::uint64_t code =
         step <= 0 ? 0 : std::min(static_cast<std::uint64_t>(step + 0.5), m_maximumCode);
     return m_isFine ? nearestBeside(code, value) : code;
+}
+
+bool Grid::findAll(std::span<const double> values, std::uint64_t* codes) const {
+    if (m_kind == Kind::Integer || m_isFine)
+        return false;
+    unsigned special = 0;
+    // A loop for each kind, without a branch in it.
+    const auto findEach = [&](auto codeOf) {
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            const double value = values[i];
+            const bool isInside = value >= m_minimum && value <= m_maximum;
+            special |= !isInside | (value == m_invalidValue);
+            codes[i] = codeOf(isInside ? value : m_minimum);
+            special |= codes[i] > m_maximumCode;
+        }
+    };
+    const auto rounded = [](double step) {
+        return static_cast<std::uint64_t>(static_cast<std::int64_t>(step + 0.5));
+    };
+    if (m_kind == Kind::Float)
+        findEach([](double value) { return orderedBits(value + 0.0); });
+    else if (m_wholeMinimum)
+        findEach([=, inverse = m_inverse, first = static_cast<double>(m_firstStep)](double value) {
+            return rounded(value * inverse - first);
+        });
+    else
+        findEach([=, minimum = m_minimum, resolution = m_resolution](double value) {
+            return rounded((value - minimum) / resolution);
+        });
+    return special == 0;
+}
+
+bool Grid::findAll(std::span<const std::int64_t> values, std::uint64_t* codes) const {
+    constexpr auto least = static_cast<Wide>(std::numeric_limits<std::int64_t>::min());
+    constexpr auto greatest = static_cast<Wide>(std::numeric_limits<std::int64_t>::max());
+    if (m_minimumInteger < least || m_minimumInteger > greatest)
+        return false;
+    // A whole number on the grid has its place there as the invalid value, too.
+    const auto minimum = static_cast<std::int64_t>(m_minimumInteger);
+    unsigned special = 0;
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        codes[i] = static_cast<std::uint64_t>(values[i]) - static_cast<std::uint64_t>(minimum);
+        special |= (values[i] < minimum) | (codes[i] > m_maximumCode);
+    }
+    return special == 0;
 }
 
 std::uint64_t Grid::nearestBeside(std::uint64_t code, double value) const {

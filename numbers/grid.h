@@ -66,6 +66,9 @@ public:
     double value(std::uint64_t code) const;
     // value() of many codes: out has their number.
     void values(std::span<const std::uint64_t> codes, double* out) const;
+    // The same of codes in a column's own width: 1, 2, 4 or 8 bytes.
+    template <typename Code>
+    void values(std::span<const Code> codes, double* out) const;
     // The same for the Integer kind, exact. The off-grid invalid code gives the invalid value where
     // that is a whole 64-bit number.
     using Wide = numbers::Wide;
@@ -80,6 +83,10 @@ public:
     // The code of a value; nothing when it is neither in the range nor the invalid value.
     std::optional<std::uint64_t> find(double value) const;
     std::optional<std::uint64_t> find(Wide value) const;  // Integer kind only
+    // find() of many values, as long as none is special: false where one is neither in the range
+    // nor clearly so, or the invalid value, and the codes mean nothing then.
+    bool findAll(std::span<const double> values, std::uint64_t* codes) const;
+    bool findAll(std::span<const std::int64_t> values, std::uint64_t* codes) const;  // Integer kind
 
     // The smallest valid code whose value is >= (or >) the bound; maximumCode() + 1 where there is
     // none (saturated to 2^64-1 with "none" set).

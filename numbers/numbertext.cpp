@@ -1,5 +1,7 @@
 #include "numbers/numbertext.h"
 
+#include "numbers/digits.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -8,31 +10,29 @@ namespace tarvo::numbers {
 
 namespace {
 
-// Fixed notation of the greatest double has 309 digits before the mark.
-constexpr std::size_t mostCharacters = 700;
-
-void appendShortest(std::string& text, double value, double plainFrom, double plainBelow) {
-    if (std::isnan(value)) {
-        text += "nan";
-        return;
-    }
-    char buffer[mostCharacters];
+char* writeShortest(char* at, double value, double plainFrom, double plainBelow) {
+    if (std::isnan(value))
+        return std::copy_n("nan", 3, at);
     const double size = std::fabs(value);
     const bool plain = value == 0 || (size >= plainFrom && size < plainBelow);
     const auto form = plain ? std::chars_format::fixed : std::chars_format::scientific;
-    text.append(buffer, std::to_chars(buffer, buffer + sizeof buffer, value, form).ptr);
+    return std::to_chars(at, at + mostCharacters, value, form).ptr;
 }
 
 }  // namespace
 
 std::string numberText(double value) {
-    std::string text;
-    appendShortest(text, value, 1e-7, 1e21);
-    return text;
+    char buffer[mostCharacters];
+    return {buffer, writeShortest(buffer, value, 1e-7, 1e21)};
+}
+
+char* writePlain(char* at, double value) {
+    return writeShortest(at, value, 1e-30, 1e31);
 }
 
 void appendPlain(std::string& text, double value) {
-    appendShortest(text, value, 1e-30, 1e31);
+    char buffer[mostCharacters];
+    text.append(buffer, writePlain(buffer, value));
 }
 
 std::string roundedText(double value, int digits) {
@@ -42,15 +42,18 @@ std::string roundedText(double value, int digits) {
                         .ptr};
 }
 
+char* writeFixed(char* at, double value, int places) {
+    if (char* const end = writeExactFixed(at, value, places))
+        return end;
+    char* const end =
+        std::to_chars(at, at + mostCharacters, value, std::chars_format::fixed, places).ptr;
+    const auto isZero = [](char c) { return c == '-' || c == '0' || c == '.'; };
+    return *at == '-' && std::all_of(at, end, isZero) ? std::copy(at + 1, end, at) : end;
+}
+
 void appendFixed(std::string& text, double value, int places) {
     char buffer[mostCharacters];
-    const char* begin = buffer;
-    const char* const end =
-        std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, places).ptr;
-    const auto isZero = [](char c) { return c == '-' || c == '0' || c == '.'; };
-    if (*begin == '-' && std::all_of(begin, end, isZero))
-        ++begin;
-    text.append(begin, end);
+    text.append(buffer, writeFixed(buffer, value, places));
 }
 
 std::string wholeText(Wide value) {
@@ -71,7 +74,7 @@ std::string groupedText(std::uint64_t value) {
     std::string text = std::to_string(value);
     for (std::size_t at = text.size(); at > 3;) {
         at -= 3;
-        text.insert(at, ",");
+        text.insert(at, 1, ',');
     }
     return text;
 }

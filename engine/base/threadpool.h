@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <condition_variable>
+#include <cstddef>
 #include <deque>
 #include <functional>
 #include <future>
@@ -53,6 +54,10 @@ public:
         post([task] { (*task)(); });
         return Task<Result>(std::move(result));
     }
+
+    // Calls work(0) to work(count - 1), on the workers and on this thread, and waits for all.
+    // Throws what the first of those that failed threw.
+    void forEach(std::size_t count, const std::function<void(std::size_t)>& work);
 
 private:
     void post(std::function<void()> job);

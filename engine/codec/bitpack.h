@@ -3,6 +3,7 @@
 #pragma once
 
 #include "engine/base/bytes.h"
+#include "engine/codec/unpack.h"
 #include "engine/schema/column.h"
 
 #include <cstdint>
@@ -10,11 +11,10 @@
 
 namespace tarvo::engine::codec {
 
-inline constexpr std::size_t runLength = 256;
-
 struct PackedRun {
     std::uint64_t base = 0;
     unsigned bits = 0;
+    std::size_t at = 0;  // of its offsets, in the bytes of all
 };
 
 // Replaces runs with those of the column and returns the size of the packed form in bytes.
@@ -23,8 +23,8 @@ std::size_t measureRuns(const schema::Column& column, std::vector<PackedRun>& ru
 // Appends directory and packed offsets; runs as measured.
 void packRuns(const schema::Column& column, const std::vector<PackedRun>& runs, Bytes& out);
 
-// Reads what packRuns wrote, to the end of the reader. Throws Failure(Damaged).
-schema::Column unpackRuns(ByteReader& reader, unsigned width, std::size_t count,
-                          std::vector<PackedRun>& runs);
+// Reads the directory that packRuns wrote; the offsets are what is left, and exactly that. Throws
+// Failure(Damaged).
+std::vector<PackedRun> readRuns(ByteReader& reader, unsigned width, std::size_t count);
 
 }  // namespace tarvo::engine::codec

@@ -23,9 +23,9 @@ Codec transformed(bool delta, bool shuffle) {
     return shuffle ? Codec::Shuffled : Codec::Zstd;
 }
 
-// Higher levels gain under one per cent on point clouds.
-int zstdLevel(std::uint8_t compressionLevel) {
-    return compressionLevel <= 33 ? 1 : compressionLevel <= 66 ? 2 : 3;
+// Higher levels gain under one per cent on point clouds, and none at all where a code is a byte.
+int zstdLevel(std::uint8_t compressionLevel, unsigned width) {
+    return compressionLevel <= 33 || width == 1 ? 1 : compressionLevel <= 66 ? 2 : 3;
 }
 
 // The most that zstd can make of so many bytes: each block takes four at least and gives 128 KiB
@@ -99,7 +99,7 @@ void Encoder::encode(const schema::Column& column, const Options& options, Bytes
     if (options.compressionLevel > 0 && (forced || best >= smallest)) {
         const bool shuffle =
             column.width() > 1 && (!forced || (options.compressionOptions & 2) != 0);
-        const int level = zstdLevel(options.compressionLevel);
+        const int level = zstdLevel(options.compressionLevel, column.width());
         const auto compress = [&](bool differences) {
             scratch.plain.resize(rawBytes);
             applyTransform(column, differences, shuffle, scratch.plain, scratch.differences);
@@ -140,7 +140,6 @@ void Encoder::encode(const schema::Column& column, const Options& options, Bytes
 
 struct Decoder::Scratch {
     std::unique_ptr<ZSTD_DCtx, FreeContext> context{ZSTD_createDCtx()};
-    std::vector<PackedRun> runs;
     Bytes plain;
 
     void decompress(ByteReader& reader, ByteSpan frame, std::size_t bytes) {
@@ -168,8 +167,7 @@ struct Decoder::Scratch {
 Decoder::Decoder() : m_scratch(std::make_unique<Scratch>()) {}
 Decoder::~Decoder() = default;
 
-schema::Column Decoder::decode(ByteSpan block, unsigned width, std::size_t count,
-                               std::string_view what) {
+Block Decoder::decode(Bytes block, unsigned width, std::size_t count, std::string_view what) {
     ByteReader reader(block, what);
     const auto number = reader.number<std::uint8_t>();
     if ((width != 1 && width != 2 && width != 4 && width != 8) || count > SIZE_MAX / 16)
@@ -181,22 +179,25 @@ schema::Column Decoder::decode(ByteSpan block, unsigned width, std::size_t count
             if (reader.left() != bytes)
                 reader.fail(std::to_string(reader.left()) + " bytes where there should be " +
                             std::to_string(bytes));
-            schema::Column column(width, count);
+            schema::Column column = schema::Column::unfilled(width, count);
             revertTransform(reader.take(bytes), false, false, column);
-            return column;
+            return Block(std::move(column));
         }
-        case Codec::BitPacked:
-            return unpackRuns(reader, width, count, m_scratch->runs);
+        case Codec::BitPacked: {
+            std::vector<PackedRun> runs = readRuns(reader, width, count);
+            const std::size_t at = block.size() - reader.left();
+            return Block(width, count, std::move(runs), std::move(block), at);
+        }
         case Codec::Shuffled:
         case Codec::DeltaShuffled:
         case Codec::Zstd:
         case Codec::Delta: {
             m_scratch->decompress(reader, reader.take(reader.left()), bytes);
-            schema::Column column(width, count);
+            schema::Column column = schema::Column::unfilled(width, count);
             revertTransform(m_scratch->plain,
                             codec == Codec::Delta || codec == Codec::DeltaShuffled,
                             codec == Codec::Shuffled || codec == Codec::DeltaShuffled, column);
-            return column;
+            return Block(std::move(column));
         }
     }
     reader.fail("the codec " + std::to_string(number) + ", which is not known");

@@ -30,6 +30,7 @@
 #pragma once
 
 #include "engine/base/bytes.h"
+#include "engine/codec/block.h"
 #include "engine/schema/column.h"
 
 #include <cstdint>
@@ -77,7 +78,7 @@ public:
     Decoder& operator=(const Decoder&) = delete;
 
     // width and count as the node says; what names the block in errors.
-    schema::Column decode(ByteSpan block, unsigned width, std::size_t count, std::string_view what);
+    Block decode(Bytes block, unsigned width, std::size_t count, std::string_view what);
 
 private:
     struct Scratch;

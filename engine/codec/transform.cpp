@@ -1,5 +1,7 @@
 #include "engine/codec/transform.h"
 
+#include "engine/base/instructions.h"
+
 #include <array>
 #include <cmath>
 
@@ -42,8 +44,8 @@ void shuffleCodes(std::span<const T> codes, std::uint8_t* out) {
 }
 
 template <typename T>
-void unshuffleCodes(const std::uint8_t* in, std::span<T> codes) {
-    const std::size_t count = codes.size();
+__attribute__((always_inline)) inline void unshuffleLoop(const std::uint8_t* __restrict in,
+                                                         T* __restrict codes, std::size_t count) {
     for (std::size_t i = 0; i < count; ++i) {
         T code = 0;
         for (unsigned plane = 0; plane < sizeof(T); ++plane)
@@ -51,6 +53,19 @@ void unshuffleCodes(const std::uint8_t* in, std::span<T> codes) {
                 code | static_cast<T>(static_cast<T>(in[plane * count + i]) << (8 * plane)));
         codes[i] = code;
     }
+}
+
+template <typename T>
+QRB_WIDE void unshuffleWide(const std::uint8_t* in, T* codes, std::size_t count) {
+    unshuffleLoop(in, codes, count);
+}
+
+template <typename T>
+void unshuffleCodes(const std::uint8_t* in, std::span<T> codes) {
+    if (wideInstructions().load(std::memory_order_relaxed))
+        unshuffleWide(in, codes.data(), codes.size());
+    else
+        unshuffleLoop(in, codes.data(), codes.size());
 }
 
 constexpr std::size_t sampleWindow = 512;

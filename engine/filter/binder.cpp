@@ -552,9 +552,11 @@ private:
     std::vector<Slot> m_slots;
 };
 
-// Numbers the slots that are left after folding, in the order of evaluation; gives the height.
+// Numbers the terms, and the slots that are left after folding, in the order of evaluation; gives
+// the height.
 unsigned useSlots(Term& term, std::vector<Slot>& all, std::vector<std::size_t>& numbers,
-                  std::vector<Slot>& used) {
+                  Program& program) {
+    term.number = program.terms++;
     std::size_t* slot = nullptr;
     if (auto* element = term.as<Element>())
         slot = &element->slot;
@@ -563,14 +565,15 @@ unsigned useSlots(Term& term, std::vector<Slot>& all, std::vector<std::size_t>& 
     if (slot) {
         std::size_t& number = numbers[*slot];
         if (number == SIZE_MAX) {
-            number = used.size();
-            used.push_back(std::move(all[*slot]));
+            number = program.slots.size();
+            program.slots.push_back(std::move(all[*slot]));
         }
         *slot = number;
     }
     unsigned height = 0;
-    term.eachOperand(
-        [&](Term& operand) { height = std::max(height, useSlots(operand, all, numbers, used)); });
+    term.eachOperand([&](Term& operand) {
+        height = std::max(height, useSlots(operand, all, numbers, program));
+    });
     return height + 1;
 }
 
@@ -586,11 +589,12 @@ std::unique_ptr<const Program> bind(const Expression& expression,
     if (isConstant(program->root)) {
         if (isTrueNumber(numberOf(program->root)))
             program->root.reset();
+        program->terms = 1;
         return program;
     }
     std::vector<Slot> all = binder.takeSlots();
     std::vector<std::size_t> numbers(all.size(), SIZE_MAX);
-    program->height = useSlots(*program->root, all, numbers, program->slots);
+    program->height = useSlots(*program->root, all, numbers, *program);
     for (const Slot& slot : program->slots)
         program->elements.push_back(slot.element);
     return program;

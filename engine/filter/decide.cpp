@@ -84,11 +84,11 @@ Interval termBounds(const Term& term, const std::vector<Slot>& slots, Statistics
 }
 
 Truth decideJunction(const Junction& junction, const std::vector<Slot>& slots,
-                     Statistics statistics) {
+                     Statistics statistics, Decided* decided) {
     // As a conjunction: a disjunction is the inverse of that of its inverse operands.
     Truth truth{true, false};
     for (const TermPointer& operand : junction.operands) {
-        const Truth one = decideTerm(*operand, slots, statistics);
+        const Truth one = decideTerm(*operand, slots, statistics, decided);
         const Truth same = junction.conjunction ? one : one.inverse();
         if (!same.canBeTrue) {
             truth = {false, true};
@@ -99,9 +99,8 @@ Truth decideJunction(const Junction& junction, const std::vector<Slot>& slots,
     return junction.conjunction ? truth : truth.inverse();
 }
 
-}  // namespace
-
-Truth decideTerm(const Term& term, const std::vector<Slot>& slots, Statistics statistics) {
+Truth truthOf(const Term& term, const std::vector<Slot>& slots, Statistics statistics,
+              Decided* decided) {
     if (const auto* codes = term.as<Codes>())
         return decideCodes(codes->set, slots[codes->slot].grid, statistics[codes->slot]);
     if (const auto* comparison = term.as<Comparison>()) {
@@ -114,10 +113,26 @@ Truth decideTerm(const Term& term, const std::vector<Slot>& slots, Statistics st
     if (const auto* value = term.as<NotZero>())
         return isTrue(termBounds(*value->operand, slots, statistics));
     if (const auto* inner = term.as<Not>())
-        return decideTerm(*inner->operand, slots, statistics).inverse();
+        return decideTerm(*inner->operand, slots, statistics, decided).inverse();
     if (const auto* junction = term.as<Junction>())
-        return decideJunction(*junction, slots, statistics);
+        return decideJunction(*junction, slots, statistics, decided);
     return isTrue(term.bounds);  // a constant
+}
+
+}  // namespace
+
+Decision decisionOf(const Truth& truth) {
+    if (!truth.canBeTrue)
+        return Decision::None;
+    return truth.canBeFalse ? Decision::Look : Decision::All;
+}
+
+Truth decideTerm(const Term& term, const std::vector<Slot>& slots,
+                 std::span<const schema::ElementStatistics> statistics, Decided* decided) {
+    const Truth truth = truthOf(term, slots, statistics, decided);
+    if (decided)
+        (*decided)[term.number] = decisionOf(truth);
+    return truth;
 }
 
 }  // namespace tarvo::engine::filter

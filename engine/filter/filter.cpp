@@ -3,6 +3,8 @@
 #include "engine/base/error.h"
 #include "engine/filter/term.h"
 
+#include <numeric>
+
 namespace tarvo::engine::filter {
 
 BoundFilter::BoundFilter(const Expression& expression, const schema::AttributeTable& table)
@@ -19,29 +21,36 @@ const std::vector<ElementRef>& BoundFilter::elements() const {
     return m_program->elements;
 }
 
-Decision BoundFilter::decide(std::span<const schema::ElementStatistics> statistics) const {
+Decision BoundFilter::decide(std::span<const schema::ElementStatistics> statistics,
+                             Decided* decided) const {
     if (!m_program->root)
         return Decision::All;
     if (statistics.size() != m_program->slots.size())
         throw Failure(ErrorCode::Internal, "A filter got the statistics of other elements.");
-    const Truth truth = decideTerm(*m_program->root, m_program->slots, statistics);
-    if (!truth.canBeTrue)
-        return Decision::None;
-    return truth.canBeFalse ? Decision::Look : Decision::All;
+    if (decided)
+        decided->assign(m_program->terms, Decision::Look);
+    return decisionOf(decideTerm(*m_program->root, m_program->slots, statistics, decided));
 }
 
-void BoundFilter::select(std::size_t count, const ColumnSource& columns,
-                         Selection& selection) const {
+void BoundFilter::select(std::size_t count, const BlockSource& blocks, Selection& selection,
+                         const Decided& decided) const {
     if (!m_program->root) {
         selection.resize(count);
-        for (std::size_t i = 0; i < count; ++i)
-            selection[i] = static_cast<std::uint32_t>(i);
+        std::iota(selection.begin(), selection.end(), 0u);
         return;
     }
     selection.clear();
     if (!m_program->root->as<Constant>())
-        selectPoints(m_program->slots, *m_program->root, m_program->height, count, columns,
-                     selection);
+        selectPoints(*m_program, count, blocks, decided, &selection);
+}
+
+std::size_t BoundFilter::count(std::size_t count, const BlockSource& blocks,
+                               const Decided& decided) const {
+    if (!m_program->root)
+        return count;
+    if (m_program->root->as<Constant>())
+        return 0;
+    return selectPoints(*m_program, count, blocks, decided, nullptr);
 }
 
 }  // namespace tarvo::engine::filter

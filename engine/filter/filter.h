@@ -14,6 +14,7 @@
 // several elements is an error that says which elements there are.
 #pragma once
 
+#include "engine/codec/block.h"
 #include "engine/schema/attribute.h"
 #include "engine/schema/column.h"
 
@@ -56,12 +57,16 @@ struct ElementRef {
 
 enum class Decision { None, All, Look };
 
+// What the statistics of a node tell of the conditions that a filter is made of, by their numbers:
+// those that hold for all of its points or for none need no look.
+using Decided = std::vector<Decision>;
+
 // The points of a batch that pass: ascending indexes.
 using Selection = std::vector<std::uint32_t>;
 
-// Gives the column of a slot (index into BoundFilter::elements()); called at most once per slot
-// and batch, only for columns that are needed; the column must live until select returns.
-using ColumnSource = std::function<const schema::Column&(std::size_t slot)>;
+// Gives the block of a slot (index into BoundFilter::elements()); called at most once per slot
+// and batch, only for those that are needed; the block must live until select or count returns.
+using BlockSource = std::function<const codec::Block&(std::size_t slot)>;
 
 // An expression bound to the attributes of a file: immutable, so any number of threads may use it
 // at the same time.
@@ -81,12 +86,19 @@ public:
 
     // What the statistics of a node (in the order of elements()) tell about all of its points, by
     // interval arithmetic over values, invalid values included. Never says None or All wrongly.
-    Decision decide(std::span<const schema::ElementStatistics> statistics) const;
+    // decided: takes what they tell of each condition, for select or count of the same points.
+    Decision decide(std::span<const schema::ElementStatistics> statistics,
+                    Decided* decided = nullptr) const;
 
     // Replaces selection by those points of [0, count) that pass, ascending. Comparisons of an
-    // element with a constant run on the codes; && and || narrow the selection, the cheapest
-    // part first; the rest is evaluated a column at a time in blocks that fit the cache.
-    void select(std::size_t count, const ColumnSource& columns, Selection& selection) const;
+    // element with a constant run on the codes, and only on runs whose bounds leave it open; && and
+    // || narrow the selection, the cheapest part first; the rest is evaluated a column at a time in
+    // blocks that fit the cache. decided: as decide gave it of these points, or empty.
+    void select(std::size_t count, const BlockSource& blocks, Selection& selection,
+                const Decided& decided = {}) const;
+    // How many select would give.
+    std::size_t count(std::size_t count, const BlockSource& blocks,
+                      const Decided& decided = {}) const;
 
 private:
     std::unique_ptr<const Program> m_program;

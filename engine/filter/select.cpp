@@ -1,5 +1,6 @@
 // Evaluates a bound filter for the points of a batch, in blocks that stay in the cache.
 #include "engine/base/error.h"
+#include "engine/base/instructions.h"
 #include "engine/base/spares.h"
 #include "engine/filter/arithmetic.h"
 #include "engine/filter/term.h"
@@ -32,7 +33,7 @@ struct Frame {
 
 struct Scratch {
     std::vector<std::unique_ptr<Frame>> frames;
-    std::vector<const schema::Column*> columns;
+    std::vector<const codec::Block*> blocks;
     std::array<std::uint64_t, blockSize> codes;
     std::array<std::uint8_t, blockSize> mask;
 };
@@ -44,50 +45,156 @@ std::size_t countSet(const std::uint8_t* mask, std::size_t count) {
     return sum;
 }
 
+Truth decideRun(const CodeSet& set, const codec::Block::Bounds& bounds) {
+    const bool all = bounds.low >= set.low && bounds.high <= set.high;
+    const bool some = bounds.low <= set.high && bounds.high >= set.low;
+    Truth truth = set.outside ? Truth{!all, some} : Truth{some, !all};
+    if (set.hasInvalid && set.invalidCode >= bounds.low && set.invalidCode <= bounds.high) {
+        truth.canBeTrue = truth.canBeTrue || set.invalidPasses;
+        truth.canBeFalse = truth.canBeFalse || !set.invalidPasses;
+    }
+    return truth;
+}
+
+// A code set for codes of a type.
 template <typename T>
-void maskCodes(const T* codes, const Lanes& lanes, const CodeSet& set, std::uint8_t* out) {
-    constexpr std::uint64_t most = std::numeric_limits<T>::max();
-    // Codes past the column's width don't occur in it.
-    const bool possible = set.low <= most;
-    const T low = static_cast<T>(possible ? set.low : 0);
-    const T span = static_cast<T>(possible ? std::min(set.high, most) - set.low : 0);
-    const auto flip = static_cast<std::uint8_t>(set.outside);
-    const auto none = static_cast<std::uint8_t>(set.outside ? 1 : 0);
-    if (!possible) {
-        std::fill_n(out, lanes.count, none);
-    } else if (lanes.list) {
-        for (std::size_t i = 0; i < lanes.count; ++i)
-            out[i] = static_cast<std::uint8_t>(static_cast<T>(codes[lanes.list[i]] - low) <= span) ^
-                     flip;
-    } else {
-        for (std::size_t i = 0; i < lanes.count; ++i)
-            out[i] = static_cast<std::uint8_t>(static_cast<T>(codes[i] - low) <= span) ^ flip;
+struct CodeTest {
+    T low;
+    T span;
+    T invalid;
+    std::uint8_t outside;
+    std::uint8_t isOnItsOwn;  // the invalid code: the range tells something else of it
+    std::uint8_t invalidPasses;
+
+    // Codes past the type don't occur; a range of none but such holds nothing.
+    explicit CodeTest(const CodeSet& set) {
+        constexpr std::uint64_t most = std::numeric_limits<T>::max();
+        const bool possible = set.low <= most;
+        low = static_cast<T>(possible ? set.low : 0);
+        span = static_cast<T>(possible ? std::min(set.high, most) - set.low : most);
+        outside = possible ? set.outside : !set.outside;
+        const bool inside = set.invalidCode >= set.low && set.invalidCode <= set.high;
+        isOnItsOwn = set.hasInvalid && set.invalidCode <= most &&
+                     (inside != set.outside) != set.invalidPasses;
+        invalid = static_cast<T>(set.invalidCode);
+        invalidPasses = set.invalidPasses;
     }
-    if (!set.hasInvalid || set.invalidCode > most)
-        return;
-    const bool inside = set.invalidCode >= set.low && set.invalidCode <= set.high;
-    if ((inside != set.outside) == set.invalidPasses)
-        return;
-    const T invalid = static_cast<T>(set.invalidCode);
-    const auto passes = static_cast<std::uint8_t>(set.invalidPasses);
-    for (std::size_t i = 0; i < lanes.count; ++i) {
-        const T code = codes[lanes.list ? lanes.list[i] : i];
-        out[i] = code == invalid ? passes : out[i];
+    std::uint8_t operator()(T code) const {
+        if (isOnItsOwn && code == invalid)
+            return invalidPasses;
+        return static_cast<std::uint8_t>(static_cast<T>(code - low) <= span) ^ outside;
     }
+};
+
+// Bytes may stand for anything: without its own count and the promise that nothing overlaps, a loop
+// over masks goes byte by byte.
+void joinMasks(bool conjunction, const std::uint8_t* __restrict mask, std::size_t count,
+               std::uint8_t* __restrict out) {
+    if (conjunction)
+        for (std::size_t i = 0; i < count; ++i)
+            out[i] &= mask[i];
+    else
+        for (std::size_t i = 0; i < count; ++i)
+            out[i] |= mask[i];
+}
+
+void invertMask(std::size_t count, std::uint8_t* mask) {
+    for (std::size_t i = 0; i < count; ++i)
+        mask[i] ^= 1;
+}
+
+template <Operator operation, typename T>
+void compareLoop(const T* __restrict a, const T* __restrict b, std::size_t count,
+                 std::uint8_t* __restrict out) {
+    for (std::size_t i = 0; i < count; ++i)
+        out[i] = compare<operation>(a[i], b[i]);
+}
+
+template <typename T>
+__attribute__((always_inline)) inline void testLoop(const CodeTest<T>& test,
+                                                    const T* __restrict codes, std::size_t count,
+                                                    std::uint8_t* __restrict out) {
+    const T low = test.low, span = test.span, invalid = test.invalid;
+    const std::uint8_t outside = test.outside, invalidPasses = test.invalidPasses;
+    for (std::size_t i = 0; i < count; ++i)
+        out[i] = static_cast<std::uint8_t>(static_cast<T>(codes[i] - low) <= span) ^ outside;
+    if (test.isOnItsOwn)
+        for (std::size_t i = 0; i < count; ++i)
+            out[i] = codes[i] == invalid ? invalidPasses : out[i];
+}
+
+template <typename T>
+QRB_WIDE void testWide(const CodeTest<T>& test, const T* codes, std::size_t count,
+                       std::uint8_t* out) {
+    testLoop(test, codes, count, out);
+}
+
+template <typename T>
+void testCodes(const CodeTest<T>& test, const T* codes, std::size_t count, std::uint8_t* out) {
+    if (wideInstructions().load(std::memory_order_relaxed))
+        testWide(test, codes, count, out);
+    else
+        testLoop(test, codes, count, out);
+}
+
+// Calls function(begin, end, run) for the lanes of each run of the block.
+template <typename Function>
+void eachRun(const Lanes& lanes, const Function& function) {
+    const auto position = [&](std::size_t i) {
+        return lanes.begin + (lanes.list ? lanes.list[i] : i);
+    };
+    for (std::size_t begin = 0; begin < lanes.count;) {
+        const std::size_t run = position(begin) / codec::runLength;
+        std::size_t end = begin;
+        if (lanes.list)
+            while (end < lanes.count && position(end) / codec::runLength == run)
+                ++end;
+        else
+            end = std::min(lanes.count, begin + codec::runLength);
+        function(begin, end, run);
+        begin = end;
+    }
+}
+
+template <typename T>
+void maskCodes(const codec::Block& block, const Lanes& lanes, const CodeSet& set,
+               std::uint8_t* out) {
+    const CodeTest<T> test(set);
+    alignas(64) T room[codec::runLength];
+    eachRun(lanes, [&](std::size_t begin, std::size_t end, std::size_t run) {
+        if (const Decision decision = decisionOf(decideRun(set, block.bounds(run)));
+            decision != Decision::Look) {
+            std::fill(out + begin, out + end, decision == Decision::All);
+        } else if (!lanes.list) {
+            testCodes(test, block.run(run, room), end - begin, out + begin);
+        } else if (end - begin < 16) {
+            for (std::size_t i = begin; i < end; ++i)
+                out[i] = test(block.code<T>(lanes.begin + lanes.list[i]));
+        } else {
+            const T* const codes = block.run(run, room);
+            for (std::size_t i = begin; i < end; ++i)
+                out[i] = test(codes[(lanes.begin + lanes.list[i]) % codec::runLength]);
+        }
+    });
 }
 
 class Evaluator {
 public:
-    Evaluator(const std::vector<Slot>& slots, const ColumnSource& source, std::size_t count,
-              Scratch& scratch)
-        : m_slots(slots), m_source(source), m_count(count), m_scratch(scratch) {}
+    Evaluator(const std::vector<Slot>& slots, const BlockSource& source, std::size_t count,
+              const Decided& decided, Scratch& scratch)
+        : m_slots(slots),
+          m_source(source),
+          m_count(count),
+          m_decided(decided),
+          m_scratch(scratch) {}
 
     // Sets out of each lane to 1 where the condition holds, else 0.
     void condition(const Term& term, const Lanes& lanes, std::size_t depth, std::uint8_t* out) {
-        if (const auto* codes = term.as<Codes>()) {
-            column(codes->slot).visit([&]<typename T>(std::span<const T> all) {
-                maskCodes<T>(all.data() + lanes.begin, lanes, codes->set, out);
-            });
+        if (const Decision known = decision(term); known != Decision::Look) {
+            std::fill_n(out, lanes.count, known == Decision::All);
+        } else if (const auto* codes = term.as<Codes>()) {
+            const codec::Block& own = block(codes->slot);
+            own.visit([&]<typename T>(T) { maskCodes<T>(own, lanes, codes->set, out); });
         } else if (const auto* own = term.as<Comparison>()) {
             const Type a = own->left->type, b = own->right->type;
             if (a == Type::Real || b == Type::Real)
@@ -105,8 +212,7 @@ public:
                 notZero<std::int64_t>(*value->operand, lanes, depth, out);
         } else if (const auto* inner = term.as<Not>()) {
             condition(*inner->operand, lanes, depth + 1, out);
-            for (std::size_t i = 0; i < lanes.count; ++i)
-                out[i] ^= 1;
+            invertMask(lanes.count, out);
         } else if (const auto* own = term.as<Junction>()) {
             junction(*own, lanes, depth, out);
         } else {
@@ -115,12 +221,16 @@ public:
     }
 
 private:
-    const schema::Column& column(std::size_t slot) {
-        const schema::Column*& known = m_scratch.columns[slot];
+    Decision decision(const Term& term) const {
+        return m_decided.empty() ? Decision::Look : m_decided[term.number];
+    }
+
+    const codec::Block& block(std::size_t slot) {
+        const codec::Block*& known = m_scratch.blocks[slot];
         if (!known) {
-            const schema::Column& given = m_source(slot);
+            const codec::Block& given = m_source(slot);
             if (given.size() < m_count)
-                throw Failure(ErrorCode::Internal, "A filter got a column of " +
+                throw Failure(ErrorCode::Internal, "A filter got a block of " +
                                                        std::to_string(given.size()) + " for " +
                                                        std::to_string(m_count) + " points.");
             known = &given;
@@ -133,9 +243,16 @@ private:
     void junction(const Junction& term, const Lanes& lanes, std::size_t depth, std::uint8_t* out) {
         Frame& frame = *m_scratch.frames[depth];
         const bool conjunction = term.conjunction;
-        condition(*term.operands[0], lanes, depth + 1, out);
-        std::size_t next = 1;
-        for (; next < term.operands.size(); ++next) {
+        // What all points pass says nothing in a conjunction, nor what none passes in a
+        // disjunction.
+        const Decision neutral = conjunction ? Decision::All : Decision::None;
+        std::size_t next = 0;
+        while (next + 1 < term.operands.size() && decision(*term.operands[next]) == neutral)
+            ++next;
+        condition(*term.operands[next], lanes, depth + 1, out);
+        for (++next; next < term.operands.size(); ++next) {
+            if (decision(*term.operands[next]) == neutral)
+                continue;
             const std::size_t set = countSet(out, lanes.count);
             const std::size_t open = conjunction ? set : lanes.count - set;
             if (open == 0)
@@ -143,12 +260,7 @@ private:
             if (open * 8 < lanes.count)
                 break;
             condition(*term.operands[next], lanes, depth + 1, frame.mask.data());
-            if (conjunction)
-                for (std::size_t i = 0; i < lanes.count; ++i)
-                    out[i] &= frame.mask[i];
-            else
-                for (std::size_t i = 0; i < lanes.count; ++i)
-                    out[i] |= frame.mask[i];
+            joinMasks(conjunction, frame.mask.data(), lanes.count, out);
         }
         if (next == term.operands.size())
             return;
@@ -162,6 +274,8 @@ private:
                 ++some.count;
             }
         for (; next < term.operands.size() && some.count > 0; ++next) {
+            if (decision(*term.operands[next]) == neutral)
+                continue;
             condition(*term.operands[next], some, depth + 1, frame.mask.data());
             std::size_t kept = 0;
             for (std::size_t i = 0; i < some.count; ++i) {
@@ -193,8 +307,7 @@ private:
         valueAs<T>(*term.left, lanes, depth + 1, a);
         valueAs<T>(*term.right, lanes, depth + 1, b);
         const auto run = [&]<Operator operation>() {
-            for (std::size_t i = 0; i < lanes.count; ++i)
-                out[i] = compare<operation>(a[i], b[i]);
+            compareLoop<operation>(a, b, lanes.count, out);
         };
         if (term.operation == Operator::Equal)
             run.template operator()<Operator::Equal>();
@@ -208,7 +321,8 @@ private:
     void notZero(const Term& term, const Lanes& lanes, std::size_t depth, std::uint8_t* out) {
         T* const a = firstOf<T>(depth);
         value<T>(term, lanes, depth + 1, a);
-        for (std::size_t i = 0; i < lanes.count; ++i)
+        const std::size_t count = lanes.count;
+        for (std::size_t i = 0; i < count; ++i)
             out[i] = static_cast<std::uint8_t>((a[i] < 0) | (a[i] > 0));
     }
 
@@ -257,14 +371,15 @@ private:
     void element(std::size_t slot, const Lanes& lanes, T* out) {
         const schema::Grid& grid = m_slots[slot].grid;
         std::uint64_t* const codes = m_scratch.codes.data();
-        column(slot).visit([&]<typename Code>(std::span<const Code> all) {
-            const Code* const own = all.data() + lanes.begin;
-            if (lanes.list)
-                for (std::size_t i = 0; i < lanes.count; ++i)
-                    codes[i] = own[lanes.list[i]];
-            else
-                for (std::size_t i = 0; i < lanes.count; ++i)
-                    codes[i] = own[i];
+        const codec::Block& own = block(slot);
+        own.visit([&]<typename Code>(Code) {
+            alignas(64) Code room[codec::runLength];
+            eachRun(lanes, [&](std::size_t begin, std::size_t end, std::size_t run) {
+                const Code* const all = own.run(run, room);
+                for (std::size_t i = begin; i < end; ++i)
+                    codes[i] = all[lanes.list ? (lanes.begin + lanes.list[i]) % codec::runLength
+                                              : i - begin];
+            });
         });
         if constexpr (std::is_same_v<T, double>) {
             grid.values({codes, lanes.count}, out);
@@ -330,14 +445,14 @@ private:
     }
 
     const std::vector<Slot>& m_slots;
-    const ColumnSource& m_source;
+    const BlockSource& m_source;
     std::size_t m_count;
+    const Decided& m_decided;
     Scratch& m_scratch;
 };
 
-// Appends begin + i for each i with mask[i] set.
-std::size_t appendSet(const std::uint8_t* mask, std::size_t count, std::size_t begin,
-                      std::uint32_t* out) {
+// Appends begin + i for each i with mask[i] set; writes one behind them.
+void appendSet(const std::uint8_t* mask, std::size_t count, std::size_t begin, std::uint32_t* out) {
     std::size_t kept = 0;
     std::size_t i = 0;
     for (; i + 8 <= count; i += 8) {
@@ -354,32 +469,36 @@ std::size_t appendSet(const std::uint8_t* mask, std::size_t count, std::size_t b
         out[kept] = static_cast<std::uint32_t>(begin + i);
         kept += mask[i];
     }
-    return kept;
 }
 
 }  // namespace
 
-void selectPoints(const std::vector<Slot>& slots, const Term& root, unsigned height,
-                  std::size_t count, const ColumnSource& columns, Selection& selection) {
+std::size_t selectPoints(const Program& program, std::size_t count, const BlockSource& blocks,
+                         const Decided& decided, Selection* selection) {
     if (count > UINT32_MAX)
         throw Failure(ErrorCode::Internal, "A batch of " + std::to_string(count) +
                                                " points is too large to be filtered.");
     static Spares<Scratch> scratches;
     const Spares<Scratch>::Loan scratch(scratches);
-    while (scratch->frames.size() < height + 1)
+    while (scratch->frames.size() < program.height + 1)
         scratch->frames.push_back(std::unique_ptr<Frame>(new Frame));
-    scratch->columns.assign(slots.size(), nullptr);
-    selection.resize(count);
+    scratch->blocks.assign(program.slots.size(), nullptr);
     std::size_t kept = 0;
-    Evaluator evaluator(slots, columns, count, *scratch);
+    Evaluator evaluator(program.slots, blocks, count, decided, *scratch);
     std::uint8_t* const mask = scratch->mask.data();
     for (std::size_t begin = 0; begin < count; begin += blockSize) {
         const std::size_t length = std::min(blockSize, count - begin);
-        evaluator.condition(root, {begin, length, nullptr}, 0, mask);
-        // Within the room for all points: no more were kept before than looked at.
-        kept += appendSet(mask, length, begin, selection.data() + kept);
+        evaluator.condition(*program.root, {begin, length, nullptr}, 0, mask);
+        const std::size_t own = countSet(mask, length);
+        if (selection && own > 0) {
+            // Behind the last one, a place that is written and not counted.
+            selection->resize(kept + own + 1);
+            appendSet(mask, length, begin, selection->data() + kept);
+            selection->resize(kept + own);
+        }
+        kept += own;
     }
-    selection.resize(kept);
+    return kept;
 }
 
 }  // namespace tarvo::engine::filter

@@ -81,6 +81,7 @@ struct Term {
     Type type = Type::Integer;  // of the value
     Interval bounds;            // of the value, whatever the points
     float cost = 0;             // of evaluating it for a point, for the order of junctions
+    std::uint32_t number = 0;   // among the terms of the program
 
     // Null where the term is none.
     template <typename T>
@@ -129,16 +130,21 @@ struct Program {
     std::vector<Slot> slots;
     std::vector<ElementRef> elements;  // of the slots
     unsigned height = 0;               // terms on the longest way down
+    std::uint32_t terms = 0;           // how many there are
 };
 
 // Throws Failure(Filter).
 std::unique_ptr<const Program> bind(const Expression& expression,
                                     const schema::AttributeTable& table);
 
-Truth decideTerm(const Term& term, const std::vector<Slot>& slots,
-                 std::span<const schema::ElementStatistics> statistics);
+Decision decisionOf(const Truth& truth);
 
-void selectPoints(const std::vector<Slot>& slots, const Term& root, unsigned height,
-                  std::size_t count, const ColumnSource& columns, Selection& selection);
+// decided: by number, takes what is told of the conditions that were looked at; null: nothing.
+Truth decideTerm(const Term& term, const std::vector<Slot>& slots,
+                 std::span<const schema::ElementStatistics> statistics, Decided* decided = nullptr);
+
+// selection: takes the points that pass; null: they are only counted. Returns how many.
+std::size_t selectPoints(const Program& program, std::size_t count, const BlockSource& blocks,
+                         const Decided& decided, Selection* selection);
 
 }  // namespace tarvo::engine::filter

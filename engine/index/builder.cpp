@@ -67,17 +67,17 @@ TreeBuilder::TreeBuilder(const KeySpace& space, const schema::AttributeTable& ta
       m_settings(settings),
       m_backend(backend) {}
 
-void TreeBuilder::insert(Node& root, RowMerger& rows) {
+void TreeBuilder::insert(Node& root, PointMerger& points) {
     root.level = 0;
     root.first = 0;
     root.last = m_space.last(0, 0);
     open(root);
-    insertBelow(root, rows);
+    insertBelow(root, points);
     finish(root);
 }
 
 Node TreeBuilder::buildLeaf(Key first, Key last, unsigned level, std::size_t count,
-                            RowMerger& rows) {
+                            PointMerger& points) {
     Node leaf;
     leaf.id = m_backend.newNodeId();
     leaf.level = static_cast<std::uint8_t>(level);
@@ -85,16 +85,15 @@ Node TreeBuilder::buildLeaf(Key first, Key last, unsigned level, std::size_t cou
     leaf.first = first;
     leaf.last = last;
     leaf.totalCount = leaf.ownCount = count;
-    leaf.content = m_backend.writeLeaf(rows.front(), count);
-    rows.pop(count);
+    leaf.content = m_backend.writeLeaf(points.take(last, count), count);
     return leaf;
 }
 
-// Builds nodes for the next rows that lie in the cells before `end` of those that the cell at
+// Builds nodes for the next points that lie in the cells before `end` of those that the cell at
 // `level` - 1 that begins at parentFirst is divided into. Neighbouring cells share a leaf while it
 // has room.
 std::vector<Node> TreeBuilder::buildCells(Key parentFirst, unsigned level, unsigned end,
-                                          RowMerger& rows) {
+                                          PointMerger& points) {
     const std::size_t capacity = m_settings.capacity;
     const bool divideAlways = m_settings.leafLevel != 0 && level < m_cells.leafLevel;
     const auto lastOf = [&](unsigned cell) {
@@ -102,10 +101,10 @@ std::vector<Node> TreeBuilder::buildCells(Key parentFirst, unsigned level, unsig
     };
     std::vector<Node> nodes;
     const Key last = lastOf(end - 1);
-    while (!rows.atEnd() && rows.nextKey() <= last) {
-        const unsigned cell = m_space.child(rows.nextKey(), level);
+    while (!points.atEnd() && points.nextKey() <= last) {
+        const unsigned cell = m_space.child(points.nextKey(), level);
         const Key first = m_space.childFirst(parentFirst, level - 1, cell);
-        std::size_t count = rows.countUpTo(lastOf(cell), capacity + 1);
+        std::size_t count = points.countUpTo(lastOf(cell), capacity + 1);
         if (level < m_cells.leafLevel && (count > capacity || divideAlways)) {
             Node inner;
             inner.id = m_backend.newNodeId();
@@ -113,7 +112,7 @@ std::vector<Node> TreeBuilder::buildCells(Key parentFirst, unsigned level, unsig
             inner.revision = m_settings.revision;
             inner.first = first;
             inner.last = lastOf(cell);
-            inner.children = buildCells(first, level + 1, m_space.fanout(), rows);
+            inner.children = buildCells(first, level + 1, m_space.fanout(), points);
             // A chain of only children says nothing: the lowest stands for all.
             if (inner.children.size() == 1 && !inner.children[0].isLeaf()) {
                 nodes.push_back(std::move(inner.children[0]));
@@ -122,32 +121,32 @@ std::vector<Node> TreeBuilder::buildCells(Key parentFirst, unsigned level, unsig
                 nodes.push_back(std::move(inner));
             }
         } else if (count > capacity) {
-            nodes.push_back(buildLeaf(first, lastOf(cell), level, capacity, rows));
+            nodes.push_back(buildLeaf(first, lastOf(cell), level, capacity, points));
         } else {
             unsigned lastCell = cell;
             if (m_settings.leafLevel == 0)
                 while (lastCell + 1 < end) {
-                    const std::size_t more = rows.countUpTo(lastOf(lastCell + 1), capacity + 1);
+                    const std::size_t more = points.countUpTo(lastOf(lastCell + 1), capacity + 1);
                     if (more > capacity)
                         break;
                     count = more;
                     ++lastCell;
                 }
-            nodes.push_back(buildLeaf(first, lastOf(lastCell), level, count, rows));
+            nodes.push_back(buildLeaf(first, lastOf(lastCell), level, count, points));
         }
     }
     return nodes;
 }
 
-// Adds the rows of one cell to the nodes that stand in it.
+// Adds the points of one cell to the nodes that stand in it.
 std::vector<Node> TreeBuilder::insertIntoCell(Key parentFirst, unsigned level, unsigned child,
-                                              std::vector<Node> existing, RowMerger& rows) {
+                                              std::vector<Node> existing, PointMerger& points) {
     const Key first = m_space.childFirst(parentFirst, level - 1, child);
     const Key last = m_space.last(first, level);
     if (existing.size() == 1 && !existing[0].isLeaf() && existing[0].first == first &&
         existing[0].last == last) {
         open(existing[0]);
-        insertBelow(existing[0], rows);
+        insertBelow(existing[0], points);
         finish(existing[0]);
         return existing;
     }
@@ -158,7 +157,7 @@ std::vector<Node> TreeBuilder::insertIntoCell(Key parentFirst, unsigned level, u
     inner.first = first;
     inner.last = last;
     inner.children = std::move(existing);
-    insertBelow(inner, rows);
+    insertBelow(inner, points);
     if (inner.children.size() == 1 && !inner.children[0].isLeaf())
         return std::move(inner.children);
     finish(inner);
@@ -176,7 +175,7 @@ void TreeBuilder::open(Node& node) {
     requireCells(node, node.children, m_cells);
 }
 
-void TreeBuilder::insertBelow(Node& node, RowMerger& rows) {
+void TreeBuilder::insertBelow(Node& node, PointMerger& points) {
     node.revision = m_settings.revision;
     dropOwnPoints(node);
     const unsigned level = node.level + 1u;
@@ -194,7 +193,7 @@ void TreeBuilder::insertBelow(Node& node, RowMerger& rows) {
             // Cells without a node, up to the next node.
             const unsigned end =
                 at == old.size() ? m_space.fanout() : m_space.child(old[at].first, level);
-            append(buildCells(node.first, level, end, rows));
+            append(buildCells(node.first, level, end, points));
             cell = end;
             continue;
         }
@@ -206,19 +205,19 @@ void TreeBuilder::insertBelow(Node& node, RowMerger& rows) {
             existing.push_back(std::move(old[at++]));
         }
         const unsigned lastCell = m_space.child(last, level);
-        if (rows.countUpTo(last, 1) == 0) {
+        if (points.countUpTo(last, 1) == 0) {
             append(std::move(existing));
         } else if (existing.back().isLeaf() && existing.back().level == level) {
             Node leaf = std::move(existing.back());
             existing.pop_back();
             append(std::move(existing));
-            rows.insert(m_backend.readLeaf(leaf));
-            std::vector<Node> built = buildCells(node.first, level, lastCell + 1, rows);
+            points.insert(m_backend.readLeaf(leaf));
+            std::vector<Node> built = buildCells(node.first, level, lastCell + 1, points);
             if (built.size() == 1 && built[0].isLeaf())
                 built[0].id = leaf.id;
             append(std::move(built));
         } else {
-            append(insertIntoCell(node.first, level, cell, std::move(existing), rows));
+            append(insertIntoCell(node.first, level, cell, std::move(existing), points));
         }
         cell = lastCell + 1;
     }

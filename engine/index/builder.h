@@ -1,10 +1,10 @@
-// Puts sorted rows into a tree: new leaves where there were none, full leaves split, everything
-// that gets no row left as it is. Memory is bounded by the page size and the capacity of a leaf,
+// Puts sorted points into a tree: new leaves where there were none, full leaves split, everything
+// that gets no point left as it is. Memory is bounded by the page size and the capacity of a leaf,
 // whatever the number of points.
 #pragma once
 
 #include "engine/index/node.h"
-#include "engine/index/rows.h"
+#include "engine/index/pointmerger.h"
 #include "engine/index/shape.h"
 
 #include <cstdint>
@@ -18,12 +18,12 @@ class BuilderBackend {
 public:
     virtual ~BuilderBackend() = default;
 
-    // Encodes and stores a leaf of these rows (in key order); what comes back may be filled later.
-    virtual std::shared_ptr<LeafContent> writeLeaf(const std::uint8_t* rows, std::size_t count) = 0;
+    // Encodes and stores a leaf of these points; what comes back may be filled later.
+    virtual std::shared_ptr<LeafContent> writeLeaf(RunParts points, std::size_t count) = 0;
     // Waits until the content is filled.
     virtual void complete(LeafContent& content) = 0;
-    // The rows of a stored leaf, sorted by key.
-    virtual std::vector<std::uint8_t> readLeaf(const Node& leaf) = 0;
+    // The points of a stored leaf.
+    virtual std::shared_ptr<SortedRun> readLeaf(const Node& leaf) = 0;
     virtual Page readPage(const BlobRef& reference) = 0;
     virtual BlobRef writePage(const Page& page) = 0;
     virtual std::uint32_t newNodeId() = 0;
@@ -42,17 +42,18 @@ public:
     TreeBuilder(const KeySpace& space, const schema::AttributeTable& table,
                 const BuilderSettings& settings, BuilderBackend& backend);
 
-    // Adds all rows to the tree below root, which keeps its id and covers every key. Throws
+    // Adds all points to the tree below root, which keeps its id and covers every key. Throws
     // Failure(Damaged) where what is there is not what a builder makes.
-    void insert(Node& root, RowMerger& rows);
+    void insert(Node& root, PointMerger& points);
 
 private:
-    std::vector<Node> buildCells(Key parentFirst, unsigned level, unsigned end, RowMerger& rows);
-    Node buildLeaf(Key first, Key last, unsigned level, std::size_t count, RowMerger& rows);
+    std::vector<Node> buildCells(Key parentFirst, unsigned level, unsigned end,
+                                 PointMerger& points);
+    Node buildLeaf(Key first, Key last, unsigned level, std::size_t count, PointMerger& points);
     void open(Node& node);
-    void insertBelow(Node& node, RowMerger& rows);
+    void insertBelow(Node& node, PointMerger& points);
     std::vector<Node> insertIntoCell(Key parentFirst, unsigned level, unsigned child,
-                                     std::vector<Node> existing, RowMerger& rows);
+                                     std::vector<Node> existing, PointMerger& points);
     void finish(Node& node);
     void complete(Node& leaf);
 

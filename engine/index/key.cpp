@@ -18,6 +18,30 @@ std::uint64_t spreadBy3(std::uint64_t x) {
     return x;
 }
 
+// The low 10 bits.
+std::uint32_t spread10By3(std::uint32_t x) {
+    x &= 0x3ff;
+    x = (x | x << 16) & 0xff0000ff;
+    x = (x | x << 8) & 0x0300f00f;
+    x = (x | x << 4) & 0x030c30c3;
+    x = (x | x << 2) & 0x09249249;
+    return x;
+}
+
+// The low 16 bits, so that a zero bit follows each.
+std::uint32_t spreadBy2(std::uint32_t x) {
+    x &= 0xffff;
+    x = (x | x << 8) & 0x00ff00ff;
+    x = (x | x << 4) & 0x0f0f0f0f;
+    x = (x | x << 2) & 0x33333333;
+    x = (x | x << 1) & 0x55555555;
+    return x;
+}
+
+std::uint32_t spreadBy4(std::uint32_t x) {
+    return spreadBy2(spreadBy2(x & 0xff));
+}
+
 }  // namespace
 
 KeySpace::KeySpace(const schema::Attribute& primary)
@@ -48,6 +72,30 @@ Key KeySpace::key(const std::uint64_t* codes) const {
         for (unsigned d = 0; d < m_dimensions; ++d)
             result = result << 1 | (codes[d] >> shift >> bit & 1);
     return result;
+}
+
+void KeySpace::cells(std::span<const std::uint64_t> codes, unsigned level, unsigned levels,
+                     std::span<std::uint32_t> out) const {
+    const unsigned shift = m_bits - level;
+    const std::uint32_t mask = levels == 32 ? ~0u : (1u << levels) - 1;
+    const std::size_t count = out.size();
+    std::fill(out.begin(), out.end(), 0);
+    for (unsigned d = 0; d < m_dimensions; ++d) {
+        const auto add = [&](auto spread) {
+            const std::uint64_t* code = codes.data() + d * count;
+            for (std::size_t i = 0; i < count; ++i)
+                out[i] = out[i] << 1 | spread(static_cast<std::uint32_t>(code[i] >> shift) & mask);
+        };
+        // A level more would not fit: the highest bits of what is spread are zero.
+        if (m_dimensions == 1)
+            add([](std::uint32_t part) { return part; });
+        else if (m_dimensions == 2)
+            add(spreadBy2);
+        else if (m_dimensions == 3)
+            add(spread10By3);
+        else
+            add(spreadBy4);
+    }
 }
 
 }  // namespace tarvo::engine::index

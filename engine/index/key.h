@@ -6,6 +6,7 @@
 #include "engine/schema/attribute.h"
 
 #include <cstdint>
+#include <span>
 
 namespace tarvo::engine::index {
 
@@ -29,6 +30,10 @@ public:
 
     // codes: one per dimension.
     Key key(const std::uint64_t* codes) const;
+    // Of many points: for each the lowest `levels` * dimensions() bits, at most 32, of the cell at
+    // `level` that holds it. codes: of all points, one dimension after the other.
+    void cells(std::span<const std::uint64_t> codes, unsigned level, unsigned levels,
+               std::span<std::uint32_t> out) const;
 
     // The range of keys of the cell at `level` (0: everything) that holds the key.
     Key first(Key key, unsigned level) const { return key & ~mask(level); }

@@ -88,7 +88,53 @@ void hold(std::uint64_t& held, std::uint64_t bytes, const ByteReader& in) {
         in.fail("more than fits in memory");
 }
 
-Node readNode(ByteReader& in, unsigned depth, std::uint64_t& held) {
+ElementData readElement(ByteReader& in) {
+    ElementData element;
+    const auto bits = in.number<std::uint8_t>();
+    schema::ElementStatistics& statistics = element.statistics;
+    statistics.hasValid = bits & hasValid;
+    statistics.hasInvalid = bits & hasInvalid;
+    if (statistics.hasValid) {
+        statistics.minimum = in.varint();
+        statistics.maximum = statistics.minimum + in.varint(UINT64_MAX - statistics.minimum);
+    }
+    if (bits & hasBlock)
+        element.block = readReference(in);
+    return element;
+}
+
+// The same checks for an outline, which keeps nothing of what it reads.
+void readAttributes(ByteReader& in, Node& node, PageContents contents, std::uint64_t& held) {
+    const bool kept = contents == PageContents::All;
+    const std::uint64_t attributes = in.varint(in.left() / 3);
+    if (kept) {
+        hold(held, attributes * sizeof(AttributeData), in);
+        node.attributes.reserve(attributes);
+    }
+    std::uint32_t last = 0;
+    for (std::uint64_t i = 0; i < attributes; ++i) {
+        AttributeData attribute;
+        attribute.uid = static_cast<std::uint32_t>(in.varint(UINT32_MAX));
+        if (i > 0 && attribute.uid <= last)
+            in.fail("attributes out of order");
+        last = attribute.uid;
+        attribute.revision = static_cast<std::uint32_t>(in.varint(UINT32_MAX));
+        const std::uint64_t elements = in.varint(schema::maximumLength);
+        if (kept) {
+            hold(held, elements * sizeof(ElementData), in);
+            attribute.elements.reserve(elements);
+        }
+        for (std::uint64_t e = 0; e < elements; ++e) {
+            const ElementData element = readElement(in);
+            if (kept)
+                attribute.elements.push_back(element);
+        }
+        if (kept)
+            node.attributes.push_back(std::move(attribute));
+    }
+}
+
+Node readNode(ByteReader& in, unsigned depth, PageContents contents, std::uint64_t& held) {
     if (depth > maximumDepth)
         in.fail("nodes too deep below each other");
     Node node;
@@ -105,33 +151,7 @@ Node readNode(ByteReader& in, unsigned depth, std::uint64_t& held) {
     if (node.last < node.first || node.ownCount > node.totalCount ||
         (flags == 0 && node.totalCount != node.ownCount))
         in.fail("a node that can't be");
-    const std::uint64_t attributes = in.varint(in.left() / 3);
-    hold(held, attributes * sizeof(AttributeData), in);
-    node.attributes.reserve(attributes);
-    for (std::uint64_t i = 0; i < attributes; ++i) {
-        AttributeData attribute;
-        attribute.uid = static_cast<std::uint32_t>(in.varint(UINT32_MAX));
-        if (i > 0 && attribute.uid <= node.attributes.back().uid)
-            in.fail("attributes out of order");
-        attribute.revision = static_cast<std::uint32_t>(in.varint(UINT32_MAX));
-        const std::uint64_t elements = in.varint(schema::maximumLength);
-        hold(held, elements * sizeof(ElementData), in);
-        attribute.elements.resize(elements);
-        for (ElementData& element : attribute.elements) {
-            const auto bits = in.number<std::uint8_t>();
-            schema::ElementStatistics& statistics = element.statistics;
-            statistics.hasValid = bits & hasValid;
-            statistics.hasInvalid = bits & hasInvalid;
-            if (statistics.hasValid) {
-                statistics.minimum = in.varint();
-                statistics.maximum =
-                    statistics.minimum + in.varint(UINT64_MAX - statistics.minimum);
-            }
-            if (bits & hasBlock)
-                element.block = readReference(in);
-        }
-        node.attributes.push_back(std::move(attribute));
-    }
+    readAttributes(in, node, contents, held);
     if (flags == hasChildPage) {
         node.childPage = readReference(in);
     } else if (flags == hasInlineChildren) {
@@ -141,7 +161,7 @@ Node readNode(ByteReader& in, unsigned depth, std::uint64_t& held) {
         hold(held, count * sizeof(Node), in);
         node.children.reserve(count);
         for (std::uint64_t i = 0; i < count; ++i)
-            node.children.push_back(readNode(in, depth + 1, held));
+            node.children.push_back(readNode(in, depth + 1, contents, held));
     }
     return node;
 }
@@ -185,7 +205,7 @@ Bytes encodePage(const Page& page) {
     return packed;
 }
 
-Page decodePage(ByteSpan bytes) {
+Page decodePage(ByteSpan bytes, PageContents contents) {
     constexpr const char* what = "a page of the index";
     const unsigned long long size = ZSTD_getFrameContentSize(bytes.data(), bytes.size());
     if (size > maximumPageSize)  // also the two values that mean "not known"
@@ -203,7 +223,7 @@ Page decodePage(ByteSpan bytes) {
     hold(held, count * sizeof(Node), in);
     page.reserve(count);
     for (std::uint64_t i = 0; i < count; ++i)
-        page.push_back(readNode(in, 0, held));
+        page.push_back(readNode(in, 0, contents, held));
     in.finish();
     return page;
 }

@@ -77,7 +77,9 @@ using Page = std::vector<Node>;
 // large to be read again; decodePage checks every number against what is possible and throws
 // Failure(Damaged).
 Bytes encodePage(const Page& page);
-Page decodePage(ByteSpan bytes);
+// Outline leaves the attributes out: they take most of the time and the memory.
+enum class PageContents { All, Outline };
+Page decodePage(ByteSpan bytes, PageContents contents = PageContents::All);
 
 // The bytes that a page takes in memory.
 std::size_t heldBytes(const Page& page);

@@ -2,16 +2,22 @@
 
 #include "numbers/numbertext.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <span>
 #include <type_traits>
+#include <utility>
 
 namespace tarvo::engine::query {
 
 namespace {
 
 using schema::Grid;
+
+// Values that are read at once.
+constexpr std::size_t pieceSize = 256;
 
 // Calls function(T{}) with the C++ type of a data type.
 template <typename Function>
@@ -73,12 +79,84 @@ T valueAs(const schema::Attribute& attribute, std::uint64_t code) {
     }
 }
 
+// The whole numbers of codes, where all that the grid knows fit the type.
+template <typename T, typename Code>
+bool convertWhole(const Grid& grid, std::span<const Code> codes, T* out) {
+    if (!grid.hasWholeValues() ||
+        grid.leastInteger() < static_cast<Grid::Wide>(std::numeric_limits<T>::min()) ||
+        grid.greatestInteger() > static_cast<Grid::Wide>(std::numeric_limits<T>::max()))
+        return false;
+    const std::uint64_t last = grid.invalidIsOffGrid() ? grid.invalidCode() : grid.maximumCode();
+    // Modulo the type's size: what fits is the same.
+    using Unsigned = std::make_unsigned_t<T>;
+    const auto first = static_cast<Unsigned>(grid.integerValue(0));
+    Code largest = 0;
+    for (std::size_t i = 0; i < codes.size(); ++i) {
+        out[i] = static_cast<T>(static_cast<Unsigned>(first + static_cast<Unsigned>(codes[i])));
+        largest = std::max(largest, codes[i]);
+    }
+    if (grid.invalidIsOffGrid() && largest == last)
+        for (std::size_t i = 0; i < codes.size(); ++i)
+            if (codes[i] == last)
+                out[i] = static_cast<T>(grid.integerValue(last));
+    return largest <= last;
+}
+
+// At most a piece.
+template <typename T, typename Code>
+void convert(const schema::Attribute& attribute, std::span<const Code> codes, T* out) {
+    if constexpr (std::is_same_v<T, double>) {
+        attribute.grid.values(codes, out);
+    } else if constexpr (std::is_same_v<T, float>) {
+        double values[pieceSize];
+        attribute.grid.values(codes, values);
+        std::transform(values, values + codes.size(), out,
+                       [](double value) { return static_cast<float>(value); });
+    } else if (!convertWhole(attribute.grid, codes, out)) {
+        std::transform(codes.begin(), codes.end(), out,
+                       [&](Code code) { return valueAs<T>(attribute, code); });
+    }
+}
+
 template <typename T>
 std::uint64_t codeOf(const schema::Attribute& attribute, T value) {
     if constexpr (std::is_integral_v<T>)
         if (attribute.grid.kind() == Grid::Kind::Integer)
             return attribute.grid.code(static_cast<Grid::Wide>(value));
     return attribute.grid.code(static_cast<double>(value));
+}
+
+// The codes of many values, unless one of them has to be looked at for itself.
+template <typename T>
+bool findCodes(const schema::Attribute& attribute, std::span<const T> values,
+               std::uint64_t* codes) {
+    const auto find = [&](auto example) {
+        using Number = decltype(example);
+        Number numbers[pieceSize];
+        std::copy(values.begin(), values.end(), numbers);
+        return attribute.grid.findAll(std::span<const Number>(numbers, values.size()), codes);
+    };
+    if constexpr (std::is_integral_v<T>)
+        if (attribute.grid.kind() == Grid::Kind::Integer)
+            return std::all_of(values.begin(), values.end(),
+                               [](T value) { return std::in_range<std::int64_t>(value); }) &&
+                   find(std::int64_t{});
+    return find(double{});
+}
+
+// Calls function(T{}) with the unsigned type of a width.
+template <typename Function>
+void withWidth(unsigned width, Function&& function) {
+    switch (width) {
+        case 1:
+            return function(std::uint8_t{});
+        case 2:
+            return function(std::uint16_t{});
+        case 4:
+            return function(std::uint32_t{});
+        default:
+            return function(std::uint64_t{});
+    }
 }
 
 }  // namespace
@@ -109,16 +187,29 @@ Failure constantFailure(const schema::Attribute& attribute) {
             "of all points."};
 }
 
-void writeValues(const schema::Attribute& attribute, const schema::Column& column,
-                 std::span<const std::uint32_t> rows, std::uint32_t type, std::uint8_t* out,
-                 std::ptrdiff_t stride) {
+void writeValues(const schema::Attribute& attribute, const codec::Block& block, const Rows& rows,
+                 std::uint32_t type, std::uint8_t* out, std::ptrdiff_t stride) {
     withType(type, [&](auto example) {
         using T = decltype(example);
-        column.visit([&](auto codes) {
-            for (const std::uint32_t row : rows) {
-                const T value = valueAs<T>(attribute, codes[row]);
-                std::memcpy(out, &value, sizeof value);
-                out += stride;
+        block.visit([&]<typename Code>(Code) {
+            Code codes[pieceSize];
+            T values[pieceSize];
+            for (std::size_t done = 0; done < rows.count;) {
+                const std::size_t count = std::min(pieceSize, rows.count - done);
+                const std::size_t begin = rows.begin + done;
+                if (rows.list)
+                    block.gather(std::span(*rows.list).subspan(begin, count), codes);
+                else
+                    block.read(begin, count, codes);
+                convert<T>(attribute, std::span<const Code>(codes, count), values);
+                done += count;
+                if (stride == sizeof(T)) {
+                    std::memcpy(out, values, count * sizeof(T));
+                    out += count * sizeof(T);
+                    continue;
+                }
+                for (std::size_t i = 0; i < count; ++i, out += stride)
+                    std::memcpy(out, &values[i], sizeof(T));
             }
         });
     });
@@ -134,15 +225,27 @@ void writeValue(const schema::Attribute& attribute, std::uint64_t code, std::uin
 
 void readCodes(const schema::Attribute& attribute, std::uint32_t type, const std::uint8_t* in,
                std::ptrdiff_t stride, std::size_t count, std::uint8_t* out, std::size_t outStride) {
-    const unsigned width = attribute.grid.width();
     withType(type, [&](auto example) {
-        for (std::size_t i = 0; i < count; ++i) {
-            auto value = example;
-            std::memcpy(&value, in, sizeof value);
-            const std::uint64_t code = codeOf(attribute, value);
-            std::memcpy(out, &code, width);  // little-endian: the low bytes come first
-            in += stride;
-            out += outStride;
+        using T = decltype(example);
+        // In pieces on the stack, one step after the other.
+        T values[pieceSize];
+        std::uint64_t codes[pieceSize];
+        for (std::size_t done = 0; done < count;) {
+            const std::span<T> piece(values, std::min(pieceSize, count - done));
+            for (T& value : piece) {
+                std::memcpy(&value, in, sizeof value);
+                in += stride;
+            }
+            if (!findCodes<T>(attribute, piece, codes))
+                for (std::size_t i = 0; i < piece.size(); ++i)
+                    codes[i] = codeOf(attribute, values[i]);
+            withWidth(attribute.grid.width(), [&](auto code) {
+                for (std::size_t i = 0; i < piece.size(); ++i, out += outStride) {
+                    code = static_cast<decltype(code)>(codes[i]);
+                    std::memcpy(out, &code, sizeof code);
+                }
+            });
+            done += piece.size();
         }
     });
 }

@@ -1,13 +1,12 @@
 // The caller's buffers: values of a data type at a stride, to and from codes.
 #pragma once
 
+#include "engine/codec/block.h"
 #include "engine/schema/attribute.h"
-#include "engine/schema/column.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <span>
 #include <vector>
 
 namespace tarvo::engine::query {
@@ -31,11 +30,17 @@ Binding makeBinding(const schema::AttributeTable& table, std::string_view descri
 // What a value of its own for a point meets where the attribute has one value for the whole file.
 Failure constantFailure(const schema::Attribute& attribute);
 
-// Writes the values of column[rows[i]] to out + i * stride. Throws Failure(Range) when a value
-// does not fit the type.
-void writeValues(const schema::Attribute& attribute, const schema::Column& column,
-                 std::span<const std::uint32_t> rows, std::uint32_t type, std::uint8_t* out,
-                 std::ptrdiff_t stride);
+// Some rows of a block: those that a list names or, without one, all from begin on.
+struct Rows {
+    std::size_t begin;  // in the list where there is one
+    std::size_t count;
+    const std::vector<std::uint32_t>* list = nullptr;
+};
+
+// Writes the values of the rows to out + i * stride. Throws Failure(Range) when a value does not
+// fit the type.
+void writeValues(const schema::Attribute& attribute, const codec::Block& block, const Rows& rows,
+                 std::uint32_t type, std::uint8_t* out, std::ptrdiff_t stride);
 
 // Writes one value.
 void writeValue(const schema::Attribute& attribute, std::uint64_t code, std::uint32_t type,

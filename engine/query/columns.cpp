@@ -3,54 +3,47 @@
 #include "engine/base/spares.h"
 #include "engine/codec/codec.h"
 
-#include <algorithm>
 #include <cstring>
 
 namespace tarvo::engine::query {
 
-namespace {
-
-schema::Column constantColumn(unsigned width, std::size_t count, std::uint64_t code) {
-    schema::Column column(width, count);
-    column.visit([code](auto codes) {
-        std::fill(codes.begin(), codes.end(),
-                  static_cast<typename decltype(codes)::value_type>(code));
-    });
-    return column;
-}
-
-}  // namespace
-
-std::shared_ptr<const schema::Column> readColumn(session::Session& session, const index::Node& node,
-                                                 const schema::Attribute& attribute,
-                                                 std::uint32_t element) {
+std::shared_ptr<const codec::Block> blockOf(session::Session& session, const index::Node& node,
+                                            const schema::Attribute& attribute,
+                                            std::uint32_t element) {
     const unsigned width = attribute.grid.width();
     const index::AttributeData* data = node.find(attribute.uid);
     if (!data || element >= data->elements.size() || !data->elements[element].block) {
         const schema::ElementStatistics statistics = index::statisticsOf(node, attribute, element);
-        const std::uint64_t code =
-            statistics.hasValid ? statistics.minimum : attribute.grid.invalidCode();
-        return std::make_shared<const schema::Column>(constantColumn(width, node.ownCount, code));
+        return std::make_shared<const codec::Block>(
+            width, node.ownCount,
+            statistics.hasValid ? statistics.minimum : attribute.grid.invalidCode());
     }
-    const BlobRef& block = data->elements[element].block;
-    if (auto cached = session.blobs().columns().get(block);
+    const BlobRef& reference = data->elements[element].block;
+    session::BlockCache& cache = session.blobs().blocks();
+    if (auto cached = cache.get(reference);
         cached && cached->width() == width && cached->size() == node.ownCount)
         return cached;
-    auto column =
-        std::make_shared<const schema::Column>(readBlock(session, node, attribute, element));
-    session.blobs().columns().put(block, column, column->bytes());
-    return column;
+    auto block = std::make_shared<const codec::Block>(readBlock(session, node, attribute, element));
+    cache.put(reference, block, block->bytes());
+    return block;
 }
 
-schema::Column readBlock(session::Session& session, const index::Node& node,
-                         const schema::Attribute& attribute, std::uint32_t element) {
+codec::Block readBlock(session::Session& session, const index::Node& node,
+                       const schema::Attribute& attribute, std::uint32_t element) {
     const BlobRef& block = node.find(attribute.uid)->elements[element].block;
     const std::string what =
         "a block of \"" + attribute.record.name + "\" in node " + std::to_string(node.id);
-    const Bytes bytes = session.blobs().read(block, what);
+    Bytes bytes = session.blobs().read(block, what);
     static Spares<codec::Decoder> decoders;
     const Spares<codec::Decoder>::Loan decoder(decoders);
-    return decoder->decode(bytes, attribute.grid.width(), node.ownCount, what);
+    return decoder->decode(std::move(bytes), attribute.grid.width(), node.ownCount, what);
+}
+
+std::shared_ptr<const schema::Column> readColumn(session::Session& session, const index::Node& node,
+                                                 const schema::Attribute& attribute,
+                                                 std::uint32_t element) {
+    return std::make_shared<const schema::Column>(
+        blockOf(session, node, attribute, element)->column());
 }
 
 std::vector<std::uint8_t> readRows(session::Session& session, const index::Node& node,
@@ -63,11 +56,12 @@ std::vector<std::uint8_t> readRows(session::Session& session, const index::Node&
             continue;
         for (std::uint32_t e = 0; e < table[a].record.length; ++e) {
             const index::RowLayout::Field& field = layout.fields()[layout.fieldOf(a) + e];
-            const auto column = readColumn(session, node, table[a], e);
-            column->visit([&](auto codes) {
+            const auto block = blockOf(session, node, table[a], e);
+            block->visit([&]<typename T>(T) {
+                std::vector<T> codes(points.size());
+                block->gather(points, codes.data());
                 std::uint8_t* out = rows.data() + field.offset;
-                for (const std::uint32_t point : points) {
-                    const auto code = codes[point];
+                for (const T code : codes) {
                     std::memcpy(out, &code, sizeof code);
                     out += layout.stride();
                 }

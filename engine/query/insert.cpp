@@ -3,7 +3,6 @@
 #include "engine/query/pointids.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace tarvo::engine::query {
 
@@ -26,11 +25,13 @@ public:
         m_known = !own || free ? PointIds::ifKnown(session) : &PointIds::of(session);
         if (!m_known)
             return;
+        if (own && !free)
+            m_known->look(ids);
         try {
             for (const std::uint64_t id : ids) {
                 if (grid.isInvalid(id))
                     throw Failure(ErrorCode::Range, "A point without an id can't be inserted.");
-                if (!m_known->ids.insert(id))
+                if (!m_known->insert(id))
                     throw Failure(
                         ErrorCode::Exists,
                         "The database has a point with the id " +
@@ -52,7 +53,7 @@ public:
 private:
     void giveBack() {
         for (const std::uint64_t id : m_claimed)
-            m_known->ids.erase(id);
+            m_known->giveBack(id);
     }
     PointIds* m_known = nullptr;
     std::vector<std::uint64_t> m_claimed;
@@ -138,42 +139,95 @@ std::vector<schema::Attribute> InsertQuery::readConstants(std::uint32_t count) c
     return result;
 }
 
-void InsertQuery::fillRows(std::uint8_t* rows, const index::RowLayout& layout,
-                           const std::vector<std::uint64_t>& ids) const {
+namespace {
+
+// What the codes of an element come from.
+struct Source {
+    std::uint32_t type;
+    const std::uint8_t* values;
+    std::ptrdiff_t stride;
+};
+
+// An element of an attribute and its column; without sources its points get the default value.
+struct Target {
+    const schema::Attribute* attribute;
+    index::PackedColumn* column;
+    std::vector<Source> sources;  // the last one counts
+};
+
+void appendCodes(const Target& target, std::size_t count) {
+    if (target.sources.empty()) {
+        target.column->appendConstant(target.attribute->defaultCode(), count);
+        return;
+    }
+    // In pieces that stay in the processor's cache.
+    constexpr std::size_t piece = 4096;
+    const unsigned width = target.column->width();
+    schema::Column codes;
+    for (std::size_t begin = 0; begin < count; begin += piece) {
+        if (const std::size_t size = std::min(piece, count - begin); codes.size() != size)
+            codes = schema::Column(width, size);
+        for (const Source& source : target.sources)
+            codes.visit([&](auto typed) {
+                readCodes(*target.attribute, source.type,
+                          source.values + static_cast<std::ptrdiff_t>(begin) * source.stride,
+                          source.stride, typed.size(),
+                          reinterpret_cast<std::uint8_t*>(typed.data()), width);
+            });
+        target.column->append(codes);
+    }
+}
+
+}  // namespace
+
+void InsertQuery::addPoints(PointWriter& writer, const std::vector<std::uint64_t>& ids) const {
     const session::State& state = m_session.change();
-    const std::size_t stride = layout.stride();
-    const auto count = static_cast<std::uint32_t>(ids.size());
-    std::vector<bool> bound(layout.fields().size());
-    const auto fill = [&](const index::RowLayout::Field& field, auto codeOf) {
-        std::uint8_t* row = rows + field.offset;
-        for (std::uint32_t i = 0; i < count; ++i, row += stride) {
-            const std::uint64_t code = codeOf(i);
-            std::memcpy(row, &code, field.width);
+    index::PointColumns& points = writer.points();
+    const index::RowLayout& layout = writer.layout();
+    // Those that are bound come first, as they were bound: what is wrong with the first is told.
+    std::vector<Target> targets;
+    std::vector<std::size_t> targetOf(layout.fields().size(), SIZE_MAX);
+    const auto targetFor = [&](std::size_t attribute, std::uint32_t element) -> Target& {
+        const std::size_t field = layout.fieldOf(attribute) + element;
+        if (targetOf[field] == SIZE_MAX) {
+            targetOf[field] = targets.size();
+            targets.push_back({&state.attributes[attribute], &points.columns[field], {}});
         }
+        return targets[targetOf[field]];
     };
     for (const Binding& binding : m_bindings) {
-        const schema::Attribute& attribute = state.attributes[binding.elements.attribute];
-        if (!index::RowLayout::has(attribute))
+        const std::size_t attribute = binding.elements.attribute;
+        if (!index::RowLayout::has(state.attributes[attribute]) ||
+            attribute == state.pointIdIndex())
             continue;
-        const std::size_t size = sizeOfType(binding.type);
-        for (std::uint32_t e = 0; e < binding.elements.count; ++e) {
-            const std::size_t field =
-                layout.fieldOf(binding.elements.attribute) + binding.elements.first + e;
-            readCodes(attribute, binding.type, binding.buffer + e * size, binding.stride, count,
-                      rows + layout.fields()[field].offset, stride);
-            bound[field] = true;
-        }
+        for (std::uint32_t e = 0; e < binding.elements.count; ++e)
+            targetFor(attribute, binding.elements.first + e)
+                .sources.push_back(
+                    {binding.type, binding.buffer + e * sizeOfType(binding.type), binding.stride});
     }
-    for (std::size_t a = 0; a < state.attributes.size(); ++a) {
-        const schema::Attribute& attribute = state.attributes[a];
-        if (!index::RowLayout::has(attribute) || a == state.pointIdIndex())
-            continue;
-        for (std::uint32_t e = 0; e < attribute.record.length; ++e)
-            if (const std::size_t field = layout.fieldOf(a) + e; !bound[field])
-                fill(layout.fields()[field],
-                     [code = attribute.defaultCode()](std::uint32_t) { return code; });
+    for (std::size_t a = 0; a < state.attributes.size(); ++a)
+        if (index::RowLayout::has(state.attributes[a]) && a != state.pointIdIndex())
+            for (std::uint32_t e = 0; e < state.attributes[a].record.length; ++e)
+                targetFor(a, e);
+    try {
+        const auto append = [&](std::size_t i) { appendCodes(targets[i], ids.size()); };
+        // So few points are read before another thread knows of them.
+        constexpr std::size_t few = 2048;
+        if (ids.size() < few)
+            for (std::size_t i = 0; i < targets.size(); ++i)
+                append(i);
+        else
+            m_session.pool().forEach(targets.size(), append);
+        points.columns[layout.idField()].append(std::span(ids));
+        if (m_id)
+            for (std::size_t i = 0; i < ids.size(); ++i)
+                writeValue(state.pointId(), ids[i], m_id->type,
+                           m_id->buffer + static_cast<std::ptrdiff_t>(i) * m_id->stride);
+    } catch (...) {
+        points.truncate(points.count);
+        throw;
     }
-    fill(layout.idField(), [&ids](std::uint32_t i) { return ids[i]; });
+    points.count += ids.size();
 }
 
 std::uint32_t InsertQuery::next(std::uint32_t count) {
@@ -186,16 +240,7 @@ std::uint32_t InsertQuery::next(std::uint32_t count) {
     ClaimedIds claimed(m_session, ids, m_ownIds);
     const auto writer = PointWriter::of(
         m_session, m_ownIds ? PointWriter::Ids::Given : PointWriter::Ids::Automatic);
-    std::uint8_t* const rows = writer->addRows(count);
-    try {
-        fillRows(rows, writer->layout(), ids);
-        if (m_id)
-            for (std::uint32_t i = 0; i < count; ++i)
-                writeValue(state.pointId(), ids[i], m_id->type, m_id->buffer + i * m_id->stride);
-    } catch (...) {
-        writer->dropRows(count);
-        throw;
-    }
+    addPoints(*writer, ids);
     claimed.keep();
     const schema::Grid& grid = state.pointId().grid;
     const std::uint64_t largest = *std::max_element(ids.begin(), ids.end());
@@ -207,7 +252,7 @@ std::uint32_t InsertQuery::next(std::uint32_t count) {
         state.attributesBlob = {};
     }
     m_session.changelog().notes().inserted += count;
-    writer->finishRows(rows, count);
+    writer->finish();
     return count;
 }
 

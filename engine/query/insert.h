@@ -27,8 +27,7 @@ public:
 
 private:
     std::vector<std::uint64_t> readIds(std::uint32_t count) const;
-    void fillRows(std::uint8_t* rows, const index::RowLayout& layout,
-                  const std::vector<std::uint64_t>& ids) const;
+    void addPoints(PointWriter& writer, const std::vector<std::uint64_t>& ids) const;
     std::vector<schema::Attribute> readConstants(std::uint32_t count) const;
 
     session::Session& m_session;

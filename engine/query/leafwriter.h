@@ -12,20 +12,21 @@ namespace tarvo::engine::query {
 
 class LeafWriter final : public index::BuilderBackend {
 public:
-    // Called with the rows stored so far.
-    using OnStored = std::function<void(std::uint64_t rows)>;
+    // Called with the points stored so far.
+    using OnStored = std::function<void(std::uint64_t points)>;
 
-    // state: the pending state; gives the attributes and the node ids. renumberFrom: rows with ids
-    // (codes) from this one on get new ones in the order of the index; none: UINT64_MAX.
+    // state: the pending state; gives the attributes and the node ids. renumberFrom: points that
+    // were not stored before get new ids (codes) from this one on in the order of the index; none:
+    // UINT64_MAX.
     LeafWriter(session::Session& session, session::State& state, const index::RowLayout& layout,
                const index::KeySpace& space, std::uint64_t renumberFrom = UINT64_MAX,
                OnStored onStored = {});
     ~LeafWriter() override;
 
-    std::shared_ptr<index::LeafContent> writeLeaf(const std::uint8_t* rows,
+    std::shared_ptr<index::LeafContent> writeLeaf(index::RunParts points,
                                                   std::size_t count) override;
     void complete(index::LeafContent& content) override;
-    std::vector<std::uint8_t> readLeaf(const index::Node& leaf) override;
+    std::shared_ptr<index::SortedRun> readLeaf(const index::Node& leaf) override;
     index::Page readPage(const BlobRef& reference) override;
     BlobRef writePage(const index::Page& page) override;
     std::uint32_t newNodeId() override;
@@ -41,17 +42,15 @@ private:
         std::shared_ptr<index::LeafContent> content;
     };
     void storeOldest();
-    void renumber(std::vector<std::uint8_t>& rows);
 
     session::Session& m_session;
     session::State& m_state;
     const index::RowLayout& m_layout;
     const index::KeySpace& m_space;
     std::shared_ptr<const schema::AttributeTable> m_table;  // shared with the tasks
-    std::uint64_t m_renumberFrom;
-    std::uint64_t m_nextId;
+    std::uint64_t m_nextId;                                 // UINT64_MAX: points keep theirs
     OnStored m_onStored;
-    std::uint64_t m_storedRows = 0;
+    std::uint64_t m_storedPoints = 0;
     std::deque<Job> m_jobs;
 };
 

@@ -3,7 +3,6 @@
 #include "engine/query/leafwriter.h"
 
 #include <algorithm>
-#include <cstring>
 #include <filesystem>
 
 namespace tarvo::engine::query {
@@ -21,7 +20,7 @@ index::BuilderSettings builderSettings(const session::Session& session,
     return result;
 }
 
-// Of a full range: a code that no row has.
+// Of a full range: a code that no point has.
 std::uint64_t nextIdCode(const session::State& state) {
     const schema::Grid& grid = state.pointId().grid;
     const auto next = static_cast<schema::Grid::Wide>(state.nextPointId);
@@ -46,9 +45,12 @@ PointWriter::PointWriter(session::Session& session, Ids ids)
       m_table(session.change().attributes),
       m_layout(m_table),
       m_space(m_table[0]),
-      m_runSize(std::clamp<std::size_t>(session.cacheSize() / 8, 2u << 20, 64u << 20)),
+      m_runSize(std::clamp<std::size_t>(session.cacheSize() / 8, 2u << 20, 64u << 20) /
+                m_layout.stride()),
       m_ids(ids),
-      m_firstId(nextIdCode(session.change())) {}
+      m_firstId(nextIdCode(session.change())),
+      m_points(m_layout),
+      m_file(std::make_unique<index::RunFile>(folder())) {}
 
 PointWriter::~PointWriter() = default;
 
@@ -59,31 +61,18 @@ bool PointWriter::fits(const session::State& state) const {
         [](const schema::Attribute& a, const schema::Attribute& b) { return a.uid == b.uid; });
 }
 
-std::uint8_t* PointWriter::addRows(std::size_t count) {
+index::PointColumns& PointWriter::points() {
     checkIntact();
     // Before anything is taken: a call that fails has changed nothing.
-    if (m_multiPass && m_rows.size() >= m_runSize)
+    if (m_multiPass && m_points.count >= m_runSize)
         apply({});
     writeRuns();
-    const std::size_t at = m_rows.size();
-    m_rows.resize(at + count * m_layout.stride());
-    return m_rows.data() + at;
+    return m_points;
 }
 
-void PointWriter::dropRows(std::size_t count) {
-    m_rows.resize(m_rows.size() - count * m_layout.stride());
-}
-
-void PointWriter::finishRows(std::uint8_t* rows, std::size_t count) {
-    const index::RowLayout::Field* primary = &m_layout.fields()[m_layout.fieldOf(0)];
-    for (std::size_t i = 0; i < count; ++i, rows += m_layout.stride()) {
-        std::uint64_t codes[index::maximumDimensions] = {};
-        for (unsigned d = 0; d < m_space.dimensions(); ++d)
-            std::memcpy(&codes[d], rows + primary[d].offset, primary[d].width);
-        const index::Key key = m_space.key(codes);
-        std::memcpy(rows, &key, sizeof key);
-    }
-    if (m_rows.size() < m_runSize || m_multiPass)
+void PointWriter::finish() {
+    m_count = m_pointsInRuns + m_points.count;
+    if (m_points.count < m_runSize || m_multiPass)
         return;
     m_failed = true;
     startRun();
@@ -98,20 +87,24 @@ void PointWriter::checkIntact() const {
 }
 
 void PointWriter::startRun() {
-    const std::size_t rowsOfRun = m_rows.size() / m_layout.stride();
-    auto sort = [rows = std::move(m_rows), stride = m_layout.stride(), place = folder()] {
-        Run run{nullptr, index::sortRows(rows, stride)};
-        try {
-            run.file = std::make_unique<index::RowFile>(place, run.rows);
-            run.rows = {};
-        } catch (const Failure&) {
-            // No room: what is next to be added asks again, and tells.
-        }
+    const std::size_t count = m_points.count;
+    const std::size_t bytes = m_points.bytes() + index::SortedRun::bytesBeside(count);
+    const bool toFile = m_held + bytes > m_session.cacheSize();
+    auto sort = [points = std::move(m_points), &space = m_space, primary = primaryField(), toFile,
+                 &file = *m_file]() mutable {
+        Run run;
+        run.toFile = toFile;
+        run.points = std::make_shared<index::SortedRun>(std::move(points), space, primary);
+        if (toFile)
+            write(run, file, false);
         return run;
     };
-    m_rowsInRuns += rowsOfRun;
-    m_rows = {};
-    m_rows.reserve(m_runSize + m_runSize / 4);
+    m_points = index::PointColumns(m_layout);
+    // Their memory is wanted for the runs.
+    if (m_held > m_session.cacheSize() / 4)
+        m_session.blobs().forget();
+    m_pointsInRuns += count;
+    m_held += toFile ? 0 : bytes;
     m_sorting.push_back(m_session.pool().run(std::move(sort)));
     while (m_sorting.size() > 2)
         keepOldestRun();
@@ -124,23 +117,28 @@ void PointWriter::keepOldestRun() {
     m_runs.push_back(run.get());
 }
 
+// Moves a run to the file.
+void PointWriter::write(Run& run, index::RunFile& file, bool must) {
+    try {
+        run.place = file.add(*run.points);
+        run.points.reset();
+    } catch (const Failure&) {
+        // No room: what is next to be added asks again, and tells.
+        if (must)
+            throw;
+    }
+}
+
 // Those that found no room before.
 void PointWriter::writeRuns() {
-    for (Run& run : m_runs) {
-        if (run.file)
-            continue;
-        run.file = std::make_unique<index::RowFile>(folder(), run.rows);
-        run.rows = {};
-    }
+    for (Run& run : m_runs)
+        if (run.toFile && run.points)
+            write(run, *m_file, true);
 }
 
 std::string PointWriter::folder() const {
     const std::filesystem::path file = m_session.fileName();
     return file.has_parent_path() ? file.parent_path().string() : ".";
-}
-
-std::uint64_t PointWriter::rowCount() const {
-    return m_rowsInRuns + m_rows.size() / m_layout.stride();
 }
 
 void PointWriter::apply(const session::Progress& progress) {
@@ -151,38 +149,37 @@ void PointWriter::apply(const session::Progress& progress) {
     session::State changed = pending;
     applyTo(changed, progress);
     pending = std::move(changed);
-    m_rows = {};
+    m_points = index::PointColumns(m_layout);
     m_runs.clear();
-    m_rowsInRuns = 0;
+    m_file = std::make_unique<index::RunFile>(folder());
+    m_count = m_pointsInRuns = m_held = 0;
     m_firstId = nextIdCode(pending);
 }
 
 void PointWriter::applyTo(session::State& state, const session::Progress& progress) {
     m_failed = true;
+    if (m_points.count > 0)
+        startRun();
     while (!m_sorting.empty())
         keepOldestRun();
     m_failed = false;
-    const std::size_t stride = m_layout.stride();
-    const std::size_t buffer = std::clamp<std::size_t>(
-        m_session.cacheSize() / 8 / (m_runs.size() + 1), 64u << 10, 8u << 20);
-    std::vector<std::unique_ptr<index::RowReader>> sources;
+    std::vector<std::unique_ptr<index::RunReader>> runs;
     for (const Run& run : m_runs)
-        sources.push_back(run.file ? run.file->read(stride, buffer)
-                                   : index::readRows(run.rows, stride));
-    sources.push_back(index::readRows(index::sortRows(m_rows, stride), stride));
+        runs.push_back(run.points ? index::readRun(run.points)
+                                  : m_file->read(run.place, m_layout, m_space, primaryField()));
 
     const session::Blobs::Scope scope(m_session.blobs());
     index::Node root = m_session.blobs().rootNode(state);
     {
         const bool renumbers =
             m_ids == Ids::Automatic && m_session.identity().settings.optimizePointId;
-        const std::uint64_t rows = std::max<std::uint64_t>(1, rowCount());
-        index::RowMerger merger(std::move(sources), stride);
+        const std::uint64_t points = std::max<std::uint64_t>(1, m_count);
+        index::PointMerger merger(std::move(runs));
         LeafWriter backend(
             m_session, state, m_layout, m_space, renumbers ? m_firstId : UINT64_MAX,
             [&](std::uint64_t stored) {
-                // Rows of leaves that are rewritten count too: the number is about right.
-                const auto percent = std::min<std::uint64_t>(99, stored * 100 / rows);
+                // Points of leaves that are rewritten count too: the number is about right.
+                const auto percent = std::min<std::uint64_t>(99, stored * 100 / points);
                 if (progress && !progress(static_cast<int>(percent)))
                     throw Failure(ErrorCode::Cancelled, "Inserting points was cancelled.",
                                   "The transaction is still pending.");

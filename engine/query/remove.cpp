@@ -72,6 +72,7 @@ std::uint32_t RemoveQuery::next(std::uint32_t count) {
         throw Failure(ErrorCode::State, "The ids of the points to remove are not bound.");
     PointIds& known = PointIds::of(m_session);
     const auto ids = readIds(m_session.change().pointId(), *m_id, count);
+    known.look(ids);
     if (!m_change)
         m_change = std::make_shared<Change>(m_session);
     // Before anything is taken: a call that fails has changed nothing.
@@ -81,7 +82,7 @@ std::uint32_t RemoveQuery::next(std::uint32_t count) {
         m_session.setPendingChange(m_change);
     std::uint32_t removed = 0;
     for (const std::optional<std::uint64_t>& id : ids)
-        if (id && known.ids.erase(*id)) {
+        if (id && known.remove(*id)) {
             m_change->ids.push_back(*id);
             ++removed;
         }

@@ -1,13 +1,15 @@
 // The leaves that a filter leaves over, in key order: whole subtrees are taken or skipped by their
-// statistics, the rest is read, decoded and filtered on the worker threads a few leaves ahead of
-// the consumer. Results come in the same order whatever the number of threads.
+// statistics, the rest is read and filtered on the worker threads, some leaves ahead of the
+// consumer. Results come in the same order whatever the number of threads.
 #pragma once
 
 #include "engine/filter/filter.h"
 #include "engine/index/node.h"
 #include "engine/session/session.h"
 
+#include <atomic>
 #include <deque>
+#include <exception>
 #include <memory>
 #include <optional>
 #include <unordered_set>
@@ -25,13 +27,13 @@ struct Scope {
 // The hits of one node.
 struct NodeHits {
     std::shared_ptr<const index::Page> page;  // keeps the node alive
-    const index::Node* node = nullptr;        // null: a subtree of which only the count is needed
+    const index::Node* node = nullptr;        // null: nodes of which only the count is needed
     bool all = false;                         // every point is a hit
     filter::Selection selection;              // else which ones
     std::uint64_t count = 0;                  // of hits
     std::uint64_t scanned = 0;                // points looked at or passed over
     // The columns asked for, in that order; empty when there is no hit.
-    std::vector<std::shared_ptr<const schema::Column>> columns;
+    std::vector<std::shared_ptr<const codec::Block>> columns;
 };
 
 class Scan {
@@ -58,14 +60,33 @@ public:
     std::uint64_t passed() const { return m_passed; }
 
 private:
+    // A node whose points are to be looked at, or are hits in any case.
+    struct Candidate {
+        std::shared_ptr<const index::Page> page;
+        const index::Node* node = nullptr;
+        bool all = false;
+    };
+    // What a worker brings of some neighbouring candidates.
+    struct Examined {
+        std::deque<NodeHits> hits;
+        std::exception_ptr failure;  // behind them
+    };
+
     void narrowScope(std::uint32_t node);
     void findScope();
-    std::optional<NodeHits> nextHits();
-    bool advance();  // starts work on the next candidate; false at the end
-    void start(bool all);
-    NodeHits examine(std::shared_ptr<const index::Page> page, const index::Node* node,
-                     bool all) const;
-    filter::Decision decide(const index::Node& node) const;
+    NodeHits nextHits();
+    bool onlyCounts() const { return m_columns.empty() && !m_wantLeaves; }
+    bool advance();  // starts work on the next candidates; false at the end
+    Candidate candidate(bool all);
+    // Whether it may all be for one page: columns are read only of the leaves that come to it.
+    bool isFirstPart() const;
+    Examined examine(const std::vector<Candidate>& candidates, bool withColumns) const;
+    void readColumns(NodeHits& hits, std::size_t first, std::size_t step) const;
+    void readColumns(NodeHits& hits);
+    NodeHits examine(const Candidate& candidate) const;
+    filter::Decision decide(const index::Node& node, filter::Decided* decided = nullptr) const;
+    std::size_t pointsAtOnce() const;
+    std::size_t taskPoints() const;
     std::size_t window() const;
 
     session::Session& m_session;
@@ -80,10 +101,12 @@ private:
     std::uint64_t m_passed = 0;
     bool m_wantLeaves = false;
     bool m_failed = false;
-    std::size_t m_ahead = 1;
+    std::size_t m_ahead = 1;                  // grows: tasks at once, and candidates of a task
     const index::Page* m_lastPage = nullptr;  // that work was started in, to tell it from the next
-    bool m_isLargePage = false;               // it is: only one leaf at a time
-    std::deque<Task<NodeHits>> m_work;        // last: ends before what it uses
+    bool m_isLargePage = false;               // it is: only one candidate at a time
+    Examined m_examined;
+    std::atomic<bool> m_abandoned = false;
+    std::deque<Task<Examined>> m_work;  // last: ends before what it uses
 };
 
 // Hands the hits of a scan out in portions that may end within a node.

@@ -1,8 +1,5 @@
 #include "engine/query/select.h"
 
-#include <algorithm>
-#include <numeric>
-
 namespace tarvo::engine::query {
 
 void SelectQuery::bind(std::string_view attribute, std::uint32_t type, void* buffer,
@@ -13,15 +10,8 @@ void SelectQuery::bind(std::string_view attribute, std::uint32_t type, void* buf
 }
 
 void SelectQuery::copy(const HitReader::Portion& portion, std::size_t row) const {
-    std::vector<std::uint32_t> all;
-    std::span<const std::uint32_t> rows;
-    if (portion.hits->all) {
-        all.resize(portion.count);
-        std::iota(all.begin(), all.end(), static_cast<std::uint32_t>(portion.begin));
-        rows = all;
-    } else {
-        rows = std::span(portion.hits->selection).subspan(portion.begin, portion.count);
-    }
+    const Rows rows{portion.begin, portion.count,
+                    portion.hits->all ? nullptr : &portion.hits->selection};
     std::size_t column = 0;
     for (const Binding& binding : m_bindings) {
         const schema::Attribute& attribute = m_scan.state().attributes[binding.elements.attribute];

@@ -15,9 +15,10 @@ class IndexReader {
 public:
     IndexReader(session::Session& session, std::string_view filter)
         : m_state(session.state()),
-          m_pages(session.blobs().pageReader()),
           m_filter(filter::Expression::parse(findCommand(filter) ? "" : filter),
-                   m_state->attributes) {
+                   m_state->attributes),
+          m_pages(m_filter.empty() ? session.blobs().outlineReader()
+                                   : session.blobs().pageReader()) {
         if (const std::optional<FindCommand> command = findCommand(filter))
             m_wanted = findNode(session, *m_state, *command);
     }
@@ -63,19 +64,21 @@ private:
     }
 
     std::shared_ptr<const session::State> m_state;
-    index::PageReader m_pages;
     filter::BoundFilter m_filter;
+    index::PageReader m_pages;
     std::optional<std::uint32_t> m_wanted;  // the one node that a command found
 };
 
-// A copy of the node; its statistics are complete without the pages below.
-index::Node findNode(session::Session& session, const session::State& state, std::uint32_t id) {
+// A node that lives with its page; its statistics are complete without the pages below.
+std::shared_ptr<const index::Node> findNode(session::Session& session, const session::State& state,
+                                            std::uint32_t id) {
     return session.reading(state, [&] {
-        const index::Node root = session.blobs().rootNode(state);
-        for (index::TreeCursor cursor(root, session.blobs().pageReader()); cursor.node();
+        const std::shared_ptr<const index::Page> root = session.blobs().rootPage(state);
+        for (index::TreeCursor cursor(root->front(), session.blobs().pageReader()); cursor.node();
              cursor.enter())
             if (cursor.node()->id == id)
-                return *cursor.node();
+                return std::shared_ptr<const index::Node>(cursor.page() ? cursor.page() : root,
+                                                          cursor.node());
         throw Failure(ErrorCode::NotFound, "The index has no node " + std::to_string(id) + ".");
     });
 }
@@ -85,7 +88,8 @@ index::Node findNode(session::Session& session, const session::State& state, std
 IndexEntry readIndex(session::Session& session, std::string_view filter) {
     const IndexReader reader(session, filter);
     return session.reading(reader.state(), [&]() -> IndexEntry {
-        const index::Node root = session.blobs().rootNode(reader.state());
+        const std::shared_ptr<const index::Page> page = session.blobs().rootPage(reader.state());
+        const index::Node& root = page->front();
         if (std::optional<IndexEntry> entry = reader.read(root, false))
             return std::move(*entry);
         return {root.id, root.revision, root.totalCount, root.ownCount, {}};
@@ -98,11 +102,11 @@ void readExtreme(session::Session& session, std::uint32_t node, std::string_view
     const Binding binding = makeBinding(state->attributes, attribute, type, buffer, 0);
     const schema::Attribute& definition = state->attributes[binding.elements.attribute];
     const schema::Grid& grid = definition.grid;
-    const index::Node found = findNode(session, *state, node);
+    const std::shared_ptr<const index::Node> found = findNode(session, *state, node);
     for (std::uint32_t e = 0; e < binding.elements.count; ++e) {
         const schema::ElementStatistics s =
-            index::statisticsOf(found, definition, binding.elements.first + e);
-        if (found.totalCount == 0 || (cleaned && !s.hasValid))
+            index::statisticsOf(*found, definition, binding.elements.first + e);
+        if (found->totalCount == 0 || (cleaned && !s.hasValid))
             throw Failure(ErrorCode::NotFound, "Node " + std::to_string(node) +
                                                    " holds no value of \"" +
                                                    definition.record.name + "\".");
@@ -123,8 +127,8 @@ std::uint32_t readRevision(session::Session& session, std::uint32_t node,
                            std::string_view attribute) {
     const std::shared_ptr<const session::State> state = session.state();
     const schema::ElementRange elements = schema::resolveElements(state->attributes, attribute);
-    const index::Node found = findNode(session, *state, node);
-    const index::AttributeData* data = found.find(state->attributes[elements.attribute].uid);
+    const std::shared_ptr<const index::Node> found = findNode(session, *state, node);
+    const index::AttributeData* data = found->find(state->attributes[elements.attribute].uid);
     return data ? data->revision : 0;
 }
 

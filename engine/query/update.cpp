@@ -64,12 +64,10 @@ public:
         };
         edit.leaf = [&](const index::Node& leaf) { return editLeaf(leaf, pending, layout); };
         edit.taken = [&](EditedLeaf& edited) {
-            const std::size_t count = edited.rows.size() / layout.stride();
-            if (count == 0)
+            if (edited.rows.empty())
                 return;
-            std::uint8_t* rows = moved.addRows(count);
-            std::memcpy(rows, edited.rows.data(), edited.rows.size());
-            moved.finishRows(rows, count);
+            moved.points().append(layout, edited.rows);
+            moved.finish();
         };
         editTree(m_session, changed, edit, progress);
         if (!moved.isEmpty())
@@ -200,6 +198,7 @@ std::uint32_t UpdateQuery::next(std::uint32_t count) {
         m_session.settle();
     PointIds& known = PointIds::of(m_session);
     const auto ids = readIds(state.pointId(), *m_id, count);
+    known.look(ids);
     const std::size_t stride = m_change->stride();
     std::vector<std::uint8_t> rows(count * stride);
     auto field = m_change->fields().begin();
@@ -212,7 +211,7 @@ std::uint32_t UpdateQuery::next(std::uint32_t count) {
     // Only what is there goes on.
     std::uint32_t there = 0;
     for (std::uint32_t i = 0; i < count; ++i) {
-        if (!ids[i] || !known.ids.contains(*ids[i]))
+        if (!ids[i] || !known.contains(*ids[i]))
             continue;
         std::uint8_t* row = rows.data() + there++ * stride;
         std::memmove(row, rows.data() + i * stride, stride);

@@ -111,7 +111,7 @@ private:
         std::shared_ptr<const schema::Column> column;
         try {
             column = std::make_shared<const schema::Column>(
-                query::readBlock(m_session, m_node, attribute, e));
+                query::readBlock(m_session, m_node, attribute, e).column());
         } catch (const Failure& failure) {
             addFailure(attribute.record.name, e, failure);
             return;

@@ -1,7 +1,7 @@
 // The codes of one element of one attribute for a run of points, in the width of the grid.
 #pragma once
 
-#include "engine/base/error.h"
+#include "engine/base/slabs.h"
 
 #include <cstdint>
 #include <cstring>
@@ -13,9 +13,17 @@ namespace tarvo::engine::schema {
 class Column {
 public:
     Column() = default;
-    // width: 1, 2, 4 or 8 bytes.
+    // Zeros. width: 1, 2, 4 or 8 bytes.
     Column(unsigned width, std::size_t count)
-        : m_width(width), m_count(count), m_data((count * width + 7) / 8) {}
+        : m_width(width), m_count(count), m_data((count * width + 7) / 8, 0) {}
+    // Whatever stands in memory, for who writes every code.
+    static Column unfilled(unsigned width, std::size_t count) {
+        Column column;
+        column.m_width = width;
+        column.m_count = count;
+        column.m_data.resize((count * width + 7) / 8);
+        return column;
+    }
 
     unsigned width() const { return m_width; }
     std::size_t size() const { return m_count; }
@@ -91,7 +99,8 @@ public:
 private:
     unsigned m_width = 1;
     std::size_t m_count = 0;
-    std::vector<std::uint64_t> m_data;  // 8-byte alignment for every width
+    std::vector<std::uint64_t, SlabAllocator<std::uint64_t>>
+        m_data;  // 8-byte alignment for every width
 };
 
 // What a node knows of one element without reading it. minimum and maximum leave invalid codes

@@ -31,7 +31,7 @@ Blobs::Blobs(store::Container& container, std::uint64_t cacheSize, std::uint32_t
     : m_container(container),
       m_nodeCapacity(nodeCapacity),
       m_pages(cacheSize / 8),
-      m_columns(cacheSize / 2) {}
+      m_blocks(cacheSize / 2) {}
 
 std::string Blobs::readText(const BlobRef& reference, std::string_view what) {
     const Bytes bytes = read(reference, what);
@@ -47,23 +47,23 @@ BlobRef Blobs::addJson(const std::string& json, const char* what) {
     return addText(json);
 }
 
-index::Page Blobs::readPage(const BlobRef& reference) {
-    index::Page page = index::decodePage(read(reference, "a page of the index"));
+index::Page Blobs::readPage(const BlobRef& reference, index::PageContents contents) {
+    index::Page page = index::decodePage(read(reference, "a page of the index"), contents);
     requireCapacity(page, m_nodeCapacity);
     return page;
 }
 
-index::Node Blobs::rootNode(const State& state) {
+std::shared_ptr<const index::Page> Blobs::rootPage(const State& state) {
     if (!state.rootPage) {
         index::Node none;
         none.id = 1;
-        return none;
+        return std::make_shared<const index::Page>(1, none);
     }
-    index::Page page = readPage(state.rootPage);
-    if (page.size() != 1 || page[0].totalCount != state.pointCount ||
-        !index::isRoot(page[0], index::KeySpace(state.primary())))
+    std::shared_ptr<const index::Page> page = pageReader()(state.rootPage);
+    if (page->size() != 1 || page->front().totalCount != state.pointCount ||
+        !index::isRoot(page->front(), index::KeySpace(state.primary())))
         throw Failure(ErrorCode::Damaged, "The file is damaged: its index has no root.");
-    return std::move(page[0]);
+    return page;
 }
 
 index::PageReader Blobs::pageReader() {
@@ -77,9 +77,19 @@ index::PageReader Blobs::pageReader() {
     };
 }
 
+index::PageReader Blobs::outlineReader() {
+    return [this](const BlobRef& reference) {
+        std::shared_ptr<const index::Page> page = m_pages.get(reference);
+        if (!page)
+            page = std::make_shared<const index::Page>(
+                readPage(reference, index::PageContents::Outline));
+        return page;
+    };
+}
+
 void Blobs::forget() {
     m_pages.clear();
-    m_columns.clear();
+    m_blocks.clear();
 }
 
 }  // namespace tarvo::engine::session

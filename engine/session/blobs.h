@@ -1,9 +1,9 @@
 // The blobs of an open database: what states refer to, read with checks, and written for the
-// pending transaction. Keeps pages of the index and decoded columns within the cache size.
+// pending transaction. Keeps pages of the index and decoded blocks within the cache size.
 #pragma once
 
 #include "engine/base/lrucache.h"
-#include "engine/schema/column.h"
+#include "engine/codec/block.h"
 #include "engine/session/state.h"
 #include "engine/store/container.h"
 
@@ -16,7 +16,7 @@ struct BlobRefHash {
         return reference.checksum ^ (reference.blob * 0x9e3779b97f4a7c15u) ^ reference.offset;
     }
 };
-using ColumnCache = LruCache<BlobRef, schema::Column, BlobRefHash>;
+using BlockCache = LruCache<BlobRef, codec::Block, BlobRefHash>;
 
 class Blobs {
 public:
@@ -36,11 +36,16 @@ public:
     BlobRef addJson(const std::string& json, const char* what);
 
     // A page of the index, from the file, whatever was read before.
-    index::Page readPage(const BlobRef& reference);
-    // The root node of a state's index and the reader of the pages below.
-    index::Node rootNode(const State& state);
+    index::Page readPage(const BlobRef& reference,
+                         index::PageContents contents = index::PageContents::All);
+    // The page whose only node is the root of a state's index, and the reader of the pages below.
+    std::shared_ptr<const index::Page> rootPage(const State& state);
+    // A copy of the root.
+    index::Node rootNode(const State& state) { return rootPage(state)->front(); }
     index::PageReader pageReader();
-    ColumnCache& columns() { return m_columns; }
+    // For walks over everything: of pages that were not read before only the outline, and not kept.
+    index::PageReader outlineReader();
+    BlockCache& blocks() { return m_blocks; }
     void forget();
 
     // While one lives, reads are faster, and writers of other processes wait.
@@ -58,7 +63,7 @@ private:
     store::Container& m_container;
     std::uint32_t m_nodeCapacity;
     PageCache m_pages;
-    ColumnCache m_columns;
+    BlockCache m_blocks;
 };
 
 inline ByteSpan bytesOf(const std::string& text) {

@@ -20,7 +20,7 @@ struct CreateSettings {
 
     schema::AttributeRecord primaryAttribute;
     std::uint32_t chunkMode = 1;
-    std::uint32_t chunkSize = 10000;
+    std::uint32_t chunkSize = 32768;
     std::uint32_t lodMode = 1;
     std::uint32_t chunkSizeLod = 0;
     std::uint64_t cacheSize = defaultCacheSize;

@@ -69,7 +69,7 @@ void Connection::configure() {
     // Else deleting writes all that it deletes, and first into the journal. What the container is
     // built with decides unless it is told, for each connection.
     run("PRAGMA secure_delete=OFF");
-    run("PRAGMA cache_size=-32768");
+    run("PRAGMA cache_size=-4096");
     // A spilled cache would lock readers out while blobs are staged.
     run("PRAGMA cache_spill=OFF");
 }

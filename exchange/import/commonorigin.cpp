@@ -50,8 +50,7 @@ void agree(std::string& common, const std::string& one, bool isFirst) {
 }
 
 bool hasPoints(const qrb::Pointcloud& cloud) {
-    qrb::pointcloud::IndexNode root;
-    cloud.stat().index(root);
+    const qrb::pointcloud::IndexNode root = cloud.stat().root();
     return root.pointCountTotal > 0;
 }
 

@@ -3,7 +3,9 @@
 #include "catalogue/catalogue.h"
 #include "exchange/table/attributesummary.h"
 #include "exchange/table/columntarget.h"
+#include "exchange/table/threads.h"
 
+#include <atomic>
 #include <optional>
 
 namespace tarvo::exchange {
@@ -20,9 +22,12 @@ void readSource(PointSource& source, AttributeSummaries& summaries, std::uint64_
     const std::string step = "Looking at " + source.fileName();
     source.rewind();
     while (const std::uint32_t count = source.next()) {
-        for (std::size_t i = 0; i < columns.size(); ++i) {
-            found[i]->add(source.values(i), count);
-        }
+        std::atomic<std::size_t> next = 0;
+        onAllCores(columns.size(), [&] {
+            for (std::size_t i = next++; i < columns.size(); i = next++) {
+                found[i]->add(source.values(i), count);
+            }
+        });
         pointCount += count;
         if (progress) {
             progress(step, source.progress());

@@ -2,15 +2,17 @@
 
 #include "exchange/las/metadata.h"
 #include "exchange/las/origin.h"
+#include "exchange/table/threads.h"
 
 #include <algorithm>
+#include <mutex>
 
 namespace tarvo::exchange::las {
 
 namespace {
 
-// Records are taken apart in pieces that stay in the processor's cache.
-constexpr std::uint32_t pieceSize = 4096;
+// Bytes of records that are taken apart at once: they stay in the processor's cache.
+constexpr std::uint32_t pieceBytes = 128u << 10;
 
 }  // namespace
 
@@ -25,7 +27,7 @@ LasSource::LasSource(const std::string& fileName)
         m_columns.push_back(dimension.column);
         m_values.emplace_back(capacity * dataTypeSize(dimension.column.type));
     }
-    m_buffer.resize(std::min<std::uint64_t>(pieceSize, capacity) * m_header.recordLength);
+    m_pieceSize = std::max(1u, pieceBytes / m_header.recordLength);
 }
 
 double LasSource::progress() const {
@@ -37,17 +39,28 @@ double LasSource::progress() const {
 std::uint32_t LasSource::next() {
     const auto count = static_cast<std::uint32_t>(
         std::min<std::uint64_t>(batchSize, m_header.pointCount - m_position));
-    for (std::uint32_t done = 0; done < count;) {
-        const std::uint32_t piece = std::min(pieceSize, count - done);
-        m_file.read(m_header.pointOffset + (m_position + done) * m_header.recordLength,
-                    m_buffer.data(), std::size_t{piece} * m_header.recordLength, "point data");
-        for (std::size_t i = 0; i < m_dimensions.size(); ++i) {
-            const std::size_t size = dataTypeSize(m_dimensions[i].column.type);
-            decode(m_dimensions[i].field, m_buffer.data(), m_header.recordLength, piece,
-                   m_values[i].data() + done * size);
+    std::mutex reading;
+    std::uint32_t done = 0;
+    onAllCores((count + m_pieceSize - 1) / m_pieceSize, [&] {
+        std::vector<std::uint8_t> records(std::size_t{std::min(count, m_pieceSize)} *
+                                          m_header.recordLength);
+        for (;;) {
+            std::unique_lock lock(reading);
+            const std::uint32_t begin = done;
+            const std::uint32_t piece = std::min(m_pieceSize, count - begin);
+            if (piece == 0) {
+                return;
+            }
+            m_file.read(m_header.pointOffset + (m_position + begin) * m_header.recordLength,
+                        records.data(), std::size_t{piece} * m_header.recordLength, "point data");
+            done += piece;
+            lock.unlock();
+            for (std::size_t i = 0; i < m_dimensions.size(); ++i) {
+                decode(m_dimensions[i].field, records.data(), m_header.recordLength, piece,
+                       m_values[i].data() + begin * dataTypeSize(m_dimensions[i].column.type));
+            }
         }
-        done += piece;
-    }
+    });
     m_position += count;
     return count;
 }

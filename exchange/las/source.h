@@ -29,8 +29,8 @@ private:
     std::vector<Record> m_records;
     std::vector<Dimension> m_dimensions;
     std::vector<Column> m_columns;
-    std::uint64_t m_position = 0;  // points read
-    std::vector<std::uint8_t> m_buffer;
+    std::uint64_t m_position = 0;                     // points read
+    std::uint32_t m_pieceSize;                        // points that are taken apart at once
     std::vector<std::vector<std::uint8_t>> m_values;  // per column
 };
 

@@ -20,6 +20,20 @@ bool hasDecimals(double value, int decimals) {
     return std::abs(scaled) < wholeLimit && std::nearbyint(scaled) / powers[decimals] == value;
 }
 
+// Whether all values are finite and have so few decimals; false where one is not clear.
+bool haveDecimals(const double* values, std::size_t count, int decimals) {
+    // Adding and subtracting it rounds numbers below a quarter of it, as nearbyint does.
+    constexpr double rounder = 0x1.8p52;
+    const double power = powers[decimals];
+    unsigned others = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        const double scaled = values[i] * power;
+        const double rounded = (scaled + rounder) - rounder;
+        others |= !(std::abs(scaled) < 0x1p50) | (rounded / power != values[i]);
+    }
+    return others == 0;
+}
+
 }  // namespace
 
 void ColumnSummary::widen(Wide low, Wide high) {
@@ -53,16 +67,23 @@ void ColumnSummary::addNumbers(const T* values, std::size_t count) {
     m_integer = false;
     double low = m_hasNumbers ? m_minimum : std::numeric_limits<double>::infinity();
     double high = m_hasNumbers ? m_maximum : -std::numeric_limits<double>::infinity();
-    for (std::size_t i = 0; i < count; ++i) {
-        const double value = values[i];
-        if (!std::isfinite(value)) {
-            (std::isnan(value) ? m_hasNaN : m_hasInfinity) = true;
-            continue;
-        }
-        low = std::min(low, value);
-        high = std::max(high, value);
-        while (m_decimals >= 0 && !hasDecimals(value, m_decimals)) {
-            m_decimals = m_decimals == maximumDecimals ? -1 : m_decimals + 1;
+    constexpr std::size_t pieceSize = 512;
+    double piece[pieceSize];
+    for (std::size_t begin = 0; begin < count; begin += pieceSize) {
+        const std::size_t size = std::min(pieceSize, count - begin);
+        std::copy(values + begin, values + begin + size, piece);
+        const bool isUsual = m_decimals >= 0 && haveDecimals(piece, size, m_decimals);
+        for (std::size_t i = 0; i < size; ++i) {
+            const double value = piece[i];
+            if (!isUsual && !std::isfinite(value)) {
+                (std::isnan(value) ? m_hasNaN : m_hasInfinity) = true;
+                continue;
+            }
+            low = value < low ? value : low;
+            high = value > high ? value : high;
+            while (!isUsual && m_decimals >= 0 && !hasDecimals(value, m_decimals)) {
+                m_decimals = m_decimals == maximumDecimals ? -1 : m_decimals + 1;
+            }
         }
     }
     if (low <= high) {

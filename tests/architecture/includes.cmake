@@ -23,9 +23,10 @@ set(engine/base engine/base include/qrb catalogue)
 set(engine/schema engine/schema engine/base numbers include/qrb)
 set(engine/codec engine/codec engine/schema engine/base)
 set(engine/index engine/index engine/schema engine/base)
-set(engine/filter engine/filter numbers engine/schema engine/base)
+set(engine/filter engine/filter engine/codec numbers engine/schema engine/base)
 set(engine/store engine/store engine/base files)
-set(engine/session engine/session engine/store engine/index engine/schema engine/base catalogue files)
+set(engine/session engine/session engine/store engine/index engine/codec engine/schema engine/base
+  catalogue files)
 set(engine/query engine/query numbers engine/session engine/filter engine/index
   engine/codec engine/schema engine/base include/qrb)
 set(engine/report engine/report numbers engine/query engine/session engine/index

@@ -2,18 +2,23 @@
 #include "engine/base/bytes.h"
 #include "engine/base/json.h"
 #include "engine/base/lrucache.h"
+#include "engine/base/slabs.h"
 #include "engine/base/spares.h"
 #include "engine/base/threadpool.h"
 #include "engine/base/zstd.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <cmath>
 #include <functional>
+#include <random>
 #include <set>
 #include <stdexcept>
+#include <thread>
+#include <vector>
 
 namespace tarvo::engine {
 namespace {
@@ -249,6 +254,31 @@ TEST(ThreadPool, FinishesWhatItWasGivenAndHandsItsFailuresOver) {
         });
     }
     EXPECT_TRUE(done);  // its end waited
+}
+
+// Pieces that overlapped, or were given out twice, would lose what was written into them.
+TEST(Slabs, KeepWhatEachPieceHoldsUntilItIsGivenBack) {
+    std::vector<std::thread> threads;
+    for (std::uint64_t thread = 1; thread <= 3; ++thread)
+        threads.emplace_back([thread] {
+            std::mt19937_64 random(thread);
+            std::vector<std::vector<std::uint64_t, SlabAllocator<std::uint64_t>>> held;
+            for (std::uint64_t i = 1; i <= 4000; ++i) {
+                const std::size_t words = std::size_t(1) << (4 + random() % 14);
+                held.emplace_back(words + random() % words, thread << 32 | i);
+                if (held.size() > 40 || random() % 3 == 0) {
+                    const std::size_t gone = random() % held.size();
+                    const std::uint64_t first = held[gone].front();
+                    ASSERT_EQ(first >> 32, thread);
+                    ASSERT_TRUE(std::all_of(held[gone].begin(), held[gone].end(),
+                                            [&](std::uint64_t word) { return word == first; }));
+                    std::swap(held[gone], held.back());
+                    held.pop_back();
+                }
+            }
+        });
+    for (std::thread& thread : threads)
+        thread.join();
 }
 
 }  // namespace

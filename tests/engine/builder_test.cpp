@@ -9,8 +9,6 @@ namespace {
 
 using namespace testing;
 
-constexpr std::size_t stride = sizeof(Key) + 1;
-
 // Keys from 0 to 255; every point has its key as the value of two attributes, whose numbers are not
 // in the order of the table. From the second transaction on leaves have a third one, 50, and nobody
 // has the fourth.
@@ -28,18 +26,12 @@ protected:
 
     // Adds points as a transaction of its own.
     void insert(const std::vector<int>& keys) {
-        std::vector<std::uint8_t> rows;
-        for (const int key : keys) {
-            const Key wide = static_cast<Key>(key);
-            rows.resize(rows.size() + stride);
-            std::memcpy(rows.data() + rows.size() - stride, &wide, sizeof wide);
-        }
-        std::vector<std::unique_ptr<RowReader>> sources;
-        sources.push_back(readRows(sortRows(rows, stride), stride));
-        RowMerger merger(std::move(sources), stride);
+        std::vector<std::unique_ptr<RunReader>> runs;
+        runs.push_back(readRun(runOf({keys.begin(), keys.end()})));
+        PointMerger points(std::move(runs));
         ++m_settings.revision;
-        TreeBuilder(m_space, m_table, m_settings, *this).insert(m_root, merger);
-        EXPECT_TRUE(merger.atEnd());
+        TreeBuilder(m_space, m_table, m_settings, *this).insert(m_root, points);
+        EXPECT_TRUE(points.atEnd());
         m_root = decodePage(encodePage({m_root})).at(0);
     }
 
@@ -96,26 +88,37 @@ protected:
     Node m_root;
 
 private:
-    std::shared_ptr<LeafContent> writeLeaf(const std::uint8_t* rows, std::size_t count) override {
+    std::shared_ptr<SortedRun> runOf(const std::vector<std::uint8_t>& keys) const {
+        PointColumns points;
+        points.columns.emplace_back(1);
+        points.columns[0].append(std::span(keys));
+        points.count = keys.size();
+        return std::make_shared<SortedRun>(std::move(points), m_space, 0);
+    }
+    std::shared_ptr<LeafContent> writeLeaf(RunParts points, std::size_t count) override {
         auto content = std::make_shared<LeafContent>();
-        m_waiting[content.get()].assign(rows, rows + count * stride);
+        std::vector<std::uint8_t>& keys = m_waiting[content.get()];
+        for (const RunPart& part : points)
+            for (const std::uint32_t point : part.points)
+                keys.push_back(static_cast<std::uint8_t>(part.run->key(point)));
+        EXPECT_EQ(keys.size(), count);
+        std::sort(keys.begin(), keys.end());
         return content;
     }
     void complete(LeafContent& content) override {
-        const std::vector<std::uint8_t> rows = m_waiting.at(&content);
+        const std::vector<std::uint8_t> keys = m_waiting.at(&content);
         m_waiting.erase(&content);
-        m_leaves[++m_blobs] = rows;
-        const auto first = static_cast<std::uint64_t>(RowLayout::key(rows.data()));
-        const auto last =
-            static_cast<std::uint64_t>(RowLayout::key(rows.data() + rows.size() - stride));
+        m_leaves[++m_blobs] = keys;
+        const std::uint64_t first = keys.front();
+        const std::uint64_t last = keys.back();
         for (const std::uint32_t uid : {2u, 5u})
             content.attributes.push_back(
                 {uid, m_settings.revision, {{{first, last, true, false}, {m_blobs, 0, 1, 0}}}});
         if (m_settings.revision > 1)
             content.attributes.push_back({7, m_settings.revision, {{{50, 50, true, false}, {}}}});
     }
-    std::vector<std::uint8_t> readLeaf(const Node& leaf) override {
-        return m_leaves.at(leaf.attributes.at(0).elements.at(0).block.blob);
+    std::shared_ptr<SortedRun> readLeaf(const Node& leaf) override {
+        return runOf(m_leaves.at(leaf.attributes.at(0).elements.at(0).block.blob));
     }
     Page readPage(const BlobRef& reference) override { return m_pages.at(reference.blob); }
     BlobRef writePage(const Page& page) override {

@@ -34,7 +34,7 @@ TEST_F(Store, WritesDurablyAndReadsNoFeatureThatAHostileFileCouldUse) {
         // Blobs that are staged lock no reader out; what is deleted is not written first.
         EXPECT_EQ(connection.pragma("PRAGMA cache_spill"), 0);
         EXPECT_EQ(connection.pragma("PRAGMA secure_delete"), 0);
-        EXPECT_EQ(connection.pragma("PRAGMA cache_size"), -32768);
+        EXPECT_EQ(connection.pragma("PRAGMA cache_size"), -4096);
         EXPECT_EQ(connection.pragma("PRAGMA mmap_size"), 0);
         EXPECT_EQ(connection.pragma("PRAGMA cell_size_check"), 1);
         EXPECT_EQ(connection.pragma("PRAGMA read_uncommitted"), 0);

@@ -396,11 +396,11 @@ TEST(FilterMeaning, LargeIntegersStayExact) {
 TEST(FilterMeaning, ReadsNoColumnThatTheOthersMakeNeedless) {
     const AttributeTable table = makeTable();
     const BoundFilter filter(Expression::parse("(e * 2 > 1) && a == 300 - 100"), table);
-    Column zeros(1, 5000);
+    const codec::Block zeros(Column(1, 5000));
     Selection selection;
     filter.select(
         5000,
-        [&](std::size_t slot) -> const Column& {
+        [&](std::size_t slot) -> const codec::Block& {
             EXPECT_EQ(filter.elements()[slot], (ElementRef{0, 0}));
             return zeros;
         },

@@ -1,12 +1,15 @@
 // Attributes of every kind for the filter's tests, and how points are selected among their columns.
 #pragma once
 
+#include "engine/base/instructions.h"
+#include "engine/codec/bitpack.h"
 #include "engine/filter/filter.h"
 
 #include <gtest/gtest.h>
 
 #include <functional>
 #include <limits>
+#include <list>
 #include <string>
 #include <vector>
 
@@ -57,18 +60,44 @@ inline AttributeTable makeTable() {
     return table;
 }
 
-// Selects among columns that are given per element of the filter.
+// The column as a block, bit-packed or plain.
+inline codec::Block blockOf(const Column& column, bool packed) {
+    std::vector<codec::PackedRun> runs;
+    if (!packed || codec::measureRuns(column, runs) >= column.size() * column.width())
+        return codec::Block(column);
+    Bytes bytes;
+    codec::packRuns(column, runs, bytes);
+    ByteReader reader(bytes, "the block");
+    runs = codec::readRuns(reader, column.width(), column.size());
+    const std::size_t at = bytes.size() - reader.left();
+    return {column.width(), column.size(), std::move(runs), std::move(bytes), at};
+}
+
+// Selects among columns that are given per element of the filter, in every way that there is: from
+// packed blocks and plain ones, by the instructions that all machines have and those of this one.
 inline Selection selectFrom(const BoundFilter& filter, std::size_t count,
-                            const std::function<const Column&(const ElementRef&)>& columnOf) {
+                            const std::function<const Column&(const ElementRef&)>& columnOf,
+                            const Decided& decided = {}) {
     Selection selection{99};
-    std::vector<int> calls(filter.elements().size());
-    filter.select(
-        count,
-        [&](std::size_t slot) -> const Column& {
+    const bool wide = machineHasWideInstructions();
+    for (const int way : {0, 1, 2, 3}) {
+        wideInstructions() = wide && way % 2 == 0;
+        std::list<codec::Block> blocks;
+        std::vector<int> calls(filter.elements().size());
+        const auto source = [&](std::size_t slot) -> const codec::Block& {
             EXPECT_EQ(++calls.at(slot), 1);
-            return columnOf(filter.elements()[slot]);
-        },
-        selection);
+            return blocks.emplace_back(blockOf(columnOf(filter.elements()[slot]), way < 2));
+        };
+        Selection own;
+        filter.select(count, source, own, decided);
+        calls.assign(calls.size(), 0);
+        EXPECT_EQ(filter.count(count, source, decided), own.size());
+        if (way > 0) {
+            EXPECT_EQ(own, selection) << "way " << way;
+        }
+        selection = own;
+    }
+    wideInstructions() = wide;
     return selection;
 }
 

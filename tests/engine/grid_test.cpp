@@ -252,6 +252,68 @@ TEST(Grid, TheTypeOfADefinitionHoldsAllItsValues) {
     EXPECT_NE(text.find("-1 to 9223372036854775808"), std::string::npos) << text;
 }
 
+// Columns reach buffers as their values one by one do, or are refused as these are: also codes that
+// only damaged files have.
+TEST(Grid, ColumnsAreWrittenAsTheirValuesAre) {
+    std::mt19937_64 random(5);
+    int refused = 0;
+    const double definitions[][4] = {
+        {1, 0, 200, noInvalid}, {1, 0, 255, 7},    {1, -100, 100, -1000},
+        {1, -1, 254, 0.5},      {1, 1, 0x1p64, 0}, {1, -0x1p63, 0x1p63, 5},
+        {0.01, -10, 655, -20},  {0.3, 1, 1e6, 0},  {0, -1e9, 1e9, 3}};
+    for (const auto& [resolution, minimum, maximum, invalid] : definitions) {
+        AttributeRecord record;
+        record.name = "tarvo.probe";
+        record.length = 1;
+        record.resolution = resolution;
+        record.minimumValue = minimum;
+        record.maximumValue = maximum;
+        record.invalidValue = invalid;
+        const Attribute attribute(record, 1);
+        const Grid& grid = attribute.grid;
+        for (const bool damaged : {false, true}) {
+            Column column(grid.width(), 1300);
+            const std::uint64_t first = grid.firstAtLeast(-INFINITY).code;
+            const std::uint64_t span = grid.maximumCode() - first;
+            for (std::size_t i = 0; i < column.size(); ++i)
+                column.set(i, damaged || span == ~0ull ? random()
+                              : random() % 4 == 0 && grid.hasInvalid()
+                                  ? grid.invalidCode()
+                                  : first + random() % (span + 1));
+            std::vector<std::uint32_t> list;
+            for (std::uint32_t i = 0; i < column.size(); i += 1 + random() % 2)
+                list.push_back(i);
+            for (std::uint32_t type = QRB_DATA_TYPE_UINT8; type <= QRB_DATA_TYPE_DOUBLE; ++type)
+                for (const std::size_t gap : {0, 3}) {
+                    const bool listed = random() % 2 != 0;
+                    const query::Rows rows{2, list.size() - 2, listed ? &list : nullptr};
+                    const std::size_t stride = query::sizeOfType(type) + gap;
+                    std::vector<std::uint8_t> got(rows.count * stride), expected(got.size());
+                    std::string said, wanted;
+                    const ErrorCode code = failureOf(
+                        [&] {
+                            query::writeValues(attribute, codec::Block(column), rows, type,
+                                               got.data(), static_cast<std::ptrdiff_t>(stride));
+                        },
+                        &said);
+                    const ErrorCode one = failureOf(
+                        [&] {
+                            for (std::size_t i = 0; i < rows.count; ++i)
+                                query::writeValue(attribute, column[listed ? list[2 + i] : 2 + i],
+                                                  type, expected.data() + i * stride);
+                        },
+                        &wanted);
+                    EXPECT_EQ(code, one) << type;
+                    EXPECT_EQ(said, wanted);
+                    refused += code != ErrorCode(0);
+                    EXPECT_TRUE(code != ErrorCode(0) || got == expected)
+                        << resolution << " from " << minimum << " as type " << type;
+                }
+        }
+    }
+    EXPECT_GT(refused, 50);
+}
+
 TEST(Grid, ErrorsTellNumbersAsTheyWereGiven) {
     AttributeRecord record;
     record.name = "tarvo.probe";

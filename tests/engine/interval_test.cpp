@@ -378,18 +378,20 @@ TEST(FilterDecision, RoundsAsTheEvaluationDoes) {
     for (const auto& one : cases) {
         const BoundFilter filter(Expression::parse(one.text), table);
         ASSERT_EQ(filter.elements().size(), one.values.size()) << one.text;
-        std::vector<Column> columns;
+        std::vector<codec::Block> blocks;
         std::vector<schema::ElementStatistics> known;
         for (std::size_t i = 0; i < one.values.size(); ++i) {
             const Grid& grid = table[filter.elements()[i].attribute].grid;
-            columns.emplace_back(grid.width(), 1);
-            columns.back().set(0, one.values[i]);
-            known.push_back(schema::statistics(columns.back(), grid));
+            Column column(grid.width(), 1);
+            column.set(0, one.values[i]);
+            known.push_back(schema::statistics(column, grid));
+            blocks.emplace_back(std::move(column));
         }
         std::size_t next = 0;
         Selection selection;
         filter.select(
-            1, [&](std::size_t slot) -> const Column& { return ++next, columns[slot]; }, selection);
+            1, [&](std::size_t slot) -> const codec::Block& { return ++next, blocks[slot]; },
+            selection);
         EXPECT_NE(filter.decide(known), selection.empty() ? Decision::All : Decision::None)
             << one.text;
     }

@@ -385,38 +385,6 @@ TEST_F(QueryNodes, AreFilledOneByOne) {
     EXPECT_EQ(found, expected);
 }
 
-// In a process of its own, whose files can't grow for a while.
-TEST_F(QueryNodes, RowsThatFindNoRoomAreKeptAndToldAtOnce) {
-    create(amplitudeOnly(), 5000);
-    session.reset();
-    OtherProcess other([this](const std::function<void()>&) {
-        ::signal(SIGXFSZ, SIG_IGN);
-        ::rlimit before{};
-        ::getrlimit(RLIMIT_FSIZE, &before);
-        open();
-        begin();
-        ::rlimit small = before;
-        small.rlim_cur = 100'000;
-        ::setrlimit(RLIMIT_FSIZE, &small);
-        std::size_t taken = 0;
-        int refused = 0;
-        for (std::uint32_t seed = 1; seed <= 8; ++seed) {
-            const std::vector<Point> points = somePoints(70'000, seed);
-            if (outcomeOf([&] { insert(*session, points); }).text.empty())
-                taken += points.size();
-            else
-                ++refused;
-        }
-        ::setrlimit(RLIMIT_FSIZE, &before);
-        insert(*session, somePoints(10, 1));
-        commit();
-        if (refused == 0)
-            return 1;
-        return readAll(*session).size() == taken + 10 ? 0 : 2;
-    });
-    EXPECT_EQ(other.wait(), 0);
-}
-
 TEST_F(QueryNodes, OfAnEdgeHoldNoPointsFartherApart) {
     for (const auto& [edge, leaves] : {std::pair(7u, 3u), {10u, 2u}, {17u, 1u}}) {
         create(amplitudeOnly(), 100, [edge = edge](auto& created) {
@@ -444,12 +412,11 @@ TEST_F(QueryNodes, ManyPointsAreSortedBesideTheDatabase) {
     ::setenv("TMPDIR", "/nowhere", 1);
     session = std::make_unique<session::Session>("a.qrbx", session::OpenSettings{0}, "test");
     begin();
-    for (std::uint32_t seed = 1; seed <= 3; ++seed)
+    for (std::uint32_t seed = 1; seed <= 17; ++seed)
         insert(*session, somePoints(70'000, seed));
     insert(*session, somePoints(1'000, 9));
-    EXPECT_EQ(readAll(*session).size(), 211'000u);
+    EXPECT_EQ(session->state()->pointCount, 1'191'000u);
     commit();
-    EXPECT_EQ(readAll(*session).size(), 211'000u);
     expectSound();
     session.reset();
     std::filesystem::current_path(before);

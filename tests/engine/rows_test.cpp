@@ -1,5 +1,7 @@
-// Keys, rows and pages of the index on their way through memory and files.
+// Keys, rows and pages of the index.
 #include "engine/index/rows.h"
+#include "engine/index/key.h"
+#include "engine/index/node.h"
 #include "tests/engine/hostile.h"
 
 #include <sys/resource.h>
@@ -62,6 +64,14 @@ TEST(Keys, InterleaveAsManyBitsOfEachCoordinateAsThereIsRoomFor) {
             }
             const Key key = space.key(codes);
             EXPECT_TRUE(key == expected);
+            for (unsigned level = 0; level <= one.depth; ++level) {
+                const unsigned levels = std::min(level, 32 / one.dimensions);
+                std::uint32_t cell = 0;
+                space.cells({codes, one.dimensions}, level, levels, {&cell, 1});
+                const Key whole = level == 0 ? 0 : key >> ((one.depth - level) * one.dimensions);
+                EXPECT_EQ(cell, static_cast<std::uint32_t>(
+                                    whole & ((Key(1) << (levels * one.dimensions)) - 1)));
+            }
             EXPECT_TRUE(space.first(key, 0) == 0 && space.last(key, one.depth) == key);
             for (unsigned level = 0; level < one.depth; ++level) {
                 const Key first = space.first(key, level);
@@ -90,132 +100,11 @@ TEST(Rows, HoldEveryElementOfWhatDiffers) {
     for (const RowLayout::Field& field : layout.fields())
         text += " " + std::to_string(field.uid) + "[" + std::to_string(field.element) + "]@" +
                 std::to_string(field.offset) + "+" + std::to_string(field.width);
-    EXPECT_EQ(text, "32: 7[0]@16+2 7[1]@18+2 7[2]@20+2 9[0]@22+8 4[0]@30+1 4[1]@31+1");
-    EXPECT_EQ(layout.idField().uid, 9u);
+    EXPECT_EQ(text, "16: 7[0]@0+2 7[1]@2+2 7[2]@4+2 9[0]@6+8 4[0]@14+1 4[1]@15+1");
+    EXPECT_EQ(layout.fields()[layout.idField()].uid, 9u);
     EXPECT_EQ(layout.fieldOf(0), 0u);
     EXPECT_EQ(layout.fieldOf(2), 3u);
     EXPECT_EQ(layout.fieldOf(3), 4u);
-    std::vector<std::uint8_t> row(layout.stride());
-    const std::uint64_t number = 9'999'999'999;
-    std::memcpy(row.data() + 22, &number, 8);
-    EXPECT_EQ(layout.id(row.data()), number);
-    EXPECT_TRUE(RowLayout::key(row.data()) == 0);
-}
-
-// Rows of a key and a letter.
-constexpr std::size_t stride = sizeof(Key) + 1;
-
-std::vector<std::uint8_t> rowsOf(const std::string& keysAndLetters) {
-    std::vector<std::uint8_t> rows;
-    for (std::size_t i = 0; i < keysAndLetters.size(); i += 2) {
-        const Key key = static_cast<Key>(keysAndLetters[i] - '0') << 70;
-        rows.resize(rows.size() + stride);
-        std::memcpy(rows.data() + rows.size() - stride, &key, sizeof key);
-        rows.back() = static_cast<std::uint8_t>(keysAndLetters[i + 1]);
-    }
-    return rows;
-}
-
-std::string textOf(const std::uint8_t* rows, std::size_t count) {
-    std::string text;
-    for (std::size_t i = 0; i < count; ++i) {
-        text += static_cast<char>('0' + static_cast<int>(RowLayout::key(rows + i * stride) >> 70));
-        text += static_cast<char>(rows[i * stride + sizeof(Key)]);
-    }
-    return text;
-}
-
-// Points at one place keep their order: those that were there, then new ones as they came.
-TEST(Rows, OfOneKeyStayInTheirOrder) {
-    const std::vector<std::uint8_t> sorted = sortRows(rowsOf("3a1b3c2d1e3f1g"), stride);
-    EXPECT_EQ(textOf(sorted.data(), 7), "1b1e1g2d3a3c3f");
-    std::vector<std::unique_ptr<RowReader>> sources;
-    TemporaryFolder folder;
-    const RowFile file(folder.file(""), rowsOf("1k3l3m"));
-    sources.push_back(readRows(rowsOf("1a2b2c5d"), stride));
-    sources.push_back(readRows({}, stride));
-    sources.push_back(file.read(stride, 1));
-    sources.push_back(readRows(rowsOf("1u3v5w5x"), stride));
-    RowMerger merger(std::move(sources), stride);
-    const Key two = Key(2) << 70, four = Key(4) << 70;
-    EXPECT_EQ(merger.countUpTo(two, 100), 5u);
-    EXPECT_EQ(merger.countUpTo(two, 4), 4u);
-    EXPECT_EQ(merger.countUpTo(two - 1, 100), 3u);
-    EXPECT_EQ(textOf(merger.front(), 5), "1a1k1u2b2c");
-    merger.pop(4);
-    EXPECT_TRUE(merger.nextKey() == two);
-    // Those of a leaf that is opened again come first.
-    merger.insert(rowsOf("2A3B5C"));
-    EXPECT_FALSE(merger.atEnd());
-    EXPECT_EQ(merger.countUpTo(four, 100), 6u);
-    EXPECT_EQ(merger.countUpTo(~Key(0), 100), 10u);
-    EXPECT_EQ(textOf(merger.front(), 10), "2A2c3B3l3m3v5C5d5w5x");
-    merger.pop(10);
-    EXPECT_TRUE(merger.atEnd());
-    EXPECT_EQ(merger.countUpTo(~Key(0), 3), 0u);
-}
-
-// What the process has open within a folder.
-std::vector<std::string> openWithin(const std::string& folder) {
-    std::vector<std::string> result;
-    for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
-        std::error_code error;
-        const std::string target = std::filesystem::read_symlink(entry.path(), error).string();
-        if (target.starts_with(folder))
-            result.push_back(target);
-    }
-    return result;
-}
-
-TEST(Rows, InFilesLieBesideTheDatabaseWithoutANameAndGoWithTheirFile) {
-    TemporaryFolder folder;
-    const std::string path = std::filesystem::path(folder.file("x")).parent_path().string();
-    {
-        const RowFile file(path, rowsOf("1a2b3c4d5e"));
-        const std::vector<std::string> open = openWithin(path);
-        ASSERT_EQ(open.size(), 1u);
-        EXPECT_NE(open[0].find("(deleted)"), std::string::npos) << open[0];
-        EXPECT_EQ(folder.entries(), 0u);
-        // Any number of times from the beginning.
-        for (const std::size_t buffer : {std::size_t(1), 2 * stride + 1, std::size_t(4096)}) {
-            const std::unique_ptr<RowReader> reader = file.read(stride, buffer);
-            std::string text;
-            while (const std::uint8_t* row = reader->next())
-                text += textOf(row, 1);
-            EXPECT_EQ(text, "1a2b3c4d5e");
-        }
-        EXPECT_EQ(outcomeOf([&] {
-                      const std::unique_ptr<RowReader> reader = file.read(stride + 1, 4096);
-                      while (reader->next()) {
-                      }
-                  }).code,
-                  ErrorCode::File);
-    }
-    EXPECT_TRUE(openWithin(path).empty());
-
-    const std::string gone = folder.file("gone");
-    try {
-        RowFile(gone, rowsOf("1a"));
-        ADD_FAILURE() << "made a file where there is no folder";
-    } catch (const Failure& failure) {
-        EXPECT_EQ(failure.code(), ErrorCode::File);
-        EXPECT_EQ(failure.what(),
-                  std::string("Points can't be sorted: writing a temporary file failed. Free some "
-                              "space and try again; nothing that was committed is lost."));
-        EXPECT_EQ(failure.details(), "Folder: " + gone + "\nNo such file or directory");
-    }
-    // No room for all of it.
-    rlimit before{};
-    ::getrlimit(RLIMIT_FSIZE, &before);
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit small{1000, before.rlim_max};
-    ::setrlimit(RLIMIT_FSIZE, &small);
-    const Outcome outcome = outcomeOf([&] { RowFile(path, std::vector<std::uint8_t>(100000)); });
-    ::setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, handler);
-    EXPECT_EQ(outcome.code, ErrorCode::File);
-    EXPECT_TRUE(openWithin(path).empty());
-    EXPECT_EQ(folder.entries(), 0u);
 }
 
 // A node as it is written, with what a test makes of it.
@@ -408,6 +297,18 @@ TEST(Pages, HoldEveryMemberOfTheirNodes) {
     same(same, read[0], node);
     same(same, read[1], far);
     EXPECT_TRUE(decodePage(encodePage({})).empty());
+
+    // An outline is the same without the attributes.
+    const auto bare = [](const auto& self, Node of) -> Node {
+        of.attributes.clear();
+        for (Node& child : of.children)
+            child = self(self, child);
+        return of;
+    };
+    const Page outline = decodePage(encodePage(page), PageContents::Outline);
+    ASSERT_EQ(outline.size(), 2u);
+    same(same, outline[0], bare(bare, node));
+    same(same, outline[1], bare(bare, far));
 
     // What they take counts below each other, too.
     Page nested{node}, flat{leaf};

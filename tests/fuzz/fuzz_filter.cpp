@@ -48,7 +48,7 @@ std::uint64_t countedPoints(const filter::BoundFilter& bound) {
     while (const auto hits = scan.next()) {
         bound.select(
             hits->count,
-            [&](std::size_t slot) -> const schema::Column& { return *hits->columns[slot]; },
+            [&](std::size_t slot) -> const codec::Block& { return *hits->columns[slot]; },
             selection);
         count += selection.size();
     }

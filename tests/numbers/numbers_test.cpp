@@ -1,11 +1,14 @@
 #include "numbers/decimal.h"
+#include "numbers/digits.h"
 #include "numbers/numbertext.h"
 
 #include <gtest/gtest.h>
 
 #include <bit>
+#include <charconv>
 #include <cmath>
 #include <cstdlib>
+#include <iterator>
 #include <random>
 
 namespace tarvo::numbers {
@@ -75,6 +78,56 @@ TEST(Numbers, AreRoundedWithoutASignOfZero) {
     EXPECT_EQ(wholeText(Wide(~0ull)), "18446744073709551615");
     EXPECT_EQ(wholeText(-(Wide(1) << 63)), "-9223372036854775808");
     EXPECT_EQ(wholeText(0), "0");
+}
+
+// The short way to digits against the standard library's, most of all where the short one must give
+// up: near the middle of two texts, and beyond the digits of a double.
+TEST(Numbers, HaveTheSameDigitsByEveryWay) {
+    RecordProperty("seed", std::to_string(seed()));
+    std::mt19937_64 random(seed());
+    const auto expected = [](double value, int places) {
+        char buffer[mostCharacters];
+        const std::string text(
+            buffer,
+            std::to_chars(buffer, std::end(buffer), value, std::chars_format::fixed, places).ptr);
+        return text.find_first_not_of("-0.") == std::string::npos && text[0] == '-' ? text.substr(1)
+                                                                                    : text;
+    };
+    int shortWays = 0;
+    for (int i = 0; i < 400'000; ++i) {
+        const int places = static_cast<int>(random() % 18);
+        const auto steps =
+            static_cast<double>(static_cast<std::int64_t>(random()) >> random() % 64);
+        double value = steps / std::pow(10.0, random() % 3 ? places : places + 1);
+        switch (random() % 8) {
+            case 0:
+                value = (steps + 0.5) / std::pow(10.0, places);
+                break;
+            case 1:
+                value = std::nextafter(value, random() % 2 ? INFINITY : -INFINITY);
+                break;
+            case 2:
+                value = std::bit_cast<double>(random());
+                break;
+        }
+        if (!std::isfinite(value))
+            continue;
+        char digits[roomForDigits];
+        shortWays += writeExactFixed(digits, value, places) != nullptr;
+        ASSERT_EQ(fixed(value, places), expected(value, places)) << places << ", seed " << seed();
+    }
+    EXPECT_GT(shortWays, 100'000);
+    for (int i = 0; i < 100'000; ++i) {
+        const std::uint64_t whole = random() >> (1 + random() % 63);
+        const auto negative = static_cast<std::int64_t>(whole);
+        char text[roomForDigits];
+        ASSERT_EQ(std::string(text, writeWhole(text, whole)), std::to_string(whole));
+        ASSERT_EQ(std::string(text, writeWhole(text, 0 - negative)), std::to_string(0 - negative));
+    }
+    for (const std::int64_t edge : {INT64_MIN, INT64_MIN + 1, std::int64_t(-1), std::int64_t(0)}) {
+        char text[roomForDigits];
+        EXPECT_EQ(std::string(text, writeWhole(text, edge)), std::to_string(edge));
+    }
 }
 
 TEST(Numbers, AreReadWholeOrNotAtAll) {
