@@ -34,10 +34,15 @@ void runIndex(const Database& database, const IndexOptions& options) {
     }
     const auto stat = database.cloud().stat();
     qrb::pointcloud::IndexNode root;
-    stat.index(root);
-    const Leaves leaves = leavesOf(root);
-    if (!options.filter.empty()) {
-        stat.index(root, options.filter);
+    stat.index(root, options.filter);
+    Leaves leaves;
+    if (options.levels || options.json) {
+        // Which nodes are leaves only the whole index tells.
+        qrb::pointcloud::IndexNode whole;
+        if (!options.filter.empty()) {
+            stat.index(whole);
+        }
+        leaves = leavesOf(options.filter.empty() ? root : whole);
     }
     if (options.levels) {
         print(options.json ? indexLevelsJson(root, leaves) : indexLevels(root, leaves));

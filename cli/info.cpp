@@ -71,8 +71,7 @@ FileInfo readInfo(const Database& database) {
     info.fileName = database.fileName();
     info.uuid = cloud.getUuid();
     info.size = database.fileSize();
-    qrb::pointcloud::IndexNode root;
-    cloud.stat().index(root);
+    const qrb::pointcloud::IndexNode root = cloud.stat().root();
     info.pointCount = static_cast<std::uint64_t>(root.pointCountTotal);
     info.currentTransaction = cloud.transactions().current();
     for (const std::uint32_t id : cloud.transactions().list()) {

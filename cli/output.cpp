@@ -34,6 +34,11 @@ Output::Output(const Database& database, const std::string& fileName) {
 }
 
 void Output::write(std::string_view text) {
+    if (text.size() >= bufferSize) {
+        flush();
+        put(text);
+        return;
+    }
     m_buffer += text;
     if (m_buffer.size() >= bufferSize) {
         flush();
@@ -41,16 +46,20 @@ void Output::write(std::string_view text) {
 }
 
 void Output::flush() {
+    put(m_buffer);
+    m_buffer.clear();
+}
+
+void Output::put(std::string_view text) {
     if (m_file) {
-        m_file->write(m_buffer);
-    } else if (std::fwrite(m_buffer.data(), 1, m_buffer.size(), stdout) != m_buffer.size() ||
+        m_file->write(text);
+    } else if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() ||
                std::fflush(stdout) != 0) {
         if (errno == EPIPE) {
             throw OutputClosed();
         }
         throw Failure("Failed to write the output: " + std::string(std::strerror(errno)) + ".");
     }
-    m_buffer.clear();
 }
 
 void Output::finish() {

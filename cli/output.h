@@ -36,6 +36,7 @@ public:
 
 private:
     void flush();
+    void put(std::string_view text);
 
     std::optional<files::WholeFile> m_file;  // none: standard output
     std::string m_buffer;

@@ -25,19 +25,6 @@ protected:
     std::string m_line;
 };
 
-class CsvWriter : public TextWriter {
-public:
-    using TextWriter::TextWriter;
-    void begin() override {
-        m_line = m_points.header(',');
-        endLine();
-    }
-    void point(std::uint32_t row) override {
-        m_points.appendRow(m_line, row, ',');
-        endLine();
-    }
-};
-
 // Columns are as wide as the attribute's range needs, so that points need not be looked at twice.
 class TableWriter : public TextWriter {
 public:
@@ -110,9 +97,6 @@ public:
 
 std::unique_ptr<PointWriter> makePointWriter(const std::string& format,
                                              const core::PointPages& points, Output& output) {
-    if (format == "csv") {
-        return std::make_unique<CsvWriter>(points, output);
-    }
     if (format == "jsonl") {
         return std::make_unique<JsonLinesWriter>(points, output);
     }

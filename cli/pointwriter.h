@@ -1,4 +1,4 @@
-// The forms in which points are written as text.
+// The forms in which points are written as text, besides csv (core/delimitedpoints).
 #pragma once
 
 #include "cli/output.h"
@@ -18,7 +18,7 @@ public:
     virtual void point(std::uint32_t row) = 0;
 };
 
-// format: "table", "csv" or "jsonl". Points and output must outlive the writer.
+// format: "table" or "jsonl". Points and output must outlive the writer.
 std::unique_ptr<PointWriter> makePointWriter(const std::string& format,
                                              const core::PointPages& points, Output& output);
 

@@ -69,8 +69,7 @@ RemoveResult removeBySelection(const Database& database, const std::string& filt
 
 // The largest id of a point; 0 without points.
 std::uint64_t largestId(const qrb::Pointcloud& cloud) {
-    qrb::pointcloud::IndexNode root;
-    cloud.stat().index(root);
+    const qrb::pointcloud::IndexNode root = cloud.stat().root();
     std::uint64_t largest = 0;
     if (root.pointCountTotal > 0) {
         cloud.stat().maximum(root.id, cloud.pointAttributes().pointIdName(), DataType::UINT64,

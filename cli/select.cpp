@@ -9,6 +9,7 @@
 #include "cli/pointwriter.h"
 #include "cli/terminal.h"
 #include "cli/text.h"
+#include "core/delimitedpoints.h"
 #include "qrb/pointcloud.h"
 
 #include <CLI/CLI.hpp>
@@ -97,6 +98,11 @@ std::uint64_t countPoints(qrb::pointcloud::QuerySelect& query, std::uint64_t lim
 // Returns their number.
 std::uint64_t writePoints(const qrb::Pointcloud& cloud, const SelectOptions& options,
                           Output& output) {
+    if (options.format == "csv") {
+        return core::writeDelimited(
+            cloud, selectionOf(options), selectedColumns(cloud, options), {',', options.limit},
+            [&](std::string_view text) { output.write(text); }, [](int) { checkInterrupted(); });
+    }
     const auto page = static_cast<std::uint32_t>(
         std::max<std::uint64_t>(1, std::min<std::uint64_t>(pageSize, options.limit)));
     core::PointPages points(cloud, selectionOf(options), selectedColumns(cloud, options), page);

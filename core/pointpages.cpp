@@ -33,22 +33,4 @@ std::uint32_t PointPages::next(std::uint32_t count) {
     return m_query.next(std::min(count, m_pageSize));
 }
 
-void PointPages::appendRow(std::string& text, std::uint32_t row, char separator) const {
-    for (std::size_t column = 0; column < m_columns.size(); ++column) {
-        if (column > 0)
-            text += separator;
-        appendText(text, row, column);
-    }
-}
-
-std::string PointPages::header(char separator) const {
-    std::string text;
-    for (const PointColumn& column : m_columns) {
-        if (&column != &m_columns.front())
-            text += separator;
-        text += column.name;
-    }
-    return text;
-}
-
 }  // namespace tarvo::core

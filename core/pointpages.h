@@ -57,10 +57,6 @@ public:
     void appendText(std::string& text, std::uint32_t row, std::size_t column) const {
         m_columns[column].format.append(text, value(row, column));
     }
-    // All values of a row, separated; nothing is quoted.
-    void appendRow(std::string& text, std::uint32_t row, char separator) const;
-    // The names of the columns in the same way.
-    std::string header(char separator) const;
 
 private:
     qrb::pointcloud::QuerySelect m_query;

@@ -161,8 +161,7 @@ std::optional<ValueChanges> countChanges(const qrb::Pointcloud& database,
     if (!from || !defaultCode || stored.length == 0 || definition.length == 0)
         return std::nullopt;
     ValueChanges changes;
-    qrb::pointcloud::IndexNode root;
-    database.stat().index(root);
+    const qrb::pointcloud::IndexNode root = database.stat().root();
     const auto points = static_cast<std::uint64_t>(root.pointCountTotal);
     if (points == 0)
         return changes;

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <utility>
 
 namespace tarvo::core {
 
@@ -23,13 +24,17 @@ bool isWhole(double value) {
     return std::trunc(value) == value;
 }
 
+// What all values of an attribute lie between, the invalid one included.
+std::pair<double, double> limitsOf(const PointAttribute& attribute) {
+    const double low = attribute.minimumValue;
+    const double high = attribute.maximumValue;
+    if (std::isnan(attribute.invalidValue))
+        return {low, high};
+    return {std::min(low, attribute.invalidValue), std::max(high, attribute.invalidValue)};
+}
+
 DataType typeOf(const PointAttribute& attribute) {
-    double low = attribute.minimumValue;
-    double high = attribute.maximumValue;
-    if (!std::isnan(attribute.invalidValue)) {
-        low = std::min(low, attribute.invalidValue);
-        high = std::max(high, attribute.invalidValue);
-    }
+    const auto [low, high] = limitsOf(attribute);
     const bool whole = attribute.resolution == 1 && isWhole(attribute.minimumValue) &&
                        (std::isnan(attribute.invalidValue) || isWhole(attribute.invalidValue));
     if (!whole || low < -twoTo63 || high > twoTo64)
@@ -40,6 +45,17 @@ DataType typeOf(const PointAttribute& attribute) {
     const bool signedRange =
         attribute.minimumValue == -twoTo63 && attribute.maximumValue == twoTo63 && high == twoTo63;
     return high < twoTo63 || signedRange ? DataType::INT64 : DataType::DOUBLE;
+}
+
+// type: the one that typeOf() gives.
+DataType narrowTypeOf(const PointAttribute& attribute, DataType type) {
+    const auto [low, high] = limitsOf(attribute);
+    if (type == DataType::UINT64)
+        return high < 0x1p8    ? DataType::UINT8
+               : high < 0x1p16 ? DataType::UINT16
+               : high < 0x1p32 ? DataType::UINT32
+                               : type;
+    return type == DataType::INT64 && low >= -0x1p31 && high < 0x1p31 ? DataType::INT32 : type;
 }
 
 int placesOf(const PointAttribute& attribute) {
@@ -62,6 +78,7 @@ int decimalsOfResolution(double resolution) {
 
 ValueFormat::ValueFormat(const PointAttribute& attribute)
     : m_type(typeOf(attribute)),
+      m_narrowType(narrowTypeOf(attribute, m_type)),
       m_places(m_type == DataType::DOUBLE ? placesOf(attribute) : 0),
       m_invalid(attribute.invalidValue) {
     if (m_type == DataType::DOUBLE && !std::isnan(m_invalid)) {
@@ -81,13 +98,17 @@ ValueFormat::ValueFormat(const PointAttribute& attribute)
     }
 }
 
-void ValueFormat::appendDouble(std::string& text, double value) const {
+char* ValueFormat::writeAnyDouble(char* at, double value) const {
     if (!std::isfinite(value) || m_places < 0)
-        numbers::appendPlain(text, value);
-    else if (value == m_invalid && !m_invalidText.empty())
-        text += m_invalidText;
-    else
-        numbers::appendFixed(text, value, m_places);
+        return numbers::writePlain(at, value);
+    if (value == m_invalid && !m_invalidText.empty())
+        return std::copy(m_invalidText.begin(), m_invalidText.end(), at);
+    return numbers::writeFixed(at, value, m_places);
+}
+
+void ValueFormat::appendDouble(std::string& text, double value) const {
+    char buffer[numbers::mostCharacters];
+    text.append(buffer, writeDouble(buffer, value));
 }
 
 void ValueFormat::append(std::string& text, std::uint64_t bits) const {

@@ -2,6 +2,7 @@
 // qrbtool show is made here.
 #pragma once
 
+#include "numbers/digits.h"
 #include "qrb/pointattribute.h"
 
 #include <cstdint>
@@ -29,8 +30,19 @@ public:
     // Places behind the decimal mark; -1 where they differ from value to value.
     int places() const { return m_places; }
 
+    // The smallest type in which values can be read instead, for those who read many.
+    qrb::pointcloud::DataType narrowType() const { return m_narrowType; }
+
     // Appends the value in 8 bytes of the type; NaN is written as "nan".
     void append(std::string& text, std::uint64_t bits) const;
+    // Writes a value of the type DOUBLE from at on, where there must be room for
+    // numbers::mostCharacters; returns the end.
+    char* writeDouble(char* at, double value) const {
+        if (m_places >= 0 && value != m_invalid)
+            if (char* const end = numbers::writeExactFixed(at, value, m_places))
+                return end;
+        return writeAnyDouble(at, value);
+    }
     std::string text(std::uint64_t bits) const;
     // maximum - minimum, both in 8 bytes of the type.
     std::string differenceText(std::uint64_t minimum, std::uint64_t maximum) const;
@@ -40,9 +52,11 @@ public:
     std::size_t width() const { return m_width; }
 
 private:
+    char* writeAnyDouble(char* at, double value) const;
     void appendDouble(std::string& text, double value) const;
 
     qrb::pointcloud::DataType m_type;
+    qrb::pointcloud::DataType m_narrowType;
     int m_places = 0;
     double m_invalid;  // NaN: none
     std::string m_invalidText;

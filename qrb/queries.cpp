@@ -201,6 +201,18 @@ void QueryStat::index(IndexNode& root, const std::string& filter) const {
     }
 }
 
+IndexNode QueryStat::root() const {
+    // Of an index in which nothing passes the library tells the root, and need not look below it;
+    // another library may tell nothing.
+    IndexNode root;
+    index(root, "0 == 1");
+    if (root.id == 0) {
+        index(root);
+    }
+    root.children.clear();
+    return root;
+}
+
 void QueryStat::minimum(std::uint32_t nodeId, const std::string& attribute, DataType type,
                         void* buffer, bool cleaned) const {
     if (d) {

@@ -67,6 +67,8 @@ public:
 
     // Fills root with the index, narrowed by a filter (empty: all nodes).
     void index(IndexNode& root, const std::string& filter = {}) const;
+    // The root alone, without children: its id and counts, whatever the size of the index.
+    IndexNode root() const;
     // One value per element of the attribute goes into the buffer; cleaned leaves invalid values
     // out.
     void minimum(std::uint32_t nodeId, const std::string& attribute, DataType type, void* buffer,

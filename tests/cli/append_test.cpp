@@ -371,6 +371,13 @@ TEST_F(Append, StopsAndFullDisksLeaveTheDatabaseAsItWas) {
     const std::string cloud = folder.write("cloud.las", builder.build());
     expectSuccess("import " + cloud + " " + file);
     const std::string before = everything();
+    const auto blocks = std::filesystem::file_size(file) / 1024 + 20;
+    const Result full =
+        runShell("bash -c 'trap \"\" XFSZ; ulimit -f " + std::to_string(blocks) +
+                 "; exec " QRBTOOL_FILE " import " + cloud + " " + file + " --append'");
+    EXPECT_EQ(full.code, 1);
+    EXPECT_NE(full.output.find("free some space"), std::string::npos) << full.output;
+    EXPECT_EQ(everything(), before);
     std::string import = "import";
     for (int i = 0; i < 120; ++i) {  // long enough to be reached by the signals
         import += " " + cloud;
@@ -384,12 +391,6 @@ TEST_F(Append, StopsAndFullDisksLeaveTheDatabaseAsItWas) {
         EXPECT_NE(stopped.output.find("Interrupted."), std::string::npos) << stopped.output;
     }
     EXPECT_NE(runShell("timeout -s KILL 2.5 " QRBTOOL_FILE " " + import).code, 0);
-    const auto blocks = std::filesystem::file_size(file) / 1024 + 100;
-    const Result full =
-        runShell("bash -c 'trap \"\" XFSZ; ulimit -f " + std::to_string(blocks) +
-                 "; exec " QRBTOOL_FILE " import " + cloud + " " + file + " --append'");
-    EXPECT_EQ(full.code, 1);
-    EXPECT_NE(full.output.find("free some space"), std::string::npos) << full.output;
     EXPECT_EQ(everything(), before);
     expectSuccess("import " + cloud + " " + file + " --append", "100000 points added.\n");
     expectSuccess("select --count " + file, "200000\n");

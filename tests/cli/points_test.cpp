@@ -301,12 +301,12 @@ TEST_F(Admin, RemoveTakesPointsByFilterOrId) {
 }
 
 TEST_F(Admin, RemovingAFoundNodeTakesNoFurtherNodes) {
-    ASSERT_EQ(run("sample -n 30000 " + file).code, 0);
+    ASSERT_EQ(run("sample -n 60000 " + file).code, 0);
     const std::string found = " --filter 'find fullest leaf'";
     const int inLeaf = std::stoi(run("select " + file + found + " --count").output);
-    ASSERT_LT(inLeaf, 30000);
+    ASSERT_LT(inLeaf, 60000);
     expectSuccess("remove " + file + found, std::to_string(inLeaf) + " points removed.\n");
-    expectSuccess("select " + file + " --count", std::to_string(30000 - inLeaf) + "\n");
+    expectSuccess("select " + file + " --count", std::to_string(60000 - inLeaf) + "\n");
 }
 
 TEST_F(Admin, AnInterruptedChangeLeavesThePointsAsTheyWere) {

@@ -259,13 +259,20 @@ void expectValues(const LasFile& file, const std::string& database) {
     std::string csvLine;
     std::string jsonLine;
     std::getline(csv, csvLine);
-    EXPECT_EQ(csvLine, pages.header(','));
+    const auto joined = [&columns](const auto& textOf) {
+        std::string line;
+        for (std::size_t i = 0; i < columns.size(); ++i) {
+            line += (i > 0 ? "," : "") + textOf(i);
+        }
+        return line;
+    };
+    EXPECT_EQ(csvLine, joined([&](std::size_t i) { return columns[i].name; }));
     const std::size_t step = file.pointCount / 4000 + 1;
     std::size_t compared = 0;
     while (const std::uint32_t count = pages.next()) {
         for (std::uint32_t row = 0; row < count; ++row) {
-            std::string line;
-            pages.appendRow(line, row, ',');
+            const std::string line =
+                joined([&](std::size_t i) { return columns[i].format.text(pages.value(row, i)); });
             std::getline(csv, csvLine);
             std::getline(json, jsonLine);
             ASSERT_EQ(csvLine, line);

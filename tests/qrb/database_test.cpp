@@ -101,6 +101,11 @@ TEST_F(Database, WhatWasInsertedIsSelectedAfterReopening) {
     IndexNode root;
     cloud.stat().index(root);
     EXPECT_EQ(root.pointCountTotal, 5000);
+    const IndexNode alone = cloud.stat().root();
+    EXPECT_EQ(std::tie(alone.id, alone.revision, alone.pointCountTotal, alone.pointCountNode),
+              std::tie(root.id, root.revision, root.pointCountTotal, root.pointCountNode));
+    EXPECT_FALSE(root.children.empty());
+    EXPECT_TRUE(alone.children.empty());
     double low[3] = {};
     double high[3] = {};
     cloud.stat().minimum(root.id, "p", DataType::DOUBLE, low, false);

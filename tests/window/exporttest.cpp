@@ -286,7 +286,7 @@ void ExportTest::withoutColumnsEachPointIsAnEmptyLine() {
 
 void ExportTest::cancelLeavesWhatWasThere() {
     const QTemporaryDir folder;
-    const TestDatabase large = makeSampleDatabase(folder.path(), 1'000'000);
+    const TestDatabase large = makeLongExport(folder.path());
     QVERIFY2(large.error.isEmpty(), qUtf8Printable(large.error));
     m_window->openDatabase(large.fileName, true);
     driver().showTab("tabPointData");

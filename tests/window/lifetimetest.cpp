@@ -314,7 +314,7 @@ void LifetimeTest::quitAsksAllWindowsFirst() {
 
 void LifetimeTest::quitEndsNoWorkOnADatabase() {
     const QTemporaryDir folder;
-    const TestDatabase large = makeSampleDatabase(folder.path(), 1'000'000);
+    const TestDatabase large = makeLongExport(folder.path());
     QVERIFY2(large.error.isEmpty(), qUtf8Printable(large.error));
     m_window->openDatabase(large.fileName, true);
     m_window->findChild<QAction*>("actionColumnsShowAll")->trigger();

@@ -130,6 +130,7 @@ private slots:
     void detailsShowTheExtremesOfTheNode();
     void statisticsShowEveryLevel();
     void pointsShowTheirValues();
+    void columnsFitTheirValuesPageByPage();
     void chooserListsTheAttributes();
     void reportsAreThoseOfTheLibrary();
 
@@ -600,6 +601,93 @@ void TablesTest::pointsShowTheirValues() {
         shown += count;
     }
     QCOMPARE(shown, SampleDatabase::points);
+}
+
+void TablesTest::columnsFitTheirValuesPageByPage() {
+    const SampleWindow window(m_sample->copy());
+    std::vector<std::uint64_t> ids(SampleDatabase::points);
+    {
+        auto query = window.database().select();
+        query.bind("tarvo.id", pointcloud::DataType::UINT64, ids.data(), sizeof(std::uint64_t));
+        QCOMPARE(query.next(SampleDatabase::points), std::uint32_t{SampleDatabase::points});
+        pointcloud::PointAttribute grows;
+        grows.name = "own.g";
+        grows.length = 2;
+        grows.minimumValue = -1e15;
+        grows.maximumValue = 1e15;
+        grows.resolution = 1;
+        grows.storageClass = 2;
+        pointcloud::TransactionGuard guard(window.database().transactions(), "Grow", "tests");
+        window.database().pointAttributes().add(grows);
+        // Page 1 shows zeros alone, page 2 one wide value, page 3 a wider one.
+        for (const auto& [row, value] : {std::pair(150u, 1e12), std::pair(250u, -1e15)}) {
+            auto fill = window.database().fill("tarvo.id == " + std::to_string(ids[row]));
+            fill.bind("own.g[0]", pointcloud::DataType::DOUBLE, &value);
+            while (fill.next(1000) > 0) {
+            }
+        }
+        guard.commit();
+    }
+    window.run("actionReload", {});
+    window.driver().showTab("tabPointData");
+    auto* tree = window.child<QTreeWidget>("treePointData");
+    const auto column = [tree](const QString& element) {
+        return static_cast<int>(headersOf(tree).indexOf(element));
+    };
+    const auto contents = [tree](int c) {
+        int width = tree->header()->sectionSizeHint(c);
+        for (int row = 0; row < tree->topLevelItemCount(); ++row)
+            width = std::max(
+                width,
+                tree->sizeHintForIndex(tree->indexFromItem(tree->topLevelItem(row), c)).width());
+        return width;
+    };
+    // The last column also has the rest of the view.
+    const auto compareAll = [&] {
+        for (int c = 0; c < tree->columnCount(); ++c) {
+            if (tree->header()->visualIndex(c) == tree->columnCount() - 1)
+                QVERIFY(tree->columnWidth(c) >= contents(c));
+            else
+                QCOMPARE(tree->columnWidth(c), contents(c));
+        }
+    };
+    const auto next = [&] { window.run("actionQuerySelectNext", {}); };
+    next();
+    const int grows = column("own.g[0]");
+    const int zero = column("own.g[1]");
+    const int id = column("tarvo.id");
+    QVERIFY(grows > 0 && zero > 0 && id > 0);
+    compareAll();
+
+    // The user's widths stay where no value asks for more.
+    tree->setColumnWidth(id, 321);
+    tree->setColumnWidth(zero, 40);
+    int before = tree->columnWidth(grows);
+    for (int page = 2; page <= 3; ++page) {
+        next();
+        QVERIFY(tree->columnWidth(grows) > before);
+        before = tree->columnWidth(grows);
+        QCOMPARE(before, contents(grows));
+    }
+    QCOMPARE(tree->columnWidth(id), 321);
+    QCOMPARE(tree->columnWidth(zero), 40);
+
+    QFont large = tree->font();
+    large.setPointSize(2 * large.pointSize());
+    tree->setFont(large);
+    next();
+    compareAll();
+
+    // Hidden columns are measured, too, and a query that begins anew forgets what was shown.
+    tree->setColumnWidth(id, 321);
+    window.run("actionColumnsHideAll", {});
+    QTRY_VERIFY(tree->isColumnHidden(grows));
+    window.run("actionQuerySelectCancel", {});
+    for (int page = 1; page <= 2; ++page)
+        next();
+    window.run("actionColumnsShowAll", {});
+    QTRY_VERIFY(!tree->isColumnHidden(grows));
+    compareAll();
 }
 
 void TablesTest::chooserListsTheAttributes() {

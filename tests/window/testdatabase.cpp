@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QProcess>
 
@@ -28,6 +29,19 @@ TestDatabase makeSampleDatabase(const QString& folder, int points) {
     result.fileName = QDir(folder).filePath("test.qrbx");
     result.pointCount = points;
     result.error = runTool({"sample", "-n", QString::number(points), result.fileName});
+    return result;
+}
+
+TestDatabase makeLongExport(const QString& folder) {
+    TestDatabase result = makeSampleDatabase(folder, 1'000'000);
+    QFile definition(QDir(folder).filePath("wide.json"));
+    if (!result.error.isEmpty() || !definition.open(QIODevice::WriteOnly))
+        return result;
+    definition.write(R"({"name": "test.wide", "title": "Wide", "length": 255, "minimum_value": 0,
+        "maximum_value": 1, "resolution": 0, "default_value": 0.123456789, "storage_class": 2})");
+    definition.close();
+    result.error = runTool({"attributes", result.fileName, "add", "--json", definition.fileName()});
+    definition.remove();
     return result;
 }
 

@@ -18,3 +18,5 @@ QString runTool(const QStringList& arguments);
 TestDatabase makeTestDatabase(const QString& folder);
 // A simulated scan of so many points.
 TestDatabase makeSampleDatabase(const QString& folder, int points);
+// One whose export takes seconds, so that there is time to stop it.
+TestDatabase makeLongExport(const QString& folder);

@@ -43,8 +43,7 @@ DatabaseSummary DatabaseSummary::of(const qrb::Pointcloud& database) {
     DatabaseSummary summary;
     summary.uuid = QString::fromStdString(database.getUuid());
 
-    pointcloud::IndexNode root;
-    database.stat().index(root);
+    const pointcloud::IndexNode root = database.stat().root();
     std::int64_t total = root.pointCountTotal;
     summary.pointsTotal = QLocale().toString(static_cast<qlonglong>(total));
 

@@ -3,10 +3,12 @@
 #include "window/common/programsettings.h"
 #include "window/common/textformat.h"
 
+#include <QHash>
 #include <QHeaderView>
 #include <QListWidget>
 #include <QMap>
 #include <QScopedValueRollback>
+#include <QSet>
 #include <QTreeWidget>
 #include <algorithm>
 
@@ -96,12 +98,12 @@ QStringList PointColumns::shownAttributes() const {
 
 void PointColumns::apply(QTreeWidget* tree) const {
     const QStringList shown = shownAttributes();
-    QMap<QString, int> columns;
+    const QSet<QString> visible(shown.begin(), shown.end());
+    QHash<QString, int> columns;
     for (int column = 1; column < tree->columnCount(); ++column) {
         const QString element = tree->headerItem()->text(column);
         columns[element] = column;
-        tree->setColumnHidden(column, !shown.contains(baseName(element)));
-        tree->resizeColumnToContents(column);
+        tree->setColumnHidden(column, !visible.contains(baseName(element)));
     }
 
     int position = 1;

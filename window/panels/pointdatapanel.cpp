@@ -12,7 +12,7 @@
 #include "window/dialogs/filterinsertmenu.h"
 #include "window/panels/findbar.h"
 #include "window/panels/pointexport.h"
-#include "window/widgets/numerictreewidgetitem.h"
+#include "window/panels/pointrow.h"
 
 #include <QAbstractItemModel>
 #include <QBoxLayout>
@@ -50,8 +50,12 @@ QString countText(quint64 count) {
 }  // namespace
 
 PointDataPanel::PointDataPanel(const DatabaseSession& session, QWidget* parent)
-    : Panel(session, parent), m_ui(std::make_unique<Ui::PointDataPanel>()), m_columns(nullptr) {
+    : Panel(session, parent),
+      m_ui(std::make_unique<Ui::PointDataPanel>()),
+      m_columns(nullptr),
+      m_widths(nullptr) {
     m_ui->setupUi(this);
+    m_widths = ColumnWidths(m_ui->treePointData);
     setUpFilter();
     setUpColumns();
     // In the order read until a header is clicked; "#" leads back to it.
@@ -129,6 +133,7 @@ void PointDataPanel::clear() {
     m_ui->treePointData->clear();
     m_ui->treePointData->sortByColumn(-1, Qt::AscendingOrder);
     m_ui->treePointData->setColumnCount(1);
+    m_widths.restart();
     m_findBar->refresh();
     m_ui->editPointDataNodes->clear();
     m_ui->labelPointData->clear();
@@ -144,7 +149,7 @@ void PointDataPanel::refreshAttributes() {
     }
     m_insertMenu->setAttributes(m_attributes);
     m_columns.fill(m_attributes);
-    m_columns.apply(m_ui->treePointData);
+    applyColumns();
 }
 
 void PointDataPanel::refreshHistory() {
@@ -211,7 +216,9 @@ void PointDataPanel::startQuery() {
     m_ui->progressPointData->setValue(0);
     m_ui->treePointData->clear();
     m_ui->treePointData->setColumnCount(1 + static_cast<int>(reader->columns().size()));
-    m_ui->treePointData->setHeaderLabels(QStringList("#") + reader->columns());
+    m_headers = QStringList("#") + reader->columns();
+    m_ui->treePointData->setHeaderLabels(m_headers);
+    m_widths.restart();
     m_reader = std::move(reader);
 }
 
@@ -224,14 +231,8 @@ void PointDataPanel::appendPage() {
         count = m_reader->next();
         m_ui->labelPointData->setText(QString("%0 ms").arg(timer.elapsed()));
         if (count > 0) {
-            // Sorted once, not row by row.
-            m_ui->treePointData->setSortingEnabled(false);
-            for (std::uint32_t row = 0; row < count; ++row)
-                appendRow(row);
-            m_ui->treePointData->setSortingEnabled(true);
+            appendRows(count);
             m_rowCounter += count;
-            m_ui->treePointData->resizeColumnToContents(0);
-            m_columns.apply(m_ui->treePointData);
             m_ui->progressPointData->setValue(static_cast<int>(m_reader->progress()));
             m_findBar->refresh();
         }
@@ -243,19 +244,23 @@ void PointDataPanel::appendPage() {
     }
 }
 
-void PointDataPanel::appendRow(std::uint32_t row) {
-    auto* item = new NumericTreeWidgetItem(m_ui->treePointData);
-    item->setText(0, QString::number(quint64{m_rowCounter} + 1 + row));
-    item->setTextAlignment(0, Qt::AlignCenter);
-    const QStringList& names = m_reader->columns();
-    for (int column = 0; column < names.size(); ++column) {
-        const QString text = m_reader->text(row, column);
-        const QString cell = QString("%1 = %2").arg(names[column], text);
-        item->setText(column + 1, text);
-        item->setTextAlignment(column + 1, Qt::AlignRight | Qt::AlignVCenter);
-        item->setData(column + 1, Qt::UserRole, cell);
-        item->setToolTip(column + 1, plainToolTip(cell + "\ndouble click to copy to clipboard"));
+void PointDataPanel::appendRows(std::uint32_t count) {
+    const auto page = std::make_unique<QTreeWidgetItem>();
+    for (std::uint32_t row = 0; row < count; ++row) {
+        QStringList texts(QString::number(quint64{m_rowCounter} + 1 + row));
+        for (int column = 0; column < m_reader->columns().size(); ++column)
+            texts += m_reader->text(row, column);
+        page->addChild(new PointRow(texts, m_headers));
     }
+    const QList<QTreeWidgetItem*> rows = page->takeChildren();
+    QTreeWidget* tree = m_ui->treePointData;
+    // Sorted once, not row by row.
+    tree->setSortingEnabled(false);
+    tree->addTopLevelItems(rows);
+    tree->setSortingEnabled(true);
+    // Headers have room for the mark of sorting only now.
+    m_columns.apply(tree);
+    m_widths.add(rows);
 }
 
 void PointDataPanel::on_actionQuerySelectCancel_triggered() {
@@ -402,8 +407,14 @@ void PointDataPanel::columnsChanged() {
 void PointDataPanel::onUpdatePointDataColumnsLater() {
     if (m_columns.isBusy())
         return;
-    m_columns.apply(m_ui->treePointData);
+    applyColumns();
     m_findBar->refresh();
+}
+
+void PointDataPanel::applyColumns() {
+    m_columns.apply(m_ui->treePointData);
+    for (int column = 1; column < m_ui->treePointData->columnCount(); ++column)
+        m_widths.fit(column);
 }
 
 }  // namespace tarvo::window

@@ -4,6 +4,7 @@
 #include "window/panels/panel.h"
 #include "window/panels/pointcolumns.h"
 #include "window/panels/pointreader.h"
+#include "window/widgets/columnwidths.h"
 
 #include <QStringList>
 #include <memory>
@@ -76,20 +77,23 @@ private:
     void refreshAttributes();
     void updateActions();
     void columnsChanged();
+    void applyColumns();
 
     core::PointSelection selection() const;
     void startQuery();
     void appendPage();
-    void appendRow(std::uint32_t row);
+    void appendRows(std::uint32_t count);
 
     std::unique_ptr<Ui::PointDataPanel> m_ui;
     FilterInsertMenu* m_insertMenu = nullptr;
     FindBar* m_findBar = nullptr;
     PointColumns m_columns;
+    ColumnWidths m_widths;
     std::vector<qrb::pointcloud::PointAttribute> m_attributes;
     std::weak_ptr<qrb::Pointcloud> m_shownDatabase;
 
     std::unique_ptr<PointReader> m_reader;  // null: no query is running
+    QStringList m_headers;                  // of its table
     QString m_runningFilter;
     QString m_runningNodes;
     std::uint32_t m_rowCounter = 0;  // points shown so far

@@ -10,8 +10,8 @@
 #include "window/common/progress.h"
 #include "window/common/textformat.h"
 #include "window/dialogs/dialogindexstatistics.h"
+#include "window/panels/indexnoderow.h"
 #include "window/panels/indexsearch.h"
-#include "window/widgets/numerictreewidgetitem.h"
 
 #include <QComboBox>
 #include <QHeaderView>
@@ -30,25 +30,6 @@ namespace {
 
 // Indexes of up to this many nodes are shown with all branches open.
 constexpr int expandedItems = 100;
-
-enum IndexColumn { NODE_ID, NODE_TYPE, NODE_LEVEL, NODE_POINTS, NODE_TOTAL, NODE_REVISION };
-
-void fillNodeRow(QTreeWidgetItem* row, const pointcloud::IndexNode& node, int level) {
-    const bool leaf = node.children.empty();
-    row->setText(NODE_ID, QString::number(node.id));
-    row->setData(NODE_ID, Qt::UserRole, node.id);
-    row->setToolTip(NODE_ID, "click to show node details\ndouble click to load point data");
-    row->setText(NODE_TYPE, leaf ? "leaf" : "node");
-    row->setIcon(NODE_TYPE,
-                 QIcon(leaf ? ":/resources/gui/tree-leaf.png" : ":/resources/gui/tree-node.png"));
-    row->setTextAlignment(NODE_TYPE, Qt::AlignCenter);
-    row->setText(NODE_LEVEL, QString::number(level));
-    row->setText(NODE_POINTS, QString::number(node.pointCountNode));
-    row->setText(NODE_TOTAL, QString::number(node.pointCountTotal));
-    for (const int column : {NODE_LEVEL, NODE_POINTS, NODE_TOTAL})
-        row->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
-    row->setText(NODE_REVISION, QString::number(node.revision));
-}
 
 // Without the signals, whose slots would measure a tree that is still being laid out.
 void expandQuietly(QTreeWidget* tree) {
@@ -170,13 +151,14 @@ void PointIndexPanel::buildTree(const QString& filter) {
 
     // Rows come into the tree when all are there: what is shown stays when the user cancels.
     Summary summary;
+    const IndexIcons icons;
     const auto rows = std::make_unique<QTreeWidgetItem>();
     // A root without id only holds the nodes together.
     if (root.id != 0) {
-        addNode(root, wanted, 0, rows.get(), summary, progress);
+        addNode(root, wanted, 0, icons, rows.get(), summary, progress);
     } else {
         for (const pointcloud::IndexNode& child : root.children)
-            addNode(child, wanted, 0, rows.get(), summary, progress);
+            addNode(child, wanted, 0, icons, rows.get(), summary, progress);
     }
     auto* tree = m_ui->treePointIndexNodes;
     tree->clear();
@@ -219,7 +201,8 @@ PointIndexPanel::Wanted PointIndexPanel::wantedNodes(const QString& filter,
 }
 
 bool PointIndexPanel::addNode(const pointcloud::IndexNode& node, const Wanted& wanted, int level,
-                              QTreeWidgetItem* parent, Summary& summary, Progress& progress) {
+                              const IndexIcons& icons, QTreeWidgetItem* parent, Summary& summary,
+                              Progress& progress) {
     if (node.id == 0)
         return false;
     if (summary.items() > maximumItems) {
@@ -228,15 +211,15 @@ bool PointIndexPanel::addNode(const pointcloud::IndexNode& node, const Wanted& w
     }
     progress.update(50 + summary.items() * 50 / (maximumItems + 1));
     const Summary before = summary;
-    auto* row = new NumericTreeWidgetItem(parent);
-    fillNodeRow(row, node, level);
+    auto* row = new IndexNodeRow(node, level, icons);
+    parent->addChild(row);
     ++(node.children.empty() ? summary.leaves : summary.nodes);
     summary.depth = std::max(summary.depth, level);
 
     const bool matches = !wanted.all && wanted.ids.contains(node.id);
     bool keep = wanted.all || matches;
     for (const pointcloud::IndexNode& child : node.children) {
-        if (addNode(child, wanted, level + 1, row, summary, progress))
+        if (addNode(child, wanted, level + 1, icons, row, summary, progress))
             keep = true;
     }
     if (!keep) {

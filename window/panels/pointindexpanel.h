@@ -11,6 +11,7 @@ class QTreeWidgetItem;
 namespace tarvo::window {
 
 class Progress;
+struct IndexIcons;
 
 namespace Ui {
 class PointIndexPanel;
@@ -72,7 +73,8 @@ private:
     Wanted wantedNodes(const QString& filter, const qrb::pointcloud::IndexNode& root) const;
     // Adds the node with what is wanted below; tells whether anything of it was.
     bool addNode(const qrb::pointcloud::IndexNode& node, const Wanted& wanted, int level,
-                 QTreeWidgetItem* parent, Summary& summary, Progress& progress);
+                 const IndexIcons& icons, QTreeWidgetItem* parent, Summary& summary,
+                 Progress& progress);
     void showDetails();
     void addDetails(std::uint32_t node, const qrb::pointcloud::PointAttribute& attribute);
     void resizeNodeColumns();

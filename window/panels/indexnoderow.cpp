@@ -1,0 +1,31 @@
+#include "window/panels/indexnoderow.h"
+
+namespace tarvo::window {
+
+IndexIcons::IndexIcons()
+    : node(":/resources/gui/tree-node.png"), leaf(":/resources/gui/tree-leaf.png") {}
+
+IndexNodeRow::IndexNodeRow(const qrb::pointcloud::IndexNode& node, int level,
+                           const IndexIcons& icons)
+    : NumericTreeWidgetItem({QString::number(node.id), node.children.empty() ? "leaf" : "node",
+                             QString::number(level), QString::number(node.pointCountNode),
+                             QString::number(node.pointCountTotal),
+                             QString::number(node.revision)}),
+      m_id(node.id),
+      m_icon(node.children.empty() ? icons.leaf : icons.node) {}
+
+QVariant IndexNodeRow::data(int column, int role) const {
+    if (column == NODE_ID && role == Qt::UserRole)
+        return m_id;
+    if (column == NODE_ID && role == Qt::ToolTipRole)
+        return "click to show node details\ndouble click to load point data";
+    if (column == NODE_TYPE && role == Qt::DecorationRole)
+        return m_icon;
+    if (role == Qt::TextAlignmentRole && column == NODE_TYPE)
+        return QVariant::fromValue(Qt::Alignment(Qt::AlignCenter));
+    if (role == Qt::TextAlignmentRole && column >= NODE_LEVEL && column <= NODE_TOTAL)
+        return QVariant::fromValue(Qt::AlignRight | Qt::AlignVCenter);
+    return NumericTreeWidgetItem::data(column, role);
+}
+
+}  // namespace tarvo::window
