@@ -1,15 +1,15 @@
-// The database library through the interface layer.
+// What the library is asked to do, through the interface layer.
 #pragma once
 
-#include "benchmarks/engine.h"
-
-#include <memory>
+#include <string>
+#include <vector>
 
 namespace bench {
 
-std::unique_ptr<Engine> makeOurs();
-
-// Writes the points of a sample database as rows, in the order of their ids.
-void dumpRows(const std::string& database, const std::string& rowFile);
+// A task in the words of a command line; what was measured goes to the standard output:
+//   count FILE FILTER     "first": with opening the file, "again"
+//   decode FILE FILTER    "again", with nothing kept in memory from one time to the next
+//   page FILE FILTER      as count, of 100 rows with all attributes as text
+void runOurs(const std::vector<std::string>& words);
 
 }  // namespace bench
