@@ -7,6 +7,13 @@
 
 namespace tarvo::engine::query {
 
+namespace {
+
+// As many make a task worth while.
+constexpr std::size_t batchPoints = 8192;
+
+}  // namespace
+
 LeafWriter::LeafWriter(session::Session& session, session::State& state,
                        const index::RowLayout& layout, const index::KeySpace& space,
                        std::uint64_t renumberFrom, OnStored onStored)
@@ -22,61 +29,92 @@ LeafWriter::~LeafWriter() = default;
 
 std::shared_ptr<index::LeafContent> LeafWriter::writeLeaf(index::RunParts points,
                                                           std::size_t count) {
-    auto content = std::make_shared<index::LeafContent>();
     const std::uint64_t newIds = m_nextId;
     if (newIds != UINT64_MAX)
         for (const index::RunPart& part : points)
             m_nextId += part.isStored ? 0 : part.points.size();
-    const std::uint8_t level = m_session.identity().settings.compressionLevel;
-    const std::uint32_t revision = m_state.transaction.id;
-    auto encode = [table = m_table, &layout = m_layout, &space = m_space, newIds, level, revision,
-                   count, points = std::move(points)]() mutable {
-        const LeafPoints leaf(std::move(points), count, layout, space, newIds);
-        Encoded result{BlockWriter(level), {}};
-        for (std::size_t a = 0; a < table->size(); ++a) {
-            const schema::Attribute& attribute = (*table)[a];
-            if (!index::RowLayout::has(attribute))
-                continue;
-            index::AttributeData data{attribute.uid, revision, {}};
-            for (std::uint32_t e = 0; e < attribute.record.length; ++e) {
-                const std::size_t field = layout.fieldOf(a) + e;
-                schema::Column column;
-                if (const auto code = leaf.constant(field)) {
-                    // One point tells as much as all.
-                    column = schema::Column(layout.fields()[field].width, 1);
-                    column.set(0, *code);
-                } else {
-                    column = leaf.column(field);
-                }
-                data.elements.push_back(result.blocks.add(attribute, column));
-            }
-            result.attributes.push_back(std::move(data));
-        }
-        return result;
-    };
-    m_jobs.push_back({m_session.pool().run(std::move(encode)), content});
+    auto content = std::make_shared<index::LeafContent>();
+    m_batch.push_back({std::move(points), count, newIds, content});
+    m_batchPoints += count;
     m_storedPoints += count;
-    while (m_jobs.size() > m_session.pool().threads() * 4)
-        storeOldest();
+    if (m_batchPoints >= batchPoints)
+        encodeBatch();
     if (m_onStored)
         m_onStored(m_storedPoints);
     return content;
 }
 
-void LeafWriter::storeOldest() {
+void LeafWriter::encodeBatch() {
+    std::vector<std::shared_ptr<index::LeafContent>> contents;
+    for (const Leaf& leaf : m_batch)
+        contents.push_back(leaf.content);
+    const std::uint8_t level = m_session.identity().settings.compressionLevel;
+    const std::uint32_t revision = m_state.transaction.id;
+    auto encode = [table = m_table, &layout = m_layout, &space = m_space, level, revision,
+                   leaves = std::move(m_batch)]() mutable {
+        std::vector<Encoded> results;
+        results.reserve(leaves.size());
+        for (Leaf& leaf : leaves) {
+            const LeafPoints points(std::move(leaf.points), leaf.count, layout, space, leaf.newIds);
+            results.push_back(encodeLeaf(points, *table, layout, level, revision));
+        }
+        return results;
+    };
+    m_batch.clear();
+    m_batchPoints = 0;
+    m_jobs.push_back({m_session.pool().run(std::move(encode)), std::move(contents)});
+    while (m_jobs.size() > m_session.pool().threads() * 4)
+        storeOldest();
+}
+
+LeafWriter::Encoded LeafWriter::encodeLeaf(const LeafPoints& points,
+                                           const schema::AttributeTable& table,
+                                           const index::RowLayout& layout, std::uint8_t level,
+                                           std::uint32_t revision) {
+    Encoded result{BlockWriter(level), {}};
+    for (std::size_t a = 0; a < table.size(); ++a) {
+        const schema::Attribute& attribute = table[a];
+        if (!index::RowLayout::has(attribute))
+            continue;
+        index::AttributeData data{attribute.uid, revision, {}};
+        for (std::uint32_t e = 0; e < attribute.record.length; ++e) {
+            const std::size_t field = layout.fieldOf(a) + e;
+            schema::Column column;
+            if (const auto code = points.constant(field)) {
+                // One point tells as much as all.
+                column = schema::Column(layout.fields()[field].width, 1);
+                column.set(0, *code);
+            } else {
+                column = points.column(field);
+            }
+            data.elements.push_back(result.blocks.add(attribute, column));
+        }
+        result.attributes.push_back(std::move(data));
+    }
+    std::sort(
+        result.attributes.begin(), result.attributes.end(),
+        [](const index::AttributeData& a, const index::AttributeData& b) { return a.uid < b.uid; });
+    return result;
+}
+
+bool LeafWriter::storeOldest() {
+    if (m_jobs.empty() && !m_batch.empty())
+        encodeBatch();
+    if (m_jobs.empty())
+        return false;
     Job job = std::move(m_jobs.front());
     m_jobs.pop_front();
-    Encoded encoded = job.encoded.get();
-    encoded.blocks.store(m_session.blobs(), encoded.attributes);
-    std::sort(
-        encoded.attributes.begin(), encoded.attributes.end(),
-        [](const index::AttributeData& a, const index::AttributeData& b) { return a.uid < b.uid; });
-    job.content->attributes = std::move(encoded.attributes);
+    std::vector<Encoded> encoded = job.encoded.get();
+    for (std::size_t i = 0; i < encoded.size(); ++i) {
+        encoded[i].blocks.store(m_session.blobs(), encoded[i].attributes);
+        job.contents[i]->attributes = std::move(encoded[i].attributes);
+    }
+    return true;
 }
 
 void LeafWriter::complete(index::LeafContent& content) {
-    while (content.attributes.empty() && !m_jobs.empty())
-        storeOldest();
+    while (content.attributes.empty() && storeOldest()) {
+    }
 }
 
 std::shared_ptr<index::SortedRun> LeafWriter::readLeaf(const index::Node& leaf) {

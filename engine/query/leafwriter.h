@@ -10,6 +10,8 @@
 
 namespace tarvo::engine::query {
 
+class LeafPoints;
+
 class LeafWriter final : public index::BuilderBackend {
 public:
     // Called with the points stored so far.
@@ -33,15 +35,26 @@ public:
 
 private:
     // A leaf on its way into the container.
+    struct Leaf {
+        index::RunParts points;
+        std::size_t count = 0;
+        std::uint64_t newIds = 0;
+        std::shared_ptr<index::LeafContent> content;
+    };
     struct Encoded {
         BlockWriter blocks;
         std::vector<index::AttributeData> attributes;
     };
     struct Job {
-        Task<Encoded> encoded;
-        std::shared_ptr<index::LeafContent> content;
+        Task<std::vector<Encoded>> encoded;
+        std::vector<std::shared_ptr<index::LeafContent>> contents;
     };
-    void storeOldest();
+    static Encoded encodeLeaf(const LeafPoints& points, const schema::AttributeTable& table,
+                              const index::RowLayout& layout, std::uint8_t level,
+                              std::uint32_t revision);
+    void encodeBatch();
+    // False: nothing is left to store.
+    bool storeOldest();
 
     session::Session& m_session;
     session::State& m_state;
@@ -51,6 +64,8 @@ private:
     std::uint64_t m_nextId;                                 // UINT64_MAX: points keep theirs
     OnStored m_onStored;
     std::uint64_t m_storedPoints = 0;
+    std::vector<Leaf> m_batch;  // small leaves are encoded many to a task
+    std::size_t m_batchPoints = 0;
     std::deque<Job> m_jobs;
 };
 
