@@ -152,6 +152,7 @@ private:
     Identity m_identity;
     std::string m_api;
     std::uint64_t m_cacheSize;
+    unsigned m_threads;
     std::uint64_t m_version = 0;  // of the container when m_current was loaded
     std::shared_ptr<const State> m_current;
     std::string m_currentRoot;  // that it was read from, or committed as

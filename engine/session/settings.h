@@ -31,6 +31,7 @@ struct CreateSettings {
 
 struct OpenSettings {
     std::uint64_t cacheSize = defaultCacheSize;
+    unsigned threads = 0;  // that work for the session; 0: as many as the machine runs at once
 };
 
 // Throws Failure(Argument) naming the setting that a file can't be created with.

@@ -1,14 +1,13 @@
 // Random expressions, evaluated point by point on a tree of the test's own.
 #include "engine/base/error.h"
 #include "tests/engine/filtertable.h"
+#include "tests/engine/seed.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
 #include <random>
 
 using namespace tarvo::engine;
@@ -288,10 +287,7 @@ void fillColumns(Data& data, std::size_t count, std::mt19937_64& random) {
 }  // namespace
 
 TEST(FilterRandom, AgreesWithAPointByPointEvaluation) {
-    const char* const given = std::getenv("QRB_SEED");
-    const std::uint64_t seed = given ? std::strtoull(given, nullptr, 10) : std::random_device{}();
-    std::printf("QRB_SEED=%llu replays this run\n", static_cast<unsigned long long>(seed));
-    std::mt19937_64 random(seed);
+    std::mt19937_64 random(tarvo::engine::testing::seedOfRun());
     Data data;
     int decided = 0, checked = 0;
     for (int batch = 0; batch < 60; ++batch) {

@@ -4,12 +4,11 @@
 #include "engine/base/error.h"
 #include "engine/filter/arithmetic.h"
 #include "tests/engine/filtertable.h"
+#include "tests/engine/seed.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
 #include <random>
 
 using namespace tarvo::engine;
@@ -171,10 +170,7 @@ Decision decided(const AttributeTable& table, const char* text,
 }  // namespace
 
 TEST(Interval, HoldsEveryValueThatItsOperandsGive) {
-    const char* const given = std::getenv("QRB_SEED");
-    const std::uint64_t seed = given ? std::strtoull(given, nullptr, 10) : std::random_device{}();
-    std::printf("QRB_SEED=%llu replays this run\n", static_cast<unsigned long long>(seed));
-    Intervals intervals(seed);
+    Intervals intervals(tarvo::engine::testing::seedOfRun());
     const std::pair<Operator, Compute> operations[] = {{Operator::Add, add},
                                                        {Operator::Subtract, subtract},
                                                        {Operator::Multiply, multiply},

@@ -1,6 +1,7 @@
 // Changes by id: what they read to learn which ids there are, and that they know them through a
 // transaction.
 #include "tests/engine/queryfixture.h"
+#include "tests/engine/seed.h"
 
 #include <set>
 
@@ -89,10 +90,7 @@ TEST_F(PointIdsTest, AFewAreLookedUpInAFewLeaves) {
 // Ids come, go and come again within one transaction, with refused batches between, while some of
 // their leaves were not read, or read for other ids.
 TEST_F(PointIdsTest, AreKnownThroughATransaction) {
-    const char* const given = std::getenv("QRB_SEED");
-    const std::uint64_t seed = given ? std::strtoull(given, nullptr, 10) : 1;
-    SCOPED_TRACE("seed " + std::to_string(seed));
-    std::mt19937_64 random(seed);
+    std::mt19937_64 random(seedOfRun());
     makeRow(500);
     std::set<std::uint64_t> there;
     for (std::uint64_t id = 1; id <= 500; ++id)
