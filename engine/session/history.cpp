@@ -58,14 +58,14 @@ void History::vacuum(const Progress& progress) {
     const auto report = [&](int percent) { return !asked || asked(percent); };
     m_container.alone([&] {
         Reach reach(m_container);
+        reach.keepExtents();
         const std::vector<std::uint32_t> ids = transactions();
         for (std::size_t i = 0; i < ids.size(); ++i) {
             if (!report(static_cast<int>(i * 20 / ids.size())))
                 throw Failure(ErrorCode::Cancelled, "The clean-up was cancelled.");
             reach.add(stateFromRoot(m_container.root(ids[i])));
         }
-        m_container.giveBack([&](std::uint64_t blob) { return reach.contains(blob); },
-                             reach.count(),
+        m_container.giveBack(reach.extents(),
                              [&](int percent) { return report(20 + percent * 80 / 100); });
     });
     if (progress)

@@ -9,6 +9,8 @@ bool Reach::addBlob(const BlobRef& reference) {
     if (!reference)
         return false;
     const bool isNew = m_blobs.insert(reference.blob);
+    if (m_keepsExtents)
+        m_extents[reference.blob].add({reference.offset, reference.length});
     if (isNew && m_onBlob)
         m_onBlob(reference);
     return isNew;

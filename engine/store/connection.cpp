@@ -63,8 +63,8 @@ std::int64_t Connection::pragma(const char* sql) {
 void Connection::configure() {
     run("PRAGMA cell_size_check=ON");
     run("PRAGMA mmap_size=0");
-    // The removal of the journal must last before a commit cuts off what it has freed: a journal that
-    // comes back has none of it. What EXTRA does not tell, Container::Impl::Change looks for.
+    // The removal of the journal must last before a commit cuts off what it has freed: a journal
+    // that comes back has none of it. What EXTRA does not tell, Container::Impl::Change looks for.
     run("PRAGMA synchronous=EXTRA");
     // Else deleting writes all that it deletes, and first into the journal. What the container is
     // built with decides unless it is told, for each connection.

@@ -76,7 +76,7 @@ void fillNewFile(const std::string& fileName, std::string_view identity,
     connection.configure();
     connection.run("BEGIN EXCLUSIVE");
     connection.run(("PRAGMA application_id=" + std::to_string(applicationId)).c_str());
-    connection.run(("PRAGMA user_version=" + std::to_string(newestFormat)).c_str());
+    connection.run(("PRAGMA user_version=" + std::to_string(writtenFormat)).c_str());
     for (const char* statement : schemaStatements)
         connection.run(statement);
     putInfo(connection, "identity", identity);
@@ -279,26 +279,17 @@ void Container::Impl::closeUnscopedReader() {
         closeReader();
 }
 
-Bytes Container::Impl::readBlob(const BlobRef& reference, std::string_view what) {
-    const auto checkBounds = [&](std::uint64_t size) {
-        if (reference.offset > size || reference.length > size - reference.offset)
+Bytes Container::Impl::readBlob(std::uint64_t blob, Extent wanted, std::string_view what) {
+    if (const Bytes* const added = writing ? writing->inMemory(blob) : nullptr) {
+        if (wanted.offset > added->size() || wanted.length > added->size() - wanted.offset)
             throwDamaged(fileName(), std::string(what));
-    };
-    if (const Bytes* const blob = writing ? writing->inMemory(reference.blob) : nullptr) {
-        checkBounds(blob->size());
-        const auto begin = blob->begin() + static_cast<std::ptrdiff_t>(reference.offset);
-        return {begin, begin + static_cast<std::ptrdiff_t>(reference.length)};
+        const auto begin = added->begin() + static_cast<std::ptrdiff_t>(wanted.offset);
+        return {begin, begin + static_cast<std::ptrdiff_t>(wanted.length)};
     }
-    const std::uint64_t size = openBlob(reference.blob, what);
+    const Row row = openBlob(blob, what);
     Bytes data;
     try {
-        checkBounds(size);
-        data.resize(reference.length);
-        const int result =
-            sqlite3_blob_read(reader, data.data(), static_cast<int>(reference.length),
-                              static_cast<int>(reference.offset));
-        if (result != SQLITE_OK)
-            throwSqlite(connection->handle, result, fileName());
+        data = readRow(placeInRow(row, wanted, what), wanted.length);
     } catch (...) {
         closeReader();
         throw;
@@ -307,31 +298,68 @@ Bytes Container::Impl::readBlob(const BlobRef& reference, std::string_view what)
     return data;
 }
 
-std::uint64_t Container::Impl::openBlob(std::uint64_t blob, std::string_view what) {
+std::uint64_t Container::Impl::placeInRow(const Row& row, Extent wanted, std::string_view what) {
+    std::optional<std::uint64_t> place = wanted.offset;
+    if (row.sparse) {
+        if (row.bytes < extentCountBytes)
+            throwDamaged(fileName(), std::string(what));
+        const auto count = ByteReader(readRow(0, extentCountBytes), what).number<std::uint32_t>();
+        if (count > (row.bytes - extentCountBytes) / extentBytes)
+            throwDamaged(fileName(), std::string(what));
+        place = placeOf(wanted, readRow(extentCountBytes, count * extentBytes), what);
+    }
+    if (!place || *place > row.bytes || wanted.length > row.bytes - *place)
+        throwDamaged(fileName(), std::string(what));
+    return *place;
+}
+
+Bytes Container::Impl::readRow(std::uint64_t offset, std::uint64_t length) {
+    Bytes data(length);
+    const int result =
+        sqlite3_blob_read(reader, data.data(), static_cast<int>(length), static_cast<int>(offset));
+    if (result != SQLITE_OK)
+        throwSqlite(connection->handle, result, fileName());
+    return data;
+}
+
+int Container::Impl::openRow(std::int64_t id) {
     sqlite3* const handle = connection->handle;
-    const auto row = static_cast<sqlite3_int64>(blob);
-    int result = reader ? sqlite3_blob_reopen(reader, row)
-                        : sqlite3_blob_open(handle, "main", "blob", "data", row, 0, &reader);
+    int result = reader ? sqlite3_blob_reopen(reader, id)
+                        : sqlite3_blob_open(handle, "main", "blob", "data", id, 0, &reader);
     if (result == SQLITE_ABORT) {
         closeReader();
-        result = sqlite3_blob_open(handle, "main", "blob", "data", row, 0, &reader);
+        result = sqlite3_blob_open(handle, "main", "blob", "data", id, 0, &reader);
     }
-    if (result != SQLITE_OK) {
+    if (result != SQLITE_OK)
         closeReader();
-        if ((result & 0xff) == SQLITE_ERROR)
-            throw Failure(ErrorCode::Damaged,
-                          "The file is damaged: " + std::string(what) + " is missing.",
-                          "File: " + fileName() + ", blob " + std::to_string(blob));
-        throwSqlite(handle, result, fileName());
+    return result;
+}
+
+Container::Impl::Row Container::Impl::openBlob(std::uint64_t blob, std::string_view what) {
+    // A number that no blob can have has no negative either.
+    const auto id = static_cast<std::int64_t>(std::min<std::uint64_t>(blob, INT64_MAX));
+    const auto isMissing = [](int result) { return (result & 0xff) == SQLITE_ERROR; };
+    Row row;
+    int result = openRow(id);
+    if (isMissing(result)) {
+        result = openRow(-id);
+        row.sparse = true;
     }
-    return static_cast<std::uint64_t>(sqlite3_blob_bytes(reader));
+    if (isMissing(result))
+        throw Failure(ErrorCode::Damaged,
+                      "The file is damaged: " + std::string(what) + " is missing.",
+                      "File: " + fileName() + ", blob " + std::to_string(blob));
+    if (result != SQLITE_OK)
+        throwSqlite(connection->handle, result, fileName());
+    row.bytes = static_cast<std::uint64_t>(sqlite3_blob_bytes(reader));
+    return row;
 }
 
 Bytes Container::read(const BlobRef& reference, std::string_view what) {
     Bytes data;
     {
         const std::lock_guard guard(m->mutex);
-        data = m->readBlob(reference, what);
+        data = m->readBlob(reference.blob, {reference.offset, reference.length}, what);
     }
     if (checksum(data) != reference.checksum)
         throwDamaged(fileName(), std::string(what));
@@ -343,7 +371,7 @@ std::uint64_t Container::blobSize(std::uint64_t blob) {
     if (const Bytes* const added = m->writing ? m->writing->inMemory(blob) : nullptr)
         return added->size();
     // Not length(): of a blob that a flipped bit has made a text, that counts characters.
-    const std::uint64_t size = m->openBlob(blob, "data of a transaction");
+    const std::uint64_t size = m->openBlob(blob, "data of a transaction").bytes;
     m->closeUnscopedReader();
     return size;
 }

@@ -21,6 +21,7 @@
 
 #include "engine/base/blobref.h"
 #include "engine/base/bytes.h"
+#include "engine/store/extents.h"
 
 #include <cstdint>
 #include <functional>
@@ -142,14 +143,12 @@ public:
     // Forgets transactions, but neither the first nor the current one (Failure(Argument)); their
     // blobs stay until they are removed.
     void discard(const std::vector<std::uint32_t>& ids);
-    // Deletes the blobs that nobody wants and gives their space back to the disk, in steps that
-    // need little room. keep: tells which of the blobs are wanted; count: how many it wants, all of
-    // which must be there (Failure(Damaged), before anything is deleted). progress gets per cent
-    // and returns whether to go on; what was given back before a stop stays so
+    // Deletes the blobs that nobody wants, and of those of which more than a quarter is not wanted
+    // that part, and gives their space back to the disk, in steps that need little room. All that
+    // is wanted must be there (Failure(Damaged), before anything is deleted). progress gets per
+    // cent and returns whether to go on; what was given back before a stop stays so
     // (Failure(Cancelled)).
-    using KeepBlob = std::function<bool(std::uint64_t blob)>;
-    void giveBack(const KeepBlob& keep, std::uint64_t count,
-                  const std::function<bool(int)>& progress);
+    void giveBack(const WantedExtents& wanted, const std::function<bool(int)>& progress);
 
 private:
     struct Impl;

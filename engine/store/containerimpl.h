@@ -3,6 +3,7 @@
 
 #include "engine/store/connection.h"
 #include "engine/store/container.h"
+#include "engine/store/extents.h"
 #include "engine/store/history.h"
 #include "engine/store/namelock.h"
 #include "engine/store/writerlock.h"
@@ -58,11 +59,21 @@ struct Container::Impl {
     };
 
     const std::string& fileName() const { return connection->fileName; }
-    // Sets the reader on a blob and returns its bytes.
-    std::uint64_t openBlob(std::uint64_t blob, std::string_view what);
+    // The row that the reader stands on.
+    struct Row {
+        std::uint64_t bytes = 0;
+        bool sparse = false;
+    };
+    // Sets the reader on a blob's row, `what` names it in errors.
+    Row openBlob(std::uint64_t blob, std::string_view what);
+    int openRow(std::int64_t id);
+    Bytes readRow(std::uint64_t offset, std::uint64_t length);
+    // Where the bytes that are wanted of a blob begin in its row; Failure(Damaged) where it has not
+    // all of them.
+    std::uint64_t placeInRow(const Row& row, Extent wanted, std::string_view what);
     void closeReader();
     void closeUnscopedReader();
-    Bytes readBlob(const BlobRef& reference, std::string_view what);
+    Bytes readBlob(std::uint64_t blob, Extent wanted, std::string_view what);
 
     // Throws Failure(State) when the file was overwritten with another database.
     void requireSame();
@@ -82,12 +93,16 @@ struct Container::Impl {
     void deleteFrom(std::int64_t first);
     void writeMemory();
     void forgetMemory();
+    // In a Change of work that is done alone: throws where another program has changed the file.
+    void requireAlone();
+    // Puts what is wanted of a blob in place of the blob, in a Change.
+    void makeSparse(std::uint64_t blob, const Extents& wanted);
     void flush();
     bool isPublished(std::uint32_t id, std::string_view root);
     // Makes sure that the removal of the journal is durable, which a power cut would bring back and
     // with it what the change has undone: the container takes a folder that it can't open for one
-    // that is synced. Throws NotSynced. Not to be tried again: a folder that could not be synced once
-    // may seem to be the next time though nothing was written.
+    // that is synced. Throws NotSynced. Not to be tried again: a folder that could not be synced
+    // once may seem to be the next time though nothing was written.
     void requireSynced();
 
     std::unique_ptr<Connection> connection;

@@ -187,7 +187,7 @@ void raiseFormat(Connection& connection) {
         return;
     removeInfo(connection, "current");
     removeInfo(connection, "last");
-    connection.run(("PRAGMA user_version=" + std::to_string(newestFormat)).c_str());
+    connection.run(("PRAGMA user_version=" + std::to_string(writtenFormat)).c_str());
 }
 
 void putSnapshot(Connection& connection, std::uint32_t id, std::int64_t lastBlob,

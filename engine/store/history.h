@@ -12,10 +12,13 @@
 
 namespace tarvo::engine::store {
 
-// The versions of the format that are read; a commit writes the newest. docs/file-format.md tells
-// them apart.
+// The versions of the format that are read. New files and commits to the oldest have the written
+// one; a file gets the one with sparse blobs with the first of them. docs/file-format.md tells them
+// apart.
 inline constexpr std::int64_t oldestFormat = 1;
-inline constexpr std::int64_t newestFormat = 2;
+inline constexpr std::int64_t writtenFormat = 2;
+inline constexpr std::int64_t sparseFormat = 3;
+inline constexpr std::int64_t newestFormat = sparseFormat;
 
 // No file can have so many blobs: the next numbers can be counted without care.
 inline constexpr std::int64_t mostBlobs = std::int64_t(1) << 60;
@@ -44,7 +47,7 @@ bool isFirstFormat(Connection& connection);
 History readHistory(Connection& connection);
 // In the version that the file has.
 void writeHistory(Connection& connection, const History& history);
-// Makes the file one of the newest version; its history must be written next.
+// Makes a file of the first version one of the written version; its history must be written next.
 void raiseFormat(Connection& connection);
 
 void putSnapshot(Connection& connection, std::uint32_t id, std::int64_t lastBlob,

@@ -393,6 +393,17 @@ void Container::alone(const std::function<void()>& work) {
     m->releaseLock();
 }
 
+void Container::Impl::requireAlone() {
+    if (readHistory(*connection) != found)
+        throw Failure(ErrorCode::State,
+                      "Another program has changed the database meanwhile; the clean-up was "
+                      "stopped. Nothing is lost.",
+                      "File: " + fileName() + "\n" + lockFailed);
+    // A transaction that it has pending can't go on after this.
+    if (hasInfo(*connection, tokenName))
+        removeInfo(*connection, tokenName);
+}
+
 void Container::makeCurrent(std::uint32_t id) {
     m->patiently([&] {
         Impl::Change change(*m);
@@ -421,81 +432,6 @@ void Container::discard(const std::vector<std::uint32_t>& ids) {
         }
         writeHistory(connection, history);
         change.commit();
-    });
-}
-
-void Container::giveBack(const KeepBlob& keep, std::uint64_t count,
-                         const std::function<bool(int)>& progress) {
-    Connection& connection = *m->connection;
-    const auto report = [&](std::int64_t done, std::int64_t all, int from, int to) {
-        const auto share = all > 0 ? done * (to - from) / all : to - from;
-        if (!progress(from + static_cast<int>(share)))
-            throw Failure(ErrorCode::Cancelled, "The clean-up was cancelled.",
-                          "The space given back so far stays so; nothing is lost.");
-    };
-    const auto number = [&](const char* sql) {
-        const std::lock_guard guard(m->mutex);
-        return connection.pragma(sql);
-    };
-
-    // What is wanted must be there: a file with gaps is not for cleaning up but for a backup.
-    std::vector<std::int64_t> unwanted;
-    {
-        const std::lock_guard guard(m->mutex);
-        Statement ids(connection.handle, "SELECT id FROM blob ORDER BY id", fileName());
-        std::uint64_t found = 0;
-        while (ids.step()) {
-            if (keep(static_cast<std::uint64_t>(ids.integer(0))))
-                ++found;
-            else
-                unwanted.push_back(ids.integer(0));
-        }
-        if (found != count)
-            throw Failure(ErrorCode::Damaged,
-                          "The file is damaged: data of a transaction that is kept is missing. "
-                          "Nothing was removed.",
-                          "File: " + fileName() + "\nRestore it from a backup.");
-    }
-    std::size_t done = 0;
-    m->inSteps([&](std::int64_t step) {
-        const std::size_t end = std::min(done + static_cast<std::size_t>(step), unwanted.size());
-        {
-            Impl::Change change(*m);
-            // What another machine has committed meanwhile is not among what is wanted.
-            if (readHistory(connection) != m->found)
-                throw Failure(ErrorCode::State,
-                              "Another program has changed the database meanwhile; the clean-up "
-                              "was stopped. Nothing is lost.",
-                              "File: " + fileName() + "\n" + lockFailed);
-            // A transaction that it has pending can't go on after this.
-            if (hasInfo(connection, tokenName))
-                removeInfo(connection, tokenName);
-            Statement statement(connection.handle, "DELETE FROM blob WHERE id = ?", fileName());
-            for (std::size_t i = done; i < end; ++i) {
-                statement.bind(1, unwanted[i]);
-                statement.run();
-            }
-            change.commit();
-        }
-        done = end;
-        report(static_cast<std::int64_t>(done), static_cast<std::int64_t>(unwanted.size()), 0, 50);
-        return done < unwanted.size();
-    });
-    const std::int64_t unused = number("PRAGMA freelist_count");
-    std::int64_t left = unused;
-    m->inSteps([&](std::int64_t step) {
-        if (left == 0)
-            return false;
-        report(unused - left, unused, 50, 100);
-        {
-            Impl::Change change(*m);
-            connection.run(("PRAGMA incremental_vacuum(" + std::to_string(step) + ")").c_str());
-            change.commit();
-        }
-        const std::int64_t now = number("PRAGMA freelist_count");
-        const bool fewer = now < left;
-        left = now;
-        return fewer;
     });
 }
 

@@ -1,10 +1,7 @@
 // Files that the first release made, and what it read of them: golden/README.md tells how.
-#include "tests/engine/database.h"
-
-#include "engine/query/commit.h"
+#include "tests/engine/store.h"
 
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -27,19 +24,8 @@ std::string textOf(const std::string& file) {
 }
 
 // The number that a statement answers with, if it does.
-int ask(const std::string& file, const char* sql) {
-    sqlite3* handle = nullptr;
-    sqlite3_stmt* statement = nullptr;
-    sqlite3_open(file.c_str(), &handle);
-    sqlite3_prepare_v2(handle, sql, -1, &statement, nullptr);
-    const int answer = sqlite3_step(statement) == SQLITE_ROW ? sqlite3_column_int(statement, 0) : 0;
-    sqlite3_finalize(statement);
-    sqlite3_close(handle);
-    return answer;
-}
-
 int formatOf(const std::string& file) {
-    return ask(file, "PRAGMA user_version");
+    return numberIn(file, "PRAGMA user_version");
 }
 
 // A file with everything in it: levels of detail, storage classes, free numbers, invalid values,
@@ -116,8 +102,8 @@ TEST_P(FirstRelease, ReadsTheSameAndIsRewrittenOnlyByACommit) {
     query::commit(session);
     EXPECT_EQ(formatOf(m_file), 2);
     // Nothing is left of what the first format had in other places.
-    EXPECT_EQ(ask(m_file, "SELECT count(*) FROM info WHERE name IN ('identity', 'history')"), 2);
-    EXPECT_EQ(ask(m_file, "SELECT count(*) FROM info"), 2);
+    EXPECT_EQ(numberIn(m_file, "SELECT count(*) FROM info WHERE name IN ('identity', 'history')"), 2);
+    EXPECT_EQ(numberIn(m_file, "SELECT count(*) FROM info"), 2);
     expectValues(session);
     EXPECT_EQ(beside.metaData().get("new"), "1");
     expectValues(beside);
@@ -214,15 +200,15 @@ TEST(FirstReleaseHistory, LosesNothingByAFlippedBit) {
     const std::string file = folder.file("a.qrbx");
     std::filesystem::copy_file(golden("release1-history.qrbx"), file);
     // The last transaction seems to refer to less: what lies behind must not be collected.
-    (void)ask(file, "UPDATE snapshot SET last_blob = 3 WHERE id = 16");
-    (void)ask(file, "UPDATE snapshot SET last_blob = last_blob - 1 WHERE id = 14");
-    const int blobs = ask(file, "SELECT count(*) FROM blob");
+    (void)numberIn(file, "UPDATE snapshot SET last_blob = 3 WHERE id = 16");
+    (void)numberIn(file, "UPDATE snapshot SET last_blob = last_blob - 1 WHERE id = 14");
+    const int blobs = numberIn(file, "SELECT count(*) FROM blob");
     session::Session session(file, {}, "test");
     session.begin("small", "test", "", "");
     session.metaData().set("x", "1");
     EXPECT_THROW(query::commit(session), Failure);
     session.rollback();
-    EXPECT_EQ(ask(file, "SELECT count(*) FROM blob"), blobs);
+    EXPECT_EQ(numberIn(file, "SELECT count(*) FROM blob"), blobs);
 }
 
 }  // namespace

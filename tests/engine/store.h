@@ -40,6 +40,18 @@ inline void runSql(const std::string& file, const char* sql) {
     sqlite3_close(handle);
 }
 
+// What a statement says of a file, 0 where it says nothing.
+inline int numberIn(const std::string& file, const char* sql) {
+    sqlite3* handle = nullptr;
+    sqlite3_stmt* statement = nullptr;
+    sqlite3_open(file.c_str(), &handle);
+    sqlite3_prepare_v2(handle, sql, -1, &statement, nullptr);
+    const int answer = sqlite3_step(statement) == SQLITE_ROW ? sqlite3_column_int(statement, 0) : 0;
+    sqlite3_finalize(statement);
+    sqlite3_close(handle);
+    return answer;
+}
+
 // Runs a function in a process of its own, which waits where it calls pause() until go() is called
 // here.
 class OtherProcess {

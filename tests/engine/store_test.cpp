@@ -388,10 +388,10 @@ TEST_F(Store, RefusesToChangeAFileThatWasOverwrittenByAnotherDatabase) {
 }
 
 TEST_F(Store, RefusesAFormatOfTheFutureWithItsNumber) {
-    runSql(m_file, "PRAGMA user_version = 3");
+    runSql(m_file, "PRAGMA user_version = 4");
     const Outcome outcome = outcomeOf([&] { session::Session(m_file, {}, "test"); });
     EXPECT_EQ(outcome.code, ErrorCode::Format);
-    EXPECT_NE(outcome.text.find("version 3"), std::string::npos) << outcome.text;
+    EXPECT_NE(outcome.text.find("version 4"), std::string::npos) << outcome.text;
     // No later library knows this one.
     runSql(m_file, "PRAGMA user_version = 0");
     EXPECT_EQ(outcomeOf([&] { session::Session(m_file, {}, "test"); }).code, ErrorCode::Damaged);

@@ -52,6 +52,9 @@ std::vector<Act> actsIn(const std::string& folder, const std::string& inputs) {
     const CommandLine append{"import", b, file, "--append"};
     const CommandLine classify{"update",        file,       "--set",
                                "tarvo.class=2", "--filter", "tarvo.xyz[2] < 2"};
+    // More than a quarter of what the import has stored is dead once that is forgotten.
+    const CommandLine refill{"update",         file, "--set", "tarvo.intensity=7", "--set",
+                             "csv.quality=0.5"};
     const CommandLine note{"metadata", file, "set", "note", "{\"text\": \"checked\"}"};
     const CommandLine restore{"transactions", file, "restore", "3"};
     const CommandLine discard{"transactions", file, "discard", "3", "4"};
@@ -80,6 +83,9 @@ std::vector<Act> actsIn(const std::string& folder, const std::string& inputs) {
         {"discard", history, {discard, {"finalize", file}}},
         {"restore", history, {restore, {"transactions", file, "restore", "5"}}},
         {"vacuum", {import, append, classify, note, discard}, {vacuum}},
+        {"vacuum of parts",
+         {import, refill, {"finalize", file}},
+         {vacuum, {"update", file, "--set", "csv.quality=0.25"}, {"finalize", file}, vacuum}},
         {"vacuum of batches",
          {import,
           largeItems,
