@@ -76,10 +76,12 @@ Key KeySpace::key(const std::uint64_t* codes) const {
 
 void KeySpace::cells(std::span<const std::uint64_t> codes, unsigned level, unsigned levels,
                      std::span<std::uint32_t> out) const {
+    std::fill(out.begin(), out.end(), 0);
+    if (level == 0)
+        return;
     const unsigned shift = m_bits - level;
     const std::uint32_t mask = levels == 32 ? ~0u : (1u << levels) - 1;
     const std::size_t count = out.size();
-    std::fill(out.begin(), out.end(), 0);
     for (unsigned d = 0; d < m_dimensions; ++d) {
         const auto add = [&](auto spread) {
             const std::uint64_t* code = codes.data() + d * count;
