@@ -12,6 +12,7 @@
 #include <fstream>
 #include <limits>
 #include <new>
+#include <numeric>
 #include <random>
 #include <set>
 #include <stdexcept>
@@ -78,21 +79,35 @@ std::vector<Row> rows(std::size_t count, std::uint32_t seed) {
     return result;
 }
 
-void insert(session::Session& session, std::vector<Row> points, bool deep) {
-    query::InsertQuery query(session);
+// Everything but the place.
+template <typename Query>
+void bindValues(Query& query, std::vector<Row>& points) {
     const auto bind = [&](const char* name, std::uint32_t type, void* first) {
         query.bind(name, type, first, sizeof(Row));
     };
-    bind("xyz", QRB_DATA_TYPE_DOUBLE, &points[0].xyz);
-    if (!deep) {
-        bind("noise", QRB_DATA_TYPE_UINT8, &points[0].noise);
-        bind("steps", QRB_DATA_TYPE_UINT32, &points[0].steps);
-        bind("planes", QRB_DATA_TYPE_UINT32, &points[0].planes);
-        bind("both", QRB_DATA_TYPE_UINT32, &points[0].both);
-        bind("letters", QRB_DATA_TYPE_UINT8, &points[0].letters);
-        bind("real", QRB_DATA_TYPE_DOUBLE, &points[0].real);
-        bind("gaps", QRB_DATA_TYPE_DOUBLE, &points[0].gaps);
-    }
+    bind("noise", QRB_DATA_TYPE_UINT8, &points[0].noise);
+    bind("steps", QRB_DATA_TYPE_UINT32, &points[0].steps);
+    bind("planes", QRB_DATA_TYPE_UINT32, &points[0].planes);
+    bind("both", QRB_DATA_TYPE_UINT32, &points[0].both);
+    bind("letters", QRB_DATA_TYPE_UINT8, &points[0].letters);
+    bind("real", QRB_DATA_TYPE_DOUBLE, &points[0].real);
+    bind("gaps", QRB_DATA_TYPE_DOUBLE, &points[0].gaps);
+}
+
+void insert(session::Session& session, std::vector<Row> points, bool deep) {
+    query::InsertQuery query(session);
+    query.bind("xyz", QRB_DATA_TYPE_DOUBLE, &points[0].xyz, sizeof(Row));
+    if (!deep)
+        bindValues(query, points);
+    query.next(static_cast<std::uint32_t>(points.size()));
+}
+
+void replaceValues(session::Session& session, std::vector<Row> points) {
+    std::vector<std::uint64_t> ids(points.size());
+    std::iota(ids.begin(), ids.end(), 1u);
+    query::UpdateQuery query(session);
+    query.bind("tarvo.id", QRB_DATA_TYPE_UINT64, ids.data(), 8);
+    bindValues(query, points);
     query.next(static_cast<std::uint32_t>(points.size()));
 }
 
@@ -262,6 +277,13 @@ DamageBase makeDamageBase(const std::string& file, bool deep) {
         session.metaData().set("note", "{\"text\": \"a note that stays\"}");
         session.metaData().sign("note", signer());
     });
+    if (!deep) {
+        // Of what the leaves were first, only the places are still wanted: sparse blobs.
+        change("values anew", [&] { replaceValues(session, rows(160, 3)); });
+        session.history().discard({2});
+        session.history().vacuum();
+        base.older.push_back(contents(file));
+    }
     change("to be discarded", [&] { session.metaData().set("short", "[1]"); });
     if (!deep)
         change("values", [&] {
@@ -274,7 +296,7 @@ DamageBase makeDamageBase(const std::string& file, bool deep) {
         insert(session, rows(2, 2), deep);
         session.metaData().remove("first");
     });
-    session.history().discard({3});
+    session.history().discard({deep ? 3u : 4u});
     if (!deep)
         requireEveryCodec(file);
     base.image = contents(file);
