@@ -33,21 +33,23 @@ void History::finalize() {
 
 std::uint64_t History::size(const std::vector<std::uint32_t>& given) {
     const std::set<std::uint32_t> ids(given.begin(), given.end());
-    Reach reach(m_container);
-    std::uint64_t bytes = 0;
-    for (const std::uint32_t id : ids)
-        bytes += m_container.root(id).size();
+    Reach others(m_container);
     for (const std::uint32_t id : transactions())
         if (!ids.contains(id))
-            reach.add(stateFromRoot(m_container.root(id)));
-    // No checksum covers the length that the container has of a blob, nor which blob it finds
-    // under a number; that what is referred to is there as written vouches for both.
-    reach.setOnBlob([&](const BlobRef& reference) {
-        m_container.read(reference, "data of a transaction");
-        bytes += m_container.blobSize(reference.blob);
-    });
-    for (const std::uint32_t id : ids)
-        reach.add(stateFromRoot(m_container.root(id)));
+            others.add(stateFromRoot(m_container.root(id)));
+    Reach own(m_container, &others);
+    std::uint64_t bytes = 0;
+    for (const std::uint32_t id : ids) {
+        const std::string root = m_container.root(id);
+        own.add(stateFromRoot(root));
+        bytes += root.size();
+    }
+    // From the references alone: checksums cover them, but not the lengths that the container has.
+    for (const auto& [blob, extents] : own.extents()) {
+        const auto found = others.extents().find(blob);
+        bytes += found == others.extents().end() ? extents.bytes()
+                                                 : extents.bytesBeside(found->second);
+    }
     return bytes;
 }
 
@@ -58,7 +60,6 @@ void History::vacuum(const Progress& progress) {
     const auto report = [&](int percent) { return !asked || asked(percent); };
     m_container.alone([&] {
         Reach reach(m_container);
-        reach.keepExtents();
         const std::vector<std::uint32_t> ids = transactions();
         for (std::size_t i = 0; i < ids.size(); ++i) {
             if (!report(static_cast<int>(i * 20 / ids.size())))

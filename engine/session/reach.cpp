@@ -8,12 +8,9 @@ namespace tarvo::engine::session {
 bool Reach::addBlob(const BlobRef& reference) {
     if (!reference)
         return false;
-    const bool isNew = m_blobs.insert(reference.blob);
-    if (m_keepsExtents)
-        m_extents[reference.blob].add({reference.offset, reference.length});
-    if (isNew && m_onBlob)
-        m_onBlob(reference);
-    return isNew;
+    const auto [blob, isNew] = m_extents.try_emplace(reference.blob);
+    blob->second.add({reference.offset, reference.length});
+    return isNew && !(m_known && m_known->m_extents.contains(reference.blob));
 }
 
 index::Page Reach::readPage(const BlobRef& reference) {

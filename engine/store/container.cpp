@@ -306,7 +306,7 @@ std::uint64_t Container::Impl::placeInRow(const Row& row, Extent wanted, std::st
         const auto count = ByteReader(readRow(0, extentCountBytes), what).number<std::uint32_t>();
         if (count > (row.bytes - extentCountBytes) / extentBytes)
             throwDamaged(fileName(), std::string(what));
-        place = placeOf(wanted, readRow(extentCountBytes, count * extentBytes), what);
+        place = placeOf(wanted, readRow(extentCountBytes, count * extentBytes), row.bytes, what);
     }
     if (!place || *place > row.bytes || wanted.length > row.bytes - *place)
         throwDamaged(fileName(), std::string(what));
@@ -364,16 +364,6 @@ Bytes Container::read(const BlobRef& reference, std::string_view what) {
     if (checksum(data) != reference.checksum)
         throwDamaged(fileName(), std::string(what));
     return data;
-}
-
-std::uint64_t Container::blobSize(std::uint64_t blob) {
-    const std::lock_guard guard(m->mutex);
-    if (const Bytes* const added = m->writing ? m->writing->inMemory(blob) : nullptr)
-        return added->size();
-    // Not length(): of a blob that a flipped bit has made a text, that counts characters.
-    const std::uint64_t size = m->openBlob(blob, "data of a transaction").bytes;
-    m->closeUnscopedReader();
-    return size;
 }
 
 std::uint64_t Container::blobCount() {

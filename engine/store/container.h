@@ -72,9 +72,7 @@ public:
     // The current transaction and its root, of one moment. Failure(State) when the file was
     // overwritten with another database.
     std::pair<std::uint32_t, std::string> currentRoot();
-    // Bytes of a stored blob.
-    std::uint64_t blobSize(std::uint64_t blob);
-    // Those in the file, whoever wants them.
+    // The blobs in the file, whoever wants them.
     std::uint64_t blobCount();
     // What the container finds wrong with its own pages, a line each, not all of very many. Reads
     // the whole file; meanwhile the commits of other connections wait.

@@ -27,6 +27,20 @@ void Extents::add(Extent extent) {
     m_extents.erase(first + 1, last);
 }
 
+std::uint64_t Extents::bytes() const {
+    std::uint64_t sum = 0;
+    for (const Extent& extent : m_extents)
+        sum += extent.length;
+    return sum;
+}
+
+std::uint64_t Extents::bytesBeside(const Extents& others) const {
+    Extents both = others;
+    for (const Extent& extent : m_extents)
+        both.add(extent);
+    return both.bytes() - others.bytes();
+}
+
 Bytes encodeExtents(const Extents& extents) {
     Bytes bytes;
     ByteWriter writer(bytes);
@@ -39,30 +53,29 @@ Bytes encodeExtents(const Extents& extents) {
 }
 
 std::uint64_t sparseBytes(const Extents& extents) {
-    std::uint64_t bytes = extentCountBytes;
-    for (const Extent& extent : extents.all())
-        bytes += extentBytes + extent.length;
-    return bytes;
+    return extentCountBytes + extents.all().size() * extentBytes + extents.bytes();
 }
 
-std::optional<std::uint64_t> placeOf(Extent wanted, ByteSpan list, std::string_view what) {
+std::optional<std::uint64_t> placeOf(Extent wanted, ByteSpan list, std::uint64_t blobBytes,
+                                     std::string_view what) {
     ByteReader reader(list, what);
+    std::optional<std::uint64_t> found;
     std::uint64_t place = extentCountBytes + list.size();
-    if (wanted.length == 0)
-        return place;
     std::uint64_t end = 0;
-    while (reader.left() > 0) {
+    for (bool first = true; reader.left() > 0; first = false) {
         const auto offset = reader.number<std::uint32_t>();
         const auto length = reader.number<std::uint32_t>();
-        if (offset < end)
-            reader.fail("a list of extents that overlap");
+        if (length == 0 || (!first && offset <= end))
+            reader.fail("extents that are empty or not apart from each other");
         if (wanted.offset >= offset && wanted.offset - offset <= length &&
             wanted.length <= length - (wanted.offset - offset))
-            return place + (wanted.offset - offset);
+            found = place + (wanted.offset - offset);
         place += length;
         end = std::uint64_t(offset) + length;
     }
-    return std::nullopt;
+    if (place != blobBytes)
+        reader.fail("extents of another length than the blob");
+    return found;
 }
 
 }  // namespace tarvo::engine::store

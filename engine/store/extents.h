@@ -26,6 +26,9 @@ public:
     // it ends behind what a blob can hold.
     void add(Extent extent);
     const std::vector<Extent>& all() const { return m_extents; }
+    std::uint64_t bytes() const;
+    // Those that are not among the others'.
+    std::uint64_t bytesBeside(const Extents& others) const;
 
 private:
     std::vector<Extent> m_extents;
@@ -34,15 +37,16 @@ private:
 // By the blob's number; those that are not in it are not wanted.
 using WantedExtents = std::unordered_map<std::uint64_t, Extents>;
 
-// The list in front of a sparse blob's bytes: u32 count, count * (u32 offset, u32 length).
+// A sparse blob begins with a list: u32 count, count * (u32 offset, u32 length).
 inline constexpr std::size_t extentCountBytes = 4;
 inline constexpr std::size_t extentBytes = 8;
 Bytes encodeExtents(const Extents& extents);
 // Of the whole sparse blob.
 std::uint64_t sparseBytes(const Extents& extents);
-// Of the list without its count. Where in the row the bytes of the blob stand that begin at the
-// offset, or nothing where not all of them are there. Failure(Damaged), naming what, for a list
-// that is none.
-std::optional<std::uint64_t> placeOf(Extent wanted, ByteSpan list, std::string_view what);
+// list: without its count; of a sparse blob of so many bytes. Where in these the wanted bytes
+// begin, or nothing where not all of them are there. Failure(Damaged), naming what, for a list that
+// is not one of such a blob.
+std::optional<std::uint64_t> placeOf(Extent wanted, ByteSpan list, std::uint64_t blobBytes,
+                                     std::string_view what);
 
 }  // namespace tarvo::engine::store

@@ -23,13 +23,16 @@ std::uint64_t numberOf(std::int64_t row) {
 // What is wanted must be there: a file with gaps is not for cleaning up but for a backup.
 Surplus findSurplus(Connection& connection, const WantedExtents& wanted) {
     const bool mayBeSparse = !isFirstFormat(connection);
-    Statement rows(connection.handle, "SELECT id, length(data) FROM blob ORDER BY id",
+    // Where a blob has two rows, the whole one is read, and the sparse one is not wanted.
+    Statement rows(connection.handle,
+                   "SELECT id, length(data), id < 0 AND EXISTS(SELECT 1 FROM blob AS whole WHERE "
+                   "whole.id = -blob.id) FROM blob ORDER BY id",
                    connection.fileName);
     Surplus surplus;
     std::size_t found = 0;
     while (rows.step()) {
         const auto blob = wanted.find(numberOf(rows.integer(0)));
-        if (blob == wanted.end()) {
+        if (blob == wanted.end() || rows.integer(2) != 0) {
             surplus.rows.push_back(rows.integer(0));
             continue;
         }
