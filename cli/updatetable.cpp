@@ -83,9 +83,7 @@ public:
                 }
             }
             for (std::uint32_t row = 0; row < count; ++row) {
-                if (isId(row)) {
-                    ids.push_back(idOf(row));
-                }
+                ids.push_back(idOf(row));
             }
             progress.update(m_source.progress());
         }
@@ -114,11 +112,6 @@ private:
     std::uint64_t idOf(std::uint32_t row) const {
         return static_cast<const std::uint64_t*>(m_source.values(*m_idColumn))[row];
     }
-    // No point has a negative one.
-    bool isId(std::uint32_t row) const {
-        return m_source.columns()[*m_idColumn].type == DataType::UINT64 ||
-               static_cast<std::int64_t>(idOf(row)) >= 0;
-    }
 
     void refuseFaults() const {
         for (const auto& column : m_checked) {
@@ -144,7 +137,7 @@ private:
         m_source.rewind();
         while (const std::uint32_t count = m_source.next()) {
             for (std::uint32_t row = 0; row < count; ++row) {
-                if (isId(row) && idOf(row) == id) {
+                if (idOf(row) == id) {
                     lines.push_back(m_source.lineOf(row));
                 }
             }

@@ -13,11 +13,8 @@ void ColumnType::add(std::string_view text, std::uint64_t line) {
     m_isSigned = m_isSigned && isSigned;
     m_isUnsigned = m_isUnsigned && isUnsigned;
     if (m_isId) {
-        if (!m_noId && !isSigned && !isUnsigned) {
+        if (!m_noId && !isUnsigned) {
             m_noId = {line, std::string(text)};
-        }
-        if (!m_negative && !isUnsigned) {
-            m_negative = {line, std::string(text)};
         }
     } else if (!m_inexact && changedAsDouble(text)) {
         m_inexact = {line, std::string(text)};
@@ -32,13 +29,10 @@ DataType ColumnType::type() const {
 
 std::optional<core::Failure> ColumnType::fault(const std::string& fileName,
                                                const std::string& column) const {
-    if (type() != DataType::DOUBLE || !m_any) {
-        return std::nullopt;
+    if (m_noId) {
+        return idFault(fileName, *m_noId);
     }
-    if (m_isId) {
-        return idFault(fileName, m_noId ? *m_noId : *m_negative);
-    }
-    if (!m_inexact) {
+    if (type() != DataType::DOUBLE || !m_inexact) {
         return std::nullopt;
     }
     return core::Failure(

@@ -49,9 +49,8 @@ private:
     bool m_any = false;
     bool m_isSigned = true;
     bool m_isUnsigned = true;
-    std::optional<Cell> m_noId;      // neither of the whole types
-    std::optional<Cell> m_negative;  // no id either where others are beyond INT64
-    std::optional<Cell> m_inexact;   // as a double
+    std::optional<Cell> m_noId;
+    std::optional<Cell> m_inexact;  // as a double
 };
 
 }  // namespace tarvo::exchange::csv

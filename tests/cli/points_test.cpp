@@ -85,6 +85,7 @@ TEST_F(Admin, IdsOfATableAreExactOrRefused) {
         {"nan,9\n", "\"nan\" is no id"},
         {"18446744073709551616,9\n", "\"18446744073709551616\" is no id"},
         {"18446744073709551615,9\n-1,9\n", "\"-1\" is no id"},
+        {"1,9\n-1,9\n", "\"-1\" is no id"},
         {"2,9\n\n1,9\n2,8\n", "id 2 stands in the lines 2 and 5"},
         {"9007199254740993,9\n-1,9\n9007199254740993,9\n", "lines 2 and 4"}};
     for (const auto& [rows, text] : faults) {
