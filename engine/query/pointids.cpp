@@ -68,12 +68,13 @@ void PointIds::readLeaves(const std::vector<std::uint64_t>& wanted) {
             // Who comes again will come for the others, too.
             const bool whole = m_readOnce.contains(node->id);
             auto read = [&, node, whole, page = cursor.page()] {
-                const auto column = readColumn(m_session, *node, pointId, 0);
+                const auto block = blockOf(m_session, *node, pointId, 0);
                 std::vector<std::uint64_t> ids;
                 if (whole)
-                    column->visit([&](auto codes) { ids.assign(codes.begin(), codes.end()); });
+                    block->column().visit(
+                        [&](auto codes) { ids.assign(codes.begin(), codes.end()); });
                 else
-                    for (const PointMatch& match : matchIds(*column, wanted))
+                    for (const PointMatch& match : matchIds(*block, wanted))
                         ids.push_back(wanted[match.id]);
                 return ids;
             };

@@ -1,9 +1,9 @@
 // Finds points by their ids.
 #pragma once
 
+#include "engine/codec/block.h"
 #include "engine/index/node.h"
 #include "engine/schema/attribute.h"
-#include "engine/schema/column.h"
 
 #include <cstdint>
 #include <span>
@@ -17,8 +17,7 @@ struct PointMatch {
 };
 
 // The points of a node whose ids (codes) are in the list, which is sorted and has each id once.
-std::vector<PointMatch> matchIds(const schema::Column& idsOfNode,
-                                 std::span<const std::uint64_t> ids);
+std::vector<PointMatch> matchIds(const codec::Block& idsOfNode, std::span<const std::uint64_t> ids);
 
 // Whether the node may hold one of them.
 bool mayHold(const index::Node& node, const schema::Attribute& pointId,

@@ -43,7 +43,7 @@ public:
             EditedLeaf edited(m_session.identity().settings.compressionLevel);
             std::vector<std::uint32_t> points;
             for (const PointMatch& match :
-                 matchIds(*readColumn(m_session, leaf, pending.pointId(), 0), ids))
+                 matchIds(*blockOf(m_session, leaf, pending.pointId(), 0), ids))
                 points.push_back(match.point);
             if (!points.empty())
                 removePoints(m_session, pending, leaf, points, edited);

@@ -105,7 +105,7 @@ private:
     EditedLeaf editLeaf(const index::Node& leaf, const session::State& state,
                         const index::RowLayout& layout) const {
         EditedLeaf edited(m_session.identity().settings.compressionLevel);
-        const auto ids = readColumn(m_session, leaf, state.pointId(), 0);
+        const auto ids = blockOf(m_session, leaf, state.pointId(), 0);
         const std::vector<PointMatch> matches = matchIds(*ids, m_ids);
         if (matches.empty())
             return edited;
