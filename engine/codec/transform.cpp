@@ -1,6 +1,7 @@
 #include "engine/codec/transform.h"
 
 #include "engine/base/instructions.h"
+#include "engine/codec/prefixsums.h"
 
 #include <array>
 #include <cmath>
@@ -23,15 +24,6 @@ void deltaCodes(std::span<const T> codes, std::span<T> out) {
     out[0] = zigzagDifference<T>(codes[0], 0);
     for (std::size_t i = 1; i < codes.size(); ++i)
         out[i] = zigzagDifference(codes[i], codes[i - 1]);
-}
-
-template <typename T>
-void sumDifferences(std::span<T> codes) {
-    T sum = 0;
-    for (T& code : codes) {
-        sum = static_cast<T>(sum + static_cast<T>((code >> 1) ^ static_cast<T>(0 - (code & 1))));
-        code = sum;
-    }
 }
 
 template <typename T>
@@ -150,9 +142,9 @@ void revertTransform(std::span<const std::uint8_t> in, bool delta, bool shuffle,
             unshuffleCodes<T>(in.data(), codes);
         else
             std::memcpy(codes.data(), in.data(), codes.size_bytes());
-        if (delta)
-            sumDifferences<T>(codes);
     });
+    if (delta)
+        sumDifferences(column);
 }
 
 double deltaRatio(const schema::Column& column) {
