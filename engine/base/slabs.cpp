@@ -17,6 +17,8 @@ constexpr std::size_t slabSize = std::size_t(4) << 20;  // and its alignment
 constexpr std::size_t smallest = 8 << 10;               // less comes from the heap
 constexpr std::size_t largest = 512 << 10;              // and so does more
 constexpr std::size_t classCount = 4 * 6 + 1;
+// A large page is cleared as a whole when it is first touched, which is dear to who needs little.
+constexpr std::size_t slabsOfSmallPages = 8;
 
 // Four sizes to each power of two.
 std::size_t classOf(std::size_t bytes) {
@@ -81,6 +83,7 @@ public:
         // The last one of a class stays, so that taking and giving by turns costs nothing.
         if (slab.used == 0 && (slab.next || slab.before)) {
             unlink(slab);
+            --m_count;
             ::operator delete(&slab, std::align_val_t(slabSize));
         }
     }
@@ -89,10 +92,12 @@ private:
     static bool hasRoom(const Slab& slab) {
         return slab.free || slab.untouched + sizeOf(slab.number) <= slabSize;
     }
-    static Slab* makeSlab(std::size_t number) {
+    Slab* makeSlab(std::size_t number) {
         void* const memory = ::operator new(slabSize, std::align_val_t(slabSize));
+        ++m_count;
 #ifdef __linux__
-        (void)::madvise(memory, slabSize, MADV_HUGEPAGE);
+        if (m_count > slabsOfSmallPages)
+            (void)::madvise(memory, slabSize, MADV_HUGEPAGE);
 #endif
         Slab* const slab = ::new (memory) Slab;
         slab->untouched = headerSize;
@@ -116,6 +121,7 @@ private:
 
     std::mutex m_mutex;
     std::array<Slab*, classCount> m_withRoom{};
+    std::size_t m_count = 0;
 };
 
 // Never destroyed: columns may outlive everything else that is static.

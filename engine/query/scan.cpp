@@ -11,6 +11,7 @@ namespace {
 
 // A task is to be worth handing it over, whether leaves are large or small.
 constexpr std::size_t pointsPerTask = 65536;
+constexpr std::size_t pointsPerCount = 262144;
 constexpr std::size_t mostPerTask = 64;
 // As many tasks are begun one leaf at a time, for who wants a page; who goes on wants all cores.
 constexpr std::size_t smallSteps = 16;
@@ -124,7 +125,7 @@ void Scan::readColumns(NodeHits& hits, std::size_t first, std::size_t step) cons
 
 // The columns of one leaf on all cores.
 void Scan::readColumns(NodeHits& hits) {
-    const std::size_t parts = std::min<std::size_t>(m_session.pool().threads(), m_columns.size());
+    const std::size_t parts = std::min<std::size_t>(m_session.threads(), m_columns.size());
     std::vector<Task<bool>> others;
     for (std::size_t part = 1; part < parts; ++part)
         others.push_back(m_session.pool().run(
@@ -179,7 +180,10 @@ bool Scan::isFirstPart() const {
 // Moves the cursor past the next candidates, and takes what it can decide on the way.
 bool Scan::advance() {
     std::vector<Candidate> candidates;
-    const std::size_t most = isFirstPart() ? 1 : std::min(m_ahead / smallSteps, mostPerTask);
+    const bool isFirst = m_ahead == 1;
+    const std::size_t most = isFirst && onlyCounts() ? 2
+                             : isFirstPart()         ? 1
+                                                     : std::min(m_ahead / smallSteps, mostPerTask);
     std::uint64_t points = 0;
     NodeHits whole;  // of nodes that match as a whole, where only the count is needed
     while (const index::Node* node = m_cursor->node()) {
@@ -218,7 +222,7 @@ bool Scan::advance() {
             points += node->ownCount;
         }
         m_cursor->enter();
-        if (candidates.size() >= most || points >= taskPoints() ||
+        if (candidates.size() >= most || (points >= taskPoints() && !isFirst) ||
             (m_isLargePage && !candidates.empty()))
             break;
     }
@@ -228,19 +232,24 @@ bool Scan::advance() {
     }
     if (candidates.empty())
         return false;
-    if (m_ahead == 1) {
-        // Handing the first leaf over would take longer than many a query.
-        m_ahead = 2;
-        Examined first = examine(candidates, false);
+    if (isFirst) {
+        // Handing the first leaf over would take longer than many a query. Who counts wants all.
+        m_ahead = onlyCounts() ? smallSteps : 2;
+        if (candidates.size() > 1)
+            begin({candidates.back()}, false);
+        Examined first = examine({candidates.front()}, false);
         for (NodeHits& hits : first.hits)
             m_examined.hits.push_back(std::move(hits));
         m_examined.failure = first.failure;
         return true;
     }
-    const bool withColumns = !isFirstPart();
+    begin(std::move(candidates), !isFirstPart());
+    return true;
+}
+
+void Scan::begin(std::vector<Candidate> candidates, bool withColumns) {
     m_work.push_back(m_session.pool().run(
         [this, own = std::move(candidates), withColumns] { return examine(own, withColumns); }));
-    return true;
 }
 
 std::optional<NodeHits> Scan::next() {
@@ -291,8 +300,9 @@ std::size_t Scan::pointsAtOnce() const {
 }
 
 std::size_t Scan::taskPoints() const {
-    const std::size_t tasks = m_session.pool().threads() * tasksPerThread;
-    return std::clamp<std::size_t>(pointsAtOnce() / tasks, 1, pointsPerTask);
+    const std::size_t tasks = m_session.threads() * tasksPerThread;
+    return std::clamp<std::size_t>(pointsAtOnce() / tasks, 1,
+                                   onlyCounts() ? pointsPerCount : pointsPerTask);
 }
 
 // How many tasks are worked on at once: enough for the cores.
@@ -300,7 +310,7 @@ std::size_t Scan::window() const {
     const std::size_t largest =
         std::max<std::size_t>(taskPoints(), session::leafCapacity(m_session.identity().settings));
     return std::clamp<std::size_t>(pointsAtOnce() / largest, 1,
-                                   m_session.pool().threads() * tasksPerThread);
+                                   m_session.threads() * tasksPerThread);
 }
 
 std::optional<HitReader::Portion> HitReader::next(std::uint32_t limit) {

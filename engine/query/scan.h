@@ -77,6 +77,8 @@ private:
     NodeHits nextHits();
     bool onlyCounts() const { return m_columns.empty() && !m_wantLeaves; }
     bool advance();  // starts work on the next candidates; false at the end
+    // Has a worker examine them.
+    void begin(std::vector<Candidate> candidates, bool withColumns);
     Candidate candidate(bool all);
     // Whether it may all be for one page: columns are read only of the leaves that come to it.
     bool isFirstPart() const;

@@ -154,7 +154,8 @@ Session::Session(const std::string& fileName, const OpenSettings& settings, std:
       m_identity(identityFromText(m_container.identity())),
       m_api(std::move(api)),
       m_cacheSize(std::max<std::uint64_t>(settings.cacheSize, 16u << 20)),
-      m_threads(settings.threads > 0 ? settings.threads : std::thread::hardware_concurrency()),
+      m_threads(settings.threads > 0 ? settings.threads
+                                     : std::max(1u, std::thread::hardware_concurrency())),
       m_blobs(m_container, m_cacheSize, nodeCapacity(m_identity.settings)),
       m_history(*this, m_container),
       m_changelog(*this),

@@ -35,7 +35,8 @@ namespace tarvo::engine::session {
 struct Identity {
     std::string uuid;
     std::string creator;  // version of the library that made it
-    CreateSettings settings;
+    // Not the default ones, which take their time to be read.
+    CreateSettings settings{schema::AttributeRecord()};
 };
 
 // Changes that a query has taken but not yet put into the pending state.
@@ -79,6 +80,8 @@ public:
     MetaData& metaData() { return m_metaData; }
 
     std::uint64_t cacheSize() const { return m_cacheSize; }
+    // How many threads work for it, and these, which begin with the first call.
+    unsigned threads() const { return m_threads; }
     ThreadPool& pool();
 
     // The pending state, else that of the current transaction, which another process may have

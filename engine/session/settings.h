@@ -17,6 +17,8 @@ inline constexpr std::uint64_t defaultCacheSize = 512u << 20;
 
 struct CreateSettings {
     CreateSettings();  // the primary attribute is "tarvo.xyz" of the default catalogue
+    explicit CreateSettings(schema::AttributeRecord primary)
+        : primaryAttribute(std::move(primary)) {}
 
     schema::AttributeRecord primaryAttribute;
     std::uint32_t chunkMode = 1;
