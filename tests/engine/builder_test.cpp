@@ -3,6 +3,7 @@
 #include "tests/engine/hostile.h"
 
 #include <map>
+#include <utility>
 
 namespace tarvo::engine::index {
 namespace {
@@ -328,7 +329,9 @@ TEST_F(Trees, TellOfANodeTheLatestChangeBelowIt) {
     children[1].totalCount = 5;
     children[1].attributes = {{2, 5, {{{0, 1, true, true}, {}}}},
                               {7, 6, {{{8, 8, true, false}, {}}}}};
-    for (const std::uint32_t revision : {1u, 9u}) {
+    // Whichever of the two comes last.
+    for (const std::uint32_t revision : {1u, 9u, 9u, 1u}) {
+        std::swap(children[0], children[1]);
         Node node;
         node.id = 1;
         node.revision = revision;

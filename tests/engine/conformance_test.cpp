@@ -87,7 +87,13 @@ TEST_F(Conformance, TellsWhatADefinitionHoldsOtherwise) {
         {"tarvo.amplitude", range(0, 70000, 0.001), "data type DOUBLE, not SINGLE"},
         {"tarvo.amplitude", range(0, 16777216, 1),
          "data type UINT32, not SINGLE|resolution 1, not 0.01 or finer"},
+        {"tarvo.selected", range(0, 255, 1), ""},
+        {"tarvo.selected", range(-1, 1, 1), "data type INT8, not UINT8"},
+        {"tarvo.selected", range(0, 256, 1), "data type UINT16, not UINT8"},
         {"tarvo.covariances", range(-1, 1, 0), ""},
+        {"tarvo.covariances", range(0, 4294967295, 1), "resolution 1, not floating-point numbers"},
+        {"tarvo.covariances", range(0, 18446744073709551616.0, 1),
+         "data type UINT64, not DOUBLE|resolution 1, not floating-point numbers"},
         {"tarvo.covariances", range(-1, 1, 0.5), "resolution 0.5, not floating-point numbers"},
         {"tarvo.covariances", [](AttributeRecord& record) { record.length = 5; },
          "length 5, not 6"},
@@ -138,6 +144,16 @@ TEST_F(Conformance, TellsValuesBeyondThePlannedRangeFromTheFirstStep) {
     EXPECT_EQ(told(angle, {-1, -2}),
               "The point attribute \"tarvo.angle_of_incidence\" has values down to -2, below the "
               "minimum 0.\n");
+    // Nor where the file itself does not know that number as none.
+    angle.invalidValue = std::nan("");
+    EXPECT_EQ(told(angle, {-1, 5}), "");
+    AttributeRecord temperature = session::defaultAttribute("tarvo.temperature");
+    temperature.maximumValue = 5000;
+    temperature.invalidValue = std::nan("");
+    EXPECT_EQ(told(temperature, {20, 4001}), "");
+    EXPECT_EQ(told(temperature, {4001, 4002}),
+              "The point attribute \"tarvo.temperature\" has values up to 4002, above the maximum "
+              "4000.\n");
 }
 
 TEST_F(Conformance, TellsWhatIsMissingAndTooMuchInTheOrderOfTheSchema) {
