@@ -235,8 +235,16 @@ TEST_F(ToldRedefinition, CountsThePointsThatLoseElements) {
     m_cloud.pointAttributes().add(q);
     insert(5, q, {1, 2, 3, 4, 5, 6, 7, 8, 9, 0, 0, 0, 9, 9, 9});
     PointAttribute definition = q;
+    definition.length = 2;
+    // The statistics tell that the rest is kept: no value needs to be read.
+    auto changes =
+        countChanges(m_cloud, q, definition, [](int) { ADD_FAILURE() << "values are read"; });
+    ASSERT_TRUE(changes);
+    EXPECT_EQ(core::describe(*changes, q, definition),
+              "5 values of 5 points in \"q\" would be dropped with the elements from number 2 on.");
+    definition.length = 3;
     definition.maximumValue = 5;
-    auto changes = countChanges(m_cloud, q, definition);
+    changes = countChanges(m_cloud, q, definition);
     ASSERT_TRUE(changes);
     EXPECT_EQ(core::describe(*changes, q, definition),
               "7 values of 3 points in \"q\" lie outside 0 to 5 and would become the default value "
