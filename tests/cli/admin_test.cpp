@@ -218,6 +218,80 @@ TEST_F(Admin, TransactionsAreShownAndForgotten) {
     expectFailure(2, "transactions " + file + " discard x", "qrbtool: ");
 }
 
+TEST_F(Admin, TransactionsRecordWhatWasAskedFor) {
+    const std::string table =
+        folder.write("new.csv", "tarvo.id,x,y,z,tarvo.class,q\n7,1.004,2,3,1,9\n");
+    const std::string values = folder.write("values.csv", "tarvo.id,tarvo.class\n1,5\n");
+    const std::string items = folder.write("items.json", R"({"own.b": {}})");
+    const std::string other = folder.file("other.qrbx");
+    struct Record {
+        std::string words, title, settings = {}, comments = {};
+    };
+    const Record records[] = {
+        {"import " + table + " % --new-ids --crs-as-is --leave-out csv.q --title T --comment C",
+         "T",
+         R"({"command":"import","inputs":["new.csv"],"primary":"tarvo.xyz","new_ids":true,)"
+         R"("crs_as_is":true,"left_out":["csv.q"]})",
+         "C"},
+        {"import " + table + " % --append --round --only-known --new-ids", "Import",
+         R"({"command":"import","inputs":["new.csv"],"append":true,"round":true,)"
+         R"("only_known":true,"new_ids":true})"},
+        {"attributes % add tarvo.selected", "Add attributes"},
+        {"attributes % duplicate tarvo.class my.class", "Duplicate attribute tarvo.class"},
+        {"attributes % discard my.class", "Discard the values of attribute my.class"},
+        {"attributes % remove my.class", "Remove attributes"},
+        {"update % --set tarvo.class=2.4 --set tarvo.selected=1 -f 'tarvo.id > 0' --nodes 1 "
+         "--round",
+         "Update points",
+         R"({"command":"update","set":["tarvo.class=2.4","tarvo.selected=1"],)"
+         R"("filter":"tarvo.id > 0","nodes":"1","round":true})"},
+        {"update % --invert tarvo.selected", "Update points",
+         R"({"command":"update","invert":"tarvo.selected"})"},
+        {"update % --from " + values, "Update points",
+         R"({"command":"update","from":"values.csv"})"},
+        {"remove % --filter 'tarvo.id == 99'", "Remove points",
+         R"({"command":"remove","filter":"tarvo.id == 99"})"},
+        {"remove % --ids 98-99", "Remove points", R"({"command":"remove","ids":"98-99"})"},
+        {"remove % --all", "Remove points", R"({"command":"remove","ids":"all"})"},
+        {"metadata % set own.a 1", "Set metadata item own.a"},
+        {"metadata % sign own.a --key 01", "Sign metadata item own.a"},
+        {"metadata % unsign own.a", "Remove the signature of metadata item own.a"},
+        {"metadata % remove own.a", "Remove metadata"},
+        {"metadata % import " + items, "Import metadata"},
+        {"lod % set --mode combine --size 3", "Update LOD", R"({"lodMode":2,"chunkSizeLOD":3})",
+         "LOD mode: 2\nLOD size: 3"},
+        {"changelog % append text", "Append to the changelog"},
+    };
+    const auto expectRecord = [](const std::string& name, const Record& one) {
+        const rapidjson::Document last = json("transactions " + name + " show --json");
+        EXPECT_EQ(last["title"].GetString(), one.title) << one.words;
+        EXPECT_EQ(last["settings"].GetString(), one.settings) << one.words;
+        EXPECT_EQ(last["comments"].GetString(), one.comments) << one.words;
+    };
+    for (const Record& one : records) {
+        std::string words = one.words;
+        expectSuccess(words.replace(words.find('%'), 1, file));
+        expectRecord(file, one);
+    }
+    EXPECT_EQ(transactionCount(), std::size(records) + 1);
+    const Record made[] = {
+        {"copy " + file + " % -f 'tarvo.id > 0' --nodes 1", "Export",
+         R"({"command":"copy","source":"a.qrbx","filter":"tarvo.id > 0","nodes":"1"})"},
+        {"sample % --overwrite -n 5 --seed 7", "Simulated scan",
+         R"({"command":"sample","points":5,"seed":7})"},
+        {"sample % --overwrite", "Simulated scan",
+         R"({"command":"sample","points":100000,"seed":1})"}};
+    for (const Record& one : made) {
+        std::string words = one.words;
+        expectSuccess(words.replace(words.find('%'), 1, other));
+        expectRecord(other, one);
+    }
+    expectSuccess("changelog " + file + " import " + other,
+                  "The changelog of \"" + other + "\" stands before this one.\n");
+    EXPECT_STREQ(json("transactions " + file + " show --json")["title"].GetString(),
+                 "Import a changelog");
+}
+
 TEST_F(Admin, SchemasMakeDatabasesThatAgreeWithThem) {
     const rapidjson::Document schemas = json("schema --json");
     EXPECT_EQ(schemas.Size(), 39u);

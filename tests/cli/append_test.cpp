@@ -157,6 +157,11 @@ TEST_F(Append, WhatDoesNotFitIsRefusedAndNothingChanges) {
     expectFailure(1, append(begin + "1,2,3,-1\n"), {"go from -1 to 1;"});
     expectFailure(1, append(begin + "1,2,3,1.5\n"),
                   {"\"tarvo.class\" can't hold 1 of the values, for example 1.5", "--round"});
+    // The first column that holds one, and its first.
+    expectFailure(1,
+                  append("x,y,z,tarvo.rgba[0],tarvo.rgba[1]\n0,0,0,1,4.5\n0,0,0,2.5,2\n"
+                         "0,0,0,3.5,3\n"),
+                  {"\"tarvo.rgba\" can't hold 3 of the values, for example 2.5:"});
     expectFailure(1, append(begin + "1,2,3,65535.6\n", "--round"), {"65535.6"});
     expectFailure(1, append(begin + "1.125,2,3,1\n"),
                   {"\"tarvo.xyz\"", "1.125: its resolution is 0.01", "--round", "new database"});

@@ -8,12 +8,15 @@
 
 #include <rapidjson/document.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <iterator>
+#include <sstream>
 #include <string>
+#include <vector>
 
 namespace tarvo::cli::tests {
 
@@ -43,6 +46,21 @@ protected:
             document.SetObject();
         }
         return document;
+    }
+    // The cells of each line of a table, which two blanks and more divide; empty ones are none.
+    using Cells = std::vector<std::string>;
+    static std::vector<Cells> rowsOf(const std::string& table) {
+        std::vector<Cells> rows;
+        std::istringstream lines(table);
+        for (std::string line; std::getline(lines, line);) {
+            Cells& cells = rows.emplace_back();
+            for (std::size_t at = 0; (at = line.find_first_not_of(' ', at)) != std::string::npos;) {
+                const std::size_t end = std::min(line.find("  ", at), line.size());
+                cells.push_back(line.substr(at, end - at));
+                at = end;
+            }
+        }
+        return rows;
     }
     static std::string read(const std::string& name) {
         std::ifstream stream(name, std::ios::binary);

@@ -2,6 +2,7 @@
 #include "tests/cli/commandtest.h"
 
 #include <algorithm>
+#include <functional>
 #include <set>
 #include <sstream>
 #include <utility>
@@ -95,6 +96,148 @@ TEST_F(Formats, ColumnsOfATableEndBelowTheirNames) {
         std::getline(table, line);
         EXPECT_EQ(ends(line), expected) << line;
     }
+}
+
+// What is read by people tells the same as what programs read.
+TEST_F(Formats, ListsForPeopleHoldWhatThoseForProgramsHold) {
+    using Rows = std::vector<Cells>;
+    expectSuccess("metadata " + file + " set bb 1");
+    expectSuccess("metadata " + file + " set a '[1,2]'");
+    expectSuccess("metadata " + file + " sign a --key 01");
+    expectSuccess("metadata " + file + " set c 1");
+    expectSuccess("transactions " + file + " restore 7");
+    Rows expected{{"Name", "Bytes", "Signed"}};
+    const rapidjson::Document items = json("metadata " + file + " --json");
+    for (const auto& one : items.GetArray()) {
+        expected.push_back({one["name"].GetString(), std::to_string(one["size"].GetUint())});
+        if (one["signed"].GetBool())
+            expected.back().push_back("yes");
+    }
+    EXPECT_EQ(rowsOf(run("metadata " + file).output), expected);
+    EXPECT_EQ(expected.back(), (Cells{"bb", "1"}));
+    expected = {{"Number", "Committed", "Title", "Agent"}};
+    const rapidjson::Document transactions = json("transactions " + file + " --json");
+    std::string told = "\nTransactions\n";
+    for (const auto& one : transactions.GetArray()) {
+        const std::string id = std::to_string(one["id"].GetUint());
+        expected.push_back(
+            {id, one["stop"].GetString(), one["title"].GetString(), one["agent"].GetString()});
+        if (id == "7")
+            expected.back().insert(expected.back().begin(), "*");
+        told += (id == "7" ? "* " : "  ") + id + "  " + one["stop"].GetString() + "  " +
+                one["title"].GetString() + " (" + one["agent"].GetString() + ")\n";
+    }
+    EXPECT_EQ(rowsOf(run("transactions " + file).output), expected);
+    for (const std::string id : {"2", "7"}) {
+        const rapidjson::Document one = json("transactions " + file + " show " + id + " --json");
+        const Rows rows = rowsOf(run("transactions " + file + " show " + id).output);
+        expected = {{"Number", id + (id == "7" ? " (current)" : "")},
+                    {"Title", one["title"].GetString()},
+                    {"Agent", one["agent"].GetString()},
+                    {"Library", one["library"].GetString()},
+                    {"Begun", one["start"].GetString()},
+                    {"Committed", one["stop"].GetString()},
+                    {"Alone holds", std::to_string(one["size"].GetUint()) + " bytes"}};
+        for (std::size_t i : {0u, 1u, 2u})
+            EXPECT_EQ(rows.at(i), expected[i]);
+        for (std::size_t i : {4u, 5u, 6u})
+            EXPECT_NE(std::find(rows.begin(), rows.end(), expected[i]), rows.end())
+                << expected[i][0];
+    }
+
+    const rapidjson::Document info = json("info --json " + file);
+    const std::string text = run("info " + file).output;
+    const auto& first = info["transactions"][0];
+    for (const std::string& part :
+         {"File          " + file + "\n", "Identity      " + std::string(info["uuid"].GetString()),
+          "Size          " + std::to_string(std::filesystem::file_size(file)) + " bytes\n",
+          "Created       " + std::string(first["start"].GetString()) + " by " +
+              first["agent"].GetString() + "\n",
+          std::string("Points        3\n"),
+          std::string("Extent        -4.25 2.00 3.00\n              7.00 8.00 9.00\n"), told,
+          std::string("\nMetadata\n  a\n  bb\n")})
+        EXPECT_NE(text.find(part), std::string::npos) << part << text;
+    const Rows rows = rowsOf(text);
+    for (const Cells& attribute :
+         {Cells{"tarvo.xyz[3]", "-4.25..7.00, 2.00..8.00, 3.00..9.00 m"}, Cells{"tarvo.id", "1..3"},
+          Cells{"my.real[2]", "0.0000001..0.5, 0.1..0.5"}})
+        EXPECT_EQ(std::count(rows.begin(), rows.end(), attribute), 1) << attribute[0] << text;
+}
+
+TEST_F(Formats, AnAttributeIsTold) {
+    const std::string definition =
+        R"({"name": "my.all", "title": "T", "description": "D", "tags": "a, b", "length": 2,
+            "resolution": 0.5, "minimum_value": -10, "maximum_value": 20, "default_value": 1,
+            "invalid_value": -10, "unit_symbol": "m", "scale_factor": 4, "named_values": "1=one",
+            "storage_class": 3, "compression_options": 1, "lod_settings": "first"})";
+    expectSuccess("attributes " + file + " add --json " + folder.write("all.json", definition));
+    EXPECT_EQ(run("attributes " + file + " show my.all").output,
+              "Name          my.all\nTitle         T\nDescription   D\nTags          a, b\n"
+              "Length        2\nType          SINGLE\nRange         -10 to 20 m\n"
+              "Resolution    0.5 m\nScale factor  4\nDefault       1\nInvalid       -10\n"
+              "Named values  1=one\nStorage       dynamic\nCompression   delta\n"
+              "LOD           first\n");
+    const std::vector<Cells> rows = rowsOf(run("attributes " + file + " list 'my.a*'").output);
+    EXPECT_EQ(rows, (std::vector<Cells>{
+                        {"Name", "Length", "Type", "Minimum", "Maximum", "Resolution", "Unit",
+                         "Storage", "Title"},
+                        {"my.all", "2", "SINGLE", "-10", "20", "0.5", "m", "dynamic", "T"}}));
+}
+
+TEST_F(Formats, TheIndexForPeopleIsThatForPrograms) {
+    std::string table = "x,y,z,n\n";
+    for (int i = 0; i < 60; ++i)
+        table += std::to_string(i * i) + "," + std::to_string(7 * i % 60) + ",1,2\n";
+    const std::string source = folder.file("source.qrbx"), small = folder.file("small.qrbx");
+    expectSuccess("import " + folder.write("i.csv", table) + " " + source);
+    expectSuccess("copy " + source + " " + small + " --settings " +
+                  folder.write("s.json", R"({"chunk_size": 5})"));
+    expectSuccess("lod " + small + " set --mode combine --size 1");
+    const std::string index = "index " + small;
+    rapidjson::Document tree = json(index + " --json");
+    const rapidjson::Value* leaf = &tree;
+    while (!(*leaf)["leaf"].GetBool())
+        leaf = &(*leaf)["children"][0];
+    const std::string leafId = std::to_string((*leaf)["id"].GetUint());
+    expectSuccess("update " + small + " --set csv.n=1 --nodes " + leafId);
+    tree = json(index + " --json");
+    const auto cell = [](const rapidjson::Value& one, const char* member) {
+        return std::to_string(one[member].GetUint());
+    };
+    std::vector<Cells> expected{{"Node", "Points", "Own", "Revision"}};
+    std::vector<std::size_t> indents{0};
+    const std::function<void(const rapidjson::Value&, std::size_t)> walk =
+        [&](const rapidjson::Value& node, std::size_t level) {
+            expected.push_back({cell(node, "id"), cell(node, "points"), cell(node, "points_own"),
+                                cell(node, "revision")});
+            indents.push_back(2 * level);
+            if (node.HasMember("children"))
+                for (const auto& child : node["children"].GetArray())
+                    walk(child, level + 1);
+        };
+    walk(tree, 0);
+    const std::string text = run(index).output;
+    EXPECT_EQ(rowsOf(text), expected);
+    std::istringstream lines(text);
+    for (const std::size_t indent : indents) {
+        std::string line;
+        std::getline(lines, line);
+        EXPECT_EQ(line.find_first_not_of(' '), indent) << text;
+    }
+    EXPECT_GE(*std::max_element(indents.begin(), indents.end()), 4u);
+
+    expected = {
+        {"Level", "Nodes", "Leaves", "Points in leaves", "Level-of-detail points", "Revision"}};
+    const rapidjson::Document levels = json(index + " --levels --json");
+    for (const auto& level : levels.GetArray())
+        expected.push_back({cell(level, "level"), cell(level, "nodes"), cell(level, "leaves"),
+                            cell(level, "leaf_points"), cell(level, "lod_points"),
+                            cell(level, "revision")});
+    EXPECT_EQ(rowsOf(run(index + " --levels").output), expected);
+    EXPECT_EQ(rowsOf(run(index + " --node " + leafId).output).at(0),
+              (Cells{"Node", leafId + " (a leaf)"}));
+    EXPECT_EQ(rowsOf(run(index + " --node " + cell(tree, "id")).output).at(0),
+              (Cells{"Node", cell(tree, "id")}));
 }
 
 TEST_F(Formats, ALimitTakesSoManyPointsAndNoMore) {

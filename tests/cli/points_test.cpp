@@ -542,6 +542,24 @@ TEST_F(Admin, ValidExtremesLeaveOutWhatIsNoValue) {
                                         {2u, "cleaned_minimum"},
                                         {3u, "cleaned_maximum"}})
             EXPECT_EQ(node["attributes"][i][member][0].GetInt(), members[k]) << i << member;
+    // For people, too.
+    const auto number = [&](const rapidjson::Value& value) {
+        return std::to_string(value.GetUint());
+    };
+    const auto revision = [&](rapidjson::SizeType i) {
+        return number(node["attributes"][i]["revision"]);
+    };
+    std::vector<Cells> rows = rowsOf(run("index " + file + " --node 1 -a low.v,high.v").output);
+    EXPECT_EQ(rows, (std::vector<Cells>{{"Node", node["leaf"].GetBool() ? "1 (a leaf)" : "1"},
+                                        {"Level", number(node["level"])},
+                                        {"Points", "3"},
+                                        {"Own points", number(node["points_own"])},
+                                        {"Revision", number(node["revision"])},
+                                        {},
+                                        {"Attribute", "Minimum", "Maximum", "Valid minimum",
+                                         "Valid maximum", "Revision"},
+                                        {"low.v", "-10", "7", "0", "7", revision(0)},
+                                        {"high.v", "0", "100", "0", "7", revision(1)}}));
 }
 
 }  // namespace
