@@ -29,9 +29,10 @@ namespace {
 // p transaction pending       P pending, something changed, one selected in each list
 // b after a rollback          q a query with a next page    r a query that ended, with its points
 // e an empty database         c closed again
-const QString always = "ntosmpPbqrec";
-const QString open = "osmpPbqre";
-const QString idle = "osmbqre";  // open, and no transaction pending
+// C closed, O opened once more while a transaction was pending
+const QString always = "ntosmpPbqrecCO";
+const QString open = "osmpPbqreO";
+const QString idle = "osmbqreO";  // open, and no transaction pending
 const QString pending = "pP";
 const QString one = "sP";
 const QString some = "smP";
@@ -87,7 +88,7 @@ const Expected actions[] = {
     {"actionColumnsSortDefault", "Default Sort Order", "", "list-sort-default", open},
     {"actionValidate", "Validate", "F9", "validate", open},
     {"actionOpenClipboard", "Open Clipboard", "Ctrl+Shift+V", "db-open", always},
-    {"actionOpenLastUsed", "Open Last Used", "Ctrl+Shift+O", "db-open", open + "c"},
+    {"actionOpenLastUsed", "Open Last Used", "Ctrl+Shift+O", "db-open", open + "cC"},
     {"actionExportAsQRB", "Export ...", "Ctrl+E", "db-save", open},
     {"actionMetaDataSignature", "Signature", "", "object-locked", one},
     {"actionSwitchLibrary", "Switch library...", "", "switch", always},
@@ -240,6 +241,16 @@ std::unique_ptr<SampleWindow> ActionsTest::windowIn(char state) {
         case 'c':
             window.run("actionClose", {});
             break;
+        case 'C':
+            window.begin();
+            window.run("actionClose", {ModalScript::press("Yes")});
+            break;
+        case 'O': {
+            window.begin();
+            ModalScript drop({ModalScript::press("Yes")});
+            window.window().openDatabase(m_sample->path("work.qrbx"), true);
+            break;
+        }
         case 's':
         case 'm':
             selectRows(window, state == 'm');
@@ -324,6 +335,8 @@ void ActionsTest::statesEnableWhatTheyAllow_data() {
         {'r', "FILE"},
         {'e', "EMPTY"},
         {'c', "no database opened"},
+        {'C', "no database opened"},
+        {'O', "FILE"},
     };
     for (const auto& [state, label] : labels)
         QTest::newRow(std::string(1, state).c_str()) << QChar(state) << QString(label);

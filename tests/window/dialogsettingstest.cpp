@@ -256,8 +256,10 @@ void DialogSettingsTest::transactionKeepsThePageOfItsSettings() {
         auto* pages = in<QTabWidget>(dialog, "tabWidgetSettings");
         const int page = pages->currentIndex();
         pages->setCurrentIndex(1);
+        const QString text = in<QPlainTextEdit>(dialog, "editSettingsFormatted")->toPlainText();
         dialog->reject();
         QCOMPARE(page, 0);
+        QVERIFY2(text.startsWith("{\n"), qUtf8Printable(text));  // laid out at once
     });
     QCOMPARE(DialogSettings("DialogTransaction").value("SettingsPage").toInt(), 1);
     showTransaction(window, "2", [](QDialog* dialog) {

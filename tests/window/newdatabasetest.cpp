@@ -21,6 +21,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QLocale>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QProgressBar>
@@ -55,6 +56,7 @@ private slots:
     void settingsThatCantBeShownAreNamed();
     void creationThatFailsKeepsWhatWasTyped();
     void exportCopiesWhatTheFilterPicks();
+    void exportKeepsToNodesAndAttributes();
     void exportCanBeCancelled();
     void exportThatFailsLeavesNothing();
 
@@ -374,7 +376,6 @@ void NewDatabaseTest::exportCopiesWhatTheFilterPicks() {
                  ModalScript::press("OK")(dialog);
              },
              ModalScript::press("Yes")});
-    QVERIFY(texts.value(0).startsWith("Successfully finished!\n\nPoints: "));
     QCOMPARE(field("editDatabaseFile"), QDir::toNativeSeparators(m_new));
     QCOMPARE(field("editCompressionLevel"), "3 %");
     QCOMPARE(files(), QStringList("new.qrbx"));
@@ -386,6 +387,9 @@ void NewDatabaseTest::exportCopiesWhatTheFilterPicks() {
     const Table expected = tableOf(*source, attributes, filter);
     QVERIFY(!expected.empty() && expected.size() < static_cast<std::size_t>(m_source.pointCount));
     QVERIFY(tableOf(*copy, attributes) == expected);
+    QVERIFY2(texts.value(0).startsWith(QString("Successfully finished!\n\nPoints: %0\nDuration: ")
+                                           .arg(QLocale().toString(expected.size()))),
+             qUtf8Printable(texts.value(0)));
     QVERIFY(copy->metaData().exists("own.text") && !copy->metaData().exists("own.note"));
     // What was done is written down.
     const auto details = copy->transactions().details(copy->transactions().current());
@@ -407,6 +411,49 @@ void NewDatabaseTest::exportCopiesWhatTheFilterPicks() {
     // The changelog of the source, and the entry of the export.
     const QString log = driver().child<QPlainTextEdit>("editChangelog")->toPlainText();
     QVERIFY(log.contains("Notes") && log.contains("Export"));
+}
+
+void NewDatabaseTest::exportKeepsToNodesAndAttributes() {
+    m_window->openDatabase(m_source.fileName, true);
+    const auto source = opened(m_source.fileName);
+    tarvo::qrb::pointcloud::IndexNode root;
+    source->stat().index(root);
+    const auto* leaf = &root;
+    while (!leaf->children.empty())
+        leaf = &leaf->children.back();
+    QVERIFY(leaf != &root);
+    driver().showTab("tabPointData");
+    driver().child<QLineEdit>("editPointDataNodes")->setText(QString::number(leaf->id));
+    const QStringList texts =
+        run("actionExportAsQRB",
+            {[&](QDialog* dialog) {
+                 const QString nodes = in<QLineEdit>(dialog, "editNodes")->text();
+                 in<QLineEdit>(dialog, "editTarget")->setText(m_new);
+                 auto* attributes = in<QWidget>(dialog, "listAttributes");
+                 QTest::keyClicks(in<QLineEdit>(attributes, "editSearch"), "tarvo.class");
+                 QVERIFY(ModalScript::pressButton(attributes, "None"));
+                 ModalScript::press("Export")(dialog);
+                 ModalScript::press("Close")(dialog);
+                 QCOMPARE(nodes, QString::number(leaf->id));
+             },
+             ModalScript::press("No")});
+    QVERIFY2(texts.value(0).contains(
+                 QString("Points: %0\n").arg(QLocale().toString(leaf->pointCountNode))),
+             qUtf8Printable(texts.value(0)));
+    // Not opened.
+    QCOMPARE(field("editDatabaseFile"), QDir::toNativeSeparators(m_source.fileName));
+    const auto copy = opened(m_new);
+    auto attributes = source->pointAttributes().list();
+    QCOMPARE(std::erase(attributes, "tarvo.class"), 1u);
+    QVERIFY(copy->pointAttributes().list() == attributes);
+    const Table table = tableOf(*copy, {"tarvo.id"});
+    auto query = source->select({leaf->id}, "");
+    std::uint64_t id = 0;
+    query.bind("tarvo.id", tarvo::qrb::pointcloud::DataType::UINT64, &id, sizeof id);
+    std::size_t count = 0;
+    for (; query.next(1) == 1; ++count)
+        QVERIFY(table.contains(id));
+    QCOMPARE(table.size(), count);
 }
 
 void NewDatabaseTest::exportCanBeCancelled() {

@@ -225,10 +225,11 @@ void TransactionDialogTest::transactionTextsGoToFilesAndBack() {
     ModalScript script(
         {[&](QDialog* dialog) {
              const auto act = [&](const char* name) { in<QAction>(dialog, name)->trigger(); };
+             // Written as they are, not as they are laid out.
+             in<QTabWidget>(dialog, "tabWidgetSettings")->setCurrentIndex(1);
              act("actionSaveComments");
              act("actionSaveSettings");
              act("actionSaveComments");  // nowhere
-             in<QTabWidget>(dialog, "tabWidgetSettings")->setCurrentIndex(1);
              act("actionClearComments");
              act("actionClearSettings");
              const QStringList cleared = shownIn(dialog).mid(6);

@@ -89,6 +89,7 @@ private slots:
     void failedImportKeepsWhatCameBefore();
     void importWithoutTransactionIsRefusedOnce();
     void exportedItemsAreJsonInTheirOrder();
+    void importTellsEveryName();
     void exportedPointsHaveEveryElement();
     void exportThatFailsIsTold();
     void sizesAreThoseOfTheLibrary();
@@ -314,6 +315,36 @@ void TransferTest::exportedItemsAreJsonInTheirOrder() {
     QCOMPARE(metaData.get("own.empty", "missing"), std::string());
     window.run("actionTransactionCommit", {ModalScript::press("OK")});
     QVERIFY(!window.database().transactions().pending());
+}
+
+// The box those that it has room for, and the details all.
+void TransferTest::importTellsEveryName() {
+    const SampleWindow window(m_sample->copy());
+    window.begin();
+    window.driver().showTab("tabMetaData");
+    for (const int items : {30, 31, 40}) {
+        QByteArray text = "{\"own.signed\": \"" + QByteArray::number(items) + '"';
+        QStringList names;
+        for (int i = 0; i < items; ++i) {
+            names += QString("own.%0.%1").arg(items).arg(i);
+            text += ", \"" + names.last().toUtf8() + "\": \"\"";
+        }
+        QString details;
+        const QStringList told =
+            window.run("actionMetaDataImport",
+                       {ModalScript::chooseFile(written(m_sample->path("names.json"), text + '}')),
+                        [&](QDialog* dialog) {
+                            details = qobject_cast<QMessageBox*>(dialog)->detailedText();
+                            ModalScript::press("OK")(dialog);
+                        }});
+        const QString more = items > 30 ? QString(" and %0 more").arg(items - 30) : QString();
+        // Its signature is gone with the first one.
+        const QString lost = items == 30 ? "\nItems no longer signed: own.signed" : "";
+        QCOMPARE(told, QStringList("Import successfully finished.\n\nItems added: " +
+                                   names.mid(0, 30).join(", ") + more +
+                                   "\nItems updated: own.signed" + lost));
+        QCOMPARE(details, items > 30 ? "Items added:\n" + names.join('\n') + '\n' : QString());
+    }
 }
 
 // Also those beyond what the table shows.
