@@ -34,6 +34,7 @@
 #include <QToolButton>
 #include <QTreeWidget>
 #include <QtTest>
+#include <algorithm>
 #include <memory>
 
 using namespace tarvo::window;
@@ -614,6 +615,33 @@ void TabsTest::headersSortAndLeadBack() {
     QCOMPARE(details->headerItem()->text(1), "Value (cleaned)");
     click(details, 1);
     QCOMPARE(details->headerItem()->text(1), "Value (full)");
+
+    // Within their groups, until they are shown anew.
+    showTab("tabPointAttributes");
+    auto* attributes = tree("treePointAttributes");
+    const auto texts = [attributes](int column) {
+        QList<QStringList> groups;
+        for (int i = 0; i < attributes->topLevelItemCount(); ++i) {
+            groups += QStringList();
+            for (int k = 0; k < attributes->topLevelItem(i)->childCount(); ++k)
+                groups.last() += attributes->topLevelItem(i)->child(k)->text(column);
+        }
+        return groups;
+    };
+    const QList<QStringList> ranked = texts(0);
+    for (const bool descending : {false, true}) {
+        click(attributes, 1);
+        for (const QStringList& group : texts(1)) {
+            QStringList sorted = group;
+            sorted.sort(Qt::CaseInsensitive);
+            if (descending)
+                std::reverse(sorted.begin(), sorted.end());
+            QCOMPARE(group, sorted);
+        }
+        QVERIFY(texts(0) != ranked);
+    }
+    run("actionReload", {});
+    QCOMPARE(texts(0), ranked);
 }
 
 void TabsTest::levelOfDetailIsBuiltAndCanBeCancelled() {

@@ -106,7 +106,6 @@ void PointAttributesPanel::refresh() {
         sorted.emplace_back(QString::fromStdString(group.name), group.rank, name);
     }
     std::sort(sorted.begin(), sorted.end());
-    tree->setSortingEnabled(false);
     for (const auto& [group, rank, name] : sorted) {
         auto* row = new NumericTreeWidgetItem(groupRow(group));
         fillAttributeRow(row, attributes.get(name), name == primary, rank);
