@@ -295,6 +295,11 @@ TEST_F(Admin, TransactionsRecordWhatWasAskedFor) {
 TEST_F(Admin, SchemasMakeDatabasesThatAgreeWithThem) {
     const rapidjson::Document schemas = json("schema --json");
     EXPECT_EQ(schemas.Size(), 39u);
+    std::vector<Cells> listed{{"Identifier", "Extension"}};
+    for (const auto& schema : schemas.GetArray()) {
+        listed.push_back({schema["identifier"].GetString(), schema["extension"].GetString()});
+    }
+    EXPECT_EQ(rowsOf(run("schema").output), listed);
     const std::string made = folder.file("made");
     for (const auto& schema : schemas.GetArray()) {
         const std::string identifier = schema["identifier"].GetString();
@@ -379,6 +384,17 @@ TEST_F(Admin, ReportsAndDefaultsAreWritten) {
     EXPECT_TRUE(tag["schema"].IsObject() && tag["example"].IsObject());
     EXPECT_TRUE(tag["schema"] != tag["example"]);
     EXPECT_TRUE(tag["neutral"].IsObject() && tag["neutral"] != tag["example"]);
+    const std::string shown = run("defaults metadata tarvo.geo_tag").output;
+    for (const auto& [label, member] : {std::pair("\nSchema        ", "schema"),
+                                        {"\nExample       ", "example"},
+                                        {"\nNeutral       ", "neutral"}}) {
+        const std::size_t at = shown.find(label);
+        ASSERT_NE(at, std::string::npos) << label << shown;
+        rapidjson::Document value;
+        value.Parse<rapidjson::kParseStopWhenDoneFlag>(shown.c_str() + at + 15);
+        EXPECT_FALSE(value.HasParseError()) << label;
+        EXPECT_TRUE(value == tag[member]) << label << shown;
+    }
     EXPECT_FALSE(json("defaults metadata tarvo.atmosphere --json").HasMember("neutral"));
     EXPECT_EQ(json("defaults versions --json").Size(), 4u);
     const std::string versions = run("defaults versions").output;

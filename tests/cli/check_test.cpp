@@ -35,6 +35,17 @@ TEST_F(Check, OfASoundDatabaseTellsWhatWasRead) {
     EXPECT_EQ(report["points"].GetUint(), 20000u);
     EXPECT_GT(report["blobs"].GetUint(), 5u);
     EXPECT_GT(report["bytes"].GetUint(), 20000u);
+    // What no transaction holds any more.
+    EXPECT_EQ(text.output.find("for vacuum"), std::string::npos) << text.output;
+    expectSuccess("metadata " + file + " set my.note 2");
+    expectSuccess("metadata " + file + " set my.note 3");
+    expectSuccess("finalize " + file);
+    const std::uint64_t left = json("check --json " + file)["unreached_blobs"].GetUint64();
+    EXPECT_GT(left, 1u);
+    const std::string told = expectSuccess("check " + file);
+    EXPECT_NE(told.find("\n" + std::to_string(left) + " blobs of no transaction, for vacuum to"),
+              std::string::npos)
+        << told;
 }
 
 TEST_F(Check, TellsEachFaultOnALineOfItsOwn) {

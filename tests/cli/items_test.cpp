@@ -152,6 +152,11 @@ TEST_F(Admin, AttributesAreAddedChangedAndRemoved) {
     const std::string renamed = std::string(smaller).replace(smaller.find("my.class"), 8, "other");
     expectSuccess(attributes + " add --json " + folder.write("e.json", renamed));
     expectFailure(1, attributes + " add --json " + folder.write("f.json", "{"), "qrbtool: ");
+    expectFailure(
+        1,
+        attributes + " add --json " +
+            folder.write("l.json", R"({"name": "own.l", "title": "l", "length": 100000})"),
+        "qrbtool: The library may refuse this: ");
     expectFailure(1, attributes + " put --json " + folder.write("g.json", definition + "x"),
                   "qrbtool: ");
 
@@ -170,6 +175,12 @@ TEST_F(Admin, AttributesAreAddedChangedAndRemoved) {
     }
     EXPECT_EQ(grouped, names.size());
     EXPECT_STREQ(groups["Coordinates/Vectors"][0].GetString(), "tarvo.xyz");
+    // By rank, whatever came first.
+    expectSuccess(attributes + " add tarvo.target_count tarvo.class");
+    expectFailure(0, attributes + " group",
+                  "\nPrimary Attributes\n  tarvo.class\n  tarvo.rgba\n  tarvo.target_count\n");
+    EXPECT_STREQ(json(attributes + " group --json")["Primary Attributes"][0].GetString(),
+                 "tarvo.class");
 }
 
 // Who narrows a range loses values only by saying so.
@@ -363,8 +374,15 @@ TEST_F(Admin, TheChangelogIsKeptExportedAndImported) {
     runShell("TMPDIR=" + folder.file("tmp") + " " QRBTOOL_FILE " changelog " + other);
     EXPECT_TRUE(std::filesystem::is_empty(folder.file("tmp")));
     // Its own entry, not the imported one of the same number.
-    EXPECT_NE(run("changelog " + other + " show --entry 2").output.find("Simulated scan"),
-              std::string::npos);
+    for (const auto& [entry, title, hint] : {std::tuple("2", "Simulated scan", true),
+                                             {"2/1", "Import", false},
+                                             {"2/2", "Simulated scan", false}}) {
+        const std::string told =
+            run("changelog " + other + " show --entry " + std::string(entry)).output;
+        EXPECT_NE(told.find(title), std::string::npos) << entry << told;
+        EXPECT_EQ(told.find("has 2 entries 2, others") != std::string::npos, hint) << entry << told;
+    }
+    expectFailure(1, "changelog " + other + " show --entry 2/3", "has 2 entries 2 only");
     expectFailure(1, "changelog " + other + " import " + out, "log.txt");
 }
 

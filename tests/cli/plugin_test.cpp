@@ -168,6 +168,9 @@ TEST_F(PluginCommand, IsRunOnlyWhenItIsTrustedAndItsWordsAreRight) {
         json("plugin describe p --json --plugins " + plugins)["parameters"][0]["type"].GetString(),
         "integer");
     expectFailure(0, "plugin describe p --plugins " + plugins, "integer");
+    expectFailure(0, "plugin describe p --plugins " + plugins, "\nWrites        no\n");
+    add("w", "def run(db, parameters, report): pass", R"("writes": true)");
+    expectFailure(0, "plugin describe w --plugins " + plugins, "\nWrites        yes, in one");
 }
 
 }  // namespace
