@@ -12,6 +12,7 @@
 #include "window/common/progress.h"
 #include "window/common/textfiles.h"
 #include "window/dialogs/workingdialog.h"
+#include "window/panels/findbar.h"
 #include "window/widgets/checklist.h"
 
 #include <QApplication>
@@ -29,6 +30,7 @@
 #include <QPushButton>
 #include <QTextBlock>
 #include <QTextLayout>
+#include <QTreeWidget>
 #include <QUrl>
 #include <QtTest>
 #include <memory>
@@ -50,6 +52,7 @@ private slots:
     void workThatWasCancelledCanBeDoneAgain();
     void progressStaysUpToTheEnd();
     void checkListChecksWhatItShows();
+    void findBarFindsLettersOfBothCases();
     void changelogIsColoured();
     void textSizeHasLimits();
     void onlyFilesThatCanBeShownAreTaken();
@@ -245,6 +248,17 @@ void BoxesTest::checkListChecksWhatItShows() {
     in<QLineEdit>(&list, "editSearch")->setText("o");
     QTest::mouseClick(in<QPushButton>(&list, "buttonAll"), Qt::LeftButton);
     QCOMPARE(list.checked(), QStringList({"one", "two", "four"}));
+}
+
+void BoxesTest::findBarFindsLettersOfBothCases() {
+    QTreeWidget tree;
+    new QTreeWidgetItem(&tree, {"one"});
+    new QTreeWidgetItem(&tree, {"Nan"});
+    FindBar bar(&tree, nullptr);
+    bar.open();
+    in<QLineEdit>(&bar, "editFind")->setText("nAN");
+    QCOMPARE(in<QLabel>(&bar, "labelFind")->text(), "1 of 1");
+    QCOMPARE(tree.currentItem()->text(0), "Nan");
 }
 
 void BoxesTest::changelogIsColoured() {

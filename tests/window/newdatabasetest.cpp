@@ -7,6 +7,7 @@
 #include "tests/window/pointtable.h"
 #include "tests/window/testdatabase.h"
 #include "tests/window/windowdriver.h"
+#include "window/common/filterhistory.h"
 #include "window/frame/mainwindow.h"
 
 #include <QAction>
@@ -408,6 +409,9 @@ void NewDatabaseTest::exportCopiesWhatTheFilterPicks() {
                           {"attributes", listOf(attributes)},
                           {"metadata", listOf(source->metaData().list(), "own.note")},
                           {"changelog", true}}));
+    QCOMPARE(FilterHistory::list(), QStringList(QString::fromStdString(filter)));
+    QCOMPARE(driver().child<QComboBox>("PointIndexFilter")->itemText(0),
+             QString::fromStdString(filter));
     // The changelog of the source, and the entry of the export.
     const QString log = driver().child<QPlainTextEdit>("editChangelog")->toPlainText();
     QVERIFY(log.contains("Notes") && log.contains("Export"));
@@ -440,6 +444,7 @@ void NewDatabaseTest::exportKeepsToNodesAndAttributes() {
     QVERIFY2(texts.value(0).contains(
                  QString("Points: %0\n").arg(QLocale().toString(leaf->pointCountNode))),
              qUtf8Printable(texts.value(0)));
+    QVERIFY(FilterHistory::list().isEmpty());
     // Not opened.
     QCOMPARE(field("editDatabaseFile"), QDir::toNativeSeparators(m_source.fileName));
     const auto copy = opened(m_new);

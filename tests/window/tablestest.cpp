@@ -306,6 +306,14 @@ void TablesTest::metaDataShowsItsItems() {
     // Sorted by name again after each refresh.
     window.run("actionReload", {});
     QCOMPARE(tree->topLevelItem(0)->text(0), "own.1023");
+    // One line, cut between characters.
+    window.begin();
+    window.database().metaData().set("own.lines", "a\nb\tc\rd");
+    window.database().metaData().set("own.cut", std::string(8191, 'x') + "\xc3\xa4");
+    window.window().refreshPanels();
+    QCOMPARE(tree->findItems("own.lines", Qt::MatchExactly).value(0)->text(3), "a b c d");
+    QCOMPARE(tree->findItems("own.cut", Qt::MatchExactly).value(0)->text(3),
+             QString(8191, 'x') + "...");
 }
 
 void TablesTest::attributesShowTheirDefinitions() {

@@ -27,6 +27,7 @@
 #include <QPlainTextEdit>
 #include <QProgressDialog>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QSpinBox>
 #include <QTabWidget>
 #include <QTextBrowser>
@@ -487,6 +488,13 @@ void TabsTest::reportsShowPicturesAndAskBeforeLinks() {
     QMetaObject::invokeMethod(view, "anchorClicked", Q_ARG(QUrl, QUrl("https://example.org/")));
     QCOMPARE(asked.answered(), 1u);
     QCOMPARE(asked.texts().value(0), "Open this page in the web browser?\nhttps://example.org/");
+    // Within the report nothing is asked.
+    view->setHtml(QString("<p>line</p>").repeated(1000) + "<a name='end'>the end</a>");
+    QCOMPARE(view->verticalScrollBar()->value(), 0);
+    ModalScript never({ModalScript::press("OK")});
+    QMetaObject::invokeMethod(view, "anchorClicked", Q_ARG(QUrl, QUrl("#end")));
+    QCOMPARE(never.answered(), 0u);
+    QVERIFY(view->verticalScrollBar()->value() > 0);
 }
 
 void TabsTest::statisticsAddUpToTheIndex() {
