@@ -91,7 +91,10 @@ Block::Bounds Block::bounds(std::size_t run) const {
         const PackedRun& own = packed->runs[run];
         const std::uint64_t most = largestCode(m_width);
         const std::uint64_t span = own.bits == 64 ? ~0ull : (1ull << own.bits) - 1;
-        return {own.base, span > most - own.base ? most : own.base + span};
+        // A run that goes on behind the largest code begins anew with 0.
+        if (span > most - own.base)
+            return {0, most};
+        return {own.base, own.base + span};
     }
     if (const auto* plain = std::get_if<Plain>(&m_codes))
         return plain->bounds[run];

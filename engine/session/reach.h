@@ -6,6 +6,10 @@
 #include "engine/session/state.h"
 #include "engine/store/container.h"
 
+#include <cstdint>
+#include <set>
+#include <utility>
+
 namespace tarvo::engine::session {
 
 class Reach {
@@ -20,14 +24,16 @@ public:
     const store::WantedExtents& extents() const { return m_extents; }
 
 private:
-    // Whether the blob was not known.
-    bool addBlob(const BlobRef& reference);
+    void want(const BlobRef& reference);
+    // Of what refers to more: whether that has not been reached yet.
+    bool enter(const BlobRef& reference);
     void addNodes(const index::Page& nodes);
     index::Page readPage(const BlobRef& reference);
 
     store::Container& m_container;
     const Reach* m_known;
     store::WantedExtents m_extents;
+    std::set<std::pair<std::uint64_t, std::uint64_t>> m_entered;  // blob and offset
 };
 
 }  // namespace tarvo::engine::session

@@ -161,6 +161,11 @@ TEST(Block, GivesTheSameCodesInEveryWayOfReadingThem) {
     }()));
     EXPECT_EQ(same.bounds(2).low, 77u);
     EXPECT_EQ(same.bounds(2).high, 77u);
+
+    // A base near the largest code and offsets that lead past it.
+    const Block around(1, runLength, {{250, 3, 0}}, Bytes(runLength * 3 / 8, 0xff), 0);
+    EXPECT_EQ(around.code<std::uint8_t>(0), 1);
+    EXPECT_LE(around.bounds(0).low, 1u);
 }
 
 // Many blocks of a frame, each of which says no more than that it is like the one before.
