@@ -62,7 +62,7 @@ void askIndex(const qrb::Pointcloud& cloud) {
 
 void askSummary(const qrb::Pointcloud& cloud) {
     (void)cloud.getUuid();
-    (void)pointCount(cloud);
+    (void)cloud.stat().root();
     (void)cloud.pointAttributes().get(cloud.pointAttributes().primaryAttributeName());
     (void)core::referenceSystem(cloud.metaData());
     (void)cloud.management().getLodMode();
