@@ -23,7 +23,6 @@ std::string textOf(const std::string& file) {
     return {std::istreambuf_iterator<char>(in), {}};
 }
 
-// The number that a statement answers with, if it does.
 int formatOf(const std::string& file) {
     return numberIn(file, "PRAGMA user_version");
 }

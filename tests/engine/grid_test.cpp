@@ -18,7 +18,7 @@ namespace {
 
 constexpr double noInvalid = std::numeric_limits<double>::quiet_NaN();
 
-Grid makeGrid(double resolution, double minimum, double maximum, double invalid = noInvalid) {
+AttributeRecord makeRecord(double resolution, double minimum, double maximum, double invalid) {
     AttributeRecord record;
     record.name = "tarvo.probe";
     record.length = 1;
@@ -26,7 +26,11 @@ Grid makeGrid(double resolution, double minimum, double maximum, double invalid 
     record.minimumValue = minimum;
     record.maximumValue = maximum;
     record.invalidValue = invalid;
-    return Grid(record);
+    return record;
+}
+
+Grid makeGrid(double resolution, double minimum, double maximum, double invalid = noInvalid) {
+    return Grid(makeRecord(resolution, minimum, maximum, invalid));
 }
 
 ErrorCode failureOf(const std::function<void()>& call, std::string* text = nullptr) {
@@ -262,14 +266,7 @@ TEST(Grid, ColumnsAreWrittenAsTheirValuesAre) {
         {1, -1, 254, 0.5},      {1, 1, 0x1p64, 0}, {1, -0x1p63, 0x1p63, 5},
         {0.01, -10, 655, -20},  {0.3, 1, 1e6, 0},  {0, -1e9, 1e9, 3}};
     for (const auto& [resolution, minimum, maximum, invalid] : definitions) {
-        AttributeRecord record;
-        record.name = "tarvo.probe";
-        record.length = 1;
-        record.resolution = resolution;
-        record.minimumValue = minimum;
-        record.maximumValue = maximum;
-        record.invalidValue = invalid;
-        const Attribute attribute(record, 1);
+        const Attribute attribute(makeRecord(resolution, minimum, maximum, invalid), 1);
         const Grid& grid = attribute.grid;
         for (const bool damaged : {false, true}) {
             Column column(grid.width(), 1300);
