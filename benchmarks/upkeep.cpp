@@ -93,28 +93,39 @@ constexpr Panel panels[] = {
     {"statistics of the root", askStatistics},
 };
 
-// Ids that are evenly spread over all points, which are numbered from 1.
-std::vector<std::uint64_t> spreadIds(std::uint64_t points, std::uint64_t count) {
-    std::vector<std::uint64_t> ids;
-    ids.reserve(count);
-    for (std::uint64_t i = 0; i < count; ++i)
-        ids.push_back(1 + i * points / count);
-    return ids;
-}
-
-constexpr std::size_t changeBatch = 100'000;
-
-std::uint64_t updatePoints(qrb::Pointcloud& cloud, std::vector<std::uint64_t>& ids,
-                           std::uint16_t pointClass) {
-    std::vector<std::uint16_t> classes(std::min(ids.size(), changeBatch), pointClass);
-    std::uint64_t changed = 0;
-    for (std::size_t begin = 0; begin < ids.size(); begin += changeBatch) {
-        QueryUpdate query = cloud.update();
-        query.bind("tarvo.id", DataType::UINT64, ids.data() + begin, sizeof ids[0]);
-        query.bind("tarvo.class", DataType::UINT16, classes.data(), sizeof classes[0]);
-        changed +=
-            query.next(static_cast<std::uint32_t>(std::min(changeBatch, ids.size() - begin)));
+// Ids that are evenly spread over all points, which are numbered from 1; made as they are asked
+// for, so that the memory measured is the library's.
+class SpreadIds {
+public:
+    SpreadIds(std::uint64_t points, std::uint64_t count) : m_points(points), m_count(count) {
+        m_batch.resize(std::min<std::uint64_t>(count, 100'000));
     }
+
+    std::uint64_t* batch() { return m_batch.data(); }
+    std::size_t batchSize() const { return m_batch.size(); }
+    // Puts the next ones into the batch; their number, 0 at the end.
+    std::uint32_t next() {
+        std::uint32_t size = 0;
+        for (; size < m_batch.size() && m_made < m_count; ++m_made)
+            m_batch[size++] = 1 + m_made * m_points / m_count;
+        return size;
+    }
+
+private:
+    std::uint64_t m_points;
+    std::uint64_t m_count;
+    std::uint64_t m_made = 0;
+    std::vector<std::uint64_t> m_batch;
+};
+
+std::uint64_t updatePoints(qrb::Pointcloud& cloud, SpreadIds& ids, std::uint16_t pointClass) {
+    const std::vector<std::uint16_t> classes(ids.batchSize(), pointClass);
+    QueryUpdate query = cloud.update();
+    query.bind("tarvo.id", DataType::UINT64, ids.batch(), sizeof *ids.batch());
+    query.bind("tarvo.class", DataType::UINT16, classes.data(), sizeof classes[0]);
+    std::uint64_t changed = 0;
+    while (const std::uint32_t count = ids.next())
+        changed += query.next(count);
     return changed;
 }
 
@@ -128,16 +139,12 @@ std::uint64_t fillPoints(qrb::Pointcloud& cloud, const std::string& filter) {
     return changed;
 }
 
-std::uint64_t removePoints(qrb::Pointcloud& cloud, std::vector<std::uint64_t>& ids) {
-    std::uint64_t removed = 0;
+std::uint64_t removePoints(qrb::Pointcloud& cloud, SpreadIds& ids) {
     QueryRemove query = cloud.remove();
-    std::vector<std::uint64_t> batch(std::min(ids.size(), changeBatch));
-    query.bind(DataType::UINT64, batch.data(), sizeof batch[0]);
-    for (std::size_t begin = 0; begin < ids.size(); begin += changeBatch) {
-        const std::size_t count = std::min(changeBatch, ids.size() - begin);
-        std::copy_n(ids.begin() + static_cast<std::ptrdiff_t>(begin), count, batch.begin());
-        removed += query.next(static_cast<std::uint32_t>(count));
-    }
+    query.bind(DataType::UINT64, ids.batch(), sizeof *ids.batch());
+    std::uint64_t removed = 0;
+    while (const std::uint32_t count = ids.next())
+        removed += query.next(count);
     return removed;
 }
 
@@ -186,9 +193,7 @@ void runUpkeep(const std::vector<std::string>& words) {
     cloud.open(words.at(1), OpenSettings(context));
     const std::uint64_t points = pointCount(cloud);
     std::function<std::uint64_t()> work;
-    std::vector<std::uint64_t> ids;
-    if (task == "update" || task == "remove")
-        ids = spreadIds(points, std::stoull(words.at(2)));
+    SpreadIds ids(points, task == "update" || task == "remove" ? std::stoull(words.at(2)) : 0);
     if (task == "update") {
         const auto pointClass = static_cast<std::uint16_t>(std::stoul(words.at(3)));
         work = [&, pointClass] {

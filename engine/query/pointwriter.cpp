@@ -9,6 +9,9 @@ namespace tarvo::engine::query {
 
 namespace {
 
+// Runs that are sorted while the next one is collected.
+constexpr std::size_t mostSorting = 2;
+
 index::BuilderSettings builderSettings(const session::Session& session,
                                        const session::State& state) {
     const session::CreateSettings& settings = session.identity().settings;
@@ -89,7 +92,8 @@ void PointWriter::checkIntact() const {
 void PointWriter::startRun() {
     const std::size_t count = m_points.count;
     const std::size_t bytes = m_points.bytes() + index::SortedRun::bytesBeside(count);
-    const bool toFile = m_held + bytes > m_session.cacheSize();
+    // Beside those that stay, runs are collected, sorted and on their way to the file.
+    const bool toFile = m_held + bytes * (2 + mostSorting) > m_session.cacheSize();
     auto sort = [points = std::move(m_points), &space = m_space, primary = primaryField(), toFile,
                  &file = *m_file]() mutable {
         Run run;
@@ -106,7 +110,7 @@ void PointWriter::startRun() {
     m_pointsInRuns += count;
     m_held += toFile ? 0 : bytes;
     m_sorting.push_back(m_session.pool().run(std::move(sort)));
-    while (m_sorting.size() > 2)
+    while (m_sorting.size() > mostSorting)
         keepOldestRun();
 }
 

@@ -76,8 +76,12 @@ std::uint32_t RemoveQuery::next(std::uint32_t count) {
     if (!m_change)
         m_change = std::make_shared<Change>(m_session);
     // Before anything is taken: a call that fails has changed nothing.
-    if (m_change->ids.size() > std::max<std::uint64_t>(m_session.cacheSize() / 64, 100'000))
+    const std::size_t most = std::max<std::uint64_t>(m_session.cacheSize() / 64, 100'000);
+    if (m_change->ids.size() > most)
         m_session.settle();
+    // Many would be moved again and again, and be there twice while they are.
+    if (m_change->ids.size() > most / 8)
+        m_change->ids.reserve(most + count);
     if (m_session.pendingChange() != m_change)
         m_session.setPendingChange(m_change);
     std::uint32_t removed = 0;
