@@ -40,8 +40,9 @@ void FileReader::read(std::uint64_t position, void* buffer, std::size_t size, co
 }
 
 void FileReader::fail(const std::string& text) const {
-    throw core::Failure("The LAS file \"" + m_fileName + "\" can't be read: " + text + ".",
-                        "The file is damaged, cut off or not a LAS file; nothing was imported.");
+    throw core::Failure(
+        "The " + m_kind + " file \"" + m_fileName + "\" can't be read: " + text + ".",
+        "The file is damaged, cut off or not a " + m_kind + " file; nothing was imported.");
 }
 
 }  // namespace tarvo::exchange::las

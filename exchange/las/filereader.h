@@ -16,6 +16,9 @@ public:
 
     const std::string& fileName() const { return m_fileName; }
     std::uint64_t size() const { return m_input.size; }
+    // "LAS" or "LAZ", as errors call it.
+    const std::string& kind() const { return m_kind; }
+    void setKind(const std::string& kind) { m_kind = kind; }
 
     // Reads exactly size bytes from a position; what names the thing that is read in the error.
     void read(std::uint64_t position, void* buffer, std::size_t size, const char* what);
@@ -25,6 +28,7 @@ public:
 
 private:
     std::string m_fileName;
+    std::string m_kind = "LAS";
     InputFile m_input;
     std::uint64_t m_position = 0;
 };

@@ -69,7 +69,7 @@ void checkLayout(const FileReader& file, const Header& header) {
                   std::to_string(pointSize(header.pointFormat)));
     }
     const std::uint64_t room = (file.size() - header.pointOffset) / header.recordLength;
-    if (header.pointCount > room) {
+    if (!header.isCompressed && header.pointCount > room) {
         file.fail(field("the number of point records is", header.pointCount) +
                   ", but the file holds " + std::to_string(room));
     }
@@ -140,16 +140,21 @@ Header readHeader(FileReader& file) {
     file.read(0, bytes.data(), 227, "public header block");
     if (std::memcmp(b, "LASF", 4) != 0) {
         throw core::Failure("\"" + file.fileName() +
-                          "\" is not a LAS file: it does not begin with "
-                          "\"LASF\".",
-                      "Give --format csv if it holds comma-separated values.");
+                                "\" is not a LAS file: it does not begin with "
+                                "\"LASF\".",
+                            "Give --format csv if it holds comma-separated values.");
     }
     Header header;
+    // The compressed variant marks its files in the two highest bits of the point format.
+    header.isCompressed = (b[104] & 0xc0) == 0x80;
+    header.pointFormat = header.isCompressed ? b[104] & 0x3f : b[104];
+    file.setKind(header.isCompressed ? "LAZ" : "LAS");
     header.versionMinor = b[25];
     if (b[24] != 1 || header.versionMinor > 4) {
-        throw core::Failure("The LAS file \"" + file.fileName() + "\" has version " +
-                          std::to_string(b[24]) + "." + std::to_string(b[25]) + ".",
-                      "Versions 1.0 to 1.4 can be imported.");
+        throw core::Failure("The " + file.kind() + " file \"" + file.fileName() +
+                                "\" has version " + std::to_string(b[24]) + "." +
+                                std::to_string(b[25]) + ".",
+                            "Versions 1.0 to 1.4 can be imported.");
     }
     header.fileSourceId = get<std::uint16_t>(b + 4);
     header.globalEncoding = get<std::uint16_t>(b + 6);
@@ -161,7 +166,6 @@ Header readHeader(FileReader& file) {
     header.headerSize = get<std::uint16_t>(b + 94);
     header.pointOffset = get<std::uint32_t>(b + 96);
     header.vlrCount = get<std::uint32_t>(b + 100);
-    header.pointFormat = b[104];
     header.recordLength = get<std::uint16_t>(b + 105);
     header.pointCount = get<std::uint32_t>(b + 107);
     for (std::size_t i = 0; i < 3; ++i) {
@@ -169,11 +173,6 @@ Header readHeader(FileReader& file) {
         header.offset[i] = get<double>(b + 155 + 8 * i);
         header.maximum[i] = get<double>(b + 179 + 16 * i);
         header.minimum[i] = get<double>(b + 187 + 16 * i);
-    }
-    // The compressed variant marks its files in the two highest bits of the point format.
-    if (header.pointFormat & 0xc0) {
-        throw core::Failure("The LAS file \"" + file.fileName() + "\" is compressed (LAZ).",
-                      "Decompress it to LAS first, then import that file.");
     }
     if (header.pointFormat > 10) {
         file.fail(field("the point data record format is",
@@ -199,7 +198,8 @@ std::vector<Record> readRecords(FileReader& file, const Header& header) {
     walker.walk(header.headerSize, header.vlrCount, header.pointOffset, false);
     if (header.evlrCount != 0) {
         const std::uint64_t pointsEnd =
-            header.pointOffset + header.pointCount * header.recordLength;
+            header.pointOffset +
+            (header.isCompressed ? 0 : header.pointCount * header.recordLength);
         if (header.evlrOffset < pointsEnd || header.evlrOffset > file.size()) {
             file.fail(field("the start of the first extended variable length record is",
                             header.evlrOffset) +

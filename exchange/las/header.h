@@ -24,6 +24,7 @@ struct Header {
     std::uint32_t pointOffset = 0;
     std::uint32_t vlrCount = 0;
     int pointFormat = 0;
+    bool isCompressed = false;  // LAZ
     std::uint16_t recordLength = 0;
     std::uint64_t pointCount = 0;
     std::array<double, 3> scale{};
@@ -43,7 +44,8 @@ struct Record {
     std::vector<std::uint8_t> data;  // empty where the data were too long to be kept
 };
 
-// Reads and checks the header: afterwards every point lies within the file. Throws Failure.
+// Reads and checks the header: afterwards every point lies within the file, but of compressed ones
+// nothing is known. Throws Failure.
 Header readHeader(FileReader& file);
 
 // Reads both kinds of variable length records. Throws Failure.

@@ -5,6 +5,7 @@
 #include "exchange/table/threads.h"
 
 #include <algorithm>
+#include <memory>
 #include <mutex>
 
 namespace tarvo::exchange::las {
@@ -13,6 +14,8 @@ namespace {
 
 // Bytes of records that are taken apart at once: they stay in the processor's cache.
 constexpr std::uint32_t pieceBytes = 128u << 10;
+// The memory of a batch's columns.
+constexpr std::uint64_t largestBatchBytes = 256u << 20;
 
 }  // namespace
 
@@ -21,13 +24,30 @@ LasSource::LasSource(const std::string& fileName)
       m_header(readHeader(m_file)),
       m_records(readRecords(m_file, m_header)),
       m_dimensions(dimensions(m_header, extraDimensions(m_file, m_header, m_records))) {
+    if (m_header.isCompressed) {
+        m_compressed = std::make_unique<CompressedPoints>(m_file, m_header, m_records);
+        std::erase_if(m_records, isOfCompression);
+    }
+    std::uint64_t pointBytes = 0;
+    for (const Dimension& dimension : m_dimensions) {
+        pointBytes += dataTypeSize(dimension.column.type);
+    }
     // At least one, so that the columns of a file without points have addresses too.
-    const std::uint64_t capacity = std::clamp<std::uint64_t>(m_header.pointCount, 1, batchSize);
+    const std::uint64_t most = std::clamp<std::uint64_t>(m_header.pointCount, 1, batchSize);
+    m_largestBatch = static_cast<std::uint32_t>(
+        std::clamp<std::uint64_t>(largestBatchBytes / pointBytes, 1, most));
     for (const Dimension& dimension : m_dimensions) {
         m_columns.push_back(dimension.column);
-        m_values.emplace_back(capacity * dataTypeSize(dimension.column.type));
+        m_values.emplace_back(m_largestBatch * dataTypeSize(dimension.column.type));
     }
     m_pieceSize = std::max(1u, pieceBytes / m_header.recordLength);
+}
+
+void LasSource::rewind() {
+    m_position = 0;
+    if (m_compressed) {
+        m_compressed->rewind();
+    }
 }
 
 double LasSource::progress() const {
@@ -38,12 +58,12 @@ double LasSource::progress() const {
 
 std::uint32_t LasSource::next() {
     const auto count = static_cast<std::uint32_t>(
-        std::min<std::uint64_t>(batchSize, m_header.pointCount - m_position));
+        std::min<std::uint64_t>(m_largestBatch, m_header.pointCount - m_position));
+    const std::uint8_t* const decoded = m_compressed ? m_compressed->next(count) : nullptr;
     std::mutex reading;
     std::uint32_t done = 0;
     onAllCores((count + m_pieceSize - 1) / m_pieceSize, [&] {
-        std::vector<std::uint8_t> records(std::size_t{std::min(count, m_pieceSize)} *
-                                          m_header.recordLength);
+        std::vector<std::uint8_t> read;
         for (;;) {
             std::unique_lock lock(reading);
             const std::uint32_t begin = done;
@@ -51,12 +71,19 @@ std::uint32_t LasSource::next() {
             if (piece == 0) {
                 return;
             }
-            m_file.read(m_header.pointOffset + (m_position + begin) * m_header.recordLength,
-                        records.data(), std::size_t{piece} * m_header.recordLength, "point data");
+            const std::uint8_t* records = nullptr;
+            if (decoded) {
+                records = decoded + std::size_t{begin} * m_header.recordLength;
+            } else {
+                read.resize(std::size_t{piece} * m_header.recordLength);
+                m_file.read(m_header.pointOffset + (m_position + begin) * m_header.recordLength,
+                            read.data(), read.size(), "point data");
+                records = read.data();
+            }
             done += piece;
             lock.unlock();
             for (std::size_t i = 0; i < m_dimensions.size(); ++i) {
-                decode(m_dimensions[i].field, records.data(), m_header.recordLength, piece,
+                decode(m_dimensions[i].field, records, m_header.recordLength, piece,
                        m_values[i].data() + begin * dataTypeSize(m_dimensions[i].column.type));
             }
         }

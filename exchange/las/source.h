@@ -1,6 +1,7 @@
-// The points of a LAS file as columns.
+// The points of a LAS file, compressed or not, as columns.
 #pragma once
 
+#include "exchange/las/compressedpoints.h"
 #include "exchange/las/dimensions.h"
 #include "exchange/table/pointsource.h"
 
@@ -16,7 +17,8 @@ public:
     const std::string& fileName() const override { return m_file.fileName(); }
     const std::vector<Column>& columns() const override { return m_columns; }
     double progress() const override;
-    void rewind() override { m_position = 0; }
+    void rewind() override;
+    std::uint32_t largestBatch() const override { return m_largestBatch; }
     std::uint32_t next() override;
     const void* values(std::size_t column) const override { return m_values[column].data(); }
     std::vector<Affine> coordinateAxes() const override;
@@ -27,9 +29,11 @@ private:
     FileReader m_file;
     Header m_header;
     std::vector<Record> m_records;
+    std::unique_ptr<CompressedPoints> m_compressed;  // of LAZ files
     std::vector<Dimension> m_dimensions;
     std::vector<Column> m_columns;
-    std::uint64_t m_position = 0;                     // points read
+    std::uint64_t m_position = 0;  // points read
+    std::uint32_t m_largestBatch;
     std::uint32_t m_pieceSize;                        // points that are taken apart at once
     std::vector<std::vector<std::uint8_t>> m_values;  // per column
 };

@@ -433,7 +433,9 @@ TEST_F(Las, FaultyHeadersAreNamedByFieldAndValue) {
     expectFailure(broken(96, std::uint32_t{4000000000}), "offset to point data is 4000000000");
     expectFailure(broken(100, std::uint32_t{4000000000}), "4000000000");
     expectFailure(broken(104, std::uint8_t{11}), "format is 11");
-    expectFailure(broken(104, std::uint8_t{0x83}), "compressed");
+    expectFailure(broken(104, std::uint8_t{0x83}), "LAZ file");
+    expectFailure(broken(104, std::uint8_t{0xc3}), "format is 195");
+    expectFailure(broken(104, std::uint8_t{0x43}), "format is 67");
     expectFailure(broken(105, std::uint16_t{33}), "record length is 33");
     expectFailure(broken(105, std::uint16_t{0}), "record length is 0");
     expectFailure(broken(247, std::uint64_t{6}), "number of point records is 6");
