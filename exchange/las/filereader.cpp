@@ -1,23 +1,12 @@
 #include "exchange/las/filereader.h"
 
 #include "core/error.h"
+#include "exchange/las/seek.h"
 
 #include <cerrno>
 #include <cstring>
 
 namespace tarvo::exchange::las {
-
-namespace {
-
-int seekTo(std::FILE* file, std::uint64_t position) {
-#if defined(_WIN32)
-    return _fseeki64(file, static_cast<long long>(position), SEEK_SET);
-#else
-    return fseeko(file, static_cast<off_t>(position), SEEK_SET);
-#endif
-}
-
-}  // namespace
 
 FileReader::FileReader(const std::string& fileName) : m_fileName(fileName), m_input(fileName) {}
 

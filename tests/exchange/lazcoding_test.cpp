@@ -78,16 +78,14 @@ TEST(LazCoding, StreamsHaveTheBytesThatAllWriteForThem) {
         hash = hash * 31 + static_cast<std::uint32_t>(std::stoul(many.substr(i, 2), nullptr, 16));
     EXPECT_EQ(many.size(), 2 * 311u);
     EXPECT_EQ(hash, 0x79c892e5u);
-    EXPECT_EQ(coded([](auto& coder, bool) {
-                  for (const auto& [count, value] : {std::pair{1u, 1u},
-                                                     {8, 0xa5},
-                                                     {19, 0x7ffff},
-                                                     {20, 0xfffff},
-                                                     {32, 0xdeadbeef}})
-                      EXPECT_EQ(coder.bits(count, value), value);
-                  EXPECT_EQ(coder.bits64(0x0123456789abcdef), 0x0123456789abcdefu);
-              }),
-              "d2fff759ffffbef3efafe312aab2aab2aab2ee000000");
+    EXPECT_EQ(
+        coded([](auto& coder, bool) {
+            for (const auto& [count, value] :
+                 {std::pair{1u, 1u}, {8, 0xa5}, {19, 0x7ffff}, {20, 0xfffff}, {32, 0xdeadbeef}})
+                EXPECT_EQ(coder.bits(count, value), value);
+            EXPECT_EQ(coder.bits64(0x0123456789abcdef), 0x0123456789abcdefu);
+        }),
+        "d2fff759ffffbef3efafe312aab2aab2aab2ee000000");
 }
 
 TEST(LazCoding, NumbersHaveTheBytesThatAllWriteForThem) {
@@ -116,11 +114,10 @@ TEST(LazCoding, NumbersHaveTheBytesThatAllWriteForThem) {
                   GpsTime<true> model;
                   model.begin(0);
                   const std::int64_t large = std::int64_t{1} << 40;
-                  for (const std::int64_t time : {std::int64_t{0}, std::int64_t{10},
-                                                  std::int64_t{20}, std::int64_t{30},
-                                                  std::int64_t{30}, std::int64_t{45}, large,
-                                                  large + 7, std::int64_t{40}, large + 14,
-                                                  std::int64_t{-5}})
+                  for (const std::int64_t time :
+                       {std::int64_t{0}, std::int64_t{10}, std::int64_t{20}, std::int64_t{30},
+                        std::int64_t{30}, std::int64_t{45}, large, large + 7, std::int64_t{40},
+                        large + 14, std::int64_t{-5}})
                       EXPECT_EQ(model.code(coder, encodes ? static_cast<std::uint64_t>(time) : 0),
                                 static_cast<std::uint64_t>(time));
               }),
@@ -181,10 +178,11 @@ std::string tableOf(const Bytes& chunk) {
 
 TEST(LazCoding, ChunksHaveTheBytesThatAllWriteForThem) {
     const Bytes pointwise = ChunkEncoder(Layout(3, 34)).encode(knownRecords(3).data(), 6);
-    EXPECT_EQ(hex(pointwise),
-              "6400000038ffffff320000002c011102fb072a000000000000408f40000000000000"
-              "c049d82163f3dbbd520a5cdf62efe3b6d1406b7a2d00002a45a31f1da1e6cf57d96400ef0c01830153072797"
-              "d60ba122bd18a00001b6db50a070fa1df0ab3fc3b0000000");
+    EXPECT_EQ(
+        hex(pointwise),
+        "6400000038ffffff320000002c011102fb072a000000000000408f40000000000000"
+        "c049d82163f3dbbd520a5cdf62efe3b6d1406b7a2d00002a45a31f1da1e6cf57d96400ef0c01830153072797"
+        "d60ba122bd18a00001b6db50a070fa1df0ab3fc3b0000000");
     EXPECT_EQ(tableOf(pointwise), "00000000010000003c6b000000");
 
     const std::string head =
