@@ -34,6 +34,7 @@ constexpr CommandEntry entries[] = {
     {addCheckCommand, lookGroup, false},
     {addDefaultsCommand, lookGroup, false},
     {addSelectCommand, pointsGroup, true},
+    {addExportCommand, pointsGroup, true},
     {addUpdateCommand, pointsGroup, true},
     {addRemoveCommand, pointsGroup, true},
     {addMetaDataCommand, contentsGroup, true},

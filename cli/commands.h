@@ -47,6 +47,7 @@ void addCheckCommand(CLI::App& app, Invocation& invocation);
 void addDefaultsCommand(CLI::App& app, Invocation& invocation);
 // Points.
 void addSelectCommand(CLI::App& app, Invocation& invocation);
+void addExportCommand(CLI::App& app, Invocation& invocation);
 void addUpdateCommand(CLI::App& app, Invocation& invocation);
 void addRemoveCommand(CLI::App& app, Invocation& invocation);
 // What goes with the points.

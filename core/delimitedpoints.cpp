@@ -57,6 +57,11 @@ CellWriter cellWriter(DataType type) {
     }
 }
 
+}  // namespace
+
+// What a DelimitedWriter is made of.
+namespace delimited {
+
 // How the columns of a batch stand in memory, one behind the other, and what lines become of them.
 class LineFormat {
 public:
@@ -80,9 +85,16 @@ public:
             query.bind(column.column->name, column.type, values + column.begin,
                        static_cast<std::int32_t>(dataTypeSize(column.type)));
     }
-    void copy(const std::byte* from, std::byte* to, std::uint32_t rows) const {
+    // Where the values of the columns stand from there on.
+    std::vector<const void*> columns(const std::byte* values) const {
+        std::vector<const void*> begins;
         for (const Column& column : m_columns)
-            std::memcpy(to + column.begin, from + column.begin, rows * dataTypeSize(column.type));
+            begins.push_back(values + column.begin);
+        return begins;
+    }
+    void copy(std::span<const void* const> from, std::byte* to, std::uint32_t rows) const {
+        for (std::size_t i = 0; i < m_columns.size(); ++i)
+            std::memcpy(to + m_columns[i].begin, from[i], rows * dataTypeSize(m_columns[i].type));
     }
     // Returns the end of the text, which begins at the buffer's begin and may make it larger.
     std::size_t write(std::vector<char>& text, const std::byte* values, std::uint32_t rows) const {
@@ -128,8 +140,8 @@ public:
 
     bool isFull() const { return m_batches.size() >= m_most; }
     bool isEmpty() const { return m_batches.empty(); }
-    // values: of rows points; a copy is taken.
-    void add(const std::byte* values, std::uint32_t rows) {
+    // values: of rows points, per column; a copy is taken.
+    void add(std::span<const void* const> values, std::uint32_t rows) {
         Batch batch = m_spare ? std::move(*m_spare) : Batch{};
         m_spare.reset();
         if (!batch.buffers)
@@ -170,6 +182,10 @@ private:
     std::deque<Batch> m_batches;
 };
 
+}  // namespace delimited
+
+namespace {
+
 std::string headerOf(const std::vector<PointColumn>& columns, char separator) {
     std::string text;
     for (const PointColumn& column : columns) {
@@ -182,39 +198,66 @@ std::string headerOf(const std::vector<PointColumn>& columns, char separator) {
 
 }  // namespace
 
+struct DelimitedWriter::Private {
+    Private(const std::vector<PointColumn>& all, char separator, TextSink sink)
+        : text(std::move(sink)), columns(all), format(columns, separator), queue(format) {}
+
+    TextSink text;
+    std::vector<PointColumn> columns;  // which the format refers to
+    delimited::LineFormat format;
+    delimited::TextQueue queue;
+};
+
+DelimitedWriter::DelimitedWriter(const std::vector<PointColumn>& columns, const DelimitedForm& form,
+                                 TextSink text)
+    : d(std::make_unique<Private>(columns, form.separator, std::move(text))) {
+    if (form.hasHeader)
+        d->text(headerOf(columns, form.separator));
+}
+
+DelimitedWriter::~DelimitedWriter() = default;
+
+std::uint32_t DelimitedWriter::rows() const {
+    return d->format.rows();
+}
+
+void DelimitedWriter::add(std::span<const void* const> values, std::uint32_t rows) {
+    d->queue.add(values, rows);
+    if (d->queue.isFull())
+        d->queue.take(d->text);
+}
+
+void DelimitedWriter::finish() {
+    while (!d->queue.isEmpty())
+        d->queue.take(d->text);
+}
+
 std::uint64_t writeDelimited(const qrb::Pointcloud& database, const PointSelection& selection,
                              const std::vector<PointColumn>& columns, const DelimitedForm& form,
                              const TextSink& text, const PercentSink& percent) {
-    const LineFormat format(columns, form.separator);
+    const delimited::LineFormat format(columns, form.separator);
     qrb::pointcloud::QuerySelect query = selection.query(database);
     std::vector<std::byte> values(format.bytes());
     format.bind(query, values.data());
-    text(headerOf(columns, form.separator));
-
-    TextQueue queue(format);
+    const std::vector<const void*> begins = format.columns(values.data());
+    DelimitedWriter writer(columns, form, text);
     std::uint64_t points = 0;
-    const auto read = [&] {
-        const std::uint32_t count = query.next(static_cast<std::uint32_t>(
-            std::min<std::uint64_t>(format.rows(), form.limit - points)));
-        if (count > 0)
-            queue.add(values.data(), count);
-        points += count;
-        return count > 0;
-    };
     try {
-        while (points < form.limit && read()) {
-            if (queue.isFull())
-                queue.take(text);
+        while (points < form.limit) {
+            const std::uint32_t count = query.next(static_cast<std::uint32_t>(
+                std::min<std::uint64_t>(format.rows(), form.limit - points)));
+            if (count == 0)
+                break;
+            writer.add(begins, count);
+            points += count;
             if (percent)
                 percent(static_cast<int>(query.progress()));
         }
     } catch (const qrb::Error&) {
-        while (!queue.isEmpty())
-            queue.take(text);
+        writer.finish();
         throw;
     }
-    while (!queue.isEmpty())
-        queue.take(text);
+    writer.finish();
     return points;
 }
 

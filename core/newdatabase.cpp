@@ -1,5 +1,6 @@
 #include "core/newdatabase.h"
 
+#include "core/outputplace.h"
 #include "files/error.h"
 #include "files/path.h"
 #include "files/place.h"
@@ -59,6 +60,7 @@ NewDatabase::NewDatabase(const qrb::Context& context, const std::string& fileNam
       m_cloud(std::make_unique<qrb::Pointcloud>(context)) {
     if (fileName.empty())
         refuse("The new database has no name.", "Give the name of a file.");
+    checkPromise(fileName, OutputKind::Database);
     if (const auto size = files::nameOf(files::pathOf(m_place).filename()).size();
         size > longestName)
         refuse("The name of the new database is too long: it has " + std::to_string(size) +

@@ -21,11 +21,36 @@ bool isScan(const std::string& fileName) {
     return begin.starts_with("LASF") || begin == "ASTM-E57";
 }
 
+const char* const advice = "Give the output another name.";
+
+// In lower case, with its dot.
+std::string extensionOf(const std::string& fileName) {
+    std::string extension = files::nameOf(files::pathOf(fileName).extension());
+    for (char& c : extension)
+        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    return extension;
+}
+
 }  // namespace
 
+void checkPromise(const std::string& fileName, OutputKind kind) {
+    if (kind == OutputKind::Scan)
+        return;
+    const std::string extension = extensionOf(fileName);
+    std::vector<std::string> others = {".las", ".laz", ".ply", ".e57", ".ptx", ".pts"};
+    if (kind == OutputKind::Database)
+        others.insert(others.end(), {".csv", ".xyz"});
+    for (const std::string& other : others)
+        if (extension == other)
+            throw qrb::ErrorImpl(0,
+                                 "The output can't go to \"" + fileName + "\": a file of that name "
+                                 "promises to be " + other.substr(1) + ".",
+                                 advice);
+}
+
 void checkOutputPlace(const qrb::Context& context, const std::string& fileName,
-                      const std::vector<std::string>& reads) {
-    const char* const advice = "Give the output another name.";
+                      const std::vector<std::string>& reads, OutputKind kind) {
+    checkPromise(fileName, kind);
     for (const std::string& read : reads)
         if (files::sameFile(fileName, read))
             throw qrb::ErrorImpl(
@@ -39,7 +64,7 @@ void checkOutputPlace(const qrb::Context& context, const std::string& fileName,
         throw qrb::ErrorImpl(
             0, "The output can't go to \"" + fileName + "\": that file belongs to a database.",
             advice);
-    if (isScan(fileName))
+    if (kind != OutputKind::Scan && isScan(fileName))
         throw qrb::ErrorImpl(0, "The output can't go to \"" + fileName + "\": that file is a scan.",
                              advice);
 }

@@ -99,6 +99,14 @@ void WholeFile::write(std::string_view bytes) {
         failWriting(errno);
 }
 
+std::FILE* WholeFile::stream() const {
+    if (m_direct)
+        throw FileError("\"" + m_name + "\" is no ordinary file.",
+                        "This format is written from its end to its beginning, too: give the name "
+                        "of a file.");
+    return m_file;
+}
+
 void WholeFile::publish() {
     if (std::fflush(m_file) != 0 || (!m_direct && !sync(m_file)))
         failWriting(errno);

@@ -24,6 +24,9 @@ public:
     bool replaces() const;
     // Appends. Throws FileError.
     void write(std::string_view bytes);
+    // For who goes back to what it wrote before: open for writing, this object's. Not to be mixed
+    // with write(). Throws FileError for a device or a pipe.
+    std::FILE* stream() const;
     // Syncs the file and puts it in its place, with the access rights of the one that stood there;
     // nothing can be written after it. Throws FileError.
     void publish();

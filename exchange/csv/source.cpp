@@ -34,14 +34,6 @@ bool splitElement(std::string& name, std::uint32_t& element) {
     return true;
 }
 
-// Whether a name is one that an export of a database wrote.
-bool isAttributeName(std::string_view name) {
-    return name.find('.') != std::string_view::npos &&
-           std::all_of(name.begin(), name.end(), [](char c) {
-               return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_' || c == '.';
-           });
-}
-
 Column columnOf(const std::string& title) {
     Column column;
     column.attribute = title;

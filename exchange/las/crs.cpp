@@ -12,11 +12,6 @@ namespace tarvo::exchange::las {
 
 namespace {
 
-constexpr std::uint16_t wktCounts = 1 << 4;  // of the global encoding
-
-constexpr std::uint16_t textId = 2112;
-constexpr std::uint16_t directoryId = 34735;
-
 const Record* find(const std::vector<Record>& records, std::uint16_t id) {
     const auto found = std::find_if(records.begin(), records.end(), [id](const Record& record) {
         return isCrs(record) && record.recordId == id && record.length > 0;
@@ -51,8 +46,8 @@ std::optional<core::ReferenceSystem> systemByKeys(const std::vector<Record>& rec
     if (directory != nullptr && directory->data.empty()) {
         return unreadSystem("the GeoTIFF keys, which are too long");
     }
-    return systemOfKeys(dataOf(directory), dataOf(find(records, 34736)),
-                        dataOf(find(records, 34737)));
+    return systemOfKeys(dataOf(directory), dataOf(find(records, doublesId)),
+                        dataOf(find(records, asciiId)));
 }
 
 bool tellsAny(const core::ReferenceSystem& system) {

@@ -4,11 +4,22 @@
 #include "core/referencesystem.h"
 #include "exchange/las/header.h"
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace tarvo::exchange::las {
+
+// Records of the user "LASF_Projection", and the bit of the global encoding that says that the text
+// counts.
+enum CrsRecordId : std::uint16_t {
+    textId = 2112,
+    directoryId = 34735,
+    doublesId = 34736,
+    asciiId = 34737
+};
+inline constexpr std::uint16_t wktCounts = 1 << 4;
 
 bool isCrs(const Record& record);
 

@@ -10,9 +10,6 @@ using qrb::pointcloud::DataType;
 
 namespace {
 
-constexpr std::size_t descriptorSize = 192;
-enum Options : std::uint8_t { hasNoData = 1, hasScale = 8, hasOffset = 16 };
-
 // A value of the "any type" fields, which are as wide as the widest of their kind.
 double anyType(const std::uint8_t* bytes, DataType type) {
     switch (type) {

@@ -10,6 +10,10 @@
 
 namespace tarvo::exchange::las {
 
+// Bytes of a description, and what its options say.
+inline constexpr std::size_t descriptorSize = 192;
+enum ExtraOptions : std::uint8_t { hasNoData = 1, hasScale = 8, hasOffset = 16 };
+
 struct ExtraDimension {
     std::string name;  // as it stands in the file; may be empty
     std::string description;

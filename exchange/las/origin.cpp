@@ -10,8 +10,6 @@ namespace tarvo::exchange::las {
 
 namespace {
 
-constexpr std::uint16_t standardTime = 1 << 0;  // of the global encoding
-
 // ISO 8601; empty where the header has none.
 std::string creationDate(const Header& header) {
     using namespace std::chrono;
@@ -50,7 +48,7 @@ Origin originOf(const Header& header, const std::vector<Record>& records) {
     if (hasTime(header.pointFormat)) {
         // The other choice is seconds of a week that the header doesn't tell.
         const bool isStandard = (header.globalEncoding & standardTime) != 0;
-        origin.timeBase = {isStandard ? "2011-09-14T01:46:40Z" : "unknown", "GPS"};
+        origin.timeBase = {isStandard ? standardEpoch : "unknown", "GPS"};
     }
     return origin;
 }

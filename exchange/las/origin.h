@@ -8,6 +8,10 @@
 
 namespace tarvo::exchange::las {
 
+// The bit of the global encoding that says that times count from an epoch, and the epoch.
+inline constexpr std::uint16_t standardTime = 1 << 0;
+inline constexpr const char* standardEpoch = "2011-09-14T01:46:40Z";
+
 Origin originOf(const Header& header, const std::vector<Record>& records);
 
 }  // namespace tarvo::exchange::las

@@ -2,6 +2,7 @@
 
 #include "exchange/las/metadata.h"
 #include "exchange/las/origin.h"
+#include "exchange/las/ownrecord.h"
 #include "exchange/table/threads.h"
 
 #include <algorithm>
@@ -22,8 +23,10 @@ constexpr std::uint64_t largestBatchBytes = 256u << 20;
 LasSource::LasSource(const std::string& fileName)
     : m_file(fileName),
       m_header(readHeader(m_file)),
-      m_records(readRecords(m_file, m_header)),
-      m_dimensions(dimensions(m_header, extraDimensions(m_file, m_header, m_records))) {
+      m_records(readRecords(m_file, m_header)) {
+    m_dimensions = dimensions(m_header, extraDimensions(m_file, m_header, m_records));
+    applyOwnRecord(m_records, m_dimensions.size() - dimensions(m_header, {}).size(), m_dimensions);
+    std::erase_if(m_records, isOwnRecord);
     if (m_header.isCompressed) {
         m_compressed = std::make_unique<CompressedPoints>(m_file, m_header, m_records);
         std::erase_if(m_records, isOfCompression);

@@ -1,5 +1,7 @@
 #include "exchange/table/names.h"
 
+#include <algorithm>
+
 namespace tarvo::exchange {
 
 std::string safeName(std::string_view text) {
@@ -14,6 +16,13 @@ std::string safeName(std::string_view text) {
         }
     }
     return name.empty() ? "_" : name;
+}
+
+bool isAttributeName(std::string_view name) {
+    return name.find('.') != std::string_view::npos &&
+           std::all_of(name.begin(), name.end(), [](char c) {
+               return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_' || c == '.';
+           });
 }
 
 std::string uniqueName(const std::string& name, std::set<std::string>& taken) {

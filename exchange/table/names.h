@@ -12,6 +12,9 @@ namespace tarvo::exchange {
 // Letters, digits and underscores only; lower case; never empty.
 std::string safeName(std::string_view text);
 
+// Whether a name is one that an export of a database wrote: lower case, with a dot.
+bool isAttributeName(std::string_view name);
+
 // The name, or the name with "_2", "_3", ... where it is taken; taken afterwards.
 std::string uniqueName(const std::string& name, std::set<std::string>& taken);
 

@@ -31,6 +31,9 @@ struct Column {
     // The smallest and largest number that the file's format can hold; not told: an empty range.
     double lowest = 0;
     double highest = -1;
+    // Where the values are known to lie: gridBegin + n * resolution; 0: on no grid that is told.
+    double resolution = 0;
+    double gridBegin = 0;
     // Why the values must not be taken, though they can be read; only who leaves the column out
     // goes on.
     std::optional<core::Failure> fault;

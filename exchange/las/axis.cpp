@@ -1,0 +1,97 @@
+#include "exchange/las/axis.h"
+
+#include "numbers/numbertext.h"
+
+#include <cmath>
+#include <string>
+#include <vector>
+
+namespace tarvo::exchange::las {
+
+namespace {
+
+constexpr double leastNumber = -2147483648.0;
+constexpr double greatestNumber = 2147483647.0;
+constexpr int mostAxisDecimals = 9;
+// So far from a multiple, in steps, doubles lie by their own rounding.
+constexpr double tolerance = 1e-3;
+
+bool isMultiple(double value, double step) {
+    const double steps = value / step;
+    return std::abs(steps - std::round(steps)) < tolerance;
+}
+
+// A scale and the begin of its grid.
+struct Grid {
+    double step;
+    double begin;
+};
+
+std::vector<Grid> grids(const Column& column, const ColumnSummary& values, const Spacing& spacing,
+                        std::optional<double> scale) {
+    if (scale) {
+        return {{*scale, 0}};
+    }
+    std::vector<Grid> found;
+    if (column.resolution > 0) {
+        found.push_back({column.resolution, column.gridBegin});
+    }
+    if (values.decimals() >= 0 && values.decimals() <= mostAxisDecimals) {
+        found.push_back({1 / static_cast<double>(powerOfTen(values.decimals())), 0});
+    }
+    if (spacing.steps > 1) {
+        found.push_back({column.resolution * static_cast<double>(spacing.steps), spacing.first});
+    }
+    return found;
+}
+
+// Round numbers first.
+std::optional<Affine> axisThrough(const Grid& grid, double low, double high) {
+    const double middle = low + (high - low) / 2;
+    const double onGrid = grid.begin + std::round((middle - grid.begin) / grid.step) * grid.step;
+    for (const double offset :
+         {0.0, std::round(middle / 1000) * 1000, std::round(middle), onGrid}) {
+        if (isMultiple(offset - grid.begin, grid.step) &&
+            std::round((low - offset) / grid.step) >= leastNumber &&
+            std::round((high - offset) / grid.step) <= greatestNumber) {
+            return Affine(grid.step, offset);
+        }
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+Affine axisFor(const Column& column, const Survey& survey, std::size_t index,
+               std::optional<double> scale) {
+    const ColumnSummary& values = survey.columns[index];
+    if (values.hasNaN() || values.hasInfinity()) {
+        throw core::Failure(
+            "Some points have no " + column.descriptor() + ", which a LAS file can't say.",
+            "Leave them out by a filter.");
+    }
+    const double low = values.count() > 0 ? values.minimum() : 0;
+    const double high = values.count() > 0 ? values.maximum() : 0;
+    const std::vector<Grid> candidates = grids(column, values, survey.spacings[index], scale);
+    for (const Grid& grid : candidates) {
+        if (const auto axis = axisThrough(grid, low, high)) {
+            return *axis;
+        }
+    }
+    const auto& imported = survey.spacings[index].imported;
+    if (!scale && imported && values.count() > 0) {
+        return *imported;
+    }
+    const std::string span = numbers::numberText(low) + " to " + numbers::numberText(high);
+    if (candidates.empty()) {
+        throw core::Failure("The values of " + column.descriptor() +
+                                " lie on no grid, but LAS holds whole numbers of a step.",
+                            "Give --scale, for example --scale 0.001, to round coordinates to it.");
+    }
+    throw core::Failure("The values of " + column.descriptor() + ", " + span +
+                            ", span more steps of " + numbers::numberText(candidates.front().step) +
+                            " than a LAS file can number.",
+                        "Give a larger --scale to round coordinates to it, or a filter.");
+}
+
+}  // namespace tarvo::exchange::las
