@@ -22,7 +22,7 @@ void finalizeDatabase(const Database& database) {
     std::erase_if(forgotten, [&](std::uint32_t id) { return id == first || id == current; });
     const std::uint64_t size = forgotten.empty() ? 0 : transactions.size(forgotten);
     database.cloud().management().finalize();
-    print(counted(forgotten.size(), "transaction") + " forgotten, up to " + counted(size, "byte") +
+    print(counted(forgotten.size(), "transaction") + " forgotten, about " + counted(size, "byte") +
           " for vacuum to give back.\n");
 }
 

@@ -87,7 +87,7 @@ void restoreTransaction(Transactions& transactions, std::uint32_t id) {
 void discardTransactions(Transactions& transactions, const std::vector<std::uint32_t>& ids) {
     const std::uint64_t size = transactions.size(ids);
     transactions.discard(ids);
-    print(counted(ids.size(), "transaction") + " forgotten, up to " + counted(size, "byte") +
+    print(counted(ids.size(), "transaction") + " forgotten, about " + counted(size, "byte") +
           " for vacuum to give back.\n");
 }
 

@@ -202,12 +202,12 @@ TEST_F(Admin, TransactionsAreShownAndForgotten) {
     expectSuccess("transactions " + older + " restore 3");
     EXPECT_EQ(json("transactions " + older + " show --json")["id"].GetUint(), 3u);
     const std::string others = run("transactions " + older + " size 2 4").output;
-    expectSuccess("finalize " + older, "2 transactions forgotten, up to " +
+    expectSuccess("finalize " + older, "2 transactions forgotten, about " +
                                            others.substr(0, others.size() - 1) +
                                            " bytes for vacuum to give back.\n");
     const std::string size = run("transactions " + file + " size 2 3").output;
     EXPECT_GT(std::stoul(size), 0u);
-    expectSuccess("transactions " + file + " discard 2 3", "2 transactions forgotten, up to " +
+    expectSuccess("transactions " + file + " discard 2 3", "2 transactions forgotten, about " +
                                                                size.substr(0, size.size() - 1) +
                                                                " bytes for vacuum to give back.\n");
     EXPECT_EQ(transactionCount(), 2u);

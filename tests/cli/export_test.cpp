@@ -1,0 +1,173 @@
+// Points out of a database and in again, through files of other formats: every value as it was.
+
+#include "tests/cli/commandtest.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+#include <fstream>
+#include <map>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace tarvo::cli::tests;
+
+// The points of a database: per point the values but its id, in an order of their own.
+struct Points {
+    std::vector<std::string> names;
+    std::vector<std::vector<std::string>> rows;
+    bool operator==(const Points&) const = default;
+};
+
+std::vector<std::string> cells(const std::string& line) {
+    std::vector<std::string> result;
+    std::istringstream stream(line);
+    for (std::string cell; std::getline(stream, cell, ',');) {
+        result.push_back(cell);
+    }
+    return result;
+}
+
+class Export : public CommandTest {
+protected:
+    Points pointsOf(const std::string& database) {
+        expectSuccess("select " + database + " --format csv -o " + folder.file("points.csv"));
+        std::ifstream stream(folder.file("points.csv"));
+        std::string line;
+        std::getline(stream, line);
+        const std::vector<std::string> names = cells(line);
+        std::map<std::string, std::size_t> order;
+        for (std::size_t i = 0; i < names.size(); ++i) {
+            if (names[i] != "tarvo.id") {
+                order[names[i]] = i;
+            }
+        }
+        Points points;
+        for (const auto& [name, i] : order) {
+            points.names.push_back(name);
+        }
+        while (std::getline(stream, line)) {
+            const std::vector<std::string> all = cells(line);
+            std::vector<std::string>& row = points.rows.emplace_back();
+            for (const auto& [name, i] : order) {
+                row.push_back(i < all.size() ? all[i] : "");
+            }
+        }
+        std::sort(points.rows.begin(), points.rows.end());
+        return points;
+    }
+    // Exports the file and imports what came out.
+    Points through(const std::string& extension, const std::string& options = "") {
+        const std::string out = folder.file("out." + extension);
+        expectSuccess("export " + file + " " + out + " --overwrite " + options);
+        expectSuccess("import " + out + " " + folder.file("again.qrbx") + " --overwrite");
+        return pointsOf(folder.file("again.qrbx"));
+    }
+    void makeFrom(const std::string& table) {
+        expectSuccess("import " + folder.write("in.csv", table) + " " + file + " --overwrite");
+    }
+    int pointFormat(const std::string& name) { return read(name).at(104) & 0x3f; }
+};
+
+TEST_F(Export, GivesEveryValueOfTheRealClouds) {
+    forEachRealCloud([&](const std::string& cloud) {
+        expectSuccess("import " + cloud + " " + file + " --overwrite");
+        const Points points = pointsOf(file);
+        if (points.rows.empty()) {
+            return;
+        }
+        for (const char* const format : {"las", "laz", "ply", "csv"}) {
+            EXPECT_TRUE(through(format) == points) << cloud << " as " << format;
+        }
+    });
+}
+
+TEST_F(Export, KeepsWhatTheFormatHasNoFieldFor) {
+    // Names of other programs, elements, 64 bits, fractions, no value, a field's range left.
+    makeFrom(
+        "x,y,z,tarvo.intensity,my.vector[0],my.vector[1],my.count,my.share,my.very_long_name_that_"
+        "no_description_has_room_for,tarvo.class\n"
+        "1.25,2,3,70000,1,-1,9007199254740993,0.1,1,300\n"
+        "1.50,2,3,1,2,-2,1,nan,2,2\n"
+        "2.75,-2,3,2,3,-300,2,0.3,3,1\n");
+    const Points points = pointsOf(file);
+    ASSERT_EQ(points.rows.size(), 3u);
+    EXPECT_TRUE(through("las") == points);
+    EXPECT_TRUE(through("laz") == points);
+    EXPECT_TRUE(through("csv") == points);
+    // Intensity and class fit none of the fields, nor do the rest; nothing is there twice.
+    for (const char* const format : {"0", "3", "6", "8", "10"}) {
+        EXPECT_TRUE(through("las", std::string("--point-format ") + format) == points) << format;
+        EXPECT_EQ(std::to_string(pointFormat(folder.file("out.las"))), format);
+    }
+    expectFailure(1, "export " + file + " " + folder.file("out.ply"), "beyond 2^53");
+    EXPECT_FALSE(std::filesystem::exists(folder.file("out.ply")));
+    expectSuccess("attributes " + file + " remove my.count");
+    EXPECT_TRUE(through("ply") == pointsOf(file));
+    EXPECT_TRUE(through("ply", "--ascii") == pointsOf(file));
+}
+
+TEST_F(Export, ChoosesAxesThatChangeNoCoordinate) {
+    // Far from zero, off each other's grid, the whole range of the numbers.
+    for (const char* const table :
+         {"x,y,z\n674521.92001343,0.5,642.00000001\n674521.93001343,0.75,642\n674605.32001343,1,"
+          "0\n",
+          "x,y,z\n-21474836.48,0,0\n21474836.47,1,1\n0.01,2,2\n",
+          "x,y,z\n5000000000,0.001,1e-9\n5000000001,0.002,2e-9\n5000000002,0.003,3e-9\n"}) {
+        makeFrom(table);
+        EXPECT_TRUE(through("laz") == pointsOf(file)) << table;
+    }
+    makeFrom("x,y,z\n0.123456789,0,0\n100000000.5,0,0\n");
+    expectFailure(1, "export " + file + " " + folder.file("far.las"), "--scale");
+    EXPECT_FALSE(std::filesystem::exists(folder.file("far.las")));
+    const std::string output =
+        expectSuccess("export " + file + " " + folder.file("far.las") + " --scale 0.1");
+    EXPECT_NE(output.find("1 coordinates were rounded"), std::string::npos) << output;
+}
+
+TEST_F(Export, WritesWhatIsSelected) {
+    expectSuccess("sample -n 20000 " + file);
+    const auto count = [&](const std::string& name) {
+        expectSuccess("import " + folder.file(name) + " " + folder.file("b.qrbx") + " --overwrite");
+        return expectSuccess("select " + folder.file("b.qrbx") + " --count");
+    };
+    const std::string some = " --filter 'tarvo.class == 2'";
+    expectSuccess("export " + file + " " + folder.file("some.laz") + some);
+    EXPECT_EQ(count("some.laz"), expectSuccess("select " + file + some + " --count"));
+    expectSuccess("lod " + file + " build");
+    expectSuccess("export " + file + " " + folder.file("top.las") + " --nodes 1");
+    EXPECT_EQ(count("top.las"), expectSuccess("select " + file + " --nodes 1 --count"));
+    expectSuccess("export " + file + " " + folder.file("bare.xyz"));
+    EXPECT_EQ(cells(read(folder.file("bare.xyz")).substr(0, 200)).size(), 1u);
+    expectSuccess("export " + file + " " + folder.file("ids.csv") + " -a tarvo.id,tarvo.xyz");
+    EXPECT_EQ(read(folder.file("ids.csv")).find("tarvo.id,tarvo.xyz[0]"), 0u);
+}
+
+TEST_F(Export, RefusesWhatWouldBeLostOrMisnamed) {
+    expectSuccess("sample -n 100 " + file);
+    const std::string out = folder.file("out.las");
+    expectFailure(2, "export " + file + " " + folder.file("out.dat"), "does not tell a format");
+    expectFailure(2, "export " + file + " " + out + " --format ply", "would hold ply");
+    expectFailure(2, "export " + file + " " + folder.file("out.csv") + " --scale 1", "LAS and LAZ");
+    expectFailure(1, "export " + file + " " + out + " -a tarvo.class", "three coordinates");
+    expectFailure(1, "export " + file + " " + out + " -a tarvo.none", "no attribute");
+    expectSuccess("export " + file + " " + out);
+    const std::string before = read(out);
+    expectFailure(1, "export " + file + " " + out, "--overwrite");
+    expectFailure(1, "export " + file + " " + out + " --overwrite --filter 'tarvo.class == 77'",
+                  "left as it was");
+    EXPECT_EQ(read(out), before);
+    expectFailure(1, "export " + file + " " + folder.file("a.laz") + " --filter 'tarvo.nix == 1'",
+                  "tarvo.nix");
+    // Names that promise something else.
+    expectFailure(1, "select " + file + " --format csv -o " + folder.file("points.laz"),
+                  "promises to be laz");
+    expectFailure(1, "copy " + file + " " + folder.file("points.ply"), "promises to be ply");
+    EXPECT_EQ(folder.count(), 2u);
+}
+
+}  // namespace
