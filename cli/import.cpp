@@ -1,4 +1,4 @@
-// qrbtool import: LAS files or texts of separated values become a new database, or go into one that
+// qrbtool import: point clouds in files of other formats become a new database, or go into one that
 // exists.
 
 #include "cli/append.h"
@@ -26,9 +26,8 @@ namespace {
 namespace fs = std::filesystem;
 
 struct ImportOptions {
-    std::vector<std::string> inputs;
+    InputOptions inputs;
     std::string database;  // empty: it is open already
-    std::string format;    // "las", "csv" or empty
     std::string primary = "tarvo.xyz";
     std::vector<std::string> leftOut;
     std::string title = "Import";
@@ -44,7 +43,7 @@ struct ImportOptions {
 
 std::string settingsJson(const ImportOptions& options) {
     std::vector<std::string> names;
-    for (const std::string& input : options.inputs) {
+    for (const std::string& input : options.inputs.names) {
         names.push_back(fs::path(input).filename().string());
     }
     JsonText json;
@@ -62,6 +61,9 @@ std::string settingsJson(const ImportOptions& options) {
         if (given) {
             json.member(name, true);
         }
+    }
+    if (!options.inputs.columns.empty()) {
+        json.member("columns", options.inputs.columns);
     }
     if (!options.leftOut.empty()) {
         json.member("left_out", options.leftOut);
@@ -100,11 +102,11 @@ void refuseOtherFile(const qrb::Context& context, const ImportOptions& options) 
 
 void importFiles(const qrb::Context& context, const ImportOptions& options) {
     const qrb::pointcloud::Signature signature = options.key.signature();
-    refuseAsInput(options.database, options.inputs);
+    refuseAsInput(options.database, options.inputs.names);
     refuseOtherFile(context, options);
     core::NewDatabase database(context, options.database, options.overwrite,
                                "Give --append to add to it or --overwrite to replace it.");
-    const PointSources sources = openSources(options.inputs, options.format);
+    const PointSources sources = openSources(options.inputs);
     CommonOrigin common = commonOrigin(
         sources, nullptr, {options.leftOut.begin(), options.leftOut.end()}, options.crsAsIs);
     ImportPlan plan = planImport(sources, options.primary, importProgress());
@@ -151,8 +153,8 @@ void appendTo(Database& database, const ImportOptions& options) {
     how.newIds = options.newIds;
     how.crsAsIs = options.crsAsIs;
     how.leftOut = {options.leftOut.begin(), options.leftOut.end()};
-    refuseAsInput(database.fileName(), options.inputs);
-    appendFiles(database, openSources(options.inputs, options.format), how, change);
+    refuseAsInput(database.fileName(), options.inputs.names);
+    appendFiles(database, openSources(options.inputs), how, change);
 }
 
 void appendToFile(const qrb::Context& context, const ImportOptions& options) {
@@ -161,7 +163,7 @@ void appendToFile(const qrb::Context& context, const ImportOptions& options) {
         throw Failure("There is no file \"" + options.database + "\" to add to.",
                       "Leave --append out to make a new database.");
     }
-    refuseAsInput(options.database, options.inputs);
+    refuseAsInput(options.database, options.inputs.names);
     refuseOtherFile(context, options);
     Database database(context, options.database);
     appendTo(database, options);
@@ -172,17 +174,15 @@ void appendToFile(const qrb::Context& context, const ImportOptions& options) {
 void addImportCommand(CLI::App& app, Invocation& invocation) {
     const auto options = std::make_shared<ImportOptions>();
     CLI::App* const command = app.add_subcommand(
-        "import", "Make a database from LAS or CSV files, or add their points to one");
+        "import", "Make a database from files of other formats, or add their points to one");
     const bool isOpen = invocation.onOpenDatabase;
     command
-        ->add_option("files", options->inputs,
-                     isOpen ? "Input files" : "Input files, then the database")
+        ->add_option("files", options->inputs.names,
+                     isOpen ? "Files, folders of files, or - for standard input"
+                            : "Files, folders of files, or - for standard input; then the database")
         ->type_name(isOpen ? "INPUT..." : "INPUT... DATABASE")
         ->required();
-    command
-        ->add_option("--format", options->format,
-                     "Format of the inputs (default: csv for .csv, .txt, .tsv and .xyz, else las)")
-        ->check(CLI::IsMember({"las", "csv"}));
+    options->inputs.add(*command);
     command->add_flag("--new-ids", options->newIds,
                       "Number the points anew, though a column tarvo.id has ids for them");
     command
@@ -220,12 +220,18 @@ void addImportCommand(CLI::App& app, Invocation& invocation) {
         options->key.add(*command, false);
     }
     command->footer(
-        "LAS 1.0 to 1.4 with point formats 0 to 10 and extra bytes. What means the same as a\n"
-        "default attribute gets its name (tarvo.xyz, tarvo.intensity, tarvo.class, ...), the rest\n"
-        "is called las.NAME. No value is rounded; where scale factors and offsets of LAS files\n"
-        "have no decimal grid in common, a note tells how far coordinates move at most. Texts\n"
-        "begin with a line that names the columns x, y, z and others, separated by commas,\n"
-        "semicolons or tabs. Points keep the ids of a column tarvo.id.\n"
+        "Reads LAS, LAZ, PLY (ASCII and binary), PTX, E57, CSV with a header line, and texts of\n"
+        "numbers such as XYZ and PTS; the content of a file tells which it is. What means the "
+        "same\n"
+        "as a default attribute gets its name (tarvo.xyz, tarvo.intensity, tarvo.rgba, ...), the\n"
+        "rest is called las.NAME, ply.NAME and so on. No value is rounded but coordinates that "
+        "are\n"
+        "computed by the pose of a scan; where scale factors and offsets of LAS files have no\n"
+        "decimal grid in common, a note tells how far coordinates move at most. Texts begin with "
+        "a\n"
+        "line that names the columns x, y, z and others, separated by commas, semicolons, tabs or\n"
+        "blanks; without one, --columns names them, or their number tells: x y z, then intensity\n"
+        "(4 or 7), then r g b (6 or 7). Points keep the ids of a column tarvo.id.\n"
         "A new database appears when it is complete; a failure leaves none.\n"
         "Coordinates have the unit of the reference system that a file tells, which goes to\n"
         "tarvo.geo_tag. Files in different ones are refused without --crs-as-is, which keeps the\n"
@@ -242,17 +248,20 @@ void addImportCommand(CLI::App& app, Invocation& invocation) {
         "  qrbtool import flight.las flight.qrbx\n"
         "  qrbtool import strip1.las strip2.las both.qrbx\n"
         "  qrbtool import strip3.las both.qrbx --append\n"
-        "  qrbtool import --format csv points.dat points.qrbx --overwrite");
+        "  qrbtool import scans.e57 tiles points.qrbx\n"
+        "  qrbtool import --columns x,y,z,-,intensity points.dat points.qrbx --overwrite\n"
+        "  zcat points.csv.gz | qrbtool import - points.qrbx");
     command->callback([options, isOpen, &invocation] {
         if (isOpen) {
             invocation.work = [options](Database& database) { appendTo(database, *options); };
             return;
         }
-        if (options->inputs.size() < 2) {
+        std::vector<std::string>& names = options->inputs.names;
+        if (names.size() < 2) {
             throw CLI::ValidationError("files", "an input file and the database are needed");
         }
-        options->database = options->inputs.back();
-        options->inputs.pop_back();
+        options->database = names.back();
+        names.pop_back();
         invocation.run = [options](const qrb::Context& context) {
             options->append ? appendToFile(context, *options) : importFiles(context, *options);
         };

@@ -2,8 +2,15 @@
 
 #include "cli/inputs.h"
 #include "cli/terminal.h"
+#include "exchange/format.h"
+#include "exchange/inputfile.h"
 #include "files/identity.h"
+#include "files/listing.h"
 
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <filesystem>
 #include <memory>
 #include <optional>
 
@@ -16,7 +23,79 @@ struct StepLine {
     std::optional<ProgressLine> line;
 };
 
+bool isSameFormat(const std::string& found, const std::string& wanted) {
+    return wanted.empty() || found == wanted || (found == "las" && wanted == "laz");
+}
+
+// The files of a folder that are point clouds, sorted by name.
+std::vector<std::string> filesOf(const std::string& folder, const std::string& format) {
+    std::vector<std::string> names = files::namesIn(folder);
+    std::sort(names.begin(), names.end());
+    std::vector<std::string> found;
+    std::string passedOver;
+    std::size_t passedOverCount = 0;
+    constexpr std::size_t shown = 5;
+    for (const std::string& name : names) {
+        const std::string file = (std::filesystem::path(folder) / name).string();
+        std::error_code error;
+        if (std::filesystem::is_regular_file(file, error)) {
+            const exchange::FileKind kind = exchange::kindOfFile(file);
+            if (kind.isCertain && !kind.format.empty() && isSameFormat(kind.format, format)) {
+                found.push_back(file);
+                continue;
+            }
+        }
+        if (++passedOverCount <= shown) {
+            passedOver += (passedOver.empty() ? "" : ", ") + name;
+        }
+    }
+    if (passedOverCount > shown) {
+        passedOver += " and " + std::to_string(passedOverCount - shown) + " more";
+    }
+    if (found.empty()) {
+        throw Failure("There is no point cloud in the folder \"" + folder + "\".",
+                      passedOver.empty() ? "" : "Passed over: " + passedOver + ".");
+    }
+    if (!passedOver.empty()) {
+        note("Passed over in \"" + folder + "\": " + passedOver + ".");
+    }
+    return found;
+}
+
+std::vector<std::string> filesOf(const InputOptions& inputs) {
+    std::vector<std::string> fileNames;
+    for (const std::string& name : inputs.names) {
+        std::error_code error;
+        if (name == exchange::standardInput) {
+            if (std::count(fileNames.begin(), fileNames.end(), name) > 0) {
+                throw UsageError("Standard input can be read once only.");
+            }
+            exchange::keepStandardInput(checkInterrupted);
+        } else if (std::filesystem::is_directory(name, error)) {
+            const std::vector<std::string> found = filesOf(name, inputs.format);
+            fileNames.insert(fileNames.end(), found.begin(), found.end());
+            continue;
+        }
+        fileNames.push_back(name);
+    }
+    return fileNames;
+}
+
 }  // namespace
+
+void InputOptions::add(CLI::App& command) {
+    const auto known = exchange::formatNames();
+    command
+        .add_option("--format", format, "Format of the inputs (default: what their content tells)")
+        ->check(CLI::IsMember(std::vector<std::string>(known.begin(), known.end())));
+    command
+        .add_option("--columns", columns,
+                    "Names of the columns of texts without a header line, separated by commas;\n"
+                    "\"-\" passes one over")
+        ->type_name("NAMES")
+        ->delimiter(',')
+        ->allow_extra_args(false);
+}
 
 void refuseAsInput(const std::string& database, const std::vector<std::string>& fileNames) {
     for (const std::string& fileName : fileNames) {
@@ -26,12 +105,11 @@ void refuseAsInput(const std::string& database, const std::vector<std::string>& 
     }
 }
 
-exchange::PointSources openSources(const std::vector<std::string>& fileNames,
-                                   const std::string& format) {
+exchange::PointSources openSources(const InputOptions& inputs) {
     exchange::PointSources sources;
-    for (const std::string& fileName : fileNames) {
+    for (const std::string& fileName : filesOf(inputs)) {
         noteInput(fileName);
-        sources.push_back(exchange::openSource(fileName, format));
+        sources.push_back(exchange::openSource(fileName, inputs.format, inputs.columns));
     }
     return sources;
 }

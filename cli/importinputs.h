@@ -7,15 +7,29 @@
 #include <string>
 #include <vector>
 
+namespace CLI {
+class App;
+}
+
 namespace tarvo::cli {
+
+// What the words after the command tell of the inputs.
+struct InputOptions {
+    std::vector<std::string> names;    // files, folders, "-" for standard input
+    std::string format;                // one of exchange::formatNames(), or empty
+    std::vector<std::string> columns;  // names, for texts without a header line
+
+    // Adds --format and --columns to a command.
+    void add(CLI::App& command);
+};
 
 // Throws UsageError if one of the files is the database, by whatever name.
 void refuseAsInput(const std::string& database, const std::vector<std::string>& fileNames);
 
-// Opens the files; format: "las", "csv" or empty for what their extensions tell. Throws Failure if
-// one can't be read.
-exchange::PointSources openSources(const std::vector<std::string>& fileNames,
-                                   const std::string& format);
+// Opens the files, and of a folder those that are point clouds by their content, in the order of
+// their names; what is passed over there is told on standard error. Throws Failure if one can't be
+// read or there are none, UsageError for standard input named twice.
+exchange::PointSources openSources(const InputOptions& inputs);
 
 // A progress line for each step of an import; the last one is gone with the function and its
 // copies.

@@ -6,14 +6,66 @@
 #include <cstring>
 #include <filesystem>
 #include <system_error>
+#include <vector>
+
+#if defined(_WIN32)
+#include <io.h>
+#else
+#include <unistd.h>
+#endif
 
 namespace tarvo::exchange {
+
+namespace {
+
+using File = std::unique_ptr<std::FILE, CloseFile>;
+
+File& keptInput() {
+    static File kept;
+    return kept;
+}
+
+// Another handle of the same open file, at its beginning.
+File openKept() {
+#if defined(_WIN32)
+    File file(_fdopen(_dup(_fileno(keptInput().get())), "rb"));
+#else
+    File file(fdopen(dup(fileno(keptInput().get())), "rb"));
+#endif
+    if (file) {
+        std::rewind(file.get());
+    }
+    return file;
+}
+
+#if defined(_WIN32)
+std::uint64_t sizeOf(std::FILE* file) {
+    return static_cast<std::uint64_t>(_filelengthi64(_fileno(file)));
+}
+#else
+std::uint64_t sizeOf(std::FILE* file) {
+    fseeko(file, 0, SEEK_END);
+    const off_t size = ftello(file);
+    std::rewind(file);
+    return static_cast<std::uint64_t>(size);
+}
+#endif
+
+}  // namespace
 
 InputFile::InputFile(const std::string& fileName) {
     std::error_code error;
     const auto fail = [&](const std::string& reason, const char* details = "") {
         throw core::Failure("Failed to open \"" + fileName + "\": " + reason + ".", details);
     };
+    if (fileName == standardInput && keptInput()) {
+        file = openKept();
+        if (!file) {
+            fail(std::strerror(errno));
+        }
+        size = sizeOf(file.get());
+        return;
+    }
     if (std::filesystem::is_directory(fileName, error)) {
         fail("it is a folder");
     }
@@ -25,6 +77,36 @@ InputFile::InputFile(const std::string& fileName) {
     if (error) {
         fail(error.message(), "Points are read from ordinary files only.");
     }
+}
+
+void keepStandardInput(const std::function<void()>& check) {
+    if (keptInput()) {
+        return;
+    }
+    File kept(std::tmpfile());
+    const auto failToWrite = [] {
+        throw core::Failure("Failed to keep standard input in a temporary file.",
+                            std::string(std::strerror(errno)) + ".");
+    };
+    if (!kept) {
+        failToWrite();
+    }
+    std::vector<char> buffer(1 << 20);
+    while (const std::size_t count = std::fread(buffer.data(), 1, buffer.size(), stdin)) {
+        if (std::fwrite(buffer.data(), 1, count, kept.get()) != count) {
+            failToWrite();
+        }
+        check();
+    }
+    check();
+    if (std::ferror(stdin)) {
+        throw core::Failure("Failed to read standard input.",
+                            std::string(std::strerror(errno)) + ".");
+    }
+    if (std::fflush(kept.get()) != 0) {
+        failToWrite();
+    }
+    keptInput() = std::move(kept);
 }
 
 }  // namespace tarvo::exchange

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -13,11 +14,20 @@ struct CloseFile {
 };
 
 struct InputFile {
-    // Opens an ordinary file. Throws Failure.
+    // Opens an ordinary file; "-": what keepStandardInput has kept, for one reader at a time.
+    // Throws Failure.
     explicit InputFile(const std::string& fileName);
 
     std::unique_ptr<std::FILE, CloseFile> file;
     std::uint64_t size = 0;
 };
+
+// The name that stands for standard input.
+inline constexpr const char* standardInput = "-";
+
+// Copies standard input to its end into a file without a name, which goes with the process. check
+// is called again and again; what it throws ends the copy. Not again when it was read. Throws
+// Failure.
+void keepStandardInput(const std::function<void()>& check);
 
 }  // namespace tarvo::exchange

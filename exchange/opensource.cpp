@@ -1,25 +1,43 @@
 #include "exchange/opensource.h"
 
+#include "core/error.h"
 #include "exchange/csv/source.h"
+#include "exchange/format.h"
 #include "exchange/las/source.h"
-
-#include <algorithm>
-#include <cctype>
-#include <filesystem>
+#include "exchange/text/source.h"
 
 namespace tarvo::exchange {
 
-std::unique_ptr<PointSource> openSource(const std::string& fileName, std::string format) {
+namespace {
+
+std::string formatOf(const std::string& fileName) {
+    const FileKind kind = kindOfFile(fileName);
+    if (kind.format.empty()) {
+        throw core::Failure(
+            "\"" + fileName + "\" is no point cloud that can be read: it is " + kind.what + ".",
+            kind.what.find("UTF-16") != std::string::npos
+                ? "Save the text in UTF-8 or ASCII."
+                : "Points are read from LAS files and from texts of numbers.");
+    }
+    return kind.format;
+}
+
+}  // namespace
+
+std::unique_ptr<PointSource> openSource(const std::string& fileName, std::string format,
+                                        const std::vector<std::string>& columnNames) {
     if (format.empty()) {
-        std::string extension = std::filesystem::path(fileName).extension().string();
-        std::transform(extension.begin(), extension.end(), extension.begin(),
-                       [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-        const bool text = extension == ".csv" || extension == ".txt" || extension == ".tsv" ||
-                          extension == ".xyz";
-        format = text ? "csv" : "las";
+        format = formatOf(fileName);
+    }
+    if (!columnNames.empty() && format != "text") {
+        throw core::Failure("\"" + fileName + "\" tells by itself what its columns mean.",
+                            "--columns is for texts without a header line.");
     }
     if (format == "csv") {
         return std::make_unique<csv::CsvSource>(fileName);
+    }
+    if (format == "text") {
+        return std::make_unique<text::TextSource>(fileName, columnNames);
     }
     return std::make_unique<las::LasSource>(fileName);
 }

@@ -11,8 +11,9 @@ namespace tarvo::exchange {
 
 using PointSources = std::vector<std::unique_ptr<PointSource>>;
 
-// format: "las", "csv" or empty for what the file's extension tells. Throws Failure if the file
-// can't be read.
-std::unique_ptr<PointSource> openSource(const std::string& fileName, std::string format = {});
+// format: one of formatNames(), or empty for what the file's content tells. columnNames: of a text
+// without a header line; empty: the usual ones. Throws Failure if the file can't be read.
+std::unique_ptr<PointSource> openSource(const std::string& fileName, std::string format = {},
+                                        const std::vector<std::string>& columnNames = {});
 
 }  // namespace tarvo::exchange

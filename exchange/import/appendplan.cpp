@@ -42,6 +42,7 @@ public:
         for (const auto& source : sources) {
             std::vector<ColumnWork> work = begin(*source, plan);
             look(*source, plan, work);
+            addNotes(*source, plan.notes);
             finish(*source, plan, work);
         }
         for (const std::string& name : m_options.leftOut) {

@@ -99,6 +99,7 @@ ImportPlan planImport(const PointSources& sources, const std::string& primary,
     for (const auto& source : sources) {
         requirePrimary(*source, primary);
         readSource(*source, summaries, plan.pointCount, progress);
+        addNotes(*source, plan.notes);
     }
     plan.order = summaries.order();
     for (const std::string& name : plan.order) {

@@ -36,6 +36,12 @@ std::string adviceToGoWithout(const std::string& attribute) {
                                    : "Give --leave-out " + attribute + " to do without it.";
 }
 
+void addNotes(const PointSource& source, std::vector<std::string>& notes) {
+    for (const std::string& text : source.notes()) {
+        notes.push_back("\"" + source.fileName() + "\": " + text);
+    }
+}
+
 void addMetaData(qrb::pointcloud::MetaData& metaData, const PointSources& sources) {
     for (const auto& source : sources) {
         for (const auto& [name, value] : source->metaData()) {

@@ -26,6 +26,9 @@ public:
 // The option that does without an attribute of the files.
 std::string adviceToGoWithout(const std::string& attribute);
 
+// Adds what a file that was read tells the user, with its name.
+void addNotes(const PointSource& source, std::vector<std::string>& notes);
+
 // Where the values of a column go.
 struct ColumnTarget {
     std::string descriptor;         // in the database; empty: the column is left out

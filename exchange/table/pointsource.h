@@ -79,6 +79,9 @@ public:
     virtual Origin origin() const { return {}; }
     // Metadata items that tell about the file: name and JSON text.
     virtual std::vector<std::pair<std::string, std::string>> metaData() const { return {}; }
+    // What a user has to know of what is left out, a line each; complete when all points have been
+    // read.
+    virtual std::vector<std::string> notes() const { return {}; }
 };
 
 }  // namespace tarvo::exchange
