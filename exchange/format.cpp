@@ -18,7 +18,7 @@ namespace {
 
 constexpr std::size_t beginSize = 64u << 10;
 
-constexpr const char* names[] = {"las", "laz", "csv", "text"};
+constexpr const char* names[] = {"las", "laz", "ply", "csv", "text"};
 
 struct Signature {
     std::string_view bytes;
@@ -162,6 +162,10 @@ FileKind kindOf(std::string_view begin) {
     }
     if (begin.starts_with("LASF")) {
         return {"las", {}, true};
+    }
+    if (begin.size() > 3 && begin.starts_with("ply") &&
+        std::isspace(static_cast<unsigned char>(begin[3]))) {
+        return {"ply", {}, true};
     }
     for (const Signature& stranger : strangers) {
         if (begin.starts_with(stranger.bytes)) {

@@ -4,6 +4,7 @@
 #include "exchange/csv/source.h"
 #include "exchange/format.h"
 #include "exchange/las/source.h"
+#include "exchange/ply/source.h"
 #include "exchange/text/source.h"
 
 namespace tarvo::exchange {
@@ -17,7 +18,7 @@ std::string formatOf(const std::string& fileName) {
             "\"" + fileName + "\" is no point cloud that can be read: it is " + kind.what + ".",
             kind.what.find("UTF-16") != std::string::npos
                 ? "Save the text in UTF-8 or ASCII."
-                : "Points are read from LAS files and from texts of numbers.");
+                : "Points are read from LAS and PLY files and from texts of numbers.");
     }
     return kind.format;
 }
@@ -38,6 +39,9 @@ std::unique_ptr<PointSource> openSource(const std::string& fileName, std::string
     }
     if (format == "text") {
         return std::make_unique<text::TextSource>(fileName, columnNames);
+    }
+    if (format == "ply") {
+        return std::make_unique<ply::PlySource>(fileName);
     }
     return std::make_unique<las::LasSource>(fileName);
 }

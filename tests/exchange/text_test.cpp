@@ -86,6 +86,7 @@ TEST_F(Text, KindsAreToldByContent) {
         return found.format + (found.isCertain ? "!" : "?") + found.what;
     };
     EXPECT_EQ(kind("LASF"), "las!");
+    EXPECT_EQ(kind("ply\r\nformat"), "ply!");
     EXPECT_EQ(kind("2\n1 2 3\n"), "text!");
     EXPECT_EQ(kind("a,X,y,\"z\"\n"), "csv!");
     EXPECT_EQ(kind("X Y Z i\n1 2 3 4\n"), "text!");
