@@ -18,7 +18,7 @@ namespace {
 
 constexpr std::size_t beginSize = 64u << 10;
 
-constexpr const char* names[] = {"las", "laz", "ply", "csv", "text"};
+constexpr const char* names[] = {"las", "laz", "ply", "ptx", "csv", "text"};
 
 struct Signature {
     std::string_view bytes;
@@ -94,6 +94,14 @@ private:
     std::string_view m_line;
     std::vector<std::string_view> m_words;
 };
+
+// Columns, rows, position, three axes, four rows of a matrix.
+bool isPtx(std::string_view begin) {
+    static constexpr std::size_t widths[] = {1, 1, 3, 3, 3, 3, 4, 4, 4, 4};
+    Lines lines(begin);
+    return std::ranges::all_of(
+        widths, [&](std::size_t width) { return lines.next() && lines.hasNumbers(width); });
+}
 
 bool isCoordinate(std::string_view name, char axis) {
     while (!name.empty() && (name.front() == '"' || name.front() == ' ')) {
@@ -182,7 +190,7 @@ FileKind kindOf(std::string_view begin) {
     if (begin.size() == beginSize && begin.find('\n') != std::string_view::npos) {
         begin = begin.substr(0, begin.rfind('\n') + 1);
     }
-    return isPtx(begin) ? FileKind{{}, true} : kindOfText(begin);
+    return isPtx(begin) ? FileKind{"ptx", {}, true} : kindOfText(begin);
 }
 
 FileKind kindOfFile(const std::string& fileName) {

@@ -5,6 +5,7 @@
 #include "exchange/format.h"
 #include "exchange/las/source.h"
 #include "exchange/ply/source.h"
+#include "exchange/ptx/source.h"
 #include "exchange/text/source.h"
 
 namespace tarvo::exchange {
@@ -18,7 +19,7 @@ std::string formatOf(const std::string& fileName) {
             "\"" + fileName + "\" is no point cloud that can be read: it is " + kind.what + ".",
             kind.what.find("UTF-16") != std::string::npos
                 ? "Save the text in UTF-8 or ASCII."
-                : "Points are read from LAS and PLY files and from texts of numbers.");
+                : "Points are read from LAS, PLY and PTX files and from texts of numbers.");
     }
     return kind.format;
 }
@@ -42,6 +43,9 @@ std::unique_ptr<PointSource> openSource(const std::string& fileName, std::string
     }
     if (format == "ply") {
         return std::make_unique<ply::PlySource>(fileName);
+    }
+    if (format == "ptx") {
+        return std::make_unique<ptx::PtxSource>(fileName);
     }
     return std::make_unique<las::LasSource>(fileName);
 }

@@ -44,6 +44,10 @@ void AttributeSummaries::add(const PointSource& source,
             one.column = column;
             m_order.push_back(column.attribute);
         }
+        if (column.hasInvalid && !one.column.hasInvalid) {
+            one.column.hasInvalid = true;
+            one.column.invalidValue = column.invalidValue;
+        }
         if (column.lowest <= column.highest) {
             const bool isFirst = one.column.lowest > one.column.highest;
             one.column.lowest =

@@ -198,6 +198,9 @@ PointAttribute fitAttribute(const Column& column, const ColumnSummary& summary, 
     }
     PointAttribute definition = core::defaultAttribute(*entry);
     definition.length = std::max(definition.length, column.length);
+    if (column.hasInvalid && std::isnan(definition.invalidValue)) {
+        definition.invalidValue = column.invalidValue;
+    }
     if (summary.count() == 0) {
         return definition;
     }

@@ -87,6 +87,8 @@ TEST_F(Text, KindsAreToldByContent) {
     };
     EXPECT_EQ(kind("LASF"), "las!");
     EXPECT_EQ(kind("ply\r\nformat"), "ply!");
+    EXPECT_EQ(kind("2\n3\n0 0 0\n1 0 0\n0 1 0\n0 0 1\n1 0 0 0\n0 1 0 0\n0 0 1 0\n0 0 0 1\n"),
+              "ptx!");
     EXPECT_EQ(kind("2\n1 2 3\n"), "text!");
     EXPECT_EQ(kind("a,X,y,\"z\"\n"), "csv!");
     EXPECT_EQ(kind("X Y Z i\n1 2 3 4\n"), "text!");
