@@ -18,7 +18,7 @@ namespace {
 
 constexpr std::size_t beginSize = 64u << 10;
 
-constexpr const char* names[] = {"las", "laz", "ply", "ptx", "csv", "text"};
+constexpr const char* names[] = {"las", "laz", "ply", "ptx", "e57", "csv", "text"};
 
 struct Signature {
     std::string_view bytes;
@@ -170,6 +170,9 @@ FileKind kindOf(std::string_view begin) {
     }
     if (begin.starts_with("LASF")) {
         return {"las", {}, true};
+    }
+    if (begin.starts_with("ASTM-E57")) {
+        return {"e57", {}, true};
     }
     if (begin.size() > 3 && begin.starts_with("ply") &&
         std::isspace(static_cast<unsigned char>(begin[3]))) {

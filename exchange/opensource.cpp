@@ -2,6 +2,7 @@
 
 #include "core/error.h"
 #include "exchange/csv/source.h"
+#include "exchange/e57/source.h"
 #include "exchange/format.h"
 #include "exchange/las/source.h"
 #include "exchange/ply/source.h"
@@ -19,7 +20,8 @@ std::string formatOf(const std::string& fileName) {
             "\"" + fileName + "\" is no point cloud that can be read: it is " + kind.what + ".",
             kind.what.find("UTF-16") != std::string::npos
                 ? "Save the text in UTF-8 or ASCII."
-                : "Points are read from LAS, PLY and PTX files and from texts of numbers.");
+                : "Points are read from LAS, LAZ, PLY, PTX and E57 files and from texts of "
+                  "numbers.");
     }
     return kind.format;
 }
@@ -46,6 +48,9 @@ std::unique_ptr<PointSource> openSource(const std::string& fileName, std::string
     }
     if (format == "ptx") {
         return std::make_unique<ptx::PtxSource>(fileName);
+    }
+    if (format == "e57") {
+        return std::make_unique<e57::E57Source>(fileName);
     }
     return std::make_unique<las::LasSource>(fileName);
 }

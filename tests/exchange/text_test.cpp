@@ -87,6 +87,7 @@ TEST_F(Text, KindsAreToldByContent) {
     };
     EXPECT_EQ(kind("LASF"), "las!");
     EXPECT_EQ(kind("ply\r\nformat"), "ply!");
+    EXPECT_EQ(kind("ASTM-E57"), "e57!");
     EXPECT_EQ(kind("2\n3\n0 0 0\n1 0 0\n0 1 0\n0 0 1\n1 0 0 0\n0 1 0 0\n0 0 1 0\n0 0 0 1\n"),
               "ptx!");
     EXPECT_EQ(kind("2\n1 2 3\n"), "text!");
