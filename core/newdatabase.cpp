@@ -60,7 +60,6 @@ NewDatabase::NewDatabase(const qrb::Context& context, const std::string& fileNam
       m_cloud(std::make_unique<qrb::Pointcloud>(context)) {
     if (fileName.empty())
         refuse("The new database has no name.", "Give the name of a file.");
-    checkPromise(fileName, OutputKind::Database);
     if (const auto size = files::nameOf(files::pathOf(m_place).filename()).size();
         size > longestName)
         refuse("The name of the new database is too long: it has " + std::to_string(size) +
@@ -74,6 +73,8 @@ NewDatabase::NewDatabase(const qrb::Context& context, const std::string& fileNam
         checkPlace();
         // Now, before hours are spent.
         whileHeld([] {});
+    } else {
+        checkPromise(fileName, OutputKind::Database);
     }
     files::removeLeftovers(m_place);
 }

@@ -50,7 +50,6 @@ void checkPromise(const std::string& fileName, OutputKind kind) {
 
 void checkOutputPlace(const qrb::Context& context, const std::string& fileName,
                       const std::vector<std::string>& reads, OutputKind kind) {
-    checkPromise(fileName, kind);
     for (const std::string& read : reads)
         if (files::sameFile(fileName, read))
             throw qrb::ErrorImpl(
@@ -67,6 +66,7 @@ void checkOutputPlace(const qrb::Context& context, const std::string& fileName,
     if (kind != OutputKind::Scan && isScan(fileName))
         throw qrb::ErrorImpl(0, "The output can't go to \"" + fileName + "\": that file is a scan.",
                              advice);
+    checkPromise(fileName, kind);
 }
 
 }  // namespace tarvo::core

@@ -2,13 +2,13 @@
 
 #include "core/error.h"
 #include "exchange/csv/columntype.h"
+#include "exchange/table/knownnames.h"
 #include "exchange/table/names.h"
 #include "catalogue/catalogue.h"
 
 #include <algorithm>
 #include <bit>
 #include <limits>
-#include <map>
 #include <set>
 
 namespace tarvo::exchange::csv {
@@ -17,22 +17,6 @@ namespace {
 
 // Of all columns together.
 constexpr std::size_t valuesAtOnce = 8u << 20;
-
-constexpr std::uint32_t maximumLength = 4096;  // elements of an attribute
-
-// Takes "NAME[I]" apart.
-bool splitElement(std::string& name, std::uint32_t& element) {
-    const std::size_t open = name.find('[');
-    if (open == std::string::npos || name.back() != ']') {
-        return false;
-    }
-    const std::string_view digits = std::string_view(name).substr(open + 1, name.size() - open - 2);
-    if (!parseNumber(digits, element)) {
-        return false;
-    }
-    name.resize(open);
-    return true;
-}
 
 Column columnOf(const std::string& title) {
     Column column;
@@ -76,28 +60,22 @@ void CsvSource::readHeader() {
     if (!splitLine(line, m_separator, m_fields, m_storage)) {
         throw core::Failure("A quote in the header line of \"" + m_fileName + "\" is not closed.");
     }
-    std::map<std::string, std::uint32_t> lengths;
     std::set<std::string> taken;
     for (const std::string_view name : m_fields) {
         m_names.emplace_back(name);
         Column column = columnOf(m_names.back());
-        if (column.element >= maximumLength) {
+        if (column.element >= mostElements) {
             throw core::Failure("The column \"" + m_names.back() + "\" of \"" + m_fileName +
-                          "\" has an element number above " + std::to_string(maximumLength - 1) +
+                          "\" has an element number above " + std::to_string(mostElements - 1) +
                           ".");
         }
         if (!taken.insert(column.attribute + "[" + std::to_string(column.element)).second) {
             throw core::Failure("The column \"" + m_names.back() + "\" stands twice in \"" + m_fileName +
                           "\".");
         }
-        std::uint32_t& length = lengths[column.attribute];
-        const auto* const known = catalogue::findAttribute(column.attribute);
-        length = std::max({length, column.element + 1, known ? known->length : 1});
         m_columns.push_back(std::move(column));
     }
-    for (Column& column : m_columns) {
-        column.length = lengths[column.attribute];
-    }
+    setLengths(m_columns);
 }
 
 void CsvSource::findTypes() {

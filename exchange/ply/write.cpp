@@ -2,10 +2,10 @@
 
 #include "exchange/table/delimited.h"
 #include "exchange/table/visit.h"
+#include "numbers/wide.h"
 
 #include <algorithm>
 #include <cerrno>
-#include <cmath>
 #include <cstring>
 #include <string>
 #include <string_view>
@@ -14,7 +14,6 @@ namespace tarvo::exchange::ply {
 
 namespace {
 
-constexpr double exactLimit = 9007199254740992.0;  // 2^53
 constexpr std::size_t digitsOfCount = 20;
 
 struct Property {
@@ -94,7 +93,7 @@ public:
             }
             visitValues(column.type, m_source.values(i), [&](const auto* values) {
                 const bool fit = std::all_of(values, values + count, [](auto value) {
-                    return std::abs(static_cast<double>(value)) <= exactLimit;
+                    return numbers::Wide(static_cast<double>(value)) == numbers::Wide(value);
                 });
                 if (!fit) {
                     throw core::Failure("Values of " + column.descriptor() +

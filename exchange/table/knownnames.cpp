@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <map>
 #include <set>
 
 namespace tarvo::exchange {
@@ -42,27 +43,6 @@ constexpr KnownName knownNames[] = {
     {"scalar_intensity", "tarvo.intensity", 0},
 };
 
-bool isAttributeName(std::string_view name) {
-    return name.find('.') != std::string_view::npos &&
-           std::all_of(name.begin(), name.end(), [](char c) {
-               return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_' || c == '.';
-           });
-}
-
-// An element "NAME[I]" of an attribute of the catalogue.
-bool isElement(std::string_view name, Column& column) {
-    const std::size_t open = name.find('[');
-    const auto* const entry = catalogue::findAttribute(name.substr(0, open));
-    if (entry == nullptr || open == std::string_view::npos || !name.ends_with(']')) {
-        return false;
-    }
-    const char* const end = name.data() + name.size() - 1;
-    const auto read = std::from_chars(name.data() + open + 1, end, column.element);
-    column.attribute = entry->name;
-    column.length = entry->length;
-    return read.ec == std::errc() && read.ptr == end && column.element < entry->length;
-}
-
 }  // namespace
 
 Column columnNamed(std::string_view name, std::string_view prefix) {
@@ -76,13 +56,13 @@ Column columnNamed(std::string_view name, std::string_view prefix) {
             return column;
         }
     }
-    if (isAttributeName(name)) {
-        column.attribute = name;
-        const auto* const entry = catalogue::findAttribute(name);
-        column.length = entry ? entry->length : 1;
-        return column;
+    column.attribute = name;
+    if (splitElement(column.attribute, column.element) && column.element >= mostElements) {
+        column.attribute = name;  // no element of anything
     }
-    if (isElement(name, column)) {
+    if (isAttributeName(column.attribute)) {
+        const auto* const entry = catalogue::findAttribute(column.attribute);
+        column.length = std::max(entry ? entry->length : 1, column.element + 1);
         return column;
     }
     column = {};
@@ -91,10 +71,23 @@ Column columnNamed(std::string_view name, std::string_view prefix) {
     return column;
 }
 
+void setLengths(std::vector<Column>& columns) {
+    std::map<std::string, std::uint32_t> lengths;
+    for (const Column& column : columns) {
+        const auto* const known = catalogue::findAttribute(column.attribute);
+        std::uint32_t& length = lengths[column.attribute];
+        length = std::max({length, column.element + 1, known ? known->length : 1});
+    }
+    for (Column& column : columns) {
+        column.length = lengths[column.attribute];
+    }
+}
+
 void makeUnique(std::vector<Column>& columns, const std::string& fileName) {
+    setLengths(columns);
     std::set<std::string> taken;
     for (Column& column : columns) {
-        if (catalogue::findAttribute(column.attribute) == nullptr) {
+        if (column.length == 1 && catalogue::findAttribute(column.attribute) == nullptr) {
             column.attribute = uniqueName(column.attribute, taken);
         } else if (!taken.insert(column.descriptor()).second) {
             throw core::Failure("\"" + fileName + "\" tells \"" + column.descriptor() + "\" twice.",

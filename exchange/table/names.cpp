@@ -1,6 +1,8 @@
 #include "exchange/table/names.h"
 
 #include <algorithm>
+#include <charconv>
+#include <system_error>
 
 namespace tarvo::exchange {
 
@@ -23,6 +25,20 @@ bool isAttributeName(std::string_view name) {
            std::all_of(name.begin(), name.end(), [](char c) {
                return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_' || c == '.';
            });
+}
+
+bool splitElement(std::string& name, std::uint32_t& element) {
+    const std::size_t open = name.find('[');
+    if (open == std::string::npos || name.back() != ']') {
+        return false;
+    }
+    const char* const end = name.data() + name.size() - 1;
+    const auto read = std::from_chars(name.data() + open + 1, end, element);
+    if (read.ec != std::errc() || read.ptr != end) {
+        return false;
+    }
+    name.resize(open);
+    return true;
 }
 
 std::string uniqueName(const std::string& name, std::set<std::string>& taken) {

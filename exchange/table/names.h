@@ -3,6 +3,7 @@
 
 #include "core/utf8.h"
 
+#include <cstdint>
 #include <set>
 #include <string>
 #include <string_view>
@@ -14,6 +15,11 @@ std::string safeName(std::string_view text);
 
 // Whether a name is one that an export of a database wrote: lower case, with a dot.
 bool isAttributeName(std::string_view name);
+
+// Elements of an attribute that names can tell.
+inline constexpr std::uint32_t mostElements = 4096;
+// Takes "NAME[I]" apart; other names stay as they are.
+bool splitElement(std::string& name, std::uint32_t& element);
 
 // The name, or the name with "_2", "_3", ... where it is taken; taken afterwards.
 std::string uniqueName(const std::string& name, std::set<std::string>& taken);
