@@ -124,7 +124,8 @@ bool namesCoordinates(const std::vector<std::string_view>& fields) {
 FileKind kindOfText(std::string_view begin) {
     Lines lines(begin);
     std::vector<std::string_view> fields;
-    while (lines.next()) {
+    bool isFirst = true;
+    for (; lines.next(); isFirst = false) {
         if (text::isComment(lines.line()) || lines.hasNumbers(1)) {
             continue;
         }
@@ -150,7 +151,8 @@ FileKind kindOfText(std::string_view begin) {
                 rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
             }
             if (namesCoordinates(fields)) {
-                return {"csv", {}, true};
+                // In CSV nothing stands before the header line.
+                return {isFirst ? "csv" : "text", {}, true};
             }
         }
         break;

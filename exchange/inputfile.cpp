@@ -11,6 +11,7 @@
 #if defined(_WIN32)
 #include <io.h>
 #else
+#include <poll.h>
 #include <unistd.h>
 #endif
 
@@ -38,11 +39,23 @@ File openKept() {
     return file;
 }
 
+// At most size bytes, 0 at the end, less than 0 for a failure. Calls check while none come.
 #if defined(_WIN32)
+std::int64_t readInput(char* buffer, std::size_t size, const std::function<void()>&) {
+    return _read(_fileno(stdin), buffer, static_cast<unsigned>(size));
+}
 std::uint64_t sizeOf(std::FILE* file) {
     return static_cast<std::uint64_t>(_filelengthi64(_fileno(file)));
 }
 #else
+std::int64_t readInput(char* buffer, std::size_t size, const std::function<void()>& check) {
+    constexpr int milliseconds = 100;
+    pollfd input{fileno(stdin), POLLIN, 0};
+    while (poll(&input, 1, milliseconds) <= 0) {
+        check();
+    }
+    return ::read(input.fd, buffer, size);
+}
 std::uint64_t sizeOf(std::FILE* file) {
     fseeko(file, 0, SEEK_END);
     const off_t size = ftello(file);
@@ -92,17 +105,18 @@ void keepStandardInput(const std::function<void()>& check) {
         failToWrite();
     }
     std::vector<char> buffer(1 << 20);
-    while (const std::size_t count = std::fread(buffer.data(), 1, buffer.size(), stdin)) {
-        if (std::fwrite(buffer.data(), 1, count, kept.get()) != count) {
+    while (const std::int64_t count = readInput(buffer.data(), buffer.size(), check)) {
+        check();
+        if (count < 0) {
+            throw core::Failure("Failed to read standard input.",
+                                std::string(std::strerror(errno)) + ".");
+        }
+        const auto size = static_cast<std::size_t>(count);
+        if (std::fwrite(buffer.data(), 1, size, kept.get()) != size) {
             failToWrite();
         }
-        check();
     }
     check();
-    if (std::ferror(stdin)) {
-        throw core::Failure("Failed to read standard input.",
-                            std::string(std::strerror(errno)) + ".");
-    }
     if (std::fflush(kept.get()) != 0) {
         failToWrite();
     }

@@ -120,7 +120,7 @@ private:
                                     m_primary +
                                     "\", which the points of the database are found by.",
                                 m_primary == "tarvo.xyz"
-                                    ? "A text file names its coordinates \"x\", \"y\" and \"z\"."
+                                    ? "Columns of coordinates are named \"x\", \"y\" and \"z\"."
                                     : "");
         }
         return work;

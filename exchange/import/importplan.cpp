@@ -50,7 +50,7 @@ void requirePrimary(const PointSource& source, const std::string& primary) {
         throw core::Failure(
             "The file \"" + source.fileName() + "\" does not hold the attribute \"" + primary +
                 "\"" + (elements == 0 ? "." : " with all " + std::to_string(length) + " elements."),
-            primary == "tarvo.xyz" ? "A text file names its coordinates \"x\", \"y\" and \"z\"."
+            primary == "tarvo.xyz" ? "Columns of coordinates are named \"x\", \"y\" and \"z\"."
                                    : "Name another primary attribute.");
     }
 }

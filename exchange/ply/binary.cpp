@@ -26,8 +26,7 @@ T swapped(T value) {
 class BinaryBody : public Body {
 public:
     BinaryBody(const std::string& fileName, const Header& header, std::vector<Field> fields)
-        : m_header(header),
-          m_vertices(vertices(header)),
+        : m_vertices(vertices(header)),
           m_fields(std::move(fields)),
           m_isBig(header.encoding == Encoding::BigEndian),
           m_file(fileName, "PLY"),
@@ -155,7 +154,6 @@ private:
         m_position += size;
     }
 
-    const Header& m_header;
     const Element& m_vertices;
     std::vector<Field> m_fields;
     bool m_isBig;

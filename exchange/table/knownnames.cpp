@@ -84,9 +84,15 @@ void setLengths(std::vector<Column>& columns) {
 }
 
 void makeUnique(std::vector<Column>& columns, const std::string& fileName) {
+    constexpr std::size_t longestName = 255;
     setLengths(columns);
     std::set<std::string> taken;
     for (Column& column : columns) {
+        if (column.attribute.size() > longestName) {
+            throw core::Failure("A column of \"" + fileName + "\" has a name of " +
+                                std::to_string(column.attribute.size()) + " characters: \"" +
+                                column.attribute.substr(0, 40) + "...\".");
+        }
         if (column.length == 1 && catalogue::findAttribute(column.attribute) == nullptr) {
             column.attribute = uniqueName(column.attribute, taken);
         } else if (!taken.insert(column.descriptor()).second) {

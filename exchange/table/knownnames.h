@@ -18,8 +18,9 @@ Column columnNamed(std::string_view name, std::string_view prefix);
 // The length of each attribute: its elements that are there, and those of the catalogue.
 void setLengths(std::vector<Column>& columns);
 
-// Sets the lengths. Numbers that are told twice get another name, so that none is lost; elements of an attribute of
-// the catalogue can't. Throws Failure for those. fileName: for the message.
+// Sets the lengths. Numbers that are told twice get another name, so that none is lost; elements of
+// an attribute of the catalogue, or of one with several, can't. Throws Failure for those, and for
+// names of more than 255 characters. fileName: for the message.
 void makeUnique(std::vector<Column>& columns, const std::string& fileName);
 
 }  // namespace tarvo::exchange

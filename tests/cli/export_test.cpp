@@ -115,7 +115,7 @@ TEST_F(Export, ChoosesAxesThatChangeNoCoordinate) {
     // Far from zero, off each other's grid, the whole range of the numbers.
     for (const char* const table :
          {"x,y,z\n674521.92001343,0.5,642.00000001\n674521.93001343,0.75,642\n674605.32001343,1,"
-          "0\n",
+          "641.5\n",
           "x,y,z\n-21474836.48,0,0\n21474836.47,1,1\n0.01,2,2\n",
           "x,y,z\n5000000000.5,0.001,1\n5000000001,0.002,2\n5000000002,0.003,3\n"}) {
         makeFrom(table);

@@ -54,6 +54,16 @@ TEST_F(Inputs, StandardInputIsReadOnce) {
     EXPECT_EQ(folder.count(), before + 1);
 }
 
+// Nobody writes to the pipe and nobody closes it.
+TEST_F(Inputs, WaitingForStandardInputCanBeInterrupted) {
+    const std::string pipe = folder.file("pipe");
+    const Result result = runShell(
+        "mkfifo " + pipe + " && timeout --foreground -k 20 -s INT 1 " QRBTOOL_FILE " import - " +
+        file + " <> " + pipe);
+    EXPECT_EQ(result.code, 124) << result.output;
+    EXPECT_FALSE(std::filesystem::exists(file));
+}
+
 TEST_F(Inputs, WhatIsNoPointCloudIsNamed) {
     expectSuccess("import " + folder.write("a.xyz", "1 2 3\n") + " " + file);
     const auto expectNone = [&](const std::string& bytes, const std::string& text) {

@@ -154,6 +154,9 @@ TEST_F(Ply, FaultsAreNamed) {
             "longer than the file");
     }
     expectFailure("ply\nformat ascii 1.0\ncomment " + std::string(3 << 20, 'a'), "longer than");
+    expectFailure(
+        header("ascii", "element vertex 0\nproperty int " + std::string(9999, 'n') + "\n"),
+        "a name of 10003 characters");
     std::string many = "element vertex 0\n";
     for (int i = 0; i < 5000; ++i) {
         many += "property int p" + std::to_string(i) + "\n";

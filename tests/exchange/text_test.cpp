@@ -15,8 +15,8 @@ TEST_F(Text, SeparatorsCommentsAndDecimalCommasAreUnderstood) {
          {"1.5 -2 3 4\n5 6 7 8\n", "\t1.5\t-2   3 4  \r\n# a\n\n5 6 7 8", "1,5 -2 3 4\n5 6 7 8\n",
           "1,5;-2;3;4\n5;6;7;8\n", "1.5,-2,3,4\n5,6,7,8\n", "1.5, -2, 3, 4\n5, 6, 7, 8\n",
           "// a, b\n  # c\n2\n1.5 -2 3 4\n5 6 7 8\n", "1\n1.5 -2 3 4\n1\n5 6 7 8\n",
-          "\xef\xbb\xbf\x31.5 -2 3 4\n5 6 7 8", "x y z intensity\n1.5 -2 3 4\n5 6 7 8\n",
-          "15e-1 -2 3 4\n5 6 7 +8\n"}) {
+          "\xef\xbb\xbf\x31.5 -2 3 4\n5 6 7 8", "# made\nx,y,z,intensity\n1.5,-2,3,4\n5,6,7,8\n",
+          "x y z intensity\n1.5 -2 3 4\n5 6 7 8\n", "15e-1 -2 3 4\n5 6 7 +8\n"}) {
         Table table = read(text);
         EXPECT_EQ(table["tarvo.xyz[0]"], (std::vector<double>{1.5, 5})) << text;
         EXPECT_EQ(table["tarvo.xyz[1]"], (std::vector<double>{-2, 6})) << text;
@@ -92,6 +92,7 @@ TEST_F(Text, KindsAreToldByContent) {
               "ptx!");
     EXPECT_EQ(kind("2\n1 2 3\n"), "text!");
     EXPECT_EQ(kind("a,X,y,\"z\"\n"), "csv!");
+    EXPECT_EQ(kind("# made\nx;y;z\n"), "text!");
     EXPECT_EQ(kind("X Y Z i\n1 2 3 4\n"), "text!");
     EXPECT_EQ(kind("# Notes\nSome words, and more\n").substr(0, 4), "csv?");
     EXPECT_EQ(kind(""), "!empty");
