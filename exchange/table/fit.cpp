@@ -148,14 +148,18 @@ std::optional<ValueGrid> coordinateGrid(const Column& column, const ColumnSummar
                                         std::span<const Affine> axes) {
     double roomyLow = column.lowest;
     double roomyHigh = column.highest;
-    const double low = summary.hasNumbers() ? summary.minimum() : roomyLow;
-    const double high = summary.hasNumbers() ? summary.maximum() : roomyHigh;
+    double low = summary.hasNumbers() ? summary.minimum() : roomyLow;
+    double high = summary.hasNumbers() ? summary.maximum() : roomyHigh;
     if (roomyLow > roomyHigh) {
         for (const char* name : {"tarvo.xyz", "tarvo.xyz_map"}) {
             const auto* const entry = catalogue::findAttribute(name);
-            if (entry != nullptr && (roomyLow > low || roomyHigh < high)) {
+            if (entry != nullptr && (roomyLow > roomyHigh || roomyLow > low || roomyHigh < high)) {
                 roomyLow = entry->minimumValue;
                 roomyHigh = entry->maximumValue;
+            }
+            if (!summary.hasNumbers()) {
+                low = roomyLow;
+                high = roomyHigh;
             }
         }
     }

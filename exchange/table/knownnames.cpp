@@ -3,7 +3,6 @@
 #include "catalogue/catalogue.h"
 #include "exchange/table/names.h"
 
-#include <algorithm>
 #include <charconv>
 #include <map>
 #include <set>

@@ -224,6 +224,14 @@ TEST_F(E57, ScaledCoordinatesKeepTheirGrid) {
     const auto axes = openSource(folder.file("a"))->coordinateAxes();
     ASSERT_EQ(axes.size(), 3u);
     EXPECT_EQ(axes[0].scale(), 0.0001);
+    // Without points there are no values to make room for.
+    builder.scans[0].recordCount = 0;
+    PointSources sources;
+    sources.push_back(openSource(folder.write("a", builder.build())));
+    const ImportPlan plan = planImport(sources, "tarvo.xyz", {});
+    const PointAttribute& xyz = plan.attributes.at("tarvo.xyz").definition;
+    EXPECT_LT(xyz.minimumValue, xyz.maximumValue);
+    EXPECT_EQ(xyz.resolution, 0.0001);
 }
 
 TEST_F(E57, HostileFilesEndInOneFailure) {
