@@ -13,6 +13,7 @@ namespace {
 constexpr double leastNumber = -2147483648.0;
 constexpr double greatestNumber = 2147483647.0;
 constexpr int mostAxisDecimals = 9;
+constexpr double exactAxisLimit = 9007199254740992.0;  // 2^53
 // So far from a multiple, in steps, doubles lie by their own rounding.
 constexpr double tolerance = 1e-3;
 
@@ -27,6 +28,17 @@ struct Grid {
     double begin;
 };
 
+// The double nearest to the decimal number, where it is one.
+double multiple(double step, std::uint64_t count) {
+    const auto decimal = toDecimal(step);
+    const double product = step * static_cast<double>(count);
+    const double digits = decimal
+                              ? static_cast<double>(decimal->mantissa) * static_cast<double>(count)
+                              : exactAxisLimit;
+    return digits < exactAxisLimit ? digits / static_cast<double>(powerOfTen(decimal->digits))
+                                   : product;
+}
+
 std::vector<Grid> grids(const Column& column, const ColumnSummary& values, const Spacing& spacing,
                         std::optional<double> scale) {
     if (scale) {
@@ -40,7 +52,7 @@ std::vector<Grid> grids(const Column& column, const ColumnSummary& values, const
         found.push_back({1 / static_cast<double>(powerOfTen(values.decimals())), 0});
     }
     if (spacing.steps > 1) {
-        found.push_back({column.resolution * static_cast<double>(spacing.steps), spacing.first});
+        found.push_back({multiple(column.resolution, spacing.steps), spacing.first});
     }
     return found;
 }
