@@ -20,6 +20,9 @@ constexpr std::uint64_t largestLayers = 256u << 20;
 // The models of so long records are large.
 constexpr std::size_t longRecord = 4096;
 
+// Of all files that are open.
+std::atomic<std::uint64_t> keptOfAll = 0;
+
 bool isDescription(const Record& record) {
     return record.userId == "laszip encoded" && record.recordId == 22204;
 }
@@ -72,16 +75,30 @@ private:
 };
 
 CompressedPoints::CompressedPoints(FileReader& file, const Header& header,
-                                   const std::vector<Record>& records)
+                                   const std::vector<Record>& records, std::uint64_t mostKept)
     : m_file(file),
       m_header(header),
       m_description(readDescription(file, header, records)),
-      m_list(ChunkList::read(file, header, m_description)) {}
+      m_list(ChunkList::read(file, header, m_description)) {
+    if (header.pointCount <= mostKept / header.recordLength) {
+        m_kept = header.pointCount * header.recordLength;
+        if (keptOfAll.fetch_add(m_kept) + m_kept > mostKept) {
+            keptOfAll -= m_kept;
+            m_kept = 0;
+        }
+    }
+}
 
-CompressedPoints::~CompressedPoints() = default;
+CompressedPoints::~CompressedPoints() {
+    keptOfAll -= m_kept;
+}
 
 void CompressedPoints::rewind() {
-    m_begin = m_filled = 0;
+    m_begin = 0;
+    if (m_kept != 0) {
+        return;
+    }
+    m_filled = 0;
     m_next = 0;
     m_open = {};
     m_opened = m_openLeft = 0;
@@ -103,12 +120,14 @@ const std::uint8_t* CompressedPoints::next(std::uint32_t count) {
     return records;
 }
 
-// Behind the records that are there; what was read goes.
+// Behind the records that are there; what was read goes unless it is kept.
 std::uint8_t* CompressedPoints::roomFor(std::uint64_t points) {
-    std::copy(m_records.begin() + static_cast<std::ptrdiff_t>(m_begin),
-              m_records.begin() + static_cast<std::ptrdiff_t>(m_filled), m_records.begin());
-    m_filled -= m_begin;
-    m_begin = 0;
+    if (m_kept == 0) {
+        std::copy(m_records.begin() + static_cast<std::ptrdiff_t>(m_begin),
+                  m_records.begin() + static_cast<std::ptrdiff_t>(m_filled), m_records.begin());
+        m_filled -= m_begin;
+        m_begin = 0;
+    }
     const std::size_t needed = m_filled + points * m_header.recordLength;
     if (m_records.size() < needed) {
         m_records.resize(needed);

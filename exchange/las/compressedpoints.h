@@ -15,8 +15,12 @@ bool isOfCompression(const Record& record);
 
 class CompressedPoints {
 public:
-    // Reads where the points lie; the file and the header must outlive it. Throws Failure.
-    CompressedPoints(FileReader& file, const Header& header, const std::vector<Record>& records);
+    // Reads where the points lie; the file and the header must outlive it. Decoding takes longer
+    // than anything else that an import does with a point, and an import reads all twice: so
+    // records stay decoded where those of all files that are open take no more than mostKept bytes.
+    // Throws Failure.
+    CompressedPoints(FileReader& file, const Header& header, const std::vector<Record>& records,
+                     std::uint64_t mostKept = 128u << 20);
     ~CompressedPoints();
 
     // Back to the first point.
@@ -42,6 +46,7 @@ private:
     laz::Description m_description;
     ChunkList m_list;
 
+    std::uint64_t m_kept = 0;             // bytes that all records may keep; 0: what was read goes
     std::vector<std::uint8_t> m_records;  // decoded ones; those to be read are within it
     std::size_t m_begin = 0;
     std::size_t m_filled = 0;

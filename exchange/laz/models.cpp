@@ -22,10 +22,9 @@ void BitModel::renew() {
     m_left = m_cycle;
 }
 
-void SymbolStatistics::begin(unsigned symbolCount, std::uint16_t* counts, std::uint16_t* starts,
-                             std::uint16_t* table) {
+void SymbolStatistics::begin(unsigned symbolCount, Interval* intervals, std::uint16_t* table) {
     symbols = symbolCount;
-    std::fill_n(counts, symbols, std::uint16_t{1});
+    std::fill_n(intervals, symbols, Interval{0, 1});
     total = 0;
     cycle = symbols;
     unsigned bits = 1;
@@ -33,36 +32,36 @@ void SymbolStatistics::begin(unsigned symbolCount, std::uint16_t* counts, std::u
         ++bits;
     }
     tableShift = precision - bits;
-    renew(counts, starts, table);
+    renew(intervals, table);
     cycle = left = (symbols + 6) >> 1;
 }
 
-void SymbolStatistics::renew(std::uint16_t* counts, std::uint16_t* starts, std::uint16_t* table) {
+void SymbolStatistics::renew(Interval* intervals, std::uint16_t* table) {
     total += cycle;
     if (total > mostSymbols) {
         total = 0;
         for (unsigned i = 0; i < symbols; ++i) {
-            counts[i] = static_cast<std::uint16_t>((counts[i] + 1) >> 1);
-            total += counts[i];
+            intervals[i].count = static_cast<std::uint16_t>((intervals[i].count + 1) >> 1);
+            total += intervals[i].count;
         }
     }
     const std::uint32_t scale = half / total;
     std::uint32_t sum = 0;
     for (unsigned i = 0; i < symbols; ++i) {
-        starts[i] = static_cast<std::uint16_t>((scale * sum) >> 16);
-        sum += counts[i];
+        intervals[i].start = static_cast<std::uint16_t>((scale * sum) >> 16);
+        sum += intervals[i].count;
     }
-    makeTable(starts, table);
+    makeTable(intervals, table);
     cycle = std::min((5 * cycle) >> 2, (symbols + 6) << 3);
     left = cycle;
 }
 
-void SymbolStatistics::makeTable(const std::uint16_t* starts, std::uint16_t* table) const {
+void SymbolStatistics::makeTable(const Interval* intervals, std::uint16_t* table) const {
     const unsigned slots = 1u << (precision - tableShift);
     unsigned slot = 0;
     table[slot++] = 0;
     for (unsigned i = 1; i < symbols; ++i) {
-        for (const unsigned last = starts[i] >> tableShift; slot <= last; ++slot) {
+        for (const unsigned last = intervals[i].start >> tableShift; slot <= last; ++slot) {
             table[slot] = static_cast<std::uint16_t>(i - 1);
         }
     }

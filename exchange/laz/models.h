@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstdint>
 #include <memory>
 
@@ -36,16 +37,21 @@ private:
 struct SymbolStatistics {
     static constexpr unsigned precision = 15;
 
+    // What is looked at together lies together.
+    struct Interval {
+        std::uint16_t start;
+        std::uint16_t count;
+    };
+
     std::uint32_t symbols;
     std::uint32_t total;
     std::uint32_t cycle;
     std::uint32_t left;
     std::uint32_t tableShift;
 
-    void begin(unsigned symbolCount, std::uint16_t* counts, std::uint16_t* starts,
-               std::uint16_t* table);
-    void renew(std::uint16_t* counts, std::uint16_t* starts, std::uint16_t* table);
-    void makeTable(const std::uint16_t* starts, std::uint16_t* table) const;
+    void begin(unsigned symbolCount, Interval* intervals, std::uint16_t* table);
+    void renew(Interval* intervals, std::uint16_t* table);
+    void makeTable(const Interval* intervals, std::uint16_t* table) const;
 };
 
 // Of at most `most` symbols. It has no state before begin.
@@ -54,11 +60,11 @@ class SymbolModel {
 public:
     // Fresh, all symbols alike probable.
     void begin(unsigned symbols = most) {
-        m_statistics.begin(symbols, m_counts.data(), m_starts.data(), m_table.data());
+        m_statistics.begin(symbols, m_intervals.data(), m_table.data());
     }
 
     // Where a symbol's interval begins, in parts of 2^15.
-    std::uint32_t start(unsigned symbol) const { return m_starts[symbol]; }
+    std::uint32_t start(unsigned symbol) const { return m_intervals[symbol].start; }
     bool isLast(unsigned symbol) const { return symbol + 1 == m_statistics.symbols; }
     // The symbol in whose interval a part (below 2^15) lies.
     unsigned find(std::uint32_t part) const {
@@ -67,7 +73,7 @@ public:
         unsigned high = slot[1] + 1u;
         while (high > low + 1) {
             const unsigned middle = (low + high) / 2;
-            if (m_starts[middle] > part) {
+            if (m_intervals[middle].start > part) {
                 high = middle;
             } else {
                 low = middle;
@@ -76,18 +82,17 @@ public:
         return low;
     }
     void count(unsigned symbol) {
-        ++m_counts[symbol];
+        ++m_intervals[symbol].count;
         if (--m_statistics.left == 0) {
-            m_statistics.renew(m_counts.data(), m_starts.data(), m_table.data());
+            m_statistics.renew(m_intervals.data(), m_table.data());
         }
     }
 
 private:
     SymbolStatistics m_statistics;
-    std::array<std::uint16_t, most> m_counts;
-    std::array<std::uint16_t, most> m_starts;
-    // Between which symbols to search; never more slots than the next power of two of the symbols.
-    std::array<std::uint16_t, 2 * most + 1> m_table;
+    std::array<SymbolStatistics::Interval, most> m_intervals;
+    // Between which symbols to search, a slot for each symbol and more up to a power of two.
+    std::array<std::uint16_t, std::bit_ceil(most) + 1> m_table;
 };
 
 // Models of which most are never met: each begins when it is asked for the first time since reset.

@@ -1,15 +1,15 @@
 // Decodes LAZ files with a decoder that is not ours, and compares the points with LAS files:
 //   node laz_independent.mjs FILE.las FILE.laz [FILE.las FILE.laz]...
-// The decoder is the npm package laz-perf, where node finds it from the folder QRB_NODE_MODULES or from
-// here; without it the exit code is 77.
+// The decoder is the npm package laz-perf, where node finds it from the folder QRB_NODE_MODULES or
+// from here; without it the exit code is 77.
 import fs from 'node:fs';
-import { createRequire } from 'node:module';
+import {createRequire} from 'node:module';
 
 let createLazPerf;
 try {
     const folder = process.env.QRB_NODE_MODULES;
     const require = createRequire(folder ? folder + '/' : import.meta.url);
-    ({ createLazPerf } = require('laz-perf'));
+    ({createLazPerf} = require('laz-perf'));
 } catch {
     console.log('laz-perf is not installed: nothing was compared');
     process.exit(77);
@@ -29,7 +29,8 @@ function compare(lasName, lazName) {
     const decoder = new lazPerf.LASZip();
     decoder.open(file, laz.length);
     if (decoder.getCount() !== count || decoder.getPointLength() !== length)
-        throw new Error(`${lazName}: ${decoder.getCount()} points of ${decoder.getPointLength()} bytes`);
+        throw new Error(
+            `${lazName}: ${decoder.getCount()} points of ${decoder.getPointLength()} bytes`);
     const begin = process.hrtime.bigint();
     for (let i = 0; i < count; ++i) {
         decoder.getPoint(point);
@@ -41,7 +42,8 @@ function compare(lasName, lazName) {
     decoder.delete();
     lazPerf._free(point);
     lazPerf._free(file);
-    console.log(`${lazName}: ${count} points are the same, ${(count / seconds / 1e6).toFixed(2)} M/s`);
+    console.log(
+        `${lazName}: ${count} points are the same, ${(count / seconds / 1e6).toFixed(2)} M/s`);
 }
 
 const names = process.argv.slice(2);
