@@ -116,7 +116,7 @@ void measureAll(const std::string& fileName, std::uint64_t wanted) {
     measure("encode, all cores", total, [&] { write(cloud, total, file); });
     las::FileReader reader(file);
     const las::Header header = las::readHeader(reader);
-    las::CompressedPoints points(reader, header, las::readRecords(reader, header));
+    las::CompressedPoints points(reader, header, las::readRecords(reader, header), 0);
     measure("decode, all cores", total, [&] {
         points.rewind();
         for (std::uint64_t left = total; left != 0;) {
