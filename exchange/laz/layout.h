@@ -24,7 +24,7 @@ struct Layout {
 
     int format;
     unsigned recordLength;
-    unsigned itemVersion;  // of layered items: 3 (written) or 4
+    unsigned itemVersion;  // 2, of layered items 3 (written) or 4
     // Places within the record; 0: it has none.
     unsigned time = 0;  // pointwise: layered points have it among their own fields
     unsigned colour = 0;
