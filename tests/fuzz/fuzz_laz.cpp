@@ -1,5 +1,5 @@
-// LAZ files: everything that an import asks of them, of so many points as a fuzzer has time for. A few
-// bytes may rightly hold millions of them.
+// LAZ files: everything that an import asks of them, of so many points as a fuzzer has time for. A
+// few bytes may rightly hold millions of them.
 #include "core/error.h"
 #include "exchange/las/source.h"
 #include "tests/fuzz/folder.h"
