@@ -2,6 +2,7 @@
 
 #include "numbers/numbertext.h"
 
+#include <algorithm>
 #include <cmath>
 #include <string>
 #include <vector>
@@ -39,6 +40,19 @@ double multiple(double step, std::uint64_t count) {
                                    : product;
 }
 
+// The decimal number that a sum of multiples of the step stands for, without the rounding of
+// doubles.
+double asDecimal(double value, const Grid& grid) {
+    const auto step = toDecimal(grid.step);
+    const auto begin = toDecimal(grid.begin);
+    if (!step || !begin) {
+        return value;
+    }
+    const auto unit = static_cast<double>(powerOfTen(std::max(step->digits, begin->digits)));
+    const double digits = std::round(value * unit);
+    return std::abs(digits) < exactAxisLimit ? digits / unit : value;
+}
+
 std::vector<Grid> grids(const Column& column, const ColumnSummary& values, const Spacing& spacing,
                         std::optional<double> scale) {
     if (scale) {
@@ -60,7 +74,8 @@ std::vector<Grid> grids(const Column& column, const ColumnSummary& values, const
 // Round numbers first.
 std::optional<Affine> axisThrough(const Grid& grid, double low, double high) {
     const double middle = low + (high - low) / 2;
-    const double onGrid = grid.begin + std::round((middle - grid.begin) / grid.step) * grid.step;
+    const double onGrid =
+        asDecimal(grid.begin + std::round((middle - grid.begin) / grid.step) * grid.step, grid);
     for (const double offset :
          {0.0, std::round(middle / 1000) * 1000, std::round(middle), onGrid}) {
         if (isMultiple(offset - grid.begin, grid.step) &&
