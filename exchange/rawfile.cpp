@@ -1,24 +1,13 @@
 #include "exchange/rawfile.h"
 
 #include "core/error.h"
+#include "exchange/seek.h"
 
 #include <cerrno>
 #include <cstring>
 #include <utility>
 
 namespace tarvo::exchange {
-
-namespace {
-
-int seekTo(std::FILE* file, std::uint64_t position) {
-#if defined(_WIN32)
-    return _fseeki64(file, static_cast<long long>(position), SEEK_SET);
-#else
-    return fseeko(file, static_cast<off_t>(position), SEEK_SET);
-#endif
-}
-
-}  // namespace
 
 RawFile::RawFile(const std::string& fileName, std::string format)
     : m_fileName(fileName), m_format(std::move(format)), m_input(fileName) {}

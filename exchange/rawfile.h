@@ -16,6 +16,8 @@ public:
 
     const std::string& fileName() const { return m_fileName; }
     std::uint64_t size() const { return m_input.size; }
+    const std::string& format() const { return m_format; }
+    void setFormat(const std::string& format) { m_format = format; }
 
     // Reads exactly size bytes from a position; what names the thing that is read in the error.
     void read(std::uint64_t position, void* buffer, std::size_t size, const char* what);

@@ -17,7 +17,7 @@ constexpr std::uint64_t tablePlaceSize = 8;
 
 class Lister {
 public:
-    Lister(FileReader& file, const Header& header, const laz::Description& description)
+    Lister(RawFile& file, const Header& header, const laz::Description& description)
         : m_file(file), m_header(header), m_description(description) {
         m_list.begin = header.pointOffset;
         m_list.end = header.evlrCount != 0 ? std::min(header.evlrOffset, file.size()) : file.size();
@@ -152,7 +152,7 @@ private:
         }
     }
 
-    FileReader& m_file;
+    RawFile& m_file;
     const Header& m_header;
     const laz::Description& m_description;
     ChunkList m_list;
@@ -160,7 +160,7 @@ private:
 
 }  // namespace
 
-ChunkList ChunkList::read(FileReader& file, const Header& header,
+ChunkList ChunkList::read(RawFile& file, const Header& header,
                           const laz::Description& description) {
     return Lister(file, header, description).list();
 }

@@ -27,7 +27,7 @@ bool isDescription(const Record& record) {
     return record.userId == "laszip encoded" && record.recordId == 22204;
 }
 
-laz::Description readDescription(const FileReader& file, const Header& header,
+laz::Description readDescription(const RawFile& file, const Header& header,
                                  const std::vector<Record>& records) {
     const auto found = std::find_if(records.begin(), records.end(), isDescription);
     if (found == records.end() || found->data.size() != found->length) {
@@ -53,7 +53,7 @@ bool isOfCompression(const Record& record) {
 // A stretch of the file, some at a time.
 class CompressedPoints::FileBytes : public laz::ByteSource {
 public:
-    FileBytes(FileReader& file, std::uint64_t begin, std::uint64_t end)
+    FileBytes(RawFile& file, std::uint64_t begin, std::uint64_t end)
         : m_file(file), m_position(begin), m_end(end) {}
 
     std::span<const std::uint8_t> more() override {
@@ -68,13 +68,13 @@ public:
     }
 
 private:
-    FileReader& m_file;
+    RawFile& m_file;
     std::uint64_t m_position;
     std::uint64_t m_end;
     std::vector<std::uint8_t> m_bytes;
 };
 
-CompressedPoints::CompressedPoints(FileReader& file, const Header& header,
+CompressedPoints::CompressedPoints(RawFile& file, const Header& header,
                                    const std::vector<Record>& records, std::uint64_t mostKept)
     : m_file(file),
       m_header(header),

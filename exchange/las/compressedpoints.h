@@ -19,7 +19,7 @@ public:
     // than anything else that an import does with a point, and an import reads all twice: so
     // records stay decoded where those of all files that are open take no more than mostKept bytes.
     // Throws Failure.
-    CompressedPoints(FileReader& file, const Header& header, const std::vector<Record>& records,
+    CompressedPoints(RawFile& file, const Header& header, const std::vector<Record>& records,
                      std::uint64_t mostKept = 128u << 20);
     ~CompressedPoints();
 
@@ -41,7 +41,7 @@ private:
     [[noreturn]] void fail(std::uint64_t begin, const laz::Damage& damage) const;
     std::unique_ptr<laz::ChunkDecoder> idleDecoder();
 
-    FileReader& m_file;
+    RawFile& m_file;
     const Header& m_header;
     laz::Description m_description;
     ChunkList m_list;

@@ -26,7 +26,7 @@ double anyType(const std::uint8_t* bytes, DataType type) {
     }
 }
 
-ExtraDimension readDescriptor(const FileReader& file, const std::uint8_t* b) {
+ExtraDimension readDescriptor(const RawFile& file, const std::uint8_t* b) {
     const std::uint8_t type = b[2];
     const std::uint8_t options = b[3];
     ExtraDimension dimension;
@@ -66,7 +66,7 @@ ExtraDimension readDescriptor(const FileReader& file, const std::uint8_t* b) {
 
 }  // namespace
 
-std::vector<ExtraDimension> extraDimensions(const FileReader& file, const Header& header,
+std::vector<ExtraDimension> extraDimensions(const RawFile& file, const Header& header,
                                             const std::vector<Record>& records) {
     std::vector<ExtraDimension> dimensions;
     std::uint32_t position = pointSize(header.pointFormat);

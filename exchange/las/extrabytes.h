@@ -29,7 +29,7 @@ struct ExtraDimension {
 
 // The dimensions of the bytes behind the point format's own ones; bytes that no record describes
 // come last, as one dimension without a name. Throws Failure.
-std::vector<ExtraDimension> extraDimensions(const FileReader& file, const Header& header,
+std::vector<ExtraDimension> extraDimensions(const RawFile& file, const Header& header,
                                             const std::vector<Record>& records);
 
 }  // namespace tarvo::exchange::las

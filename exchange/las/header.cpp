@@ -29,7 +29,7 @@ std::string field(const char* name, std::uint64_t value) {
     return std::string(name) + " " + std::to_string(value);
 }
 
-void checkAxes(const FileReader& file, const Header& header) {
+void checkAxes(const RawFile& file, const Header& header) {
     static const char* const axes[] = {"x", "y", "z"};
     for (std::size_t i = 0; i < 3; ++i) {
         // A scale must leave neighbouring stored integers different numbers.
@@ -45,7 +45,7 @@ void checkAxes(const FileReader& file, const Header& header) {
     }
 }
 
-void checkLayout(const FileReader& file, const Header& header) {
+void checkLayout(const RawFile& file, const Header& header) {
     const std::uint16_t smallest = header.versionMinor == 4   ? 375
                                    : header.versionMinor == 3 ? 235
                                                               : 227;
@@ -77,7 +77,7 @@ void checkLayout(const FileReader& file, const Header& header) {
 
 class RecordWalker {
 public:
-    explicit RecordWalker(FileReader& file) : m_file(file) {}
+    explicit RecordWalker(RawFile& file) : m_file(file) {}
 
     // Reads count records from a position; none may reach beyond end.
     void walk(std::uint64_t position, std::uint64_t count, std::uint64_t end, bool extended) {
@@ -122,7 +122,7 @@ public:
     std::vector<Record> take() { return std::move(m_records); }
 
 private:
-    FileReader& m_file;
+    RawFile& m_file;
     std::vector<Record> m_records;
     std::uint64_t m_kept = 0;
 };
@@ -134,7 +134,7 @@ std::uint16_t pointSize(int format) {
     return sizes[format];
 }
 
-Header readHeader(FileReader& file) {
+Header readHeader(RawFile& file) {
     std::array<std::uint8_t, 375> bytes{};
     const std::uint8_t* const b = bytes.data();
     file.read(0, bytes.data(), 227, "public header block");
@@ -148,10 +148,10 @@ Header readHeader(FileReader& file) {
     // The compressed variant marks its files in the two highest bits of the point format.
     header.isCompressed = (b[104] & 0xc0) == 0x80;
     header.pointFormat = header.isCompressed ? b[104] & 0x3f : b[104];
-    file.setKind(header.isCompressed ? "LAZ" : "LAS");
+    file.setFormat(header.isCompressed ? "LAZ" : "LAS");
     header.versionMinor = b[25];
     if (b[24] != 1 || header.versionMinor > 4) {
-        throw core::Failure("The " + file.kind() + " file \"" + file.fileName() +
+        throw core::Failure("The " + file.format() + " file \"" + file.fileName() +
                                 "\" has version " + std::to_string(b[24]) + "." +
                                 std::to_string(b[25]) + ".",
                             "Versions 1.0 to 1.4 can be imported.");
@@ -193,7 +193,7 @@ Header readHeader(FileReader& file) {
     return header;
 }
 
-std::vector<Record> readRecords(FileReader& file, const Header& header) {
+std::vector<Record> readRecords(RawFile& file, const Header& header) {
     RecordWalker walker(file);
     walker.walk(header.headerSize, header.vlrCount, header.pointOffset, false);
     if (header.evlrCount != 0) {

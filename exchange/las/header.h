@@ -2,7 +2,7 @@
 // Field names and layouts follow the LAS 1.4 R15 specification of the ASPRS.
 #pragma once
 
-#include "exchange/las/filereader.h"
+#include "exchange/rawfile.h"
 
 #include <array>
 #include <cstdint>
@@ -46,10 +46,10 @@ struct Record {
 
 // Reads and checks the header: afterwards every point lies within the file, but of compressed ones
 // nothing is known. Throws Failure.
-Header readHeader(FileReader& file);
+Header readHeader(RawFile& file);
 
 // Reads both kinds of variable length records. Throws Failure.
-std::vector<Record> readRecords(FileReader& file, const Header& header);
+std::vector<Record> readRecords(RawFile& file, const Header& header);
 
 // The bytes that a point of a format (0 to 10) takes at least.
 std::uint16_t pointSize(int format);

@@ -1,7 +1,7 @@
 #include "exchange/las/recordwriter.h"
 
 #include "core/error.h"
-#include "exchange/las/seek.h"
+#include "exchange/seek.h"
 #include "exchange/table/threads.h"
 
 #include <algorithm>

@@ -21,7 +21,7 @@ constexpr std::uint64_t largestBatchBytes = 256u << 20;
 }  // namespace
 
 LasSource::LasSource(const std::string& fileName)
-    : m_file(fileName),
+    : m_file(fileName, "LAS"),
       m_header(readHeader(m_file)),
       m_records(readRecords(m_file, m_header)) {
     m_dimensions = dimensions(m_header, extraDimensions(m_file, m_header, m_records));

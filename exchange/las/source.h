@@ -26,7 +26,7 @@ public:
     std::vector<std::pair<std::string, std::string>> metaData() const override;
 
 private:
-    FileReader m_file;
+    RawFile m_file;
     Header m_header;
     std::vector<Record> m_records;
     std::unique_ptr<CompressedPoints> m_compressed;  // of LAZ files

@@ -30,7 +30,7 @@ std::uint32_t crc32(std::uint32_t crc, const std::uint8_t* bytes, std::size_t si
 // Of all records one behind the other, read so many at a time.
 std::uint32_t crcOfRecords(const std::string& fileName, std::uint32_t batch,
                            std::uint64_t mostKept) {
-    las::FileReader file(fileName);
+    RawFile file(fileName, "LAS");
     const las::Header header = las::readHeader(file);
     las::CompressedPoints points(file, header, las::readRecords(file, header), mostKept);
     if (header.pointCount != 0) {  // as whoever begins again
@@ -100,7 +100,7 @@ TEST_F(LazFiles, AreWrittenByteByByteAsOthersWriteThem) {
           "pf10", "synthetic/pf7-channels-v3", "synthetic/pf7-channels-v4",
           "synthetic/pf6-frozen-layers", "synthetic/pf5-wave"}) {
         SCOPED_TRACE(name);
-        las::FileReader file(folder + name + ".laz");
+        RawFile file(folder + name + ".laz", "LAZ");
         const las::Header header = las::readHeader(file);
         const std::vector<las::Record> records = las::readRecords(file, header);
         const auto found = std::find_if(

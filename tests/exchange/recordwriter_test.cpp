@@ -51,7 +51,7 @@ protected:
 
     // All records of a file; the header and what else it has.
     Bytes read(const std::string& name, Header& header, std::vector<Record>& records) {
-        FileReader file(name);
+        RawFile file(name, "LAS");
         header = readHeader(file);
         records = readRecords(file, header);
         Bytes bytes(header.pointCount * header.recordLength);

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <cstdio>
 
-namespace tarvo::exchange::las {
+namespace tarvo::exchange {
 
 // Zero, or errno tells why not.
 inline int seekTo(std::FILE* file, std::uint64_t position) {
@@ -15,4 +15,4 @@ inline int seekTo(std::FILE* file, std::uint64_t position) {
 #endif
 }
 
-}  // namespace tarvo::exchange::las
+}  // namespace tarvo::exchange
