@@ -1,6 +1,6 @@
 #include "exchange/e57/pagedfile.h"
 
-#include "exchange/e57/bytes.h"
+#include "exchange/bytes.h"
 #include "exchange/e57/crc32c.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "exchange/e57/vectorreader.h"
 
-#include "exchange/e57/bytes.h"
+#include "exchange/bytes.h"
 #include "exchange/table/decimal.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "exchange/las/chunklist.h"
 
-#include "exchange/las/bytes.h"
+#include "exchange/bytes.h"
 #include "exchange/laz/chunkdecoder.h"
 #include "exchange/laz/chunktable.h"
 

@@ -19,8 +19,7 @@ struct Chunk {
 struct ChunkList {
     // Throws Failure where the file contradicts itself: afterwards every listed chunk lies within
     // the file, and they have as many points as the header tells.
-    static ChunkList read(RawFile& file, const Header& header,
-                          const laz::Description& description);
+    static ChunkList read(RawFile& file, const Header& header, const laz::Description& description);
 
     std::vector<Chunk> chunks;
     // Where nobody tells the sizes (there is one stream of all points, or the writer of pointwise

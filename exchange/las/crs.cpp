@@ -1,7 +1,7 @@
 #include "exchange/las/crs.h"
 
-#include "exchange/las/bytes.h"
 #include "exchange/las/geokeys.h"
+#include "exchange/las/texts.h"
 #include "exchange/las/units.h"
 #include "exchange/las/wkt.h"
 

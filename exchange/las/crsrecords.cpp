@@ -1,7 +1,7 @@
 #include "exchange/las/crsrecords.h"
 
 #include "catalogue/jsonmemory.h"
-#include "exchange/las/bytes.h"
+#include "exchange/bytes.h"
 #include "exchange/las/crs.h"
 #include "exchange/las/geokeys.h"
 

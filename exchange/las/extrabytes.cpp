@@ -1,6 +1,7 @@
 #include "exchange/las/extrabytes.h"
 
-#include "exchange/las/bytes.h"
+#include "exchange/bytes.h"
+#include "exchange/las/texts.h"
 
 #include <cmath>
 

@@ -1,7 +1,8 @@
 #include "exchange/las/extrafield.h"
 
-#include "exchange/las/bytes.h"
+#include "exchange/bytes.h"
 #include "exchange/las/extrabytes.h"
+#include "exchange/las/texts.h"
 
 #include <array>
 #include <cmath>

@@ -1,6 +1,7 @@
 #include "exchange/las/geokeys.h"
 
-#include "exchange/las/bytes.h"
+#include "exchange/bytes.h"
+#include "exchange/las/texts.h"
 #include "exchange/las/units.h"
 #include "numbers/numbertext.h"
 

@@ -1,7 +1,8 @@
 #include "exchange/las/header.h"
 
 #include "core/error.h"
-#include "exchange/las/bytes.h"
+#include "exchange/bytes.h"
+#include "exchange/las/texts.h"
 
 #include <algorithm>
 #include <cmath>

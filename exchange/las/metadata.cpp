@@ -1,8 +1,9 @@
 #include "exchange/las/metadata.h"
 
 #include "catalogue/jsonmemory.h"
-#include "exchange/las/bytes.h"
+#include "exchange/bytes.h"
 #include "exchange/las/crs.h"
+#include "exchange/las/texts.h"
 #include "exchange/table/names.h"
 
 #include <algorithm>

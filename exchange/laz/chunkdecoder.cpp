@@ -1,5 +1,6 @@
 #include "exchange/laz/chunkdecoder.h"
 
+#include "exchange/bytes.h"
 #include "exchange/laz/layered.h"
 #include "exchange/laz/pointwise.h"
 
@@ -69,13 +70,13 @@ void ChunkDecoder::beginLayers(std::span<const std::uint8_t> bytes, std::uint32_
     if (bytes.size() < head) {
         throw Damage("it ends before its layers");
     }
-    if (const auto told = load<std::uint32_t>(bytes.data()); told != count) {
+    if (const auto told = get<std::uint32_t>(bytes.data()); told != count) {
         throw Damage("it tells of " + std::to_string(told) + " points, but it should have " +
                      std::to_string(count));
     }
     std::span<const std::uint8_t> rest = bytes.subspan(head);
     for (std::size_t i = 0; i < layers.size(); ++i) {
-        const auto size = load<std::uint32_t>(bytes.data() + 4 + 4 * i);
+        const auto size = get<std::uint32_t>(bytes.data() + 4 + 4 * i);
         if (size > rest.size()) {
             throw Damage("its layer " + std::to_string(i + 1) + " has " + std::to_string(size) +
                          " bytes, but " + std::to_string(rest.size()) + " are left");
@@ -148,10 +149,10 @@ std::size_t LayeredChunk::headSize(const Layout& layout) {
 
 LayeredChunk LayeredChunk::read(const Layout& layout, const std::uint8_t* head) {
     LayeredChunk chunk;
-    chunk.count = load<std::uint32_t>(head + layout.recordLength);
+    chunk.count = get<std::uint32_t>(head + layout.recordLength);
     chunk.size = headSize(layout);
     for (std::size_t at = layout.recordLength + 4; at < headSize(layout); at += 4) {
-        chunk.size += load<std::uint32_t>(head + at);
+        chunk.size += get<std::uint32_t>(head + at);
     }
     return chunk;
 }

@@ -1,5 +1,6 @@
 #include "exchange/laz/chunkencoder.h"
 
+#include "exchange/bytes.h"
 #include "exchange/laz/encoder.h"
 #include "exchange/laz/layered.h"
 #include "exchange/laz/pointwise.h"
@@ -68,12 +69,12 @@ void ChunkEncoder::Records::encodeLayered(const Layout& layout, const std::uint8
     }
     std::size_t head = chunk.size();
     chunk.resize(head + 4 + 4 * layers.size());
-    store(chunk.data() + head, count);
+    put(chunk.data() + head, count);
     for (Layer<Encoder>& layer : layers) {
         head += 4;
         if (layer.hasChanged) {
             const std::vector<std::uint8_t>& bytes = layer.coder.finish();
-            store(chunk.data() + head, static_cast<std::uint32_t>(bytes.size()));
+            put(chunk.data() + head, static_cast<std::uint32_t>(bytes.size()));
             chunk.insert(chunk.end(), bytes.begin(), bytes.end());
         }
     }

@@ -1,5 +1,6 @@
 #include "exchange/laz/chunktable.h"
 
+#include "exchange/bytes.h"
 #include "exchange/laz/decoder.h"
 #include "exchange/laz/encoder.h"
 #include "exchange/laz/integermodel.h"
@@ -62,7 +63,7 @@ std::vector<ChunkSize> readChunkTable(std::span<const std::uint8_t> bytes, std::
 
 std::vector<std::uint8_t> writeChunkTable(std::span<const ChunkSize> chunks, bool isVariable) {
     std::vector<std::uint8_t> table(chunkTableHead);
-    store(table.data() + 4, static_cast<std::uint32_t>(chunks.size()));
+    put(table.data() + 4, static_cast<std::uint32_t>(chunks.size()));
     if (!chunks.empty()) {
         Encoder encoder;
         encoder.begin();

@@ -1,7 +1,6 @@
 // Red, green and blue, byte by byte: what green and blue become is told from how red changes.
 #pragma once
 
-#include "exchange/laz/bytes.h"
 #include "exchange/laz/models.h"
 
 #include <algorithm>

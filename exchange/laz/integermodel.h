@@ -2,8 +2,8 @@
 // the highest eight of them by models, the others as they are.
 #pragma once
 
-#include "exchange/laz/bytes.h"
 #include "exchange/laz/models.h"
+#include "exchange/laz/wrapping.h"
 
 #include <bit>
 #include <cstdint>

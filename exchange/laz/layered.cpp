@@ -1,5 +1,7 @@
 #include "exchange/laz/layered.h"
 
+#include "exchange/bytes.h"
+
 namespace tarvo::exchange::laz {
 
 void LayeredRecords::begin(const std::uint8_t* first) {
@@ -20,7 +22,7 @@ LayeredRecords::ColourValues LayeredRecords::readColour(const std::uint8_t* reco
     ColourValues values;
     values.colour = Colour::read(record + m_layout.colour);
     if (m_layout.infrared) {
-        values.infrared = load<std::uint16_t>(record + m_layout.infrared);
+        values.infrared = get<std::uint16_t>(record + m_layout.infrared);
     }
     return values;
 }

@@ -1,6 +1,7 @@
 // Records of the point formats 6 to 10: each field in a stream of its own.
 #pragma once
 
+#include "exchange/bytes.h"
 #include "exchange/laz/channelvalues.h"
 #include "exchange/laz/colour.h"
 #include "exchange/laz/extrabytes.h"
@@ -107,7 +108,7 @@ void LayeredRecords::codeColour(Layer<Coder>*& layer, unsigned channel,
     if constexpr (!Coder::encodes) {
         now.colour.write(record + m_layout.colour);
         if (m_layout.infrared) {
-            store(record + m_layout.infrared, now.infrared);
+            put(record + m_layout.infrared, now.infrared);
         }
     }
 }

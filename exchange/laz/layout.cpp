@@ -1,6 +1,6 @@
 #include "exchange/laz/layout.h"
 
-#include "exchange/laz/bytes.h"
+#include "exchange/bytes.h"
 
 #include <string>
 
@@ -99,9 +99,9 @@ Description Description::read(std::span<const std::uint8_t> data, int format,
         throw Damage("it has " + std::to_string(data.size()) + " bytes instead of " +
                      std::to_string(headSize) + " and more");
     }
-    const auto compressor = load<std::uint16_t>(data.data());
-    const auto coder = load<std::uint16_t>(data.data() + 2);
-    const std::size_t count = load<std::uint16_t>(data.data() + 32);
+    const auto compressor = get<std::uint16_t>(data.data());
+    const auto coder = get<std::uint16_t>(data.data() + 2);
+    const std::size_t count = get<std::uint16_t>(data.data() + 32);
     if (data.size() < headSize + count * itemSize) {
         throw Damage("it has " + std::to_string(data.size()) + " bytes, too few for " +
                      std::to_string(count) + " items");
@@ -116,14 +116,14 @@ Description Description::read(std::span<const std::uint8_t> data, int format,
     bool isExpected = count == items.size() && (compressor == chunkedLayers) == layout.isLayered();
     for (std::size_t i = 0; i < count && isExpected; ++i) {
         const std::uint8_t* const item = data.data() + headSize + i * itemSize;
-        isExpected = items[i] == Item{load<std::uint16_t>(item), load<std::uint16_t>(item + 2)};
+        isExpected = items[i] == Item{get<std::uint16_t>(item), get<std::uint16_t>(item + 2)};
     }
     if (!isExpected) {
         throw Damage("its items are not those of point format " + std::to_string(format) +
                      " with records of " + std::to_string(recordLength) + " bytes");
     }
     for (std::size_t i = 0; i < count; ++i) {
-        const unsigned version = load<std::uint16_t>(data.data() + headSize + i * itemSize + 4);
+        const unsigned version = get<std::uint16_t>(data.data() + headSize + i * itemSize + 4);
         if (!isKnownVersion(items[i].type, version)) {
             throw Refusal(
                 version == 1 ? "is coded as LAZ writers did before version 2.0 (items of version 1)"
@@ -134,7 +134,7 @@ Description Description::read(std::span<const std::uint8_t> data, int format,
         }
     }
     description.isChunked = compressor != oneStream;
-    description.chunkSize = load<std::uint32_t>(data.data() + 12);
+    description.chunkSize = get<std::uint32_t>(data.data() + 12);
     if (description.chunkSize == 0) {
         description.chunkSize = variableChunkSize;
     }
@@ -144,22 +144,22 @@ Description Description::read(std::span<const std::uint8_t> data, int format,
 std::vector<std::uint8_t> Description::write(const Layout& layout, std::uint32_t chunkSize) {
     const std::vector<Item> items = itemsOf(layout);
     std::vector<std::uint8_t> data(headSize + items.size() * itemSize);
-    store(data.data(),
-          static_cast<std::uint16_t>(layout.isLayered() ? chunkedLayers : chunkedPoints));
+    put(data.data(),
+        static_cast<std::uint16_t>(layout.isLayered() ? chunkedLayers : chunkedPoints));
     // The version of the format's description, which readers don't ask for.
     data[4] = 3;
     data[5] = 4;
     data[6] = 3;
-    store(data.data() + 12, chunkSize);
-    store(data.data() + 16, std::int64_t{-1});  // no special records
-    store(data.data() + 24, std::int64_t{-1});
-    store(data.data() + 32, static_cast<std::uint16_t>(items.size()));
+    put(data.data() + 12, chunkSize);
+    put(data.data() + 16, std::int64_t{-1});  // no special records
+    put(data.data() + 24, std::int64_t{-1});
+    put(data.data() + 32, static_cast<std::uint16_t>(items.size()));
     for (std::size_t i = 0; i < items.size(); ++i) {
         std::uint8_t* const item = data.data() + headSize + i * itemSize;
-        store(item, static_cast<std::uint16_t>(items[i].type));
-        store(item + 2, static_cast<std::uint16_t>(items[i].size));
-        store(item + 4,
-              static_cast<std::uint16_t>(items[i].type == wavePacketItem ? 1 : layout.itemVersion));
+        put(item, static_cast<std::uint16_t>(items[i].type));
+        put(item + 2, static_cast<std::uint16_t>(items[i].size));
+        put(item + 4,
+            static_cast<std::uint16_t>(items[i].type == wavePacketItem ? 1 : layout.itemVersion));
     }
     return data;
 }

@@ -1,6 +1,7 @@
 // The fields that the point formats 0 to 5 have in common.
 #pragma once
 
+#include "exchange/bytes.h"
 #include "exchange/laz/integermodel.h"
 #include "exchange/laz/median.h"
 
@@ -15,27 +16,27 @@ struct Point10 {
 
     static Point10 read(const std::uint8_t* bytes) {
         Point10 point;
-        point.x = load<std::int32_t>(bytes);
-        point.y = load<std::int32_t>(bytes + 4);
-        point.z = load<std::int32_t>(bytes + 8);
-        point.intensity = load<std::uint16_t>(bytes + 12);
+        point.x = get<std::int32_t>(bytes);
+        point.y = get<std::int32_t>(bytes + 4);
+        point.z = get<std::int32_t>(bytes + 8);
+        point.intensity = get<std::uint16_t>(bytes + 12);
         point.returns = bytes[14];
         point.classification = bytes[15];
         point.angle = bytes[16];
         point.user = bytes[17];
-        point.source = load<std::uint16_t>(bytes + 18);
+        point.source = get<std::uint16_t>(bytes + 18);
         return point;
     }
     void write(std::uint8_t* to) const {
-        store(to, x);
-        store(to + 4, y);
-        store(to + 8, z);
-        store(to + 12, intensity);
+        put(to, x);
+        put(to + 4, y);
+        put(to + 8, z);
+        put(to + 12, intensity);
         to[14] = returns;
         to[15] = classification;
         to[16] = angle;
         to[17] = user;
-        store(to + 18, source);
+        put(to + 18, source);
     }
     unsigned number() const { return returns & 7; }
     unsigned count() const { return (returns >> 3) & 7; }

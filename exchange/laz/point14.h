@@ -2,6 +2,7 @@
 // models per scanner channel.
 #pragma once
 
+#include "exchange/bytes.h"
 #include "exchange/laz/gpstime.h"
 #include "exchange/laz/integermodel.h"
 #include "exchange/laz/layer.h"
@@ -20,33 +21,33 @@ struct Point14 {
 
     static Point14 read(const std::uint8_t* bytes) {
         Point14 point;
-        point.x = load<std::int32_t>(bytes);
-        point.y = load<std::int32_t>(bytes + 4);
-        point.z = load<std::int32_t>(bytes + 8);
-        point.intensity = load<std::uint16_t>(bytes + 12);
+        point.x = get<std::int32_t>(bytes);
+        point.y = get<std::int32_t>(bytes + 4);
+        point.z = get<std::int32_t>(bytes + 8);
+        point.intensity = get<std::uint16_t>(bytes + 12);
         point.number = bytes[14] & 15;
         point.count = bytes[14] >> 4;
         point.channel = (bytes[15] >> 4) & 3;
         point.flags = static_cast<std::uint8_t>((bytes[15] & 15) | (bytes[15] >> 6) << 4);
         point.classification = bytes[16];
         point.user = bytes[17];
-        point.angle = load<std::int16_t>(bytes + 18);
-        point.source = load<std::uint16_t>(bytes + 20);
-        point.time = load<std::uint64_t>(bytes + 22);
+        point.angle = get<std::int16_t>(bytes + 18);
+        point.source = get<std::uint16_t>(bytes + 20);
+        point.time = get<std::uint64_t>(bytes + 22);
         return point;
     }
     void write(std::uint8_t* to) const {
-        store(to, x);
-        store(to + 4, y);
-        store(to + 8, z);
-        store(to + 12, intensity);
+        put(to, x);
+        put(to + 4, y);
+        put(to + 8, z);
+        put(to + 12, intensity);
         to[14] = static_cast<std::uint8_t>(number | count << 4);
         to[15] = static_cast<std::uint8_t>((flags & 15) | channel << 4 | (flags >> 4) << 6);
         to[16] = classification;
         to[17] = user;
-        store(to + 18, angle);
-        store(to + 20, source);
-        store(to + 22, time);
+        put(to + 18, angle);
+        put(to + 20, source);
+        put(to + 22, time);
     }
 
     std::int32_t x = 0, y = 0, z = 0;

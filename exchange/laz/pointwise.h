@@ -1,6 +1,7 @@
 // Records of the point formats 0 to 5: point after point in one stream.
 #pragma once
 
+#include "exchange/bytes.h"
 #include "exchange/laz/colour.h"
 #include "exchange/laz/extrabytes.h"
 #include "exchange/laz/gpstime.h"
@@ -41,7 +42,7 @@ private:
 inline void PointwiseRecords::begin(const std::uint8_t* first) {
     m_point.begin(Point10::read(first));
     if (m_layout.time) {
-        m_time.begin(load<std::uint64_t>(first + m_layout.time));
+        m_time.begin(get<std::uint64_t>(first + m_layout.time));
     }
     if (m_layout.colour) {
         m_colourModel.begin();
@@ -80,11 +81,11 @@ void PointwiseRecords::code(Coder& coder, RecordBytes<Coder>* record) {
     if (m_layout.time) {
         std::uint64_t time = 0;
         if constexpr (Coder::encodes) {
-            time = load<std::uint64_t>(record + m_layout.time);
+            time = get<std::uint64_t>(record + m_layout.time);
         }
         time = m_time.code(coder, time);
         if constexpr (!Coder::encodes) {
-            store(record + m_layout.time, time);
+            put(record + m_layout.time, time);
         }
     }
     if (m_layout.colour) {

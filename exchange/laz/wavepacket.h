@@ -1,6 +1,7 @@
 // Where the waveform of a point lies, and the point on it.
 #pragma once
 
+#include "exchange/bytes.h"
 #include "exchange/laz/integermodel.h"
 
 #include <array>
@@ -14,19 +15,19 @@ struct WavePacket {
     static WavePacket read(const std::uint8_t* bytes) {
         WavePacket packet;
         packet.descriptor = bytes[0];
-        packet.offset = load<std::uint64_t>(bytes + 1);
-        packet.bytes = load<std::uint32_t>(bytes + 9);
+        packet.offset = get<std::uint64_t>(bytes + 1);
+        packet.bytes = get<std::uint32_t>(bytes + 9);
         for (unsigned i = 0; i < 4; ++i) {
-            packet.place[i] = load<std::int32_t>(bytes + 13 + 4 * i);
+            packet.place[i] = get<std::int32_t>(bytes + 13 + 4 * i);
         }
         return packet;
     }
     void write(std::uint8_t* to) const {
         to[0] = descriptor;
-        store(to + 1, offset);
-        store(to + 9, bytes);
+        put(to + 1, offset);
+        put(to + 9, bytes);
         for (unsigned i = 0; i < 4; ++i) {
-            store(to + 13 + 4 * i, place[i]);
+            put(to + 13 + 4 * i, place[i]);
         }
     }
     bool operator==(const WavePacket&) const = default;

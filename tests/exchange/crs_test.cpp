@@ -2,7 +2,7 @@
 // when two of them are the same.
 #include "exchange/las/crs.h"
 #include "core/referencesystem.h"
-#include "exchange/las/bytes.h"
+#include "exchange/bytes.h"
 #include "exchange/las/geokeys.h"
 #include "exchange/las/units.h"
 #include "exchange/las/wkt.h"

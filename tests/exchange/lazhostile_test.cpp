@@ -1,7 +1,7 @@
 // Compressed files as a source of points: the same as uncompressed ones, and what damage does to
 // them.
 #include "core/error.h"
-#include "exchange/las/bytes.h"
+#include "exchange/bytes.h"
 #include "exchange/las/recordwriter.h"
 #include "exchange/las/source.h"
 #include "tests/cli/folder.h"

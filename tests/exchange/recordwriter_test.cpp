@@ -1,7 +1,7 @@
 // What is written as LAS or LAZ, read again.
 #include "exchange/las/recordwriter.h"
 #include "core/error.h"
-#include "exchange/las/bytes.h"
+#include "exchange/bytes.h"
 #include "exchange/las/compressedpoints.h"
 #include "exchange/las/source.h"
 #include "tests/cli/folder.h"

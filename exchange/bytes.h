@@ -1,11 +1,11 @@
-// Little-endian numbers out of bytes.
+// Little-endian numbers in the bytes of files, as all formats that are no texts hold them.
 #pragma once
 
 #include <bit>
 #include <cstdint>
 #include <cstring>
 
-namespace tarvo::exchange::e57 {
+namespace tarvo::exchange {
 
 static_assert(std::endian::native == std::endian::little,
               "records are read in place, which needs a little-endian machine");
@@ -17,4 +17,9 @@ T get(const std::uint8_t* bytes) {
     return value;
 }
 
-}  // namespace tarvo::exchange::e57
+template <typename T>
+void put(std::uint8_t* bytes, T value) {
+    std::memcpy(bytes, &value, sizeof value);
+}
+
+}  // namespace tarvo::exchange

@@ -1,28 +1,12 @@
-// Little-endian numbers out of bytes, as all LAS records hold them.
+// Texts of a fixed size in the bytes of records.
 #pragma once
 
 #include <algorithm>
-#include <bit>
 #include <cstdint>
 #include <cstring>
 #include <string>
 
 namespace tarvo::exchange::las {
-
-static_assert(std::endian::native == std::endian::little,
-              "records are read in place, which needs a little-endian machine");
-
-template <typename T>
-T get(const std::uint8_t* bytes) {
-    T value;
-    std::memcpy(&value, bytes, sizeof value);
-    return value;
-}
-
-template <typename T>
-void put(std::uint8_t* bytes, T value) {
-    std::memcpy(bytes, &value, sizeof value);
-}
 
 // A text of at most size bytes that ends at the first zero.
 inline std::string getText(const std::uint8_t* bytes, std::size_t size) {
