@@ -12,15 +12,28 @@ namespace tarvo::engine::query {
 // The selected points by leaf, waiting to be changed in the tree.
 class FillQuery::Change final : public session::PendingChange {
 public:
+    struct Leaf {
+        index::Key first;
+        std::uint32_t id;
+        filter::Selection points;
+    };
+
     Change(session::Session& session, std::vector<CodeChange> changes)
         : m_session(session), m_changes(std::move(changes)) {}
 
-    void add(const index::Node& leaf, std::span<const std::uint32_t> points) {
-        if (m_leaves.empty() || m_leaves.back().id != leaf.id)
-            m_leaves.push_back({leaf.first, leaf.id, {}});
-        filter::Selection& selected = m_leaves.back().points;
-        selected.insert(selected.end(), points.begin(), points.end());
-        m_points += points.size();
+    // leaves: in the order in which the scan comes to them.
+    void add(std::vector<Leaf> leaves) {
+        if (m_leaves.capacity() < m_leaves.size() + leaves.size())
+            m_leaves.reserve(2 * m_leaves.size() + leaves.size());
+        for (Leaf& leaf : leaves) {
+            m_points += leaf.points.size();
+            if (m_leaves.empty() || m_leaves.back().id != leaf.id) {
+                m_leaves.push_back(std::move(leaf));
+            } else {
+                filter::Selection& selected = m_leaves.back().points;
+                selected.insert(selected.end(), leaf.points.begin(), leaf.points.end());
+            }
+        }
     }
     std::size_t bytes() const {
         return m_points * sizeof(std::uint32_t) + m_leaves.size() * sizeof(Leaf);
@@ -46,11 +59,6 @@ public:
     }
 
 private:
-    struct Leaf {
-        index::Key first;
-        std::uint32_t id;
-        filter::Selection points;
-    };
     static bool before(const Leaf& a, const Leaf& b) {
         return a.first != b.first ? a.first < b.first : a.id < b.id;
     }
@@ -183,6 +191,7 @@ std::uint32_t FillQuery::next(std::uint32_t count) {
                       "Make a new query.");
     const session::Blobs::Scope scope(m_session.blobs());
     std::uint32_t done = 0;
+    std::vector<Change::Leaf> leaves;
     while (done < count && !m_reader.ended()) {
         const std::optional<HitReader::Portion> portion = m_reader.next(count - done);
         if (!portion) {
@@ -190,16 +199,17 @@ std::uint32_t FillQuery::next(std::uint32_t count) {
             break;
         }
         const NodeHits& hits = *portion->hits;
-        if (hits.all) {
-            std::vector<std::uint32_t> points(portion->count);
+        leaves.push_back({hits.node->first, hits.node->id, {}});
+        filter::Selection& points = leaves.back().points;
+        points.resize(portion->count);
+        if (hits.all)
             std::iota(points.begin(), points.end(), static_cast<std::uint32_t>(portion->begin));
-            m_change->add(*hits.node, points);
-        } else {
-            m_change->add(*hits.node,
-                          std::span(hits.selection).subspan(portion->begin, portion->count));
-        }
+        else
+            std::copy_n(hits.selection.begin() + static_cast<std::ptrdiff_t>(portion->begin),
+                        portion->count, points.begin());
         done += portion->count;
     }
+    m_change->add(std::move(leaves));
     m_session.changelog().notes().updated += done;
     return done;
 }

@@ -45,6 +45,16 @@ bool sameCodes(const AttributeRecord& a, const AttributeRecord& b) {
            sameNumber(a.invalidValue, b.invalidValue);
 }
 
+// Whether levels of detail get the same values: tags and named values imply a method, too.
+bool sameMethod(const AttributeRecord& stored, const AttributeRecord& record) {
+    const schema::LodMethod method = schema::lodMethod(record);
+    try {
+        return schema::lodMethod(stored) == method;
+    } catch (const Failure&) {  // of another program's file
+        return false;
+    }
+}
+
 // Codes of one definition as those of another; tells how many values are not what they were.
 class Conversion {
 public:
@@ -194,7 +204,7 @@ void putAttribute(session::Session& session, const AttributeRecord& record) {
     const std::size_t index = findAttribute(state, record.name);
     const Attribute from = state.attributes[index];
     // Which points stand for others is as it was, but no longer with which values.
-    state.detailIsStale |= from.record.lodSettings != record.lodSettings;
+    state.detailIsStale |= !sameMethod(from.record, record);
     Attribute to(record, from.uid);
     const bool constantBefore = from.is(schema::StorageClass::Constant);
     const bool constantNow = to.is(schema::StorageClass::Constant);

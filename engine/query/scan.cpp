@@ -329,6 +329,11 @@ std::optional<HitReader::Portion> HitReader::next(std::uint32_t limit) {
     return Portion{&*m_hits, m_at - count, count};
 }
 
+void HitReader::fail() {
+    m_hits.reset();
+    m_scan.fail();
+}
+
 std::uint32_t HitReader::progress() const {
     if (m_ended)
         return 100;

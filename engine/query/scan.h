@@ -54,6 +54,8 @@ public:
 
     // The next node with hits; none at the end. Throws Failure(State) once it has failed.
     std::optional<NodeHits> next();
+    // Has it fail from now on.
+    void fail() { m_failed = true; }
     // Points in the scope, hits or not.
     std::uint64_t total() const { return m_total; }
     // Of these, how many the scan has passed.
@@ -126,6 +128,9 @@ public:
     };
     // At most limit (above 0) hits of one node; none at the end.
     std::optional<Portion> next(std::uint32_t limit);
+    // For who could not use what was handed out: none of the hits that follow are to be taken for
+    // all that are left. Every next fails from now on.
+    void fail();
     bool ended() const { return m_ended; }
     // Per cent of the scan's points passed; 100 only at the end.
     std::uint32_t progress() const;

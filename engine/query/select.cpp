@@ -34,18 +34,23 @@ std::uint32_t SelectQuery::next(std::uint32_t count) {
         m_scan.setColumns(std::move(columns));
     }
     const session::Blobs::Scope scope(m_session.blobs());
-    return m_session.reading(m_scan.state(), [&] {
-        std::uint32_t done = 0;
-        while (done < count) {
-            const std::optional<HitReader::Portion> portion = m_reader.next(count - done);
-            if (!portion)
-                break;
-            if (!m_bindings.empty())
-                copy(*portion, done);
-            done += portion->count;
-        }
-        return done;
-    });
+    try {
+        return m_session.reading(m_scan.state(), [&] {
+            std::uint32_t done = 0;
+            while (done < count) {
+                const std::optional<HitReader::Portion> portion = m_reader.next(count - done);
+                if (!portion)
+                    break;
+                if (!m_bindings.empty())
+                    copy(*portion, done);
+                done += portion->count;
+            }
+            return done;
+        });
+    } catch (...) {
+        m_reader.fail();
+        throw;
+    }
 }
 
 }  // namespace tarvo::engine::query

@@ -4,6 +4,7 @@
 
 #include "engine/query/commit.h"
 #include "engine/query/fill.h"
+#include "engine/query/redefine.h"
 #include "engine/query/remove.h"
 
 #include <gtest/gtest.h>
@@ -374,6 +375,54 @@ TEST_F(Details, AreMadeAnewWhenTheirModeAloneChanges) {
     m_session->setLevelOfDetail(2, 50);
     EXPECT_EQ(m_session->state()->chunkSizeLod, 0u);
     m_session->rollback();
+}
+
+// Where the definition alone changes what stands for others: its method, what implies one, its
+// values. What is there then is what making all of it anew gives.
+TEST_F(Details, AreMadeAnewWhenADefinitionAloneChanges) {
+    make(2, 2);
+    add(cloud(2'000, -900, 900));
+    const auto levels = [&] {
+        std::map<std::uint32_t, Points> result;
+        forEachInner([&](const index::Node& node, auto) { result[node.id] = readNode(node.id); });
+        return result;
+    };
+    struct Step {
+        const char* what;
+        bool changes;
+        std::function<void(schema::AttributeRecord&)> change;
+    };
+    const Step steps[] = {
+        {"a method", true, [](auto& q) { q.lodSettings = "maximum"; }},
+        {"the same", false, [](auto& q) { q.lodSettings = R"({"method": "maximum"})"; }},
+        {"no method", true, [](auto& q) { q.lodSettings = ""; }},
+        {"a tag", true, [](auto& q) { q.tags = "own, enumeration"; }},
+        {"another tag", true, [](auto& q) { q.tags = "own"; }},
+        {"names", true, [](auto& q) { q.namedValues = "1=one"; }},
+        {"other names", false, [](auto& q) { q.namedValues = "2=two"; }},
+        {"no names", true, [](auto& q) { q.namedValues = ""; }},
+        {"the storage", false, [](auto& q) { q.storageClass = 3; }},
+        {"texts", false, [](auto& q) { q.title = q.description = q.unitSymbol = "m"; }},
+        {"the invalid value", true, [](auto& q) { q.invalidValue = 500; }},
+        {"the range", true, [](auto& q) { q.maximumValue = 800; }},
+        {"the resolution", true, [](auto& q) { q.resolution = 4; }},
+    };
+    schema::AttributeRecord q = amplitudeOnly()[0];
+    auto before = levels();
+    for (const Step& step : steps) {
+        SCOPED_TRACE(step.what);
+        step.change(q);
+        m_session->begin("put", "test", "", "");
+        query::putAttribute(*m_session, q);
+        query::commit(*m_session);
+        const auto now = levels();
+        EXPECT_EQ(now != before, step.changes);
+        m_session->begin("anew", "test", "", "");
+        m_session->setLevelOfDetail(2, 2);
+        query::commit(*m_session);
+        before = levels();
+        EXPECT_TRUE(now == before);
+    }
 }
 
 TEST_F(Details, OfNodesWithMoreOfThemThanALeafHoldsAreRead) {

@@ -470,5 +470,121 @@ TEST_F(QueryRules, IdsInTheOrderOfTheIndexAreNotToldBeforehand) {
     }
 }
 
+class FailedQueries : public QueryFixture {
+protected:
+    // Points whose values say nothing of a leaf; a block of one of the leaves is damaged.
+    void make(std::size_t points, std::size_t damagedLeaf) {
+        create({record("n", 0, 65535), record("m", 0, 65535), constantRecord("c", 0, 9, 1)}, 20);
+        Values values(points);
+        for (std::size_t i = 0; i < points; ++i)
+            values[i] = static_cast<double>(i % 3);
+        add(points, "n", values);
+        commit();
+        std::vector<index::Node> leaves = nodes();
+        std::erase_if(leaves, [](const index::Node& node) { return !node.isLeaf(); });
+        ASSERT_GT(leaves.size(), damagedLeaf);
+        before = 0;
+        for (std::size_t i = 0; i < damagedLeaf; ++i)
+            before += leaves[i].ownCount;
+        const schema::AttributeTable attributes = session->state()->attributes;
+        const schema::Attribute& n = attributes[static_cast<std::size_t>(attributes.find("n"))];
+        const BlobRef block = leaves[damagedLeaf].find(n.uid)->elements[0].block;
+        session.reset();
+        const std::string at = std::to_string(block.offset + 1);
+        runSql(file,
+               ("UPDATE blob SET data = CAST(substr(data, 1, " + at + " - 1) || " +
+                "CASE WHEN substr(data, " + at + ", 1) = x'41' THEN x'42' ELSE x'41' END " +
+                "|| substr(data, " + at + " + 1) AS BLOB) WHERE id = " + std::to_string(block.blob))
+                   .c_str());
+    }
+    static void expectFailed(const std::function<void()>& next) {
+        for (int i = 0; i < 3; ++i) {
+            const Outcome outcome = outcomeOf(next);
+            EXPECT_EQ(outcome.code, ErrorCode::State);
+            EXPECT_EQ(outcome.text, "The query failed, and can't go on.");
+        }
+    }
+
+    std::uint64_t before = 0;  // points of the leaves that come before the damaged one
+};
+
+// Whether values are only read, only looked at for the filter, or both, by one thread or several,
+// near the beginning or while much is read ahead.
+TEST_F(FailedQueries, PassNoPointsOver) {
+    for (const std::size_t damagedLeaf : {0u, 1u, 2u, 100u}) {
+        make(damagedLeaf == 100 ? 5000 : 100, damagedLeaf);
+        for (const unsigned threads : {1u, 4u})
+            for (const char* filter : {"", "n != 1", "m == 0"})
+                for (const bool reads : {true, false})
+                    for (const std::uint32_t portion : {1u, 7u, 100'000u}) {
+                        if (!reads && std::string_view(filter) != "n != 1")
+                            continue;  // no block is read
+                        SCOPED_TRACE(std::to_string(damagedLeaf) + " " + filter + " " +
+                                     std::to_string(portion));
+                        session = std::make_unique<session::Session>(
+                            file, session::OpenSettings{0, threads}, "test");
+                        SelectQuery select(*session, {}, filter);
+                        Values values(portion);
+                        if (reads)
+                            select.bind("n", QRB_DATA_TYPE_DOUBLE, values.data(), 8);
+                        std::uint64_t read = 0;
+                        EXPECT_EQ(codeOf([&] {
+                                      while (const std::uint32_t count = select.next(portion))
+                                          read += count;
+                                  }),
+                                  ErrorCode::Damaged);
+                        EXPECT_LE(read, before);
+                        EXPECT_LT(select.progress(), 100u);
+                        expectFailed([&] { select.next(portion); });
+                    }
+    }
+}
+
+// A value that the caller's type can't hold is in the midst of what was taken for the buffers.
+TEST_F(FailedQueries, HaveLostWhatDidNotFitTheBuffers) {
+    create({record("n", 0, 1000)}, 20);
+    Values values(100, 7);
+    values[30] = 256;
+    add(100, "n", values);
+    commit();
+    for (const std::uint32_t portion : {1u, 7u, 1000u}) {
+        SelectQuery select(*session, {}, "");
+        std::vector<std::uint8_t> read(portion);
+        select.bind("n", QRB_DATA_TYPE_UINT8, read.data(), 1);
+        EXPECT_EQ(codeOf([&] {
+                      while (select.next(portion)) {
+                      }
+                  }),
+                  ErrorCode::Range);
+        expectFailed([&] { select.next(portion); });
+        EXPECT_LT(select.progress(), 100u);
+    }
+}
+
+// What a call took before it failed is neither changed nor told; what earlier ones took is both.
+TEST_F(FailedQueries, ChangeNothingWithTheCallThatFails) {
+    make(100, 2);
+    for (const std::uint32_t portion : {1u, 7u, 1000u}) {
+        open();
+        begin();
+        FillQuery filling(*session, {}, "n != 1");
+        const double value = 5;
+        filling.bind("m", QRB_DATA_TYPE_DOUBLE, &value);
+        std::uint64_t filled = 0;
+        EXPECT_EQ(codeOf([&] {
+                      while (const std::uint32_t count = filling.next(portion))
+                          filled += count;
+                  }),
+                  ErrorCode::Damaged);
+        expectFailed([&] { filling.next(portion); });
+        EXPECT_LE(filled, before);
+        EXPECT_EQ(filled > 0, portion < 1000);
+        EXPECT_EQ(countOf(*session, "m == 5"), filled);
+        EXPECT_EQ(countOf(*session, "c == 1"), 100u);
+        EXPECT_EQ(session->changelog().notes().updated, filled);
+        session->rollback();
+    }
+}
+
 }  // namespace
 }  // namespace tarvo::engine
