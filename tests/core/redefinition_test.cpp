@@ -262,4 +262,25 @@ TEST_F(ToldRedefinition, CountsThePointsThatLoseElements) {
         << changelog();
 }
 
+// The extremes of points without invalid ones prove nothing of what becomes invalid between them.
+TEST_F(ToldRedefinition, SeesAValueBetweenTheExtremesThatBecomesInvalid) {
+    create();
+    PointAttribute q = attribute("q", 0, 255, 1);
+    TransactionGuard transaction(m_cloud.transactions(), "t", "tests");
+    m_cloud.pointAttributes().add(q);
+    insert(4, q, {10, 20, 20, 30});
+    const auto told = [&](double invalid) {
+        PointAttribute definition = q;
+        definition.invalidValue = invalid;
+        const auto changes = countChanges(m_cloud, q, definition);
+        return changes ? core::describe(*changes, q, definition) : "untold";
+    };
+    EXPECT_EQ(told(20), "2 values of \"q\" are 20 and would count as invalid.");
+    for (const double end : {10.0, 30.0})
+        EXPECT_EQ(told(end), "1 value of \"q\" is " + numbers::numberText(end) +
+                                 " and would count as invalid.");
+    for (const double none : {9.0, 21.0, 31.0, 300.0})
+        EXPECT_EQ(told(none), "") << none;
+}
+
 }  // namespace

@@ -242,18 +242,28 @@ TEST_F(Las, ExtraBytesTakeEveryElementsScaleAndTheWidestNumbers) {
     Bytes real = LasBuilder::extraBytes(9, 1, "real");       // float
     put(real, 40, -9999.5);
     const Bytes large = LasBuilder::extraBytes(7, 8, "large", 0.5);  // uint64
-    for (const Bytes& one : {real, large})
+    Bytes first = LasBuilder::extraBytes(20 + 3, 8, "first", 0.25);  // uint16[3]
+    put(first, 112 + 8, 1.0);
+    put(first, 112 + 16, 1.0);
+    Bytes shifted = LasBuilder::extraBytes(10 + 3, 16, "shifted");  // uint16[2]
+    put(shifted, 136, 100.0);
+    for (const Bytes& one : {real, large, first, shifted})
         pair.insert(pair.end(), one.begin(), one.end());
     builder.addRecord("LASF_Spec", 4, pair);
-    builder.recordLength = 30 + 2 * 2 + 4 + 8;
+    builder.recordLength = 30 + 2 * 2 + 4 + 8 + 3 * 2 + 2 * 2;
     Bytes& p = builder.addPoint(1, 2, 3);
-    put(p, 30, std::uint16_t{9});
-    put(p, 32, std::uint16_t{9});
     put(p, 38, ~std::uint64_t{0});
+    for (const std::size_t at : {30u, 32u, 46u, 48u, 50u, 52u, 54u})
+        put(p, at, std::uint16_t{9});
     las::LasSource source(folder.write("a.las", builder.build()));
     auto row = rowOf(source, 0);
     EXPECT_EQ(row["las.extra.pair[0]"], 9);
     EXPECT_EQ(row["las.extra.pair[1]"], 4.5);
+    EXPECT_EQ(row["las.extra.first[0]"], 2.25);
+    EXPECT_EQ(row["las.extra.first[1]"], 9);
+    EXPECT_EQ(row["las.extra.first[2]"], 9);
+    EXPECT_EQ(row["las.extra.shifted[0]"], 109);
+    EXPECT_EQ(row["las.extra.shifted[1]"], 9);
     EXPECT_EQ(row["las.extra.large"], 9223372036854775808.0);
     for (const Column& column : source.columns())
         EXPECT_EQ(column.hasInvalid ? column.invalidValue : 0,

@@ -14,6 +14,7 @@
 #include <QAction>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QTableWidget>
 #include <QTemporaryDir>
 #include <QToolButton>
@@ -30,6 +31,7 @@ private slots:
     void cleanupTestCase() { tarvo::qrb::freeLibrary(); }
 
     void namedValuesComeBackByteForByte();
+    void eachChangeAloneIsTakenOver();
     void namedValuesAreEditedAsATable();
     void namedValuesGoThroughCsvFiles();
     void lodSettingsAreChosen();
@@ -67,6 +69,64 @@ void AttributeListsTest::namedValuesComeBackByteForByte() {
     QCOMPARE(writeNamedValues(values), std::string("0 = no \nwhat\n2=c"));
     for (const auto& entry : tarvo::catalogue::attributes())
         QCOMPARE(writeNamedValues(readNamedValues(entry.namedValues)), entry.namedValues);
+}
+
+// What nothing else changes: it alone is to be noticed, and to be gone with Cancel.
+void AttributeListsTest::eachChangeAloneIsTakenOver() {
+    using Change = std::function<void(QDialog*)>;
+    const auto at = [](int row, const char* action) {
+        return Change([row, action](QDialog* dialog) {
+            in<QTableWidget>(dialog, "tableNamedValues")->setCurrentCell(row, 0);
+            in<QAction>(dialog, action)->trigger();
+        });
+    };
+    const auto write = [](int column, const char* text) {
+        return Change([column, text](QDialog* dialog) {
+            in<QTableWidget>(dialog, "tableNamedValues")->item(1, column)->setText(text);
+        });
+    };
+    const std::string before = " 5=five\nwhat\n3=three";
+    const std::pair<Change, const char*> changes[] = {
+        {at(2, "actionMoveUp"), " 5=five\n3=three\nwhat"},
+        {at(0, "actionMoveDown"), "what\n 5=five\n3=three"},
+        {at(1, "actionRemove"), " 5=five\n3=three"},
+        {at(0, "actionSort"), "3=three\n 5=five\nwhat"},
+    };
+    const auto check = [](const std::string& text, const Change& change, const std::string& after) {
+        for (const char* button : {"OK", "Cancel"}) {
+            std::string values = text;
+            const bool accepts = *button == 'O';
+            ModalScript script({ModalScript::with(change, button)});
+            QCOMPARE(DialogNamedValues::edit(values, nullptr, nullptr), accepts);
+            QCOMPARE(QByteArray::fromStdString(values),
+                     QByteArray::fromStdString(accepts ? after : text));
+        }
+    };
+    for (const auto& [change, after] : changes)
+        check(before, change, after);
+    check("5=five\n3=three", write(0, "4"), "5=five\n4=three");
+    check("5=five\n3=three", write(1, "drei"), "5=five\n3=drei");
+    check("5=five\n3=three", write(1, " three "), "5=five\n3=three");
+
+    const std::string settings = "{\"method\": \"first\", \"weight\": 1}";
+    const std::pair<Change, std::string> lod[] = {
+        {[](QDialog*) {}, settings},
+        {[](QDialog* dialog) { in<QComboBox>(dialog, "editMethod")->setCurrentText("maximum"); },
+         "{\"method\":\"maximum\",\"weight\":1}"},
+        {[](QDialog* dialog) {
+             in<QPlainTextEdit>(dialog, "editMembers")->setPlainText("{\"weight\": 2}");
+         },
+         "{\"method\":\"first\",\"weight\":2}"},
+        {[](QDialog* dialog) { in<QPlainTextEdit>(dialog, "editMembers")->clear(); }, "first"},
+    };
+    for (const auto& [change, after] : lod)
+        for (const char* button : {"OK", "Cancel"}) {
+            std::string text = settings;
+            const bool accepts = *button == 'O';
+            ModalScript script({ModalScript::with(change, button)});
+            QCOMPARE(DialogPointAttributeLod::edit(text, nullptr), accepts);
+            QCOMPARE(text, accepts ? after : settings);
+        }
 }
 
 void AttributeListsTest::namedValuesAreEditedAsATable() {

@@ -71,6 +71,7 @@ private slots:
     void settingsTellWhichPythonAnswers();
     void formTakesWhatEachParameterTakes();
     void formBeginsWithTheLastRunAndThePresentSelection();
+    void formLeavesOutWhatWasKeptAndIsWrongNow();
     void outputFileIsReplacedOnlyWhenAgreed();
     void nothingRunsWithoutConsent();
     void escapeCancelsWhatIsShownLive();
@@ -300,6 +301,69 @@ void PluginTest::formBeginsWithTheLastRunAndThePresentSelection() {
                          QVERIFY(in<QPushButton>(dialog, "buttonRun")->isEnabled());
                          dialog->reject();
                      }});
+}
+
+// The plugin changed meanwhile, and what the last run was given is gone: each of it by itself,
+// while what is still right stays.
+void PluginTest::formLeavesOutWhatWasKeptAndIsWrongNow() {
+    m_window->write("first.txt", "default");
+    m_window->write("second.txt", "kept");
+    const auto add = [&](int maximum, const char* choices) {
+        m_window->add("kept", "    pass",
+                      QString(R"(, "parameters": [
+            {"name": "i", "type": "integer", "maximum": %0, "default": 3},
+            {"name": "n", "type": "number", "maximum": %0, "default": 0.5},
+            {"name": "c", "type": "choice", "choices": [%1], "default": "x"},
+            {"name": "o", "type": "choice", "choices": [%1]},
+            {"name": "d", "type": "nodes", "default": "1"},
+            {"name": "r", "type": "input file", "default": "%2"},
+            {"name": "t", "type": "text", "default": "t"},
+            {"name": "b", "type": "boolean", "default": true}])")
+                          .arg(maximum)
+                          .arg(choices, m_window->path("first.txt")));
+    };
+    const auto shown = [](QDialog* dialog) {
+        QStringList texts;
+        for (const char* name : {"edit_i", "edit_n", "edit_d", "edit_r", "edit_t"})
+            texts += in<QLineEdit>(dialog, name)->text();
+        for (const char* name : {"edit_c", "edit_o"})
+            texts += in<QComboBox>(dialog, name)->currentText();
+        texts += in<QCheckBox>(dialog, "edit_b")->isChecked() ? "true" : "false";
+        return texts.join('|').replace(QFileInfo(texts[3]).path() + '/', "");
+    };
+    add(100, R"("x", "y")");
+    m_window->choose("kept", {[&](QDialog* dialog) {
+                                  QCOMPARE(shown(dialog), "3|0.5|1|first.txt|t|x||true");
+                                  typeInto(dialog, "edit_i", "50");
+                                  typeInto(dialog, "edit_n", "60");
+                                  typeInto(dialog, "edit_d", "1,2");
+                                  typeInto(dialog, "edit_r", m_window->path("second.txt"));
+                                  typeInto(dialog, "edit_t", "own");
+                                  in<QComboBox>(dialog, "edit_c")->setCurrentText("y");
+                                  in<QComboBox>(dialog, "edit_o")->setCurrentText("y");
+                                  in<QCheckBox>(dialog, "edit_b")->click();
+                                  runToEnd(dialog);
+                                  dialog->reject();
+                              },
+                              ModalScript::press("Yes")});
+    const auto begin = [&](const char* expected, bool complete) {
+        m_window->choose("kept", {closing([&](QDialog* dialog) {
+                             QCOMPARE(shown(dialog), expected);
+                             QCOMPARE(in<QPushButton>(dialog, "buttonRun")->isEnabled(), complete);
+                             dialog->reject();
+                         })});
+    };
+    begin("50|60|1,2|second.txt|own|y|y|false", true);
+    add(55, R"("x", "y")");
+    begin("50|0.5|1,2|second.txt|own|y|y|false", true);
+    add(20, R"("x", "z")");
+    begin("3|0.5|1,2|second.txt|own|x||false", false);
+    QVERIFY(QFile::remove(m_window->path("second.txt")));
+    begin("3|0.5|1,2|first.txt|own|x||false", false);
+    // Who only looked at it has kept it all the same.
+    m_window->write("second.txt", "again");
+    add(100, R"("y", "x")");
+    begin("50|60|1,2|second.txt|own|y|y|false", true);
 }
 
 void PluginTest::outputFileIsReplacedOnlyWhenAgreed() {
