@@ -11,6 +11,7 @@
 #include "exchange/las/recordwriter.h"
 #include "exchange/laz/chunkdecoder.h"
 #include "exchange/laz/chunkencoder.h"
+#include "exchange/rawfile.h"
 #include "exchange/table/pointsource.h"
 
 #include <algorithm>
@@ -36,7 +37,7 @@ struct Cloud {
 
 Cloud read(const std::string& fileName) {
     Cloud cloud;
-    las::FileReader file(fileName);
+    RawFile file(fileName, "LAZ");
     cloud.header = las::readHeader(file);
     cloud.records = las::readRecords(file, cloud.header);
     cloud.points.resize(cloud.header.pointCount * cloud.header.recordLength);
@@ -114,7 +115,7 @@ void measureAll(const std::string& fileName, std::uint64_t wanted) {
     });
     const std::string file = (std::filesystem::temp_directory_path() / "bench_laz.laz").string();
     measure("encode, all cores", total, [&] { write(cloud, total, file); });
-    las::FileReader reader(file);
+    RawFile reader(file, "LAZ");
     const las::Header header = las::readHeader(reader);
     las::CompressedPoints points(reader, header, las::readRecords(reader, header), 0);
     measure("decode, all cores", total, [&] {
