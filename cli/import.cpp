@@ -9,13 +9,14 @@
 #include "cli/key.h"
 #include "cli/terminal.h"
 #include "core/newdatabase.h"
-#include "exchange/import/commonorigin.h"
-#include "exchange/import/importplan.h"
+#include "exchange/import/importrun.h"
 
 #include <CLI/CLI.hpp>
 
 #include <filesystem>
 #include <memory>
+#include <set>
+#include <utility>
 
 namespace tarvo::cli {
 
@@ -72,22 +73,6 @@ std::string settingsJson(const ImportOptions& options) {
     return json.compact();
 }
 
-void leaveOut(ImportPlan& plan, const ImportOptions& options) {
-    for (const std::string& name : options.leftOut) {
-        if (name == options.primary) {
-            throw UsageError("The primary attribute \"" + name + "\" can't be left out.");
-        }
-        try {
-            plan.leaveOut(name);
-        } catch (const NoAttributeToLeaveOut& failure) {
-            throw UsageError(failure.what());
-        }
-    }
-    if (options.newIds && plan.attributes.contains("tarvo.id")) {
-        plan.leaveOut("tarvo.id");
-    }
-}
-
 // The last name is the database: with a list of scans, where it was forgotten, that is a scan.
 void refuseOtherFile(const qrb::Context& context, const ImportOptions& options) {
     std::error_code error;
@@ -107,38 +92,20 @@ void importFiles(const qrb::Context& context, const ImportOptions& options) {
     core::NewDatabase database(context, options.database, options.overwrite,
                                "Give --append to add to it or --overwrite to replace it.");
     const PointSources sources = openSources(options.inputs);
-    CommonOrigin common = commonOrigin(
-        sources, nullptr, {options.leftOut.begin(), options.leftOut.end()}, options.crsAsIs);
-    ImportPlan plan = planImport(sources, options.primary, importProgress());
-    for (auto& [name, attribute] : plan.attributes) {
-        nameUnits(attribute.definition, common.origin.system);
+    const std::set<std::string> leftOut(options.leftOut.begin(), options.leftOut.end());
+    if (leftOut.contains(options.primary)) {
+        throw UsageError("The primary attribute \"" + options.primary + "\" can't be left out.");
     }
-    leaveOut(plan, options);
-    plan.refuseFaults(sources);
-
-    qrb::pointcloud::CreateSettings settings(context);
-    settings.primaryAttribute = plan.attributes.at(options.primary).definition;
-    database.create(settings);
-    {
-        qrb::Pointcloud& cloud = database.cloud();
-        qrb::pointcloud::TransactionGuard transaction(cloud.transactions(), options.title,
-                                                      agentText(), options.comment,
-                                                      settingsJson(options));
-        for (const std::string& name : plan.order) {
-            if (!cloud.pointAttributes().exists(name)) {
-                cloud.pointAttributes().add(plan.attributes.at(name).definition);
-            }
-        }
-        addMetaData(cloud.metaData(), sources);
-        setOrigin(cloud, common);
-        note(common.notes);
-        note(plan.notes);
-        for (const auto& source : sources) {
-            insertPoints(cloud, *source, plan.targets(*source), importProgress());
-        }
-        ProgressLine progress("Writing " + options.database);
-        transaction.commit(signature,
-                           [&progress](int percent) { progress.update(percent / 100.0); });
+    CommonOrigin common = commonOrigin(sources, nullptr, leftOut, options.crsAsIs);
+    ImportPlan plan = planImport(sources, options.primary, importProgress());
+    try {
+        importIntoNew(
+            database, options.database, sources, std::move(plan), std::move(common),
+            {options.primary, leftOut, options.newIds},
+            {options.title, agentText(), options.comment, settingsJson(options), signature},
+            importListener());
+    } catch (const NoAttributeToLeaveOut& failure) {
+        throw UsageError(failure.what());
     }
     checkInterrupted();
     database.publish();

@@ -124,4 +124,8 @@ exchange::ImportProgress importProgress() {
     };
 }
 
+exchange::ImportListener importListener() {
+    return {importProgress(), [](const std::vector<std::string>& notes) { note(notes); }};
+}
+
 }  // namespace tarvo::cli

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "cli/errors.h"
-#include "exchange/import/importsteps.h"
+#include "exchange/import/importrun.h"
 
 #include <string>
 #include <vector>
@@ -34,5 +34,7 @@ exchange::PointSources openSources(const InputOptions& inputs);
 // A progress line for each step of an import; the last one is gone with the function and its
 // copies.
 exchange::ImportProgress importProgress();
+// The same, and notes on standard error.
+exchange::ImportListener importListener();
 
 }  // namespace tarvo::cli

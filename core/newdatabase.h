@@ -26,6 +26,7 @@ public:
     // By a file schema (JSON text); optionals: with what it marks optional.
     void create(const qrb::pointcloud::CreateSettings& settings, const std::string& schema,
                 bool optionals);
+    const qrb::Context& context() const { return m_context; }
     qrb::Pointcloud& cloud() { return *m_cloud; }
     // Closes the database and puts it in its place, where a power cut can't take it away again;
     // nothing made from cloud() may be left. What stands there is checked again. Throws qrb::Error.

@@ -5,15 +5,34 @@
 #include "exchange/table/columntarget.h"
 #include "exchange/table/threads.h"
 
+#include <algorithm>
 #include <atomic>
+#include <limits>
 #include <optional>
 
 namespace tarvo::exchange {
 
 namespace {
 
-void readSource(PointSource& source, AttributeSummaries& summaries, std::uint64_t& pointCount,
-                const ImportProgress& progress) {
+// Widens the extent by what was found in the columns of one file.
+void widen(std::vector<std::pair<double, double>>& extent, const std::string& primary,
+           const std::vector<Column>& columns,
+           const std::vector<std::optional<ColumnSummary>>& found) {
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        if (columns[i].attribute != primary || !found[i]->hasNumbers()) {
+            continue;
+        }
+        constexpr double infinity = std::numeric_limits<double>::infinity();
+        extent.resize(std::max<std::size_t>(extent.size(), columns[i].element + 1),
+                      {infinity, -infinity});
+        auto& [least, greatest] = extent[columns[i].element];
+        least = std::min(least, found[i]->minimum());
+        greatest = std::max(greatest, found[i]->maximum());
+    }
+}
+
+void readSource(PointSource& source, AttributeSummaries& summaries, ImportPlan& plan,
+                const std::string& primary, const ImportProgress& progress) {
     const std::vector<Column>& columns = source.columns();
     std::vector<std::optional<ColumnSummary>> found;
     for (const Column& column : columns) {
@@ -28,12 +47,13 @@ void readSource(PointSource& source, AttributeSummaries& summaries, std::uint64_
                 found[i]->add(source.values(i), count);
             }
         });
-        pointCount += count;
+        plan.pointCount += count;
         if (progress) {
             progress(step, source.progress());
         }
     }
     summaries.add(source, found);
+    widen(plan.extent, primary, columns, found);
 }
 
 void requirePrimary(const PointSource& source, const std::string& primary) {
@@ -98,7 +118,7 @@ ImportPlan planImport(const PointSources& sources, const std::string& primary,
     AttributeSummaries summaries;
     for (const auto& source : sources) {
         requirePrimary(*source, primary);
-        readSource(*source, summaries, plan.pointCount, progress);
+        readSource(*source, summaries, plan, primary, progress);
         addNotes(*source, plan.notes);
     }
     plan.order = summaries.order();

@@ -8,6 +8,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tarvo::exchange {
@@ -22,6 +23,8 @@ struct ImportPlan {
     std::vector<std::string> order;  // names as they appear in the files
     std::map<std::string, Attribute> attributes;
     std::uint64_t pointCount = 0;
+    // The smallest and largest number of each element of the primary attribute; none: no points.
+    std::vector<std::pair<double, double>> extent;
     std::vector<std::string> notes;  // lines for the user
 
     // Throws NoAttributeToLeaveOut.
