@@ -20,6 +20,12 @@ const QString& databaseFileTypeFilter() {
     return filter;
 }
 
+const QString& pointFileTypeFilter() {
+    static const QString filter =
+        "Points of other programs (*.las *.laz *.ply *.ptx *.e57 *.csv *.xyz *.pts *.asc *.txt)";
+    return filter;
+}
+
 QString databaseFileDialogFilter() {
     static const QRegularExpression pattern(R"(\*\.[\w\?\*]+)");
     QString all = "All supported types (";

@@ -55,7 +55,8 @@ void DialogOpenSettings::accept() {
 
 void DialogOpenSettings::on_buttonLocation_clicked() {
     const QString name =
-        QFileDialog::getOpenFileName(this, "Open Database", location(), databaseFileDialogFilter());
+        QFileDialog::getOpenFileName(this, "Open Database", location(),
+                                     databaseFileDialogFilter() + ";;" + pointFileTypeFilter());
     if (!name.isEmpty())
         m_ui->editLocation->setEditText(QDir::toNativeSeparators(name));
 }

@@ -7,6 +7,7 @@
 #include "window/common/recentfiles.h"
 #include "window/dialogs/dialogopensettings.h"
 #include "window/frame/commandline.h"
+#include "window/frame/pointimport.h"
 #include "window/panels/changelogpanel.h"
 #include "window/panels/pointdatapanel.h"
 
@@ -58,6 +59,10 @@ void MainWindow::openDatabase(QString fileName, bool skipDialog) {
                                                      settings.cacheSize, RecentFiles::list(), this))
             return;
         fileName = QDir::toNativeSeparators(QFileInfo(fileName).absoluteFilePath());
+        if (!skipDialog && isImportable(fileName)) {
+            importPoints({fileName});
+            return;
+        }
         tryToOpen(fileName, settings);
         if (mayDropDatabase())
             replaceDatabase(fileName, settings);
@@ -177,15 +182,25 @@ bool MainWindow::isBusy() const {
 }
 
 void MainWindow::openFile(const QString& fileName) {
+    openFiles({fileName});
+}
+
+void MainWindow::openFiles(const QStringList& fileNames) {
+    const QString fileName = fileNames.value(0);
     if (m_closed || !QFileInfo(fileName).isFile())
         return;
     // A dialog may be at work on the database that would be dropped.
     if (QApplication::activeModalWidget() || isBusy()) {
-        QTimer::singleShot(retryDelay, this, [this, fileName] { openFile(fileName); });
+        QTimer::singleShot(retryDelay, this, [this, fileNames] { openFiles(fileNames); });
         return;
     }
     if (isDatabaseFile(fileName))
         openDatabase(fileName, true);
+    else if (std::ranges::all_of(fileNames,
+                                 [this](const QString& name) { return isImportable(name); }))
+        importPoints(fileNames);
+    else if (isImportable(fileName))
+        importPoints({fileName});
     else if (isTextFileName(fileName))
         openTextFile(fileName);
 }
@@ -208,7 +223,7 @@ void MainWindow::openTextFile(const QString& fileName) {
 }
 
 bool MainWindow::isOpenable(const QString& fileName) const {
-    return isDatabaseFile(fileName) || isTextFileName(fileName);
+    return isDatabaseFile(fileName) || isTextFileName(fileName) || isPointFile(fileName);
 }
 
 bool MainWindow::isDatabaseFile(const QString& fileName) const {

@@ -356,11 +356,11 @@ void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
 }
 
 void MainWindow::dropEvent(QDropEvent* event) {
-    const QString name = localFileIn(event->mimeData());
+    const QStringList names = localFilesIn(event->mimeData());
     event->acceptProposedAction();
-    // Later: the program that the file comes from waits for the end of this event.
+    // Later: the program that the files come from waits for the end of this event.
     QMetaObject::invokeMethod(
-        this, [this, name] { openFile(name); }, Qt::QueuedConnection);
+        this, [this, names] { openFiles(names); }, Qt::QueuedConnection);
 }
 
 }  // namespace tarvo::window

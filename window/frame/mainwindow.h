@@ -38,9 +38,12 @@ public:
     // Shows its errors; after a failed open no database is open, but where that would lose a
     // pending transaction, which stays then.
     void openDatabase(QString fileName, bool skipDialog);
-    // Opens a database file, or shows a changelog text file, in a new window if the user wants that
-    // where a database is open; as soon as no dialog is open. Other names are ignored.
+    // Opens a database file, offers to import points of other formats, or shows a changelog text
+    // file, in a new window if the user wants that where a database is open; as soon as no dialog
+    // is open. Other names are ignored.
     void openFile(const QString& fileName);
+    // The same for files that come together: those with points are imported as one.
+    void openFiles(const QStringList& fileNames);
 
     const DatabaseSession& session() const { return m_session; }
     // A closed window has let go of everything and takes nothing any more.
@@ -63,6 +66,7 @@ private slots:
     void on_actionOpenLastUsed_triggered();
     void on_actionOpenClipboard_triggered();
     void on_actionExportAsQRB_triggered();
+    void on_actionImportPoints_triggered();
     void on_actionReload_triggered();
     void on_actionValidate_triggered();
     void on_actionClose_triggered();
@@ -98,7 +102,9 @@ private:
     void runPlugin(const QString& place);
     void switchLibrary(const QString& fileName);
     bool isDatabaseFile(const QString& fileName) const;
+    bool isImportable(const QString& fileName) const;
     bool isOpenable(const QString& fileName) const;
+    void importPoints(const QStringList& fileNames);
 
     // Declared first: the panels refer to it until they are gone.
     DatabaseSession m_session;

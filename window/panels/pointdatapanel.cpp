@@ -11,6 +11,7 @@
 #include "window/common/textformat.h"
 #include "window/dialogs/filterinsertmenu.h"
 #include "window/panels/findbar.h"
+#include "window/panels/formatexport.h"
 #include "window/panels/pointexport.h"
 #include "window/panels/pointrow.h"
 
@@ -163,6 +164,7 @@ void PointDataPanel::updateActions() {
     m_ui->actionQuerySelectCancel->setEnabled(isQueryRunning());
     m_ui->actionQuerySelectCount->setEnabled(open);
     m_ui->actionQuerySelectExport->setEnabled(open);
+    m_ui->actionQuerySelectExportPoints->setEnabled(open);
     m_ui->actionQuerySelectFind->setEnabled(m_ui->treePointData->topLevelItemCount() > 0);
     m_ui->actionColumnsShow->setEnabled(selected);
     m_ui->actionColumnsHide->setEnabled(selected);
@@ -326,6 +328,11 @@ void PointDataPanel::on_actionQuerySelectExport_triggered() {
     });
     if (done)
         showInformation(this, result);
+}
+
+void PointDataPanel::on_actionQuerySelectExportPoints_triggered() {
+    if (database())
+        guarded([&] { exportPointsAs(m_session, selection(), m_columns.shownAttributes(), this); });
 }
 
 void PointDataPanel::showNode(std::uint32_t node) {

@@ -57,6 +57,7 @@ private slots:
     void on_actionQuerySelectCount_triggered();
     void on_actionQuerySelectFind_triggered();
     void on_actionQuerySelectExport_triggered();
+    void on_actionQuerySelectExportPoints_triggered();
     void on_treePointData_itemDoubleClicked(QTreeWidgetItem* item, int column);
     void on_listPointAttributes_itemChanged(QListWidgetItem* item);
     void on_listPointAttributes_itemSelectionChanged();
