@@ -107,9 +107,12 @@ void refuseAsInput(const std::string& database, const std::vector<std::string>& 
 
 exchange::PointSources openSources(const InputOptions& inputs) {
     exchange::PointSources sources;
+    const exchange::ImportProgress progress = importProgress();
     for (const std::string& fileName : filesOf(inputs)) {
         noteInput(fileName);
-        sources.push_back(exchange::openSource(fileName, inputs.format, inputs.columns));
+        sources.push_back(exchange::openSource(
+            fileName, inputs.format, inputs.columns,
+            [&](double fraction) { progress("Opening " + fileName, fraction); }));
     }
     return sources;
 }

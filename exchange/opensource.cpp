@@ -29,7 +29,8 @@ std::string formatOf(const std::string& fileName) {
 }  // namespace
 
 std::unique_ptr<PointSource> openSource(const std::string& fileName, std::string format,
-                                        const std::vector<std::string>& columnNames) {
+                                        const std::vector<std::string>& columnNames,
+                                        const OpenProgress& progress) {
     if (format.empty()) {
         format = formatOf(fileName);
     }
@@ -38,16 +39,16 @@ std::unique_ptr<PointSource> openSource(const std::string& fileName, std::string
                             "--columns is for texts without a header line.");
     }
     if (format == "csv") {
-        return std::make_unique<csv::CsvSource>(fileName);
+        return std::make_unique<csv::CsvSource>(fileName, progress);
     }
     if (format == "text") {
-        return std::make_unique<text::TextSource>(fileName, columnNames);
+        return std::make_unique<text::TextSource>(fileName, columnNames, progress);
     }
     if (format == "ply") {
         return std::make_unique<ply::PlySource>(fileName);
     }
     if (format == "ptx") {
-        return std::make_unique<ptx::PtxSource>(fileName);
+        return std::make_unique<ptx::PtxSource>(fileName, progress);
     }
     if (format == "e57") {
         return std::make_unique<e57::E57Source>(fileName);

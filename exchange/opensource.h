@@ -14,6 +14,7 @@ using PointSources = std::vector<std::unique_ptr<PointSource>>;
 // format: one of formatNames(), or empty for what the file's content tells. columnNames: of a text
 // without a header line; empty: the usual ones. Throws Failure if the file can't be read.
 std::unique_ptr<PointSource> openSource(const std::string& fileName, std::string format = {},
-                                        const std::vector<std::string>& columnNames = {});
+                                        const std::vector<std::string>& columnNames = {},
+                                        const OpenProgress& progress = {});
 
 }  // namespace tarvo::exchange

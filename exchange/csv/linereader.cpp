@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <utility>
 
 namespace tarvo::exchange::csv {
 
@@ -29,8 +30,8 @@ std::string_view trim(std::string_view text) {
 
 }  // namespace
 
-LineReader::LineReader(const std::string& fileName)
-    : m_fileName(fileName), m_input(fileName), m_buffer(1 << 20) {}
+LineReader::LineReader(const std::string& fileName, OpenProgress progress)
+    : m_fileName(fileName), m_input(fileName), m_progress(std::move(progress)), m_buffer(1 << 20) {}
 
 void LineReader::rewind() {
     std::rewind(m_input.file.get());
@@ -39,6 +40,9 @@ void LineReader::rewind() {
 }
 
 bool LineReader::fill() {
+    if (m_progress && size() > 0) {
+        m_progress(static_cast<double>(m_position) / static_cast<double>(size()));
+    }
     if (m_begin > 0) {
         std::memmove(m_buffer.data(), m_buffer.data() + m_begin, m_end - m_begin);
         m_end -= m_begin;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "exchange/inputfile.h"
+#include "exchange/table/pointsource.h"
 
 #include <cstdint>
 #include <string>
@@ -13,7 +14,9 @@ namespace tarvo::exchange::csv {
 class LineReader {
 public:
     // Throws Failure when the file can't be opened.
-    explicit LineReader(const std::string& fileName);
+    explicit LineReader(const std::string& fileName, OpenProgress progress = {});
+    // The file is open: the progress is told no more.
+    void endOpening() { m_progress = {}; }
 
     void rewind();
     // The next line that is not blank, without its end; false at the end of the file. The text is
@@ -29,6 +32,7 @@ private:
 
     std::string m_fileName;
     InputFile m_input;
+    OpenProgress m_progress;
     std::uint64_t m_position = 0;
     std::uint64_t m_lineNumber = 0;
     std::vector<char> m_buffer;

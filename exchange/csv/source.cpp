@@ -1,10 +1,10 @@
 #include "exchange/csv/source.h"
 
+#include "catalogue/catalogue.h"
 #include "core/error.h"
 #include "exchange/csv/columntype.h"
 #include "exchange/table/knownnames.h"
 #include "exchange/table/names.h"
-#include "catalogue/catalogue.h"
 
 #include <algorithm>
 #include <bit>
@@ -36,9 +36,11 @@ Column columnOf(const std::string& title) {
 
 }  // namespace
 
-CsvSource::CsvSource(const std::string& fileName) : m_fileName(fileName), m_lines(fileName) {
+CsvSource::CsvSource(const std::string& fileName, const OpenProgress& progress)
+    : m_fileName(fileName), m_lines(fileName, progress) {
     readHeader();
     findTypes();
+    m_lines.endOpening();
     // A header line may name any number of columns.
     m_largestBatch = static_cast<std::uint32_t>(
         std::clamp<std::size_t>(valuesAtOnce / m_columns.size(), 1, batchSize));
@@ -53,8 +55,9 @@ CsvSource::CsvSource(const std::string& fileName) : m_fileName(fileName), m_line
 void CsvSource::readHeader() {
     std::string_view line;
     if (!m_lines.next(line)) {
-        throw core::Failure("The file \"" + m_fileName + "\" is empty.",
-                      "A header line that names the columns is needed, for example \"x,y,z\".");
+        throw core::Failure(
+            "The file \"" + m_fileName + "\" is empty.",
+            "A header line that names the columns is needed, for example \"x,y,z\".");
     }
     m_separator = detectSeparator(line);
     if (!splitLine(line, m_separator, m_fields, m_storage)) {
@@ -66,12 +69,12 @@ void CsvSource::readHeader() {
         Column column = columnOf(m_names.back());
         if (column.element >= mostElements) {
             throw core::Failure("The column \"" + m_names.back() + "\" of \"" + m_fileName +
-                          "\" has an element number above " + std::to_string(mostElements - 1) +
-                          ".");
+                                "\" has an element number above " +
+                                std::to_string(mostElements - 1) + ".");
         }
         if (!taken.insert(column.attribute + "[" + std::to_string(column.element)).second) {
-            throw core::Failure("The column \"" + m_names.back() + "\" stands twice in \"" + m_fileName +
-                          "\".");
+            throw core::Failure("The column \"" + m_names.back() + "\" stands twice in \"" +
+                                m_fileName + "\".");
         }
         m_columns.push_back(std::move(column));
     }
@@ -106,7 +109,8 @@ bool CsvSource::nextRow() {
     }
     if (m_fields.size() != m_names.size()) {
         throw core::Failure(where + "has " + std::to_string(m_fields.size()) +
-                      " fields, but the header line names " + std::to_string(m_names.size()) + ".");
+                            " fields, but the header line names " + std::to_string(m_names.size()) +
+                            ".");
     }
     return true;
 }
@@ -157,9 +161,9 @@ void CsvSource::parse(std::size_t column, std::uint32_t row) {
 
 void CsvSource::failCell(std::size_t column, const std::string& text) const {
     throw core::Failure("Line " + std::to_string(m_lines.lineNumber()) + " of \"" + m_fileName +
-                      "\": \"" + text + "\" in the column \"" + m_names[column] +
-                      "\" is not a number.",
-                  "Numbers are written with a point before the decimals, for example 12.5.");
+                            "\": \"" + text + "\" in the column \"" + m_names[column] +
+                            "\" is not a number.",
+                        "Numbers are written with a point before the decimals, for example 12.5.");
 }
 
 }  // namespace tarvo::exchange::csv

@@ -11,7 +11,7 @@ public:
     // Reads the header line and looks at every value once, to tell whole numbers from others.
     // Throws Failure, naming line and column of what can't be read. Columns have a fault where ids
     // are none, or where a whole number is none that a double holds beside numbers of other kinds.
-    explicit CsvSource(const std::string& fileName);
+    explicit CsvSource(const std::string& fileName, const OpenProgress& progress = {});
 
     const std::string& fileName() const override { return m_fileName; }
     const std::vector<Column>& columns() const override { return m_columns; }

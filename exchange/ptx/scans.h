@@ -28,7 +28,9 @@ struct Scan {
 
 class ScanReader {
 public:
-    explicit ScanReader(const std::string& fileName) : m_fileName(fileName), m_lines(fileName) {}
+    explicit ScanReader(const std::string& fileName, const OpenProgress& progress = {})
+        : m_fileName(fileName), m_lines(fileName, progress) {}
+    void endOpening() { m_lines.endOpening(); }
 
     void rewind() { m_lines.rewind(); }
     double progress() const;

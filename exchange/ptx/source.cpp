@@ -27,8 +27,10 @@ Column ownColumn(const char* name, const char* title, const char* description) {
 
 }  // namespace
 
-PtxSource::PtxSource(const std::string& fileName) : m_fileName(fileName), m_reader(fileName) {
+PtxSource::PtxSource(const std::string& fileName, const OpenProgress& progress)
+    : m_fileName(fileName), m_reader(fileName, progress) {
     readScans();
+    m_reader.endOpening();
     makeColumns();
     m_buffers.reserve(m_columns);
     rewind();

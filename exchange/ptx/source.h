@@ -10,7 +10,7 @@ namespace tarvo::exchange::ptx {
 class PtxSource : public PointSource {
 public:
     // Reads the headers of all scans and counts their lines. Throws Failure.
-    explicit PtxSource(const std::string& fileName);
+    explicit PtxSource(const std::string& fileName, const OpenProgress& progress = {});
 
     const std::string& fileName() const override { return m_fileName; }
     const std::vector<Column>& columns() const override { return m_columns; }

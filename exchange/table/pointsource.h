@@ -8,6 +8,7 @@
 #include "qrb/pointattribute.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <utility>
@@ -52,6 +53,10 @@ struct Origin {
     std::string comments;  // the same
     std::optional<core::TimeBase> timeBase;
 };
+
+// Learns how much was read of a text that has to be seen whole to be opened, 0 to 1. What it throws
+// ends the opening. May be empty.
+using OpenProgress = std::function<void(double fraction)>;
 
 // Points of one batch.
 inline constexpr std::uint32_t batchSize = 65536;

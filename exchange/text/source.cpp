@@ -22,10 +22,12 @@ bool has(std::string_view line, char c) {
 
 }  // namespace
 
-TextSource::TextSource(const std::string& fileName, const std::vector<std::string>& names)
-    : m_fileName(fileName), m_lines(fileName) {
+TextSource::TextSource(const std::string& fileName, const std::vector<std::string>& names,
+                       const OpenProgress& progress)
+    : m_fileName(fileName), m_lines(fileName, progress) {
     readBegin(!names.empty());
     findTypes(names.empty() ? m_header : names);
+    m_lines.endOpening();
     nameColumns(!names.empty() ? names : !m_header.empty() ? m_header : defaultNames());
     m_largestBatch = static_cast<std::uint32_t>(
         std::clamp<std::size_t>(valuesAtOnce / m_columns.size(), 1, batchSize));

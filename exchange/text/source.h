@@ -14,7 +14,8 @@ public:
     // line that blanks separate, else what their number tells: x y z, intensity, r g b. Looks at
     // every value once. Throws Failure, naming line and column of what can't be read; faults are
     // those of texts with a header line.
-    explicit TextSource(const std::string& fileName, const std::vector<std::string>& names = {});
+    explicit TextSource(const std::string& fileName, const std::vector<std::string>& names = {},
+                        const OpenProgress& progress = {});
 
     const std::string& fileName() const override { return m_fileName; }
     const std::vector<Column>& columns() const override { return m_columns; }

@@ -1,6 +1,7 @@
 #include "exchange/format.h"
 #include "tests/exchange/sourcetest.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -78,6 +79,37 @@ TEST_F(Text, LongFilesAreReadInBatches) {
     Table table = read(text);
     ASSERT_EQ(table["tarvo.xyz[0]"].size(), 200000u);
     EXPECT_EQ(table["tarvo.xyz[0]"][199999], 199999.25);
+}
+
+// They are seen whole before a point comes: whoever waits can stop it there, and only there.
+TEST_F(Text, OpeningTellsItsProgressAndCanBeEnded) {
+    struct Enough {};
+    std::string lines;
+    for (int i = 0; i < 200000; ++i) {
+        lines += "1.25 2.5 3.75 0\n";
+    }
+    std::string table = "x,y,z,own\n" + lines;
+    std::replace(table.begin(), table.end(), ' ', ',');
+    const std::string scan =
+        "200000\n1\n0 0 0\n1 0 0\n0 1 0\n0 0 1\n1 0 0 0\n0 1 0 0\n0 0 1 0\n0 0 0 1\n" + lines;
+    for (const std::string& text : {lines, table, scan}) {
+        const std::string name = folder.write("long", text);
+        std::vector<double> told;
+        const auto source =
+            openSource(name, {}, {}, [&](double fraction) { told.push_back(fraction); });
+        ASSERT_GT(told.size(), 2u);
+        EXPECT_GT(told.back(), 0.5);
+        EXPECT_LE(told.back(), 1);
+        const std::size_t atOpening = told.size();
+        EXPECT_GT(source->next(), 0u);
+        EXPECT_EQ(told.size(), atOpening);
+        const OpenProgress stop = [](double fraction) {
+            if (fraction > 0.2) {
+                throw Enough();
+            }
+        };
+        EXPECT_THROW(openSource(name, {}, {}, stop), Enough);
+    }
 }
 
 TEST_F(Text, KindsAreToldByContent) {

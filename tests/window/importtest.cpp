@@ -456,13 +456,22 @@ void ImportTest::exportedPointsReadBack() {
     back.open(path("back.qrbx").toStdString(), pointcloud::OpenSettings(context));
     QCOMPARE(rowsOf(back), expected);
     QVERIFY(!back.pointAttributes().exists("tarvo.reflectance"));
+    const qint64 size = QFileInfo(place).size();
+    const std::vector<Step> replace = {ModalScript::chooseFile(place), ModalScript::press("Yes"),
+                                       ModalScript::press("OK")};
+    if (type == 1) {
+        // Without a column for them there are no coordinates.
+        auto* coordinates = list->findItems("tarvo.xyz", Qt::MatchExactly).value(0);
+        coordinates->setCheckState(Qt::Unchecked);
+        const QStringList refused = driver().run("actionQuerySelectExportPoints", replace);
+        QVERIFY2(refused.last().contains("tarvo.xyz"), qUtf8Printable(refused.last()));
+        QCOMPARE(QFileInfo(place).size(), size);
+        coordinates->setCheckState(Qt::Checked);
+    }
     // Points that nobody selects replace nothing.
     filter->selectAll();
     QTest::keyClicks(filter, "tarvo.class == 250");
-    const qint64 size = QFileInfo(place).size();
-    const QStringList kept = driver().run(
-        "actionQuerySelectExportPoints",
-        {ModalScript::chooseFile(place), ModalScript::press("Yes"), ModalScript::press("OK")});
+    const QStringList kept = driver().run("actionQuerySelectExportPoints", replace);
     QCOMPARE(kept.last(), QString("No points are selected; \"%0\" was left as it was.").arg(place));
     QCOMPARE(QFileInfo(place).size(), size);
 }

@@ -189,7 +189,7 @@ void WindowTest::actionsAreCompleteAndExplained() {
         if (!each->shortcut().isEmpty())
             shortcuts[each->shortcut()] += each->objectName();
     }
-    QCOMPARE(named, 67);
+    QCOMPARE(named, 69);
     // Two actions with one shortcut would both be dead.
     for (const QStringList& names : shortcuts)
         QVERIFY2(names.size() == 1, qUtf8Printable(names.join(", ")));

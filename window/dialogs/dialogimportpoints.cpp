@@ -98,7 +98,7 @@ void DialogImportPoints::addAttribute(const std::string& name,
     const qrb::pointcloud::PointAttribute& definition = attribute.definition;
     auto* row = new QTreeWidgetItem(m_ui->treeAttributes);
     const QString length =
-        definition.length == 1 ? QString() : QString("[%0]").arg(definition.length);
+        definition.length == 1 ? QString() : QString(", %0 elements").arg(definition.length);
     row->setText(ATTRIBUTE, QString::fromStdString(name));
     row->setText(TITLE, QString::fromStdString(definition.title) + length);
     row->setText(RANGE, rangeText(definition.minimumValue, definition.maximumValue));

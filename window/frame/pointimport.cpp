@@ -97,8 +97,11 @@ private:
                     "Open it, and export its points into a new database or another format.");
         work(m_parent, "Reading the points ...", [this](const StepProgress& progress) {
             for (const QString& name : m_findings.fileNames) {
-                progress("Opening " + name.toStdString(), 0);
-                m_sources.push_back(exchange::openSource(name.toStdString()));
+                const std::string fileName = name.toStdString();
+                const std::string step = "Opening " + fileName;
+                progress(step, 0);
+                m_sources.push_back(exchange::openSource(
+                    fileName, {}, {}, [&](double fraction) { progress(step, fraction); }));
             }
             m_findings.plan = exchange::planImport(m_sources, primary, progress);
             lookAtOrigin();

@@ -39,6 +39,16 @@ QString chosenPlace(const QString& proposed, QWidget* parent) {
     return place;
 }
 
+// The advice of the export speaks of the options that qrbtool has for it.
+core::Failure inWindowWords(const core::Failure& failure) {
+    std::string details = failure.details();
+    if (details.find("--attributes") != std::string::npos)
+        details += "\nHere the attributes are those whose columns are shown.";
+    if (details.find("--scale") != std::string::npos)
+        details += "\n--scale is an option of \"qrbtool export\".";
+    return core::Failure(failure.what(), details);
+}
+
 std::vector<std::string> namesOf(const QStringList& texts) {
     std::vector<std::string> names;
     for (const QString& text : texts)
@@ -59,12 +69,16 @@ void exportPointsAs(const DatabaseSession& session, const core::PointSelection& 
     options.format = *exchange::formatOfFile(name.toStdString());
     files::WholeFile file(name.toStdString());
     exchange::Exported exported;
-    workAside(parent, "Exporting points ...", [&](const StepProgress& progress) {
-        exchange::database::DatabaseSource source(*session.database, fileName, selection,
-                                                  namesOf(attributes));
-        exported = exchange::exportPoints(source, source.formats(), options, file, progress);
-        progress("Writing " + name.toStdString(), 1);  // the last chance to cancel
-    });
+    try {
+        workAside(parent, "Exporting points ...", [&](const StepProgress& progress) {
+            exchange::database::DatabaseSource source(*session.database, fileName, selection,
+                                                      namesOf(attributes));
+            exported = exchange::exportPoints(source, source.formats(), options, file, progress);
+            progress("Writing " + name.toStdString(), 1);  // the last chance to cancel
+        });
+    } catch (const core::Failure& failure) {
+        throw inWindowWords(failure);
+    }
     // A filter that was mistyped must not cost last week's export.
     if (exported.points == 0 && file.replaces()) {
         showInformation(parent, QString("No points are selected; \"%0\" was left as it was.")
