@@ -184,7 +184,7 @@ void checkOutputFiles(const qrb::Context& context, const plugin::Package& packag
     }
     std::erase(outputs, "");
     for (const std::string& name : outputs) {
-        core::checkOutputPlace(context, name, reads);
+        core::checkOutputPlace(context, name, reads, core::OutputKind::Unknown);
     }
 }
 

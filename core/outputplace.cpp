@@ -34,7 +34,7 @@ std::string extensionOf(const std::string& fileName) {
 }  // namespace
 
 void checkPromise(const std::string& fileName, OutputKind kind) {
-    if (kind == OutputKind::Scan)
+    if (kind == OutputKind::Scan || kind == OutputKind::Unknown)
         return;
     const std::string extension = extensionOf(fileName);
     std::vector<std::string> others = {".las", ".laz", ".ply", ".e57", ".ptx", ".pts"};

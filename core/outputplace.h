@@ -9,8 +9,8 @@
 
 namespace tarvo::core {
 
-// What an output is.
-enum class OutputKind : std::uint8_t { Text, Scan, Database };
+// What an output is; what a plugin writes may be anything.
+enum class OutputKind : std::uint8_t { Text, Scan, Database, Unknown };
 
 // Refuses the places that an output must never take: a database, whoever has it open, a file that
 // is being read, by whatever names, a scan in its own format, which only another scan may replace,

@@ -124,7 +124,8 @@ void DialogPlugin::checkOutputFiles() const {
     for (const QString& name : m_form->files(ParameterType::INPUT_FILE))
         reads.push_back(name.toStdString());
     for (const QString& name : m_form->files(ParameterType::OUTPUT_FILE))
-        core::checkOutputPlace(qrb::Context("OFF", ""), name.toStdString(), reads);
+        core::checkOutputPlace(qrb::Context("OFF", ""), name.toStdString(), reads,
+                               core::OutputKind::Unknown);
 }
 
 bool DialogPlugin::mayReplaceFiles() {
