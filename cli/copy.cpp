@@ -6,6 +6,7 @@
 #include "cli/json.h"
 #include "cli/options.h"
 #include "cli/output.h"
+#include "cli/shapeoptions.h"
 #include "cli/terminal.h"
 #include "cli/text.h"
 #include "cli/textfile.h"
@@ -30,6 +31,7 @@ struct CopyOptions {
     std::string target;
     std::string filter;
     std::string nodes;
+    ShapeOptions shape;
     std::vector<std::string> attributes;  // none: all
     std::vector<std::string> metaData;    // none: all
     bool noMetaData = false;
@@ -44,6 +46,7 @@ core::Selection selectionOf(const qrb::Pointcloud& cloud, const CopyOptions& opt
     if (!options.nodes.empty()) {
         selection.nodes = parseNodes(options.nodes);
     }
+    selection.shaper = shaperOf(options.shape.shape());
     selection.attributes = options.attributes;
     if (selection.attributes.empty()) {
         selection.attributes = cloud.pointAttributes().list();
@@ -86,6 +89,7 @@ std::string settingsJson(const Database& database, const CopyOptions& options) {
     json.member("source", fs::path(database.fileName()).filename().string());
     json.member("filter", options.filter);
     json.member("nodes", options.nodes);
+    options.shape.describe(json);
     json.endObject();
     return json.compact();
 }
@@ -129,6 +133,7 @@ void addCopyCommand(CLI::App& app, Invocation& invocation) {
         ->required();
     addFilter(*command, options->filter);
     addNodes(*command, options->nodes, "Nodes of the point index whose points are copied");
+    options->shape.add(*command);
     command
         ->add_option("-a,--attributes", options->attributes,
                      "Attributes to copy beside the primary one (default: all)")
@@ -155,9 +160,12 @@ void addCopyCommand(CLI::App& app, Invocation& invocation) {
     command->footer(
         "Points keep their ids if tarvo.id is copied. The database appears when it is complete;\n"
         "a failure leaves none.\n"
+        "\n" +
+        std::string(shapeFooter) +
         "\n"
         "Examples:\n"
         "  qrbtool copy scan.qrbx ground.qrbx --filter \"tarvo.class == 2\" --changelog\n"
+        "  qrbtool copy scan.qrbx thin.qrbx --bounds 0,0,100,100 --thin 0.1\n"
         "  qrbtool copy scan.qrbx bare.qrbx -a tarvo.id --no-metadata");
     command->callback([options, &invocation] {
         invocation.work = [options](Database& database) { copyTo(database, *options); };

@@ -8,6 +8,7 @@
 #include "cli/number.h"
 #include "cli/options.h"
 #include "cli/output.h"
+#include "cli/shapeoptions.h"
 #include "cli/terminal.h"
 #include "cli/text.h"
 #include "core/outputplace.h"
@@ -30,6 +31,7 @@ struct ExportCommand {
     std::string format;  // empty: as the extension promises
     std::string filter;
     std::string nodes;
+    ShapeOptions shape;
     std::vector<std::string> attributes;  // none: the usual ones
     std::optional<int> pointFormat;
     std::optional<double> scale;
@@ -77,12 +79,13 @@ std::vector<std::string> attributesOf(const qrb::Pointcloud& cloud, const Export
 
 void runExport(const Database& database, const ExportCommand& command) {
     const ExportFormat format = formatOf(command);
+    const core::Shape shape = command.shape.shape();
     core::PointSelection selection{command.filter, {}};
     if (!command.nodes.empty()) {
         selection.nodes = parseNodes(command.nodes);
     }
-    database::DatabaseSource source(database.cloud(), database.fileName(), std::move(selection),
-                                    attributesOf(database.cloud(), command, format));
+    const ShapedPoints points = shapedPoints(
+        database, std::move(selection), attributesOf(database.cloud(), command, format), shape);
     std::vector<std::string> reads = inputs();
     reads.push_back(database.fileName());
     core::checkOutputPlace(database.cloud().context(), command.output, reads,
@@ -92,8 +95,8 @@ void runExport(const Database& database, const ExportCommand& command) {
         throw Failure("\"" + command.output + "\" exists already.", overwriteAdvice);
     }
     const Exported exported = exportPoints(
-        source, source.formats(), {format, command.pointFormat, command.scale, command.asText},
-        file, importProgress());
+        *points.source, points.formats,
+        {format, command.pointFormat, command.scale, command.asText}, file, importProgress());
     if (exported.points == 0 && file.replaces()) {
         // Rather a filter that is mistyped than points that nobody wants any more.
         throw Failure("No points are selected; \"" + command.output + "\" was left as it was.");
@@ -120,6 +123,7 @@ void addExportCommand(CLI::App& app, Invocation& invocation) {
     addNodes(*command, options->nodes,
              "Nodes of the point index whose points are written; inner nodes hold the level of "
              "detail");
+    options->shape.add(*command);
     command
         ->add_option("-a,--attributes", options->attributes,
                      "Attributes to write (default: all but the ids; xyz: the coordinates)")
@@ -144,11 +148,14 @@ void addExportCommand(CLI::App& app, Invocation& invocation) {
         "LAS and LAZ are of version 1.4. The point format and its fields are chosen so that every\n"
         "value is kept; attributes that they don't hold become extra bytes, which an import makes\n"
         "the same attributes again. What the point format has and the database has not is 0.\n"
+        "\n" +
+        std::string(shapeFooter) +
         "\n"
         "Examples:\n"
         "  qrbtool export scan.qrbx scan.laz\n"
         "  qrbtool export scan.qrbx ground.las --filter \"tarvo.class == 2\"\n"
         "  qrbtool export scan.qrbx scan.ply -a tarvo.xyz,tarvo.rgba\n"
+        "  qrbtool export scan.qrbx plot.laz --polygon \"POLYGON ((0 0, 40 0, 20 30))\"\n"
         "  qrbtool export scan.qrbx overview.xyz --nodes 1");
     command->callback([options, &invocation] {
         invocation.work = [options](Database& database) { runExport(database, *options); };

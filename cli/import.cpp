@@ -7,6 +7,7 @@
 #include "cli/importinputs.h"
 #include "cli/json.h"
 #include "cli/key.h"
+#include "cli/shapeoptions.h"
 #include "cli/terminal.h"
 #include "core/newdatabase.h"
 #include "exchange/import/importrun.h"
@@ -34,6 +35,7 @@ struct ImportOptions {
     std::string title = "Import";
     std::string comment;
     KeyOptions key;
+    ShapeOptions shape;
     bool newIds = false;
     bool overwrite = false;
     bool append = false;
@@ -69,6 +71,7 @@ std::string settingsJson(const ImportOptions& options) {
     if (!options.leftOut.empty()) {
         json.member("left_out", options.leftOut);
     }
+    options.shape.describe(json);
     json.endObject();
     return json.compact();
 }
@@ -87,11 +90,12 @@ void refuseOtherFile(const qrb::Context& context, const ImportOptions& options) 
 
 void importFiles(const qrb::Context& context, const ImportOptions& options) {
     const qrb::pointcloud::Signature signature = options.key.signature();
+    const core::Shape shape = options.shape.shape();
     refuseAsInput(options.database, options.inputs.names);
     refuseOtherFile(context, options);
     core::NewDatabase database(context, options.database, options.overwrite,
                                "Give --append to add to it or --overwrite to replace it.");
-    const PointSources sources = openSources(options.inputs);
+    const PointSources sources = shaped(openSources(options.inputs), shape);
     const std::set<std::string> leftOut(options.leftOut.begin(), options.leftOut.end());
     if (leftOut.contains(options.primary)) {
         throw UsageError("The primary attribute \"" + options.primary + "\" can't be left out.");
@@ -121,7 +125,8 @@ void appendTo(Database& database, const ImportOptions& options) {
     how.crsAsIs = options.crsAsIs;
     how.leftOut = {options.leftOut.begin(), options.leftOut.end()};
     refuseAsInput(database.fileName(), options.inputs.names);
-    appendFiles(database, openSources(options.inputs), how, change);
+    const core::Shape shape = options.shape.shape();
+    appendFiles(database, shaped(openSources(options.inputs), shape), how, change);
 }
 
 void appendToFile(const qrb::Context& context, const ImportOptions& options) {
@@ -160,6 +165,7 @@ void addImportCommand(CLI::App& app, Invocation& invocation) {
     command->add_flag("--crs-as-is", options->crsAsIs,
                       "Take coordinates of different reference systems, and times of different\n"
                       "bases, as they are");
+    options->shape.add(*command);
     CLI::Option* const append =
         command->add_flag("--append", options->append, "Add the points to a database that exists");
     command
@@ -204,6 +210,8 @@ void addImportCommand(CLI::App& app, Invocation& invocation) {
         "tarvo.geo_tag. Files in different ones are refused without --crs-as-is, which keeps the\n"
         "first system; so are files whose GPS times count from different epochs "
         "(tarvo.time_base).\n"
+        "\n" +
+        std::string(shapeFooter) +
         "\n"
         "--append adds all points in one transaction, or changes nothing. Columns go to the\n"
         "attributes of their names, which must hold every value: none is cut off, and none "
@@ -216,6 +224,7 @@ void addImportCommand(CLI::App& app, Invocation& invocation) {
         "  qrbtool import strip1.las strip2.las both.qrbx\n"
         "  qrbtool import strip3.las both.qrbx --append\n"
         "  qrbtool import scans.e57 tiles points.qrbx\n"
+        "  qrbtool import tiles part.qrbx --polygon district.geojson --thin 0.05\n"
         "  qrbtool import --columns x,y,z,-,intensity points.dat points.qrbx --overwrite\n"
         "  zcat points.csv.gz | qrbtool import - points.qrbx");
     command->callback([options, isOpen, &invocation] {

@@ -20,6 +20,19 @@ CLI::Validator wholeNumber(std::uint64_t least, std::uint64_t most) {
             ""};
 }
 
+CLI::Validator positiveNumber(double least, double most) {
+    return {[least, most](std::string& text) -> std::string {
+                double number = 0;
+                const char* const end = text.data() + text.size();
+                const auto [next, error] = std::from_chars(text.data(), end, number);
+                if (error != std::errc() || next != end || !(number >= least && number <= most)) {
+                    return "\"" + text + "\" is not a positive number, or out of range.";
+                }
+                return {};
+            },
+            ""};
+}
+
 CLI::Validator notEmpty(std::string advice) {
     return {[advice = std::move(advice)](std::string& text) -> std::string {
                 const bool isBlank = text.find_first_not_of(" \t\r\n\v\f") == std::string::npos;

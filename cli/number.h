@@ -14,6 +14,10 @@ namespace tarvo::cli {
 CLI::Validator wholeNumber(std::uint64_t least = 0,
                            std::uint64_t most = std::numeric_limits<std::uint32_t>::max());
 
+// A number in digits within the range, which is above 0; the parser's own check of ranges takes
+// "nan".
+CLI::Validator positiveNumber(double least, double most);
+
 // A list or expression that is given must not be blank: an unset variable of a script would mean
 // everything. advice: what to do about it.
 CLI::Validator notEmpty(std::string advice = "Leave the option out for all.");
