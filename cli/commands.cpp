@@ -28,6 +28,7 @@ constexpr CommandEntry entries[] = {
     {addImportCommand, makeGroup, true},
     {addSchemaCommand, makeGroup, false},
     {addCopyCommand, makeGroup, false},
+    {addMergeCommand, makeGroup, false},
     {addInfoCommand, lookGroup, true},
     {addInspectCommand, lookGroup, true},
     {addValidateCommand, lookGroup, true},

@@ -39,6 +39,7 @@ void addSampleCommand(CLI::App& app, Invocation& invocation);
 void addImportCommand(CLI::App& app, Invocation& invocation);
 void addSchemaCommand(CLI::App& app, Invocation& invocation);
 void addCopyCommand(CLI::App& app, Invocation& invocation);
+void addMergeCommand(CLI::App& app, Invocation& invocation);
 // Look at them.
 void addInfoCommand(CLI::App& app, Invocation& invocation);
 void addInspectCommand(CLI::App& app, Invocation& invocation);

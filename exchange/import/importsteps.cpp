@@ -42,16 +42,21 @@ void addNotes(const PointSource& source, std::vector<std::string>& notes) {
     }
 }
 
+void addItem(qrb::pointcloud::MetaData& metaData, const std::string& name,
+             const std::string& value) {
+    std::string unique = name;
+    for (int i = 2; metaData.exists(unique) && metaData.get(unique) != value; ++i) {
+        unique = name + "." + std::to_string(i);
+    }
+    if (!metaData.exists(unique)) {
+        metaData.set(unique, value);
+    }
+}
+
 void addMetaData(qrb::pointcloud::MetaData& metaData, const PointSources& sources) {
     for (const auto& source : sources) {
         for (const auto& [name, value] : source->metaData()) {
-            std::string unique = name;
-            for (int i = 2; metaData.exists(unique) && metaData.get(unique) != value; ++i) {
-                unique = name + "." + std::to_string(i);
-            }
-            if (!metaData.exists(unique)) {
-                metaData.set(unique, value);
-            }
+            addItem(metaData, name, value);
         }
     }
 }

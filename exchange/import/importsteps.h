@@ -37,8 +37,10 @@ struct ColumnTarget {
     std::optional<double> replacement;
 };
 
-// Adds the items of the files. Where there is an item of the name with another value, an item gets
-// a number.
+// Adds a metadata item; where there is one of the name with another value, with a number.
+void addItem(qrb::pointcloud::MetaData& metaData, const std::string& name,
+             const std::string& value);
+// Adds the items of the files in the same way.
 void addMetaData(qrb::pointcloud::MetaData& metaData, const PointSources& sources);
 
 // Adds all points of a file; targets: one per column. progress may be empty. Throws Failure and
