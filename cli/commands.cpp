@@ -29,6 +29,7 @@ constexpr CommandEntry entries[] = {
     {addSchemaCommand, makeGroup, false},
     {addCopyCommand, makeGroup, false},
     {addMergeCommand, makeGroup, false},
+    {addSplitCommand, makeGroup, false},
     {addInfoCommand, lookGroup, true},
     {addInspectCommand, lookGroup, true},
     {addValidateCommand, lookGroup, true},

@@ -40,6 +40,7 @@ void addImportCommand(CLI::App& app, Invocation& invocation);
 void addSchemaCommand(CLI::App& app, Invocation& invocation);
 void addCopyCommand(CLI::App& app, Invocation& invocation);
 void addMergeCommand(CLI::App& app, Invocation& invocation);
+void addSplitCommand(CLI::App& app, Invocation& invocation);
 // Look at them.
 void addInfoCommand(CLI::App& app, Invocation& invocation);
 void addInspectCommand(CLI::App& app, Invocation& invocation);
