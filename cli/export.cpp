@@ -141,7 +141,7 @@ void addExportCommand(CLI::App& app, Invocation& invocation) {
                      "Step to which the coordinates of LAS and LAZ are rounded (default: none "
                      "changes)")
         ->type_name("STEP")
-        ->check(CLI::PositiveNumber);
+        ->check(positiveNumber(1e-30, 1e30));
     command->add_flag("--ascii", options->asText, "Write PLY in digits");
     command->add_flag("--overwrite", options->overwrite, "Replace a file that exists");
     command->footer(

@@ -1,6 +1,7 @@
 #include "cli/number.h"
 
 #include <charconv>
+#include <cmath>
 #include <utility>
 
 namespace tarvo::cli {
@@ -16,6 +17,22 @@ CLI::Validator wholeNumber(std::uint64_t least, std::uint64_t most) {
                 }
                 text = std::to_string(number);  // without zeros before it
                 return {};
+            },
+            ""};
+}
+
+CLI::Validator largeNumber(std::uint64_t least, std::uint64_t most) {
+    return {[whole = wholeNumber(least, most)](std::string& text) -> std::string {
+                constexpr double exactLimit = 9007199254740992.0;  // 2^53
+                double number = 0;
+                const char* const end = text.data() + text.size();
+                const auto [next, error] =
+                    std::from_chars(text.data(), end, number, std::chars_format::scientific);
+                if (error == std::errc() && next == end && number >= 0 && number <= exactLimit &&
+                    number == std::floor(number)) {
+                    text = std::to_string(static_cast<std::uint64_t>(number));
+                }
+                return whole(text);
             },
             ""};
 }

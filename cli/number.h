@@ -14,6 +14,9 @@ namespace tarvo::cli {
 CLI::Validator wholeNumber(std::uint64_t least = 0,
                            std::uint64_t most = std::numeric_limits<std::uint32_t>::max());
 
+// The same, which may also have an exponent, as people write large ones: 1e6, 2.5e6; up to 2^53.
+CLI::Validator largeNumber(std::uint64_t least, std::uint64_t most);
+
 // A number in digits within the range, which is above 0; the parser's own check of ranges takes
 // "nan".
 CLI::Validator positiveNumber(double least, double most);

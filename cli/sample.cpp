@@ -111,7 +111,7 @@ void addSampleCommand(CLI::App& app, Invocation& invocation) {
     command->add_option("file", options->file, "Database to make")->type_name("FILE")->required();
     command->add_option("-n,--points", options->pointCount, "Number of points")
         ->type_name("POINTS")
-        ->transform(wholeNumber(0, std::numeric_limits<std::uint64_t>::max()))
+        ->transform(largeNumber(0, std::numeric_limits<std::uint64_t>::max()))
         ->capture_default_str();
     command->add_option("--seed", options->seed, "The same seed gives the same points")
         ->type_name("NUMBER")
