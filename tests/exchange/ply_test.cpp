@@ -80,8 +80,8 @@ TEST_F(Ply, EachEncodingHoldsTheSameValues) {
                                        {"binary_little_endian", binaryBody(false)},
                                        {"binary_big_endian", binaryBody(true)}}) {
         Table table = read(header(format, allTypes) + body);
-        const auto expect = [&](const char* name, double first, double second) {
-            EXPECT_EQ(table[name], (std::vector<double>{first, second})) << name << " " << format;
+        const auto expect = [&, &encoding = format](const char* name, double first, double second) {
+            EXPECT_EQ(table[name], (std::vector<double>{first, second})) << name << " " << encoding;
         };
         expect("tarvo.xyz[0]", 1.5, -1.5);
         expect("tarvo.xyz[1]", 2.5, 1000);
