@@ -40,6 +40,10 @@ struct ExportCommand {
 };
 
 ExportFormat formatOf(const ExportCommand& command) {
+    if (command.output == "-") {
+        throw UsageError("An export needs the name of a file.",
+                         "\"qrbtool select --format csv\" writes points to the terminal.");
+    }
     const auto promised = formatOfFile(command.output);
     const auto format = command.format.empty() ? promised : exportFormat(command.format);
     if (!format) {

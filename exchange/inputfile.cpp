@@ -82,6 +82,11 @@ InputFile::InputFile(const std::string& fileName) {
     if (std::filesystem::is_directory(fileName, error)) {
         fail("it is a folder");
     }
+    // Opening a pipe would wait for somebody who writes to it.
+    if (const auto status = std::filesystem::status(fileName, error);
+        std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
+        fail("it is no ordinary file", "Points are read from ordinary files, and from \"-\".");
+    }
     file.reset(std::fopen(fileName.c_str(), "rb"));
     if (!file) {
         fail(std::strerror(errno));

@@ -22,13 +22,13 @@ void putEach(const Value* values, std::size_t count, std::uint8_t* to, std::size
 template <typename Raw, typename Value>
 std::uint64_t putAffine(const Affine& affine, const Value* values, std::size_t count,
                         std::uint8_t* to, std::size_t recordLength) {
-    // So far a double lies from its place on the grid by its own rounding.
-    const double tolerance = std::abs(affine.scale()) * 1e-3;
     std::uint64_t rounded = 0;
     putEach<Raw>(values, count, to, recordLength, [&](Value value) {
         const auto number = static_cast<double>(value);
         const auto raw =
             static_cast<std::int64_t>(std::round((number - affine.offset()) / affine.scale()));
+        // So far a double lies from its place on the grid by its own rounding.
+        const double tolerance = 1e-14 * (std::abs(number) + std::abs(affine.offset()));
         rounded += std::abs(affine(raw) - number) > tolerance;
         return static_cast<Raw>(raw);
     });

@@ -123,7 +123,8 @@ Written writePoints(PointSource& source, const WriteOptions& options, std::FILE*
         }
     }
     writer.finish();
-    if (rounded > 0) {
+    // Without a scale that the user gave all are kept, to half a step of the database's grid.
+    if (options.scale && rounded > 0) {
         written.notes.push_back(std::to_string(rounded) +
                                 " coordinates were rounded to the scale.");
     }

@@ -127,6 +127,10 @@ TEST_F(Export, ChoosesAxesThatChangeNoCoordinate) {
     const std::string output =
         expectSuccess("export " + file + " " + folder.file("far.las") + " --scale 0.1");
     EXPECT_NE(output.find("1 coordinates were rounded"), std::string::npos) << output;
+    // A step far wider than the points lie apart leaves none where it was.
+    const std::string wide =
+        expectSuccess("export " + file + " " + folder.file("wide.las") + " --scale 1e9");
+    EXPECT_NE(wide.find("2 coordinates were rounded"), std::string::npos) << wide;
 }
 
 TEST_F(Export, WritesWhatIsSelected) {
@@ -151,6 +155,8 @@ TEST_F(Export, RefusesWhatWouldBeLostOrMisnamed) {
     expectSuccess("sample -n 100 " + file);
     const std::string out = folder.file("out.las");
     expectFailure(2, "export " + file + " " + folder.file("out.dat"), "does not tell a format");
+    expectFailure(2, "export " + file + " - --format las", "needs the name of a file");
+    expectFailure(2, "export " + file + " " + out + " --scale nan", "not a positive number");
     expectFailure(2, "export " + file + " " + out + " --format ply", "would hold ply");
     expectFailure(2, "export " + file + " " + folder.file("out.csv") + " --scale 1", "LAS and LAZ");
     expectFailure(1, "export " + file + " " + out + " -a tarvo.class", "three coordinates");
