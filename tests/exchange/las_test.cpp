@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 #include <map>
 
 namespace {
@@ -510,6 +512,13 @@ TEST_F(Las, CutAndCorruptedFilesEndInAnErrorAtMost) {
             survives(folder.write("a.las", bytes));
         }
     }
+}
+
+TEST(Inputs, APipeIsRefusedAtOnce) {
+    const Folder folder;
+    const std::string name = folder.file("pipe.las");
+    ASSERT_EQ(mkfifo(name.c_str(), 0600), 0);
+    EXPECT_THROW(las::LasSource source(name), Failure);
 }
 
 }  // namespace
