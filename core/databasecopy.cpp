@@ -69,12 +69,7 @@ public:
                       m_places.data() + axis, 3 * sizeof(double));
     }
     const std::vector<std::uint32_t>& of(std::uint32_t count) {
-        if (m_places.empty()) {
-            m_shaper.pick(count, nullptr, nullptr, nullptr, 0, m_rows);
-        } else {
-            const double* const places = m_places.data();
-            m_shaper.pick(count, places, places + 1, places + 2, 3, m_rows);
-        }
+        m_shaper.pick(count, m_places.data(), m_rows);
         return m_rows;
     }
 

@@ -119,13 +119,12 @@ bool Shaper::isWithin(double x, double y, double z) const {
     return !m_shape.area || m_shape.area->contains(x, y);
 }
 
-void Shaper::pick(std::uint32_t count, const double* x, const double* y, const double* z,
-                  std::size_t stride, std::vector<std::uint32_t>& rows) {
+void Shaper::pick(std::uint32_t count, const double* places, std::vector<std::uint32_t>& rows) {
     rows.clear();
     const bool looksAtPlaces = m_shape.needsCoordinates();
     for (std::uint32_t i = 0; i < count; ++i) {
-        const std::size_t at = i * stride;
-        if (looksAtPlaces && !isWithin(x[at], y[at], z[at]))
+        const double* const place = looksAtPlaces ? places + std::size_t{3} * i : nullptr;
+        if (looksAtPlaces && !isWithin(place[0], place[1], place[2]))
             continue;
         if (m_shape.every > 1) {
             const bool isPassedOver = m_seen != 0;
@@ -133,7 +132,7 @@ void Shaper::pick(std::uint32_t count, const double* x, const double* y, const d
             if (isPassedOver)
                 continue;
         }
-        if (!m_thinning || m_thinning->take(x[at], y[at], z[at]))
+        if (!m_thinning || m_thinning->take(place[0], place[1], place[2]))
             rows.push_back(i);
     }
 }

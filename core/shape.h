@@ -45,10 +45,9 @@ public:
     explicit Shaper(Shape shape);
 
     const Shape& shape() const { return m_shape; }
-    // Puts into rows which of the points stay, ascending. x, y and z are read at places that lie
-    // stride apart; they may be null where shape().needsCoordinates() is false.
-    void pick(std::uint32_t count, const double* x, const double* y, const double* z,
-              std::size_t stride, std::vector<std::uint32_t>& rows);
+    // Puts into rows which of the points stay, ascending. places: x, y and z point by point; may be
+    // null where shape().needsCoordinates() is false.
+    void pick(std::uint32_t count, const double* places, std::vector<std::uint32_t>& rows);
     // Back to before the first point.
     void restart();
 

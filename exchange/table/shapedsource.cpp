@@ -60,8 +60,7 @@ void ShapedSource::pick(std::uint32_t count) {
                         });
         }
     }
-    const double* const places = m_places.data();
-    m_shaper->pick(count, places, places + 1, places + 2, 3, m_rows);
+    m_shaper->pick(count, m_places.data(), m_rows);
 }
 
 std::uint32_t ShapedSource::next() {

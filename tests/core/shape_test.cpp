@@ -196,7 +196,7 @@ TEST(Shaper, LeavesWhatAPlainLoopLeaves) {
                 const auto count =
                     std::min<std::uint32_t>(1 + std::uint32_t(random() % 400), 1500 - begin);
                 const double* const p = &places[3 * begin];
-                shaper.pick(count, p, p + 1, p + 2, 3, rows);
+                shaper.pick(count, p, rows);
                 for (const std::uint32_t row : rows)
                     found.push_back(begin + row);
                 begin += count;
