@@ -3,10 +3,8 @@
 #include "catalogue/catalogue.h"
 #include "exchange/table/attributesummary.h"
 #include "exchange/table/columntarget.h"
-#include "exchange/table/threads.h"
 
 #include <algorithm>
-#include <atomic>
 #include <limits>
 #include <optional>
 
@@ -38,20 +36,9 @@ void readSource(PointSource& source, AttributeSummaries& summaries, ImportPlan& 
     for (const Column& column : columns) {
         found.emplace_back(column.type);
     }
-    const std::string step = "Looking at " + source.fileName();
-    source.rewind();
-    while (const std::uint32_t count = source.next()) {
-        std::atomic<std::size_t> next = 0;
-        onAllCores(columns.size(), [&] {
-            for (std::size_t i = next++; i < columns.size(); i = next++) {
-                found[i]->add(source.values(i), count);
-            }
-        });
-        plan.pointCount += count;
-        if (progress) {
-            progress(step, source.progress());
-        }
-    }
+    plan.pointCount += lookAtColumns(
+        source, [&](std::size_t i, std::uint32_t count) { found[i]->add(source.values(i), count); },
+        progress);
     summaries.add(source, found);
     widen(plan.extent, primary, columns, found);
 }

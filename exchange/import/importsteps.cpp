@@ -1,8 +1,10 @@
 #include "exchange/import/importsteps.h"
 
 #include "exchange/table/filledcolumn.h"
+#include "exchange/table/threads.h"
 #include "qrb/error.h"
 
+#include <atomic>
 #include <memory>
 
 namespace tarvo::exchange {
@@ -40,6 +42,28 @@ void addNotes(const PointSource& source, std::vector<std::string>& notes) {
     for (const std::string& text : source.notes()) {
         notes.push_back("\"" + source.fileName() + "\": " + text);
     }
+}
+
+std::uint64_t lookAtColumns(
+    PointSource& source, const std::function<void(std::size_t column, std::uint32_t count)>& look,
+    const ImportProgress& progress) {
+    const std::size_t columns = source.columns().size();
+    const std::string step = "Looking at " + source.fileName();
+    std::uint64_t points = 0;
+    source.rewind();
+    while (const std::uint32_t count = source.next()) {
+        std::atomic<std::size_t> next = 0;
+        onAllCores(columns, [&] {
+            for (std::size_t i = next++; i < columns; i = next++) {
+                look(i, count);
+            }
+        });
+        points += count;
+        if (progress) {
+            progress(step, source.progress());
+        }
+    }
+    return points;
 }
 
 void addItem(qrb::pointcloud::MetaData& metaData, const std::string& name,

@@ -5,6 +5,8 @@
 #include "exchange/opensource.h"
 #include "qrb/pointcloud.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -36,6 +38,12 @@ struct ColumnTarget {
     // What is stored for no value; nothing: there are none, or the database holds NaN.
     std::optional<double> replacement;
 };
+
+// Reads a source from its beginning to its end and has each column of each batch looked at, on all
+// cores: one call at a time for a column. Returns the number of points. progress may be empty.
+std::uint64_t lookAtColumns(
+    PointSource& source, const std::function<void(std::size_t column, std::uint32_t count)>& look,
+    const ImportProgress& progress);
 
 // Adds a metadata item; where there is one of the name with another value, with a number.
 void addItem(qrb::pointcloud::MetaData& metaData, const std::string& name,

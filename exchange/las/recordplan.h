@@ -33,7 +33,6 @@ struct RecordPlan {
     std::vector<PlannedField> fields;
     std::vector<std::uint8_t> extraBytes;  // their description; empty: there are none
     std::string ownRecord;                 // see ownrecord.h
-    std::vector<std::string> notes;        // lines for the user
 };
 
 // Chooses fields that hold every value; what no field of the point format holds goes into extra

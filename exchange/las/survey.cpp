@@ -1,11 +1,9 @@
 #include "exchange/las/survey.h"
 
 #include "catalogue/jsonmemory.h"
-#include "exchange/table/threads.h"
 #include "exchange/table/visit.h"
 
 #include <algorithm>
-#include <atomic>
 #include <cmath>
 #include <numeric>
 
@@ -126,31 +124,18 @@ Survey surveyPoints(PointSource& source, const ImportProgress& progress) {
             }
         }
     }
-    const auto angle = static_cast<std::size_t>(
-        std::find_if(columns.begin(), columns.end(),
-                     [](const Column& column) { return column.attribute == "tarvo.scan_angle"; }) -
-        columns.begin());
-    const std::string step = "Looking at " + source.fileName();
-    source.rewind();
-    while (const std::uint32_t count = source.next()) {
-        std::atomic<std::size_t> next = 0;
-        onAllCores(columns.size(), [&] {
-            for (std::size_t i = next++; i < columns.size(); i = next++) {
-                survey.columns[i].add(source.values(i), count);
-                measure(columns[i], source.values(i), count, survey.pointCount == 0,
-                        survey.spacings[i]);
-                survey.areSingles[i] = static_cast<char>(
-                    survey.areSingles[i] && holdsAll(columns[i].type, source.values(i), count));
-            }
-        });
-        if (angle < columns.size() && survey.hasAngleSteps) {
-            survey.hasAngleSteps = areAngleSteps(columns[angle].type, source.values(angle), count);
+    const auto look = [&](std::size_t i, std::uint32_t count) {
+        const Column& column = columns[i];
+        const void* const values = source.values(i);
+        measure(column, values, count, survey.columns[i].count() == 0, survey.spacings[i]);
+        survey.columns[i].add(values, count);
+        survey.areSingles[i] =
+            static_cast<char>(survey.areSingles[i] && holdsAll(column.type, values, count));
+        if (column.attribute == "tarvo.scan_angle" && survey.hasAngleSteps) {
+            survey.hasAngleSteps = areAngleSteps(column.type, values, count);
         }
-        survey.pointCount += count;
-        if (progress) {
-            progress(step, source.progress());
-        }
-    }
+    };
+    survey.pointCount = lookAtColumns(source, look, progress);
     return survey;
 }
 

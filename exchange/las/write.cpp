@@ -105,7 +105,6 @@ Written writePoints(PointSource& source, const WriteOptions& options, std::FILE*
         planRecords(source.columns(), survey,
                     {options.pointFormat, options.scale, !crs.records.empty() && !crs.isText});
     Written written;
-    written.notes = plan.notes;
     if (!crs.leftOut.empty()) {
         written.notes.push_back("The reference system is left out: " + crs.leftOut + ".");
     }

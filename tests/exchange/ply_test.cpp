@@ -170,12 +170,7 @@ TEST_F(Ply, RealFilesHaveTheirPoints) {
     if (realFile("").empty()) {
         GTEST_SKIP() << "QRB_TEST_DATA names no folder of real files.";
     }
-    const auto table = [&](const char* name) {
-        const auto source = openSource(realFile(name));
-        Table all = readAll(*source);
-        notes = joined(source->notes());
-        return all;
-    };
+    const auto table = [&](const char* name) { return realTable(name); };
     for (const char* name : {"simple_text.ply", "simple_binary.ply"}) {
         Table simple = table(name);
         EXPECT_EQ(simple["tarvo.xyz[0]"], (std::vector<double>{-1, 0, 1})) << name;

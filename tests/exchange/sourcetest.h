@@ -91,6 +91,14 @@ protected:
                                              : std::string(data) + "/formats/" + name;
     }
 
+    // All of it, and its notes.
+    Table realTable(const std::string& name) {
+        const auto source = openSource(realFile(name));
+        Table all = readAll(*source);
+        notes = joined(source->notes());
+        return all;
+    }
+
     cli::tests::Folder folder;
     std::string notes;
     std::string metaData;

@@ -143,12 +143,7 @@ TEST_F(Text, RealFilesHaveTheirPoints) {
     if (realFile("").empty()) {
         GTEST_SKIP() << "QRB_TEST_DATA names no folder of real files.";
     }
-    const auto table = [&](const char* name) {
-        const auto source = openSource(realFile(name));
-        Table all = readAll(*source);
-        notes = joined(source->notes());
-        return all;
-    };
+    const auto table = [&](const char* name) { return realTable(name); };
     Table autzen = table("autzen.pts");
     EXPECT_EQ(autzen["tarvo.xyz[0]"].size(), 10u);
     EXPECT_EQ(autzen["tarvo.xyz[2]"][1], 512.009995);
