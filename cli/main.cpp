@@ -46,6 +46,7 @@ int runGuarded(const std::string& library, const Invocation& invocation) {
             return failed;
         }
         const qrb::Context context("OFF", "");
+        const qrb::InterruptGuard interruptible(context, [] { return interruptSignal() == 0; });
         if (invocation.work) {
             Database database(context, invocation.file);
             invocation.work(database);
@@ -54,7 +55,11 @@ int runGuarded(const std::string& library, const Invocation& invocation) {
         }
         return succeeded;
     } catch (const qrb::Error& error) {
-        reportError(error.what(), error.details() ? error.details() : "");
+        if (error.code() == QRB_ERROR_CANCELLED && interruptSignal() != 0) {
+            reportError(Interrupted().what(), "");
+        } else {
+            reportError(error.what(), error.details() ? error.details() : "");
+        }
     } catch (const UsageError& error) {
         reportError(error.what(), error.details());
         return wrongUsage;

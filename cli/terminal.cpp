@@ -33,11 +33,23 @@ extern "C" void keepSignal(int number) {
     std::signal(number, SIG_DFL);
 }
 
+void setHandler(int number, void (*handler)(int)) {
+#if defined(_WIN32)
+    std::signal(number, handler);
+#else
+    // Without SA_RESTART: what waits for the other end of a pipe is to be heard, too.
+    struct sigaction action {};
+    action.sa_handler = handler;
+    sigemptyset(&action.sa_mask);
+    sigaction(number, &action, nullptr);
+#endif
+}
+
 void forEachSignal(void (*handler)(int)) {
-    std::signal(SIGINT, handler);
-    std::signal(SIGTERM, handler);
+    setHandler(SIGINT, handler);
+    setHandler(SIGTERM, handler);
 #if defined(SIGHUP)
-    std::signal(SIGHUP, handler);
+    setHandler(SIGHUP, handler);
 #endif
 }
 

@@ -3,6 +3,8 @@
 #include "qrb/error.h"
 #include "qrb/loader.h"
 
+#include <utility>
+
 namespace tarvo::qrb {
 
 class Context::Private {
@@ -79,6 +81,24 @@ bool Context::databaseFileTypeCheck(const std::string& fileName) const {
 
 qrb_context* Context::handle() const {
     return d->handle;
+}
+
+InterruptGuard::InterruptGuard(const Context& context, std::function<bool()> goOn)
+    : m_context(context), m_goOn(std::move(goOn)) {
+    const auto set = optionalFunctions().qrb_context_set_interrupt_function;
+    if (set == nullptr) {
+        return;
+    }
+    const auto ask = [](void* data) -> std::uint8_t {
+        return static_cast<const InterruptGuard*>(data)->m_goOn() ? 1 : 0;
+    };
+    checkStatus(m_context.handle(), set(m_context.handle(), ask, this));
+}
+
+InterruptGuard::~InterruptGuard() {
+    if (const auto set = optionalFunctions().qrb_context_set_interrupt_function) {
+        set(m_context.handle(), nullptr, nullptr);
+    }
 }
 
 }  // namespace tarvo::qrb

@@ -3,6 +3,7 @@
 
 #include "qrb/qrb.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -32,6 +33,22 @@ public:
 private:
     class Private;
     std::shared_ptr<Private> d;
+};
+
+// While it lives, calls on the context ask the function whether to go on, on the thread of the
+// call. One that was stopped throws an Error with the code QRB_ERROR_CANCELLED. A library that
+// can't be interrupted doesn't ask. One at a time for a context, and not within a call on it.
+class InterruptGuard {
+public:
+    // goOn: must not throw, nor use the library. Throws Error.
+    InterruptGuard(const Context& context, std::function<bool()> goOn);
+    ~InterruptGuard();
+    InterruptGuard(const InterruptGuard&) = delete;
+    InterruptGuard& operator=(const InterruptGuard&) = delete;
+
+private:
+    const Context m_context;
+    const std::function<bool()> m_goOn;
 };
 
 }  // namespace tarvo::qrb

@@ -95,6 +95,7 @@ std::string libraryBesideProgram() {
 
 Module s_module = nullptr;
 FunctionTable s_functions = {};
+OptionalFunctionTable s_optional = {};
 std::string s_message;
 
 // False: the name is missing, and s_message says so.
@@ -111,6 +112,10 @@ bool resolve(Function*& slot, const char* name) {
 
 const FunctionTable& functions() {
     return s_functions;
+}
+
+const OptionalFunctionTable& optionalFunctions() {
+    return s_optional;
 }
 
 const char* load(const char* fileName) {
@@ -131,6 +136,9 @@ const char* load(const char* fileName) {
         return s_message.c_str();              \
     }
 #include "qrb/functions.def"
+#define QRB_OPTIONAL_FUNCTION(result, name, parameters) \
+    s_optional.name = reinterpret_cast<decltype(s_optional.name)>(findSymbol(s_module, #name));
+#include "qrb/optional.def"
     return nullptr;
 }
 
@@ -142,6 +150,7 @@ const char* free() {
         return "Failed to free QRB library.";
     }
     s_functions = {};
+    s_optional = {};
     s_module = nullptr;
     return nullptr;
 }

@@ -15,8 +15,15 @@ struct FunctionTable {
 #include "qrb/functions.def"
 };
 
-// The table of the loaded library.
+// Those that a library may lack; a slot is null then.
+struct OptionalFunctionTable {
+#define QRB_OPTIONAL_FUNCTION(result, name, parameters) result(*name) parameters;
+#include "qrb/optional.def"
+};
+
+// The tables of the loaded library.
 const FunctionTable& functions();
+const OptionalFunctionTable& optionalFunctions();
 
 // "qrblib" with the platform's suffix of shared libraries.
 extern const char* const defaultLibraryName;

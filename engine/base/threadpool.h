@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <chrono>
 #include <condition_variable>
 #include <cstddef>
 #include <deque>
@@ -25,6 +26,10 @@ public:
     ~Task() {
         if (m_result.valid())
             m_result.wait();
+    }
+    // Whether it is done, at the latest after this time.
+    bool isReadyWithin(std::chrono::milliseconds time) const {
+        return m_result.wait_for(time) == std::future_status::ready;
     }
     // Once: the result, or what the work threw.
     Result get() { return m_result.get(); }

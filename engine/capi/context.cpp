@@ -36,6 +36,14 @@ bool isCallingBack(const Object& object) {
     return pointcloud && pointcloud->database && pointcloud->database->callingBack > 0;
 }
 
+// Throws Failure(State) within a callback of a call on the context.
+void requireIdle(const Context& bound, const qrb_context* context) {
+    if (bound.callingBack > 0 || HandleTable::instance().anyOwnedBy(context, isCallingBack))
+        throw Failure(ErrorCode::State,
+                      "The context is at work: a callback can't call this function on it.",
+                      "Call it when the call that called back has returned.");
+}
+
 // The error of a result, which is kept meanwhile.
 std::shared_ptr<const CallError> errorOf(const qrb_result* result) {
     static const CallError outOfMemory = CallError::outOfMemory();
@@ -100,10 +108,8 @@ qrb_status qrb_context_delete(qrb_context* context) {
     if (!context)
         return QRB_SUCCESS;
     return call(context, [&](Context& bound) {
+        requireIdle(bound, context);
         HandleTable& table = HandleTable::instance();
-        if (bound.callingBack > 0 || table.anyOwnedBy(context, isCallingBack))
-            throw Failure(ErrorCode::State, "The context is at work: a callback can't delete it.",
-                          "Delete it when the call that called back has returned.");
         table.removeOwnedBy(context);
         table.remove(context);
     });
@@ -118,6 +124,16 @@ qrb_status qrb_context_get_last_error(qrb_context* context, int32_t* code, const
     *text = bound->error.text();
     *details = bound->error.details();
     return QRB_SUCCESS;
+}
+
+qrb_status qrb_context_set_interrupt_function(qrb_context* context, qrb_interrupt_function function,
+                                              void* data) {
+    return call(context, [&](Context& bound) {
+        requireIdle(bound, context);
+        bound.goOn = nullptr;
+        if (function)
+            bound.goOn = [function, data] { return function(data) != 0; };
+    });
 }
 
 qrb_status qrb_database_file_type_check(qrb_context* context, const char* file_name,

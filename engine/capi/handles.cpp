@@ -99,6 +99,12 @@ std::shared_ptr<GraphNode> given(qrb_graph_node* node, const char* what) {
     return found;
 }
 
+void requireNotAsking() {
+    if (Interruption::isAsking())
+        throw Failure(ErrorCode::State,
+                      "The library is at work: an interrupt function can't call it.");
+}
+
 void Database::requireIdle() const {
     if (callingBack > 0)
         throw Failure(ErrorCode::State,

@@ -4,6 +4,7 @@
 
 #define QRB_PROTOTYPES
 #include "engine/base/error.h"
+#include "engine/base/interruption.h"
 #include "engine/capi/objects.h"
 #include "qrb/qrb.h"
 
@@ -95,6 +96,9 @@ auto valueOr(T* handle, const char* what) {
 // A node that was handed out; throws Failure(Argument) for null and any other.
 std::shared_ptr<GraphNode> given(qrb_graph_node* node, const char* what);
 
+// Throws Failure(State) within an interrupt function.
+void requireNotAsking();
+
 // Runs a context-bound function; `where` names it in the log. The function may take the context.
 template <typename Function>
 qrb_status call(qrb_context* context, Function&& function,
@@ -104,6 +108,8 @@ qrb_status call(qrb_context* context, Function&& function,
         return QRB_FAILURE;
     try {
         bound->log.called(where);
+        requireNotAsking();
+        const Interruption interruption(bound->goOn);
         if constexpr (std::is_invocable_v<Function, Context&>)
             function(*bound);
         else

@@ -13,6 +13,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -80,6 +81,7 @@ public:
     qrb_authentication_function authentication = nullptr;
     void* authenticationData = nullptr;
     std::atomic<int> callingBack{0};  // calls under way that may call back
+    std::function<bool()> goOn;       // whether calls are to go on; empty: nobody is asked
 };
 
 // An open file, which its handle and its queries share: these go on when the handle is closed.

@@ -1,5 +1,6 @@
 #include "engine/index/node.h"
 
+#include "engine/base/interruption.h"
 #include "engine/base/zstd.h"
 #include "engine/index/shape.h"
 
@@ -243,6 +244,7 @@ TreeCursor::TreeCursor(const Node& root, PageReader reader) : m_reader(std::move
 }
 
 void TreeCursor::enter() {
+    Interruption::check();
     const Node* node = m_stack.back().node;
     if (node->childPage) {
         std::shared_ptr<const Page> page = m_reader(node->childPage);

@@ -1,9 +1,11 @@
 #include "engine/query/scan.h"
 
+#include "engine/base/interruption.h"
 #include "engine/query/columns.h"
 #include "engine/query/findnode.h"
 
 #include <algorithm>
+#include <chrono>
 
 namespace tarvo::engine::query {
 
@@ -286,10 +288,21 @@ NodeHits Scan::nextHits() {
             continue;
         if (m_work.empty())
             return {};
-        Task<Examined> oldest = std::move(m_work.front());
+        awaitOldest();
+        m_examined = m_work.front().get();
         m_work.pop_front();
-        m_examined = oldest.get();
         m_ahead = std::min(m_ahead * 2, mostPerTask * smallSteps);
+    }
+}
+
+void Scan::awaitOldest() {
+    try {
+        do
+            Interruption::check();
+        while (!m_work.front().isReadyWithin(std::chrono::milliseconds(10)));
+    } catch (...) {
+        m_abandoned = true;  // or they would be waited for
+        throw;
     }
 }
 

@@ -78,6 +78,8 @@ private:
     void findScope();
     NodeHits nextHits();
     bool onlyCounts() const { return m_columns.empty() && !m_wantLeaves; }
+    // Waits for the first of the work as long as the caller wants it.
+    void awaitOldest();
     bool advance();  // starts work on the next candidates; false at the end
     // Has a worker examine them.
     void begin(std::vector<Candidate> candidates, bool withColumns);

@@ -1,5 +1,6 @@
 #include "engine/query/stat.h"
 
+#include "engine/base/interruption.h"
 #include "engine/filter/filter.h"
 #include "engine/index/shape.h"
 #include "engine/query/buffers.h"
@@ -24,6 +25,7 @@ public:
     }
 
     std::optional<IndexEntry> read(const index::Node& node, bool all) const {
+        Interruption::check();
         if (m_wanted && node.id == *m_wanted)
             return IndexEntry{node.id, node.revision, node.totalCount, node.ownCount, {}};
         if (m_wanted && node.isLeaf())

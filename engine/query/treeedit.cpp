@@ -1,5 +1,6 @@
 #include "engine/query/treeedit.h"
 
+#include "engine/base/interruption.h"
 #include "engine/index/builder.h"
 #include "engine/index/shape.h"
 
@@ -120,6 +121,7 @@ private:
     }
 
     void pass(std::uint64_t points) {
+        Interruption::check();
         m_passed += points;
         const auto percent = std::min<std::uint64_t>(
             99, m_passed * 100 / std::max<std::uint64_t>(1, m_state.pointCount));

@@ -1,3 +1,4 @@
+#include "engine/base/interruption.h"
 #include "engine/index/shape.h"
 #include "engine/query/blocks.h"
 #include "engine/query/columns.h"
@@ -277,6 +278,7 @@ private:
 
     void visit(const Node& node, const std::shared_ptr<const index::Page>& page,
                std::size_t depth) {
+        Interruption::check();
         // A page that stands at two places would make a tree without end of a small file.
         if (m_noTree || ++m_nodes > m_state.nextNodeId || depth > mostDepth) {
             if (!m_noTree)

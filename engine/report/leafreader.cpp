@@ -1,5 +1,6 @@
 #include "engine/report/leafreader.h"
 
+#include "engine/base/interruption.h"
 #include "engine/query/columns.h"
 
 #include <algorithm>
@@ -48,6 +49,7 @@ std::optional<LeafReader::Columns> LeafReader::next() {
         }
         if (m_work.empty())
             return std::nullopt;
+        Interruption::check();
         Task<Columns> oldest = std::move(m_work.front());
         m_work.pop_front();
         return oldest.get();

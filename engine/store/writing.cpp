@@ -1,6 +1,6 @@
 // Container: all that changes a file.
+#include "engine/base/interruption.h"
 #include "engine/store/containerimpl.h"
-
 #include "files/error.h"
 #include "files/place.h"
 
@@ -121,6 +121,7 @@ void Container::Impl::patiently(const std::function<void()>& work) {
             throw Failure(ErrorCode::Cancelled,
                           "Waiting for programs that read the database was cancelled.",
                           writing ? "The transaction is still pending." : "");
+        Interruption::check();
         if (!goOn && std::chrono::steady_clock::now() > end)
             throw Failure(
                 ErrorCode::Busy,

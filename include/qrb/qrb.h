@@ -1,6 +1,7 @@
 /* The C interface of the database library: point-cloud database files behind a flat table of
  * functions, listed in functions.def. A program loads a library with these functions at run time
  * (qrb/loader.h); a library that implements them defines QRB_PROTOTYPES before it includes this.
+ * The functions of optional.def a library may lack.
  *
  * Conventions
  *
@@ -127,6 +128,9 @@ typedef struct qrb_graph_node {
 /* Called with the work done in per cent (0 to 100); returns non-zero to go on, 0 to stop. */
 typedef uint8_t (*qrb_progress_function)(uint8_t percent, void* data);
 
+/* Called while a call works; returns non-zero to go on, 0 to stop. See optional.def. */
+typedef uint8_t (*qrb_interrupt_function)(void* data);
+
 /* Answers a challenge of challenge_size bytes with answer_size bytes; returns non-zero if it can. */
 typedef uint8_t (*qrb_authentication_function)(const uint8_t* challenge, uint32_t challenge_size,
                                                uint8_t* answer, uint32_t answer_size, void* data);
@@ -134,6 +138,8 @@ typedef uint8_t (*qrb_authentication_function)(const uint8_t* challenge, uint32_
 #ifdef QRB_PROTOTYPES
 #define QRB_FUNCTION(result, name, parameters) result name parameters;
 #include "functions.def"
+#define QRB_OPTIONAL_FUNCTION(result, name, parameters) result name parameters;
+#include "optional.def"
 #endif
 
 #ifdef __cplusplus

@@ -258,7 +258,8 @@ protected:
                 QRB_ERROR_STATE, busy);
         refused(t.qrb_pointcloud_query_select_next(c, select, 1, &done), QRB_ERROR_STATE, busy);
         refused(t.qrb_pointcloud_query_select_delete(c, select), QRB_ERROR_STATE, busy);
-        refused(t.qrb_context_delete(c), QRB_ERROR_STATE, "a callback can't delete it");
+        refused(t.qrb_context_delete(c), QRB_ERROR_STATE,
+                "a callback can't call this function on it");
         ++calls;
     }
     void prepare() {

@@ -20,6 +20,11 @@ const std::vector<std::string_view> functionNames = {
 #include "qrb/functions.def"
 };
 
+const std::vector<std::string_view> optionalNames = {
+#define QRB_OPTIONAL_FUNCTION(result, name, parameters) #name,
+#include "qrb/optional.def"
+};
+
 // The slots of the table as plain pointers, in order.
 std::vector<bool> filledSlots() {
     const qrb::FunctionTable& f = qrb::functions();
@@ -48,6 +53,9 @@ TEST(FunctionList, IsExportedWhollyByTheDatabaseLibrary) {
     for (const std::string_view name : functionNames) {
         EXPECT_NE(dlsym(library, name.data()), nullptr) << name;
     }
+    for (const std::string_view name : optionalNames) {
+        EXPECT_NE(dlsym(library, name.data()), nullptr) << name;
+    }
     dlclose(library);
 }
 
@@ -55,10 +63,17 @@ TEST_F(Loader, FindsTheDefaultLibraryBesideTheProgram) {
     for (const char* name : {static_cast<const char*>(nullptr), ""}) {
         ASSERT_EQ(qrb::load(name), nullptr);
         EXPECT_NE(qrb::functions().qrb_context_new, nullptr);
+        EXPECT_NE(qrb::optionalFunctions().qrb_context_set_interrupt_function, nullptr);
         qrb::freeLibrary();
+        EXPECT_EQ(qrb::optionalFunctions().qrb_context_set_interrupt_function, nullptr);
     }
 }
 #endif
+
+TEST_F(Loader, TakesALibraryWithoutWhatItMayLack) {
+    EXPECT_EQ(qrb::load(STUB_FILE), nullptr);
+    EXPECT_EQ(qrb::optionalFunctions().qrb_context_set_interrupt_function, nullptr);
+}
 
 TEST_F(Loader, FillsAndClearsEverySlot) {
     EXPECT_EQ(qrb::load(STUB_FILE), nullptr);

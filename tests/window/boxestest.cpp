@@ -9,7 +9,6 @@
 #include "window/common/guard.h"
 #include "window/common/messageboxes.h"
 #include "window/common/programsettings.h"
-#include "window/common/progress.h"
 #include "window/common/textfiles.h"
 #include "window/dialogs/workingdialog.h"
 #include "window/panels/findbar.h"
@@ -50,7 +49,6 @@ private slots:
     void errorsTellFileAndReason();
     void waitingEndsWithTheWork();
     void workThatWasCancelledCanBeDoneAgain();
-    void progressStaysUpToTheEnd();
     void checkListChecksWhatItShows();
     void findBarFindsLettersOfBothCases();
     void changelogIsColoured();
@@ -201,29 +199,6 @@ void BoxesTest::workThatWasCancelledCanBeDoneAgain() {
         QApplication::processEvents();  // takes what is left of its progress
         QVERIFY(worker.isEnabled() && worker.bar.isHidden());
     }
-}
-
-// The last step may be the longest.
-void BoxesTest::progressStaysUpToTheEnd() {
-    QWidget window;
-    bool cancelled = false;
-    Progress progress(&window, "Working...");
-    QTest::qWait(600);
-    for (int i = 0; i < 3 && !cancelled; ++i) {
-        QTest::qWait(50);
-        try {
-            progress.update(100);
-        } catch (const Cancelled&) {
-            cancelled = true;
-            continue;
-        }
-        auto* dialog = window.findChild<QProgressDialog*>();
-        QVERIFY(dialog->isVisible());
-        QCOMPARE(dialog->value(), 100);
-        if (i == 1)
-            ModalScript::pressButton(dialog, "Cancel");
-    }
-    QVERIFY(cancelled);
 }
 
 void BoxesTest::checkListChecksWhatItShows() {

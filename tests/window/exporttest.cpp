@@ -296,14 +296,14 @@ void ExportTest::cancelLeavesWhatWasThere() {
     QVERIFY(file.open(QIODevice::WriteOnly) && file.write("last week") == 9);
     file.close();
     int percent = -1;
-    const QStringList texts = run("actionQuerySelectExport",
-                                  exportTo(name, {ModalScript::press("Yes"), [&](QDialog* dialog) {
-                                                      auto* progress =
-                                                          qobject_cast<QProgressDialog*>(dialog);
-                                                      QVERIFY(progress);
-                                                      percent = progress->value();
-                                                      ModalScript::press("Cancel")(dialog);
-                                                  }}));
+    const QStringList texts = run(
+        "actionQuerySelectExport",
+        exportTo(name, {ModalScript::press("Yes"), ModalScript::onProgress([&](QDialog* dialog) {
+                            auto* progress = qobject_cast<QProgressDialog*>(dialog);
+                            QVERIFY(progress);
+                            percent = progress->value();
+                            ModalScript::press("Cancel")(dialog);
+                        })}));
     QCOMPARE(texts.size(), 1);  // the question of the file dialog
     QVERIFY2(percent >= 0 && percent < 100, "the export was done before it could be cancelled");
 

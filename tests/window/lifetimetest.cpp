@@ -321,7 +321,8 @@ void LifetimeTest::quitEndsNoWorkOnADatabase() {
     bool refused = false;
     QPointer<MainWindow> window = m_window.get();
     trigger(*m_window, "actionQuerySelectExport",
-            {ModalScript::chooseFile(m_work->filePath("large.csv")), [&](QDialog* dialog) {
+            {ModalScript::chooseFile(m_work->filePath("large.csv")),
+             ModalScript::onProgress([&](QDialog* dialog) {
                  QVERIFY(qobject_cast<QProgressDialog*>(dialog));
                  QFileOpenEvent event(m_file);
                  QApplication::sendEvent(qApp, &event);
@@ -331,7 +332,7 @@ void LifetimeTest::quitEndsNoWorkOnADatabase() {
                  ModalScript::press("Cancel")(dialog);
                  m_window->close();
                  refused = refused && window->isVisible();
-             }});
+             })});
     QVERIFY(refused);
     QVERIFY(!QFileInfo::exists(m_work->filePath("large.csv")));
     QVERIFY(!m_window->session().database || status(*m_window) == large.fileName);

@@ -5,6 +5,7 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QProgressDialog>
 #include <QtTest>
 
 bool takesKeys(QDialog* dialog) {
@@ -14,6 +15,15 @@ bool takesKeys(QDialog* dialog) {
         dialog->activateWindow();
     return dialog->isActiveWindow();
 }
+
+namespace {
+
+struct OnProgress {
+    ModalScript::Step step;
+    void operator()(QDialog* dialog) const { step(dialog); }
+};
+
+}  // namespace
 
 ModalScript::ModalScript(std::vector<Step> steps) : m_steps(std::move(steps)) {
     if (auto* open = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
@@ -29,6 +39,8 @@ void ModalScript::arm() {
     QObject::connect(timer, &QTimer::timeout, timer, [this, timer] {
         auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
         if (!dialog || m_seen.contains(dialog) || !takesKeys(dialog))
+            return;
+        if (qobject_cast<QProgressDialog*>(dialog) && !m_steps[m_answered].target<OnProgress>())
             return;
         timer->stop();
         m_seen += dialog;
@@ -79,4 +91,8 @@ ModalScript::Step ModalScript::with(const Step& first, const QString& button) {
         first(dialog);
         press(button)(dialog);
     };
+}
+
+ModalScript::Step ModalScript::onProgress(const Step& step) {
+    return OnProgress{step};
 }

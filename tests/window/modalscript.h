@@ -30,8 +30,11 @@ public:
     static bool pressButton(QWidget* parent, const QString& button);
 
     // Steps.
-    static Step press(const QString& button);                    // by its text without ampersands
-    static Step chooseFile(const QString& fileName);             // in a file dialog
+    static Step press(const QString& button);         // by its text without ampersands
+    static Step chooseFile(const QString& fileName);  // in a file dialog
+    // For the progress of long work, which may come up on a busy machine where nobody waits for it,
+    // and is passed over then.
+    static Step onProgress(const Step& step);
     static Step with(const Step& first, const QString& button);  // then presses the button
 
 private:

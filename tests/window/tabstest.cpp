@@ -10,7 +10,6 @@
 #include "tests/window/windowdriver.h"
 #include "window/common/guard.h"
 #include "window/common/programsettings.h"
-#include "window/common/progress.h"
 #include "window/dialogs/workingdialog.h"
 #include "window/frame/mainwindow.h"
 
@@ -78,7 +77,6 @@ private slots:
     void headersSortAndLeadBack();
     void levelOfDetailIsBuiltAndCanBeCancelled();
     void validationTellsWhatItFinds();
-    void longWorkCanBeCancelled();
     void everyControlHasANameAndAWayToIt();
     void dialogsCanBeUsedWithoutSightAndMouse();
     void methodTextsAreTakenApart();
@@ -719,27 +717,6 @@ void TabsTest::validationTellsWhatItFinds() {
     QVERIFY(result.contains("tarvo.temperature") && result.contains("tarvo.device"));
     QVERIFY(!result.contains("No problems detected!"));
     run("actionValidate", {validate("{", &result), ModalScript::press("OK")});
-}
-
-void TabsTest::longWorkCanBeCancelled() {
-    int steps = 0;
-    bool shown = false;
-    const bool done = guarded(m_window.get(), [&] {
-        Progress progress(m_window.get(), "Working...");
-        for (; steps < 1000; ++steps) {
-            QThread::msleep(20);
-            progress.update(steps / 10);
-            if (auto* dialog = m_window->findChild<QProgressDialog*>();
-                dialog && dialog->isVisible()) {
-                shown = true;
-                ModalScript::press("Cancel")(dialog);
-            }
-        }
-    });
-    QVERIFY(!done && shown);
-    // Not at once: short work needs no dialog. And then it ends where it is cancelled.
-    QVERIFY2(steps > 0 && steps < 1000, qUtf8Printable(QString::number(steps)));
-    QVERIFY(!QApplication::activeModalWidget());
 }
 
 // For those who can't see the window, and those who use no mouse.

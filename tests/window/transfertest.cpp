@@ -243,10 +243,11 @@ void TransferTest::cancelledImportTakesEverythingBack() {
         for (int i = 0; i < items; ++i)
             text += ",\"own.item." + QByteArray::number(i) + "\":\"" + QByteArray::number(i) + '"';
         const QString file = written(m_sample->path("many.json"), text + '}');
-        ModalScript script({ModalScript::chooseFile(file), [&](QDialog* dialog) {
-                                came = qobject_cast<QProgressDialog*>(dialog);
-                                ModalScript::press(came ? "Cancel" : "OK")(dialog);
-                            }});
+        ModalScript script(
+            {ModalScript::chooseFile(file), ModalScript::onProgress([&](QDialog* dialog) {
+                 came = qobject_cast<QProgressDialog*>(dialog);
+                 ModalScript::press(came ? "Cancel" : "OK")(dialog);
+             })});
         window.child<QAction>("actionMetaDataImport")->trigger();
         QCOMPARE(script.answered(), 2u);
         QCOMPARE(script.texts().isEmpty(), came);  // nothing is told about what the user did

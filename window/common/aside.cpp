@@ -1,26 +1,29 @@
 #include "window/common/aside.h"
 
+#include "qrb/error.h"
 #include "window/common/guard.h"
-#include "window/common/progress.h"
 
-#include <QApplication>
+#include <QEventLoop>
 #include <QFontMetrics>
 #include <QLabel>
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QThread>
+#include <QTimer>
 #include <atomic>
 #include <exception>
 #include <limits>
 #include <memory>
 #include <mutex>
+#include <optional>
 
 namespace tarvo::window {
 
 namespace {
 
+constexpr int atOnce = 20;         // milliseconds that nobody notices
 constexpr int milliseconds = 500;  // before the dialog comes up
-constexpr int interval = 30;       // milliseconds between looks at the work
+constexpr int interval = 50;       // milliseconds between looks at the work
 constexpr int labelWidth = 420;    // pixels; file names may be long
 
 // What the two threads tell each other.
@@ -33,8 +36,8 @@ struct Shared {
 
 class Worker {
 public:
-    explicit Worker(const std::function<void(const StepProgress&)>& job)
-        : m_thread(QThread::create([this, &job] { run(job); })) {
+    Worker(const qrb::Context* context, const AsideJob& job)
+        : m_thread(QThread::create([this, context, &job] { run(context, job); })) {
         m_thread->start();
     }
     ~Worker() {
@@ -45,6 +48,7 @@ public:
     Worker& operator=(const Worker&) = delete;
 
     Shared& shared() { return m_shared; }
+    QThread& thread() { return *m_thread; }
     bool ended(int timeout) { return m_thread->wait(static_cast<unsigned long>(timeout)); }
     // Once it has ended.
     void rethrow() const {
@@ -53,8 +57,11 @@ public:
     }
 
 private:
-    void run(const std::function<void(const StepProgress&)>& job) {
+    void run(const qrb::Context* context, const AsideJob& job) {
         try {
+            std::optional<qrb::InterruptGuard> interruptible;
+            if (context)
+                interruptible.emplace(*context, [this] { return !m_shared.cancelled; });
             job([this](const std::string& step, double fraction) {
                 if (m_shared.cancelled)
                     throw Cancelled();
@@ -62,6 +69,9 @@ private:
                 m_shared.step = step;
                 m_shared.fraction = fraction;
             });
+        } catch (const qrb::Error& failure) {
+            const bool isWished = m_shared.cancelled && failure.code() == QRB_ERROR_CANCELLED;
+            m_failure = isWished ? std::make_exception_ptr(Cancelled()) : std::current_exception();
         } catch (...) {
             m_failure = std::current_exception();
         }
@@ -72,6 +82,7 @@ private:
     std::unique_ptr<QThread> m_thread;
 };
 
+// It is there from the beginning, so that the window counts as busy, and comes up later.
 class AsideDialog {
 public:
     AsideDialog(QWidget* parent, const QString& text, Shared& shared)
@@ -92,11 +103,18 @@ public:
             m_shared.cancelled = true;
             if (auto* button = m_dialog.findChild<QPushButton*>())
                 button->setEnabled(false);
+            update();
         });
-        update();
-        m_dialog.show();
     }
 
+    void show() {
+        update();
+        m_dialog.show();
+        QObject::connect(&m_updates, &QTimer::timeout, &m_dialog, [this] { update(); });
+        m_updates.start(interval);
+    }
+
+private:
     void update() {
         std::string step;
         double fraction = 0;
@@ -107,33 +125,51 @@ public:
         }
         const QString shown = m_dialog.fontMetrics().elidedText(QString::fromStdString(step),
                                                                 Qt::ElideMiddle, labelWidth);
-        m_dialog.setLabelText(m_text + '\n' + (m_shared.cancelled ? "Cancelling ..." : shown));
+        const QString below = m_shared.cancelled ? "Cancelling ..." : shown;
+        m_dialog.setLabelText(below.isEmpty() ? m_text : m_text + '\n' + below);
         m_dialog.setValue(static_cast<int>(fraction * 100));
-        QApplication::processEvents(m_shared.cancelled ? QEventLoop::ExcludeUserInputEvents
-                                                       : QEventLoop::AllEvents);
     }
 
-private:
     QString m_text;
     Shared& m_shared;
     QProgressDialog m_dialog;
+    QTimer m_updates;
 };
+
+void work(QWidget* parent, const QString& text, const qrb::Context* context, const AsideJob& job) {
+    Worker worker(context, job);
+    if (!worker.ended(atOnce)) {
+        AsideDialog dialog(parent, text, worker.shared());
+        QEventLoop waiting;
+        // Queued: the thread may end before the loop begins.
+        QObject::connect(&worker.thread(), &QThread::finished, &waiting, &QEventLoop::quit,
+                         Qt::QueuedConnection);
+        // Input waits, and goes to the dialog where that comes up.
+        {
+            const WaitCursor cursor;
+            QTimer::singleShot(milliseconds - atOnce, &waiting, &QEventLoop::quit);
+            if (!worker.thread().isFinished())
+                waiting.exec(QEventLoop::ExcludeUserInputEvents);
+        }
+        if (!worker.thread().isFinished()) {
+            dialog.show();
+            while (!worker.thread().isFinished())
+                waiting.exec();
+        }
+        worker.ended(-1);
+    }
+    worker.rethrow();
+}
 
 }  // namespace
 
-void workAside(QWidget* parent, const QString& text,
-               const std::function<void(const StepProgress&)>& job) {
-    Worker worker(job);
-    const auto isShort = [&worker] {
-        const WaitCursor waiting;
-        return worker.ended(milliseconds);
-    };
-    if (!isShort()) {
-        AsideDialog dialog(parent, text, worker.shared());
-        while (!worker.ended(interval))
-            dialog.update();
-    }
-    worker.rethrow();
+void workAside(QWidget* parent, const QString& text, const AsideJob& job) {
+    work(parent, text, nullptr, job);
+}
+
+void workAside(QWidget* parent, const QString& text, const qrb::Context& context,
+               const AsideJob& job) {
+    work(parent, text, &context, job);
 }
 
 }  // namespace tarvo::window

@@ -2,8 +2,8 @@
 
 #include "core/error.h"
 #include "qrb/error.h"
+#include "window/common/aside.h"
 #include "window/common/messageboxes.h"
-#include "window/common/progress.h"
 
 #include <QApplication>
 

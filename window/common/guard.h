@@ -22,7 +22,7 @@ struct ErrorText {
 ErrorText describe(const std::exception_ptr& error);
 
 // The general error report: an error box over parent. That the user cancelled
-// (window/common/progress.h) needs none.
+// (window/common/aside.h) needs none.
 void reportError(QWidget* parent, const std::exception_ptr& error);
 
 // Shows the wait cursor while it lives. Leave its scope before showing a box; guarded() does so.

@@ -3,6 +3,7 @@
 #include "qrb/error.h"
 #include "ui_dialogvalidate.h"
 #include "window/common/appearance.h"
+#include "window/common/aside.h"
 #include "window/common/guard.h"
 #include "window/dialogs/schemalist.h"
 
@@ -46,18 +47,21 @@ void DialogValidate::on_buttonValidate_clicked() {
     m_ui->editResult->clear();
     m_ui->tabWidget->setCurrentWidget(m_ui->tabResult);
     guarded(this, [this] {
-        const WaitCursor waiting;
         const std::string schema = m_ui->editSchema->toPlainText().toStdString();
         const bool strict = m_ui->editStrict->isChecked();
+        std::vector<std::string> found;
         const auto appendNotes = [&] {
             QString notes;
-            for (const std::string& note : m_database.management().findings(schema, strict).notes)
+            for (const std::string& note : found)
                 notes += '\n' + QString::fromStdString(note);
             if (!notes.isEmpty())
                 m_ui->editResult->appendPlainText(notes);
         };
         try {
-            m_database.management().validate(schema, strict);
+            workAside(this, "Validating the database...", [&](const StepProgress&) {
+                found = m_database.management().findings(schema, strict).notes;
+                m_database.management().validate(schema, strict);
+            });
         } catch (const qrb::Error& error) {
             // What the box hides behind its details stays readable here.
             m_ui->editResult->appendPlainText(QString::fromUtf8(error.what()) + "\n\n" +

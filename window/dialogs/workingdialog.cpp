@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QKeyEvent>
 #include <QProgressBar>
 #include <QThread>
 #include <QtConcurrentRun>
@@ -21,8 +22,11 @@ public:
         m_dialog.m_bar->setValue(0);
         m_dialog.m_bar->show();
         m_dialog.setEnabled(false);
+        // What is disabled gets no keys of its own.
+        qApp->installEventFilter(&m_dialog);
     }
     ~Busy() {
+        qApp->removeEventFilter(&m_dialog);
         m_dialog.m_busy = false;
         m_dialog.m_cancel = false;
         m_dialog.m_bar->hide();
@@ -68,6 +72,16 @@ double WorkingDialog::work(const QString& cancelled, const Job& job) {
     if (failure)
         std::rethrow_exception(failure);
     return static_cast<double>(timer.nsecsElapsed()) / 1e6;
+}
+
+bool WorkingDialog::eventFilter(QObject* object, QEvent* event) {
+    const bool isKey =
+        event->type() == QEvent::ShortcutOverride || event->type() == QEvent::KeyPress;
+    if (m_busy && isKey && static_cast<QKeyEvent*>(event)->matches(QKeySequence::Cancel)) {
+        m_cancel = true;
+        return true;
+    }
+    return QDialog::eventFilter(object, event);
 }
 
 void WorkingDialog::done(int result) {

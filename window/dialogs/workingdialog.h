@@ -24,6 +24,8 @@ signals:
     void update_progress(int percent);
 
 protected:
+    bool eventFilter(QObject* object, QEvent* event) override;
+
     using Job = std::function<void(const qrb::pointcloud::Progress&)>;
 
     explicit WorkingDialog(QWidget* parent) : QDialog(parent) {}
@@ -35,6 +37,7 @@ protected:
     // std::runtime_error with the text cancelled. Exceptions of the job are thrown on; a job that
     // came to its end has done its work, whatever the dialog was asked. Nothing that the job works
     // on may be used elsewhere meanwhile.
+    // Esc asks the dialog to close, too.
     double work(const QString& cancelled, const Job& job);
 
 private:

@@ -1,6 +1,7 @@
 #include "window/frame/databasecreation.h"
 
 #include "core/newdatabase.h"
+#include "window/common/aside.h"
 #include "window/common/guard.h"
 #include "window/common/messageboxes.h"
 #include "window/dialogs/dialogcreatesettings.h"
@@ -31,13 +32,15 @@ bool create(const Wish& wish, const DatabaseSession& session, QWidget* parent) {
                 parent, QString("The file \"%0\" exists already.\nReplace it?").arg(wish.location)))
             return false;
     }
-    const WaitCursor waiting;
-    core::NewDatabase database(session.context, wish.location.toStdString(), target.exists());
-    if (wish.schema.empty())
-        database.create(wish.settings);
-    else
-        database.create(wish.settings, wish.schema, wish.optionals);
-    database.publish();
+    const bool replaces = target.exists();
+    workAside(parent, "Creating the database...", session.context, [&](const StepProgress&) {
+        core::NewDatabase database(session.context, wish.location.toStdString(), replaces);
+        if (wish.schema.empty())
+            database.create(wish.settings);
+        else
+            database.create(wish.settings, wish.schema, wish.optionals);
+        database.publish();
+    });
     return true;
 }
 

@@ -2,6 +2,7 @@
 #include "window/frame/mainwindow.h"
 
 #include "qrb/error.h"
+#include "window/common/aside.h"
 #include "window/common/guard.h"
 #include "window/common/messageboxes.h"
 #include "window/common/recentfiles.h"
@@ -70,22 +71,22 @@ void MainWindow::openDatabase(QString fileName, bool skipDialog) {
 }
 
 // Throws for a file that can't be opened while that would cost a pending transaction.
-void MainWindow::tryToOpen(const QString& fileName,
-                           const qrb::pointcloud::OpenSettings& settings) const {
+void MainWindow::tryToOpen(const QString& fileName, const qrb::pointcloud::OpenSettings& settings) {
     if (!isPending() || files::identityOf(fileName.toStdString()) == m_session.identity)
         return;
-    const WaitCursor waiting;
-    qrb::Pointcloud(m_session.context).open(fileName.toStdString(), settings);
+    workAside(this, "Opening the database...", m_session.context, [&](const StepProgress&) {
+        qrb::Pointcloud(m_session.context).open(fileName.toStdString(), settings);
+    });
 }
 
 void MainWindow::replaceDatabase(const QString& fileName,
                                  const qrb::pointcloud::OpenSettings& settings) {
     try {
         dropDatabase();
-        const WaitCursor waiting;
         auto database = std::make_shared<qrb::Pointcloud>(m_session.context);
         const auto identity = files::identityOf(fileName.toStdString());
-        database->open(fileName.toStdString(), settings);
+        workAside(this, "Opening the database...", m_session.context,
+                  [&](const StepProgress&) { database->open(fileName.toStdString(), settings); });
         if (files::identityOf(fileName.toStdString()) != identity)
             throw std::runtime_error("The file was replaced while it was opened.\nOpen it again.");
         m_session.database = std::move(database);

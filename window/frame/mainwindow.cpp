@@ -307,7 +307,7 @@ void MainWindow::changeEvent(QEvent* event) {
     if (event->type() == QEvent::PaletteChange || event->type() == QEvent::ApplicationPaletteChange)
         adaptToolTips(this);
     // The user comes back from where files are replaced.
-    if (event->type() == QEvent::ActivationChange && isActiveWindow())
+    if (event->type() == QEvent::ActivationChange && isActiveWindow() && !isBusy())
         updateStatus();
 }
 
@@ -351,7 +351,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
     const QString name = localFileIn(event->mimeData());
-    if (!name.isEmpty() && isOpenable(name))
+    if (!name.isEmpty() && !isBusy() && isOpenable(name))
         event->acceptProposedAction();
 }
 

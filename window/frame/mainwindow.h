@@ -85,7 +85,7 @@ private:
     void evaluateCommandLine(const QString& textFileName);
 
     void replaceDatabase(const QString& fileName, const qrb::pointcloud::OpenSettings& settings);
-    void tryToOpen(const QString& fileName, const qrb::pointcloud::OpenSettings& settings) const;
+    void tryToOpen(const QString& fileName, const qrb::pointcloud::OpenSettings& settings);
     void openTextFile(const QString& fileName);
     void checkFile();
     bool isPending() const;

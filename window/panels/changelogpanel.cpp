@@ -5,7 +5,6 @@
 #include "ui_changelogpanel.h"
 #include "window/common/appearance.h"
 #include "window/common/filefilter.h"
-#include "window/common/guard.h"
 #include "window/common/messageboxes.h"
 #include "window/common/textfiles.h"
 #include "window/dialogs/dialogchangelogmessage.h"
@@ -95,7 +94,7 @@ void ChangelogPanel::on_actionChangelogExportToTextfile_triggered() {
                                                       "changelog.txt", "Text files (*.txt)");
     if (name.isEmpty())
         return;
-    const bool done = guarded([&] {
+    const bool done = aside("Exporting the changelog...", [&](const StepProgress&) {
         core::checkOutputPlace(m_session.context, name.toStdString(),
                                {m_session.fileName.toStdString()});
         database()->changelog().exportToTextfile(name.toStdString());
@@ -109,8 +108,7 @@ void ChangelogPanel::on_actionChangelogImportFromDatabase_triggered() {
                                                       QString(), databaseFileDialogFilter());
     if (name.isEmpty())
         return;
-    const bool done = guarded([&] {
-        const WaitCursor waiting;
+    const bool done = aside("Importing the changelog...", [&](const StepProgress&) {
         database()->changelog().importFromDatabase(name.toStdString());
     });
     if (done)

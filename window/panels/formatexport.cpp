@@ -70,12 +70,14 @@ void exportPointsAs(const DatabaseSession& session, const core::PointSelection& 
     files::WholeFile file(name.toStdString());
     exchange::Exported exported;
     try {
-        workAside(parent, "Exporting points ...", [&](const StepProgress& progress) {
-            exchange::database::DatabaseSource source(*session.database, fileName, selection,
-                                                      namesOf(attributes));
-            exported = exchange::exportPoints(source, source.formats(), options, file, progress);
-            progress("Writing " + name.toStdString(), 1);  // the last chance to cancel
-        });
+        workAside(parent, "Exporting points ...", session.context,
+                  [&](const StepProgress& progress) {
+                      exchange::database::DatabaseSource source(*session.database, fileName,
+                                                                selection, namesOf(attributes));
+                      exported =
+                          exchange::exportPoints(source, source.formats(), options, file, progress);
+                      progress("Writing " + name.toStdString(), 1);  // the last chance to cancel
+                  });
     } catch (const core::Failure& failure) {
         throw inWindowWords(failure);
     }

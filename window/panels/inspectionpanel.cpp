@@ -2,7 +2,6 @@
 
 #include "ui_inspectionpanel.h"
 #include "window/common/appearance.h"
-#include "window/common/guard.h"
 #include "window/common/messageboxes.h"
 
 #include <QComboBox>
@@ -70,15 +69,15 @@ void InspectionPanel::on_actionInspectionUpdate_triggered() {
     m_ui->textInspectionResult->clear();
     if (!database())
         return;
-    guarded([&] {
-        const WaitCursor waiting;
-        const auto format = static_cast<std::uint8_t>(m_format->currentData().toUInt());
-        const QString report = QString::fromStdString(database()->inspect(format));
-        if (isHtml(format))
-            m_ui->textInspectionResult->setHtml(report);
-        else
-            m_ui->textInspectionResult->setPlainText(report);
+    const auto format = static_cast<std::uint8_t>(m_format->currentData().toUInt());
+    QString report;
+    aside("Inspecting the database...", [&](const StepProgress&) {
+        report = QString::fromStdString(database()->inspect(format));
     });
+    if (isHtml(format))
+        m_ui->textInspectionResult->setHtml(report);
+    else
+        m_ui->textInspectionResult->setPlainText(report);
 }
 
 // Links inside of the report are followed, web pages are opened outside once the user agrees. What

@@ -3,9 +3,7 @@
 #include "core/json.h"
 #include "core/metadatafile.h"
 #include "ui_metadatapanel.h"
-#include "window/common/guard.h"
 #include "window/common/messageboxes.h"
-#include "window/common/progress.h"
 #include "window/common/textfiles.h"
 #include "window/common/textformat.h"
 #include "window/common/theme.h"
@@ -231,8 +229,7 @@ void MetaDataPanel::on_actionMetaDataExport_triggered() {
         QFileDialog::getSaveFileName(this, "Export", proposedFileName(), "JSON files (*.json)");
     if (fileName.isEmpty())
         return;
-    const bool done = guarded([&] {
-        const WaitCursor waiting;
+    const bool done = aside("Exporting metadata items...", [&](const StepProgress&) {
         std::vector<core::MetaDataItem> items;
         for (const std::string& name : names)
             items.push_back({name, database()->metaData().get(name)});
@@ -258,13 +255,12 @@ void MetaDataPanel::on_actionMetaDataImport_triggered() {
 void MetaDataPanel::importItems(const QString& fileName) {
     core::MetaDataImport import(database()->metaData());
     core::MetaDataFile file;
-    const bool done = guarded([&] {
+    const bool done = aside("Importing metadata items...", [&](const StepProgress& progress) {
         file = core::readMetaDataFile(readFile(fileName, "Failed to open import file."));
-        Progress progress(this, "Importing metadata items...");
         std::vector<std::size_t> last;
         try {
             for (std::size_t i = 0; i < file.items.size(); ++i) {
-                progress.update(static_cast<int>(i * 100 / file.items.size()));
+                progress({}, static_cast<double>(i) / static_cast<double>(file.items.size()));
                 if (import.losesSignature(file.items[i]))
                     last.push_back(i);
                 else

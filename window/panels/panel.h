@@ -6,6 +6,7 @@
 // in the panel. Their names are unique in the program; the window must not have slots for them.
 #pragma once
 
+#include "window/common/aside.h"
 #include "window/panels/databasesession.h"
 
 #include <QWidget>
@@ -32,6 +33,9 @@ protected:
     qrb::Pointcloud* database() const { return m_session.database.get(); }
     // Runs the action and shows what it throws; returns whether it threw nothing.
     bool guarded(const std::function<void()>& action);
+    // The same for what works with the database and may take its time: on another thread, with a
+    // dialog that says what is being done and can cancel it (window/common/aside).
+    bool aside(const QString& text, const AsideJob& job);
 
     const DatabaseSession& m_session;
 };

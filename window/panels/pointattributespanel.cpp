@@ -5,7 +5,6 @@
 #include "window/common/guard.h"
 #include "window/common/messageboxes.h"
 #include "window/common/programsettings.h"
-#include "window/common/progress.h"
 #include "window/common/textformat.h"
 #include "window/dialogs/attribute/dialogpointattribute.h"
 #include "window/widgets/numerictreewidgetitem.h"
@@ -258,14 +257,12 @@ void PointAttributesPanel::editAttribute(const std::string& name) {
 bool PointAttributesPanel::conversionAgreed(const PointAttribute& stored,
                                             const PointAttribute& attribute) {
     QString question;
-    const bool counted = guarded([&] {
+    const bool counted = aside("Comparing values...", [&](const StepProgress& progress) {
         // Without a transaction there is nothing to agree to: the library says so.
         if (!database()->transactions().pending())
             return;
-        const WaitCursor waiting;
-        Progress progress(this, "Comparing values...");
-        const auto changes = core::countChanges(
-            *database(), stored, attribute, [&progress](int percent) { progress.update(percent); });
+        const auto changes =
+            core::countChanges(*database(), stored, attribute, percentOf(progress));
         if (changes)
             question = QString::fromStdString(core::describe(*changes, stored, attribute));
     });
@@ -273,8 +270,7 @@ bool PointAttributesPanel::conversionAgreed(const PointAttribute& stored,
 }
 
 bool PointAttributesPanel::write(const PointAttribute& attribute, bool isNew) {
-    const bool written = guarded([&] {
-        const WaitCursor waiting;
+    const bool written = aside("Writing the attribute...", [&](const StepProgress&) {
         if (isNew)
             database()->pointAttributes().add(attribute);
         else
@@ -299,8 +295,7 @@ void PointAttributesPanel::on_actionPointAttributeRemove_triggered() {
             : QString("Remove %0 attributes?").arg(names.size());
     if (!confirmed(this, question))
         return;
-    guarded([&] {
-        const WaitCursor waiting;
+    aside("Removing attributes...", [&](const StepProgress&) {
         for (const std::string& name : names)
             database()->pointAttributes().remove(name);
     });

@@ -4,9 +4,7 @@
 #include "ui_pointdatapanel.h"
 #include "window/common/clipboard.h"
 #include "window/common/filterhistory.h"
-#include "window/common/guard.h"
 #include "window/common/messageboxes.h"
-#include "window/common/progress.h"
 #include "window/common/textfiles.h"
 #include "window/common/textformat.h"
 #include "window/dialogs/filterinsertmenu.h"
@@ -24,13 +22,14 @@
 #include <QLineEdit>
 #include <QLocale>
 #include <algorithm>
+#include <limits>
 #include <set>
 
 namespace tarvo::window {
 
 namespace {
 
-// Points per call: few enough that the progress dialog stays alive.
+// Points per call: few enough that the progress is seen.
 constexpr std::uint32_t countBatch = 1'000'000;
 
 // The groups whose attributes "Show default" shows.
@@ -79,7 +78,10 @@ void PointDataPanel::setUpFilter() {
     filter->setCompleter(nullptr);
     filter->lineEdit()->setPlaceholderText(filter->placeholderText());
     filter->lineEdit()->setClearButtonEnabled(true);
+    // Or a long expression would lose its end without a word.
+    filter->lineEdit()->setMaxLength(std::numeric_limits<int>::max());
     FilterHistory::show(filter);
+    m_ui->editPointDataNodes->setMaxLength(std::numeric_limits<int>::max());
     for (QLineEdit* edit : {filter->lineEdit(), m_ui->editPointDataNodes}) {
         connect(edit, &QLineEdit::returnPressed, m_ui->actionQuerySelectNext, &QAction::trigger);
         connect(edit, &QLineEdit::textChanged, this, &PointDataPanel::onPointDataSelectionEdited);
@@ -194,56 +196,71 @@ core::PointSelection PointDataPanel::selection() const {
 void PointDataPanel::on_actionQuerySelectNext_triggered() {
     if (!database())
         return;
-    guarded([&] {
-        if (!m_reader)
-            startQuery();
-        appendPage();
-    });
+    Page page;
+    if (guarded([&] { page = m_reader ? nextPage() : firstPage(); }))
+        showPage(page);
     updateActions();
 }
 
-void PointDataPanel::startQuery() {
+// The rows that are shown stay until the first page of the new query is there.
+PointDataPanel::Page PointDataPanel::firstPage() {
     const auto wanted = selection();
     if (!wanted.filter.empty()) {
         FilterHistory::add(filterText());
         refreshHistory();
         emit historyChanged();
     }
-
-    const WaitCursor waiting;
-    auto reader = std::make_unique<PointReader>(*database(), wanted);
+    Page page;
+    std::unique_ptr<PointReader> reader;
+    workAside(this, "Reading points...", m_session.context, [&](const StepProgress&) {
+        reader = std::make_unique<PointReader>(*database(), wanted);
+        page = readPage(*reader);
+    });
+    m_reader = std::move(reader);
     m_runningFilter = filterText();
     m_runningNodes = m_ui->editPointDataNodes->text();
     m_rowCounter = 0;
     m_ui->progressPointData->setValue(0);
     m_ui->treePointData->clear();
-    m_ui->treePointData->setColumnCount(1 + static_cast<int>(reader->columns().size()));
-    m_headers = QStringList("#") + reader->columns();
+    m_ui->treePointData->setColumnCount(1 + static_cast<int>(m_reader->columns().size()));
+    m_headers = QStringList("#") + m_reader->columns();
     m_ui->treePointData->setHeaderLabels(m_headers);
     m_widths.restart();
-    m_reader = std::move(reader);
+    return page;
 }
 
-void PointDataPanel::appendPage() {
-    std::uint32_t count = 0;
-    {
-        const WaitCursor waiting;
-        QElapsedTimer timer;
-        timer.start();
-        count = m_reader->next();
-        m_ui->labelPointData->setText(QString("%0 ms").arg(timer.elapsed()));
-        if (count > 0) {
-            appendRows(count);
-            m_rowCounter += count;
-            m_ui->progressPointData->setValue(static_cast<int>(m_reader->progress()));
-            m_findBar->refresh();
-        }
+// A query that failed or was stopped can't go on.
+PointDataPanel::Page PointDataPanel::nextPage() {
+    Page page;
+    try {
+        workAside(this, "Reading points...", m_session.context,
+                  [&](const StepProgress&) { page = readPage(*m_reader); });
+    } catch (...) {
+        m_reader.reset();
+        throw;
     }
-    if (count == 0) {
-        m_ui->actionQuerySelectCancel->setEnabled(true);
-        m_ui->actionQuerySelectCancel->trigger();
-        showInformation(this, "No data received.");
+    return page;
+}
+
+PointDataPanel::Page PointDataPanel::readPage(PointReader& reader) {
+    QElapsedTimer timer;
+    timer.start();
+    const std::uint32_t count = reader.next();
+    return {count, timer.elapsed()};
+}
+
+void PointDataPanel::showPage(const Page& page) {
+    m_ui->labelPointData->setText(QString("%0 ms").arg(page.milliseconds));
+    if (page.count > 0) {
+        appendRows(page.count);
+        m_rowCounter += page.count;
+        m_ui->progressPointData->setValue(static_cast<int>(m_reader->progress()));
+        m_findBar->refresh();
+        return;
     }
+    m_ui->actionQuerySelectCancel->setEnabled(true);
+    m_ui->actionQuerySelectCancel->trigger();
+    showInformation(this, "No data received.");
 }
 
 void PointDataPanel::appendRows(std::uint32_t count) {
@@ -281,12 +298,14 @@ void PointDataPanel::on_actionQuerySelectCount_triggered() {
         return;
     quint64 total = 0;
     const bool done = guarded([&] {
-        Progress progress(this, "Counting points...");
-        auto query = selection().query(*database());
-        while (const std::uint32_t count = query.next(countBatch)) {
-            total += count;
-            progress.update(static_cast<int>(query.progress()));
-        }
+        const auto wanted = selection();
+        workAside(this, "Counting points...", m_session.context, [&](const StepProgress& progress) {
+            auto query = wanted.query(*database());
+            while (const std::uint32_t count = query.next(countBatch)) {
+                total += count;
+                progress({}, query.progress() / 100.0);
+            }
+        });
     });
     if (done)
         showInformation(this, countText(total));
@@ -314,11 +333,14 @@ void PointDataPanel::on_actionQuerySelectExport_triggered() {
         const auto wanted = selection();
         const auto file =
             openOutput(name, "Failed to open export file.", {m_session.fileName.toStdString()});
-        Progress progress(this, "Exporting points...");
-        const std::uint64_t points =
-            exportPoints(*database(), wanted, m_columns.shownAttributes(),
-                         separators[std::max<qsizetype>(filters.indexOf(chosen), 0)], *file,
-                         [&](int percent) { progress.update(percent); });
+        const QStringList attributes = m_columns.shownAttributes();
+        const char separator = separators[std::max<qsizetype>(filters.indexOf(chosen), 0)];
+        std::uint64_t points = 0;
+        workAside(this, "Exporting points...", m_session.context,
+                  [&](const StepProgress& progress) {
+                      points = exportPoints(*database(), wanted, attributes, separator, *file,
+                                            percentOf(progress));
+                  });
         // A filter that was mistyped must not cost last week's export.
         if (points == 0 && QFileInfo(name).isFile())
             result = QString("No points are selected; \"%0\" was left as it was.")

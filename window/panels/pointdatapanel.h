@@ -80,9 +80,16 @@ private:
     void columnsChanged();
     void applyColumns();
 
+    struct Page {
+        std::uint32_t count = 0;  // of points, which the reader has
+        qint64 milliseconds = 0;
+    };
+
     core::PointSelection selection() const;
-    void startQuery();
-    void appendPage();
+    Page firstPage();  // starts a query
+    Page nextPage();
+    static Page readPage(PointReader& reader);
+    void showPage(const Page& page);
     void appendRows(std::uint32_t count);
 
     std::unique_ptr<Ui::PointDataPanel> m_ui;

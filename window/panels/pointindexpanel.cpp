@@ -6,11 +6,10 @@
 #include "ui_pointindexpanel.h"
 #include "window/common/clipboard.h"
 #include "window/common/filterhistory.h"
-#include "window/common/guard.h"
-#include "window/common/progress.h"
 #include "window/common/textformat.h"
 #include "window/dialogs/dialogindexstatistics.h"
 #include "window/panels/indexnoderow.h"
+#include "window/panels/indexrows.h"
 #include "window/panels/indexsearch.h"
 
 #include <QComboBox>
@@ -18,7 +17,6 @@
 #include <QLineEdit>
 #include <QSignalBlocker>
 #include <algorithm>
-#include <bit>
 #include <limits>
 #include <vector>
 
@@ -61,6 +59,41 @@ std::vector<std::uint64_t> extremes(const pointcloud::QueryStat& stat, std::uint
     return values;
 }
 
+// What the details show of an attribute in a node.
+struct AttributeDetails {
+    pointcloud::PointAttribute attribute;
+    std::vector<std::uint64_t> minimum, maximum;  // of the elements; empty where there are none
+    std::uint32_t revision = 0;
+};
+
+AttributeDetails detailsOf(const pointcloud::QueryStat& stat, std::uint32_t node,
+                           const pointcloud::PointAttribute& attribute, bool cleaned) {
+    const pointcloud::DataType type = core::ValueFormat(attribute).type();
+    return {attribute, extremes(stat, node, attribute, type, cleaned, false),
+            extremes(stat, node, attribute, type, cleaned, true),
+            stat.revision(node, attribute.name)};
+}
+
+void addDetails(const AttributeDetails& details, QTreeWidget* tree) {
+    const auto& [attribute, minimum, maximum, revision] = details;
+    const core::ValueFormat format(attribute);
+    const auto names = core::elementNames(attribute.name, attribute.length);
+    QList<QTreeWidgetItem*> rows;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        auto* row = new QTreeWidgetItem(
+            {QString::fromStdString(names[i]), QString("(revision %0)").arg(revision)});
+        const bool known = i < minimum.size() && i < maximum.size();
+        const auto addValue = [row](const QString& label, const std::string& value) {
+            new QTreeWidgetItem(row, {label, QString::fromStdString(value)});
+        };
+        addValue("Minimum:", known ? format.text(minimum[i]) : "-");
+        addValue("Maximum:", known ? format.text(maximum[i]) : "-");
+        addValue("Max-Min:", known ? format.differenceText(minimum[i], maximum[i]) : "-");
+        rows += row;
+    }
+    tree->addTopLevelItems(rows);
+}
+
 }  // namespace
 
 PointIndexPanel::PointIndexPanel(const DatabaseSession& session, QWidget* parent)
@@ -70,6 +103,8 @@ PointIndexPanel::PointIndexPanel(const DatabaseSession& session, QWidget* parent
     filter->setCompleter(nullptr);
     filter->lineEdit()->setPlaceholderText(filter->placeholderText());
     filter->lineEdit()->setClearButtonEnabled(true);
+    // Or a long expression would lose its end without a word.
+    filter->lineEdit()->setMaxLength(std::numeric_limits<int>::max());
     connect(filter->lineEdit(), &QLineEdit::returnPressed, m_ui->actionPointIndexFilterNodes,
             &QAction::trigger);
     connect(filter, qOverload<int>(&QComboBox::activated), m_ui->actionPointIndexFilterNodes,
@@ -140,52 +175,66 @@ void PointIndexPanel::on_actionPointIndexFilterNodes_triggered() {
     });
 }
 
+// What is shown stays when the user cancels.
 void PointIndexPanel::buildTree(const QString& filter) {
-    const WaitCursor waiting;
-    Progress progress(this, "Reading the point index...");
     pointcloud::IndexNode root;
-    database()->stat().index(root);
-    progress.update(30);
-    const Wanted wanted = wantedNodes(filter, root);
-    progress.update(50);
-
-    // Rows come into the tree when all are there: what is shown stays when the user cancels.
-    Summary summary;
-    const IndexIcons icons;
-    const auto rows = std::make_unique<QTreeWidgetItem>();
-    // A root without id only holds the nodes together.
-    if (root.id != 0) {
-        addNode(root, wanted, 0, icons, rows.get(), summary, progress);
-    } else {
-        for (const pointcloud::IndexNode& child : root.children)
-            addNode(child, wanted, 0, icons, rows.get(), summary, progress);
-    }
+    WantedNodes wanted;
+    IndexRows shown;
+    workAside(this, "Reading the point index...", m_session.context,
+              [&](const StepProgress& progress) {
+                  database()->stat().index(root);
+                  progress({}, 0.5);
+                  wanted = wantedNodes(filter, root);
+                  progress({}, 0.8);
+                  shown = indexRows(root, wanted, maximumItems);
+              });
     auto* tree = m_ui->treePointIndexNodes;
     tree->clear();
     tree->setSortingEnabled(false);
-    tree->addTopLevelItems(rows->takeChildren());
+    tree->addTopLevelItems(rowsOf(shown));
     tree->setSortingEnabled(true);
     m_stale = false;
-    if (wanted.all && summary.items() > expandedItems)
+    if (wanted.all && shown.items() > expandedItems)
         tree->topLevelItem(0)->setExpanded(true);
     else
         expandQuietly(tree);
     resizeNodeColumns();
-    m_ui->labelPointIndex->setText(summary.truncated || summary.items() > maximumItems
+    m_ui->labelPointIndex->setText(shown.truncated || shown.items() > maximumItems
                                        ? QString("Index too large,\nView truncated!")
                                        : QString("Nodes: %1, Leaves: %2, Total: %3, Depth: %4")
-                                             .arg(summary.nodes)
-                                             .arg(summary.leaves)
-                                             .arg(summary.items())
-                                             .arg(summary.depth));
+                                             .arg(shown.nodes)
+                                             .arg(shown.leaves)
+                                             .arg(shown.items())
+                                             .arg(shown.depth));
     if (tree->topLevelItemCount() > 0)
         tree->setCurrentItem(tree->topLevelItem(0));
     else
         showDetails();
 }
 
-PointIndexPanel::Wanted PointIndexPanel::wantedNodes(const QString& filter,
-                                                     const pointcloud::IndexNode& root) const {
+QList<QTreeWidgetItem*> PointIndexPanel::rowsOf(const IndexRows& shown) const {
+    const IndexIcons icons;
+    QFont bold = m_ui->treePointIndexNodes->font();
+    bold.setBold(true);
+    QList<QTreeWidgetItem*> top;
+    std::vector<IndexNodeRow*> rows;
+    rows.reserve(shown.rows.size());
+    for (const IndexRow& row : shown.rows) {
+        auto* item = new IndexNodeRow(*row.node, row.level, icons);
+        rows.push_back(item);
+        if (row.parent < 0)
+            top += item;
+        else
+            rows[static_cast<std::size_t>(row.parent)]->addChild(item);
+        if (row.isMatch)
+            for (int column = NODE_ID; column <= NODE_REVISION; ++column)
+                item->setFont(column, bold);
+    }
+    return top;
+}
+
+WantedNodes PointIndexPanel::wantedNodes(const QString& filter,
+                                         const pointcloud::IndexNode& root) const {
     if (filter.isEmpty())
         return {};
     if (isNodeList(filter)) {
@@ -200,77 +249,28 @@ PointIndexPanel::Wanted PointIndexPanel::wantedNodes(const QString& filter,
     return {false, leavesOf(narrowed)};
 }
 
-bool PointIndexPanel::addNode(const pointcloud::IndexNode& node, const Wanted& wanted, int level,
-                              const IndexIcons& icons, QTreeWidgetItem* parent, Summary& summary,
-                              Progress& progress) {
-    if (node.id == 0)
-        return false;
-    if (summary.items() > maximumItems) {
-        summary.truncated = true;
-        return false;
-    }
-    progress.update(50 + summary.items() * 50 / (maximumItems + 1));
-    const Summary before = summary;
-    auto* row = new IndexNodeRow(node, level, icons);
-    parent->addChild(row);
-    ++(node.children.empty() ? summary.leaves : summary.nodes);
-    summary.depth = std::max(summary.depth, level);
-
-    const bool matches = !wanted.all && wanted.ids.contains(node.id);
-    bool keep = wanted.all || matches;
-    for (const pointcloud::IndexNode& child : node.children) {
-        if (addNode(child, wanted, level + 1, icons, row, summary, progress))
-            keep = true;
-    }
-    if (!keep) {
-        delete row;
-        const bool truncated = summary.truncated;
-        summary = before;
-        summary.truncated = truncated;
-        return false;
-    }
-    if (matches) {
-        QFont font = m_ui->treePointIndexNodes->font();
-        font.setBold(true);
-        for (int column = NODE_ID; column <= NODE_REVISION; ++column)
-            row->setFont(column, font);
-    }
-    return true;
-}
-
 void PointIndexPanel::showDetails() {
     m_ui->treePointIndexDetails->clear();
     const auto* current = m_ui->treePointIndexNodes->currentItem();
     if (!database() || !current || !current->isSelected())
         return;
-    const WaitCursor waiting;
     const std::uint32_t node = current->data(NODE_ID, Qt::UserRole).toUInt();
-    const auto& attributes = database()->pointAttributes();
-    for (const std::string& name : attributes.list())
-        addDetails(node, attributes.get(name));
+    std::vector<AttributeDetails> details;
+    workAside(this, "Reading values of the node...", m_session.context,
+              [&](const StepProgress& progress) {
+                  const auto& attributes = database()->pointAttributes();
+                  const auto names = attributes.list();
+                  for (const std::string& name : names) {
+                      details.push_back(
+                          detailsOf(database()->stat(), node, attributes.get(name), m_cleaned));
+                      progress({}, static_cast<double>(details.size()) /
+                                       static_cast<double>(names.size()));
+                  }
+              });
+    for (const AttributeDetails& attribute : details)
+        addDetails(attribute, m_ui->treePointIndexDetails);
     expandQuietly(m_ui->treePointIndexDetails);
     resizeDetailColumns();
-}
-
-void PointIndexPanel::addDetails(std::uint32_t node, const pointcloud::PointAttribute& attribute) {
-    const auto stat = database()->stat();
-    const core::ValueFormat format(attribute);
-    const auto minimum = extremes(stat, node, attribute, format.type(), m_cleaned, false);
-    const auto maximum = extremes(stat, node, attribute, format.type(), m_cleaned, true);
-    const std::uint32_t revision = stat.revision(node, attribute.name);
-    const auto names = core::elementNames(attribute.name, attribute.length);
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        auto* row = new QTreeWidgetItem(
-            m_ui->treePointIndexDetails,
-            {QString::fromStdString(names[i]), QString("(revision %0)").arg(revision)});
-        const bool known = i < minimum.size() && i < maximum.size();
-        const auto addValue = [&](const QString& label, const std::string& value) {
-            new QTreeWidgetItem(row, {label, QString::fromStdString(value)});
-        };
-        addValue("Minimum:", known ? format.text(minimum[i]) : "-");
-        addValue("Maximum:", known ? format.text(maximum[i]) : "-");
-        addValue("Max-Min:", known ? format.differenceText(minimum[i], maximum[i]) : "-");
-    }
 }
 
 void PointIndexPanel::resizeNodeColumns() {
@@ -286,14 +286,10 @@ void PointIndexPanel::resizeDetailColumns() {
 void PointIndexPanel::on_actionPointIndexStats_triggered() {
     if (!database())
         return;
-    guarded([this] {
-        pointcloud::IndexNode root;
-        {
-            const WaitCursor waiting;
-            database()->stat().index(root);
-        }
+    pointcloud::IndexNode root;
+    if (aside("Reading the point index...",
+              [&](const StepProgress&) { database()->stat().index(root); }))
         DialogIndexStatistics(root, this).exec();
-    });
 }
 
 void PointIndexPanel::on_actionPointIndexNodeExpand_triggered() {

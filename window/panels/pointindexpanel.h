@@ -1,17 +1,15 @@
 // The "Point Index" tab: the nodes of the point index and the values that they hold.
 #pragma once
 
+#include "window/panels/indexrows.h"
 #include "window/panels/panel.h"
 
+#include <QList>
 #include <memory>
-#include <set>
 
 class QTreeWidgetItem;
 
 namespace tarvo::window {
-
-class Progress;
-struct IndexIcons;
 
 namespace Ui {
 class PointIndexPanel;
@@ -55,28 +53,11 @@ private slots:
     void onTreePointIndexDetailsSectionClicked(int section);
 
 private:
-    struct Summary {
-        int nodes = 0;
-        int leaves = 0;
-        int depth = 0;
-        bool truncated = false;  // nodes were passed over, be they wanted or not
-        int items() const { return nodes + leaves; }
-    };
-    // The nodes that a filter text asks for; empty and unused without a text.
-    struct Wanted {
-        bool all = true;
-        std::set<std::uint32_t> ids;
-    };
-
     void updateActions();
     void buildTree(const QString& filter);
-    Wanted wantedNodes(const QString& filter, const qrb::pointcloud::IndexNode& root) const;
-    // Adds the node with what is wanted below; tells whether anything of it was.
-    bool addNode(const qrb::pointcloud::IndexNode& node, const Wanted& wanted, int level,
-                 const IndexIcons& icons, QTreeWidgetItem* parent, Summary& summary,
-                 Progress& progress);
+    WantedNodes wantedNodes(const QString& filter, const qrb::pointcloud::IndexNode& root) const;
+    QList<QTreeWidgetItem*> rowsOf(const IndexRows& shown) const;
     void showDetails();
-    void addDetails(std::uint32_t node, const qrb::pointcloud::PointAttribute& attribute);
     void resizeNodeColumns();
     void resizeDetailColumns();
 

@@ -1,9 +1,7 @@
 #include "window/panels/transactionspanel.h"
 
 #include "ui_transactionspanel.h"
-#include "window/common/guard.h"
 #include "window/common/messageboxes.h"
-#include "window/common/progress.h"
 #include "window/common/textformat.h"
 #include "window/dialogs/dialoglevelofdetail.h"
 #include "window/dialogs/dialogtransaction.h"
@@ -147,12 +145,8 @@ void TransactionsPanel::on_treeTransactions_itemDoubleClicked(QTreeWidgetItem* i
     });
 }
 
-void TransactionsPanel::change(const std::function<void()>& action) {
-    const bool done = guarded([&] {
-        const WaitCursor waiting;
-        action();
-    });
-    if (done)
+void TransactionsPanel::change(const QString& text, const AsideJob& action) {
+    if (aside(text, action))
         emit databaseChanged();
 }
 
@@ -179,7 +173,7 @@ void TransactionsPanel::on_actionTransactionBegin_triggered() {
     qrb::pointcloud::Transaction record;
     record.title = record.agent = transactionAgentText().toStdString();
     if (DialogTransaction::edit(m_session.context, record, this, false, true))
-        change([&] {
+        change("Beginning a transaction...", [&](const StepProgress&) {
             database()->transactions().begin(record.title, record.agent, record.comments,
                                              record.settings);
         });
@@ -191,18 +185,16 @@ void TransactionsPanel::on_actionTransactionCommit_triggered() {
     DialogTransactionCommit dialog(this);
     if (dialog.exec() != QDialog::Accepted)
         return;
-    const bool done = guarded([&] {
-        Progress progress(this, "Committing the transaction...");
-        database()->transactions().commit({dialog.method(), dialog.key()},
-                                          [&](int percent) { progress.update(percent); });
+    const qrb::pointcloud::Signature signature{dialog.method(), dialog.key()};
+    change("Committing the transaction...", [&](const StepProgress& progress) {
+        database()->transactions().commit(signature, percentOf(progress));
     });
-    if (done)
-        emit databaseChanged();
 }
 
 void TransactionsPanel::on_actionTransactionRollback_triggered() {
     if (lossConfirmed(this, "Rollback current transaction?\nAll changes will be lost."))
-        change([this] { database()->transactions().rollback(); });
+        change("Rolling the transaction back...",
+               [this](const StepProgress&) { database()->transactions().rollback(); });
 }
 
 void TransactionsPanel::on_actionTransactionRestore_triggered() {
@@ -213,7 +205,8 @@ void TransactionsPanel::on_actionTransactionRestore_triggered() {
     if (confirmed(
             this,
             QString("Restore transaction \"%0\" (%1)?").arg(item->text(TRANSACTION_TITLE)).arg(id)))
-        change([&] { database()->transactions().restore(id); });
+        change("Restoring the transaction...",
+               [&](const StepProgress&) { database()->transactions().restore(id); });
 }
 
 void TransactionsPanel::on_actionTransactionDiscard_triggered() {
@@ -227,7 +220,8 @@ void TransactionsPanel::on_actionTransactionDiscard_triggered() {
                                         "the current transaction (%1) can not be deleted.")
                                     .arg(nameOf(ids))
                                     .arg(current)))
-            change([&] { database()->transactions().discard(ids); });
+            change("Deleting transactions...",
+                   [&](const StepProgress&) { database()->transactions().discard(ids); });
     });
 }
 
@@ -236,13 +230,12 @@ void TransactionsPanel::on_actionTransactionSize_triggered() {
         const std::vector<std::uint32_t> ids = selectedIds();
         if (ids.empty())
             return;
-        const std::uint64_t bytes = [&] {
-            const WaitCursor waiting;
-            return database()->transactions().size(ids);
-        }();
-        showInformation(this, QString("Size of %0:\n\n%1 (%2 B)")
-                                  .arg(nameOf(ids), humanReadableSize(bytes))
-                                  .arg(bytes));
+        std::uint64_t bytes = 0;
+        if (aside("Measuring transactions...",
+                  [&](const StepProgress&) { bytes = database()->transactions().size(ids); }))
+            showInformation(this, QString("Size of %0:\n\n%1 (%2 B)")
+                                      .arg(nameOf(ids), humanReadableSize(bytes))
+                                      .arg(bytes));
     });
 }
 
@@ -256,13 +249,16 @@ void TransactionsPanel::on_actionManagementLevelOfDetail_triggered() {
 void TransactionsPanel::on_actionManagementFinalize_triggered() {
     if (canChangeFile() &&
         lossConfirmed(this, "Delete all transactions except the first and current/last?"))
-        change([this] { database()->management().finalize(); });
+        change("Deleting transactions...",
+               [this](const StepProgress&) { database()->management().finalize(); });
 }
 
 void TransactionsPanel::on_actionManagementVacuum_triggered() {
     if (canChangeFile() &&
         confirmed(this, "Reorganize database file to release unused disk space?"))
-        change([this] { database()->management().vacuum(); });
+        change("Reorganizing the database file...", [this](const StepProgress& progress) {
+            database()->management().vacuum(percentOf(progress));
+        });
 }
 
 }  // namespace tarvo::window

@@ -51,7 +51,7 @@ private:
     // Tells the user when no row is selected.
     std::vector<std::uint32_t> selectedIds();
     // Runs the change under the wait cursor and has everything refreshed.
-    void change(const std::function<void()>& action);
+    void change(const QString& text, const AsideJob& action);
 
     std::unique_ptr<Ui::TransactionsPanel> m_ui;
     bool m_pending = false;

@@ -1,7 +1,6 @@
 #include "window/widgets/numerictreewidgetitem.h"
 
 #include <QTreeWidget>
-#include <optional>
 
 namespace tarvo::window {
 
@@ -9,29 +8,38 @@ namespace {
 
 constexpr int sortValueRole = Qt::UserRole + 1000;
 
-// The column's number; a trailing "*" is a mark, not part of it.
-std::optional<double> numberOf(const QTreeWidgetItem& item, int column) {
-    const QVariant value = item.data(column, sortValueRole);
-    if (value.isValid())
-        return value.toDouble();
-    QString text = item.text(column).trimmed();
-    if (text.endsWith('*'))
-        text.chop(1);
-    bool ok = false;
-    const double number = text.toDouble(&ok);
-    return ok ? std::optional(number) : std::nullopt;
-}
-
 }  // namespace
 
 void NumericTreeWidgetItem::setSortValue(int column, double value) {
     setData(column, sortValueRole, value);
 }
 
+void NumericTreeWidgetItem::setData(int column, int role, const QVariant& value) {
+    m_readColumn = -1;
+    QTreeWidgetItem::setData(column, role, value);
+}
+
+// A trailing "*" is a mark, not part of the number.
+std::optional<double> NumericTreeWidgetItem::numberOf(int column) const {
+    if (column == m_readColumn)
+        return m_number;
+    m_readColumn = column;
+    const QVariant value = data(column, sortValueRole);
+    if (value.isValid())
+        return m_number = value.toDouble();
+    QString text = this->text(column).trimmed();
+    if (text.endsWith('*'))
+        text.chop(1);
+    bool ok = false;
+    const double number = text.toDouble(&ok);
+    return m_number = ok ? std::optional(number) : std::nullopt;
+}
+
 bool NumericTreeWidgetItem::operator<(const QTreeWidgetItem& other) const {
     const int column = treeWidget() ? treeWidget()->sortColumn() : 0;
-    const auto left = numberOf(*this, column);
-    const auto right = numberOf(other, column);
+    const auto* const numeric = dynamic_cast<const NumericTreeWidgetItem*>(&other);
+    const auto left = numberOf(column);
+    const auto right = numeric ? numeric->numberOf(column) : std::nullopt;
     if (left && right)
         return *left < *right;
     // Numbers before texts: without a rule for the mixed case the order would not be transitive.

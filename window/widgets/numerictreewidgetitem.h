@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QTreeWidgetItem>
+#include <optional>
 
 namespace tarvo::window {
 
@@ -12,7 +13,15 @@ public:
     // A number to sort a column by in place of its text, such as the bytes behind "1.50 KB".
     void setSortValue(int column, double value);
 
+    void setData(int column, int role, const QVariant& value) override;
     bool operator<(const QTreeWidgetItem& other) const override;
+
+private:
+    std::optional<double> numberOf(int column) const;
+
+    // What was read of a column, for the many comparisons of one sorting.
+    mutable int m_readColumn = -1;
+    mutable std::optional<double> m_number;
 };
 
 }  // namespace tarvo::window
