@@ -91,7 +91,7 @@ void ShapeOptions::describe(JsonText& json) const {
 }
 
 std::shared_ptr<core::Shaper> shaperOf(const core::Shape& shape) {
-    return shape.isEmpty() ? nullptr : std::make_shared<core::Shaper>(shape);
+    return shape.isEmpty() ? nullptr : std::make_shared<core::Shaper>(shape, checkInterrupted);
 }
 
 exchange::PointSources shaped(exchange::PointSources sources, const core::Shape& shape) {

@@ -36,8 +36,9 @@ public:
     void beginPolygon() { m_polygons.emplace_back(); }
     void beginRing() { m_polygons.back().emplace_back(); }
     void add(double x, double y) {
-        if (!std::isfinite(x) || !std::isfinite(y))
-            throw AreaFault("a corner lies at no finite place");
+        // Products of two coordinates must stay numbers.
+        if (!(std::abs(x) <= 1e150 && std::abs(y) <= 1e150))
+            throw AreaFault("a corner lies farther than 1e150 from 0");
         if (++m_corners > mostCorners)
             throw AreaFault("there are more than " + std::to_string(mostCorners) + " corners");
         m_polygons.back().back().push_back({x, y});

@@ -37,14 +37,18 @@ void checkPromise(const std::string& fileName, OutputKind kind) {
     if (kind == OutputKind::Scan || kind == OutputKind::Unknown)
         return;
     const std::string extension = extensionOf(fileName);
-    std::vector<std::string> others = {".las", ".laz", ".ply", ".e57", ".ptx", ".pts"};
+    std::vector<std::string> others = {".las", ".laz", ".ply", ".e57", ".ptx", ".pts", ".pcd"};
     if (kind == OutputKind::Database)
-        others.insert(others.end(), {".csv", ".xyz"});
+        others.insert(others.end(), {".csv", ".xyz", ".txt", ".json", ".html"});
+    else
+        others.push_back(".qrbx");
     for (const std::string& other : others)
         if (extension == other)
             throw qrb::ErrorImpl(0,
-                                 "The output can't go to \"" + fileName + "\": a file of that name "
-                                 "promises to be " + other.substr(1) + ".",
+                                 "The output can't go to \"" + fileName +
+                                     "\": a file of that name "
+                                     "promises to be " +
+                                     other.substr(1) + ".",
                                  advice);
 }
 

@@ -14,6 +14,8 @@ namespace tarvo::core {
 
 namespace {
 
+// An area of very many edges takes its time for each point.
+constexpr std::uint32_t pointsPerCheck = 1024;
 constexpr double infinite = std::numeric_limits<double>::infinity();
 
 std::string digits(double value) {
@@ -102,7 +104,8 @@ std::string Shape::narrowed(const std::string& filter, const std::string& attrib
     return begin == std::string::npos ? text : "(" + filter + ") && " + text;
 }
 
-Shaper::Shaper(Shape shape) : m_shape(std::move(shape)) {
+Shaper::Shaper(Shape shape, std::function<void()> check)
+    : m_shape(std::move(shape)), m_check(std::move(check)) {
     if (m_shape.distance > 0)
         m_thinning.emplace(m_shape.distance);
 }
@@ -123,6 +126,8 @@ void Shaper::pick(std::uint32_t count, const double* places, std::vector<std::ui
     rows.clear();
     const bool looksAtPlaces = m_shape.needsCoordinates();
     for (std::uint32_t i = 0; i < count; ++i) {
+        if (m_check && i % pointsPerCheck == 0)
+            m_check();
         const double* const place = looksAtPlaces ? places + std::size_t{3} * i : nullptr;
         if (looksAtPlaces && !isWithin(place[0], place[1], place[2]))
             continue;

@@ -7,6 +7,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -42,7 +43,8 @@ struct Shape {
 // Looks at points in their order, however many batches they come in.
 class Shaper {
 public:
-    explicit Shaper(Shape shape);
+    // check: called every few thousand points; what it throws ends pick().
+    explicit Shaper(Shape shape, std::function<void()> check = {});
 
     const Shape& shape() const { return m_shape; }
     // Puts into rows which of the points stay, ascending. places: x, y and z point by point; may be
@@ -55,6 +57,7 @@ private:
     bool isWithin(double x, double y, double z) const;
 
     Shape m_shape;
+    std::function<void()> m_check;
     std::optional<Thinning> m_thinning;
     std::uint64_t m_seen = 0;  // points within, modulo shape().every
 };

@@ -103,7 +103,11 @@ char* ValueFormat::writeAnyDouble(char* at, double value) const {
         return numbers::writePlain(at, value);
     if (value == m_invalid && !m_invalidText.empty())
         return std::copy(m_invalidText.begin(), m_invalidText.end(), at);
-    return numbers::writeFixed(at, value, m_places);
+    char* const end = numbers::writeFixed(at, value, m_places);
+    // Steps such as a third end at no place.
+    if (m_places == mostPlaces && numbers::readNumber({at, end}) != value)
+        return numbers::writePlain(at, value);
+    return end;
 }
 
 void ValueFormat::appendDouble(std::string& text, double value) const {

@@ -17,8 +17,8 @@ int decimalsOfResolution(double resolution);
 
 // Whole numbers are written as such; others in fixed notation with the places of the resolution, or
 // of the minimum where the grid begins between its multiples; numbers that lie on no grid
-// (resolution 0, or one too fine for these places) in the fewest digits that give them back. The
-// invalid value is written as it was defined.
+// (resolution 0, or one too fine for these places), or that 16 places would change, in the fewest
+// digits that give them back. The invalid value is written as it was defined.
 class ValueFormat {
 public:
     explicit ValueFormat(const qrb::pointcloud::PointAttribute& attribute);

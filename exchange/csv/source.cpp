@@ -16,6 +16,7 @@ namespace tarvo::exchange::csv {
 namespace {
 
 // Of all columns together.
+constexpr std::size_t mostAttributes = 4096;
 constexpr std::size_t valuesAtOnce = 8u << 20;
 
 Column columnOf(const std::string& title) {
@@ -27,7 +28,7 @@ Column columnOf(const std::string& title) {
         return column;
     }
     splitElement(column.attribute, column.element);
-    if (!isAttributeName(column.attribute)) {
+    if (!isFullName(column.attribute)) {
         column.attribute = "csv." + safeName(column.attribute);
         column.title = validUtf8(title);
     }
@@ -79,6 +80,17 @@ void CsvSource::readHeader() {
         m_columns.push_back(std::move(column));
     }
     setLengths(m_columns);
+    std::set<std::string_view> attributes;
+    for (const Column& column : m_columns) {
+        attributes.insert(column.attribute);
+    }
+    if (attributes.size() > mostAttributes) {
+        throw core::Failure("The header line of \"" + m_fileName + "\" names " +
+                                std::to_string(attributes.size()) + " attributes; at most " +
+                                std::to_string(mostAttributes) + " can be imported.",
+                            "Leave columns out of the file, or make them elements of one "
+                            "attribute: \"a[0]\", \"a[1]\".");
+    }
 }
 
 void CsvSource::findTypes() {

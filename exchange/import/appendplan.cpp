@@ -54,7 +54,7 @@ public:
         for (const std::string& name : m_summaries.order()) {
             const FittedAttribute fitted = m_summaries.fit(
                 name, sources, m_hasPoints ? DefaultFor::PointsThatAreThere : DefaultFor::Nobody);
-            if (const auto fault = m_summaries.changedNumber(fitted.definition)) {
+            if (const auto fault = m_summaries.fault(fitted.definition)) {
                 throw *fault;
             }
             plan.added.push_back(fitted.definition);

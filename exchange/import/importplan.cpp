@@ -81,7 +81,8 @@ void ImportPlan::refuseFaults(const PointSources& sources) const {
     }
     for (const auto& [name, attribute] : attributes) {
         if (attribute.fault) {
-            throw *attribute.fault;
+            throw core::Failure(attribute.fault->what(),
+                                attribute.fault->details() + "\n" + adviceToGoWithout(name));
         }
     }
 }
@@ -120,17 +121,16 @@ ImportPlan planImport(const PointSources& sources, const std::string& primary,
         ImportPlan::Attribute attribute;
         const FittedAttribute fitted = summaries.fit(name, sources, DefaultFor::Nobody);
         attribute.definition = fitted.definition;
-        attribute.fault = summaries.changedNumber(fitted.definition);
+        attribute.fault = summaries.fault(fitted.definition);
         if (fitted.rounding > 0) {
             plan.notes.push_back(roundingNote(fitted.definition.resolution));
         }
-        // A flag that no point sets needs no column; the default catalogue's definitions keep
-        // their default values.
-        if (name != primary && found.column.length == 1 && summary.isConstant() &&
-            found.sourceCount == sources.size() && catalogue::findAttribute(name) == nullptr) {
-            attribute.constant = true;
-            attribute.definition.defaultValue = summary.minimum();
-        }
+        // A flag that no point sets needs no column; points that come later without one have it
+        // no more than these.
+        attribute.constant = name != primary && found.column.length == 1 && summary.isConstant() &&
+                             found.sourceCount == sources.size() &&
+                             catalogue::findAttribute(name) == nullptr &&
+                             summary.minimum() == attribute.definition.defaultValue;
         plan.attributes.emplace(name, std::move(attribute));
     }
     return plan;

@@ -15,12 +15,13 @@ constexpr double leastNumber = -2147483648.0;
 constexpr double greatestNumber = 2147483647.0;
 constexpr int mostAxisDecimals = 9;
 constexpr double exactAxisLimit = 9007199254740992.0;  // 2^53
-// So far from a multiple, in steps, doubles lie by their own rounding.
-constexpr double tolerance = 1e-3;
+// So far from its place on a grid a double lies by its own rounding, and that of the grid's begin.
+constexpr double relativeTolerance = 1e-14;
 
-bool isMultiple(double value, double step) {
+// size: of the numbers that the value is the difference of.
+bool isMultiple(double value, double step, double size) {
     const double steps = value / step;
-    return std::abs(steps - std::round(steps)) < tolerance;
+    return std::abs(steps - std::round(steps)) * step <= relativeTolerance * size;
 }
 
 // A scale and the begin of its grid.
@@ -78,7 +79,8 @@ std::optional<Affine> axisThrough(const Grid& grid, double low, double high) {
         asDecimal(grid.begin + std::round((middle - grid.begin) / grid.step) * grid.step, grid);
     for (const double offset :
          {0.0, std::round(middle / 1000) * 1000, std::round(middle), onGrid}) {
-        if (isMultiple(offset - grid.begin, grid.step) &&
+        const double size = std::max({std::abs(low), std::abs(high), std::abs(grid.begin)});
+        if (isMultiple(offset - grid.begin, grid.step, size) &&
             std::round((low - offset) / grid.step) >= leastNumber &&
             std::round((high - offset) / grid.step) <= greatestNumber) {
             return Affine(grid.step, offset);
@@ -89,8 +91,8 @@ std::optional<Affine> axisThrough(const Grid& grid, double low, double high) {
 
 }  // namespace
 
-Affine axisFor(const Column& column, const Survey& survey, std::size_t index,
-               std::optional<double> scale) {
+Axis axisFor(const Column& column, const Survey& survey, std::size_t index,
+             std::optional<double> scale) {
     const ColumnSummary& values = survey.columns[index];
     if (values.hasNaN() || values.hasInfinity()) {
         throw core::Failure(
@@ -102,12 +104,12 @@ Affine axisFor(const Column& column, const Survey& survey, std::size_t index,
     const std::vector<Grid> candidates = grids(column, values, survey.spacings[index], scale);
     for (const Grid& grid : candidates) {
         if (const auto axis = axisThrough(grid, low, high)) {
-            return *axis;
+            return {*axis, scale.has_value()};
         }
     }
     const auto& imported = survey.spacings[index].imported;
     if (!scale && imported && values.count() > 0) {
-        return *imported;
+        return {*imported, true};
     }
     const std::string span = numbers::numberText(low) + " to " + numbers::numberText(high);
     if (candidates.empty()) {

@@ -180,6 +180,10 @@ Header readHeader(RawFile& file) {
                         static_cast<std::uint64_t>(header.pointFormat)) +
                   "; 0 to 10 are known");
     }
+    if (header.versionMinor >= 3 && header.headerSize >= 235) {
+        file.read(227, bytes.data() + 227, 8, "public header block");
+        header.waveformOffset = get<std::uint64_t>(b + 227);
+    }
     if (header.versionMinor == 4 && header.headerSize >= 375) {
         file.read(227, bytes.data() + 227, 148, "public header block");
         header.evlrOffset = get<std::uint64_t>(b + 235);

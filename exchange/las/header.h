@@ -31,6 +31,7 @@ struct Header {
     std::array<double, 3> offset{};
     std::array<double, 3> minimum{};  // as the header claims; points may lie outside
     std::array<double, 3> maximum{};
+    std::uint64_t waveformOffset = 0;  // 0: the file holds no waveforms
     std::uint64_t evlrOffset = 0;
     std::uint32_t evlrCount = 0;
 };

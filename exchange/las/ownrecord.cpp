@@ -137,28 +137,30 @@ std::string ownRecord(const std::vector<Column>& extra, const std::vector<std::s
     return {buffer.GetString(), buffer.GetSize()};
 }
 
-void applyOwnRecord(const std::vector<Record>& records, std::size_t extraCount,
+bool applyOwnRecord(const std::vector<Record>& records, std::size_t extraCount,
                     std::vector<Dimension>& dimensions) {
     const Record* const record = findOwn(records);
+    if (!record) {
+        return std::none_of(records.begin(), records.end(), isOwnRecord);
+    }
     rapidjson::Document document;
-    if (!record ||
-        document
+    if (document
             .Parse<rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag>(
                 reinterpret_cast<const char*>(record->data.data()), record->data.size())
             .HasParseError() ||
         !document.IsObject()) {
-        return;
+        return false;
     }
     const auto entries = document.FindMember("extra_bytes");
     const auto absent = document.FindMember("absent");
     if (entries == document.MemberEnd() || !entries->value.IsArray() ||
         absent == document.MemberEnd() || !absent->value.IsArray() ||
         entries->value.Size() != extraCount) {
-        return;
+        return false;
     }
     const auto columns = entryColumns(entries->value, dimensions);
     if (!columns) {
-        return;
+        return false;
     }
     const std::size_t fields = dimensions.size() - extraCount;
     std::set<Element> elements;
@@ -180,6 +182,7 @@ void applyOwnRecord(const std::vector<Record>& records, std::size_t extraCount,
         }
     }
     dropFields(dimensions, fields, elements, silent);
+    return true;
 }
 
 }  // namespace tarvo::exchange::las

@@ -25,8 +25,8 @@ std::string ownRecord(const std::vector<Column>& extra, const std::vector<std::s
 
 // Gives the dimensions their attributes, and drops those that say nothing, if a record tells and
 // all of it fits the file; else nothing happens. extraCount: how many of them, at the end, are
-// extra bytes.
-void applyOwnRecord(const std::vector<Record>& records, std::size_t extraCount,
+// extra bytes. False: there is a record, and it does not fit.
+bool applyOwnRecord(const std::vector<Record>& records, std::size_t extraCount,
                     std::vector<Dimension>& dimensions);
 
 }  // namespace tarvo::exchange::las

@@ -135,7 +135,9 @@ void setAxes(const std::vector<Column>& columns, const Survey& survey, const Pla
         if (column.attribute != "tarvo.xyz") {
             continue;
         }
-        planned.field.affine = axisFor(column, survey, planned.column, options.scale);
+        const Axis axis = axisFor(column, survey, planned.column, options.scale);
+        planned.field.affine = axis.affine;
+        plan.rounds = plan.rounds || axis.rounds;
         plan.scale[column.element] = planned.field.affine.scale();
         plan.offset[column.element] = planned.field.affine.offset();
         ++found;

@@ -30,6 +30,7 @@ struct RecordPlan {
     std::uint16_t recordLength = 0;
     std::array<double, 3> scale{};
     std::array<double, 3> offset{};
+    bool rounds = false;  // see Axis
     std::vector<PlannedField> fields;
     std::vector<std::uint8_t> extraBytes;  // their description; empty: there are none
     std::string ownRecord;                 // see ownrecord.h

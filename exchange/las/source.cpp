@@ -25,7 +25,14 @@ LasSource::LasSource(const std::string& fileName)
       m_header(readHeader(m_file)),
       m_records(readRecords(m_file, m_header)) {
     m_dimensions = dimensions(m_header, extraDimensions(m_file, m_header, m_records));
-    applyOwnRecord(m_records, m_dimensions.size() - dimensions(m_header, {}).size(), m_dimensions);
+    const std::size_t extra = m_dimensions.size() - dimensions(m_header, {}).size();
+    if (!applyOwnRecord(m_records, extra, m_dimensions)) {
+        m_notes.push_back(
+            "what the file tells of its attributes does not fit its extra bytes; they get the "
+            "names "
+            "that LAS has for them.");
+    }
+    noteFurtherRecords();
     std::erase_if(m_records, isOwnRecord);
     if (m_header.isCompressed) {
         m_compressed = std::make_unique<CompressedPoints>(m_file, m_header, m_records);
@@ -44,6 +51,21 @@ LasSource::LasSource(const std::string& fileName)
         m_values.emplace_back(m_largestBatch * dataTypeSize(dimension.column.type));
     }
     m_pieceSize = std::max(1u, pieceBytes / m_header.recordLength);
+}
+
+// A program that was stopped while it wrote leaves such a file.
+void LasSource::noteFurtherRecords() {
+    if (m_header.isCompressed || m_header.waveformOffset != 0) {
+        return;
+    }
+    const std::uint64_t end = m_header.evlrCount > 0 ? m_header.evlrOffset : m_file.size();
+    const std::uint64_t records = (end - m_header.pointOffset) / m_header.recordLength;
+    if (records > m_header.pointCount) {
+        m_notes.push_back("the header tells " + std::to_string(m_header.pointCount) +
+                          " points, but there is room for " +
+                          std::to_string(records - m_header.pointCount) +
+                          " more behind them, which are left out.");
+    }
 }
 
 void LasSource::rewind() {

@@ -24,13 +24,17 @@ public:
     std::vector<Affine> coordinateAxes() const override;
     Origin origin() const override;
     std::vector<std::pair<std::string, std::string>> metaData() const override;
+    std::vector<std::string> notes() const override { return m_notes; }
 
 private:
+    void noteFurtherRecords();
+
     RawFile m_file;
     Header m_header;
     std::vector<Record> m_records;
     std::unique_ptr<CompressedPoints> m_compressed;  // of LAZ files
     std::vector<Dimension> m_dimensions;
+    std::vector<std::string> m_notes;
     std::vector<Column> m_columns;
     std::uint64_t m_position = 0;  // points read
     std::uint32_t m_largestBatch;

@@ -122,7 +122,11 @@ Written writePoints(PointSource& source, const WriteOptions& options, std::FILE*
         }
     }
     writer.finish();
-    // Without a scale that the user gave all are kept, to half a step of the database's grid.
+    if (!plan.rounds && rounded > 0) {
+        throw core::Failure("The file would hold " + std::to_string(rounded) +
+                                " coordinates that are not those of the points.",
+                            "Give --scale, for example --scale 0.001, to round coordinates to it.");
+    }
     if (options.scale && rounded > 0) {
         written.notes.push_back(std::to_string(rounded) +
                                 " coordinates were rounded to the scale.");

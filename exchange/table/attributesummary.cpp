@@ -75,9 +75,14 @@ FittedAttribute AttributeSummaries::fit(const std::string& name,
     return fitCoordinates(one.column, one.summary, axes, use);
 }
 
-std::optional<core::Failure> AttributeSummaries::changedNumber(
-    const PointAttribute& definition) const {
-    const auto number = of(definition.name).summary.beyondDouble();
+std::optional<core::Failure> AttributeSummaries::fault(const PointAttribute& definition) const {
+    const AttributeSummary& one = of(definition.name);
+    if (one.summary.hasInfinity()) {
+        return core::Failure(
+            "The values of \"" + one.column.descriptor() + "\" contain infinite numbers.",
+            "A database can't hold them: replace them in the input file.");
+    }
+    const auto number = one.summary.beyondDouble();
     if (!number || holdsWholeNumbers(definition)) {
         return std::nullopt;
     }

@@ -32,9 +32,9 @@ public:
     FittedAttribute fit(const std::string& name,
                         const std::vector<std::unique_ptr<PointSource>>& sources,
                         DefaultFor use) const;
-    // Tells of a whole number that an attribute of this definition would change; nothing: it holds
-    // all that are beyond a double.
-    std::optional<core::Failure> changedNumber(const PointAttribute& definition) const;
+    // Tells of values that an attribute of this definition can't hold as they are: infinite ones,
+    // and whole numbers beyond a double; nothing: there are none.
+    std::optional<core::Failure> fault(const PointAttribute& definition) const;
 
 private:
     std::vector<std::string> m_order;

@@ -103,6 +103,10 @@ void setRange(PointAttribute& definition, const ColumnSummary& summary) {
         definition.resolution = 1;
         definition.minimumValue = std::floor(low);
         definition.maximumValue = std::ceil(high);
+        // No double is 2^63-1; a range from -2^63 to 2^63 is that of the type.
+        if (definition.minimumValue < 0 && definition.maximumValue == 0x1p63) {
+            definition.minimumValue = -0x1p63;
+        }
         return;
     }
     definition.resolution = 1 / unit;
@@ -133,14 +137,6 @@ void settleDefault(PointAttribute& definition, const ColumnSummary& summary, Def
     }
 }
 
-void refuseInfinity(const Column& column, const ColumnSummary& summary) {
-    if (summary.hasInfinity()) {
-        throw core::Failure(
-            "The values of \"" + column.descriptor() + "\" contain infinite numbers.",
-            "A database can't hold them: replace them in the input file.");
-    }
-}
-
 // The grid of coordinates with room for those of other files, since the definition of a primary
 // attribute can't change when there are points: all that the file's format can hold; for texts, the
 // range of the catalogue. Where that costs precision, the range of the points alone.
@@ -163,7 +159,15 @@ std::optional<ValueGrid> coordinateGrid(const Column& column, const ColumnSummar
             }
         }
     }
-    const auto grid = commonGrid(axes, std::min(low, roomyLow), std::max(high, roomyHigh));
+    auto grid = commonGrid(axes, std::min(low, roomyLow), std::max(high, roomyHigh));
+    if ((!grid || grid->rounding > 0) && summary.decimals() >= 0) {
+        // The axes have no grid in common, but the points that there are have.
+        const Affine decimal(1 / static_cast<double>(powerOfTen(summary.decimals())), 0);
+        const auto ofPoints = commonGrid({&decimal, 1}, low, high);
+        if (ofPoints && ofPoints->rounding == 0) {
+            return ofPoints;
+        }
+    }
     const bool isFine = grid && std::all_of(axes.begin(), axes.end(), [&](const Affine& axis) {
                             return grid->exact || grid->resolution < std::abs(axis.scale());
                         });
@@ -179,7 +183,6 @@ bool inRange(const PointAttribute& definition, double value) {
 }  // namespace
 
 PointAttribute fitAttribute(const Column& column, const ColumnSummary& summary, DefaultFor use) {
-    refuseInfinity(column, summary);
     const auto* const entry = catalogue::findAttribute(column.attribute);
     if (entry == nullptr) {
         PointAttribute definition = ownDefinition(column);
@@ -253,7 +256,6 @@ PointAttribute fitAttribute(const Column& column, const ColumnSummary& summary, 
 
 FittedAttribute fitCoordinates(const Column& column, const ColumnSummary& summary,
                                std::span<const Affine> axes, DefaultFor use) {
-    refuseInfinity(column, summary);
     const auto* const entry = catalogue::findAttribute(column.attribute);
     PointAttribute definition = entry ? core::defaultAttribute(*entry) : ownDefinition(column);
     definition.length = column.length;

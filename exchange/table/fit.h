@@ -21,7 +21,7 @@ enum class DefaultFor : std::uint8_t { Nobody, PointsThatAreThere };
 
 // The definition of the catalogue where it can hold what the summary tells; else the same with
 // another range and resolution; for attributes that the catalogue doesn't know, one of its own.
-// Throws Failure for infinite values, which no definition can hold.
+// Infinite values, which no definition can hold, are not looked at.
 PointAttribute fitAttribute(const Column& column, const ColumnSummary& summary,
                             DefaultFor use = DefaultFor::Nobody);
 

@@ -59,7 +59,7 @@ Column columnNamed(std::string_view name, std::string_view prefix) {
     if (splitElement(column.attribute, column.element) && column.element >= mostElements) {
         column.attribute = name;  // no element of anything
     }
-    if (isAttributeName(column.attribute)) {
+    if (isFullName(column.attribute)) {
         const auto* const entry = catalogue::findAttribute(column.attribute);
         column.length = std::max(entry ? entry->length : 1, column.element + 1);
         return column;

@@ -21,10 +21,16 @@ std::string safeName(std::string_view text) {
 }
 
 bool isAttributeName(std::string_view name) {
-    return name.find('.') != std::string_view::npos &&
-           std::all_of(name.begin(), name.end(), [](char c) {
-               return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_' || c == '.';
-           });
+    const auto isLetter = [](char c) {
+        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
+    };
+    return !name.empty() && isLetter(name.front()) &&
+           std::all_of(name.begin(), name.end(),
+                       [&](char c) { return isLetter(c) || (c >= '0' && c <= '9') || c == '.'; });
+}
+
+bool isFullName(std::string_view name) {
+    return isAttributeName(name) && name.find('.') != std::string_view::npos;
 }
 
 bool splitElement(std::string& name, std::uint32_t& element) {

@@ -13,8 +13,10 @@ namespace tarvo::exchange {
 // Letters, digits and underscores only; lower case; never empty.
 std::string safeName(std::string_view text);
 
-// Whether a name is one that an export of a database wrote: lower case, with a dot.
+// Whether a database can have an attribute of this name: letters, digits, underscores and dots.
 bool isAttributeName(std::string_view name);
+// The same with a dot: what an export of a database wrote, rather than a title of somebody else's.
+bool isFullName(std::string_view name);
 
 // Elements of an attribute that names can tell.
 inline constexpr std::uint32_t mostElements = 4096;

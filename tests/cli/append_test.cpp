@@ -111,6 +111,16 @@ TEST_F(Append, OldAndNewPointsKeepTheirValues) {
     EXPECT_EQ(rows("csv.mark,Mark").at("32"), "2,0") << "the name as an import gives it goes first";
 }
 
+// What all points of the first file have in common is not true of others.
+TEST_F(Append, AColumnOfOneValueIsNotInventedForPointsWithoutIt) {
+    make("x,y,z,q,zero\n1,1,1,5,0\n2,2,2,5,0\n");
+    expectSuccess(append("x,y,z\n3,3,3\n"));
+    const Rows all = rows("csv.q,csv.zero");
+    ASSERT_EQ(all.size(), 3u);
+    EXPECT_EQ(all.at("1"), "5,0");
+    EXPECT_EQ(all.at("3"), "0,0");
+}
+
 TEST_F(Append, AFileWithoutPointsMakesADatabaseForThoseOfOthers) {
     LasBuilder builder(2, 0);
     builder.offset[1] = 4000000;

@@ -1,13 +1,17 @@
 // Points out of a database and in again, through files of other formats: every value as it was.
 
 #include "tests/cli/commandtest.h"
+#include "tests/engine/seed.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
+#include <cstdlib>
 #include <cstring>
 #include <fstream>
 #include <map>
+#include <random>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -94,11 +98,14 @@ TEST_F(Export, KeepsWhatTheFormatHasNoFieldFor) {
         "1.25,2,3,70000,1,-1,9007199254740993,0.1,1,300\n"
         "1.50,2,3,1,2,-2,1,nan,2,2\n"
         "2.75,-2,3,2,3,-300,2,0.3,3,1\n");
+    // Names that only a database knows.
+    expectSuccess("attributes " + file + " add --json " +
+                  folder.write("own.json", R"({"name": "Own", "length": 1, "resolution": 1,
+                      "minimum_value": 0, "maximum_value": 9, "default_value": 3})"));
     const Points points = pointsOf(file);
     ASSERT_EQ(points.rows.size(), 3u);
     EXPECT_TRUE(through("las") == points);
     EXPECT_TRUE(through("laz") == points);
-    EXPECT_TRUE(through("csv") == points);
     // Intensity and class fit none of the fields, nor do the rest; nothing is there twice.
     for (const char* const format : {"0", "3", "6", "8", "10"}) {
         EXPECT_TRUE(through("las", std::string("--point-format ") + format) == points) << format;
@@ -106,6 +113,8 @@ TEST_F(Export, KeepsWhatTheFormatHasNoFieldFor) {
     }
     expectFailure(1, "export " + file + " " + folder.file("out.ply"), "beyond 2^53");
     EXPECT_FALSE(std::filesystem::exists(folder.file("out.ply")));
+    expectSuccess("attributes " + file + " remove Own");
+    EXPECT_TRUE(through("csv") == pointsOf(file));
     expectSuccess("attributes " + file + " remove my.count");
     EXPECT_TRUE(through("ply") == pointsOf(file));
     EXPECT_TRUE(through("ply", "--ascii") == pointsOf(file));
@@ -131,6 +140,64 @@ TEST_F(Export, ChoosesAxesThatChangeNoCoordinate) {
     const std::string wide =
         expectSuccess("export " + file + " " + folder.file("wide.las") + " --scale 1e9");
     EXPECT_NE(wide.find("2 coordinates were rounded"), std::string::npos) << wide;
+}
+
+// The number of so many units of so many decimals.
+std::string decimalText(std::int64_t units, int decimals) {
+    std::string text = std::to_string(std::abs(units));
+    const auto digits = static_cast<std::size_t>(decimals);
+    text.insert(0, std::string(digits + 1 > text.size() ? digits + 1 - text.size() : 0, '0'));
+    text.insert(text.size() - digits, ".");
+    return (units < 0 ? "-" : "") + text;
+}
+
+// Whatever grid the coordinates lie on and wherever it begins: they come back, or are refused.
+TEST_F(Export, ChangesNoCoordinateOfRandomClouds) {
+    const std::uint64_t seed = tarvo::engine::testing::seedOfRun();
+    std::mt19937_64 random(seed);
+    const auto below = [&](std::uint64_t limit) {
+        return static_cast<std::int64_t>(random() % limit);
+    };
+    int kept = 0;
+    for (int cloud = 0; cloud < 40; ++cloud) {
+        const int decimals = static_cast<int>(below(10));
+        const std::int64_t begin = below(2'000'000'000'000) - 1'000'000'000'000;
+        std::int64_t step = 1;
+        for (std::int64_t i = below(8); i > 0; --i) {
+            step *= below(10) + 1;
+        }
+        std::string table = "x,y,z\n";
+        for (std::int64_t i = below(6) + 2; i > 0; --i) {
+            for (int axis = 0; axis < 3; ++axis) {
+                const std::int64_t units = begin + step * (below(20'000) - 10'000);
+                table += decimalText(units, decimals) + (axis < 2 ? "," : "\n");
+            }
+        }
+        makeFrom(table);
+        const auto result = run("export " + file + " " + folder.file("out.las") + " --overwrite");
+        if (result.code != 0) {
+            EXPECT_NE(result.output.find("--scale"), std::string::npos) << result.output;
+            continue;
+        }
+        ++kept;
+        const Points before = pointsOf(file);
+        const Points after = through("laz");
+        ASSERT_EQ(before.rows.size(), after.rows.size());
+        std::vector<double> one;
+        std::vector<double> other;
+        for (std::size_t row = 0; row < before.rows.size(); ++row) {
+            for (std::size_t i = 0; i < 3; ++i) {
+                one.push_back(std::stod(before.rows[row][i]));
+                other.push_back(std::stod(after.rows[row][i]));
+            }
+        }
+        std::sort(one.begin(), one.end());
+        std::sort(other.begin(), other.end());
+        for (std::size_t i = 0; i < one.size(); ++i) {
+            ASSERT_NEAR(one[i], other[i], 1e-14 * std::abs(one[i])) << table;
+        }
+    }
+    EXPECT_GT(kept, 20);
 }
 
 TEST_F(Export, WritesWhatIsSelected) {
@@ -173,6 +240,9 @@ TEST_F(Export, RefusesWhatWouldBeLostOrMisnamed) {
     expectFailure(1, "select " + file + " --format csv -o " + folder.file("points.laz"),
                   "promises to be laz");
     expectFailure(1, "copy " + file + " " + folder.file("points.ply"), "promises to be ply");
+    expectFailure(1, "copy " + file + " " + folder.file("points.json"), "promises to be json");
+    expectFailure(1, "select " + file + " --format csv -o " + folder.file("points.qrbx"),
+                  "promises to be qrbx");
     EXPECT_EQ(folder.count(), 2u);
 }
 

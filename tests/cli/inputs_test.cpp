@@ -77,11 +77,31 @@ TEST_F(Inputs, WhatIsNoPointCloudIsNamed) {
     expectNone(std::string("1\0 \0002\0 \0003\0\n\0", 12), "UTF-16");
     expectNone("1 2 3\n4 5 nan\n", "no value of the primary attribute");
     expectNone("1 2 3\n4 5 inf\n", "infinite");
+    // Nothing is left that an import could not do without.
+    const std::string endless = folder.write("inf.csv", "x,y,z,my.a\n1,2,3,inf\n");
+    expectFailure(1, "import " + endless + " " + folder.file("new.qrbx"), "--leave-out my.a");
+    expectSuccess("import --leave-out my.a " + endless + " " + folder.file("new.qrbx") +
+                  " --overwrite");
+    std::filesystem::remove(folder.file("new.qrbx"));
     expectNone("9\n1 2 3\n", "1 of 9 points");
     expectFailure(1,
                   "import --columns x,y,z " + folder.write("a.ply", ply) + " " + file + " --append",
                   "--columns is for texts");
     expectFailure(2, "import --format dxf " + folder.file("a.ply") + " " + file, "dxf");
+}
+
+TEST_F(Inputs, WholeNumbersOfTheWidestTypeAreKept) {
+    const std::string table = "x,y,z,b\n1,2,3,-1\n4,5,6,9223372036854775807\n";
+    expectSuccess("import " + folder.write("wide.csv", table) + " " + file);
+    expectSuccess("select " + file + " -a csv.b --format csv", "csv.b\n-1\n9223372036854775807\n");
+    std::string header = "x,y,z";
+    for (int i = 0; i < 4096; ++i) {
+        header += ",c" + std::to_string(i);
+    }
+    expectFailure(
+        1,
+        "import " + folder.write("very.csv", header + "\n1,2,3\n") + " " + folder.file("new.qrbx"),
+        "4097 attributes");
 }
 
 TEST_F(Inputs, ColumnsOfATextAreNamed) {

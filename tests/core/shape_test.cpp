@@ -121,7 +121,8 @@ TEST(Area, TellsWhatIsWrongWithItsText) {
     expectFault("POLYGON ((0 0, 1 0, 1))", "a number is expected at byte 22, not \"))\"");
     expectFault("POLYGON ((0 0, 1 0, 1 1)", "\",\" or \")\" is expected at byte 25, where");
     expectFault("POLYGON ((0 0, 1 0, 1 1)) x", "the end is expected");
-    expectFault("POLYGON ((0 0, 1 0, inf 1))", "no finite place");
+    expectFault("POLYGON ((0 0, 1 0, inf 1))", "farther than 1e150");
+    expectFault("POLYGON ((-1e155 0, 1 0, 0 1))", "farther than 1e150");
     expectFault("{", "it is no JSON");
     expectFault("{}", "lacks its \"type\"");
     expectFault(R"({"type": "Point", "coordinates": [1, 2]})", "it holds a \"Point\"");

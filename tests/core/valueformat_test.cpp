@@ -45,6 +45,8 @@ TEST(ValueFormat, ShowsValuesThatThePlacesWouldHide) {
     EXPECT_EQ(text(grid(0, 0, 1e6), 0.000000125), "0.000000125");
     EXPECT_EQ(text(grid(0, -1e300, 1e300), 3), "3");
     EXPECT_EQ(text(grid(1e-17, 0, 1e-10), 3e-17), "0.00000000000000003");
+    EXPECT_EQ(text(grid(1.0 / 360, 0, 1), 129.0 / 360), "0.35833333333333334");
+    EXPECT_EQ(text(grid(1.0 / 3, 0, 1), 1.0 / 3), "0.3333333333333333");
     EXPECT_EQ(text(grid(1, 0.5, 10.5), 3.5), "3.5");
     EXPECT_EQ(text(grid(0.01, 1234567.125, 1234569.125), 1234568.125), "1234568.125");
     EXPECT_EQ(text(grid(0.1, 0, 10, -9999.25), -9999.25), "-9999.25");

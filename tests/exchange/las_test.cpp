@@ -423,6 +423,21 @@ TEST_F(Las, PointsAreCountedByTheFieldThatIsFilled) {
     EXPECT_EQ(las::LasSource(folder.write("a.las", earlier.build())).header().pointCount, 5u);
 }
 
+// A writer that was killed leaves a file whose header knows nothing of its points.
+TEST_F(Las, PointsThatTheHeaderDoesNotCountAreTold) {
+    LasBuilder las;
+    for (int i = 0; i < 5; ++i) {
+        las.addPoint(i, i, i);
+    }
+    Bytes bytes = las.build();
+    EXPECT_TRUE(las::LasSource(folder.write("whole.las", bytes)).notes().empty());
+    put(bytes, 107, std::uint32_t(2));
+    const auto notes = las::LasSource(folder.write("a.las", bytes)).notes();
+    ASSERT_EQ(notes.size(), 1u);
+    EXPECT_NE(notes[0].find("2 points, but there is room for 3 more"), std::string::npos)
+        << notes[0];
+}
+
 TEST_F(Las, FaultyHeadersAreNamedByFieldAndValue) {
     LasBuilder builder(4, 3);
     builder.addRecord("u", 1, Bytes(10));

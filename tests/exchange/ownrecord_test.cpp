@@ -34,6 +34,7 @@ protected:
         for (const Column& column : source.columns()) {
             names.push_back(column.descriptor());
         }
+        notes = source.notes();
         EXPECT_EQ(source.metaData().size(), 2u);  // the header and the description of extra bytes
         return names;
     }
@@ -46,11 +47,13 @@ protected:
     }
 
     Folder folder;
+    std::vector<std::string> notes;
 };
 
 TEST_F(OwnRecord, NamesExtraBytesAndDropsFieldsThatSayNothing) {
     const auto names = columnsWith(record(entry("my.pair", 0, 2) + "," + entry("my.pair", 1, 2),
                                           R"("tarvo.class","las.withheld","tarvo.xyz")"));
+    EXPECT_TRUE(notes.empty());
     const std::vector<std::string> expected = {"tarvo.xyz[0]",         "tarvo.xyz[1]",
                                                "tarvo.xyz[2]",         "tarvo.intensity",
                                                "tarvo.target_index",   "tarvo.target_count",
@@ -86,6 +89,7 @@ TEST_F(OwnRecord, IsBelievedAsAWholeOrNotAtAll) {
           record(good + "," + R"({"attribute":7})"),                  //
           record(good + "," + entry("my.c", 0, 1)).substr(0, 60)}) {  // cut
         EXPECT_EQ(columnsWith(text), plain) << text.substr(0, 200);
+        EXPECT_EQ(notes.size(), 1u) << text.substr(0, 200);
     }
 }
 
