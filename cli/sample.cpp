@@ -3,6 +3,7 @@
 #include "catalogue/catalogue.h"
 #include "cli/commands.h"
 #include "cli/errors.h"
+#include "cli/json.h"
 #include "cli/number.h"
 #include "cli/sample/scanner.h"
 #include "cli/terminal.h"
@@ -27,6 +28,15 @@ struct SampleOptions {
 };
 
 constexpr std::size_t sampleBatch = 65536;
+// What timestamps of a year and 32 bits for the lines hold with ease.
+constexpr std::uint64_t mostPoints = 1'000'000'000'000;
+
+constexpr const char* simulationText =
+    "Simulated scan: no instrument measured it. A scene of simple bodies is met by rays from a "
+    "scanner at the origin, whose coordinate system is that of the points. Modelled are echoes of "
+    "several targets per shot, noise of range and reflectance, and the threshold of the receiver; "
+    "not modelled are the width of the beam, errors of angles, times for turning between and "
+    "within lines, atmosphere and stray echoes.";
 
 qrb::pointcloud::PointAttribute catalogueAttribute(const std::string& name) {
     const auto* const entry = catalogue::findAttribute(name);
@@ -43,10 +53,43 @@ void bindColumn(qrb::pointcloud::QueryInsert& query, const char* attribute,
     query.bind(attribute, type, values.data(), static_cast<std::int32_t>(elements * sizeof(T)));
 }
 
+// What the catalogue has for telling of a scan as a whole.
+void describeScan(qrb::pointcloud::MetaData& metaData, const sample::Pattern& pattern) {
+    JsonText info;
+    info.beginObject();
+    info.member("comments", simulationText);
+    info.member("field_of_application", "TLS");
+    info.endObject();
+    metaData.set("tarvo.pointcloud_info", info.text());
+
+    JsonText timeBase;  // times count from the first shot, whenever that was
+    timeBase.beginObject();
+    for (const char* const member : {"epoch", "timescale", "source"}) {
+        timeBase.member(member, "unknown");
+    }
+    timeBase.endObject();
+    metaData.set("tarvo.time_base", timeBase.text());
+
+    JsonText scan;
+    scan.beginObject();
+    scan.key("rectangular");
+    scan.beginObject();
+    scan.member("theta_start", pattern.firstTheta);
+    scan.member("theta_stop", pattern.lastTheta);
+    scan.member("theta_increment", pattern.thetaStep);
+    scan.member("phi_start", 0.0);
+    scan.member("phi_stop", 360 - pattern.phiStep);
+    scan.member("phi_increment", pattern.phiStep);
+    scan.endObject();
+    scan.endObject();
+    metaData.set("tarvo.scan_pattern", scan.text());
+}
+
 void insertScan(qrb::Pointcloud& cloud, const SampleOptions& options) {
     using qrb::pointcloud::DataType;
     const sample::Scene scene(options.seed);
     sample::Scanner scanner(scene, options.seed, options.pointCount);
+    describeScan(cloud.metaData(), scanner.pattern());
     sample::Points points(static_cast<std::size_t>(
         std::min<std::uint64_t>(sampleBatch, std::max<std::uint64_t>(1, options.pointCount))));
     auto query = cloud.insert();
@@ -87,7 +130,7 @@ void runSample(const qrb::Context& context, const SampleOptions& options) {
             "{\"command\":\"sample\",\"points\":" + std::to_string(options.pointCount) +
             ",\"seed\":" + std::to_string(options.seed) + "}";
         qrb::pointcloud::TransactionGuard transaction(cloud.transactions(), "Simulated scan",
-                                                      agentText(), {}, settingsText);
+                                                      agentText(), simulationText, settingsText);
         for (const char* name :
              {"tarvo.range", "tarvo.theta", "tarvo.phi", "tarvo.reflectance", "tarvo.amplitude",
               "tarvo.deviation", "tarvo.target_index", "tarvo.target_count", "tarvo.class",
@@ -111,7 +154,7 @@ void addSampleCommand(CLI::App& app, Invocation& invocation) {
     command->add_option("file", options->file, "Database to make")->type_name("FILE")->required();
     command->add_option("-n,--points", options->pointCount, "Number of points")
         ->type_name("POINTS")
-        ->transform(largeNumber(0, std::numeric_limits<std::uint64_t>::max()))
+        ->transform(largeNumber(0, mostPoints))
         ->capture_default_str();
     command->add_option("--seed", options->seed, "The same seed gives the same points")
         ->type_name("NUMBER")
@@ -120,7 +163,8 @@ void addSampleCommand(CLI::App& app, Invocation& invocation) {
     command->add_flag("--overwrite", options->overwrite, "Replace an existing database");
     command->footer(
         "The scene: gentle relief, a house and a garage, trees that give several targets per\n"
-        "shot, a power line, a parked car; seen from one scanner position at the origin.\n"
+        "shot, a power line, a parked car; seen from one scanner position at the origin. The item\n"
+        "tarvo.pointcloud_info tells what is simulated and what is not.\n"
         "\n"
         "Examples:\n"
         "  qrbtool sample scan.qrbx\n"

@@ -7,17 +7,32 @@ namespace tarvo::cli::sample {
 
 namespace {
 
-constexpr double firstTheta = 30 * pi / 180;
-constexpr double lastTheta = 130 * pi / 180;
+// Degrees.
+constexpr double fanBegin = 30;
+constexpr double fanEnd = 130;
+constexpr double degree = pi / 180;
+// Measures are multiples of these, as the database stores them.
+constexpr double angleGrid = 1e-6;     // degrees
+constexpr double rangeGrid = 0.00025;  // metres
+constexpr double shotsPerSecond = 250000;
+
 constexpr double maximumRange = 120;
 constexpr std::size_t groundSteps = 1024;
 constexpr double groundStep = maximumRange / groundSteps;
-constexpr double shotsPerSecond = 300000;
 constexpr std::size_t maximumEchoes = 5;
 constexpr double rangeNoise = 0.003;
+// Echoes nearer than the pulse is long can't be told apart.
+constexpr double pulseLength = 0.6;
+// More than the coarse turn is ever wrong by, so that a turn is enough.
+constexpr double shotsToSpare = 1.02;
 
-double degrees(double radians) {
-    return radians * 180 / pi;
+double onGrid(double value, double grid) {
+    return std::nearbyint(value / grid) * grid;
+}
+
+// Of a white diffuse target, which gives the weakest echo that is detected 1 km away.
+double whiteAmplitude(double range) {
+    return 60 - 20 * std::log10(std::max(range, 1.0));
 }
 
 }  // namespace
@@ -39,35 +54,35 @@ Points::Points(std::size_t capacity)
 Scanner::Scanner(const Scene& scene, std::uint64_t seed, std::uint64_t pointCount)
     : m_scene(scene), m_seed(seed), m_random(seed), m_ground(groundSteps + 2) {
     // A coarse turn tells how many echoes a shot gives.
-    const double fan = lastTheta - firstTheta;
     setStep(100);
+    const std::uint64_t coarseShots = std::uint64_t{m_pattern.lines} * m_fan.size();
+    m_left = maximumEchoes * coarseShots;
     std::uint64_t echoes = 0;
-    const auto lines = static_cast<std::uint32_t>(2 * pi / m_step);
-    for (m_line = 0; m_line < lines; ++m_line) {
-        beginLine();
-        for (m_beam = 0; m_beam < m_beams; ++m_beam) {
-            shoot();
-            echoes += m_echoes.size();
-        }
+    while (m_shot < coarseShots) {
+        nextShot();
+        echoes += m_echoes.size();
     }
-    const double perShot = static_cast<double>(echoes) / (static_cast<double>(lines) * m_beams);
-    const double shots = std::max(1.0, static_cast<double>(pointCount) / perShot);
+    const double perShot = static_cast<double>(echoes) / static_cast<double>(coarseShots);
+    const double shots = shotsToSpare * std::max(1.0, static_cast<double>(pointCount) / perShot);
     setStep(static_cast<std::uint32_t>(
-        std::clamp(std::ceil(std::sqrt(shots * fan / (2 * pi))), 8.0, 1e6)));
-    m_line = m_beam = 0;
+        std::clamp(std::ceil(std::sqrt(shots * (fanEnd - fanBegin) / 360)), 8.0, 1e6)));
     m_shot = 0;
+    m_left = pointCount;
     m_echoes.clear();
-    beginLine();
 }
 
 void Scanner::setStep(std::uint32_t beams) {
-    m_beams = beams;
-    m_step = (lastTheta - firstTheta) / beams;
+    m_pattern.thetaStep = (fanEnd - fanBegin) / beams;
+    m_pattern.lines =
+        static_cast<std::uint32_t>(std::ceil(360 / m_pattern.thetaStep * (1 - 1e-12)));
+    m_pattern.phiStep = 360.0 / m_pattern.lines;
     m_fan.clear();
     for (std::uint32_t i = 0; i < beams; ++i) {
-        const double theta = firstTheta + (i + 0.5) * m_step;
-        m_fan.push_back({theta, std::sin(theta), std::cos(theta)});
+        const double theta = onGrid(fanBegin + (i + 0.5) * m_pattern.thetaStep, angleGrid);
+        m_fan.push_back({theta, std::sin(theta * degree), std::cos(theta * degree)});
     }
+    m_pattern.firstTheta = m_fan.front().theta;
+    m_pattern.lastTheta = m_fan.back().theta;
 }
 
 Vector Scanner::direction() const {
@@ -78,10 +93,10 @@ Vector Scanner::direction() const {
 void Scanner::beginLine() {
     // Lines are independent of each other, so that a line is the same in every scan of its step.
     m_random = Random(m_seed * 0x2545f4914f6cdd1du + m_line + 1);
-    m_azimuth = std::fmod(m_line * m_step, 2 * pi);
-    m_cosAzimuth = std::cos(m_azimuth);
-    m_sinAzimuth = std::sin(m_azimuth);
-    m_scene.visible(m_azimuth, m_objects);
+    m_phi = onGrid(m_line % m_pattern.lines * m_pattern.phiStep, angleGrid);
+    m_cosAzimuth = std::cos(m_phi * degree);
+    m_sinAzimuth = std::sin(m_phi * degree);
+    m_scene.visible(m_phi * degree, m_objects);
     for (std::size_t i = 0; i < m_ground.size(); ++i) {
         const double distance = static_cast<double>(i) * groundStep;
         m_ground[i] = m_scene.groundHeight(distance * m_cosAzimuth, distance * m_sinAzimuth);
@@ -134,14 +149,25 @@ void Scanner::addSoftEchoes(const Ray& ray, const Object& object, double solidRa
     while (at < (*chord)[1] && at < solidRange && m_echoes.size() < maximumEchoes) {
         m_echoes.push_back({at, m_random.uniform(0.2, 1), object.reflectance, vegetation,
                             static_cast<int>(m_random.uniform(5, 120))});
-        // Echoes nearer than the pulse is long can't be told apart.
-        at += 0.6 + m_random.exponential(crown.freePath);
+        at += pulseLength + m_random.exponential(crown.freePath);
     }
 }
 
-void Scanner::shoot() {
-    m_echoes.clear();
+void Scanner::nextShot() {
+    m_beam = static_cast<std::uint32_t>(m_shot % m_fan.size());
+    m_line = static_cast<std::uint32_t>(m_shot / m_fan.size());
+    m_time = static_cast<double>(m_shot) / shotsPerSecond;
+    ++m_shot;
+    if (m_beam == 0) {
+        beginLine();
+    }
+    meetSurfaces();
+    measure();
     m_written = 0;
+}
+
+void Scanner::meetSurfaces() {
+    m_echoes.clear();
     const Ray ray{{}, direction()};
     Echo solid;
     solid.range = maximumRange;
@@ -176,30 +202,46 @@ void Scanner::shoot() {
     }
 }
 
+// Leaves of the surfaces that were met what the receiver detects and tells apart.
+void Scanner::measure() {
+    const auto surfaces = static_cast<double>(m_echoes.size());
+    std::size_t detected = 0;
+    for (const Echo& surface : m_echoes) {
+        if (detected > 0 && surface.range < m_echoes[detected - 1].range + pulseLength) {
+            m_echoes[detected - 1].deviation += 40;
+            continue;
+        }
+        Echo echo = surface;
+        echo.range = onGrid(surface.range + rangeNoise * m_random.normal(), rangeGrid);
+        // Relative to a white diffuse target, with the texture of the surface.
+        echo.reflectance = 10 * std::log10(surface.reflectance * surface.cosine / surfaces) +
+                           0.6 * m_random.normal();
+        if (echo.reflectance + whiteAmplitude(echo.range) >= 0) {
+            m_echoes[detected++] = echo;
+        }
+    }
+    m_echoes.resize(static_cast<std::size_t>(std::min<std::uint64_t>(detected, m_left)));
+    m_left -= m_echoes.size();
+}
+
 void Scanner::writeEchoes(Points& points, std::size_t& written, std::size_t count) {
     const Vector towards = direction();
-    const double theta = degrees(m_fan[m_beam].theta);
     for (; m_written < m_echoes.size() && written < count; ++m_written, ++written) {
         const Echo& echo = m_echoes[m_written];
-        const double range = echo.range + rangeNoise * m_random.normal();
-        // Relative to a white diffuse target, with the texture of the surface.
-        const double reflectance =
-            10 * std::log10(echo.reflectance * echo.cosine / static_cast<double>(m_echoes.size())) +
-            0.6 * m_random.normal();
-        points.xyz[3 * written] = range * towards.x;
-        points.xyz[3 * written + 1] = range * towards.y;
-        points.xyz[3 * written + 2] = range * towards.z;
-        points.range[written] = range;
-        points.theta[written] = theta;
-        points.phi[written] = degrees(m_azimuth);
-        points.reflectance[written] = static_cast<float>(reflectance);
+        points.xyz[3 * written] = echo.range * towards.x;
+        points.xyz[3 * written + 1] = echo.range * towards.y;
+        points.xyz[3 * written + 2] = echo.range * towards.z;
+        points.range[written] = echo.range;
+        points.theta[written] = m_fan[m_beam].theta;
+        points.phi[written] = m_phi;
+        points.reflectance[written] = static_cast<float>(echo.reflectance);
         points.amplitude[written] =
-            static_cast<float>(reflectance + 60 - 20 * std::log10(std::max(range, 1.0)));
+            static_cast<float>(echo.reflectance + whiteAmplitude(echo.range));
         points.deviation[written] = static_cast<std::int16_t>(echo.deviation);
         points.targetIndex[written] = static_cast<std::uint8_t>(m_written + 1);
         points.targetCount[written] = static_cast<std::uint8_t>(m_echoes.size());
         points.pointClass[written] = echo.pointClass;
-        points.timestamp[written] = static_cast<double>(m_shot) / shotsPerSecond;
+        points.timestamp[written] = m_time;
         points.line[written] = m_line;
     }
 }
@@ -208,23 +250,13 @@ std::size_t Scanner::next(Points& points, std::size_t count) {
     count = std::min(count, points.capacity());
     std::size_t written = 0;
     while (written < count) {
-        if (m_written < m_echoes.size()) {
-            // The last shot gave more echoes than there was room for; or it is a new one.
-            writeEchoes(points, written, count);
-            if (m_written < m_echoes.size()) {
+        if (m_written == m_echoes.size()) {
+            if (m_left == 0) {
                 break;
             }
+            nextShot();
         }
-        if (!m_echoes.empty() || m_shot > 0) {
-            ++m_beam;
-        }
-        if (m_beam == m_beams) {
-            m_beam = 0;
-            ++m_line;
-            beginLine();
-        }
-        shoot();
-        ++m_shot;
+        writeEchoes(points, written, count);
     }
     return written;
 }

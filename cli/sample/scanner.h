@@ -1,5 +1,5 @@
 // A terrestrial laser scanner at the origin: it turns about the vertical axis and sends a fan of
-// beams at every step.
+// beams at every step, a shot every 4 microseconds.
 #pragma once
 
 #include "cli/sample/scene.h"
@@ -9,7 +9,8 @@
 
 namespace tarvo::cli::sample {
 
-// Columns of points, one value per point (coordinates: three). Angles in degrees.
+// Columns of points, one value per point (coordinates: three), in the terms of the catalogue's
+// attributes. Angles in degrees.
 struct Points {
     std::vector<double> xyz;
     std::vector<double> range;
@@ -28,37 +29,49 @@ struct Points {
     std::size_t capacity() const { return range.size(); }
 };
 
+// Where the shots of a turn go. Degrees.
+struct Pattern {
+    double firstTheta = 0;  // of each line
+    double lastTheta = 0;
+    double thetaStep = 0;
+    double phiStep = 0;       // from 0, a line each
+    std::uint32_t lines = 0;  // of a whole turn
+};
+
 class Scanner {
 public:
-    // Chooses the angular step so that one turn gives about this many points.
+    // Chooses the angular step so that a turn gives the points, and not many more. The scene must
+    // outlive it.
     Scanner(const Scene& scene, std::uint64_t seed, std::uint64_t pointCount);
 
-    // The next points, at most capacity and at most count; never 0 for a count above 0. The
-    // scanner turns on for ever.
+    const Pattern& pattern() const { return m_pattern; }
+    // The next points, at most capacity and at most count; 0 when all pointCount were given. The
+    // last shot has no more targets than are asked for.
     std::size_t next(Points& points, std::size_t count);
 
 private:
     struct Echo {
         double range = 0;
         double cosine = 1;
-        double reflectance = 0;
+        double reflectance = 0;  // of a surface: 0 to 1; of what was measured: dB
         Class pointClass = unclassified;
         int deviation = 0;
     };
     void beginLine();
-    void shoot();
+    void nextShot();
+    void meetSurfaces();
+    void measure();
     void addSoftEchoes(const Ray& ray, const Object& object, double solidRange);
     void writeEchoes(Points& points, std::size_t& written, std::size_t count);
     void groundEcho(const Ray& ray, Echo& nearest) const;
     void setStep(std::uint32_t beams);
-    Vector direction() const;  // of the next shot
+    Vector direction() const;  // of the last shot
 
     const Scene& m_scene;
     const std::uint64_t m_seed;
-    std::uint32_t m_beams = 0;  // per line
-    double m_step = 0;          // radians
+    Pattern m_pattern;
     struct Beam {
-        double theta;  // radians
+        double theta;  // degrees
         double sine;
         double cosine;
     };
@@ -66,8 +79,10 @@ private:
     Random m_random;
     std::uint32_t m_line = 0;
     std::uint32_t m_beam = 0;
-    std::uint64_t m_shot = 0;
-    double m_azimuth = 0;
+    std::uint64_t m_shot = 0;  // shots so far
+    std::uint64_t m_left = 0;  // points that are still to be measured
+    double m_time = 0;         // of the last shot
+    double m_phi = 0;          // degrees
     double m_cosAzimuth = 1;
     double m_sinAzimuth = 0;
     std::vector<double> m_ground;  // height along the line, at equal horizontal distances
