@@ -8,6 +8,7 @@
 #include <mutex>
 #include <string>
 #include <thread>
+#include <utility>
 
 namespace tarvo::exchange::las {
 
@@ -22,6 +23,16 @@ constexpr std::size_t longRecord = 4096;
 
 // Of all files that are open.
 std::atomic<std::uint64_t> keptOfAll = 0;
+
+// What is left of so many bytes, as far as it is wanted; to be given back.
+std::uint64_t claim(std::uint64_t wanted, std::uint64_t most) {
+    std::uint64_t taken = keptOfAll;
+    std::uint64_t claimed = 0;
+    do {
+        claimed = std::min(wanted, most - std::min(most, taken));
+    } while (!keptOfAll.compare_exchange_weak(taken, taken + claimed));
+    return claimed;
+}
 
 bool isDescription(const Record& record) {
     return record.userId == "laszip encoded" && record.recordId == 22204;
@@ -80,31 +91,36 @@ CompressedPoints::CompressedPoints(RawFile& file, const Header& header,
       m_header(header),
       m_description(readDescription(file, header, records)),
       m_list(ChunkList::read(file, header, m_description)) {
-    if (header.pointCount <= mostKept / header.recordLength) {
-        m_kept = header.pointCount * header.recordLength;
-        if (keptOfAll.fetch_add(m_kept) + m_kept > mostKept) {
-            keptOfAll -= m_kept;
-            m_kept = 0;
-        }
-    }
+    const std::uint64_t most = mostKept / header.recordLength;
+    m_mayKeep = claim(std::min(header.pointCount, most) * header.recordLength, mostKept);
+    m_isKeeping = m_mayKeep > 0;
 }
 
 CompressedPoints::~CompressedPoints() {
-    keptOfAll -= m_kept;
+    keptOfAll -= m_mayKeep;
 }
 
 void CompressedPoints::rewind() {
     m_begin = 0;
-    if (m_kept != 0) {
+    m_frontRead = 0;
+    if (m_isKeeping) {
         return;
     }
     m_filled = 0;
-    m_next = 0;
+    m_next = m_frontChunks;
     m_open = {};
     m_opened = m_openLeft = 0;
 }
 
 const std::uint8_t* CompressedPoints::next(std::uint32_t count) {
+    const std::size_t size = std::size_t{count} * m_header.recordLength;
+    if (m_frontRead < m_frontFilled) {
+        if (size <= m_frontFilled - m_frontRead) {
+            m_frontRead += size;
+            return m_front.data() + m_frontRead - size;
+        }
+        takeRestOfFront();
+    }
     while (buffered() < count) {
         const auto missing = static_cast<std::uint32_t>(count - buffered());
         if (m_openLeft != 0) {
@@ -116,23 +132,46 @@ const std::uint8_t* CompressedPoints::next(std::uint32_t count) {
         }
     }
     const std::uint8_t* const records = m_records.data() + m_begin;
-    m_begin += std::size_t{count} * m_header.recordLength;
+    m_begin += size;
     return records;
 }
 
 // Behind the records that are there; what was read goes unless it is kept.
 std::uint8_t* CompressedPoints::roomFor(std::uint64_t points) {
-    if (m_kept == 0) {
-        std::copy(m_records.begin() + static_cast<std::ptrdiff_t>(m_begin),
-                  m_records.begin() + static_cast<std::ptrdiff_t>(m_filled), m_records.begin());
+    const std::uint64_t size = points * m_header.recordLength;
+    if (m_isKeeping && m_filled + size > m_mayKeep) {
+        stopKeeping();
+    }
+    if (!m_isKeeping) {
+        std::copy(m_records.data() + m_begin, m_records.data() + m_filled, m_records.data());
         m_filled -= m_begin;
         m_begin = 0;
     }
-    const std::size_t needed = m_filled + points * m_header.recordLength;
-    if (m_records.size() < needed) {
-        m_records.resize(needed);
-    }
+    m_records.grow(m_filled + size);
     return m_records.data() + m_filled;
+}
+
+// What is there stays, and what comes goes when it was read. Of chunks that are decoded piece by
+// piece nobody could go on in the midst.
+void CompressedPoints::stopKeeping() {
+    m_isKeeping = false;
+    if (m_piecewise != nullptr) {
+        return;
+    }
+    m_front = std::exchange(m_records, {});
+    m_frontFilled = std::exchange(m_filled, 0);
+    m_frontRead = std::exchange(m_begin, 0);
+    m_frontChunks = m_next;
+    takeRestOfFront();
+}
+
+// Records that are read at once lie one behind the other.
+void CompressedPoints::takeRestOfFront() {
+    const std::size_t rest = m_frontFilled - m_frontRead;
+    m_records.grow(m_filled + rest);
+    std::copy_n(m_front.data() + m_frontRead, rest, m_records.data() + m_filled);
+    m_filled += rest;
+    m_frontRead = m_frontFilled;
 }
 
 // The number of chunks to decode whole for so many points; 0: the next one is too large.

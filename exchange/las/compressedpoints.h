@@ -2,6 +2,7 @@
 #pragma once
 
 #include "exchange/las/chunklist.h"
+#include "exchange/las/recordbytes.h"
 #include "exchange/laz/chunkdecoder.h"
 
 #include <memory>
@@ -16,11 +17,11 @@ bool isOfCompression(const Record& record);
 class CompressedPoints {
 public:
     // Reads where the points lie; the file and the header must outlive it. Decoding takes longer
-    // than anything else that an import does with a point, and an import reads all twice: so
-    // records stay decoded where those of all files that are open take no more than mostKept bytes.
-    // Throws Failure.
+    // than anything else that an import does with a point, and an import reads all twice: so the
+    // first records stay decoded, as many as fit into mostKept bytes together with those of the
+    // other files that are open. Throws Failure.
     CompressedPoints(RawFile& file, const Header& header, const std::vector<Record>& records,
-                     std::uint64_t mostKept = 128u << 20);
+                     std::uint64_t mostKept = 256u << 20);
     ~CompressedPoints();
 
     // Back to the first point.
@@ -34,6 +35,8 @@ private:
 
     std::uint64_t buffered() const { return (m_filled - m_begin) / m_header.recordLength; }
     std::uint8_t* roomFor(std::uint64_t points);
+    void stopKeeping();
+    void takeRestOfFront();
     std::size_t chunksAtOnce(std::uint32_t count) const;
     void decodeChunks(std::size_t count);
     void openLargeChunk();
@@ -46,11 +49,18 @@ private:
     laz::Description m_description;
     ChunkList m_list;
 
-    std::uint64_t m_kept = 0;             // bytes that all records may keep; 0: what was read goes
-    std::vector<std::uint8_t> m_records;  // decoded ones; those to be read are within it
+    std::uint64_t m_mayKeep = 0;  // bytes
+    // What was read stays in m_records: so far all of it fits.
+    bool m_isKeeping = false;
+    RecordBytes m_records;  // decoded ones; those to be read are within it
     std::size_t m_begin = 0;
     std::size_t m_filled = 0;
     std::size_t m_next = 0;  // of the listed chunks
+    // Where not all fits, the records of the first listed chunks.
+    RecordBytes m_front;
+    std::size_t m_frontFilled = 0;
+    std::size_t m_frontRead = 0;
+    std::size_t m_frontChunks = 0;
     std::vector<std::unique_ptr<laz::ChunkDecoder>> m_idle;
 
     // The chunk that is decoded piece by piece, if there is one.
