@@ -9,11 +9,14 @@
 #include "cli/key.h"
 #include "cli/shapeoptions.h"
 #include "cli/terminal.h"
+#include "cli/texttable.h"
 #include "core/newdatabase.h"
 #include "exchange/import/importrun.h"
+#include "numbers/numbertext.h"
 
 #include <CLI/CLI.hpp>
 
+#include <chrono>
 #include <filesystem>
 #include <memory>
 #include <set>
@@ -88,20 +91,47 @@ void refuseOtherFile(const qrb::Context& context, const ImportOptions& options) 
     }
 }
 
+void requireNamed(const PointSources& sources, const std::string& primary,
+                  const std::set<std::string>& leftOut) {
+    try {
+        requireAttributes(sources, primary, leftOut);
+    } catch (const NoAttributeToLeaveOut& failure) {
+        throw UsageError(failure.what());
+    }
+}
+
+void tellImported(std::uint64_t points, const std::string& database,
+                  std::chrono::steady_clock::time_point begin) {
+    const std::chrono::duration<double> time = std::chrono::steady_clock::now() - begin;
+    std::string seconds;
+    numbers::appendFixed(seconds, time.count(), 1);
+    note(counted(points, "point") + " imported into \"" + database + "\" in " + seconds + " s.");
+}
+
 void importFiles(const qrb::Context& context, const ImportOptions& options) {
+    const auto begin = std::chrono::steady_clock::now();
     const qrb::pointcloud::Signature signature = options.key.signature();
     const core::Shape shape = options.shape.shape();
     refuseAsInput(options.database, options.inputs.names);
     refuseOtherFile(context, options);
-    core::NewDatabase database(context, options.database, options.overwrite,
-                               "Give --append to add to it or --overwrite to replace it.");
-    const PointSources sources = shaped(openSources(options.inputs), shape);
     const std::set<std::string> leftOut(options.leftOut.begin(), options.leftOut.end());
     if (leftOut.contains(options.primary)) {
         throw UsageError("The primary attribute \"" + options.primary + "\" can't be left out.");
     }
+    // What is wrong with the inputs is told before what stands in their way; texts take long to be
+    // opened, which is needed for that where attributes are named.
+    checkInputs(options.inputs);
+    PointSources sources;
+    if (!leftOut.empty() || options.primary != ImportOptions().primary) {
+        sources = openSources(options.inputs);
+        requireNamed(sources, options.primary, leftOut);
+    }
+    core::NewDatabase database(context, options.database, options.overwrite,
+                               "Give --append to add to it or --overwrite to replace it.");
+    sources = shaped(sources.empty() ? openSources(options.inputs) : std::move(sources), shape);
     CommonOrigin common = commonOrigin(sources, nullptr, leftOut, options.crsAsIs);
     ImportPlan plan = planImport(sources, options.primary, importProgress());
+    const std::uint64_t points = plan.pointCount;
     try {
         importIntoNew(
             database, options.database, sources, std::move(plan), std::move(common),
@@ -113,6 +143,7 @@ void importFiles(const qrb::Context& context, const ImportOptions& options) {
     }
     checkInterrupted();
     database.publish();
+    tellImported(points, options.database, begin);
 }
 
 void appendTo(Database& database, const ImportOptions& options) {

@@ -4,6 +4,7 @@
 #include "cli/terminal.h"
 #include "exchange/format.h"
 #include "exchange/inputfile.h"
+#include "exchange/sourceopener.h"
 #include "files/identity.h"
 #include "files/listing.h"
 
@@ -105,14 +106,23 @@ void refuseAsInput(const std::string& database, const std::vector<std::string>& 
     }
 }
 
+void checkInputs(const InputOptions& inputs) {
+    for (const std::string& name : inputs.names) {
+        std::error_code error;
+        if (name != exchange::standardInput && !std::filesystem::is_directory(name, error)) {
+            (void)exchange::sourceFormat(name, inputs.format, inputs.columns);
+        }
+    }
+}
+
 exchange::PointSources openSources(const InputOptions& inputs) {
     exchange::PointSources sources;
     const exchange::ImportProgress progress = importProgress();
+    exchange::SourceOpener opener(inputs.format, inputs.columns);
     for (const std::string& fileName : filesOf(inputs)) {
         noteInput(fileName);
-        sources.push_back(exchange::openSource(
-            fileName, inputs.format, inputs.columns,
-            [&](double fraction) { progress("Opening " + fileName, fraction); }));
+        sources.push_back(opener.open(
+            fileName, [&](double fraction) { progress("Opening " + fileName, fraction); }));
     }
     return sources;
 }

@@ -26,6 +26,10 @@ struct InputOptions {
 // Throws UsageError if one of the files is the database, by whatever name.
 void refuseAsInput(const std::string& database, const std::vector<std::string>& fileNames);
 
+// Refuses inputs that are not there or no point clouds, as far as their beginnings show. Throws
+// Failure.
+void checkInputs(const InputOptions& inputs);
+
 // Opens the files, and of a folder those that are point clouds by their content, in the order of
 // their names; what is passed over there is told on standard error. Throws Failure if one can't be
 // read or there are none, UsageError for standard input named twice.

@@ -4,6 +4,7 @@
 #include "exchange/csv/source.h"
 #include "exchange/e57/source.h"
 #include "exchange/format.h"
+#include "exchange/inputfile.h"
 #include "exchange/las/source.h"
 #include "exchange/ply/source.h"
 #include "exchange/ptx/source.h"
@@ -28,16 +29,24 @@ std::string formatOf(const std::string& fileName) {
 
 }  // namespace
 
-std::unique_ptr<PointSource> openSource(const std::string& fileName, std::string format,
-                                        const std::vector<std::string>& columnNames,
-                                        const OpenProgress& progress) {
+std::string sourceFormat(const std::string& fileName, std::string format,
+                         const std::vector<std::string>& columnNames) {
     if (format.empty()) {
         format = formatOf(fileName);
+    } else {
+        (void)InputFile(fileName);
     }
     if (!columnNames.empty() && format != "text") {
         throw core::Failure("\"" + fileName + "\" tells by itself what its columns mean.",
                             "--columns is for texts without a header line.");
     }
+    return format;
+}
+
+std::unique_ptr<PointSource> openSource(const std::string& fileName, std::string format,
+                                        const std::vector<std::string>& columnNames,
+                                        const OpenProgress& progress) {
+    format = sourceFormat(fileName, std::move(format), columnNames);
     if (format == "csv") {
         return std::make_unique<csv::CsvSource>(fileName, progress);
     }

@@ -100,12 +100,26 @@ std::vector<ColumnTarget> ImportPlan::targets(const PointSource& source) const {
     return targets;
 }
 
+void requireAttributes(const PointSources& sources, const std::string& primary,
+                       const std::set<std::string>& leftOut) {
+    for (const auto& source : sources) {
+        requirePrimary(*source, primary);
+    }
+    for (const std::string& name : leftOut) {
+        if (std::ranges::none_of(sources, [&](const auto& source) {
+                return std::ranges::count(source->columns(), name, &Column::attribute) > 0;
+            })) {
+            throw NoAttributeToLeaveOut(name);
+        }
+    }
+}
+
 ImportPlan planImport(const PointSources& sources, const std::string& primary,
                       const ImportProgress& progress) {
     ImportPlan plan;
     AttributeSummaries summaries;
+    requireAttributes(sources, primary, {});
     for (const auto& source : sources) {
-        requirePrimary(*source, primary);
         readSource(*source, summaries, plan, primary, progress);
         addNotes(*source, plan.notes);
     }

@@ -7,6 +7,7 @@
 
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -33,6 +34,11 @@ struct ImportPlan {
     void refuseFaults(const PointSources& sources) const;
     std::vector<ColumnTarget> targets(const PointSource& source) const;
 };
+
+// Looks whether the sources have the attributes that were named. Throws Failure if one lacks the
+// primary attribute or some of its elements, NoAttributeToLeaveOut.
+void requireAttributes(const PointSources& sources, const std::string& primary,
+                       const std::set<std::string>& leftOut);
 
 // Reads all points of all sources once. progress may be empty. Throws Failure if no source has the
 // primary attribute, or one lacks some of its elements.

@@ -39,6 +39,71 @@ TEST_F(Inputs, AFolderIsReadByContentAndName) {
     expectFailure(1, "import " + folder.file("none") + " " + file + " --append", "no point cloud");
 }
 
+TEST_F(Inputs, ManyFilesNeedFewOpenOnes) {
+    constexpr int files = 200;
+    std::filesystem::create_directories(folder.file("clouds"));
+    expectSuccess("import " + folder.write("a.xyz", "1000 2 3\n") + " " + file);
+    expectSuccess("export " + file + " " + folder.file("a.laz"));
+    std::vector<double> expected;
+    for (int i = 0; i < files; ++i) {
+        const std::string name = "clouds/" + std::to_string(1000 + i);
+        if (i % 3 == 0) {
+            std::filesystem::copy_file(folder.file("a.laz"), folder.file(name + ".laz"));
+        } else {
+            folder.write(name, i % 3 == 1 ? ply : std::to_string(i) + " 2 3\n");
+        }
+        expected.push_back(i % 3 == 0 ? 1000 : i % 3 == 1 ? 1 : i);
+    }
+    const auto importLimited = [&](const std::string& words) {
+        const Result result = runShell("ulimit -n 64 && " QRBTOOL_FILE " import " + words + " " +
+                                       folder.file("clouds") + " " + file);
+        EXPECT_EQ(result.code, 0) << result.output;
+        // Each has told of its faces.
+        std::size_t notes = 0;
+        for (std::size_t at = 0; (at = result.output.find("\"face\"", at)) != std::string::npos;
+             ++at) {
+            ++notes;
+        }
+        EXPECT_EQ(notes, 67u);
+    };
+    const auto expectPoints = [&](const std::vector<double>& wanted) {
+        std::istringstream text(points());
+        std::vector<double> found;
+        std::string line;
+        std::getline(text, line);
+        while (std::getline(text, line)) {
+            found.push_back(std::stod(line));
+        }
+        std::ranges::sort(found);
+        EXPECT_EQ(found, wanted);
+    };
+    std::ranges::sort(expected);
+    importLimited("--overwrite");
+    expectPoints(expected);
+    importLimited("--append");
+    for (int i = 0; i < files; ++i) {
+        expected.push_back(expected[static_cast<std::size_t>(i)]);
+    }
+    std::ranges::sort(expected);
+    expectPoints(expected);
+}
+
+TEST_F(Inputs, WhatIsWrongWithThemIsToldFirst) {
+    const std::string input = folder.write("a.xyz", "1 2 3\n");
+    const std::string told = expectSuccess("import " + input + " " + file);
+    const std::string line = "qrbtool: 1 point imported into \"" + file + "\" in ";
+    EXPECT_EQ(told.substr(0, line.size()), line) << told;
+    EXPECT_EQ(told.substr(told.size() - 4), " s.\n") << told;
+    expectFailure(1, "import " + input + " " + file, "exists already");
+    expectFailure(1, "import no.las " + input + " " + file, "no.las");
+    expectFailure(1, "import --format las no.las " + file, "no.las");
+    expectFailure(1, "import " + folder.write("a.ply", ply) + " --columns x,y,z " + file,
+                  "tells by itself");
+    expectFailure(2, "import " + input + " --leave-out no.such " + file, "no.such");
+    expectFailure(1, "import " + input + " --primary no.such " + file, "no.such");
+    expectFailure(2, "import " + input + " --leave-out tarvo.xyz " + file, "can't be left out");
+}
+
 TEST_F(Inputs, StandardInputIsReadOnce) {
     const std::string input = folder.write("input", ply);
     const std::size_t before = folder.count();

@@ -2,6 +2,7 @@
 
 #include "exchange/format.h"
 #include "exchange/import/importrun.h"
+#include "exchange/sourceopener.h"
 #include "exchange/table/columntarget.h"
 #include "window/common/aside.h"
 #include "window/common/guard.h"
@@ -96,12 +97,13 @@ private:
                     "\"" + name.toStdString() + "\" is a database.",
                     "Open it, and export its points into a new database or another format.");
         work(m_parent, "Reading the points ...", [this](const StepProgress& progress) {
+            exchange::SourceOpener opener;
             for (const QString& name : m_findings.fileNames) {
                 const std::string fileName = name.toStdString();
                 const std::string step = "Opening " + fileName;
                 progress(step, 0);
-                m_sources.push_back(exchange::openSource(
-                    fileName, {}, {}, [&](double fraction) { progress(step, fraction); }));
+                m_sources.push_back(
+                    opener.open(fileName, [&](double fraction) { progress(step, fraction); }));
             }
             m_findings.plan = exchange::planImport(m_sources, primary, progress);
             lookAtOrigin();
