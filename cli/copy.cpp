@@ -13,6 +13,7 @@
 #include "core/creationsettings.h"
 #include "core/databasecopy.h"
 #include "core/newdatabase.h"
+#include "core/pointpages.h"
 #include "files/identity.h"
 
 #include <CLI/CLI.hpp>
@@ -48,6 +49,12 @@ core::Selection selectionOf(const qrb::Pointcloud& cloud, const CopyOptions& opt
     }
     selection.shaper = shaperOf(options.shape.shape());
     selection.attributes = options.attributes;
+    for (const std::string& name : selection.attributes) {
+        if (!cloud.pointAttributes().exists(name)) {
+            throw Failure("There is no attribute \"" + name + "\" in the file.",
+                          "\"qrbtool info\" lists the attributes.");
+        }
+    }
     if (selection.attributes.empty()) {
         selection.attributes = cloud.pointAttributes().list();
     }
@@ -100,8 +107,11 @@ void copyTo(const Database& database, const CopyOptions& options) {
         throw UsageError("\"" + options.target + "\" is the source and the target.");
     }
     const core::Selection selection = selectionOf(source, options);
+    // What is wrong with the filter is told before what stands in the way.
+    (void)core::PointSelection{selection.filter, selection.nodes}.query(source);
+    auto settings = settingsFor(source, options);
     core::NewDatabase target(source.context(), options.target, options.overwrite, overwriteAdvice);
-    target.create(settingsFor(source, options));
+    target.create(settings);
     std::uint64_t points = 0;
     {
         qrb::Pointcloud& cloud = target.cloud();

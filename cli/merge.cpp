@@ -71,7 +71,6 @@ void runMerge(const qrb::Context& context, const MergeCommand& command) {
     const auto shaper = shaperOf(command.shape.shape());
     refuseAsInput(command.target, command.names);
     refuseTwice(command.names);
-    core::NewDatabase target(context, command.target, command.overwrite, overwriteAdvice);
     std::vector<std::unique_ptr<Database>> databases;
     std::vector<database::MergeInput> inputs;
     for (const std::string& name : command.names) {
@@ -82,6 +81,7 @@ void runMerge(const qrb::Context& context, const MergeCommand& command) {
     auto settings = core::creationSettings(databases.front()->cloud())
                         .value_or(qrb::pointcloud::CreateSettings(context));
     settings.primaryAttribute = plan.primary;
+    core::NewDatabase target(context, command.target, command.overwrite, overwriteAdvice);
     target.create(settings);
     std::uint64_t points = 0;
     {

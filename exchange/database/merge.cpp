@@ -56,6 +56,29 @@ std::uint64_t copyPoints(qrb::Pointcloud& target, const MergeInput& input,
     }
 }
 
+// Numbers of two units in one attribute could never be told apart again.
+void refuseOtherUnits(const std::vector<MergeInput>& inputs, const std::string& name) {
+    const MergeInput* first = nullptr;
+    const auto unitIn = [&](const MergeInput& input) {
+        const std::string unit = input.cloud->pointAttributes().get(name).unitSymbol;
+        return unit.empty() ? std::string("no unit") : "\"" + unit + "\"";
+    };
+    for (const MergeInput& input : inputs) {
+        if (!input.cloud->pointAttributes().exists(name)) {
+            continue;
+        }
+        first = first == nullptr ? &input : first;
+        if (unitIn(input) != unitIn(*first)) {
+            throw core::Failure(
+                "The attribute \"" + name + "\" has " + unitIn(*first) + " in \"" +
+                    first->fileName + "\" and " + unitIn(input) + " in \"" + input.fileName + "\".",
+                "Values of different units are not mixed, with --crs-as-is neither. If both mean "
+                "the same unit,\nwrite it alike first, with \"qrbtool attributes FILE put\"; else "
+                "convert the values of one.");
+        }
+    }
+}
+
 }  // namespace
 
 MergePlan planMerge(const std::vector<MergeInput>& inputs, bool asTheyAre) {
@@ -80,6 +103,7 @@ MergePlan planMerge(const std::vector<MergeInput>& inputs, bool asTheyAre) {
         if (name == first.pointIdName()) {
             continue;
         }
+        refuseOtherUnits(inputs, name);
         plan.attributes.push_back(core::definitionForCopy(first.getMerged(others, name)));
         if (name == primary) {
             plan.primary = plan.attributes.back();

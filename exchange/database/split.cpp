@@ -3,10 +3,10 @@
 #include "core/pointpages.h"
 #include "exchange/table/decimal.h"
 #include "exchange/table/pointsource.h"
+#include "numbers/numbertext.h"
 
 #include <algorithm>
 #include <bit>
-#include <charconv>
 #include <cmath>
 #include <map>
 #include <utility>
@@ -29,11 +29,9 @@ constexpr double mostTiles = 4503599627370496.0;
                         advice);
 }
 
-// The fewest digits that give the number back.
+// The fewest digits that give the number back; -0 is 0.
 std::string digits(double value) {
-    char text[400];
-    return {text,
-            std::to_chars(text, text + sizeof text, value + 0.0, std::chars_format::fixed).ptr};
+    return numbers::numberText(value + 0.0);
 }
 
 std::string both(const std::string& filter, const std::string& condition) {

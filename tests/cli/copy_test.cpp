@@ -100,6 +100,10 @@ TEST_F(CopyCommand, FailuresLeaveNoFileAndSayWhatToDo) {
     expectFailure(2, source + " --overwrite", "is the source and the target");
     ASSERT_EQ(run("sample -n 23 " + target).code, 0);
     expectFailure(1, target, "Give --overwrite to replace it.");
+    // Whoever replaces it would learn of these afterwards.
+    expectFailure(1, target + " -f 'no.such == 1'", "no.such");
+    expectFailure(1, target + " -a no.such", "There is no attribute \"no.such\"");
+    expectFailure(1, target + " --nodes 4000000", "node 4000000");
     expectFailure(1, target + " --overwrite -f '('", "(");
     EXPECT_EQ(run("select --count " + target).output, "23\n");
 }

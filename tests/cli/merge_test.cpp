@@ -98,6 +98,16 @@ TEST_F(Merge, RefusesWhatDoesNotFitTogether) {
     EXPECT_NE(run("changelog " + both).output.find("taken as they are"), std::string::npos);
     expectSuccess("remove " + both + " --filter 'csv.b == 4'");
     expectRefusal(1, words + " --crs-as-is", "Give --overwrite to replace it.");
+    // What is wrong with the inputs is told before what stands at the place.
+    expectRefusal(1, one + " " + folder.file("no.qrbx") + " " + both, "no.qrbx");
+    std::string definition = run("attributes " + two + " show csv.a --json").output;
+    const std::string before = "\"unit_symbol\": \"\"";
+    ASSERT_NE(definition.find(before), std::string::npos) << definition;
+    definition.replace(definition.find(before), before.size(), "\"unit_symbol\": \"ft\"");
+    expectSuccess("attributes " + two + " put --json " + folder.write("a.json", definition));
+    expectRefusal(1, one + " " + two + " " + folder.file("new.qrbx") + " --crs-as-is",
+                  "The attribute \"csv.a\" has no unit in \"" + one + "\" and \"ft\" in \"" + two +
+                      "\".\n    Values of different units are not mixed");
     EXPECT_EQ(run("select --count " + both).output, "5\n");
 }
 

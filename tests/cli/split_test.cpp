@@ -102,6 +102,21 @@ TEST_F(Split, MakesAFileOfEachValue) {
     }
 }
 
+TEST_F(Split, NamesAreShortWhateverTheValueIs) {
+    const std::string wide = folder.file("w.qrbx");
+    expectSuccess("import " +
+                  folder.write("w.csv",
+                               "tarvo.id,x,y,z,csv.w\n1,0,0,0,1e300\n2,0,0,0,-5e-324\n3,0,0,0,"
+                               "1000000\n4,0,0,0,0.1\n5,0,0,0,1e300\n") +
+                  " " + wide);
+    expectSuccess("split " + wide + " " + into + " --by csv.w");
+    const std::map<std::string, std::set<int>> expected = {{"w_1e+300.qrbx", {1, 5}},
+                                                           {"w_-5e-324.qrbx", {2}},
+                                                           {"w_1000000.qrbx", {3}},
+                                                           {"w_0.1.qrbx", {4}}};
+    EXPECT_EQ(filesOf(), expected);
+}
+
 TEST_F(Split, FailuresLeaveNothing) {
     expectRefusal(2, into, "");
     expectRefusal(2, into + " --tiles 0", "--tiles");
