@@ -48,6 +48,10 @@ CellWriter cellWriter(DataType type) {
             return writeCell<std::uint32_t>;
         case DataType::UINT64:
             return writeCell<std::uint64_t>;
+        case DataType::INT8:
+            return writeCell<std::int8_t>;
+        case DataType::INT16:
+            return writeCell<std::int16_t>;
         case DataType::INT32:
             return writeCell<std::int32_t>;
         case DataType::INT64:

@@ -55,7 +55,12 @@ DataType narrowTypeOf(const PointAttribute& attribute, DataType type) {
                : high < 0x1p16 ? DataType::UINT16
                : high < 0x1p32 ? DataType::UINT32
                                : type;
-    return type == DataType::INT64 && low >= -0x1p31 && high < 0x1p31 ? DataType::INT32 : type;
+    if (type == DataType::INT64)
+        return low >= -0x1p7 && high < 0x1p7     ? DataType::INT8
+               : low >= -0x1p15 && high < 0x1p15 ? DataType::INT16
+               : low >= -0x1p31 && high < 0x1p31 ? DataType::INT32
+                                                 : type;
+    return type;
 }
 
 int placesOf(const PointAttribute& attribute) {

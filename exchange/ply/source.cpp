@@ -27,9 +27,11 @@ bool isReal(DataType type) {
 }
 
 // Colours are whole numbers of one or two bytes, as those of other formats. Others keep their
-// values under names of their own: what stands for full brightness nobody tells.
-bool mayBeColour(DataType type) {
-    return !isReal(type) && dataTypeSize(type) <= 2;
+// values under names of their own: what stands for full brightness nobody tells but who wrote the
+// attribute's name.
+bool mayBeColour(const Property& property) {
+    return (!isReal(property.type) && dataTypeSize(property.type) <= 2) ||
+           property.name.starts_with("tarvo.");
 }
 
 // What the type can hold, for attributes that the catalogue doesn't know.
@@ -46,7 +48,7 @@ void setLimits(Column& column) {
 
 Column columnOf(const Property& property, Encoding encoding) {
     Column column = columnNamed(property.name, prefix);
-    if (column.attribute == "tarvo.rgba" && !mayBeColour(property.type)) {
+    if (column.attribute == "tarvo.rgba" && !mayBeColour(property)) {
         column = {};
         column.attribute = prefix + safeName(property.name);
         column.title = validUtf8(property.name);

@@ -42,13 +42,18 @@ const char* typeName(DataType type) {
     }
 }
 
+// Larger ones have a range of their own, which readers of these names don't know.
+bool isUsualColour(const Column& column) {
+    return column.attribute == "tarvo.rgba" && column.element < 4 && dataTypeSize(column.type) <= 2;
+}
+
 Property propertyOf(const Column& column) {
     static constexpr const char* axes[] = {"x", "y", "z"};
     static constexpr const char* colours[] = {"red", "green", "blue", "alpha"};
     Property property{column.descriptor(), column.type};
     if (column.attribute == "tarvo.xyz" && column.element < 3) {
         property.name = axes[column.element];
-    } else if (column.attribute == "tarvo.rgba" && column.element < 4) {
+    } else if (isUsualColour(column)) {
         property.name = colours[column.element];
     }
     if (property.type == DataType::UINT64 || property.type == DataType::INT64) {

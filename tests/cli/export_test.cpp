@@ -120,6 +120,16 @@ TEST_F(Export, KeepsWhatTheFormatHasNoFieldFor) {
     EXPECT_TRUE(through("ply", "--ascii") == pointsOf(file));
 }
 
+TEST_F(Export, ColoursOfPlyStayColoursWhereSomePointsHaveNone) {
+    for (const char* const brightest : {"255", "65535"}) {
+        makeFrom("x,y,z,tarvo.rgba[0],tarvo.rgba[1],tarvo.rgba[2]\n1,2,3,-1,-1,-1\n4,5,6,0,7," +
+                 std::string(brightest) + "\n");
+        const Points points = pointsOf(file);
+        EXPECT_TRUE(through("ply") == points) << brightest;
+        EXPECT_TRUE(through("ply", "--ascii") == points) << brightest;
+    }
+}
+
 TEST_F(Export, ChoosesAxesThatChangeNoCoordinate) {
     // Far from zero, off each other's grid, the whole range of the numbers.
     for (const char* const table :
