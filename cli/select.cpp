@@ -10,11 +10,13 @@
 #include "cli/terminal.h"
 #include "cli/text.h"
 #include "core/delimitedpoints.h"
+#include "files/path.h"
 #include "qrb/pointcloud.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <cctype>
 #include <charconv>
 #include <limits>
 #include <memory>
@@ -33,9 +35,25 @@ struct SelectOptions {
     std::vector<std::string> attributes;
     std::uint64_t limit = std::numeric_limits<std::uint64_t>::max();
     bool count = false;
-    std::string format = "table";
+    std::string format;  // empty: as the extension promises
     std::string output;
 };
+
+// What the points are written as: a name promises csv or jsonl by its extension.
+std::string formatOf(const SelectOptions& options) {
+    std::string extension = files::nameOf(files::pathOf(options.output).extension());
+    std::ranges::transform(extension, extension.begin(),
+                           [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    if (extension != ".csv" && extension != ".jsonl") {
+        return options.format.empty() ? "table" : options.format;
+    }
+    const std::string promised = extension.substr(1);
+    if (!options.format.empty() && options.format != promised) {
+        throw UsageError("\"" + options.output + "\" would hold " + options.format + ".",
+                         "Give the name the extension of its format.");
+    }
+    return promised;
+}
 
 // The columns of "NAME" or "NAME[I]" of the command line.
 std::vector<core::PointColumn> columnsOf(const qrb::Pointcloud& cloud, const std::string& text) {
@@ -97,8 +115,8 @@ std::uint64_t countPoints(qrb::pointcloud::QuerySelect& query, std::uint64_t lim
 
 // Returns their number.
 std::uint64_t writePoints(const qrb::Pointcloud& cloud, const SelectOptions& options,
-                          Output& output) {
-    if (options.format == "csv") {
+                          const std::string& format, Output& output) {
+    if (format == "csv") {
         return core::writeDelimited(
             cloud, selectionOf(options), selectedColumns(cloud, options), {',', options.limit},
             [&](std::string_view text) { output.write(text); }, [](int) { checkInterrupted(); });
@@ -106,7 +124,7 @@ std::uint64_t writePoints(const qrb::Pointcloud& cloud, const SelectOptions& opt
     const auto page = static_cast<std::uint32_t>(
         std::max<std::uint64_t>(1, std::min<std::uint64_t>(pageSize, options.limit)));
     core::PointPages points(cloud, selectionOf(options), selectedColumns(cloud, options), page);
-    const auto writer = makePointWriter(options.format, points, output);
+    const auto writer = makePointWriter(format, points, output);
     writer->begin();
     std::uint64_t total = 0;
     while (total < options.limit) {
@@ -125,12 +143,14 @@ std::uint64_t writePoints(const qrb::Pointcloud& cloud, const SelectOptions& opt
 }
 
 void runSelect(const Database& database, const SelectOptions& options) {
+    const std::string format = options.count ? "" : formatOf(options);
     try {
         Output output(database, options.output);
         if (options.count) {
             auto query = selectionOf(options).query(database.cloud());
             output.write(std::to_string(countPoints(query, options.limit)) + "\n");
-        } else if (writePoints(database.cloud(), options, output) == 0 && output.replacesFile()) {
+        } else if (writePoints(database.cloud(), options, format, output) == 0 &&
+                   output.replacesFile()) {
             // Rather a filter that is mistyped than a table that nobody wants any more.
             throw Failure("No points are selected; \"" + options.output + "\" was left as it was.");
         }
@@ -159,9 +179,11 @@ void addSelectCommand(CLI::App& app, Invocation& invocation) {
         ->type_name("POINTS")
         ->transform(wholeNumber(0, std::numeric_limits<std::uint64_t>::max()));
     command->add_flag("-c,--count", options->count, "Write the number of points only");
-    command->add_option("--format", options->format, "How points are written")
-        ->check(CLI::IsMember({"table", "csv", "jsonl"}))
-        ->capture_default_str();
+    command
+        ->add_option("--format", options->format,
+                     "How points are written (default: as the extension of the output says, else "
+                     "table)")
+        ->check(CLI::IsMember({"table", "csv", "jsonl"}));
     command->add_option("-o,--output", options->output, "File to write (default: the terminal)")
         ->type_name("FILE");
     command->footer(
@@ -171,7 +193,7 @@ void addSelectCommand(CLI::App& app, Invocation& invocation) {
         "Examples:\n"
         "  qrbtool select scan.qrbx --limit 10\n"
         "  qrbtool select scan.qrbx --filter \"tarvo.xyz[2] > 5 && tarvo.class == 6\" --count\n"
-        "  qrbtool select scan.qrbx -a tarvo.xyz,tarvo.class --format csv -o points.csv");
+        "  qrbtool select scan.qrbx -a tarvo.xyz,tarvo.class -o points.csv");
     command->callback([options, nodes, &invocation] {
         options->hasNodes = nodes->count() > 0;
         invocation.work = [options](Database& database) { runSelect(database, *options); };

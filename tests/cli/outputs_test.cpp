@@ -117,6 +117,21 @@ TEST_F(Outputs, ReplaceAFileOnlyWhenTheyAreWhole) {
     EXPECT_EQ(read(csv), "tarvo.class\n2\n");
 }
 
+TEST_F(Outputs, OfPointsAreWhatTheNamePromises) {
+    const std::string select = "select " + database + " -a tarvo.class --limit 1 -o ";
+    for (const auto& [name, text] : {std::pair{"a.csv", "tarvo.class\n2\n"},
+                                     {"a.CSV", "tarvo.class\n2\n"},
+                                     {"a.jsonl", "{\"tarvo.class\":2}\n"},
+                                     {"a.txt", "tarvo.class\n          2\n"}}) {
+        expectSuccess(select + folder.file(name));
+        EXPECT_EQ(read(folder.file(name)), text) << name;
+    }
+    expectSuccess(select + folder.file("b.txt") + " --format csv");
+    EXPECT_EQ(read(folder.file("b.txt")), "tarvo.class\n2\n");
+    expectFailure(2, select + folder.file("b.csv") + " --format jsonl", "would hold jsonl");
+    EXPECT_FALSE(fs::exists(folder.file("b.csv")));
+}
+
 TEST_F(Outputs, GoToAnyPlaceThatCanBeWritten) {
     const std::string select = "select " + database + " --count -o ";
     fs::create_symlink("behind", folder.file("dangling"));
