@@ -89,12 +89,21 @@ private:
         return scan;
     }
 
-    // Each would name the fields that it packs otherwise; no list means bit packing.
+    // Each names the fields that it packs; no list means bit packing.
     void refuseCodecs(const pugi::xml_node& codecs) const {
         for (const pugi::xml_node& codec : codecs.children()) {
-            if (codec.type() == pugi::node_element && !codec.child("bitPackCodec")) {
-                m_file.fail("the points of a scan are packed by a codec that nobody knows");
+            if (codec.type() != pugi::node_element || codec.child("bitPackCodec")) {
+                continue;
             }
+            std::string name;
+            for (const pugi::xml_node& node : codec.children()) {
+                name = std::string_view(node.name()) == "inputs" ? name : node.name();
+            }
+            throw core::Failure(
+                "The points of the E57 file \"" + m_file.fileName() +
+                    "\" are packed by the codec \"" + validUtf8(name) + "\", which can't be read.",
+                "Save them from the program that wrote them as E57 without a codec, "
+                "or in another format.");
         }
     }
 

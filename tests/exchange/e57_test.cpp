@@ -257,9 +257,10 @@ TEST_F(E57, HostileFilesEndInOneFailure) {
                   }),
                   "do not fit");
     expectFailure(with([](auto& b) {
-                      b.scans[0].codecs = "<vectorChild type=\"Structure\"><other/></vectorChild>";
+                      b.scans[0].codecs =
+                          "<vectorChild type=\"Structure\"><other/><inputs/></vectorChild>";
                   }),
-                  "codec");
+                  "packed by the codec \"other\", which can't be read");
     expectFailure(with([](auto& b) { b.scans[0].prototype += e57Field("a", "Blob"); }), "Blob");
     expectFailure(
         with([](auto& b) { b.scans[0].prototype += e57Field("a", "Integer", e57Range(2, 1)); }),
