@@ -101,9 +101,9 @@ TEST_F(Merge, RefusesWhatDoesNotFitTogether) {
     // What is wrong with the inputs is told before what stands at the place.
     expectRefusal(1, one + " " + folder.file("no.qrbx") + " " + both, "no.qrbx");
     std::string definition = run("attributes " + two + " show csv.a --json").output;
-    const std::string before = "\"unit_symbol\": \"\"";
+    const std::string before = "\"unit_symbol\":\"\"";
     ASSERT_NE(definition.find(before), std::string::npos) << definition;
-    definition.replace(definition.find(before), before.size(), "\"unit_symbol\": \"ft\"");
+    definition.replace(definition.find(before), before.size(), "\"unit_symbol\":\"ft\"");
     expectSuccess("attributes " + two + " put --json " + folder.write("a.json", definition));
     expectRefusal(1, one + " " + two + " " + folder.file("new.qrbx") + " --crs-as-is",
                   "The attribute \"csv.a\" has no unit in \"" + one + "\" and \"ft\" in \"" + two +

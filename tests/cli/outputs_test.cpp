@@ -89,6 +89,8 @@ TEST_F(Outputs, ReplaceAFileOnlyWhenTheyAreWhole) {
     EXPECT_EQ(run(select + "/dev/null --limit 0").code, 0);
     EXPECT_EQ(run(select + csv + " --count --limit 0").code, 0);
     EXPECT_EQ(read(csv), "0\n");
+    expectSuccess("metadata " + other +
+                  " remove tarvo.pointcloud_info tarvo.scan_pattern tarvo.time_base");
     EXPECT_EQ(run("metadata " + other + " export " + csv).code, 1);
     EXPECT_EQ(read(csv), "0\n");
 

@@ -12,6 +12,7 @@
 namespace {
 
 using namespace tarvo::cli;
+using tests::run;
 
 class Sample : public tests::CommandTest {
 protected:
