@@ -31,6 +31,8 @@ constexpr std::size_t sampleBatch = 65536;
 // What timestamps of a year and 32 bits for the lines hold with ease.
 constexpr std::uint64_t mostPoints = 1'000'000'000'000;
 
+constexpr const char* changeText =
+    "Simulated: no instrument measured it, as tarvo.pointcloud_info tells.";
 constexpr const char* simulationText =
     "Simulated scan: no instrument measured it. A scene of simple bodies is met by rays from a "
     "scanner at the origin, whose coordinate system is that of the points. Modelled are echoes of "
@@ -130,7 +132,7 @@ void runSample(const qrb::Context& context, const SampleOptions& options) {
             "{\"command\":\"sample\",\"points\":" + std::to_string(options.pointCount) +
             ",\"seed\":" + std::to_string(options.seed) + "}";
         qrb::pointcloud::TransactionGuard transaction(cloud.transactions(), "Simulated scan",
-                                                      agentText(), simulationText, settingsText);
+                                                      agentText(), changeText, settingsText);
         for (const char* name :
              {"tarvo.range", "tarvo.theta", "tarvo.phi", "tarvo.reflectance", "tarvo.amplitude",
               "tarvo.deviation", "tarvo.target_index", "tarvo.target_count", "tarvo.class",

@@ -274,13 +274,15 @@ TEST_F(Admin, TransactionsRecordWhatWasAskedFor) {
         expectRecord(file, one);
     }
     EXPECT_EQ(transactionCount(), std::size(records) + 1);
+    const std::string simulated =
+        "Simulated: no instrument measured it, as tarvo.pointcloud_info tells.";
     const Record made[] = {
         {"copy " + file + " % -f 'tarvo.id > 0' --nodes 1", "Export",
          R"({"command":"copy","source":"a.qrbx","filter":"tarvo.id > 0","nodes":"1"})"},
         {"sample % --overwrite -n 5 --seed 7", "Simulated scan",
-         R"({"command":"sample","points":5,"seed":7})"},
+         R"({"command":"sample","points":5,"seed":7})", simulated},
         {"sample % --overwrite", "Simulated scan",
-         R"({"command":"sample","points":100000,"seed":1})"}};
+         R"({"command":"sample","points":100000,"seed":1})", simulated}};
     for (const Record& one : made) {
         std::string words = one.words;
         expectSuccess(words.replace(words.find('%'), 1, other));
