@@ -52,6 +52,7 @@ private slots:
     void recentFilesKeepTheNewestTen();
     void settingsFilesArePrivate();
     void windowRectangleTakesTheFirstThatConverts();
+    void helpNeedsNoWindow();
     void mimeFileTakesTheFirstUrlOrAnExistingName();
     void librariesAskedForInARowAreTakenBack();
     void filterInsertions_data();
@@ -213,6 +214,12 @@ void HelpersTest::windowRectangleTakesTheFirstThatConverts() {
     QCOMPARE(windowRectangle(
                  {"--window=99999999999,0,1,1", "--window=-10,20,800,600", "--window=1,2,3,4"}),
              QRect(-10, 20, 800, 600));
+}
+
+void HelpersTest::helpNeedsNoWindow() {
+    QVERIFY(!answerToCommandLine({"--help", "flight.qrbx", "--window=1,2,3,4"}));
+    QVERIFY(answerToCommandLine({"qrbadmin", "a", "--help"})->contains("--window="));
+    QVERIFY(answerToCommandLine({"qrbadmin", "--version"})->startsWith("qrbadmin "));
 }
 
 void HelpersTest::mimeFileTakesTheFirstUrlOrAnExistingName() {

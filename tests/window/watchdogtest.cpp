@@ -9,7 +9,9 @@
 #include <QAction>
 #include <QComboBox>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QHeaderView>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPlainTextEdit>
@@ -169,6 +171,16 @@ void WatchdogTest::eventsAreShort() {
         format->setCurrentIndex(i);
         run("actionInspectionUpdate");
     }
+
+    QFile log(m_folder.filePath("long.txt"));
+    QVERIFY(log.open(QIODevice::WriteOnly));
+    for (int entry = 1; entry <= 40'000; ++entry)
+        log.write(QByteArray("[#") + QByteArray::number(entry) + "] 2020-01-01\n" +
+                  QByteArray(900, 'x') + "\n\n");
+    log.close();
+    const SampleWindow reader{QString()};
+    act("a text of 37 MB", [&] { reader.window().openFile(log.fileName()); });
+    QCOMPARE(reader.child<QLabel>("labelChangelogEntries")->text(), "Log entries: 40000");
 
     m_window->driver().showTab("tabTransactions");
     for (const char* commit : {"one", "two"}) {

@@ -1,5 +1,7 @@
 #include "window/frame/commandline.h"
 
+#include "window/common/textformat.h"
+
 #include <QRegularExpression>
 
 namespace tarvo::window {
@@ -19,6 +21,30 @@ std::optional<QRect> windowRectangle(const QStringList& arguments) {
         }
         if (converted)
             return QRect(numbers[0], numbers[1], numbers[2], numbers[3]);
+    }
+    return std::nullopt;
+}
+
+std::optional<QString> answerToCommandLine(const QStringList& arguments) {
+    for (const QString& argument : arguments.mid(1)) {
+        if (argument == "--version")
+            return transactionAgentText() + '\n';
+        if (argument == "--help" || argument == "-h")
+            return QString(
+                "Shows and changes point-cloud database files in a window.\n"
+                "\n"
+                "Usage: qrbadmin [OPTIONS] [FILE...]\n"
+                "\n"
+                "A database is opened, files of points (LAS, LAZ, PLY, PTX, E57, text) are "
+                "offered\n"
+                "to be imported, and a .txt file is shown as a changelog.\n"
+                "\n"
+                "Options:\n"
+                "  --window=X,Y,WIDTH,HEIGHT   Place and size of the window, in pixels\n"
+                "  -h, --help                  This text\n"
+                "  --version                   The version of the program\n"
+                "\n"
+                "qrbtool does the same work from the command line.\n");
     }
     return std::nullopt;
 }

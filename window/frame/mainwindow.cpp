@@ -14,6 +14,7 @@
 #include "window/frame/mimefile.h"
 #include "window/frame/openwindows.h"
 #include "window/frame/pluginmenu.h"
+#include "window/frame/recentmenu.h"
 #include "window/frame/viewmenu.h"
 #include "window/panels/changelogpanel.h"
 #include "window/panels/databasepanel.h"
@@ -38,6 +39,9 @@ namespace tarvo::window {
 
 namespace {
 
+// Milliseconds for which the status line tells what was done.
+constexpr int toldFor = 5000;
+
 // What the status line adds to the file's name.
 QString remarkOn(DatabaseSession::FileState state) {
     switch (state) {
@@ -58,6 +62,9 @@ MainWindow::MainWindow(const QString& textFileName) : m_ui(std::make_unique<Ui::
     createPanels();
     createStatusLabel();
     m_ui->menuBar->insertMenu(m_ui->menuWindow->menuAction(), createViewMenu(this));
+    m_ui->menuDatabase->insertMenu(
+        m_ui->actionOpenClipboard,
+        createRecentMenu(this, [this](const QString& name) { openDatabase(name, true); }));
     createPluginMenu();
     m_ui->tabWidget->setCurrentWidget(m_ui->tabDatabase);
     addAction(m_pointData->findAction());
@@ -103,7 +110,7 @@ void MainWindow::createPanels() {
     m_pointData = new PointDataPanel(m_session, m_ui->tabPointData);
     connect(m_pointData, &PointDataPanel::shown, this,
             [this] { m_ui->tabWidget->setCurrentWidget(m_ui->tabPointData); });
-    connect(index, &PointIndexPanel::nodeChosen, m_pointData, &PointDataPanel::showNode);
+    connect(index, &PointIndexPanel::nodesChosen, m_pointData, &PointDataPanel::showNodes);
     connect(index, &PointIndexPanel::historyChanged, m_pointData, &PointDataPanel::refreshHistory);
     connect(m_pointData, &PointDataPanel::historyChanged, index, &PointIndexPanel::refreshHistory);
     addPanel(m_ui->tabPointData, m_pointData);
@@ -118,6 +125,8 @@ void MainWindow::addPanel(QWidget* tab, Panel* panel) {
         for (QToolButton* button : toolBar->findChildren<QToolButton*>())
             button->setFocusPolicy(Qt::TabFocus);
     connect(panel, &Panel::databaseChanged, this, &MainWindow::refreshPanels);
+    connect(panel, &Panel::told, this,
+            [this](const QString& text) { m_ui->statusBar->showMessage(text, toldFor); });
     m_panels.push_back(panel);
 }
 

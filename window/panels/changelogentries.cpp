@@ -23,11 +23,22 @@ const QRegularExpression& changelogEntryHeader() {
     return pattern;
 }
 
+// As the expression finds them, which takes its time in a text of many megabytes.
 int countChangelogEntries(const QString& text) {
     int count = 0;
-    auto matches = changelogEntryHeader().globalMatch(text);
-    for (; matches.hasNext(); matches.next())
+    for (qsizetype at = text.indexOf("[#"); at >= 0; at = text.indexOf("[#", at)) {
+        at += 2;
+        const qsizetype digits = at;
+        while (at < text.size() && text[at] >= '0' && text[at] <= '9')
+            ++at;
+        if (at == digits || at >= text.size() || text[at] != ']')
+            continue;
+        const qsizetype end = text.indexOf('\n', at);
+        if (end < 0)
+            break;
         ++count;
+        at = end + 1;
+    }
     return count;
 }
 

@@ -5,6 +5,7 @@
 #include "ui_changelogpanel.h"
 #include "window/common/appearance.h"
 #include "window/common/filefilter.h"
+#include "window/common/longtext.h"
 #include "window/common/messageboxes.h"
 #include "window/common/textfiles.h"
 #include "window/dialogs/dialogchangelogmessage.h"
@@ -62,22 +63,38 @@ void ChangelogPanel::refresh() {
     if (!database())
         return;
     m_textFileName.clear();
+    QString text;
     try {
-        m_ui->editChangelog->setPlainText(
-            QString::fromStdString(core::readChangelog(database()->changelog())));
+        workAside(this, "Reading the changelog...", m_session.context, [&](const StepProgress&) {
+            text = QString::fromStdString(core::readChangelog(database()->changelog()));
+        });
     } catch (const std::exception& error) {
-        m_ui->editChangelog->setPlainText(
-            QString("Failed to load changelog: %0").arg(QString::fromUtf8(error.what())));
+        text = QString("Failed to load changelog: %0").arg(QString::fromUtf8(error.what()));
     }
+    showText(text);
 }
 
 void ChangelogPanel::clear() {
     m_textFileName.clear();
-    m_ui->editChangelog->clear();
+    showText({});
+}
+
+// Whoever looks for something in a long text does not want to wait for a copy of it.
+void ChangelogPanel::showText(const QString& text) {
+    // As the pane counts: each end of a line is one character.
+    m_text = QString(text).replace("\r\n", "\n").replace('\r', '\n');
+    try {
+        showLongText(m_ui->editChangelog, m_text);
+    } catch (const Cancelled&) {
+        m_text.clear();
+    }
 }
 
 void ChangelogPanel::loadTextFile(const QString& fileName) {
-    m_ui->editChangelog->setPlainText(readTextFile(fileName));
+    QString text;
+    workAside(this, "Reading the text file...",
+              [&](const StepProgress&) { text = readTextFile(fileName); });
+    showText(text);
     m_textFileName = QDir::toNativeSeparators(fileName);
     emit textFileLoaded();
 }
@@ -128,7 +145,7 @@ void ChangelogPanel::on_actionChangelogAppendMessage_triggered() {
 }
 
 void ChangelogPanel::on_actionChangelogVerifyLogEntry_triggered() {
-    const QString text = m_ui->editChangelog->toPlainText();
+    const QString& text = m_text;
     const qsizetype position = m_ui->editChangelog->textCursor().position();
     const std::string changelog = text.toStdString();
     const auto entry = core::changelogEntryAt(
@@ -151,24 +168,22 @@ void ChangelogPanel::select(qsizetype start, qsizetype length) {
 }
 
 void ChangelogPanel::on_actionChangelogNext_triggered() {
-    const auto found =
-        nextInChangelog(m_ui->editChangelog->toPlainText(), m_ui->editChangelogSearch->text(),
-                        m_ui->editChangelog->textCursor().position());
+    const auto found = nextInChangelog(m_text, m_ui->editChangelogSearch->text(),
+                                       m_ui->editChangelog->textCursor().position());
     if (found)
         select(found->start, found->length);
 }
 
 void ChangelogPanel::on_actionChangelogPrevious_triggered() {
-    const auto found =
-        previousInChangelog(m_ui->editChangelog->toPlainText(), m_ui->editChangelogSearch->text(),
-                            m_ui->editChangelog->textCursor().anchor());
+    const auto found = previousInChangelog(m_text, m_ui->editChangelogSearch->text(),
+                                           m_ui->editChangelog->textCursor().anchor());
     if (found)
         select(found->start, found->length);
 }
 
 void ChangelogPanel::on_editChangelog_textChanged() {
     m_ui->labelChangelogEntries->setText(
-        QString("Log entries: %1").arg(countChangelogEntries(m_ui->editChangelog->toPlainText())));
+        QString("Log entries: %1").arg(countChangelogEntries(m_text)));
 }
 
 }  // namespace tarvo::window

@@ -46,10 +46,12 @@ protected:
 private:
     void select(qsizetype start, qsizetype length);
     void updateActions();
+    void showText(const QString& text);
 
     std::unique_ptr<Ui::ChangelogPanel> m_ui;
     ChangelogSyntaxHighlighter* m_highlighter;  // owned by the document
     QString m_textFileName;
+    QString m_text;  // that is shown, with line feeds
 };
 
 }  // namespace tarvo::window

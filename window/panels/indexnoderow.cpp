@@ -12,6 +12,7 @@ IndexNodeRow::IndexNodeRow(const qrb::pointcloud::IndexNode& node, int level,
                              QString::number(node.pointCountTotal),
                              QString::number(node.revision)}),
       m_id(node.id),
+      m_ownPoints(node.pointCountNode),
       m_icon(node.children.empty() ? icons.leaf : icons.node) {}
 
 QVariant IndexNodeRow::data(int column, int role) const {

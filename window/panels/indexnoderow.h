@@ -22,9 +22,11 @@ public:
     IndexNodeRow(const qrb::pointcloud::IndexNode& node, int level, const IndexIcons& icons);
 
     QVariant data(int column, int role) const override;
+    std::int64_t ownPoints() const { return m_ownPoints; }
 
 private:
     std::uint32_t m_id;
+    std::int64_t m_ownPoints;
     QIcon m_icon;
 };
 

@@ -27,6 +27,8 @@ public:
 signals:
     // The panel changed the database, so that every panel has to be refreshed.
     void databaseChanged();
+    // What was done, in a line, for a moment.
+    void told(const QString& text);
 
 protected:
     // Null: none is open.

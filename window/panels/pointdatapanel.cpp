@@ -10,6 +10,7 @@
 #include "window/dialogs/filterinsertmenu.h"
 #include "window/panels/findbar.h"
 #include "window/panels/formatexport.h"
+#include "window/panels/pointcopy.h"
 #include "window/panels/pointexport.h"
 #include "window/panels/pointrow.h"
 
@@ -61,6 +62,8 @@ PointDataPanel::PointDataPanel(const DatabaseSession& session, QWidget* parent)
     // In the order read until a header is clicked; "#" leads back to it.
     m_ui->treePointData->sortByColumn(-1, Qt::AscendingOrder);
     m_ui->treePointData->setSortingEnabled(true);
+    // Line edits copy by the same keys.
+    m_ui->actionQuerySelectCopy->setShortcutContext(Qt::WidgetShortcut);
     m_findBar = new FindBar(m_ui->treePointData, this);
     auto* layout = qobject_cast<QBoxLayout*>(this->layout());
     layout->insertWidget(layout->indexOf(m_ui->splitterPointData) + 1, m_findBar);
@@ -133,6 +136,8 @@ void PointDataPanel::refresh() {
 void PointDataPanel::clear() {
     m_reader.reset();
     m_rowCounter = 0;
+    m_counted = {};
+    showCounter();
     m_ui->treePointData->clear();
     m_ui->treePointData->sortByColumn(-1, Qt::AscendingOrder);
     m_ui->treePointData->setColumnCount(1);
@@ -163,11 +168,15 @@ void PointDataPanel::updateActions() {
     const bool open = database() != nullptr;
     const bool selected = !m_ui->listPointAttributes->selectedItems().isEmpty();
     m_ui->actionQuerySelectNext->setEnabled(open);
+    m_ui->actionQuerySelectMore->setEnabled(open);
     m_ui->actionQuerySelectCancel->setEnabled(isQueryRunning());
     m_ui->actionQuerySelectCount->setEnabled(open);
     m_ui->actionQuerySelectExport->setEnabled(open);
     m_ui->actionQuerySelectExportPoints->setEnabled(open);
-    m_ui->actionQuerySelectFind->setEnabled(m_ui->treePointData->topLevelItemCount() > 0);
+    const bool anyRow = m_ui->treePointData->topLevelItemCount() > 0;
+    for (QAction* action : {m_ui->actionQuerySelectFind, m_ui->actionQuerySelectCopy,
+                            m_ui->actionQuerySelectCopyCsv, m_ui->actionQuerySelectCopyFilter})
+        action->setEnabled(anyRow);
     m_ui->actionColumnsShow->setEnabled(selected);
     m_ui->actionColumnsHide->setEnabled(selected);
     for (QAction* action :
@@ -194,31 +203,43 @@ core::PointSelection PointDataPanel::selection() const {
 }
 
 void PointDataPanel::on_actionQuerySelectNext_triggered() {
+    read(1);
+}
+
+void PointDataPanel::on_actionQuerySelectMore_triggered() {
+    read(10);
+}
+
+void PointDataPanel::read(int pages) {
     if (!database())
         return;
-    Page page;
-    if (guarded([&] { page = m_reader ? nextPage() : firstPage(); }))
-        showPage(page);
+    Rows rows;
+    if (guarded([&] { rows = m_reader ? nextRows(pages) : firstRows(pages); }))
+        showRows(rows);
     updateActions();
 }
 
-// The rows that are shown stay until the first page of the new query is there.
-PointDataPanel::Page PointDataPanel::firstPage() {
+// The rows that are shown stay until those of the new query are there.
+PointDataPanel::Rows PointDataPanel::firstRows(int pages) {
     const auto wanted = selection();
     if (!wanted.filter.empty()) {
         FilterHistory::add(filterText());
         refreshHistory();
         emit historyChanged();
     }
-    Page page;
+    Rows rows;
     std::unique_ptr<PointReader> reader;
-    workAside(this, "Reading points...", m_session.context, [&](const StepProgress&) {
+    workAside(this, "Reading points...", m_session.context, [&](const StepProgress& progress) {
         reader = std::make_unique<PointReader>(*database(), wanted);
-        page = readPage(*reader);
+        rows = readRows(*reader, pages, 0, progress);
+        if (wanted.filter.empty() && !wanted.nodes)
+            rows.total = wanted.query(*database()).next(std::numeric_limits<std::uint32_t>::max());
     });
     m_reader = std::move(reader);
     m_runningFilter = filterText();
-    m_runningNodes = m_ui->editPointDataNodes->text();
+    m_runningNodes = nodesText();
+    if (!isOfSelection(m_counted))
+        m_counted = {};
     m_rowCounter = 0;
     m_ui->progressPointData->setValue(0);
     m_ui->treePointData->clear();
@@ -226,53 +247,91 @@ PointDataPanel::Page PointDataPanel::firstPage() {
     m_headers = QStringList("#") + m_reader->columns();
     m_ui->treePointData->setHeaderLabels(m_headers);
     m_widths.restart();
-    return page;
+    return rows;
 }
 
 // A query that failed or was stopped can't go on.
-PointDataPanel::Page PointDataPanel::nextPage() {
-    Page page;
+PointDataPanel::Rows PointDataPanel::nextRows(int pages) {
+    Rows rows;
     try {
-        workAside(this, "Reading points...", m_session.context,
-                  [&](const StepProgress&) { page = readPage(*m_reader); });
+        workAside(this, "Reading points...", m_session.context, [&](const StepProgress& progress) {
+            rows = readRows(*m_reader, pages, m_rowCounter, progress);
+        });
     } catch (...) {
         m_reader.reset();
+        showCounter();
         throw;
     }
-    return page;
+    return rows;
 }
 
-PointDataPanel::Page PointDataPanel::readPage(PointReader& reader) {
+PointDataPanel::Rows PointDataPanel::readRows(PointReader& reader, int pages, std::uint64_t before,
+                                              const StepProgress& progress) {
+    Rows rows;
     QElapsedTimer timer;
     timer.start();
-    const std::uint32_t count = reader.next();
-    return {count, timer.elapsed()};
+    for (int page = 0; page < pages && !rows.isEnd; ++page) {
+        const std::uint32_t count = reader.next();
+        for (std::uint32_t row = 0; row < count; ++row) {
+            QStringList& texts = rows.texts.emplace_back();
+            texts += QString::number(before + rows.texts.size());
+            for (int column = 0; column < reader.columns().size(); ++column)
+                texts += reader.text(row, column);
+        }
+        rows.isEnd = count < PointReader::pageSize;
+        progress({}, static_cast<double>(page + 1) / pages);
+    }
+    rows.milliseconds = timer.elapsed();
+    return rows;
 }
 
-void PointDataPanel::showPage(const Page& page) {
-    m_ui->labelPointData->setText(QString("%0 ms").arg(page.milliseconds));
-    if (page.count > 0) {
-        appendRows(page.count);
-        m_rowCounter += page.count;
-        m_ui->progressPointData->setValue(static_cast<int>(m_reader->progress()));
-        m_findBar->refresh();
+void PointDataPanel::showRows(const Rows& rows) {
+    m_ui->labelPointData->setText(QString("%0 ms").arg(rows.milliseconds));
+    if (rows.texts.empty()) {
+        m_ui->actionQuerySelectCancel->setEnabled(true);
+        m_ui->actionQuerySelectCancel->trigger();
+        showInformation(this, "No data received.");
         return;
     }
-    m_ui->actionQuerySelectCancel->setEnabled(true);
-    m_ui->actionQuerySelectCancel->trigger();
-    showInformation(this, "No data received.");
+    appendRows(rows.texts);
+    m_rowCounter += rows.texts.size();
+    m_ui->progressPointData->setValue(static_cast<int>(m_reader->progress()));
+    m_findBar->refresh();
+    if (rows.isEnd)
+        m_counted = {m_runningFilter, m_runningNodes, m_rowCounter};
+    else if (rows.total)
+        m_counted = {m_runningFilter, m_runningNodes, *rows.total};
+    showCounter();
 }
 
-void PointDataPanel::appendRows(std::uint32_t count) {
-    const auto page = std::make_unique<QTreeWidgetItem>();
-    for (std::uint32_t row = 0; row < count; ++row) {
-        QStringList texts(QString::number(quint64{m_rowCounter} + 1 + row));
-        for (int column = 0; column < m_reader->columns().size(); ++column)
-            texts += m_reader->text(row, column);
-        page->addChild(new PointRow(texts, m_headers));
+bool PointDataPanel::isOfSelection(const Counted& counted) const {
+    return counted.points && counted.filter == filterText() && counted.nodes == nodesText();
+}
+
+// Which points are shown, and of how many, where that is known.
+void PointDataPanel::showCounter() {
+    const auto number = [](quint64 count) {
+        return QLocale().toString(static_cast<qulonglong>(count));
+    };
+    QString text;
+    if (m_rowCounter > 0) {
+        text = QString("1\u2013%1").arg(number(m_rowCounter));
+        const bool isKnown = m_counted.points && m_counted.filter == m_runningFilter &&
+                             m_counted.nodes == m_runningNodes;
+        if (isKnown)
+            text += QString(" of %1").arg(number(*m_counted.points));
+        if (m_reader && !(isKnown && *m_counted.points == m_rowCounter))
+            text += " (more with F3, 1,000 more with Shift+F3)";
     }
-    const QList<QTreeWidgetItem*> rows = page->takeChildren();
+    m_ui->labelPointRows->setText(text);
+}
+
+void PointDataPanel::appendRows(const std::vector<QStringList>& texts) {
+    QList<QTreeWidgetItem*> rows;
+    for (const QStringList& row : texts)
+        rows += new PointRow(row, m_headers);
     QTreeWidget* tree = m_ui->treePointData;
+    const bool isFirst = tree->topLevelItemCount() == 0;
     // Sorted once, not row by row.
     tree->setSortingEnabled(false);
     tree->addTopLevelItems(rows);
@@ -280,11 +339,40 @@ void PointDataPanel::appendRows(std::uint32_t count) {
     // Headers have room for the mark of sorting only now.
     m_columns.apply(tree);
     m_widths.add(rows);
+    if (!isFirst)
+        tree->scrollToItem(rows.first(), QAbstractItemView::PositionAtTop);
 }
 
 void PointDataPanel::on_actionQuerySelectCancel_triggered() {
     m_reader.reset();
+    showCounter();
     updateActions();
+}
+
+void PointDataPanel::on_actionQuerySelectCopy_triggered() {
+    copyRows(selectedRows(m_ui->treePointData, '\t'), "rows");
+}
+
+void PointDataPanel::on_actionQuerySelectCopyCsv_triggered() {
+    copyRows(selectedRows(m_ui->treePointData, ','), "rows");
+}
+
+void PointDataPanel::on_actionQuerySelectCopyFilter_triggered() {
+    guarded([this] {
+        const std::string id =
+            database() ? database()->pointAttributes().pointIdName() : std::string();
+        copyRows(selectedRowsFilter(m_ui->treePointData, QString::fromStdString(id)), "a filter");
+    });
+}
+
+void PointDataPanel::copyRows(const QString& text, const QString& what) {
+    if (text.isEmpty()) {
+        showInformation(this, "No point selected.");
+        return;
+    }
+    copyToClipboard(text);
+    emit told(QString("Copied %1 of %2 points.")
+                  .arg(what, QLocale().toString(m_ui->treePointData->selectedItems().size())));
 }
 
 void PointDataPanel::onPointDataSelectionEdited() {
@@ -307,8 +395,11 @@ void PointDataPanel::on_actionQuerySelectCount_triggered() {
             }
         });
     });
-    if (done)
-        showInformation(this, countText(total));
+    if (!done)
+        return;
+    m_counted = {filterText(), nodesText(), total};
+    showCounter();
+    showInformation(this, countText(total));
 }
 
 void PointDataPanel::on_actionQuerySelectFind_triggered() {
@@ -357,16 +448,18 @@ void PointDataPanel::on_actionQuerySelectExportPoints_triggered() {
         guarded([&] { exportPointsAs(m_session, selection(), m_columns.shownAttributes(), this); });
 }
 
-void PointDataPanel::showNode(std::uint32_t node) {
+void PointDataPanel::showNodes(const QString& nodes) {
     m_ui->actionQuerySelectCancel->trigger();
-    m_ui->editPointDataNodes->setText(QString::number(node));
+    m_ui->editPointDataNodes->setText(nodes);
     emit shown();
     m_ui->actionQuerySelectNext->trigger();
 }
 
 void PointDataPanel::on_treePointData_itemDoubleClicked(QTreeWidgetItem* item, int column) {
     const QVariant cell = item->data(column, Qt::UserRole);
-    copyToClipboard(cell.isValid() ? cell.toString() : item->text(column));
+    const QString text = cell.isValid() ? cell.toString() : item->text(column);
+    copyToClipboard(text);
+    emit told("Copied: " + text);
 }
 
 void PointDataPanel::on_listPointAttributes_itemChanged(QListWidgetItem*) {

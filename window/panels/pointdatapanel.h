@@ -8,6 +8,7 @@
 
 #include <QStringList>
 #include <memory>
+#include <optional>
 
 class QListWidgetItem;
 class QTreeWidgetItem;
@@ -32,8 +33,8 @@ public:
     // was opened or none is open.
     void refresh() override;
     bool isQueryRunning() const { return m_reader != nullptr; }
-    // Ends the running query and shows the points of one node.
-    void showNode(std::uint32_t node);
+    // Ends the running query and shows the points of these nodes.
+    void showNodes(const QString& nodes);
     // The list of filters used last changed in another panel.
     void refreshHistory();
 
@@ -53,7 +54,11 @@ signals:
 
 private slots:
     void on_actionQuerySelectNext_triggered();
+    void on_actionQuerySelectMore_triggered();
     void on_actionQuerySelectCancel_triggered();
+    void on_actionQuerySelectCopy_triggered();
+    void on_actionQuerySelectCopyCsv_triggered();
+    void on_actionQuerySelectCopyFilter_triggered();
     void on_actionQuerySelectCount_triggered();
     void on_actionQuerySelectFind_triggered();
     void on_actionQuerySelectExport_triggered();
@@ -80,17 +85,31 @@ private:
     void columnsChanged();
     void applyColumns();
 
-    struct Page {
-        std::uint32_t count = 0;  // of points, which the reader has
+    // What a reading brought.
+    struct Rows {
+        std::vector<QStringList> texts;      // with the row's number
+        bool isEnd = false;                  // nothing is left
+        std::optional<std::uint64_t> total;  // of the selection, where it was asked for
         qint64 milliseconds = 0;
+    };
+    // How many points a selection has.
+    struct Counted {
+        QString filter, nodes;
+        std::optional<std::uint64_t> points;
     };
 
     core::PointSelection selection() const;
-    Page firstPage();  // starts a query
-    Page nextPage();
-    static Page readPage(PointReader& reader);
-    void showPage(const Page& page);
-    void appendRows(std::uint32_t count);
+    void read(int pages);
+    Rows firstRows(int pages);  // starts a query
+    Rows nextRows(int pages);
+    // before: rows that are there already.
+    static Rows readRows(PointReader& reader, int pages, std::uint64_t before,
+                         const StepProgress& progress);
+    void showRows(const Rows& rows);
+    void appendRows(const std::vector<QStringList>& texts);
+    bool isOfSelection(const Counted& counted) const;
+    void showCounter();
+    void copyRows(const QString& text, const QString& what);
 
     std::unique_ptr<Ui::PointDataPanel> m_ui;
     FilterInsertMenu* m_insertMenu = nullptr;
@@ -104,7 +123,8 @@ private:
     QStringList m_headers;                  // of its table
     QString m_runningFilter;
     QString m_runningNodes;
-    std::uint32_t m_rowCounter = 0;  // points shown so far
+    Counted m_counted;               // what was counted last
+    std::uint64_t m_rowCounter = 0;  // points shown so far
 };
 
 }  // namespace tarvo::window

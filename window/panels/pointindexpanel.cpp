@@ -94,6 +94,16 @@ void addDetails(const AttributeDetails& details, QTreeWidget* tree) {
     tree->addTopLevelItems(rows);
 }
 
+// The node itself, or those below that are shown where it stores no point.
+QStringList nodesWithPoints(const QTreeWidgetItem& row) {
+    if (row.childCount() == 0 || static_cast<const IndexNodeRow&>(row).ownPoints() > 0)
+        return {QString::number(row.data(NODE_ID, Qt::UserRole).toUInt())};
+    QStringList nodes;
+    for (int i = 0; i < row.childCount(); ++i)
+        nodes += nodesWithPoints(*row.child(i));
+    return nodes;
+}
+
 }  // namespace
 
 PointIndexPanel::PointIndexPanel(const DatabaseSession& session, QWidget* parent)
@@ -307,7 +317,7 @@ void PointIndexPanel::on_treePointIndexNodes_itemSelectionChanged() {
 }
 
 void PointIndexPanel::on_treePointIndexNodes_itemDoubleClicked(QTreeWidgetItem* item, int) {
-    emit nodeChosen(item->data(NODE_ID, Qt::UserRole).toUInt());
+    emit nodesChosen(nodesWithPoints(*item).join(','));
 }
 
 void PointIndexPanel::on_treePointIndexNodes_itemExpanded(QTreeWidgetItem*) {

@@ -32,8 +32,8 @@ public:
 
 signals:
     void historyChanged();
-    // The points of this node should be shown.
-    void nodeChosen(std::uint32_t node);
+    // The points of these nodes should be shown.
+    void nodesChosen(const QString& nodes);
 
 protected:
     void showEvent(QShowEvent* event) override;

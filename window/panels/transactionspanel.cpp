@@ -9,6 +9,8 @@
 #include "window/widgets/numerictreewidgetitem.h"
 
 #include <QDateTime>
+#include <QFileInfo>
+#include <QLocale>
 #include <QMenu>
 #include <QToolButton>
 
@@ -58,6 +60,7 @@ void TransactionsPanel::buildToolBar() {
     button->setPopupMode(QToolButton::InstantPopup);
     button->setStyleSheet("QToolButton::menu-indicator { image: none; }");
     auto* menu = new QMenu(button);
+    m_deleteButton = button;
     menu->addActions({m_ui->actionManagementFinalize, m_ui->actionTransactionDiscard});
     button->setMenu(menu);
     button->setAccessibleName("Delete transactions");
@@ -103,6 +106,7 @@ void TransactionsPanel::updateActions() {
     for (QAction* action : {m_ui->actionTransactionDiscard, m_ui->actionManagementFinalize,
                             m_ui->actionManagementVacuum, m_ui->actionManagementLevelOfDetail})
         action->setEnabled(idle);
+    m_deleteButton->setEnabled(idle);
 }
 
 void TransactionsPanel::addRow(std::uint32_t id, std::uint32_t current) {
@@ -129,7 +133,10 @@ void TransactionsPanel::addRow(std::uint32_t id, std::uint32_t current) {
         const qint64 milliseconds = start.msecsTo(stop);
         row->setText(TRANSACTION_DURATION, durationText(milliseconds));
         row->setSortValue(TRANSACTION_DURATION, static_cast<double>(milliseconds));
-        row->setToolTip(TRANSACTION_DURATION, QString("%1 s").arg(milliseconds / 1000.0));
+        row->setToolTip(TRANSACTION_DURATION,
+                        QString::number(static_cast<double>(milliseconds) / 1000.0, 'g',
+                                        QLocale::FloatingPointShortest) +
+                            " s");
     }
 }
 
@@ -202,9 +209,8 @@ void TransactionsPanel::on_actionTransactionRestore_triggered() {
     if (!item || !canChangeFile())
         return;
     const auto id = item->data(TRANSACTION_ID, Qt::UserRole).toUInt();
-    if (confirmed(
-            this,
-            QString("Restore transaction \"%0\" (%1)?").arg(item->text(TRANSACTION_TITLE)).arg(id)))
+    if (confirmed(this, QString("Restore transaction \"%0\" (%1)?")
+                            .arg(item->text(TRANSACTION_TITLE), QString::number(id))))
         change("Restoring the transaction...",
                [&](const StepProgress&) { database()->transactions().restore(id); });
 }
@@ -255,10 +261,16 @@ void TransactionsPanel::on_actionManagementFinalize_triggered() {
 
 void TransactionsPanel::on_actionManagementVacuum_triggered() {
     if (canChangeFile() &&
-        confirmed(this, "Reorganize database file to release unused disk space?"))
+        confirmed(this, "Reorganize database file to release unused disk space?")) {
+        const qint64 before = QFileInfo(m_session.fileName).size();
         change("Reorganizing the database file...", [this](const StepProgress& progress) {
             database()->management().vacuum(percentOf(progress));
         });
+        const qint64 freed = before - QFileInfo(m_session.fileName).size();
+        emit told(freed > 0 ? QString("The clean-up released %0.")
+                                  .arg(humanReadableSize(static_cast<std::uint64_t>(freed)))
+                            : QString("There was nothing to release."));
+    }
 }
 
 }  // namespace tarvo::window

@@ -8,6 +8,7 @@
 #include <memory>
 #include <vector>
 
+class QToolButton;
 class QTreeWidgetItem;
 
 namespace tarvo::window {
@@ -54,6 +55,7 @@ private:
     void change(const QString& text, const AsideJob& action);
 
     std::unique_ptr<Ui::TransactionsPanel> m_ui;
+    QToolButton* m_deleteButton = nullptr;
     bool m_pending = false;
 };
 
