@@ -29,6 +29,24 @@ Pointcloud::Pointcloud(const Context& context)
 void Pointcloud::open(const std::string& fileName, const pointcloud::OpenSettings& settings) {
     m_data->check(functions().qrb_pointcloud_open(m_data->context.handle(), m_data->handle,
                                                   fileName.c_str(), settings.transfer()));
+    if (settings.transaction == 0)
+        return;
+    std::uint32_t opened = 0;
+    try {
+        opened = m_transactions->current();
+    } catch (...) {
+        close();
+        throw;
+    }
+    if (opened == settings.transaction)
+        return;
+    close();
+    const std::string asked = std::to_string(settings.transaction);
+    throw ErrorImpl(QRB_ERROR_NOT_AVAILABLE,
+                    "The library can't open transaction " + asked + " to be read.",
+                    "It opened transaction " + std::to_string(opened) +
+                        " instead. Load a library that can, or make transaction " + asked +
+                        " the current one.");
 }
 
 void Pointcloud::create(const std::string& fileName, const pointcloud::CreateSettings& settings) {

@@ -25,6 +25,7 @@ public:
     // A handle in the closed state.
     explicit Pointcloud(const Context& context);
 
+    // Also throws where the library can't open the transaction that the settings name.
     void open(const std::string& fileName, const pointcloud::OpenSettings& settings);
     void create(const std::string& fileName, const pointcloud::CreateSettings& settings);
     // With the attributes and metadata items of a file schema (JSON text); optionals includes

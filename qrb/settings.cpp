@@ -1,5 +1,6 @@
 #include "qrb/settings.h"
 
+#include "catalogue/jsonmemory.h"
 #include "qrb/error.h"
 #include "qrb/loader.h"
 
@@ -134,10 +135,16 @@ OpenSettings::OpenSettings(const Context& context)
 }
 
 OpenSettings::OpenSettings(const OpenSettings& other)
-    : cacheSize(other.cacheSize), m_context(other.m_context), m_handle(newOpenSettings()) {}
+    : cacheSize(other.cacheSize),
+      transaction(other.transaction),
+      readOnly(other.readOnly),
+      m_context(other.m_context),
+      m_handle(newOpenSettings()) {}
 
 OpenSettings& OpenSettings::operator=(const OpenSettings& other) {
     cacheSize = other.cacheSize;
+    transaction = other.transaction;
+    readOnly = other.readOnly;
     m_context = other.m_context;
     return *this;
 }
@@ -153,6 +160,14 @@ void OpenSettings::read() {
 
 const qrb_open_settings* OpenSettings::transfer() const {
     checkResult(functions().qrb_pointcloud_open_settings_set_cache_size_64_cf(m_handle, cacheSize));
+    // There are no functions for these. A library that knows nothing of them is not to be bothered.
+    if (transaction != 0 || readOnly || m_wished) {
+        const std::string json = "{\"transaction\": " + std::to_string(transaction) +
+                                 ", \"readOnly\": " + (readOnly ? "true" : "false") + "}";
+        m_wished = true;
+        checkResult(
+            functions().qrb_pointcloud_open_settings_json_load_cf(m_handle, json.c_str()));
+    }
     return m_handle;
 }
 
@@ -166,6 +181,19 @@ void OpenSettings::fromJson(const std::string& json) {
     transfer();
     checkResult(functions().qrb_pointcloud_open_settings_json_load_cf(m_handle, json.c_str()));
     read();
+    StringHolder saved;
+    checkResult(functions().qrb_pointcloud_open_settings_json_save_cf(m_handle, saved.slot()));
+    rapidjson::Document told;
+    told.Parse(saved.str().c_str());
+    if (told.HasParseError() || !told.IsObject())
+        return;
+    if (const auto member = told.FindMember("transaction");
+        member != told.MemberEnd() && member->value.IsUint())
+        transaction = member->value.GetUint();
+    if (const auto member = told.FindMember("readOnly");
+        member != told.MemberEnd() && member->value.IsBool())
+        readOnly = member->value.GetBool();
+    m_wished = transaction != 0 || readOnly;
 }
 
 }  // namespace tarvo::qrb::pointcloud

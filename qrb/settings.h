@@ -48,7 +48,9 @@ public:
     OpenSettings& operator=(const OpenSettings& other);
     ~OpenSettings();
 
-    std::uint64_t cacheSize = 0;  // bytes
+    std::uint64_t cacheSize = 0;    // bytes
+    std::uint32_t transaction = 0;  // a kept one, to be read; 0: the current one
+    bool readOnly = false;          // in any case with a transaction; such a file can't be changed
 
     std::string toJson() const;
     void fromJson(const std::string& json);
@@ -59,6 +61,7 @@ private:
     void read();
     Context m_context;
     qrb_open_settings* m_handle = nullptr;
+    mutable bool m_wished = false;  // the library object holds more than it proposes
 };
 
 }  // namespace tarvo::qrb::pointcloud

@@ -16,12 +16,12 @@ TransactionRecord History::details(std::uint32_t id) {
 }
 
 void History::discard(const std::vector<std::uint32_t>& ids) {
-    m_session.requireNonePending();
+    m_session.requireChangeable();
     m_container.alone([&] { m_container.discard(ids); });
 }
 
 void History::finalize() {
-    m_session.requireNonePending();
+    m_session.requireChangeable();
     m_container.alone([this] {
         std::vector<std::uint32_t> ids = transactions();
         const std::uint32_t first = ids.front();
@@ -47,14 +47,14 @@ std::uint64_t History::size(const std::vector<std::uint32_t>& given) {
     // From the references alone: checksums cover them, but not the lengths that the container has.
     for (const auto& [blob, extents] : own.extents()) {
         const auto found = others.extents().find(blob);
-        bytes += found == others.extents().end() ? extents.bytes()
-                                                 : extents.bytesBeside(found->second);
+        bytes +=
+            found == others.extents().end() ? extents.bytes() : extents.bytesBeside(found->second);
     }
     return bytes;
 }
 
 void History::vacuum(const Progress& progress) {
-    m_session.requireNonePending();
+    m_session.requireChangeable();
     Patience patience(m_container, progress);
     const Progress asked = patience.progress();
     const auto report = [&](int percent) { return !asked || asked(percent); };

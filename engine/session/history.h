@@ -10,7 +10,8 @@ namespace tarvo::engine::session {
 
 class Session;
 
-// Part of a session. What changes the file throws Failure(State) while a transaction is pending.
+// Part of a session. What changes the file throws Failure(State) while a transaction is pending,
+// and in a session that only reads.
 class History {
 public:
     History(Session& session, store::Container& container)

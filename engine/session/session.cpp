@@ -156,11 +156,16 @@ Session::Session(const std::string& fileName, const OpenSettings& settings, std:
       m_cacheSize(std::max<std::uint64_t>(settings.cacheSize, 16u << 20)),
       m_threads(settings.threads > 0 ? settings.threads
                                      : std::max(1u, std::thread::hardware_concurrency())),
+      m_pinned(settings.transaction),
+      m_readOnly(settings.readOnly || m_pinned != 0),
       m_blobs(m_container, m_cacheSize, nodeCapacity(m_identity.settings)),
       m_history(*this, m_container),
       m_changelog(*this),
       m_metaData(*this) {
-    loadCurrent();
+    if (m_pinned != 0)
+        loadPinned();
+    else
+        loadCurrent();
 }
 
 Session::~Session() {
@@ -203,6 +208,26 @@ void Session::loadCurrent() {
     }
 }
 
+void Session::loadPinned() {
+    const std::string name = "transaction " + std::to_string(m_pinned);
+    const auto requireKept = [&] {
+        if (!m_container.keeps(m_pinned))
+            throw Failure(ErrorCode::NotFound, "The database does not keep " + name + ".",
+                          "File: " + fileName() +
+                              "\nList its transactions, and open one of these. A transaction that "
+                              "was discarded does not come back.");
+    };
+    requireKept();
+    try {
+        m_currentRoot = m_container.root(m_pinned);
+        m_current = stateOf(m_pinned, m_currentRoot);
+    } catch (const Failure&) {
+        // Another program may have taken it away between two reads.
+        requireKept();
+        throw;
+    }
+}
+
 void Session::throwIfRolledBack(const State& state) {
     if (state.rolledBack && *state.rolledBack)
         throw Failure(ErrorCode::State, "The transaction that is being read was rolled back.",
@@ -238,14 +263,14 @@ std::shared_ptr<const State> Session::state() {
         // A copy: whoever holds it is not to see later changes of the same transaction.
         return std::make_shared<const State>(*m_pending);
     }
-    if (m_container.version() != m_version)
+    if (m_pinned == 0 && m_container.version() != m_version)
         loadCurrent();
     return m_current;
 }
 
 std::uint32_t Session::begin(const std::string& title, const std::string& agent,
                              const std::string& comments, const std::string& settings) {
-    requireNonePending();
+    requireChangeable();
     checkText("The title", title, longestTitle);
     checkText("The agent", agent, longestTitle);
     checkText("The comment", comments, longestText);
@@ -333,7 +358,7 @@ void Session::rollback() {
 }
 
 void Session::restore(std::uint32_t id) {
-    requireNonePending();
+    requireChangeable();
     m_container.alone([&] {
         std::string root = m_container.root(id);
         std::shared_ptr<const State> state = stateOf(id, root);
@@ -341,6 +366,19 @@ void Session::restore(std::uint32_t id) {
         m_current = std::move(state);
         m_currentRoot = std::move(root);
     });
+}
+
+void Session::requireChangeable() const {
+    if (m_pinned != 0)
+        throw Failure(ErrorCode::State,
+                      "The database was opened to read transaction " + std::to_string(m_pinned) +
+                          ", and can't be changed.",
+                      "Open it without naming a transaction.");
+    if (m_readOnly)
+        throw Failure(ErrorCode::State,
+                      "The database was opened to be read only, and can't be changed.",
+                      "Open it again without that setting.");
+    requireNonePending();
 }
 
 void Session::requireNonePending() const {

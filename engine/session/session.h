@@ -62,7 +62,8 @@ public:
                        const std::vector<schema::AttributeRecord>& extra = {},
                        const std::vector<std::pair<std::string, std::string>>& metaData = {});
 
-    // api: the interface layer that asks; goes into the transactions' records.
+    // api: the interface layer that asks; goes into the transactions' records. Throws
+    // Failure(NotFound) for a transaction of the settings that the file does not keep.
     Session(const std::string& fileName, const OpenSettings& settings, std::string api);
     ~Session();
 
@@ -85,8 +86,8 @@ public:
     ThreadPool& pool();
 
     // The pending state, else that of the current transaction, which another process may have
-    // advanced. Changes that queries have taken are put in first. What is returned stays as it is
-    // while it is held.
+    // advanced, or that of the transaction that was opened to be read. Changes that queries have
+    // taken are put in first. What is returned stays as it is while it is held.
     std::shared_ptr<const State> state();
 
     // Runs a function that reads what a state refers to. Throws Failure(State) where the state was
@@ -111,7 +112,9 @@ public:
     void restore(std::uint32_t id);
     bool pending() const { return m_pending != nullptr; }
     std::uint32_t current();
-    // Throws Failure(State) when a transaction is pending.
+    // Before what changes the file: throws Failure(State) when the session only reads, or a
+    // transaction is pending.
+    void requireChangeable() const;
     void requireNonePending() const;
     const State* pendingState() const { return m_pending.get(); }  // null: none
 
@@ -147,6 +150,7 @@ private:
     std::shared_ptr<const State> stateOf(std::uint32_t id, const std::string& root);
     // Of what the file holds now, whatever is remembered of it.
     void loadCurrent();
+    void loadPinned();
     static void throwIfRolledBack(const State& state);
     void throwIfDiscarded(const State& state, const Failure& failure);
     void endTransaction();
@@ -156,6 +160,8 @@ private:
     std::string m_api;
     std::uint64_t m_cacheSize;
     unsigned m_threads;
+    std::uint32_t m_pinned;  // the transaction that is read whatever happens; 0: none
+    bool m_readOnly;
     std::uint64_t m_version = 0;  // of the container when m_current was loaded
     std::shared_ptr<const State> m_current;
     std::string m_currentRoot;  // that it was read from, or committed as

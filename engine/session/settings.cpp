@@ -144,6 +144,9 @@ std::string toJson(const OpenSettings& settings) {
     JsonWriter writer(buffer);
     writer.StartObject();
     writeMember(writer, "cache_size", settings.cacheSize);
+    writeMember(writer, "transaction", std::uint64_t(settings.transaction));
+    writer.Key("readOnly");
+    writer.Bool(settings.readOnly);
     writer.EndObject();
     return {buffer.GetString(), buffer.GetSize()};
 }
@@ -151,7 +154,11 @@ std::string toJson(const OpenSettings& settings) {
 void fromJson(std::string_view json, OpenSettings& settings) {
     const rapidjson::Document document = parseJson(json, "The open settings text");
     const JsonObject object(document, "The open settings text", ErrorCode::Argument);
-    object.read("cache_size", settings.cacheSize);
+    OpenSettings result = settings;
+    object.read("cache_size", result.cacheSize);
+    object.read("transaction", result.transaction);
+    object.read("readOnly", result.readOnly);
+    settings = result;
 }
 
 }  // namespace tarvo::engine::session

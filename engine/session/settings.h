@@ -34,6 +34,10 @@ struct CreateSettings {
 struct OpenSettings {
     std::uint64_t cacheSize = defaultCacheSize;
     unsigned threads = 0;  // that work for the session; 0: as many as the machine runs at once
+    // The kept transaction whose state is read, whatever becomes current; 0: the current one.
+    std::uint32_t transaction = 0;
+    // Nothing is changed and no lock taken; of an older transaction in any case.
+    bool readOnly = false;
 };
 
 // Throws Failure(Argument) naming the setting that a file can't be created with.
@@ -53,8 +57,8 @@ std::uint32_t nodeCapacity(const CreateSettings& settings);
 // The cells that the nodes of such a file stand for.
 index::Cells cellsOf(const CreateSettings& settings, const schema::Attribute& primary);
 
-// JSON texts with the fields as members in snake case; reading keeps the values of members that
-// are missing and throws Failure(Argument) without changing anything.
+// JSON texts with the fields as members in snake case, but for "readOnly"; reading keeps the values
+// of members that are missing and throws Failure(Argument) without changing anything.
 std::string toJson(const CreateSettings& settings);
 void fromJson(std::string_view json, CreateSettings& settings);
 std::string toJson(const OpenSettings& settings);
