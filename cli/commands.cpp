@@ -34,6 +34,7 @@ constexpr CommandEntry entries[] = {
     {addInspectCommand, lookGroup, true},
     {addValidateCommand, lookGroup, true},
     {addCheckCommand, lookGroup, false},
+    {addDiffCommand, lookGroup, false},
     {addDefaultsCommand, lookGroup, false},
     {addSelectCommand, pointsGroup, true},
     {addExportCommand, pointsGroup, true},

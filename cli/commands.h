@@ -23,6 +23,7 @@ struct Invocation {
     std::function<void(const qrb::Context&)> run;  // with the library loaded
     std::function<void(Database&)> work;           // with the database of this name open
     std::string file;
+    int failureCode = 1;  // what the program ends with where it fails
     // Set before commands are added: they work on a database that is open already, and name none.
     bool onOpenDatabase = false;
 };
@@ -46,6 +47,7 @@ void addInfoCommand(CLI::App& app, Invocation& invocation);
 void addInspectCommand(CLI::App& app, Invocation& invocation);
 void addValidateCommand(CLI::App& app, Invocation& invocation);
 void addCheckCommand(CLI::App& app, Invocation& invocation);
+void addDiffCommand(CLI::App& app, Invocation& invocation);
 void addDefaultsCommand(CLI::App& app, Invocation& invocation);
 // Points.
 void addSelectCommand(CLI::App& app, Invocation& invocation);

@@ -21,7 +21,7 @@ namespace tarvo::cli {
 
 namespace {
 
-enum ExitCode { succeeded = 0, failed = 1, wrongUsage = 2 };
+enum ExitCode { succeeded = 0, negative = 1, wrongUsage = 2 };
 
 // "qrbtool: text", then the details, indented. Both may hold texts from files.
 void reportError(const char* text, std::string_view unsafeDetails) {
@@ -43,7 +43,7 @@ int runGuarded(const std::string& library, const Invocation& invocation) {
                                      ? "It was looked for beside the program, then where the "
                                        "system looks for libraries.\nName it with --library."
                                      : "The file was \"" + library + "\".");
-            return failed;
+            return invocation.failureCode;
         }
         const qrb::Context context("OFF", "");
         const qrb::InterruptGuard interruptible(context, [] { return interruptSignal() == 0; });
@@ -64,7 +64,7 @@ int runGuarded(const std::string& library, const Invocation& invocation) {
         reportError(error.what(), error.details());
         return wrongUsage;
     } catch (const NegativeAnswer&) {
-        return failed;
+        return negative;
     } catch (const Failure& error) {
         reportError(error.what(), error.details());
     } catch (const std::bad_alloc&) {
@@ -72,7 +72,7 @@ int runGuarded(const std::string& library, const Invocation& invocation) {
     } catch (const std::exception& error) {
         reportError(error.what(), "");
     }
-    return failed;
+    return invocation.failureCode;
 }
 
 // Shows the name of the database where it stands: "qrbtool metadata FILE get [OPTIONS] name".
@@ -117,7 +117,7 @@ int run(int argc, char** argv) {
         "qrbtool COMMAND --help tells more. The program ends with 0 for success, 1 for a failure "
         "or\n"
         "the answer \"no\" (a file that does not agree with its schema, a signature that is not\n"
-        "valid), and 2 for a wrong command line.");
+        "valid, two databases that differ), and 2 for a wrong command line, or where diff fails.");
     try {
         app.parse(argc, argv);
         if (invocation.work && invocation.file.empty()) {

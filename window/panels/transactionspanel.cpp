@@ -6,6 +6,7 @@
 #include "window/dialogs/dialoglevelofdetail.h"
 #include "window/dialogs/dialogtransaction.h"
 #include "window/dialogs/dialogtransactioncommit.h"
+#include "window/panels/transactioncomparison.h"
 #include "window/widgets/numerictreewidgetitem.h"
 
 #include <QDateTime>
@@ -65,6 +66,8 @@ void TransactionsPanel::buildToolBar() {
     button->setMenu(menu);
     button->setAccessibleName("Delete transactions");
     m_ui->toolBarTransactions->addWidget(button);
+    m_ui->toolBarTransactions->addSeparator();
+    m_ui->toolBarTransactions->addAction(m_ui->actionTransactionCompare);
 }
 
 void TransactionsPanel::refresh() {
@@ -103,6 +106,7 @@ void TransactionsPanel::updateActions() {
     m_ui->actionTransactionRollback->setEnabled(m_pending);
     m_ui->actionTransactionRestore->setEnabled(idle && m_ui->treeTransactions->currentItem());
     m_ui->actionTransactionSize->setEnabled(open);
+    m_ui->actionTransactionCompare->setEnabled(open);
     for (QAction* action : {m_ui->actionTransactionDiscard, m_ui->actionManagementFinalize,
                             m_ui->actionManagementVacuum, m_ui->actionManagementLevelOfDetail})
         action->setEnabled(idle);
@@ -242,6 +246,23 @@ void TransactionsPanel::on_actionTransactionSize_triggered() {
             showInformation(this, QString("Size of %0:\n\n%1 (%2 B)")
                                       .arg(nameOf(ids), humanReadableSize(bytes))
                                       .arg(bytes));
+    });
+}
+
+void TransactionsPanel::on_actionTransactionCompare_triggered() {
+    guarded([this] {
+        const std::vector<std::uint32_t> ids = selectedIds();
+        // The file of that name is read, which must be the one that is open.
+        if (ids.empty() || !canChangeFile())
+            return;
+        if (ids.size() > 2)
+            return showInformation(this, "Select one or two transactions to compare.");
+        const auto& transactions = database()->transactions();
+        const auto [before, after] =
+            comparedTransactions(ids, transactions.list(), transactions.current());
+        if (before == after)
+            return showInformation(this, "There is no other transaction to compare with.");
+        compareTransactions(m_session, before, after, this);
     });
 }
 

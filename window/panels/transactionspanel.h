@@ -39,6 +39,7 @@ private slots:
     void on_actionTransactionRestore_triggered();
     void on_actionTransactionDiscard_triggered();
     void on_actionTransactionSize_triggered();
+    void on_actionTransactionCompare_triggered();
     void on_actionManagementLevelOfDetail_triggered();
     void on_actionManagementFinalize_triggered();
     void on_actionManagementVacuum_triggered();
@@ -47,7 +48,7 @@ private:
     void buildToolBar();
     void addRow(std::uint32_t id, std::uint32_t current);
     void updateActions();
-    // Whether changes would reach the file; has the window tell where they would not.
+    // Whether changes would reach the file, and its name leads to it; has the window tell where they would not.
     bool canChangeFile();
     // Tells the user when no row is selected.
     std::vector<std::uint32_t> selectedIds();
