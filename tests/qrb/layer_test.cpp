@@ -129,6 +129,12 @@ const std::vector<Action>& actions() {
                   settings.cacheSize = 123;
                   s.cloud.open("file", settings);
               }),
+        doing("open an older transaction",
+              [](Subject& s) {
+                  OpenSettings settings(s.context);
+                  settings.transaction = 12;  // the one that the library tells of
+                  s.cloud.open("file", settings);
+              }),
         returning("open settings as JSON",
                   [](Subject& s) { return OpenSettings(s.context).toJson(); }),
         returning("open settings from JSON",
@@ -463,6 +469,29 @@ TEST_F(Layer, ListsNoTransactionThatWentAwayMeanwhile) {
     spy::log().listsShrink = true;
     EXPECT_EQ(subject.cloud.transactions().list(), (std::vector<std::uint32_t>{70}));
     spy::log().listsShrink = false;
+}
+
+TEST_F(Layer, RefusesALibraryThatOpensAnotherTransaction) {
+    qrb::loadLibrary(STUB_FILE);
+    spy::installAll();
+    Subject subject;
+    OpenSettings settings(subject.context);
+    settings.transaction = 99;
+    try {
+        subject.cloud.open("file", settings);
+        ADD_FAILURE() << "nothing was thrown";
+    } catch (const qrb::Error& error) {
+        EXPECT_EQ(error.code(), QRB_ERROR_NOT_AVAILABLE);
+        EXPECT_STREQ(error.what(), "The library can't open transaction 99 to be read.");
+    }
+    EXPECT_EQ(spy::log().names.back(), "qrb_pointcloud_close");
+    // A wish that is taken back is told, too.
+    settings.transaction = 0;
+    subject.cloud.open("file", settings);
+    EXPECT_NE(std::find(spy::log().calls.begin(), spy::log().calls.end(),
+                        "pointcloud_open_settings_json_load_cf(#4, '{\"transaction\": 0, "
+                        "\"readOnly\": false}')"),
+              spy::log().calls.end());
 }
 
 TEST_F(Layer, AGuardRollsBackWhatWasBegunAndNotCommitted) {

@@ -171,8 +171,12 @@ TEST_F(Records, KeepWhatAJsonTextDoesNotName) {
     expectKept(attributeMembers(), PointAttribute());
     OpenSettings open(m_context);
     open.cacheSize = 6'000'000'000;
-    open.fromJson("{}");
+    open.transaction = 3;
+    open.fromJson("{\"readOnly\": true}");
+    EXPECT_THROW(open.fromJson("{\"readOnly\": false, \"transaction\": -1}"), qrb::Error);
     EXPECT_EQ(open.cacheSize, 6'000'000'000);
+    EXPECT_EQ(open.transaction, 3u);
+    EXPECT_TRUE(open.readOnly);
 }
 
 TEST_F(Records, TellTheTypeOfTheirValues) {
@@ -203,6 +207,8 @@ TEST_F(Records, OfCreationSettingsAreIndependentOfTheirCopies) {
 TEST_F(Records, OfOpenSettingsArriveMemberByMember) {
     const std::vector<Member<OpenSettings>> members{
         MEMBER(OpenSettings, cacheSize, 6'000'000'000),
+        MEMBER(OpenSettings, transaction, 7),
+        MEMBER(OpenSettings, readOnly, true),
     };
     const OpenSettings plain(m_context);
     expectEachArrives<OpenSettings>(
