@@ -53,6 +53,17 @@
  *     only the ones from qrb_pointcloud_graph_node_new may be passed, not their children.
  * 14. Out of memory is an error like others, QRB_ERROR_MEMORY. A _cf function that has no memory
  *     for a result returns a constant one, which need not but may be deleted.
+ * 15. Open settings have members that only their JSON form (open_settings_json_load) has:
+ *     "transaction", the number of a kept transaction whose state is read whatever becomes the
+ *     current one (0, the default: the current one), and "readOnly" (default false). A database that
+ *     was opened so takes no writer's lock, and whatever would change the file fails with
+ *     QRB_ERROR_STATE; a transaction implies read only, and qrb_pointcloud_transaction_current tells
+ *     its number. Who opens a transaction asks for that number, because a library that knows nothing
+ *     of these members opens the current one.
+ * 16. In two transactions of one file a leaf of the index with the same number and the same revision
+ *     stores the same points with the same values. What a leaf doesn't store of an attribute, because
+ *     all its points have the default value or, of storage class constant, the value of the whole
+ *     file, may differ between them with the definition or that value.
  */
 #ifndef QRB_QRB_H
 #define QRB_QRB_H
