@@ -302,9 +302,11 @@ std::uint32_t Session::begin(const std::string& title, const std::string& agent,
 }
 
 State& Session::change() {
-    if (!m_pending)
+    if (!m_pending) {
+        requireChangeable();
         throw Failure(ErrorCode::State, "No transaction is pending.",
                       "Begin a transaction before changing the database.");
+    }
     return *m_pending;
 }
 

@@ -221,10 +221,14 @@ TEST_F(Diff, OfAnyTwoTransactionsIsWhatReadingBothTells) {
         return ids;
     };
     const auto has = [&](const char* name) { return m_cloud.pointAttributes().exists(name); };
+    const auto varies = [&](const char* name) {
+        return has(name) &&
+               m_cloud.pointAttributes().get(name).storageClass != PointAttribute::CONSTANT;
+    };
     const auto act = [&] {
         auto& attributes = m_cloud.pointAttributes();
         const Snapshot now = snapshotOf(m_cloud);
-        switch (upTo(9)) {
+        switch (upTo(12)) {
             case 0:
             case 1:
                 nextId += upTo(2) << 40;  // gaps
@@ -246,12 +250,12 @@ TEST_F(Diff, OfAnyTwoTransactionsIsWhatReadingBothTells) {
                 for (const std::uint64_t id : someIds(20))
                     if (now.points.contains(id))
                         ids.push_back(id);
-                if (!ids.empty() && has("v"))
+                if (!ids.empty() && varies("v"))
                     update(ids, "v", std::vector<double>(ids.size(), double(upTo(50))));
                 break;
             }
             case 5:
-                if (has("v"))
+                if (varies("v"))
                     fill("v", double(upTo(20)), "p[0] < " + std::to_string(int(upTo(2000)) - 1000));
                 break;
             case 6:
@@ -280,11 +284,43 @@ TEST_F(Diff, OfAnyTwoTransactionsIsWhatReadingBothTells) {
                     attributes.discard("v");
                 }
                 break;
+            case 9: {  // to other leaves
+                std::vector<double> places;
+                std::vector<std::uint64_t> ids;
+                for (const std::uint64_t id : someIds(10))
+                    if (now.points.contains(id)) {
+                        ids.push_back(id);
+                        places.insert(places.end(), {double(upTo(2000)) - 1000, 5});
+                    }
+                if (ids.empty())
+                    break;
+                auto query = m_cloud.update();
+                query.bind(idName, DataType::UINT64, ids.data(), 8);
+                query.bind("p", DataType::DOUBLE, places.data(), 16);
+                query.next(static_cast<std::uint32_t>(ids.size()));
+                query.close();
+                break;
+            }
+            case 10:  // the value of the whole file becomes one of each point, or the reverse
+                if (has("c") && !now.points.empty()) {
+                    PointAttribute other = attributes.get("c");
+                    fill("c", double(upTo(2)));
+                    other.storageClass =
+                        upTo(1) ? PointAttribute::CONSTANT : PointAttribute::VARIABLE;
+                    attributes.put(other);
+                }
+                break;
+            case 11:  // a name that comes back with what another attribute had
+                if (has("v") && has("c")) {
+                    attributes.remove("v");
+                    attributes.duplicate("c", "v");
+                }
+                break;
             default:
                 m_cloud.management().setChunkSizeLOD(static_cast<std::uint32_t>(upTo(30)));
         }
     };
-    for (int turn = 0; turn < 14; ++turn) {
+    for (int turn = 0; turn < 20; ++turn) {
         if (upTo(4) == 0) {
             auto at = kept.begin();
             std::advance(at, upTo(kept.size() - 1));
