@@ -1,6 +1,7 @@
 // What is different between two databases, rule by rule.
 #include "core/difftext.h"
 #include "core/error.h"
+#include "core/leafpairs.h"
 #include "tests/core/difftest.h"
 
 #include <cmath>
@@ -39,6 +40,34 @@ TEST_F(Diff, OfTwoFilesPassesNothingOver) {
               "  * 1 point changed\n"
               "    v: 1 point\n"
               "      id 2: 8 -> 9\n");
+}
+
+TEST_F(Diff, OfTransactionsPassesOverWhatBothHave) {
+    create("a.qrbx");
+    change([&] {
+        m_cloud.pointAttributes().add(attribute("v", 0, 100, 1));
+        auto late = attribute("c", 0, 9, 1);
+        late.storageClass = PointAttribute::CONSTANT;
+        m_cloud.pointAttributes().add(late);
+        std::vector<std::uint64_t> ids(400);
+        for (std::size_t i = 0; i < ids.size(); ++i)
+            ids[i] = i + 1;
+        insert(ids, "v", std::vector<double>(ids.size(), 5));
+    });
+    change([&] { update({7}, "v", {6}); });
+    change([&] { fill("c", 3); });
+    m_cloud.close();
+    const core::ComparedStates states(m_context, {file("a.qrbx"), 2}, {file("a.qrbx"), 4});
+    const core::LeafPairs leaves = core::pairLeaves(states.before(), states.after());
+    EXPECT_GT(leaves.common.size(), 5u);
+    EXPECT_EQ(leaves.before.size(), 1u);
+    EXPECT_EQ(leaves.after, leaves.before);
+    EXPECT_EQ(leaves.pointsCommon + leaves.pointsBefore, 400u);
+    EXPECT_TRUE(core::sameInCommonLeaves(states.before(), states.after(), "v"));
+    // The value for the whole file stands in no leaf.
+    EXPECT_FALSE(core::sameInCommonLeaves(states.before(), states.after(), "c"));
+    const auto diff = compareDatabases(states.before(), states.after(), true, core::DiffOptions());
+    EXPECT_EQ(diff.points->changed, 400u);
 }
 
 TEST_F(Diff, TellsDefinitionsAndItemsFieldByField) {

@@ -1,6 +1,5 @@
 // What is different between any two transactions of a random history, against what reading both as
 // a whole tells.
-#include "core/leafpairs.h"
 #include "tests/core/difftest.h"
 #include "tests/engine/seed.h"
 
@@ -252,7 +251,6 @@ TEST_F(Diff, OfAnyTwoTransactionsIsWhatReadingBothTells) {
         });
         kept[m_cloud.transactions().current()] = snapshotOf(m_cloud);
     }
-    std::size_t common = 0;
     for (const auto& [from, before] : kept)
         for (const auto& [to, after] : kept) {
             SCOPED_TRACE("from " + std::to_string(from) + " to " + std::to_string(to));
@@ -270,10 +268,7 @@ TEST_F(Diff, OfAnyTwoTransactionsIsWhatReadingBothTells) {
                     compareDatabases(states.before(), states.after(), ofOneFile, options);
                 expectTold(told, *diff.points, options.first);
             }
-            if (from != to)
-                common += core::pairLeaves(states.before(), states.after()).common.size();
         }
-    EXPECT_GT(common, kept.size());  // some were passed over
 }
 
 }  // namespace
