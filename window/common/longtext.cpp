@@ -16,7 +16,7 @@ namespace tarvo::window {
 namespace {
 
 constexpr qsizetype pieceSize = 32 << 10;  // characters that take a few milliseconds
-constexpr int milliseconds = 500;          // before the dialog comes up
+constexpr int dialogAfter = 500;           // milliseconds
 
 // Behind a line's end where there is one.
 qsizetype endOfPiece(const QString& text, qsizetype begin) {
@@ -38,7 +38,7 @@ void append(QPlainTextEdit* pane, const QString& text) {
     for (qsizetype begin = 0, end = 0; begin < text.size(); begin = end) {
         end = endOfPiece(text, begin);
         cursor.insertText(text.mid(begin, end - begin));
-        if (elapsed.elapsed() > milliseconds && !dialog.isVisible())
+        if (elapsed.elapsed() > dialogAfter && !dialog.isVisible())
             dialog.show();
         if (dialog.isVisible())
             dialog.setValue(static_cast<int>(end * 100 / text.size()));
