@@ -36,7 +36,7 @@ std::unique_ptr<PointSource> openSource(const std::string& fileName, std::string
     }
     if (!columnNames.empty() && format != "text") {
         throw core::Failure("\"" + fileName + "\" tells by itself what its columns mean.",
-                            "--columns is for texts without a header line.");
+                            "Names of columns are given to texts without a header line.");
     }
     if (format == "csv") {
         return std::make_unique<csv::CsvSource>(fileName, progress);

@@ -29,18 +29,15 @@ void widen(std::vector<std::pair<double, double>>& extent, const std::string& pr
     }
 }
 
-void readSource(PointSource& source, AttributeSummaries& summaries, ImportPlan& plan,
-                const std::string& primary, const ImportProgress& progress) {
-    const std::vector<Column>& columns = source.columns();
+void addSurvey(const PointSource& source, const FileSurvey& survey, AttributeSummaries& summaries,
+               ImportPlan& plan, const std::string& primary) {
     std::vector<std::optional<ColumnSummary>> found;
-    for (const Column& column : columns) {
-        found.emplace_back(column.type);
+    for (const FileSurvey::FoundColumn& column : survey.columns) {
+        found.emplace_back(column.summary);
     }
-    plan.pointCount += lookAtColumns(
-        source, [&](std::size_t i, std::uint32_t count) { found[i]->add(source.values(i), count); },
-        progress);
+    plan.pointCount += survey.pointCount;
     summaries.add(source, found);
-    widen(plan.extent, primary, columns, found);
+    widen(plan.extent, primary, source.columns(), found);
 }
 
 void requirePrimary(const PointSource& source, const std::string& primary) {
@@ -101,12 +98,22 @@ std::vector<ColumnTarget> ImportPlan::targets(const PointSource& source) const {
 
 ImportPlan planImport(const PointSources& sources, const std::string& primary,
                       const ImportProgress& progress) {
-    ImportPlan plan;
-    AttributeSummaries summaries;
+    std::vector<FileSurvey> surveys;
     for (const auto& source : sources) {
         requirePrimary(*source, primary);
-        readSource(*source, summaries, plan, primary, progress);
-        addNotes(*source, plan.notes);
+        surveys.push_back(survey(*source, progress));
+    }
+    return planImport(sources, surveys, primary);
+}
+
+ImportPlan planImport(const PointSources& sources, const std::vector<FileSurvey>& surveys,
+                      const std::string& primary) {
+    ImportPlan plan;
+    AttributeSummaries summaries;
+    for (std::size_t i = 0; i < sources.size(); ++i) {
+        requirePrimary(*sources[i], primary);
+        addSurvey(*sources[i], surveys[i], summaries, plan, primary);
+        addNotes(*sources[i], plan.notes);
     }
     plan.order = summaries.order();
     for (const std::string& name : plan.order) {
