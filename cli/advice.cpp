@@ -10,6 +10,7 @@ void setAdvice() {
     advice.takeAsTheyAre = "Give --crs-as-is to take coordinates and times as they are.";
     advice.roundValues = "Give --round to store the nearest values.";
     advice.nameColumns = "--columns names them.";
+    advice.mapCoordinates = "Give --map COLUMN=x, and so on, for others.";
     advice.fewerAttributes = "Name fewer of them with --attributes.";
     advice.otherAttributes = "Name the other attributes with --attributes.";
     advice.coordinateStep = "Give --scale, for example --scale 0.001, to round coordinates to it.";

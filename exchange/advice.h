@@ -13,6 +13,7 @@ struct Advice {
     std::string takeAsTheyAre;    // other reference systems and time bases
     std::string roundValues;      // that lie between those that an attribute holds
     std::string nameColumns;      // that nothing tells the meaning of
+    std::string mapCoordinates;   // columns that are coordinates by other names
     std::string fewerAttributes;  // of points that take too much room
     std::string otherAttributes;  // than one whose values a format can't hold
     std::string coordinateStep;   // to round coordinates to, which lie on no grid

@@ -1,5 +1,6 @@
 #include "exchange/import/appendplan.h"
 
+#include "exchange/advice.h"
 #include "exchange/import/commonorigin.h"
 #include "exchange/table/attributesummary.h"
 #include "exchange/table/columntarget.h"
@@ -123,7 +124,8 @@ private:
                                     m_primary +
                                     "\", which the points of the database are found by.",
                                 m_primary == "tarvo.xyz"
-                                    ? "Columns of coordinates are named \"x\", \"y\" and \"z\"."
+                                    ? "Columns of coordinates are named \"x\", \"y\" and \"z\".\n" +
+                                          exchange::advice().mapCoordinates
                                     : "");
         }
         return work;

@@ -1,6 +1,7 @@
 #include "exchange/import/importplan.h"
 
 #include "catalogue/catalogue.h"
+#include "exchange/advice.h"
 #include "exchange/table/attributesummary.h"
 #include "exchange/table/columntarget.h"
 
@@ -54,7 +55,8 @@ void requirePrimary(const PointSource& source, const std::string& primary) {
         throw core::Failure(
             "The file \"" + source.fileName() + "\" does not hold the attribute \"" + primary +
                 "\"" + (elements == 0 ? "." : " with all " + std::to_string(length) + " elements."),
-            primary == "tarvo.xyz" ? "Columns of coordinates are named \"x\", \"y\" and \"z\"."
+            primary == "tarvo.xyz" ? "Columns of coordinates are named \"x\", \"y\" and \"z\".\n" +
+                                         advice().mapCoordinates
                                    : "Name another primary attribute.");
     }
 }

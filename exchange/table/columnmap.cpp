@@ -1,6 +1,7 @@
 #include "exchange/table/columnmap.h"
 
 #include "catalogue/catalogue.h"
+#include "exchange/table/columntarget.h"
 #include "exchange/table/knownnames.h"
 #include "exchange/table/names.h"
 
@@ -150,9 +151,10 @@ void MappedSource::settle() {
         const auto [other, isNew] =
             taken.try_emplace(std::pair(column.attribute, column.element), &column);
         if (!isNew) {
+            const std::string place = elementDescriptor(column.attribute, length, column.element);
             throw core::Failure("The columns " + quotedName(other->second->name) + " and " +
                                     quotedName(column.name) + " of " + quotedName(fileName()) +
-                                    " would both go to " + quotedName(column.descriptor()) + ".",
+                                    " would both go to " + quotedName(place) + ".",
                                 "Leave one of them out, or give it another attribute.");
         }
     }

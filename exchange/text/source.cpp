@@ -251,8 +251,8 @@ std::vector<std::string> TextSource::notes() const {
         if (column.title.starts_with(unnamed)) {
             const std::string& advised = advice().nameColumns;
             notes.push_back("nothing tells what \"" + column.attribute +
-                            "\" and further columns mean" +
-                            (advised.empty() ? "." : ": " + advised));
+                            "\" and further columns mean." +
+                            (advised.empty() ? "" : " " + advised));
             break;
         }
     }

@@ -105,7 +105,7 @@ void DialogImportPoints::showFindings() {
     m_ui->labelSystem->setText(m_findings.system.isEmpty() ? "not told" : m_findings.system);
     m_ui->widgetShape->hide();
     showPlan();
-    constexpr int widest = 260;
+    constexpr int widest = 200;
     for (int column = 0; column + 1 < m_ui->treeColumns->columnCount(); ++column) {
         m_ui->treeColumns->resizeColumnToContents(column);
         m_ui->treeColumns->setColumnWidth(column,

@@ -10,6 +10,7 @@ void setAdvice() {
     advice.takeAsTheyAre = "Check that coordinates and times are taken as they are.";
     advice.roundValues = "Check that values are rounded.";
     advice.nameColumns = "Choose their attributes in the list of columns.";
+    advice.mapCoordinates = "Of others, choose them in the list of columns: type x, y and z there.";
     advice.fewerAttributes =
         "Hide some of the columns: the attributes that are shown are exported.";
     advice.otherAttributes = "Hide its column: the attributes that are shown are exported.";

@@ -15,7 +15,7 @@ namespace tarvo::window {
 
 namespace {
 
-enum ImportField { COLUMN, ATTRIBUTE, RANGE, RESOLUTION, FIRST, REMARK };
+enum ImportField { COLUMN, ATTRIBUTE, RANGE, RESOLUTION, REMARK, FIRST };
 
 constexpr int ownTarget = Qt::UserRole;  // of COLUMN: where the column goes by itself
 
