@@ -37,8 +37,8 @@ protected:
 };
 
 TEST_F(ColumnMaps, ColumnsGoWhereTheUserWantsThem) {
-    const PointSources sources =
-        map(numbers, {"column 4=intensity", "x=tarvo.xyz[1]", "column 2=x", "text.column_5=-"});
+    const PointSources sources = map(
+        numbers, {"column 4=intensity", "column 1=tarvo.xyz[1]", "column 2=x", "text.column_5=-"});
     const Table table = readAll(*sources[0]);
     const Table expected = {{"tarvo.xyz[1]", {1.5, 4}},
                             {"tarvo.xyz[0]", {2, 5.25}},
@@ -72,7 +72,7 @@ TEST_F(ColumnMaps, WhatCanNotBeMeantIsRefused) {
     EXPECT_THROW(choiceFromText("=a"), core::Failure);
     EXPECT_EQ(choiceText(choiceFromText("a=b=c.d")), "a=b=c.d");
     // Fractions are no ids, but only who takes them is told.
-    const PointSources ids = map(numbers, {"x=tarvo.id", "column 5=x"});
+    const PointSources ids = map(numbers, {"column 1=tarvo.id", "column 5=x"});
     EXPECT_TRUE(ids[0]->columns()[0].fault);
     // Columns of one name are told apart by where they go by themselves.
     const std::string twice =
