@@ -59,13 +59,13 @@ TEST_F(Inputs, ColumnsAreMapped) {
     expectSuccess("import " + text + " " + file +
                   " --map \"column 4=tarvo.reflectance\" --map text.column_5=-");
     EXPECT_EQ(expectSuccess("select " + file + " --format csv -a tarvo.reflectance"),
-              "tarvo.reflectance\n40\n90\n");
+              "tarvo.reflectance\n40.00\n90.00\n");
     EXPECT_NE(expectSuccess("transactions " + file + " show 2").find("column 4=tarvo.reflectance"),
               std::string::npos);
     const std::string more = folder.write("more.csv", "x,y,z,Echo\n1,1,1,70\n");
     expectSuccess("import " + more + " " + file + " --append --map Echo=tarvo.reflectance");
     EXPECT_EQ(expectSuccess("select " + file + " --format csv -a tarvo.reflectance"),
-              "tarvo.reflectance\n40\n90\n70\n");
+              "tarvo.reflectance\n40.00\n90.00\n70.00\n");
     expectFailure(1, "import " + more + " " + file + " --append --map echo=own.a",
                   "\"z\", \"Echo\".");
     expectFailure(2, "import " + more + " " + file + " --append --map Echo", "COLUMN=ATTRIBUTE");

@@ -50,7 +50,7 @@ TEST_F(ColumnMaps, ColumnsGoWhereTheUserWantsThem) {
     EXPECT_EQ(own[0]->columns()[3].length, 2u);
     const ImportPlan plan = planImport(own, "tarvo.xyz", {});
     EXPECT_EQ(plan.attributes.at("Own.pair").definition.length, 2u);
-    EXPECT_EQ(plan.attributes.at("Own.pair").definition.title, "column 4");
+    EXPECT_EQ(plan.attributes.at("Own.pair").definition.title, "column_4");
 }
 
 TEST_F(ColumnMaps, WhatCanNotBeMeantIsRefused) {
