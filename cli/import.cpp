@@ -71,6 +71,13 @@ std::string settingsJson(const ImportOptions& options) {
     if (!options.inputs.columns.empty()) {
         json.member("columns", options.inputs.columns);
     }
+    if (!options.inputs.map.empty()) {
+        std::vector<std::string> texts;
+        for (const ColumnChoice& choice : options.inputs.map) {
+            texts.push_back(choiceText(choice));
+        }
+        json.member("map", texts);
+    }
     if (!options.leftOut.empty()) {
         json.member("left_out", options.leftOut);
     }
@@ -236,6 +243,9 @@ void addImportCommand(CLI::App& app, Invocation& invocation) {
         "line that names the columns x, y, z and others, separated by commas, semicolons, tabs or\n"
         "blanks; without one, --columns names them, or their number tells: x y z, then intensity\n"
         "(4 or 7), then r g b (6 or 7). Points keep the ids of a column tarvo.id.\n"
+        "--map names a column as the file does (\"User Data\", \"scalar_foo\", \"column 4\"), or "
+        "by the\n"
+        "attribute that it goes to otherwise (las.user_data).\n"
         "A new database appears when it is complete; a failure leaves none.\n"
         "Coordinates have the unit of the reference system that a file tells, which goes to\n"
         "tarvo.geo_tag. Files in different ones are refused without --crs-as-is, which keeps the\n"
@@ -256,6 +266,7 @@ void addImportCommand(CLI::App& app, Invocation& invocation) {
         "  qrbtool import strip3.las both.qrbx --append\n"
         "  qrbtool import scans.e57 tiles points.qrbx\n"
         "  qrbtool import tiles part.qrbx --polygon district.geojson --thin 0.05\n"
+        "  qrbtool import flight.las flight.qrbx --map \"User Data=own.strip\" --map Withheld=-\n"
         "  qrbtool import --columns x,y,z,-,intensity points.dat points.qrbx --overwrite\n"
         "  zcat points.csv.gz | qrbtool import - points.qrbx");
     command->callback([options, isOpen, &invocation] {

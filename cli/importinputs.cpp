@@ -82,6 +82,14 @@ std::vector<std::string> filesOf(const InputOptions& inputs) {
     return fileNames;
 }
 
+exchange::ColumnChoice choiceOf(const std::string& text) {
+    try {
+        return exchange::choiceFromText(text);
+    } catch (const Failure& failure) {
+        throw UsageError(failure.what(), failure.details());
+    }
+}
+
 }  // namespace
 
 void InputOptions::add(CLI::App& command) {
@@ -95,6 +103,18 @@ void InputOptions::add(CLI::App& command) {
                     "\"-\" passes one over")
         ->type_name("NAMES")
         ->delimiter(',')
+        ->allow_extra_args(false);
+    command
+        .add_option_function<std::vector<std::string>>(
+            "--map",
+            [this](const std::vector<std::string>& texts) {
+                for (const std::string& text : texts) {
+                    map.push_back(choiceOf(text));
+                }
+            },
+            "Attribute, or element of one, that a column of the files goes to; \"-\" leaves the\n"
+            "column out; may stand several times")
+        ->type_name("COLUMN=ATTRIBUTE")
         ->allow_extra_args(false);
 }
 
@@ -116,7 +136,7 @@ void checkInputs(const InputOptions& inputs) {
 }
 
 exchange::PointSources openSources(const InputOptions& inputs) {
-    exchange::PointSources sources;
+    std::vector<std::shared_ptr<exchange::PointSource>> sources;
     const exchange::ImportProgress progress = importProgress();
     exchange::SourceOpener opener(inputs.format, inputs.columns);
     for (const std::string& fileName : filesOf(inputs)) {
@@ -124,7 +144,7 @@ exchange::PointSources openSources(const InputOptions& inputs) {
         sources.push_back(opener.open(
             fileName, [&](double fraction) { progress("Opening " + fileName, fraction); }));
     }
-    return sources;
+    return exchange::mapped(sources, inputs.map);
 }
 
 exchange::ImportProgress importProgress() {

@@ -3,6 +3,7 @@
 
 #include "cli/errors.h"
 #include "exchange/import/importrun.h"
+#include "exchange/table/columnmap.h"
 
 #include <string>
 #include <vector>
@@ -18,8 +19,9 @@ struct InputOptions {
     std::vector<std::string> names;    // files, folders, "-" for standard input
     std::string format;                // one of exchange::formatNames(), or empty
     std::vector<std::string> columns;  // names, for texts without a header line
+    exchange::ColumnMap map;
 
-    // Adds --format and --columns to a command.
+    // Adds --format, --columns and --map to a command.
     void add(CLI::App& command);
 };
 

@@ -1,5 +1,6 @@
 // qrbtool: makes, fills, describes and reads database files from the command line.
 
+#include "cli/advice.h"
 #include "cli/commands.h"
 #include "cli/database.h"
 #include "cli/errors.h"
@@ -155,6 +156,7 @@ int run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     tarvo::cli::takeStandardFiles();
+    tarvo::cli::setAdvice();
     const int code = tarvo::cli::run(argc, argv);
     if (const int number = tarvo::cli::interruptSignal(); number != 0 && code != 0) {
         // End as the signal would have ended it, so that the caller sees that.

@@ -95,14 +95,7 @@ std::shared_ptr<core::Shaper> shaperOf(const core::Shape& shape) {
 }
 
 exchange::PointSources shaped(exchange::PointSources sources, const core::Shape& shape) {
-    if (const auto shaper = shaperOf(shape)) {
-        for (auto& source : sources) {
-            const bool isFirst = &source == &sources.front();
-            source = std::make_unique<exchange::ShapedSource>(std::move(source), shaper, isFirst,
-                                                              checkInterrupted);
-        }
-    }
-    return sources;
+    return exchange::shaped(std::move(sources), shape, checkInterrupted);
 }
 
 ShapedPoints shapedPoints(const Database& database, core::PointSelection selection,

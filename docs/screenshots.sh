@@ -116,3 +116,14 @@ dialog 'Database Creation Settings'
 xdotool type --delay 5 "$work/scan.sdcx"
 grab_dialog create 620 640
 xdotool key Escape
+sleep 0.5
+# Under a name for the picture to show.
+cp "$cloud" "$work/flight.las"
+xdotool windowfocus "$window" key ctrl+i
+dialog 'Import Points'
+xdotool type --delay 5 "$work/flight.las"
+xdotool key Return
+sleep 3
+dialog 'Import Points'
+grab_dialog import-points 900 640
+xdotool key Escape

@@ -38,7 +38,7 @@ std::string sourceFormat(const std::string& fileName, std::string format,
     }
     if (!columnNames.empty() && format != "text") {
         throw core::Failure("\"" + fileName + "\" tells by itself what its columns mean.",
-                            "--columns is for texts without a header line.");
+                            "Names of columns are given to texts without a header line.");
     }
     return format;
 }

@@ -21,6 +21,7 @@ constexpr std::size_t valuesAtOnce = 8u << 20;
 
 Column columnOf(const std::string& title) {
     Column column;
+    column.name = validUtf8(title);
     column.attribute = title;
     if (title.size() == 1 && std::string_view("xyzXYZ").find(title[0]) != std::string_view::npos) {
         column.attribute = "tarvo.xyz";

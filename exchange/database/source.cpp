@@ -34,6 +34,7 @@ void DatabaseSource::addColumns(const qrb::pointcloud::PointAttribute& definitio
         column.attribute = definition.name;
         column.element = element++;
         column.length = definition.length;
+        column.name = format.name;
         column.type = format.format.narrowType();
         column.title = definition.title;
         column.description = definition.description;

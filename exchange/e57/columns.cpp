@@ -129,6 +129,7 @@ void ColumnPlan::addCoordinates(const Document& document) {
     }
     for (const char* name : {"x", "y", "z"}) {
         m_columns.push_back(columnNamed(name, "e57."));
+        m_columns.back().name = name;
         m_columns.back().type = allSingle ? DataType::SINGLE : DataType::DOUBLE;
     }
     for (std::size_t i = 0; first != nullptr && allAlike && i < 3; ++i) {
@@ -137,6 +138,7 @@ void ColumnPlan::addCoordinates(const Document& document) {
     }
     Column number;
     number.attribute = "e57.scan";
+    number.name = "Scan";
     number.title = "Scan";
     number.description = "Number of the scan within its file, from 1";
     number.type = DataType::INT64;
@@ -158,6 +160,7 @@ void ColumnPlan::addFields(const Document& document) {
                 column.attribute = "e57." + safeName(field.name);
                 column.title = validUtf8(field.name);
             }
+            column.name = validUtf8(field.name);
             m_columns.push_back(std::move(column));
             if (m_columns.size() > maximumColumns) {
                 throw core::Failure("The scans have more than " + std::to_string(maximumColumns) +

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "core/error.h"
+#include "exchange/advice.h"
 
 #include <optional>
 #include <string>
@@ -33,7 +34,7 @@ private:
 struct AgreementWords {
     const char* thing;    // "time base"
     const char* values;   // "Times"
-    const char* between;  // what to do about it first, a sentence's begin
+    std::string between;  // what to do about it first, a sentence
 };
 
 // Told: has describe, describeBoth and isSame.
@@ -63,9 +64,7 @@ public:
             if (!m_asTheyAre) {
                 throw core::Failure("The " + thing() + "s of " + m_holder + " and " + name +
                                         " differ: " + describeBoth(*m_common, *own) + ".",
-                                    std::string(m_words.between) +
-                                        ", or give --crs-as-is to take coordinates and "
-                                        "times as they are.");
+                                    m_words.between + "\n" + advice().takeAsTheyAre);
             }
             m_foreign.add(name + " (" + describe(*own) + ")");
         }

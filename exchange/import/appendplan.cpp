@@ -1,5 +1,6 @@
 #include "exchange/import/appendplan.h"
 
+#include "exchange/advice.h"
 #include "exchange/import/commonorigin.h"
 #include "exchange/table/attributesummary.h"
 #include "exchange/table/columntarget.h"
@@ -37,13 +38,16 @@ public:
         m_hasPoints = any.next(1) > 0;
     }
 
-    AppendPlan plan(const PointSources& sources) {
+    AppendPlan plan(const PointSources& sources, const std::vector<FileSurvey>& surveys) {
         AppendPlan plan;
-        for (const auto& source : sources) {
-            std::vector<ColumnWork> work = begin(*source, plan);
-            look(*source, plan, work);
-            addNotes(*source, plan.notes);
-            finish(*source, plan, work);
+        for (std::size_t i = 0; i < sources.size(); ++i) {
+            PointSource& source = *sources[i];
+            std::vector<ColumnWork> work = begin(source, plan);
+            if (surveys.empty() || !takeFrom(surveys[i], source, work)) {
+                look(source, plan, work);
+            }
+            addNotes(source, plan.notes);
+            finish(source, plan, work);
         }
         for (const std::string& name : m_options.leftOut) {
             if (!m_leftOut.contains(name)) {
@@ -120,7 +124,8 @@ private:
                                     m_primary +
                                     "\", which the points of the database are found by.",
                                 m_primary == "tarvo.xyz"
-                                    ? "Columns of coordinates are named \"x\", \"y\" and \"z\"."
+                                    ? "Columns of coordinates are named \"x\", \"y\" and \"z\".\n" +
+                                          exchange::advice().mapCoordinates
                                     : "");
         }
         return work;
@@ -143,7 +148,25 @@ private:
         return grid && !grid->exact;
     }
 
-    void look(PointSource& source, AppendPlan& plan, std::vector<ColumnWork>& work) {
+    // Whether the survey tells all that a look at the values would.
+    bool takeFrom(const FileSurvey& survey, const PointSource& source,
+                  std::vector<ColumnWork>& work) {
+        const std::vector<Column>& columns = source.columns();
+        for (std::size_t i = 0; i < work.size(); ++i) {
+            if (work[i].check && !isSureToHold(definition(work[i].attribute), columns[i],
+                                               survey.columns[i].summary)) {
+                return false;
+            }
+        }
+        for (std::size_t i = 0; i < work.size(); ++i) {
+            if (work[i].summary) {
+                work[i].summary = survey.columns[i].summary;
+            }
+        }
+        return true;
+    }
+
+    void look(PointSource& source, const AppendPlan& plan, std::vector<ColumnWork>& work) {
         const std::vector<Column>& columns = source.columns();
         const std::vector<ColumnTarget>& targets = plan.targets.back();
         const std::string step = "Looking at " + source.fileName();
@@ -157,7 +180,6 @@ private:
                     work[i].summary->add(source.values(i), count);
                 }
             }
-            plan.pointCount += count;
             if (m_progress) {
                 m_progress(step, source.progress());
             }
@@ -251,8 +273,8 @@ private:
 AppendPlan planAppend(const qrb::Pointcloud& database, const std::string& fileName,
                       const PointSources& sources, const AppendOptions& options,
                       const std::optional<core::ReferenceSystem>& system,
-                      const ImportProgress& progress) {
-    AppendPlan plan = Planner(database, fileName, options, progress).plan(sources);
+                      const std::vector<FileSurvey>& surveys, const ImportProgress& progress) {
+    AppendPlan plan = Planner(database, fileName, options, progress).plan(sources, surveys);
     for (PointAttribute& definition : plan.added) {
         nameUnits(definition, system);
     }

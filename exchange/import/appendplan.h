@@ -2,6 +2,7 @@
 // have to be added, and whether every value has its place.
 #pragma once
 
+#include "exchange/import/filesurvey.h"
 #include "exchange/import/importsteps.h"
 #include "exchange/table/fit.h"
 
@@ -24,17 +25,18 @@ struct AppendOptions {
 struct AppendPlan {
     std::vector<PointAttribute> added;
     std::vector<std::vector<ColumnTarget>> targets;  // per file, per column
-    std::uint64_t pointCount = 0;
-    std::uint64_t rounded = 0;       // values
-    std::vector<std::string> notes;  // lines for the user
+    std::uint64_t rounded = 0;                       // values
+    std::vector<std::string> notes;                  // lines for the user
 };
 
-// Reads all points of all files once. fileName: of the database, for messages. system: that of the
-// coordinates, where it is known. progress may be empty. Throws Failure, telling what to do, if
-// points lack the primary attribute or the database can't hold values; NoAttributeToLeaveOut.
+// Reads all points of all files once; of a file whose survey tells that every value has its place,
+// none. surveys: empty, or one per source, of its columns, and of its points or more. fileName: of
+// the database, for messages. system: that of the coordinates, where it is known. progress may be
+// empty. Throws Failure, telling what to do, if points lack the primary attribute or the database
+// can't hold values; NoAttributeToLeaveOut.
 AppendPlan planAppend(const qrb::Pointcloud& database, const std::string& fileName,
                       const PointSources& sources, const AppendOptions& options,
                       const std::optional<core::ReferenceSystem>& system,
-                      const ImportProgress& progress);
+                      const std::vector<FileSurvey>& surveys, const ImportProgress& progress);
 
 }  // namespace tarvo::exchange

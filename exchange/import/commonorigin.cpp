@@ -29,10 +29,15 @@ std::string shortName(const PointSource& source) {
     return quoted(std::filesystem::path(source.fileName()).filename().string());
 }
 
-constexpr AgreementWords systemWords = {"coordinate reference system", "Coordinates",
-                                        "Transform the points into one system first"};
-constexpr AgreementWords timeWords = {"time base", "Times",
-                                      "Give --leave-out tarvo.timestamp to do without times"};
+constexpr const char* transform = "Transform the points into one system first.";
+
+AgreementWords systemWords() {
+    return {"coordinate reference system", "Coordinates", transform};
+}
+
+AgreementWords timeWords() {
+    return {"time base", "Times", advice().leaveOut(timeAttribute)};
+}
 
 // Keeps the lines that all files have.
 void agree(std::string& common, const std::string& one, bool isFirst) {
@@ -63,17 +68,17 @@ bool hasTimes(const PointSource& source, const std::set<std::string>& leftOut) {
 
 Agreement<TimeBase> timesOf(const qrb::Pointcloud* database, bool asTheyAre) {
     if (database == nullptr) {
-        return {timeWords, std::nullopt, false, asTheyAre};
+        return {timeWords(), std::nullopt, false, asTheyAre};
     }
     const bool hasSome = database->pointAttributes().exists(timeAttribute) && hasPoints(*database);
-    return {timeWords, core::timeBase(database->metaData()), hasSome, asTheyAre};
+    return {timeWords(), core::timeBase(database->metaData()), hasSome, asTheyAre};
 }
 
 Agreement<ReferenceSystem> systemsOf(const qrb::Pointcloud* database, bool asTheyAre) {
     if (database == nullptr) {
-        return {systemWords, std::nullopt, false, asTheyAre};
+        return {systemWords(), std::nullopt, false, asTheyAre};
     }
-    return {systemWords, core::referenceSystem(database->metaData()), hasPoints(*database),
+    return {systemWords(), core::referenceSystem(database->metaData()), hasPoints(*database),
             asTheyAre};
 }
 
@@ -93,9 +98,7 @@ void requireUnitOf(const qrb::Pointcloud& database, CommonOrigin& common, bool a
     const std::string words = "The coordinates of the database are in " + own + ", those of \"" +
                               describe(*system) + "\" are " + core::describeUnits(*system);
     if (!asTheyAre) {
-        throw core::Failure(words + ".", std::string(systemWords.between) +
-                                             ", or give --crs-as-is to take coordinates and times "
-                                             "as they are.");
+        throw core::Failure(words + ".", std::string(transform) + "\n" + advice().takeAsTheyAre);
     }
     common.foreign.push_back(words + ": they were taken as they are.");
     common.origin.system.reset();

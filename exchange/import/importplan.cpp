@@ -1,6 +1,7 @@
 #include "exchange/import/importplan.h"
 
 #include "catalogue/catalogue.h"
+#include "exchange/advice.h"
 #include "exchange/table/attributesummary.h"
 #include "exchange/table/columntarget.h"
 
@@ -29,18 +30,15 @@ void widen(std::vector<std::pair<double, double>>& extent, const std::string& pr
     }
 }
 
-void readSource(PointSource& source, AttributeSummaries& summaries, ImportPlan& plan,
-                const std::string& primary, const ImportProgress& progress) {
-    const std::vector<Column>& columns = source.columns();
+void addSurvey(const PointSource& source, const FileSurvey& survey, AttributeSummaries& summaries,
+               ImportPlan& plan, const std::string& primary) {
     std::vector<std::optional<ColumnSummary>> found;
-    for (const Column& column : columns) {
-        found.emplace_back(column.type);
+    for (const FileSurvey::FoundColumn& column : survey.columns) {
+        found.emplace_back(column.summary);
     }
-    plan.pointCount += lookAtColumns(
-        source, [&](std::size_t i, std::uint32_t count) { found[i]->add(source.values(i), count); },
-        progress);
+    plan.pointCount += survey.pointCount;
     summaries.add(source, found);
-    widen(plan.extent, primary, columns, found);
+    widen(plan.extent, primary, source.columns(), found);
 }
 
 void requirePrimary(const PointSource& source, const std::string& primary) {
@@ -57,7 +55,8 @@ void requirePrimary(const PointSource& source, const std::string& primary) {
         throw core::Failure(
             "The file \"" + source.fileName() + "\" does not hold the attribute \"" + primary +
                 "\"" + (elements == 0 ? "." : " with all " + std::to_string(length) + " elements."),
-            primary == "tarvo.xyz" ? "Columns of coordinates are named \"x\", \"y\" and \"z\"."
+            primary == "tarvo.xyz" ? "Columns of coordinates are named \"x\", \"y\" and \"z\".\n" +
+                                         advice().mapCoordinates
                                    : "Name another primary attribute.");
     }
 }
@@ -116,12 +115,22 @@ void requireAttributes(const PointSources& sources, const std::string& primary,
 
 ImportPlan planImport(const PointSources& sources, const std::string& primary,
                       const ImportProgress& progress) {
+    requireAttributes(sources, primary, {});
+    std::vector<FileSurvey> surveys;
+    for (const auto& source : sources) {
+        surveys.push_back(survey(*source, progress));
+    }
+    return planImport(sources, surveys, primary);
+}
+
+ImportPlan planImport(const PointSources& sources, const std::vector<FileSurvey>& surveys,
+                      const std::string& primary) {
     ImportPlan plan;
     AttributeSummaries summaries;
     requireAttributes(sources, primary, {});
-    for (const auto& source : sources) {
-        readSource(*source, summaries, plan, primary, progress);
-        addNotes(*source, plan.notes);
+    for (std::size_t i = 0; i < sources.size(); ++i) {
+        addSurvey(*sources[i], surveys[i], summaries, plan, primary);
+        addNotes(*sources[i], plan.notes);
     }
     plan.order = summaries.order();
     for (const std::string& name : plan.order) {

@@ -1,6 +1,7 @@
 // Which attributes a new database gets from its input files, and with which definitions.
 #pragma once
 
+#include "exchange/import/filesurvey.h"
 #include "exchange/import/importsteps.h"
 #include "exchange/table/fit.h"
 #include "exchange/table/pointsource.h"
@@ -40,6 +41,9 @@ struct ImportPlan {
 void requireAttributes(const PointSources& sources, const std::string& primary,
                        const std::set<std::string>& leftOut);
 
+// By what was found in the files; surveys: one per source, of its columns. Throws as the one below.
+ImportPlan planImport(const PointSources& sources, const std::vector<FileSurvey>& surveys,
+                      const std::string& primary);
 // Reads all points of all sources once. progress may be empty. Throws Failure if no source has the
 // primary attribute, or one lacks some of its elements.
 ImportPlan planImport(const PointSources& sources, const std::string& primary,

@@ -31,10 +31,10 @@ void tell(const ImportListener& listener, const CommonOrigin& common,
 
 }  // namespace
 
-void importIntoNew(core::NewDatabase& database, const std::string& fileName,
-                   const PointSources& sources, ImportPlan plan, CommonOrigin common,
-                   const NewImportOptions& options, const ImportRecord& record,
-                   const ImportListener& listener) {
+std::uint64_t importIntoNew(core::NewDatabase& database, const std::string& fileName,
+                            const PointSources& sources, ImportPlan plan, CommonOrigin common,
+                            const NewImportOptions& options, const ImportRecord& record,
+                            const ImportListener& listener) {
     settle(plan, sources, common, options);
     qrb::pointcloud::CreateSettings settings(database.context());
     settings.primaryAttribute = plan.attributes.at(options.primary).definition;
@@ -50,36 +50,40 @@ void importIntoNew(core::NewDatabase& database, const std::string& fileName,
     addMetaData(cloud.metaData(), sources);
     setOrigin(cloud, common);
     tell(listener, common, plan.notes);
+    std::uint64_t points = 0;
     for (const auto& source : sources) {
-        insertPoints(cloud, *source, plan.targets(*source), listener.progress);
+        points += insertPoints(cloud, *source, plan.targets(*source), listener.progress);
     }
     transaction.commit(record.signature, [&](int percent) {
         if (listener.progress) {
             listener.progress("Writing " + fileName, percent / 100.0);
         }
     });
+    return points;
 }
 
 Appended appendPoints(const qrb::Pointcloud& cloud, const std::string& fileName,
                       const PointSources& sources, const AppendOptions& options,
-                      const ImportListener& listener) {
+                      const ImportListener& listener, const std::vector<FileSurvey>& surveys) {
     std::set<std::string> leftOut = options.leftOut;
     if (options.onlyKnown && !cloud.pointAttributes().exists("tarvo.timestamp")) {
         leftOut.insert("tarvo.timestamp");
     }
     CommonOrigin common = commonOrigin(sources, &cloud, leftOut, options.crsAsIs);
-    const AppendPlan plan =
-        planAppend(cloud, fileName, sources, options, common.origin.system, listener.progress);
+    const AppendPlan plan = planAppend(cloud, fileName, sources, options, common.origin.system,
+                                       surveys, listener.progress);
     addOrigin(cloud, common);
     tell(listener, common, plan.notes);
     for (const PointAttribute& definition : plan.added) {
         cloud.pointAttributes().add(definition);
     }
     addMetaData(cloud.metaData(), sources);
+    Appended added;
+    added.rounded = plan.rounded;
     for (std::size_t i = 0; i < sources.size(); ++i) {
-        insertPoints(cloud, *sources[i], plan.targets[i], listener.progress);
+        added.points += insertPoints(cloud, *sources[i], plan.targets[i], listener.progress);
     }
-    return {plan.pointCount, plan.rounded};
+    return added;
 }
 
 }  // namespace tarvo::exchange

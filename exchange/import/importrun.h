@@ -36,13 +36,14 @@ struct NewImportOptions {
     bool newIds = false;            // ids of the files are left out
 };
 
-// Creates the database and fills it in one transaction; publishing is up to the caller. fileName:
-// of the database, for messages. plan and common: of these sources. Throws Failure, also where the
+// Creates the database and fills it in one transaction; publishing is up to the caller. Returns the
+// number of points. fileName: of the database, for messages. plan and common: of these sources; the
+// plan may be that of more points. Throws Failure, also where the
 // primary attribute is left out; NoAttributeToLeaveOut; qrb::Error.
-void importIntoNew(core::NewDatabase& database, const std::string& fileName,
-                   const PointSources& sources, ImportPlan plan, CommonOrigin common,
-                   const NewImportOptions& options, const ImportRecord& record,
-                   const ImportListener& listener);
+std::uint64_t importIntoNew(core::NewDatabase& database, const std::string& fileName,
+                            const PointSources& sources, ImportPlan plan, CommonOrigin common,
+                            const NewImportOptions& options, const ImportRecord& record,
+                            const ImportListener& listener);
 
 struct Appended {
     std::uint64_t points = 0;
@@ -52,8 +53,9 @@ struct Appended {
 // Adds all points to a database that exists, within a transaction that the caller has begun, so
 // that nobody redefines the attributes that were looked at; it must be rolled back where this
 // throws Failure, NoAttributeToLeaveOut or qrb::Error. fileName: of the database, for messages.
+// surveys: as for planAppend.
 Appended appendPoints(const qrb::Pointcloud& cloud, const std::string& fileName,
                       const PointSources& sources, const AppendOptions& options,
-                      const ImportListener& listener);
+                      const ImportListener& listener, const std::vector<FileSurvey>& surveys = {});
 
 }  // namespace tarvo::exchange

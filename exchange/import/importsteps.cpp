@@ -1,5 +1,6 @@
 #include "exchange/import/importsteps.h"
 
+#include "exchange/advice.h"
 #include "exchange/table/filledcolumn.h"
 #include "exchange/table/threads.h"
 #include "qrb/error.h"
@@ -11,9 +12,10 @@ namespace tarvo::exchange {
 
 namespace {
 
-void insertBatches(qrb::pointcloud::QueryInsert& query, PointSource& source,
-                   std::vector<std::unique_ptr<FilledColumn>>& filled,
-                   const ImportProgress& progress) {
+std::uint64_t insertBatches(qrb::pointcloud::QueryInsert& query, PointSource& source,
+                            std::vector<std::unique_ptr<FilledColumn>>& filled,
+                            const ImportProgress& progress) {
+    std::uint64_t points = 0;
     const std::string step = "Importing " + source.fileName();
     source.rewind();
     while (const std::uint32_t count = source.next()) {
@@ -25,17 +27,18 @@ void insertBatches(qrb::pointcloud::QueryInsert& query, PointSource& source,
         if (query.next(count) != count) {
             throw core::Failure("The database took fewer points than it was given.");
         }
+        points += count;
         if (progress) {
             progress(step, source.progress());
         }
     }
+    return points;
 }
 
 }  // namespace
 
 std::string adviceToGoWithout(const std::string& attribute) {
-    return attribute == "tarvo.id" ? "Give --new-ids to number the points anew."
-                                   : "Give --leave-out " + attribute + " to do without it.";
+    return attribute == "tarvo.id" ? advice().numberAnew : advice().leaveOut(attribute);
 }
 
 void addNotes(const PointSource& source, std::vector<std::string>& notes) {
@@ -85,8 +88,9 @@ void addMetaData(qrb::pointcloud::MetaData& metaData, const PointSources& source
     }
 }
 
-void insertPoints(const qrb::Pointcloud& cloud, PointSource& source,
-                  const std::vector<ColumnTarget>& targets, const ImportProgress& progress) {
+std::uint64_t insertPoints(const qrb::Pointcloud& cloud, PointSource& source,
+                           const std::vector<ColumnTarget>& targets,
+                           const ImportProgress& progress) {
     auto query = cloud.insert();
     const std::vector<Column>& columns = source.columns();
     std::vector<std::unique_ptr<FilledColumn>> filled(columns.size());
@@ -105,16 +109,18 @@ void insertPoints(const qrb::Pointcloud& cloud, PointSource& source,
         }
         query.bind(target.descriptor, type, values, static_cast<std::int32_t>(dataTypeSize(type)));
     }
+    std::uint64_t points = 0;
     try {
-        insertBatches(query, source, filled, progress);
+        points = insertBatches(query, source, filled, progress);
     } catch (const qrb::Error& error) {
         if (error.code() != QRB_ERROR_EXISTS) {
             throw;
         }
         throw core::Failure(error.what(), std::string(error.details() ? error.details() : "") +
-                                              "\nGive --new-ids to number the points anew.");
+                                              "\n" + advice().numberAnew);
     }
     query.close();
+    return points;
 }
 
 }  // namespace tarvo::exchange

@@ -25,7 +25,7 @@ public:
         : Failure("No file has the attribute \"" + name + "\" to leave out.") {}
 };
 
-// The option that does without an attribute of the files.
+// How to do without an attribute of the files.
 std::string adviceToGoWithout(const std::string& attribute);
 
 // Adds what a file that was read tells the user, with its name.
@@ -51,9 +51,10 @@ void addItem(qrb::pointcloud::MetaData& metaData, const std::string& name,
 // Adds the items of the files in the same way.
 void addMetaData(qrb::pointcloud::MetaData& metaData, const PointSources& sources);
 
-// Adds all points of a file; targets: one per column. progress may be empty. Throws Failure and
-// qrb::Error.
-void insertPoints(const qrb::Pointcloud& cloud, PointSource& source,
-                  const std::vector<ColumnTarget>& targets, const ImportProgress& progress);
+// Adds all points of a file and returns their number; targets: one per column. progress may be
+// empty. Throws Failure and qrb::Error.
+std::uint64_t insertPoints(const qrb::Pointcloud& cloud, PointSource& source,
+                           const std::vector<ColumnTarget>& targets,
+                           const ImportProgress& progress);
 
 }  // namespace tarvo::exchange

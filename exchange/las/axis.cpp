@@ -1,5 +1,6 @@
 #include "exchange/las/axis.h"
 
+#include "exchange/advice.h"
 #include "numbers/numbertext.h"
 
 #include <algorithm>
@@ -115,12 +116,12 @@ Axis axisFor(const Column& column, const Survey& survey, std::size_t index,
     if (candidates.empty()) {
         throw core::Failure("The values of " + column.descriptor() +
                                 " lie on no grid, but LAS holds whole numbers of a step.",
-                            "Give --scale, for example --scale 0.001, to round coordinates to it.");
+                            advice().coordinateStep);
     }
     throw core::Failure("The values of " + column.descriptor() + ", " + span +
                             ", span more steps of " + numbers::numberText(candidates.front().step) +
                             " than a LAS file can number.",
-                        "Give a larger --scale to round coordinates to it, or a filter.");
+                        advice().greaterStep);
 }
 
 }  // namespace tarvo::exchange::las

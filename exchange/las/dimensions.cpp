@@ -4,7 +4,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <set>
+#include <string_view>
 
 namespace tarvo::exchange::las {
 
@@ -160,6 +162,28 @@ void addExtra(Builder& builder, const std::vector<ExtraDimension>& extra) {
     }
 }
 
+// The fields of the format that have no title of their own.
+void nameColumns(std::vector<Dimension>& dimensions) {
+    static const std::map<std::string_view, std::vector<const char*>> names = {
+        {"tarvo.xyz", {"X", "Y", "Z"}},
+        {"tarvo.intensity", {"Intensity"}},
+        {"tarvo.target_index", {"Return Number"}},
+        {"tarvo.target_count", {"Number of Returns"}},
+        {"tarvo.scan_direction", {"Scan Direction Flag"}},
+        {"tarvo.class", {"Classification"}},
+        {"tarvo.scan_angle", {"Scan Angle"}},
+        {"tarvo.timestamp", {"GPS Time"}},
+        {"tarvo.rgba", {"Red", "Green", "Blue"}},
+        {"tarvo.nir", {"NIR"}}};
+    for (Dimension& dimension : dimensions) {
+        Column& column = dimension.column;
+        column.name = column.title.empty() ? names.at(column.attribute)[column.element]
+                      : column.length == 1
+                          ? column.title
+                          : column.title + "[" + std::to_string(column.element) + "]";
+    }
+}
+
 template <typename Raw, typename Value, typename Convert>
 void takeEach(const std::uint8_t* from, std::size_t recordLength, std::size_t count, void* values,
               Convert convert) {
@@ -220,7 +244,9 @@ std::vector<Dimension> dimensions(const Header& header, const std::vector<ExtraD
         addWavePacket(builder, pointSize(format) - 29u);
     }
     addExtra(builder, extra);
-    return builder.take();
+    std::vector<Dimension> dimensions = builder.take();
+    nameColumns(dimensions);
+    return dimensions;
 }
 
 void decode(const Field& field, const std::uint8_t* records, std::size_t recordLength,

@@ -1,5 +1,6 @@
 #include "exchange/las/recordplan.h"
 
+#include "exchange/advice.h"
 #include "exchange/las/axis.h"
 #include "exchange/las/extrafield.h"
 #include "exchange/las/ownrecord.h"
@@ -158,7 +159,7 @@ void addExtraBytes(const std::vector<Column>& columns, const Survey& survey,
         length += static_cast<std::uint32_t>(dataTypeSize(field.raw));
         if (length > longestRecord) {
             throw core::Failure("The attributes take more bytes than a point of a LAS file may.",
-                                "Name fewer of them with --attributes.");
+                                advice().fewerAttributes);
         }
         describeExtraField(column, field, plan.extraBytes);
         plan.fields.push_back({index, field});

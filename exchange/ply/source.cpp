@@ -53,6 +53,7 @@ Column columnOf(const Property& property, Encoding encoding) {
         column.attribute = prefix + safeName(property.name);
         column.title = validUtf8(property.name);
     }
+    column.name = validUtf8(property.name);
     column.type = property.type;
     if (column.attribute == "tarvo.rgba" && property.type == DataType::INT8) {
         // A colour has no negative values: some programs write "char" for a byte.

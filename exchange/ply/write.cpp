@@ -1,5 +1,6 @@
 #include "exchange/ply/write.h"
 
+#include "exchange/advice.h"
 #include "exchange/table/delimited.h"
 #include "exchange/table/visit.h"
 #include "numbers/wide.h"
@@ -104,8 +105,7 @@ public:
                     throw core::Failure("Values of " + column.descriptor() +
                                             " are whole numbers beyond 2^53, for which PLY has no "
                                             "type.",
-                                        "Name the other attributes with --attributes, or export "
-                                        "to csv or las.");
+                                        advice().otherAttributes + "\nOr export to csv or las.");
                 }
             });
         }

@@ -19,6 +19,7 @@ constexpr std::int32_t noColour = -1;
 Column ownColumn(const char* name, const char* title, const char* description) {
     Column column;
     column.attribute = name;
+    column.name = title;
     column.title = title;
     column.description = description;
     column.type = DataType::UINT32;
@@ -53,6 +54,7 @@ void PtxSource::readScans() {
 void PtxSource::makeColumns() {
     for (const char* name : {"x", "y", "z", "intensity"}) {
         m_columns.push_back(columnNamed(name, "ptx."));
+        m_columns.back().name = name;
     }
     m_columns.push_back(
         ownColumn("ptx.scan", "Scan", "Number of the scan within its file, from 1"));
@@ -66,6 +68,7 @@ void PtxSource::makeColumns() {
         m_scans, [](const Scan& scan) { return scan.hasColour() || scan.pointCount() == 0; });
     for (const char* name : {"red", "green", "blue"}) {
         Column column = columnNamed(name, "ptx.");
+        column.name = name;
         column.type = allHave ? DataType::UINT16 : DataType::INT32;
         column.hasInvalid = !allHave;
         column.invalidValue = allHave ? 0 : noColour;

@@ -6,7 +6,8 @@ std::string attributeMeantBy(const Column& column,
                              const qrb::pointcloud::PointAttributes& attributes) {
     // A name that is not one of the usual form is renamed when it is read.
     const std::string own = column.title.substr(0, column.title.find('['));
-    return !own.empty() && !attributes.exists(column.attribute) && attributes.exists(own)
+    return !column.isMapped && !own.empty() && !attributes.exists(column.attribute) &&
+                   attributes.exists(own)
                ? own
                : column.attribute;
 }

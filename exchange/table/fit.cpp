@@ -33,25 +33,6 @@ double roomBelow(double lowest) {
     return lowest >= 0 ? 0 : -roomAbove(-lowest);
 }
 
-// Whether every number of this many decimals within the range of the definition is one of its
-// values.
-bool holdsDecimals(const PointAttribute& definition, int decimals) {
-    if (definition.resolution == 0) {
-        return true;
-    }
-    if (decimals < 0) {
-        return false;
-    }
-    // Steps per unit; a whole multiple of the power of ten means that decimals lie on steps.
-    const double perUnit = 1 / definition.resolution;
-    const double perDecimal = perUnit / static_cast<double>(powerOfTen(decimals));
-    const double first = definition.minimumValue * perUnit;
-    const auto isWhole = [](double value) {
-        return std::abs(value - std::nearbyint(value)) <= 1e-9 * std::max(1.0, std::abs(value));
-    };
-    return perDecimal >= 0.5 && isWhole(perUnit) && isWhole(perDecimal) && isWhole(first);
-}
-
 PointAttribute ownDefinition(const Column& column) {
     PointAttribute definition;
     definition.name = column.attribute;
@@ -181,6 +162,23 @@ bool inRange(const PointAttribute& definition, double value) {
 }
 
 }  // namespace
+
+bool holdsDecimals(const PointAttribute& definition, int decimals) {
+    if (definition.resolution == 0) {
+        return true;
+    }
+    if (decimals < 0) {
+        return false;
+    }
+    // Steps per unit; a whole multiple of the power of ten means that decimals lie on steps.
+    const double perUnit = 1 / definition.resolution;
+    const double perDecimal = perUnit / static_cast<double>(powerOfTen(decimals));
+    const double first = definition.minimumValue * perUnit;
+    const auto isWhole = [](double value) {
+        return std::abs(value - std::nearbyint(value)) <= 1e-9 * std::max(1.0, std::abs(value));
+    };
+    return perDecimal >= 0.5 && isWhole(perUnit) && isWhole(perDecimal) && isWhole(first);
+}
 
 PointAttribute fitAttribute(const Column& column, const ColumnSummary& summary, DefaultFor use) {
     const auto* const entry = catalogue::findAttribute(column.attribute);

@@ -35,6 +35,10 @@ struct FittedAttribute {
 FittedAttribute fitCoordinates(const Column& column, const ColumnSummary& summary,
                                std::span<const Affine> axes, DefaultFor use = DefaultFor::Nobody);
 
+// Whether every number of this many decimals (-1: more than can be told) within the range of the
+// definition is one of its values.
+bool holdsDecimals(const PointAttribute& definition, int decimals);
+
 // What a user has to know of coordinates that move to the values of a resolution.
 std::string roundingNote(double resolution);
 

@@ -24,6 +24,9 @@ struct Column {
     std::uint32_t element = 0;  // 0 to length - 1
     std::uint32_t length = 1;   // elements of the attribute
     DataType type = DataType::DOUBLE;
+    std::string name = {};  // of the column in the file: "Intensity", "scalar_foo", "column 4"
+    // The user said that it is this attribute; the title is no other name of it.
+    bool isMapped = false;
     // For attributes that the catalogue doesn't know.
     std::string title;
     std::string description;

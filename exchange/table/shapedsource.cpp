@@ -81,4 +81,18 @@ std::uint32_t ShapedSource::next() {
     return 0;
 }
 
+std::vector<std::unique_ptr<PointSource>> shaped(std::vector<std::unique_ptr<PointSource>> sources,
+                                                 const core::Shape& shape,
+                                                 const std::function<void()>& check) {
+    if (shape.isEmpty()) {
+        return sources;
+    }
+    const auto shaper = std::make_shared<core::Shaper>(shape);
+    for (auto& source : sources) {
+        const bool isFirst = &source == &sources.front();
+        source = std::make_unique<ShapedSource>(std::move(source), shaper, isFirst, check);
+    }
+    return sources;
+}
+
 }  // namespace tarvo::exchange

@@ -52,4 +52,10 @@ private:
     std::vector<std::uint32_t> m_rows;
 };
 
+// The sources as they are left by a shape that looks at all of them together; themselves where all
+// points stay. check: as above. Throws Failure.
+std::vector<std::unique_ptr<PointSource>> shaped(std::vector<std::unique_ptr<PointSource>> sources,
+                                                 const core::Shape& shape,
+                                                 const std::function<void()>& check);
+
 }  // namespace tarvo::exchange

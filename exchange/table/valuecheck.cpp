@@ -1,5 +1,6 @@
 #include "exchange/table/valuecheck.h"
 
+#include "exchange/advice.h"
 #include "exchange/table/visit.h"
 #include "numbers/numbertext.h"
 
@@ -163,16 +164,12 @@ std::string faultText(const PointAttribute& definition, const ValueFindings& fin
 }
 
 std::string adviceToRound(const ValueFindings& findings) {
-    return findings.outside == 0 ? "Give --round to store the nearest values.\n" : "";
+    return findings.outside == 0 ? advice().roundValues + "\n" : "";
 }
 
 std::string adviceToRedefine(const std::string& fileName, const std::string& attribute,
                              const ValueFindings& findings) {
-    const std::string begin = "qrbtool attributes " + fileName;
-    return std::string("Redefine the attribute with ") +
-           (findings.outside == 0 ? "a finer resolution" : "a wider range") + ":\n  " + begin +
-           " show " + attribute + " --json > attribute.json   (change it there)\n  " + begin +
-           " put --json attribute.json";
+    return advice().redefine(fileName, attribute, findings.outside != 0);
 }
 
 }  // namespace tarvo::exchange

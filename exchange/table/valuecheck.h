@@ -64,9 +64,9 @@ bool holdsWholeNumbers(const PointAttribute& definition);
 
 // What a user is told of values of the attribute that are outside or between, in a sentence.
 std::string faultText(const PointAttribute& definition, const ValueFindings& findings);
-// A line, with its end, on the option that stores nearest values; empty if it doesn't help.
+// A line, with its end, on how nearest values are stored; empty if that doesn't help.
 std::string adviceToRound(const ValueFindings& findings);
-// Lines on the commands that make the attribute hold the values. fileName: of the database.
+// Lines on how to make the attribute hold the values. fileName: of the database.
 std::string adviceToRedefine(const std::string& fileName, const std::string& attribute,
                              const ValueFindings& findings);
 // "0 to 255": the values that the attribute holds.

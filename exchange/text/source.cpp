@@ -1,7 +1,9 @@
 #include "exchange/text/source.h"
 
 #include "core/error.h"
+#include "exchange/advice.h"
 #include "exchange/table/knownnames.h"
+#include "exchange/table/names.h"
 
 #include <algorithm>
 #include <bit>
@@ -28,7 +30,8 @@ TextSource::TextSource(const std::string& fileName, const std::vector<std::strin
     readBegin(!names.empty());
     findTypes(names.empty() ? m_header : names);
     m_lines.endOpening();
-    nameColumns(!names.empty() ? names : !m_header.empty() ? m_header : defaultNames());
+    const bool isTold = !names.empty() || !m_header.empty();
+    nameColumns(!names.empty() ? names : isTold ? m_header : defaultNames(), isTold);
     m_largestBatch = static_cast<std::uint32_t>(
         std::clamp<std::size_t>(valuesAtOnce / m_columns.size(), 1, batchSize));
     for (std::size_t i = 0; i < m_columns.size(); ++i) {
@@ -61,7 +64,7 @@ void TextSource::readBegin(bool isNamed) {
         if (!isNumber(m_fields[0]) && !m_fields[0].empty()) {
             if (isNamed) {
                 throw core::Failure(this->line() + " is no line of numbers.",
-                                    "Names by --columns are for texts without a header line.");
+                                    "Names of columns are given to texts without a header line.");
             }
             m_headerLine = m_lines.lineNumber();
             m_header.assign(m_fields.begin(), m_fields.end());
@@ -176,15 +179,17 @@ std::string TextSource::nameOf(std::size_t field) const {
     return std::to_string(field + 1);
 }
 
-void TextSource::nameColumns(std::vector<std::string> names) {
+void TextSource::nameColumns(const std::vector<std::string>& names, bool isTold) {
     if (names.size() != m_width) {
         throw core::Failure("The points of \"" + m_fileName + "\" have " + std::to_string(m_width) +
                                 " columns, but " + std::to_string(names.size()) + " are named.",
-                            "--columns names each of them; \"-\" passes one over.");
+                            "Each of them needs a name; \"-\" passes one over.");
     }
     for (std::size_t i = 0; i < m_width; ++i) {
         if (names[i] != "-") {
             m_columns.push_back(columnNamed(names[i], "text."));
+            m_columns.back().name =
+                isTold ? validUtf8(names[i]) : "column " + std::to_string(i + 1);
             m_fieldOf.push_back(i);
         }
     }
@@ -244,8 +249,10 @@ std::vector<std::string> TextSource::notes() const {
     }
     for (const Column& column : m_columns) {
         if (column.title.starts_with(unnamed)) {
+            const std::string& advised = advice().nameColumns;
             notes.push_back("nothing tells what \"" + column.attribute +
-                            "\" and further columns mean; --columns names them.");
+                            "\" and further columns mean." +
+                            (advised.empty() ? "" : " " + advised));
             break;
         }
     }

@@ -10,7 +10,7 @@ namespace tarvo::exchange::text {
 
 class TextSource : public PointSource {
 public:
-    // names: of the columns, as --columns gives them; "-" passes one over. Empty: those of a header
+    // names: of the columns, as a user gives them; "-" passes one over. Empty: those of a header
     // line that blanks separate, else what their number tells: x y z, intensity, r g b. Looks at
     // every value once. Throws Failure, naming line and column of what can't be read; faults are
     // those of texts with a header line.
@@ -30,7 +30,8 @@ private:
     // The first line that is neither comment nor a count; separator and header follow from it.
     void readBegin(bool isNamed);
     void findTypes(const std::vector<std::string>& names);
-    void nameColumns(std::vector<std::string> names);
+    // isTold: by the user or the file.
+    void nameColumns(const std::vector<std::string>& names, bool isTold);
     std::vector<std::string> defaultNames() const;
     // False at the end. The fields refer to the line.
     bool nextRow();

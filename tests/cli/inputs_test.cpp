@@ -119,6 +119,23 @@ TEST_F(Inputs, StandardInputIsReadOnce) {
     EXPECT_EQ(folder.count(), before + 1);
 }
 
+TEST_F(Inputs, ColumnsAreMapped) {
+    const std::string text = folder.write("points.xyz", "1 2 3 40 5\n6 7 8 90 1\n");
+    expectSuccess("import " + text + " " + file +
+                  " --map \"column 4=tarvo.reflectance\" --map text.column_5=-");
+    EXPECT_EQ(expectSuccess("select " + file + " --format csv -a tarvo.reflectance"),
+              "tarvo.reflectance\n40.00\n90.00\n");
+    EXPECT_NE(expectSuccess("transactions " + file + " show 2").find("column 4=tarvo.reflectance"),
+              std::string::npos);
+    const std::string more = folder.write("more.csv", "x,y,z,Echo\n1,1,1,70\n");
+    expectSuccess("import " + more + " " + file + " --append --map Echo=tarvo.reflectance");
+    EXPECT_EQ(expectSuccess("select " + file + " --format csv -a tarvo.reflectance"),
+              "tarvo.reflectance\n40.00\n90.00\n70.00\n");
+    expectFailure(1, "import " + more + " " + file + " --append --map echo=own.a",
+                  "\"z\", \"Echo\".");
+    expectFailure(2, "import " + more + " " + file + " --append --map Echo", "COLUMN=ATTRIBUTE");
+}
+
 // Nobody writes to the pipe and nobody closes it.
 TEST_F(Inputs, WaitingForStandardInputCanBeInterrupted) {
     const std::string pipe = folder.file("pipe");
@@ -151,7 +168,7 @@ TEST_F(Inputs, WhatIsNoPointCloudIsNamed) {
     expectNone("9\n1 2 3\n", "1 of 9 points");
     expectFailure(1,
                   "import --columns x,y,z " + folder.write("a.ply", ply) + " " + file + " --append",
-                  "--columns is for texts");
+                  "to texts without a header line");
     expectFailure(2, "import --format dxf " + folder.file("a.ply") + " " + file, "dxf");
 }
 

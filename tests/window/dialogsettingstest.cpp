@@ -79,6 +79,15 @@ const std::map<QString, Open>& dialogs() {
         {"DialogOpenSettings", byAction("actionOpen")},
         {"DialogCreateSettings", byAction("actionNew")},
         {"DialogExportAsQRB", byAction("actionExportAsQRB")},
+        {"DialogImportPoints",
+         [](const SampleWindow& window, Step step) {
+             const QFileInfo database(window.window().session().fileName);
+             QFile file(database.dir().filePath("points.csv"));
+             QVERIFY(file.open(QIODevice::WriteOnly) && file.write("x,y,z\n1,2,3\n") > 0);
+             file.close();
+             window.run("actionImportPoints",
+                        {ModalScript::chooseFile(file.fileName()), std::move(step)});
+         }},
         {"DialogTransaction", byAction("actionTransactionBegin")},
         {"DialogTransactionCommit", byAction("actionTransactionCommit", true)},
         {"DialogLevelOfDetail", byAction("actionManagementLevelOfDetail")},

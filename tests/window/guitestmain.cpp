@@ -4,6 +4,7 @@
 #include "window/app/startup.h"
 #include "window/common/appearance.h"
 #include "window/common/programsettings.h"
+#include "window/dialogs/importadvice.h"
 #include "window/frame/mainwindow.h"
 
 #include <QLocale>
@@ -29,6 +30,7 @@ int runGuiTest(int argc, char* argv[], const std::function<QObject*()>& make) {
     QApplication::setQuitOnLastWindowClosed(false);
     Q_INIT_RESOURCE(qrbadmin);
     setApplicationNames();
+    setAdvice();
     applyTheme();
     applyStyleSheet();
     const std::unique_ptr<QObject> test(make());

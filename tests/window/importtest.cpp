@@ -1,11 +1,10 @@
-// Points of other programs that come in through the window and go out of it: what is shown of the
-// files, where they go, and that nothing is left of an import that was stopped or failed.
+// Points of other programs that come in through the window: what is shown of the files, where they
+// go, and that nothing is left of an import that was stopped or failed.
 
 #include "qrb/loader.h"
 #include "tests/window/guitestmain.h"
-#include "tests/window/modalscript.h"
+#include "tests/window/importanswers.h"
 #include "tests/window/testdatabase.h"
-#include "tests/window/windowdriver.h"
 #include "window/frame/mainwindow.h"
 
 #include <QAction>
@@ -14,12 +13,8 @@
 #include <QComboBox>
 #include <QDropEvent>
 #include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QMessageBox>
 #include <QMimeData>
 #include <QPlainTextEdit>
-#include <QProgressDialog>
 #include <QRadioButton>
 #include <QTreeWidget>
 #include <QUrl>
@@ -34,101 +29,8 @@ namespace {
 
 using Step = ModalScript::Step;
 namespace pointcloud = tarvo::qrb::pointcloud;
-using Row = std::array<double, 4>;
 
 constexpr int pointCount = 3000;
-
-// Place and class of every point, sorted.
-std::vector<Row> rowsOf(const tarvo::qrb::Pointcloud& cloud) {
-    std::vector<Row> rows;
-    Row values{};
-    auto query = cloud.select();
-    const char* const names[] = {"tarvo.xyz[0]", "tarvo.xyz[1]", "tarvo.xyz[2]", "tarvo.class"};
-    for (std::size_t i = 0; i < values.size(); ++i)
-        query.bind(names[i], pointcloud::DataType::DOUBLE, &values[i], 0);
-    while (query.next(1) == 1)
-        rows.push_back(values);
-    std::sort(rows.begin(), rows.end());
-    return rows;
-}
-
-QString written(const QString& fileName, const QByteArray& bytes) {
-    QFile file(fileName);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() ? fileName
-                                                                                : QString();
-}
-
-// Answers what an import brings up, in whatever order: how long work takes decides whether its
-// progress is seen.
-class Answers {
-public:
-    explicit Answers(std::vector<Step> offers) : m_offers(std::move(offers)) {
-        QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { look(); });
-        m_timer.start(10);
-    }
-
-    QString fileName;       // for a file dialog
-    QString cancelled;      // the progress whose text begins so is cancelled
-    QString button = "OK";  // of boxes
-    QStringList texts;      // of boxes
-    std::size_t offered = 0;
-    int cancels = 0;
-
-private:
-    void look() {
-        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-        if (!dialog || !takesKeys(dialog) || m_seen.contains(dialog))
-            return;
-        if (const auto* progress = qobject_cast<QProgressDialog*>(dialog)) {
-            if (cancelled.isEmpty() || !progress->labelText().startsWith(cancelled))
-                return;
-            m_seen += dialog;
-            ++cancels;
-            ModalScript::press("Cancel")(dialog);
-            return;
-        }
-        m_seen += dialog;
-        // Boxes open within a step.
-        QTimer::singleShot(0, &m_timer, [this, dialog = QPointer<QDialog>(dialog)] {
-            if (dialog)
-                answer(dialog);
-        });
-    }
-    void answer(QDialog* dialog) {
-        if (const auto* box = qobject_cast<QMessageBox*>(dialog)) {
-            texts += box->text();
-            ModalScript::press(button)(dialog);
-        } else if (dialog->objectName() == "DialogImportPoints") {
-            const std::size_t i = offered++;
-            i < m_offers.size() ? m_offers[i](dialog) : dialog->reject();
-            // It comes up again after a refusal.
-            m_seen.removeAll(dialog);
-        } else {
-            ModalScript::chooseFile(fileName)(dialog);
-        }
-    }
-
-    QTimer m_timer;
-    std::vector<Step> m_offers;
-    QList<QPointer<QDialog>> m_seen;
-};
-
-Step importInto(const QString& location, const Step& before = {}) {
-    return [location, before](QDialog* dialog) {
-        if (before)
-            before(dialog);
-        auto* edit = in<QLineEdit>(dialog, "editLocation");
-        edit->selectAll();
-        QTest::keyClicks(edit, location);
-        ModalScript::press("Import")(dialog);
-    };
-}
-
-const Step intoOpen = [](QDialog* dialog) {
-    QTest::mouseClick(in<QRadioButton>(dialog, "radioOpen"), Qt::LeftButton, {}, QPoint(8, 8));
-    QVERIFY(in<QRadioButton>(dialog, "radioOpen")->isChecked());
-    ModalScript::press("Import")(dialog);
-};
 
 }  // namespace
 
@@ -149,8 +51,6 @@ private slots:
     void refusalsAreToldOnceAndCanBeMended();
     void brokenFilesAreToldOnce();
     void pointFilesAreOfferedWhereverTheyComeFrom();
-    void exportedPointsReadBack_data();
-    void exportedPointsReadBack();
 
 private:
     tarvo::qrb::Pointcloud& database() const { return *m_window->session().database; }
@@ -235,12 +135,13 @@ void ImportTest::lasBecomesANewDatabase() {
         QVERIFY(!in<QRadioButton>(dialog, "radioOpen")->isEnabled());
         QCOMPARE(namelessControls(dialog), QStringList());
         QCOMPARE(keysClaimedTwice(dialog), QStringList());
-        auto* tree = in<QTreeWidget>(dialog, "treeAttributes");
+        auto* tree = in<QTreeWidget>(dialog, "treeColumns");
         const auto row = [tree](const char* name) {
-            return tree->findItems(name, Qt::MatchExactly).value(0);
+            return tree->findItems(name, Qt::MatchExactly, 1).value(0);
         };
-        QVERIFY(row("tarvo.xyz") && row("tarvo.reflectance"));
-        QVERIFY(!(row("tarvo.xyz")->flags() & Qt::ItemIsUserCheckable));
+        QVERIFY(row("tarvo.xyz[0]") && row("tarvo.reflectance"));
+        QCOMPARE(row("tarvo.xyz[0]")->text(0), "X");
+        QVERIFY(!(row("tarvo.xyz[0]")->flags() & Qt::ItemIsUserCheckable));
         tree->setCurrentItem(row("tarvo.reflectance"));
         QTest::keyClick(tree, Qt::Key_Space);
         QCOMPARE(row("tarvo.reflectance")->checkState(0), Qt::Unchecked);
@@ -414,66 +315,6 @@ void ImportTest::pointFilesAreOfferedWhereverTheyComeFrom() {
     drop({written(path("log.txt"), "A changelog, of one line.\n")});
     QTRY_COMPARE(driver().child<QPlainTextEdit>("editChangelog")->toPlainText(),
                  "A changelog, of one line.\n");
-}
-
-void ImportTest::exportedPointsReadBack_data() {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<int>("type");
-    QTest::newRow("las") << "out.las" << 0;
-    QTest::newRow("laz by the type chosen") << "out" << 1;
-    QTest::newRow("ply") << "out.ply" << 0;
-}
-
-void ImportTest::exportedPointsReadBack() {
-    QFETCH(QString, name);
-    QFETCH(int, type);
-    m_window->openDatabase(m_source, true);
-    driver().showTab("tabPointData");
-    driver().child<QAction>("actionColumnsHideAll")->trigger();
-    auto* list = driver().child<QListWidget>("listPointAttributes");
-    for (const char* shown : {"tarvo.xyz", "tarvo.class"})
-        list->findItems(shown, Qt::MatchExactly).value(0)->setCheckState(Qt::Checked);
-    auto* filter = driver().child<QComboBox>("PointDataFilter")->lineEdit();
-    QTest::keyClicks(filter, "tarvo.class == 2");
-    const Step choose = [&](QDialog* dialog) {
-        auto* types = in<QComboBox>(dialog, "fileTypeCombo");
-        QCOMPARE(types->count(), 4);
-        for (int i = 0; i < type; ++i)
-            QTest::keyClick(types, Qt::Key_Down);
-        ModalScript::chooseFile(path(name))(dialog);
-    };
-    std::vector<Row> expected;
-    std::ranges::copy_if(m_rows, std::back_inserter(expected),
-                         [](const Row& row) { return row[3] == 2; });
-    const QStringList told =
-        driver().run("actionQuerySelectExportPoints", {choose, ModalScript::press("OK")});
-    QCOMPARE(told, QStringList(QLocale().toString(static_cast<qulonglong>(expected.size())) +
-                               " points exported."));
-    const QString place = path(type == 1 ? name + ".laz" : name);
-    QCOMPARE(runTool({"import", place, path("back.qrbx"), "--overwrite"}), QString());
-    const tarvo::qrb::Context context("OFF", "");
-    tarvo::qrb::Pointcloud back(context);
-    back.open(path("back.qrbx").toStdString(), pointcloud::OpenSettings(context));
-    QCOMPARE(rowsOf(back), expected);
-    QVERIFY(!back.pointAttributes().exists("tarvo.reflectance"));
-    const qint64 size = QFileInfo(place).size();
-    const std::vector<Step> replace = {ModalScript::chooseFile(place), ModalScript::press("Yes"),
-                                       ModalScript::press("OK")};
-    if (type == 1) {
-        // Without a column for them there are no coordinates.
-        auto* coordinates = list->findItems("tarvo.xyz", Qt::MatchExactly).value(0);
-        coordinates->setCheckState(Qt::Unchecked);
-        const QStringList refused = driver().run("actionQuerySelectExportPoints", replace);
-        QVERIFY2(refused.last().contains("tarvo.xyz"), qUtf8Printable(refused.last()));
-        QCOMPARE(QFileInfo(place).size(), size);
-        coordinates->setCheckState(Qt::Checked);
-    }
-    // Points that nobody selects replace nothing.
-    filter->selectAll();
-    QTest::keyClicks(filter, "tarvo.class == 250");
-    const QStringList kept = driver().run("actionQuerySelectExportPoints", replace);
-    QCOMPARE(kept.last(), QString("No points are selected; \"%0\" was left as it was.").arg(place));
-    QCOMPARE(QFileInfo(place).size(), size);
 }
 
 GUI_TEST_MAIN(ImportTest)

@@ -1,6 +1,7 @@
 #include "window/app/qrbadminapplication.h"
 #include "window/app/startup.h"
 #include "window/common/appearance.h"
+#include "window/dialogs/importadvice.h"
 #include "window/frame/commandline.h"
 
 #include <QAccessible>
@@ -27,6 +28,7 @@ int main(int argc, char* argv[]) {
     QRBAdminApplication application(argc, argv);
     Q_INIT_RESOURCE(qrbadmin);
     setApplicationNames();
+    setAdvice();
     // Updates of tables of thousands of cells would slow the program down.
     QAccessible::installUpdateHandler([](QAccessibleEvent*) {});
     applyTheme();

@@ -8,6 +8,7 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QTimer>
 #include <cstdlib>
 #include <exception>
 
@@ -47,9 +48,12 @@ void closeFurtherWindows(const MainWindow* first) {
 }
 
 // Runs one window until all windows are closed.
-int runWindow() {
+int runWindow(bool isFirst) {
     MainWindow window;
     window.show();
+    QTimer::singleShot(0, &window, [&window, isFirst] {
+        window.openArguments(QCoreApplication::arguments().mid(1), isFirst);
+    });
     libraryChoice().restart = false;
     QApplication::setQuitOnLastWindowClosed(true);
     const int result = QApplication::exec();
@@ -76,11 +80,13 @@ int runWindows() {
     // A box that closes while no window is shown would otherwise end the loop to come.
     QApplication::setQuitOnLastWindowClosed(false);
     int result = EXIT_FAILURE;
+    bool isFirst = true;
     do {
         if (!loadChosenLibrary())
             return EXIT_FAILURE;
-        if (!guarded(nullptr, [&] { result = runWindow(); }))
+        if (!guarded(nullptr, [&] { result = runWindow(isFirst); }))
             return EXIT_FAILURE;
+        isFirst = false;
     } while (libraryChoice().restart);
     return result;
 }

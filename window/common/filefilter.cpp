@@ -1,5 +1,6 @@
 #include "window/common/filefilter.h"
 
+#include <QFileInfo>
 #include <QRegularExpression>
 
 namespace tarvo::window {
@@ -33,6 +34,11 @@ QString databaseFileDialogFilter() {
     while (match.hasNext())
         all += match.next().captured() + ' ';
     return all.trimmed() + ");;" + databaseFileTypeFilter() + ";;All files (*.*)";
+}
+
+QString withDatabaseExtension(const QString& fileName) {
+    return fileName.isEmpty() || !QFileInfo(fileName).suffix().isEmpty() ? fileName
+                                                                         : fileName + ".qrbx";
 }
 
 }  // namespace tarvo::window

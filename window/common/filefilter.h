@@ -14,4 +14,7 @@ const QString& pointFileTypeFilter();
 // Those of databases with an entry of all patterns in front and "All files (*.*)" at the end.
 QString databaseFileDialogFilter();
 
+// A name of a database with the usual extension where it has none.
+QString withDatabaseExtension(const QString& fileName);
+
 }  // namespace tarvo::window

@@ -44,6 +44,13 @@ QString shortened(const QString& text, int count) {
     return text.size() > count ? text.left(count) + "..." : text;
 }
 
+QStringList textList(const std::vector<std::string>& texts) {
+    QStringList list;
+    for (const std::string& text : texts)
+        list += QString::fromStdString(text);
+    return list;
+}
+
 QString plainToolTip(const QString& text) {
     if (!Qt::mightBeRichText(text))
         return text;

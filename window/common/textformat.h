@@ -4,6 +4,8 @@
 #include <QString>
 #include <QStringList>
 #include <cstdint>
+#include <string>
+#include <vector>
 
 namespace tarvo::window {
 
@@ -21,6 +23,9 @@ QString libraryTitle(const QString& name, const QString& version);
 
 // The first count characters, followed by "..." where the text is longer.
 QString shortened(const QString& text, int count);
+
+// Texts of the library and the layer as those of widgets.
+QStringList textList(const std::vector<std::string>& texts);
 
 // The text as a tooltip that shows it as it stands, tags included.
 QString plainToolTip(const QString& text);

@@ -4,6 +4,7 @@
 #include "core/newdatabase.h"
 #include "core/nodelist.h"
 #include "ui_dialogexportasqrb.h"
+#include "window/common/filefilter.h"
 #include "window/common/filterhistory.h"
 #include "window/common/guard.h"
 #include "window/common/messageboxes.h"
@@ -28,13 +29,6 @@ QString proposedTarget(const QString& fileName) {
     const QString suffix = file.suffix().isEmpty() ? QString() : '.' + file.suffix();
     return QDir::toNativeSeparators(
         file.dir().filePath(file.completeBaseName() + "-export" + suffix));
-}
-
-QStringList listOf(const std::vector<std::string>& texts) {
-    QStringList result;
-    for (const std::string& text : texts)
-        result += QString::fromStdString(text);
-    return result;
 }
 
 std::vector<std::string> namesOf(const QStringList& texts) {
@@ -88,8 +82,8 @@ DialogExportAsQRB::~DialogExportAsQRB() {
 
 void DialogExportAsQRB::fillLists() {
     m_ui->listAttributes->setEntries("Point attributes",
-                                     listOf(m_database.pointAttributes().list()));
-    m_ui->listMetaData->setEntries("Meta data items", listOf(m_database.metaData().list()));
+                                     textList(m_database.pointAttributes().list()));
+    m_ui->listMetaData->setEntries("Meta data items", textList(m_database.metaData().list()));
 }
 
 core::Selection DialogExportAsQRB::selection() const {
@@ -138,6 +132,7 @@ bool DialogExportAsQRB::mayWriteTarget() {
 }
 
 void DialogExportAsQRB::on_pushButtonExport_clicked() {
+    m_ui->editTarget->setText(withDatabaseExtension(m_ui->editTarget->text().trimmed()));
     guarded(this, [this] {
         if (mayWriteTarget())
             exportDatabase();

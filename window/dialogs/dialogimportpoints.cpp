@@ -1,32 +1,23 @@
 #include "window/dialogs/dialogimportpoints.h"
 
+#include "catalogue/catalogue.h"
+#include "core/error.h"
 #include "numbers/numbertext.h"
 #include "ui_dialogimportpoints.h"
 #include "window/common/filefilter.h"
+#include "window/common/guard.h"
 #include "window/common/messageboxes.h"
 #include "window/common/textformat.h"
 
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QHeaderView>
 #include <QLocale>
 
 namespace tarvo::window {
 
 namespace {
-
-// As the coordinates of every point have to be there.
-constexpr const char* primary = "tarvo.xyz";
-
-enum Column { ATTRIBUTE, TITLE, RANGE, RESOLUTION, REMARK };
-
-QString numberText(double value) {
-    return QString::fromStdString(numbers::numberText(value));
-}
-
-QString rangeText(double least, double greatest) {
-    return numberText(least) + " ... " + numberText(greatest);
-}
 
 QString filesText(const QStringList& fileNames) {
     constexpr int shown = 5;
@@ -42,12 +33,42 @@ QString extentText(const exchange::ImportPlan& plan) {
     static const QStringList names = {"X", "Y", "Z"};
     QStringList lines;
     for (std::size_t i = 0; i < plan.extent.size(); ++i)
-        lines += names.value(static_cast<qsizetype>(i)) + ": " +
-                 rangeText(plan.extent[i].first, plan.extent[i].second);
+        lines += QString("%0: %1 ... %2")
+                     .arg(names.value(static_cast<qsizetype>(i)),
+                          QString::fromStdString(numbers::numberText(plan.extent[i].first)),
+                          QString::fromStdString(numbers::numberText(plan.extent[i].second)));
     return lines.isEmpty() ? "-" : lines.join('\n');
 }
 
+// Those of the database, then those that every program knows.
+QStringList proposedAttributes(const ImportTarget& target) {
+    QStringList names = target.attributes;
+    for (const catalogue::AttributeEntry& entry : catalogue::attributes()) {
+        const QString name = QString::fromStdString(entry.name);
+        for (std::uint32_t i = 0; i < entry.length; ++i)
+            names += entry.length == 1 ? name : QString("%0[%1]").arg(name).arg(i);
+    }
+    names.removeDuplicates();
+    return names;
+}
+
 }  // namespace
+
+core::Shape ImportShape::shape() const {
+    core::Shape shape;
+    shape.every = static_cast<std::uint64_t>(every);
+    if (!distance.isEmpty()) {
+        bool isNumber = false;
+        shape.distance = QLocale::c().toDouble(distance, &isNumber);
+        if (!isNumber || !(shape.distance >= core::Thinning::leastDistance &&
+                           shape.distance <= core::Thinning::mostDistance))
+            throw core::Failure("\"" + distance.toStdString() + "\" is no distance.",
+                                "A positive number is needed, for example 0.05.");
+    }
+    if (!bounds.isEmpty())
+        shape.bounds = core::boundsFromText(bounds.toStdString());
+    return shape;
+}
 
 bool DialogImportPoints::edit(const ImportFindings& findings, const ImportTarget& target,
                               ImportWish& wish, QWidget* parent) {
@@ -63,9 +84,13 @@ DialogImportPoints::DialogImportPoints(const ImportFindings& findings, const Imp
                                        QWidget* parent)
     : QDialog(parent),
       m_ui(std::make_unique<Ui::DialogImportPoints>()),
+      m_findings(findings),
       m_settings("DialogImportPoints") {
     m_ui->setupUi(this);
-    showFindings(findings);
+    m_columns =
+        new ImportColumns(m_ui->treeColumns, findings.columns, proposedAttributes(target), this);
+    connect(m_columns, &ImportColumns::changed, this, &DialogImportPoints::showPlan);
+    showFindings();
     showTarget(target);
     m_settings.restoreGeometryOf(this);
 }
@@ -74,48 +99,44 @@ DialogImportPoints::~DialogImportPoints() {
     m_settings.saveGeometryOf(this);
 }
 
-void DialogImportPoints::showFindings(const ImportFindings& findings) {
-    const exchange::ImportPlan& plan = findings.plan;
-    m_ui->labelFiles->setText(filesText(findings.fileNames));
-    m_ui->labelPoints->setText(QLocale().toString(static_cast<qulonglong>(plan.pointCount)));
-    m_ui->labelExtent->setText(extentText(plan));
-    m_ui->labelSystem->setText(findings.system.isEmpty() ? "not told" : findings.system);
-    QStringList notes = findings.notes;
-    for (const std::string& note : plan.notes)
-        notes += QString::fromStdString(note);
+void DialogImportPoints::showFindings() {
+    m_ui->labelFiles->setText(filesText(m_findings.fileNames));
+    m_ui->labelPoints->setText(QLocale().toString(static_cast<qulonglong>(m_findings.pointCount)));
+    m_ui->labelSystem->setText(m_findings.system.isEmpty() ? "not told" : m_findings.system);
+    m_ui->widgetShape->hide();
+    showPlan();
+    constexpr int widest = 200;
+    for (int column = 0; column + 1 < m_ui->treeColumns->columnCount(); ++column) {
+        m_ui->treeColumns->resizeColumnToContents(column);
+        m_ui->treeColumns->setColumnWidth(column,
+                                          std::min(m_ui->treeColumns->columnWidth(column), widest));
+    }
+}
+
+// What becomes of the columns as they are chosen now.
+void DialogImportPoints::showPlan() {
+    QStringList notes = m_findings.notes;
+    QString fault;
+    bool hasIds = false;
+    try {
+        const exchange::ImportPlan plan = m_findings.plan(m_columns->map());
+        m_ui->labelExtent->setText(extentText(plan));
+        for (const std::string& note : plan.notes)
+            notes += QString::fromStdString(note);
+        hasIds = plan.attributes.contains("tarvo.id");
+        m_columns->showPlan(&plan);
+    } catch (const core::Failure&) {
+        const auto [text, details] = describe(std::current_exception());
+        fault = details.isEmpty() ? text : text + '\n' + details;
+        m_ui->labelExtent->setText("-");
+        m_columns->showPlan(nullptr);
+    }
+    m_ui->labelFault->setText(fault);
+    m_ui->labelFault->setVisible(!fault.isEmpty());
     m_ui->editNotes->setPlainText(notes.join('\n'));
     m_ui->editNotes->setVisible(!notes.isEmpty());
     m_ui->labelNotes->setVisible(!notes.isEmpty());
-    for (const std::string& name : plan.order)
-        addAttribute(name, plan.attributes.at(name));
-    for (int column = ATTRIBUTE; column <= REMARK; ++column)
-        m_ui->treeAttributes->resizeColumnToContents(column);
-    m_ui->checkNewIds->setVisible(plan.attributes.contains("tarvo.id"));
-}
-
-void DialogImportPoints::addAttribute(const std::string& name,
-                                      const exchange::ImportPlan::Attribute& attribute) {
-    const qrb::pointcloud::PointAttribute& definition = attribute.definition;
-    auto* row = new QTreeWidgetItem(m_ui->treeAttributes);
-    const QString length =
-        definition.length == 1 ? QString() : QString(", %0 elements").arg(definition.length);
-    row->setText(ATTRIBUTE, QString::fromStdString(name));
-    row->setText(TITLE, QString::fromStdString(definition.title) + length);
-    row->setText(RANGE, rangeText(definition.minimumValue, definition.maximumValue));
-    row->setText(RESOLUTION, numberText(definition.resolution));
-    QString remark;
-    if (attribute.fault) {
-        remark = QString::fromUtf8(attribute.fault->what());
-    } else if (attribute.constant) {
-        remark = "all points have " + numberText(definition.defaultValue);
-    }
-    row->setText(REMARK, remark);
-    row->setToolTip(REMARK, plainToolTip(remark));
-    // What can't be taken has to be left out.
-    row->setCheckState(ATTRIBUTE, attribute.fault ? Qt::Unchecked : Qt::Checked);
-    // Points without coordinates are none.
-    if (name == primary)
-        row->setFlags(row->flags() & ~Qt::ItemIsUserCheckable);
+    m_ui->checkNewIds->setVisible(hasIds);
 }
 
 void DialogImportPoints::showTarget(const ImportTarget& target) {
@@ -134,9 +155,17 @@ void DialogImportPoints::show(const ImportWish& wish) {
     m_ui->checkRound->setChecked(wish.round);
     m_ui->checkAsTheyAre->setChecked(wish.asTheyAre);
     m_ui->checkNewIds->setChecked(wish.newIds);
-    for (const QString& name : wish.leftOut)
-        for (QTreeWidgetItem* row : m_ui->treeAttributes->findItems(name, Qt::MatchExactly))
-            row->setCheckState(ATTRIBUTE, Qt::Unchecked);
+    m_columns->choose(wish.map);
+    m_ui->editEvery->setValue(wish.shape.every);
+    m_ui->editDistance->setText(wish.shape.distance);
+    m_ui->editBounds->setText(wish.shape.bounds);
+    m_ui->buttonShape->setChecked(wish.shape.every > 1 || !wish.shape.distance.isEmpty() ||
+                                  !wish.shape.bounds.isEmpty());
+}
+
+ImportShape DialogImportPoints::shape() const {
+    return {m_ui->editEvery->value(), m_ui->editDistance->text().trimmed(),
+            m_ui->editBounds->text().trimmed()};
 }
 
 void DialogImportPoints::read(ImportWish& wish) const {
@@ -145,20 +174,23 @@ void DialogImportPoints::read(ImportWish& wish) const {
     wish.round = m_ui->checkRound->isChecked();
     wish.asTheyAre = m_ui->checkAsTheyAre->isChecked();
     wish.newIds = m_ui->checkNewIds->isChecked();
-    wish.leftOut.clear();
-    for (int i = 0; i < m_ui->treeAttributes->topLevelItemCount(); ++i) {
-        const QTreeWidgetItem* row = m_ui->treeAttributes->topLevelItem(i);
-        if (row->checkState(ATTRIBUTE) != Qt::Checked)
-            wish.leftOut += row->text(ATTRIBUTE);
-    }
+    wish.map = m_columns->map();
+    wish.shape = shape();
 }
 
 void DialogImportPoints::accept() {
-    if (m_ui->radioNew->isChecked() && m_ui->editLocation->text().trimmed().isEmpty()) {
+    const QString location = m_ui->editLocation->text().trimmed();
+    if (m_ui->radioNew->isChecked() && location.isEmpty()) {
         showError(this, "Location missing.");
         return;
     }
-    QDialog::accept();
+    if (m_ui->radioNew->isChecked())
+        m_ui->editLocation->setText(withDatabaseExtension(location));
+    if (guarded(this, [this] {
+            (void)shape().shape();
+            (void)m_findings.plan(m_columns->map());
+        }))
+        QDialog::accept();
 }
 
 void DialogImportPoints::on_buttonLocation_clicked() {
@@ -170,6 +202,11 @@ void DialogImportPoints::on_buttonLocation_clicked() {
         return;
     m_ui->editLocation->setText(QDir::toNativeSeparators(name));
     m_ui->radioNew->setChecked(true);
+}
+
+void DialogImportPoints::on_buttonShape_toggled(bool checked) {
+    m_ui->buttonShape->setArrowType(checked ? Qt::DownArrow : Qt::RightArrow);
+    m_ui->widgetShape->setVisible(checked);
 }
 
 void DialogImportPoints::on_editLocation_textEdited() {

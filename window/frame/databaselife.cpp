@@ -7,8 +7,7 @@
 #include "window/common/messageboxes.h"
 #include "window/common/recentfiles.h"
 #include "window/dialogs/dialogopensettings.h"
-#include "window/frame/commandline.h"
-#include "window/frame/pointimport.h"
+#include "window/frame/givenfiles.h"
 #include "window/panels/changelogpanel.h"
 #include "window/panels/pointdatapanel.h"
 
@@ -27,30 +26,28 @@ namespace {
 
 constexpr int retryDelay = 200;  // milliseconds
 
-bool isTextFileName(const QString& fileName) {
-    return fileName.endsWith(".txt", Qt::CaseInsensitive);
-}
-
 }  // namespace
 
-void MainWindow::evaluateCommandLine(const QString& textFileName) {
-    const QStringList arguments = QCoreApplication::arguments();
-    if (const auto rectangle = windowRectangle(arguments))
-        setGeometry(*rectangle);
-    if (!textFileName.isEmpty()) {
-        guarded(this, [&] { m_changelog->loadTextFile(textFileName); });
-        return;
+void MainWindow::openArguments(const QStringList& arguments, bool isFirst) {
+    QStringList names = arguments;
+    names.removeIf([](const QString& name) { return name.startsWith("--"); });
+    GivenFiles given = sortFiles(names, m_session.context);
+    if (!isFirst) {
+        given.points.clear();
+        given.refusals.clear();
     }
-    for (const QString& argument : arguments) {
-        if (isDatabaseFile(argument)) {
-            openDatabase(argument, true);
-            return;
-        }
-        if (isTextFileName(argument)) {
-            guarded(this, [&] { m_changelog->loadTextFile(argument); });
-            return;
-        }
-    }
+    openGiven(given);
+    if (!given.refusals.isEmpty())
+        showWarning(this, given.refusals.join("\n\n"));
+}
+
+void MainWindow::openGiven(const GivenFiles& given) {
+    if (!given.database.isEmpty())
+        openDatabase(given.database, true);
+    if (!given.points.isEmpty())
+        importPoints(given.points, !given.database.isEmpty());
+    if (!given.text.isEmpty())
+        openTextFile(given.text);
 }
 
 void MainWindow::openDatabase(QString fileName, bool skipDialog) {
@@ -61,7 +58,7 @@ void MainWindow::openDatabase(QString fileName, bool skipDialog) {
             return;
         fileName = QDir::toNativeSeparators(QFileInfo(fileName).absoluteFilePath());
         if (!skipDialog && isImportable(fileName)) {
-            importPoints({fileName});
+            importPoints({fileName}, false);
             return;
         }
         tryToOpen(fileName, settings);
@@ -195,15 +192,7 @@ void MainWindow::openFiles(const QStringList& fileNames) {
         QTimer::singleShot(retryDelay, this, [this, fileNames] { openFiles(fileNames); });
         return;
     }
-    if (isDatabaseFile(fileName))
-        openDatabase(fileName, true);
-    else if (std::ranges::all_of(fileNames,
-                                 [this](const QString& name) { return isImportable(name); }))
-        importPoints(fileNames);
-    else if (isImportable(fileName))
-        importPoints({fileName});
-    else if (isTextFileName(fileName))
-        openTextFile(fileName);
+    openGiven(sortFiles(fileNames, m_session.context));
 }
 
 // The changelog of a database that is open must not be mistaken for that of a text file.
@@ -228,13 +217,7 @@ bool MainWindow::isOpenable(const QString& fileName) const {
 }
 
 bool MainWindow::isDatabaseFile(const QString& fileName) const {
-    if (!QFileInfo(fileName).isFile())
-        return false;
-    try {
-        return m_session.context.databaseFileTypeCheck(fileName.toStdString());
-    } catch (const qrb::Error&) {
-        return false;
-    }
+    return window::isDatabaseFile(fileName, m_session.context);
 }
 
 }  // namespace tarvo::window

@@ -1,7 +1,9 @@
 // MainWindow: points of other programs that come in.
+#include "core/pointpages.h"
 #include "ui_mainwindow.h"
 #include "window/common/filefilter.h"
 #include "window/common/guard.h"
+#include "window/frame/givenfiles.h"
 #include "window/frame/mainwindow.h"
 #include "window/frame/pointimport.h"
 
@@ -10,17 +12,32 @@
 
 namespace tarvo::window {
 
+namespace {
+
+// With the elements of those that have several.
+QStringList attributesOf(const qrb::Pointcloud& cloud) {
+    QStringList names;
+    for (const std::string& name : cloud.pointAttributes().list())
+        for (const core::PointColumn& column : core::columnsOf(cloud.pointAttributes().get(name)))
+            names += QString::fromStdString(column.name);
+    return names;
+}
+
+}  // namespace
+
 void MainWindow::on_actionImportPoints_triggered() {
     const QStringList names =
         QFileDialog::getOpenFileNames(this, "Import Points", QFileInfo(m_session.fileName).path(),
                                       pointFileTypeFilter() + ";;All files (*.*)");
     if (!names.isEmpty())
-        importPoints(names);
+        importPoints(names, false);
 }
 
-void MainWindow::importPoints(const QStringList& fileNames) {
+void MainWindow::importPoints(const QStringList& fileNames, bool intoOpen) {
     guarded(this, [&] {
-        ImportTarget target{m_session.fileName, {}};
+        ImportTarget target{m_session.fileName, {}, {}, intoOpen};
+        if (m_session.database)
+            target.attributes = attributesOf(*m_session.database);
         if (isPending())
             target.refusal = "a transaction is pending in it";
         else if (m_session.database && !isAsOpened())

@@ -9,6 +9,7 @@
 #include "window/dialogs/dialogexportasqrb.h"
 #include "window/dialogs/dialogvalidate.h"
 #include "window/frame/aboutbox.h"
+#include "window/frame/commandline.h"
 #include "window/frame/databasecreation.h"
 #include "window/frame/librarychoice.h"
 #include "window/frame/mimefile.h"
@@ -76,7 +77,10 @@ MainWindow::MainWindow(const QString& textFileName) : m_ui(std::make_unique<Ui::
     m_ui->actionFactoryMode->setEnabled(false);
     m_ui->actionFactoryMode->setVisible(false);
     adaptToolTips(this);
-    evaluateCommandLine(textFileName);
+    if (const auto rectangle = windowRectangle(QCoreApplication::arguments()))
+        setGeometry(*rectangle);
+    if (!textFileName.isEmpty())
+        guarded(this, [&] { m_changelog->loadTextFile(textFileName); });
 }
 
 MainWindow::~MainWindow() {
@@ -299,6 +303,7 @@ void MainWindow::on_actionWindowNew_triggered() {
         auto* window = new MainWindow;
         window->setAttribute(Qt::WA_DeleteOnClose);
         window->show();
+        window->openArguments(QCoreApplication::arguments().mid(1), false);
     });
 }
 

@@ -19,6 +19,7 @@ class Panel;
 class PluginMenu;
 class PointDataPanel;
 class PointIndexPanel;
+struct GivenFiles;
 
 namespace Ui {
 class MainWindow;
@@ -28,9 +29,8 @@ class MainWindow : public QMainWindow {
     Q_OBJECT
 
 public:
-    // Examines the command line; shows the text file, if one is given, instead of the files that
-    // are named there. The library must be loaded. Throws qrb::Error where it gives no
-    // context.
+    // Takes the place that the command line names; shows the text file, if one is given. The
+    // library must be loaded. Throws qrb::Error where it gives no context.
     explicit MainWindow(const QString& textFileName = {});
     ~MainWindow() override;
 
@@ -42,8 +42,14 @@ public:
     // file, in a new window if the user wants that where a database is open; as soon as no dialog
     // is open. Other names are ignored.
     void openFile(const QString& fileName);
-    // The same for files that come together: those with points are imported as one.
+    // The same for files that come together: those with points are imported as one, into the
+    // database among them or a new one; of several databases the first is opened.
     void openFiles(const QStringList& fileNames);
+
+    // Opens the files that the command line names, as openFiles does; the window must be shown. The
+    // program's first window offers to import points and tells what can't be opened, others show
+    // the database or the text alone.
+    void openArguments(const QStringList& arguments, bool isFirst);
 
     const DatabaseSession& session() const { return m_session; }
     // A closed window has let go of everything and takes nothing any more.
@@ -82,7 +88,6 @@ private:
     void createStatusLabel();
     void createPluginMenu();
     void restoreWindowGeometry();
-    void evaluateCommandLine(const QString& textFileName);
 
     void replaceDatabase(const QString& fileName, const qrb::pointcloud::OpenSettings& settings);
     void tryToOpen(const QString& fileName, const qrb::pointcloud::OpenSettings& settings);
@@ -104,7 +109,9 @@ private:
     bool isDatabaseFile(const QString& fileName) const;
     bool isImportable(const QString& fileName) const;
     bool isOpenable(const QString& fileName) const;
-    void importPoints(const QStringList& fileNames);
+    // intoOpen: into the open database, unless the user decides otherwise.
+    void importPoints(const QStringList& fileNames, bool intoOpen);
+    void openGiven(const GivenFiles& given);
 
     // Declared first: the panels refer to it until they are gone.
     DatabaseSession m_session;

@@ -11,10 +11,6 @@ class QWidget;
 
 namespace tarvo::window {
 
-// Whether a file promises points by its extension or, for certain, by its content. It must exist
-// and be no database.
-bool isPointFile(const QString& fileName);
-
 struct ImportOutcome {
     bool changed = false;  // the session's database has the points
     QString opened;        // a new database that the user wants to see; empty: none

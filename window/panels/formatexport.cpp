@@ -4,49 +4,70 @@
 #include "exchange/export/exportpoints.h"
 #include "window/common/aside.h"
 #include "window/common/messageboxes.h"
+#include "window/common/textformat.h"
 
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLocale>
 #include <algorithm>
+#include <iterator>
 
 namespace tarvo::window {
 
 namespace {
 
-const QStringList& fileTypes() {
-    static const QStringList types = {"LAS (*.las)", "LAZ, compressed LAS (*.laz)", "PLY (*.ply)",
-                                      "XYZ, a text of numbers (*.xyz)"};
-    return types;
+struct FileType {
+    const char* text;
+    const char* extension;
+};
+constexpr FileType fileTypes[] = {{"LAS (*.las)", "las"},
+                                  {"LAZ, compressed LAS (*.laz)", "laz"},
+                                  {"PLY (*.ply)", "ply"},
+                                  {"XYZ, a text of numbers (*.xyz)", "xyz"}};
+
+const FileType& typeOf(const QString& text) {
+    const auto* const found =
+        std::ranges::find_if(fileTypes, [&](const FileType& type) { return text == type.text; });
+    return found == std::end(fileTypes) ? fileTypes[0] : *found;
 }
 
-constexpr const char* extensions[] = {".las", ".laz", ".ply", ".xyz"};
+// Lets the name follow the type that is chosen: the format is what the extension says.
+void followType(QFileDialog& dialog) {
+    dialog.setDefaultSuffix(typeOf(dialog.selectedNameFilter()).extension);
+    QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&](const QString& text) {
+        const QString extension = typeOf(text).extension;
+        dialog.setDefaultSuffix(extension);
+        const QFileInfo chosen(dialog.selectedFiles().value(0));
+        if (!chosen.isDir() && exchange::formatOfFile(chosen.fileName().toStdString()))
+            dialog.selectFile(chosen.completeBaseName() + '.' + extension);
+    });
+}
 
 // The name that the user wants, with an extension that tells the format; empty: none.
 QString chosenPlace(const QString& proposed, QWidget* parent) {
-    QString type = fileTypes().first();
-    const QString name = QFileDialog::getSaveFileName(parent, "Export Points", proposed,
-                                                      fileTypes().join(";;"), &type);
+    QStringList texts;
+    for (const FileType& type : fileTypes)
+        texts += type.text;
+    QFileDialog dialog(parent, "Export Points");
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.setNameFilters(texts);
+    dialog.setDirectory(QFileInfo(proposed).path());
+    dialog.selectFile(QFileInfo(proposed).fileName());
+    followType(dialog);
+    if (dialog.exec() != QDialog::Accepted)
+        return {};
+    const QString name = dialog.selectedFiles().value(0);
     if (name.isEmpty() || exchange::formatOfFile(name.toStdString()))
         return name;
-    const QString place = name + extensions[std::max<qsizetype>(fileTypes().indexOf(type), 0)];
+    const QString place = name + '.' + typeOf(dialog.selectedNameFilter()).extension;
     // The file dialog has asked for the other name.
     if (QFileInfo::exists(place) &&
         !lossConfirmed(parent, QString("The file \"%0\" exists already.\nReplace it?")
                                    .arg(QDir::toNativeSeparators(place))))
         return {};
     return place;
-}
-
-// The advice of the export speaks of the options that qrbtool has for it.
-core::Failure inWindowWords(const core::Failure& failure) {
-    std::string details = failure.details();
-    if (details.find("--attributes") != std::string::npos)
-        details += "\nHere the attributes are those whose columns are shown.";
-    if (details.find("--scale") != std::string::npos)
-        details += "\n--scale is an option of \"qrbtool export\".";
-    return core::Failure(failure.what(), details);
 }
 
 std::vector<std::string> namesOf(const QStringList& texts) {
@@ -60,7 +81,9 @@ std::vector<std::string> namesOf(const QStringList& texts) {
 
 void exportPointsAs(const DatabaseSession& session, const core::PointSelection& selection,
                     const QStringList& attributes, QWidget* parent) {
-    const QString name = chosenPlace(session.fileName + extensions[0], parent);
+    const QFileInfo database(session.fileName);
+    const QString name =
+        chosenPlace(database.dir().filePath(database.completeBaseName() + ".las"), parent);
     if (name.isEmpty())
         return;
     const std::string fileName = session.fileName.toStdString();
@@ -69,18 +92,12 @@ void exportPointsAs(const DatabaseSession& session, const core::PointSelection& 
     options.format = *exchange::formatOfFile(name.toStdString());
     files::WholeFile file(name.toStdString());
     exchange::Exported exported;
-    try {
-        workAside(parent, "Exporting points ...", session.context,
-                  [&](const StepProgress& progress) {
-                      exchange::database::DatabaseSource source(*session.database, fileName,
-                                                                selection, namesOf(attributes));
-                      exported =
-                          exchange::exportPoints(source, source.formats(), options, file, progress);
-                      progress("Writing " + name.toStdString(), 1);  // the last chance to cancel
-                  });
-    } catch (const core::Failure& failure) {
-        throw inWindowWords(failure);
-    }
+    workAside(parent, "Exporting points ...", session.context, [&](const StepProgress& progress) {
+        exchange::database::DatabaseSource source(*session.database, fileName, selection,
+                                                  namesOf(attributes));
+        exported = exchange::exportPoints(source, source.formats(), options, file, progress);
+        progress("Writing " + name.toStdString(), 1);  // the last chance to cancel
+    });
     // A filter that was mistyped must not cost last week's export.
     if (exported.points == 0 && file.replaces()) {
         showInformation(parent, QString("No points are selected; \"%0\" was left as it was.")
@@ -88,15 +105,12 @@ void exportPointsAs(const DatabaseSession& session, const core::PointSelection& 
         return;
     }
     file.publish();
-    QStringList notes;
-    for (const std::string& note : exported.notes)
-        notes += QString::fromStdString(note);
     showInformation(parent,
                     exported.points == 1
                         ? QString("One point exported.")
                         : QString("%0 points exported.")
                               .arg(QLocale().toString(static_cast<qulonglong>(exported.points))),
-                    notes.join('\n'));
+                    textList(exported.notes).join('\n'));
 }
 
 }  // namespace tarvo::window
