@@ -1,7 +1,7 @@
 #include "benchmarks/columns.h"
 
 #include "exchange/opensource.h"
-#include "exchange/table/visit.h"
+#include "qrb/visitvalues.h"
 #include "numbers/decimal.h"
 #include "qrb/pointcloud.h"
 

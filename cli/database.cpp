@@ -3,15 +3,45 @@
 #include "cli/commands.h"
 #include "cli/errors.h"
 #include "cli/terminal.h"
+#include "exchange/format.h"
+#include "files/path.h"
+#include "qrb/error.h"
 
 #include <filesystem>
 #include <system_error>
 
 namespace tarvo::cli {
 
+namespace {
+
+// While a database is changed a journal stands beside it, whose name is that much longer.
+constexpr std::size_t longestName = 255 - std::string_view("-journal").size();
+
+// Where the file is a point cloud of another format.
+void refusePointCloud(const std::string& fileName) {
+    exchange::FileKind kind;
+    try {
+        kind = exchange::kindOfFile(fileName);
+    } catch (const Failure&) {
+        return;
+    }
+    if (kind.isCertain && !kind.format.empty()) {
+        throw Failure("\"" + fileName + "\" is a point cloud of the format " + kind.format +
+                          ", not a database.",
+                      "\"qrbtool import\" makes a database of it.");
+    }
+}
+
+}  // namespace
+
 Database::Database(const qrb::Context& context, const std::string& fileName)
     : m_fileName(fileName), m_cloud(context) {
-    m_cloud.open(fileName, qrb::pointcloud::OpenSettings(context));
+    try {
+        m_cloud.open(fileName, qrb::pointcloud::OpenSettings(context));
+    } catch (const qrb::Error&) {
+        refusePointCloud(fileName);
+        throw;
+    }
 }
 
 std::uint64_t Database::fileSize() const {
@@ -29,6 +59,14 @@ std::string Database::inspect(std::uint8_t format) const {
 }
 
 void Database::begin(const Change& change) {
+    const std::string name = files::nameOf(files::pathOf(m_fileName).filename());
+    if (name.size() > longestName) {
+        throw Failure("The name of the database has " + std::to_string(name.size()) +
+                          " bytes, too many for it to be changed.",
+                      "A journal with a longer name stands beside it meanwhile: rename it, to at "
+                      "most " +
+                          std::to_string(longestName) + " bytes.");
+    }
     m_transaction.reset();
     m_transaction.emplace(m_cloud.transactions(), change.title, agentText(), change.comments,
                           change.settings);

@@ -40,7 +40,7 @@ struct ExportCommand {
 };
 
 ExportFormat formatOf(const ExportCommand& command) {
-    if (command.output == "-") {
+    if (command.output.empty() || command.output == "-") {
         throw UsageError("An export needs the name of a file.",
                          "\"qrbtool select --format csv\" writes points to the terminal.");
     }
@@ -107,6 +107,9 @@ void runExport(const Database& database, const ExportCommand& command) {
     }
     file.publish();
     note(exported.notes);
+    if (exported.points == 0) {
+        note("No points are selected: the file holds none.");
+    }
     print(std::to_string(exported.points) + (exported.points == 1 ? " point" : " points") +
           " exported to \"" + command.output + "\".\n");
 }

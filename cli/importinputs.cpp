@@ -1,5 +1,6 @@
 #include "cli/importinputs.h"
 
+#include "cli/errors.h"
 #include "cli/inputs.h"
 #include "cli/terminal.h"
 #include "exchange/format.h"
@@ -26,6 +27,26 @@ struct StepLine {
 
 bool isSameFormat(const std::string& found, const std::string& wanted) {
     return wanted.empty() || found == wanted || (found == "las" && wanted == "laz");
+}
+
+// Opens a file; what is wrong with one that only its folder named need not end an import.
+std::unique_ptr<exchange::PointSource> openNamed(exchange::SourceOpener& opener,
+                                                 const std::string& fileName, bool isNamed,
+                                                 const exchange::OpenProgress& progress) {
+    try {
+        return opener.open(fileName, progress);
+    } catch (const UsageError&) {
+        throw;
+    } catch (const Interrupted&) {
+        throw;
+    } catch (const Failure& failure) {
+        if (isNamed) {
+            throw;
+        }
+        throw Failure(failure.what(), failure.details() + (failure.details().empty() ? "" : "\n") +
+                                          "To go without this file, name those that are wanted in "
+                                          "place of their folder.");
+    }
 }
 
 // The files of a folder that are point clouds, sorted by name.
@@ -141,8 +162,9 @@ exchange::PointSources openSources(const InputOptions& inputs) {
     exchange::SourceOpener opener(inputs.format, inputs.columns);
     for (const std::string& fileName : filesOf(inputs)) {
         noteInput(fileName);
-        sources.push_back(opener.open(
-            fileName, [&](double fraction) { progress("Opening " + fileName, fraction); }));
+        sources.push_back(openNamed(
+            opener, fileName, std::ranges::find(inputs.names, fileName) != inputs.names.end(),
+            [&](double fraction) { progress("Opening " + fileName, fraction); }));
     }
     return exchange::mapped(sources, inputs.map);
 }

@@ -13,6 +13,8 @@
 #include "core/creationsettings.h"
 #include "core/newdatabase.h"
 #include "files/identity.h"
+#include "files/openfiles.h"
+#include "qrb/error.h"
 
 #include <CLI/CLI.hpp>
 
@@ -67,14 +69,33 @@ void refuseTwice(const std::vector<std::string>& names) {
     }
 }
 
+std::unique_ptr<Database> opened(const qrb::Context& context, const std::string& name) {
+    try {
+        return std::make_unique<Database>(context, name);
+    } catch (const qrb::Error&) {
+        const std::uint64_t limit = files::exhaustedLimit();
+        if (limit == 0) {
+            throw;
+        }
+        throw Failure(
+            "\"" + name +
+                "\" can't be opened beside the databases before it: a program "
+                "may have " +
+                std::to_string(limit) + " files open here.",
+            "Raise that limit (\"ulimit -n\"), or merge some of them first, and then what "
+            "was merged.");
+    }
+}
+
 void runMerge(const qrb::Context& context, const MergeCommand& command) {
     const auto shaper = shaperOf(command.shape.shape());
     refuseAsInput(command.target, command.names);
     refuseTwice(command.names);
     std::vector<std::unique_ptr<Database>> databases;
     std::vector<database::MergeInput> inputs;
+    files::allowManyOpenFiles();
     for (const std::string& name : command.names) {
-        databases.push_back(std::make_unique<Database>(context, name));
+        databases.push_back(opened(context, name));
         inputs.push_back({&databases.back()->cloud(), name});
     }
     database::MergePlan plan = database::planMerge(inputs, command.crsAsIs);

@@ -27,6 +27,11 @@ core::Area areaOf(const std::string& argument) {
     if (!isFile && core::looksLikeArea(argument)) {
         return core::areaFromText(argument, "--polygon");
     }
+    if (!isFile && !std::filesystem::exists(argument, error)) {
+        throw Failure(
+            "\"" + argument + "\" is neither an area nor a file with one.",
+            "An area begins with POLYGON or MULTIPOLYGON and has corners, or is GeoJSON.");
+    }
     return core::areaFromText(readTextFile(argument), "\"" + argument + "\"");
 }
 

@@ -52,7 +52,9 @@ public:
             throw Failure("\"" + folder + "\" is no folder, and none can be made there.",
                           error ? error.message() + "." : "Give another name.");
         }
-        m_made = files::pathOf(files::temporaryNameFor(files::nameOf(m_folder / "split")));
+        const std::string name = files::nameOf(m_folder / "split");
+        files::removeLeftovers(name);
+        m_made = files::pathOf(files::temporaryNameFor(name));
         fs::create_directory(m_made, error);
         if (error) {
             throw Failure("Nothing can be written to the folder \"" + folder + "\".",

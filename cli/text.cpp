@@ -2,6 +2,7 @@
 
 #include "cli/errors.h"
 #include "core/nodelist.h"
+#include "core/utf8.h"
 
 #include <algorithm>
 
@@ -29,6 +30,13 @@ std::size_t unsafeLength(std::string_view text) {
     return isDirection || isIsolate ? 3 : 0;
 }
 
+// Bytes of the character that the text begins with; 0: it begins with none.
+std::size_t characterLength(std::string_view text) {
+    const auto lead = static_cast<unsigned char>(text.front());
+    const std::size_t length = lead < 0x80 ? 1 : lead < 0xe0 ? 2 : lead < 0xf0 ? 3 : 4;
+    return core::isUtf8(text.substr(0, length)) ? std::min(length, text.size()) : 0;
+}
+
 }  // namespace
 
 std::vector<std::uint32_t> parseNodes(std::string_view text) {
@@ -41,17 +49,17 @@ std::vector<std::uint32_t> parseNodes(std::string_view text) {
 
 std::string printable(std::string_view text) {
     std::string result;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const auto c = static_cast<unsigned char>(text[i]);
-        const std::size_t length = unsafeLength(text.substr(i));
+    while (!text.empty()) {
+        const std::size_t length = characterLength(text);
+        const char c = text.front();
         if (c == '\t') {
             result += ' ';
-        } else if (length > 0 && c != '\n') {
+        } else if (length == 0 || (unsafeLength(text) > 0 && c != '\n')) {
             result += '?';
-            i += length - 1;
         } else {
-            result += text[i];
+            result += text.substr(0, length);
         }
+        text.remove_prefix(std::max<std::size_t>(length, 1));
     }
     return result;
 }

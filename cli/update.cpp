@@ -91,6 +91,10 @@ std::uint64_t invertPoints(const Database& database, const UpdateOptions& option
 }
 
 void runUpdate(Database& database, const UpdateOptions& options) {
+    if (options.table == "-") {
+        throw UsageError("A table is not read from standard input.",
+                         "Write it to a file, and name that.");
+    }
     std::uint64_t changed = 0;
     std::uint64_t missing = 0;
     database.change({"Update points", "", updateSettings(options)}, [&] {

@@ -71,7 +71,12 @@ public:
     explicit WktReader(std::string_view text) : m_text(text) {}
 
     Area read() {
-        const std::string name = word();
+        std::string name = word();
+        // "POLYGONZ" is written, too.
+        for (const char* const plain : {"POLYGON", "MULTIPOLYGON"})
+            for (const char* const kind : {"Z", "M", "ZM"})
+                if (name == std::string(plain) + kind)
+                    name = plain;
         if (name != "POLYGON" && name != "MULTIPOLYGON")
             throw AreaFault(name.empty() ? "it begins with neither POLYGON nor MULTIPOLYGON"
                                          : "it is a " + name + ", not a polygon");

@@ -2,12 +2,14 @@
 
 #include "core/attributerules.h"
 #include "numbers/wide.h"
+#include "qrb/visitvalues.h"
 
 #include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <type_traits>
 
 namespace tarvo::core {
 
@@ -17,30 +19,18 @@ using numbers::Wide;
 using qrb::pointcloud::DataType;
 using qrb::pointcloud::PointAttribute;
 
-template <typename T>
-std::uint64_t widened(const std::uint8_t* bytes) {
-    T value;
-    std::memcpy(&value, bytes, sizeof value);
-    if constexpr (std::is_signed_v<T>)
-        return static_cast<std::uint64_t>(static_cast<std::int64_t>(value));
-    else
-        return value;
-}
-
-// In 8 bytes of the format's type.
+// In 8 bytes of the format's type. bytes: of any alignment.
 std::uint64_t bitsOf(DataType narrow, const std::uint8_t* bytes) {
-    switch (narrow) {
-        case DataType::UINT8:
-            return widened<std::uint8_t>(bytes);
-        case DataType::UINT16:
-            return widened<std::uint16_t>(bytes);
-        case DataType::UINT32:
-            return widened<std::uint32_t>(bytes);
-        case DataType::INT32:
-            return widened<std::int32_t>(bytes);
-        default:
-            return widened<std::uint64_t>(bytes);
-    }
+    std::uint64_t bits = 0;
+    visitValues(narrow, nullptr, [&]<typename T>(const T*) {
+        T value;
+        std::memcpy(&value, bytes, sizeof value);
+        if constexpr (std::is_floating_point_v<T>)
+            bits = std::bit_cast<std::uint64_t>(static_cast<double>(value));
+        else
+            bits = static_cast<std::uint64_t>(static_cast<std::int64_t>(value));
+    });
+    return bits;
 }
 
 bool isReal(const ValueFormat& format) {
@@ -124,11 +114,22 @@ bool ValueComparison::equal(const std::uint8_t* before, const std::uint8_t* afte
 }
 
 std::vector<std::string> ValueComparison::textsBefore(const std::uint8_t* values) const {
-    return valueTexts(m_formatBefore, m_before.length, values);
+    return texts(m_formatBefore, m_before, values);
 }
 
 std::vector<std::string> ValueComparison::textsAfter(const std::uint8_t* values) const {
-    return valueTexts(m_formatAfter, m_after.length, values);
+    return texts(m_formatAfter, m_after, values);
+}
+
+std::vector<std::string> ValueComparison::texts(const ValueFormat& format,
+                                                const PointAttribute& attribute,
+                                                const std::uint8_t* values) const {
+    std::vector<std::string> result = valueTexts(format, attribute.length, values);
+    const DataType type = format.narrowType();
+    for (std::uint32_t i = 0; m_asNumbers && i < attribute.length; ++i)
+        if (isInvalid(format, attribute, bitsOf(type, values + i * dataTypeSize(type))))
+            result[i] = "no value";
+    return result;
 }
 
 std::vector<std::string> valueTexts(const ValueFormat& format, std::uint32_t length,

@@ -28,6 +28,7 @@ public:
 
     // By the same definition values are compared as they are stored, else as ValuesDiff says.
     bool equal(const std::uint8_t* before, const std::uint8_t* after) const;
+    // By different definitions an invalid value is "no value": its number may be one of the other's.
     std::vector<std::string> textsBefore(const std::uint8_t* values) const;
     std::vector<std::string> textsAfter(const std::uint8_t* values) const;
 
@@ -35,6 +36,9 @@ private:
     std::size_t strideOf(qrb::pointcloud::DataType type) const {
         return qrb::pointcloud::dataTypeSize(type) * m_before.length;
     }
+    std::vector<std::string> texts(const ValueFormat& format,
+                                   const qrb::pointcloud::PointAttribute& attribute,
+                                   const std::uint8_t* values) const;
     bool agree(std::uint64_t before, std::uint64_t after) const;
 
     qrb::pointcloud::PointAttribute m_before;

@@ -25,11 +25,17 @@ struct Signature {
     const char* what;
 };
 using namespace std::string_view_literals;
+constexpr const char* crText = "a text whose lines end with carriage returns alone";
 constexpr Signature strangers[] = {
     {"SQLite format 3\0"sv, "a database file"},
     {"PK\3\4"sv, "a ZIP archive"},
     {"PK\5\6"sv, "a ZIP archive"},
-    {"%PDF"sv, "a PDF document"},
+    {"%PDF-"sv, "a PDF document"},
+    {"# .PCD"sv, "a PCD file"},
+    {"VERSION .7\n"sv, "a PCD file"},
+    {"VERSION 0.7\n"sv, "a PCD file"},
+    {"<"sv, "a text in XML or HTML"},
+    {"{"sv, "a text in JSON"},
     {"\x1f\x8b"sv, "packed by gzip"},
     {"BZh"sv, "packed by bzip2"},
     {"\xfd"
@@ -129,7 +135,8 @@ FileKind kindOfText(std::string_view begin) {
         if (text::isComment(lines.line()) || lines.hasNumbers(1)) {
             continue;
         }
-        text::splitFields(lines.line(), text::separatorOf(lines.line()), fields);
+        const std::string_view numbers = text::withoutRemark(lines.line());
+        text::splitFields(numbers, text::separatorOf(numbers), fields);
         const bool isNumeric = std::ranges::all_of(
             fields, [](std::string_view field) { return field.empty() || text::isNumber(field); });
         if (isNumeric && fields.size() > 1) {
@@ -176,6 +183,9 @@ FileKind kindOf(std::string_view begin) {
     if (begin.starts_with("ASTM-E57")) {
         return {"e57", {}, true};
     }
+    if (begin.starts_with("ply\r") && begin.size() > 4 && begin[4] != '\n') {
+        return {{}, crText, true};
+    }
     if (begin.size() > 3 && begin.starts_with("ply") &&
         std::isspace(static_cast<unsigned char>(begin[3]))) {
         return {"ply", {}, true};
@@ -190,6 +200,9 @@ FileKind kindOf(std::string_view begin) {
     }
     if (!isText(begin)) {
         return {{}, "not of a format that is known", true};
+    }
+    if (begin.find('\n') == std::string_view::npos && begin.find('\r') < begin.size() - 1) {
+        return {{}, crText, true};
     }
     // The last line may be cut off.
     if (begin.size() == beginSize && begin.find('\n') != std::string_view::npos) {

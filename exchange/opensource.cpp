@@ -19,8 +19,9 @@ std::string formatOf(const std::string& fileName) {
     if (kind.format.empty()) {
         throw core::Failure(
             "\"" + fileName + "\" is no point cloud that can be read: it is " + kind.what + ".",
-            kind.what.find("UTF-16") != std::string::npos
-                ? "Save the text in UTF-8 or ASCII."
+            kind.what.find("UTF-16") != std::string::npos ? "Save the text in UTF-8 or ASCII."
+            : kind.what.find("carriage") != std::string::npos
+                ? "Save it with the line ends of Unix or Windows."
                 : "Points are read from LAS, LAZ, PLY, PTX and E57 files and from texts of "
                   "numbers.");
     }

@@ -179,6 +179,12 @@ long formerProcessOf(const fs::path& file, const std::string& prefix) {
     return rests ? process : 0;
 }
 
+// Whether a temporary name is the whole of a name, without anything behind it.
+bool isWholeTemporaryName(const std::string& name) {
+    const std::size_t dash = name.rfind('-');
+    return dash + 1 < name.size() && name.find_first_not_of("0123456789", dash + 1) == name.npos;
+}
+
 // Removes the regular files beside `fileName` that the function accepts.
 template <typename Accept>
 void removeBeside(const std::string& fileName, Accept accept) {
@@ -224,11 +230,17 @@ void removeLeftovers(const std::string& fileName) noexcept {
     try {
         const std::string prefix = stemOf(fileName) + mark();
         const std::string former = nameOf(pathOf(fileName).filename()) + ".new-";
-        removeBeside(fileName, [&](const fs::path& file) {
-            long process = processOf(nameOf(file.filename()), prefix);
-            if (process == 0)
-                process = formerProcessOf(file, former);
+        const auto isGone = [](long process) {
             return process != 0 && process != processId() && !isRunning(process);
+        };
+        removeBeside(fileName, [&](const fs::path& file) {
+            const std::string name = nameOf(file.filename());
+            const long process = processOf(name, prefix);
+            std::error_code ignored;
+            if (isGone(process) && isWholeTemporaryName(name) &&
+                fs::is_directory(fs::symlink_status(file, ignored)))
+                fs::remove_all(file, ignored);
+            return isGone(process == 0 ? formerProcessOf(file, former) : process);
         });
     } catch (...) {
         // They only take room.

@@ -15,7 +15,8 @@ std::string resolved(const std::string& fileName);
 std::string temporaryNameFor(const std::string& fileName);
 
 // Removes what processes of this machine that are gone have left under names that temporaryNameFor
-// gave them for this file, with the journals beside them. What can't be removed is left.
+// gave them for this file, with the journals beside them; folders of such names go with all that
+// is in them. What can't be removed is left.
 void removeLeftovers(const std::string& fileName) noexcept;
 
 // Removes a file that was written under such a name, with its journals. What can't be removed is

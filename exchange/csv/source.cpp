@@ -19,11 +19,14 @@ namespace {
 constexpr std::size_t mostAttributes = 4096;
 constexpr std::size_t valuesAtOnce = 8u << 20;
 
-Column columnOf(const std::string& title) {
+// namesInFull: the header line calls the coordinates by the name of their attribute, so that x may
+// be anything.
+Column columnOf(const std::string& title, bool namesInFull) {
     Column column;
     column.name = validUtf8(title);
     column.attribute = title;
-    if (title.size() == 1 && std::string_view("xyzXYZ").find(title[0]) != std::string_view::npos) {
+    if (!namesInFull && title.size() == 1 &&
+        std::string_view("xyzXYZ").find(title[0]) != std::string_view::npos) {
         column.attribute = "tarvo.xyz";
         column.element = static_cast<std::uint32_t>((title[0] | 0x20) - 'x');
         return column;
@@ -66,9 +69,11 @@ void CsvSource::readHeader() {
         throw core::Failure("A quote in the header line of \"" + m_fileName + "\" is not closed.");
     }
     std::set<std::string> taken;
+    const bool namesInFull = std::ranges::any_of(
+        m_fields, [](std::string_view name) { return name.starts_with("tarvo.xyz["); });
     for (const std::string_view name : m_fields) {
         m_names.emplace_back(name);
-        Column column = columnOf(m_names.back());
+        Column column = columnOf(m_names.back(), namesInFull);
         if (column.element >= mostElements) {
             throw core::Failure("The column \"" + m_names.back() + "\" of \"" + m_fileName +
                                 "\" has an element number above " +
@@ -104,6 +109,13 @@ void CsvSource::findTypes() {
             types[i].add(m_fields[i], m_lines.lineNumber());
         }
     }
+    m_isLooking = false;
+    if (m_pointLine != 0 && m_commaLine != 0) {
+        throw core::Failure(
+            "\"" + m_fileName + "\" has points and commas in its numbers, in line " +
+                std::to_string(m_pointLine) + " and line " + std::to_string(m_commaLine) + ".",
+            "Decimals are written with one of the two throughout a file.");
+    }
     for (std::size_t i = 0; i < types.size(); ++i) {
         m_columns[i].type = types[i].type();
         m_columns[i].fault = types[i].fault(m_fileName, m_names[i]);
@@ -122,10 +134,39 @@ bool CsvSource::nextRow() {
     }
     if (m_fields.size() != m_names.size()) {
         throw core::Failure(where + "has " + std::to_string(m_fields.size()) +
-                            " fields, but the header line names " + std::to_string(m_names.size()) +
-                            ".");
+                                (m_fields.size() == 1 ? " field" : " fields") +
+                                ", but the header line names " + std::to_string(m_names.size()) +
+                                ".",
+                            "The first line is taken for the names of the columns. Take out lines "
+                            "that are neither\nnames nor numbers, or begin them with #.");
     }
+    changeCommas(line);
     return true;
+}
+
+// Numbers such as 1.234,5 have two meanings, and so has 1,234 between commas.
+void CsvSource::changeCommas(std::string_view line) {
+    if (m_isLooking && m_pointLine == 0 && line.find('.') != std::string_view::npos) {
+        m_pointLine = m_lines.lineNumber();
+    }
+    if ((m_separator == ',' && m_storage.empty()) || line.find(',') == std::string_view::npos) {
+        return;
+    }
+    constexpr std::size_t digitsOfThousands = 3;
+    m_changed.clear();
+    m_changed.reserve(m_fields.size());
+    for (std::string_view& field : m_fields) {
+        const std::size_t comma = field.find(',');
+        const bool isDecimal =
+            comma != std::string_view::npos &&
+            (m_separator != ',' || field.size() - comma - 1 != digitsOfThousands);
+        if (isDecimal) {
+            m_changed.emplace_back(field);
+            m_changed.back()[comma] = '.';
+            field = m_changed.back();
+            m_commaLine = m_commaLine == 0 ? m_lines.lineNumber() : m_commaLine;
+        }
+    }
 }
 
 void CsvSource::rewind() {

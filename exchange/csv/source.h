@@ -27,6 +27,8 @@ private:
     void readHeader();
     void findTypes();
     bool nextRow();
+    // Decimal commas become points.
+    void changeCommas(std::string_view line);
     void parse(std::size_t column, std::uint32_t row);
     [[noreturn]] void failCell(std::size_t column, const std::string& text) const;
 
@@ -40,6 +42,10 @@ private:
     std::vector<std::uint64_t> m_rowLines;
     std::vector<std::string_view> m_fields;
     std::vector<std::string> m_storage;
+    std::vector<std::string> m_changed;  // cells whose commas became points
+    bool m_isLooking = true;             // at the types
+    std::uint64_t m_pointLine = 0;       // first line with a decimal point
+    std::uint64_t m_commaLine = 0;       // the same with a decimal comma
 };
 
 }  // namespace tarvo::exchange::csv

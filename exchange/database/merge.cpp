@@ -79,6 +79,26 @@ void refuseOtherUnits(const std::vector<MergeInput>& inputs, const std::string& 
     }
 }
 
+// The same brightness is told by different numbers, of which nobody can say any more which are
+// which.
+void noteOtherColours(const std::vector<MergeInput>& inputs, std::vector<std::string>& notes) {
+    constexpr double brightestByte = 255;
+    const char* const colour = "tarvo.rgba";
+    const MergeInput* bytes = nullptr;
+    const MergeInput* larger = nullptr;
+    for (const MergeInput& input : inputs) {
+        if (input.cloud->pointAttributes().exists(colour)) {
+            const double most = input.cloud->pointAttributes().get(colour).maximumValue;
+            (most <= brightestByte ? bytes : larger) = &input;
+        }
+    }
+    if (bytes != nullptr && larger != nullptr) {
+        notes.push_back("The colours of \"" + bytes->fileName + "\" go to 255, those of \"" +
+                        larger->fileName +
+                        "\" beyond: each keeps its numbers, so that the former look dark.");
+    }
+}
+
 }  // namespace
 
 MergePlan planMerge(const std::vector<MergeInput>& inputs, bool asTheyAre) {
@@ -109,6 +129,7 @@ MergePlan planMerge(const std::vector<MergeInput>& inputs, bool asTheyAre) {
             plan.primary = plan.attributes.back();
         }
     }
+    noteOtherColours(inputs, plan.origin.notes);
     if (primary == first.pointIdName()) {
         plan.primary = core::definitionForCopy(first.get(primary));
     }

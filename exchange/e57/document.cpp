@@ -120,6 +120,9 @@ private:
             }
             field.scale = realOf(node.attribute("scale"), 1, m_file.fileName());
             field.offset = realOf(node.attribute("offset"), 0, m_file.fileName());
+            if (field.scale == 0) {
+                m_file.fail("\"" + validUtf8(field.name) + "\" has the scale 0");
+            }
         } else if (type == "Float") {
             field.kind = std::string_view(node.attribute("precision").value()) == "single"
                              ? Field::Kind::Single

@@ -45,9 +45,12 @@ void E57Source::rewind() {
     m_done = 0;
     m_invalid = 0;
     m_cut = 0;
+    m_blurred = 0;
+    m_longer = 0;
 }
 
 bool E57Source::nextScan() {
+    m_longer += m_reader && m_reader->holdsMore() ? 1 : 0;
     m_reader.reset();
     while (m_scan < m_document.scans.size()) {
         const Scan& scan = m_document.scans[m_scan++];
@@ -106,7 +109,8 @@ void E57Source::takeCoordinates(std::uint32_t count, std::uint32_t row) {
     const char* const names[2][3] = {{"cartesianX", "cartesianY", "cartesianZ"},
                                      {"sphericalRange", "sphericalAzimuth", "sphericalElevation"}};
     for (std::size_t i = 0; i < 3; ++i) {
-        m_reader->numbers(*scan.find(names[isSpherical ? 1 : 0][i]), count, m_numbers[i].data());
+        m_blurred += m_reader->numbers(*scan.find(names[isSpherical ? 1 : 0][i]), count,
+                                       m_numbers[i].data());
     }
     const bool isPosed = !scan.pose.isIdentity();
     const bool isSingle = m_plan.columns()[Coordinates].type == DataType::SINGLE;
@@ -155,7 +159,7 @@ void E57Source::take(const Filling& filling, std::uint32_t count, std::uint32_t 
         return;
     }
     if (filling.field) {
-        m_reader->numbers(*filling.field, count, m_numbers[0].data());
+        m_blurred += m_reader->numbers(*filling.field, count, m_numbers[0].data());
     }
     for (const std::uint32_t at : m_valid) {
         const double value = isMissing(at) ? std::numeric_limits<double>::quiet_NaN()
@@ -206,6 +210,11 @@ std::vector<std::string> E57Source::notes() const {
     add(m_invalid, " points that their scans call invalid were left out.");
     add(m_document.imageCount, " images were passed over.");
     add(m_cut, " colours beyond the limits of their scan became those limits.");
+    add(m_longer, m_longer == 1 ? " scan holds more records than it tells, which are left out."
+                                : " scans hold more records than they tell, which are left out.");
+    if (m_blurred > 0) {
+        notes.push_back(blurredNote(m_blurred));
+    }
     std::uint64_t without = 0;
     std::uint64_t withTexts = 0;
     bool isComputed = false;
@@ -217,7 +226,8 @@ std::vector<std::string> E57Source::notes() const {
         isComputed |= geometry == Geometry::Spherical ||
                       (geometry == Geometry::Cartesian && !scan.pose.isIdentity());
     }
-    add(without, " scans without coordinates were passed over.");
+    add(without, without == 1 ? " scan without coordinates was passed over."
+                              : " scans without coordinates were passed over.");
     add(withTexts, " fields of texts were passed over.");
     if (isComputed) {
         notes.emplace_back(posedNote);

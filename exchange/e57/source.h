@@ -49,6 +49,8 @@ private:
     std::uint64_t m_done = 0;            // records since the first
     std::uint64_t m_invalid = 0;         // of those
     std::uint64_t m_cut = 0;             // colours beyond their limits
+    std::uint64_t m_blurred = 0;         // values, see blurredNote
+    std::uint64_t m_longer = 0;          // scans with records that they don't tell
     std::vector<std::uint32_t> m_valid;  // places of the points that are taken
     std::vector<double> m_numbers[3];
     std::vector<std::int64_t> m_whole;

@@ -1,5 +1,6 @@
 #include "exchange/e57/vectorreader.h"
 
+#include "core/error.h"
 #include "exchange/bytes.h"
 #include "exchange/table/decimal.h"
 
@@ -161,7 +162,7 @@ void VectorReader::wholeNumbers(std::size_t field, std::uint32_t count,
     }
 }
 
-void VectorReader::numbers(std::size_t field, std::uint32_t count, double* values) const {
+std::uint64_t VectorReader::numbers(std::size_t field, std::uint32_t count, double* values) const {
     const Field& own = m_scan.fields[field];
     const std::uint8_t* const bytes = m_streams[field].bytes.data() + m_streams[field].position / 8;
     switch (own.kind) {
@@ -169,23 +170,42 @@ void VectorReader::numbers(std::size_t field, std::uint32_t count, double* value
             for (std::uint32_t i = 0; i < count; ++i) {
                 values[i] = get<float>(bytes + std::size_t{4} * i);
             }
-            return;
+            return 0;
         case Field::Kind::Double:
             std::memcpy(values, bytes, std::size_t{8} * count);
-            return;
+            return 0;
         case Field::Kind::Integer:
         case Field::Kind::Scaled:
             break;
         case Field::Kind::Text:
             std::fill_n(values, count, std::numeric_limits<double>::quiet_NaN());
-            return;
+            return 0;
     }
     std::vector<std::int64_t> whole(count);
     wholeNumbers(field, count, whole.data());
-    const Affine affine(own.scale, own.offset);
-    std::transform(whole.begin(), whole.end(), values, [&](std::int64_t value) {
-        return own.kind == Field::Kind::Scaled ? affine(value) : static_cast<double>(value);
-    });
+    const Affine affine =
+        own.kind == Field::Kind::Scaled ? Affine(own.scale, own.offset) : Affine();
+    std::transform(whole.begin(), whole.end(), values,
+                   [&](std::int64_t value) { return affine(value); });
+    return countBlurred(affine, {values, count});
+}
+
+bool VectorReader::holdsMore() {
+    // Beside whole bytes a stream ends in bits that fill one up.
+    const auto goesOn = [](const Stream& stream) {
+        return !stream.isKept || stream.size * 8 - stream.position >= std::max(stream.bits, 8u);
+    };
+    if (std::ranges::none_of(m_streams, &Stream::isKept)) {
+        return false;
+    }
+    try {
+        while (m_position < m_end && !std::ranges::all_of(m_streams, goesOn)) {
+            readPacket();
+        }
+    } catch (const core::Failure&) {
+        return false;  // nobody needs what is damaged there
+    }
+    return std::ranges::all_of(m_streams, goesOn);
 }
 
 void VectorReader::take(std::uint32_t count) {

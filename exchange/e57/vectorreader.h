@@ -19,11 +19,14 @@ public:
     // have been taken. Throws Failure.
     std::uint32_t prepare(std::uint32_t maximum);
     // A field of the first count records that are prepared: stored whole numbers of a field that
-    // has them, or the numbers of any but a text.
+    // has them, or the numbers of any but a text; returns how many of those are blurred (see
+    // countBlurred).
     void wholeNumbers(std::size_t field, std::uint32_t count, std::int64_t* values) const;
-    void numbers(std::size_t field, std::uint32_t count, double* values) const;
+    std::uint64_t numbers(std::size_t field, std::uint32_t count, double* values) const;
     // Those are done with.
     void take(std::uint32_t count);
+    // Whether the section goes on behind the records, all of which have been taken.
+    bool holdsMore();
 
 private:
     struct Stream {

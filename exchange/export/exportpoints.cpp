@@ -75,8 +75,11 @@ Exported exportPoints(PointSource& source, const std::vector<core::PointColumn>&
             return writeText(source, columns, {}, file, progress);
         case ExportFormat::Xyz:
             return writeText(source, columns, {' ', UINT64_MAX, false}, file, progress);
-        case ExportFormat::Ply:
-            return {ply::writePoints(source, columns, options.asText, file.stream(), progress), {}};
+        case ExportFormat::Ply: {
+            const ply::Written written =
+                ply::writePoints(source, columns, options.asText, file.stream(), progress);
+            return {written.points, written.notes};
+        }
         case ExportFormat::Las:
         case ExportFormat::Laz:
             break;

@@ -2,7 +2,7 @@
 
 #include "exchange/table/fit.h"
 #include "exchange/table/valuecheck.h"
-#include "exchange/table/visit.h"
+#include "qrb/visitvalues.h"
 #include "numbers/numbertext.h"
 
 #include <algorithm>

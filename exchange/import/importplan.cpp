@@ -55,9 +55,11 @@ void requirePrimary(const PointSource& source, const std::string& primary) {
         throw core::Failure(
             "The file \"" + source.fileName() + "\" does not hold the attribute \"" + primary +
                 "\"" + (elements == 0 ? "." : " with all " + std::to_string(length) + " elements."),
-            primary == "tarvo.xyz" ? "Columns of coordinates are named \"x\", \"y\" and \"z\".\n" +
-                                         advice().mapCoordinates
-                                   : "Name another primary attribute.");
+            primary == "tarvo.xyz"
+                ? "Columns of coordinates are named \"x\", \"y\" and \"z\", in the first line of a "
+                  "text that is no\ncomment (#). A text without names begins with numbers.\n" +
+                      advice().mapCoordinates
+                : "Name another primary attribute.");
     }
 }
 

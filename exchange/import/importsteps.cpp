@@ -1,12 +1,15 @@
 #include "exchange/import/importsteps.h"
 
 #include "exchange/advice.h"
+#include "exchange/import/agreement.h"
 #include "exchange/table/filledcolumn.h"
 #include "exchange/table/threads.h"
 #include "qrb/error.h"
 
 #include <atomic>
+#include <map>
 #include <memory>
+#include <set>
 
 namespace tarvo::exchange {
 
@@ -35,6 +38,25 @@ std::uint64_t insertBatches(qrb::pointcloud::QueryInsert& query, PointSource& so
     return points;
 }
 
+// Elements that no column holds, though a later one of the same attribute has one.
+FileList gapsOf(const std::vector<Column>& columns) {
+    std::map<std::string, std::set<std::uint32_t>> elements;
+    for (const Column& column : columns) {
+        elements[column.attribute].insert(column.element);
+    }
+    FileList gaps;
+    for (const auto& [name, found] : elements) {
+        std::uint32_t element = 0;
+        for (const std::uint32_t there : found) {
+            for (; element < there; ++element) {
+                gaps.add(name + "[" + std::to_string(element) + "]");
+            }
+            ++element;
+        }
+    }
+    return gaps;
+}
+
 }  // namespace
 
 std::string adviceToGoWithout(const std::string& attribute) {
@@ -42,6 +64,11 @@ std::string adviceToGoWithout(const std::string& attribute) {
 }
 
 void addNotes(const PointSource& source, std::vector<std::string>& notes) {
+    const FileList gaps = gapsOf(source.columns());
+    if (!gaps.isEmpty()) {
+        notes.push_back("\"" + source.fileName() + "\": no column holds " + gaps.text() +
+                        ": all points get the default value there.");
+    }
     for (const std::string& text : source.notes()) {
         notes.push_back("\"" + source.fileName() + "\": " + text);
     }

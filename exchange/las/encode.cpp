@@ -1,6 +1,6 @@
 #include "exchange/las/encode.h"
 
-#include "exchange/table/visit.h"
+#include "qrb/visitvalues.h"
 
 #include <cmath>
 #include <cstring>

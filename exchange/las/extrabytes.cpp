@@ -2,6 +2,7 @@
 
 #include "exchange/bytes.h"
 #include "exchange/las/texts.h"
+#include "numbers/numbertext.h"
 
 #include <cmath>
 
@@ -57,8 +58,8 @@ ExtraDimension readDescriptor(const RawFile& file, const std::uint8_t* b) {
         if (!std::isfinite(dimension.scale[i]) || dimension.scale[i] == 0 ||
             !std::isfinite(dimension.shift[i])) {
             file.fail("the extra bytes \"" + dimension.name + "\" have the scale " +
-                      std::to_string(dimension.scale[i]) + " and the offset " +
-                      std::to_string(dimension.shift[i]));
+                      numbers::numberText(dimension.scale[i]) + " and the offset " +
+                      numbers::numberText(dimension.shift[i]));
         }
         dimension.scaled |= dimension.scale[i] != 1 || dimension.shift[i] != 0;
     }

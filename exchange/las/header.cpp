@@ -3,6 +3,7 @@
 #include "core/error.h"
 #include "exchange/bytes.h"
 #include "exchange/las/texts.h"
+#include "numbers/numbertext.h"
 
 #include <algorithm>
 #include <cmath>
@@ -37,11 +38,11 @@ void checkAxes(const RawFile& file, const Header& header) {
         if (!std::isfinite(header.scale[i]) || header.scale[i] == 0 ||
             std::abs(header.scale[i]) < 1e-30 || std::abs(header.scale[i]) > 1e30) {
             file.fail(std::string("the ") + axes[i] + " scale factor is " +
-                      std::to_string(header.scale[i]));
+                      numbers::numberText(header.scale[i]));
         }
         if (!std::isfinite(header.offset[i]) || std::abs(header.offset[i]) > 1e30) {
             file.fail(std::string("the ") + axes[i] + " offset is " +
-                      std::to_string(header.offset[i]));
+                      numbers::numberText(header.offset[i]));
         }
     }
 }

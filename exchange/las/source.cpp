@@ -6,6 +6,7 @@
 #include "exchange/table/threads.h"
 
 #include <algorithm>
+#include <atomic>
 #include <memory>
 #include <mutex>
 
@@ -17,6 +18,10 @@ namespace {
 constexpr std::uint32_t pieceBytes = 128u << 10;
 // The memory of a batch's columns.
 constexpr std::uint64_t largestBatchBytes = 256u << 20;
+
+bool isWholeType(DataType type) {
+    return type != DataType::SINGLE && type != DataType::DOUBLE;
+}
 
 }  // namespace
 
@@ -70,6 +75,7 @@ void LasSource::noteFurtherRecords() {
 
 void LasSource::rewind() {
     m_position = 0;
+    m_blurred = 0;
     if (m_compressed) {
         m_compressed->rewind();
     }
@@ -87,6 +93,7 @@ std::uint32_t LasSource::next() {
     const std::uint8_t* const decoded = m_compressed ? m_compressed->next(count) : nullptr;
     std::mutex reading;
     std::uint32_t done = 0;
+    std::atomic<std::uint64_t> blurred = 0;
     onAllCores((count + m_pieceSize - 1) / m_pieceSize, [&] {
         std::vector<std::uint8_t> read;
         for (;;) {
@@ -108,11 +115,18 @@ std::uint32_t LasSource::next() {
             done += piece;
             lock.unlock();
             for (std::size_t i = 0; i < m_dimensions.size(); ++i) {
-                decode(m_dimensions[i].field, records, m_header.recordLength, piece,
-                       m_values[i].data() + begin * dataTypeSize(m_dimensions[i].column.type));
+                const Field& field = m_dimensions[i].field;
+                std::uint8_t* const to =
+                    m_values[i].data() + begin * dataTypeSize(m_dimensions[i].column.type);
+                decode(field, records, m_header.recordLength, piece, to);
+                if (field.kind == Field::Kind::Affine && isWholeType(field.raw)) {
+                    blurred +=
+                        countBlurred(field.affine, {reinterpret_cast<const double*>(to), piece});
+                }
             }
         }
     });
+    m_blurred += blurred;
     m_position += count;
     return count;
 }
@@ -123,6 +137,14 @@ std::vector<Affine> LasSource::coordinateAxes() const {
         axes.push_back(m_dimensions[i].field.affine);
     }
     return axes;
+}
+
+std::vector<std::string> LasSource::notes() const {
+    std::vector<std::string> notes = m_notes;
+    if (m_blurred > 0) {
+        notes.push_back(blurredNote(m_blurred));
+    }
+    return notes;
 }
 
 Origin LasSource::origin() const {

@@ -24,7 +24,7 @@ public:
     std::vector<Affine> coordinateAxes() const override;
     Origin origin() const override;
     std::vector<std::pair<std::string, std::string>> metaData() const override;
-    std::vector<std::string> notes() const override { return m_notes; }
+    std::vector<std::string> notes() const override;
 
 private:
     void noteFurtherRecords();
@@ -37,6 +37,7 @@ private:
     std::vector<std::string> m_notes;
     std::vector<Column> m_columns;
     std::uint64_t m_position = 0;  // points read
+    std::uint64_t m_blurred = 0;   // values of those, see blurredNote
     std::uint32_t m_largestBatch;
     std::uint32_t m_pieceSize;                        // points that are taken apart at once
     std::vector<std::vector<std::uint8_t>> m_values;  // per column

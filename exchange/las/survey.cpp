@@ -1,7 +1,7 @@
 #include "exchange/las/survey.h"
 
 #include "catalogue/jsonmemory.h"
-#include "exchange/table/visit.h"
+#include "qrb/visitvalues.h"
 
 #include <algorithm>
 #include <cmath>
@@ -20,7 +20,8 @@ bool areAngleSteps(DataType type, const void* values, std::uint32_t count) {
         all = std::all_of(typed, typed + count, [&](auto value) {
             const auto degrees = static_cast<double>(value);
             const double steps = std::round(degrees / angleStep);
-            return std::abs(steps) <= 30000 && angle(static_cast<std::int64_t>(steps)) == degrees;
+            return steps >= INT16_MIN && steps <= INT16_MAX &&
+                   angle(static_cast<std::int64_t>(steps)) == degrees;
         });
     });
     return all;

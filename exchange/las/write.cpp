@@ -6,12 +6,14 @@
 #include "exchange/las/origin.h"
 #include "exchange/las/ownrecord.h"
 #include "exchange/las/recordwriter.h"
+#include "exchange/las/waverecords.h"
 #include "exchange/table/threads.h"
 
 #include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <cstring>
+#include <iterator>
 
 namespace tarvo::exchange::las {
 
@@ -40,8 +42,16 @@ void setDate(FileDescription& description) {
         static_cast<std::uint16_t>((today - sys_days{date.year() / January / 1}).count() + 1);
 }
 
+bool hasWaves(const RecordPlan& plan, const std::vector<Column>& columns) {
+    const std::uint32_t ends = pointSize(plan.pointFormat);
+    return std::ranges::any_of(plan.fields, [&](const PlannedField& field) {
+        return field.field.offset < ends &&
+               columns[field.column].attribute == "las.wave_descriptor_index";
+    });
+}
+
 FileDescription describe(const RecordPlan& plan, const Origin& origin, CrsRecords crs,
-                         bool isCompressed) {
+                         WaveRecords waves, bool isCompressed) {
     FileDescription description;
     description.pointFormat = plan.pointFormat;
     description.recordLength = plan.recordLength;
@@ -57,7 +67,9 @@ FileDescription describe(const RecordPlan& plan, const Origin& origin, CrsRecord
     if (origin.timeBase && origin.timeBase->epoch == standardEpoch) {
         description.globalEncoding |= standardTime;
     }
+    description.globalEncoding |= waves.globalEncoding;
     description.records = std::move(crs.records);
+    std::ranges::move(waves.records, std::back_inserter(description.records));
     if (!plan.extraBytes.empty()) {
         description.records.push_back(recordOf("LASF_Spec", 4, "Extra bytes", plan.extraBytes));
     }
@@ -108,7 +120,13 @@ Written writePoints(PointSource& source, const WriteOptions& options, std::FILE*
     if (!crs.leftOut.empty()) {
         written.notes.push_back("The reference system is left out: " + crs.leftOut + ".");
     }
-    RecordWriter writer(file, describe(plan, origin, std::move(crs), options.compressed));
+    WaveRecords waves;
+    if (hasWaves(plan, source.columns())) {
+        waves = waveRecords(source.metaData());
+        written.notes.insert(written.notes.end(), waves.notes.begin(), waves.notes.end());
+    }
+    RecordWriter writer(
+        file, describe(plan, origin, std::move(crs), std::move(waves), options.compressed));
     const std::string step = "Exporting " + source.fileName();
     std::vector<std::uint8_t> records;
     std::uint64_t rounded = 0;

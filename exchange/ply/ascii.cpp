@@ -5,6 +5,8 @@
 #include "exchange/table/names.h"
 #include "exchange/text/fields.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <limits>
 #include <optional>
 #include <type_traits>
@@ -30,6 +32,8 @@ public:
     void rewind() override {
         m_lines.rewind();
         m_read = 0;
+        m_linesBehind = 0;
+        m_isAtEnd = false;
         std::string_view line;
         while (m_lines.position() < m_header.dataOffset && m_lines.next(line)) {
         }
@@ -54,7 +58,11 @@ public:
             text::splitFields(line, text::Separator::Blanks, m_words);
             takeVertex(row, buffers);
         }
+        if (m_read == m_vertices.count && !m_isAtEnd) {
+            countLinesBehind();
+        }
     }
+    std::uint64_t linesBehind() const override { return m_linesBehind; }
 
 private:
     [[noreturn]] void failEnd(const Element& element, std::uint64_t read) const {
@@ -67,6 +75,21 @@ private:
         failFormat("PLY", m_fileName, "line " + std::to_string(m_lines.lineNumber()) + " " + what);
     }
 
+    void countLinesBehind() {
+        bool isBehind = false;
+        std::uint64_t known = 0;
+        for (const Element& element : m_header.elements) {
+            known += isBehind && !element.properties.empty()
+                         ? std::min(element.count, UINT64_MAX - known)
+                         : 0;
+            isBehind |= &element == &m_vertices;
+        }
+        std::string_view line;
+        for (; m_lines.next(line); known -= known > 0 ? 1 : 0) {
+            m_linesBehind += known == 0 ? 1 : 0;
+        }
+        m_isAtEnd = true;
+    }
     void takeVertex(std::uint32_t row, ColumnBuffers& buffers) {
         std::size_t word = 0;
         for (std::size_t i = 0; i < m_columns.size(); ++i) {
@@ -115,6 +138,8 @@ private:
     std::vector<std::optional<Field>> m_columns;  // per property
     csv::LineReader m_lines;
     std::uint64_t m_read = 0;
+    std::uint64_t m_linesBehind = 0;
+    bool m_isAtEnd = false;
     std::vector<std::string_view> m_words;
 };
 

@@ -22,6 +22,8 @@ public:
     virtual void rewind() = 0;
     // Reads the next vertices, of which there are as many, into the first rows. Throws Failure.
     virtual void read(std::uint32_t count, ColumnBuffers& buffers) = 0;
+    // Lines behind the last element; known once all vertices have been read.
+    virtual std::uint64_t linesBehind() const { return 0; }
 };
 
 // The header must outlive it. Throws Failure for a file that is too short for its counts.

@@ -154,6 +154,13 @@ std::vector<std::string> PlySource::notes() const {
                             validUtf8(element.name) + "\" were passed over.");
         }
     }
+    if (const std::uint64_t lines = m_body->linesBehind()) {
+        notes.push_back(
+            "the header tells " + std::to_string(vertices(m_header).count) + " vertices, but " +
+            std::to_string(lines) +
+            (lines == 1 ? " more line follows, which is" : " more lines follow, which are") +
+            " left out.");
+    }
     for (const Property& property : vertices(m_header).properties) {
         if (property.countType && notes.size() < 8) {
             notes.push_back("the lists \"" + validUtf8(property.name) +

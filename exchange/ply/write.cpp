@@ -1,13 +1,17 @@
 #include "exchange/ply/write.h"
 
+#include "catalogue/catalogue.h"
 #include "exchange/advice.h"
 #include "exchange/table/delimited.h"
-#include "exchange/table/visit.h"
+#include "exchange/table/knownnames.h"
+#include "exchange/table/names.h"
+#include "qrb/visitvalues.h"
 #include "numbers/wide.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -63,13 +67,41 @@ Property propertyOf(const Column& column) {
     return property;
 }
 
+// Names that readers give the meaning of another column, or that stand there already, are changed.
+std::vector<Property> propertiesOf(const std::vector<Column>& columns,
+                                   std::vector<std::string>& notes) {
+    std::vector<Property> properties;
+    std::set<std::string> meanings;
+    std::set<std::string> taken;
+    for (const Column& column : columns) {
+        properties.push_back(propertyOf(column));
+        meanings.insert(column.descriptor());
+        taken.insert(properties.back().name);
+    }
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        const std::string descriptor = columns[i].descriptor();
+        std::string& name = properties[i].name;
+        const std::string meant = columnNamed(name, {}).descriptor();
+        if (name == descriptor && meant != descriptor && meanings.contains(meant) &&
+            catalogue::findAttribute(columnNamed(name, {}).attribute) != nullptr) {
+            name = uniqueName("ply." + safeName(name), taken);
+            notes.push_back("\"" + descriptor + "\" is called \"" + name +
+                            "\" in the file, where \"" + descriptor + "\" means \"" + meant +
+                            "\".");
+        }
+    }
+    return properties;
+}
+
 class Writer {
 public:
-    Writer(const PointSource& source, bool asText, std::FILE* file)
-        : m_source(source), m_asText(asText), m_file(file) {
-        for (const Column& column : source.columns()) {
-            m_properties.push_back(propertyOf(column));
-            m_recordLength += dataTypeSize(m_properties.back().type);
+    Writer(const PointSource& source, bool asText, std::FILE* file, std::vector<std::string>& notes)
+        : m_source(source),
+          m_asText(asText),
+          m_file(file),
+          m_properties(propertiesOf(source.columns(), notes)) {
+        for (const Property& property : m_properties) {
+            m_recordLength += dataTypeSize(property.type);
         }
     }
 
@@ -155,14 +187,14 @@ private:
 
 }  // namespace
 
-std::uint64_t writePoints(PointSource& source, const std::vector<core::PointColumn>& formats,
-                          bool asText, std::FILE* file, const ImportProgress& progress) {
+Written writePoints(PointSource& source, const std::vector<core::PointColumn>& formats, bool asText,
+                    std::FILE* file, const ImportProgress& progress) {
     const std::string step = "Exporting " + source.fileName();
-    Writer writer(source, asText, file);
+    Written written;
+    Writer writer(source, asText, file, written.notes);
     core::DelimitedWriter text(formats, {' ', UINT64_MAX, false},
                                [&](std::string_view lines) { writer.write(lines); });
     writer.writeHeader(0);
-    std::uint64_t points = 0;
     source.rewind();
     while (const std::uint32_t count = source.next()) {
         writer.checkWholeNumbers(count);
@@ -171,14 +203,14 @@ std::uint64_t writePoints(PointSource& source, const std::vector<core::PointColu
         } else {
             writer.writeRecords(count);
         }
-        points += count;
+        written.points += count;
         if (progress) {
             progress(step, source.progress());
         }
     }
     text.finish();
-    writer.rewriteHeader(points);
-    return points;
+    writer.rewriteHeader(written.points);
+    return written;
 }
 
 }  // namespace tarvo::exchange::ply

@@ -93,6 +93,9 @@ bool ScanReader::nextScan(Scan& scan) {
     if (!scan.pose.isFinite()) {
         fail("ends a matrix whose numbers are not finite");
     }
+    if (!scan.pose.keepsApart()) {
+        fail("ends a matrix that puts different points into the same place");
+    }
     scan.width = 0;
     return true;
 }

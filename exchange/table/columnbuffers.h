@@ -2,7 +2,7 @@
 #pragma once
 
 #include "exchange/table/pointsource.h"
-#include "exchange/table/visit.h"
+#include "qrb/visitvalues.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -152,6 +152,18 @@ Affine::Affine(double scale, double offset) : m_scale(scale), m_offset(offset) {
     m_unit = static_cast<double>(powerOfTen(digits));
 }
 
+std::uint64_t countBlurred(const Affine& axis, std::span<const double> values) {
+    const double sharpest = axis.sharpest();
+    return static_cast<std::uint64_t>(std::ranges::count_if(
+        values, [sharpest](double value) { return std::abs(value) > sharpest; }));
+}
+
+std::string blurredNote(std::uint64_t count) {
+    return std::to_string(count) + (count == 1 ? " value is" : " values are") +
+           " so far from 0 that steps of the file's scale can't be told apart there: what was read "
+           "is the nearest number of 64 bits, which several of them may share.";
+}
+
 std::optional<ValueGrid> commonGrid(std::span<const Affine> axes, double minimum, double maximum) {
     if (auto grid = decimalGrid(axes, minimum, maximum)) {
         return grid;

@@ -3,6 +3,7 @@
 // read back is the double nearest to the decimal number.
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -38,6 +39,10 @@ public:
     double scale() const { return m_scale; }
     double offset() const { return m_offset; }
 
+    // Beyond that doubles lie farther apart than the scale: neighbouring raw numbers may have the
+    // same value.
+    double sharpest() const { return std::abs(m_scale) * 0x1p53; }
+
     // One value; raw is any 64-bit number.
     double operator()(std::int64_t raw) const {
         if (m_exact && raw >= -m_limit && raw <= m_limit) {
@@ -55,6 +60,11 @@ private:
     std::int64_t m_limit = 0;  // up to here raw * step + shift stays below 2^53
     double m_unit = 1;         // units per 1
 };
+
+// How many of the values lie beyond the sharpest of their axis.
+std::uint64_t countBlurred(const Affine& axis, std::span<const double> values);
+// What a user has to know of them; count: 1 at least.
+std::string blurredNote(std::uint64_t count);
 
 // The grid of stored values: minimum + n * resolution.
 struct ValueGrid {

@@ -1,6 +1,6 @@
 #include "exchange/table/filledcolumn.h"
 
-#include "exchange/table/visit.h"
+#include "qrb/visitvalues.h"
 
 #include <bit>
 #include <cmath>

@@ -259,11 +259,15 @@ FittedAttribute fitCoordinates(const Column& column, const ColumnSummary& summar
     definition.length = column.length;
     const auto grid = coordinateGrid(column, summary, axes);
     if (!grid) {
-        throw core::Failure("The coordinates can't be stored without rounding: from " +
-                                std::to_string(summary.minimum()) + " to " +
-                                std::to_string(summary.maximum()) +
-                                " there are too many steps of the files' scale factors.",
-                            "Import files of different scales or far offsets one by one.");
+        throw core::Failure(
+            "The coordinates can't be stored without rounding: from " +
+                numbers::numberText(summary.minimum()) + " to " +
+                numbers::numberText(summary.maximum()) +
+                " there are more steps between values than numbers of 64 bits can tell "
+                "apart.",
+            axes.size() > 3 ? "Import files of different scales or far offsets one by one."
+                            : "Take out the points that lie farthest, or coordinates of needless "
+                              "digits.");
     }
     definition.resolution = grid->resolution;
     definition.minimumValue = grid->minimum;

@@ -29,6 +29,13 @@ bool Pose::isFinite() const {
     return finite;
 }
 
+bool Pose::keepsApart() const {
+    const auto& [x, y, z] = rotation;
+    return x[0] * (y[1] * z[2] - y[2] * z[1]) - x[1] * (y[0] * z[2] - y[2] * z[0]) +
+               x[2] * (y[0] * z[1] - y[1] * z[0]) !=
+           0;
+}
+
 std::array<double, 3> Pose::operator()(const std::array<double, 3>& point) const {
     if (isIdentity()) {
         return point;

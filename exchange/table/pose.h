@@ -22,6 +22,8 @@ struct Pose {
     bool operator==(const Pose&) const = default;
     bool isIdentity() const { return *this == Pose(); }
     bool isFinite() const;
+    // Whether different points stay different: the determinant is not 0.
+    bool keepsApart() const;
 
     // Rounded as roundedAsPosed does; the point itself where the pose is the identity.
     std::array<double, 3> operator()(const std::array<double, 3>& point) const;

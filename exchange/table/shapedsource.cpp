@@ -1,6 +1,6 @@
 #include "exchange/table/shapedsource.h"
 
-#include "exchange/table/visit.h"
+#include "qrb/visitvalues.h"
 
 #include <algorithm>
 

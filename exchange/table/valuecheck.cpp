@@ -1,7 +1,7 @@
 #include "exchange/table/valuecheck.h"
 
 #include "exchange/advice.h"
-#include "exchange/table/visit.h"
+#include "qrb/visitvalues.h"
 #include "numbers/numbertext.h"
 
 #include <algorithm>

@@ -3,6 +3,7 @@
 #include "exchange/csv/columntype.h"
 
 #include <algorithm>
+#include <cctype>
 #include <string>
 
 namespace tarvo::exchange::text {
@@ -55,7 +56,24 @@ bool mayHaveDecimalComma(std::string_view field) {
 
 bool isComment(std::string_view line) {
     line = trimmed(line);
-    return line.starts_with('#') || line.starts_with("//");
+    if (line.starts_with(';')) {
+        // Else the first of several values, which there is none of.
+        line.remove_prefix(1);
+        return line.find(';') == std::string_view::npos &&
+               std::ranges::any_of(line, [](unsigned char c) { return std::isalpha(c) != 0; });
+    }
+    return line.starts_with('#') || line.starts_with('%') || line.starts_with("//");
+}
+
+std::string_view withoutRemark(std::string_view line) {
+    const std::size_t mark = line.find('#');
+    if (mark == std::string_view::npos || mark == 0 || !isBlank(line[mark - 1])) {
+        return line;
+    }
+    std::vector<std::string_view> fields;
+    const std::string_view before = line.substr(0, mark);
+    splitFields(before, separatorOf(before), fields);
+    return !fields.empty() && isNumber(fields.front()) ? before : line;
 }
 
 Separator separatorOf(std::string_view line) {

@@ -9,8 +9,10 @@ namespace tarvo::exchange::text {
 
 enum class Separator : std::uint8_t { Blanks, Comma, Semicolon };
 
-// Whether the line begins with # or //.
+// Whether the line begins with #, % or //, or is words behind a semicolon.
 bool isComment(std::string_view line);
+// A line of numbers without what stands behind them and a blank from a # on.
+std::string_view withoutRemark(std::string_view line);
 
 // Of a line of numbers: a semicolon wherever one stands; a comma where it does not stand within
 // numbers that are separated by blanks ("1,5 2,5"); else blanks and tabs, any number of them.

@@ -17,6 +17,9 @@ namespace {
 constexpr std::size_t valuesAtOnce = 8u << 20;  // of all columns together
 constexpr std::size_t maximumWidth = 4096;
 constexpr const char* unnamed = "column_";
+constexpr const char* notNames =
+    "The first line that is no comment and begins with no number is taken for the names of the "
+    "columns.\nTake out lines that are neither names nor numbers, or begin them with #.";
 
 bool has(std::string_view line, char c) {
     return std::memchr(line.data(), c, line.size()) != nullptr;
@@ -50,6 +53,7 @@ void TextSource::readBegin(bool isNamed) {
         if (isComment(line)) {
             continue;
         }
+        line = withoutRemark(line);
         m_separator = separatorOf(line);
         splitFields(line, m_separator, m_fields);
         std::uint64_t count = 0;
@@ -90,12 +94,13 @@ void TextSource::refuseMixedPoints(std::string_view line) {
 bool TextSource::nextRow() {
     std::string_view line;
     while (m_lines.next(line)) {
-        if (line.front() <= '/' && isComment(line)) {
+        if ((line.front() <= '/' || line.front() == ';') && isComment(line)) {
             continue;
         }
         if (m_lines.lineNumber() == m_headerLine) {
             continue;
         }
+        line = has(line, '#') ? withoutRemark(line) : line;
         if (m_separator != Separator::Comma) {
             if (m_isLooking) {
                 refuseMixedPoints(line);
@@ -113,8 +118,11 @@ bool TextSource::nextRow() {
         std::uint64_t count = 0;
         if (m_fields.size() != 1 || !csv::parseNumber(m_fields[0], count)) {
             throw core::Failure(this->line() + " has " + std::to_string(m_fields.size()) +
-                                " columns, but the first points have " + std::to_string(m_width) +
-                                ".");
+                                    (m_fields.size() == 1 ? " column, but " : " columns, but ") +
+                                    (m_headerLine == 0 ? "the first points have "
+                                                       : "the line of their names has ") +
+                                    std::to_string(m_width) + ".",
+                                m_headerLine == 0 ? "" : notNames);
         }
         if (m_isLooking) {
             m_isAnnounced = true;
@@ -244,8 +252,10 @@ void TextSource::parse(std::size_t column, std::uint32_t row) {
 std::vector<std::string> TextSource::notes() const {
     std::vector<std::string> notes;
     if (m_isAnnounced && m_pointCount > m_announced) {
-        notes.push_back(std::to_string(m_announced) + " points are announced; all " +
-                        std::to_string(m_pointCount) + " that follow were read.");
+        notes.push_back(
+            std::to_string(m_announced) +
+            (m_announced == 1 ? " point is announced; all " : " points are announced; all ") +
+            std::to_string(m_pointCount) + " that follow were read.");
     }
     for (const Column& column : m_columns) {
         if (column.title.starts_with(unnamed)) {

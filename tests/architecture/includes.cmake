@@ -3,7 +3,7 @@
 cmake_minimum_required(VERSION 3.25)
 
 set(shared core numbers qrb include/qrb catalogue files)
-set(window/app window/app window/frame window/common ${shared})
+set(window/app window/app window/frame window/dialogs window/common ${shared})
 set(window/frame window/frame window/panels window/dialogs window/widgets window/common plugin
   exchange ${shared})
 set(window/panels window/panels window/dialogs window/widgets window/common plugin exchange

@@ -2,6 +2,7 @@
 
 #include "tests/cli/commandtest.h"
 #include "tests/engine/seed.h"
+#include "tests/exchange/lasbuilder.h"
 
 #include <gtest/gtest.h>
 
@@ -228,11 +229,74 @@ TEST_F(Export, WritesWhatIsSelected) {
     EXPECT_EQ(read(folder.file("ids.csv")).find("tarvo.id,tarvo.xyz[0]"), 0u);
 }
 
+// Descriptions of wave packets, and angles beyond half a turn.
+TEST_F(Export, KeepsWhatOnlyNewPointFormatsHold) {
+    using namespace tarvo::exchange::tests;
+    LasBuilder builder(4, 9);
+    builder.addRecord("LASF_Spec", 100, Bytes(26, 7));
+    builder.addRecord("LASF_Spec", 354, Bytes(26, 9));
+    builder.addRecord("LASF_Spec", 355, Bytes(26, 8));
+    put(builder.addPoint(1, 2, 3), 18, std::int16_t{-32768});
+    put(builder.addPoint(4, 5, 6), 18, std::int16_t{32767});
+    for (Bytes& point : builder.points) {
+        point[30] = 1;
+    }
+    Bytes bytes = builder.build();
+    put(bytes, 6, std::uint16_t{4});  // the packets stand in a file of their own
+    expectSuccess("import " + folder.write("in.las", bytes) + " " + file);
+    for (const char* const extension : {"las", "laz"}) {
+        const std::string out = folder.file(std::string("out.") + extension);
+        EXPECT_NE(expectSuccess("export " + file + " " + out).find(".wdp"), std::string::npos);
+        const std::string written = read(out);
+        EXPECT_EQ(pointFormat(out), 9);
+        EXPECT_EQ(written[6] & 4, 4);
+        for (const auto& [value, count] : {std::pair{7, 1}, {9, 1}, {8, 0}}) {
+            const bool isThere =
+                written.find(std::string(26, static_cast<char>(value))) != std::string::npos;
+            EXPECT_EQ(isThere, count == 1) << value;
+        }
+        EXPECT_EQ(written.find("Extra bytes"), std::string::npos) << "angles have their field";
+    }
+    EXPECT_TRUE(through("las") == pointsOf(file));
+}
+
+// Names that mean something else to who reads the file.
+TEST_F(Export, TellsAttributesOfUsualNamesFromTheCoordinates) {
+    makeFrom("x,y,z,tarvo.rgba[0],tarvo.rgba[1],tarvo.rgba[2]\n1,2,3,7,8,9\n");
+    for (const char* const name : {"x", "Diffuse_Red", "ply.x", "ny"}) {
+        const std::string definition = folder.write(
+            "a.json", "{\"name\": \"" + std::string(name) +
+                          "\", \"length\": 1, \"resolution\": 1, \"minimum_value\": 0, "
+                          "\"maximum_value\": 200, \"default_value\": 41, "
+                          "\"invalid_value\": 200, \"storage_class\": 2}");
+        expectSuccess("attributes " + file + " add --json " + definition);
+    }
+    expectSuccess("update " + file + " --set ply.x=43");
+    const auto expectKept = [&](const std::string& extension, const std::string& options,
+                                const std::string& attributes, const std::string& values) {
+        through(extension, options);
+        EXPECT_EQ(expectSuccess("select " + folder.file("again.qrbx") + " --format csv -a " +
+                                "tarvo.xyz,tarvo.rgba," + attributes),
+                  values);
+    };
+    const std::string head =
+        "tarvo.xyz[0],tarvo.xyz[1],tarvo.xyz[2],tarvo.rgba[0],tarvo.rgba[1],tarvo.rgba[2],"
+        "tarvo.rgba[3],";
+    for (const char* const options : {"", "--ascii"}) {
+        expectKept("ply", options, "ply.x,ply.x_2,ply.diffuse_red",
+                   head + "ply.x,ply.x_2,ply.diffuse_red\n1,2,3,7,8,9,255,43,41,41\n");
+    }
+    expectKept("csv", "", "csv.x", head + "csv.x\n1,2,3,7,8,9,255,41\n");
+}
+
 TEST_F(Export, RefusesWhatWouldBeLostOrMisnamed) {
     expectSuccess("sample -n 100 " + file);
     const std::string out = folder.file("out.las");
     expectFailure(2, "export " + file + " " + folder.file("out.dat"), "does not tell a format");
-    expectFailure(2, "export " + file + " - --format las", "needs the name of a file");
+    for (const char* const name : {"-", "''"}) {
+        expectFailure(2, "export " + file + " " + name + " --format las",
+                      "needs the name of a file");
+    }
     expectFailure(2, "export " + file + " " + out + " --scale nan", "not a positive number");
     expectFailure(2, "export " + file + " " + out + " --format ply", "would hold ply");
     expectFailure(2, "export " + file + " " + folder.file("out.csv") + " --scale 1", "LAS and LAZ");

@@ -166,6 +166,22 @@ TEST_F(Inputs, WhatIsNoPointCloudIsNamed) {
                   " --overwrite");
     std::filesystem::remove(folder.file("new.qrbx"));
     expectNone("9\n1 2 3\n", "1 of 9 points");
+    const std::string many = folder.file("many");
+    std::filesystem::create_directory(many);
+    folder.write("many/a.xyz", "1 2 3\n");
+    folder.write("many/b.xyz", "1 2 3\n4 5\n");
+    expectFailure(1, "import " + many + " " + folder.file("new.qrbx"), "To go without this file");
+    expectFailure(1, "info " + folder.file("a.xyz"), "\"qrbtool import\" makes a database of it");
+    const std::string longName = folder.file(std::string(248, 'n') + ".qrbx");
+    std::filesystem::copy_file(file, longName);
+    expectFailure(1, "import " + folder.file("a.xyz") + " " + longName + " --append",
+                  "has 253 bytes, too many");
+    expectNone("Made by hand\n1 2 3 4\n", "A text without names begins with numbers.");
+    expectNone("x,y,z\n1,2,\xff\n", "\"?\" in the column");
+    EXPECT_NE(run("import " + folder.write("gap.csv", "x,y,z,my.a[0],my.a[2]\n1,2,3,4,5\n") + " " +
+                  folder.file("gap.qrbx"))
+                  .output.find("no column holds my.a[1]"),
+              std::string::npos);
     expectFailure(1,
                   "import --columns x,y,z " + folder.write("a.ply", ply) + " " + file + " --append",
                   "to texts without a header line");

@@ -81,6 +81,41 @@ TEST_F(Merge, KeepsIdsThatOccurOnce) {
               "csv.b\n6\n");
 }
 
+TEST_F(Merge, TellsOfColoursOfDifferentRanges) {
+    const auto make = [&](const std::string& name, const std::string& red) {
+        expectSuccess(
+            "import " +
+            folder.write("c.csv", "x,y,z,tarvo.rgba[0],tarvo.rgba[1],tarvo.rgba[2]\n1,2,3," + red +
+                                      ",0,0\n") +
+            " " + folder.file(name));
+        return " " + folder.file(name);
+    };
+    const std::string dark = make("dark.qrbx", "255");
+    const std::string words = "merge" + dark + make("bright.qrbx", "65535");
+    EXPECT_NE(expectSuccess(words + " " + both).find("dark.qrbx\" go to 255"), std::string::npos);
+    EXPECT_EQ(expectSuccess("merge" + dark + " " + one + " " + both + " --overwrite").find("255"),
+              std::string::npos);
+}
+
+TEST_F(Merge, TellsWhenTooManyFilesAreOpen) {
+    std::string names;
+    for (int i = 0; i < 30; ++i) {
+        const std::string name = folder.file("part" + std::to_string(i) + ".qrbx");
+        std::filesystem::copy_file(one, name);
+        names += " " + name;
+    }
+    const auto merge = [&](const char* const limit) {
+        return runShell(std::string("ulimit ") + limit + "; " QRBTOOL_FILE " merge" + names + " " +
+                        both);
+    };
+    const Result refused = merge("-n 40");
+    EXPECT_EQ(refused.code, 1) << refused.output;
+    EXPECT_NE(refused.output.find("may have 40 files open"), std::string::npos) << refused.output;
+    const Result merged = merge("-Sn 40");
+    EXPECT_EQ(merged.code, 0) << merged.output;
+    EXPECT_EQ(expectSuccess("select --count " + both), "90\n");
+}
+
 TEST_F(Merge, RefusesWhatDoesNotFitTogether) {
     const std::string words = one + " " + two + " " + both;
     expectRefusal(2, one + " " + both, "two databases");

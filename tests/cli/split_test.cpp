@@ -140,6 +140,11 @@ TEST_F(Split, FailuresLeaveNothing) {
                                    " split " + many + " " + other + " --tiles 10");
     EXPECT_NE(result.output.find("Interrupted."), std::string::npos) << result.output;
     EXPECT_FALSE(fs::exists(other));
+    // Nobody cleans up behind this one but the next.
+    runShell(QRBTOOL_FILE " split " + many + " " + other + " --tiles 10 & until ls -d " + other +
+             "/split.new-*; do sleep 0.1; done; kill -9 $!; wait");
+    expectSuccess("split " + file + " " + other + " --by tarvo.class");
+    EXPECT_EQ(std::distance(fs::directory_iterator(other), {}), 3);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include "core/leafpairs.h"
 #include "tests/core/difftest.h"
 
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 
@@ -114,6 +115,40 @@ TEST_F(Diff, TellsDefinitionsAndItemsFieldByField) {
     EXPECT_THROW(compare({file("a.qrbx")}, {file("a.qrbx")}, options), core::Failure);
 }
 
+// The last value of a batch is as wide as the others.
+TEST_F(Diff, ReadsValuesOfEveryWidth) {
+    struct Range {
+        double least, most;
+    };
+    std::vector<PointAttribute> definitions;
+    for (const auto& [least, most] :
+         {Range{0, 200}, Range{-100, 100}, Range{0, 60000}, Range{-30000, 30000}, Range{0, 4e9},
+          Range{-2e9, 2e9}, Range{0, 9e18}, Range{-9e18, 9e18}})
+        definitions.push_back(
+            attribute(("v" + std::to_string(definitions.size())).c_str(), least, most, 1));
+    create("a.qrbx");
+    change([&] {
+        for (const PointAttribute& definition : definitions)
+            m_cloud.pointAttributes().add(definition);
+        insert({1, 2, 3}, "", {});
+    });
+    change([&] {
+        for (const PointAttribute& definition : definitions)
+            update({1, 3}, definition.name, {0, definition.minimumValue + 3});
+    });
+    m_cloud.close();
+    const auto diff = compare({file("a.qrbx"), 2}, {file("a.qrbx"), 3});
+    for (const PointAttribute& definition : definitions) {
+        SCOPED_TRACE(definition.name);
+        const auto values = std::ranges::find(diff.points->values, definition.name,
+                                              [](const auto& each) { return each.attribute; });
+        ASSERT_NE(values, diff.points->values.end());
+        ASSERT_EQ(idsOf(values->first), std::vector<std::uint64_t>{3});
+        EXPECT_EQ(values->first[0].before, std::vector<std::string>{"0"});
+        EXPECT_EQ(std::stod(values->first[0].after[0]), definition.minimumValue + 3);
+    }
+}
+
 // Whole numbers of 64 bits, values that lie on no grid, and those that are none.
 TEST_F(Diff, ComparesValuesByTheirDefinitions) {
     const auto make = [&](const char* name, const PointAttribute& definition,
@@ -183,6 +218,10 @@ TEST_F(Diff, ComparesValuesByTheirDefinitions) {
         const auto diff = compare({file("x.qrbx")}, {file("y.qrbx")}, options);
         ASSERT_EQ(diff.points->values.size(), 1u);
         EXPECT_EQ(idsOf(diff.points->values[0].first), one.different);
+        if (one.what == std::string_view("none of either")) {
+            EXPECT_EQ(diff.points->values[0].first[0].before[0], "no value");
+            EXPECT_EQ(diff.points->values[0].first[1].after[0], "no value");
+        }
     }
 }
 

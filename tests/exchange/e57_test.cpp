@@ -234,6 +234,44 @@ TEST_F(E57, ScaledCoordinatesKeepTheirGrid) {
     EXPECT_EQ(xyz.resolution, 0.0001);
 }
 
+TEST_F(E57, WhatIsNotReadAsItStandsThereIsTold) {
+    E57Builder builder;
+    builder.scans = {scanOf({{1, 2, 3}, {4, 5, 6}, {7, 8, 9}})};
+    for (const std::size_t packet : {60000, 8}) {
+        builder.packetBytes = packet;
+        builder.scans[0].recordCount = 3;
+        read(builder.build());
+        EXPECT_EQ(notes, "");
+        builder.scans[0].recordCount = 2;
+        EXPECT_EQ(read(builder.build())["tarvo.xyz[0]"], (std::vector<double>{1, 4}));
+        EXPECT_NE(notes.find("1 scan holds more records"), std::string::npos) << notes;
+    }
+    const auto far = [&](const std::string& type, const std::string& how, std::uint64_t first) {
+        E57Scan scan;
+        for (const char* name : {"cartesianX", "cartesianY", "cartesianZ"}) {
+            scan.prototype += e57Field(name, type, how);
+            Bits& bits = scan.streams.emplace_back();
+            for (std::uint64_t i = 0; i < 5; ++i) {
+                bits.put(first + i, 64);
+            }
+        }
+        scan.recordCount = 5;
+        builder.scans = {scan};
+        return builder.build();
+    };
+    const std::string wide = e57Range(INT64_MIN, INT64_MAX);
+    constexpr std::uint64_t zero = 1ull << 63;
+    for (const std::string& file :
+         {far("Integer", wide, zero + (1ull << 60)),
+          far("ScaledInteger", wide + "scale=\"0.1\" offset=\"1e17\"", zero)}) {
+        read(file);
+        EXPECT_NE(notes.find("15 values are so far from 0"), std::string::npos) << notes;
+    }
+    read(far("ScaledInteger", wide + "scale=\"0.1\" offset=\"1e12\"", zero));
+    EXPECT_EQ(notes, "");
+    expectFailure(far("ScaledInteger", wide + "scale=\"0\"", zero), "has the scale 0");
+}
+
 TEST_F(E57, HostileFilesEndInOneFailure) {
     const auto with = [](const auto& change) {
         E57Builder builder;

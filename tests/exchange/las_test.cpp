@@ -213,6 +213,24 @@ TEST_F(Las, ExtraBytesKeepTypesScalesAndNames) {
     }
 }
 
+TEST_F(Las, ScaledNumbersThatADoubleCantTellApartAreCounted) {
+    LasBuilder builder(4, 6);
+    builder.addRecord("LASF_Spec", 4, LasBuilder::extraBytes(7, 8, "code", 0.1));
+    builder.recordLength = 30 + 8;
+    for (std::uint64_t i = 0; i < 5; ++i) {
+        put(builder.addPoint(1, 2, 3), 30, (1ull << 60) + i);
+        put(builder.addPoint(1, 2, 3), 30, (1ull << 52) + i);
+    }
+    las::LasSource source(folder.write("a.las", builder.build()));
+    for (int pass = 0; pass < 2; ++pass) {
+        source.rewind();
+        while (source.next() > 0) {
+        }
+        ASSERT_EQ(source.notes().size(), 1u);
+        EXPECT_EQ(source.notes()[0].find("5 values are so far from 0"), 0u) << source.notes()[0];
+    }
+}
+
 // The scale and the offset have a bit each that says whether they count.
 TEST_F(Las, ScalesAndOffsetsOfExtraBytesCountByTheirOwnBits) {
     LasBuilder builder(4, 6);

@@ -131,6 +131,11 @@ TEST_F(Ply, FaultsAreNamed) {
     expectFailure("ply\nformat ascii 1.0\nelement vertex 1\n" + xyz, "no end");
     expectFailure(header("ascii", "element vertex 3\n" + xyz) + "1 2 3\n4 5 6\n", "2 of 3");
     expectFailure(header("ascii", "element vertex 1\n" + xyz) + "1 2\n", "too few");
+    const std::string face = "element face 1\nproperty int a\n";
+    read(header("ascii", "element vertex 1\n" + xyz + face) + "1 2 3\n7\n");
+    EXPECT_EQ(notes.find("follow"), std::string::npos) << notes;
+    read(header("ascii", "element vertex 1\n" + xyz + face) + "1 2 3\n7\n4 5 6\n7 8 9\n");
+    EXPECT_NE(notes.find("tells 1 vertices, but 2 more lines follow"), std::string::npos) << notes;
     expectFailure(header("ascii", "element vertex 1\n" + xyz) + "1 2 3 4\n", "too many");
     expectFailure(header("ascii", "element vertex 1\n" + xyz) + "1 2 b\n", "\"b\" for \"z\"");
     expectFailure(header("ascii", "element vertex 1\nproperty uchar x\n") + "256\n", "\"256\"");

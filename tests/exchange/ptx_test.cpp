@@ -61,6 +61,8 @@ TEST_F(Ptx, FaultsAreNamed) {
     expectFailure(one("1 2 3 4\n1 2 3 4\n1 2 3 4\n"), "line 13 is not the number of columns");
     expectFailure(scan("4294967295\n4294967295", identity, "1 2 3 4\n"), "ends within a scan");
     expectFailure(scan("1\n1", "nan 0 0 0\n0 1 0 0\n0 0 1 0\n0 0 0 1\n", "1 2 3 4\n"), "finite");
+    expectFailure(scan("1\n1", "0 0 0 0\n0 0 0 0\n0 0 0 0\n0 0 0 0\n", "1 2 3 4\n"),
+                  "different points into the same place");
     EXPECT_EQ(failure(scan("0\n5", identity, "")), "") << "no points, no fault";
     expectSurvival(scan("1\n2", turned, "1 2 3 4 5 6 7\n1 2 3 4 5 6 7\n"));
 }

@@ -3,7 +3,7 @@
 
 #include "core/error.h"
 #include "exchange/opensource.h"
-#include "exchange/table/visit.h"
+#include "qrb/visitvalues.h"
 #include "tests/cli/folder.h"
 
 #include <gtest/gtest.h>

@@ -17,7 +17,11 @@ TEST_F(Text, SeparatorsCommentsAndDecimalCommasAreUnderstood) {
           "1,5;-2;3;4\n5;6;7;8\n", "1.5,-2,3,4\n5,6,7,8\n", "1.5, -2, 3, 4\n5, 6, 7, 8\n",
           "// a, b\n  # c\n2\n1.5 -2 3 4\n5 6 7 8\n", "1\n1.5 -2 3 4\n1\n5 6 7 8\n",
           "\xef\xbb\xbf\x31.5 -2 3 4\n5 6 7 8", "# made\nx,y,z,intensity\n1.5,-2,3,4\n5,6,7,8\n",
-          "x y z intensity\n1.5 -2 3 4\n5 6 7 8\n", "15e-1 -2 3 4\n5 6 7 +8\n"}) {
+          "x y z intensity\n1.5 -2 3 4\n5 6 7 8\n", "15e-1 -2 3 4\n5 6 7 +8\n",
+          "% made\n; by hand\n1.5 -2 3 4 # a\n5 6 7 8\t# b c\n",
+          "x;y;z;tarvo.intensity\n1,5;-2;3;4\n5;6;7;8\n",
+          "x,y,z,tarvo.intensity\n\"1,5\",-2,3,\"4,0\"\n5,6,7,8\n",
+          "; x y\nX Y Z intensity\n1,5 -2 3 4\n5 6 7 8\n"}) {
         Table table = read(text);
         EXPECT_EQ(table["tarvo.xyz[0]"], (std::vector<double>{1.5, 5})) << text;
         EXPECT_EQ(table["tarvo.xyz[1]"], (std::vector<double>{-2, 6})) << text;
@@ -61,11 +65,15 @@ TEST_F(Text, FaultsAreNamedByLine) {
     expectFailure("1 2 3\n4 5 a\n", "Line 2");
     expectFailure("1 2 3\n4 5 a\n", "\"a\"");
     expectFailure("1,5 2 3\n4.5 5 6\n", "points and commas");
+    expectFailure("x;y;z\n1,5;2;3\n4.5;5;6\n", "points and commas");
+    expectFailure("x,y,z\n\"1,234\",2,3\n", "\"1,234\"");
+    for (const char* const words : {"Made, by hand\n1,2,3\n", "# a\nx y z and more\n1 2 3\n"})
+        expectFailure(words, "taken for the names");
     expectFailure("3\n1 2 3\n4 5 6\n", "2 of 3 points");
     expectFailure("99999999999999999999\n1 2 3\n", "");
     expectFailure("# nothing\n7\n", "");
     read("1\n1 2 3\n4 5 6\n");
-    EXPECT_NE(notes.find("1 points are announced; all 2"), std::string::npos) << notes;
+    EXPECT_NE(notes.find("1 point is announced; all 2"), std::string::npos) << notes;
     Table table = read("1;2;3;\n1;2;3;4\n");
     EXPECT_TRUE(std::isnan(table["tarvo.intensity"][0])) << "no value";
     expectSurvival("3\n1,5;2;3;4\n#\n1;2;3;4\n7;8;9;10\n");
@@ -132,6 +140,9 @@ TEST_F(Text, KindsAreToldByContent) {
     EXPECT_EQ(kind(std::string("SQLite format 3\0abc", 19)), "!a database file");
     EXPECT_EQ(kind("PK\3\4abc"), "!a ZIP archive");
     EXPECT_EQ(kind("%PDF-1.4"), "!a PDF document");
+    EXPECT_EQ(kind("# .PCD v.7\nVERSION .7\n"), "!a PCD file");
+    for (const char* const text : {"x,y,z\r1,2,3\r", "ply\rformat ascii 1.0\r"})
+        EXPECT_EQ(kind(text), "!a text whose lines end with carriage returns alone");
     EXPECT_EQ(kind(std::string("\xff\xfe"
                                "1\0 \0",
                                6)),

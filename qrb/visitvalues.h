@@ -5,9 +5,7 @@
 
 #include <cstdint>
 
-namespace tarvo::exchange {
-
-using qrb::pointcloud::DataType;
+namespace tarvo::qrb::pointcloud {
 
 // Calls function with a pointer to the values; not at all for NONE.
 template <typename Function>
@@ -38,4 +36,4 @@ void visitValues(DataType type, const void* values, Function&& function) {
     }
 }
 
-}  // namespace tarvo::exchange
+}  // namespace tarvo::qrb::pointcloud
