@@ -22,6 +22,12 @@ QString libraryTitle(const QString& name, const QString& version);
 // The first count characters, followed by "..." where the text is longer.
 QString shortened(const QString& text, int count);
 
+// The text in one line: line ends are shown as a sign, tabulators as spaces.
+QString oneLine(QString text);
+
+// The first line of the text, with "..." where there are more.
+QString firstLine(const QString& text);
+
 // The text as a tooltip that shows it as it stands, tags included.
 QString plainToolTip(const QString& text);
 
