@@ -70,7 +70,9 @@ DialogCreateSettings::DialogCreateSettings(const qrb::Context& context, const Se
 }
 
 DialogCreateSettings::~DialogCreateSettings() {
-    m_store.saveGeometryOf(this);
+    // The size that is kept is that of the whole dialog.
+    if (!m_reduced)
+        m_store.saveGeometryOf(this);
 }
 
 void DialogCreateSettings::buildMenu() {
@@ -91,6 +93,10 @@ void DialogCreateSettings::hideSchema() {
           static_cast<QWidget*>(m_ui->editSchemaList), static_cast<QWidget*>(m_ui->editSchemaText),
           static_cast<QWidget*>(m_ui->editSchemaOptionals)})
         widget->hide();
+    m_reduced = true;
+    // Nothing is left that would fill more.
+    layout()->activate();
+    resize(width(), sizeHint().height());
 }
 
 void DialogCreateSettings::write(const QString& location, const Settings& settings,
