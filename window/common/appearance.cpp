@@ -34,9 +34,9 @@ struct Colours {
 // The style draws the pane of tabs in a lighter shade of the colour of buttons; that of the dark
 // theme is so dark that the shade is the window's colour.
 const Colours lightColours{"#f0f0f0", "#ffffff", "#f5f6f8", "#1b1b1b", "#e6e6e6",
-                           "#2f6fb5", "#ffffff", "#0b57a4", "#666666", "#ffffdc"};
+                           "#2f6fb5", "#ffffff", "#0b57a4", "#5c5c5c", "#ffffdc"};
 const Colours darkColours{"#393b40", "#1e1f22", "#27292d", "#e2e4e8", "#2d2f33",
-                          "#3b6ea8", "#ffffff", "#7fb3f0", "#a9adb3", "#3c3f44"};
+                          "#33639a", "#ffffff", "#7fb3f0", "#b6bac0", "#3c3f44"};
 
 QPalette paletteOf(const Colours& colours) {
     QPalette palette(colours.button, colours.window);

@@ -56,6 +56,7 @@ DialogIndexStatistics::DialogIndexStatistics(const IndexNode& root, QWidget* par
     tree->setUniformRowHeights(true);
     for (int column = 1; column < tree->columnCount(); ++column)
         tree->headerItem()->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
+    tree->header()->setStretchLastSection(false);
     layout->addWidget(tree);
 
     Level total;

@@ -131,6 +131,8 @@ PointIndexPanel::PointIndexPanel(const DatabaseSession& session, QWidget* parent
     m_ui->treePointIndexNodes->setSelectionMode(QAbstractItemView::SingleSelection);
     alignNumberHeaders(m_ui->treePointIndexNodes,
                        {NODE_LEVEL, NODE_POINTS, NODE_TOTAL, NODE_REVISION});
+    // Or the last number would stand far from the others.
+    m_ui->treePointIndexNodes->header()->setStretchLastSection(false);
     // In the order of the index until a header is clicked.
     m_ui->treePointIndexNodes->sortByColumn(-1, Qt::AscendingOrder);
     m_ui->treePointIndexNodes->setSortingEnabled(true);
