@@ -8,7 +8,6 @@
 #include "tests/window/samplewindow.h"
 #include "window/common/appearance.h"
 
-#include <QComboBox>
 #include <QHelpEvent>
 #include <QTabWidget>
 #include <QTextBrowser>
@@ -23,7 +22,7 @@ using namespace tarvo::window;
 namespace {
 
 // From the theme before to each of these, which the next one leaves again.
-constexpr Theme themes[] = {Theme::LIGHT, Theme::DARK, Theme::LIGHT, Theme::DARK};
+constexpr Theme themes[] = {Theme::LIGHT, Theme::DARK, Theme::LIGHT};
 
 // QRB_PICTURES names a folder that keeps what was measured, to look at.
 void keepPicture(QWidget* window, const QString& name, Theme theme) {
@@ -91,16 +90,16 @@ void LooksTest::tabsStandOut() {
         if (tab == "tabPointData")
             window.run("actionQuerySelectNext", {});
         if (tab == "tabInspection") {
-            window.child<QComboBox>("editInspectionFormat")->setCurrentIndex(2);
-            window.run("actionInspectionUpdate", {});
             window.child<QTextBrowser>("textInspectionResult")
-                ->append("<a href=\"https://report.example/\">linked page</a>");
+                ->setHtml("<h1>Report</h1><p>Text with a <a href=\"#there\">linked place</a></p>");
         }
         faint += faintIn(&window.window(), tab);
         // Selected rows, with their icons.
-        for (auto* tree : window.child<QWidget>(qUtf8Printable(tab))->findChildren<QTreeWidget*>())
+        const auto trees = window.child<QWidget>(qUtf8Printable(tab))->findChildren<QTreeWidget*>();
+        for (QTreeWidget* tree : trees)
             tree->selectAll();
-        faint += faintIn(&window.window(), tab + "Selected");
+        if (!trees.isEmpty())
+            faint += faintIn(&window.window(), tab + "Selected");
     }
     QVERIFY2(faint.isEmpty(), qUtf8Printable(faint.join('\n')));
 }

@@ -34,7 +34,7 @@ struct Colours {
 // The style draws the pane of tabs in a lighter shade of the colour of buttons; that of the dark
 // theme is so dark that the shade is the window's colour.
 const Colours lightColours{"#f0f0f0", "#ffffff", "#f5f6f8", "#1b1b1b", "#e6e6e6",
-                           "#2f6fb5", "#ffffff", "#0b57a4", "#5c5c5c", "#ffffdc"};
+                           "#2a65a6", "#ffffff", "#0b57a4", "#5c5c5c", "#ffffdc"};
 const Colours darkColours{"#393b40", "#1e1f22", "#27292d", "#e2e4e8", "#2d2f33",
                           "#33639a", "#ffffff", "#7fb3f0", "#b6bac0", "#3c3f44"};
 

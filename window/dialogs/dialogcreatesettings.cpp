@@ -60,6 +60,9 @@ DialogCreateSettings::DialogCreateSettings(const qrb::Context& context, const Se
     m_ui->setupUi(this);
     m_ui->editCacheSize->setMaximum(std::numeric_limits<int>::max());
     useTextPaneFont(m_ui->editSchemaText);
+    // The slider is not to move while its value gets longer.
+    auto* level = m_ui->labelCompressionLevelValue;
+    level->setMinimumWidth(level->fontMetrics().horizontalAdvance("100 %"));
     m_ui->editSchemaList->addItem("(none)");
     m_schemas = fillSchemaList(m_ui->editSchemaList);
     m_ui->editSchemaList->setCurrentIndex(0);
