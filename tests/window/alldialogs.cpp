@@ -32,16 +32,6 @@ void editAs(const SampleWindow& window, const char* tab, const char* tree, const
     window.run(action, {std::move(step)});
 }
 
-void showTransaction(const SampleWindow& window, const char* id, Step step) {
-    window.driver().showTab("tabTransactions");
-    auto* row = window.driver().select("treeTransactions", id);
-    QVERIFY(row);
-    ModalScript script({std::move(step)});
-    QMetaObject::invokeMethod(window.child<QTreeWidget>("treeTransactions"), "itemDoubleClicked",
-                              Q_ARG(QTreeWidgetItem*, row), Q_ARG(int, 0));
-    QCOMPARE(script.answered(), 1u);
-}
-
 OpenDialog byAction(const char* action, bool pending = false) {
     return [=](const SampleWindow& window, Step step) {
         if (pending && window.child<QAction>("actionTransactionBegin")->isEnabled())

@@ -38,6 +38,16 @@ QSize sizeOf(const QDialog* dialog) {
     return dialog->minimumSizeHint().expandedTo(dialog->minimumSize()) + QSize(31, 23);
 }
 
+void showTransaction(const SampleWindow& window, const char* id, Step step) {
+    window.driver().showTab("tabTransactions");
+    auto* row = window.driver().select("treeTransactions", id);
+    QVERIFY(row);
+    ModalScript script({std::move(step)});
+    QMetaObject::invokeMethod(window.child<QTreeWidget>("treeTransactions"), "itemDoubleClicked",
+                              Q_ARG(QTreeWidgetItem*, row), Q_ARG(int, 0));
+    QCOMPARE(script.answered(), 1u);
+}
+
 }  // namespace
 
 class DialogSettingsTest : public QObject {

@@ -9,6 +9,7 @@
 #include "window/common/appearance.h"
 
 #include <QHelpEvent>
+#include <QLineEdit>
 #include <QTabWidget>
 #include <QTextBrowser>
 #include <QToolButton>
@@ -70,6 +71,7 @@ private slots:
     void dialogsStandOut();
     void toolTipsFollowTheTheme();
     void paneOfTabsIsTheWindows();
+    void foundCellIsMarkedAlone();
 
 private:
     std::unique_ptr<SampleDatabase> m_sample;
@@ -176,6 +178,26 @@ void LooksTest::paneOfTabsIsTheWindows() {
         QVERIFY2(contrast(pane, ground) < 1.06, qUtf8Printable(pane.name() + ground.name()));
     }
     setTheme(Theme::LIGHT);
+}
+
+void LooksTest::foundCellIsMarkedAlone() {
+    const SampleWindow window(m_sample->copy());
+    window.driver().showTab("tabPointData");
+    window.run("actionQuerySelectNext", {});
+    window.run("actionQuerySelectFind", {});
+    auto* tree = window.child<QTreeWidget>("treePointData");
+    QTest::keyClicks(window.child<QLineEdit>("editFind"), tree->topLevelItem(2)->text(2));
+    const QModelIndex found = tree->currentIndex();
+    const QImage picture = tree->viewport()->grab().toImage();
+    const auto ground = [&](int column) {
+        return groundOf(picture, tree->visualRect(found.siblingAtColumn(column)) & picture.rect());
+    };
+    const QColor mark = tree->palette().color(QPalette::Highlight);
+    QCOMPARE(ground(found.column()), mark);
+    for (const int column : {0, 1})
+        QVERIFY(column == found.column() || ground(column) != mark);
+    QTest::keyClick(window.child<QLineEdit>("editFind"), Qt::Key_Escape);
+    QVERIFY(groundOf(tree->viewport()->grab().toImage(), tree->visualRect(found)) != mark);
 }
 
 GUI_TEST_MAIN(LooksTest)
