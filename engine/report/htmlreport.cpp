@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <set>
 
 namespace tarvo::engine::report {
 
@@ -35,15 +36,16 @@ class HtmlTable {
 public:
     enum class Align { Left, Right };
 
-    void header(const std::vector<const char*>& cells) {
+    void header(const std::vector<const char*>& cells) { m_header = cells; }
+    void begin() {
         m_rows += "<tr>";
-        for (const char* cell : cells)
-            m_rows += tag("th", cell, "align=\"left\"");
-        m_rows += "</tr>\n";
+        m_column = 0;
     }
-    void begin() { m_rows += "<tr>"; }
     void end() { m_rows += "</tr>\n"; }
     void cell(const Markup& inside, Align align = Align::Left) {
+        if (align == Align::Right)
+            m_rightColumns.insert(m_column);
+        ++m_column;
         m_rows += tag("td", inside, align == Align::Right ? "align=\"right\"" : "");
     }
     void number(const Markup& inside) { cell(inside, Align::Right); }
@@ -54,14 +56,26 @@ public:
         end();
     }
     Markup markup() const {
-        return tag("table", "\n" + m_rows,
+        return tag("table", "\n" + headerRow() + m_rows,
                    "border=\"1\" cellspacing=\"0\" cellpadding=\"4\""
                    " style=\"border-collapse:collapse; border-color:#808080\"") +
                "\n";
     }
 
 private:
+    // Titles of columns with numbers stand to the right, above those.
+    Markup headerRow() const {
+        Markup row;
+        for (std::size_t column = 0; column < m_header.size(); ++column)
+            row += tag("th", m_header[column],
+                       m_rightColumns.count(column) ? "align=\"right\"" : "align=\"left\"");
+        return m_header.empty() ? row : "<tr>" + row + "</tr>\n";
+    }
+
+    std::vector<const char*> m_header;
     Markup m_rows;
+    std::size_t m_column = 0;
+    std::set<std::size_t> m_rightColumns;
 };
 
 std::string baseName(const std::string& fileName) {
@@ -76,7 +90,7 @@ Markup identityPart(const Facts& facts) {
     const session::State& state = *facts.state;
     HtmlTable table;
     table.pair("File", escaped(facts.fileName));
-    table.pair("Size", byteText(facts.fileSize) + " (" + countText(facts.fileSize) + " bytes)");
+    table.pair("Size", byteText(facts.fileSize) + " (" + countText(facts.fileSize) + " B)");
     table.pair("UUID", escaped(facts.identity.uuid));
     table.pair("Creator", escaped(facts.identity.creator));
     table.pair("Points", countText(state.pointCount));

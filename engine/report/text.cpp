@@ -88,15 +88,14 @@ std::string countText(std::uint64_t count) {
 }
 
 std::string byteText(std::uint64_t bytes) {
-    constexpr const char* units[] = {"bytes", "kB", "MB", "GB", "TB", "PB", "EB"};
+    constexpr const char* units[] = {"B", "KB", "MB", "GB", "TB"};
     double value = static_cast<double>(bytes);
     std::size_t unit = 0;
-    // What would be written as 1000.0 is 1.0 of the next unit.
-    for (; value >= 999.95 && unit + 1 < std::size(units); ++unit)
-        value /= 1000;
+    for (; value >= 1024 && unit + 1 < std::size(units); ++unit)
+        value /= 1024;
     char text[40];
     const auto end =
-        std::to_chars(text, text + sizeof text, value, std::chars_format::fixed, unit == 0 ? 0 : 1)
+        std::to_chars(text, text + sizeof text, value, std::chars_format::fixed, unit == 0 ? 0 : 2)
             .ptr;
     return std::string(text, end) + " " + units[unit];
 }

@@ -534,9 +534,10 @@ TEST(ReportText, ForeignTextsAreCleaned) {
     EXPECT_EQ(report::csvCell(""), "");
     EXPECT_EQ(numbers::roundedText(1.0 / 3, 3), "0.333");
     EXPECT_EQ(numbers::roundedText(0.1, 40), "0.10000000000000001");
-    EXPECT_EQ(report::byteText(999), "999 bytes");
-    EXPECT_EQ(report::byteText(999'949), "999.9 kB");
-    EXPECT_EQ(report::byteText(999'960), "1.0 MB");
+    EXPECT_EQ(report::byteText(1023), "1023 B");
+    EXPECT_EQ(report::byteText(1536), "1.50 KB");
+    EXPECT_EQ(report::byteText(1024 * 1024), "1.00 MB");
+    EXPECT_EQ(report::byteText(5000ull << 40), "5000.00 TB");
     EXPECT_EQ(report::countText(1234567), "1,234,567");
     EXPECT_EQ(report::countText(1000), "1,000");
     EXPECT_EQ(report::countText(999), "999");

@@ -1,6 +1,7 @@
 // What dialogs and the window remember from one time to the next, and what they do not.
 
 #include "qrb/loader.h"
+#include "tests/window/alldialogs.h"
 #include "tests/window/attributesamples.h"
 #include "tests/window/dialogprobe.h"
 #include "tests/window/guitestmain.h"
@@ -37,22 +38,6 @@ QSize sizeOf(const QDialog* dialog) {
     return dialog->minimumSizeHint().expandedTo(dialog->minimumSize()) + QSize(31, 23);
 }
 
-void goToEntry(const SampleWindow& window, int entry) {
-    window.driver().showTab("tabChangelog");
-    auto* log = window.child<QPlainTextEdit>("editChangelog");
-    QTextCursor cursor = log->textCursor();
-    cursor.setPosition(
-        static_cast<int>(log->toPlainText().indexOf(QString("[#%0]").arg(entry)) + 1));
-    log->setTextCursor(cursor);
-}
-
-void editAs(const SampleWindow& window, const char* tab, const char* tree, const char* row,
-            const char* action, Step step) {
-    window.driver().showTab(tab);
-    QVERIFY(window.driver().select(tree, row));
-    window.run(action, {std::move(step)});
-}
-
 void showTransaction(const SampleWindow& window, const char* id, Step step) {
     window.driver().showTab("tabTransactions");
     auto* row = window.driver().select("treeTransactions", id);
@@ -61,75 +46,6 @@ void showTransaction(const SampleWindow& window, const char* id, Step step) {
     QMetaObject::invokeMethod(window.child<QTreeWidget>("treeTransactions"), "itemDoubleClicked",
                               Q_ARG(QTreeWidgetItem*, row), Q_ARG(int, 0));
     QCOMPARE(script.answered(), 1u);
-}
-
-using Open = std::function<void(const SampleWindow&, Step)>;
-
-Open byAction(const char* action, bool pending = false) {
-    return [=](const SampleWindow& window, Step step) {
-        if (pending && window.child<QAction>("actionTransactionBegin")->isEnabled())
-            window.begin();
-        window.run(action, {std::move(step)});
-    };
-}
-
-// How each dialog opens, by the group of its settings.
-const std::map<QString, Open>& dialogs() {
-    static const std::map<QString, Open> all = {
-        {"DialogOpenSettings", byAction("actionOpen")},
-        {"DialogCreateSettings", byAction("actionNew")},
-        {"DialogExportAsQRB", byAction("actionExportAsQRB")},
-        {"DialogImportPoints",
-         [](const SampleWindow& window, Step step) {
-             const QFileInfo database(window.window().session().fileName);
-             QFile file(database.dir().filePath("points.csv"));
-             QVERIFY(file.open(QIODevice::WriteOnly) && file.write("x,y,z\n1,2,3\n") > 0);
-             file.close();
-             window.run("actionImportPoints",
-                        {ModalScript::chooseFile(file.fileName()), std::move(step)});
-         }},
-        {"DialogTransaction", byAction("actionTransactionBegin")},
-        {"DialogTransactionCommit", byAction("actionTransactionCommit", true)},
-        {"DialogLevelOfDetail", byAction("actionManagementLevelOfDetail")},
-        {"DialogIndexStatistics", byAction("actionPointIndexStats")},
-        {"DialogValidate", byAction("actionValidate")},
-        {"DialogChangelogMessage", byAction("actionChangelogAppendMessage", true)},
-        {"DialogChangelogSignature",
-         [](const SampleWindow& window, Step step) {
-             goToEntry(window, 2);
-             window.run("actionChangelogVerifyLogEntry", {std::move(step)});
-         }},
-        {"DialogMetaDataSignature",
-         [](const SampleWindow& window, Step step) {
-             editAs(window, "tabMetaData", "treeMetaData", "own.signed", "actionMetaDataSignature",
-                    std::move(step));
-         }},
-        {"DialogMetaData",
-         [](const SampleWindow& window, Step step) {
-             editAs(window, "tabMetaData", "treeMetaData", "own.note", "actionMetaDataEdit",
-                    std::move(step));
-         }},
-        {"DialogPointAttribute",
-         [](const SampleWindow& window, Step step) {
-             editAs(window, "tabPointAttributes", "treePointAttributes", "own.single",
-                    "actionPointAttributeEdit", std::move(step));
-         }},
-        {"DialogPointAttributeLod",
-         [](const SampleWindow& window, Step step) {
-             ModalScript script({std::move(step)});
-             std::string settings = "default";
-             DialogPointAttributeLod::edit(settings, &window.window());
-             QCOMPARE(settings, std::string("default"));
-         }},
-        {"DialogNamedValues",
-         [](const SampleWindow& window, Step step) {
-             ModalScript script({std::move(step)});
-             std::string values = "1=one";
-             DialogNamedValues::edit(values, nullptr, &window.window());
-             QCOMPARE(values, std::string("1=one"));
-         }},
-    };
-    return all;
 }
 
 }  // namespace
@@ -166,13 +82,13 @@ void DialogSettingsTest::initTestCase() {
 
 void DialogSettingsTest::dialogsComeBackInTheirSize_data() {
     QTest::addColumn<QString>("group");
-    for (const auto& [group, open] : dialogs())
+    for (const auto& [group, open] : allDialogs())
         QTest::newRow(qUtf8Printable(group)) << group;
 }
 
 void DialogSettingsTest::dialogsComeBackInTheirSize() {
     QFETCH(QString, group);
-    const Open& open = dialogs().at(group);
+    const OpenDialog& open = allDialogs().at(group);
     // The one that keeps its settings at the top level.
     const QString place = group == "DialogValidate" ? QString() : group;
     const SampleWindow window(m_sample->copy());
@@ -199,7 +115,7 @@ void DialogSettingsTest::eachSignatureDialogKeepsItsOwnKey() {
                                          {"DialogChangelogSignature", "0x3 nonsense"},
                                          {"DialogMetaDataSignature", "ff\nfe"}};
     for (const QString& group : keys.keys()) {
-        dialogs().at(group)(window, [&](QDialog* dialog) {
+        allDialogs().at(group)(window, [&](QDialog* dialog) {
             auto* key = in<QPlainTextEdit>(dialog, "editKey");
             auto* method = in<QComboBox>(dialog, "editMethod");
             const bool commit = group == "DialogTransactionCommit";
@@ -223,7 +139,7 @@ void DialogSettingsTest::eachSignatureDialogKeepsItsOwnKey() {
         QCOMPARE(DialogSettings(group).value("SignatureMethod").toInt(), 0);
     }
     for (const QString& group : keys.keys())
-        dialogs().at(group)(window, [&](QDialog* dialog) {
+        allDialogs().at(group)(window, [&](QDialog* dialog) {
             const QString key = in<QPlainTextEdit>(dialog, "editKey")->toPlainText();
             dialog->reject();
             QCOMPARE(key, keys[group]);
@@ -234,13 +150,13 @@ void DialogSettingsTest::eachSignatureDialogKeepsItsOwnKey() {
             count += in<QWidget>(dialog, name)->isEnabled();
         return count;
     };
-    dialogs().at("DialogTransactionCommit")(window, [&](QDialog* dialog) {
+    allDialogs().at("DialogTransactionCommit")(window, [&](QDialog* dialog) {
         const int enabled = keyFieldsEnabled(dialog);
         in<QComboBox>(dialog, "editMethod")->setCurrentIndex(1);
         dialog->reject();
         QCOMPARE(enabled, 0);
     });
-    dialogs().at("DialogTransactionCommit")(window, [&](QDialog* dialog) {
+    allDialogs().at("DialogTransactionCommit")(window, [&](QDialog* dialog) {
         const int method = in<QComboBox>(dialog, "editMethod")->currentIndex();
         const int enabled = keyFieldsEnabled(dialog);
         dialog->reject();
@@ -251,7 +167,7 @@ void DialogSettingsTest::eachSignatureDialogKeepsItsOwnKey() {
     for (const QString& group : keys.keys())
         for (const int gone : {7, -3}) {
             DialogSettings(group).setValue("SignatureMethod", gone);
-            dialogs().at(group)(window, [&](QDialog* dialog) {
+            allDialogs().at(group)(window, [&](QDialog* dialog) {
                 const int method = in<QComboBox>(dialog, "editMethod")->currentIndex();
                 dialog->reject();
                 QCOMPARE(method, 0);
@@ -515,7 +431,7 @@ void DialogSettingsTest::columnsAndGroupsAreKeptByName() {
 
 void DialogSettingsTest::splitterOfTheMetaDataEditorIsKept() {
     const SampleWindow window(m_sample->copy());
-    const Open& open = dialogs().at("DialogMetaData");
+    const OpenDialog& open = allDialogs().at("DialogMetaData");
     QList<int> sizes;
     open(window, [&](QDialog* dialog) {
         auto* splitter = in<QSplitter>(dialog, "splitter");

@@ -60,6 +60,7 @@ private slots:
     void insertionsReplaceWhatIsSelected();
     void commandsAndNodeListsAreTold();
     void summaryTexts();
+    void textsOfSeveralLinesBecomeOne();
     void annotationColourFollowsThePalette();
 
 public slots:
@@ -326,6 +327,13 @@ void HelpersTest::summaryTexts() {
     QCOMPARE(levelOfDetailText(1, 20, 3), "mode: thinout, size: up to 20 % of the original points");
     QCOMPARE(levelOfDetailText(2, 2, 3), "mode: combine, size: 2 (up to 64 points per node)");
     QCOMPARE(levelOfDetailText(7, 2, 3), "unknown");
+}
+
+void HelpersTest::textsOfSeveralLinesBecomeOne() {
+    QCOMPARE(oneLine("a\r\nb\nc\td"), QString("a%1b%1c d").arg(QChar(0x21b5)));
+    QCOMPARE(firstLine("one"), "one");
+    QCOMPARE(firstLine("one\r\ntwo"), "one...");
+    QCOMPARE(firstLine("\ntwo"), "...");
 }
 
 void HelpersTest::annotationColourFollowsThePalette() {

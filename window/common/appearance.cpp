@@ -1,14 +1,19 @@
 #include "window/common/appearance.h"
 
 #include "window/common/programsettings.h"
+#include "window/common/tooltipcolours.h"
 
 #include <QApplication>
 #include <QFontDatabase>
 #include <QPalette>
 #include <QStyle>
+#include <QToolTip>
 #include <QWidget>
+#include <QtPlugin>
 #include <algorithm>
 #include <iterator>
+
+Q_IMPORT_PLUGIN(IconEnginePlugin)
 
 namespace tarvo::window {
 
@@ -26,10 +31,12 @@ struct Colours {
         toolTip;
 };
 
+// The style draws the pane of tabs in a lighter shade of the colour of buttons; that of the dark
+// theme is so dark that the shade is the window's colour.
 const Colours lightColours{"#f0f0f0", "#ffffff", "#f5f6f8", "#1b1b1b", "#e6e6e6",
-                           "#2f6fb5", "#ffffff", "#0b57a4", "#8a8a8a", "#ffffdc"};
-const Colours darkColours{"#393b40", "#1e1f22", "#27292d", "#e2e4e8", "#4a4d53",
-                          "#3b6ea8", "#ffffff", "#7fb3f0", "#7d8187", "#3c3f44"};
+                           "#2a65a6", "#ffffff", "#0b57a4", "#5c5c5c", "#ffffdc"};
+const Colours darkColours{"#393b40", "#1e1f22", "#27292d", "#e2e4e8", "#2d2f33",
+                          "#33639a", "#ffffff", "#7fb3f0", "#b6bac0", "#3c3f44"};
 
 QPalette paletteOf(const Colours& colours) {
     QPalette palette(colours.button, colours.window);
@@ -47,6 +54,13 @@ QPalette paletteOf(const Colours& colours) {
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
         palette.setColor(QPalette::Disabled, role, colours.disabled);
     palette.setColor(QPalette::Disabled, QPalette::Highlight, colours.disabled);
+    return palette;
+}
+
+// Tooltips draw with the roles of windows.
+QPalette toolTipPaletteOf(QPalette palette) {
+    for (const auto role : {QPalette::Window, QPalette::Base, QPalette::Button})
+        palette.setColor(role, palette.color(QPalette::ToolTipBase));
     return palette;
 }
 
@@ -84,10 +98,22 @@ void applyTheme() {
     if (style != shownStyle)
         QApplication::setStyle(style);
     shownStyle = style;
-    if (wanted == Theme::SYSTEM)
+    // Tooltips have a palette of their own, which windows look at when theirs changes.
+    static const QPalette systemToolTips = QToolTip::palette();
+    if (wanted == Theme::SYSTEM) {
+        QToolTip::setPalette(systemToolTips);
         QApplication::setPalette(QPalette());
-    else
-        QApplication::setPalette(paletteOf(wanted == Theme::DARK ? darkColours : lightColours));
+    } else {
+        const QPalette palette = paletteOf(wanted == Theme::DARK ? darkColours : lightColours);
+        QToolTip::setPalette(toolTipPaletteOf(palette));
+        QApplication::setPalette(palette);
+    }
+    static ToolTipColours* const toolTips = [] {
+        auto* filter = new ToolTipColours(qApp);
+        qApp->installEventFilter(filter);
+        return filter;
+    }();
+    Q_UNUSED(toolTips);
     // Widgets that the style sheet has styled take a new palette only with it.
     if (!qApp->styleSheet().isEmpty())
         qApp->setStyleSheet(qApp->styleSheet());

@@ -51,6 +51,23 @@ QStringList textList(const std::vector<std::string>& texts) {
     return list;
 }
 
+QString oneLine(QString text) {
+    text.replace("\r\n", "\n");
+    for (QChar& c : text) {
+        if (c == '\n' || c == '\r' || c == QChar::LineSeparator || c == QChar::ParagraphSeparator)
+            c = QChar(0x21b5);  // the arrow of the return key
+        else if (c == '\t')
+            c = ' ';
+    }
+    return text;
+}
+
+QString firstLine(const QString& text) {
+    static const QRegularExpression lineEnd("[\\n\\r\\x{2028}\\x{2029}]");
+    const qsizetype end = text.indexOf(lineEnd);
+    return end < 0 ? text : text.left(end) + "...";
+}
+
 QString plainToolTip(const QString& text) {
     if (!Qt::mightBeRichText(text))
         return text;

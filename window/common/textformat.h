@@ -27,6 +27,12 @@ QString shortened(const QString& text, int count);
 // Texts of the library and the layer as those of widgets.
 QStringList textList(const std::vector<std::string>& texts);
 
+// The text in one line: line ends are shown as a sign, tabulators as spaces.
+QString oneLine(QString text);
+
+// The first line of the text, with "..." where there are more.
+QString firstLine(const QString& text);
+
 // The text as a tooltip that shows it as it stands, tags included.
 QString plainToolTip(const QString& text);
 

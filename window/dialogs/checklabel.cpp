@@ -15,7 +15,8 @@ void showCheck(QLabel* label, const QString& text, CheckKind kind) {
     const QColor colour =
         kind == CheckKind::ERROR ? QColor(0xb0, 0x00, 0x20) : QColor(0x7a, 0x50, 0x00);
     QPalette palette = QApplication::palette(label);
-    palette.setColor(QPalette::WindowText, readable(colour, palette));
+    if (kind != CheckKind::MISSING)
+        palette.setColor(QPalette::WindowText, readable(colour, palette));
     label->setPalette(palette);
     label->setVisible(!text.isEmpty());
 }

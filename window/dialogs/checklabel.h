@@ -1,5 +1,5 @@
-// Labels that tell what is wrong (errors), what the library may refuse, or what is doubtful
-// (notes), by words and colour.
+// Labels that tell what is wrong (errors), what the library may refuse, what is doubtful (notes), or
+// what is still to be given (missing), by words and colour.
 #pragma once
 
 #include <QString>
@@ -8,11 +8,10 @@ class QLabel;
 
 namespace tarvo::window {
 
-enum class CheckKind { ERROR, REFUSAL, NOTE };
+enum class CheckKind { ERROR, REFUSAL, NOTE, MISSING };
 
-// Shows the text, with "The library may refuse this: " or
-// "Note: " in front where it is no error; hides the label
-// where it is empty.
+// Shows the text, with "The library may refuse this: " or "Note: " in front of the one and the
+// other; hides the label where it is empty. What is missing has the colour of any text.
 void showCheck(QLabel* label, const QString& text, CheckKind kind);
 
 }  // namespace tarvo::window

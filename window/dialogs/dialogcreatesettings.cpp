@@ -60,6 +60,9 @@ DialogCreateSettings::DialogCreateSettings(const qrb::Context& context, const Se
     m_ui->setupUi(this);
     m_ui->editCacheSize->setMaximum(std::numeric_limits<int>::max());
     useTextPaneFont(m_ui->editSchemaText);
+    // The slider is not to move while its value gets longer.
+    auto* level = m_ui->labelCompressionLevelValue;
+    level->setMinimumWidth(level->fontMetrics().horizontalAdvance("100 %"));
     m_ui->editSchemaList->addItem("(none)");
     m_schemas = fillSchemaList(m_ui->editSchemaList);
     m_ui->editSchemaList->setCurrentIndex(0);
@@ -70,7 +73,9 @@ DialogCreateSettings::DialogCreateSettings(const qrb::Context& context, const Se
 }
 
 DialogCreateSettings::~DialogCreateSettings() {
-    m_store.saveGeometryOf(this);
+    // The size that is kept is that of the whole dialog.
+    if (!m_reduced)
+        m_store.saveGeometryOf(this);
 }
 
 void DialogCreateSettings::buildMenu() {
@@ -91,6 +96,10 @@ void DialogCreateSettings::hideSchema() {
           static_cast<QWidget*>(m_ui->editSchemaList), static_cast<QWidget*>(m_ui->editSchemaText),
           static_cast<QWidget*>(m_ui->editSchemaOptionals)})
         widget->hide();
+    m_reduced = true;
+    // Nothing is left that would fill more.
+    layout()->activate();
+    resize(width(), sizeHint().height());
 }
 
 void DialogCreateSettings::write(const QString& location, const Settings& settings,

@@ -70,6 +70,7 @@ private:
     Settings m_settings;  // only its primary attribute is up to date, the rest is in the widgets
     QMap<QString, QString> m_schemas;  // texts by label
     DialogSettings m_store;
+    bool m_reduced = false;
 };
 
 }  // namespace tarvo::window

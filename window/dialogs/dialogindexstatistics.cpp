@@ -53,6 +53,10 @@ DialogIndexStatistics::DialogIndexStatistics(const IndexNode& root, QWidget* par
     tree->setRootIsDecorated(false);
     tree->setAlternatingRowColors(true);
     tree->setHeaderLabels({"Level", "Leaf Points", "Node Points", "Leaf Count", "Node Count"});
+    tree->setUniformRowHeights(true);
+    for (int column = 1; column < tree->columnCount(); ++column)
+        tree->headerItem()->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
+    tree->header()->setStretchLastSection(false);
     layout->addWidget(tree);
 
     Level total;

@@ -27,6 +27,7 @@ DialogSignature::DialogSignature(const QString& settingsGroup, const QString& na
                                  const QString& name, QWidget* parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::DialogSignature>()), m_settings(settingsGroup) {
     m_ui->setupUi(this);
+    m_ui->labelKeySize->setForegroundRole(QPalette::PlaceholderText);
     useTextPaneFont(m_ui->editKey);
     if (nameLabel.isEmpty()) {
         m_ui->labelName->hide();

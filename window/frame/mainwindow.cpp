@@ -25,6 +25,7 @@
 #include "window/panels/pointdatapanel.h"
 #include "window/panels/pointindexpanel.h"
 #include "window/panels/transactionspanel.h"
+#include "window/widgets/elided.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -135,7 +136,7 @@ void MainWindow::addPanel(QWidget* tab, Panel* panel) {
 }
 
 void MainWindow::createStatusLabel() {
-    m_statusLabel = new QLabel(this);
+    m_statusLabel = new ElidedLabel(this);
     m_statusLabel->setObjectName("labelStatus");
     m_statusLabel->setTextFormat(Qt::PlainText);
     m_statusLabel->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -318,6 +319,7 @@ void MainWindow::switchLibrary(const QString& fileName) {
 
 void MainWindow::changeEvent(QEvent* event) {
     QMainWindow::changeEvent(event);
+    // Menus ask their actions themselves.
     if (event->type() == QEvent::PaletteChange || event->type() == QEvent::ApplicationPaletteChange)
         adaptToolTips(this);
     // The user comes back from where files are replaced.

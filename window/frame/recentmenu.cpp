@@ -1,21 +1,30 @@
 #include "window/frame/recentmenu.h"
 
 #include "window/common/recentfiles.h"
+#include "window/common/textformat.h"
 
 #include <QAction>
 #include <QDir>
 #include <QFileInfo>
+#include <QFontMetrics>
 #include <QMenu>
 
 namespace tarvo::window {
 
 namespace {
 
+// Characters of average width that a name and a folder may take each.
+constexpr int longestPart = 60;
+
 // A file name is no text with access keys.
-QString entryText(const QString& fileName) {
+QString entryText(const QString& fileName, const QFontMetrics& metrics) {
     const QFileInfo info(fileName);
+    const auto part = [&](const QString& text) {
+        return metrics.elidedText(oneLine(text), Qt::ElideMiddle,
+                                  longestPart * metrics.averageCharWidth());
+    };
     return QString("%1 (%2)")
-        .arg(info.fileName(), QDir::toNativeSeparators(info.path()))
+        .arg(part(info.fileName()), part(QDir::toNativeSeparators(info.path())))
         .replace('&', "&&");
 }
 
@@ -29,8 +38,8 @@ QMenu* createRecentMenu(QWidget* window, const std::function<void(const QString&
     QObject::connect(menu, &QMenu::aboutToShow, menu, [menu, open] {
         menu->clear();
         for (const QString& fileName : RecentFiles::list()) {
-            QAction* action = menu->addAction(entryText(fileName));
-            action->setToolTip(fileName);
+            QAction* action = menu->addAction(entryText(fileName, menu->fontMetrics()));
+            action->setToolTip(plainToolTip(fileName));
             action->setEnabled(QFileInfo::exists(fileName));
             QObject::connect(action, &QAction::triggered, menu,
                              [open, fileName] { open(fileName); });

@@ -2,17 +2,46 @@
 
 #include <QHBoxLayout>
 #include <QIcon>
+#include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPersistentModelIndex>
+#include <QStyledItemDelegate>
 #include <QToolButton>
 #include <QTreeWidget>
 #include <algorithm>
 
 namespace tarvo::window {
 
+// Draws the cell that was found as what is selected, and not its whole row.
+class FoundCell : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QPersistentModelIndex cell;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        if (cell.isValid() && index == cell)
+            option->state |= QStyle::State_Selected;
+    }
+};
+
 FindBar::FindBar(QTreeWidget* tree, QWidget* parent)
-    : QWidget(parent), m_tree(tree), m_text(new QLineEdit(this)), m_count(new QLabel(this)) {
+    : QWidget(parent),
+      m_tree(tree),
+      m_mark(new FoundCell(tree)),
+      m_text(new QLineEdit(this)),
+      m_count(new QLabel(this)) {
+    m_tree->setItemDelegate(m_mark);
+    // What the user selects himself is marked as ever.
+    connect(m_tree->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            [this](const QItemSelection& selected) {
+                if (!selected.isEmpty())
+                    mark({});
+            });
     setObjectName("findBar");
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -60,8 +89,14 @@ void FindBar::open() {
     search();
 }
 
+void FindBar::mark(const QModelIndex& hit) {
+    m_mark->cell = hit;
+    m_tree->viewport()->update();
+}
+
 void FindBar::dismiss() {
     hide();
+    mark({});
     m_tree->setFocus();
 }
 
@@ -71,6 +106,7 @@ void FindBar::refresh() {
 }
 
 void FindBar::search() {
+    mark({});
     m_hits.clear();
     const QString text = m_text->text();
     if (!text.isEmpty())
@@ -90,8 +126,11 @@ FindBar::Hit FindBar::current() const {
 }
 
 void FindBar::show(std::size_t hit) {
-    m_tree->setCurrentItem(m_tree->topLevelItem(m_hits[hit].row), m_hits[hit].column);
+    m_tree->clearSelection();
+    m_tree->setCurrentItem(m_tree->topLevelItem(m_hits[hit].row), m_hits[hit].column,
+                           QItemSelectionModel::NoUpdate);
     m_tree->scrollTo(m_tree->currentIndex());
+    mark(m_tree->currentIndex());
     updateCount();
 }
 

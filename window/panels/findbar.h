@@ -13,6 +13,8 @@ class QTreeWidget;
 
 namespace tarvo::window {
 
+class FoundCell;
+
 class FindBar : public QWidget {
     Q_OBJECT
 
@@ -48,7 +50,10 @@ private:
     void show(std::size_t hit);
     void updateCount();
 
+    void mark(const QModelIndex& hit);
+
     QTreeWidget* m_tree;
+    FoundCell* m_mark;
     QLineEdit* m_text;
     QLabel* m_count;
     std::vector<Hit> m_hits;  // in the order of the rows

@@ -1,6 +1,16 @@
 #include "window/panels/indexnoderow.h"
 
+#include <QLocale>
+
 namespace tarvo::window {
+
+namespace {
+
+QString grouped(std::int64_t count) {
+    return QLocale().toString(static_cast<qlonglong>(count));
+}
+
+}  // namespace
 
 IndexIcons::IndexIcons()
     : node(":/resources/gui/tree-node.png"), leaf(":/resources/gui/tree-leaf.png") {}
@@ -8,11 +18,11 @@ IndexIcons::IndexIcons()
 IndexNodeRow::IndexNodeRow(const qrb::pointcloud::IndexNode& node, int level,
                            const IndexIcons& icons)
     : NumericTreeWidgetItem({QString::number(node.id), node.children.empty() ? "leaf" : "node",
-                             QString::number(level), QString::number(node.pointCountNode),
-                             QString::number(node.pointCountTotal),
-                             QString::number(node.revision)}),
+                             QString::number(level), grouped(node.pointCountNode),
+                             grouped(node.pointCountTotal), QString::number(node.revision)}),
       m_id(node.id),
       m_ownPoints(node.pointCountNode),
+      m_totalPoints(node.pointCountTotal),
       m_icon(node.children.empty() ? icons.leaf : icons.node) {}
 
 QVariant IndexNodeRow::data(int column, int role) const {
@@ -22,9 +32,11 @@ QVariant IndexNodeRow::data(int column, int role) const {
         return "click to show node details\ndouble click to load point data";
     if (column == NODE_TYPE && role == Qt::DecorationRole)
         return m_icon;
+    if (role == sortValueRole && (column == NODE_POINTS || column == NODE_TOTAL))
+        return static_cast<double>(column == NODE_POINTS ? m_ownPoints : m_totalPoints);
     if (role == Qt::TextAlignmentRole && column == NODE_TYPE)
         return QVariant::fromValue(Qt::Alignment(Qt::AlignCenter));
-    if (role == Qt::TextAlignmentRole && column >= NODE_LEVEL && column <= NODE_TOTAL)
+    if (role == Qt::TextAlignmentRole && column >= NODE_LEVEL)
         return QVariant::fromValue(Qt::AlignRight | Qt::AlignVCenter);
     return NumericTreeWidgetItem::data(column, role);
 }

@@ -26,7 +26,7 @@ public:
 
 private:
     std::uint32_t m_id;
-    std::int64_t m_ownPoints;
+    std::int64_t m_ownPoints, m_totalPoints;
     QIcon m_icon;
 };
 

@@ -23,6 +23,11 @@ constexpr std::size_t previewSize = 8192;
 
 enum MetaDataColumn { ITEM_NAME, ITEM_FORMAT, ITEM_SIZE, ITEM_VALUE };
 
+// Of the name's cell: the name itself, which the text shows in one line, and whether the item is
+// signed.
+constexpr int nameRole = Qt::UserRole;
+constexpr int lockedRole = Qt::UserRole + 1;
+
 // Names that a box shows; the others are counted.
 constexpr std::size_t shownNames = 30;
 
@@ -82,6 +87,7 @@ QString previewOf(const std::string& value) {
 MetaDataPanel::MetaDataPanel(const DatabaseSession& session, QWidget* parent)
     : Panel(session, parent), m_ui(std::make_unique<Ui::MetaDataPanel>()) {
     m_ui->setupUi(this);
+    alignNumberHeaders(m_ui->treeMetaData, {ITEM_SIZE});
     on_treeMetaData_itemSelectionChanged();
 }
 
@@ -113,11 +119,12 @@ void MetaDataPanel::addRow(const std::string& name) {
     const bool json = core::compactJson(value);
 
     auto* row = new NumericTreeWidgetItem(m_ui->treeMetaData);
-    row->setText(ITEM_NAME, QString::fromStdString(name));
+    row->setText(ITEM_NAME, oneLine(QString::fromStdString(name)));
+    row->setData(ITEM_NAME, nameRole, QString::fromStdString(name));
     row->setIcon(ITEM_NAME, QIcon(locked ? ":/resources/gui/object-locked.png"
                                          : ":/resources/gui/object-unlocked.png"));
-    if (locked)
-        row->setForeground(ITEM_NAME, readable(QColor(Qt::darkBlue), palette()));
+    row->setData(ITEM_NAME, lockedRole, locked);
+    colourName(row);
     row->setText(ITEM_FORMAT, json ? "JSON" : "text");
     row->setTextAlignment(ITEM_FORMAT, Qt::AlignCenter);
     row->setText(ITEM_SIZE, humanReadableSize(bytes));
@@ -125,6 +132,18 @@ void MetaDataPanel::addRow(const std::string& name) {
     row->setSortValue(ITEM_SIZE, static_cast<double>(bytes));
 
     row->setText(ITEM_VALUE, previewOf(value));
+}
+
+void MetaDataPanel::colourName(QTreeWidgetItem* row) const {
+    if (row->data(ITEM_NAME, lockedRole).toBool())
+        row->setForeground(ITEM_NAME, readable(QColor(Qt::darkBlue), palette()));
+}
+
+void MetaDataPanel::changeEvent(QEvent* event) {
+    Panel::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        for (int i = 0; i < m_ui->treeMetaData->topLevelItemCount(); ++i)
+            colourName(m_ui->treeMetaData->topLevelItem(i));
 }
 
 void MetaDataPanel::on_treeMetaData_itemSelectionChanged() {
@@ -140,12 +159,12 @@ void MetaDataPanel::on_treeMetaData_itemSelectionChanged() {
 std::vector<std::string> MetaDataPanel::selectedItems() const {
     std::vector<std::string> names;
     for (const QTreeWidgetItem* item : m_ui->treeMetaData->selectedItems())
-        names.push_back(item->text(ITEM_NAME).toStdString());
+        names.push_back(item->data(ITEM_NAME, nameRole).toString().toStdString());
     return names;
 }
 
 void MetaDataPanel::on_treeMetaData_itemDoubleClicked(QTreeWidgetItem* item, int) {
-    editItem(item->text(ITEM_NAME), false);
+    editItem(item->data(ITEM_NAME, nameRole).toString(), false);
 }
 
 void MetaDataPanel::on_actionMetaDataAdd_triggered() {
@@ -182,9 +201,10 @@ void MetaDataPanel::editItem(QString name, bool isNew) {
             written = guarded([&] { metaData.set(name.toStdString(), value); });
         }
         emit databaseChanged();
-        const auto rows = m_ui->treeMetaData->findItems(name, Qt::MatchExactly, ITEM_NAME);
-        if (!rows.isEmpty())
-            m_ui->treeMetaData->setCurrentItem(rows.first());
+        for (int i = 0; i < m_ui->treeMetaData->topLevelItemCount(); ++i)
+            if (auto* row = m_ui->treeMetaData->topLevelItem(i);
+                row->data(ITEM_NAME, nameRole).toString() == name)
+                m_ui->treeMetaData->setCurrentItem(row);
     });
 }
 

@@ -24,6 +24,9 @@ public:
 
     void refresh() override;
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private slots:
     void on_treeMetaData_itemSelectionChanged();
     void on_treeMetaData_itemDoubleClicked(QTreeWidgetItem* item, int column);
@@ -36,6 +39,8 @@ private slots:
 
 private:
     void addRow(const std::string& name);
+    // The names of signed items have a colour, which keeps to the theme.
+    void colourName(QTreeWidgetItem* row) const;
     void editItem(QString name, bool isNew);
     // The names of the selected items, in the order of their selection.
     std::vector<std::string> selectedItems() const;

@@ -50,8 +50,8 @@ void fillAttributeRow(QTreeWidgetItem* row, const PointAttribute& attribute, boo
         name += QString("[%0]").arg(attribute.length);
     if (primary)
         name += '*';
-    row->setText(ATTRIBUTE_NAME, name);
-    row->setText(ATTRIBUTE_TITLE, QString::fromStdString(attribute.title));
+    row->setText(ATTRIBUTE_NAME, oneLine(name));
+    row->setText(ATTRIBUTE_TITLE, firstLine(QString::fromStdString(attribute.title)));
     row->setText(ATTRIBUTE_DATA_TYPE, qrb::pointcloud::dataTypeName(attribute.dataType()));
     row->setText(ATTRIBUTE_STORAGE, PointAttribute::storageClassName(attribute.storageClass));
     row->setText(ATTRIBUTE_COMPRESSION,
@@ -61,6 +61,7 @@ void fillAttributeRow(QTreeWidgetItem* row, const PointAttribute& attribute, boo
     setShortened(row, ATTRIBUTE_TAGS, attribute.tags, longestTags);
     setShortened(row, ATTRIBUTE_DESCRIPTION, attribute.description, longestDescription);
     row->setText(ATTRIBUTE_RANK, QString::number(rank));
+    row->setTextAlignment(ATTRIBUTE_RANK, Qt::AlignRight | Qt::AlignVCenter);
 }
 
 // What the user begins with: one number of a byte per point.
@@ -79,6 +80,7 @@ PointAttribute newAttribute() {
 PointAttributesPanel::PointAttributesPanel(const DatabaseSession& session, QWidget* parent)
     : Panel(session, parent), m_ui(std::make_unique<Ui::PointAttributesPanel>()) {
     m_ui->setupUi(this);
+    alignNumberHeaders(m_ui->treePointAttributes, {ATTRIBUTE_RANK});
     readGroupStates();
     m_ui->treePointAttributes->header()->setSectionsClickable(true);
     connect(m_ui->treePointAttributes->header(), &QHeaderView::sectionClicked, this,

@@ -246,6 +246,8 @@ PointDataPanel::Rows PointDataPanel::firstRows(int pages) {
     m_ui->treePointData->setColumnCount(1 + static_cast<int>(m_reader->columns().size()));
     m_headers = QStringList("#") + m_reader->columns();
     m_ui->treePointData->setHeaderLabels(m_headers);
+    for (int column = 0; column < m_headers.size(); ++column)
+        m_ui->treePointData->headerItem()->setTextAlignment(column, PointRow::alignmentOf(column));
     m_widths.restart();
     return rows;
 }

@@ -15,6 +15,7 @@
 #include <QComboBox>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QLocale>
 #include <QSignalBlocker>
 #include <algorithm>
 #include <limits>
@@ -81,7 +82,7 @@ void addDetails(const AttributeDetails& details, QTreeWidget* tree) {
     QList<QTreeWidgetItem*> rows;
     for (std::size_t i = 0; i < names.size(); ++i) {
         auto* row = new QTreeWidgetItem(
-            {QString::fromStdString(names[i]), QString("(revision %0)").arg(revision)});
+            {oneLine(QString::fromStdString(names[i])), QString("(revision %0)").arg(revision)});
         const bool known = i < minimum.size() && i < maximum.size();
         const auto addValue = [row](const QString& label, const std::string& value) {
             new QTreeWidgetItem(row, {label, QString::fromStdString(value)});
@@ -128,6 +129,10 @@ PointIndexPanel::PointIndexPanel(const DatabaseSession& session, QWidget* parent
     m_ui->treePointIndexDetails->headerItem()->setToolTip(
         1, "Click here to toggle between \"full\" and \"cleaned\"");
     m_ui->treePointIndexNodes->setSelectionMode(QAbstractItemView::SingleSelection);
+    alignNumberHeaders(m_ui->treePointIndexNodes,
+                       {NODE_LEVEL, NODE_POINTS, NODE_TOTAL, NODE_REVISION});
+    // Or the last number would stand far from the others.
+    m_ui->treePointIndexNodes->header()->setStretchLastSection(false);
     // In the order of the index until a header is clicked.
     m_ui->treePointIndexNodes->sortByColumn(-1, Qt::AscendingOrder);
     m_ui->treePointIndexNodes->setSortingEnabled(true);
@@ -212,9 +217,9 @@ void PointIndexPanel::buildTree(const QString& filter) {
     m_ui->labelPointIndex->setText(shown.truncated || shown.items() > maximumItems
                                        ? QString("Index too large,\nView truncated!")
                                        : QString("Nodes: %1, Leaves: %2, Total: %3, Depth: %4")
-                                             .arg(shown.nodes)
-                                             .arg(shown.leaves)
-                                             .arg(shown.items())
+                                             .arg(QLocale().toString(shown.nodes))
+                                             .arg(QLocale().toString(shown.leaves))
+                                             .arg(QLocale().toString(shown.items()))
                                              .arg(shown.depth));
     if (tree->topLevelItemCount() > 0)
         tree->setCurrentItem(tree->topLevelItem(0));

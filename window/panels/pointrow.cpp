@@ -6,8 +6,7 @@ namespace tarvo::window {
 
 QVariant PointRow::data(int column, int role) const {
     if (role == Qt::TextAlignmentRole)
-        return QVariant::fromValue(column == 0 ? Qt::Alignment(Qt::AlignCenter)
-                                               : Qt::AlignRight | Qt::AlignVCenter);
+        return QVariant::fromValue(alignmentOf(column));
     if (column > 0 && column < m_headers.size()) {
         if (role == Qt::UserRole)
             return cell(column);

@@ -14,6 +14,11 @@ public:
     PointRow(const QStringList& texts, const QStringList& headers)
         : NumericTreeWidgetItem(texts), m_headers(headers) {}
 
+    // Of the cells of a column and of its title.
+    static Qt::Alignment alignmentOf(int column) {
+        return column == 0 ? Qt::Alignment(Qt::AlignCenter) : Qt::AlignRight | Qt::AlignVCenter;
+    }
+
     QVariant data(int column, int role) const override;
 
 private:

@@ -37,8 +37,12 @@ QString nameOf(const std::vector<std::uint32_t>& ids) {
                            : QString("selected transactions (%0)").arg(ids.size());
 }
 
-QString shown(const std::string& text) {
-    return QString::fromStdString(text).left(longestText);
+void showLine(QTreeWidgetItem* row, int column, const std::string& text) {
+    const QString whole = QString::fromStdString(text);
+    const QString line = firstLine(whole);
+    row->setText(column, line.left(longestText));
+    if (line != whole || whole.size() > longestText)
+        row->setToolTip(column, plainToolTip(whole));
 }
 
 }  // namespace
@@ -47,6 +51,7 @@ TransactionsPanel::TransactionsPanel(const DatabaseSession& session, QWidget* pa
     : Panel(session, parent), m_ui(std::make_unique<Ui::TransactionsPanel>()) {
     m_ui->setupUi(this);
     buildToolBar();
+    alignNumberHeaders(m_ui->treeTransactions, {TRANSACTION_DURATION});
     m_ui->treeTransactions->sortByColumn(TRANSACTION_ID, Qt::AscendingOrder);
     updateActions();
 }
@@ -118,11 +123,11 @@ void TransactionsPanel::addRow(std::uint32_t id, std::uint32_t current) {
     auto* row = new NumericTreeWidgetItem(m_ui->treeTransactions);
     row->setText(TRANSACTION_ID, QString("%0%1").arg(id).arg(id == current ? "*" : ""));
     row->setData(TRANSACTION_ID, Qt::UserRole, id);
-    row->setText(TRANSACTION_TITLE, shown(details.title));
-    row->setText(TRANSACTION_AGENT, shown(details.agent));
+    showLine(row, TRANSACTION_TITLE, details.title);
+    showLine(row, TRANSACTION_AGENT, details.agent);
     row->setText(TRANSACTION_QRB, shortLibraryVersion(QString::fromStdString(details.qrb)));
-    row->setText(TRANSACTION_START, shown(details.start));
-    row->setText(TRANSACTION_STOP, shown(details.stop));
+    showLine(row, TRANSACTION_START, details.start);
+    showLine(row, TRANSACTION_STOP, details.stop);
 
     row->setTextAlignment(TRANSACTION_DURATION, Qt::AlignRight | Qt::AlignVCenter);
     const auto start =

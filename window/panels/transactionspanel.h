@@ -48,7 +48,8 @@ private:
     void buildToolBar();
     void addRow(std::uint32_t id, std::uint32_t current);
     void updateActions();
-    // Whether changes would reach the file, and its name leads to it; has the window tell where they would not.
+    // Whether changes would reach the file, and its name leads to it; has the window tell where
+    // they would not.
     bool canChangeFile();
     // Tells the user when no row is selected.
     std::vector<std::uint32_t> selectedIds();

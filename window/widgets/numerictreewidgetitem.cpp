@@ -4,12 +4,6 @@
 
 namespace tarvo::window {
 
-namespace {
-
-constexpr int sortValueRole = Qt::UserRole + 1000;
-
-}  // namespace
-
 void NumericTreeWidgetItem::setSortValue(int column, double value) {
     setData(column, sortValueRole, value);
 }
@@ -46,6 +40,11 @@ bool NumericTreeWidgetItem::operator<(const QTreeWidgetItem& other) const {
     if (left || right)
         return left.has_value();
     return QString::compare(text(column), other.text(column), Qt::CaseInsensitive) < 0;
+}
+
+void alignNumberHeaders(QTreeWidget* tree, const QList<int>& columns) {
+    for (const int column : columns)
+        tree->headerItem()->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
 }
 
 }  // namespace tarvo::window

@@ -10,7 +10,9 @@ class NumericTreeWidgetItem : public QTreeWidgetItem {
 public:
     using QTreeWidgetItem::QTreeWidgetItem;
 
-    // A number to sort a column by in place of its text, such as the bytes behind "1.50 KB".
+    // A number to sort a column by in place of its text, such as the bytes behind "1.50 KB"; rows
+    // that know it otherwise tell it under the role.
+    static constexpr int sortValueRole = Qt::UserRole + 1000;
     void setSortValue(int column, double value);
 
     void setData(int column, int role, const QVariant& value) override;
@@ -23,5 +25,8 @@ private:
     mutable int m_readColumn = -1;
     mutable std::optional<double> m_number;
 };
+
+// Puts the titles of columns that hold numbers above them, to the right.
+void alignNumberHeaders(QTreeWidget* tree, const QList<int>& columns);
 
 }  // namespace tarvo::window

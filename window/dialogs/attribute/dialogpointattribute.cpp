@@ -97,6 +97,8 @@ void choose(QComboBox* list, int value) {
     list->setCurrentIndex(index);
 }
 
+constexpr int descriptionLines = 4;  // that are seen at once
+
 CheckKind kindOf(core::Severity severity) {
     switch (severity) {
         case core::Severity::ERROR:
@@ -159,6 +161,10 @@ bool DialogPointAttribute::isEditing() const {
 
 void DialogPointAttribute::buildFields() {
     useTextPaneFont(m_ui->editDescription);
+    m_ui->editDescription->setFixedHeight(
+        descriptionLines * m_ui->editDescription->fontMetrics().lineSpacing() +
+        2 * (m_ui->editDescription->frameWidth() +
+             static_cast<int>(m_ui->editDescription->document()->documentMargin())));
     m_ui->editName->setReadOnly(isEditing());
     for (QLineEdit* edit : {m_ui->editName, m_ui->editTitle, m_ui->editTags, m_ui->editLodSettings})
         edit->setMaxLength(longestText);
@@ -561,12 +567,17 @@ void DialogPointAttribute::showFindings(const std::vector<core::AttributeFinding
         {AttributeField::NAMED_VALUES, m_ui->checkNamedValues, {m_ui->editNamedValues}},
         {AttributeField::LOD_SETTINGS, m_ui->checkLodSettings, {m_ui->editLodSettings}},
     };
+    // Nobody has done wrong before anything was typed.
+    const bool untouched = !isEditing() && !isTyped();
+    const auto kindShown = [untouched](Severity severity) {
+        return untouched && severity == Severity::ERROR ? CheckKind::MISSING : kindOf(severity);
+    };
     for (const Row& row : rows) {
         const auto first = std::find_if(found.begin(), found.end(),
                                         [&](const auto& each) { return each.field == row.field; });
         const bool any = first != found.end();
         showCheck(row.label, any ? QString::fromStdString(first->text) : QString(),
-                  any ? kindOf(first->severity) : CheckKind::ERROR);
+                  any ? kindShown(first->severity) : CheckKind::ERROR);
         for (QWidget* field : row.fields)
             field->setAccessibleDescription(row.label->text());
     }
@@ -577,7 +588,7 @@ void DialogPointAttribute::showFindings(const std::vector<core::AttributeFinding
     const bool told = gravest != found.end() && gravest->severity != Severity::NOTE;
     const bool wrong = told && gravest->severity == Severity::ERROR;
     const QString text = told ? QString::fromStdString(gravest->text) : QString();
-    showCheck(m_ui->labelSummary, text, told ? kindOf(gravest->severity) : CheckKind::ERROR);
+    showCheck(m_ui->labelSummary, text, told ? kindShown(gravest->severity) : CheckKind::ERROR);
     m_ui->buttonBox->button(QDialogButtonBox::Ok)->setEnabled(!wrong);
     m_ui->buttonBox->button(QDialogButtonBox::Ok)
         ->setToolTip(wrong ? plainToolTip(text) : QString());
