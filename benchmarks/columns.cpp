@@ -109,7 +109,7 @@ void forEachValue(exchange::PointSource& source, Use&& use) {
     source.rewind();
     while (const std::uint32_t count = source.next())
         for (std::size_t i = 0; i < source.columns().size(); ++i)
-            exchange::visitValues(source.columns()[i].type, source.values(i),
+            visitValues(source.columns()[i].type, source.values(i),
                                   [&](const auto* values) {
                                       for (std::uint32_t row = 0; row < count; ++row)
                                           use(i, static_cast<double>(values[row]));
