@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numeric>
+#include <type_traits>
 
 namespace tarvo::exchange::las {
 
@@ -98,13 +99,16 @@ void measure(const Column& column, const void* values, std::uint32_t count, bool
 }
 
 bool holdsAll(DataType type, const void* values, std::uint32_t count) {
-    bool all = type == DataType::SINGLE;
-    if (type == DataType::DOUBLE) {
-        const auto* const numbers = static_cast<const double*>(values);
-        all = std::all_of(numbers, numbers + count, [](double value) {
-            return std::isnan(value) || static_cast<double>(static_cast<float>(value)) == value;
+    bool all = true;
+    visitValues(type, values, [&]<typename T>(const T* typed) {
+        all = std::all_of(typed, typed + count, [](T value) {
+            const auto real = static_cast<double>(value);
+            // Whole numbers that a float has no room for may have become another one already.
+            return std::isnan(real) ||
+                   (static_cast<double>(static_cast<float>(real)) == real &&
+                    (std::is_floating_point_v<T> || std::abs(real) <= exactLimit));
         });
-    }
+    });
     return all;
 }
 

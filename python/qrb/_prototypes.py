@@ -121,6 +121,7 @@ qrb_graph_node._fields_ = [
 
 
 qrb_progress_function = CFUNCTYPE(c_uint8, c_uint8, c_void_p)
+qrb_interrupt_function = CFUNCTYPE(c_uint8, c_void_p)
 qrb_authentication_function = CFUNCTYPE(c_uint8, POINTER(c_uint8), c_uint32, POINTER(c_uint8), c_uint32, c_void_p)
 
 # By name: the type of the result and those of the arguments.

@@ -81,10 +81,10 @@ TEST(Arguments, TablesAlignWhatIsReadNotTheBytes) {
     EXPECT_EQ(labelled("Text", "a\nb"), "Text          a\n              b\n");
     EXPECT_EQ(labelled("Text", ""), "");
     EXPECT_EQ(printable("a\r\t\x7f\xc2\x85\xc3\xa9\n"), "a? ??\xc3\xa9\n");
-    // What turns the direction of the text behind it; others of these blocks stay, cut ones too.
+    // What turns the direction of the text behind it; others of these blocks stay; what is no character does not.
     EXPECT_EQ(printable("\u202a\u202e\u2066\u2069\u200e\u200f\u061c"), "???????");
     EXPECT_EQ(printable("\u202f\u2065\u206a\u200d\u2027\u061b\xe2\x80"),
-              "\u202f\u2065\u206a\u200d\u2027\u061b\xe2\x80");
+              "\u202f\u2065\u206a\u200d\u2027\u061b??");
     EXPECT_EQ(oneLine("a\nb\u202e"), "a b?");
 }
 

@@ -140,14 +140,14 @@ TEST_F(Command, SeveralFilesBecomeOneDatabase) {
     EXPECT_EQ(
         run("select --count --filter 'csv.quality == 9 && tarvo.xyz[0] == 0.005' " + target).output,
         "1\n");
-    // One number that all points of all files have is the default value, and no other.
+    // A number that all points of all files have is still theirs, and not what points to come have.
     const std::string one =
         folder.write("one.csv", "tarvo.id,x,y,z,all,some,differs,v[0],v[1]\n1,1,1,1,5,5,5,5,5\n");
     const std::string two =
         folder.write("two.csv", "tarvo.id,x,y,z,all,differs,v[0],v[1]\n2,1,1,1,5,6,5,5\n");
     ASSERT_EQ(run("import --overwrite " + one + " " + two + " " + target).code, 0);
     for (const auto& [name, value] :
-         {std::pair("all", 5.0), {"some", 0.0}, {"differs", 0.0}, {"v", 0.0}}) {
+         {std::pair("all", 0.0), {"some", 0.0}, {"differs", 0.0}, {"v", 0.0}}) {
         rapidjson::Document shown;
         shown.Parse(run("attributes " + target + " show --json csv." + name).output.c_str());
         ASSERT_FALSE(shown.HasParseError()) << name;

@@ -108,10 +108,10 @@ TEST_F(Merge, TellsWhenTooManyFilesAreOpen) {
         return runShell(std::string("ulimit ") + limit + "; " QRBTOOL_FILE " merge" + names + " " +
                         both);
     };
-    const Result refused = merge("-n 40");
+    const Result refused = merge("-n 20");
     EXPECT_EQ(refused.code, 1) << refused.output;
-    EXPECT_NE(refused.output.find("may have 40 files open"), std::string::npos) << refused.output;
-    const Result merged = merge("-Sn 40");
+    EXPECT_NE(refused.output.find("may have 20 files open"), std::string::npos) << refused.output;
+    const Result merged = merge("-Sn 20");
     EXPECT_EQ(merged.code, 0) << merged.output;
     EXPECT_EQ(expectSuccess("select --count " + both), "90\n");
 }

@@ -134,7 +134,7 @@ TEST_F(Diff, ReadsValuesOfEveryWidth) {
     });
     change([&] {
         for (const PointAttribute& definition : definitions)
-            update({1, 3}, definition.name, {0, definition.minimumValue + 3});
+            update({1, 3}, definition.name, {definition.minimumValue, definition.maximumValue});
     });
     m_cloud.close();
     const auto diff = compare({file("a.qrbx"), 2}, {file("a.qrbx"), 3});
@@ -144,8 +144,8 @@ TEST_F(Diff, ReadsValuesOfEveryWidth) {
                                               [](const auto& each) { return each.attribute; });
         ASSERT_NE(values, diff.points->values.end());
         ASSERT_EQ(idsOf(values->first), std::vector<std::uint64_t>{3});
-        EXPECT_EQ(values->first[0].before, std::vector<std::string>{"0"});
-        EXPECT_EQ(std::stod(values->first[0].after[0]), definition.minimumValue + 3);
+        EXPECT_EQ(std::stod(values->first[0].before[0]), definition.minimumValue);
+        EXPECT_EQ(std::stod(values->first[0].after[0]), definition.maximumValue);
     }
 }
 

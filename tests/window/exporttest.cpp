@@ -402,7 +402,7 @@ void ExportTest::indexIsShownUpToItsLimit() {
     m_window->openDatabase(name, true);
     driver().showTab("tabPointIndex");
     QCOMPARE(itemCount(tree), itemLimit);
-    QVERIFY2(label->text().contains(QString("Total: %0,").arg(itemLimit)),
+    QVERIFY2(label->text().contains(QString("Total: %0,").arg(QLocale().toString(itemLimit))),
              qUtf8Printable(label->text()));
     // Too many to open all branches.
     int expanded = 0;

@@ -181,7 +181,7 @@ void PointExportTest::cancelLeavesWhatWasThere() {
         std::vector<Step> steps = {ModalScript::chooseFile(path(name))};
         if (exists)
             steps.push_back(ModalScript::press("Yes"));
-        steps.push_back([&](QDialog* dialog) {
+        steps.push_back(ModalScript::onProgress([&](QDialog* dialog) {
             auto* progress = qobject_cast<QProgressDialog*>(dialog);
             if (!progress) {
                 const auto* box = qobject_cast<QMessageBox*>(dialog);
@@ -191,7 +191,7 @@ void PointExportTest::cancelLeavesWhatWasThere() {
             }
             percent = progress->value();
             ModalScript::press("Cancel")(dialog);
-        });
+        }));
         driver().run("actionQuerySelectExportPoints", steps);
         QVERIFY2(percent >= 0 && percent < 100, "the export was done before it could be cancelled");
         QVERIFY(!QApplication::activeModalWidget() && !QApplication::overrideCursor());

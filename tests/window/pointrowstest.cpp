@@ -40,11 +40,15 @@ private:
     }
     QString counter() { return m_window->child<QLabel>("labelPointRows")->text(); }
     QTreeWidget* table() { return m_window->child<QTreeWidget>("treePointData"); }
+    // In the part of the row that is seen.
+    static QPoint placeOf(QTreeWidgetItem* row) {
+        const QTreeWidget* tree = row->treeWidget();
+        return tree->visualItemRect(row).intersected(tree->viewport()->rect()).center();
+    }
     void click(QTreeWidgetItem* row, Qt::KeyboardModifiers modifiers = {}) {
         QTreeWidget* tree = row->treeWidget();
         tree->scrollToItem(row);
-        QTest::mouseClick(tree->viewport(), Qt::LeftButton, modifiers,
-                          tree->visualItemRect(row).center());
+        QTest::mouseClick(tree->viewport(), Qt::LeftButton, modifiers, placeOf(row));
     }
 
     std::unique_ptr<SampleDatabase> m_sample;
@@ -135,8 +139,8 @@ void PointRowsTest::nodesWithoutPointsShowWhatLiesBelow() {
         inner = nodes->itemBelow(inner);
     QVERIFY(inner);
     const QString total = inner->text(4);
-    QTest::mouseDClick(nodes->viewport(), Qt::LeftButton, {},
-                       nodes->visualItemRect(inner).center());
+    click(inner);
+    QTest::mouseDClick(nodes->viewport(), Qt::LeftButton, {}, placeOf(inner));
     QTRY_VERIFY(m_window->child<QLineEdit>("editPointDataNodes")->text().contains(','));
     m_window->press(QKeySequence("Shift+F3"));
     QTRY_COMPARE(counter(), QString::fromUtf8("1–%1 of %1").arg(total));
