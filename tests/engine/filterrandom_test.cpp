@@ -162,7 +162,15 @@ private:
                     negative ? "(-" + std::to_string(size) + ")" : std::to_string(size)};
         }
         char buffer[64];
-        std::string text(buffer, std::to_chars(buffer, buffer + 64, value.real).ptr);
+        // All digits of a whole number: the shortest ones that make the same double are another
+        // one.
+        const bool hasAllDigits =
+            std::trunc(value.real) == value.real && std::fabs(value.real) < 0x1p70;
+        std::string text(
+            buffer,
+            hasAllDigits
+                ? std::to_chars(buffer, buffer + 64, value.real, std::chars_format::fixed).ptr
+                : std::to_chars(buffer, buffer + 64, value.real).ptr);
         if (text.find_first_not_of("-0123456789") == std::string::npos)
             text += ".0";
         return {"lit", {}, value, 0, "(" + text + ")"};
