@@ -120,7 +120,14 @@ MappedSource::MappedSource(std::shared_ptr<PointSource> inner, const ColumnMap& 
     std::map<std::size_t, const ColumnChoice*> choices;
     for (const ColumnChoice& choice : map) {
         if (const auto column = columnMeantBy(choice.column, *m_inner)) {
-            choices[*column] = &choice;
+            const auto [other, isNew] = choices.try_emplace(*column, &choice);
+            if (!isNew) {
+                throw core::Failure("The column " + quotedName(m_inner->columns()[*column].name) +
+                                        " of " + quotedName(fileName()) + " is mapped twice: " +
+                                        quotedName(choiceText(*other->second)) + " and " +
+                                        quotedName(choiceText(choice)) + ".",
+                                    "A column goes to one attribute.");
+            }
         }
     }
     const std::vector<Column>& columns = m_inner->columns();

@@ -36,8 +36,8 @@ std::string fullTarget(const std::string& attribute);
 class MappedSource : public PointSource {
 public:
     // Choices of columns that the source doesn't have are passed over. Throws Failure for a name
-    // that is none of an attribute, for a column whose name stands several times, and where two
-    // columns would go to one element, or none is left.
+    // that is none of an attribute, for a column whose name stands several times or that
+    // two choices name, and where two columns would go to one element, or none is left.
     MappedSource(std::shared_ptr<PointSource> inner, const ColumnMap& map);
 
     const std::string& fileName() const override { return m_inner->fileName(); }

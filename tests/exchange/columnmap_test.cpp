@@ -61,6 +61,8 @@ TEST_F(ColumnMaps, WhatCanNotBeMeantIsRefused) {
         {{"column 4=1st"}, "is no name of an attribute"},
         {{"column 4=own value"}, "is no name of an attribute"},
         {{"column 4=own[9999]"}, "element number above"},
+        {{"column 4=own.a", "text.column_4=-"}, "is mapped twice"},
+        {{"column 4=own.a", "column 4=own.b"}, "is mapped twice"},
         {{"column 6=own.a"}, "No file has the column \"column 6\""},
         {{"column 1=-", "column 2=-", "column 3=-", "column 4=-", "column 5=-"}, "are left out"},
     };
