@@ -99,10 +99,10 @@ const Expected actions[] = {
     {"actionMetaDataSignature", "Signature", "", "object-locked", one},
     {"actionSwitchLibrary", "Switch library...", "", "switch", always},
     {"actionChangelogExportToTextfile", "Export changelog to textfile", "", "db-save", open},
-    {"actionChangelogImportFromDatabase", "Import changelog from database", "", "db-new", pending},
+    {"actionChangelogImportFromDatabase", "Import changelog from database", "", "db-new", open},
     {"actionChangelogVerifyLogEntry", "Verify log entry signature", "", "object-locked", always},
     {"actionChangelogAppendMessage", "Append message to log entry of current transaction", "",
-     "edit", pending},
+     "edit", open},
     {"actionChangelogLoadFromTextfile", "Load changelog from textfile", "", "db-open", always},
     {"actionChangelogNext", "Go to next", "Ctrl+PgDown", "go-down", always},
     {"actionChangelogPrevious", "Go to previous", "Ctrl+PgUp", "go-up", always},
@@ -382,7 +382,10 @@ void ActionsTest::statesEnableWhatTheyAllow() {
                                       : label == "EMPTY" ? m_empty
                                       : label == "TEXT"  ? m_log
                                                          : label));
-    QCOMPARE(window->window().windowTitle(), "qrbadmin");
+    QCOMPARE(window->window().windowTitle(), label == "FILE"    ? "work.qrbx - qrbadmin"
+                                             : label == "EMPTY" ? "empty.qrbx - qrbadmin"
+                                             : label == "TEXT"  ? "log.txt - qrbadmin"
+                                                                : "qrbadmin");
     const QString transactions = window->child<QLabel>("labelTransactions")->text();
     QCOMPARE(transactions, pending.contains(state) ? QString("Transaction pending...")
                            : state == 'e' ? QString("Transactions: 1, Current transaction: 1")

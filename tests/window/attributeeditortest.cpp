@@ -448,10 +448,6 @@ void AttributeEditorTest::attributeIsAddedToTheDatabase() {
                        dialog->reject();
                    }});
     });
-    withWindow(false, [](WindowDriver& driver, MainWindow&) {
-        const auto texts = driver.run("actionPointAttributeAdd", {ModalScript::press("OK")});
-        QVERIFY(texts.value(0).startsWith("No transaction is pending."));
-    });
 }
 
 void AttributeEditorTest::refusedEditComesUpAgainWithWhatWasTyped() {
@@ -544,7 +540,7 @@ void AttributeEditorTest::unchangedEditWritesNothing() {
                             typeInto(dialog, "editTitle", "Typed");
                             ModalScript::press("OK")(dialog);
                         },
-                        ModalScript::press("OK"),
+                        ModalScript::press("No"),
                         [](QDialog* dialog) {
                             QCOMPARE(in<QLineEdit>(dialog, "editTitle")->text(), "Typed");
                             ModalScript::press("Cancel")(dialog);

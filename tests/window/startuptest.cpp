@@ -30,6 +30,7 @@ private slots:
     void cleanup();
     void missingLibraryIsReportedAndCanBeGivenUp();
     void missingLibraryEndsTheProgramOnNo();
+    void anotherLibraryCanBeChosenForAMissingOne();
     void switchedLibraryRunsInAFreshWindow();
     void switchWaitsForAWindowThatRefusedAtFirst();
     void furtherWindowsKeepTheLoopRunning();
@@ -69,7 +70,7 @@ void StartupTest::whileRunning(const QList<std::pair<int, std::function<void()>>
 
 void StartupTest::missingLibraryIsReportedAndCanBeGivenUp() {
     libraryChoice().fileName = "/no/such/library.so";
-    ModalAnswer answer("Yes");
+    ModalAnswer answer("Default Library");
     whileRunning({{1, [] { windows().first()->close(); }}});
     QCOMPARE(runWindows(), 0);
     QVERIFY(answer.came());
@@ -80,9 +81,21 @@ void StartupTest::missingLibraryIsReportedAndCanBeGivenUp() {
 
 void StartupTest::missingLibraryEndsTheProgramOnNo() {
     libraryChoice().fileName = "/no/such/library.so";
-    ModalAnswer answer("No");
+    ModalAnswer answer("Quit");
     QCOMPARE(runWindows(), EXIT_FAILURE);
     QVERIFY(answer.came());
+}
+
+void StartupTest::anotherLibraryCanBeChosenForAMissingOne() {
+    const QString library = QCoreApplication::applicationDirPath() + "/qrblib.so";
+    libraryChoice().fileName = "/no/such/library.so";
+    // Giving up in the file dialog asks again.
+    ModalScript script({ModalScript::press("Browse ..."), ModalScript::press("Cancel"),
+                        ModalScript::press("Browse ..."), ModalScript::chooseFile(library)});
+    whileRunning({{1, [] { windows().first()->close(); }}});
+    QCOMPARE(runWindows(), 0);
+    QCOMPARE(script.answered(), std::size_t(4));
+    QCOMPARE(libraryChoice().fileName, library);
 }
 
 void StartupTest::switchedLibraryRunsInAFreshWindow() {

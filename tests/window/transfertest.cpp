@@ -219,8 +219,11 @@ void TransferTest::questionsAreAskedAndNoIsNo() {
         if (yes && refused)
             steps.push_back(ModalScript::press("OK"));
         const QString text = window.run(action, std::move(steps)).value(0);
-        QCOMPARE(text, QString(question).replace(
-                           "FILE", QDir::toNativeSeparators(m_sample->path("work.qrbx"))));
+        const QString asked = QString(question).replace(
+            "FILE", QDir::toNativeSeparators(m_sample->path("work.qrbx")));
+        // What will be gone may stand behind it.
+        QCOMPARE(text.left(asked.size()), asked);
+        QVERIFY(text.size() == asked.size() || text.mid(asked.size()).startsWith("\n\n"));
         if (!yes)
             QCOMPARE(stateOf(window), before);
     }

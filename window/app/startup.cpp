@@ -2,22 +2,45 @@
 
 #include "qrb/loader.h"
 #include "window/common/guard.h"
-#include "window/common/messageboxes.h"
+#include "window/common/librarydialog.h"
+#include "window/common/textformat.h"
 #include "window/frame/librarychoice.h"
 #include "window/frame/mainwindow.h"
 
 #include <QApplication>
 #include <QFile>
+#include <QMessageBox>
+#include <QPushButton>
 #include <QTimer>
 #include <cstdlib>
 #include <exception>
+#include <optional>
 
 namespace tarvo::window {
 
 namespace {
 
-// Whether a library is loaded at the end. A chosen library that fails can be given up for the
-// default one.
+// What the user wants in place of a library that could not be loaded; none: the end.
+std::optional<QString> otherLibrary(const QString& failed, const QString& reason) {
+    const QString tried = failed.isEmpty() ? QString(qrb::defaultLibraryName) : failed;
+    QMessageBox box(QMessageBox::Critical, programName(),
+                    QString("%1\n\nLibrary: %2").arg(reason, tried));
+    box.setTextFormat(Qt::PlainText);
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    const auto* browse = box.addButton("&Browse ...", QMessageBox::AcceptRole);
+    const QAbstractButton* standard =
+        failed.isEmpty() ? nullptr : box.addButton("&Default Library", QMessageBox::ResetRole);
+    box.addButton("&Quit", QMessageBox::RejectRole);
+    box.exec();
+    if (box.clickedButton() == standard && standard)
+        return QString();
+    if (box.clickedButton() != browse)
+        return std::nullopt;
+    const QString name = chooseLibrary(nullptr, failed);
+    return name.isEmpty() ? failed : name;
+}
+
+// Whether a library is loaded at the end. In place of one that fails another one can be chosen.
 bool loadChosenLibrary() {
     while (true) {
         QString& chosen = libraryChoice().fileName;
@@ -26,16 +49,10 @@ bool loadChosenLibrary() {
             qrb::loadLibrary(chosen.toStdString());
             return true;
         } catch (const std::exception& error) {
-            const QString text = QString::fromUtf8(error.what());
-            if (chosen.isEmpty()) {
-                showError(nullptr, text);
+            const auto other = otherLibrary(chosen, QString::fromUtf8(error.what()));
+            if (!other)
                 return false;
-            }
-            if (!confirmed(nullptr, QString("%1\n\nLibrary: %2\n\n"
-                                            "Go back to the default library?")
-                                        .arg(text, chosen)))
-                return false;
-            chosen.clear();
+            chosen = *other;
         }
     }
 }

@@ -87,7 +87,11 @@ QString programVersionText() {
 }
 
 QString transactionAgentText() {
-    return "qrbadmin " + programVersionText();
+    return programName() + ' ' + programVersionText();
+}
+
+QString programName() {
+    return "qrbadmin";
 }
 
 }  // namespace tarvo::window

@@ -46,4 +46,6 @@ QString programVersionText();
 // The agent of the transactions that this program begins.
 QString transactionAgentText();
 
+QString programName();
+
 }  // namespace tarvo::window

@@ -17,7 +17,8 @@ class DialogChangelogMessage : public QDialog {
     Q_OBJECT
 
 public:
-    explicit DialogChangelogMessage(QWidget* parent);
+    // message: to begin with.
+    DialogChangelogMessage(const QString& message, QWidget* parent);
     ~DialogChangelogMessage() override;
 
     QString message() const;

@@ -8,10 +8,12 @@
 namespace tarvo::window {
 
 DialogMetaDataSignature::DialogMetaDataSignature(const qrb::Pointcloud& database,
-                                                 const QString& item, QWidget* parent)
+                                                 const QString& item, InTransaction inTransaction,
+                                                 QWidget* parent)
     : DialogSignature("DialogMetaDataSignature", "Meta &Data Item:", item, parent),
       m_database(database),
-      m_item(item.toStdString()) {
+      m_item(item.toStdString()),
+      m_inTransaction(std::move(inTransaction)) {
     setWindowTitle("Meta Data Item Signature");
     addMethod("1 (default)", 1);
     connect(addButton("buttonVerify", "&Verify Signature"), &QPushButton::clicked, this,
@@ -40,6 +42,8 @@ void DialogMetaDataSignature::on_buttonCreate_clicked() {
         if (isSigned() &&
             !confirmed(this, "The item is already signed.\nOverwrite existing signature?"))
             return;
+        if (!m_inTransaction("Sign a meta data item"))
+            return;
         m_database.metaData().createSignature(m_item, method(), key());
         m_changed = true;
         showInformation(this, "Signature successfully created.");
@@ -52,7 +56,8 @@ void DialogMetaDataSignature::on_buttonDelete_clicked() {
             showInformation(this, "The item is not signed.");
             return;
         }
-        if (!confirmed(this, "Delete signature?"))
+        if (!confirmed(this, "Delete signature?") ||
+            !m_inTransaction("Delete the signature of a meta data item"))
             return;
         m_database.metaData().createSignature(m_item, 0, {});
         m_changed = true;

@@ -1,9 +1,11 @@
 // Verifies, creates and deletes the signature of one metadata item. Changes need a pending
-// transaction, which is the caller's business.
+// transaction, for which the caller is asked.
 #pragma once
 
 #include "qrb/pointcloud.h"
 #include "window/dialogs/dialogsignature.h"
+
+#include <functional>
 
 namespace tarvo::window {
 
@@ -11,8 +13,12 @@ class DialogMetaDataSignature : public DialogSignature {
     Q_OBJECT
 
 public:
+    // Gets a title; tells whether a transaction is pending then.
+    using InTransaction = std::function<bool(const QString& title)>;
+
     // The database must stay open as long as the dialog lives.
-    DialogMetaDataSignature(const qrb::Pointcloud& database, const QString& item, QWidget* parent);
+    DialogMetaDataSignature(const qrb::Pointcloud& database, const QString& item,
+                            InTransaction inTransaction, QWidget* parent);
 
     // Whether the database was changed.
     bool changed() const { return m_changed; }
@@ -27,6 +33,7 @@ private:
 
     const qrb::Pointcloud& m_database;
     std::string m_item;
+    InTransaction m_inTransaction;
     bool m_changed = false;
 };
 

@@ -12,7 +12,7 @@
 namespace tarvo::window {
 
 bool DialogOpenSettings::edit(const qrb::Context&, QString& location, std::uint64_t& cacheSize,
-                              const QStringList& locations, QWidget* parent) {
+                              const QStringList& locations, QWidget* parent, bool* readOnly) {
     DialogOpenSettings dialog(locations, parent);
     auto& ui = *dialog.m_ui;
     if (location.isEmpty() && !locations.isEmpty())
@@ -21,12 +21,16 @@ bool DialogOpenSettings::edit(const qrb::Context&, QString& location, std::uint6
         ui.editLocation->setEditText(location);
     ui.editCacheSize->setValue(static_cast<int>(std::min<std::uint64_t>(
         cacheSize, static_cast<std::uint64_t>(ui.editCacheSize->maximum()))));
+    ui.checkReadOnly->setVisible(readOnly != nullptr);
+    ui.checkReadOnly->setChecked(readOnly && *readOnly);
     ui.editLocation->lineEdit()->selectAll();
     ui.editLocation->setFocus();
     if (dialog.exec() != QDialog::Accepted)
         return false;
     location = dialog.location();
     cacheSize = static_cast<std::uint64_t>(ui.editCacheSize->value());
+    if (readOnly)
+        *readOnly = ui.checkReadOnly->isChecked();
     return true;
 }
 

@@ -19,10 +19,11 @@ class DialogOpenSettings : public QDialog {
     Q_OBJECT
 
 public:
-    // Runs the dialog; location and cacheSize (bytes) are changed only when it is accepted, which
-    // is what the result tells. locations are offered in the list.
+    // Runs the dialog; location, cacheSize (bytes) and readOnly are changed only when it is
+    // accepted, which is what the result tells. locations are offered in the list. readOnly: null
+    // offers no choice.
     static bool edit(const qrb::Context& context, QString& location, std::uint64_t& cacheSize,
-                     const QStringList& locations, QWidget* parent);
+                     const QStringList& locations, QWidget* parent, bool* readOnly = nullptr);
 
     ~DialogOpenSettings() override;
 

@@ -45,7 +45,7 @@ void showAboutBox(QWidget* parent, const qrb::Context& context) {
     QMessageBox box(QMessageBox::NoIcon, QString(), QString(), QMessageBox::Ok, parent);
     // The library's texts must not be taken for rich text.
     box.setTextFormat(Qt::PlainText);
-    box.setText(aboutText(parent->windowTitle(), context));
+    box.setText(aboutText(programName(), context));
     box.setIconPixmap(QIcon(":/resources/logo.png").pixmap(64, 64));
     box.exec();
 }

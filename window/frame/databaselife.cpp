@@ -53,8 +53,9 @@ void MainWindow::openGiven(const GivenFiles& given) {
 void MainWindow::openDatabase(QString fileName, bool skipDialog) {
     guarded(this, [&] {
         qrb::pointcloud::OpenSettings settings(m_session.context);
-        if (!skipDialog && !DialogOpenSettings::edit(m_session.context, fileName,
-                                                     settings.cacheSize, RecentFiles::list(), this))
+        if (!skipDialog &&
+            !DialogOpenSettings::edit(m_session.context, fileName, settings.cacheSize,
+                                      RecentFiles::list(), this, &settings.readOnly))
             return;
         fileName = QDir::toNativeSeparators(QFileInfo(fileName).absoluteFilePath());
         if (!skipDialog && isImportable(fileName)) {
@@ -88,6 +89,7 @@ void MainWindow::replaceDatabase(const QString& fileName,
             throw std::runtime_error("The file was replaced while it was opened.\nOpen it again.");
         m_session.database = std::move(database);
         m_session.identity = identity;
+        m_session.readOnly = settings.readOnly;
     } catch (...) {
         refreshPanels();
         throw;
@@ -128,7 +130,8 @@ void MainWindow::checkFile() {
             return;
         if (replaced) {
             const QString fileName = m_session.fileName;
-            const qrb::pointcloud::OpenSettings settings(m_session.context);
+            qrb::pointcloud::OpenSettings settings(m_session.context);
+            settings.readOnly = m_session.readOnly;
             tryToOpen(fileName, settings);
             replaceDatabase(fileName, settings);
         } else {
@@ -164,6 +167,7 @@ void MainWindow::dropDatabase() {
     m_session.database.reset();
     m_session.fileName.clear();
     m_session.identity.reset();
+    m_session.readOnly = false;
     if (database && database->isOpen())
         database->close();
 }
@@ -206,9 +210,7 @@ void MainWindow::openTextFile(const QString& fileName) {
                                      "is open.\nShow \"%0\" in a new window?")
                                  .arg(QDir::toNativeSeparators(fileName))))
             return;
-        auto* window = new MainWindow(fileName);
-        window->setAttribute(Qt::WA_DeleteOnClose);
-        window->show();
+        showBeside(new MainWindow(fileName));
     });
 }
 

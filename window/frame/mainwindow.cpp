@@ -5,6 +5,7 @@
 #include "window/common/messageboxes.h"
 #include "window/common/programsettings.h"
 #include "window/common/recentfiles.h"
+#include "window/common/textformat.h"
 #include "window/common/theme.h"
 #include "window/dialogs/dialogexportasqrb.h"
 #include "window/dialogs/dialogvalidate.h"
@@ -14,8 +15,10 @@
 #include "window/frame/librarychoice.h"
 #include "window/frame/mimefile.h"
 #include "window/frame/openwindows.h"
+#include "window/frame/pendingbar.h"
 #include "window/frame/pluginmenu.h"
 #include "window/frame/recentmenu.h"
+#include "window/frame/startpage.h"
 #include "window/frame/viewmenu.h"
 #include "window/panels/changelogpanel.h"
 #include "window/panels/databasepanel.h"
@@ -31,8 +34,10 @@
 #include <QClipboard>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
+#include <QFileInfo>
 #include <QLabel>
 #include <QMimeData>
+#include <QScreen>
 #include <QToolBar>
 #include <QToolButton>
 #include <exception>
@@ -43,6 +48,9 @@ namespace {
 
 // Milliseconds for which the status line tells what was done.
 constexpr int toldFor = 5000;
+
+// Pixels from a window to the next one, so that the frames of both are seen.
+constexpr int besideBy = 40;
 
 // What the status line adds to the file's name.
 QString remarkOn(DatabaseSession::FileState state) {
@@ -93,11 +101,16 @@ MainWindow::~MainWindow() {
 void MainWindow::createPanels() {
     auto* database = new DatabasePanel(m_session, m_ui->tabDatabase);
     connect(database, &DatabasePanel::libraryChosen, this, &MainWindow::switchLibrary);
+    m_startPage = new StartPage({m_ui->actionNew, m_ui->actionOpen, m_ui->actionImportPoints},
+                                m_ui->tabDatabase);
+    connect(m_startPage, &StartPage::chosen, this,
+            [this](const QString& name) { openDatabase(name, true); });
+    m_ui->tabDatabase->layout()->addWidget(m_startPage);
     addPanel(m_ui->tabDatabase, database);
 
-    auto* transactions = new TransactionsPanel(m_session, m_ui->tabTransactions);
-    connect(transactions, &TransactionsPanel::fileLost, this, &MainWindow::checkFile);
-    addPanel(m_ui->tabTransactions, transactions);
+    m_transactions = new TransactionsPanel(m_session, m_ui->tabTransactions);
+    connect(m_transactions, &TransactionsPanel::fileLost, this, &MainWindow::checkFile);
+    addPanel(m_ui->tabTransactions, m_transactions);
 
     m_changelog = new ChangelogPanel(m_session, m_ui->tabChangelog);
     connect(m_changelog, &ChangelogPanel::textFileLoaded, this, [this] {
@@ -130,6 +143,10 @@ void MainWindow::addPanel(QWidget* tab, Panel* panel) {
         for (QToolButton* button : toolBar->findChildren<QToolButton*>())
             button->setFocusPolicy(Qt::TabFocus);
     connect(panel, &Panel::databaseChanged, this, &MainWindow::refreshPanels);
+    connect(panel, &Panel::transactionBegan, this, [this] {
+        guarded(this, [this] { m_transactions->refresh(); });
+        updatePending();
+    });
     connect(panel, &Panel::told, this,
             [this](const QString& text) { m_ui->statusBar->showMessage(text, toldFor); });
     m_panels.push_back(panel);
@@ -143,6 +160,8 @@ void MainWindow::createStatusLabel() {
     // A long file name must not widen the window.
     m_statusLabel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     m_ui->statusBar->addWidget(m_statusLabel, 1);
+    m_pendingBar = new PendingBar(m_transactions->pendingActions(), this);
+    m_ui->statusBar->addPermanentWidget(m_pendingBar);
 }
 
 void MainWindow::restoreWindowGeometry() {
@@ -194,10 +213,16 @@ void MainWindow::updateTabs() {
 void MainWindow::updateStatus() {
     QString status = "no database opened";
     if (m_session.database)
-        status = m_session.fileName + remarkOn(m_session.fileState());
+        status = m_session.fileName + (m_session.readOnly ? " (for reading only)" : "") +
+                 remarkOn(m_session.fileState());
     else if (!m_changelog->textFileName().isEmpty())
         status = m_changelog->textFileName();
     m_statusLabel->setText(status);
+    const QString shown = m_session.database ? m_session.fileName : m_changelog->textFileName();
+    const QString program = programName();
+    setWindowTitle(shown.isEmpty()
+                       ? program
+                       : QString("%1 - %2").arg(oneLine(QFileInfo(shown).fileName()), program));
 }
 
 void MainWindow::updateActions() {
@@ -208,6 +233,14 @@ void MainWindow::updateActions() {
     m_ui->actionClose->setEnabled(open || !m_changelog->textFileName().isEmpty());
     m_plugins->setRunnable(open);
     m_ui->actionOpenLastUsed->setEnabled(!RecentFiles::list().isEmpty());
+    m_startPage->setVisible(!open);
+    if (!open)
+        m_startPage->refresh();
+    updatePending();
+}
+
+void MainWindow::updatePending() {
+    guarded(this, [this] { m_pendingBar->setVisible(isPending()); });
 }
 
 void MainWindow::on_actionNew_triggered() {
@@ -300,12 +333,21 @@ void MainWindow::on_actionAbout_triggered() {
 }
 
 void MainWindow::on_actionWindowNew_triggered() {
-    guarded(this, [] {
+    guarded(this, [this] {
         auto* window = new MainWindow;
-        window->setAttribute(Qt::WA_DeleteOnClose);
-        window->show();
+        showBeside(window);
         window->openArguments(QCoreApplication::arguments().mid(1), false);
     });
+}
+
+void MainWindow::showBeside(MainWindow* window) {
+    const QRect room = screen()->availableGeometry();
+    QRect place = geometry().translated(besideBy, besideBy);
+    if (place.right() > room.right() || place.bottom() > room.bottom())
+        place.moveTopLeft(room.topLeft() + QPoint(besideBy, besideBy));
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->setGeometry(place);
+    window->show();
 }
 
 void MainWindow::switchLibrary(const QString& fileName) {

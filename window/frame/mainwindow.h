@@ -16,9 +16,12 @@ namespace tarvo::window {
 class ChangelogPanel;
 class DatabasePanel;
 class Panel;
+class PendingBar;
+class StartPage;
 class PluginMenu;
 class PointDataPanel;
 class PointIndexPanel;
+class TransactionsPanel;
 struct GivenFiles;
 
 namespace Ui {
@@ -103,6 +106,9 @@ private:
     void updateTabs();
     void updateStatus();
     void updateActions();
+    void updatePending();
+    // Shows a further window, as large as this one, beside it. It is deleted when it is closed.
+    void showBeside(MainWindow* window);
     bool isAsOpened() const;
     void runPlugin(const QString& place);
     void switchLibrary(const QString& fileName);
@@ -117,10 +123,13 @@ private:
     DatabaseSession m_session;
     std::unique_ptr<Ui::MainWindow> m_ui;
     std::vector<Panel*> m_panels;  // in the order of refreshing; owned by their tabs
+    TransactionsPanel* m_transactions = nullptr;
     ChangelogPanel* m_changelog = nullptr;
     PointDataPanel* m_pointData = nullptr;
     PluginMenu* m_plugins = nullptr;
     QLabel* m_statusLabel = nullptr;
+    PendingBar* m_pendingBar = nullptr;
+    StartPage* m_startPage = nullptr;
     bool m_closed = false;
     bool m_closeAgreed = false;  // the user was asked already
 };

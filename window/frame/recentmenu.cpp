@@ -16,8 +16,9 @@ namespace {
 // Characters of average width that a name and a folder may take each.
 constexpr int longestPart = 60;
 
-// A file name is no text with access keys.
-QString entryText(const QString& fileName, const QFontMetrics& metrics) {
+}  // namespace
+
+QString recentFileText(const QString& fileName, const QFontMetrics& metrics) {
     const QFileInfo info(fileName);
     const auto part = [&](const QString& text) {
         return metrics.elidedText(oneLine(text), Qt::ElideMiddle,
@@ -28,8 +29,6 @@ QString entryText(const QString& fileName, const QFontMetrics& metrics) {
         .replace('&', "&&");
 }
 
-}  // namespace
-
 QMenu* createRecentMenu(QWidget* window, const std::function<void(const QString&)>& open) {
     auto* menu = new QMenu("Open Recent", window);
     menu->setObjectName("menuRecent");
@@ -38,7 +37,7 @@ QMenu* createRecentMenu(QWidget* window, const std::function<void(const QString&
     QObject::connect(menu, &QMenu::aboutToShow, menu, [menu, open] {
         menu->clear();
         for (const QString& fileName : RecentFiles::list()) {
-            QAction* action = menu->addAction(entryText(fileName, menu->fontMetrics()));
+            QAction* action = menu->addAction(recentFileText(fileName, menu->fontMetrics()));
             action->setToolTip(plainToolTip(fileName));
             action->setEnabled(QFileInfo::exists(fileName));
             QObject::connect(action, &QAction::triggered, menu,

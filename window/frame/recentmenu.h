@@ -4,10 +4,14 @@
 #include <QString>
 #include <functional>
 
+class QFontMetrics;
 class QMenu;
 class QWidget;
 
 namespace tarvo::window {
+
+// Name and folder, for a menu or a button: cut where they are long, with & as it is.
+QString recentFileText(const QString& fileName, const QFontMetrics& metrics);
 
 // Owned by window. open is called with the file that is chosen.
 QMenu* createRecentMenu(QWidget* window, const std::function<void(const QString&)>& open);

@@ -18,6 +18,14 @@ TextRange rangeOf(const QRegularExpressionMatch& match, bool header) {
 
 }  // namespace
 
+QString faultOfSearch(const QString& pattern) {
+    const QRegularExpression expression(pattern);
+    return expression.isValid() ? QString()
+                                : QString("\"%1\" is no regular expression: %2, at character %3.")
+                                      .arg(pattern, expression.errorString())
+                                      .arg(expression.patternErrorOffset() + 1);
+}
+
 const QRegularExpression& changelogEntryHeader() {
     static const QRegularExpression pattern(R"(\[#\d+\][^\n]*\n)");
     return pattern;

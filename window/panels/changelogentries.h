@@ -17,6 +17,9 @@ struct TextRange {
     qsizetype length = 0;
 };
 
+// What is wrong with the expression, in a sentence; empty: nothing.
+QString faultOfSearch(const QString& pattern);
+
 // The next match at or after a position, or the last one before it. pattern: empty for entry
 // headers, whose line break is left out. None for an expression that is wrong or too slow to match.
 std::optional<TextRange> nextInChangelog(const QString& text, const QString& pattern,

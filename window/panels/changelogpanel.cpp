@@ -46,10 +46,10 @@ ChangelogPanel::~ChangelogPanel() = default;
 
 void ChangelogPanel::updateActions() {
     const bool open = database() != nullptr;
-    m_ui->actionChangelogExportToTextfile->setEnabled(open);
-    const bool pending = open && database()->transactions().pending();
-    m_ui->actionChangelogAppendMessage->setEnabled(pending);
-    m_ui->actionChangelogImportFromDatabase->setEnabled(pending);
+    for (QAction* action :
+         {m_ui->actionChangelogExportToTextfile, m_ui->actionChangelogAppendMessage,
+          m_ui->actionChangelogImportFromDatabase})
+        action->setEnabled(open);
 }
 
 void ChangelogPanel::changeEvent(QEvent* event) {
@@ -63,6 +63,8 @@ void ChangelogPanel::refresh() {
     if (!database())
         return;
     m_textFileName.clear();
+    if (!database()->transactions().pending())
+        m_announced.clear();
     QString text;
     try {
         workAside(this, "Reading the changelog...", m_session.context, [&](const StepProgress&) {
@@ -75,6 +77,7 @@ void ChangelogPanel::refresh() {
 }
 
 void ChangelogPanel::clear() {
+    m_announced.clear();
     m_textFileName.clear();
     showText({});
 }
@@ -84,10 +87,17 @@ void ChangelogPanel::showText(const QString& text) {
     // As the pane counts: each end of a line is one character.
     m_text = QString(text).replace("\r\n", "\n").replace('\r', '\n');
     try {
-        showLongText(m_ui->editChangelog, m_text);
+        showLongText(m_ui->editChangelog, m_text + announcement());
     } catch (const Cancelled&) {
         m_text.clear();
     }
+}
+
+QString ChangelogPanel::announcement() const {
+    return m_announced.isEmpty()
+               ? QString()
+               : "\nWith the pending transaction:\nMessage: " + m_announced.join("\nMessage: ") +
+                     '\n';
 }
 
 void ChangelogPanel::loadTextFile(const QString& fileName) {
@@ -123,7 +133,7 @@ void ChangelogPanel::on_actionChangelogExportToTextfile_triggered() {
 void ChangelogPanel::on_actionChangelogImportFromDatabase_triggered() {
     const QString name = QFileDialog::getOpenFileName(this, "Import changelog from database",
                                                       QString(), databaseFileDialogFilter());
-    if (name.isEmpty())
+    if (name.isEmpty() || !inTransaction("Import a changelog"))
         return;
     const bool done = aside("Importing the changelog...", [&](const StepProgress&) {
         database()->changelog().importFromDatabase(name.toStdString());
@@ -135,23 +145,34 @@ void ChangelogPanel::on_actionChangelogImportFromDatabase_triggered() {
 void ChangelogPanel::on_actionChangelogAppendMessage_triggered() {
     if (!database())
         return;
-    DialogChangelogMessage dialog(this);
-    if (dialog.exec() != QDialog::Accepted)
-        return;
-    const bool done =
-        guarded([&] { database()->changelog().appendMessage(dialog.message().toStdString()); });
-    if (done)
-        emit databaseChanged();
+    QString message;
+    bool done = false;
+    // Until it is stored, the dialog comes up again with what was typed.
+    while (!done) {
+        DialogChangelogMessage dialog(message, this);
+        if (dialog.exec() != QDialog::Accepted)
+            return;
+        message = dialog.message();
+        done = inTransaction("Append a message to the changelog") &&
+               guarded([&] { database()->changelog().appendMessage(message.toStdString()); });
+    }
+    m_announced += message;
+    emit databaseChanged();
+    // Where it is announced.
+    m_ui->editChangelog->moveCursor(QTextCursor::End);
+    emit told("Message appended.");
 }
 
 void ChangelogPanel::on_actionChangelogVerifyLogEntry_triggered() {
     const QString& text = m_text;
     const qsizetype position = m_ui->editChangelog->textCursor().position();
     const std::string changelog = text.toStdString();
-    const auto entry = core::changelogEntryAt(
-        changelog, static_cast<std::size_t>(text.left(position).toUtf8().size()));
-    const std::string signedText =
-        entry ? changelog.substr(entry->begin, entry->end - entry->begin) : std::string();
+    const auto at = static_cast<std::size_t>(text.left(position).toUtf8().size());
+    const auto entry = core::changelogEntryAt(changelog, at);
+    // Before the first character of an entry the cursor is in none.
+    const std::string signedText = entry && entry->begin < at
+                                       ? changelog.substr(entry->begin, entry->end - entry->begin)
+                                       : std::string();
     if (!core::hasSignature(signedText)) {
         showInformation(this, "Please select (double click) a signature first.");
         return;
@@ -159,26 +180,34 @@ void ChangelogPanel::on_actionChangelogVerifyLogEntry_triggered() {
     DialogChangelogSignature(QString::fromStdString(signedText), this).exec();
 }
 
-void ChangelogPanel::select(qsizetype start, qsizetype length) {
+void ChangelogPanel::showFound(const std::optional<TextRange>& found, const QString& where) {
+    const QString pattern = m_ui->editChangelogSearch->text();
+    if (const QString fault = faultOfSearch(pattern); !fault.isEmpty()) {
+        emit told(fault);
+        return;
+    }
+    if (!found) {
+        emit told(pattern.isEmpty() ? QString("No entry %1 the cursor.").arg(where)
+                                    : QString("No \"%1\" %2 the cursor.").arg(pattern, where));
+        return;
+    }
     QTextCursor cursor = m_ui->editChangelog->textCursor();
-    cursor.setPosition(static_cast<int>(start));
-    cursor.setPosition(static_cast<int>(start + length), QTextCursor::KeepAnchor);
+    cursor.setPosition(static_cast<int>(found->start));
+    cursor.setPosition(static_cast<int>(found->start + found->length), QTextCursor::KeepAnchor);
     m_ui->editChangelog->setTextCursor(cursor);
     m_ui->editChangelog->setFocus();
 }
 
 void ChangelogPanel::on_actionChangelogNext_triggered() {
-    const auto found = nextInChangelog(m_text, m_ui->editChangelogSearch->text(),
-                                       m_ui->editChangelog->textCursor().position());
-    if (found)
-        select(found->start, found->length);
+    showFound(nextInChangelog(m_text, m_ui->editChangelogSearch->text(),
+                              m_ui->editChangelog->textCursor().position()),
+              "after");
 }
 
 void ChangelogPanel::on_actionChangelogPrevious_triggered() {
-    const auto found = previousInChangelog(m_text, m_ui->editChangelogSearch->text(),
-                                           m_ui->editChangelog->textCursor().anchor());
-    if (found)
-        select(found->start, found->length);
+    showFound(previousInChangelog(m_text, m_ui->editChangelogSearch->text(),
+                                  m_ui->editChangelog->textCursor().anchor()),
+              "before");
 }
 
 void ChangelogPanel::on_editChangelog_textChanged() {

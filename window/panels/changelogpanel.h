@@ -1,9 +1,12 @@
 // The "Changelog" tab: the changelog of the database, or of a text file while no database is open.
 #pragma once
 
+#include "window/panels/changelogentries.h"
 #include "window/panels/panel.h"
 
+#include <QStringList>
 #include <memory>
+#include <optional>
 
 namespace tarvo::window {
 
@@ -44,14 +47,18 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    void select(qsizetype start, qsizetype length);
+    // Selects what was found; tells what is wrong with the expression, or that nothing stands
+    // there.
+    void showFound(const std::optional<TextRange>& found, const QString& where);
     void updateActions();
     void showText(const QString& text);
+    QString announcement() const;
 
     std::unique_ptr<Ui::ChangelogPanel> m_ui;
     ChangelogSyntaxHighlighter* m_highlighter;  // owned by the document
     QString m_textFileName;
-    QString m_text;  // that is shown, with line feeds
+    QString m_text;           // that is stored, with line feeds
+    QStringList m_announced;  // messages that the pending transaction will add
 };
 
 }  // namespace tarvo::window

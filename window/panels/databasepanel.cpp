@@ -1,15 +1,15 @@
 #include "window/panels/databasepanel.h"
 
-#include "qrb/loader.h"
 #include "ui_databasepanel.h"
 #include "window/common/clipboard.h"
 #include "window/common/filemanager.h"
+#include "window/common/librarydialog.h"
 #include "window/common/textformat.h"
 #include "window/panels/databasesummary.h"
 
 #include <QDir>
-#include <QFileDialog>
 #include <QFileInfo>
+#include <QFormLayout>
 #include <QLocale>
 #include <QMenu>
 
@@ -32,6 +32,10 @@ DatabasePanel::~DatabasePanel() = default;
 void DatabasePanel::refresh() {
     clear();
     updateActions();
+    // Without a database there is the library alone.
+    auto* form = qobject_cast<QFormLayout*>(layout());
+    for (int row = 0; row < form->rowCount() - 1; ++row)
+        form->setRowVisible(row, database() != nullptr);
     showLibrary();
     if (database())
         showDatabase();
@@ -107,11 +111,9 @@ void DatabasePanel::on_actionDatabaseFileLocateFile_triggered() {
 }
 
 void DatabasePanel::on_actionSwitchLibrary_triggered() {
-    const QString name =
-        QFileDialog::getOpenFileName(this, "Switch QRB Library...", QString(),
-                                     QString("QRB Library (%1)").arg(qrb::libraryFilePattern));
+    const QString name = chooseLibrary(this);
     if (!name.isEmpty())
-        emit libraryChosen(QDir::toNativeSeparators(name));
+        emit libraryChosen(name);
 }
 
 }  // namespace tarvo::window

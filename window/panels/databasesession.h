@@ -26,6 +26,7 @@ struct DatabaseSession {
     std::shared_ptr<qrb::Pointcloud> database;  // null: none is open
     QString fileName;                           // native separators; empty: none is open
     std::optional<files::Identity> identity;    // of the file that was opened
+    bool readOnly = false;                      // it was opened for reading only
 };
 
 }  // namespace tarvo::window

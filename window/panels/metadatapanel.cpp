@@ -168,13 +168,7 @@ void MetaDataPanel::on_treeMetaData_itemDoubleClicked(QTreeWidgetItem* item, int
 }
 
 void MetaDataPanel::on_actionMetaDataAdd_triggered() {
-    if (!database())
-        return;
-    if (!database()->transactions().pending())
-        showWarning(this,
-                    "No transaction is pending.\n"
-                    "Begin a transaction before adding a meta data item.");
-    else
+    if (database())
         editItem({}, true);
 }
 
@@ -198,7 +192,10 @@ void MetaDataPanel::editItem(QString name, bool isNew) {
                 return;
             if (!isNew && value == stored)
                 return;  // An item that is not written keeps its signature.
-            written = guarded([&] { metaData.set(name.toStdString(), value); });
+            written =
+                inTransaction(
+                    QString("%1 meta data item %2").arg(isNew ? "Add" : "Edit", oneLine(name))) &&
+                guarded([&] { metaData.set(name.toStdString(), value); });
         }
         emit databaseChanged();
         for (int i = 0; i < m_ui->treeMetaData->topLevelItemCount(); ++i)
@@ -217,7 +214,7 @@ void MetaDataPanel::on_actionMetaDataRemove_triggered() {
     const QString question =
         names.size() == 1 ? QString("Remove entry \"%0\"?").arg(QString::fromStdString(names[0]))
                           : QString("Remove %0 entries?").arg(names.size());
-    if (!confirmed(this, question))
+    if (!confirmed(this, question) || !inTransaction("Remove meta data items"))
         return;
     guarded([&] {
         for (const std::string& name : names)
@@ -231,7 +228,9 @@ void MetaDataPanel::on_actionMetaDataSignature_triggered() {
     const auto names = selectedItems();
     if (names.size() != 1 || !database())
         return;
-    DialogMetaDataSignature dialog(*database(), QString::fromStdString(names.front()), this);
+    DialogMetaDataSignature dialog(
+        *database(), QString::fromStdString(names.front()),
+        [this](const QString& title) { return inTransaction(title); }, this);
     dialog.exec();
     if (dialog.changed())
         emit databaseChanged();
@@ -268,7 +267,7 @@ void MetaDataPanel::on_actionMetaDataImport_triggered() {
         return;
     const QString fileName =
         QFileDialog::getOpenFileName(this, "Import", proposedFileName(), "JSON files (*.json)");
-    if (!fileName.isEmpty())
+    if (!fileName.isEmpty() && inTransaction("Import meta data items"))
         importItems(fileName);
 }
 

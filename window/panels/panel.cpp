@@ -1,6 +1,8 @@
 #include "window/panels/panel.h"
 
 #include "window/common/guard.h"
+#include "window/common/messageboxes.h"
+#include "window/common/textformat.h"
 
 namespace tarvo::window {
 
@@ -10,6 +12,31 @@ bool Panel::guarded(const std::function<void()>& action) {
 
 bool Panel::aside(const QString& text, const AsideJob& job) {
     return guarded([&] { workAside(this, text, m_session.context, job); });
+}
+
+bool Panel::inTransaction(const QString& title) {
+    bool pending = false;
+    if (!database() || !guarded([&] { pending = database()->transactions().pending(); }))
+        return false;
+    if (pending)
+        return true;
+    if (m_session.readOnly) {
+        showWarning(this,
+                    "The database was opened for reading only.\n"
+                    "Open it again with \"Open ...\" to change it.");
+        return false;
+    }
+    if (!confirmed(this, QString("No transaction is pending.\n"
+                                 "Begin the transaction \"%1\" and go on?")
+                             .arg(title)))
+        return false;
+    const bool began = aside("Beginning a transaction...", [&](const StepProgress&) {
+        database()->transactions().begin(title.toStdString(), transactionAgentText().toStdString(),
+                                         "", "");
+    });
+    if (began)
+        emit transactionBegan();
+    return began;
 }
 
 }  // namespace tarvo::window

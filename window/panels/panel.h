@@ -27,6 +27,8 @@ public:
 signals:
     // The panel changed the database, so that every panel has to be refreshed.
     void databaseChanged();
+    // A transaction began, and nothing else changed.
+    void transactionBegan();
     // What was done, in a line, for a moment.
     void told(const QString& text);
 
@@ -38,6 +40,10 @@ protected:
     // The same for what works with the database and may take its time: on another thread, with a
     // dialog that says what is being done and can cancel it (window/common/aside).
     bool aside(const QString& text, const AsideJob& job);
+
+    // Whether a transaction is pending in the end. Where none is, one of this title is offered, and
+    // its errors are shown.
+    bool inTransaction(const QString& title);
 
     const DatabaseSession& m_session;
 };

@@ -221,20 +221,14 @@ void PointAttributesPanel::on_actionPointAttributeEdit_triggered() {
 }
 
 void PointAttributesPanel::addAttribute() {
-    // Nobody is to fill in the form only to hear that it can't be stored.
-    if (!database()->transactions().pending()) {
-        showWarning(this,
-                    "No transaction is pending.\n"
-                    "Begin a transaction before adding a point attribute.");
-        return;
-    }
     QStringList takenNames;
     for (const std::string& name : database()->pointAttributes().list())
         takenNames += QString::fromStdString(name);
     PointAttribute attribute = newAttribute();
     while (DialogPointAttribute::edit(attribute, DialogPointAttribute::Purpose::ADD, takenNames,
                                       this)) {
-        if (write(attribute, true))
+        if (inTransaction("Add point attribute " + QString::fromStdString(attribute.name)) &&
+            write(attribute, true))
             return;
     }
 }
@@ -250,7 +244,8 @@ void PointAttributesPanel::editAttribute(const std::string& name) {
         key ? DialogPointAttribute::Purpose::EDIT_KEY : DialogPointAttribute::Purpose::EDIT, {},
         this, began)) {
         if (core::sameAttribute(attribute, stored) ||
-            (conversionAgreed(stored, attribute) && write(attribute, false)))
+            (inTransaction("Edit point attribute " + QString::fromStdString(name)) &&
+             conversionAgreed(stored, attribute) && write(attribute, false)))
             return;
         began = &stored;
     }
@@ -260,9 +255,6 @@ bool PointAttributesPanel::conversionAgreed(const PointAttribute& stored,
                                             const PointAttribute& attribute) {
     QString question;
     const bool counted = aside("Comparing values...", [&](const StepProgress& progress) {
-        // Without a transaction there is nothing to agree to: the library says so.
-        if (!database()->transactions().pending())
-            return;
         const auto changes =
             core::countChanges(*database(), stored, attribute, percentOf(progress));
         if (changes)
@@ -295,7 +287,7 @@ void PointAttributesPanel::on_actionPointAttributeRemove_triggered() {
         names.size() == 1
             ? QString("Remove attribute \"%0\"?").arg(QString::fromStdString(names[0]))
             : QString("Remove %0 attributes?").arg(names.size());
-    if (!confirmed(this, question))
+    if (!confirmed(this, question) || !inTransaction("Remove point attributes"))
         return;
     aside("Removing attributes...", [&](const StepProgress&) {
         for (const std::string& name : names)

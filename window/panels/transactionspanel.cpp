@@ -37,6 +37,12 @@ QString nameOf(const std::vector<std::uint32_t>& ids) {
                            : QString("selected transactions (%0)").arg(ids.size());
 }
 
+// Those that the library deletes: not the first one, nor the current one.
+std::vector<std::uint32_t> deletable(std::vector<std::uint32_t> ids, std::uint32_t current) {
+    std::erase_if(ids, [&](std::uint32_t id) { return id == 1 || id == current; });
+    return ids;
+}
+
 void showLine(QTreeWidgetItem* row, int column, const std::string& text) {
     const QString whole = QString::fromStdString(text);
     const QString line = firstLine(whole);
@@ -103,9 +109,13 @@ void TransactionsPanel::refresh() {
     updateActions();
 }
 
+QList<QAction*> TransactionsPanel::pendingActions() const {
+    return {m_ui->actionTransactionCommit, m_ui->actionTransactionRollback};
+}
+
 void TransactionsPanel::updateActions() {
     const bool open = database() != nullptr;
-    const bool idle = open && !m_pending;
+    const bool idle = open && !m_pending && !m_session.readOnly;
     m_ui->actionTransactionBegin->setEnabled(idle);
     m_ui->actionTransactionCommit->setEnabled(m_pending);
     m_ui->actionTransactionRollback->setEnabled(m_pending);
@@ -218,10 +228,25 @@ void TransactionsPanel::on_actionTransactionRestore_triggered() {
     if (!item || !canChangeFile())
         return;
     const auto id = item->data(TRANSACTION_ID, Qt::UserRole).toUInt();
-    if (confirmed(this, QString("Restore transaction \"%0\" (%1)?")
+    if (confirmed(this, QString("Restore transaction \"%0\" (%1)?\n\n"
+                                "The database gets the state of that transaction. Others stay in "
+                                "the list, and can be\nrestored as well, until a new transaction "
+                                "begins.")
                             .arg(item->text(TRANSACTION_TITLE), QString::number(id))))
         change("Restoring the transaction...",
                [&](const StepProgress&) { database()->transactions().restore(id); });
+}
+
+QString TransactionsPanel::spaceOf(const std::vector<std::uint32_t>& ids) {
+    std::uint64_t bytes = 0;
+    if (!ids.empty())
+        workAside(this, "Measuring transactions...", m_session.context,
+                  [&](const StepProgress&) { bytes = database()->transactions().size(ids); });
+    return QString(
+               "\n\n%1 can't be restored then. That frees about %2 in the file; \"%3\" gives "
+               "it back to the disk.")
+        .arg(ids.size() == 1 ? "1 transaction" : QString("%1 transactions").arg(ids.size()),
+             humanReadableSize(bytes), m_ui->actionManagementVacuum->text());
 }
 
 void TransactionsPanel::on_actionTransactionDiscard_triggered() {
@@ -233,8 +258,9 @@ void TransactionsPanel::on_actionTransactionDiscard_triggered() {
         if (lossConfirmed(this, QString("Delete %0?\n\n"
                                         "Please note, that the first transaction (1) and \n"
                                         "the current transaction (%1) can not be deleted.")
-                                    .arg(nameOf(ids))
-                                    .arg(current)))
+                                        .arg(nameOf(ids))
+                                        .arg(current) +
+                                    spaceOf(deletable(ids, current))))
             change("Deleting transactions...",
                    [&](const StepProgress&) { database()->transactions().discard(ids); });
     });
@@ -279,10 +305,16 @@ void TransactionsPanel::on_actionManagementLevelOfDetail_triggered() {
 }
 
 void TransactionsPanel::on_actionManagementFinalize_triggered() {
-    if (canChangeFile() &&
-        lossConfirmed(this, "Delete all transactions except the first and current/last?"))
-        change("Deleting transactions...",
-               [this](const StepProgress&) { database()->management().finalize(); });
+    guarded([this] {
+        if (!canChangeFile())
+            return;
+        const auto& transactions = database()->transactions();
+        if (lossConfirmed(this,
+                          "Delete all transactions except the first and current/last?" +
+                              spaceOf(deletable(transactions.list(), transactions.current()))))
+            change("Deleting transactions...",
+                   [this](const StepProgress&) { database()->management().finalize(); });
+    });
 }
 
 void TransactionsPanel::on_actionManagementVacuum_triggered() {

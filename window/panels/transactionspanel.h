@@ -25,6 +25,8 @@ public:
     ~TransactionsPanel() override;
 
     void refresh() override;
+    // "Commit" and "Rollback", of the pending transaction.
+    QList<QAction*> pendingActions() const;
 
 signals:
     // The database can't be changed any more, because its file is not the one that was opened.
@@ -53,6 +55,8 @@ private:
     bool canChangeFile();
     // Tells the user when no row is selected.
     std::vector<std::uint32_t> selectedIds();
+    // What a question adds on the space of transactions that are to be deleted.
+    QString spaceOf(const std::vector<std::uint32_t>& ids);
     // Runs the change under the wait cursor and has everything refreshed.
     void change(const QString& text, const AsideJob& action);
 
