@@ -107,6 +107,16 @@ std::FILE* WholeFile::stream() const {
     return m_file;
 }
 
+void WholeFile::makePrivate() {
+    std::error_code error;
+    if (!m_direct)
+        std::filesystem::permissions(
+            m_temporaryPath,
+            std::filesystem::perms::owner_read | std::filesystem::perms::owner_write, error);
+    if (m_direct || error)
+        fail(m_direct ? EINVAL : error.value(), "It can't be kept from others there.");
+}
+
 void WholeFile::publish() {
     if (std::fflush(m_file) != 0 || (!m_direct && !sync(m_file)))
         failWriting(errno);

@@ -20,6 +20,9 @@ public:
     WholeFile(const WholeFile&) = delete;
     WholeFile& operator=(const WholeFile&) = delete;
 
+    // Lets only the user read and write the file, whoever may what stands in its place. Throws
+    // FileError, also for a device or a pipe.
+    void makePrivate();
     // Whether publish() will replace a file that stands there now.
     bool replaces() const;
     // Appends. Throws FileError.

@@ -254,7 +254,7 @@ void CreationDialogTest::creationFieldsHaveTheirLimits() {
                    dialog->reject();
                    QCOMPARE(title, "Database Creation Settings");
                    QCOMPARE(spins, QStringList({"1 to 999999999 'up to ' ' points per chunk'  1",
-                                                "0 to 99 'up to ' ' % of the original points'  1",
+                                                "0 to 99 'up to ' ' % of the original points' off 1",
                                                 "0 to 2147483647 '' ' bytes' no cache 1024"}));
                    QCOMPARE(noCache, "no cache");
                    QCOMPARE(lists[0], QStringList({"point count limit (default)",

@@ -3,7 +3,9 @@
 #include "qrb/loader.h"
 #include "tests/window/guitestmain.h"
 #include "tests/window/samplewindow.h"
-#include "window/common/recentfiles.h"
+#include "window/common/appearance.h"
+#include "window/common/programsettings.h"
+#include "window/common/theme.h"
 #include "window/frame/startpage.h"
 
 #include <QCheckBox>
@@ -54,6 +56,9 @@ private slots:
     void changelogSearchTellsWhatItFinds();
     void startPageOpensFiles();
     void windowsAreNamedAndStandBesideEachOther();
+    void listsTakeTheUsualKeys();
+    void keysAreKeptAndForgotten();
+    void settingsThatCanNotBeWrittenAreToldOnce();
 
 private:
     QString committedTitle() const;
@@ -270,6 +275,86 @@ void OffersTest::windowsAreNamedAndStandBesideEachOther() {
         return;
     }
     QFAIL("there is no second window");
+}
+
+void OffersTest::listsTakeTheUsualKeys() {
+    m_window->begin();
+    for (const auto& [tab, tree, row] :
+         {std::tuple("tabMetaData", "treeMetaData", "own.note"),
+          std::tuple("tabPointAttributes", "treePointAttributes", "own.single")}) {
+        const auto driver = m_window->driver();
+        driver.showTab(tab);
+        QVERIFY(driver.select(tree, row));
+        const auto press = [&](Qt::Key key) {
+            m_window->window().activateWindow();
+            QVERIFY(QTest::qWaitForWindowActive(&m_window->window()));
+            QVERIFY(m_window->child<QTreeWidget>(tree)->hasFocus());
+            QTest::keyClick(m_window->child<QTreeWidget>(tree), key);
+        };
+        ModalScript edit({[](QDialog* dialog) { dialog->reject(); }});
+        press(Qt::Key_Return);
+        QCOMPARE(edit.answered(), std::size_t(1));
+        ModalScript remove({ModalScript::press("Yes")});
+        press(Qt::Key_Delete);
+        QVERIFY2(remove.texts().value(0).startsWith("Remove "), tab);
+        QVERIFY(!driver.select(tree, row));
+    }
+}
+
+void OffersTest::keysAreKeptAndForgotten() {
+    const QString name = m_sample->path("key");
+    m_window->begin();
+    m_window->driver().showTab("tabMetaData");
+    QVERIFY(m_window->driver().select("treeMetaData", "own.note"));
+    QString key;
+    QStringList states;
+    m_window->run("actionMetaDataSignature", {[&](QDialog* dialog) {
+                      const auto state = [&] {
+                          states += in<QLabel>(dialog, "labelState")->text();
+                      };
+                      const auto click = [&](const char* button) {
+                          QTest::mouseClick(in<QPushButton>(dialog, button), Qt::LeftButton);
+                      };
+                      state();
+                      click("buttonRandomKey");
+                      key = in<QPlainTextEdit>(dialog, "editKey")->toPlainText();
+                      {
+                          ModalScript save({ModalScript::chooseFile(name)});
+                          click("buttonSaveKey");
+                      }
+                      {
+                          ModalScript told({ModalScript::press("OK")});
+                          click("buttonCreate");
+                      }
+                      state();
+                      click("buttonForgetKey");
+                      QVERIFY(in<QPlainTextEdit>(dialog, "editKey")->toPlainText().isEmpty());
+                      QVERIFY(!in<QPushButton>(dialog, "buttonForgetKey")->isEnabled());
+                      dialog->reject();
+                  }});
+    QCOMPARE(states, QStringList({"The item is not signed.", "The item is signed."}));
+    QVERIFY(
+        DialogSettings("DialogMetaDataSignature").value("SignatureKey").toByteArray().isEmpty());
+    // The dialog that loads keys shows files of that extension.
+    QFile file(name + ".txt");
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(QString::fromUtf8(file.readAll()).trimmed(), key.trimmed());
+    QVERIFY(!(file.permissions() & (QFile::ReadGroup | QFile::ReadOther)));
+}
+
+void OffersTest::settingsThatCanNotBeWrittenAreToldOnce() {
+    const QString place = QFileInfo(ProgramSettings().fileName()).path();
+    QStringList told;
+    onUnwrittenSettings([&](const QString& fileName) { told += fileName; });
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, "/proc/none");
+    setTheme(Theme::DARK);
+    const bool isDark = tarvo::window::isDark(QApplication::palette());
+    setTheme(Theme::LIGHT);
+    const bool isLight = !tarvo::window::isDark(QApplication::palette());
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, QFileInfo(place).path());
+    QVERIFY(isDark && isLight);
+    QCOMPARE(told.size(), 1);
+    QVERIFY(told[0].startsWith("/proc/none"));
 }
 
 GUI_TEST_MAIN(OffersTest)

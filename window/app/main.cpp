@@ -1,11 +1,14 @@
 #include "window/app/qrbadminapplication.h"
 #include "window/app/startup.h"
 #include "window/common/appearance.h"
+#include "window/common/messageboxes.h"
+#include "window/common/programsettings.h"
 #include "window/dialogs/importadvice.h"
 #include "window/frame/commandline.h"
 
 #include <QAccessible>
 #include <QLocale>
+#include <QTimer>
 
 #include <csignal>
 #include <cstdio>
@@ -29,6 +32,15 @@ int main(int argc, char* argv[]) {
     Q_INIT_RESOURCE(qrbadmin);
     setApplicationNames();
     setAdvice();
+    onUnwrittenSettings([](const QString& fileName) {
+        // In the middle of what keeps them nobody expects a box.
+        QTimer::singleShot(0, qApp, [fileName] {
+            showWarning(QApplication::activeWindow(),
+                        QString("The settings can't be written to \"%1\".\n"
+                                "What is chosen now is gone when the program ends.")
+                            .arg(fileName));
+        });
+    });
     // Updates of tables of thousands of cells would slow the program down.
     QAccessible::installUpdateHandler([](QAccessibleEvent*) {});
     applyTheme();

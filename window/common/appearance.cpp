@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QFontDatabase>
+#include <QHash>
 #include <QPalette>
 #include <QStyle>
 #include <QToolTip>
@@ -75,17 +76,39 @@ void updateTextPanes() {
     }
 }
 
+// What was chosen where settings can't be written, as long as the program runs.
+QHash<QString, QVariant>& unkept() {
+    static QHash<QString, QVariant> values;
+    return values;
+}
+
+QVariant chosen(const QString& key) {
+    const auto found = unkept().constFind(key);
+    return found != unkept().constEnd() ? *found : ProgramSettings().value(key);
+}
+
+// value: none takes the choice back.
+void choose(const QString& key, const QVariant& value) {
+    ProgramSettings settings;
+    value.isValid() ? settings.setValue(key, value) : settings.remove(key);
+    settings.sync();
+    if (settings.status() == QSettings::NoError)
+        unkept().remove(key);
+    else
+        unkept()[key] = value;
+}
+
 }  // namespace
 
 Theme theme() {
-    const QString kept = ProgramSettings().value(themeKey).toString();
+    const QString kept = chosen(themeKey).toString();
     const auto* const found = std::find(std::begin(themeNames), std::end(themeNames), kept);
     return found == std::end(themeNames) ? Theme::SYSTEM
                                          : static_cast<Theme>(found - std::begin(themeNames));
 }
 
 void setTheme(Theme theme) {
-    ProgramSettings().setValue(themeKey, themeNames[static_cast<int>(theme)]);
+    choose(themeKey, themeNames[static_cast<int>(theme)]);
     applyTheme();
 }
 
@@ -120,19 +143,19 @@ void applyTheme() {
 }
 
 int textSize() {
-    const int kept = ProgramSettings().value(textSizeKey).toInt();
+    const int kept = chosen(textSizeKey).toInt();
     if (kept > 0)
         return std::clamp(kept, smallestTextSize, largestTextSize);
     return std::max(systemTextFont().pointSize(), smallestTextSize);
 }
 
 void setTextSize(int points) {
-    ProgramSettings().setValue(textSizeKey, std::clamp(points, smallestTextSize, largestTextSize));
+    choose(textSizeKey, std::clamp(points, smallestTextSize, largestTextSize));
     updateTextPanes();
 }
 
 void resetTextSize() {
-    ProgramSettings().remove(textSizeKey);
+    choose(textSizeKey, {});
     updateTextPanes();
 }
 

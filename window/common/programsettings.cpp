@@ -3,14 +3,23 @@
 #include <QCoreApplication>
 #include <QFile>
 #include <QWidget>
+#include <utility>
 
 namespace tarvo::window {
 
 namespace {
 
+std::function<void(const QString&)>& teller() {
+    static std::function<void(const QString&)> tell;
+    return tell;
+}
+
 // Settings may hold keys that sign data, so nobody else may read them.
 void keepPrivate(QSettings& settings) {
     settings.sync();
+    if (settings.status() == QSettings::AccessError)
+        if (const auto tell = std::exchange(teller(), nullptr))
+            tell(settings.fileName());
 #ifndef Q_OS_WIN
     const QFileDevice::Permissions owner = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
     const QFileDevice::Permissions others = QFileDevice::ReadGroup | QFileDevice::WriteGroup |
@@ -22,6 +31,10 @@ void keepPrivate(QSettings& settings) {
 }
 
 }  // namespace
+
+void onUnwrittenSettings(std::function<void(const QString& fileName)> tell) {
+    teller() = std::move(tell);
+}
 
 ProgramSettings::ProgramSettings(const QString& group)
     : QSettings(QSettings::IniFormat, QSettings::UserScope, QCoreApplication::organizationName(),

@@ -3,10 +3,15 @@
 #pragma once
 
 #include <QSettings>
+#include <QString>
+#include <functional>
 
 class QWidget;
 
 namespace tarvo::window {
+
+// Called at most once in the program's life: when settings can't be written, with their file.
+void onUnwrittenSettings(std::function<void(const QString& fileName)> tell);
 
 // INI format, user scope. The file is made readable for its owner only.
 class ProgramSettings : public QSettings {

@@ -6,6 +6,7 @@
 #include "window/common/filefilter.h"
 #include "window/common/guard.h"
 #include "window/common/messageboxes.h"
+#include "window/common/outputdialog.h"
 #include "window/common/textfiles.h"
 #include "window/dialogs/attribute/dialogpointattribute.h"
 #include "window/dialogs/schemalist.h"
@@ -258,8 +259,7 @@ void DialogCreateSettings::on_actionLoad_triggered() {
 
 void DialogCreateSettings::on_actionSave_triggered() {
     const QString proposed = (location().isEmpty() ? "create-settings" : location()) + ".json";
-    const QString name =
-        QFileDialog::getSaveFileName(this, "Save Settings", proposed, settingsFileFilter);
+    const QString name = chooseOutput(this, "Save Settings", proposed, settingsFileFilter, "json");
     if (name.isEmpty())
         return;
     guarded(this, [&] {

@@ -1,5 +1,6 @@
 #include "window/dialogs/dialogmetadatasignature.h"
 
+#include "ui_dialogsignature.h"
 #include "window/common/guard.h"
 #include "window/common/messageboxes.h"
 
@@ -24,10 +25,16 @@ DialogMetaDataSignature::DialogMetaDataSignature(const qrb::Pointcloud& database
             &DialogMetaDataSignature::on_buttonDelete_clicked);
     addCloseButton();
     restore();
+    ui().labelState->show();
+    guarded(this, [this] { showState(); });
 }
 
 bool DialogMetaDataSignature::isSigned() const {
     return m_database.metaData().verifySignature(m_item, 0, {});
+}
+
+void DialogMetaDataSignature::showState() {
+    ui().labelState->setText(isSigned() ? "The item is signed." : "The item is not signed.");
 }
 
 void DialogMetaDataSignature::on_buttonVerify_clicked() {
@@ -46,6 +53,7 @@ void DialogMetaDataSignature::on_buttonCreate_clicked() {
             return;
         m_database.metaData().createSignature(m_item, method(), key());
         m_changed = true;
+        showState();
         showInformation(this, "Signature successfully created.");
     });
 }
@@ -61,6 +69,7 @@ void DialogMetaDataSignature::on_buttonDelete_clicked() {
             return;
         m_database.metaData().createSignature(m_item, 0, {});
         m_changed = true;
+        showState();
         showInformation(this, "Signature successfully deleted.");
     });
 }

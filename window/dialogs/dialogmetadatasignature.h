@@ -30,6 +30,7 @@ private slots:
 
 private:
     bool isSigned() const;
+    void showState();
 
     const qrb::Pointcloud& m_database;
     std::string m_item;

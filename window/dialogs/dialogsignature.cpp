@@ -2,7 +2,10 @@
 
 #include "ui_dialogsignature.h"
 #include "window/common/appearance.h"
+#include "window/common/guard.h"
 #include "window/common/messageboxes.h"
+#include "window/common/outputdialog.h"
+#include "window/common/textfiles.h"
 
 #include <QPushButton>
 #include <QRegularExpressionValidator>
@@ -28,6 +31,7 @@ DialogSignature::DialogSignature(const QString& settingsGroup, const QString& na
     : QDialog(parent), m_ui(std::make_unique<Ui::DialogSignature>()), m_settings(settingsGroup) {
     m_ui->setupUi(this);
     m_ui->labelKeySize->setForegroundRole(QPalette::PlaceholderText);
+    m_ui->labelState->hide();
     useTextPaneFont(m_ui->editKey);
     if (nameLabel.isEmpty()) {
         m_ui->labelName->hide();
@@ -77,8 +81,11 @@ void DialogSignature::addCloseButton() {
 void DialogSignature::setKeyEnabled(bool enabled) {
     for (QWidget* widget :
          {static_cast<QWidget*>(m_ui->labelKey), static_cast<QWidget*>(m_ui->editKey),
-          static_cast<QWidget*>(m_ui->labelKeySize), static_cast<QWidget*>(m_ui->buttonRandomKey)})
+          static_cast<QWidget*>(m_ui->labelKeySize), static_cast<QWidget*>(m_ui->buttonRandomKey),
+          static_cast<QWidget*>(m_ui->buttonSaveKey), static_cast<QWidget*>(m_ui->buttonForgetKey)})
         widget->setEnabled(enabled);
+    if (enabled)
+        on_editKey_textChanged();
 }
 
 std::uint32_t DialogSignature::method() const {
@@ -96,6 +103,8 @@ std::vector<std::uint8_t> DialogSignature::key() const {
 
 void DialogSignature::on_editKey_textChanged() {
     m_ui->labelKeySize->setText(QString("(%0 bytes)").arg(keyBytes().size()));
+    for (QWidget* button : {m_ui->buttonSaveKey, m_ui->buttonForgetKey})
+        button->setEnabled(!m_ui->editKey->toPlainText().isEmpty());
     const bool invalid = judge(m_ui->editKey->toPlainText()) == QValidator::Invalid;
     if (m_ui->editKey->property("invalid").toBool() == invalid)
         return;
@@ -111,6 +120,26 @@ void DialogSignature::on_buttonRandomKey_clicked() {
     for (int i = 1; i <= 31; ++i)
         key.insert(3 * i - 1, i % 8 == 0 ? '\n' : ' ');
     m_ui->editKey->setPlainText(key);
+}
+
+void DialogSignature::on_buttonSaveKey_clicked() {
+    const QString name =
+        chooseOutput(this, "Save Signature Key", "signature-key.txt", "Text files (*.txt)", "txt");
+    if (name.isEmpty())
+        return;
+    guarded(this, [&] {
+        const QString text = m_ui->editKey->toPlainText().trimmed() + '\n';
+        const auto file = openOutput(name, "Failed to open output file!");
+        file->makePrivate();
+        file->write(text.toStdString());
+        file->publish();
+    });
+}
+
+void DialogSignature::on_buttonForgetKey_clicked() {
+    m_ui->editKey->clear();
+    m_settings.remove("SignatureKey");
+    m_ui->editKey->setFocus();
 }
 
 void DialogSignature::tellVerified() {

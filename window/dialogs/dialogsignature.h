@@ -48,6 +48,8 @@ protected:
 private slots:
     void on_editKey_textChanged();
     void on_buttonRandomKey_clicked();
+    void on_buttonSaveKey_clicked();
+    void on_buttonForgetKey_clicked();
 
 private:
     QByteArray keyBytes() const;

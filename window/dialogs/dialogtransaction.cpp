@@ -4,6 +4,7 @@
 #include "ui_dialogtransaction.h"
 #include "window/common/appearance.h"
 #include "window/common/guard.h"
+#include "window/common/outputdialog.h"
 #include "window/common/textfiles.h"
 
 #include <QFileDialog>
@@ -126,8 +127,9 @@ std::unique_ptr<QString> DialogTransaction::loadText(const QString& caption) {
 }
 
 void DialogTransaction::saveText(const QString& caption, const QString& kind, const QString& text) {
-    const QString name = QFileDialog::getSaveFileName(
-        this, caption, QString("transaction-#%0-%1.txt").arg(m_ui->editID->text(), kind));
+    const QString name =
+        chooseOutput(this, caption,
+                     QString("transaction-#%0-%1.txt").arg(m_ui->editID->text(), kind), {}, "txt");
     if (!name.isEmpty())
         guarded(this, [&] { writeFile(name, text.toStdString()); });
 }

@@ -7,6 +7,7 @@
 #include "window/common/filefilter.h"
 #include "window/common/longtext.h"
 #include "window/common/messageboxes.h"
+#include "window/common/outputdialog.h"
 #include "window/common/textfiles.h"
 #include "window/dialogs/dialogchangelogmessage.h"
 #include "window/dialogs/dialogchangelogsignature.h"
@@ -117,8 +118,8 @@ void ChangelogPanel::on_actionChangelogLoadFromTextfile_triggered() {
 }
 
 void ChangelogPanel::on_actionChangelogExportToTextfile_triggered() {
-    const QString name = QFileDialog::getSaveFileName(this, "Export changelog to textfile",
-                                                      "changelog.txt", "Text files (*.txt)");
+    const QString name = chooseOutput(this, "Export changelog to textfile", "changelog.txt",
+                                      "Text files (*.txt)", "txt");
     if (name.isEmpty())
         return;
     const bool done = aside("Exporting the changelog...", [&](const StepProgress&) {

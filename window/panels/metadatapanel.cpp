@@ -4,11 +4,13 @@
 #include "core/metadatafile.h"
 #include "ui_metadatapanel.h"
 #include "window/common/messageboxes.h"
+#include "window/common/outputdialog.h"
 #include "window/common/textfiles.h"
 #include "window/common/textformat.h"
 #include "window/common/theme.h"
 #include "window/dialogs/dialogmetadata.h"
 #include "window/dialogs/dialogmetadatasignature.h"
+#include "window/widgets/listkeys.h"
 #include "window/widgets/numerictreewidgetitem.h"
 
 #include <QFileDialog>
@@ -87,6 +89,7 @@ QString previewOf(const std::string& value) {
 MetaDataPanel::MetaDataPanel(const DatabaseSession& session, QWidget* parent)
     : Panel(session, parent), m_ui(std::make_unique<Ui::MetaDataPanel>()) {
     m_ui->setupUi(this);
+    useListKeys(m_ui->treeMetaData, m_ui->actionMetaDataEdit, m_ui->actionMetaDataRemove);
     alignNumberHeaders(m_ui->treeMetaData, {ITEM_SIZE});
     on_treeMetaData_itemSelectionChanged();
 }
@@ -245,7 +248,7 @@ void MetaDataPanel::on_actionMetaDataExport_triggered() {
     if (names.empty())
         return;
     const QString fileName =
-        QFileDialog::getSaveFileName(this, "Export", proposedFileName(), "JSON files (*.json)");
+        chooseOutput(this, "Export", proposedFileName(), "JSON files (*.json)", "json");
     if (fileName.isEmpty())
         return;
     const bool done = aside("Exporting metadata items...", [&](const StepProgress&) {

@@ -7,6 +7,7 @@
 #include "window/common/programsettings.h"
 #include "window/common/textformat.h"
 #include "window/dialogs/attribute/dialogpointattribute.h"
+#include "window/widgets/listkeys.h"
 #include "window/widgets/numerictreewidgetitem.h"
 
 #include <QHeaderView>
@@ -80,6 +81,8 @@ PointAttribute newAttribute() {
 PointAttributesPanel::PointAttributesPanel(const DatabaseSession& session, QWidget* parent)
     : Panel(session, parent), m_ui(std::make_unique<Ui::PointAttributesPanel>()) {
     m_ui->setupUi(this);
+    useListKeys(m_ui->treePointAttributes, m_ui->actionPointAttributeEdit,
+                m_ui->actionPointAttributeRemove);
     alignNumberHeaders(m_ui->treePointAttributes, {ATTRIBUTE_RANK});
     readGroupStates();
     m_ui->treePointAttributes->header()->setSectionsClickable(true);

@@ -3,6 +3,7 @@
 #include "ui_dialognamedvalues.h"
 #include "window/common/guard.h"
 #include "window/common/messageboxes.h"
+#include "window/common/outputdialog.h"
 #include "window/common/textfiles.h"
 #include "window/common/textformat.h"
 #include "window/common/theme.h"
@@ -241,7 +242,7 @@ void DialogNamedValues::on_actionExport_triggered() {
                              .arg(lost)))
         return;
     const QString name =
-        QFileDialog::getSaveFileName(this, "Export Named Values", "named-values.csv", csvFilter);
+        chooseOutput(this, "Export Named Values", "named-values.csv", csvFilter, "csv");
     if (name.isEmpty())
         return;
     guarded(this, [&] { writeFile(name, namedValuesToCsv(m_values).toStdString()); });

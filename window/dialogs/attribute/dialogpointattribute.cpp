@@ -11,6 +11,7 @@
 #include "window/common/clipboard.h"
 #include "window/common/guard.h"
 #include "window/common/messageboxes.h"
+#include "window/common/outputdialog.h"
 #include "window/common/textfiles.h"
 #include "window/common/textformat.h"
 #include "window/dialogs/attribute/attributesuggestions.h"
@@ -486,8 +487,8 @@ void DialogPointAttribute::on_actionLoad_triggered() {
 }
 
 void DialogPointAttribute::on_actionSave_triggered() {
-    const QString name = QFileDialog::getSaveFileName(this, "Save Point Attribute",
-                                                      m_ui->editName->text() + ".json", jsonFilter);
+    const QString name = chooseOutput(this, "Save Point Attribute",
+                                      m_ui->editName->text() + ".json", jsonFilter, "json");
     if (name.isEmpty())
         return;
     guarded(this, [&] { writeFile(name, core::formattedJson(read().toJson())); });
