@@ -106,6 +106,8 @@ if command -v pkg-config >/dev/null; then
     eval "'$CC' -std=c99 -pedantic -Wall -Wextra -Werror '$work/examples/grid.c' -o '$work/pc/grid' $(pkg-config --cflags --libs qrb)"
     eval "'$CXX' -std=c++20 -Wall -Wextra -Werror '$work/examples/heights.cpp' -o '$work/pc/heights' $(pkg-config --cflags --libs qrb-layer)"
     examples "$work/pc"
+    (cd "$prefix/include" && for header in qrb/*.h; do echo "#include <$header>"; done) >"$work/all.cpp"
+    eval "'$CXX' -std=c++20 -fsyntax-only -Wall -Wextra -Werror '$work/all.cpp' $(pkg-config --cflags qrb-layer)"
     [ "$(pkg-config --modversion qrb)" = "$version" ] || fail "pkg-config tells another version."
 fi
 echo "Done."
