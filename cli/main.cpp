@@ -41,7 +41,8 @@ int runGuarded(const std::string& library, const Invocation& invocation) {
     try {
         if (const char* message = qrb::load(library.empty() ? nullptr : library.c_str())) {
             reportError(message, library.empty()
-                                     ? "It was looked for beside the program, then where the "
+                                     ? "It was looked for beside the program, in the folder "
+                                       "of libraries that it was\ninstalled with, then where the "
                                        "system looks for libraries.\nName it with --library."
                                      : "The file was \"" + library + "\".");
             return invocation.failureCode;

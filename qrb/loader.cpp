@@ -31,7 +31,7 @@ const char* const libraryFilePattern = "*.so";
 namespace {
 
 // Each platform gives four functions: open, look-up, close, and the path of the default library
-// beside the program (empty where the platform's own search starts there anyway).
+// that lies with the program (empty: the platform's own search finds it, or starts there anyway).
 #if defined(_WIN32)
 
 using Module = HMODULE;
@@ -52,7 +52,7 @@ bool closeModule(Module module) {
     return FreeLibrary(module) != 0;
 }
 
-std::string libraryBesideProgram() {
+std::string libraryOfProgram() {
     return {};
 }
 
@@ -72,7 +72,7 @@ bool closeModule(Module module) {
     return dlclose(module) == 0;
 }
 
-std::string libraryBesideProgram() {
+std::string libraryOfProgram() {
     namespace fs = std::filesystem;
     std::error_code error;
 #if defined(__APPLE__)
@@ -87,8 +87,12 @@ std::string libraryBesideProgram() {
     if (error) {
         return {};
     }
-    const fs::path library = program.parent_path() / defaultLibraryName;
-    return fs::exists(library, error) ? library.string() : std::string();
+    for (const char* folder : {"", QRB_LIBRARY_FOLDER}) {
+        const fs::path library = program.parent_path() / folder / defaultLibraryName;
+        if (fs::exists(library, error))
+            return library.lexically_normal().string();
+    }
+    return {};
 }
 
 #endif
@@ -123,8 +127,8 @@ const char* load(const char* fileName) {
         return nullptr;
     }
     if (fileName == nullptr || *fileName == '\0') {
-        const std::string beside = libraryBesideProgram();
-        s_module = openModule(beside.empty() ? defaultLibraryName : beside.c_str());
+        const std::string own = libraryOfProgram();
+        s_module = openModule(own.empty() ? defaultLibraryName : own.c_str());
     } else {
         s_module = openModule(fileName);
     }

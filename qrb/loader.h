@@ -32,8 +32,9 @@ extern const char* const defaultLibraryName;
 extern const char* const libraryFilePattern;
 
 // Loads the library of this file name (UTF-8); null or empty stands for the default, which is
-// looked for beside the program first, then where the platform looks. Does nothing while a library
-// is loaded. Returns null, or a message that lives until the next call.
+// looked for beside the program first, then in the folder of libraries that it was installed with
+// (../lib), then where the platform looks. Does nothing while a library is loaded. Returns null, or
+// a message that lives until the next call.
 const char* load(const char* fileName);
 
 // Unloads the library and clears the table. Returns null, or a constant message.

@@ -1,13 +1,13 @@
-# Sourced by ./run and ./test: installs the packages of packages.txt that are missing and builds
-# a preset.
+# Sourced by ./run and ./test: installs the packages of a list that are missing and builds a preset.
 
+# install_packages [LIST]
 install_packages() {
     local missing=() package
     while read -r package; do
         case "$package" in ""|\#*) continue ;; esac
         dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q 'ok installed' ||
             missing+=("$package")
-    done < packages.txt
+    done < "${1:-packages.txt}"
     [ ${#missing[@]} -eq 0 ] && return
     if ! command -v apt-get >/dev/null; then
         echo "Missing packages: ${missing[*]}. Install them with your system's package manager." >&2

@@ -85,6 +85,8 @@ void setApplicationNames() {
     QApplication::setApplicationName("qrbadmin");
     QApplication::setOrganizationName("TARVO LMS");
     QApplication::setOrganizationDomain("tarvo-lms.example");
+    // By this name desktops know which icon the windows have.
+    QApplication::setDesktopFileName("qrbadmin");
 }
 
 void applyStyleSheet() {
