@@ -9,6 +9,7 @@
 #include "window/common/theme.h"
 #include "window/dialogs/dialogmetadata.h"
 #include "window/dialogs/dialogmetadatasignature.h"
+#include "window/widgets/headermemory.h"
 #include "window/widgets/numerictreewidgetitem.h"
 
 #include <QFileDialog>
@@ -88,6 +89,7 @@ MetaDataPanel::MetaDataPanel(const DatabaseSession& session, QWidget* parent)
     : Panel(session, parent), m_ui(std::make_unique<Ui::MetaDataPanel>()) {
     m_ui->setupUi(this);
     alignNumberHeaders(m_ui->treeMetaData, {ITEM_SIZE});
+    m_headerMemory = new HeaderMemory(m_ui->treeMetaData, m_ui->treeMetaData->objectName());
     on_treeMetaData_itemSelectionChanged();
 }
 
@@ -95,6 +97,9 @@ MetaDataPanel::~MetaDataPanel() = default;
 
 void MetaDataPanel::refresh() {
     auto* tree = m_ui->treeMetaData;
+    QStringList selected;
+    for (const QTreeWidgetItem* row : tree->selectedItems())
+        selected += row->data(ITEM_NAME, nameRole).toString();
     tree->clear();
     m_ui->labelMetaData->clear();
     on_treeMetaData_itemSelectionChanged();
@@ -106,8 +111,12 @@ void MetaDataPanel::refresh() {
         addRow(name);
     for (int column = ITEM_NAME; column <= ITEM_SIZE; ++column)
         tree->resizeColumnToContents(column);
-    tree->sortByColumn(ITEM_NAME, Qt::AscendingOrder);
+    if (!m_headerMemory->restoreSort())
+        tree->sortByColumn(ITEM_NAME, Qt::AscendingOrder);
     tree->setSortingEnabled(true);
+    for (int row = 0; row < tree->topLevelItemCount(); ++row)
+        if (selected.contains(tree->topLevelItem(row)->data(ITEM_NAME, nameRole).toString()))
+            tree->topLevelItem(row)->setSelected(true);
     m_ui->labelMetaData->setText(QString("Meta data items: %1").arg(tree->topLevelItemCount()));
 }
 

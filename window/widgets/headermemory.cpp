@@ -12,13 +12,13 @@ namespace tarvo::window {
 
 namespace {
 
-const char* const headersGroup = "Headers";
+const QString headers = "Headers/";
 
 }  // namespace
 
 HeaderMemory::HeaderMemory(QTreeView* view, const QString& key)
     : QObject(view), m_view(view), m_header(view->header()), m_key(key) {
-    m_widths = ProgramSettings(headersGroup).value(m_key + "/Widths").toMap();
+    m_widths = ProgramSettings().value(headers + m_key + "/Widths").toMap();
     m_header->viewport()->installEventFilter(this);
     connect(m_header, &QHeaderView::sectionResized, this,
             [this](int column, int, int size) { resized(column, size); });
@@ -27,9 +27,9 @@ HeaderMemory::HeaderMemory(QTreeView* view, const QString& key)
         m_isChanged = true;
     });
     connect(m_header, &QHeaderView::sectionClicked, this, [this] {
-        ProgramSettings settings(headersGroup);
-        settings.setValue(m_key + "/SortColumn", title(m_header->sortIndicatorSection()));
-        settings.setValue(m_key + "/SortDescending",
+        ProgramSettings settings;
+        settings.setValue(headers + m_key + "/SortColumn", title(m_header->sortIndicatorSection()));
+        settings.setValue(headers + m_key + "/SortDescending",
                           m_header->sortIndicatorOrder() == Qt::DescendingOrder);
     });
 }
@@ -55,9 +55,9 @@ void HeaderMemory::resized(int column, int size) {
 }
 
 bool HeaderMemory::restoreSort() {
-    const ProgramSettings settings(headersGroup);
-    const QString name = settings.value(m_key + "/SortColumn").toString();
-    const bool isDescending = settings.value(m_key + "/SortDescending").toBool();
+    const ProgramSettings settings;
+    const QString name = settings.value(headers + m_key + "/SortColumn").toString();
+    const bool isDescending = settings.value(headers + m_key + "/SortDescending").toBool();
     for (int column = 0; column < m_header->count(); ++column)
         if (!name.isEmpty() && title(column) == name) {
             m_view->sortByColumn(column, isDescending ? Qt::DescendingOrder : Qt::AscendingOrder);
@@ -67,7 +67,7 @@ bool HeaderMemory::restoreSort() {
 }
 
 void HeaderMemory::keep() const {
-    ProgramSettings(headersGroup).setValue(m_key + "/Widths", m_widths);
+    ProgramSettings().setValue(headers + m_key + "/Widths", m_widths);
 }
 
 bool HeaderMemory::eventFilter(QObject* watched, QEvent* event) {

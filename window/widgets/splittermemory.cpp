@@ -9,20 +9,20 @@ namespace tarvo::window {
 
 namespace {
 
-const char* const splittersGroup = "Splitters";
+const QString splitters = "Splitters/";
 constexpr int restFor = 200;  // milliseconds; a handle moves pixel by pixel
 
 }  // namespace
 
 void rememberSplitter(QSplitter* splitter) {
     splitter->restoreState(
-        ProgramSettings(splittersGroup).value(splitter->objectName()).toByteArray());
+        ProgramSettings().value(splitters + splitter->objectName()).toByteArray());
     auto* rest = new QTimer(splitter);
     rest->setSingleShot(true);
     rest->setInterval(restFor);
     QObject::connect(splitter, &QSplitter::splitterMoved, rest, qOverload<>(&QTimer::start));
     QObject::connect(rest, &QTimer::timeout, splitter, [splitter] {
-        ProgramSettings(splittersGroup).setValue(splitter->objectName(), splitter->saveState());
+        ProgramSettings().setValue(splitters + splitter->objectName(), splitter->saveState());
     });
 }
 
