@@ -88,6 +88,7 @@ private:
     void createStatusLabel();
     void createPluginMenu();
     void restoreWindowGeometry();
+    void restoreTab();
 
     void replaceDatabase(const QString& fileName, const qrb::pointcloud::OpenSettings& settings);
     void tryToOpen(const QString& fileName, const qrb::pointcloud::OpenSettings& settings);
@@ -122,7 +123,8 @@ private:
     PluginMenu* m_plugins = nullptr;
     QLabel* m_statusLabel = nullptr;
     bool m_closed = false;
-    bool m_closeAgreed = false;  // the user was asked already
+    bool m_isTabRestored = false;  // with the first database
+    bool m_closeAgreed = false;    // the user was asked already
 };
 
 }  // namespace tarvo::window
