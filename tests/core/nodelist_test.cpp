@@ -25,6 +25,19 @@ TEST(NodeList, NamesEachNodeOnce) {
     EXPECT_EQ(parseNodeList("4294967294-4294967295"), (Nodes{4294967294u, 4294967295u}));
 }
 
+TEST(NodeList, RangesGoAcrossGaps) {
+    qrb::pointcloud::IndexNode root, leaf;
+    for (const std::uint32_t id : {2u, 12u, 15u}) {
+        leaf.id = id;
+        root.children.push_back(leaf);
+    }
+    leaf.id = 20;
+    root.children.front().children.push_back(leaf);
+    EXPECT_EQ(existingNodes("10-20", root), (Nodes{12, 15, 20}));
+    EXPECT_EQ(existingNodes("0-2, 13, 14-16,13", root), (Nodes{2, 13, 15}));
+    EXPECT_EQ(existingNodes("30-40", root), Nodes{});
+}
+
 TEST(NodeList, RefusesByTheWordsThatAreWrong) {
     EXPECT_EQ(refusal("1,x"), "Failed to parse: \"x\"");
     EXPECT_EQ(refusal("4294967296"), "Failed to parse: \"4294967296\"");

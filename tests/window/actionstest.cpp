@@ -407,7 +407,8 @@ void ActionsTest::filterMenuOffersWhatTheDatabaseHas() {
         QCOMPARE(entries,
                  QStringList({"Insert attribute name", "Insert attribute property",
                               "Insert operator", "Insert command", "Insert test for a valid value",
-                              "Insert range query...", "-", "Clear history", "Clear filter"}));
+                              "Insert range query...", "-", "Clear history", "Clear filter", "-",
+                              "Save filter ...", "Saved filters", "Remove saved filter"}));
         for (const char* needsAttributes : {"Insert attribute name", "Insert range query..."})
             QCOMPARE(disabled.contains(needsAttributes), !isOpen);
         QVERIFY2(!isOpen || disabled.isEmpty(), qUtf8Printable(disabled.join(", ")));

@@ -3,6 +3,7 @@
 #include "qrb/error.h"
 #include "window/common/guard.h"
 
+#include <QDialog>
 #include <QEventLoop>
 #include <QFontMetrics>
 #include <QLabel>
@@ -10,6 +11,7 @@
 #include <QPushButton>
 #include <QThread>
 #include <QTimer>
+#include <algorithm>
 #include <atomic>
 #include <exception>
 #include <limits>
@@ -170,6 +172,16 @@ void workAside(QWidget* parent, const QString& text, const AsideJob& job) {
 void workAside(QWidget* parent, const QString& text, const qrb::Context& context,
                const AsideJob& job) {
     work(parent, text, &context, job);
+}
+
+// A progress dialog may be hidden and its work still go on.
+bool isBusy(const QWidget* window) {
+    if (window->findChild<QProgressDialog*>())
+        return true;
+    const auto dialogs = window->findChildren<QDialog*>();
+    return std::any_of(dialogs.begin(), dialogs.end(), [](const QDialog* dialog) {
+        return dialog->isVisible() && dialog->isModal();
+    });
 }
 
 }  // namespace tarvo::window

@@ -39,4 +39,7 @@ void workAside(QWidget* parent, const QString& text, const AsideJob& job);
 void workAside(QWidget* parent, const QString& text, const qrb::Context& context,
                const AsideJob& job);
 
+// Whether something of the window is at work on the database, or waits for an answer.
+bool isBusy(const QWidget* window);
+
 }  // namespace tarvo::window

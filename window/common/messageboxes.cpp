@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QFontDatabase>
+#include <QFontMetrics>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
@@ -14,20 +15,26 @@ namespace tarvo::window {
 
 namespace {
 
-// Of a line and the line with a caret below it, what fits into a box around the caret.
-constexpr qsizetype caretContext = 40;
+// Pixels of a line in the narrowest box of the toolkit that breaks lines: the caret below a broken
+// one would stand elsewhere.
+constexpr int excerptWidth = 300;
 
 // Details that point into an expression: the expression, and a caret below the place that is meant.
 bool pointsAtPlace(const QString& details) {
     return details.section('\n', 1, 1).trimmed() == "^";
 }
 
-QString aroundCaret(const QString& details) {
+// What fits into a line of the font around the caret, the same part of both lines.
+QString aroundCaret(const QString& details, const QFont& font) {
+    const qsizetype room =
+        std::max(10 * excerptWidth / QFontMetrics(font).horizontalAdvance(QString(10, '0')), 10);
     const qsizetype caret = details.section('\n', 1, 1).indexOf('^');
-    const qsizetype start = std::max<qsizetype>(caret - caretContext, 0);
+    const qsizetype longest = details.section('\n', 0, 0).size();
+    const qsizetype start =
+        std::clamp<qsizetype>(caret - room / 2, 0, std::max<qsizetype>(longest - room, 0));
     QStringList lines = details.split('\n');
     for (QString& line : lines)
-        line = line.mid(start, 2 * caretContext);
+        line = line.mid(start, room);
     return lines.join('\n');
 }
 
@@ -49,13 +56,14 @@ void showBox(QWidget* parent, QMessageBox::Icon icon, const QString& title, cons
     box.setTextFormat(Qt::PlainText);
     const bool atPlace = pointsAtPlace(details);
     const bool isLong = !atPlace && (details.size() > 1000 || details.count('\n') > 12);
-    const QString shown = atPlace ? aroundCaret(details) : details;
+    // The caret stands below its place only where all letters are equally wide.
+    const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    const QString shown = atPlace ? aroundCaret(details, fixed) : details;
     box.setText(shown.isEmpty() || isLong ? text : text + "\n\n" + shown);
     if (isLong)
         box.setDetailedText(details);
-    // The caret stands below its place only where all letters are equally wide.
     if (auto* label = box.findChild<QLabel*>("qt_msgbox_label"); label && atPlace)
-        label->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+        label->setFont(fixed);
     if (icon == QMessageBox::Critical)
         addCopyButton(box, details.isEmpty() ? text : text + "\n\n" + details);
     box.exec();

@@ -3,9 +3,12 @@
 #include "core/valueformat.h"
 #include "ui_dialograngequery.h"
 #include "window/common/programsettings.h"
+#include "window/dialogs/checklabel.h"
 
 #include <QLocale>
 #include <QPushButton>
+#include <QRegularExpression>
+#include <cmath>
 
 namespace tarvo::window {
 
@@ -27,6 +30,32 @@ bool readDecimal(const QString& text, double& number) {
     bool ok = false;
     number = QLocale().toDouble(text.trimmed(), &ok);
     return ok;
+}
+
+// Beyond all whole numbers of 64 bits; written out, larger ones have digits that nobody meant.
+constexpr double largest = 2e19;
+const QString largestText = "2e19";
+
+// What is wrong with a number; empty: nothing, or it is none. A bound may also be an element.
+QString findingOn(const QString& what, const QString& text) {
+    double number = 0;
+    bool isNumber = readDecimal(text, number);
+    if (!isNumber)  // "nan" and "inf", which languages write otherwise
+        number = text.trimmed().toDouble(&isNumber);
+    if (!isNumber) {
+        // Also what goes beyond the range of the type.
+        static const QRegularExpression digits("^[+-]?[0-9.]+([eE][+-]?[0-9]+)?$");
+        if (!digits.match(text.trimmed()).hasMatch())
+            return {};
+        number = text.trimmed().contains("e-", Qt::CaseInsensitive) ? 0 : 2 * largest;
+    }
+    if (!std::isfinite(number))
+        return QString("%0: \"%1\" is no value that a point can have. Enter a number.")
+            .arg(what, text.trimmed());
+    if (std::abs(number) > largest)
+        return QString("%0: the number is too large. Enter one from -%1 to %1.")
+            .arg(what, largestText);
+    return {};
 }
 
 }  // namespace
@@ -161,10 +190,31 @@ QString DialogRangeQuery::centerExpression(const QString& text) const {
     return QString("(%0 >%1 %2) && (%0 <%1 %3)").arg(text, equal, lower, upper);
 }
 
+// Of the tab in front.
+QString DialogRangeQuery::finding() const {
+    const auto onBoth = [](const QString& first, const QLineEdit* one, const QString& second,
+                           const QLineEdit* other) {
+        const QString finding = findingOn(first, one->text());
+        return finding.isEmpty() ? findingOn(second, other->text()) : finding;
+    };
+    if (m_ui->tabWidgetMode->currentIndex() == 0)
+        return onBoth("Lower Bound", m_ui->editLowerBoundValue, "Upper Bound",
+                      m_ui->editUpperBoundValue);
+    double radius = 0;
+    if (readDecimal(m_ui->editRadiusValue->text(), radius) && radius < 0)
+        return "Radius: it is negative. Enter 0 or more.";
+    return onBoth("Center", m_ui->editCenterValue, "Radius", m_ui->editRadiusValue);
+}
+
 void DialogRangeQuery::updatePreview() {
+    const QString wrong = finding();
+    const bool isBounds = m_ui->tabWidgetMode->currentIndex() == 0;
+    showCheck(m_ui->labelBoundsCheck, isBounds ? wrong : QString(), CheckKind::ERROR);
+    showCheck(m_ui->labelCenterCheck, isBounds ? QString() : wrong, CheckKind::ERROR);
     const QString name = m_ui->editPointAttribute->currentText();
-    const QString preview =
-        m_ui->tabWidgetMode->currentIndex() == 0 ? boundsExpression(name) : centerExpression(name);
+    QString preview;
+    if (wrong.isEmpty())
+        preview = isBounds ? boundsExpression(name) : centerExpression(name);
     m_ui->editPreview->setPlainText(preview);
     m_ui->buttonBox->button(QDialogButtonBox::Ok)
         ->setEnabled(!preview.isEmpty() && preview != unreadable);

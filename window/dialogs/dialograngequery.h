@@ -39,6 +39,7 @@ private slots:
 private:
     void restore();
     void updatePreview();
+    QString finding() const;
     QString boundsExpression(const QString& attribute) const;
     QString centerExpression(const QString& attribute) const;
     const qrb::pointcloud::PointAttribute* attribute() const;

@@ -2,9 +2,11 @@
 
 #include "window/common/filterhistory.h"
 #include "window/common/messageboxes.h"
+#include "window/common/savedfilters.h"
 #include "window/common/textformat.h"
 #include "window/dialogs/dialograngequery.h"
 
+#include <QInputDialog>
 #include <QLineEdit>
 #include <cmath>
 
@@ -38,6 +40,12 @@ FilterInsertMenu::FilterInsertMenu(QLineEdit* target, QWidget* parent)
               &FilterInsertMenu::onPointDataFilterClearHistory);
     addAction(insertIcon("clear"), "Clear filter", this,
               &FilterInsertMenu::onPointDataFilterClearFilter);
+    addSeparator();
+    m_save = addAction("Save filter ...", this, &FilterInsertMenu::onSaveFilter);
+    m_saved = addMenu("Saved filters");
+    m_removed = addMenu("Remove saved filter");
+    // Another window may have changed them.
+    connect(this, &QMenu::aboutToShow, this, &FilterInsertMenu::showSaved);
 }
 
 void FilterInsertMenu::addEntry(QMenu* menu, const QString& label, const QString& text, Slot slot) {
@@ -152,6 +160,45 @@ void FilterInsertMenu::onPointDataFilterClearHistory() {
 void FilterInsertMenu::onPointDataFilterClearFilter() {
     m_target->selectAll();
     m_target->insert(QString());
+}
+
+void FilterInsertMenu::showSaved() {
+    m_save->setEnabled(!m_target->text().trimmed().isEmpty());
+    m_saved->clear();
+    m_removed->clear();
+    const auto filters = SavedFilters::all();
+    for (auto filter = filters.cbegin(); filter != filters.cend(); ++filter) {
+        const QString name = filter.key();
+        const QString label = QString(name).replace('&', "&&");
+        QAction* choice = m_saved->addAction(label, this, [this, expression = filter.value()] {
+            m_target->selectAll();
+            m_target->insert(expression);
+            m_target->setFocus();
+        });
+        choice->setToolTip(plainToolTip(filter.value()));
+        m_removed->addAction(label, this, [this, name] {
+            if (lossConfirmed(parentWidget(), QString("Remove the saved filter \"%0\"?").arg(name)))
+                SavedFilters::remove(name);
+        });
+    }
+    m_saved->setToolTipsVisible(true);
+    m_saved->setEnabled(!filters.isEmpty());
+    m_removed->setEnabled(!filters.isEmpty());
+}
+
+void FilterInsertMenu::onSaveFilter() {
+    QInputDialog dialog(parentWidget());
+    dialog.setWindowTitle("Save filter");
+    dialog.setLabelText("Name:");
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    const QString name = dialog.textValue().simplified().left(SavedFilters::longestName);
+    if (name.isEmpty())
+        showWarning(parentWidget(), "The filter was not saved: it needs a name.");
+    else if (!SavedFilters::all().contains(name) ||
+             lossConfirmed(parentWidget(),
+                           QString("There is a saved filter \"%0\". Replace it?").arg(name)))
+        SavedFilters::save(name, m_target->text().trimmed());
 }
 
 void insertIntoFilter(QLineEdit* target, const QString& text) {

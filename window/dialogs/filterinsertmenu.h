@@ -1,4 +1,5 @@
-// The menu that puts attribute names, properties, operators and commands into a filter expression.
+// The menu that puts attribute names, properties, operators and commands into a filter expression,
+// and keeps expressions under names.
 #pragma once
 
 #include "qrb/pointattribute.h"
@@ -31,6 +32,8 @@ private slots:
     void onPointDataFilterInsertRangeQuery();
     void onPointDataFilterClearHistory();
     void onPointDataFilterClearFilter();
+    void onSaveFilter();
+    void showSaved();
 
 private:
     using Slot = void (FilterInsertMenu::*)();
@@ -44,6 +47,9 @@ private:
     QMenu* m_attributes;
     QMenu* m_valid;
     QAction* m_rangeQuery = nullptr;
+    QAction* m_save = nullptr;
+    QMenu* m_saved = nullptr;
+    QMenu* m_removed = nullptr;
     std::vector<qrb::pointcloud::PointAttribute> m_definitions;
 };
 

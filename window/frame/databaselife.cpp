@@ -172,15 +172,8 @@ void MainWindow::dropDatabase() {
         database->close();
 }
 
-// Whether something of this window is at work on the database, or waits for an answer. A progress
-// dialog may be hidden and its work still go on.
 bool MainWindow::isBusy() const {
-    if (findChild<QProgressDialog*>())
-        return true;
-    const auto dialogs = findChildren<QDialog*>();
-    return std::any_of(dialogs.begin(), dialogs.end(), [](const QDialog* dialog) {
-        return dialog->isVisible() && dialog->isModal();
-    });
+    return window::isBusy(this);
 }
 
 void MainWindow::openFile(const QString& fileName) {

@@ -170,6 +170,19 @@ void MainWindow::restoreWindowGeometry() {
         restoreGeometry(settings.value("Geometry").toByteArray());
 }
 
+// The tab that a window showed last when it was closed; at the first database, as the others show
+// nothing before.
+void MainWindow::restoreTab() {
+    if (m_isTabRestored || !m_session.database)
+        return;
+    m_isTabRestored = true;
+    const QString name = ProgramSettings().value("Tab").toString();
+    for (int i = 0; i < m_ui->tabWidget->count(); ++i)
+        if (m_ui->tabWidget->currentWidget() == m_ui->tabDatabase &&
+            m_ui->tabWidget->widget(i)->objectName() == name)
+            m_ui->tabWidget->setCurrentIndex(i);
+}
+
 void MainWindow::refreshPanels() {
     updateTabs();
     QStringList unread;
@@ -207,6 +220,7 @@ void MainWindow::updateTabs() {
         m_ui->tabWidget->setTabEnabled(
             i, open || tab == m_ui->tabDatabase || tab == m_ui->tabChangelog);
     }
+    restoreTab();
     updateStatus();
 }
 
@@ -398,6 +412,8 @@ void MainWindow::closeEvent(QCloseEvent* event) {
         return;
     }
     ProgramSettings().setValue("Geometry", saveGeometry());
+    if (m_session.database)
+        ProgramSettings().setValue("Tab", m_ui->tabWidget->currentWidget()->objectName());
     // The window itself may live on, unseen, until all are closed.
     m_closed = true;
     guarded(this, [this] {

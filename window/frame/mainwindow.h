@@ -91,6 +91,7 @@ private:
     void createStatusLabel();
     void createPluginMenu();
     void restoreWindowGeometry();
+    void restoreTab();
 
     void replaceDatabase(const QString& fileName, const qrb::pointcloud::OpenSettings& settings);
     void tryToOpen(const QString& fileName, const qrb::pointcloud::OpenSettings& settings);
@@ -131,7 +132,8 @@ private:
     PendingBar* m_pendingBar = nullptr;
     StartPage* m_startPage = nullptr;
     bool m_closed = false;
-    bool m_closeAgreed = false;  // the user was asked already
+    bool m_isTabRestored = false;  // with the first database
+    bool m_closeAgreed = false;    // the user was asked already
 };
 
 }  // namespace tarvo::window

@@ -10,6 +10,7 @@
 #include "window/common/theme.h"
 #include "window/dialogs/dialogmetadata.h"
 #include "window/dialogs/dialogmetadatasignature.h"
+#include "window/widgets/headermemory.h"
 #include "window/widgets/listkeys.h"
 #include "window/widgets/numerictreewidgetitem.h"
 
@@ -91,6 +92,7 @@ MetaDataPanel::MetaDataPanel(const DatabaseSession& session, QWidget* parent)
     m_ui->setupUi(this);
     useListKeys(m_ui->treeMetaData, m_ui->actionMetaDataEdit, m_ui->actionMetaDataRemove);
     alignNumberHeaders(m_ui->treeMetaData, {ITEM_SIZE});
+    m_headerMemory = new HeaderMemory(m_ui->treeMetaData, m_ui->treeMetaData->objectName());
     on_treeMetaData_itemSelectionChanged();
 }
 
@@ -98,6 +100,9 @@ MetaDataPanel::~MetaDataPanel() = default;
 
 void MetaDataPanel::refresh() {
     auto* tree = m_ui->treeMetaData;
+    QStringList selected;
+    for (const QTreeWidgetItem* row : tree->selectedItems())
+        selected += row->data(ITEM_NAME, nameRole).toString();
     tree->clear();
     m_ui->labelMetaData->clear();
     on_treeMetaData_itemSelectionChanged();
@@ -109,8 +114,12 @@ void MetaDataPanel::refresh() {
         addRow(name);
     for (int column = ITEM_NAME; column <= ITEM_SIZE; ++column)
         tree->resizeColumnToContents(column);
-    tree->sortByColumn(ITEM_NAME, Qt::AscendingOrder);
+    if (!m_headerMemory->restoreSort())
+        tree->sortByColumn(ITEM_NAME, Qt::AscendingOrder);
     tree->setSortingEnabled(true);
+    for (int row = 0; row < tree->topLevelItemCount(); ++row)
+        if (selected.contains(tree->topLevelItem(row)->data(ITEM_NAME, nameRole).toString()))
+            tree->topLevelItem(row)->setSelected(true);
     m_ui->labelMetaData->setText(QString("Meta data items: %1").arg(tree->topLevelItemCount()));
 }
 

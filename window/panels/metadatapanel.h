@@ -11,6 +11,8 @@ class QTreeWidgetItem;
 
 namespace tarvo::window {
 
+class HeaderMemory;
+
 namespace Ui {
 class MetaDataPanel;
 }
@@ -48,6 +50,7 @@ private:
     void importItems(const QString& fileName);
 
     std::unique_ptr<Ui::MetaDataPanel> m_ui;
+    HeaderMemory* m_headerMemory = nullptr;
 };
 
 }  // namespace tarvo::window

@@ -7,6 +7,7 @@
 #include "window/common/programsettings.h"
 #include "window/common/textformat.h"
 #include "window/dialogs/attribute/dialogpointattribute.h"
+#include "window/widgets/headermemory.h"
 #include "window/widgets/listkeys.h"
 #include "window/widgets/numerictreewidgetitem.h"
 
@@ -85,6 +86,8 @@ PointAttributesPanel::PointAttributesPanel(const DatabaseSession& session, QWidg
                 m_ui->actionPointAttributeRemove);
     alignNumberHeaders(m_ui->treePointAttributes, {ATTRIBUTE_RANK});
     readGroupStates();
+    m_headerMemory =
+        new HeaderMemory(m_ui->treePointAttributes, m_ui->treePointAttributes->objectName());
     m_ui->treePointAttributes->header()->setSectionsClickable(true);
     connect(m_ui->treePointAttributes->header(), &QHeaderView::sectionClicked, this,
             &PointAttributesPanel::onTreePointAttributesColumnClicked);
@@ -95,6 +98,7 @@ PointAttributesPanel::~PointAttributesPanel() = default;
 
 void PointAttributesPanel::refresh() {
     auto* tree = m_ui->treePointAttributes;
+    const auto selected = selectedAttributes();
     tree->clear();
     m_ui->labelPointAttributes->clear();
     on_treePointAttributes_itemSelectionChanged();
@@ -121,11 +125,14 @@ void PointAttributesPanel::refresh() {
     }
     tree->header()->setSortIndicatorShown(true);
     tree->header()->setSortIndicator(ATTRIBUTE_RANK, Qt::AscendingOrder);
+    if (m_headerMemory->restoreSort())
+        onTreePointAttributesColumnClicked(tree->header()->sortIndicatorSection());
     for (int column = 0; column < ATTRIBUTE_COLUMNS; ++column)
         tree->resizeColumnToContents(column);
     m_ui->labelPointAttributes->setText(
         QString("Point attributes: %1, Primary point attribute: %2")
             .arg(QString::number(names.size()), QString::fromStdString(primary)));
+    selectAttributes(selected);
 }
 
 QTreeWidgetItem* PointAttributesPanel::groupRow(const QString& name) {
@@ -196,6 +203,15 @@ void PointAttributesPanel::selectAttribute(const std::string& name) {
         if ((*it)->parent() &&
             (*it)->data(ATTRIBUTE_NAME, Qt::UserRole).toString() == QString::fromStdString(name))
             m_ui->treePointAttributes->setCurrentItem(*it);
+}
+
+void PointAttributesPanel::selectAttributes(const std::vector<std::string>& names) {
+    for (QTreeWidgetItemIterator it(m_ui->treePointAttributes); *it; ++it)
+        if ((*it)->parent() &&
+            std::find(names.begin(), names.end(),
+                      (*it)->data(ATTRIBUTE_NAME, Qt::UserRole).toString().toStdString()) !=
+                names.end())
+            (*it)->setSelected(true);
 }
 
 void PointAttributesPanel::on_treePointAttributes_itemSelectionChanged() {

@@ -13,6 +13,8 @@ class QTreeWidgetItem;
 
 namespace tarvo::window {
 
+class HeaderMemory;
+
 namespace Ui {
 class PointAttributesPanel;
 }
@@ -40,6 +42,7 @@ private:
     QTreeWidgetItem* groupRow(const QString& name);
     std::vector<std::string> selectedAttributes() const;
     void selectAttribute(const std::string& name);
+    void selectAttributes(const std::vector<std::string>& names);
     void addAttribute();
     void editAttribute(const std::string& name);
     // Whether the values that points have may change as the new definition demands; asks only where
@@ -53,6 +56,7 @@ private:
     void keepGroupState(const QTreeWidgetItem* item, bool expanded);
 
     std::unique_ptr<Ui::PointAttributesPanel> m_ui;
+    HeaderMemory* m_headerMemory = nullptr;
     QMap<QString, bool> m_groupExpanded;  // by group name; without an entry: expanded
 };
 

@@ -55,6 +55,7 @@ void PointColumns::fill(const std::vector<qrb::pointcloud::PointAttribute>& attr
         if (lengths.contains(name))
             addEntry(name, attribute.length, true);
     }
+    search(m_search);
 }
 
 void PointColumns::addEntry(const QString& name, std::uint32_t length, bool shown) {
@@ -119,6 +120,26 @@ void PointColumns::apply(QTreeWidget* tree) const {
     }
 }
 
+void PointColumns::takeOrder(const QTreeWidget* tree, int movedColumn) {
+    const QHeaderView* header = tree->header();
+    const QString moved = baseName(tree->headerItem()->text(movedColumn));
+    QStringList order;
+    for (int visual = 0; visual < header->count(); ++visual) {
+        const int column = header->logicalIndex(visual);
+        const QString name = baseName(tree->headerItem()->text(column));
+        if (column > 0 && (name != moved || column == movedColumn) && !order.contains(name))
+            order += name;
+    }
+    sort(order);
+}
+
+void PointColumns::search(const QString& text) {
+    m_search = text;
+    for (int i = 0; i < m_chooser->count(); ++i)
+        m_chooser->item(i)->setHidden(
+            !m_chooser->item(i)->text().contains(text.trimmed(), Qt::CaseInsensitive));
+}
+
 void PointColumns::setAllShown(bool shown) {
     setShown(shown ? names() : QStringList());
 }
@@ -150,6 +171,7 @@ void PointColumns::sort(const QStringList& order) {
                      [&](const auto* a, const auto* b) { return rank(a) < rank(b); });
     for (QListWidgetItem* item : items)
         m_chooser->addItem(item);
+    search(m_search);
 }
 
 void PointColumns::sortByName() {

@@ -25,6 +25,13 @@ public:
     // Hides and moves the columns of the tree; column 0 stays. Headers are element names.
     void apply(QTreeWidget* tree) const;
 
+    // Takes the order of the tree's columns after one of them was moved; the elements of an
+    // attribute follow the one that was.
+    void takeOrder(const QTreeWidget* tree, int movedColumn);
+    // Hides the entries of the chooser in which the text does not stand, from now on; nothing else
+    // changes.
+    void search(const QString& text);
+
     void setAllShown(bool shown);
     void setSelectedShown(bool shown);
     void setShown(const QStringList& names);
@@ -40,6 +47,7 @@ private:
     QStringList names() const;
 
     QListWidget* m_chooser;
+    QString m_search;
     bool m_busy = false;
 };
 

@@ -1,14 +1,23 @@
 #include "window/panels/pointcopy.h"
 
+#include "core/valueformat.h"
+#include "window/panels/pointrow.h"
+
 #include <QHeaderView>
 #include <QStringList>
 #include <QTreeWidget>
 #include <algorithm>
+#include <cmath>
 #include <vector>
 
 namespace tarvo::window {
 
 namespace {
+
+// Without the name that the table may show with it.
+QString valueOf(const QTreeWidgetItem* item, int column) {
+    return static_cast<const PointRow*>(item)->value(column);
+}
 
 std::vector<const QTreeWidgetItem*> selectedItems(const QTreeWidget* table) {
     std::vector<const QTreeWidgetItem*> items;
@@ -36,16 +45,45 @@ QString selectedRows(const QTreeWidget* table, QChar separator) {
         return {};
     const auto columns = shownColumns(table);
     QString text;
-    const auto addLine = [&](const QTreeWidgetItem* item) {
-        QStringList cells;
+    QStringList cells;
+    for (const int column : columns)
+        cells += table->headerItem()->text(column);
+    text += cells.join(separator) + '\n';
+    for (const QTreeWidgetItem* item : items) {
+        cells.clear();
         for (const int column : columns)
-            cells += item->text(column);
+            cells += valueOf(item, column);
         text += cells.join(separator) + '\n';
-    };
-    addLine(table->headerItem());
-    for (const QTreeWidgetItem* item : items)
-        addLine(item);
+    }
     return text;
+}
+
+QString shownColumn(const QTreeWidget* table, int column) {
+    QString text = table->headerItem()->text(column) + '\n';
+    for (int row = 0; row < table->topLevelItemCount(); ++row)
+        text += valueOf(table->topLevelItem(row), column) + '\n';
+    return text;
+}
+
+QString cellFilter(const QTreeWidgetItem* row, int column,
+                   const qrb::pointcloud::PointAttribute& attribute) {
+    const QString element = row->treeWidget()->headerItem()->text(column);
+    const QString value = valueOf(row, column);
+    bool isNumber = false;
+    const double number = value.toDouble(&isNumber);
+    if (!isNumber || !std::isfinite(number))
+        return {};
+    if (number == attribute.invalidValue)
+        return QString("%1 == %2:invalid").arg(element, element.section('[', 0, 0));
+    const bool isWhole = core::ValueFormat(attribute).type() != qrb::pointcloud::DataType::DOUBLE;
+    if (isWhole || !(attribute.resolution > 0))
+        return QString("%1 == %2").arg(element, value);
+    // A value lies in the middle between those that are stored as its neighbours.
+    const double half = attribute.resolution / 2;
+    const int places = core::decimalsOfResolution(half);
+    return QString("(%1 >= %2) && (%1 <= %3)")
+        .arg(element, QString::number(number - half, 'f', places),
+             QString::number(number + half, 'f', places));
 }
 
 QString selectedRowsFilter(const QTreeWidget* table, const QString& idName) {
@@ -56,7 +94,7 @@ QString selectedRowsFilter(const QTreeWidget* table, const QString& idName) {
         return {};
     std::vector<qulonglong> ids;
     for (const QTreeWidgetItem* item : selectedItems(table))
-        ids.push_back(item->text(column).toULongLong());
+        ids.push_back(valueOf(item, column).toULongLong());
     std::sort(ids.begin(), ids.end());
     QStringList terms;
     for (std::size_t i = 0, end = 0; i < ids.size(); i = end) {

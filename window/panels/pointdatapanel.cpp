@@ -2,17 +2,18 @@
 
 #include "core/nodelist.h"
 #include "ui_pointdatapanel.h"
-#include "window/common/clipboard.h"
 #include "window/common/filterhistory.h"
 #include "window/common/messageboxes.h"
 #include "window/common/textfiles.h"
 #include "window/common/textformat.h"
-#include "window/dialogs/filterinsertmenu.h"
+#include "window/panels/filterhelp.h"
 #include "window/panels/findbar.h"
 #include "window/panels/formatexport.h"
-#include "window/panels/pointcopy.h"
 #include "window/panels/pointexport.h"
 #include "window/panels/pointrow.h"
+#include "window/panels/valuenames.h"
+#include "window/widgets/headermemory.h"
+#include "window/widgets/splittermemory.h"
 
 #include <QAbstractItemModel>
 #include <QBoxLayout>
@@ -20,8 +21,11 @@
 #include <QElapsedTimer>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QLocale>
+#include <QScopedValueRollback>
+#include <QSplitter>
 #include <algorithm>
 #include <limits>
 #include <set>
@@ -32,12 +36,6 @@ namespace {
 
 // Points per call: few enough that the progress is seen.
 constexpr std::uint32_t countBatch = 1'000'000;
-
-// The groups whose attributes "Show default" shows.
-const QStringList& defaultGroups() {
-    static const QStringList groups = {"Coordinates/Vectors", "Time", "Primary Attributes"};
-    return groups;
-}
 
 QString countText(quint64 count) {
     if (count == 0)
@@ -59,6 +57,7 @@ PointDataPanel::PointDataPanel(const DatabaseSession& session, QWidget* parent)
     m_widths = ColumnWidths(m_ui->treePointData);
     setUpFilter();
     setUpColumns();
+    setUpMemory();
     // In the order read until a header is clicked; "#" leads back to it.
     m_ui->treePointData->sortByColumn(-1, Qt::AscendingOrder);
     m_ui->treePointData->setSortingEnabled(true);
@@ -69,7 +68,12 @@ PointDataPanel::PointDataPanel(const DatabaseSession& session, QWidget* parent)
     layout->insertWidget(layout->indexOf(m_ui->splitterPointData) + 1, m_findBar);
     m_ui->splitterPointData->setStretchFactor(0, 5);
     m_ui->splitterPointData->setStretchFactor(1, 1);
-    m_ui->splitterPointData->setSizes({500, 110});
+    m_ui->splitterPointData->setSizes({500, 140});
+    m_ui->splitterPoints->setStretchFactor(0, 2);
+    m_ui->splitterPoints->setStretchFactor(1, 1);
+    m_ui->splitterPoints->setSizes({560, 340});
+    for (QSplitter* splitter : {m_ui->splitterPointData, m_ui->splitterPoints})
+        rememberSplitter(splitter);
     updateActions();
 }
 
@@ -77,13 +81,8 @@ PointDataPanel::~PointDataPanel() = default;
 
 void PointDataPanel::setUpFilter() {
     auto* filter = m_ui->PointDataFilter;
-    // Completion would change the expression while it is typed.
-    filter->setCompleter(nullptr);
-    filter->lineEdit()->setPlaceholderText(filter->placeholderText());
-    filter->lineEdit()->setClearButtonEnabled(true);
-    // Or a long expression would lose its end without a word.
-    filter->lineEdit()->setMaxLength(std::numeric_limits<int>::max());
-    FilterHistory::show(filter);
+    m_filterHelp = new FilterHelp(m_session, FilterHelp::Kind::POINTS, filter,
+                                  m_ui->buttonFilterMenu, m_ui->labelPointDataFilter);
     m_ui->editPointDataNodes->setMaxLength(std::numeric_limits<int>::max());
     for (QLineEdit* edit : {filter->lineEdit(), m_ui->editPointDataNodes}) {
         connect(edit, &QLineEdit::returnPressed, m_ui->actionQuerySelectNext, &QAction::trigger);
@@ -92,22 +91,9 @@ void PointDataPanel::setUpFilter() {
     connect(filter, qOverload<int>(&QComboBox::currentIndexChanged), this,
             &PointDataPanel::onPointDataSelectionEdited);
 
-    m_insertMenu = new FilterInsertMenu(filter->lineEdit(), this);
-    m_ui->buttonFilterMenu->setMenu(m_insertMenu);
-    connect(m_insertMenu, &FilterInsertMenu::historyCleared, this, [this] {
+    connect(m_filterHelp, &FilterHelp::historyCleared, this, [this] {
         refreshHistory();
         emit historyChanged();
-    });
-}
-
-void PointDataPanel::setUpColumns() {
-    m_columns = PointColumns(m_ui->listPointAttributes);
-    m_ui->listPointAttributes->setDragDropMode(QAbstractItemView::InternalMove);
-    m_ui->listPointAttributes->setMovement(QListView::Static);
-    m_ui->listPointAttributes->setDragEnabled(true);
-    connect(m_ui->listPointAttributes->model(), &QAbstractItemModel::rowsMoved, this, [this] {
-        if (!m_columns.isBusy())
-            columnsChanged();
     });
 }
 
@@ -125,8 +111,14 @@ QAction* PointDataPanel::cancelAction() const {
 
 void PointDataPanel::refresh() {
     if (!database() || m_shownDatabase.lock() != m_session.database) {
+        if (m_shownFile == m_session.fileName)
+            keepSelection();
+        else
+            m_keptIds.clear();
         clear();
         m_shownDatabase = m_session.database;
+        if (database())
+            m_shownFile = m_session.fileName;
     }
     refreshHistory();
     updateActions();
@@ -138,7 +130,9 @@ void PointDataPanel::clear() {
     m_rowCounter = 0;
     m_counted = {};
     showCounter();
+    const QScopedValueRollback filling(m_isFilling, true);
     m_ui->treePointData->clear();
+    m_ui->treePointValues->setColumns({}, {});
     m_ui->treePointData->sortByColumn(-1, Qt::AscendingOrder);
     m_ui->treePointData->setColumnCount(1);
     m_widths.restart();
@@ -155,7 +149,7 @@ void PointDataPanel::refreshAttributes() {
         for (const std::string& name : attributes.list())
             m_attributes.push_back(attributes.get(name));
     }
-    m_insertMenu->setAttributes(m_attributes);
+    m_filterHelp->setAttributes(m_attributes);
     m_columns.fill(m_attributes);
     applyColumns();
 }
@@ -174,8 +168,10 @@ void PointDataPanel::updateActions() {
     m_ui->actionQuerySelectExport->setEnabled(open);
     m_ui->actionQuerySelectExportPoints->setEnabled(open);
     const bool anyRow = m_ui->treePointData->topLevelItemCount() > 0;
-    for (QAction* action : {m_ui->actionQuerySelectFind, m_ui->actionQuerySelectCopy,
-                            m_ui->actionQuerySelectCopyCsv, m_ui->actionQuerySelectCopyFilter})
+    for (QAction* action :
+         {m_ui->actionQuerySelectFind, m_ui->actionQuerySelectCopy, m_ui->actionQuerySelectCopyCsv,
+          m_ui->actionQuerySelectCopyFilter, m_ui->actionQuerySelectCopyColumn,
+          m_ui->actionQuerySelectCopyCellFilter})
         action->setEnabled(anyRow);
     m_ui->actionColumnsShow->setEnabled(selected);
     m_ui->actionColumnsHide->setEnabled(selected);
@@ -193,12 +189,20 @@ QString PointDataPanel::nodesText() const {
     return m_ui->editPointDataNodes->text();
 }
 
-core::PointSelection PointDataPanel::selection() const {
+// Of ranges of nodes those that the index has, for which it is read.
+core::PointSelection PointDataPanel::selection() {
     core::PointSelection result;
     result.filter = filterText().trimmed().toStdString();
-    const QString nodes = nodesText().trimmed();
-    if (!nodes.isEmpty())
-        result.nodes = core::parseNodeList(nodes.toStdString());
+    const std::string nodes = nodesText().trimmed().toStdString();
+    if (nodes.empty())
+        return result;
+    result.nodes = core::parseNodeList(nodes);
+    if (result.nodes->size() > core::parseSingleNodes(nodes).size())
+        workAside(this, "Reading the point index...", m_session.context, [&](const StepProgress&) {
+            qrb::pointcloud::IndexNode root;
+            database()->stat().index(root);
+            result.nodes = core::existingNodes(nodes, root);
+        });
     return result;
 }
 
@@ -242,14 +246,36 @@ PointDataPanel::Rows PointDataPanel::firstRows(int pages) {
         m_counted = {};
     m_rowCounter = 0;
     m_ui->progressPointData->setValue(0);
-    m_ui->treePointData->clear();
-    m_ui->treePointData->setColumnCount(1 + static_cast<int>(m_reader->columns().size()));
+    keepSelection();
+    {
+        const QScopedValueRollback filling(m_isFilling, true);
+        m_ui->treePointData->clear();
+    }
     m_headers = QStringList("#") + m_reader->columns();
-    m_ui->treePointData->setHeaderLabels(m_headers);
-    for (int column = 0; column < m_headers.size(); ++column)
-        m_ui->treePointData->headerItem()->setTextAlignment(column, PointRow::alignmentOf(column));
+    m_idColumn = static_cast<int>(
+        m_headers.indexOf(QString::fromStdString(database()->pointAttributes().pointIdName())));
+    m_names = std::make_shared<ValueNames>(m_headers, m_attributes);
+    m_names->setShown(m_ui->actionPointNames->isChecked());
+    showHeaders();
     m_widths.restart();
     return rows;
+}
+
+const qrb::pointcloud::PointAttribute* PointDataPanel::attributeOf(int column) const {
+    const std::string name = m_headers.value(column).section('[', 0, 0).toStdString();
+    const auto found = std::find_if(m_attributes.begin(), m_attributes.end(),
+                                    [&](const auto& attribute) { return attribute.name == name; });
+    return found == m_attributes.end() ? nullptr : &*found;
+}
+
+// For rows that come again, later: what is selected then is selected beside them.
+void PointDataPanel::keepSelection() {
+    const auto selected = m_ui->treePointData->selectedItems();
+    if (m_idColumn < 0 || selected.isEmpty())
+        return;
+    m_keptIds.clear();
+    for (const QTreeWidgetItem* row : selected)
+        m_keptIds += static_cast<const PointRow*>(row)->value(m_idColumn);
 }
 
 // A query that failed or was stopped can't go on.
@@ -331,7 +357,7 @@ void PointDataPanel::showCounter() {
 void PointDataPanel::appendRows(const std::vector<QStringList>& texts) {
     QList<QTreeWidgetItem*> rows;
     for (const QStringList& row : texts)
-        rows += new PointRow(row, m_headers);
+        rows += new PointRow(row, m_headers, m_names);
     QTreeWidget* tree = m_ui->treePointData;
     const bool isFirst = tree->topLevelItemCount() == 0;
     // Sorted once, not row by row.
@@ -339,8 +365,20 @@ void PointDataPanel::appendRows(const std::vector<QStringList>& texts) {
     tree->addTopLevelItems(rows);
     tree->setSortingEnabled(true);
     // Headers have room for the mark of sorting only now.
-    m_columns.apply(tree);
+    {
+        const QScopedValueRollback moving(m_isMovingColumns, true);
+        m_columns.apply(tree);
+    }
     m_widths.add(rows);
+    if (!m_isSortRestored)
+        m_headerMemory->restoreSort();
+    m_isSortRestored = true;
+    if (!m_keptIds.isEmpty() && m_idColumn >= 0) {
+        const QScopedValueRollback filling(m_isFilling, true);
+        for (QTreeWidgetItem* row : rows)
+            if (m_keptIds.contains(static_cast<const PointRow*>(row)->value(m_idColumn)))
+                row->setSelected(true);
+    }
     if (!isFirst)
         tree->scrollToItem(rows.first(), QAbstractItemView::PositionAtTop);
 }
@@ -351,30 +389,10 @@ void PointDataPanel::on_actionQuerySelectCancel_triggered() {
     updateActions();
 }
 
-void PointDataPanel::on_actionQuerySelectCopy_triggered() {
-    copyRows(selectedRows(m_ui->treePointData, '\t'), "rows");
-}
-
-void PointDataPanel::on_actionQuerySelectCopyCsv_triggered() {
-    copyRows(selectedRows(m_ui->treePointData, ','), "rows");
-}
-
-void PointDataPanel::on_actionQuerySelectCopyFilter_triggered() {
-    guarded([this] {
-        const std::string id =
-            database() ? database()->pointAttributes().pointIdName() : std::string();
-        copyRows(selectedRowsFilter(m_ui->treePointData, QString::fromStdString(id)), "a filter");
-    });
-}
-
-void PointDataPanel::copyRows(const QString& text, const QString& what) {
-    if (text.isEmpty()) {
-        showInformation(this, "No point selected.");
-        return;
-    }
-    copyToClipboard(text);
-    emit told(QString("Copied %1 of %2 points.")
-                  .arg(what, QLocale().toString(m_ui->treePointData->selectedItems().size())));
+void PointDataPanel::on_treePointData_itemSelectionChanged() {
+    // What the user selects himself is all that he wants.
+    if (!m_isFilling)
+        m_keptIds.clear();
 }
 
 void PointDataPanel::onPointDataSelectionEdited() {
@@ -455,90 +473,6 @@ void PointDataPanel::showNodes(const QString& nodes) {
     m_ui->editPointDataNodes->setText(nodes);
     emit shown();
     m_ui->actionQuerySelectNext->trigger();
-}
-
-void PointDataPanel::on_treePointData_itemDoubleClicked(QTreeWidgetItem* item, int column) {
-    const QVariant cell = item->data(column, Qt::UserRole);
-    const QString text = cell.isValid() ? cell.toString() : item->text(column);
-    copyToClipboard(text);
-    emit told("Copied: " + text);
-}
-
-void PointDataPanel::on_listPointAttributes_itemChanged(QListWidgetItem*) {
-    if (!m_columns.isBusy())
-        columnsChanged();
-}
-
-void PointDataPanel::on_listPointAttributes_itemSelectionChanged() {
-    updateActions();
-}
-
-void PointDataPanel::on_actionColumnsShow_triggered() {
-    m_columns.setSelectedShown(true);
-    columnsChanged();
-}
-
-void PointDataPanel::on_actionColumnsHide_triggered() {
-    m_columns.setSelectedShown(false);
-    columnsChanged();
-}
-
-void PointDataPanel::on_actionColumnsShowAll_triggered() {
-    m_columns.setAllShown(true);
-    columnsChanged();
-}
-
-void PointDataPanel::on_actionColumnsHideAll_triggered() {
-    m_columns.setAllShown(false);
-    columnsChanged();
-}
-
-void PointDataPanel::on_actionColumnsShowDefault_triggered() {
-    if (!database())
-        return;
-    guarded([&] {
-        const auto& attributes = database()->pointAttributes();
-        const std::string id = attributes.pointIdName();
-        QStringList names;
-        for (const auto& attribute : m_attributes) {
-            if (attribute.name == id || defaultGroups().contains(QString::fromStdString(
-                                            attributes.group(attribute.name).name)))
-                names += QString::fromStdString(attribute.name);
-        }
-        m_columns.setShown(names);
-        columnsChanged();
-    });
-}
-
-void PointDataPanel::on_actionColumnsSortByName_triggered() {
-    m_columns.sortByName();
-    columnsChanged();
-}
-
-void PointDataPanel::on_actionColumnsSortDefault_triggered() {
-    QStringList order;
-    for (const auto& attribute : m_attributes)
-        order += QString::fromStdString(attribute.name);
-    m_columns.sort(order);
-    columnsChanged();
-}
-
-void PointDataPanel::columnsChanged() {
-    m_columns.save();
-    QMetaObject::invokeMethod(this, "onUpdatePointDataColumnsLater", Qt::QueuedConnection);
-}
-
-void PointDataPanel::onUpdatePointDataColumnsLater() {
-    if (m_columns.isBusy())
-        return;
-    applyColumns();
-    m_findBar->refresh();
-}
-
-void PointDataPanel::applyColumns() {
-    m_columns.apply(m_ui->treePointData);
-    for (int column = 1; column < m_ui->treePointData->columnCount(); ++column)
-        m_widths.fit(column);
 }
 
 }  // namespace tarvo::window

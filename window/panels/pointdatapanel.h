@@ -6,6 +6,7 @@
 #include "window/panels/pointreader.h"
 #include "window/widgets/columnwidths.h"
 
+#include <QSet>
 #include <QStringList>
 #include <memory>
 #include <optional>
@@ -15,8 +16,10 @@ class QTreeWidgetItem;
 
 namespace tarvo::window {
 
-class FilterInsertMenu;
+class FilterHelp;
 class FindBar;
+class HeaderMemory;
+class ValueNames;
 
 namespace Ui {
 class PointDataPanel;
@@ -59,6 +62,13 @@ private slots:
     void on_actionQuerySelectCopy_triggered();
     void on_actionQuerySelectCopyCsv_triggered();
     void on_actionQuerySelectCopyFilter_triggered();
+    void on_actionQuerySelectCopyColumn_triggered();
+    void on_actionQuerySelectCopyCellFilter_triggered();
+    void on_actionPointNames_toggled(bool on);
+    void on_actionPointValues_toggled(bool on);
+    void on_editColumnSearch_textChanged(const QString& text);
+    void on_treePointData_currentItemChanged(QTreeWidgetItem* current, QTreeWidgetItem* previous);
+    void on_treePointData_itemSelectionChanged();
     void on_actionQuerySelectCount_triggered();
     void on_actionQuerySelectFind_triggered();
     void on_actionQuerySelectExport_triggered();
@@ -79,11 +89,16 @@ private slots:
 private:
     void setUpFilter();
     void setUpColumns();
+    void setUpMemory();
     void clear();
     void refreshAttributes();
     void updateActions();
     void columnsChanged();
     void applyColumns();
+    void showHeaders();
+    void showPoint();
+    void keepSelection();
+    const qrb::pointcloud::PointAttribute* attributeOf(int column) const;
 
     // What a reading brought.
     struct Rows {
@@ -98,7 +113,7 @@ private:
         std::optional<std::uint64_t> points;
     };
 
-    core::PointSelection selection() const;
+    core::PointSelection selection();
     void read(int pages);
     Rows firstRows(int pages);  // starts a query
     Rows nextRows(int pages);
@@ -112,7 +127,7 @@ private:
     void copyRows(const QString& text, const QString& what);
 
     std::unique_ptr<Ui::PointDataPanel> m_ui;
-    FilterInsertMenu* m_insertMenu = nullptr;
+    FilterHelp* m_filterHelp = nullptr;
     FindBar* m_findBar = nullptr;
     PointColumns m_columns;
     ColumnWidths m_widths;
@@ -121,10 +136,19 @@ private:
 
     std::unique_ptr<PointReader> m_reader;  // null: no query is running
     QStringList m_headers;                  // of its table
+    std::shared_ptr<ValueNames> m_names;    // of its values
+    int m_idColumn = -1;                    // of its ids; -1: none
     QString m_runningFilter;
     QString m_runningNodes;
     Counted m_counted;               // what was counted last
     std::uint64_t m_rowCounter = 0;  // points shown so far
+
+    HeaderMemory* m_headerMemory = nullptr;
+    bool m_isSortRestored = false;   // once after the start
+    bool m_isMovingColumns = false;  // by the program
+    bool m_isFilling = false;        // rows come and go by the program
+    QSet<QString> m_keptIds;         // of the points that were selected before
+    QString m_shownFile;
 };
 
 }  // namespace tarvo::window

@@ -8,9 +8,12 @@
 #include "window/common/filterhistory.h"
 #include "window/common/textformat.h"
 #include "window/dialogs/dialogindexstatistics.h"
+#include "window/panels/filterhelp.h"
 #include "window/panels/indexnoderow.h"
 #include "window/panels/indexrows.h"
 #include "window/panels/indexsearch.h"
+#include "window/widgets/headermemory.h"
+#include "window/widgets/splittermemory.h"
 
 #include <QComboBox>
 #include <QHeaderView>
@@ -18,7 +21,6 @@
 #include <QLocale>
 #include <QSignalBlocker>
 #include <algorithm>
-#include <limits>
 #include <vector>
 
 namespace tarvo::window {
@@ -111,16 +113,16 @@ PointIndexPanel::PointIndexPanel(const DatabaseSession& session, QWidget* parent
     : Panel(session, parent), m_ui(std::make_unique<Ui::PointIndexPanel>()) {
     m_ui->setupUi(this);
     auto* filter = m_ui->PointIndexFilter;
-    filter->setCompleter(nullptr);
-    filter->lineEdit()->setPlaceholderText(filter->placeholderText());
-    filter->lineEdit()->setClearButtonEnabled(true);
-    // Or a long expression would lose its end without a word.
-    filter->lineEdit()->setMaxLength(std::numeric_limits<int>::max());
+    m_filterHelp = new FilterHelp(m_session, FilterHelp::Kind::NODES, filter,
+                                  m_ui->buttonPointIndexFilterMenu, m_ui->labelPointIndexFilter);
+    connect(m_filterHelp, &FilterHelp::historyCleared, this, [this] {
+        refreshHistory();
+        emit historyChanged();
+    });
     connect(filter->lineEdit(), &QLineEdit::returnPressed, m_ui->actionPointIndexFilterNodes,
             &QAction::trigger);
     connect(filter, qOverload<int>(&QComboBox::activated), m_ui->actionPointIndexFilterNodes,
             &QAction::trigger);
-    refreshHistory();
 
     auto* header = m_ui->treePointIndexDetails->header();
     header->setSectionsClickable(true);
@@ -138,6 +140,11 @@ PointIndexPanel::PointIndexPanel(const DatabaseSession& session, QWidget* parent
     m_ui->treePointIndexNodes->setSortingEnabled(true);
     m_ui->splitterPointIndex->setStretchFactor(0, 3);
     m_ui->splitterPointIndex->setStretchFactor(1, 2);
+    rememberSplitter(m_ui->splitterPointIndex);
+    auto* memory =
+        new HeaderMemory(m_ui->treePointIndexNodes, m_ui->treePointIndexNodes->objectName());
+    memory->restoreSort();
+    new HeaderMemory(m_ui->treePointIndexDetails, m_ui->treePointIndexDetails->objectName());
     updateActions();
 }
 
@@ -148,11 +155,15 @@ void PointIndexPanel::refresh() {
         m_ui->PointIndexFilter->clearEditText();
         m_appliedFilter.clear();
     }
+    // A tree that was not built anew since then has no row.
+    if (const auto* current = m_ui->treePointIndexNodes->currentItem())
+        m_keptNode = current->data(NODE_ID, Qt::UserRole).toUInt();
     m_shownDatabase = m_session.database;
     m_ui->treePointIndexNodes->clear();
     m_ui->treePointIndexDetails->clear();
     m_ui->labelPointIndex->clear();
     refreshHistory();
+    refreshFilterHelp();
     updateActions();
     m_stale = database() != nullptr;
     if (m_stale && isVisible())
@@ -167,6 +178,16 @@ void PointIndexPanel::showEvent(QShowEvent* event) {
 
 void PointIndexPanel::refreshHistory() {
     FilterHistory::show(m_ui->PointIndexFilter);
+}
+
+void PointIndexPanel::refreshFilterHelp() {
+    std::vector<pointcloud::PointAttribute> definitions;
+    if (database()) {
+        const auto& attributes = database()->pointAttributes();
+        for (const std::string& name : attributes.list())
+            definitions.push_back(attributes.get(name));
+    }
+    m_filterHelp->setAttributes(definitions);
 }
 
 void PointIndexPanel::updateActions() {
@@ -204,6 +225,8 @@ void PointIndexPanel::buildTree(const QString& filter) {
                   shown = indexRows(root, wanted, maximumItems);
               });
     auto* tree = m_ui->treePointIndexNodes;
+    if (const auto* current = tree->currentItem())
+        m_keptNode = current->data(NODE_ID, Qt::UserRole).toUInt();
     tree->clear();
     tree->setSortingEnabled(false);
     tree->addTopLevelItems(rowsOf(shown));
@@ -221,8 +244,10 @@ void PointIndexPanel::buildTree(const QString& filter) {
                                              .arg(QLocale().toString(shown.leaves))
                                              .arg(QLocale().toString(shown.items()))
                                              .arg(shown.depth));
+    const auto kept = tree->findItems(QString::number(m_keptNode),
+                                      Qt::MatchExactly | Qt::MatchRecursive, NODE_ID);
     if (tree->topLevelItemCount() > 0)
-        tree->setCurrentItem(tree->topLevelItem(0));
+        tree->setCurrentItem(kept.isEmpty() ? tree->topLevelItem(0) : kept.first());
     else
         showDetails();
 }
@@ -336,6 +361,7 @@ void PointIndexPanel::on_treePointIndexNodes_itemCollapsed(QTreeWidgetItem*) {
 void PointIndexPanel::on_treePointIndexDetails_itemDoubleClicked(QTreeWidgetItem* item,
                                                                  int column) {
     copyToClipboard(item->text(column));
+    emit told("Copied: " + item->text(column));
 }
 
 void PointIndexPanel::on_treePointIndexDetails_itemExpanded(QTreeWidgetItem*) {

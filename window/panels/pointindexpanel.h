@@ -11,6 +11,8 @@ class QTreeWidgetItem;
 
 namespace tarvo::window {
 
+class FilterHelp;
+
 namespace Ui {
 class PointIndexPanel;
 }
@@ -54,6 +56,7 @@ private slots:
 
 private:
     void updateActions();
+    void refreshFilterHelp();
     void buildTree(const QString& filter);
     WantedNodes wantedNodes(const QString& filter, const qrb::pointcloud::IndexNode& root) const;
     QList<QTreeWidgetItem*> rowsOf(const IndexRows& shown) const;
@@ -62,10 +65,12 @@ private:
     void resizeDetailColumns();
 
     std::unique_ptr<Ui::PointIndexPanel> m_ui;
+    FilterHelp* m_filterHelp = nullptr;
     std::weak_ptr<qrb::Pointcloud> m_shownDatabase;
-    QString m_appliedFilter;  // what the tree shows
-    bool m_stale = false;     // the tree was not filled since the last refresh
-    bool m_cleaned = false;   // details without invalid values
+    QString m_appliedFilter;       // what the tree shows
+    std::uint32_t m_keptNode = 0;  // current before the tree was built anew; 0: none
+    bool m_stale = false;          // the tree was not filled since the last refresh
+    bool m_cleaned = false;        // details without invalid values
 };
 
 }  // namespace tarvo::window

@@ -2,17 +2,20 @@
 // made when somebody asks for it: most cells are never pointed at.
 #pragma once
 
+#include "window/panels/valuenames.h"
 #include "window/widgets/numerictreewidgetitem.h"
 
 #include <QStringList>
+#include <memory>
 
 namespace tarvo::window {
 
 class PointRow : public NumericTreeWidgetItem {
 public:
-    // texts: of all columns. headers: theirs; lists that all rows share.
-    PointRow(const QStringList& texts, const QStringList& headers)
-        : NumericTreeWidgetItem(texts), m_headers(headers) {}
+    // texts: of all columns. headers, names: theirs; all rows share them.
+    PointRow(const QStringList& texts, const QStringList& headers,
+             std::shared_ptr<const ValueNames> names)
+        : NumericTreeWidgetItem(texts), m_headers(headers), m_names(std::move(names)) {}
 
     // Of the cells of a column and of its title.
     static Qt::Alignment alignmentOf(int column) {
@@ -20,11 +23,14 @@ public:
     }
 
     QVariant data(int column, int role) const override;
+    // The text of the value alone, whether or not its name is shown.
+    QString value(int column) const;
 
 private:
     QString cell(int column) const;
 
     QStringList m_headers;
+    std::shared_ptr<const ValueNames> m_names;
 };
 
 }  // namespace tarvo::window

@@ -2,7 +2,7 @@
 
 #include "window/common/filterhistory.h"
 #include "window/dialogs/filterinsertmenu.h"
-#include "window/widgets/filtercompleter.h"
+#include "window/widgets/filtercompletion.h"
 #include "window/widgets/listcompleter.h"
 
 #include <QComboBox>
@@ -116,7 +116,8 @@ void AttributesField::add(const QString& name) {
 FilterField::FilterField(const plugin::Parameter& parameter, QWidget* parent)
     : ParameterField(parameter, parent),
       m_box(editableBox()),
-      m_menu(new FilterInsertMenu(m_box->lineEdit(), this)) {
+      m_menu(new FilterInsertMenu(m_box->lineEdit(), this)),
+      m_completion(new FilterCompletion(m_box->lineEdit())) {
     setInput(m_box);
     m_box->lineEdit()->setPlaceholderText("all points");
     m_box->lineEdit()->setClearButtonEnabled(true);
@@ -138,9 +139,7 @@ void FilterField::setText(const QString& text) {
 void FilterField::setAttributes(const std::vector<PointAttribute>& attributes) {
     m_menu->setAttributes(attributes);
     FilterHistory::show(m_box);
-    QLineEdit* const edit = m_box->lineEdit();
-    delete edit->completer();
-    edit->setCompleter(new FilterCompleter(namesOf(attributes), edit));
+    m_completion->setAttributes(attributes);
 }
 
 }  // namespace tarvo::window

@@ -9,6 +9,7 @@ class QMenu;
 
 namespace tarvo::window {
 
+class FilterCompletion;
 class FilterInsertMenu;
 
 // One attribute; also one that the database does not have yet.
@@ -49,6 +50,7 @@ public:
 private:
     QComboBox* m_box;
     FilterInsertMenu* m_menu;
+    FilterCompletion* m_completion;
 };
 
 }  // namespace tarvo::window

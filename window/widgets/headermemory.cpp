@@ -1,0 +1,85 @@
+#include "window/widgets/headermemory.h"
+
+#include "window/common/programsettings.h"
+
+#include <QAbstractItemModel>
+#include <QEvent>
+#include <QHeaderView>
+#include <QScopedValueRollback>
+#include <QTreeView>
+
+namespace tarvo::window {
+
+namespace {
+
+const QString headers = "Headers/";
+
+}  // namespace
+
+HeaderMemory::HeaderMemory(QTreeView* view, const QString& key)
+    : QObject(view), m_view(view), m_header(view->header()), m_key(key) {
+    m_widths = ProgramSettings().value(headers + m_key + "/Widths").toMap();
+    m_header->viewport()->installEventFilter(this);
+    connect(m_header, &QHeaderView::sectionResized, this,
+            [this](int column, int, int size) { resized(column, size); });
+    connect(m_header, &QHeaderView::sectionHandleDoubleClicked, this, [this](int column) {
+        m_widths.remove(title(column));
+        m_isChanged = true;
+    });
+    connect(m_header, &QHeaderView::sectionClicked, this, [this] {
+        ProgramSettings settings;
+        settings.setValue(headers + m_key + "/SortColumn", title(m_header->sortIndicatorSection()));
+        settings.setValue(headers + m_key + "/SortDescending",
+                          m_header->sortIndicatorOrder() == Qt::DescendingOrder);
+    });
+}
+
+QString HeaderMemory::title(int column) const {
+    return m_view->model()->headerData(column, Qt::Horizontal).toString();
+}
+
+void HeaderMemory::resized(int column, int size) {
+    // The last one has what the others leave.
+    const bool isRest =
+        m_header->stretchLastSection() && m_header->visualIndex(column) == m_header->count() - 1;
+    if (m_isRestoring || size == 0 || isRest)
+        return;
+    const QString name = title(column);
+    if (m_isPressed) {
+        m_widths[name] = size;
+        m_isChanged = true;
+    } else if (const int kept = m_widths.value(name).toInt(); kept > 0 && kept != size) {
+        const QScopedValueRollback restoring(m_isRestoring, true);
+        m_header->resizeSection(column, kept);
+    }
+}
+
+bool HeaderMemory::restoreSort() {
+    const ProgramSettings settings;
+    const QString name = settings.value(headers + m_key + "/SortColumn").toString();
+    const bool isDescending = settings.value(headers + m_key + "/SortDescending").toBool();
+    for (int column = 0; column < m_header->count(); ++column)
+        if (!name.isEmpty() && title(column) == name) {
+            m_view->sortByColumn(column, isDescending ? Qt::DescendingOrder : Qt::AscendingOrder);
+            return true;
+        }
+    return false;
+}
+
+void HeaderMemory::keep() const {
+    ProgramSettings().setValue(headers + m_key + "/Widths", m_widths);
+}
+
+bool HeaderMemory::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick)
+        m_isPressed = true;
+    if (event->type() == QEvent::MouseButtonRelease) {
+        m_isPressed = false;
+        if (m_isChanged)
+            keep();
+        m_isChanged = false;
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+}  // namespace tarvo::window

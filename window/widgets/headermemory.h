@@ -1,0 +1,42 @@
+// Keeps what the user does to a header for the next start, in the program settings: the widths that
+// were dragged, by the columns' titles, and the order that was clicked. Widths that nobody dragged
+// are the view's to say; a double click on a border gives one back to it.
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QVariantMap>
+
+class QHeaderView;
+class QTreeView;
+
+namespace tarvo::window {
+
+class HeaderMemory : public QObject {
+    Q_OBJECT
+
+public:
+    // Belongs to the view. key: the view's, unique in the program.
+    HeaderMemory(QTreeView* view, const QString& key);
+
+    // Sorts the view as the user did last; returns whether that is known and the column there.
+    bool restoreSort();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    QString title(int column) const;
+    void resized(int column, int size);
+    void keep() const;
+
+    QTreeView* m_view;
+    QHeaderView* m_header;
+    const QString m_key;
+    QVariantMap m_widths;
+    bool m_isPressed = false;
+    bool m_isRestoring = false;
+    bool m_isChanged = false;
+};
+
+}  // namespace tarvo::window
