@@ -1,8 +1,8 @@
 #include "cli/append.h"
 
+#include "cli/answer.h"
 #include "cli/errors.h"
 #include "cli/importinputs.h"
-#include "cli/output.h"
 #include "cli/texttable.h"
 #include "exchange/import/importrun.h"
 
@@ -21,8 +21,12 @@ void appendFiles(Database& database, const PointSources& sources, const AppendOp
             throw UsageError(failure.what());
         }
     });
-    print(counted(added.points, "point") + " added" +
-          (added.rounded > 0 ? ", " + counted(added.rounded, "value") + " rounded" : "") + ".\n");
+    answer(counted(added.points, "point") + " added" +
+               (added.rounded > 0 ? ", " + counted(added.rounded, "value") + " rounded" : "") + ".",
+           [&](JsonText& json) {
+               json.member("points", added.points);
+               json.member("rounded", added.rounded);
+           });
 }
 
 }  // namespace tarvo::cli

@@ -1,12 +1,13 @@
 // qrbtool attributes: the point attribute definitions of a database.
 
 #include "cli/actions.h"
+#include "cli/answer.h"
 #include "cli/attributetext.h"
 #include "cli/commands.h"
 #include "cli/database.h"
 #include "cli/errors.h"
 #include "cli/json.h"
-#include "cli/options.h"
+#include "cli/manner.h"
 #include "cli/output.h"
 #include "cli/terminal.h"
 #include "cli/text.h"
@@ -31,7 +32,6 @@ using qrb::pointcloud::PointAttribute;
 using qrb::pointcloud::PointAttributes;
 
 struct AttributeOptions {
-    bool json = false;
     std::string name;
     std::string newName;
     std::vector<std::string> names;
@@ -46,7 +46,7 @@ void listAttributes(const PointAttributes& attributes, const AttributeOptions& o
     for (const std::string& name : attributes.listFiltered(options.pick)) {
         definitions.push_back(attributes.get(name));
     }
-    if (!options.json) {
+    if (!manner().json) {
         print(attributeTable(definitions));
         return;
     }
@@ -59,8 +59,8 @@ void listAttributes(const PointAttributes& attributes, const AttributeOptions& o
     print(json.text());
 }
 
-void showAttribute(const PointAttribute& definition, bool asJson) {
-    print(asJson ? definition.toJson() + "\n" : describeAttribute(definition));
+void showAttribute(const PointAttribute& definition) {
+    print(manner().json ? definition.toJson() + "\n" : describeAttribute(definition));
 }
 
 // The definition in a JSON file, the text of one as "show --json" writes it.
@@ -89,7 +89,8 @@ void addAttributes(Database& database, const AttributeOptions& options) {
         const PointAttribute definition = readDefinition(options.file);
         tellHints(definition, {});
         database.change({"Add attribute " + definition.name}, [&] { attributes.add(definition); });
-        print("The attribute \"" + oneLine(definition.name) + "\" is added.\n");
+        answer("The attribute \"" + oneLine(definition.name) + "\" is added.",
+               [&](JsonText& json) { json.member("added", std::vector{definition.name}); });
         return;
     }
     database.change({"Add attributes"}, [&] {
@@ -97,7 +98,8 @@ void addAttributes(Database& database, const AttributeOptions& options) {
             attributes.addDefault(name);
         }
     });
-    print(counted(options.names.size(), "attribute") + " added.\n");
+    answer(counted(options.names.size(), "attribute") + " added.",
+           [&](JsonText& json) { json.member("added", options.names); });
 }
 
 // What a redefinition does to the values that points have.
@@ -107,6 +109,16 @@ std::optional<core::ValueChanges> countChanges(const Database& database,
     ProgressLine progress("Comparing values");
     return core::countChanges(database.cloud(), stored, definition,
                               [&progress](int percent) { progress.update(percent / 100.0); });
+}
+
+// changes: none where they can't be told.
+void tellRedefined(const std::string& sentence, const std::string& name,
+                   const std::optional<core::ValueChanges>& changes) {
+    answer(sentence, [&](JsonText& json) {
+        json.member("attribute", name);
+        json.key("values_changed");
+        changes ? json.value(changes->changed()) : json.raw("null");
+    });
 }
 
 void putAttribute(Database& database, const AttributeOptions& options) {
@@ -131,11 +143,12 @@ void putAttribute(Database& database, const AttributeOptions& options) {
     const Change change{"Redefine attribute " + definition.name};
     if (options.dryRun) {
         database.tryOut(change, redefine);
-        print(oneLine(!changes ? "What becomes of the values of \"" + definition.name +
-                                     "\" can't be told."
-                      : told.empty() ? "No value of \"" + definition.name + "\" would change."
-                                     : told) +
-              "\n");
+        tellRedefined(
+            oneLine(!changes
+                        ? "What becomes of the values of \"" + definition.name + "\" can't be told."
+                    : told.empty() ? "No value of \"" + definition.name + "\" would change."
+                                   : told),
+            definition.name, changes);
         return;
     }
     database.change(change, [&] {
@@ -145,11 +158,12 @@ void putAttribute(Database& database, const AttributeOptions& options) {
         }
     });
     const std::uint64_t changed = told.empty() ? 0 : changes->changed();
-    print("The attribute \"" + oneLine(definition.name) + "\" is defined" +
-          (changed == 0 ? ""
-                        : "; " + numbers::groupedText(changed) +
-                              (changed == 1 ? " value changed" : " values changed")) +
-          ".\n");
+    tellRedefined("The attribute \"" + oneLine(definition.name) + "\" is defined" +
+                      (changed == 0 ? ""
+                                    : "; " + numbers::groupedText(changed) +
+                                          (changed == 1 ? " value changed" : " values changed")) +
+                      ".",
+                  definition.name, changes);
 }
 
 void removeAttributes(Database& database, const std::vector<std::string>& names) {
@@ -158,23 +172,26 @@ void removeAttributes(Database& database, const std::vector<std::string>& names)
             database.cloud().pointAttributes().remove(name);
         }
     });
-    print(counted(names.size(), "attribute") + " removed.\n");
+    answer(counted(names.size(), "attribute") + " removed.",
+           [&](JsonText& json) { json.member("removed", names); });
 }
 
 void duplicateAttribute(Database& database, const AttributeOptions& options) {
     database.change({"Duplicate attribute " + options.name}, [&] {
         database.cloud().pointAttributes().duplicate(options.name, options.newName);
     });
-    print("The attribute \"" + options.newName + "\" is a copy of \"" + options.name + "\".\n");
+    answer("The attribute \"" + options.newName + "\" is a copy of \"" + options.name + "\".",
+           [&](JsonText& json) { json.member("added", std::vector{options.newName}); });
 }
 
 void discardValues(Database& database, const std::string& name) {
     database.change({"Discard the values of attribute " + name},
                     [&] { database.cloud().pointAttributes().discard(name); });
-    print("All points have the default value of \"" + name + "\".\n");
+    answer("All points have the default value of \"" + name + "\".",
+           [&](JsonText& json) { json.member("attribute", name); });
 }
 
-void listGroups(const PointAttributes& attributes, bool asJson) {
+void listGroups(const PointAttributes& attributes) {
     std::map<std::string, std::map<std::uint32_t, std::string>> groups;
     std::vector<std::string> order;  // of the groups: as they come
     for (const std::string& name : attributes.list()) {
@@ -197,7 +214,7 @@ void listGroups(const PointAttributes& attributes, bool asJson) {
         json.member(group, names);
     }
     json.endObject();
-    print(asJson ? json.text() : text);
+    print(manner().json ? json.text() : text);
 }
 
 }  // namespace
@@ -215,19 +232,16 @@ void addAttributesCommand(CLI::App& app, Invocation& invocation) {
     const auto list = [](Database& database, const AttributeOptions& given) {
         listAttributes(database.cloud().pointAttributes(), given);
     };
-    addJson(*command, actions->json);
     CLI::App* const listing = actions.add("list", "List them (the default)", list);
     listing
         ->add_option("filter", actions->pick,
                      "Names with * and ? as wildcards, or #TAG (default: all)")
         ->type_name("FILTER");
-    addJson(*listing, actions->json);
     CLI::App* const show = actions.add(
         "show", "Tell all about one", [](Database& database, const AttributeOptions& given) {
-            showAttribute(database.cloud().pointAttributes().get(given.name), given.json);
+            showAttribute(database.cloud().pointAttributes().get(given.name));
         });
     addName(*show);
-    addJson(*show, actions->json);
     CLI::App* const add = actions.add("add", "Add some", addAttributes);
     add->add_option("names", actions->names, "Names of default attributes")->type_name("NAME");
     add->add_option("--json", actions->file, "File with a definition of its own (- for the input)")
@@ -260,11 +274,10 @@ void addAttributesCommand(CLI::App& app, Invocation& invocation) {
                          [](Database& database, const AttributeOptions& given) {
                              discardValues(database, given.name);
                          }));
-    addJson(*actions.add("group", "List them by the groups in which they are shown",
-                         [](Database& database, const AttributeOptions& given) {
-                             listGroups(database.cloud().pointAttributes(), given.json);
-                         }),
-            actions->json);
+    actions.add("group", "List them by the groups in which they are shown",
+                [](Database& database, const AttributeOptions&) {
+                    listGroups(database.cloud().pointAttributes());
+                });
     command->footer(
         "\"qrbtool defaults attributes\" lists the default attributes.\n"
         "\n"

@@ -1,6 +1,7 @@
 // qrbtool changelog: what was done to a database.
 
 #include "cli/actions.h"
+#include "cli/answer.h"
 #include "cli/commands.h"
 #include "cli/database.h"
 #include "cli/errors.h"
@@ -74,10 +75,24 @@ std::string readEntry(const Changelog& changelog, const std::string& which) {
     return text.substr(entry.begin, entry.end - entry.begin);
 }
 
+std::string entriesJson(const std::string& text) {
+    JsonText json;
+    json.beginArray();
+    for (const core::ChangelogEntry& entry : core::changelogEntries(text)) {
+        json.beginObject();
+        json.member("number", entry.number);
+        json.member("text", text.substr(entry.begin, entry.end - entry.begin));
+        json.endObject();
+    }
+    json.endArray();
+    return json.text();
+}
+
 void showChangelog(const Database& database, const ChangelogOptions& options) {
     const Changelog& changelog = database.cloud().changelog();
-    print(printable(options.entry.empty() ? core::readChangelog(changelog)
-                                          : readEntry(changelog, options.entry)));
+    const std::string text = options.entry.empty() ? core::readChangelog(changelog)
+                                                   : readEntry(changelog, options.entry);
+    print(manner().json ? entriesJson(text) : printable(text));
 }
 
 void appendMessage(Database& database, const ChangelogOptions& options) {
@@ -87,7 +102,9 @@ void appendMessage(Database& database, const ChangelogOptions& options) {
 }
 
 void exportChangelog(const Database& database, const ChangelogOptions& options) {
-    writeAnswer(database, options.file, core::readChangelog(database.cloud().changelog()));
+    const std::string text = core::readChangelog(database.cloud().changelog());
+    const bool isAnswer = manner().json && isStandardOutput(options.file);
+    writeAnswer(database, options.file, isAnswer ? entriesJson(text) : text);
 }
 
 void importChangelog(Database& database, const ChangelogOptions& options) {
@@ -97,14 +114,16 @@ void importChangelog(Database& database, const ChangelogOptions& options) {
     }
     database.change({"Import a changelog"},
                     [&] { database.cloud().changelog().importFromDatabase(options.file); });
-    print("The changelog of \"" + options.file + "\" stands before this one.\n");
+    answer("The changelog of \"" + options.file + "\" stands before this one.",
+           [&](JsonText& json) { json.member("imported", options.file); });
 }
 
 void verifyEntry(const Database& database, const ChangelogOptions& options) {
     const std::string entry = readEntry(database.cloud().changelog(), options.entry);
     const bool valid = Changelog::verifyLogEntry(entry, KeyOptions::method, options.key.bytes());
-    print(valid ? "Signature successfully verified.\n"
-                : "No valid signature found or wrong key given.\n");
+    answer(
+        valid ? "Signature successfully verified." : "No valid signature found or wrong key given.",
+        [&](JsonText& json) { json.member("valid", valid); });
     if (!valid) {
         throw NegativeAnswer();
     }

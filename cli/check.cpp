@@ -4,13 +4,12 @@
 #include "cli/database.h"
 #include "cli/errors.h"
 #include "cli/json.h"
+#include "cli/manner.h"
 #include "cli/output.h"
 #include "cli/text.h"
 #include "cli/texttable.h"
 
 #include <CLI/CLI.hpp>
-
-#include <memory>
 
 namespace tarvo::cli {
 
@@ -85,7 +84,7 @@ std::string checkText(const rapidjson::Value& report) {
     text += (count == 0 ? "No faults found: " : counted(count, "fault") + " found: ") +
             counted(numberOf(report, "transactions"), "transaction") + ", " +
             counted(numberOf(report, "blobs"), "blob") + ", " +
-            counted(numberOf(report, "bytes"), "byte") + " read.\n";
+            sizeInWords(numberOf(report, "bytes")) + " read.\n";
     if (const std::uint64_t leftOut = numberOf(report, "left_out"); leftOut > 0) {
         text += counted(leftOut, "transaction") + " discarded meanwhile.\n";
     }
@@ -97,14 +96,14 @@ std::string checkText(const rapidjson::Value& report) {
     return text;
 }
 
-void runCheck(const Database& database, bool asJson) {
+void runCheck(const Database& database) {
     const std::string json = database.inspect(checkFormat);
     rapidjson::Document report;
     report.Parse(json.data(), json.size());
     if (report.HasParseError()) {
         throw Failure("The library's report of the check can't be read.", "It is no JSON.");
     }
-    print(asJson ? indentedJson(json) : printable(checkText(report)));
+    print(manner().json ? indentedJson(json) : printable(checkText(report)));
     if (numberOf(report, "fault_count") > 0) {
         throw NegativeAnswer();
     }
@@ -113,11 +112,9 @@ void runCheck(const Database& database, bool asJson) {
 }  // namespace
 
 void addCheckCommand(CLI::App& app, Invocation& invocation) {
-    const auto asJson = std::make_shared<bool>(false);
     CLI::App* const command =
         app.add_subcommand("check", "Read everything and tell what is damaged");
     addDatabaseFile(*command, invocation);
-    command->add_flag("--json", *asJson, "Write what was found as JSON");
     command->footer(
         "Reads what any kept transaction holds: its definitions, metadata items, changelog, index\n"
         "and all values of its points. Writes a line per fault, up to 1,000, and ends with 1 if\n"
@@ -125,9 +122,8 @@ void addCheckCommand(CLI::App& app, Invocation& invocation) {
         "\n"
         "Example:\n"
         "  qrbtool check scan.qrbx");
-    command->callback([asJson, &invocation] {
-        invocation.work = [asJson](Database& database) { runCheck(database, *asJson); };
-    });
+    command->callback(
+        [&invocation] { invocation.work = [](Database& database) { runCheck(database); }; });
 }
 
 }  // namespace tarvo::cli

@@ -1,5 +1,6 @@
 #include "cli/commands.h"
 
+#include "cli/help.h"
 #include "version.h"
 
 #include <CLI/CLI.hpp>
@@ -22,6 +23,7 @@ constexpr const char* pointsGroup = "Points";
 constexpr const char* contentsGroup = "What goes with the points";
 constexpr const char* historyGroup = "History and upkeep";
 constexpr const char* pluginGroup = "Plugins";
+constexpr const char* programGroup = "About the program";
 
 constexpr CommandEntry entries[] = {
     {addSampleCommand, makeGroup, false},
@@ -49,7 +51,23 @@ constexpr CommandEntry entries[] = {
     {addFinalizeCommand, historyGroup, false},
     {addVacuumCommand, historyGroup, false},
     {addPluginCommand, pluginGroup, false},
+    {addHelpCommand, programGroup, false},
+    {addCompletionCommand, programGroup, false},
+    {addManualCommand, programGroup, false},
 };
+
+constexpr const char* programFooter =
+    "Examples:\n"
+    "  qrbtool sample -n 1000000 scan.qrbx\n"
+    "  qrbtool import flight.las flight.qrbx\n"
+    "  qrbtool info flight.qrbx\n"
+    "  qrbtool select flight.qrbx --filter \"tarvo.class == 2\" --count\n"
+    "  qrbtool select flight.qrbx --format csv -o points.csv\n"
+    "  qrbtool update flight.qrbx --set tarvo.class=2 --filter \"tarvo.xyz[2] < 1\"\n"
+    "\n"
+    "\"qrbtool help COMMAND\" tells more. The program ends with 0 for success, 1 for a failure or\n"
+    "the answer \"no\" (a file that does not agree with its schema, a signature that is not\n"
+    "valid, two databases that differ), and 2 for a wrong command line, or where diff fails.";
 
 }  // namespace
 
@@ -64,12 +82,25 @@ void addDatabaseFile(CLI::App& command, Invocation& invocation) {
     }
 }
 
-void addCommands(CLI::App& app, Invocation& invocation) {
+void describeProgram(CLI::App& app, Invocation& invocation, std::string& library) {
+    app.set_help_flag("-h,--help", "Tell what the command does");
+    app.set_version_flag("--version", agentText(), "Tell the version of the program");
+    // A command line without a command is answered with the help.
+    app.require_subcommand(0, 1);
+    app.fallthrough();
+    app.formatter(helpFormatter());
+    addMannerOptions(app, invocation.manner);
+    addCacheOption(app, invocation.manner);
+    app.add_option("--library", library, "Database library to work with (default: qrblib)")
+        ->type_name("FILE")
+        ->group(generalGroup);
     for (const CommandEntry& entry : entries) {
         const std::size_t before = app.get_subcommands({}).size();
         entry.add(app, invocation);
         app.get_subcommands({}).at(before)->group(entry.group);
     }
+    // Now, so that the commands don't take it over.
+    app.footer(programFooter);
 }
 
 void addCommandsWithinTransaction(CLI::App& app, Invocation& invocation) {

@@ -2,6 +2,7 @@
 // the words of the command line name it.
 #pragma once
 
+#include "cli/manner.h"
 #include "qrb/context.h"
 
 #include <functional>
@@ -18,8 +19,10 @@ class Database;
 // The program's name and version, as transactions carry it.
 std::string agentText();
 
-// What a parsed command line asks for: one of run and work.
+// What a parsed command line asks for: one of alone, run and work.
 struct Invocation {
+    Manner manner;
+    std::function<void()> alone;                   // without a library
     std::function<void(const qrb::Context&)> run;  // with the library loaded
     std::function<void(Database&)> work;           // with the database of this name open
     std::string file;
@@ -31,7 +34,9 @@ struct Invocation {
 // Adds the name of the database to a command, unless it is open already.
 void addDatabaseFile(CLI::App& command, Invocation& invocation);
 
-void addCommands(CLI::App& app, Invocation& invocation);
+// The whole command line: the options that all commands have, and the commands. All three must
+// outlive the parsing. library: the file name that is asked for; empty: the default.
+void describeProgram(CLI::App& app, Invocation& invocation, std::string& library);
 // Those that may be part of a transaction. The invocation is one on an open database.
 void addCommandsWithinTransaction(CLI::App& app, Invocation& invocation);
 
@@ -66,5 +71,9 @@ void addFinalizeCommand(CLI::App& app, Invocation& invocation);
 void addVacuumCommand(CLI::App& app, Invocation& invocation);
 // Scripts.
 void addPluginCommand(CLI::App& app, Invocation& invocation);
+// About the program.
+void addHelpCommand(CLI::App& app, Invocation& invocation);
+void addCompletionCommand(CLI::App& app, Invocation& invocation);
+void addManualCommand(CLI::App& app, Invocation& invocation);
 
 }  // namespace tarvo::cli

@@ -1,15 +1,17 @@
 // qrbtool copy: a new database with what is selected from another.
 
+#include "cli/answer.h"
+#include "cli/attributenames.h"
 #include "cli/commands.h"
 #include "cli/database.h"
 #include "cli/errors.h"
 #include "cli/json.h"
 #include "cli/options.h"
-#include "cli/output.h"
 #include "cli/shapeoptions.h"
 #include "cli/terminal.h"
 #include "cli/text.h"
 #include "cli/textfile.h"
+#include "cli/texttable.h"
 #include "core/creationsettings.h"
 #include "core/databasecopy.h"
 #include "core/newdatabase.h"
@@ -48,11 +50,10 @@ core::Selection selectionOf(const qrb::Pointcloud& cloud, const CopyOptions& opt
         selection.nodes = parseNodes(options.nodes);
     }
     selection.shaper = shaperOf(options.shape.shape());
-    selection.attributes = options.attributes;
+    selection.attributes = attributesNamed({&cloud.pointAttributes()}, options.attributes);
     for (const std::string& name : selection.attributes) {
         if (!cloud.pointAttributes().exists(name)) {
-            throw Failure("There is no attribute \"" + name + "\" in the file.",
-                          "\"qrbtool info\" lists the attributes.");
+            throw UsageError("\"" + name + "\" is no attribute.", "Whole attributes are copied.");
         }
     }
     if (selection.attributes.empty()) {
@@ -127,8 +128,11 @@ void copyTo(const Database& database, const CopyOptions& options) {
     }
     checkInterrupted();
     target.publish();
-    print(std::to_string(points) + (points == 1 ? " point" : " points") + " copied to \"" +
-          options.target + "\".\n");
+    answer(counted(points, "point") + " copied to \"" + options.target + "\".",
+           [&](JsonText& json) {
+               json.member("points", points);
+               json.member("database", options.target);
+           });
 }
 
 }  // namespace
@@ -146,7 +150,8 @@ void addCopyCommand(CLI::App& app, Invocation& invocation) {
     options->shape.add(*command);
     command
         ->add_option("-a,--attributes", options->attributes,
-                     "Attributes to copy beside the primary one (default: all)")
+                     "Attributes to copy beside the primary one, or patterns such as 'tarvo.*' "
+                     "(default: all)")
         ->type_name("NAMES")
         ->delimiter(',')
         ->allow_extra_args(false);

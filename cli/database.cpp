@@ -2,11 +2,13 @@
 
 #include "cli/commands.h"
 #include "cli/errors.h"
+#include "cli/manner.h"
 #include "cli/terminal.h"
 #include "exchange/format.h"
 #include "files/path.h"
 #include "qrb/error.h"
 
+#include <chrono>
 #include <filesystem>
 #include <system_error>
 
@@ -36,12 +38,16 @@ void refusePointCloud(const std::string& fileName) {
 
 Database::Database(const qrb::Context& context, const std::string& fileName)
     : m_fileName(fileName), m_cloud(context) {
+    const auto begin = std::chrono::steady_clock::now();
     try {
-        m_cloud.open(fileName, qrb::pointcloud::OpenSettings(context));
+        qrb::pointcloud::OpenSettings settings(context);
+        settings.cacheSize = manner().cacheSize.value_or(settings.cacheSize);
+        m_cloud.open(fileName, settings);
     } catch (const qrb::Error&) {
         refusePointCloud(fileName);
         throw;
     }
+    noteStep("Opening " + fileName, begin);
 }
 
 std::uint64_t Database::fileSize() const {

@@ -5,7 +5,7 @@
 #include "cli/commands.h"
 #include "cli/errors.h"
 #include "cli/json.h"
-#include "cli/options.h"
+#include "cli/manner.h"
 #include "cli/output.h"
 #include "cli/texttable.h"
 #include "core/defaultattribute.h"
@@ -22,12 +22,11 @@ namespace {
 using qrb::pointcloud::PointAttribute;
 
 struct DefaultsOptions {
-    bool json = false;
     std::string name;  // empty: all
 };
 
-void listDefaultAttributes(bool asJson) {
-    if (asJson) {
+void listDefaultAttributes() {
+    if (manner().json) {
         JsonText json;
         json.beginArray();
         for (const auto& entry : catalogue::attributes()) {
@@ -46,7 +45,7 @@ void listDefaultAttributes(bool asJson) {
 
 void showDefaultAttributes(const DefaultsOptions& options) {
     if (options.name.empty()) {
-        listDefaultAttributes(options.json);
+        listDefaultAttributes();
         return;
     }
     const auto* const entry = catalogue::findAttribute(options.name);
@@ -55,8 +54,8 @@ void showDefaultAttributes(const DefaultsOptions& options) {
                       "\"qrbtool defaults attributes\" lists them.");
     }
     const PointAttribute definition = core::defaultAttribute(*entry);
-    print(options.json ? definition.toJson() + "\n"
-                       : describeAttribute(definition) + labelled("Group", entry->group));
+    print(manner().json ? definition.toJson() + "\n"
+                        : describeAttribute(definition) + labelled("Group", entry->group));
 }
 
 void putItem(JsonText& json, const catalogue::MetaDataEntry& entry) {
@@ -84,12 +83,12 @@ void showDefaultMetaData(const DefaultsOptions& options) {
                           "\"qrbtool defaults metadata\" lists them.");
         }
         putItem(json, *entry);
-        print(options.json ? json.text()
-                           : labelled("Name", entry->name) + labelled("Title", entry->title) +
-                                 labelled("Description", entry->description) +
-                                 labelled("Schema", indentedJson(entry->schema)) +
-                                 labelled("Example", indentedJson(entry->example)) +
-                                 labelled("Neutral", indentedJson(entry->neutral)));
+        print(manner().json ? json.text()
+                            : labelled("Name", entry->name) + labelled("Title", entry->title) +
+                                  labelled("Description", entry->description) +
+                                  labelled("Schema", indentedJson(entry->schema)) +
+                                  labelled("Example", indentedJson(entry->example)) +
+                                  labelled("Neutral", indentedJson(entry->neutral)));
         return;
     }
     TextTable table({{"Name"}, {"Title"}});
@@ -99,10 +98,10 @@ void showDefaultMetaData(const DefaultsOptions& options) {
         table.add({entry.name, entry.title});
     }
     json.endArray();
-    print(options.json ? json.text() : table.text());
+    print(manner().json ? json.text() : table.text());
 }
 
-void showVersions(bool asJson) {
+void showVersions() {
     const std::pair<const char*, catalogue::Stamp> stamps[] = {
         {"Point attributes", catalogue::attributesStamp()},
         {"Attribute groups", catalogue::groupsStamp()},
@@ -120,7 +119,7 @@ void showVersions(bool asJson) {
         table.add({definitions, stamp.version, stamp.date});
     }
     json.endArray();
-    print(asJson ? json.text() : table.text());
+    print(manner().json ? json.text() : table.text());
 }
 
 }  // namespace
@@ -134,7 +133,6 @@ void addDefaultsCommand(CLI::App& app, Invocation& invocation) {
         CLI::App* const table = command->add_subcommand(name, description);
         table->add_option("name", options->name, "One of them (default: list all)")
             ->type_name("NAME");
-        addJson(*table, options->json);
         table->callback([show, options, &invocation] {
             invocation.run = [show, options](const qrb::Context&) { show(*options); };
         });
@@ -143,10 +141,8 @@ void addDefaultsCommand(CLI::App& app, Invocation& invocation) {
     addTable("metadata", "The default metadata items, their JSON schemas and examples",
              showDefaultMetaData);
     CLI::App* const versions = command->add_subcommand("versions", "The versions of the tables");
-    addJson(*versions, options->json);
-    versions->callback([options, &invocation] {
-        invocation.run = [options](const qrb::Context&) { showVersions(options->json); };
-    });
+    versions->callback(
+        [&invocation] { invocation.run = [](const qrb::Context&) { showVersions(); }; });
     command->footer(
         "Examples:\n"
         "  qrbtool defaults attributes\n"

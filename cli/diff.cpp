@@ -1,10 +1,11 @@
 // qrbtool diff: what is different between two databases, or two transactions of one.
 
+#include "cli/attributenames.h"
 #include "cli/commands.h"
 #include "cli/errors.h"
 #include "cli/json.h"
+#include "cli/manner.h"
 #include "cli/number.h"
-#include "cli/options.h"
 #include "cli/output.h"
 #include "cli/terminal.h"
 #include "cli/text.h"
@@ -27,7 +28,6 @@ struct DiffCommand {
     std::uint32_t to = 0;
     core::DiffOptions options;
     bool definitionsOnly = false;
-    bool json = false;
 };
 
 void addState(JsonText& json, const char* name, const core::StateName& state) {
@@ -169,15 +169,18 @@ std::string headOf(const core::ComparedStates& states) {
 
 void runDiff(const qrb::Context& context, DiffCommand command) {
     const core::ComparedStates states(context, {command.files.front(), command.from},
-                                      {command.files.back(), command.to});
+                                      {command.files.back(), command.to}, manner().cacheSize);
     command.options.points = !command.definitionsOnly;
+    command.options.attributes =
+        attributesNamed({&states.before().pointAttributes(), &states.after().pointAttributes()},
+                        command.options.attributes);
     const core::DatabaseDiff diff = [&] {
         ProgressLine progress("Comparing");
         return compareDatabases(states.before(), states.after(), states.areOfOneFile(),
                                 command.options,
                                 [&](int percent) { progress.update(percent / 100.0); });
     }();
-    print(command.json ? jsonOf(states, diff) : printable(headOf(states) + diffText(diff)));
+    print(manner().json ? jsonOf(states, diff) : printable(headOf(states) + diffText(diff)));
     if (!diff.none()) {
         throw NegativeAnswer();
     }
@@ -202,8 +205,9 @@ void addDiffCommand(CLI::App& app, Invocation& invocation) {
                                              "Transaction of the first (default: the current one)");
     addTransaction("--to", options->to, "Transaction of the second (default: the current one)");
     command
-        ->add_option("-a,--attributes", options->options.attributes,
-                     "Attributes whose values are compared (default: all)")
+        ->add_option(
+            "-a,--attributes", options->options.attributes,
+            "Attributes whose values are compared, or patterns such as 'tarvo.*' (default: all)")
         ->type_name("NAMES")
         ->delimiter(',')
         ->allow_extra_args(false);
@@ -216,7 +220,6 @@ void addDiffCommand(CLI::App& app, Invocation& invocation) {
     CLI::Option* const definitionsOnly =
         command->add_flag("--definitions-only", options->definitionsOnly, "Leave the points out");
     command->get_option("--attributes")->excludes(definitionsOnly);
-    addJson(*command, options->json);
     command->footer(
         "Compares settings, definitions, metadata items and points, which are the same where they\n"
         "have the same id. Values of attributes that are defined alike are compared as stored;\n"

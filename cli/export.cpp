@@ -1,5 +1,7 @@
 // qrbtool export: points in the formats of other programs.
 
+#include "cli/answer.h"
+#include "cli/attributenames.h"
 #include "cli/commands.h"
 #include "cli/database.h"
 #include "cli/errors.h"
@@ -11,6 +13,7 @@
 #include "cli/shapeoptions.h"
 #include "cli/terminal.h"
 #include "cli/text.h"
+#include "cli/texttable.h"
 #include "core/outputplace.h"
 #include "exchange/export/exportpoints.h"
 
@@ -69,16 +72,17 @@ std::vector<std::string> attributesOf(const qrb::Pointcloud& cloud, const Export
     if (command.attributes.empty()) {
         return defaultAttributes(cloud, format);
     }
-    for (const std::string& name : command.attributes) {
+    std::vector<std::string> names =
+        attributesNamed({&cloud.pointAttributes()}, command.attributes);
+    for (const std::string& name : names) {
         if (!cloud.pointAttributes().exists(name)) {
-            throw Failure("There is no attribute \"" + name + "\" in the file.",
-                          "\"qrbtool info\" lists the attributes.");
+            throw UsageError("\"" + name + "\" is no attribute.", "Whole attributes are exported.");
         }
-        if (std::count(command.attributes.begin(), command.attributes.end(), name) > 1) {
+        if (std::count(names.begin(), names.end(), name) > 1) {
             throw UsageError("The attribute \"" + name + "\" is named twice.");
         }
     }
-    return command.attributes;
+    return names;
 }
 
 void runExport(const Database& database, const ExportCommand& command) {
@@ -110,8 +114,11 @@ void runExport(const Database& database, const ExportCommand& command) {
     if (exported.points == 0) {
         note("No points are selected: the file holds none.");
     }
-    print(std::to_string(exported.points) + (exported.points == 1 ? " point" : " points") +
-          " exported to \"" + command.output + "\".\n");
+    answer(counted(exported.points, "point") + " exported to \"" + command.output + "\".",
+           [&](JsonText& json) {
+               json.member("points", exported.points);
+               json.member("file", command.output);
+           });
 }
 
 }  // namespace
@@ -133,7 +140,9 @@ void addExportCommand(CLI::App& app, Invocation& invocation) {
     options->shape.add(*command);
     command
         ->add_option("-a,--attributes", options->attributes,
-                     "Attributes to write (default: all but the ids; xyz: the coordinates)")
+                     "Attributes to write, or patterns such as 'tarvo.*' (default: all but the "
+                     "ids; xyz: the "
+                     "coordinates)")
         ->type_name("NAMES")
         ->delimiter(',')
         ->allow_extra_args(false);

@@ -2,15 +2,16 @@
 
 #include "cli/errors.h"
 #include "cli/json.h"
+#include "cli/manner.h"
 #include "cli/output.h"
 #include "cli/terminal.h"
 #include "cli/text.h"
 
 namespace tarvo::cli {
 
-void reportFindings(const qrb::pointcloud::Findings& findings, bool asJson) {
+void reportFindings(const qrb::pointcloud::Findings& findings) {
     note(findings.notes);
-    if (asJson) {
+    if (manner().json) {
         JsonText json;
         json.beginArray();
         for (const qrb::pointcloud::Finding& finding : findings.list) {

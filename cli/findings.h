@@ -5,8 +5,8 @@
 
 namespace tarvo::cli {
 
-// Writes what a validation found, a line each, or as a JSON array of texts, and its notes to
-// standard error; throws NegativeAnswer if there is anything.
-void reportFindings(const qrb::pointcloud::Findings& findings, bool asJson);
+// Writes what a validation found, a line each, or as a JSON array of texts as the manner says, and
+// its notes to standard error; throws NegativeAnswer if there is anything.
+void reportFindings(const qrb::pointcloud::Findings& findings);
 
 }  // namespace tarvo::cli

@@ -1,6 +1,7 @@
 // qrbtool import: point clouds in files of other formats become a new database, or go into one that
 // exists.
 
+#include "cli/answer.h"
 #include "cli/append.h"
 #include "cli/commands.h"
 #include "cli/errors.h"
@@ -113,6 +114,12 @@ void tellImported(std::uint64_t points, const std::string& database,
     std::string seconds;
     numbers::appendFixed(seconds, time.count(), 1);
     note(counted(points, "point") + " imported into \"" + database + "\" in " + seconds + " s.");
+    if (manner().json) {
+        answer("", [&](JsonText& json) {
+            json.member("points", points);
+            json.member("database", database);
+        });
+    }
 }
 
 void importFiles(const qrb::Context& context, const ImportOptions& options) {

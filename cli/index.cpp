@@ -1,8 +1,10 @@
 // qrbtool index: the point index of a database.
 
+#include "cli/attributenames.h"
 #include "cli/commands.h"
 #include "cli/database.h"
 #include "cli/indextext.h"
+#include "cli/manner.h"
 #include "cli/nodestatistics.h"
 #include "cli/number.h"
 #include "cli/options.h"
@@ -24,19 +26,21 @@ struct IndexOptions {
     std::uint32_t node = 0;
     bool hasNode = false;
     std::vector<std::string> attributes;
-    bool json = false;
 };
 
 void runIndex(const Database& database, const IndexOptions& options) {
     if (options.hasNode) {
-        print(nodeStatistics(database.cloud(), options.node, options.attributes, options.json));
+        const qrb::Pointcloud& cloud = database.cloud();
+        print(nodeStatistics(cloud, options.node,
+                             attributesNamed({&cloud.pointAttributes()}, options.attributes),
+                             manner().json));
         return;
     }
     const auto stat = database.cloud().stat();
     qrb::pointcloud::IndexNode root;
     stat.index(root, options.filter);
     Leaves leaves;
-    if (options.levels || options.json) {
+    if (options.levels || manner().json) {
         // Which nodes are leaves only the whole index tells.
         qrb::pointcloud::IndexNode whole;
         if (!options.filter.empty()) {
@@ -45,10 +49,10 @@ void runIndex(const Database& database, const IndexOptions& options) {
         leaves = leavesOf(options.filter.empty() ? root : whole);
     }
     if (options.levels) {
-        print(options.json ? indexLevelsJson(root, leaves) : indexLevels(root, leaves));
+        print(manner().json ? indexLevelsJson(root, leaves) : indexLevels(root, leaves));
     } else {
-        print(options.json ? indexTreeJson(root, options.depth, leaves)
-                           : indexTree(root, options.depth));
+        print(manner().json ? indexTreeJson(root, options.depth, leaves)
+                            : indexTree(root, options.depth));
     }
 }
 
@@ -77,14 +81,14 @@ void addIndexCommand(CLI::App& app, Invocation& invocation) {
             ->type_name("ID")
             ->transform(wholeNumber(1));
     command
-        ->add_option("-a,--attribute", options->attributes, "Attributes to tell of (default: all)")
+        ->add_option("-a,--attribute,--attributes", options->attributes,
+                     "Attributes to tell of, or patterns such as 'tarvo.*' (default: all)")
         ->type_name("NAMES")
         ->delimiter(',')
         ->allow_extra_args(false)
         ->needs(node);
     node->excludes(filter)->excludes(levels)->excludes(depth);
     levels->excludes(depth);
-    addJson(*command, options->json);
     command->footer(
         "Points: of the node and all below. Own: stored in the node itself; in a node that is no\n"
         "leaf these stand for the points below, as its level of detail. Revision: the transaction\n"

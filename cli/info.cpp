@@ -2,12 +2,17 @@
 
 #include "cli/commands.h"
 #include "cli/database.h"
+#include "cli/errorreport.h"
+#include "cli/errors.h"
 #include "cli/json.h"
-#include "cli/options.h"
+#include "cli/manner.h"
 #include "cli/output.h"
+#include "cli/terminal.h"
 #include "cli/text.h"
+#include "cli/texttable.h"
 #include "core/referencesystem.h"
 #include "core/valueformat.h"
+#include "qrb/error.h"
 
 #include <CLI/CLI.hpp>
 
@@ -105,7 +110,7 @@ std::string infoText(const FileInfo& info) {
     };
     line("File", info.fileName);
     line("Identity", info.uuid);
-    line("Size", std::to_string(info.size) + " bytes");
+    line("Size", sizeInWords(info.size));
     if (!info.transactions.empty()) {
         const Transaction& first = info.transactions.front();
         line("Created", first.start + " by " + first.agent);
@@ -217,28 +222,70 @@ std::string infoJson(const FileInfo& info) {
     return json.text();
 }
 
-void runInfo(const Database& database, bool json) {
+std::string told(const Database& database) {
     const FileInfo info = readInfo(database);
-    print(json ? infoJson(info) : printable(infoText(info)));
+    return manner().json ? infoJson(info) : printable(infoText(info));
+}
+
+// What is wrong with one file is told, and the others are read all the same.
+void tellSeveral(const qrb::Context& context, const std::vector<std::string>& files) {
+    std::string texts;
+    bool isWhole = true;
+    for (const std::string& file : files) {
+        checkInterrupted();
+        try {
+            const std::string text = told(Database(context, file));
+            texts += (texts.empty() ? "" : manner().json ? "," : "\n") + text;
+        } catch (const qrb::Error& error) {
+            checkInterrupted();
+            isWhole = false;
+            reportError(error.what(), error.details(), manner().json, error.code());
+        } catch (const Interrupted&) {
+            throw;
+        } catch (const Failure& failure) {
+            isWhole = false;
+            reportError(failure.what(), failure.details(), manner().json);
+        }
+    }
+    print(manner().json ? "[" + texts + "]\n" : texts);
+    if (!isWhole) {
+        throw NegativeAnswer();
+    }
+}
+
+void tellAll(const qrb::Context& context, const std::vector<std::string>& files) {
+    if (files.size() > 1) {
+        tellSeveral(context, files);
+    } else {
+        print(told(Database(context, files.front())));
+    }
 }
 
 }  // namespace
 
 void addInfoCommand(CLI::App& app, Invocation& invocation) {
-    const auto json = std::make_shared<bool>(false);
-    CLI::App* const command = app.add_subcommand("info", "Tell what a database holds");
-    addDatabaseFile(*command, invocation);
-    addJson(*command, *json);
+    const auto files = std::make_shared<std::vector<std::string>>();
+    CLI::App* const command = app.add_subcommand("info", "Tell what databases hold");
+    const bool isOpen = invocation.onOpenDatabase;
+    if (!isOpen) {
+        command->add_option("files", *files, "The databases")->type_name("FILE")->required();
+    }
     command->footer(
         "Identity, size, creator, points, extent, coordinate reference system, transactions\n"
         "(* marks the current one), attributes with the range of their values, names of the\n"
-        "metadata items.\n"
+        "metadata items. Of several databases those that can't be read are told, and the program\n"
+        "ends with 1; --json writes an array of the others.\n"
         "\n"
         "Examples:\n"
         "  qrbtool info scan.qrbx\n"
-        "  qrbtool info scan.qrbx --json");
-    command->callback([json, &invocation] {
-        invocation.work = [json](Database& database) { runInfo(database, *json); };
+        "  qrbtool info scan.qrbx --json\n"
+        "  qrbtool info *.qrbx");
+    command->callback([files, isOpen, &invocation] {
+        if (isOpen) {
+            invocation.work = [](Database& database) { print(told(database)); };
+            return;
+        }
+        invocation.run = [files](const qrb::Context& context) { tellAll(context, *files); };
     });
 }
 

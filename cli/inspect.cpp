@@ -2,6 +2,8 @@
 
 #include "cli/commands.h"
 #include "cli/database.h"
+#include "cli/errors.h"
+#include "cli/manner.h"
 #include "cli/output.h"
 
 #include <CLI/CLI.hpp>
@@ -14,14 +16,22 @@ namespace tarvo::cli {
 namespace {
 
 struct InspectOptions {
-    std::string format = "text";
+    std::string format;  // empty: text
     std::string output;
 };
 
 void runInspect(const Database& database, const InspectOptions& options) {
     static const std::map<std::string, std::uint8_t> numbers{
         {"text", 1}, {"json", 2}, {"html", 3}, {"histograms", 4}};
-    std::string report = database.inspect(numbers.at(options.format));
+    std::string format = options.format;
+    if (manner().json && isStandardOutput(options.output)) {
+        if (!format.empty() && format != "json") {
+            throw UsageError("With --json the report is JSON, not " + format + ".",
+                             "Leave one of --json and --format out, or name a file with --output.");
+        }
+        format = "json";
+    }
+    std::string report = database.inspect(numbers.at(format.empty() ? "text" : format));
     if (report.empty() || report.back() != '\n') {
         report += '\n';
     }
@@ -34,9 +44,8 @@ void addInspectCommand(CLI::App& app, Invocation& invocation) {
     const auto options = std::make_shared<InspectOptions>();
     CLI::App* const command = app.add_subcommand("inspect", "Write a report");
     addDatabaseFile(*command, invocation);
-    command->add_option("--format", options->format, "Form of the report")
-        ->check(CLI::IsMember({"text", "json", "html", "histograms"}))
-        ->capture_default_str();
+    command->add_option("--format", options->format, "Form of the report (default: text)")
+        ->check(CLI::IsMember({"text", "json", "html", "histograms"}));
     command->add_option("-o,--output", options->output, "File to write (default: the terminal)")
         ->type_name("FILE");
     command->footer(

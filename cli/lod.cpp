@@ -4,8 +4,8 @@
 #include "cli/database.h"
 #include "cli/errors.h"
 #include "cli/json.h"
+#include "cli/manner.h"
 #include "cli/number.h"
-#include "cli/options.h"
 #include "cli/output.h"
 #include "cli/texttable.h"
 
@@ -22,7 +22,6 @@ namespace {
 enum LodMode : std::uint32_t { thinout = 1, combine = 2 };
 
 struct LodOptions {
-    bool json = false;
     std::string mode;  // empty: as it is
     std::optional<std::uint32_t> size;
 };
@@ -31,8 +30,8 @@ std::string modeName(std::uint32_t mode) {
     return mode == thinout ? "thinout" : mode == combine ? "combine" : std::to_string(mode);
 }
 
-void tellLod(std::uint32_t mode, std::uint32_t size, const LodOptions& options) {
-    if (options.json) {
+void tellLod(std::uint32_t mode, std::uint32_t size) {
+    if (manner().json) {
         JsonText json;
         json.beginObject();
         json.member("mode", modeName(mode));
@@ -47,14 +46,13 @@ void tellLod(std::uint32_t mode, std::uint32_t size, const LodOptions& options) 
                                              : std::to_string(size)));
 }
 
-void showLod(const Database& database, const LodOptions& options) {
+void showLod(const Database& database) {
     const auto& management = database.cloud().management();
-    tellLod(management.getLodMode(), management.getChunkSizeLOD(), options);
+    tellLod(management.getLodMode(), management.getChunkSizeLOD());
 }
 
 // What is told at the end needs no reading that could fail after the commit.
-void changeLod(Database& database, std::uint32_t mode, std::uint32_t size,
-               const LodOptions& options) {
+void changeLod(Database& database, std::uint32_t mode, std::uint32_t size) {
     const std::string modeText = std::to_string(mode);
     const std::string sizeText = std::to_string(size);
     database.change({"Update LOD", "LOD mode: " + modeText + "\nLOD size: " + sizeText,
@@ -64,7 +62,7 @@ void changeLod(Database& database, std::uint32_t mode, std::uint32_t size,
                         management.setLodMode(mode);
                         management.setChunkSizeLOD(size);
                     });
-    tellLod(mode, size, options);
+    tellLod(mode, size);
 }
 
 void setLod(Database& database, const LodOptions& options) {
@@ -72,11 +70,11 @@ void setLod(Database& database, const LodOptions& options) {
     const std::uint32_t mode = options.mode.empty()        ? management.getLodMode()
                                : options.mode == "combine" ? combine
                                                            : thinout;
-    changeLod(database, mode, options.size.value_or(management.getChunkSizeLOD()), options);
+    changeLod(database, mode, options.size.value_or(management.getChunkSizeLOD()));
 }
 
-void turnLodOff(Database& database, const LodOptions& options) {
-    changeLod(database, database.cloud().management().getLodMode(), 0, options);
+void turnLodOff(Database& database) {
+    changeLod(database, database.cloud().management().getLodMode(), 0);
 }
 
 }  // namespace
@@ -86,8 +84,8 @@ void addLodCommand(CLI::App& app, Invocation& invocation) {
         app.add_subcommand("lod", "Show, build and remove the level of detail");
     addDatabaseFile(*command, invocation);
     const Actions<LodOptions> actions(*command, invocation);
-    addJson(*command, actions->json);
-    addJson(*actions.add("show", "Tell the settings (the default)", showLod), actions->json);
+    const auto show = [](Database& database, const LodOptions&) { showLod(database); };
+    actions.add("show", "Tell the settings (the default)", show);
     CLI::App* const set = actions.add("set", "Change the settings and build anew", setLod);
     set->add_option("--mode", actions->mode, "How points are chosen")
         ->check(CLI::IsMember({"thinout", "combine"}));
@@ -97,7 +95,8 @@ void addLodCommand(CLI::App& app, Invocation& invocation) {
         ->type_name("SIZE")
         ->transform(wholeNumber());
     set->require_option(1, 2);
-    actions.add("off", "Remove the level of detail", turnLodOff);
+    actions.add("off", "Remove the level of detail",
+                [](Database& database, const LodOptions&) { turnLodOff(database); });
     command->footer(
         "Nodes of the index that are no leaves hold some of the points below them, so that a\n"
         "viewer need not read all points to show all of the cloud.\n"
@@ -106,7 +105,7 @@ void addLodCommand(CLI::App& app, Invocation& invocation) {
         "  qrbtool lod scan.qrbx\n"
         "  qrbtool lod scan.qrbx set --mode thinout --size 20\n"
         "  qrbtool lod scan.qrbx off");
-    actions.otherwise(showLod);
+    actions.otherwise(show);
 }
 
 }  // namespace tarvo::cli

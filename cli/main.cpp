@@ -3,20 +3,25 @@
 #include "cli/advice.h"
 #include "cli/commands.h"
 #include "cli/database.h"
+#include "cli/errorreport.h"
 #include "cli/errors.h"
-#include "cli/key.h"
+#include "cli/help.h"
+#include "cli/output.h"
+#include "cli/parsefault.h"
 #include "cli/terminal.h"
-#include "cli/text.h"
 #include "qrb/error.h"
 #include "qrb/loader.h"
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
+#include <chrono>
 #include <csignal>
 #include <cstdio>
-#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tarvo::cli {
 
@@ -24,119 +29,129 @@ namespace {
 
 enum ExitCode { succeeded = 0, negative = 1, wrongUsage = 2 };
 
-// "qrbtool: text", then the details, indented. Both may hold texts from files.
-void reportError(const char* text, std::string_view unsafeDetails) {
-    const std::string safeDetails = printable(unsafeDetails);
-    std::string_view details = safeDetails;
-    std::fprintf(stderr, "qrbtool: %s\n", oneLine(text ? text : "unknown").c_str());
-    while (!details.empty()) {
-        const std::size_t end = details.find('\n');
-        const std::string_view line = details.substr(0, end);
-        std::fprintf(stderr, "    %.*s\n", static_cast<int>(line.size()), line.data());
-        details.remove_prefix(end == std::string_view::npos ? details.size() : end + 1);
+void report(std::string_view text, std::string_view details = {},
+            std::optional<std::int32_t> code = std::nullopt) {
+    reportError(text, details, manner().json, code);
+}
+
+void loadLibrary(const std::string& library) {
+    if (const char* const message = qrb::load(library.empty() ? nullptr : library.c_str())) {
+        throw Failure(message, library.empty()
+                                   ? "It was looked for beside the program, in the folder of "
+                                     "libraries that it was\ninstalled with, then where the "
+                                     "system looks for libraries.\nName it with --library."
+                                   : "The file was \"" + library + "\".");
+    }
+}
+
+void perform(const std::string& library, const Invocation& invocation) {
+    if (invocation.alone) {
+        invocation.alone();
+        return;
+    }
+    loadLibrary(library);
+    const qrb::Context context("OFF", "");
+    if (manner().verbose) {
+        note("Library: " + context.libraryVersion() + ", \"" + context.libraryFilename() + "\"");
+    }
+    const qrb::InterruptGuard interruptible(context, [] { return interruptSignal() == 0; });
+    if (invocation.work) {
+        Database database(context, invocation.file);
+        invocation.work(database);
+    } else {
+        invocation.run(context);
     }
 }
 
 int runGuarded(const std::string& library, const Invocation& invocation) {
+    const auto begin = std::chrono::steady_clock::now();
     try {
-        if (const char* message = qrb::load(library.empty() ? nullptr : library.c_str())) {
-            reportError(message, library.empty()
-                                     ? "It was looked for beside the program, in the folder "
-                                       "of libraries that it was\ninstalled with, then where the "
-                                       "system looks for libraries.\nName it with --library."
-                                     : "The file was \"" + library + "\".");
-            return invocation.failureCode;
-        }
-        const qrb::Context context("OFF", "");
-        const qrb::InterruptGuard interruptible(context, [] { return interruptSignal() == 0; });
-        if (invocation.work) {
-            Database database(context, invocation.file);
-            invocation.work(database);
-        } else {
-            invocation.run(context);
-        }
+        perform(library, invocation);
+        noteStep("Done", begin);
         return succeeded;
     } catch (const qrb::Error& error) {
         if (error.code() == QRB_ERROR_CANCELLED && interruptSignal() != 0) {
-            reportError(Interrupted().what(), "");
+            report(Interrupted().what());
         } else {
-            reportError(error.what(), error.details() ? error.details() : "");
+            report(error.what(), error.details() ? error.details() : "", error.code());
         }
     } catch (const UsageError& error) {
-        reportError(error.what(), error.details());
+        report(error.what(), error.details());
         return wrongUsage;
     } catch (const NegativeAnswer&) {
+        noteStep("Done", begin);
         return negative;
     } catch (const Failure& error) {
-        reportError(error.what(), error.details());
+        report(error.what(), error.details());
     } catch (const std::bad_alloc&) {
-        reportError("Out of memory.", "");
+        report("Out of memory.");
     } catch (const std::exception& error) {
-        reportError(error.what(), "");
+        report(error.what());
     }
     return invocation.failureCode;
 }
 
-// Shows the name of the database where it stands: "qrbtool metadata FILE get [OPTIONS] name".
-class UsageFormatter : public CLI::Formatter {
-public:
-    std::string make_option_usage(const CLI::Option* option) const override {
-        return option->get_name() == "file" ? "FILE" : CLI::Formatter::make_option_usage(option);
+// Whether the words ask for JSON. Where the parser gave up before it came to the word it is looked
+// for; some subcommands have another option of this name.
+bool asksForJson(const CLI::App& app, const std::vector<std::string>& words) {
+    if (app.get_option("--json")->count() > 0) {
+        return true;
     }
-    std::string make_usage(const CLI::App* app, std::string name) const override {
-        const CLI::App* const parent = app->get_parent();
-        if (parent != nullptr && parent->get_option_no_throw("file") != nullptr &&
-            app->get_option_no_throw("file") == nullptr) {
-            const std::size_t last = name.rfind(' ');
-            name.insert(last == std::string::npos ? 0 : last, " FILE");
-        }
-        return CLI::Formatter::make_usage(app, name);
+    const CLI::App* const last = parsedCommands(app).back();
+    const bool isTaken = last != &app && last->get_option_no_throw("--json") != nullptr;
+    const auto end = std::find(words.begin(), words.end(), "--");
+    return !isTaken && std::find(words.begin(), end, "--json") != end;
+}
+
+// Where the command line asks for nothing but help or the version, answers and returns true.
+bool answered(const CLI::App& app, const CLI::ParseError& error) {
+    if (dynamic_cast<const CLI::CallForHelp*>(&error) != nullptr) {
+        printText(helpOf(*parsedCommands(app).back()));
+        return true;
     }
-};
+    if (dynamic_cast<const CLI::CallForVersion*>(&error) != nullptr) {
+        printText(agentText() + "\n");
+        return true;
+    }
+    return false;
+}
+
+void parse(CLI::App& app, int argc, char** argv, const Invocation& invocation) {
+    app.parse(argc, argv);
+    if (invocation.manner.quiet && invocation.manner.verbose) {
+        throw CLI::ExcludesError("--quiet", "--verbose");
+    }
+    if (invocation.work && invocation.file.empty()) {
+        throw CLI::RequiredError("The name of the database");
+    }
+}
 
 int run(int argc, char** argv) {
     CLI::App app("Makes, describes, reads and changes point-cloud database files.", "qrbtool");
-    app.set_version_flag("--version", agentText());
-    app.require_subcommand(1);
-    app.fallthrough();
-    app.formatter(std::make_shared<UsageFormatter>());
-    app.get_formatter()->column_width(30);
-    std::string library;
-    app.add_option("--library", library, "Database library to work with (default: qrblib)")
-        ->type_name("FILE");
     Invocation invocation;
-    addCommands(app, invocation);
-    // Now, so that the commands don't take it over.
-    app.footer(
-        "Examples:\n"
-        "  qrbtool sample -n 1000000 scan.qrbx\n"
-        "  qrbtool import flight.las flight.qrbx\n"
-        "  qrbtool info flight.qrbx\n"
-        "  qrbtool select flight.qrbx --filter \"tarvo.class == 2\" --count\n"
-        "  qrbtool select flight.qrbx --format csv -o points.csv\n"
-        "  qrbtool update flight.qrbx --set tarvo.class=2 --filter \"tarvo.xyz[2] < 1\"\n"
-        "\n"
-        "qrbtool COMMAND --help tells more. The program ends with 0 for success, 1 for a failure "
-        "or\n"
-        "the answer \"no\" (a file that does not agree with its schema, a signature that is not\n"
-        "valid, two databases that differ), and 2 for a wrong command line, or where diff fails.");
+    std::string library;
+    describeProgram(app, invocation, library);
+    const std::vector<std::string> words(argv, argv + argc);
     try {
-        app.parse(argc, argv);
-        if (invocation.work && invocation.file.empty()) {
-            throw CLI::RequiredError("The name of the database");
-        }
+        parse(app, argc, argv, invocation);
     } catch (const CLI::ParseError& error) {
-        if (error.get_exit_code() == 0) {
-            return app.exit(error);  // help and version
+        invocation.manner.json = asksForJson(app, words);
+        const MannerScope scope(invocation.manner);
+        if (answered(app, error)) {
+            return succeeded;
         }
-        std::string text = withoutKeys(error.what(), {argv, argv + argc});
-        if (!text.empty() && text.back() != '.') {
-            text += '.';
-        }
-        reportError(text.c_str(), "Run \"qrbtool --help\" for the commands and their options.");
+        const UsageError fault = faultOf(app, error, words);
+        report(fault.what(), fault.details());
         return wrongUsage;
     } catch (const UsageError& error) {
-        reportError(error.what(), error.details());
+        reportError(error.what(), error.details(), asksForJson(app, words));
+        return wrongUsage;
+    }
+    const MannerScope scope(invocation.manner);
+    if (app.get_subcommands().empty()) {
+        // As other programs do that have commands: the help is no answer to anything.
+        manner().json ? report("No command is given.", "Run \"qrbtool help\" for the commands.")
+                      : static_cast<void>(std::fputs(helpOf(app).c_str(), stderr));
         return wrongUsage;
     }
     watchInterrupts();

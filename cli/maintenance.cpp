@@ -1,8 +1,8 @@
 // qrbtool finalize and vacuum: give up what is not needed any more.
 
+#include "cli/answer.h"
 #include "cli/commands.h"
 #include "cli/database.h"
-#include "cli/output.h"
 #include "cli/terminal.h"
 #include "cli/texttable.h"
 
@@ -22,8 +22,12 @@ void finalizeDatabase(const Database& database) {
     std::erase_if(forgotten, [&](std::uint32_t id) { return id == first || id == current; });
     const std::uint64_t size = forgotten.empty() ? 0 : transactions.size(forgotten);
     database.cloud().management().finalize();
-    print(counted(forgotten.size(), "transaction") + " forgotten, about " + counted(size, "byte") +
-          " for vacuum to give back.\n");
+    answer(counted(forgotten.size(), "transaction") + " forgotten, about " + sizeInWords(size) +
+               " for vacuum to give back.",
+           [&](JsonText& json) {
+               json.member("forgotten", static_cast<std::uint64_t>(forgotten.size()));
+               json.member("size", size);
+           });
 }
 
 void vacuumDatabase(const Database& database) {
@@ -34,8 +38,12 @@ void vacuumDatabase(const Database& database) {
             [&progress](int percent) { progress.update(percent / 100.0); });
     }
     const std::uint64_t after = database.fileSize();
-    print(counted(before - std::min(before, after), "byte") + " given back, the file has " +
-          std::to_string(after) + ".\n");
+    const std::uint64_t given = before - std::min(before, after);
+    answer(sizeInWords(given) + " given back, the file has " + sizeInWords(after) + ".",
+           [&](JsonText& json) {
+               json.member("given_back", given);
+               json.member("size", after);
+           });
 }
 
 }  // namespace

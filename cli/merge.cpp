@@ -1,6 +1,7 @@
 // qrbtool merge: a new database with the points of several.
 
 #include "exchange/database/merge.h"
+#include "cli/answer.h"
 #include "cli/commands.h"
 #include "cli/database.h"
 #include "cli/errors.h"
@@ -116,8 +117,13 @@ void runMerge(const qrb::Context& context, const MergeCommand& command) {
     }
     checkInterrupted();
     target.publish();
-    print(counted(points, "point") + " of " + counted(inputs.size(), "database") +
-          " merged into \"" + command.target + "\".\n");
+    answer(counted(points, "point") + " of " + counted(inputs.size(), "database") +
+               " merged into \"" + command.target + "\".",
+           [&](JsonText& json) {
+               json.member("points", points);
+               json.member("sources", command.names);
+               json.member("database", command.target);
+           });
 }
 
 }  // namespace

@@ -1,16 +1,19 @@
 // qrbtool metadata: the named JSON texts of a database.
 
+#include "cli/answer.h"
 #include "cli/commands.h"
 #include "cli/database.h"
 #include "cli/errors.h"
 #include "cli/findings.h"
 #include "cli/json.h"
+#include "cli/manner.h"
 #include "cli/metadatafile.h"
 #include "cli/metadatasignature.h"
-#include "cli/options.h"
 #include "cli/output.h"
 #include "cli/textfile.h"
 #include "cli/texttable.h"
+#include "core/json.h"
+#include "core/sizetext.h"
 #include "core/utf8.h"
 
 #include <CLI/CLI.hpp>
@@ -25,7 +28,6 @@ namespace {
 using qrb::pointcloud::MetaData;
 
 struct MetaDataOptions {
-    bool json = false;
     bool anyText = false;
     std::string name;
     std::vector<std::string> names;
@@ -34,10 +36,10 @@ struct MetaDataOptions {
     std::string schema;
 };
 
-void listMetaData(const MetaData& metaData, bool asJson) {
+void listMetaData(const MetaData& metaData) {
     JsonText json;
     json.beginArray();
-    TextTable table({{"Name"}, {"Bytes", true}, {"Signed"}});
+    TextTable table({{"Name"}, {"Size", true}, {"Signed"}});
     for (const std::string& name : metaData.list()) {
         const std::uint64_t size = metaData.get(name).size();
         const bool isSigned = metaData.verifySignature(name, 0, {});
@@ -46,10 +48,11 @@ void listMetaData(const MetaData& metaData, bool asJson) {
         json.member("size", size);
         json.member("signed", isSigned);
         json.endObject();
-        table.add({name, std::to_string(size), isSigned ? "yes" : ""});
+        table.add({name, manner().bytes ? std::to_string(size) : core::sizeText(size),
+                   isSigned ? "yes" : ""});
     }
     json.endArray();
-    print(asJson ? json.text() : table.text());
+    print(manner().json ? json.text() : table.text());
 }
 
 void requireItem(const MetaData& metaData, const std::string& name) {
@@ -62,6 +65,11 @@ void requireItem(const MetaData& metaData, const std::string& name) {
 void getMetaData(const MetaData& metaData, const std::string& name) {
     requireItem(metaData, name);
     std::string value = metaData.get(name);
+    if (manner().json && !core::isJson(value)) {
+        JsonText json;
+        json.value(value);
+        value = json.text();
+    }
     if (value.empty() || value.back() != '\n') {
         value += '\n';
     }
@@ -85,7 +93,8 @@ void removeMetaData(Database& database, const std::vector<std::string>& names) {
             database.cloud().metaData().remove(name);
         }
     });
-    print(counted(names.size(), "item") + " removed.\n");
+    answer(counted(names.size(), "item") + " removed.",
+           [&](JsonText& json) { json.member("removed", names); });
 }
 
 void importMetaData(Database& database, const std::vector<std::string>& files) {
@@ -105,22 +114,28 @@ void importMetaData(Database& database, const std::vector<std::string>& files) {
         }
         return text.empty() ? "(none)" : text;
     };
-    print(labelled("Items added", joinedNames(result.added)) +
-          labelled("Items updated", joinedNames(result.updated)));
-    const auto printWhereAny = [&](const char* label, const std::vector<std::string>& names) {
-        if (!names.empty()) {
-            print(labelled(label, joinedNames(names)));
-        }
+    std::string text = labelled("Items added", joinedNames(result.added)) +
+                       labelled("Items updated", joinedNames(result.updated));
+    const auto addWhereAny = [&](const char* label, const std::vector<std::string>& names) {
+        text += names.empty() ? "" : labelled(label, joinedNames(names));
     };
-    printWhereAny("Unchanged", result.unchanged);
-    printWhereAny("No longer signed", result.unsignedNow);
-    printWhereAny("Skipped", skipped);
+    addWhereAny("Unchanged", result.unchanged);
+    addWhereAny("No longer signed", result.unsignedNow);
+    addWhereAny("Skipped", skipped);
+    text.pop_back();
+    answer(text, [&](JsonText& json) {
+        json.member("added", result.added);
+        json.member("updated", result.updated);
+        json.member("unchanged", result.unchanged);
+        json.member("no_longer_signed", result.unsignedNow);
+        json.member("skipped", skipped);
+    });
 }
 
 void validateMetaData(const MetaData& metaData, const MetaDataOptions& options) {
     requireItem(metaData, options.name);
     const std::string schema = options.schema.empty() ? "" : readTextFile(options.schema);
-    reportFindings(metaData.findings(options.name, schema), options.json);
+    reportFindings(metaData.findings(options.name, schema));
 }
 
 }  // namespace
@@ -130,11 +145,10 @@ void addMetaDataCommand(CLI::App& app, Invocation& invocation) {
         app.add_subcommand("metadata", "List, read, write, sign and check metadata items");
     addDatabaseFile(*command, invocation);
     const Actions<MetaDataOptions> actions(*command, invocation);
-    const auto list = [](Database& database, const MetaDataOptions& given) {
-        listMetaData(database.cloud().metaData(), given.json);
+    const auto list = [](Database& database, const MetaDataOptions&) {
+        listMetaData(database.cloud().metaData());
     };
-    addJson(*command, actions->json);
-    addJson(*actions.add("list", "List the items (the default)", list), actions->json);
+    actions.add("list", "List the items (the default)", list);
     actions
         .add("get", "Write the value of an item",
              [](Database& database, const MetaDataOptions& given) {
@@ -190,7 +204,6 @@ void addMetaDataCommand(CLI::App& app, Invocation& invocation) {
         ->add_option("--schema", actions->schema,
                      "File of a JSON schema (default: that of the default item of this name)")
         ->type_name("FILE");
-    validate->add_flag("--json", actions->json, "Write the problems as JSON");
     command->footer(
         "Values are JSON. A file of items is one JSON object with a member per item, as the "
         "window\n"

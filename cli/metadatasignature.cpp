@@ -1,11 +1,11 @@
 #include "cli/metadatasignature.h"
 
 #include "cli/actions.h"
+#include "cli/answer.h"
 #include "cli/commands.h"
 #include "cli/database.h"
 #include "cli/errors.h"
 #include "cli/key.h"
-#include "cli/output.h"
 #include "core/utf8.h"
 
 #include <CLI/CLI.hpp>
@@ -32,7 +32,7 @@ void signItem(Database& database, const SignatureOptions& options) {
         }
         metaData.createSignature(options.name, KeyOptions::method, key);
     });
-    print("Signature successfully created.\n");
+    answer("Signature successfully created.", [](JsonText& json) { json.member("signed", true); });
 }
 
 void unsignItem(Database& database, const std::string& name) {
@@ -43,14 +43,15 @@ void unsignItem(Database& database, const std::string& name) {
         }
         metaData.createSignature(name, 0, {});
     });
-    print("Signature successfully deleted.\n");
+    answer("Signature successfully deleted.", [](JsonText& json) { json.member("signed", false); });
 }
 
 void verifyItem(const Database& database, const SignatureOptions& options) {
     const bool valid = database.cloud().metaData().verifySignature(options.name, KeyOptions::method,
                                                                    options.key.bytes());
-    print(valid ? "Signature successfully verified.\n"
-                : "No valid signature found or wrong key given.\n");
+    answer(
+        valid ? "Signature successfully verified." : "No valid signature found or wrong key given.",
+        [&](JsonText& json) { json.member("valid", valid); });
     if (!valid) {
         throw NegativeAnswer();
     }

@@ -18,8 +18,4 @@ CLI::Option* addNodes(CLI::App& command, std::string& nodes, const std::string& 
         ->check(notEmpty());
 }
 
-CLI::Option* addJson(CLI::App& command, bool& json) {
-    return command.add_flag("--json", json, "Write JSON, for programs");
-}
-
 }  // namespace tarvo::cli

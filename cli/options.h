@@ -12,6 +12,4 @@ namespace tarvo::cli {
 CLI::Option* addFilter(CLI::App& command, std::string& filter);
 CLI::Option* addNodes(CLI::App& command, std::string& nodes, const std::string& description);
 
-CLI::Option* addJson(CLI::App& command, bool& json);
-
 }  // namespace tarvo::cli

@@ -3,6 +3,7 @@
 #include "cli/commands.h"
 #include "cli/errors.h"
 #include "cli/json.h"
+#include "cli/manner.h"
 #include "cli/output.h"
 #include "cli/pluginanswer.h"
 #include "cli/terminal.h"
@@ -22,6 +23,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <utility>
 
 namespace tarvo::cli {
@@ -35,7 +37,6 @@ using plugin::Parameter;
 struct PluginOptions {
     std::string folder;  // empty: the one beside the program
     std::string python = plugin::defaultPythonPath;
-    bool json = false;
     std::string name;
     std::string file;
     std::vector<std::string> set;
@@ -105,7 +106,7 @@ void listPlugins(const PluginOptions& options) {
                    printable(manifest.title)});
     }
     json.endArray();
-    print(options.json ? json.text() : table.text());
+    print(manner().json ? json.text() : table.text());
 }
 
 // "0 to 10 m, default 1", and the choices.
@@ -129,7 +130,7 @@ std::string described(const Parameter& parameter) {
 void describePlugin(const PluginOptions& options) {
     const plugin::Package package = packageOf(options);
     const Manifest& manifest = package.manifest;
-    if (options.json) {
+    if (manner().json) {
         JsonText json;
         writeManifest(json, manifest, package.place);
         print(json.text());
@@ -207,7 +208,8 @@ void requireTrust(const plugin::Package& package, bool giveTrust) {
 }
 
 // First what became of the database, then what became of the results.
-void tell(const plugin::Outcome& outcome, const PluginAnswer& answer) {
+void tell(const plugin::Outcome& outcome, const PluginAnswer& answer,
+          std::optional<AnswerList>& answers) {
     switch (outcome.end) {
         case plugin::Outcome::End::CANCELLED:
             checkInterrupted();
@@ -229,6 +231,12 @@ void tell(const plugin::Outcome& outcome, const PluginAnswer& answer) {
         throw lost(answer.problem());
     }
     try {
+        if (answers) {
+            answers->close(
+                "],\n\"transaction\": " +
+                (outcome.transaction == 0 ? "null" : std::to_string(outcome.transaction)) + "}\n");
+            return;
+        }
         print(committed.empty() ? "" : committed + "\n");
     } catch (const Failure& failure) {
         throw lost(failure.what());
@@ -258,8 +266,12 @@ void runPlugin(const qrb::Context& context, const PluginOptions& options) {
     request.library = context.libraryFilename();
     request.database = std::filesystem::absolute(options.file).string();
     request.agent = agentText();
+    std::optional<AnswerList> answers;
+    if (manner().json) {
+        answers.emplace("{\"results\": [\n");
+    }
     PluginAnswer answer(package.manifest.title, options.results);
-    tell(plugin::run(request, answer), answer);
+    tell(plugin::run(request, answer), answer, answers);
 }
 
 }  // namespace
@@ -281,14 +293,11 @@ void addPluginCommand(CLI::App& app, Invocation& invocation) {
         });
         return action;
     };
-    CLI::App* const list =
-        add("list", "List them",
-            [](const qrb::Context&, const PluginOptions& given) { listPlugins(given); });
-    list->add_flag("--json", options->json, "Write JSON, for programs");
+    add("list", "List them",
+        [](const qrb::Context&, const PluginOptions& given) { listPlugins(given); });
     CLI::App* const describe =
         add("describe", "Tell what one does, and its parameters",
             [](const qrb::Context&, const PluginOptions& given) { describePlugin(given); });
-    describe->add_flag("--json", options->json, "Write JSON, for programs");
     CLI::App* const run = add("run", "Run one on a database", runPlugin);
     for (CLI::App* const action : {describe, run}) {
         action

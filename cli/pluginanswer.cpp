@@ -1,6 +1,8 @@
 #include "cli/pluginanswer.h"
 
 #include "cli/errors.h"
+#include "cli/json.h"
+#include "cli/manner.h"
 #include "cli/output.h"
 #include "cli/text.h"
 #include "cli/texttable.h"
@@ -64,6 +66,30 @@ std::string tableText(const plugin::Table& table) {
     return text.text();
 }
 
+std::string resultJson(const Result& result) {
+    JsonText json;
+    json.beginObject();
+    json.member("title", result.title);
+    if (result.kind != Result::Kind::TABLE) {
+        json.member(result.kind == Result::Kind::FILE ? "file" : "text", result.text);
+        json.endObject();
+        return json.text();
+    }
+    std::vector<std::string> titles;
+    for (const plugin::Table::Column& column : result.table.columns) {
+        titles.push_back(column.title);
+    }
+    json.member("columns", titles);
+    json.key("rows");
+    json.beginArray();
+    for (const std::vector<std::string>& row : result.table.rows) {
+        json.value(row);
+    }
+    json.endArray();
+    json.endObject();
+    return json.text();
+}
+
 }  // namespace
 
 std::vector<plugin::Script> embeddedScripts() {
@@ -84,7 +110,15 @@ PluginAnswer::PluginAnswer(const std::string& title, const std::string& folder)
 }
 
 void PluginAnswer::printed(std::string_view text) {
-    std::fputs(printable(text).c_str(), stderr);
+    if (!manner().json) {
+        std::fputs(printable(text).c_str(), stderr);
+        return;
+    }
+    JsonText json;
+    json.beginObject();
+    json.member("printed", text);
+    json.endObject();
+    std::fprintf(stderr, "%s\n", json.compact().c_str());
 }
 
 void PluginAnswer::progressed(double fraction, const std::string& /*text*/) {
@@ -109,6 +143,12 @@ void PluginAnswer::resulted(Result result) {
 }
 
 void PluginAnswer::show(const Result& result) {
+    const bool canBeShown = result.kind == Result::Kind::TEXT ||
+                            result.kind == Result::Kind::TABLE || result.kind == Result::Kind::FILE;
+    if (manner().json && canBeShown) {
+        print(resultJson(result));
+        return;
+    }
     const std::string title = result.title.empty() ? "" : printable(result.title) + "\n";
     switch (result.kind) {
         case Result::Kind::TEXT:

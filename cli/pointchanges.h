@@ -12,7 +12,6 @@ namespace tarvo::cli {
 constexpr std::uint32_t changeBatch = 1 << 18;
 
 // Writes how many points were changed ("removed", ...), and how many of those named there are not.
-void printChanged(std::uint64_t points, std::uint64_t missing, const std::string& verb,
-                  bool asJson);
+void printChanged(std::uint64_t points, std::uint64_t missing, const std::string& verb);
 
 }  // namespace tarvo::cli

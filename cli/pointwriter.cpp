@@ -14,6 +14,9 @@ public:
 protected:
     void endLine() {
         m_line += '\n';
+        writeLine();
+    }
+    void writeLine() {
         m_output.write(m_line);
         m_line.clear();
     }
@@ -67,6 +70,12 @@ public:
     using TextWriter::TextWriter;
     void begin() override {}
     void point(std::uint32_t row) override {
+        object(row);
+        endLine();
+    }
+
+protected:
+    void object(std::uint32_t row) {
         m_line += '{';
         for (std::size_t i = 0; i < columns().size(); ++i) {
             const bool isElement = columns()[i].name != columns()[i].attribute;
@@ -89,8 +98,37 @@ public:
             m_line += isElement && closes && !alone ? "]" : "";
         }
         m_line += '}';
-        endLine();
     }
+};
+
+class JsonArrayWriter : public JsonLinesWriter {
+public:
+    using JsonLinesWriter::JsonLinesWriter;
+    ~JsonArrayWriter() override {
+        if (m_isOpen) {
+            m_output.breakOff(closing);
+        }
+    }
+    void begin() override {
+        m_isOpen = true;
+        m_line = "[";
+    }
+    void point(std::uint32_t row) override {
+        m_line += m_isFirst ? "\n" : ",\n";
+        m_isFirst = false;
+        object(row);
+        writeLine();
+    }
+    void end() override {
+        m_isOpen = false;
+        m_line += closing;
+        writeLine();
+    }
+
+private:
+    static constexpr const char* closing = "\n]\n";
+    bool m_isOpen = false;
+    bool m_isFirst = true;
 };
 
 }  // namespace
@@ -99,6 +137,9 @@ std::unique_ptr<PointWriter> makePointWriter(const std::string& format,
                                              const core::PointPages& points, Output& output) {
     if (format == "jsonl") {
         return std::make_unique<JsonLinesWriter>(points, output);
+    }
+    if (format == "json") {
+        return std::make_unique<JsonArrayWriter>(points, output);
     }
     return std::make_unique<TableWriter>(points, output);
 }

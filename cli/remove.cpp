@@ -23,7 +23,6 @@ struct RemoveOptions {
     std::string filter;
     std::string ids;
     bool all = false;
-    bool json = false;
 };
 
 struct RemoveResult {
@@ -107,7 +106,7 @@ void runRemove(Database& database, const RemoveOptions& options) {
         result = options.ids.empty() ? removeBySelection(database, options.filter)
                                      : removeByIds(database, ids);
     });
-    printChanged(result.removed, result.missing, "removed", options.json);
+    printChanged(result.removed, result.missing, "removed");
 }
 
 }  // namespace
@@ -128,7 +127,6 @@ void addRemoveCommand(CLI::App& app, Invocation& invocation) {
         ->check(given);
     which->add_flag("--all", options->all, "All points");
     which->require_option(1);
-    command->add_flag("--json", options->json, "Write the numbers as JSON");
     command->footer(
         "Examples:\n"
         "  qrbtool remove scan.qrbx --filter \"tarvo.class == 7\"\n"

@@ -1,11 +1,12 @@
 // qrbtool schema: file schemas, and databases made from them.
 
 #include "catalogue/catalogue.h"
+#include "cli/answer.h"
 #include "cli/commands.h"
 #include "cli/errors.h"
 #include "cli/fileschema.h"
 #include "cli/json.h"
-#include "cli/options.h"
+#include "cli/manner.h"
 #include "cli/output.h"
 #include "cli/textfile.h"
 #include "cli/texttable.h"
@@ -20,7 +21,6 @@ namespace tarvo::cli {
 namespace {
 
 struct SchemaOptions {
-    bool json = false;
     std::string schema;
     std::string file;
     std::string settings;
@@ -28,7 +28,7 @@ struct SchemaOptions {
     bool overwrite = false;
 };
 
-void listSchemas(bool asJson) {
+void listSchemas() {
     JsonText json;
     json.beginArray();
     TextTable table({{"Identifier"}, {"Extension"}});
@@ -37,7 +37,7 @@ void listSchemas(bool asJson) {
         table.add({entry.identifier, entry.extension});
     }
     json.endArray();
-    print(asJson ? json.text() : table.text());
+    print(manner().json ? json.text() : table.text());
 }
 
 void showSchema(const std::string& identifier) {
@@ -55,7 +55,8 @@ void createBySchema(const qrb::Context& context, const SchemaOptions& options) {
     core::NewDatabase database(context, options.file, options.overwrite, overwriteAdvice);
     database.create(settings, schema, options.optionals);
     database.publish();
-    print("\"" + options.file + "\" is made.\n");
+    answer("\"" + options.file + "\" is made.",
+           [&](JsonText& json) { json.member("database", options.file); });
 }
 
 }  // namespace
@@ -65,12 +66,10 @@ void addSchemaCommand(CLI::App& app, Invocation& invocation) {
     CLI::App* const command =
         app.add_subcommand("schema", "List file schemas, make empty databases from them");
     command->require_subcommand(0, 1);
-    const auto list = [options, &invocation] {
-        invocation.run = [options](const qrb::Context&) { listSchemas(options->json); };
+    const auto list = [&invocation] {
+        invocation.run = [](const qrb::Context&) { listSchemas(); };
     };
-    addJson(*command, options->json);
     CLI::App* const listing = command->add_subcommand("list", "List them (the default)");
-    addJson(*listing, options->json);
     listing->callback(list);
     CLI::App* const show = command->add_subcommand("show", "Write one (JSON)");
     show->add_option("identifier", options->schema, "Its identifier")

@@ -1,8 +1,11 @@
 // qrbtool select: reads points.
 
+#include "cli/attributenames.h"
 #include "cli/commands.h"
 #include "cli/database.h"
 #include "cli/errors.h"
+#include "cli/json.h"
+#include "cli/manner.h"
 #include "cli/number.h"
 #include "cli/options.h"
 #include "cli/output.h"
@@ -39,12 +42,20 @@ struct SelectOptions {
     std::string output;
 };
 
-// What the points are written as: a name promises csv or jsonl by its extension.
+// What the points are written as: a name promises csv, json or jsonl by its extension.
 std::string formatOf(const SelectOptions& options) {
     std::string extension = files::nameOf(files::pathOf(options.output).extension());
     std::ranges::transform(extension, extension.begin(),
                            [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    if (extension != ".csv" && extension != ".jsonl") {
+    if (manner().json && isStandardOutput(options.output)) {
+        if (!options.format.empty() && options.format != "json") {
+            throw UsageError(
+                "With --json points are written as JSON, not as " + options.format + ".",
+                "Leave one of --json and --format out, or name a file with --output.");
+        }
+        return "json";
+    }
+    if (extension != ".csv" && extension != ".json" && extension != ".jsonl") {
         return options.format.empty() ? "table" : options.format;
     }
     const std::string promised = extension.substr(1);
@@ -60,10 +71,6 @@ std::vector<core::PointColumn> columnsOf(const qrb::Pointcloud& cloud, const std
     const auto& attributes = cloud.pointAttributes();
     const std::size_t open = text.find('[');
     const std::string name = text.substr(0, open);
-    if (!attributes.exists(name)) {
-        throw Failure("There is no attribute \"" + name + "\" in the file.",
-                      "\"qrbtool info\" lists the attributes.");
-    }
     const auto definition = attributes.get(name);
     std::vector<core::PointColumn> columns = core::columnsOf(definition);
     if (open == std::string::npos) {
@@ -82,8 +89,10 @@ std::vector<core::PointColumn> columnsOf(const qrb::Pointcloud& cloud, const std
 std::vector<core::PointColumn> selectedColumns(const qrb::Pointcloud& cloud,
                                                const SelectOptions& options) {
     std::vector<core::PointColumn> columns;
-    for (const std::string& name :
-         options.attributes.empty() ? cloud.pointAttributes().list() : options.attributes) {
+    const auto& attributes = cloud.pointAttributes();
+    for (const std::string& name : options.attributes.empty()
+                                       ? attributes.list()
+                                       : attributesNamed({&attributes}, options.attributes)) {
         for (core::PointColumn& column : columnsOf(cloud, name)) {
             columns.push_back(std::move(column));
         }
@@ -139,7 +148,19 @@ std::uint64_t writePoints(const qrb::Pointcloud& cloud, const SelectOptions& opt
         }
         total += count;
     }
+    writer->end();
     return total;
+}
+
+std::string countText(std::uint64_t count, bool asJson) {
+    if (!asJson) {
+        return std::to_string(count) + "\n";
+    }
+    JsonText json;
+    json.beginObject();
+    json.member("points", count);
+    json.endObject();
+    return json.text();
 }
 
 void runSelect(const Database& database, const SelectOptions& options) {
@@ -148,7 +169,8 @@ void runSelect(const Database& database, const SelectOptions& options) {
         Output output(database, options.output);
         if (options.count) {
             auto query = selectionOf(options).query(database.cloud());
-            output.write(std::to_string(countPoints(query, options.limit)) + "\n");
+            output.write(countText(countPoints(query, options.limit),
+                                   manner().json && isStandardOutput(options.output)));
         } else if (writePoints(database.cloud(), options, format, output) == 0 &&
                    output.replacesFile()) {
             // Rather a filter that is mistyped than a table that nobody wants any more.
@@ -170,8 +192,10 @@ void addSelectCommand(CLI::App& app, Invocation& invocation) {
     CLI::Option* const nodes =
         addNodes(*command, options->nodes, "Nodes of the point index whose points are read");
     command
-        ->add_option("-a,--attributes", options->attributes,
-                     "Attributes, or elements such as tarvo.xyz[2], to write (default: all)")
+        ->add_option(
+            "-a,--attributes", options->attributes,
+            "Attributes, elements such as tarvo.xyz[2], or patterns such as 'tarvo.*', to write "
+            "(default: all)")
         ->type_name("NAMES")
         ->delimiter(',')
         ->allow_extra_args(false);
@@ -183,12 +207,13 @@ void addSelectCommand(CLI::App& app, Invocation& invocation) {
         ->add_option("--format", options->format,
                      "How points are written (default: as the extension of the output says, else "
                      "table)")
-        ->check(CLI::IsMember({"table", "csv", "jsonl"}));
+        ->check(CLI::IsMember({"table", "csv", "json", "jsonl"}));
     command->add_option("-o,--output", options->output, "File to write (default: the terminal)")
         ->type_name("FILE");
     command->footer(
         "Numbers have the decimals of their attribute's resolution. csv has a header line;\n"
-        "\"qrbtool import\" reads it back. jsonl is one JSON object per line.\n"
+        "\"qrbtool import\" reads it back. json is an array with an object per\n"
+        "point, jsonl an object per line.\n"
         "\n"
         "Examples:\n"
         "  qrbtool select scan.qrbx --limit 10\n"

@@ -1,6 +1,7 @@
 // qrbtool split: the points of a database in many files, each point in one.
 
 #include "exchange/database/split.h"
+#include "cli/answer.h"
 #include "cli/commands.h"
 #include "cli/database.h"
 #include "cli/errors.h"
@@ -195,8 +196,13 @@ void runSplit(const Database& database, const SplitCommand& command) {
     }
     made.publish();
     note(std::vector<std::string>(notes.begin(), notes.end()));
-    print(counted(points, "point") + " written to " + counted(parts.size(), "file") + " in \"" +
-          command.folder + "\".\n");
+    answer(counted(points, "point") + " written to " + counted(parts.size(), "file") + " in \"" +
+               command.folder + "\".",
+           [&](JsonText& json) {
+               json.member("points", points);
+               json.member("folder", command.folder);
+               json.member("files", names);
+           });
 }
 
 }  // namespace

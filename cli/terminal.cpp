@@ -1,7 +1,10 @@
 #include "cli/terminal.h"
 
 #include "cli/errors.h"
+#include "cli/json.h"
+#include "cli/manner.h"
 #include "cli/text.h"
+#include "numbers/numbertext.h"
 
 #include <algorithm>
 #include <csignal>
@@ -88,7 +91,18 @@ int interruptSignal() {
 }
 
 void note(const std::string& text) {
-    std::fprintf(stderr, "qrbtool: %s\n", oneLine(text).c_str());
+    if (manner().quiet) {
+        return;
+    }
+    if (!manner().json) {
+        std::fprintf(stderr, "qrbtool: %s\n", oneLine(text).c_str());
+        return;
+    }
+    JsonText json;
+    json.beginObject();
+    json.member("note", text);
+    json.endObject();
+    std::fprintf(stderr, "%s\n", json.compact().c_str());
 }
 
 void note(const std::vector<std::string>& texts) {
@@ -97,13 +111,26 @@ void note(const std::vector<std::string>& texts) {
     }
 }
 
+void noteStep(const std::string& text, std::chrono::steady_clock::time_point begin) {
+    if (!manner().verbose) {
+        return;
+    }
+    const std::chrono::duration<double> time = std::chrono::steady_clock::now() - begin;
+    std::string seconds;
+    numbers::appendFixed(seconds, time.count(), 3);
+    note(text + ": " + seconds + " s");
+}
+
 ProgressLine::ProgressLine(std::string label)
-    : m_label(oneLine(label)), m_terminal(errorIsTerminal()) {}
+    : m_label(oneLine(label)),
+      m_terminal(errorIsTerminal() && !manner().quiet),
+      m_begin(std::chrono::steady_clock::now()) {}
 
 ProgressLine::~ProgressLine() {
     if (m_shown) {
         std::fputs("\r\033[K", stderr);
     }
+    noteStep(m_label, m_begin);
 }
 
 void ProgressLine::update(double fraction) {

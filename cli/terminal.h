@@ -29,11 +29,14 @@ public:
     InterruptsEnd& operator=(const InterruptsEnd&) = delete;
 };
 
-// Lines on standard error, beside the answer. They may hold texts from files.
+// Lines on standard error, beside the answer, as the manner says. They may hold texts from files.
 void note(const std::string& text);
 void note(const std::vector<std::string>& texts);
+// What was done since it began, for those who want to know: "TEXT: 1.250 s".
+void noteStep(const std::string& text, std::chrono::steady_clock::time_point begin);
 
-// A line "label 42 %" on standard error while it is a terminal; gone with the object.
+// A line "label 42 %" on standard error while it is a terminal; gone with the object, which notes
+// the step then.
 class ProgressLine {
 public:
     explicit ProgressLine(std::string label);
@@ -48,6 +51,7 @@ private:
     std::string m_label;
     bool m_terminal = false;
     bool m_shown = false;
+    std::chrono::steady_clock::time_point m_begin;
     std::chrono::steady_clock::time_point m_last;
 };
 

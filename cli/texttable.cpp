@@ -1,6 +1,8 @@
 #include "cli/texttable.h"
 
+#include "cli/manner.h"
 #include "cli/text.h"
+#include "core/sizetext.h"
 
 #include <algorithm>
 #include <utility>
@@ -73,6 +75,10 @@ std::string labelled(std::string_view label, std::string_view text) {
 
 std::string counted(std::uint64_t count, std::string_view noun) {
     return std::to_string(count) + " " + std::string(noun) + (count == 1 ? "" : "s");
+}
+
+std::string sizeInWords(std::uint64_t bytes) {
+    return manner().bytes ? counted(bytes, "byte") : core::sizeText(bytes);
 }
 
 }  // namespace tarvo::cli

@@ -35,4 +35,7 @@ std::string labelled(std::string_view label, std::string_view text);
 // "1 point", "2 points".
 std::string counted(std::uint64_t count, std::string_view noun);
 
+// A size as the manner says: "1.50 MB" or "1572864 bytes".
+std::string sizeInWords(std::uint64_t bytes);
+
 }  // namespace tarvo::cli

@@ -6,6 +6,7 @@
 #include "cli/json.h"
 #include "cli/key.h"
 #include "cli/output.h"
+#include "cli/parsefault.h"
 #include "cli/terminal.h"
 #include "cli/transactions.h"
 #include "cli/words.h"
@@ -13,6 +14,7 @@
 #include <CLI/CLI.hpp>
 
 #include <memory>
+#include <optional>
 
 namespace tarvo::cli {
 
@@ -63,17 +65,20 @@ std::unique_ptr<Step> parseStep(const std::string& text) {
     app.set_help_flag();
     app.require_subcommand(1);
     app.fallthrough();
+    addMannerOptions(app, step->invocation.manner);
     addCommandsWithinTransaction(app, step->invocation);
     try {
         app.parse(std::vector<std::string>(words.rbegin(), words.rend()));
     } catch (const CLI::ParseError& error) {
         std::string names;
-        for (const CLI::App* const command : app.get_subcommands({})) {
-            names += (names.empty() ? "" : ", ") + command->get_name();
+        for (const std::string& name : subcommandNames(app)) {
+            names += (names.empty() ? "" : ", ") + name;
         }
-        throw UsageError("The command \"" + step->line +
-                             "\" can't be understood: " + withoutKeys(error.what(), words),
-                         "It is a command without the name of the database, one of " + names + ".");
+        const UsageError fault = faultOf(app, error, words);
+        throw UsageError("The command \"" + step->line + "\" can't be understood: " + fault.what(),
+                         fault.details() +
+                             "\nIt is a command without the name of the database, one of " + names +
+                             ".");
     }
     return step;
 }
@@ -89,10 +94,15 @@ void runSteps(Database& database, const RunOptions& options,
     }
     settings.endArray();
     settings.endObject();
+    std::optional<AnswerList> answers;
+    if (manner().json) {
+        answers.emplace("{\"answers\": [\n");
+    }
     const std::uint32_t id = database.changeTogether(
         {options.title, options.comment, settings.compact(), options.key.signature()}, [&] {
             for (const auto& step : steps) {
                 checkInterrupted();
+                const MannerScope scope(added(manner(), step->invocation.manner));
                 try {
                     step->invocation.work(database);
                 } catch (...) {
@@ -101,6 +111,10 @@ void runSteps(Database& database, const RunOptions& options,
                 }
             }
         });
+    if (answers) {
+        answers->close("],\n\"transaction\": " + (id == 0 ? "null" : std::to_string(id)) + "}\n");
+        return;
+    }
     print(id == 0 ? "Nothing is changed, and no transaction committed.\n"
                   : "Transaction " + std::to_string(id) + " is committed.\n");
 }

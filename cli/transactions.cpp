@@ -3,13 +3,15 @@
 #include "cli/transactions.h"
 
 #include "cli/actions.h"
+#include "cli/answer.h"
 #include "cli/commands.h"
 #include "cli/database.h"
 #include "cli/json.h"
+#include "cli/manner.h"
 #include "cli/number.h"
-#include "cli/options.h"
 #include "cli/output.h"
 #include "cli/texttable.h"
+#include "core/sizetext.h"
 
 #include <CLI/CLI.hpp>
 
@@ -23,12 +25,11 @@ using qrb::pointcloud::Transaction;
 using qrb::pointcloud::Transactions;
 
 struct TransactionOptions {
-    bool json = false;
     std::uint32_t id = 0;  // 0: the current one
     std::vector<std::uint32_t> ids;
 };
 
-void listTransactions(const Transactions& transactions, bool asJson) {
+void listTransactions(const Transactions& transactions) {
     const std::uint32_t current = transactions.current();
     JsonText json;
     json.beginArray();
@@ -46,14 +47,14 @@ void listTransactions(const Transactions& transactions, bool asJson) {
         table.add({id == current ? "*" : "", std::to_string(id), one.stop, one.title, one.agent});
     }
     json.endArray();
-    print(asJson ? json.text() : table.text());
+    print(manner().json ? json.text() : table.text());
 }
 
 void showTransaction(const Transactions& transactions, const TransactionOptions& options) {
     const std::uint32_t current = transactions.current();
     const Transaction one = transactions.details(options.id == 0 ? current : options.id);
     const std::uint64_t size = transactions.size({one.id});
-    if (options.json) {
+    if (manner().json) {
         JsonText json;
         json.beginObject();
         json.member("id", one.id);
@@ -74,21 +75,26 @@ void showTransaction(const Transactions& transactions, const TransactionOptions&
     print(labelled("Number", std::to_string(one.id) + (one.id == current ? " (current)" : "")) +
           labelled("Title", one.title) + labelled("Agent", one.agent) +
           labelled("Library", one.qrb) + labelled("Begun", one.start) +
-          labelled("Committed", one.stop) + labelled("Alone holds", counted(size, "byte")) +
+          labelled("Committed", one.stop) + labelled("Alone holds", sizeInWords(size)) +
           labelled("Comments", one.comments) +
           labelled("Settings", settings.empty() ? one.settings : settings));
 }
 
 void restoreTransaction(Transactions& transactions, std::uint32_t id) {
     transactions.restore(id);
-    print("The database is at transaction " + std::to_string(id) + ".\n");
+    answer("The database is at transaction " + std::to_string(id) + ".",
+           [&](JsonText& json) { json.member("current", id); });
 }
 
 void discardTransactions(Transactions& transactions, const std::vector<std::uint32_t>& ids) {
     const std::uint64_t size = transactions.size(ids);
     transactions.discard(ids);
-    print(counted(ids.size(), "transaction") + " forgotten, about " + counted(size, "byte") +
-          " for vacuum to give back.\n");
+    answer(counted(ids.size(), "transaction") + " forgotten, about " + sizeInWords(size) +
+               " for vacuum to give back.",
+           [&](JsonText& json) {
+               json.member("forgotten", static_cast<std::uint64_t>(ids.size()));
+               json.member("size", size);
+           });
 }
 
 }  // namespace
@@ -109,18 +115,16 @@ void addTransactionsCommand(CLI::App& app, Invocation& invocation) {
             ->transform(wholeNumber(1))
             ->required();
     };
-    const auto list = [](Database& database, const TransactionOptions& given) {
-        listTransactions(database.cloud().transactions(), given.json);
+    const auto list = [](Database& database, const TransactionOptions&) {
+        listTransactions(database.cloud().transactions());
     };
-    addJson(*command, actions->json);
-    addJson(*actions.add("list", "List them (the default)", list), actions->json);
+    actions.add("list", "List them (the default)", list);
 
     CLI::App* const show = actions.add("show", "Tell all about one",
                                        [](Database& database, const TransactionOptions& given) {
                                            showTransaction(database.cloud().transactions(), given);
                                        });
     addNumber(*show, "Its number (default: the current one)");
-    addJson(*show, actions->json);
     addNumber(*actions.add("restore", "Make the state after it the current one",
                            [](Database& database, const TransactionOptions& given) {
                                restoreTransaction(database.cloud().transactions(), given.id);
@@ -131,11 +135,12 @@ void addTransactionsCommand(CLI::App& app, Invocation& invocation) {
                             [](Database& database, const TransactionOptions& given) {
                                 discardTransactions(database.cloud().transactions(), given.ids);
                             }));
-    addNumbers(*actions.add("size", "Tell the bytes that only these hold",
+    addNumbers(*actions.add("size", "Tell how much only these hold",
                             [](Database& database, const TransactionOptions& given) {
                                 const std::uint64_t size =
                                     database.cloud().transactions().size(given.ids);
-                                print(std::to_string(size) + "\n");
+                                answer(manner().bytes ? std::to_string(size) : core::sizeText(size),
+                                       [&](JsonText& json) { json.member("size", size); });
                             }));
 
     addTransactionRunCommand(*command, invocation);

@@ -27,7 +27,6 @@ struct UpdateOptions {
     std::string nodes;
     bool hasNodes = false;
     bool round = false;
-    bool json = false;
 };
 
 std::string updateSettings(const UpdateOptions& options) {
@@ -108,7 +107,7 @@ void runUpdate(Database& database, const UpdateOptions& options) {
             changed = fillPoints(database, options);
         }
     });
-    printChanged(changed, missing, "changed", options.json);
+    printChanged(changed, missing, "changed");
 }
 
 }  // namespace
@@ -139,7 +138,6 @@ void addUpdateCommand(CLI::App& app, Invocation& invocation) {
         ->add_flag("--round", options->round,
                    "Store values that are finer than the resolution of an attribute rounded")
         ->excludes(invert);
-    command->add_flag("--json", options->json, "Write the numbers as JSON");
     command->footer(
         "What is selected is settled before anything changes. Attributes must hold every value:\n"
         "none is cut off, and none rounded without --round. A table names a point by its id, and\n"

@@ -18,7 +18,6 @@ namespace {
 struct ValidateOptions {
     std::string schema;  // empty: by the name of the file
     bool strict = false;
-    bool json = false;
 };
 
 void runValidate(const Database& database, ValidateOptions options) {
@@ -31,7 +30,7 @@ void runValidate(const Database& database, ValidateOptions options) {
         note("Comparing with the file schema \"" + options.schema + "\".");
     }
     const std::string schema = fileSchemaText(options.schema);
-    reportFindings(database.cloud().management().findings(schema, options.strict), options.json);
+    reportFindings(database.cloud().management().findings(schema, options.strict));
 }
 
 }  // namespace
@@ -45,7 +44,6 @@ void addValidateCommand(CLI::App& app, Invocation& invocation) {
                      "Identifier of a default file schema, or a file (default: by the extension)")
         ->type_name("SCHEMA");
     command->add_flag("--strict", options->strict, "Also tell what the schema does not name");
-    command->add_flag("--json", options->json, "Write the problems as JSON");
     command->footer(
         "Writes a line per problem, and ends with 1 if there are any.\n"
         "\n"

@@ -8,9 +8,9 @@ namespace tarvo::core {
 namespace {
 
 // Bytes; each point is read once, so that little is worth keeping.
-constexpr std::uint64_t cacheSize = 128u << 20;
+constexpr std::uint64_t usualCacheSize = 128u << 20;
 
-void open(qrb::Pointcloud& database, StateName& name) {
+void open(qrb::Pointcloud& database, StateName& name, std::uint64_t cacheSize) {
     qrb::pointcloud::OpenSettings settings(database.context());
     settings.cacheSize = cacheSize;
     settings.readOnly = true;
@@ -36,11 +36,12 @@ void open(qrb::Pointcloud& database, StateName& name) {
 }  // namespace
 
 ComparedStates::ComparedStates(const qrb::Context& context, const StateName& before,
-                               const StateName& after)
+                               const StateName& after, std::optional<std::uint64_t> cacheSize)
     : m_nameBefore(before), m_nameAfter(after), m_before(context), m_after(context) {
     const auto identity = files::identityOf(before.file);
-    open(m_before, m_nameBefore);
-    open(m_after, m_nameAfter);
+    const std::uint64_t bytes = cacheSize.value_or(usualCacheSize);
+    open(m_before, m_nameBefore, bytes);
+    open(m_after, m_nameAfter, bytes);
     // Neither name led elsewhere while both were opened.
     m_ofOneFile = identity && files::identityOf(before.file) == identity &&
                   files::identityOf(after.file) == identity &&

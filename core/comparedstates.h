@@ -4,6 +4,7 @@
 #include "qrb/pointcloud.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace tarvo::core {
@@ -17,7 +18,8 @@ class ComparedStates {
 public:
     // Opens both on the context. They stay as they are, whatever becomes current meanwhile. Throws
     // qrb::Error for what can't be opened.
-    ComparedStates(const qrb::Context& context, const StateName& before, const StateName& after);
+    ComparedStates(const qrb::Context& context, const StateName& before, const StateName& after,
+                   std::optional<std::uint64_t> cacheSize = std::nullopt);
 
     const qrb::Pointcloud& before() const { return m_before; }
     const qrb::Pointcloud& after() const { return m_after; }

@@ -39,7 +39,7 @@ TEST_F(Command, WordsThatAreOffEndWithTwo) {
     EXPECT_EQ(run("import --help").code, 0);
     EXPECT_EQ(run("--version").output, "qrbtool " QRB_TEST_VERSION "\n");
     for (const char* words :
-         {"", "nonsense", "import a.las", "info", "select --format xml a", "sample -n many a"}) {
+         {"nonsense", "import a.las", "info", "select --format xml a", "sample -n many a"}) {
         const Result result = run(words);
         EXPECT_EQ(result.code, 2) << words;
         EXPECT_EQ(result.output.substr(0, 9), "qrbtool: ") << words;

@@ -1,5 +1,6 @@
 #include "window/common/textformat.h"
 
+#include "core/sizetext.h"
 #include "core/valueformat.h"
 #include "version.h"
 
@@ -9,14 +10,7 @@
 namespace tarvo::window {
 
 QString humanReadableSize(std::uint64_t bytes) {
-    static const char* const units[] = {"B", "KB", "MB", "GB", "TB"};
-    double value = static_cast<double>(bytes);
-    int unit = 0;
-    while (value >= 1024.0 && unit < 4) {
-        value /= 1024.0;
-        ++unit;
-    }
-    return QString::number(value, 'f', unit == 0 ? 0 : 2) + ' ' + units[unit];
+    return QString::fromStdString(core::sizeText(bytes));
 }
 
 QString durationText(std::int64_t milliseconds) {

@@ -1,0 +1,162 @@
+#include "cli/completion.h"
+
+#include <algorithm>
+
+namespace tarvo::cli {
+
+namespace {
+
+constexpr const char* bashFunctions = R"SCRIPT(
+# The names of the attributes of the first database among the words.
+_qrbtool_attributes() {
+    local file
+    for file in "${COMP_WORDS[@]:1}"; do
+        file=${file//\\/}
+        if [[ -f $file ]]; then
+            "$1" attributes "$file" list 2>/dev/null | sed '1d; s/ .*//'
+            return
+        fi
+    done
+}
+
+_qrbtool() {
+    local word=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD-1]}
+    local path='' commands='' options='' valued='' arguments='' kind='' choices='' i front=''
+    COMPREPLY=()
+    # "--option=value" are three words.
+    if [[ $word == '=' ]]; then
+        word=''
+    elif [[ $previous == '=' ]] && ((COMP_CWORD > 1)); then
+        previous=${COMP_WORDS[COMP_CWORD-2]}
+    fi
+    _qrbtool_describe ''
+    for ((i = 1; i < COMP_CWORD; i++)); do
+        case ${COMP_WORDS[i]} in
+            -*)
+                if [[ " $valued " == *" ${COMP_WORDS[i]} "* ]]; then
+                    [[ ${COMP_WORDS[i+1]-} == '=' ]] && ((i++))
+                    ((i++))
+                fi
+                ;;
+            *)
+                if [[ " $commands " == *" ${COMP_WORDS[i]} "* ]]; then
+                    path+=${path:+ }${COMP_WORDS[i]}
+                    _qrbtool_describe "$path"
+                fi
+                ;;
+        esac
+    done
+    if [[ " $valued " == *" $previous "* ]]; then
+        _qrbtool_value "$path" "$previous"
+    elif [[ $word == -* ]]; then
+        kind=choice choices=$options
+    else
+        kind=$arguments choices=$commands
+    fi
+    case $kind in
+        attributes)
+            choices=$(_qrbtool_attributes "$1")
+            [[ $word == *,* ]] && front=${word%,*},
+            word=${word##*,}
+            compopt -o nospace 2>/dev/null
+            ;;
+        file)
+            compopt -o filenames 2>/dev/null
+            mapfile -t COMPREPLY < <(compgen -f -- "$word")
+            ;;
+        folder)
+            compopt -o filenames 2>/dev/null
+            mapfile -t COMPREPLY < <(compgen -d -- "$word")
+            ;;
+    esac
+    local IFS=$' \n'
+    mapfile -t -O "${#COMPREPLY[@]}" COMPREPLY < <(compgen -P "$front" -W "$choices" -- "$word")
+}
+
+complete -F _qrbtool qrbtool
+)SCRIPT";
+
+std::string assigned(const char* variable, const std::vector<std::string>& words) {
+    return std::string(variable) + "=" + quotedWord(joinedWords(words));
+}
+
+// The case of one command in the function that tells its words.
+std::string bashWordsOf(const DescribedCommand& program, const DescribedCommand& command,
+                        const std::vector<DescribedOption>& general) {
+    std::vector<std::string> options;
+    std::vector<std::string> valued;
+    for (const auto* const list : {&command.options, &general}) {
+        for (const DescribedOption& option : *list) {
+            for (const std::string& name : option.names) {
+                // An own option hides the general one of its name.
+                if (std::ranges::find(options, name) == options.end()) {
+                    options.push_back(name);
+                    if (!option.value.empty()) {
+                        valued.push_back(name);
+                    }
+                }
+            }
+        }
+    }
+    const ValueKind kind = argumentKind(command);
+    std::vector<std::string> commands = namesOf(command.subcommands);
+    if (kind == ValueKind::COMMAND) {
+        commands = namesOf(program.subcommands);
+    }
+    for (const DescribedOption& argument : command.arguments) {
+        commands.insert(commands.end(), argument.choices.begin(), argument.choices.end());
+    }
+    return "        " + quotedWord(joinedWords(command.path)) + ")\n            " +
+           assigned("commands", commands) + "\n            " + assigned("options", options) +
+           "\n            " + assigned("valued", valued) +
+           "\n            arguments=" + kindName(kind) + "\n            ;;\n";
+}
+
+// The cases of options with values, in the function that tells those.
+std::string bashValuesOf(const std::string& path, const std::vector<DescribedOption>& options) {
+    std::string text;
+    for (const DescribedOption& option : options) {
+        if (option.kind == ValueKind::NOTHING || option.kind == ValueKind::TEXT) {
+            continue;
+        }
+        text += "        ";
+        for (std::size_t i = 0; i < option.names.size(); ++i) {
+            text += (i == 0 ? "" : " | ") + path + quotedWord(" " + option.names[i]);
+        }
+        text += std::string(") kind=") + kindName(option.kind) + " " +
+                assigned("choices", option.choices) + " ;;\n";
+    }
+    return text;
+}
+
+}  // namespace
+
+std::string bashCompletion(const DescribedCommand& program,
+                           const std::vector<DescribedOption>& general) {
+    std::string words;
+    std::string values;
+    for (const DescribedCommand* const command : allCommands(program)) {
+        words += bashWordsOf(program, *command, general);
+        values += bashValuesOf(quotedWord(joinedWords(command->path)), command->options);
+    }
+    values += bashValuesOf("*", general);
+    return "# bash completion for qrbtool, written by \"qrbtool completion bash\".\n"
+           "\n"
+           "# The words that may follow a command.\n"
+           "_qrbtool_describe() {\n"
+           "    case $1 in\n" +
+           words +
+           "    esac\n"
+           "}\n"
+           "\n"
+           "# What stands behind an option of a command.\n"
+           "_qrbtool_value() {\n"
+           "    kind=choice choices=''\n"
+           "    case \"$1 $2\" in\n" +
+           values +
+           "    esac\n"
+           "}\n" +
+           bashFunctions;
+}
+
+}  // namespace tarvo::cli

@@ -1,0 +1,132 @@
+#include "cli/completion.h"
+
+#include <algorithm>
+#include <set>
+
+namespace tarvo::cli {
+
+namespace {
+
+constexpr const char* fishFunctions = R"SCRIPT(
+# Whether the words before the cursor name this command, and no subcommand of it.
+function __qrbtool_at
+    set -l place
+    set -l skip 0
+    for word in (commandline -opc)[2..-1]
+        if test $skip = 1
+            set skip 0
+        else if contains -- $word $__qrbtool_valued
+            set skip 1
+        else if not string match -q -- '-*' $word; and contains -- (string join ' ' $place $word) $__qrbtool_commands
+            set -a place $word
+        end
+    end
+    test "$argv[1]" = (string join ' ' $place)
+end
+
+# The names of the attributes of the first database among the words, behind those before a comma.
+function __qrbtool_attributes
+    set -l front (string match -r '^.*,' -- (commandline -ct))
+    set -l program (commandline -opc)[1]
+    for word in (commandline -opc)[2..-1]
+        if test -f "$word"
+            for name in ($program attributes $word list 2>/dev/null | sed '1d; s/ .*//')
+                echo $front$name
+            end
+            return
+        end
+    end
+end
+
+)SCRIPT";
+
+// In single quotes fish knows \' and \\ only.
+std::string fishWord(const std::string& text) {
+    std::string word = "'";
+    for (const char c : text) {
+        word += c == '\'' || c == '\\' ? std::string("\\") + c : std::string(1, c);
+    }
+    return word + "'";
+}
+
+std::string valueWords(const DescribedOption& option) {
+    switch (option.kind) {
+        case ValueKind::NOTHING:
+            return "";
+        case ValueKind::FILE:
+            return " -r -F";
+        case ValueKind::FOLDER:
+            return " -x -a '(__fish_complete_directories)'";
+        case ValueKind::ATTRIBUTES:
+            return " -x -a '(__qrbtool_attributes)'";
+        default:
+            return " -x" +
+                   (option.choices.empty() ? "" : " -a " + fishWord(joinedWords(option.choices)));
+    }
+}
+
+std::string optionLines(const std::string& front, const std::vector<DescribedOption>& options) {
+    std::string text;
+    for (const DescribedOption& option : options) {
+        text += front;
+        for (const std::string& name : option.names) {
+            text += name.starts_with("--") ? " -l " + name.substr(2) : " -s " + name.substr(1);
+        }
+        text += valueWords(option) + " -d " + fishWord(option.description) + "\n";
+    }
+    return text;
+}
+
+std::string commandLines(const DescribedCommand& program, const DescribedCommand& command) {
+    const std::string front =
+        "complete -c qrbtool -n " + fishWord("__qrbtool_at " + fishWord(joinedWords(command.path)));
+    std::string text;
+    const ValueKind kind = argumentKind(command);
+    for (const DescribedCommand& one :
+         kind == ValueKind::COMMAND ? program.subcommands : command.subcommands) {
+        text += front + " -a " + one.path.back() + " -d " + fishWord(one.description) + "\n";
+    }
+    for (const DescribedOption& argument : command.arguments) {
+        text += argument.choices.empty()
+                    ? ""
+                    : front + " -a " + fishWord(joinedWords(argument.choices)) + "\n";
+    }
+    if (kind == ValueKind::FILE) {
+        text += front + " -F\n";
+    } else if (kind == ValueKind::FOLDER) {
+        text += front + " -a '(__fish_complete_directories)'\n";
+    }
+    return text + optionLines(front, command.options);
+}
+
+}  // namespace
+
+std::string fishCompletion(const DescribedCommand& program,
+                           const std::vector<DescribedOption>& general) {
+    std::set<std::string> valued;
+    std::set<std::string> flags;
+    std::string paths;
+    std::string lines;
+    for (const DescribedCommand* const command : allCommands(program)) {
+        for (const auto* const list : {&command->options, &general}) {
+            for (const DescribedOption& option : *list) {
+                (option.value.empty() ? flags : valued)
+                    .insert(option.names.begin(), option.names.end());
+            }
+        }
+        paths += command->path.empty() ? "" : " " + fishWord(joinedWords(command->path));
+        lines += commandLines(program, *command);
+    }
+    std::string valuedWords;
+    for (const std::string& name : valued) {
+        // What is a flag with some commands is taken for one.
+        valuedWords += flags.contains(name) ? "" : " " + name;
+    }
+    return "# fish completion for qrbtool, written by \"qrbtool completion fish\".\n"
+           "\n"
+           "set -g __qrbtool_commands" +
+           paths + "\nset -g __qrbtool_valued" + valuedWords + "\n" + fishFunctions +
+           "complete -c qrbtool -f\n" + optionLines("complete -c qrbtool", general) + lines;
+}
+
+}  // namespace tarvo::cli
