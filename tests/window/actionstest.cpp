@@ -86,6 +86,10 @@ const Expected actions[] = {
     {"actionQuerySelectCopyFilter", "Copy a filter of the rows", "", "", "qr"},
     {"actionQuerySelectFind", "Find", "Ctrl+F", "", "qr"},
     {"actionQuerySelectCount", "Count", "F4", "count", open},
+    {"actionQuerySelectCopyColumn", "Copy column", "", "", "qr"},
+    {"actionQuerySelectCopyCellFilter", "Copy a filter of the value", "", "", "qr"},
+    {"actionPointNames", "Show names of values", "", "", always},
+    {"actionPointValues", "Show values of the point", "", "", always},
     {"actionQuit", "Quit", "Ctrl+Q", "quit", always},
     {"actionColumnsShow", "Show", "", "item-on", some},
     {"actionColumnsHide", "Hide", "", "item-off", some},
@@ -299,7 +303,8 @@ void ActionsTest::actionsAreNamedAndPlacedAsTold() {
             QVERIFY2(imageOf(action->icon()) == imageOf(QIcon(icon)), expected.name);
         // What the part of the program shows does not depend on the state.
         QCOMPARE(action->isVisible(), expected.states != never);
-        QCOMPARE(action->isCheckable(), action->objectName() == "actionFactoryMode" ||
+        const QStringList views = {"actionPointNames", "actionPointValues", "actionFactoryMode"};
+        QCOMPARE(action->isCheckable(), views.contains(action->objectName()) ||
                                             action->objectName().startsWith("actionTheme"));
     }
     for (const Place& place : places)

@@ -370,9 +370,7 @@ void PointDataPanel::appendRows(const std::vector<QStringList>& texts) {
         m_columns.apply(tree);
     }
     m_widths.add(rows);
-    if (!m_isSortRestored)
-        m_headerMemory->restoreSort();
-    m_isSortRestored = true;
+    m_headerMemory->restoreSort();
     if (!m_keptIds.isEmpty() && m_idColumn >= 0) {
         const QScopedValueRollback filling(m_isFilling, true);
         for (QTreeWidgetItem* row : rows)

@@ -144,7 +144,6 @@ private:
     std::uint64_t m_rowCounter = 0;  // points shown so far
 
     HeaderMemory* m_headerMemory = nullptr;
-    bool m_isSortRestored = false;   // once after the start
     bool m_isMovingColumns = false;  // by the program
     bool m_isFilling = false;        // rows come and go by the program
     QSet<QString> m_keptIds;         // of the points that were selected before

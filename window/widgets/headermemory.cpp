@@ -55,6 +55,9 @@ void HeaderMemory::resized(int column, int size) {
 }
 
 bool HeaderMemory::restoreSort() {
+    if (m_isSorted)
+        return false;
+    m_isSorted = true;
     const ProgramSettings settings;
     const QString name = settings.value(headers + m_key + "/SortColumn").toString();
     const bool isDescending = settings.value(headers + m_key + "/SortDescending").toBool();

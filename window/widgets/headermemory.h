@@ -19,7 +19,8 @@ public:
     // Belongs to the view. key: the view's, unique in the program.
     HeaderMemory(QTreeView* view, const QString& key);
 
-    // Sorts the view as the user did last; returns whether that is known and the column there.
+    // Sorts the view as the user did last, once after the start; returns whether that is known and
+    // the column there.
     bool restoreSort();
 
 protected:
@@ -37,6 +38,7 @@ private:
     bool m_isPressed = false;
     bool m_isRestoring = false;
     bool m_isChanged = false;
+    bool m_isSorted = false;
 };
 
 }  // namespace tarvo::window
