@@ -116,8 +116,8 @@ TEST_F(Manners, JsonIsAllThatProgramsGet) {
           "check " + file,
           "merge " + file + " " + sample + " " + folder.file("d.qrbx"),
           "split " + sample + " " + folder.file("parts") + " --by tarvo.class",
-          "help",
-          "--version",
+          std::string("help"),
+          std::string("--version"),
           "schema create " + folder.file("e.sdcx") + " --schema sdcx"}) {
         const Result result = outputOf("--json " + words);
         EXPECT_EQ(result.code, 0) << words << run("--json " + words).output;
