@@ -41,10 +41,18 @@ constexpr const char* listAdvice = "\"qrbtool info\" lists the attributes.";
 [[noreturn]] void refusePattern(const Files& files, const std::string& pattern) {
     std::string letters = pattern;
     std::erase_if(letters, [](char c) { return c == '*' || c == '?'; });
+    const std::vector<std::string> names = listed(files, "");
+    std::vector<std::string> beginnings = names;
+    for (const std::string& name : names) {
+        beginnings.push_back(name.substr(0, letters.size()));
+    }
     std::vector<std::string> near;
-    for (const std::string& name : listed(files, "")) {
-        if (near.size() < 3 && !nearest(letters, {name, name.substr(0, letters.size())}).empty()) {
-            near.push_back(name);
+    for (const std::string& beginning : nearest(letters, beginnings)) {
+        for (const std::string& name : names) {
+            if (near.size() < 3 && name.starts_with(beginning) &&
+                std::ranges::find(near, name) == near.end()) {
+                near.push_back(name);
+            }
         }
     }
     const std::string question = didYouMean(near);
