@@ -30,10 +30,34 @@ std::vector<std::string> listed(const Files& files, const std::string& filter) {
     return names;
 }
 
-[[noreturn]] void refuse(const Files& files, const std::string& text, std::string name) {
-    std::erase_if(name, [](char c) { return c == '*' || c == '?'; });
-    throw Failure(text,
-                  suggestion(name, listed(files, "")) + "\"qrbtool info\" lists the attributes.");
+constexpr const char* listAdvice = "\"qrbtool info\" lists the attributes.";
+
+[[noreturn]] void refuse(const Files& files, const std::string& name) {
+    throw Failure("There is no attribute \"" + name + "\" in the file.",
+                  suggestion(name, listed(files, "")) + listAdvice);
+}
+
+// What a pattern is near to begins with something near to its letters.
+[[noreturn]] void refusePattern(const Files& files, const std::string& pattern) {
+    std::string letters = pattern;
+    std::erase_if(letters, [](char c) { return c == '*' || c == '?'; });
+    const std::vector<std::string> names = listed(files, "");
+    std::vector<std::string> beginnings = names;
+    for (const std::string& name : names) {
+        beginnings.push_back(name.substr(0, letters.size()));
+    }
+    std::vector<std::string> near;
+    for (const std::string& beginning : nearest(letters, beginnings)) {
+        for (const std::string& name : names) {
+            if (near.size() < 3 && name.starts_with(beginning) &&
+                std::ranges::find(near, name) == near.end()) {
+                near.push_back(name);
+            }
+        }
+    }
+    const std::string question = didYouMean(near);
+    throw Failure("No attribute matches \"" + pattern + "\".",
+                  question + (question.empty() ? "" : "\n") + listAdvice);
 }
 
 }  // namespace

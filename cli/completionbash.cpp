@@ -146,6 +146,7 @@ std::string bashCompletion(const DescribedCommand& program,
            "_qrbtool_describe() {\n"
            "    case $1 in\n" +
            words +
+           "        *) commands='' arguments=choice ;;\n"
            "    esac\n"
            "}\n"
            "\n"

@@ -147,6 +147,7 @@ std::string zshCompletion(const DescribedCommand& program,
            "_qrbtool_describe() {\n"
            "    case $1 in\n" +
            words +
+           "        *) commands=() arguments=choice ;;\n"
            "    esac\n"
            "}\n"
            "\n"

@@ -40,7 +40,7 @@ std::optional<std::uint64_t> sizeOfText(std::string_view text) {
     if (end == 0 || !number || power == std::string_view::npos || !isUnit)
         return std::nullopt;
     const double bytes = std::ldexp(*number, 10 * static_cast<int>(power));
-    if (bytes > exactLimit)
+    if (bytes >= exactLimit)
         return std::nullopt;
     return static_cast<std::uint64_t>(bytes);
 }

@@ -13,7 +13,7 @@ std::string sizeText(std::uint64_t bytes);
 
 // What such a text stands for: a number of bytes, or one with a unit behind it ("64M", "1.5 GB",
 // "512KiB"), in any case of letters; blanks may stand around the number. What the unit leaves of a
-// byte is cut off. Nothing for other texts, and for more than 2^53 bytes.
+// byte is cut off. Nothing for other texts, and for 2^53 bytes and more.
 std::optional<std::uint64_t> sizeOfText(std::string_view text);
 
 }  // namespace tarvo::core

@@ -8,13 +8,13 @@ using namespace tarvo::cli::tests;
 class Documents : public CommandTest {
 protected:
     // What bash offers for the last of the words.
-    static std::string completed(const std::string& words) {
+    std::string completed(const std::string& words) const {
         const std::string script =
             "source " QRB_DOCUMENTS "/bash-completion/completions/qrbtool; COMP_WORDS=(" + words +
             "); COMP_CWORD=$((${#COMP_WORDS[@]}-1)); _qrbtool " QRBTOOL_FILE
             " \"${COMP_WORDS[COMP_CWORD]}\" \"${COMP_WORDS[COMP_CWORD-1]}\"; "
             "echo \"${COMPREPLY[*]}\"";
-        const Result result = runShell("bash -u <<'END'\n" + script + "\nEND\n");
+        const Result result = runShell("bash -u " + folder.write("try.sh", script));
         EXPECT_EQ(result.code, 0) << result.output;
         return result.output;
     }
