@@ -33,7 +33,8 @@ std::vector<std::string> listed(const Files& files, const std::string& filter) {
 constexpr const char* listAdvice = "\"qrbtool info\" lists the attributes.";
 
 [[noreturn]] void refuse(const Files& files, const std::string& name) {
-    throw Failure("There is no attribute \"" + name + "\" in the file.",
+    throw Failure(files.size() > 1 ? "Neither database has a point attribute \"" + name + "\"."
+                                   : "There is no attribute \"" + name + "\" in the file.",
                   suggestion(name, listed(files, "")) + listAdvice);
 }
 

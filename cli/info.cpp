@@ -268,7 +268,7 @@ void addInfoCommand(CLI::App& app, Invocation& invocation) {
     CLI::App* const command = app.add_subcommand("info", "Tell what databases hold");
     const bool isOpen = invocation.onOpenDatabase;
     if (!isOpen) {
-        command->add_option("files", *files, "The databases")->type_name("FILE")->required();
+        command->add_option("files", *files, "The databases")->type_name("FILE");
     }
     command->footer(
         "Identity, size, creator, points, extent, coordinate reference system, transactions\n"
@@ -284,6 +284,9 @@ void addInfoCommand(CLI::App& app, Invocation& invocation) {
         if (isOpen) {
             invocation.work = [](Database& database) { print(told(database)); };
             return;
+        }
+        if (files->empty()) {
+            throw CLI::RequiredError("The name of the database");
         }
         invocation.run = [files](const qrb::Context& context) { tellAll(context, *files); };
     });

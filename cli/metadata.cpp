@@ -39,7 +39,7 @@ struct MetaDataOptions {
 void listMetaData(const MetaData& metaData) {
     JsonText json;
     json.beginArray();
-    TextTable table({{"Name"}, {"Size", true}, {"Signed"}});
+    TextTable table({{"Name"}, {manner().bytes ? "Bytes" : "Size", true}, {"Signed"}});
     for (const std::string& name : metaData.list()) {
         const std::uint64_t size = metaData.get(name).size();
         const bool isSigned = metaData.verifySignature(name, 0, {});

@@ -114,11 +114,11 @@ TEST_F(Admin, TheWholeLifeOfADatabase) {
     EXPECT_EQ(transactionCount(), 2u);
     expectFailure(1, "transactions " + file + " restore 2", "no transaction 2");
     const auto size = std::filesystem::file_size(file);
-    const Result vacuum = run("vacuum " + file);
+    const Result vacuum = run("vacuum --bytes " + file);
     EXPECT_EQ(vacuum.code, 0);
     EXPECT_EQ(vacuum.output, std::to_string(size - std::filesystem::file_size(file)) +
                                  " bytes given back, the file has " +
-                                 std::to_string(std::filesystem::file_size(file)) + ".\n");
+                                 std::to_string(std::filesystem::file_size(file)) + " bytes.\n");
     EXPECT_LT(std::filesystem::file_size(file), size - 50000);
     expectPoints();
     expectSuccess("changelog " + file + " verify --entry 3 --key 001122FF");
@@ -204,12 +204,12 @@ TEST_F(Admin, TransactionsAreShownAndForgotten) {
     const std::string others = run("transactions " + older + " size 2 4").output;
     expectSuccess("finalize " + older, "2 transactions forgotten, about " +
                                            others.substr(0, others.size() - 1) +
-                                           " bytes for vacuum to give back.\n");
+                                           " for vacuum to give back.\n");
     const std::string size = run("transactions " + file + " size 2 3").output;
     EXPECT_GT(std::stoul(size), 0u);
     expectSuccess("transactions " + file + " discard 2 3", "2 transactions forgotten, about " +
                                                                size.substr(0, size.size() - 1) +
-                                                               " bytes for vacuum to give back.\n");
+                                                               " for vacuum to give back.\n");
     EXPECT_EQ(transactionCount(), 2u);
     expectFailure(1, "transactions " + file + " discard 1", "first");
     expectFailure(1, "transactions " + file + " discard 4", "4");

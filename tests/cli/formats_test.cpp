@@ -113,7 +113,7 @@ TEST_F(Formats, ListsForPeopleHoldWhatThoseForProgramsHold) {
         if (one["signed"].GetBool())
             expected.back().push_back("yes");
     }
-    EXPECT_EQ(rowsOf(run("metadata " + file).output), expected);
+    EXPECT_EQ(rowsOf(run("metadata --bytes " + file).output), expected);
     EXPECT_EQ(expected.back(), (Cells{"bb", "1"}));
     expected = {{"Number", "Committed", "Title", "Agent"}};
     const rapidjson::Document transactions = json("transactions " + file + " --json");
@@ -130,7 +130,7 @@ TEST_F(Formats, ListsForPeopleHoldWhatThoseForProgramsHold) {
     EXPECT_EQ(rowsOf(run("transactions " + file).output), expected);
     for (const std::string id : {"2", "7"}) {
         const rapidjson::Document one = json("transactions " + file + " show " + id + " --json");
-        const Rows rows = rowsOf(run("transactions " + file + " show " + id).output);
+        const Rows rows = rowsOf(run("transactions " + file + " show --bytes " + id).output);
         expected = {{"Number", id + (id == "7" ? " (current)" : "")},
                     {"Title", one["title"].GetString()},
                     {"Agent", one["agent"].GetString()},
@@ -146,7 +146,7 @@ TEST_F(Formats, ListsForPeopleHoldWhatThoseForProgramsHold) {
     }
 
     const rapidjson::Document info = json("info --json " + file);
-    const std::string text = run("info " + file).output;
+    const std::string text = run("info --bytes " + file).output;
     const auto& first = info["transactions"][0];
     for (const std::string& part :
          {"File          " + file + "\n", "Identity      " + std::string(info["uuid"].GetString()),
