@@ -43,7 +43,7 @@ private slots:
     void cleanupTestCase();
 
     void withoutDatabaseOnlyTwoTabsAreEnabled();
-    void actionsAreCompleteAndExplained();
+    void actionsAreExplained();
     void databaseTabShowsTheSummary();
     void openDialogOpensTheFileTypedIn();
     void openDialogRefusesAnEmptyLocation();
@@ -177,19 +177,16 @@ void WindowTest::withoutDatabaseOnlyTwoTabsAreEnabled() {
     QVERIFY(!action("actionProgramSettings")->isVisible());
 }
 
-void WindowTest::actionsAreCompleteAndExplained() {
-    int named = 0;
+void WindowTest::actionsAreExplained() {
     QMap<QKeySequence, QStringList> shortcuts;
     for (const QAction* each : m_window->findChildren<QAction*>()) {
         if (!each->objectName().startsWith("action"))
             continue;
-        ++named;
         QVERIFY2(!each->text().isEmpty(), qUtf8Printable(each->objectName()));
         QVERIFY2(each->toolTip().startsWith("<html>"), qUtf8Printable(each->objectName()));
         if (!each->shortcut().isEmpty())
             shortcuts[each->shortcut()] += each->objectName();
     }
-    QCOMPARE(named, 74);
     // Two actions with one shortcut would both be dead.
     for (const QStringList& names : shortcuts)
         QVERIFY2(names.size() == 1, qUtf8Printable(names.join(", ")));
