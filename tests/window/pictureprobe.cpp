@@ -101,10 +101,7 @@ private:
             if (tool->icon().isNull())
                 words(widget, rect.adjusted(4, 4, -4, -4), name);
             else if (tool->isEnabled())
-                icon(widget,
-                     QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, tool->iconSize(),
-                                         widget->rect()),
-                     name);
+                icon(widget, iconPart(tool), name);
         } else if (auto* button = qobject_cast<QAbstractButton*>(widget)) {
             words(widget, textOf(button), name);
         } else if (qobject_cast<QLineEdit*>(widget)) {
@@ -237,6 +234,14 @@ private:
         }
     }
 
+    // Where a button has its icon: before the text, if it shows one.
+    static QRect iconPart(const QToolButton* tool) {
+        const bool isBeside = tool->toolButtonStyle() == Qt::ToolButtonTextBesideIcon;
+        return QStyle::alignedRect(Qt::LeftToRight,
+                                   isBeside ? Qt::AlignLeft | Qt::AlignVCenter : Qt::AlignCenter,
+                                   tool->iconSize(), tool->rect().adjusted(4, 0, -4, 0));
+    }
+
     // Most of what an icon draws stands out; signs on it may be fainter.
     void icon(const QWidget* widget, const QRect& part, const QString& place) {
         const QRect rect = inWindow(widget, part) & m_picture.rect();
@@ -278,8 +283,15 @@ QColor groundOf(const QImage& picture, const QRect& part) {
     for (int y = part.top(); y <= part.bottom(); ++y)
         for (int x = part.left(); x <= part.right(); ++x)
             ++counts[picture.pixel(x, y)];
-    const auto most = std::max_element(counts.cbegin(), counts.cend());
-    return most == counts.cend() ? QColor() : QColor(most.key());
+    // Of several that are as frequent always the same one, whatever the order of the table.
+    QRgb most = 0;
+    int count = 0;
+    for (auto it = counts.cbegin(); it != counts.cend(); ++it)
+        if (it.value() > count || (it.value() == count && it.key() > most)) {
+            most = it.key();
+            count = it.value();
+        }
+    return count == 0 ? QColor() : QColor(most);
 }
 
 QStringList faintParts(QWidget* window) {
