@@ -1,5 +1,6 @@
 // qrbtool merge, as a user runs it.
 #include "tests/cli/commandtest.h"
+#include "tests/cli/sanitized.h"
 
 #include <set>
 
@@ -108,9 +109,11 @@ TEST_F(Merge, TellsWhenTooManyFilesAreOpen) {
         return runShell(std::string("ulimit ") + limit + "; " QRBTOOL_FILE " merge" + names + " " +
                         both);
     };
+#if !defined(SANITIZED)  // they look at memory by files of their own
     const Result refused = merge("-n 20");
     EXPECT_EQ(refused.code, 1) << refused.output;
     EXPECT_NE(refused.output.find("may have 20 files open"), std::string::npos) << refused.output;
+#endif
     const Result merged = merge("-Sn 20");
     EXPECT_EQ(merged.code, 0) << merged.output;
     EXPECT_EQ(expectSuccess("select --count " + both), "90\n");

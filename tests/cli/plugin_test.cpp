@@ -1,6 +1,7 @@
 // qrbtool plugin: real scripts on real databases, and what is left of those that fail.
 
 #include "tests/cli/admin.h"
+#include "tests/cli/sanitized.h"
 
 #include <csignal>
 #include <cstdlib>
@@ -9,15 +10,6 @@
 namespace {
 
 using namespace tarvo::cli::tests;
-
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define SANITIZED
-#endif
-#endif
-#if defined(__SANITIZE_THREAD__)
-#define SANITIZED
-#endif
 
 class PluginCommand : public Admin {
 protected:
