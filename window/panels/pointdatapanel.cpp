@@ -444,18 +444,20 @@ void PointDataPanel::on_actionQuerySelectExport_triggered() {
             openOutput(name, "Failed to open export file.", {m_session.fileName.toStdString()});
         const QStringList attributes = m_columns.shownAttributes();
         const char separator = separators[std::max<qsizetype>(filters.indexOf(chosen), 0)];
-        std::uint64_t points = 0;
+        bool isLeft = false;
         workAside(this, "Exporting points...", m_session.context,
                   [&](const StepProgress& progress) {
-                      points = exportPoints(*database(), wanted, attributes, separator, *file,
-                                            percentOf(progress));
+                      const std::uint64_t points = exportPoints(
+                          *database(), wanted, attributes, separator, *file, percentOf(progress));
+                      // A filter that was mistyped must not cost last week's export.
+                      isLeft = points == 0 && file->replaces();
+                      // To the disk, which takes its time.
+                      if (!isLeft)
+                          file->publish();
                   });
-        // A filter that was mistyped must not cost last week's export.
-        if (points == 0 && QFileInfo(name).isFile())
+        if (isLeft)
             result = QString("No points are selected; \"%0\" was left as it was.")
                          .arg(QDir::toNativeSeparators(name));
-        else
-            file->publish();
     });
     if (done)
         showInformation(this, result);
