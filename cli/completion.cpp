@@ -63,6 +63,23 @@ ValueKind argumentKind(const DescribedCommand& command) {
     return kind;
 }
 
+std::string valueCases(const std::string& path, const std::vector<DescribedOption>& options,
+                       const ChoicesStatement& choices) {
+    std::string text;
+    for (const DescribedOption& option : options) {
+        if (option.kind == ValueKind::NOTHING || option.kind == ValueKind::TEXT) {
+            continue;
+        }
+        text += "        ";
+        for (std::size_t i = 0; i < option.names.size(); ++i) {
+            text += (i == 0 ? "" : " | ") + path + quotedWord(" " + option.names[i]);
+        }
+        text += std::string(") kind=") + kindName(option.kind) + "; " + choices(option.choices) +
+                " ;;\n";
+    }
+    return text;
+}
+
 std::vector<std::string> namesOf(const std::vector<DescribedCommand>& commands) {
     std::vector<std::string> names;
     for (const DescribedCommand& command : commands) {

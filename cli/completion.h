@@ -3,6 +3,7 @@
 
 #include "cli/description.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,11 @@ std::string quotedWord(const std::string& text);
 ValueKind argumentKind(const DescribedCommand& command);
 // "file", "folder" and "attributes", which the scripts look up; else "choice".
 const char* kindName(ValueKind kind);
+// Cases of a shell's function that tells what stands behind the options with values. choices: the
+// statement that assigns those of an option.
+using ChoicesStatement = std::function<std::string(const std::vector<std::string>& choices)>;
+std::string valueCases(const std::string& path, const std::vector<DescribedOption>& options,
+                       const ChoicesStatement& choices);
 std::vector<std::string> namesOf(const std::vector<DescribedCommand>& commands);
 
 // The program, its commands and their subcommands, each before those below it.

@@ -112,21 +112,8 @@ std::string bashWordsOf(const DescribedCommand& program, const DescribedCommand&
            "\n            arguments=" + kindName(kind) + "\n            ;;\n";
 }
 
-// The cases of options with values, in the function that tells those.
-std::string bashValuesOf(const std::string& path, const std::vector<DescribedOption>& options) {
-    std::string text;
-    for (const DescribedOption& option : options) {
-        if (option.kind == ValueKind::NOTHING || option.kind == ValueKind::TEXT) {
-            continue;
-        }
-        text += "        ";
-        for (std::size_t i = 0; i < option.names.size(); ++i) {
-            text += (i == 0 ? "" : " | ") + path + quotedWord(" " + option.names[i]);
-        }
-        text += std::string(") kind=") + kindName(option.kind) + " " +
-                assigned("choices", option.choices) + " ;;\n";
-    }
-    return text;
+std::string bashChoices(const std::vector<std::string>& choices) {
+    return assigned("choices", choices);
 }
 
 }  // namespace
@@ -137,9 +124,9 @@ std::string bashCompletion(const DescribedCommand& program,
     std::string values;
     for (const DescribedCommand* const command : allCommands(program)) {
         words += bashWordsOf(program, *command, general);
-        values += bashValuesOf(quotedWord(joinedWords(command->path)), command->options);
+        values += valueCases(quotedWord(joinedWords(command->path)), command->options, bashChoices);
     }
-    values += bashValuesOf("*", general);
+    values += valueCases("*", general, bashChoices);
     return "# bash completion for qrbtool, written by \"qrbtool completion bash\".\n"
            "\n"
            "# The words that may follow a command.\n"

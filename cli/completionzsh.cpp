@@ -113,20 +113,8 @@ std::string zshWordsOf(const DescribedCommand& program, const DescribedCommand& 
            ")\n            arguments=" + kindName(argumentKind(command)) + "\n            ;;\n";
 }
 
-std::string zshValuesOf(const std::string& path, const std::vector<DescribedOption>& options) {
-    std::string text;
-    for (const DescribedOption& option : options) {
-        if (option.kind == ValueKind::NOTHING || option.kind == ValueKind::TEXT) {
-            continue;
-        }
-        text += "        ";
-        for (std::size_t i = 0; i < option.names.size(); ++i) {
-            text += (i == 0 ? "" : " | ") + path + quotedWord(" " + option.names[i]);
-        }
-        text += std::string(") kind=") + kindName(option.kind) + "; choices=(" +
-                joinedWords(option.choices) + ") ;;\n";
-    }
-    return text;
+std::string zshChoices(const std::vector<std::string>& choices) {
+    return "choices=(" + joinedWords(choices) + ")";
 }
 
 }  // namespace
@@ -137,9 +125,9 @@ std::string zshCompletion(const DescribedCommand& program,
     std::string values;
     for (const DescribedCommand* const command : allCommands(program)) {
         words += zshWordsOf(program, *command, general);
-        values += zshValuesOf(quotedWord(joinedWords(command->path)), command->options);
+        values += valueCases(quotedWord(joinedWords(command->path)), command->options, zshChoices);
     }
-    values += zshValuesOf("*", general);
+    values += valueCases("*", general, zshChoices);
     return "#compdef qrbtool\n"
            "# zsh completion for qrbtool, written by \"qrbtool completion zsh\".\n"
            "\n"

@@ -1,6 +1,6 @@
 #include "cli/manner.h"
 
-#include "core/sizetext.h"
+#include "numbers/sizetext.h"
 
 #include <CLI/CLI.hpp>
 
@@ -51,7 +51,7 @@ void addCacheOption(CLI::App& app, Manner& manner) {
     app.add_option_function<std::string>(
            "--cache",
            [&manner](const std::string& text) {
-               manner.cacheSize = core::sizeOfText(text);
+               manner.cacheSize = numbers::sizeOfText(text);
                if (!manner.cacheSize) {
                    throw CLI::ValidationError(
                        "--cache", "\"" + text + "\" is no size; it is written as 64M, 1G or bytes");

@@ -13,8 +13,8 @@
 #include "cli/textfile.h"
 #include "cli/texttable.h"
 #include "core/json.h"
-#include "core/sizetext.h"
 #include "core/utf8.h"
+#include "numbers/sizetext.h"
 
 #include <CLI/CLI.hpp>
 #include "cli/actions.h"
@@ -48,7 +48,7 @@ void listMetaData(const MetaData& metaData) {
         json.member("size", size);
         json.member("signed", isSigned);
         json.endObject();
-        table.add({name, manner().bytes ? std::to_string(size) : core::sizeText(size),
+        table.add({name, manner().bytes ? std::to_string(size) : numbers::sizeText(size),
                    isSigned ? "yes" : ""});
     }
     json.endArray();

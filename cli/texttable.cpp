@@ -2,7 +2,7 @@
 
 #include "cli/manner.h"
 #include "cli/text.h"
-#include "core/sizetext.h"
+#include "numbers/sizetext.h"
 
 #include <algorithm>
 #include <utility>
@@ -78,7 +78,7 @@ std::string counted(std::uint64_t count, std::string_view noun) {
 }
 
 std::string sizeInWords(std::uint64_t bytes) {
-    return manner().bytes ? counted(bytes, "byte") : core::sizeText(bytes);
+    return manner().bytes ? counted(bytes, "byte") : numbers::sizeText(bytes);
 }
 
 }  // namespace tarvo::cli

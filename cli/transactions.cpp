@@ -11,7 +11,7 @@
 #include "cli/number.h"
 #include "cli/output.h"
 #include "cli/texttable.h"
-#include "core/sizetext.h"
+#include "numbers/sizetext.h"
 
 #include <CLI/CLI.hpp>
 
@@ -135,13 +135,13 @@ void addTransactionsCommand(CLI::App& app, Invocation& invocation) {
                             [](Database& database, const TransactionOptions& given) {
                                 discardTransactions(database.cloud().transactions(), given.ids);
                             }));
-    addNumbers(*actions.add("size", "Tell how much only these hold",
-                            [](Database& database, const TransactionOptions& given) {
-                                const std::uint64_t size =
-                                    database.cloud().transactions().size(given.ids);
-                                answer(manner().bytes ? std::to_string(size) : core::sizeText(size),
-                                       [&](JsonText& json) { json.member("size", size); });
-                            }));
+    addNumbers(
+        *actions.add("size", "Tell how much only these hold",
+                     [](Database& database, const TransactionOptions& given) {
+                         const std::uint64_t size = database.cloud().transactions().size(given.ids);
+                         answer(manner().bytes ? std::to_string(size) : numbers::sizeText(size),
+                                [&](JsonText& json) { json.member("size", size); });
+                     }));
 
     addTransactionRunCommand(*command, invocation);
     command->footer(

@@ -2,6 +2,7 @@
 #include "engine/report/forms.h"
 #include "engine/report/text.h"
 #include "numbers/numbertext.h"
+#include "numbers/sizetext.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -90,10 +91,11 @@ Markup identityPart(const Facts& facts) {
     const session::State& state = *facts.state;
     HtmlTable table;
     table.pair("File", escaped(facts.fileName));
-    table.pair("Size", byteText(facts.fileSize) + " (" + countText(facts.fileSize) + " B)");
+    table.pair("Size", numbers::sizeText(facts.fileSize) + " (" +
+                           numbers::groupedText(facts.fileSize) + " B)");
     table.pair("UUID", escaped(facts.identity.uuid));
     table.pair("Creator", escaped(facts.identity.creator));
-    table.pair("Points", countText(state.pointCount));
+    table.pair("Points", numbers::groupedText(state.pointCount));
     table.pair("Transaction", "#" + std::to_string(facts.current));
     if (facts.pending)
         table.pair("Pending", "#" + std::to_string(state.transaction.id) +
@@ -173,7 +175,7 @@ Markup storagePart(const Facts& facts) {
     for (const auto& [name, bytes] : storageParts(facts)) {
         table.begin();
         table.cell(name);
-        table.number(byteText(bytes));
+        table.number(numbers::sizeText(bytes));
         table.number(percentText(bytes, facts.fileSize));
         table.end();
     }
@@ -224,7 +226,7 @@ Markup valueBars(const Histogram& histogram) {
         table.number(bin.from);
         if (named)
             table.cell(escaped(bin.name));
-        table.number(countText(bin.count));
+        table.number(numbers::groupedText(bin.count));
         table.number(percentText(bin.count, histogram.count + histogram.invalid));
         const double length =
             static_cast<double>(bin.count) / static_cast<double>(most) * longestBar;
@@ -251,7 +253,7 @@ Markup rangeBars(const Histogram& histogram, const std::string& unit) {
                "border=\"0\" cellspacing=\"0\" cellpadding=\"1\"") +
            "\n" +
            tag("p", std::to_string(histogram.bins.size()) + " bins, the highest bar stands for " +
-                        countText(most) + " points.") +
+                        numbers::groupedText(most) + " points.") +
            "\n";
 }
 
@@ -262,17 +264,17 @@ Markup histogramOf(const schema::AttributeRecord& record, const Histogram& histo
     if (histogram.bins.size() == 1 && histogram.invalid == 0) {
         const Bin& bin = histogram.bins.front();
         return out +
-               tag("p", "All " + countText(histogram.count) + " points have the value " +
+               tag("p", "All " + numbers::groupedText(histogram.count) + " points have the value " +
                             withUnit(bin.from, record.unitSymbol) +
                             (bin.name.empty() ? "" : " (" + escaped(bin.name) + ")") + ".") +
                "\n";
     }
-    Markup line = countText(histogram.count) + " values";
+    Markup line = numbers::groupedText(histogram.count) + " values";
     // Of names there is no mean.
     if (histogram.count > 0 && record.namedValues.empty())
         line += ", mean " + withUnit(numbers::roundedText(histogram.mean, 8), record.unitSymbol);
     if (histogram.invalid > 0)
-        line += ", " + countText(histogram.invalid) + " invalid" +
+        line += ", " + numbers::groupedText(histogram.invalid) + " invalid" +
                 (histogram.invalidName.empty() ? "" : " (" + escaped(histogram.invalidName) + ")");
     out += tag("p", line) + "\n";
     if (histogram.count > 0)
@@ -313,7 +315,7 @@ Markup indexPart(const Facts& facts) {
         table.number(std::to_string(depth));
         for (const std::uint64_t count :
              {level.leaves, level.points, level.innerNodes, level.levelOfDetailPoints})
-            table.number(countText(count));
+            table.number(numbers::groupedText(count));
         table.end();
     }
     return heading("index", "Index") +
@@ -343,7 +345,7 @@ Markup metaDataPart(const Facts& facts) {
     for (const ItemFacts& item : facts.metaData) {
         table.begin();
         table.cell(escaped(item.name));
-        table.number(byteText(item.bytes));
+        table.number(numbers::sizeText(item.bytes));
         table.cell(item.isSigned ? "signed" : "");
         table.end();
     }
@@ -374,7 +376,8 @@ std::string htmlReport(const Facts& facts, const PointFacts& points) {
     Markup body = tag("h1", name) + "\n" + contents(facts, points) + identityPart(facts) +
                   heading("extent", "Extent") + extentPart(facts);
     if (!points.all())
-        body += tag("p", "Picture and histograms are made from " + countText(points.points()) +
+        body += tag("p", "Picture and histograms are made from " +
+                             numbers::groupedText(points.points()) +
                              " of the points: " + sampleText(points.step) + ".") +
                 "\n";
     body += picturePart(facts, points) + attributesPart(facts) + histogramsPart(facts, points) +

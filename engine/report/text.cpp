@@ -80,26 +80,6 @@ std::string valueText(const schema::Grid& grid, std::uint64_t code) {
                                  : numbers::numberText(grid.value(code));
 }
 
-std::string countText(std::uint64_t count) {
-    std::string text = std::to_string(count);
-    for (std::size_t at = text.size(); at > 3;)
-        text.insert(at -= 3, 1, ',');
-    return text;
-}
-
-std::string byteText(std::uint64_t bytes) {
-    constexpr const char* units[] = {"B", "KB", "MB", "GB", "TB"};
-    double value = static_cast<double>(bytes);
-    std::size_t unit = 0;
-    for (; value >= 1024 && unit + 1 < std::size(units); ++unit)
-        value /= 1024;
-    char text[40];
-    const auto end =
-        std::to_chars(text, text + sizeof text, value, std::chars_format::fixed, unit == 0 ? 0 : 2)
-            .ptr;
-    return std::string(text, end) + " " + units[unit];
-}
-
 std::string percentText(std::uint64_t part, std::uint64_t whole) {
     const double value =
         whole == 0 ? 0 : 100 * static_cast<double>(part) / static_cast<double>(whole);

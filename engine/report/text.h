@@ -19,10 +19,6 @@ std::string csvCell(std::string_view text);
 
 // The value of a code; whole numbers exactly, beyond 2^53 too.
 std::string valueText(const schema::Grid& grid, std::uint64_t code);
-// Digits in groups of three.
-std::string countText(std::uint64_t count);
-// "1023 B", "1.50 KB", ... up to TB, in powers of 1024, as the window shows sizes.
-std::string byteText(std::uint64_t bytes);
 // "12.5 %"; part of a whole of 0 is "0.0 %".
 std::string percentText(std::uint64_t part, std::uint64_t whole);
 

@@ -1,6 +1,7 @@
 #include "engine/report/forms.h"
 #include "engine/report/text.h"
 #include "numbers/numbertext.h"
+#include "numbers/sizetext.h"
 
 #include <algorithm>
 
@@ -117,7 +118,7 @@ std::string storageText(const Facts& facts) {
     TextTable table({"Part", "Size", "Share"});
     table.alignRight({1, 2});
     for (const auto& [name, bytes] : storageParts(facts))
-        table.add({name, byteText(bytes), percentText(bytes, facts.fileSize)});
+        table.add({name, numbers::sizeText(bytes), percentText(bytes, facts.fileSize)});
     return "\nSTORAGE\n" + table.text();
 }
 
@@ -148,7 +149,7 @@ std::string metaDataText(const Facts& facts) {
     TextTable table({"Item", "Size", ""});
     table.alignRight({1});
     for (const ItemFacts& item : facts.metaData)
-        table.add({item.name, byteText(item.bytes), item.isSigned ? "signed" : ""});
+        table.add({item.name, numbers::sizeText(item.bytes), item.isSigned ? "signed" : ""});
     return "\nMETADATA\n" + (facts.metaData.empty() ? "  none\n" : table.text());
 }
 

@@ -1,7 +1,7 @@
 #include "window/common/textformat.h"
 
-#include "core/sizetext.h"
 #include "core/valueformat.h"
+#include "numbers/sizetext.h"
 #include "version.h"
 
 #include <QRegularExpression>
@@ -10,7 +10,7 @@
 namespace tarvo::window {
 
 QString humanReadableSize(std::uint64_t bytes) {
-    return QString::fromStdString(core::sizeText(bytes));
+    return QString::fromStdString(numbers::sizeText(bytes));
 }
 
 QString durationText(std::int64_t milliseconds) {

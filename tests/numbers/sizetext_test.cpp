@@ -1,10 +1,10 @@
-#include "core/sizetext.h"
+#include "numbers/sizetext.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
-using namespace tarvo::core;
+using namespace tarvo::numbers;
 
 TEST(SizeText, UnitsAreOf1024AndReadBack) {
     EXPECT_EQ(sizeText(0), "0 B");

@@ -1,18 +1,23 @@
-#include "core/sizetext.h"
+#include "numbers/sizetext.h"
 
-#include "core/utf8.h"
 #include "numbers/numbertext.h"
 
 #include <algorithm>
 #include <cmath>
 
-namespace tarvo::core {
+namespace tarvo::numbers {
 
 namespace {
 
 constexpr const char* units[] = {"B", "KB", "MB", "GB", "TB"};
 constexpr int mostUnit = 4;
 constexpr std::string_view unitLetters = "BKMGT";
+
+std::string_view trimmed(std::string_view text) {
+    constexpr std::string_view blanks = " \t\r\n";
+    text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
+    return text.substr(0, text.find_last_not_of(blanks) + 1);
+}
 
 }  // namespace
 
@@ -45,4 +50,4 @@ std::optional<std::uint64_t> sizeOfText(std::string_view text) {
     return static_cast<std::uint64_t>(bytes);
 }
 
-}  // namespace tarvo::core
+}  // namespace tarvo::numbers

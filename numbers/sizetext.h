@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace tarvo::core {
+namespace tarvo::numbers {
 
 // "1023 B", "1.50 KB", ... up to TB.
 std::string sizeText(std::uint64_t bytes);
@@ -16,4 +16,4 @@ std::string sizeText(std::uint64_t bytes);
 // byte is cut off. Nothing for other texts, and for 2^53 bytes and more.
 std::optional<std::uint64_t> sizeOfText(std::string_view text);
 
-}  // namespace tarvo::core
+}  // namespace tarvo::numbers
