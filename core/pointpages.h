@@ -49,6 +49,8 @@ public:
     std::uint32_t next(std::uint32_t count);
     // Per cent of the work done.
     std::uint32_t progress() const { return m_query.progress(); }
+    // What the way there has cost; none from a library that does not tell.
+    auto nodesPassed() const { return m_query.nodesPassed(); }
 
     // A value of the page read last: 8 bytes of the column's type.
     std::uint64_t value(std::uint32_t row, std::size_t column) const {

@@ -21,6 +21,15 @@ void Management::vacuum(const Progress& progress) {
     trampoline.check(*m_data, status);
 }
 
+std::optional<std::uint64_t> Management::unusedSize() const {
+    const auto ask = optionalFunctions().qrb_pointcloud_management_unused_size;
+    if (ask == nullptr)
+        return std::nullopt;
+    std::uint64_t bytes = 0;
+    m_data->check(ask(m_data->context.handle(), m_data->handle, &bytes));
+    return bytes;
+}
+
 void Management::validate(const std::string& schema, bool strict) const {
     m_data->check(functions().qrb_pointcloud_management_validate(
         m_data->context.handle(), m_data->handle, schema.c_str(), strict ? 1 : 0));

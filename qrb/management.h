@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace tarvo::qrb::pointcloud {
@@ -19,6 +20,9 @@ public:
     void finalize();
     // Gives unused disk space back.
     void vacuum(const Progress& progress = {});
+    // About how many bytes of the file that would give back now; none from a library that does not
+    // tell.
+    std::optional<std::uint64_t> unusedSize() const;
     // Compares the database with a file schema (JSON text); findings are thrown as one Error with
     // a line each in its details.
     void validate(const std::string& schema, bool strict) const;

@@ -66,6 +66,16 @@ std::uint32_t QuerySelect::progress() const {
     return percent;
 }
 
+std::optional<NodesPassed> QuerySelect::nodesPassed() const {
+    const auto ask = optionalFunctions().qrb_pointcloud_query_select_nodes_passed;
+    if (!d || ask == nullptr)
+        return std::nullopt;
+    NodesPassed nodes;
+    d->data->check(
+        ask(d->data->context.handle(), d->handle, &nodes.skipped, &nodes.whole, &nodes.read));
+    return nodes;
+}
+
 void QuerySelect::close() {
     d.reset();
 }

@@ -8,10 +8,18 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace tarvo::qrb::pointcloud {
+
+// What has become of the index's nodes so far; a subtree that is decided at once counts as one.
+struct NodesPassed {
+    std::uint64_t skipped = 0;  // without a hit, by the bounds in the index
+    std::uint64_t whole = 0;    // every point a hit, by them
+    std::uint64_t read = 0;     // point by point
+};
 
 class QuerySelect {
 public:
@@ -26,6 +34,8 @@ public:
     std::uint32_t next(std::uint32_t count);
     // Per cent of the work done.
     std::uint32_t progress() const;
+    // None from a library that does not tell.
+    std::optional<NodesPassed> nodesPassed() const;
     void close();
     explicit operator bool() const { return d != nullptr; }
 

@@ -76,6 +76,20 @@ qrb_status qrb_pointcloud_query_select_progress(qrb_context* context, qrb_query_
     });
 }
 
+qrb_status qrb_pointcloud_query_select_nodes_passed(qrb_context* context, qrb_query_select* query,
+                                                    uint64_t* skipped, uint64_t* whole,
+                                                    uint64_t* read) {
+    return call(context, [&] {
+        auto& outSkipped = given(skipped, "skipped");
+        auto& outWhole = given(whole, "whole");
+        auto& outRead = given(read, "read");
+        const query::NodeTally nodes = queryOf(query)->nodes();
+        outSkipped = nodes.skipped;
+        outWhole = nodes.whole;
+        outRead = nodes.read;
+    });
+}
+
 qrb_status qrb_pointcloud_query_select_delete(qrb_context* context, qrb_query_select* query) {
     return call(context, [&] { deleteQuery(query); });
 }

@@ -153,6 +153,14 @@ qrb_status qrb_pointcloud_management_vacuum(qrb_context* context, qrb_pointcloud
     });
 }
 
+qrb_status qrb_pointcloud_management_unused_size(qrb_context* context, qrb_pointcloud* pointcloud,
+                                                 uint64_t* bytes) {
+    return call(context, [&] {
+        auto& out = given(bytes, "bytes");
+        out = sessionOf(pointcloud)->history().unusedSize();
+    });
+}
+
 qrb_status qrb_pointcloud_management_set_lod_mode(qrb_context* context, qrb_pointcloud* pointcloud,
                                                   uint32_t lod_mode) {
     return call(context, [&] {

@@ -100,7 +100,11 @@ NodeHits Scan::examine(const Candidate& candidate) const {
     hits.all = decision == filter::Decision::All;
     if (hits.all) {
         hits.count = node.ownCount;
-    } else if (decision == filter::Decision::Look) {
+        hits.nodes.whole = 1;
+    } else if (decision == filter::Decision::None) {
+        hits.nodes.skipped = 1;
+    } else {
+        hits.nodes.read = 1;
         std::vector<std::shared_ptr<const codec::Block>> held(m_filter.elements().size());
         const auto source = [&](std::size_t slot) -> const codec::Block& {
             const filter::ElementRef& element = m_filter.elements()[slot];
@@ -155,6 +159,7 @@ Scan::Examined Scan::examine(const std::vector<Candidate>& candidates, bool with
             if (!examined.hits.empty() && (onlyCounts() || hits.count == 0)) {
                 examined.hits.back().count += hits.count;
                 examined.hits.back().scanned += hits.scanned;
+                examined.hits.back().nodes += hits.nodes;
             } else {
                 examined.hits.push_back(std::move(hits));
             }
@@ -197,8 +202,10 @@ bool Scan::advance() {
         if (!all && !leaf) {
             const filter::Decision decision = decide(*node);
             if (decision == filter::Decision::None) {
-                if (!m_scope.nodes)
+                if (!m_scope.nodes) {
                     m_passed += node->totalCount;
+                    ++m_nodes.skipped;
+                }
                 m_cursor->skip();
                 continue;
             }
@@ -213,6 +220,8 @@ bool Scan::advance() {
             const std::uint64_t count = m_scope.nodes ? node->ownCount : node->totalCount;
             whole.count += count;
             whole.scanned += count;
+            if (count > 0)
+                ++whole.nodes.whole;
             if (m_scope.nodes)
                 m_cursor->enter();
             else
@@ -272,6 +281,7 @@ NodeHits Scan::nextHits() {
             NodeHits hits = std::move(m_examined.hits.front());
             m_examined.hits.pop_front();
             m_passed += hits.scanned;
+            m_nodes += hits.nodes;
             if (hits.count > 0) {
                 if (!hits.columns.empty() && !hits.columns.front())
                     readColumns(hits);

@@ -24,6 +24,20 @@ struct Scope {
     std::optional<std::unordered_set<std::uint32_t>> nodes;
 };
 
+// What became of the nodes that a scan has passed. A subtree that is decided at once counts as one.
+struct NodeTally {
+    std::uint64_t skipped = 0;  // without a hit, by their statistics
+    std::uint64_t whole = 0;    // every point a hit, by their statistics
+    std::uint64_t read = 0;     // point by point
+
+    NodeTally& operator+=(const NodeTally& other) {
+        skipped += other.skipped;
+        whole += other.whole;
+        read += other.read;
+        return *this;
+    }
+};
+
 // The hits of one node.
 struct NodeHits {
     std::shared_ptr<const index::Page> page;  // keeps the node alive
@@ -32,6 +46,7 @@ struct NodeHits {
     filter::Selection selection;              // else which ones
     std::uint64_t count = 0;                  // of hits
     std::uint64_t scanned = 0;                // points looked at or passed over
+    NodeTally nodes;                          // this one, and those without hits behind it
     // The columns asked for, in that order; empty when there is no hit.
     std::vector<std::shared_ptr<const codec::Block>> columns;
 };
@@ -60,6 +75,7 @@ public:
     std::uint64_t total() const { return m_total; }
     // Of these, how many the scan has passed.
     std::uint64_t passed() const { return m_passed; }
+    const NodeTally& nodes() const { return m_nodes; }
 
 private:
     // A node whose points are to be looked at, or are hits in any case.
@@ -105,6 +121,7 @@ private:
     std::size_t m_allDepth = SIZE_MAX;  // below this depth every point is a hit
     std::uint64_t m_total = 0;
     std::uint64_t m_passed = 0;
+    NodeTally m_nodes;
     bool m_wantLeaves = false;
     bool m_failed = false;
     std::size_t m_ahead = 1;                  // grows: tasks at once, and candidates of a task
@@ -136,6 +153,7 @@ public:
     bool ended() const { return m_ended; }
     // Per cent of the scan's points passed; 100 only at the end.
     std::uint32_t progress() const;
+    const NodeTally& nodes() const { return m_scan.nodes(); }
 
 private:
     Scan& m_scan;

@@ -19,6 +19,7 @@ public:
     std::uint32_t next(std::uint32_t count);
     // Per cent of the points passed; 100 only at the end.
     std::uint32_t progress() const { return m_reader.progress(); }
+    const NodeTally& nodes() const { return m_reader.nodes(); }
 
 private:
     void copy(const HitReader::Portion& portion, std::size_t row) const;

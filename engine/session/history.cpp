@@ -53,6 +53,13 @@ std::uint64_t History::size(const std::vector<std::uint32_t>& given) {
     return bytes;
 }
 
+std::uint64_t History::unusedSize() {
+    Reach reach(m_container);
+    for (const std::uint32_t id : transactions())
+        reach.add(stateFromRoot(m_container.root(id)));
+    return m_container.unusedSize(reach.extents());
+}
+
 void History::vacuum(const Progress& progress) {
     m_session.requireChangeable();
     Patience patience(m_container, progress);

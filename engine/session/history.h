@@ -38,6 +38,8 @@ public:
     // Gives the space of what no kept transaction reaches back to the disk. Throws
     // Failure(Cancelled) when progress says stop.
     void vacuum(const Progress& progress = {});
+    // About how many bytes of the file that would give back now.
+    std::uint64_t unusedSize();
 
 private:
     Session& m_session;

@@ -147,6 +147,8 @@ public:
     // cent and returns whether to go on; what was given back before a stop stays so
     // (Failure(Cancelled)).
     void giveBack(const WantedExtents& wanted, const std::function<bool(int)>& progress);
+    // About how many bytes that would give back now. Throws as it does.
+    std::uint64_t unusedSize(const WantedExtents& wanted);
 
 private:
     struct Impl;

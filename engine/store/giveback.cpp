@@ -14,6 +14,7 @@ constexpr std::uint64_t stepBytes = 16u << 20;
 struct Surplus {
     std::vector<std::int64_t> rows;    // that nobody wants
     std::vector<std::uint64_t> blobs;  // of which too much is not wanted
+    std::uint64_t bytes = 0;           // of both that nobody wants
 };
 
 std::uint64_t numberOf(std::int64_t row) {
@@ -32,15 +33,18 @@ Surplus findSurplus(Connection& connection, const WantedExtents& wanted) {
     std::size_t found = 0;
     while (rows.step()) {
         const auto blob = wanted.find(numberOf(rows.integer(0)));
+        const auto bytes = static_cast<std::uint64_t>(rows.integer(1));
         if (blob == wanted.end() || rows.integer(2) != 0) {
             surplus.rows.push_back(rows.integer(0));
+            surplus.bytes += bytes;
             continue;
         }
         ++found;
-        const auto bytes = static_cast<std::uint64_t>(rows.integer(1));
         const std::uint64_t sparse = sparseBytes(blob->second);
-        if (mayBeSparse && sparse < bytes && bytes - sparse > bytes / 4)
+        if (mayBeSparse && sparse < bytes && bytes - sparse > bytes / 4) {
             surplus.blobs.push_back(blob->first);
+            surplus.bytes += bytes - sparse;
+        }
     }
     if (found != wanted.size())
         throw Failure(ErrorCode::Damaged,
@@ -70,6 +74,14 @@ void Container::Impl::makeSparse(std::uint64_t blob, const Extents& wanted) {
         .run();
     if (connection->pragma("PRAGMA user_version") < sparseFormat)
         connection->run(("PRAGMA user_version=" + std::to_string(sparseFormat)).c_str());
+}
+
+std::uint64_t Container::unusedSize(const WantedExtents& wanted) {
+    const std::lock_guard guard(m->mutex);
+    Connection& connection = *m->connection;
+    const auto freePages = static_cast<std::uint64_t>(connection.pragma("PRAGMA freelist_count"));
+    return findSurplus(connection, wanted).bytes +
+           freePages * static_cast<std::uint64_t>(connection.pragma("PRAGMA page_size"));
 }
 
 void Container::giveBack(const WantedExtents& wanted, const std::function<bool(int)>& progress) {

@@ -286,8 +286,11 @@ TEST_F(History, ThatIsDiscardedGivesItsSpaceBack) {
 
     // Nothing is given back as long as it is needed.
     const std::uint64_t whole = m_session->fileSize();
+    const std::uint64_t unneeded = m_session->history().unusedSize();
     m_session->history().vacuum();
     EXPECT_GT(m_session->fileSize(), whole * 9 / 10);
+    EXPECT_NEAR(static_cast<double>(whole - m_session->fileSize()), static_cast<double>(unneeded),
+                static_cast<double>(whole) / 20);
     m_session->restore(second);
     EXPECT_EQ(readAll(*m_session), kept);
     m_session->restore(last);
@@ -305,8 +308,13 @@ TEST_F(History, ThatIsDiscardedGivesItsSpaceBack) {
     EXPECT_EQ(m_session->history().transactions(), (std::vector<std::uint32_t>{1, last}));
     EXPECT_THROW(m_session->restore(first), Failure);
 
+    // It is told beforehand, and what a stopped clean-up has not given back, too.
+    EXPECT_NEAR(static_cast<double>(m_session->history().unusedSize()), static_cast<double>(both),
+                static_cast<double>(packed) / 20);
     int calls = 0;
     EXPECT_THROW(m_session->history().vacuum([&](int) { return ++calls < 3; }), Failure);
+    EXPECT_NEAR(static_cast<double>(m_session->history().unusedSize()), static_cast<double>(both),
+                static_cast<double>(packed) / 20);
     EXPECT_EQ(countOf(*m_session, ""), 40'000u);
     int before = -1;
     m_session->history().vacuum([&](int percent) {
@@ -315,6 +323,7 @@ TEST_F(History, ThatIsDiscardedGivesItsSpaceBack) {
         return true;
     });
     EXPECT_EQ(before, 100);
+    EXPECT_LT(m_session->history().unusedSize(), packed / 50);
     EXPECT_NEAR(static_cast<double>(m_session->fileSize()), static_cast<double>(packed - both),
                 static_cast<double>(packed) / 20);
     open();

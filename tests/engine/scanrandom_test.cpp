@@ -2,6 +2,7 @@
 // cache and either kind of instructions, counted or read, and the same as leaf by leaf.
 #include "engine/base/instructions.h"
 #include "engine/query/scan.h"
+#include "engine/query/stat.h"
 #include "tests/engine/database.h"
 #include "tests/engine/seed.h"
 
@@ -97,7 +98,7 @@ void makeFile(const std::string& file) {
 
 using Ids = std::vector<std::uint64_t>;
 
-Ids read(session::Session& session, const std::string& filter) {
+Ids read(session::Session& session, const std::string& filter, query::NodeTally& nodes) {
     query::SelectQuery query(session, {}, filter);
     Ids page(1000);
     std::vector<double> time(page.size());
@@ -106,7 +107,16 @@ Ids read(session::Session& session, const std::string& filter) {
     Ids ids;
     for (std::uint32_t step = 1; const std::uint32_t got = query.next(step); step = 1000)
         ids.insert(ids.end(), page.begin(), page.begin() + got);
+    nodes = query.nodes();
     return ids;
+}
+
+// Those that the index's bounds leave over.
+std::uint64_t leavesOf(const query::IndexEntry& node) {
+    std::uint64_t leaves = node.children.empty() && node.ownCount > 0 ? 1 : 0;
+    for (const query::IndexEntry& child : node.children)
+        leaves += leavesOf(child);
+    return leaves;
 }
 
 // Without what the statistics of nodes say: every leaf is looked at.
@@ -149,6 +159,7 @@ TEST(ScanRandom, GivesTheSameInEveryWay) {
     for (const Way& way : ways)
         sessions.push_back(std::make_unique<session::Session>(
             file, session::OpenSettings{way.cache, way.threads}, "test"));
+    const std::uint64_t leaves = leavesOf(query::readIndex(*sessions[0], ""));
     Conditions conditions(seedOfRun());
     int some = 0;
     for (int i = 0; i < 150; ++i) {
@@ -156,10 +167,14 @@ TEST(ScanRandom, GivesTheSameInEveryWay) {
         SCOPED_TRACE(condition);
         const Ids expected = leafByLeaf(*sessions[0], condition);
         some += !expected.empty() && expected.size() < count;
+        const std::uint64_t left = leavesOf(query::readIndex(*sessions[0], condition));
         for (std::size_t w = 0; w < std::size(ways); ++w) {
             wideInstructions() = ways[w].wide;
             ASSERT_EQ(countOf(*sessions[w], condition), expected.size()) << "way " << w;
-            ASSERT_EQ(read(*sessions[w], condition), expected) << "way " << w;
+            query::NodeTally nodes;
+            ASSERT_EQ(read(*sessions[w], condition, nodes), expected) << "way " << w;
+            ASSERT_EQ(nodes.whole + nodes.read, left) << "way " << w;
+            ASSERT_EQ(nodes.skipped > 0, left < leaves) << "way " << w;
         }
         wideInstructions() = wide;
     }

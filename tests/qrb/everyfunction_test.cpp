@@ -97,6 +97,7 @@ protected:
     EveryFunction() { recordCalls(); }
 
     const qrb::FunctionTable& t = qrb::functions();
+    const qrb::OptionalFunctionTable& optional = qrb::optionalFunctions();
     qrb_context* c = nullptr;
 
     void ok(qrb_status status) {
@@ -308,6 +309,11 @@ void EveryFunction::walkPoints(qrb_pointcloud* p) {
     std::uint32_t percent = 0;
     ok(t.qrb_pointcloud_query_select_progress(c, select, &percent));
     EXPECT_EQ(percent, 100u);
+    std::uint64_t skipped = 0, whole = 0, read = 0;
+    ok(optional.qrb_pointcloud_query_select_nodes_passed(c, select, &skipped, &whole, &read));
+    EXPECT_EQ(skipped + whole + read, 1u);
+    no(optional.qrb_pointcloud_query_select_nodes_passed(c, select, &skipped, nullptr, &read),
+       QRB_ERROR_ARGUMENT);
     ok(t.qrb_pointcloud_query_select_delete(c, select));
     ok(t.qrb_pointcloud_query_select_nodes_new(c, p, nullptr, 0, "", &select));
     ok(t.qrb_pointcloud_query_select_next(c, select, 1000, &count));

@@ -85,6 +85,8 @@ void PointRowsTest::counterTellsWhatIsShownOfHowMany() {
     QCOMPARE(counter(), QString::fromUtf8("1–100") + more);
     run("actionQuerySelectCount", {ModalScript::press("OK")});
     QCOMPARE(counter(), QString::fromUtf8("1–100 of 150") + more);
+    QCOMPARE(m_window->child<QLabel>("labelPointRows")->toolTip(),
+             "Nodes of the index so far: 0 skipped, 0 taken whole, 14 read point by point");
     run("actionQuerySelectNext");
     QCOMPARE(counter(), QString::fromUtf8("1–150 of 150"));
     // What comes is what one sees.
@@ -99,6 +101,7 @@ void PointRowsTest::stoppedAndFailedQueriesPromiseNoMore() {
     QCOMPARE(table()->topLevelItemCount(), 100);
     m_window->window().openDatabase(m_sample->copy("other.qrbx"), true);
     QCOMPARE(counter(), "");
+    QCOMPARE(m_window->child<QLabel>("labelPointRows")->toolTip(), "");
 }
 
 void PointRowsTest::selectedRowsAreCopiedAsTextAndAsAFilter() {

@@ -4,6 +4,7 @@
 #include "numbers/sizetext.h"
 #include "version.h"
 
+#include <QLocale>
 #include <QRegularExpression>
 #include <QTextDocument>
 
@@ -11,6 +12,10 @@ namespace tarvo::window {
 
 QString humanReadableSize(std::uint64_t bytes) {
     return QString::fromStdString(numbers::sizeText(bytes));
+}
+
+QString grouped(std::uint64_t count) {
+    return QLocale().toString(static_cast<qulonglong>(count));
 }
 
 QString durationText(std::int64_t milliseconds) {

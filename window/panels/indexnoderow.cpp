@@ -1,16 +1,8 @@
 #include "window/panels/indexnoderow.h"
 
-#include <QLocale>
+#include "window/common/textformat.h"
 
 namespace tarvo::window {
-
-namespace {
-
-QString grouped(std::int64_t count) {
-    return QLocale().toString(static_cast<qlonglong>(count));
-}
-
-}  // namespace
 
 IndexIcons::IndexIcons()
     : node(":/resources/gui/tree-node.png"), leaf(":/resources/gui/tree-leaf.png") {}
@@ -18,8 +10,10 @@ IndexIcons::IndexIcons()
 IndexNodeRow::IndexNodeRow(const qrb::pointcloud::IndexNode& node, int level,
                            const IndexIcons& icons)
     : NumericTreeWidgetItem({QString::number(node.id), node.children.empty() ? "leaf" : "node",
-                             QString::number(level), grouped(node.pointCountNode),
-                             grouped(node.pointCountTotal), QString::number(node.revision)}),
+                             QString::number(level),
+                             grouped(static_cast<std::uint64_t>(node.pointCountNode)),
+                             grouped(static_cast<std::uint64_t>(node.pointCountTotal)),
+                             QString::number(node.revision)}),
       m_id(node.id),
       m_ownPoints(node.pointCountNode),
       m_totalPoints(node.pointCountTotal),

@@ -42,8 +42,15 @@ QString countText(quint64 count) {
         return "No points match the current filter expression.";
     if (count == 1)
         return "One point matches the current filter expression.";
-    return QString("%0 points match the current filter expression.")
-        .arg(QLocale().toString(static_cast<qulonglong>(count)));
+    return QString("%0 points match the current filter expression.").arg(grouped(count));
+}
+
+// What a query's way through the index was.
+QString wayOf(const qrb::pointcloud::NodesPassed& nodes) {
+    return QObject::tr(
+               "Nodes of the index so far: %1 skipped, %2 taken whole, %3 read point by "
+               "point")
+        .arg(grouped(nodes.skipped), grouped(nodes.whole), grouped(nodes.read));
 }
 
 }  // namespace
@@ -309,12 +316,14 @@ PointDataPanel::Rows PointDataPanel::readRows(PointReader& reader, int pages, st
         rows.isEnd = count < PointReader::pageSize;
         progress({}, static_cast<double>(page + 1) / pages);
     }
+    rows.nodes = reader.nodesPassed();
     rows.milliseconds = timer.elapsed();
     return rows;
 }
 
 void PointDataPanel::showRows(const Rows& rows) {
     m_ui->labelPointData->setText(QString("%0 ms").arg(rows.milliseconds));
+    m_ui->labelPointRows->setToolTip(rows.nodes ? wayOf(*rows.nodes) : QString());
     if (rows.texts.empty()) {
         m_ui->actionQuerySelectCancel->setEnabled(true);
         m_ui->actionQuerySelectCancel->trigger();
@@ -338,20 +347,19 @@ bool PointDataPanel::isOfSelection(const Counted& counted) const {
 
 // Which points are shown, and of how many, where that is known.
 void PointDataPanel::showCounter() {
-    const auto number = [](quint64 count) {
-        return QLocale().toString(static_cast<qulonglong>(count));
-    };
     QString text;
     if (m_rowCounter > 0) {
-        text = QString("1\u2013%1").arg(number(m_rowCounter));
+        text = QString("1\u2013%1").arg(grouped(m_rowCounter));
         const bool isKnown = m_counted.points && m_counted.filter == m_runningFilter &&
                              m_counted.nodes == m_runningNodes;
         if (isKnown)
-            text += QString(" of %1").arg(number(*m_counted.points));
+            text += QString(" of %1").arg(grouped(*m_counted.points));
         if (m_reader && !(isKnown && *m_counted.points == m_rowCounter))
             text += " (more with F3, 1,000 more with Shift+F3)";
     }
     m_ui->labelPointRows->setText(text);
+    if (text.isEmpty())
+        m_ui->labelPointRows->setToolTip({});
 }
 
 void PointDataPanel::appendRows(const std::vector<QStringList>& texts) {

@@ -105,6 +105,7 @@ private:
         std::vector<QStringList> texts;      // with the row's number
         bool isEnd = false;                  // nothing is left
         std::optional<std::uint64_t> total;  // of the selection, where it was asked for
+        std::optional<qrb::pointcloud::NodesPassed> nodes;
         qint64 milliseconds = 0;
     };
     // How many points a selection has.

@@ -24,6 +24,8 @@ public:
     QString text(std::uint32_t row, int column) const;
     // Per cent of the work done.
     std::uint32_t progress() const { return m_pages.progress(); }
+    // What the way there has cost; none from a library that does not tell.
+    auto nodesPassed() const { return m_pages.nodesPassed(); }
 
 private:
     core::PointPages m_pages;

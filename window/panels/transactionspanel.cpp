@@ -318,8 +318,16 @@ void TransactionsPanel::on_actionManagementFinalize_triggered() {
 }
 
 void TransactionsPanel::on_actionManagementVacuum_triggered() {
-    if (canChangeFile() &&
-        confirmed(this, "Reorganize database file to release unused disk space?")) {
+    if (!canChangeFile())
+        return;
+    std::optional<std::uint64_t> unused;
+    if (!aside("Measuring unused disk space...",
+               [&](const StepProgress&) { unused = database()->management().unusedSize(); }))
+        return;
+    QString question = tr("Reorganize database file to release unused disk space?");
+    if (unused)
+        question += "\n\n" + tr("That releases about %1.").arg(humanReadableSize(*unused));
+    if (confirmed(this, question)) {
         const qint64 before = QFileInfo(m_session.fileName).size();
         change("Reorganizing the database file...", [this](const StepProgress& progress) {
             database()->management().vacuum(percentOf(progress));
