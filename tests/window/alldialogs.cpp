@@ -50,6 +50,15 @@ const std::map<QString, OpenDialog>& allDialogs() {
         {"DialogOpenSettings", byAction("actionOpen")},
         {"DialogCreateSettings", byAction("actionNew")},
         {"DialogExportAsQRB", byAction("actionExportAsQRB")},
+        {"DialogLicences",
+         [](const SampleWindow& window, Step step) {
+             // Opens upon the about box, which stays.
+             const Step about = [](QDialog* box) {
+                 ModalScript::press("Licences ...")(box);
+                 ModalScript::press("OK")(box);
+             };
+             window.run("actionAbout", {about, std::move(step)});
+         }},
         {"DialogImportPoints",
          [](const SampleWindow& window, Step step) {
              const QFileInfo database(window.window().session().fileName);

@@ -59,6 +59,7 @@ private slots:
     void listsTakeTheUsualKeys();
     void keysAreKeptAndForgotten();
     void settingsThatCanNotBeWrittenAreToldOnce();
+    void licencesAreShown();
 
 private:
     QString committedTitle() const;
@@ -355,6 +356,24 @@ void OffersTest::settingsThatCanNotBeWrittenAreToldOnce() {
     QVERIFY(isDark && isLight);
     QCOMPARE(told.size(), 1);
     QVERIFY(told[0].startsWith("/proc/none"));
+}
+
+void OffersTest::licencesAreShown() {
+    QString text;
+    m_window->run("actionAbout", {[](QDialog* box) {
+                                      ModalScript::press("Licences ...")(box);
+                                      QVERIFY(box->isVisible());
+                                      ModalScript::press("OK")(box);
+                                  },
+                                  [&](QDialog* dialog) {
+                                      text =
+                                          in<QPlainTextEdit>(dialog, "editLicences")->toPlainText();
+                                      dialog->reject();
+                                  }});
+    // The program's own, and one whose text comes from the packages, without the marks in it.
+    QVERIFY(text.contains("MIT License\n\nCopyright"));
+    QVERIFY(text.contains("met:\n\n* Redistributions of source code"));
+    QVERIFY(!text.contains('@'));
 }
 
 GUI_TEST_MAIN(OffersTest)

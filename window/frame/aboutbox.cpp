@@ -2,11 +2,13 @@
 
 #include "catalogue/catalogue.h"
 #include "window/common/textformat.h"
+#include "window/dialogs/dialoglicences.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QIcon>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QStringList>
 
 namespace tarvo::window {
@@ -47,6 +49,11 @@ void showAboutBox(QWidget* parent, const qrb::Context& context) {
     box.setTextFormat(Qt::PlainText);
     box.setText(aboutText(programName(), context));
     box.setIconPixmap(QIcon(":/resources/logo.png").pixmap(64, 64));
+    const QPushButton* licences =
+        box.addButton(QObject::tr("&Licences ..."), QMessageBox::ActionRole);
+    licences->disconnect(&box);  // or it would close the box
+    QObject::connect(licences, &QPushButton::clicked, &box,
+                     [&box] { DialogLicences(&box).exec(); });
     box.exec();
 }
 
