@@ -81,9 +81,10 @@ DialogExportAsQRB::~DialogExportAsQRB() {
 }
 
 void DialogExportAsQRB::fillLists() {
-    m_ui->listAttributes->setEntries("Point attributes",
+    m_ui->listAttributes->setEntries(tr("Point attributes"), tr("Search in point attributes"),
                                      textList(m_database.pointAttributes().list()));
-    m_ui->listMetaData->setEntries("Meta data items", textList(m_database.metaData().list()));
+    m_ui->listMetaData->setEntries(tr("Meta data items"), tr("Search in meta data items"),
+                                   textList(m_database.metaData().list()));
 }
 
 core::Selection DialogExportAsQRB::selection() const {
