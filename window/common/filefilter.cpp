@@ -30,6 +30,10 @@ const QString& pointFileTypeFilter() {
     return filter;
 }
 
+QString withAllFiles(const QString& filter) {
+    return filter + ";;" + QObject::tr("All files (*.*)");
+}
+
 QString databaseFileDialogFilter() {
     static const QRegularExpression pattern(R"(\*\.[\w\?\*]+)");
     QStringList all;

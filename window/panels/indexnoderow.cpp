@@ -17,7 +17,8 @@ IndexIcons::IndexIcons()
 
 IndexNodeRow::IndexNodeRow(const qrb::pointcloud::IndexNode& node, int level,
                            const IndexIcons& icons)
-    : NumericTreeWidgetItem({QString::number(node.id), node.children.empty() ? "leaf" : "node",
+    : NumericTreeWidgetItem({QString::number(node.id),
+                             node.children.empty() ? QObject::tr("leaf") : QObject::tr("node"),
                              QString::number(level), grouped(node.pointCountNode),
                              grouped(node.pointCountTotal), QString::number(node.revision)}),
       m_id(node.id),
@@ -29,7 +30,7 @@ QVariant IndexNodeRow::data(int column, int role) const {
     if (column == NODE_ID && role == Qt::UserRole)
         return m_id;
     if (column == NODE_ID && role == Qt::ToolTipRole)
-        return "click to show node details\ndouble click to load point data";
+        return QObject::tr("click to show node details\ndouble click to load point data");
     if (column == NODE_TYPE && role == Qt::DecorationRole)
         return m_icon;
     if (role == sortValueRole && (column == NODE_POINTS || column == NODE_TOTAL))

@@ -39,10 +39,10 @@ constexpr std::uint32_t countBatch = 1'000'000;
 
 QString countText(quint64 count) {
     if (count == 0)
-        return "No points match the current filter expression.";
+        return QObject::tr("No points match the current filter expression.");
     if (count == 1)
-        return "One point matches the current filter expression.";
-    return QString("%0 points match the current filter expression.")
+        return QObject::tr("One point matches the current filter expression.");
+    return QObject::tr("%0 points match the current filter expression.")
         .arg(QLocale().toString(static_cast<qulonglong>(count)));
 }
 
@@ -198,11 +198,12 @@ core::PointSelection PointDataPanel::selection() {
         return result;
     result.nodes = core::parseNodeList(nodes);
     if (result.nodes->size() > core::parseSingleNodes(nodes).size())
-        workAside(this, "Reading the point index...", m_session.context, [&](const StepProgress&) {
-            qrb::pointcloud::IndexNode root;
-            database()->stat().index(root);
-            result.nodes = core::existingNodes(nodes, root);
-        });
+        workAside(this, tr("Reading the point index..."), m_session.context,
+                  [&](const StepProgress&) {
+                      qrb::pointcloud::IndexNode root;
+                      database()->stat().index(root);
+                      result.nodes = core::existingNodes(nodes, root);
+                  });
     return result;
 }
 
@@ -233,7 +234,7 @@ PointDataPanel::Rows PointDataPanel::firstRows(int pages) {
     }
     Rows rows;
     std::unique_ptr<PointReader> reader;
-    workAside(this, "Reading points...", m_session.context, [&](const StepProgress& progress) {
+    workAside(this, tr("Reading points..."), m_session.context, [&](const StepProgress& progress) {
         reader = std::make_unique<PointReader>(*database(), wanted);
         rows = readRows(*reader, pages, 0, progress);
         if (wanted.filter.empty() && !wanted.nodes)
@@ -282,9 +283,10 @@ void PointDataPanel::keepSelection() {
 PointDataPanel::Rows PointDataPanel::nextRows(int pages) {
     Rows rows;
     try {
-        workAside(this, "Reading points...", m_session.context, [&](const StepProgress& progress) {
-            rows = readRows(*m_reader, pages, m_rowCounter, progress);
-        });
+        workAside(this, tr("Reading points..."), m_session.context,
+                  [&](const StepProgress& progress) {
+                      rows = readRows(*m_reader, pages, m_rowCounter, progress);
+                  });
     } catch (...) {
         m_reader.reset();
         showCounter();
@@ -314,11 +316,11 @@ PointDataPanel::Rows PointDataPanel::readRows(PointReader& reader, int pages, st
 }
 
 void PointDataPanel::showRows(const Rows& rows) {
-    m_ui->labelPointData->setText(QString("%0 ms").arg(rows.milliseconds));
+    m_ui->labelPointData->setText(tr("%0 ms").arg(rows.milliseconds));
     if (rows.texts.empty()) {
         m_ui->actionQuerySelectCancel->setEnabled(true);
         m_ui->actionQuerySelectCancel->trigger();
-        showInformation(this, "No data received.");
+        showInformation(this, tr("No data received."));
         return;
     }
     appendRows(rows.texts);
@@ -347,9 +349,9 @@ void PointDataPanel::showCounter() {
         const bool isKnown = m_counted.points && m_counted.filter == m_runningFilter &&
                              m_counted.nodes == m_runningNodes;
         if (isKnown)
-            text += QString(" of %1").arg(number(*m_counted.points));
+            text = tr("%1 of %2").arg(text, number(*m_counted.points));
         if (m_reader && !(isKnown && *m_counted.points == m_rowCounter))
-            text += " (more with F3, 1,000 more with Shift+F3)";
+            text = tr("%1 (more with F3, 1,000 more with Shift+F3)").arg(text);
     }
     m_ui->labelPointRows->setText(text);
 }
@@ -405,13 +407,14 @@ void PointDataPanel::on_actionQuerySelectCount_triggered() {
     quint64 total = 0;
     const bool done = guarded([&] {
         const auto wanted = selection();
-        workAside(this, "Counting points...", m_session.context, [&](const StepProgress& progress) {
-            auto query = wanted.query(*database());
-            while (const std::uint32_t count = query.next(countBatch)) {
-                total += count;
-                progress({}, query.progress() / 100.0);
-            }
-        });
+        workAside(this, tr("Counting points..."), m_session.context,
+                  [&](const StepProgress& progress) {
+                      auto query = wanted.query(*database());
+                      while (const std::uint32_t count = query.next(countBatch)) {
+                          total += count;
+                          progress({}, query.progress() / 100.0);
+                      }
+                  });
     });
     if (!done)
         return;
@@ -428,24 +431,24 @@ void PointDataPanel::on_actionQuerySelectFind_triggered() {
 void PointDataPanel::on_actionQuerySelectExport_triggered() {
     if (!database())
         return;
-    static const QStringList filters = {"Comma-separated values (*.csv)",
-                                        "Semicolon-separated values (*.csv)",
-                                        "Tab-separated values (*.csv)"};
+    static const QStringList filters = {tr("Comma-separated values (*.csv)"),
+                                        tr("Semicolon-separated values (*.csv)"),
+                                        tr("Tab-separated values (*.csv)")};
     static constexpr char separators[] = {',', ';', '\t'};
     QString chosen = filters.first();
-    const QString name = QFileDialog::getSaveFileName(this, "Export", m_session.fileName + ".csv",
-                                                      filters.join(";;"), &chosen);
+    const QString name = QFileDialog::getSaveFileName(
+        this, tr("Export"), m_session.fileName + ".csv", filters.join(";;"), &chosen);
     if (name.isEmpty())
         return;
-    QString result = "Export successfully finished.";
+    QString result = tr("Export successfully finished.");
     const bool done = guarded([&] {
         const auto wanted = selection();
         const auto file =
-            openOutput(name, "Failed to open export file.", {m_session.fileName.toStdString()});
+            openOutput(name, tr("Failed to open export file."), {m_session.fileName.toStdString()});
         const QStringList attributes = m_columns.shownAttributes();
         const char separator = separators[std::max<qsizetype>(filters.indexOf(chosen), 0)];
         bool isLeft = false;
-        workAside(this, "Exporting points...", m_session.context,
+        workAside(this, tr("Exporting points..."), m_session.context,
                   [&](const StepProgress& progress) {
                       const std::uint64_t points = exportPoints(
                           *database(), wanted, attributes, separator, *file, percentOf(progress));
@@ -456,7 +459,7 @@ void PointDataPanel::on_actionQuerySelectExport_triggered() {
                           file->publish();
                   });
         if (isLeft)
-            result = QString("No points are selected; \"%0\" was left as it was.")
+            result = tr("No points are selected; \"%0\" was left as it was.")
                          .arg(QDir::toNativeSeparators(name));
     });
     if (done)
