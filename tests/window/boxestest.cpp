@@ -203,7 +203,7 @@ void BoxesTest::workThatWasCancelledCanBeDoneAgain() {
 
 void BoxesTest::checkListChecksWhatItShows() {
     CheckList list;
-    list.setEntries("Things", {"one", "two", "Three", "four"});
+    list.setEntries("Things", "Search in things", {"one", "two", "Three", "four"});
     list.show();
     const auto* count = in<QLabel>(&list, "labelCount");
     QCOMPARE(count->text(), "4 of 4");

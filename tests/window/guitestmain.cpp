@@ -1,5 +1,6 @@
 #include "tests/window/guitestmain.h"
 
+#include "window/app/language.h"
 #include "window/app/qrbadminapplication.h"
 #include "window/app/startup.h"
 #include "window/common/appearance.h"
@@ -7,7 +8,6 @@
 #include "window/dialogs/importadvice.h"
 #include "window/frame/mainwindow.h"
 
-#include <QLocale>
 #include <QTemporaryDir>
 #include <QtTest>
 #include <memory>
@@ -24,11 +24,11 @@ int runGuiTest(int argc, char* argv[], const std::function<QObject*()>& make) {
     qputenv("XDG_CONFIG_HOME", home.filePath("config").toUtf8());
     qputenv("XDG_RUNTIME_DIR", home.filePath("run").toUtf8());
 
-    QLocale::setDefault(QLocale("en"));
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QRBAdminApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     Q_INIT_RESOURCE(qrbadmin);
+    useLanguage(qEnvironmentVariable("QRB_TEST_LANGUAGE", "en"));
     setApplicationNames();
     setAdvice();
     applyTheme();

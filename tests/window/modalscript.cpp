@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QCoreApplication>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -54,8 +55,12 @@ void ModalScript::arm() {
 }
 
 bool ModalScript::pressButton(QWidget* parent, const QString& button) {
+    // The toolkit's own buttons are named in the language that is used.
+    QStringList names(button);
+    for (const QString& own : {button, '&' + button})
+        names += QCoreApplication::translate("QPlatformTheme", qPrintable(own)).remove('&');
     for (auto* each : parent->findChildren<QAbstractButton*>()) {
-        if (each->text().remove('&') == button) {
+        if (names.contains(each->text().remove('&'))) {
             QTest::mouseClick(each, Qt::LeftButton);
             return true;
         }

@@ -1,3 +1,4 @@
+#include "window/app/language.h"
 #include "window/app/qrbadminapplication.h"
 #include "window/app/startup.h"
 #include "window/common/appearance.h"
@@ -19,7 +20,6 @@ int main(int argc, char* argv[]) {
 #ifdef SIGXFSZ
     std::signal(SIGXFSZ, SIG_IGN);  // a limit of the file size is an error of the write
 #endif
-    QLocale::setDefault(QLocale("en"));
     // Also where no window could be opened.
     QStringList arguments;
     for (int i = 0; i < argc; ++i)
@@ -28,7 +28,13 @@ int main(int argc, char* argv[]) {
         std::fputs(qUtf8Printable(*answer), stdout);
         return 0;
     }
+    const auto language = languageOption(arguments);
+    if (language && !speaks(*language)) {
+        std::fputs(qUtf8Printable(unknownLanguage(*language)), stderr);
+        return 2;
+    }
     QRBAdminApplication application(argc, argv);
+    useLanguage(language ? *language : spokenLanguage(QLocale::system().uiLanguages()));
     Q_INIT_RESOURCE(qrbadmin);
     setApplicationNames();
     setAdvice();
@@ -36,8 +42,8 @@ int main(int argc, char* argv[]) {
         // In the middle of what keeps them nobody expects a box.
         QTimer::singleShot(0, qApp, [fileName] {
             showWarning(QApplication::activeWindow(),
-                        QString("The settings can't be written to \"%1\".\n"
-                                "What is chosen now is gone when the program ends.")
+                        QObject::tr("The settings can't be written to \"%1\".\n"
+                                    "What is chosen now is gone when the program ends.")
                             .arg(fileName));
         });
     });

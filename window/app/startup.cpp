@@ -24,13 +24,14 @@ namespace {
 std::optional<QString> otherLibrary(const QString& failed, const QString& reason) {
     const QString tried = failed.isEmpty() ? QString(qrb::defaultLibraryName) : failed;
     QMessageBox box(QMessageBox::Critical, programName(),
-                    QString("%1\n\nLibrary: %2").arg(reason, tried));
+                    QObject::tr("%1\n\nLibrary: %2").arg(reason, tried));
     box.setTextFormat(Qt::PlainText);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    const auto* browse = box.addButton("&Browse ...", QMessageBox::AcceptRole);
+    const auto* browse = box.addButton(QObject::tr("&Browse ..."), QMessageBox::AcceptRole);
     const QAbstractButton* standard =
-        failed.isEmpty() ? nullptr : box.addButton("&Default Library", QMessageBox::ResetRole);
-    box.addButton("&Quit", QMessageBox::RejectRole);
+        failed.isEmpty() ? nullptr
+                         : box.addButton(QObject::tr("&Default Library"), QMessageBox::ResetRole);
+    box.addButton(QObject::tr("&Quit"), QMessageBox::RejectRole);
     box.exec();
     if (box.clickedButton() == standard && standard)
         return QString();

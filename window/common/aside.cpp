@@ -88,7 +88,9 @@ private:
 class AsideDialog {
 public:
     AsideDialog(QWidget* parent, const QString& text, Shared& shared)
-        : m_text(text), m_shared(shared), m_dialog(QString(), "Cancel", 0, 100, parent) {
+        : m_text(text),
+          m_shared(shared),
+          m_dialog(QString(), QObject::tr("Cancel"), 0, 100, parent) {
         auto* label = new QLabel(&m_dialog);
         label->setTextFormat(Qt::PlainText);
         m_dialog.setLabel(label);
@@ -127,7 +129,7 @@ private:
         }
         const QString shown = m_dialog.fontMetrics().elidedText(QString::fromStdString(step),
                                                                 Qt::ElideMiddle, labelWidth);
-        const QString below = m_shared.cancelled ? "Cancelling ..." : shown;
+        const QString below = m_shared.cancelled ? QObject::tr("Cancelling ...") : shown;
         m_dialog.setLabelText(below.isEmpty() ? m_text : m_text + '\n' + below);
         m_dialog.setValue(static_cast<int>(fraction * 100));
     }

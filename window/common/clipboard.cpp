@@ -10,8 +10,12 @@ namespace tarvo::window {
 
 namespace {
 
-const char* const copyMenuTexts[] = {"...as JSON string", "...as C++ string", "...as Pascal string",
-                                     "...as Python string"};
+const char* const copyMenuTexts[] = {
+    QT_TRANSLATE_NOOP("QObject", "...as JSON string"),
+    QT_TRANSLATE_NOOP("QObject", "...as C++ string"),
+    QT_TRANSLATE_NOOP("QObject", "...as Pascal string"),
+    QT_TRANSLATE_NOOP("QObject", "...as Python string"),
+};
 
 // In double quotes. letters: those that stand behind a backslash for the first of these characters;
 // control: the text of any other one.
@@ -79,11 +83,11 @@ QString quoted(const QString& text, Quoting quoting) {
 }
 
 QMenu* createCopyMenu(QWidget* parent, QObject* receiver, const char* slot) {
-    auto* menu = new QMenu("Copy to clipboard...", parent);
+    auto* menu = new QMenu(QObject::tr("Copy to clipboard..."), parent);
     menu->setIcon(QIcon(":/resources/gui/copy.png"));
     int variant = 0;
     for (const char* text : copyMenuTexts) {
-        QAction* action = menu->addAction(text);
+        QAction* action = menu->addAction(QObject::tr(text));
         action->setData(variant++);
         QObject::connect(action, SIGNAL(triggered()), receiver, slot);
     }
@@ -96,7 +100,7 @@ void copyToClipboard(const QString& text) {
 
 void copyToClipboard(const QString& text, const QAction* action) {
     for (int variant = 0; action && variant < 4; ++variant) {
-        if (action->text() == copyMenuTexts[variant] && action->data() == variant)
+        if (action->text() == QObject::tr(copyMenuTexts[variant]) && action->data() == variant)
             copyToClipboard(quoted(text, static_cast<Quoting>(variant)));
     }
 }

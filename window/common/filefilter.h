@@ -11,6 +11,9 @@ const QString& databaseFileTypeFilter();
 // The formats of other programs that are read, as one entry.
 const QString& pointFileTypeFilter();
 
+// The filter with "All files (*.*)" at the end.
+QString withAllFiles(const QString& filter);
+
 // Those of databases with an entry of all patterns in front and "All files (*.*)" at the end.
 QString databaseFileDialogFilter();
 

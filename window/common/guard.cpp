@@ -29,7 +29,7 @@ ErrorText describe(const std::exception_ptr& error) {
     } catch (const std::exception& failure) {
         return {QString::fromUtf8(failure.what()), {}};
     } catch (...) {
-        return {"Unknown error.", {}};
+        return {QObject::tr("Unknown error."), {}};
     }
 }
 

@@ -9,8 +9,8 @@ namespace tarvo::window {
 
 QString chooseLibrary(QWidget* parent, const QString& start) {
     return QDir::toNativeSeparators(
-        QFileDialog::getOpenFileName(parent, "Switch QRB Library...", start,
-                                     QString("QRB Library (%1)").arg(qrb::libraryFilePattern)));
+        QFileDialog::getOpenFileName(parent, QObject::tr("Switch QRB Library..."), start,
+                                     QObject::tr("QRB Library (%1)").arg(qrb::libraryFilePattern)));
 }
 
 }  // namespace tarvo::window

@@ -26,7 +26,8 @@ qsizetype endOfPiece(const QString& text, qsizetype begin) {
 }
 
 void append(QPlainTextEdit* pane, const QString& text) {
-    QProgressDialog dialog("Showing the text...", "Cancel", 0, 100, pane->window());
+    QProgressDialog dialog(QObject::tr("Showing the text..."), QObject::tr("Cancel"), 0, 100,
+                           pane->window());
     dialog.setWindowModality(Qt::WindowModal);
     dialog.setWindowTitle("qrbadmin");
     dialog.setAutoClose(false);

@@ -40,8 +40,8 @@ QString aroundCaret(const QString& details, const QFont& font) {
 
 // A button that puts the text on the clipboard and leaves the box open.
 void addCopyButton(QMessageBox& box, const QString& text) {
-    auto* button = box.addButton("Copy", QMessageBox::ActionRole);
-    button->setToolTip("Copy text and details to the clipboard");
+    auto* button = box.addButton(QObject::tr("Copy"), QMessageBox::ActionRole);
+    button->setToolTip(QObject::tr("Copy text and details to the clipboard"));
     button->disconnect(SIGNAL(clicked(bool)));
     QObject::connect(button, &QPushButton::clicked, &box, [text] { copyToClipboard(text); });
     box.setDefaultButton(QMessageBox::Ok);
@@ -70,7 +70,7 @@ void showBox(QWidget* parent, QMessageBox::Icon icon, const QString& title, cons
 }
 
 bool ask(QWidget* parent, const QString& question, QMessageBox::StandardButton answer) {
-    QMessageBox box(QMessageBox::Question, "Confirmation", QString(),
+    QMessageBox box(QMessageBox::Question, QObject::tr("Confirmation"), QString(),
                     QMessageBox::Yes | QMessageBox::No, parent);
     box.setTextFormat(Qt::PlainText);
     box.setText(question);
@@ -109,7 +109,8 @@ bool lossConfirmed(QWidget* parent, const QString& question) {
 }
 
 bool lossConfirmed(QWidget* parent, const QString& question, const QString& action) {
-    QMessageBox box(QMessageBox::Question, "Confirmation", QString(), QMessageBox::Cancel, parent);
+    QMessageBox box(QMessageBox::Question, QObject::tr("Confirmation"), QString(),
+                    QMessageBox::Cancel, parent);
     box.setTextFormat(Qt::PlainText);
     box.setText(question);
     const QPushButton* const doing = box.addButton(action, QMessageBox::AcceptRole);

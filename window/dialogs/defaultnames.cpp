@@ -17,7 +17,7 @@ void suggestNames(QComboBox* box, const QStringList& names, const QStringList& t
             continue;
         }
         model->item(i)->setEnabled(false);
-        box->setItemData(i, "exists already", Qt::ToolTipRole);
+        box->setItemData(i, QObject::tr("exists already"), Qt::ToolTipRole);
     }
     auto* completer = new QCompleter(free, box);
     completer->setFilterMode(Qt::MatchContains);

@@ -8,11 +8,12 @@
 namespace tarvo::window {
 
 DialogChangelogSignature::DialogChangelogSignature(const QString& entry, QWidget* parent)
-    : DialogSignature("DialogChangelogSignature", "&Log entry:", entry.section('\n', 0, 0), parent),
+    : DialogSignature("DialogChangelogSignature", tr("&Log entry:"), entry.section('\n', 0, 0),
+                      parent),
       m_entry(entry) {
-    setWindowTitle("Verify Log Entry Signature");
-    addMethod("1 (default)", 1);
-    connect(addButton("buttonVerify", "&Verify Signature"), &QPushButton::clicked, this,
+    setWindowTitle(tr("Verify Log Entry Signature"));
+    addMethod(tr("1 (default)"), 1);
+    connect(addButton("buttonVerify", tr("&Verify Signature")), &QPushButton::clicked, this,
             &DialogChangelogSignature::on_buttonVerify_clicked);
     addCloseButton();
     restore();

@@ -11,7 +11,7 @@ namespace tarvo::window {
 
 DialogComparison::DialogComparison(const QString& states, const QString& report, QWidget* parent)
     : QDialog(parent), m_settings("DialogComparison") {
-    setWindowTitle("Compare Transactions");
+    setWindowTitle(tr("Compare Transactions"));
     auto* layout = new QVBoxLayout(this);
     auto* label = new QLabel(this);
     label->setObjectName("labelStates");
@@ -20,7 +20,7 @@ DialogComparison::DialogComparison(const QString& states, const QString& report,
     layout->addWidget(label);
     auto* pane = new QPlainTextEdit(this);
     pane->setObjectName("textComparison");
-    pane->setAccessibleName("Differences");
+    pane->setAccessibleName(tr("Differences"));
     pane->setReadOnly(true);
     // Keys can go through it and select, too.
     pane->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);

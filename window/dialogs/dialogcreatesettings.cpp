@@ -22,7 +22,9 @@ namespace tarvo::window {
 
 namespace {
 
-const char* const settingsFileFilter = "JSON files (*.json);;All files (*.*)";
+QString settingsFileFilter() {
+    return withAllFiles(QObject::tr("JSON files (*.json)"));
+}
 
 }  // namespace
 
@@ -64,7 +66,7 @@ DialogCreateSettings::DialogCreateSettings(const qrb::Context& context, const Se
     // The slider is not to move while its value gets longer.
     auto* level = m_ui->labelCompressionLevelValue;
     level->setMinimumWidth(level->fontMetrics().horizontalAdvance("100 %"));
-    m_ui->editSchemaList->addItem("(none)");
+    m_ui->editSchemaList->addItem(tr("(none)"));
     m_schemas = fillSchemaList(m_ui->editSchemaList);
     m_ui->editSchemaList->setCurrentIndex(0);
     buildMenu();
@@ -131,12 +133,12 @@ void DialogCreateSettings::writeChunks(const Settings& settings) {
         m_ui->editChunkMode->setCurrentIndex(1);
         isShown = showSize(m_ui->editChunkSizeLvl, settings.chunkSize);
     } else {
-        showError(this, QString("Invalid chunk mode: %0").arg(settings.chunkMode));
+        showError(this, tr("Invalid chunk mode: %0").arg(settings.chunkMode));
         return;
     }
     on_editChunkMode_currentIndexChanged(m_ui->editChunkMode->currentIndex());
     if (!isShown)
-        showError(this, QString("Invalid chunk size: %0").arg(settings.chunkSize));
+        showError(this, tr("Invalid chunk size: %0").arg(settings.chunkSize));
 }
 
 // Whether the widgets can show the mode.
@@ -149,12 +151,12 @@ bool DialogCreateSettings::writeLevelOfDetail(const Settings& settings) {
         m_ui->editLodMode->setCurrentIndex(1);
         isShown = showSize(m_ui->editLodSizeCombine, settings.chunkSizeLOD);
     } else {
-        showError(this, QString("Invalid LOD mode: %0").arg(settings.lodMode));
+        showError(this, tr("Invalid LOD mode: %0").arg(settings.lodMode));
         return false;
     }
     on_editLodMode_currentIndexChanged(m_ui->editLodMode->currentIndex());
     if (!isShown)
-        showError(this, QString("Invalid LOD size: %0").arg(settings.chunkSizeLOD));
+        showError(this, tr("Invalid LOD size: %0").arg(settings.chunkSizeLOD));
     return true;
 }
 
@@ -199,7 +201,7 @@ std::string DialogCreateSettings::schema() const {
 
 void DialogCreateSettings::accept() {
     if (location().isEmpty()) {
-        showError(this, "Location missing.");
+        showError(this, tr("Location missing."));
         return;
     }
     QDialog::accept();
@@ -207,9 +209,9 @@ void DialogCreateSettings::accept() {
 
 void DialogCreateSettings::on_buttonLocation_clicked() {
     // Whoever creates the file asks whether it may replace another one.
-    const QString name =
-        QFileDialog::getSaveFileName(this, "New Database", location(), databaseFileDialogFilter(),
-                                     nullptr, QFileDialog::DontConfirmOverwrite);
+    const QString name = QFileDialog::getSaveFileName(this, tr("New Database"), location(),
+                                                      databaseFileDialogFilter(), nullptr,
+                                                      QFileDialog::DontConfirmOverwrite);
     if (!name.isEmpty())
         m_ui->editLocation->setText(QDir::toNativeSeparators(name));
 }
@@ -246,7 +248,7 @@ void DialogCreateSettings::on_editLodMode_currentIndexChanged(int index) {
 
 void DialogCreateSettings::on_actionLoad_triggered() {
     const QString name =
-        QFileDialog::getOpenFileName(this, "Load Settings", {}, settingsFileFilter);
+        QFileDialog::getOpenFileName(this, tr("Load Settings"), {}, settingsFileFilter());
     if (name.isEmpty())
         return;
     guarded(this, [&] {
@@ -259,7 +261,8 @@ void DialogCreateSettings::on_actionLoad_triggered() {
 
 void DialogCreateSettings::on_actionSave_triggered() {
     const QString proposed = (location().isEmpty() ? "create-settings" : location()) + ".json";
-    const QString name = chooseOutput(this, "Save Settings", proposed, settingsFileFilter, "json");
+    const QString name =
+        chooseOutput(this, tr("Save Settings"), proposed, settingsFileFilter(), "json");
     if (name.isEmpty())
         return;
     guarded(this, [&] {

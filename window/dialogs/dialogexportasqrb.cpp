@@ -67,7 +67,7 @@ DialogExportAsQRB::DialogExportAsQRB(const Source& source, const PlaceCheck& che
     useProgressBar(m_ui->progressBar);
     // Completion would change the expression while it is typed.
     m_ui->editFilter->setCompleter(nullptr);
-    m_ui->editFilter->lineEdit()->setPlaceholderText("all points");
+    m_ui->editFilter->lineEdit()->setPlaceholderText(tr("all points"));
     FilterHistory::show(m_ui->editFilter);
     m_ui->editTarget->setText(proposedTarget(m_fileName));
     fillLists();
@@ -81,9 +81,10 @@ DialogExportAsQRB::~DialogExportAsQRB() {
 }
 
 void DialogExportAsQRB::fillLists() {
-    m_ui->listAttributes->setEntries("Point attributes",
+    m_ui->listAttributes->setEntries(tr("Point attributes"), tr("Search in point attributes"),
                                      textList(m_database.pointAttributes().list()));
-    m_ui->listMetaData->setEntries("Meta data items", textList(m_database.metaData().list()));
+    m_ui->listMetaData->setEntries(tr("Meta data items"), tr("Search in meta data items"),
+                                   textList(m_database.metaData().list()));
 }
 
 core::Selection DialogExportAsQRB::selection() const {
@@ -123,12 +124,12 @@ bool DialogExportAsQRB::mayWriteTarget() {
     if (!target.exists())
         return true;
     if (files::identityOf(m_ui->editTarget->text().toStdString()) == m_identity)
-        throw std::runtime_error(
-            "The copy can't replace the database that it is made from.\nChoose another location.");
+        throw std::runtime_error(tr("The copy can't replace the database that it is made "
+                                    "from.\nChoose another location.")
+                                     .toStdString());
     m_checkPlace(m_ui->editTarget->text());
     return lossConfirmed(
-        this,
-        QString("The file \"%0\" exists already.\nReplace it?").arg(m_ui->editTarget->text()));
+        this, tr("The file \"%0\" exists already.\nReplace it?").arg(m_ui->editTarget->text()));
 }
 
 void DialogExportAsQRB::on_pushButtonExport_clicked() {
@@ -147,13 +148,14 @@ void DialogExportAsQRB::exportDatabase() {
     // The changelog is read from the file, all else from the database that is open.
     if (changelog && files::identityOf(m_fileName.toStdString()) != m_identity)
         throw std::runtime_error(
-            "The changelog can't be taken over: the database's file was replaced, renamed or "
-            "deleted since it was opened.\nExport without the changelog.");
+            tr("The changelog can't be taken over: the database's file was replaced, renamed or "
+               "deleted since it was opened.\nExport without the changelog.")
+                .toStdString());
     // What was written is removed on every exit but publish().
     core::NewDatabase target(m_database.context(), location.toStdString(),
                              QFileInfo::exists(location));
     const double milliseconds =
-        work("Export cancelled.", [&](const qrb::pointcloud::Progress& progress) {
+        work(tr("Export cancelled."), [&](const qrb::pointcloud::Progress& progress) {
             target.create(m_target);
             qrb::Pointcloud& cloud = target.cloud();
             qrb::pointcloud::TransactionGuard transaction(
@@ -169,8 +171,8 @@ void DialogExportAsQRB::exportDatabase() {
     target.publish();
     if (!what.filter.empty())
         FilterHistory::add(m_ui->editFilter->currentText());
-    if (confirmed(this, QString("Successfully finished!\n\nPoints: %0\nDuration: %1 ms\n\n"
-                                "Open the new database?")
+    if (confirmed(this, tr("Successfully finished!\n\nPoints: %0\nDuration: %1 ms\n\n"
+                           "Open the new database?")
                             .arg(QLocale().toString(static_cast<qulonglong>(m_points)),
                                  QLocale().toString(milliseconds, 'f', 1))))
         accept();

@@ -25,8 +25,9 @@ QString filesText(const QStringList& fileNames) {
     for (const QString& name : fileNames.mid(0, shown))
         names += QFileInfo(name).fileName();
     const QString text = names.join(", ");
-    return fileNames.size() > shown ? text + QString(" and %0 more").arg(fileNames.size() - shown)
-                                    : text;
+    return fileNames.size() > shown
+               ? QObject::tr("%0 and %1 more").arg(text, QString::number(fileNames.size() - shown))
+               : text;
 }
 
 QString extentText(const exchange::ImportPlan& plan) {
@@ -62,8 +63,9 @@ core::Shape ImportShape::shape() const {
         shape.distance = QLocale::c().toDouble(distance, &isNumber);
         if (!isNumber || !(shape.distance >= core::Thinning::leastDistance &&
                            shape.distance <= core::Thinning::mostDistance))
-            throw core::Failure("\"" + distance.toStdString() + "\" is no distance.",
-                                "A positive number is needed, for example 0.05.");
+            throw core::Failure(
+                QObject::tr("\"%1\" is no distance.").arg(distance).toStdString(),
+                QObject::tr("A positive number is needed, for example 0.05.").toStdString());
     }
     if (!bounds.isEmpty())
         shape.bounds = core::boundsFromText(bounds.toStdString());
@@ -102,7 +104,7 @@ DialogImportPoints::~DialogImportPoints() {
 void DialogImportPoints::showFindings() {
     m_ui->labelFiles->setText(filesText(m_findings.fileNames));
     m_ui->labelPoints->setText(QLocale().toString(static_cast<qulonglong>(m_findings.pointCount)));
-    m_ui->labelSystem->setText(m_findings.system.isEmpty() ? "not told" : m_findings.system);
+    m_ui->labelSystem->setText(m_findings.system.isEmpty() ? tr("not told") : m_findings.system);
     m_ui->widgetShape->hide();
     showPlan();
     constexpr int widest = 200;
@@ -142,7 +144,7 @@ void DialogImportPoints::showPlan() {
 void DialogImportPoints::showTarget(const ImportTarget& target) {
     const bool takes = !target.fileName.isEmpty() && target.refusal.isEmpty();
     m_ui->radioOpen->setEnabled(takes);
-    m_ui->labelOpen->setText(target.fileName.isEmpty() ? "none is open"
+    m_ui->labelOpen->setText(target.fileName.isEmpty() ? tr("none is open")
                              : takes                   ? QFileInfo(target.fileName).fileName()
                                                        : target.refusal);
     m_ui->labelOpen->setEnabled(takes);
@@ -181,7 +183,7 @@ void DialogImportPoints::read(ImportWish& wish) const {
 void DialogImportPoints::accept() {
     const QString location = m_ui->editLocation->text().trimmed();
     if (m_ui->radioNew->isChecked() && location.isEmpty()) {
-        showError(this, "Location missing.");
+        showError(this, tr("Location missing."));
         return;
     }
     if (m_ui->radioNew->isChecked())
@@ -196,7 +198,7 @@ void DialogImportPoints::accept() {
 void DialogImportPoints::on_buttonLocation_clicked() {
     // Whoever creates the file asks whether it may replace another one.
     const QString name = QFileDialog::getSaveFileName(
-        this, "New Database", m_ui->editLocation->text().trimmed(), databaseFileDialogFilter(),
+        this, tr("New Database"), m_ui->editLocation->text().trimmed(), databaseFileDialogFilter(),
         nullptr, QFileDialog::DontConfirmOverwrite);
     if (name.isEmpty())
         return;

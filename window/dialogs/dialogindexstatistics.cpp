@@ -45,14 +45,15 @@ std::vector<Level> DialogIndexStatistics::levels(const IndexNode& root) {
 
 DialogIndexStatistics::DialogIndexStatistics(const IndexNode& root, QWidget* parent)
     : QDialog(parent), m_settings("DialogIndexStatistics") {
-    setWindowTitle("Point Index Tree Statistics");
+    setWindowTitle(tr("Point Index Tree Statistics"));
     auto* layout = new QVBoxLayout(this);
     auto* tree = new QTreeWidget(this);
     tree->setObjectName("treeStatistics");
-    tree->setAccessibleName("Statistics by level");
+    tree->setAccessibleName(tr("Statistics by level"));
     tree->setRootIsDecorated(false);
     tree->setAlternatingRowColors(true);
-    tree->setHeaderLabels({"Level", "Leaf Points", "Node Points", "Leaf Count", "Node Count"});
+    tree->setHeaderLabels(
+        {tr("Level"), tr("Leaf Points"), tr("Node Points"), tr("Leaf Count"), tr("Node Count")});
     tree->setUniformRowHeights(true);
     for (int column = 1; column < tree->columnCount(); ++column)
         tree->headerItem()->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
@@ -68,7 +69,7 @@ DialogIndexStatistics::DialogIndexStatistics(const IndexNode& root, QWidget* par
         total.leaves += all[i].leaves;
         total.nodes += all[i].nodes;
     }
-    QTreeWidgetItem* sum = addRow(tree, "Total", total);
+    QTreeWidgetItem* sum = addRow(tree, tr("Total"), total);
     QFont bold = tree->font();
     bold.setBold(true);
     for (int column = 0; column < tree->columnCount(); ++column) {

@@ -50,11 +50,11 @@ void DialogLevelOfDetail::showSettings() {
         m_ui->editLodMode->setCurrentIndex(1);
         isShown = showSize(m_ui->editLodSizeCombine, size);
     } else {
-        showError(this, QString("Invalid LOD mode: %0").arg(mode));
+        showError(this, tr("Invalid LOD mode: %0").arg(mode));
         return;
     }
     if (!isShown)
-        showError(this, QString("Invalid LOD size: %0").arg(size));
+        showError(this, tr("Invalid LOD size: %0").arg(size));
 }
 
 void DialogLevelOfDetail::on_editLodMode_currentIndexChanged(int index) {
@@ -66,7 +66,7 @@ void DialogLevelOfDetail::on_pushButtonApply_clicked() {
     double milliseconds = 0;
     const bool finished = guarded(this, [&] { milliseconds = update(); });
     if (finished)
-        showInformation(this, QString("Successfully finished!\n\nDuration: %0 ms")
+        showInformation(this, tr("Successfully finished!\n\nDuration: %0 ms")
                                   .arg(QLocale().toString(milliseconds, 'f', 1)));
 }
 
@@ -85,7 +85,7 @@ double DialogLevelOfDetail::update() {
         m_database.transactions(), "Update LOD", transactionAgentText().toStdString(),
         QString("LOD mode: %0\nLOD size: %1").arg(mode).arg(size).toStdString(),
         QString("{\"lodMode\":%0,\"chunkSizeLOD\":%1}").arg(mode).arg(size).toStdString());
-    return work("Update cancelled.", [&](const qrb::pointcloud::Progress& progress) {
+    return work(tr("Update cancelled."), [&](const qrb::pointcloud::Progress& progress) {
         management.setLodMode(mode);
         management.setChunkSizeLOD(size);
         transaction.commit({}, progress);

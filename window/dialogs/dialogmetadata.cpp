@@ -32,8 +32,8 @@ constexpr int delayOfCheck = 300;  // milliseconds after the last change
 
 enum FindingColumn { FINDING_LINE, FINDING_PLACE, FINDING_TEXT };
 
-const char* const tooLongText =
-    "The text is too long to be pasted here.\nPut it into a file and load that.";
+const char* const tooLongText = QT_TRANSLATE_NOOP(
+    "QObject", "The text is too long to be pasted here.\nPut it into a file and load that.");
 
 bool looksLikeJson(const QString& text) {
     const QString begin = text.left(1000).trimmed().left(1);
@@ -42,7 +42,8 @@ bool looksLikeJson(const QString& text) {
 
 QString placed(const JsonFault& fault, const QString& text) {
     const auto at = lineAndColumn(text, fault.position);
-    return QString("line %0, column %1: %2").arg(at.line).arg(at.column).arg(fault.text);
+    return QObject::tr("line %0, column %1: %2")
+        .arg(QString::number(at.line), QString::number(at.column), fault.text);
 }
 
 }  // namespace
@@ -112,7 +113,7 @@ void DialogMetaData::write(const QString& name, const std::string& value) {
     const QSignalBlocker writing(m_ui->editName);
     m_ui->editName->setEditText(name);
     m_ui->editName->setEnabled(m_isNew);
-    setWindowTitle(m_isNew ? "New Meta Data Item" : "Meta Data Item - " + name);
+    setWindowTitle(m_isNew ? tr("New Meta Data Item") : tr("Meta Data Item - %1").arg(name));
 
     // Formatted, because stored values are often one line.
     std::string shown = core::formattedJson(value);
@@ -174,8 +175,8 @@ QString DialogMetaData::faultOfName() const {
     if (!m_isNew)
         return {};
     if (name().isEmpty())
-        return "Name missing.";
-    return m_taken.contains(name()) ? QString("This item exists already.") : QString();
+        return tr("Name missing.");
+    return m_taken.contains(name()) ? tr("This item exists already.") : QString();
 }
 
 void DialogMetaData::on_editName_editTextChanged(const QString&) {
@@ -197,8 +198,8 @@ void DialogMetaData::showDefinition() {
     const auto* entry = catalogue::findMetaData(name().toStdString());
     m_ui->labelTitle->setText(entry ? QString::fromStdString(entry->title)
                               : name().isEmpty()
-                                  ? QString("Choose a default item or type a name of your own.")
-                                  : QString("Not a TARVO default metadata entry."));
+                                  ? tr("Choose a default item or type a name of your own.")
+                                  : tr("Not a TARVO default metadata entry."));
     m_ui->labelDescription->setText(entry ? QString::fromStdString(entry->description) : QString());
     m_ui->labelDescription->setVisible(entry != nullptr);
     m_ui->labelSchema->setVisible(!entry);
@@ -237,7 +238,7 @@ void DialogMetaData::putFormat(const std::string& bytes) {
     if (formatted == text())
         return;
     if (!m_held && !JsonTextEdit::canHold(formatted))
-        showWarning(this, "The value would be too long to be edited here.");
+        showWarning(this, tr("The value would be too long to be edited here."));
     else
         putText(formatted);
 }
@@ -245,16 +246,16 @@ void DialogMetaData::putFormat(const std::string& bytes) {
 void DialogMetaData::on_buttonUseExample_clicked() {
     const QString example = m_ui->editExample->text();
     if (text().trimmed().isEmpty() || text() == example ||
-        confirmed(this, "Replace the value by the example?"))
+        confirmed(this, tr("Replace the value by the example?")))
         putText(example);
 }
 
 void DialogMetaData::on_editValue_tooLongToPaste() {
-    showWarning(this, tooLongText);
+    showWarning(this, QObject::tr(tooLongText));
 }
 
 void DialogMetaData::on_editSchema_tooLongToPaste() {
-    showWarning(this, tooLongText);
+    showWarning(this, QObject::tr(tooLongText));
 }
 
 void DialogMetaData::checkLater() {
@@ -272,7 +273,7 @@ void DialogMetaData::checkLater() {
     m_ui->buttonFault->hide();
     m_ui->editValue->setColoured(true);
     showFindings({}, {});
-    showState("Press \"Check\": the value is too long to be checked while you type.",
+    showState(tr("Press \"Check\": the value is too long to be checked while you type."),
               State::NEUTRAL);
 }
 
@@ -301,24 +302,24 @@ void DialogMetaData::check() {
         Findings found;
         QString refusal;
         if (schema.trimmed().isEmpty())
-            showState("JSON. There is no schema to check it against.", State::NEUTRAL);
+            showState(tr("JSON. There is no schema to check it against."), State::NEUTRAL);
         else if (const auto wrong = jsonFaultOf(schema))
-            showState("The schema is not JSON: " + placed(*wrong, schema), State::WRONG);
+            showState(tr("The schema is not JSON: %1").arg(placed(*wrong, schema)), State::WRONG);
         else if (found = findings(value, refusal); !refusal.isEmpty())
-            showState("The value can't be checked. " + refusal, State::WRONG);
+            showState(tr("The value can't be checked. %1").arg(refusal), State::WRONG);
         else
             showAnswer(found);
         showFindings(found, value);
         if (!found.list.empty())
-            m_objection = "The value does not satisfy the schema.\nSave it anyway?";
+            m_objection = tr("The value does not satisfy the schema.\nSave it anyway?");
     });
 }
 
 void DialogMetaData::showAnswer(const Findings& findings) {
     const std::size_t count = findings.list.size();
-    QString state = count == 0   ? QString("The value satisfies the schema.")
-                    : count == 1 ? QString("1 violation of the schema.")
-                                 : QString("%0 violations of the schema.").arg(count);
+    QString state = count == 0   ? tr("The value satisfies the schema.")
+                    : count == 1 ? tr("1 violation of the schema.")
+                                 : tr("%0 violations of the schema.").arg(count);
     for (const std::string& note : findings.notes)
         state += ' ' + QString::fromStdString(note);
     showState(state, count == 0 ? State::RIGHT : State::WRONG);
@@ -329,14 +330,14 @@ void DialogMetaData::showNoJson(const QString& text, const JsonFault& fault) {
     m_faultPlace = {fault.position, fault.position + 1};
     showFindings({}, {});
     if (text.trimmed().isEmpty()) {
-        showState("The value is empty.", State::NEUTRAL);
-        m_objection = isMeantAsJson && m_isNew ? "The value is empty.\nSave it anyway?" : "";
+        showState(tr("The value is empty."), State::NEUTRAL);
+        m_objection = isMeantAsJson && m_isNew ? tr("The value is empty.\nSave it anyway?") : "";
         return;
     }
-    showState("Not JSON: " + placed(fault, text) + " The item will be kept as text.",
+    showState(tr("Not JSON: %1 The item will be kept as text.").arg(placed(fault, text)),
               isMeantAsJson ? State::WRONG : State::NEUTRAL);
     if (isMeantAsJson)
-        m_objection = "The value is not JSON.\nSave it as text?";
+        m_objection = tr("The value is not JSON.\nSave it as text?");
 }
 
 DialogMetaData::Findings DialogMetaData::findings(const QString& text, QString& refusal) const {
@@ -367,7 +368,7 @@ void DialogMetaData::showFindings(const Findings& findings, const QString& text)
         row->setText(FINDING_LINE, QString::number(at[i].line));
         row->setTextAlignment(FINDING_LINE, Qt::AlignRight | Qt::AlignVCenter);
         const QString& pointer = pointers[static_cast<qsizetype>(i)];
-        row->setText(FINDING_PLACE, pointer.isEmpty() ? "(whole value)" : pointer);
+        row->setText(FINDING_PLACE, pointer.isEmpty() ? tr("(whole value)") : pointer);
         row->setText(FINDING_TEXT, QString::fromStdString(findings.list[i].text));
         for (const int column : {FINDING_PLACE, FINDING_TEXT})
             row->setToolTip(column, plainToolTip(row->text(column)));
@@ -428,7 +429,7 @@ void DialogMetaData::accept() {
         return;
     if (m_isNew || isChanged()) {
         if (text().contains(QChar(0))) {
-            showWarning(this, "The value holds a zero character, which no item can hold.");
+            showWarning(this, tr("The value holds a zero character, which no item can hold."));
             return;
         }
         check();
@@ -439,12 +440,12 @@ void DialogMetaData::accept() {
 }
 
 void DialogMetaData::reject() {
-    if (!isChanged() || lossConfirmed(this, "Discard the changes?"))
+    if (!isChanged() || lossConfirmed(this, tr("Discard the changes?")))
         QDialog::reject();
 }
 
 void DialogMetaData::on_actionLoad_triggered() {
-    const QString fileName = QFileDialog::getOpenFileName(this, "Load Value");
+    const QString fileName = QFileDialog::getOpenFileName(this, tr("Load Value"));
     if (fileName.isEmpty())
         return;
     guarded(this, [&] {
@@ -452,14 +453,14 @@ void DialogMetaData::on_actionLoad_triggered() {
         QStringDecoder decoder(QStringDecoder::Utf8);
         const QString text = decoder.decode(QByteArrayView(bytes));
         if (decoder.hasError() || text.contains(QChar(0)))
-            throw std::runtime_error("The file is not a text in UTF-8.");
+            throw std::runtime_error(tr("The file is not a text in UTF-8.").toStdString());
         putText(text);
     });
 }
 
 void DialogMetaData::on_actionSave_triggered() {
     const QString proposed = (name().isEmpty() ? QString("value") : name()) + ".json";
-    const QString fileName = QFileDialog::getSaveFileName(this, "Save Value", proposed);
+    const QString fileName = QFileDialog::getSaveFileName(this, tr("Save Value"), proposed);
     if (!fileName.isEmpty())
         guarded(this, [&] { writeFile(fileName, value()); });
 }

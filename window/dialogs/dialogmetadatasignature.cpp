@@ -11,17 +11,17 @@ namespace tarvo::window {
 DialogMetaDataSignature::DialogMetaDataSignature(const qrb::Pointcloud& database,
                                                  const QString& item, InTransaction inTransaction,
                                                  QWidget* parent)
-    : DialogSignature("DialogMetaDataSignature", "Meta &Data Item:", item, parent),
+    : DialogSignature("DialogMetaDataSignature", tr("Meta &Data Item:"), item, parent),
       m_database(database),
       m_item(item.toStdString()),
       m_inTransaction(std::move(inTransaction)) {
-    setWindowTitle("Meta Data Item Signature");
-    addMethod("1 (default)", 1);
-    connect(addButton("buttonVerify", "&Verify Signature"), &QPushButton::clicked, this,
+    setWindowTitle(tr("Meta Data Item Signature"));
+    addMethod(tr("1 (default)"), 1);
+    connect(addButton("buttonVerify", tr("&Verify Signature")), &QPushButton::clicked, this,
             &DialogMetaDataSignature::on_buttonVerify_clicked);
-    connect(addButton("buttonCreate", "&Create Signature"), &QPushButton::clicked, this,
+    connect(addButton("buttonCreate", tr("&Create Signature")), &QPushButton::clicked, this,
             &DialogMetaDataSignature::on_buttonCreate_clicked);
-    connect(addButton("buttonDelete", "De&lete Signature"), &QPushButton::clicked, this,
+    connect(addButton("buttonDelete", tr("De&lete Signature")), &QPushButton::clicked, this,
             &DialogMetaDataSignature::on_buttonDelete_clicked);
     addCloseButton();
     restore();
@@ -34,7 +34,8 @@ bool DialogMetaDataSignature::isSigned() const {
 }
 
 void DialogMetaDataSignature::showState() {
-    ui().labelState->setText(isSigned() ? "The item is signed." : "The item is not signed.");
+    ui().labelState->setText(isSigned() ? tr("The item is signed.")
+                                        : tr("The item is not signed."));
 }
 
 void DialogMetaDataSignature::on_buttonVerify_clicked() {
@@ -47,30 +48,30 @@ void DialogMetaDataSignature::on_buttonVerify_clicked() {
 void DialogMetaDataSignature::on_buttonCreate_clicked() {
     guarded(this, [this] {
         if (isSigned() &&
-            !confirmed(this, "The item is already signed.\nOverwrite existing signature?"))
+            !confirmed(this, tr("The item is already signed.\nOverwrite existing signature?")))
             return;
         if (!m_inTransaction("Sign a meta data item"))
             return;
         m_database.metaData().createSignature(m_item, method(), key());
         m_changed = true;
         showState();
-        showInformation(this, "Signature successfully created.");
+        showInformation(this, tr("Signature successfully created."));
     });
 }
 
 void DialogMetaDataSignature::on_buttonDelete_clicked() {
     guarded(this, [this] {
         if (!isSigned()) {
-            showInformation(this, "The item is not signed.");
+            showInformation(this, tr("The item is not signed."));
             return;
         }
-        if (!confirmed(this, "Delete signature?") ||
+        if (!confirmed(this, tr("Delete signature?")) ||
             !m_inTransaction("Delete the signature of a meta data item"))
             return;
         m_database.metaData().createSignature(m_item, 0, {});
         m_changed = true;
         showState();
-        showInformation(this, "Signature successfully deleted.");
+        showInformation(this, tr("Signature successfully deleted."));
     });
 }
 

@@ -51,7 +51,7 @@ DialogOpenSettings::~DialogOpenSettings() {
 
 void DialogOpenSettings::accept() {
     if (location().isEmpty()) {
-        showError(this, "Location missing.");
+        showError(this, tr("Location missing."));
         return;
     }
     QDialog::accept();
@@ -59,7 +59,7 @@ void DialogOpenSettings::accept() {
 
 void DialogOpenSettings::on_buttonLocation_clicked() {
     const QString name =
-        QFileDialog::getOpenFileName(this, "Open Database", location(),
+        QFileDialog::getOpenFileName(this, tr("Open Database"), location(),
                                      databaseFileDialogFilter() + ";;" + pointFileTypeFilter());
     if (!name.isEmpty())
         m_ui->editLocation->setEditText(QDir::toNativeSeparators(name));

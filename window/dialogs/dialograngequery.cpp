@@ -15,7 +15,9 @@ namespace tarvo::window {
 namespace {
 
 constexpr const char* settingsGroup = "DialogRangeQuery";
-const QString unreadable = "failed to parse center and/or radius!";
+QString unreadable() {
+    return QObject::tr("failed to parse center and/or radius!");
+}
 
 // Locale-aware, the base from the text (0x.., 0.., else decimal).
 bool readWhole(const QString& text, qlonglong& number) {
@@ -50,10 +52,10 @@ QString findingOn(const QString& what, const QString& text) {
         number = text.trimmed().contains("e-", Qt::CaseInsensitive) ? 0 : 2 * largest;
     }
     if (!std::isfinite(number))
-        return QString("%0: \"%1\" is no value that a point can have. Enter a number.")
+        return QObject::tr("%0: \"%1\" is no value that a point can have. Enter a number.")
             .arg(what, text.trimmed());
     if (std::abs(number) > largest)
-        return QString("%0: the number is too large. Enter one from -%1 to %1.")
+        return QObject::tr("%0: the number is too large. Enter one from -%1 to %1.")
             .arg(what, largestText);
     return {};
 }
@@ -127,10 +129,10 @@ QString DialogRangeQuery::expression() const {
 
 void DialogRangeQuery::on_editPointAttribute_currentIndexChanged(int) {
     const QString unit = attribute() ? QString::fromStdString(attribute()->unitSymbol) : QString();
-    m_ui->labelLowerBound->setText(QString("&Lower Bound [%0]:").arg(unit));
-    m_ui->labelUpperBound->setText(QString("&Upper Bound [%0]:").arg(unit));
-    m_ui->labelCenter->setText(QString("&Center [%0]:").arg(unit));
-    m_ui->labelRadius->setText(QString("&Radius [%0]:").arg(unit));
+    m_ui->labelLowerBound->setText(tr("&Lower Bound [%0]:").arg(unit));
+    m_ui->labelUpperBound->setText(tr("&Upper Bound [%0]:").arg(unit));
+    m_ui->labelCenter->setText(tr("&Center [%0]:").arg(unit));
+    m_ui->labelRadius->setText(tr("&Radius [%0]:").arg(unit));
     updatePreview();
 }
 
@@ -185,7 +187,7 @@ QString DialogRangeQuery::centerExpression(const QString& text) const {
         lower = QString::number(center - radius, 'f', decimals);
         upper = QString::number(center + radius, 'f', decimals);
     } else {
-        return unreadable;
+        return unreadable();
     }
     return QString("(%0 >%1 %2) && (%0 <%1 %3)").arg(text, equal, lower, upper);
 }
@@ -198,12 +200,12 @@ QString DialogRangeQuery::finding() const {
         return finding.isEmpty() ? findingOn(second, other->text()) : finding;
     };
     if (m_ui->tabWidgetMode->currentIndex() == 0)
-        return onBoth("Lower Bound", m_ui->editLowerBoundValue, "Upper Bound",
+        return onBoth(tr("Lower Bound"), m_ui->editLowerBoundValue, tr("Upper Bound"),
                       m_ui->editUpperBoundValue);
     double radius = 0;
     if (readDecimal(m_ui->editRadiusValue->text(), radius) && radius < 0)
-        return "Radius: it is negative. Enter 0 or more.";
-    return onBoth("Center", m_ui->editCenterValue, "Radius", m_ui->editRadiusValue);
+        return tr("Radius: it is negative. Enter 0 or more.");
+    return onBoth(tr("Center"), m_ui->editCenterValue, tr("Radius"), m_ui->editRadiusValue);
 }
 
 void DialogRangeQuery::updatePreview() {
@@ -217,7 +219,7 @@ void DialogRangeQuery::updatePreview() {
         preview = isBounds ? boundsExpression(name) : centerExpression(name);
     m_ui->editPreview->setPlainText(preview);
     m_ui->buttonBox->button(QDialogButtonBox::Ok)
-        ->setEnabled(!preview.isEmpty() && preview != unreadable);
+        ->setEnabled(!preview.isEmpty() && preview != unreadable());
 }
 
 }  // namespace tarvo::window

@@ -102,7 +102,7 @@ std::vector<std::uint8_t> DialogSignature::key() const {
 }
 
 void DialogSignature::on_editKey_textChanged() {
-    m_ui->labelKeySize->setText(QString("(%0 bytes)").arg(keyBytes().size()));
+    m_ui->labelKeySize->setText(tr("(%0 bytes)").arg(keyBytes().size()));
     for (QWidget* button : {m_ui->buttonSaveKey, m_ui->buttonForgetKey})
         button->setEnabled(!m_ui->editKey->toPlainText().isEmpty());
     const bool invalid = judge(m_ui->editKey->toPlainText()) == QValidator::Invalid;
@@ -123,13 +123,13 @@ void DialogSignature::on_buttonRandomKey_clicked() {
 }
 
 void DialogSignature::on_buttonSaveKey_clicked() {
-    const QString name =
-        chooseOutput(this, "Save Signature Key", "signature-key.txt", "Text files (*.txt)", "txt");
+    const QString name = chooseOutput(this, tr("Save Signature Key"), "signature-key.txt",
+                                      tr("Text files (*.txt)"), "txt");
     if (name.isEmpty())
         return;
     guarded(this, [&] {
         const QString text = m_ui->editKey->toPlainText().trimmed() + '\n';
-        const auto file = openOutput(name, "Failed to open output file!");
+        const auto file = openOutput(name, tr("Failed to open output file!"));
         file->makePrivate();
         file->write(text.toStdString());
         file->publish();
@@ -143,12 +143,12 @@ void DialogSignature::on_buttonForgetKey_clicked() {
 }
 
 void DialogSignature::tellVerified() {
-    showInformation(this, "Signature successfully verified.");
+    showInformation(this, tr("Signature successfully verified."));
     accept();
 }
 
 void DialogSignature::tellNotVerified() {
-    showWarning(this, "No valid signature found or wrong key given.");
+    showWarning(this, tr("No valid signature found or wrong key given."));
 }
 
 }  // namespace tarvo::window

@@ -135,12 +135,12 @@ void DialogTransaction::saveText(const QString& caption, const QString& kind, co
 }
 
 void DialogTransaction::on_actionLoadComments_triggered() {
-    if (const auto text = loadText("Load Comments"))
+    if (const auto text = loadText(tr("Load Comments")))
         m_ui->editComments->setPlainText(*text);
 }
 
 void DialogTransaction::on_actionSaveComments_triggered() {
-    saveText("Save Comments", "comments", m_ui->editComments->toPlainText());
+    saveText(tr("Save Comments"), "comments", m_ui->editComments->toPlainText());
 }
 
 void DialogTransaction::on_actionClearComments_triggered() {
@@ -148,14 +148,14 @@ void DialogTransaction::on_actionClearComments_triggered() {
 }
 
 void DialogTransaction::on_actionLoadSettings_triggered() {
-    if (const auto text = loadText("Load Settings")) {
+    if (const auto text = loadText(tr("Load Settings"))) {
         m_ui->editSettingsRaw->setPlainText(*text);
         formatSettings();
     }
 }
 
 void DialogTransaction::on_actionSaveSettings_triggered() {
-    saveText("Save Settings", "settings", m_ui->editSettingsRaw->toPlainText());
+    saveText(tr("Save Settings"), "settings", m_ui->editSettingsRaw->toPlainText());
 }
 
 void DialogTransaction::on_actionClearSettings_triggered() {

@@ -6,9 +6,9 @@ namespace tarvo::window {
 
 DialogTransactionCommit::DialogTransactionCommit(QWidget* parent)
     : DialogSignature("DialogTransactionCommit", {}, {}, parent) {
-    setWindowTitle("Commit Current Transaction");
-    addMethod("0 (none)", 0);
-    addMethod("1 (default)", 1);
+    setWindowTitle(tr("Commit Current Transaction"));
+    addMethod(tr("0 (none)"), 0);
+    addMethod(tr("1 (default)"), 1);
     connect(ui().editMethod, &QComboBox::currentIndexChanged, this,
             &DialogTransactionCommit::on_editMethod_currentIndexChanged);
     ui().buttonBox->setStandardButtons(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);

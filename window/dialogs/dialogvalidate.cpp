@@ -58,7 +58,7 @@ void DialogValidate::on_buttonValidate_clicked() {
                 m_ui->editResult->appendPlainText(notes);
         };
         try {
-            workAside(this, "Validating the database...", [&](const StepProgress&) {
+            workAside(this, tr("Validating the database..."), [&](const StepProgress&) {
                 found = m_database.management().findings(schema, strict).notes;
                 m_database.management().validate(schema, strict);
             });
@@ -70,7 +70,7 @@ void DialogValidate::on_buttonValidate_clicked() {
                 appendNotes();
             throw;
         }
-        m_ui->editResult->appendPlainText("No problems detected!");
+        m_ui->editResult->appendPlainText(tr("No problems detected!"));
         appendNotes();
     });
 }

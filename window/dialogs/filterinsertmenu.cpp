@@ -27,23 +27,23 @@ QIcon insertIcon(const QString& name) {
 
 FilterInsertMenu::FilterInsertMenu(QLineEdit* target, QWidget* parent)
     : QMenu(parent), m_target(target) {
-    m_attributes = addMenu(insertIcon("insert-attribute"), "Insert attribute name");
+    m_attributes = addMenu(insertIcon("insert-attribute"), tr("Insert attribute name"));
     addProperties();
     addOperators();
     addCommands();
-    m_valid = addMenu(insertIcon("insert-attribute"), "Insert test for a valid value");
-    m_rangeQuery = addAction(insertIcon("insert-range"), "Insert range query...", this,
+    m_valid = addMenu(insertIcon("insert-attribute"), tr("Insert test for a valid value"));
+    m_rangeQuery = addAction(insertIcon("insert-range"), tr("Insert range query..."), this,
                              &FilterInsertMenu::onPointDataFilterInsertRangeQuery);
     m_rangeQuery->setEnabled(false);
     addSeparator();
-    addAction(insertIcon("clear"), "Clear history", this,
+    addAction(insertIcon("clear"), tr("Clear history"), this,
               &FilterInsertMenu::onPointDataFilterClearHistory);
-    addAction(insertIcon("clear"), "Clear filter", this,
+    addAction(insertIcon("clear"), tr("Clear filter"), this,
               &FilterInsertMenu::onPointDataFilterClearFilter);
     addSeparator();
-    m_save = addAction("Save filter ...", this, &FilterInsertMenu::onSaveFilter);
-    m_saved = addMenu("Saved filters");
-    m_removed = addMenu("Remove saved filter");
+    m_save = addAction(tr("Save filter ..."), this, &FilterInsertMenu::onSaveFilter);
+    m_saved = addMenu(tr("Saved filters"));
+    m_removed = addMenu(tr("Remove saved filter"));
     // Another window may have changed them.
     connect(this, &QMenu::aboutToShow, this, &FilterInsertMenu::showSaved);
 }
@@ -54,7 +54,7 @@ void FilterInsertMenu::addEntry(QMenu* menu, const QString& label, const QString
 }
 
 void FilterInsertMenu::addProperties() {
-    QMenu* menu = addMenu(insertIcon("insert-attribute"), "Insert attribute property");
+    QMenu* menu = addMenu(insertIcon("insert-attribute"), tr("Insert attribute property"));
     for (const char* property : {":minimum", ":maximum", ":default", ":invalid"})
         addEntry(menu, property, property, &FilterInsertMenu::onPointDataFilterInsertProperty);
 }
@@ -66,24 +66,24 @@ void FilterInsertMenu::addOperators() {
     };
     static constexpr Operator separator{nullptr, nullptr};
     static constexpr Operator operators[] = {
-        {"is equal to (==)", "=="},
-        {"not equal to (!=)", "!="},
+        {QT_TR_NOOP("is equal to (==)"), "=="},
+        {QT_TR_NOOP("not equal to (!=)"), "!="},
         separator,
-        {"less than (<)", "<"},
-        {"less than or equal to (<=)", "<="},
+        {QT_TR_NOOP("less than (<)"), "<"},
+        {QT_TR_NOOP("less than or equal to (<=)"), "<="},
         separator,
-        {"greater than (>)", ">"},
-        {"greater than or equal to (>=)", ">="},
+        {QT_TR_NOOP("greater than (>)"), ">"},
+        {QT_TR_NOOP("greater than or equal to (>=)"), ">="},
         separator,
-        {"and (&&&&)", "&&"},
-        {"or (||)", "||"},
+        {QT_TR_NOOP("and (&&&&)"), "&&"},
+        {QT_TR_NOOP("or (||)"), "||"},
         separator,
-        {"modulo (%)", "%"},
+        {QT_TR_NOOP("modulo (%)"), "%"},
     };
-    QMenu* menu = addMenu(insertIcon("insert-operator"), "Insert operator");
+    QMenu* menu = addMenu(insertIcon("insert-operator"), tr("Insert operator"));
     for (const Operator& entry : operators) {
         if (entry.label)
-            addEntry(menu, entry.label, entry.text,
+            addEntry(menu, tr(entry.label), entry.text,
                      &FilterInsertMenu::onPointDataFilterInsertOperator);
         else
             menu->addSeparator();
@@ -91,7 +91,7 @@ void FilterInsertMenu::addOperators() {
 }
 
 void FilterInsertMenu::addCommands() {
-    QMenu* menu = addMenu(insertIcon("insert-command"), "Insert command");
+    QMenu* menu = addMenu(insertIcon("insert-command"), tr("Insert command"));
     for (const char* command :
          {"find largest leaf", "find fullest leaf", "find largest node", "find fullest node"})
         addEntry(menu, command, command, &FilterInsertMenu::onPointDataFilterInsertCommand);
@@ -150,7 +150,7 @@ void FilterInsertMenu::onPointDataFilterInsertRangeQuery() {
 }
 
 void FilterInsertMenu::onPointDataFilterClearHistory() {
-    if (!confirmed(parentWidget(), "Delete all recently used filter strings?"))
+    if (!confirmed(parentWidget(), tr("Delete all recently used filter strings?")))
         return;
     FilterHistory::clear();
     emit historyCleared();
@@ -177,7 +177,7 @@ void FilterInsertMenu::showSaved() {
         });
         choice->setToolTip(plainToolTip(filter.value()));
         m_removed->addAction(label, this, [this, name] {
-            if (lossConfirmed(parentWidget(), QString("Remove the saved filter \"%0\"?").arg(name)))
+            if (lossConfirmed(parentWidget(), tr("Remove the saved filter \"%0\"?").arg(name)))
                 SavedFilters::remove(name);
         });
     }
@@ -188,16 +188,16 @@ void FilterInsertMenu::showSaved() {
 
 void FilterInsertMenu::onSaveFilter() {
     QInputDialog dialog(parentWidget());
-    dialog.setWindowTitle("Save filter");
-    dialog.setLabelText("Name:");
+    dialog.setWindowTitle(tr("Save filter"));
+    dialog.setLabelText(tr("Name:"));
     if (dialog.exec() != QDialog::Accepted)
         return;
     const QString name = dialog.textValue().simplified().left(SavedFilters::longestName);
     if (name.isEmpty())
-        showWarning(parentWidget(), "The filter was not saved: it needs a name.");
+        showWarning(parentWidget(), tr("The filter was not saved: it needs a name."));
     else if (!SavedFilters::all().contains(name) ||
              lossConfirmed(parentWidget(),
-                           QString("There is a saved filter \"%0\". Replace it?").arg(name)))
+                           tr("There is a saved filter \"%0\". Replace it?").arg(name)))
         SavedFilters::save(name, m_target->text().trimmed());
 }
 

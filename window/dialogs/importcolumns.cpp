@@ -31,7 +31,7 @@ public:
             return nullptr;
         auto* box = new QComboBox(parent);
         box->setObjectName("editTarget");
-        box->setAccessibleName("Attribute that the column goes to");
+        box->setAccessibleName(QObject::tr("Attribute that the column goes to"));
         box->setEditable(true);
         box->setInsertPolicy(QComboBox::NoInsert);
         box->addItems(m_attributes);
@@ -85,7 +85,7 @@ void ImportColumns::addRow(const ImportColumn& column) {
     row->setText(RANGE, column.range);
     row->setText(FIRST, column.first);
     row->setToolTip(FIRST, plainToolTip(column.first));
-    row->setToolTip(ATTRIBUTE, "Double-click to choose another attribute, or type a name");
+    row->setToolTip(ATTRIBUTE, tr("Double-click to choose another attribute, or type a name"));
     row->setCheckState(COLUMN, Qt::Checked);
 }
 
@@ -150,7 +150,7 @@ void ImportColumns::showPlan(const exchange::ImportPlan* plan) {
         QString remark;
         const std::string name = row->text(ATTRIBUTE).section('[', 0, 0).toStdString();
         if (row->checkState(COLUMN) != Qt::Checked) {
-            remark = "left out";
+            remark = tr("left out");
         } else if (plan && plan->attributes.contains(name)) {
             const exchange::ImportPlan::Attribute& attribute = plan->attributes.at(name);
             resolution =
@@ -158,9 +158,9 @@ void ImportColumns::showPlan(const exchange::ImportPlan* plan) {
             if (attribute.fault)
                 remark = QString::fromUtf8(attribute.fault->what());
             else if (attribute.constant)
-                remark =
-                    "all points have " +
-                    QString::fromStdString(numbers::numberText(attribute.definition.defaultValue));
+                remark = tr("all points have %1")
+                             .arg(QString::fromStdString(
+                                 numbers::numberText(attribute.definition.defaultValue)));
         }
         row->setText(RESOLUTION, resolution);
         row->setText(REMARK, remark);

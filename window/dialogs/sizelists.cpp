@@ -30,23 +30,23 @@ void replaceEntries(QComboBox* list, const QStringList& entries, int usual) {
 void fillEdgeLengths(QComboBox* list, const qrb::pointcloud::PointAttribute& primaryAttribute) {
     const int decimals = core::decimalsOfResolution(primaryAttribute.resolution);
     const QString unit = primaryAttribute.unitSymbol.empty()
-                             ? QString("units")
+                             ? QObject::tr("units")
                              : QString::fromStdString(primaryAttribute.unitSymbol);
     QStringList entries;
     for (int level = 0; level < edgeLengths; ++level) {
         const double length = std::ldexp(primaryAttribute.resolution, level);
         entries +=
-            QString("%0 (%1 %2 edge length)")
+            QObject::tr("%0 (%1 %2 edge length)")
                 .arg(QString::number(level), QLocale().toString(length, 'f', decimals), unit);
     }
     replaceEntries(list, entries, usualEdgeLength);
 }
 
 void fillCombineLevels(QComboBox* list, std::uint32_t length) {
-    QStringList entries("0 (off)");
+    QStringList entries(QObject::tr("0 (off)"));
     for (int level = 1; level <= largestCombineLevel; ++level) {
         const double points = std::ldexp(1.0, static_cast<int>(length) * level);
-        entries += QString("%0 (up to %1 points per node)")
+        entries += QObject::tr("%0 (up to %1 points per node)")
                        .arg(QString::number(level), QLocale().toString(points, 'f', 0));
     }
     replaceEntries(list, entries, usualCombineLevel);

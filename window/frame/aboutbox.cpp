@@ -27,15 +27,16 @@ QString aboutText(const QString& windowTitle, const qrb::Context& context) {
     return QStringList{
         windowTitle + ' ' + programVersionText(),
         "",
-        definitionsLine("QRB Point Attribute Definitions", catalogue::attributesStamp()),
-        definitionsLine("QRB Meta Data Item Definitions", catalogue::metaDataStamp()),
-        definitionsLine("QRB File Schema Definitions", catalogue::schemasStamp()),
+        definitionsLine(QObject::tr("QRB Point Attribute Definitions"),
+                        catalogue::attributesStamp()),
+        definitionsLine(QObject::tr("QRB Meta Data Item Definitions"), catalogue::metaDataStamp()),
+        definitionsLine(QObject::tr("QRB File Schema Definitions"), catalogue::schemasStamp()),
         "",
         text(context.interfaceName() + " " + context.interfaceVersion()),
         libraryTitle(text(context.libraryName()), text(context.libraryVersion())),
-        "Path: " + QDir::toNativeSeparators(text(context.libraryFilename())),
+        QObject::tr("Path: %1").arg(QDir::toNativeSeparators(text(context.libraryFilename()))),
         "",
-        QString("Qt Library ") + qVersion(),
+        QObject::tr("Qt Library %1").arg(qVersion()),
         QString(150, '_'),
         "",
         text(context.libraryLicense()),
@@ -51,7 +52,7 @@ void showAboutBox(QWidget* parent, const qrb::Context& context) {
     box.setIconPixmap(QIcon(":/resources/logo.png").pixmap(64, 64));
     const QPushButton* licences =
         box.addButton(QObject::tr("&Licences ..."), QMessageBox::ActionRole);
-    licences->disconnect(&box);  // or it would close the box
+    licences->disconnect();  // or it would close the box
     QObject::connect(licences, &QPushButton::clicked, &box,
                      [&box] { DialogLicences(&box).exec(); });
     box.exec();

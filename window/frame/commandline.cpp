@@ -6,6 +6,12 @@
 
 namespace tarvo::window {
 
+namespace {
+
+const QString languageName = "--lang";
+
+}  // namespace
+
 std::optional<QRect> windowRectangle(const QStringList& arguments) {
     static const QRegularExpression option(R"(\A(?:--window=(-?\d+),(-?\d+),(-?\d+),(-?\d+))\z)");
     for (const QString& argument : arguments) {
@@ -25,6 +31,28 @@ std::optional<QRect> windowRectangle(const QStringList& arguments) {
     return std::nullopt;
 }
 
+std::optional<QString> languageOption(const QStringList& arguments) {
+    std::optional<QString> language;
+    for (qsizetype i = 0; i < arguments.size(); ++i) {
+        if (arguments[i] == languageName)
+            language = arguments.value(++i);
+        else if (arguments[i].startsWith(languageName + '='))
+            language = arguments[i].section('=', 1);
+    }
+    return language;
+}
+
+QStringList fileArguments(const QStringList& arguments) {
+    QStringList names;
+    for (qsizetype i = 0; i < arguments.size(); ++i) {
+        if (arguments[i] == languageName)
+            ++i;
+        else if (!arguments[i].startsWith("--"))
+            names += arguments[i];
+    }
+    return names;
+}
+
 std::optional<QString> answerToCommandLine(const QStringList& arguments) {
     for (const QString& argument : arguments.mid(1)) {
         if (argument == "--version")
@@ -41,6 +69,8 @@ std::optional<QString> answerToCommandLine(const QStringList& arguments) {
                 "\n"
                 "Options:\n"
                 "  --window=X,Y,WIDTH,HEIGHT   Place and size of the window, in pixels\n"
+                "  --lang LANGUAGE             The language of the window: de, en; without it,\n"
+                "                              that of the desktop\n"
                 "  -h, --help                  This text\n"
                 "  --version                   The version of the program\n"
                 "\n"

@@ -29,18 +29,20 @@ bool create(const Wish& wish, const DatabaseSession& session, QWidget* parent) {
         // Another file is refused anyway.
         if (session.context.databaseFileTypeCheck(wish.location.toStdString()) &&
             !lossConfirmed(
-                parent, QString("The file \"%0\" exists already.\nReplace it?").arg(wish.location)))
+                parent,
+                QObject::tr("The file \"%0\" exists already.\nReplace it?").arg(wish.location)))
             return false;
     }
     const bool replaces = target.exists();
-    workAside(parent, "Creating the database...", session.context, [&](const StepProgress&) {
-        core::NewDatabase database(session.context, wish.location.toStdString(), replaces);
-        if (wish.schema.empty())
-            database.create(wish.settings);
-        else
-            database.create(wish.settings, wish.schema, wish.optionals);
-        database.publish();
-    });
+    workAside(
+        parent, QObject::tr("Creating the database..."), session.context, [&](const StepProgress&) {
+            core::NewDatabase database(session.context, wish.location.toStdString(), replaces);
+            if (wish.schema.empty())
+                database.create(wish.settings);
+            else
+                database.create(wish.settings, wish.schema, wish.optionals);
+            database.publish();
+        });
     return true;
 }
 

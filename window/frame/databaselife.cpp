@@ -7,6 +7,7 @@
 #include "window/common/messageboxes.h"
 #include "window/common/recentfiles.h"
 #include "window/dialogs/dialogopensettings.h"
+#include "window/frame/commandline.h"
 #include "window/frame/givenfiles.h"
 #include "window/panels/changelogpanel.h"
 #include "window/panels/pointdatapanel.h"
@@ -29,9 +30,7 @@ constexpr int retryDelay = 200;  // milliseconds
 }  // namespace
 
 void MainWindow::openArguments(const QStringList& arguments, bool isFirst) {
-    QStringList names = arguments;
-    names.removeIf([](const QString& name) { return name.startsWith("--"); });
-    GivenFiles given = sortFiles(names, m_session.context);
+    GivenFiles given = sortFiles(fileArguments(arguments), m_session.context);
     if (!isFirst) {
         given.points.clear();
         given.refusals.clear();
@@ -72,7 +71,7 @@ void MainWindow::openDatabase(QString fileName, bool skipDialog) {
 void MainWindow::tryToOpen(const QString& fileName, const qrb::pointcloud::OpenSettings& settings) {
     if (!isPending() || files::identityOf(fileName.toStdString()) == m_session.identity)
         return;
-    workAside(this, "Opening the database...", m_session.context, [&](const StepProgress&) {
+    workAside(this, tr("Opening the database..."), m_session.context, [&](const StepProgress&) {
         qrb::Pointcloud(m_session.context).open(fileName.toStdString(), settings);
     });
 }
@@ -83,10 +82,11 @@ void MainWindow::replaceDatabase(const QString& fileName,
         dropDatabase();
         auto database = std::make_shared<qrb::Pointcloud>(m_session.context);
         const auto identity = files::identityOf(fileName.toStdString());
-        workAside(this, "Opening the database...", m_session.context,
+        workAside(this, tr("Opening the database..."), m_session.context,
                   [&](const StepProgress&) { database->open(fileName.toStdString(), settings); });
         if (files::identityOf(fileName.toStdString()) != identity)
-            throw std::runtime_error("The file was replaced while it was opened.\nOpen it again.");
+            throw std::runtime_error(
+                tr("The file was replaced while it was opened.\nOpen it again.").toStdString());
         m_session.database = std::move(database);
         m_session.identity = identity;
         m_session.readOnly = settings.readOnly;
@@ -111,20 +111,22 @@ void MainWindow::checkFile() {
         const bool replaced = overwritten || state == DatabaseSession::FileState::REPLACED;
         const bool pending = isPending();
         QString text =
-            QString(overwritten ? "\"%0\" was written over with another database since it was "
-                                  "opened.\nWhat was opened is not there any more.\n"
-                    : replaced  ? "\"%0\" was replaced by another file since it was opened.\n"
-                                : "\"%0\" was deleted or renamed since it was opened.\n")
-                .arg(m_session.fileName);
+            (overwritten ? tr("\"%0\" was written over with another database since it was "
+                              "opened.\nWhat was opened is not there any more.")
+             : replaced  ? tr("\"%0\" was replaced by another file since it was opened.")
+                         : tr("\"%0\" was deleted or renamed since it was opened."))
+                .arg(m_session.fileName) +
+            '\n';
         if (!overwritten)
-            text +=
-                "What the window shows is as it was; it can be read and exported, but not "
-                "changed.\n";
+            text += tr("What the window shows is as it was; it can be read and exported, but not "
+                       "changed.") +
+                    '\n';
         if (pending)
-            text +=
-                "The pending transaction can only be committed once the file is back in its "
-                "place.\nAll its changes will be lost if you go on.\n";
-        text += replaced ? "\nOpen the file that is there now?" : "\nClose the database?";
+            text += tr("The pending transaction can only be committed once the file is back in its "
+                       "place.\nAll its changes will be lost if you go on.") +
+                    '\n';
+        text +=
+            '\n' + (replaced ? tr("Open the file that is there now?") : tr("Close the database?"));
         // What the window shows may be the last copy there is.
         if (!lossConfirmed(this, text))
             return;
@@ -155,7 +157,7 @@ bool MainWindow::mayDropDatabase() {
         activateWindow();
     }
     return lossConfirmed(
-        this, QString("A transaction is pending in \"%0\".\nAll its changes will be lost. Go on?")
+        this, tr("A transaction is pending in \"%0\".\nAll its changes will be lost. Go on?")
                   .arg(m_session.fileName));
 }
 
@@ -199,8 +201,8 @@ void MainWindow::openTextFile(const QString& fileName) {
             m_changelog->loadTextFile(fileName);
             return;
         }
-        if (!confirmed(this, QString("The window shows the changelog of the database that "
-                                     "is open.\nShow \"%0\" in a new window?")
+        if (!confirmed(this, tr("The window shows the changelog of the database that "
+                                "is open.\nShow \"%0\" in a new window?")
                                  .arg(QDir::toNativeSeparators(fileName))))
             return;
         showBeside(new MainWindow(fileName));

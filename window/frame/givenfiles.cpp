@@ -16,18 +16,19 @@ namespace {
 QString faultOf(const QString& fileName) {
     const QFileInfo file(fileName);
     if (!file.exists())
-        return "there is no such file.";
+        return QObject::tr("there is no such file.");
     if (file.isDir())
-        return "it is a folder. Name the files in it.";
+        return QObject::tr("it is a folder. Name the files in it.");
     if (!file.isFile())
-        return "it is no file.";
+        return QObject::tr("it is no file.");
     try {
         const exchange::FileKind kind = exchange::kindOfFile(fileName.toStdString());
         // The library says why it can't be opened.
         return kind.what == "a database file"
                    ? QString()
-                   : QString("it is neither a database nor a point cloud that can be read, but %0.")
-                         .arg(kind.what.empty() ? "a text that may hold anything"
+                   : QObject::tr(
+                         "it is neither a database nor a point cloud that can be read, but %0.")
+                         .arg(kind.what.empty() ? QObject::tr("a text that may hold anything")
                                                 : QString::fromStdString(kind.what));
     } catch (const core::Failure& failure) {
         return QString::fromUtf8(failure.what());
@@ -42,7 +43,7 @@ GivenFiles sortFiles(const QStringList& fileNames, const qrb::Context& context) 
     for (const QString& name : fileNames) {
         const QString place = QDir::toNativeSeparators(QFileInfo(name).absoluteFilePath());
         const auto refuse = [&](const QString& words) {
-            given.refusals += '"' + QDir::toNativeSeparators(name) + "\": " + words;
+            given.refusals += QObject::tr("\"%1\": %2").arg(QDir::toNativeSeparators(name), words);
         };
         QString fault;
         const bool isDatabase = isDatabaseFile(place, context);
@@ -55,14 +56,16 @@ GivenFiles sortFiles(const QStringList& fileNames, const qrb::Context& context) 
         } else if (given.database.isEmpty()) {
             given.database = place;
         } else {
-            refuse("it is another database, and a window shows one. Open it in a new window.");
+            refuse(QObject::tr(
+                "it is another database, and a window shows one. Open it in a new window."));
         }
     }
     for (const QString& text : texts) {
         if (given.database.isEmpty() && given.points.isEmpty() && given.text.isEmpty())
             given.text = text;
         else
-            given.refusals += '"' + text + "\": a changelog text is shown by itself only.";
+            given.refusals +=
+                QObject::tr("\"%1\": a changelog text is shown by itself only.").arg(text);
     }
     return given;
 }

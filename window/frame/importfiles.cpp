@@ -37,7 +37,7 @@ public:
                 summary.hasNumbers()
                     ? QString::fromStdString(numbers::numberText(summary.minimum()) + " ... " +
                                              numbers::numberText(summary.maximum()))
-                    : QString("no numbers");
+                    : QObject::tr("no numbers");
         }
         return std::move(m_columns);
     }
@@ -54,7 +54,7 @@ void ImportFiles::read(const QStringList& fileNames, const StepProgress& progres
     exchange::SourceOpener opener;
     for (const QString& name : fileNames) {
         const std::string fileName = name.toStdString();
-        const std::string step = "Opening " + fileName;
+        const std::string step = QObject::tr("Opening %1").arg(name).toStdString();
         progress(step, 0);
         m_files.push_back(
             opener.open(fileName, [&](double fraction) { progress(step, fraction); }));

@@ -26,9 +26,9 @@ QStringList attributesOf(const qrb::Pointcloud& cloud) {
 }  // namespace
 
 void MainWindow::on_actionImportPoints_triggered() {
-    const QStringList names =
-        QFileDialog::getOpenFileNames(this, "Import Points", QFileInfo(m_session.fileName).path(),
-                                      pointFileTypeFilter() + ";;All files (*.*)");
+    const QStringList names = QFileDialog::getOpenFileNames(this, tr("Import Points"),
+                                                            QFileInfo(m_session.fileName).path(),
+                                                            withAllFiles(pointFileTypeFilter()));
     if (!names.isEmpty())
         importPoints(names, false);
 }
@@ -39,9 +39,9 @@ void MainWindow::importPoints(const QStringList& fileNames, bool intoOpen) {
         if (m_session.database)
             target.attributes = attributesOf(*m_session.database);
         if (isPending())
-            target.refusal = "a transaction is pending in it";
+            target.refusal = tr("a transaction is pending in it");
         else if (m_session.database && !isAsOpened())
-            target.refusal = "its file was replaced or deleted since it was opened";
+            target.refusal = tr("its file was replaced or deleted since it was opened");
         const ImportOutcome outcome = window::importPoints(fileNames, m_session, target, this);
         if (outcome.changed)
             refreshPanels();

@@ -52,15 +52,15 @@ constexpr int toldFor = 5000;
 // Pixels from a window to the next one, so that the frames of both are seen.
 constexpr int besideBy = 40;
 
-// What the status line adds to the file's name.
-QString remarkOn(DatabaseSession::FileState state) {
+// The file's name as the status line shows it.
+QString withRemark(const QString& name, DatabaseSession::FileState state) {
     switch (state) {
         case DatabaseSession::FileState::REPLACED:
-            return " (replaced by another file since it was opened)";
+            return QObject::tr("%1 (replaced by another file since it was opened)").arg(name);
         case DatabaseSession::FileState::GONE:
-            return " (deleted or renamed since it was opened)";
+            return QObject::tr("%1 (deleted or renamed since it was opened)").arg(name);
         default:
-            return {};
+            return name;
     }
 }
 
@@ -201,7 +201,8 @@ void MainWindow::refreshPanels() {
     updateActions();
     reasons.removeDuplicates();
     if (!unread.isEmpty())
-        showError(this, "What could not be read: " + unread.join(", ") + ".", reasons.join("\n\n"));
+        showError(this, tr("What could not be read: %1.").arg(unread.join(", ")),
+                  reasons.join("\n\n"));
 }
 
 // The lists of filters used last, after a dialog has used one.
@@ -225,10 +226,11 @@ void MainWindow::updateTabs() {
 }
 
 void MainWindow::updateStatus() {
-    QString status = "no database opened";
+    QString status = tr("no database opened");
     if (m_session.database)
-        status = m_session.fileName + (m_session.readOnly ? " (for reading only)" : "") +
-                 remarkOn(m_session.fileState());
+        status = withRemark(m_session.readOnly ? tr("%1 (for reading only)").arg(m_session.fileName)
+                                               : m_session.fileName,
+                            m_session.fileState());
     else if (!m_changelog->textFileName().isEmpty())
         status = m_changelog->textFileName();
     m_statusLabel->setText(status);
@@ -298,9 +300,8 @@ void MainWindow::on_actionOpenClipboard_triggered() {
         openDatabase(name, true);
         return;
     }
-    showUnbrokenInformation(this,
-                            "No database file name found in the clipboard.\n"
-                            "Please copy a file or a file name to the clipboard.");
+    showUnbrokenInformation(this, tr("No database file name found in the clipboard.\n"
+                                     "Please copy a file or a file name to the clipboard."));
 }
 
 void MainWindow::on_actionReload_triggered() {
@@ -369,7 +370,8 @@ void MainWindow::switchLibrary(const QString& fileName) {
         return;
     libraryChoice().ask(fileName);
     if (openWindows().size() > 1)
-        showInformation(this, "The library is switched as soon as all other windows are closed.");
+        showInformation(this,
+                        tr("The library is switched as soon as all other windows are closed."));
     closeUnasked();
 }
 
@@ -405,9 +407,8 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     if (!m_closeAgreed && !mayClose()) {
         event->ignore();
         if (libraryChoice().restart && !isBusy() &&
-            !confirmed(this,
-                       "The library is to be switched as soon as this window and all "
-                       "others are closed.\nGo on waiting for that?"))
+            !confirmed(this, tr("The library is to be switched as soon as this window and all "
+                                "others are closed.\nGo on waiting for that?")))
             libraryChoice().takeBack();
         return;
     }

@@ -25,10 +25,12 @@ void refuseOpenDatabase(const QString& fileName, const DatabaseSession& asking) 
         if (!session.database || session.identity != identity)
             continue;
         throw std::runtime_error(
-            &session == &asking
-                ? "This database is open.\nClose it first, or choose another location."
-                : "This database is open in another window.\n"
-                  "Close it there first, or choose another location.");
+            (&session == &asking
+                 ? QObject::tr(
+                       "This database is open.\nClose it first, or choose another location.")
+                 : QObject::tr("This database is open in another window.\n"
+                               "Close it there first, or choose another location."))
+                .toStdString());
     }
 }
 

@@ -10,7 +10,7 @@ PendingBar::PendingBar(const QList<QAction*>& actions, QWidget* parent) : QWidge
     setObjectName("pendingBar");
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    auto* label = new QLabel("Transaction pending", this);
+    auto* label = new QLabel(tr("Transaction pending"), this);
     QFont bold = label->font();
     bold.setBold(true);
     label->setFont(bold);

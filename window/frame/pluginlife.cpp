@@ -65,9 +65,9 @@ void MainWindow::Host::takeBack() {
         const auto there = files::identityOf(m_fileName.toStdString());
         if (there && there != m_identity &&
             !lossConfirmed(&m_window,
-                           QString("\"%0\" was replaced by another file since it was opened.\n\n"
-                                   "Open the file that is there now?")
-                               .arg(m_fileName)))
+                           QObject::tr("\"%0\" was replaced by another file since it was opened.")
+                                   .arg(m_fileName) +
+                               "\n\n" + QObject::tr("Open the file that is there now?")))
             return;
         m_window.replaceDatabase(m_fileName,
                                  qrb::pointcloud::OpenSettings(m_window.m_session.context));

@@ -21,13 +21,14 @@ QString menuText(const QString& text) {
 
 }  // namespace
 
-PluginMenu::PluginMenu(QWidget* window) : QMenu("Plugins", window) {
+PluginMenu::PluginMenu(QWidget* window) : QMenu(tr("Plugins"), window) {
     setObjectName("menuPlugins");
     setToolTipsVisible(true);
-    m_settings = new QAction("Settings ...", this);
+    m_settings = new QAction(tr("Settings ..."), this);
     m_settings->setObjectName("actionPluginSettings");
-    m_settings->setToolTip(
-        "<html><body><p>Choose the Python that runs plugins, and their folder</p></body></html>");
+    m_settings->setToolTip("<html><body><p>" +
+                           tr("Choose the Python that runs plugins, and their folder") +
+                           "</p></body></html>");
     connect(m_settings, &QAction::triggered, this, &PluginMenu::settingsWanted);
     connect(this, &QMenu::aboutToShow, this, &PluginMenu::fill);
     addAction(m_settings);
@@ -56,7 +57,7 @@ void PluginMenu::addPlugins() {
         problem = QString::fromUtf8(failure.what());
     }
     if (found.empty())
-        addEntry("No plugins in " + shownFolder, problem)->setEnabled(false);
+        addEntry(tr("No plugins in %1").arg(shownFolder), problem)->setEnabled(false);
     for (const plugin::Found& one : found) {
         const QString place = QString::fromStdString(one.place);
         if (!one.manifest) {

@@ -50,19 +50,22 @@ private:
             // Closing it again would drop the locks of a database that is open.
             if (m_session.context.databaseFileTypeCheck(name.toStdString()))
                 throw core::Failure(
-                    "\"" + name.toStdString() + "\" is a database.",
-                    "Open it, and export its points into a new database or another format.");
-        workAside(m_parent, "Reading the points ...", [this](const StepProgress& progress) {
-            m_files.read(m_findings.fileNames, progress);
-        });
+                    QObject::tr("\"%1\" is a database.").arg(name).toStdString(),
+                    QObject::tr(
+                        "Open it, and export its points into a new database or another format.")
+                        .toStdString());
+        workAside(
+            m_parent, QObject::tr("Reading the points ..."),
+            [this](const StepProgress& progress) { m_files.read(m_findings.fileNames, progress); });
         m_files.describe(m_findings);
     }
 
     // The files as the user wants them to come in.
     ImportFiles::Mapped chosen(const StepProgress& progress) const {
         ImportFiles::Mapped files = m_files.mapped(m_wish.map);
-        files.sources = exchange::shaped(std::move(files.sources), m_wish.shape.shape(),
-                                         [progress] { progress("Choosing points", 0); });
+        files.sources = exchange::shaped(
+            std::move(files.sources), m_wish.shape.shape(),
+            [progress] { progress(QObject::tr("Choosing points").toStdString(), 0); });
         return files;
     }
 
@@ -108,13 +111,13 @@ private:
             if (m_session.context.databaseFileTypeCheck(place) &&
                 !lossConfirmed(
                     m_parent,
-                    QString("The file \"%0\" exists already.\nReplace it?").arg(location)))
+                    QObject::tr("The file \"%0\" exists already.\nReplace it?").arg(location)))
                 return false;
         }
         // What was written is removed on every exit but publish().
         core::NewDatabase database(m_session.context, place, exists);
         std::uint64_t points = 0;
-        workAside(m_parent, "Importing points ...", [&](const StepProgress& progress) {
+        workAside(m_parent, QObject::tr("Importing points ..."), [&](const StepProgress& progress) {
             const ImportFiles::Mapped files = chosen(progress);
             points =
                 importIntoNew(database, place, files.sources, m_findings.plan(m_wish.map),
@@ -123,11 +126,11 @@ private:
                               {"Import", transactionAgentText().toStdString(), {}, settings(), {}},
                               listener(progress));
             // The last chance to cancel: the file isn't in its place yet.
-            progress("Writing " + place, 1);
+            progress(QObject::tr("Writing %1").arg(location).toStdString(), 1);
         });
         database.publish();
-        if (confirmed(m_parent,
-                      QString("%0%1\n\nOpen the new database?").arg(doneText(points), notesText())))
+        if (confirmed(m_parent, doneText(points) + notesText() + "\n\n" +
+                                    QObject::tr("Open the new database?")))
             outcome.opened = location;
         return true;
     }
@@ -136,7 +139,7 @@ private:
         const qrb::Pointcloud& cloud = *m_session.database;
         const std::string fileName = m_session.fileName.toStdString();
         exchange::Appended added;
-        workAside(m_parent, "Importing points ...", [&](const StepProgress& progress) {
+        workAside(m_parent, QObject::tr("Importing points ..."), [&](const StepProgress& progress) {
             qrb::pointcloud::TransactionGuard transaction(
                 m_session.database->transactions(), "Import", transactionAgentText().toStdString(),
                 {}, settings());
@@ -147,22 +150,24 @@ private:
             const ImportFiles::Mapped files = chosen(progress);
             added = appendPoints(cloud, fileName, files.sources, options, listener(progress),
                                  files.surveys);
-            transaction.commit(
-                {}, [&](int percent) { progress("Writing " + fileName, percent / 100.0); });
+            transaction.commit({}, [&](int percent) {
+                progress(QObject::tr("Writing %1").arg(m_session.fileName).toStdString(),
+                         percent / 100.0);
+            });
         });
         outcome.changed = true;
         const QString rounded =
             added.rounded == 0
                 ? QString()
-                : QString("\n%0 values rounded.")
-                      .arg(QLocale().toString(static_cast<qulonglong>(added.rounded)));
+                : '\n' + QObject::tr("%0 values rounded.")
+                             .arg(QLocale().toString(static_cast<qulonglong>(added.rounded)));
         showInformation(m_parent, doneText(added.points) + rounded, m_notes.join('\n'));
         return true;
     }
 
     static QString doneText(std::uint64_t points) {
-        return points == 1 ? QString("One point imported.")
-                           : QString("%0 points imported.")
+        return points == 1 ? QObject::tr("One point imported.")
+                           : QObject::tr("%0 points imported.")
                                  .arg(QLocale().toString(static_cast<qulonglong>(points)));
     }
 

@@ -30,7 +30,7 @@ QString recentFileText(const QString& fileName, const QFontMetrics& metrics) {
 }
 
 QMenu* createRecentMenu(QWidget* window, const std::function<void(const QString&)>& open) {
-    auto* menu = new QMenu("Open Recent", window);
+    auto* menu = new QMenu(QObject::tr("Open Recent"), window);
     menu->setObjectName("menuRecent");
     menu->setToolTipsVisible(true);
     // Another window may have opened files.
@@ -44,7 +44,7 @@ QMenu* createRecentMenu(QWidget* window, const std::function<void(const QString&
                              [open, fileName] { open(fileName); });
         }
         if (menu->isEmpty())
-            menu->addAction("No file was opened yet")->setEnabled(false);
+            menu->addAction(QObject::tr("No file was opened yet"))->setEnabled(false);
     });
     return menu;
 }

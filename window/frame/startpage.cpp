@@ -32,7 +32,7 @@ StartPage::StartPage(const QList<QAction*>& actions, QWidget* parent) : QWidget(
     setObjectName("startPage");
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(margin, margin, margin, margin);
-    layout->addWidget(heading("No database is open", this));
+    layout->addWidget(heading(tr("No database is open"), this));
     auto* buttons = new QHBoxLayout;
     for (QAction* action : actions) {
         auto* button = new QToolButton(this);
@@ -44,7 +44,7 @@ StartPage::StartPage(const QList<QAction*>& actions, QWidget* parent) : QWidget(
     buttons->addStretch();
     layout->addLayout(buttons);
     layout->addWidget(new QLabel(
-        "Databases, and points of other programs, can be dropped on the window, too.", this));
+        tr("Databases, and points of other programs, can be dropped on the window, too."), this));
     layout->addSpacing(margin);
     m_recent = new QVBoxLayout;
     m_recent->setSpacing(0);
@@ -58,7 +58,7 @@ void StartPage::refresh() {
             item->widget()->deleteLater();
     const QStringList names = RecentFiles::list();
     if (!names.isEmpty())
-        m_recent->addWidget(heading("Open again", this));
+        m_recent->addWidget(heading(tr("Open again"), this));
     for (const QString& name : names) {
         auto* button = new QPushButton(recentFileText(name, fontMetrics()), this);
         button->setFlat(true);

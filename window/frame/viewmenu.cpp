@@ -27,9 +27,12 @@ void addThemes(QMenu* menu) {
         group->addAction(action);
         QObject::connect(action, &QAction::triggered, menu, [theme] { setTheme(theme); });
     };
-    add("actionThemeSystem", "System colours", "Use the colours of the desktop", Theme::SYSTEM);
-    add("actionThemeLight", "Light", "Dark texts on light ground", Theme::LIGHT);
-    add("actionThemeDark", "Dark", "Light texts on dark ground", Theme::DARK);
+    add("actionThemeSystem", QObject::tr("System colours"),
+        QObject::tr("Use the colours of the desktop"), Theme::SYSTEM);
+    add("actionThemeLight", QObject::tr("Light"), QObject::tr("Dark texts on light ground"),
+        Theme::LIGHT);
+    add("actionThemeDark", QObject::tr("Dark"), QObject::tr("Light texts on dark ground"),
+        Theme::DARK);
     // Another window may have changed the theme.
     QObject::connect(menu, &QMenu::aboutToShow, group, [group] {
         for (QAction* action : group->actions())
@@ -38,16 +41,17 @@ void addThemes(QMenu* menu) {
 }
 
 void addTextSizes(QMenu* menu) {
-    QAction* larger = addViewAction(menu, "actionTextLarger", "Larger text",
-                                    "Enlarge the font of text panes [Ctrl++]");
+    QAction* larger = addViewAction(menu, "actionTextLarger", QObject::tr("Larger text"),
+                                    QObject::tr("Enlarge the font of text panes [Ctrl++]"));
     larger->setShortcuts({QKeySequence("Ctrl++"), QKeySequence("Ctrl+=")});
     QObject::connect(larger, &QAction::triggered, menu, [] { setTextSize(textSize() + 1); });
-    QAction* smaller = addViewAction(menu, "actionTextSmaller", "Smaller text",
-                                     "Reduce the font of text panes [Ctrl+-]");
+    QAction* smaller = addViewAction(menu, "actionTextSmaller", QObject::tr("Smaller text"),
+                                     QObject::tr("Reduce the font of text panes [Ctrl+-]"));
     smaller->setShortcut(QKeySequence("Ctrl+-"));
     QObject::connect(smaller, &QAction::triggered, menu, [] { setTextSize(textSize() - 1); });
-    QAction* normal = addViewAction(menu, "actionTextNormal", "Normal text size",
-                                    "Give text panes the size of the desktop's font [Ctrl+0]");
+    QAction* normal =
+        addViewAction(menu, "actionTextNormal", QObject::tr("Normal text size"),
+                      QObject::tr("Give text panes the size of the desktop's font [Ctrl+0]"));
     normal->setShortcut(QKeySequence("Ctrl+0"));
     QObject::connect(normal, &QAction::triggered, menu, [] { resetTextSize(); });
 }
@@ -55,7 +59,7 @@ void addTextSizes(QMenu* menu) {
 }  // namespace
 
 QMenu* createViewMenu(QWidget* window) {
-    auto* menu = new QMenu("View", window);
+    auto* menu = new QMenu(QObject::tr("View"), window);
     menu->setObjectName("menuView");
     menu->setToolTipsVisible(true);
     addThemes(menu);

@@ -20,10 +20,11 @@ TextRange rangeOf(const QRegularExpressionMatch& match, bool header) {
 
 QString faultOfSearch(const QString& pattern) {
     const QRegularExpression expression(pattern);
-    return expression.isValid() ? QString()
-                                : QString("\"%1\" is no regular expression: %2, at character %3.")
-                                      .arg(pattern, expression.errorString())
-                                      .arg(expression.patternErrorOffset() + 1);
+    return expression.isValid()
+               ? QString()
+               : QObject::tr("\"%1\" is no regular expression: %2, at character %3.")
+                     .arg(pattern, expression.errorString(),
+                          QString::number(expression.patternErrorOffset() + 1));
 }
 
 const QRegularExpression& changelogEntryHeader() {

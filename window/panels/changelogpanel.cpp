@@ -24,7 +24,7 @@ namespace tarvo::window {
 namespace {
 
 QString readTextFile(const QString& fileName) {
-    QString text = QString::fromStdString(readFile(fileName, "Failed to open file."));
+    QString text = QString::fromStdString(readFile(fileName, QObject::tr("Failed to open file.")));
     return text.replace("\r\n", "\n");
 }
 
@@ -68,11 +68,12 @@ void ChangelogPanel::refresh() {
         m_announced.clear();
     QString text;
     try {
-        workAside(this, "Reading the changelog...", m_session.context, [&](const StepProgress&) {
-            text = QString::fromStdString(core::readChangelog(database()->changelog()));
-        });
+        workAside(this, tr("Reading the changelog..."), m_session.context,
+                  [&](const StepProgress&) {
+                      text = QString::fromStdString(core::readChangelog(database()->changelog()));
+                  });
     } catch (const std::exception& error) {
-        text = QString("Failed to load changelog: %0").arg(QString::fromUtf8(error.what()));
+        text = tr("Failed to load changelog: %0").arg(QString::fromUtf8(error.what()));
     }
     showText(text);
 }
@@ -95,15 +96,14 @@ void ChangelogPanel::showText(const QString& text) {
 }
 
 QString ChangelogPanel::announcement() const {
-    return m_announced.isEmpty()
-               ? QString()
-               : "\nWith the pending transaction:\nMessage: " + m_announced.join("\nMessage: ") +
-                     '\n';
+    return m_announced.isEmpty() ? QString()
+                                 : '\n' + tr("With the pending transaction:") +
+                                       "\nMessage: " + m_announced.join("\nMessage: ") + '\n';
 }
 
 void ChangelogPanel::loadTextFile(const QString& fileName) {
     QString text;
-    workAside(this, "Reading the text file...",
+    workAside(this, tr("Reading the text file..."),
               [&](const StepProgress&) { text = readTextFile(fileName); });
     showText(text);
     m_textFileName = QDir::toNativeSeparators(fileName);
@@ -111,18 +111,18 @@ void ChangelogPanel::loadTextFile(const QString& fileName) {
 }
 
 void ChangelogPanel::on_actionChangelogLoadFromTextfile_triggered() {
-    const QString name = QFileDialog::getOpenFileName(this, "Load changelog from textfile",
-                                                      QString(), "Text files (*.txt)");
+    const QString name = QFileDialog::getOpenFileName(this, tr("Load changelog from textfile"),
+                                                      QString(), tr("Text files (*.txt)"));
     if (!name.isEmpty())
         guarded([&] { loadTextFile(name); });
 }
 
 void ChangelogPanel::on_actionChangelogExportToTextfile_triggered() {
-    const QString name = chooseOutput(this, "Export changelog to textfile", "changelog.txt",
-                                      "Text files (*.txt)", "txt");
+    const QString name = chooseOutput(this, tr("Export changelog to textfile"), "changelog.txt",
+                                      tr("Text files (*.txt)"), "txt");
     if (name.isEmpty())
         return;
-    const bool done = aside("Exporting the changelog...", [&](const StepProgress&) {
+    const bool done = aside(tr("Exporting the changelog..."), [&](const StepProgress&) {
         core::checkOutputPlace(m_session.context, name.toStdString(),
                                {m_session.fileName.toStdString()});
         database()->changelog().exportToTextfile(name.toStdString());
@@ -132,11 +132,11 @@ void ChangelogPanel::on_actionChangelogExportToTextfile_triggered() {
 }
 
 void ChangelogPanel::on_actionChangelogImportFromDatabase_triggered() {
-    const QString name = QFileDialog::getOpenFileName(this, "Import changelog from database",
+    const QString name = QFileDialog::getOpenFileName(this, tr("Import changelog from database"),
                                                       QString(), databaseFileDialogFilter());
     if (name.isEmpty() || !inTransaction("Import a changelog"))
         return;
-    const bool done = aside("Importing the changelog...", [&](const StepProgress&) {
+    const bool done = aside(tr("Importing the changelog..."), [&](const StepProgress&) {
         database()->changelog().importFromDatabase(name.toStdString());
     });
     if (done)
@@ -161,7 +161,7 @@ void ChangelogPanel::on_actionChangelogAppendMessage_triggered() {
     emit databaseChanged();
     // Where it is announced.
     m_ui->editChangelog->moveCursor(QTextCursor::End);
-    emit told("Message appended.");
+    emit told(tr("Message appended."));
 }
 
 void ChangelogPanel::on_actionChangelogVerifyLogEntry_triggered() {
@@ -175,21 +175,26 @@ void ChangelogPanel::on_actionChangelogVerifyLogEntry_triggered() {
                                        ? changelog.substr(entry->begin, entry->end - entry->begin)
                                        : std::string();
     if (!core::hasSignature(signedText)) {
-        showInformation(this, "Please select (double click) a signature first.");
+        showInformation(this, tr("Please select (double click) a signature first."));
         return;
     }
     DialogChangelogSignature(QString::fromStdString(signedText), this).exec();
 }
 
-void ChangelogPanel::showFound(const std::optional<TextRange>& found, const QString& where) {
+void ChangelogPanel::showFound(const std::optional<TextRange>& found, bool isForward) {
     const QString pattern = m_ui->editChangelogSearch->text();
     if (const QString fault = faultOfSearch(pattern); !fault.isEmpty()) {
         emit told(fault);
         return;
     }
     if (!found) {
-        emit told(pattern.isEmpty() ? QString("No entry %1 the cursor.").arg(where)
-                                    : QString("No \"%1\" %2 the cursor.").arg(pattern, where));
+        if (pattern.isEmpty())
+            emit told(isForward ? tr("No entry after the cursor.")
+                                : tr("No entry before the cursor."));
+        else
+            emit told(
+                (isForward ? tr("No \"%1\" after the cursor.") : tr("No \"%1\" before the cursor."))
+                    .arg(pattern));
         return;
     }
     QTextCursor cursor = m_ui->editChangelog->textCursor();
@@ -202,18 +207,17 @@ void ChangelogPanel::showFound(const std::optional<TextRange>& found, const QStr
 void ChangelogPanel::on_actionChangelogNext_triggered() {
     showFound(nextInChangelog(m_text, m_ui->editChangelogSearch->text(),
                               m_ui->editChangelog->textCursor().position()),
-              "after");
+              true);
 }
 
 void ChangelogPanel::on_actionChangelogPrevious_triggered() {
     showFound(previousInChangelog(m_text, m_ui->editChangelogSearch->text(),
                                   m_ui->editChangelog->textCursor().anchor()),
-              "before");
+              false);
 }
 
 void ChangelogPanel::on_editChangelog_textChanged() {
-    m_ui->labelChangelogEntries->setText(
-        QString("Log entries: %1").arg(countChangelogEntries(m_text)));
+    m_ui->labelChangelogEntries->setText(tr("Log entries: %1").arg(countChangelogEntries(m_text)));
 }
 
 }  // namespace tarvo::window

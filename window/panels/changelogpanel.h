@@ -49,7 +49,7 @@ protected:
 private:
     // Selects what was found; tells what is wrong with the expression, or that nothing stands
     // there.
-    void showFound(const std::optional<TextRange>& found, const QString& where);
+    void showFound(const std::optional<TextRange>& found, bool isForward);
     void updateActions();
     void showText(const QString& text);
     QString announcement() const;

@@ -77,7 +77,7 @@ void DatabasePanel::showDatabase() {
 QString DatabasePanel::sizeText() const {
     const qint64 bytes = QFileInfo(m_session.fileName).size();
     if (m_session.fileState() != DatabaseSession::FileState::AS_OPENED)
-        return "unknown";
+        return tr("unknown");
     return QString("%1 (%2 B)")
         .arg(humanReadableSize(static_cast<std::uint64_t>(bytes)), QLocale().toString(bytes));
 }

@@ -13,30 +13,30 @@ namespace pointcloud = qrb::pointcloud;
 
 QString levelOfDetailText(std::uint32_t mode, std::uint32_t size, std::uint32_t dimensions) {
     if (size == 0)
-        return "disabled";
+        return QObject::tr("disabled");
     if (mode == 1)
-        return QString("mode: thinout, size: up to %1 % of the original points").arg(size);
+        return QObject::tr("mode: thinout, size: up to %1 % of the original points").arg(size);
     if (mode == 2)
-        return QString("mode: combine, size: %0 (up to %1 points per node)")
+        return QObject::tr("mode: combine, size: %0 (up to %1 points per node)")
             .arg(size)
             .arg(QLocale().toString(std::ldexp(1.0, static_cast<int>(dimensions * size)), 'f', 0));
-    return "unknown";
+    return QObject::tr("unknown");
 }
 
 QString chunkSizeText(std::uint32_t mode, std::uint32_t size,
                       const pointcloud::PointAttribute& primaryAttribute) {
     if (mode == 1)
-        return QString("mode: point count, size: up to %0 points per chunk")
+        return QObject::tr("mode: point count, size: up to %0 points per chunk")
             .arg(QLocale().toString(size));
     if (mode == 2) {
         const double resolution = primaryAttribute.resolution;
         const QString length = QLocale().toString(std::ldexp(resolution, static_cast<int>(size)),
                                                   'f', core::decimalsOfResolution(resolution));
         const QString unit = QString::fromStdString(primaryAttribute.unitSymbol);
-        return QString("mode: edge length, size: %0 (%1 %2 edge length)")
-            .arg(QString::number(size), length, unit.isEmpty() ? QString("units") : unit);
+        return QObject::tr("mode: edge length, size: %0 (%1 %2 edge length)")
+            .arg(QString::number(size), length, unit.isEmpty() ? QObject::tr("units") : unit);
     }
-    return "unknown";
+    return QObject::tr("unknown");
 }
 
 DatabaseSummary DatabaseSummary::of(const qrb::Pointcloud& database) {
@@ -51,8 +51,8 @@ DatabaseSummary DatabaseSummary::of(const qrb::Pointcloud& database) {
     const auto primaryAttribute = database.pointAttributes().get(primaryName);
     summary.primaryAttribute = QString::fromStdString(primaryName);
     const auto system = core::referenceSystem(database.metaData());
-    summary.referenceSystem =
-        system ? QString::fromStdString(core::describe(*system)).simplified() : "unknown";
+    summary.referenceSystem = system ? QString::fromStdString(core::describe(*system)).simplified()
+                                     : QObject::tr("unknown");
 
     const auto& management = database.management();
     summary.levelOfDetail = levelOfDetailText(management.getLodMode(), management.getChunkSizeLOD(),

@@ -102,7 +102,7 @@ void FilterHelp::checkText(const QString& text) const {
         core::parseNodeList(text.trimmed().toStdString());
         return;
     }
-    workAside(m_filter, "Checking the filter...", m_session.context,
+    workAside(m_filter, tr("Checking the filter..."), m_session.context,
               [&](const StepProgress&) { m_session.database->select({}, text.toStdString()); });
 }
 

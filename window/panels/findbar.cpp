@@ -47,19 +47,19 @@ FindBar::FindBar(QTreeWidget* tree, QWidget* parent)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(4);
     m_text->setObjectName("editFind");
-    m_text->setPlaceholderText("find in the points shown");
-    m_text->setAccessibleName("Text to find");
+    m_text->setPlaceholderText(tr("find in the points shown"));
+    m_text->setAccessibleName(tr("Text to find"));
     m_text->setClearButtonEnabled(true);
     m_text->installEventFilter(this);
     layout->addWidget(m_text, 1);
     m_count->setObjectName("labelFind");
-    m_count->setMinimumWidth(m_count->fontMetrics().horizontalAdvance("0000 of 0000"));
+    m_count->setMinimumWidth(m_count->fontMetrics().horizontalAdvance(tr("0000 of 0000")));
     layout->addWidget(m_count);
-    connect(addButton("buttonFindPrevious", "go-up", "Previous hit [Shift+F3]"),
+    connect(addButton("buttonFindPrevious", "go-up", tr("Previous hit [Shift+F3]")),
             &QToolButton::clicked, this, &FindBar::previous);
-    connect(addButton("buttonFindNext", "go-down", "Next hit [F3]"), &QToolButton::clicked, this,
-            &FindBar::next);
-    connect(addButton("buttonFindClose", "cancel", "Close [Esc]"), &QToolButton::clicked, this,
+    connect(addButton("buttonFindNext", "go-down", tr("Next hit [F3]")), &QToolButton::clicked,
+            this, &FindBar::next);
+    connect(addButton("buttonFindClose", "cancel", tr("Close [Esc]")), &QToolButton::clicked, this,
             &FindBar::dismiss);
     connect(m_text, &QLineEdit::textChanged, this, [this] {
         search();
@@ -142,9 +142,9 @@ void FindBar::updateCount() {
     const Hit now = current();
     const auto at = std::lower_bound(m_hits.begin(), m_hits.end(), now);
     const bool onHit = at != m_hits.end() && !(now < *at);
-    m_count->setText(m_hits.empty() ? QString("no hits")
-                     : onHit ? QString("%0 of %1").arg(at - m_hits.begin() + 1).arg(m_hits.size())
-                             : QString("%0 hits").arg(m_hits.size()));
+    m_count->setText(m_hits.empty() ? tr("no hits")
+                     : onHit        ? tr("%0 of %1").arg(at - m_hits.begin() + 1).arg(m_hits.size())
+                                    : tr("%0 hits").arg(m_hits.size()));
 }
 
 void FindBar::next() {

@@ -21,14 +21,16 @@ struct FileType {
     const char* text;
     const char* extension;
 };
-constexpr FileType fileTypes[] = {{"LAS (*.las)", "las"},
-                                  {"LAZ, compressed LAS (*.laz)", "laz"},
-                                  {"PLY (*.ply)", "ply"},
-                                  {"XYZ, a text of numbers (*.xyz)", "xyz"}};
+constexpr FileType fileTypes[] = {
+    {QT_TRANSLATE_NOOP("QObject", "LAS (*.las)"), "las"},
+    {QT_TRANSLATE_NOOP("QObject", "LAZ, compressed LAS (*.laz)"), "laz"},
+    {QT_TRANSLATE_NOOP("QObject", "PLY (*.ply)"), "ply"},
+    {QT_TRANSLATE_NOOP("QObject", "XYZ, a text of numbers (*.xyz)"), "xyz"},
+};
 
 const FileType& typeOf(const QString& text) {
-    const auto* const found =
-        std::ranges::find_if(fileTypes, [&](const FileType& type) { return text == type.text; });
+    const auto* const found = std::ranges::find_if(
+        fileTypes, [&](const FileType& type) { return text == QObject::tr(type.text); });
     return found == std::end(fileTypes) ? fileTypes[0] : *found;
 }
 
@@ -48,8 +50,8 @@ void followType(QFileDialog& dialog) {
 QString chosenPlace(const QString& proposed, QWidget* parent) {
     QStringList texts;
     for (const FileType& type : fileTypes)
-        texts += type.text;
-    QFileDialog dialog(parent, "Export Points");
+        texts += QObject::tr(type.text);
+    QFileDialog dialog(parent, QObject::tr("Export Points"));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
     dialog.setNameFilters(texts);
@@ -64,7 +66,7 @@ QString chosenPlace(const QString& proposed, QWidget* parent) {
     const QString place = name + '.' + typeOf(dialog.selectedNameFilter()).extension;
     // The file dialog has asked for the other name.
     if (QFileInfo::exists(place) &&
-        !lossConfirmed(parent, QString("The file \"%0\" exists already.\nReplace it?")
+        !lossConfirmed(parent, QObject::tr("The file \"%0\" exists already.\nReplace it?")
                                    .arg(QDir::toNativeSeparators(place))))
         return {};
     return place;
@@ -92,23 +94,26 @@ void exportPointsAs(const DatabaseSession& session, const core::PointSelection& 
     options.format = *exchange::formatOfFile(name.toStdString());
     files::WholeFile file(name.toStdString());
     exchange::Exported exported;
-    workAside(parent, "Exporting points ...", session.context, [&](const StepProgress& progress) {
-        exchange::database::DatabaseSource source(*session.database, fileName, selection,
-                                                  namesOf(attributes));
-        exported = exchange::exportPoints(source, source.formats(), options, file, progress);
-        progress("Writing " + name.toStdString(), 1);  // the last chance to cancel
-    });
+    workAside(parent, QObject::tr("Exporting points ..."), session.context,
+              [&](const StepProgress& progress) {
+                  exchange::database::DatabaseSource source(*session.database, fileName, selection,
+                                                            namesOf(attributes));
+                  exported =
+                      exchange::exportPoints(source, source.formats(), options, file, progress);
+                  progress(QObject::tr("Writing %1").arg(name).toStdString(),
+                           1);  // the last chance to cancel
+              });
     // A filter that was mistyped must not cost last week's export.
     if (exported.points == 0 && file.replaces()) {
-        showInformation(parent, QString("No points are selected; \"%0\" was left as it was.")
+        showInformation(parent, QObject::tr("No points are selected; \"%0\" was left as it was.")
                                     .arg(QDir::toNativeSeparators(name)));
         return;
     }
     file.publish();
     showInformation(parent,
                     exported.points == 1
-                        ? QString("One point exported.")
-                        : QString("%0 points exported.")
+                        ? QObject::tr("One point exported.")
+                        : QObject::tr("%0 points exported.")
                               .arg(QLocale().toString(static_cast<qulonglong>(exported.points))),
                     textList(exported.notes).join('\n'));
 }

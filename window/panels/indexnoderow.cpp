@@ -9,7 +9,8 @@ IndexIcons::IndexIcons()
 
 IndexNodeRow::IndexNodeRow(const qrb::pointcloud::IndexNode& node, int level,
                            const IndexIcons& icons)
-    : NumericTreeWidgetItem({QString::number(node.id), node.children.empty() ? "leaf" : "node",
+    : NumericTreeWidgetItem({QString::number(node.id),
+                             node.children.empty() ? QObject::tr("leaf") : QObject::tr("node"),
                              QString::number(level),
                              grouped(static_cast<std::uint64_t>(node.pointCountNode)),
                              grouped(static_cast<std::uint64_t>(node.pointCountTotal)),
@@ -23,7 +24,7 @@ QVariant IndexNodeRow::data(int column, int role) const {
     if (column == NODE_ID && role == Qt::UserRole)
         return m_id;
     if (column == NODE_ID && role == Qt::ToolTipRole)
-        return "click to show node details\ndouble click to load point data";
+        return QObject::tr("click to show node details\ndouble click to load point data");
     if (column == NODE_TYPE && role == Qt::DecorationRole)
         return m_icon;
     if (role == sortValueRole && (column == NODE_POINTS || column == NODE_TOTAL))

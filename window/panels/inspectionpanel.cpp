@@ -19,10 +19,12 @@ struct ReportFormat {
     std::uint8_t number;
 };
 
-constexpr ReportFormat reportFormats[] = {{"database report (plaintext)", 1},
-                                          {"database report (JSON)", 2},
-                                          {"database report (HTML)", 3},
-                                          {"attribute histograms (CSV)", 4}};
+constexpr ReportFormat reportFormats[] = {
+    {QT_TRANSLATE_NOOP("QObject", "database report (plaintext)"), 1},
+    {QT_TRANSLATE_NOOP("QObject", "database report (JSON)"), 2},
+    {QT_TRANSLATE_NOOP("QObject", "database report (HTML)"), 3},
+    {QT_TRANSLATE_NOOP("QObject", "attribute histograms (CSV)"), 4},
+};
 
 // Whether the library writes this format as HTML.
 bool isHtml(std::uint8_t format) {
@@ -53,8 +55,8 @@ void InspectionPanel::buildToolBar() {
     m_format = new QComboBox(frame);
     m_format->setObjectName("editInspectionFormat");
     for (const ReportFormat& format : reportFormats)
-        m_format->addItem(format.text, format.number);
-    layout->addWidget(new QLabel("Format:", frame));
+        m_format->addItem(QObject::tr(format.text), format.number);
+    layout->addWidget(new QLabel(tr("Format:"), frame));
     layout->addWidget(m_format);
     m_ui->toolBarInspection->addWidget(frame);
 }
@@ -71,7 +73,7 @@ void InspectionPanel::on_actionInspectionUpdate_triggered() {
         return;
     const auto format = static_cast<std::uint8_t>(m_format->currentData().toUInt());
     QString report;
-    aside("Inspecting the database...", [&](const StepProgress&) {
+    aside(tr("Inspecting the database..."), [&](const StepProgress&) {
         report = QString::fromStdString(database()->inspect(format));
     });
     if (isHtml(format))
@@ -88,11 +90,11 @@ void InspectionPanel::on_textInspectionResult_anchorClicked(const QUrl& link) {
         return;
     }
     if (link.scheme() != "http" && link.scheme() != "https") {
-        showWarning(
-            this, "The report refers to something that is not opened:\n" + link.toDisplayString());
+        showWarning(this, tr("The report refers to something that is not opened:\n%1")
+                              .arg(link.toDisplayString()));
         return;
     }
-    if (confirmed(this, "Open this page in the web browser?\n" + link.toDisplayString()))
+    if (confirmed(this, tr("Open this page in the web browser?\n%1").arg(link.toDisplayString())))
         QDesktopServices::openUrl(link);
 }
 

@@ -36,13 +36,13 @@ constexpr std::size_t shownNames = 30;
 
 QString joined(const std::vector<std::string>& names) {
     if (names.empty())
-        return "(none)";
+        return QObject::tr("(none)");
     QStringList shown;
     for (std::size_t i = 0; i < std::min(names.size(), shownNames); ++i)
         shown += QString::fromStdString(names[i]);
     const QString text = shown.join(", ");
     return names.size() > shownNames
-               ? QString("%0 and %1 more").arg(text).arg(names.size() - shownNames)
+               ? QObject::tr("%0 and %1 more").arg(text, QString::number(names.size() - shownNames))
                : text;
 }
 
@@ -53,7 +53,7 @@ struct ImportReport {
 };
 
 ImportReport reportOf(const core::MetaDataImport& import, const std::vector<std::string>& skipped) {
-    ImportReport report{"Import successfully finished.\n", {}};
+    ImportReport report{QObject::tr("Import successfully finished.") + '\n', {}};
     const auto add = [&](const QString& label, const std::vector<std::string>& names) {
         report.text += QString("\n%0: %1").arg(label, joined(names));
         if (names.size() <= shownNames)
@@ -62,14 +62,14 @@ ImportReport reportOf(const core::MetaDataImport& import, const std::vector<std:
         for (const std::string& name : names)
             report.details += QString::fromStdString(name) + '\n';
     };
-    add("Items added", import.added);
-    add("Items updated", import.updated);
+    add(QObject::tr("Items added"), import.added);
+    add(QObject::tr("Items updated"), import.updated);
     if (!import.unchanged.empty())
-        add("Items unchanged", import.unchanged);
+        add(QObject::tr("Items unchanged"), import.unchanged);
     if (!import.unsignedNow.empty())
-        add("Items no longer signed", import.unsignedNow);
+        add(QObject::tr("Items no longer signed"), import.unsignedNow);
     if (!skipped.empty())
-        add("Members skipped", skipped);
+        add(QObject::tr("Members skipped"), skipped);
     return report;
 }
 
@@ -120,7 +120,7 @@ void MetaDataPanel::refresh() {
     for (int row = 0; row < tree->topLevelItemCount(); ++row)
         if (selected.contains(tree->topLevelItem(row)->data(ITEM_NAME, nameRole).toString()))
             tree->topLevelItem(row)->setSelected(true);
-    m_ui->labelMetaData->setText(QString("Meta data items: %1").arg(tree->topLevelItemCount()));
+    m_ui->labelMetaData->setText(tr("Meta data items: %1").arg(tree->topLevelItemCount()));
 }
 
 void MetaDataPanel::addRow(const std::string& name) {
@@ -220,12 +220,12 @@ void MetaDataPanel::editItem(QString name, bool isNew) {
 void MetaDataPanel::on_actionMetaDataRemove_triggered() {
     const auto names = selectedItems();
     if (names.empty()) {
-        showWarning(this, "Nothing selected!");
+        showWarning(this, tr("Nothing selected!"));
         return;
     }
-    const QString question =
-        names.size() == 1 ? QString("Remove entry \"%0\"?").arg(QString::fromStdString(names[0]))
-                          : QString("Remove %0 entries?").arg(names.size());
+    const QString question = names.size() == 1
+                                 ? tr("Remove entry \"%0\"?").arg(QString::fromStdString(names[0]))
+                                 : tr("Remove %0 entries?").arg(names.size());
     if (!confirmed(this, question) || !inTransaction("Remove meta data items"))
         return;
     guarded([&] {
@@ -257,28 +257,28 @@ void MetaDataPanel::on_actionMetaDataExport_triggered() {
     if (names.empty())
         return;
     const QString fileName =
-        chooseOutput(this, "Export", proposedFileName(), "JSON files (*.json)", "json");
+        chooseOutput(this, tr("Export"), proposedFileName(), tr("JSON files (*.json)"), "json");
     if (fileName.isEmpty())
         return;
-    const bool done = aside("Exporting metadata items...", [&](const StepProgress&) {
+    const bool done = aside(tr("Exporting metadata items..."), [&](const StepProgress&) {
         std::vector<core::MetaDataItem> items;
         for (const std::string& name : names)
             items.push_back({name, database()->metaData().get(name)});
         const std::string text = core::writeMetaDataFile(items);
-        const auto file =
-            openOutput(fileName, "Failed to open export file.", {m_session.fileName.toStdString()});
+        const auto file = openOutput(fileName, tr("Failed to open export file."),
+                                     {m_session.fileName.toStdString()});
         file->write(text);
         file->publish();
     });
     if (done)
-        showInformation(this, "Export successfully finished.");
+        showInformation(this, tr("Export successfully finished."));
 }
 
 void MetaDataPanel::on_actionMetaDataImport_triggered() {
     if (!database())
         return;
-    const QString fileName =
-        QFileDialog::getOpenFileName(this, "Import", proposedFileName(), "JSON files (*.json)");
+    const QString fileName = QFileDialog::getOpenFileName(this, tr("Import"), proposedFileName(),
+                                                          tr("JSON files (*.json)"));
     if (!fileName.isEmpty() && inTransaction("Import meta data items"))
         importItems(fileName);
 }
@@ -286,8 +286,8 @@ void MetaDataPanel::on_actionMetaDataImport_triggered() {
 void MetaDataPanel::importItems(const QString& fileName) {
     core::MetaDataImport import(database()->metaData());
     core::MetaDataFile file;
-    const bool done = aside("Importing metadata items...", [&](const StepProgress& progress) {
-        file = core::readMetaDataFile(readFile(fileName, "Failed to open import file."));
+    const bool done = aside(tr("Importing metadata items..."), [&](const StepProgress& progress) {
+        file = core::readMetaDataFile(readFile(fileName, tr("Failed to open import file.")));
         std::vector<std::size_t> last;
         try {
             for (std::size_t i = 0; i < file.items.size(); ++i) {

@@ -21,16 +21,15 @@ bool Panel::inTransaction(const QString& title) {
     if (pending)
         return true;
     if (m_session.readOnly) {
-        showWarning(this,
-                    "The database was opened for reading only.\n"
-                    "Open it again with \"Open ...\" to change it.");
+        showWarning(this, tr("The database was opened for reading only.\n"
+                             "Open it again with \"Open ...\" to change it."));
         return false;
     }
-    if (!confirmed(this, QString("No transaction is pending.\n"
-                                 "Begin the transaction \"%1\" and go on?")
+    if (!confirmed(this, tr("No transaction is pending.\n"
+                            "Begin the transaction \"%1\" and go on?")
                              .arg(title)))
         return false;
-    const bool began = aside("Beginning a transaction...", [&](const StepProgress&) {
+    const bool began = aside(tr("Beginning a transaction..."), [&](const StepProgress&) {
         database()->transactions().begin(title.toStdString(), transactionAgentText().toStdString(),
                                          "", "");
     });

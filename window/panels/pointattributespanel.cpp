@@ -130,7 +130,7 @@ void PointAttributesPanel::refresh() {
     for (int column = 0; column < ATTRIBUTE_COLUMNS; ++column)
         tree->resizeColumnToContents(column);
     m_ui->labelPointAttributes->setText(
-        QString("Point attributes: %1, Primary point attribute: %2")
+        tr("Point attributes: %1, Primary point attribute: %2")
             .arg(QString::number(names.size()), QString::fromStdString(primary)));
     selectAttributes(selected);
 }
@@ -273,17 +273,17 @@ void PointAttributesPanel::editAttribute(const std::string& name) {
 bool PointAttributesPanel::conversionAgreed(const PointAttribute& stored,
                                             const PointAttribute& attribute) {
     QString question;
-    const bool counted = aside("Comparing values...", [&](const StepProgress& progress) {
+    const bool counted = aside(tr("Comparing values..."), [&](const StepProgress& progress) {
         const auto changes =
             core::countChanges(*database(), stored, attribute, percentOf(progress));
         if (changes)
             question = QString::fromStdString(core::describe(*changes, stored, attribute));
     });
-    return counted && (question.isEmpty() || lossConfirmed(this, question, "Convert"));
+    return counted && (question.isEmpty() || lossConfirmed(this, question, tr("Convert")));
 }
 
 bool PointAttributesPanel::write(const PointAttribute& attribute, bool isNew) {
-    const bool written = aside("Writing the attribute...", [&](const StepProgress&) {
+    const bool written = aside(tr("Writing the attribute..."), [&](const StepProgress&) {
         if (isNew)
             database()->pointAttributes().add(attribute);
         else
@@ -299,16 +299,15 @@ bool PointAttributesPanel::write(const PointAttribute& attribute, bool isNew) {
 void PointAttributesPanel::on_actionPointAttributeRemove_triggered() {
     const auto names = selectedAttributes();
     if (names.empty()) {
-        showWarning(this, "Nothing selected!");
+        showWarning(this, tr("Nothing selected!"));
         return;
     }
     const QString question =
-        names.size() == 1
-            ? QString("Remove attribute \"%0\"?").arg(QString::fromStdString(names[0]))
-            : QString("Remove %0 attributes?").arg(names.size());
+        names.size() == 1 ? tr("Remove attribute \"%0\"?").arg(QString::fromStdString(names[0]))
+                          : tr("Remove %0 attributes?").arg(names.size());
     if (!confirmed(this, question) || !inTransaction("Remove point attributes"))
         return;
-    aside("Removing attributes...", [&](const StepProgress&) {
+    aside(tr("Removing attributes..."), [&](const StepProgress&) {
         for (const std::string& name : names)
             database()->pointAttributes().remove(name);
     });

@@ -168,7 +168,7 @@ void PointDataPanel::showHeaders() {
         if (const auto* attribute = attributeOf(column)) {
             toolTip = QString::fromStdString(attribute->title);
             if (!attribute->unitSymbol.empty())
-                toolTip += "\nUnit: " + QString::fromStdString(attribute->unitSymbol);
+                toolTip += '\n' + tr("Unit: %1").arg(QString::fromStdString(attribute->unitSymbol));
         }
         tree->headerItem()->setToolTip(column, plainToolTip(toolTip));
     }

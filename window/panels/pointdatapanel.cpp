@@ -39,17 +39,16 @@ constexpr std::uint32_t countBatch = 1'000'000;
 
 QString countText(quint64 count) {
     if (count == 0)
-        return "No points match the current filter expression.";
+        return QObject::tr("No points match the current filter expression.");
     if (count == 1)
-        return "One point matches the current filter expression.";
-    return QString("%0 points match the current filter expression.").arg(grouped(count));
+        return QObject::tr("One point matches the current filter expression.");
+    return QObject::tr("%0 points match the current filter expression.").arg(grouped(count));
 }
 
 // What a query's way through the index was.
 QString wayOf(const qrb::pointcloud::NodesPassed& nodes) {
-    return QObject::tr(
-               "Nodes of the index so far: %1 skipped, %2 taken whole, %3 read point by "
-               "point")
+    return QObject::tr("Nodes of the index so far: %1 skipped, %2 taken whole, %3 read point by "
+                       "point")
         .arg(grouped(nodes.skipped), grouped(nodes.whole), grouped(nodes.read));
 }
 
@@ -205,11 +204,12 @@ core::PointSelection PointDataPanel::selection() {
         return result;
     result.nodes = core::parseNodeList(nodes);
     if (result.nodes->size() > core::parseSingleNodes(nodes).size())
-        workAside(this, "Reading the point index...", m_session.context, [&](const StepProgress&) {
-            qrb::pointcloud::IndexNode root;
-            database()->stat().index(root);
-            result.nodes = core::existingNodes(nodes, root);
-        });
+        workAside(this, tr("Reading the point index..."), m_session.context,
+                  [&](const StepProgress&) {
+                      qrb::pointcloud::IndexNode root;
+                      database()->stat().index(root);
+                      result.nodes = core::existingNodes(nodes, root);
+                  });
     return result;
 }
 
@@ -240,7 +240,7 @@ PointDataPanel::Rows PointDataPanel::firstRows(int pages) {
     }
     Rows rows;
     std::unique_ptr<PointReader> reader;
-    workAside(this, "Reading points...", m_session.context, [&](const StepProgress& progress) {
+    workAside(this, tr("Reading points..."), m_session.context, [&](const StepProgress& progress) {
         reader = std::make_unique<PointReader>(*database(), wanted);
         rows = readRows(*reader, pages, 0, progress);
         if (wanted.filter.empty() && !wanted.nodes)
@@ -289,9 +289,10 @@ void PointDataPanel::keepSelection() {
 PointDataPanel::Rows PointDataPanel::nextRows(int pages) {
     Rows rows;
     try {
-        workAside(this, "Reading points...", m_session.context, [&](const StepProgress& progress) {
-            rows = readRows(*m_reader, pages, m_rowCounter, progress);
-        });
+        workAside(this, tr("Reading points..."), m_session.context,
+                  [&](const StepProgress& progress) {
+                      rows = readRows(*m_reader, pages, m_rowCounter, progress);
+                  });
     } catch (...) {
         m_reader.reset();
         showCounter();
@@ -322,12 +323,12 @@ PointDataPanel::Rows PointDataPanel::readRows(PointReader& reader, int pages, st
 }
 
 void PointDataPanel::showRows(const Rows& rows) {
-    m_ui->labelPointData->setText(QString("%0 ms").arg(rows.milliseconds));
+    m_ui->labelPointData->setText(tr("%0 ms").arg(rows.milliseconds));
     m_ui->labelPointRows->setToolTip(rows.nodes ? wayOf(*rows.nodes) : QString());
     if (rows.texts.empty()) {
         m_ui->actionQuerySelectCancel->setEnabled(true);
         m_ui->actionQuerySelectCancel->trigger();
-        showInformation(this, "No data received.");
+        showInformation(this, tr("No data received."));
         return;
     }
     appendRows(rows.texts);
@@ -353,9 +354,9 @@ void PointDataPanel::showCounter() {
         const bool isKnown = m_counted.points && m_counted.filter == m_runningFilter &&
                              m_counted.nodes == m_runningNodes;
         if (isKnown)
-            text += QString(" of %1").arg(grouped(*m_counted.points));
+            text = tr("%1 of %2").arg(text, grouped(*m_counted.points));
         if (m_reader && !(isKnown && *m_counted.points == m_rowCounter))
-            text += " (more with F3, 1,000 more with Shift+F3)";
+            text = tr("%1 (more with F3, 1,000 more with Shift+F3)").arg(text);
     }
     m_ui->labelPointRows->setText(text);
     if (text.isEmpty())
@@ -413,13 +414,14 @@ void PointDataPanel::on_actionQuerySelectCount_triggered() {
     quint64 total = 0;
     const bool done = guarded([&] {
         const auto wanted = selection();
-        workAside(this, "Counting points...", m_session.context, [&](const StepProgress& progress) {
-            auto query = wanted.query(*database());
-            while (const std::uint32_t count = query.next(countBatch)) {
-                total += count;
-                progress({}, query.progress() / 100.0);
-            }
-        });
+        workAside(this, tr("Counting points..."), m_session.context,
+                  [&](const StepProgress& progress) {
+                      auto query = wanted.query(*database());
+                      while (const std::uint32_t count = query.next(countBatch)) {
+                          total += count;
+                          progress({}, query.progress() / 100.0);
+                      }
+                  });
     });
     if (!done)
         return;
@@ -436,24 +438,24 @@ void PointDataPanel::on_actionQuerySelectFind_triggered() {
 void PointDataPanel::on_actionQuerySelectExport_triggered() {
     if (!database())
         return;
-    static const QStringList filters = {"Comma-separated values (*.csv)",
-                                        "Semicolon-separated values (*.csv)",
-                                        "Tab-separated values (*.csv)"};
+    static const QStringList filters = {tr("Comma-separated values (*.csv)"),
+                                        tr("Semicolon-separated values (*.csv)"),
+                                        tr("Tab-separated values (*.csv)")};
     static constexpr char separators[] = {',', ';', '\t'};
     QString chosen = filters.first();
-    const QString name = QFileDialog::getSaveFileName(this, "Export", m_session.fileName + ".csv",
-                                                      filters.join(";;"), &chosen);
+    const QString name = QFileDialog::getSaveFileName(
+        this, tr("Export"), m_session.fileName + ".csv", filters.join(";;"), &chosen);
     if (name.isEmpty())
         return;
-    QString result = "Export successfully finished.";
+    QString result = tr("Export successfully finished.");
     const bool done = guarded([&] {
         const auto wanted = selection();
         const auto file =
-            openOutput(name, "Failed to open export file.", {m_session.fileName.toStdString()});
+            openOutput(name, tr("Failed to open export file."), {m_session.fileName.toStdString()});
         const QStringList attributes = m_columns.shownAttributes();
         const char separator = separators[std::max<qsizetype>(filters.indexOf(chosen), 0)];
         bool isLeft = false;
-        workAside(this, "Exporting points...", m_session.context,
+        workAside(this, tr("Exporting points..."), m_session.context,
                   [&](const StepProgress& progress) {
                       const std::uint64_t points = exportPoints(
                           *database(), wanted, attributes, separator, *file, percentOf(progress));
@@ -464,7 +466,7 @@ void PointDataPanel::on_actionQuerySelectExport_triggered() {
                           file->publish();
                   });
         if (isLeft)
-            result = QString("No points are selected; \"%0\" was left as it was.")
+            result = tr("No points are selected; \"%0\" was left as it was.")
                          .arg(QDir::toNativeSeparators(name));
     });
     if (done)

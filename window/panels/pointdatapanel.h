@@ -125,7 +125,7 @@ private:
     void appendRows(const std::vector<QStringList>& texts);
     bool isOfSelection(const Counted& counted) const;
     void showCounter();
-    void copyRows(const QString& text, const QString& what);
+    void copyRows(const QString& text, const QString& message);
 
     std::unique_ptr<Ui::PointDataPanel> m_ui;
     FilterHelp* m_filterHelp = nullptr;

@@ -83,15 +83,16 @@ void addDetails(const AttributeDetails& details, QTreeWidget* tree) {
     const auto names = core::elementNames(attribute.name, attribute.length);
     QList<QTreeWidgetItem*> rows;
     for (std::size_t i = 0; i < names.size(); ++i) {
-        auto* row = new QTreeWidgetItem(
-            {oneLine(QString::fromStdString(names[i])), QString("(revision %0)").arg(revision)});
+        auto* row = new QTreeWidgetItem({oneLine(QString::fromStdString(names[i])),
+                                         QObject::tr("(revision %0)").arg(revision)});
         const bool known = i < minimum.size() && i < maximum.size();
         const auto addValue = [row](const QString& label, const std::string& value) {
             new QTreeWidgetItem(row, {label, QString::fromStdString(value)});
         };
-        addValue("Minimum:", known ? format.text(minimum[i]) : "-");
-        addValue("Maximum:", known ? format.text(maximum[i]) : "-");
-        addValue("Max-Min:", known ? format.differenceText(minimum[i], maximum[i]) : "-");
+        addValue(QObject::tr("Minimum:"), known ? format.text(minimum[i]) : "-");
+        addValue(QObject::tr("Maximum:"), known ? format.text(maximum[i]) : "-");
+        addValue(QObject::tr("Max-Min:"),
+                 known ? format.differenceText(minimum[i], maximum[i]) : "-");
         rows += row;
     }
     tree->addTopLevelItems(rows);
@@ -129,7 +130,7 @@ PointIndexPanel::PointIndexPanel(const DatabaseSession& session, QWidget* parent
     connect(header, &QHeaderView::sectionClicked, this,
             &PointIndexPanel::onTreePointIndexDetailsSectionClicked);
     m_ui->treePointIndexDetails->headerItem()->setToolTip(
-        1, "Click here to toggle between \"full\" and \"cleaned\"");
+        1, tr("Click here to toggle between \"full\" and \"cleaned\""));
     m_ui->treePointIndexNodes->setSelectionMode(QAbstractItemView::SingleSelection);
     alignNumberHeaders(m_ui->treePointIndexNodes,
                        {NODE_LEVEL, NODE_POINTS, NODE_TOTAL, NODE_REVISION});
@@ -216,7 +217,7 @@ void PointIndexPanel::buildTree(const QString& filter) {
     pointcloud::IndexNode root;
     WantedNodes wanted;
     IndexRows shown;
-    workAside(this, "Reading the point index...", m_session.context,
+    workAside(this, tr("Reading the point index..."), m_session.context,
               [&](const StepProgress& progress) {
                   database()->stat().index(root);
                   progress({}, 0.5);
@@ -238,8 +239,8 @@ void PointIndexPanel::buildTree(const QString& filter) {
         expandQuietly(tree);
     resizeNodeColumns();
     m_ui->labelPointIndex->setText(shown.truncated || shown.items() > maximumItems
-                                       ? QString("Index too large,\nView truncated!")
-                                       : QString("Nodes: %1, Leaves: %2, Total: %3, Depth: %4")
+                                       ? tr("Index too large,\nView truncated!")
+                                       : tr("Nodes: %1, Leaves: %2, Total: %3, Depth: %4")
                                              .arg(QLocale().toString(shown.nodes))
                                              .arg(QLocale().toString(shown.leaves))
                                              .arg(QLocale().toString(shown.items()))
@@ -296,7 +297,7 @@ void PointIndexPanel::showDetails() {
         return;
     const std::uint32_t node = current->data(NODE_ID, Qt::UserRole).toUInt();
     std::vector<AttributeDetails> details;
-    workAside(this, "Reading values of the node...", m_session.context,
+    workAside(this, tr("Reading values of the node..."), m_session.context,
               [&](const StepProgress& progress) {
                   const auto& attributes = database()->pointAttributes();
                   const auto names = attributes.list();
@@ -327,7 +328,7 @@ void PointIndexPanel::on_actionPointIndexStats_triggered() {
     if (!database())
         return;
     pointcloud::IndexNode root;
-    if (aside("Reading the point index...",
+    if (aside(tr("Reading the point index..."),
               [&](const StepProgress&) { database()->stat().index(root); }))
         DialogIndexStatistics(root, this).exec();
 }
@@ -361,7 +362,7 @@ void PointIndexPanel::on_treePointIndexNodes_itemCollapsed(QTreeWidgetItem*) {
 void PointIndexPanel::on_treePointIndexDetails_itemDoubleClicked(QTreeWidgetItem* item,
                                                                  int column) {
     copyToClipboard(item->text(column));
-    emit told("Copied: " + item->text(column));
+    emit told(tr("Copied: %1").arg(item->text(column)));
 }
 
 void PointIndexPanel::on_treePointIndexDetails_itemExpanded(QTreeWidgetItem*) {
@@ -377,7 +378,7 @@ void PointIndexPanel::onTreePointIndexDetailsSectionClicked(int section) {
         return;
     m_cleaned = !m_cleaned;
     m_ui->treePointIndexDetails->headerItem()->setText(
-        1, m_cleaned ? "Value (cleaned)" : "Value (full)");
+        1, m_cleaned ? tr("Value (cleaned)") : tr("Value (full)"));
     guarded([this] { showDetails(); });
 }
 

@@ -11,7 +11,8 @@ QVariant PointRow::data(int column, int role) const {
         if (role == Qt::UserRole)
             return cell(column);
         if (role == Qt::ToolTipRole)
-            return plainToolTip(cell(column) + "\ndouble click to copy to clipboard");
+            return plainToolTip(cell(column) + '\n' +
+                                QObject::tr("double click to copy to clipboard"));
         if (m_names->isShown() && m_names->any(column)) {
             if (role == Qt::DisplayRole)
                 return m_names->with(column, value(column));

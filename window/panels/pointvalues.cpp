@@ -14,7 +14,7 @@ enum Column { NAME, VALUE, UNIT };
 }  // namespace
 
 PointValues::PointValues(QWidget* parent) : QTreeWidget(parent) {
-    setHeaderLabels({"Attribute", "Value", "Unit"});
+    setHeaderLabels({tr("Attribute"), tr("Value"), tr("Unit")});
     setIndentation(indentation() / 2);
     setUniformRowHeights(true);
     setAlternatingRowColors(true);

@@ -39,16 +39,17 @@ void compareTransactions(const DatabaseSession& session, std::uint32_t before, s
                          QWidget* parent) {
     const std::string fileName = session.fileName.toStdString();
     std::string report;
-    workAside(parent, "Comparing transactions ...", [&](const StepProgress& progress) {
+    workAside(parent, QObject::tr("Comparing transactions ..."), [&](const StepProgress& progress) {
         const qrb::Context context("OFF", "");
         const core::ComparedStates states(context, {fileName, before}, {fileName, after});
         const core::DatabaseDiff diff = core::compareDatabases(
-            states.before(), states.after(), states.areOfOneFile(), {},
-            [&](int percent) { progress("Reading points", percent / 100.0); });
+            states.before(), states.after(), states.areOfOneFile(), {}, [&](int percent) {
+                progress(QObject::tr("Reading points").toStdString(), percent / 100.0);
+            });
         report = core::diffText(diff);
     });
     DialogComparison dialog(
-        QString("From transaction %0\nto transaction %1")
+        QObject::tr("From transaction %0\nto transaction %1")
             .arg(nameOf(*session.database, before), nameOf(*session.database, after)),
         QString::fromStdString(report), parent);
     dialog.exec();

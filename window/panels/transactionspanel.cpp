@@ -32,11 +32,6 @@ enum TransactionColumn {
     TRANSACTION_STOP
 };
 
-QString nameOf(const std::vector<std::uint32_t>& ids) {
-    return ids.size() == 1 ? QString("transaction %0").arg(ids[0])
-                           : QString("selected transactions (%0)").arg(ids.size());
-}
-
 // Those that the library deletes: not the first one, nor the current one.
 std::vector<std::uint32_t> deletable(std::vector<std::uint32_t> ids, std::uint32_t current) {
     std::erase_if(ids, [&](std::uint32_t id) { return id == 1 || id == current; });
@@ -68,14 +63,14 @@ void TransactionsPanel::buildToolBar() {
     auto* button = new QToolButton(this);
     button->setObjectName("buttonFinalize");
     button->setIcon(QIcon(":/resources/gui/finalize.png"));
-    button->setToolTip("Delete transactions");
+    button->setToolTip(tr("Delete transactions"));
     button->setPopupMode(QToolButton::InstantPopup);
     button->setStyleSheet("QToolButton::menu-indicator { image: none; }");
     auto* menu = new QMenu(button);
     m_deleteButton = button;
     menu->addActions({m_ui->actionManagementFinalize, m_ui->actionTransactionDiscard});
     button->setMenu(menu);
-    button->setAccessibleName("Delete transactions");
+    button->setAccessibleName(tr("Delete transactions"));
     m_ui->toolBarTransactions->addWidget(button);
     m_ui->toolBarTransactions->addSeparator();
     m_ui->toolBarTransactions->addAction(m_ui->actionTransactionCompare);
@@ -103,9 +98,8 @@ void TransactionsPanel::refresh() {
 
     m_pending = transactions.pending();
     m_ui->labelTransactions->setText(
-        m_pending
-            ? QString("Transaction pending...")
-            : QString("Transactions: %1, Current transaction: %2").arg(ids.size()).arg(current));
+        m_pending ? tr("Transaction pending...")
+                  : tr("Transactions: %1, Current transaction: %2").arg(ids.size()).arg(current));
     updateActions();
 }
 
@@ -145,9 +139,9 @@ void TransactionsPanel::addRow(std::uint32_t id, std::uint32_t current) {
     const auto stop =
         QDateTime::fromString(QString::fromStdString(details.stop), Qt::ISODateWithMs);
     if (!start.isValid()) {
-        row->setText(TRANSACTION_DURATION, "failed to parse started");
+        row->setText(TRANSACTION_DURATION, tr("failed to parse started"));
     } else if (!stop.isValid()) {
-        row->setText(TRANSACTION_DURATION, "failed to parse stopped");
+        row->setText(TRANSACTION_DURATION, tr("failed to parse stopped"));
     } else {
         const qint64 milliseconds = start.msecsTo(stop);
         row->setText(TRANSACTION_DURATION, durationText(milliseconds));
@@ -181,7 +175,7 @@ std::vector<std::uint32_t> TransactionsPanel::selectedIds() {
     for (const QTreeWidgetItem* item : m_ui->treeTransactions->selectedItems())
         ids.push_back(item->data(TRANSACTION_ID, Qt::UserRole).toUInt());
     if (ids.empty())
-        showInformation(this, "No transaction selected.");
+        showInformation(this, tr("No transaction selected."));
     return ids;
 }
 
@@ -199,7 +193,7 @@ void TransactionsPanel::on_actionTransactionBegin_triggered() {
     qrb::pointcloud::Transaction record;
     record.title = record.agent = transactionAgentText().toStdString();
     if (DialogTransaction::edit(m_session.context, record, this, false, true))
-        change("Beginning a transaction...", [&](const StepProgress&) {
+        change(tr("Beginning a transaction..."), [&](const StepProgress&) {
             database()->transactions().begin(record.title, record.agent, record.comments,
                                              record.settings);
         });
@@ -212,14 +206,14 @@ void TransactionsPanel::on_actionTransactionCommit_triggered() {
     if (dialog.exec() != QDialog::Accepted)
         return;
     const qrb::pointcloud::Signature signature{dialog.method(), dialog.key()};
-    change("Committing the transaction...", [&](const StepProgress& progress) {
+    change(tr("Committing the transaction..."), [&](const StepProgress& progress) {
         database()->transactions().commit(signature, percentOf(progress));
     });
 }
 
 void TransactionsPanel::on_actionTransactionRollback_triggered() {
-    if (lossConfirmed(this, "Rollback current transaction?\nAll changes will be lost."))
-        change("Rolling the transaction back...",
+    if (lossConfirmed(this, tr("Rollback current transaction?\nAll changes will be lost.")))
+        change(tr("Rolling the transaction back..."),
                [this](const StepProgress&) { database()->transactions().rollback(); });
 }
 
@@ -228,25 +222,29 @@ void TransactionsPanel::on_actionTransactionRestore_triggered() {
     if (!item || !canChangeFile())
         return;
     const auto id = item->data(TRANSACTION_ID, Qt::UserRole).toUInt();
-    if (confirmed(this, QString("Restore transaction \"%0\" (%1)?\n\n"
-                                "The database gets the state of that transaction. Others stay in "
-                                "the list, and can be\nrestored as well, until a new transaction "
-                                "begins.")
+    if (confirmed(this, tr("Restore transaction \"%0\" (%1)?\n\n"
+                           "The database gets the state of that transaction. Others stay in "
+                           "the list, and can be\nrestored as well, until a new transaction "
+                           "begins.")
                             .arg(item->text(TRANSACTION_TITLE), QString::number(id))))
-        change("Restoring the transaction...",
+        change(tr("Restoring the transaction..."),
                [&](const StepProgress&) { database()->transactions().restore(id); });
 }
 
 QString TransactionsPanel::spaceOf(const std::vector<std::uint32_t>& ids) {
     std::uint64_t bytes = 0;
     if (!ids.empty())
-        workAside(this, "Measuring transactions...", m_session.context,
+        workAside(this, tr("Measuring transactions..."), m_session.context,
                   [&](const StepProgress&) { bytes = database()->transactions().size(ids); });
-    return QString(
-               "\n\n%1 can't be restored then. That frees about %2 in the file; \"%3\" gives "
-               "it back to the disk.")
-        .arg(ids.size() == 1 ? "1 transaction" : QString("%1 transactions").arg(ids.size()),
-             humanReadableSize(bytes), m_ui->actionManagementVacuum->text());
+    return "\n\n" +
+           (ids.size() == 1
+                ? tr("1 transaction can't be restored then. That frees about %1 in the file; "
+                     "\"%2\" gives it back to the disk.")
+                      .arg(humanReadableSize(bytes), m_ui->actionManagementVacuum->text())
+                : tr("%1 transactions can't be restored then. That frees about %2 in the file; "
+                     "\"%3\" gives it back to the disk.")
+                      .arg(QString::number(ids.size()), humanReadableSize(bytes),
+                           m_ui->actionManagementVacuum->text()));
 }
 
 void TransactionsPanel::on_actionTransactionDiscard_triggered() {
@@ -255,13 +253,17 @@ void TransactionsPanel::on_actionTransactionDiscard_triggered() {
         if (ids.empty() || !canChangeFile())
             return;
         const std::uint32_t current = database()->transactions().current();
-        if (lossConfirmed(this, QString("Delete %0?\n\n"
-                                        "Please note, that the first transaction (1) and \n"
-                                        "the current transaction (%1) can not be deleted.")
-                                        .arg(nameOf(ids))
-                                        .arg(current) +
-                                    spaceOf(deletable(ids, current))))
-            change("Deleting transactions...",
+        const QString question =
+            ids.size() == 1 ? tr("Delete transaction %0?\n\n"
+                                 "Please note, that the first transaction (1) and \n"
+                                 "the current transaction (%1) can not be deleted.")
+                                  .arg(QString::number(ids[0]), QString::number(current))
+                            : tr("Delete selected transactions (%0)?\n\n"
+                                 "Please note, that the first transaction (1) and \n"
+                                 "the current transaction (%1) can not be deleted.")
+                                  .arg(QString::number(ids.size()), QString::number(current));
+        if (lossConfirmed(this, question + spaceOf(deletable(ids, current))))
+            change(tr("Deleting transactions..."),
                    [&](const StepProgress&) { database()->transactions().discard(ids); });
     });
 }
@@ -272,11 +274,13 @@ void TransactionsPanel::on_actionTransactionSize_triggered() {
         if (ids.empty())
             return;
         std::uint64_t bytes = 0;
-        if (aside("Measuring transactions...",
+        if (aside(tr("Measuring transactions..."),
                   [&](const StepProgress&) { bytes = database()->transactions().size(ids); }))
-            showInformation(this, QString("Size of %0:\n\n%1 (%2 B)")
-                                      .arg(nameOf(ids), humanReadableSize(bytes))
-                                      .arg(bytes));
+            showInformation(
+                this, (ids.size() == 1 ? tr("Size of transaction %0:\n\n%1 (%2 B)")
+                                       : tr("Size of selected transactions (%0):\n\n%1 (%2 B)"))
+                          .arg(QString::number(ids.size() == 1 ? ids[0] : ids.size()),
+                               humanReadableSize(bytes), QString::number(bytes)));
     });
 }
 
@@ -287,12 +291,12 @@ void TransactionsPanel::on_actionTransactionCompare_triggered() {
         if (ids.empty() || !canChangeFile())
             return;
         if (ids.size() > 2)
-            return showInformation(this, "Select one or two transactions to compare.");
+            return showInformation(this, tr("Select one or two transactions to compare."));
         const auto& transactions = database()->transactions();
         const auto [before, after] =
             comparedTransactions(ids, transactions.list(), transactions.current());
         if (before == after)
-            return showInformation(this, "There is no other transaction to compare with.");
+            return showInformation(this, tr("There is no other transaction to compare with."));
         compareTransactions(m_session, before, after, this);
     });
 }
@@ -310,9 +314,9 @@ void TransactionsPanel::on_actionManagementFinalize_triggered() {
             return;
         const auto& transactions = database()->transactions();
         if (lossConfirmed(this,
-                          "Delete all transactions except the first and current/last?" +
+                          tr("Delete all transactions except the first and current/last?") +
                               spaceOf(deletable(transactions.list(), transactions.current()))))
-            change("Deleting transactions...",
+            change(tr("Deleting transactions..."),
                    [this](const StepProgress&) { database()->management().finalize(); });
     });
 }
@@ -321,7 +325,7 @@ void TransactionsPanel::on_actionManagementVacuum_triggered() {
     if (!canChangeFile())
         return;
     std::optional<std::uint64_t> unused;
-    if (!aside("Measuring unused disk space...",
+    if (!aside(tr("Measuring unused disk space..."),
                [&](const StepProgress&) { unused = database()->management().unusedSize(); }))
         return;
     QString question = tr("Reorganize database file to release unused disk space?");
@@ -329,13 +333,13 @@ void TransactionsPanel::on_actionManagementVacuum_triggered() {
         question += "\n\n" + tr("That releases about %1.").arg(humanReadableSize(*unused));
     if (confirmed(this, question)) {
         const qint64 before = QFileInfo(m_session.fileName).size();
-        change("Reorganizing the database file...", [this](const StepProgress& progress) {
+        change(tr("Reorganizing the database file..."), [this](const StepProgress& progress) {
             database()->management().vacuum(percentOf(progress));
         });
         const qint64 freed = before - QFileInfo(m_session.fileName).size();
-        emit told(freed > 0 ? QString("The clean-up released %0.")
+        emit told(freed > 0 ? tr("The clean-up released %0.")
                                   .arg(humanReadableSize(static_cast<std::uint64_t>(freed)))
-                            : QString("There was nothing to release."));
+                            : tr("There was nothing to release."));
     }
 }
 

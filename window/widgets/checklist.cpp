@@ -15,7 +15,7 @@ CheckList::CheckList(QWidget* parent)
       m_list(new QListWidget(this)),
       m_count(new QLabel(this)) {
     m_search->setObjectName("editSearch");
-    m_search->setPlaceholderText("Search");
+    m_search->setPlaceholderText(tr("Search"));
     m_search->setClearButtonEnabled(true);
     m_list->setObjectName("listEntries");
     m_list->setAlternatingRowColors(true);
@@ -29,9 +29,10 @@ CheckList::CheckList(QWidget* parent)
     rows->addLayout(buttons);
     buttons->addWidget(m_count, 1);
     for (const bool checked : {true, false}) {
-        auto* button = new QPushButton(checked ? "All" : "None", this);
+        auto* button = new QPushButton(checked ? tr("All") : tr("None"), this);
         button->setObjectName(checked ? "buttonAll" : "buttonNone");
-        button->setToolTip(checked ? "Check all entries shown" : "Uncheck all entries shown");
+        button->setToolTip(checked ? tr("Check all entries shown")
+                                   : tr("Uncheck all entries shown"));
         button->setAutoDefault(false);
         buttons->addWidget(button);
         connect(button, &QPushButton::clicked, this, [this, checked] { check(checked); });
@@ -40,7 +41,8 @@ CheckList::CheckList(QWidget* parent)
     connect(m_list, &QListWidget::itemChanged, this, &CheckList::updateCount);
 }
 
-void CheckList::setEntries(const QString& title, const QStringList& entries) {
+void CheckList::setEntries(const QString& title, const QString& searchTitle,
+                           const QStringList& entries) {
     const QSignalBlocker filling(m_list);
     m_list->clear();
     for (const QString& entry : entries) {
@@ -49,7 +51,7 @@ void CheckList::setEntries(const QString& title, const QStringList& entries) {
         item->setCheckState(Qt::Checked);
     }
     m_list->setAccessibleName(title);
-    m_search->setAccessibleName("Search in " + title.toLower());
+    m_search->setAccessibleName(searchTitle);
     m_search->setVisible(!entries.isEmpty());
     updateCount();
 }
@@ -77,7 +79,7 @@ void CheckList::showMatches(const QString& text) {
 }
 
 void CheckList::updateCount() {
-    m_count->setText(QString("%0 of %1").arg(checked().size()).arg(m_list->count()));
+    m_count->setText(tr("%0 of %1").arg(checked().size()).arg(m_list->count()));
 }
 
 }  // namespace tarvo::window

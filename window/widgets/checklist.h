@@ -16,8 +16,9 @@ class CheckList : public QWidget {
 public:
     explicit CheckList(QWidget* parent = nullptr);
 
-    // title: what the list holds, its accessible name. All entries are checked.
-    void setEntries(const QString& title, const QStringList& entries);
+    // title: what the list holds, its accessible name; searchTitle: that of the field above it. All
+    // entries are checked.
+    void setEntries(const QString& title, const QString& searchTitle, const QStringList& entries);
     // In the order of the list.
     QStringList checked() const;
 

@@ -58,11 +58,12 @@ void fillSuggestions(QTreeWidget* tree, const QStringList& takenNames) {
         row->setText(SUGGESTION_TYPE, type);
         const bool taken = takenNames.contains(name);
         if (taken) {
-            row->setText(SUGGESTION_NAME, name + " (exists already)");
+            row->setText(SUGGESTION_NAME, QObject::tr("%0 (exists already)").arg(name));
             row->setFlags(row->flags() & ~(Qt::ItemIsEnabled | Qt::ItemIsSelectable));
         }
-        const QString toolTip = taken ? QString("There is a point attribute of this name already.")
-                                      : QString::fromStdString(entry.description);
+        const QString toolTip =
+            taken ? QObject::tr("There is a point attribute of this name already.")
+                  : QString::fromStdString(entry.description);
         for (int column = 0; column < SUGGESTION_COLUMNS; ++column)
             row->setToolTip(column, toolTip);
     }

@@ -1,6 +1,7 @@
 #include "window/dialogs/attribute/dialognamedvalues.h"
 
 #include "ui_dialognamedvalues.h"
+#include "window/common/filefilter.h"
 #include "window/common/guard.h"
 #include "window/common/messageboxes.h"
 #include "window/common/outputdialog.h"
@@ -26,7 +27,9 @@ using core::NamedValue;
 
 enum NamedValueColumn { NAMED_VALUE, NAMED_NAME, NAMED_COLUMNS };
 
-const char* const csvFilter = "CSV files (*.csv);;All files (*.*)";
+QString csvFilter() {
+    return withAllFiles(QObject::tr("CSV files (*.csv)"));
+}
 
 }  // namespace
 
@@ -126,9 +129,10 @@ void DialogNamedValues::updateChecks() {
     QString text;
     if (!findings.empty()) {
         const core::NamedValueFinding& shown = wrong ? *first : findings.front();
-        text = QString("Row %0: %1").arg(shown.row + 1).arg(QString::fromStdString(shown.text));
+        text = tr("Row %0: %1")
+                   .arg(QString::number(shown.row + 1), QString::fromStdString(shown.text));
         if (findings.size() > 1)
-            text += QString(" (And %0 more.)").arg(findings.size() - 1);
+            text += ' ' + tr("(And %0 more.)").arg(findings.size() - 1);
     }
     showCheck(m_ui->labelCheck, text, wrong ? CheckKind::ERROR : CheckKind::NOTE);
     m_ui->buttonBox->button(QDialogButtonBox::Ok)->setEnabled(!wrong);
@@ -215,7 +219,8 @@ void DialogNamedValues::on_actionSort_triggered() {
 }
 
 void DialogNamedValues::on_actionImport_triggered() {
-    const QString name = QFileDialog::getOpenFileName(this, "Import Named Values", {}, csvFilter);
+    const QString name =
+        QFileDialog::getOpenFileName(this, tr("Import Named Values"), {}, csvFilter());
     if (name.isEmpty())
         return;
     std::vector<NamedValue> imported;
@@ -224,7 +229,7 @@ void DialogNamedValues::on_actionImport_triggered() {
     if (!read)
         return;
     if (!m_values.empty() &&
-        !confirmed(this, QString("Replace the %0 named values by the %1 of the file?")
+        !confirmed(this, tr("Replace the %0 named values by the %1 of the file?")
                              .arg(m_values.size())
                              .arg(imported.size())))
         return;
@@ -236,13 +241,12 @@ void DialogNamedValues::on_actionImport_triggered() {
 void DialogNamedValues::on_actionExport_triggered() {
     const auto lost = std::count_if(m_values.begin(), m_values.end(),
                                     [](const NamedValue& each) { return !each.understood; });
-    if (lost > 0 &&
-        !confirmed(this, QString("Lines that are no \"VALUE=NAME\" can't be exported: %0. "
-                                 "Export the others?")
-                             .arg(lost)))
+    if (lost > 0 && !confirmed(this, tr("Lines that are no \"VALUE=NAME\" can't be exported: %0. "
+                                        "Export the others?")
+                                         .arg(lost)))
         return;
     const QString name =
-        chooseOutput(this, "Export Named Values", "named-values.csv", csvFilter, "csv");
+        chooseOutput(this, tr("Export Named Values"), "named-values.csv", csvFilter(), "csv");
     if (name.isEmpty())
         return;
     guarded(this, [&] { writeFile(name, namedValuesToCsv(m_values).toStdString()); });

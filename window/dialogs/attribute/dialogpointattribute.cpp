@@ -9,6 +9,7 @@
 #include "ui_dialogpointattribute.h"
 #include "window/common/appearance.h"
 #include "window/common/clipboard.h"
+#include "window/common/filefilter.h"
 #include "window/common/guard.h"
 #include "window/common/messageboxes.h"
 #include "window/common/outputdialog.h"
@@ -49,7 +50,10 @@ enum ShownText {
 
 constexpr int longestText = 1'000'000;
 constexpr int longestSummary = 200;
-const char* const jsonFilter = "JSON files (*.json);;All files (*.*)";
+
+QString jsonFilter() {
+    return withAllFiles(QObject::tr("JSON files (*.json)"));
+}
 
 struct Choice {
     int value;
@@ -57,23 +61,30 @@ struct Choice {
 };
 
 constexpr Choice storageClasses[] = {
-    {PointAttribute::CONSTANT, "One value for all points, stored once."},
+    {PointAttribute::CONSTANT,
+     QT_TRANSLATE_NOOP("QObject", "One value for all points, stored once.")},
     {PointAttribute::VARIABLE,
-     "A value per point that seldom changes: stored in blocks together "
-     "with other attributes."},
+     QT_TRANSLATE_NOOP("QObject",
+                       "A value per point that seldom changes: stored in blocks together "
+                       "with other attributes.")},
     {PointAttribute::DYNAMIC,
-     "A value per point that changes often, such as a selection: stored in "
-     "blocks of its own, so that a change leaves no dead bytes behind."},
+     QT_TRANSLATE_NOOP("QObject",
+                       "A value per point that changes often, such as a selection: stored in "
+                       "blocks of its own, so that a change leaves no dead bytes behind.")},
 };
 constexpr Choice compressions[] = {
-    {PointAttribute::DEFAULT, "What suits the values of a block best."},
+    {PointAttribute::DEFAULT,
+     QT_TRANSLATE_NOOP("QObject", "What suits the values of a block best.")},
     {PointAttribute::DELTA,
-     "Differences of neighbouring points: for values that change little from "
-     "point to point, such as times."},
+     QT_TRANSLATE_NOOP("QObject",
+                       "Differences of neighbouring points: for values that change little from "
+                       "point to point, such as times.")},
     {PointAttribute::SHUFFLE,
-     "Bytes of equal weight side by side: for numbers of many bytes whose "
-     "upper ones change little."},
-    {PointAttribute::DELTA_SHUFFLE, "Differences, and their bytes of equal weight side by side."},
+     QT_TRANSLATE_NOOP("QObject",
+                       "Bytes of equal weight side by side: for numbers of many bytes whose "
+                       "upper ones change little.")},
+    {PointAttribute::DELTA_SHUFFLE,
+     QT_TRANSLATE_NOOP("QObject", "Differences, and their bytes of equal weight side by side.")},
 };
 
 template <typename Choices, typename NameOf>
@@ -82,8 +93,9 @@ void fillChoices(QComboBox* list, const Choices& choices, NameOf nameOf) {
     for (const Choice& choice : choices) {
         const QString name = nameOf(static_cast<std::uint8_t>(choice.value));
         list->addItem(name, choice.value);
-        list->setItemData(list->count() - 1, QString(choice.meaning), Qt::ToolTipRole);
-        explained += QString("<p><b>%0</b>: %1</p>").arg(name, choice.meaning);
+        const QString meaning = QObject::tr(choice.meaning);
+        list->setItemData(list->count() - 1, meaning, Qt::ToolTipRole);
+        explained += QString("<p><b>%0</b>: %1</p>").arg(name, meaning);
     }
     list->setToolTip("<html>" + explained.join("") + "</html>");
 }
@@ -93,7 +105,7 @@ void choose(QComboBox* list, int value) {
     int index = list->findData(value);
     if (index < 0) {
         index = list->count();
-        list->addItem(QString("unknown (%0)").arg(value), value);
+        list->addItem(QObject::tr("unknown (%0)").arg(value), value);
     }
     list->setCurrentIndex(index);
 }
@@ -142,9 +154,9 @@ DialogPointAttribute::DialogPointAttribute(Purpose purpose, const QStringList& t
     const QStringList taken = isEditing() ? QStringList() : takenNames;
     for (const QString& name : taken)
         m_use.takenNames.push_back(name.toStdString());
-    setWindowTitle(purpose == Purpose::ADD       ? "Add Point Attribute"
-                   : purpose == Purpose::PRIMARY ? "Primary Point Attribute"
-                                                 : "Edit Point Attribute");
+    setWindowTitle(purpose == Purpose::ADD       ? tr("Add Point Attribute")
+                   : purpose == Purpose::PRIMARY ? tr("Primary Point Attribute")
+                                                 : tr("Edit Point Attribute"));
     buildFields();
     buildMenu();
     buildSuggestions(taken);
@@ -375,13 +387,13 @@ void DialogPointAttribute::take(PointAttribute attribute, const QString& questio
 void DialogPointAttribute::takeSuggestion(const QTreeWidgetItem* row) {
     if (const auto* entry = suggestionOf(row))
         take(core::defaultAttribute(*entry),
-             QString("Replace what was typed by the definition of \"%0\"?")
+             tr("Replace what was typed by the definition of \"%0\"?")
                  .arg(QString::fromStdString(entry->name)));
 }
 
 void DialogPointAttribute::on_editSuggestionFilter_textChanged(const QString& text) {
     const int shown = filterSuggestions(m_ui->treeSuggestions, text);
-    m_ui->labelSuggestions->setText(QString("%0 of %1 default attributes")
+    m_ui->labelSuggestions->setText(tr("%0 of %1 default attributes")
                                         .arg(shown)
                                         .arg(m_ui->treeSuggestions->topLevelItemCount()));
 }
@@ -427,8 +439,8 @@ void DialogPointAttribute::showNamedValues() {
         texts += QString::fromStdString(each.understood ? each.value + '=' + each.name : each.name);
     QString summary = texts.join(", ");
     if (values.size() > 1)
-        summary = QString("%0: %1").arg(values.size()).arg(summary);
-    m_ui->editNamedValues->setText(values.empty() ? "none" : summary.left(longestSummary));
+        summary = QString("%0: %1").arg(QString::number(values.size()), summary);
+    m_ui->editNamedValues->setText(values.empty() ? tr("none") : summary.left(longestSummary));
     m_ui->editNamedValues->setCursorPosition(0);
 }
 
@@ -469,26 +481,28 @@ void DialogPointAttribute::onCopyToClipboard() {
 void DialogPointAttribute::on_actionPaste_triggered() {
     guarded(this, [this] {
         if (const auto pasted = readJson(QApplication::clipboard()->text().toStdString()))
-            take(*pasted, "Replace what was typed by the definition on the clipboard?");
+            take(*pasted, tr("Replace what was typed by the definition on the clipboard?"));
     });
 }
 
 void DialogPointAttribute::on_actionLoad_triggered() {
-    const QString name = QFileDialog::getOpenFileName(this, "Load Point Attribute", {}, jsonFilter);
+    const QString name =
+        QFileDialog::getOpenFileName(this, tr("Load Point Attribute"), {}, jsonFilter());
     if (name.isEmpty())
         return;
     guarded(this, [&] {
         const auto loaded = readJson(readFile(name));
         if (!loaded)
-            throw qrb::ErrorImpl(0, "The file holds no point attribute.",
-                                 "A JSON object with a member \"name\" is expected.");
-        take(*loaded, "Replace what was typed by the definition in the file?");
+            throw qrb::ErrorImpl(
+                0, tr("The file holds no point attribute.").toStdString(),
+                tr("A JSON object with a member \"name\" is expected.").toStdString());
+        take(*loaded, tr("Replace what was typed by the definition in the file?"));
     });
 }
 
 void DialogPointAttribute::on_actionSave_triggered() {
-    const QString name = chooseOutput(this, "Save Point Attribute",
-                                      m_ui->editName->text() + ".json", jsonFilter, "json");
+    const QString name = chooseOutput(this, tr("Save Point Attribute"),
+                                      m_ui->editName->text() + ".json", jsonFilter(), "json");
     if (name.isEmpty())
         return;
     guarded(this, [&] { writeFile(name, core::formattedJson(read().toJson())); });
@@ -513,21 +527,19 @@ std::vector<core::AttributeFinding> DialogPointAttribute::findings(
             continue;
         const QString text = edit->text().trimmed();
         const QString problem =
-            text.isEmpty() ? QString("A number is missing.")
-            : text.contains(',')
-                ? QString("\"%0\" is no number; the decimal mark is a point.").arg(text)
-                : QString("\"%0\" is no number.").arg(text);
+            text.isEmpty()       ? tr("A number is missing.")
+            : text.contains(',') ? tr("\"%0\" is no number; the decimal mark is a point.").arg(text)
+                                 : tr("\"%0\" is no number.").arg(text);
         found.insert(found.begin(), {field, Severity::ERROR, problem.toStdString()});
     }
     // The library has the last word.
     QString type;
     try {
         const auto dataType = attribute.dataType();
-        type =
-            QString("%0 (%1)")
-                .arg(dataTypeName(dataType))
-                .arg(dataTypeSize(dataType) == 1 ? QString("1 byte")
-                                                 : QString("%0 bytes").arg(dataTypeSize(dataType)));
+        type = QString("%0 (%1)")
+                   .arg(dataTypeName(dataType))
+                   .arg(dataTypeSize(dataType) == 1 ? tr("1 byte")
+                                                    : tr("%0 bytes").arg(dataTypeSize(dataType)));
     } catch (const qrb::Error& problem) {
         // Told here only where the checks found nothing.
         if (std::all_of(found.begin(), found.end(),
@@ -538,7 +550,7 @@ std::vector<core::AttributeFinding> DialogPointAttribute::findings(
         return finding.severity != Severity::NOTE && finding.field >= AttributeField::RANGE &&
                finding.field <= AttributeField::DEFAULT;
     });
-    m_ui->labelDataTypeValue->setText(m_validGrid ? type : QString("unknown"));
+    m_ui->labelDataTypeValue->setText(m_validGrid ? type : tr("unknown"));
     return found;
 }
 

@@ -49,10 +49,10 @@ void DialogPointAttributeLod::fill(const std::string& text) {
     try {
         settings = core::readLodSettings(text);
         if (!settings.lost.empty())
-            lost = QString("What stands behind the JSON value will be dropped: %0")
+            lost = tr("What stands behind the JSON value will be dropped: %0")
                        .arg(QString::fromStdString(settings.lost).left(200));
     } catch (const std::exception& problem) {
-        lost = QString("The present settings can't be read and will be replaced: %0\n%1")
+        lost = tr("The present settings can't be read and will be replaced: %0\n%1")
                    .arg(QString::fromStdString(text).left(200), problem.what());
     }
     const QString method = QString::fromStdString(settings.method);

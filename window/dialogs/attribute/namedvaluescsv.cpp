@@ -34,13 +34,14 @@ public:
             fields += field();
         take('\r');
         if (!atEnd() && !take('\n'))
-            fail("expected a comma or the end of the line behind a quoted field.");
+            fail(QObject::tr("expected a comma or the end of the line behind a quoted field."));
         ++m_nextLine;
         return fields;
     }
 
     [[noreturn]] void fail(const QString& what) const {
-        throw std::runtime_error(QString("Line %0: %1").arg(m_line).arg(what).toStdString());
+        throw std::runtime_error(
+            QObject::tr("Line %0: %1").arg(QString::number(m_line), what).toStdString());
     }
 
 private:
@@ -56,14 +57,15 @@ private:
             while (!atEnd() && m_text[m_at] != ',' && m_text[m_at] != '\n' &&
                    m_text[m_at] != '\r') {
                 if (m_text[m_at] == '"')
-                    fail("a quote stands within a field that does not begin with one.");
+                    fail(
+                        QObject::tr("a quote stands within a field that does not begin with one."));
                 result += m_text[m_at++];
             }
             return result;
         }
         for (;;) {
             if (atEnd())
-                fail("a quoted field does not end.");
+                fail(QObject::tr("a quoted field does not end."));
             if (take('"')) {
                 if (!take('"'))
                     return result;
@@ -103,7 +105,7 @@ std::vector<NamedValue> namedValuesFromCsv(const QByteArray& csv) {
     QStringDecoder decoder(QStringDecoder::Utf8);
     const QString text = decoder(csv);
     if (decoder.hasError())
-        throw std::runtime_error("The file is no UTF-8 text.");
+        throw std::runtime_error(QObject::tr("The file is no UTF-8 text.").toStdString());
     std::vector<NamedValue> values;
     QSet<double> known;
     CsvReader reader(text);
@@ -115,14 +117,14 @@ std::vector<NamedValue> namedValuesFromCsv(const QByteArray& csv) {
             continue;
         if (fields.size() != 2)
             reader.fail(
-                QString("expected a value and a name, found %0 fields.").arg(fields.size()));
+                QObject::tr("expected a value and a name, found %0 fields.").arg(fields.size()));
         const std::optional<double> value = readNumber(fields[0]);
         if (!value)
-            reader.fail(QString("\"%0\" is no number.").arg(fields[0]));
+            reader.fail(QObject::tr("\"%0\" is no number.").arg(fields[0]));
         if (hasLineBreak(fields[1]))
-            reader.fail("a name can't hold a line break.");
+            reader.fail(QObject::tr("a name can't hold a line break."));
         if (known.contains(*value))
-            reader.fail(QString("%0 has a name already.").arg(fields[0].trimmed()));
+            reader.fail(QObject::tr("%0 has a name already.").arg(fields[0].trimmed()));
         known.insert(*value);
         QString digits = fields[0].trimmed();
         if (digits.startsWith('+'))

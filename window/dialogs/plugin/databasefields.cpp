@@ -83,8 +83,8 @@ void AttributeField::setAttributes(const std::vector<PointAttribute>& attributes
 AttributesField::AttributesField(const plugin::Parameter& parameter, QWidget* parent)
     : ParameterField(parameter, parent), m_edit(new QLineEdit), m_menu(new QMenu(this)) {
     setInput(m_edit);
-    m_edit->setPlaceholderText("names separated by commas");
-    row()->addWidget(menuButton(m_menu, "add", "Add an attribute"));
+    m_edit->setPlaceholderText(QObject::tr("names separated by commas"));
+    row()->addWidget(menuButton(m_menu, "add", QObject::tr("Add an attribute")));
     connect(m_edit, &QLineEdit::textChanged, this, &ParameterField::changed);
 }
 
@@ -119,10 +119,10 @@ FilterField::FilterField(const plugin::Parameter& parameter, QWidget* parent)
       m_menu(new FilterInsertMenu(m_box->lineEdit(), this)),
       m_completion(new FilterCompletion(m_box->lineEdit())) {
     setInput(m_box);
-    m_box->lineEdit()->setPlaceholderText("all points");
+    m_box->lineEdit()->setPlaceholderText(QObject::tr("all points"));
     m_box->lineEdit()->setClearButtonEnabled(true);
     FilterHistory::show(m_box);
-    row()->addWidget(menuButton(m_menu, "filter-menu", "Insert into the filter"));
+    row()->addWidget(menuButton(m_menu, "filter-menu", QObject::tr("Insert into the filter")));
     connect(m_box, &QComboBox::editTextChanged, this, &ParameterField::changed);
     connect(m_menu, &FilterInsertMenu::historyCleared, this,
             [this] { FilterHistory::show(m_box); });

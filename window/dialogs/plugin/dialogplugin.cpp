@@ -62,11 +62,12 @@ void DialogPlugin::describePlugin() {
     setWindowTitle(title);
     QString text = QString::fromStdString(manifest.description).trimmed();
     if (manifest.writes)
-        text += QString(text.isEmpty() ? "" : "\n") + "It changes the database in one transaction.";
+        text +=
+            QString(text.isEmpty() ? "" : "\n") + tr("It changes the database in one transaction.");
     m_ui->labelDescription->setText(text);
     m_ui->labelDescription->setVisible(!text.isEmpty());
     m_ui->labelDescription->setToolTip(
-        plainToolTip(QString("Version %0\n%1")
+        plainToolTip(tr("Version %0\n%1")
                          .arg(QString::fromStdString(manifest.version),
                               QDir::toNativeSeparators(QString::fromStdString(m_package.place)))));
     m_ui->progressBar->hide();
@@ -87,7 +88,7 @@ bool DialogPlugin::isRunning() const {
 }
 
 QString DialogPlugin::reasonNotToRun() const {
-    return m_host.isOpen() ? m_form->problem() : QString("No database is open.");
+    return m_host.isOpen() ? m_form->problem() : tr("No database is open.");
 }
 
 void DialogPlugin::updateActions() {
@@ -100,7 +101,8 @@ void DialogPlugin::updateActions() {
     const bool unseen = !running && !m_package.manifest.writes && m_host.isPending();
     showCheck(
         m_ui->labelPending,
-        unseen ? "A transaction is pending. The plugin sees the database as it was before it." : "",
+        unseen ? tr("A transaction is pending. The plugin sees the database as it was before it.")
+               : "",
         CheckKind::NOTE);
 }
 
@@ -131,7 +133,7 @@ void DialogPlugin::checkOutputFiles() const {
 bool DialogPlugin::mayReplaceFiles() {
     for (const QString& name : m_form->files(ParameterType::OUTPUT_FILE))
         if (QFileInfo::exists(name) &&
-            !lossConfirmed(this, QString("The file \"%0\" exists already.\nReplace it?").arg(name)))
+            !lossConfirmed(this, tr("The file \"%0\" exists already.\nReplace it?").arg(name)))
             return false;
     return true;
 }
@@ -143,7 +145,7 @@ void DialogPlugin::start(const std::string& arguments) {
     m_ui->tabWidget->setCurrentWidget(m_ui->tabOutput);
     m_ui->progressBar->setRange(0, 0);  // nobody knows yet
     m_ui->progressBar->show();
-    m_ui->labelState->setText("Starting ...");
+    m_ui->labelState->setText(tr("Starting ..."));
     m_ui->labelState->show();
     m_ui->buttonCancel->setEnabled(true);
     m_ui->buttonCancel->setFocus();
@@ -172,7 +174,7 @@ void DialogPlugin::showProgress(double fraction, const QString& text) {
         return;
     m_ui->progressBar->setRange(0, progressSteps);
     m_ui->progressBar->setValue(static_cast<int>(std::lround(fraction * progressSteps)));
-    m_ui->labelState->setText(text.isEmpty() ? QString("Running ...") : text.simplified());
+    m_ui->labelState->setText(text.isEmpty() ? tr("Running ...") : text.simplified());
 }
 
 void DialogPlugin::addResult(const std::shared_ptr<const PluginResult>& result) {
@@ -205,23 +207,23 @@ void DialogPlugin::finish() {
 }
 
 QString DialogPlugin::outcomeText() const {
-    const QString unchanged = m_package.manifest.writes ? " Nothing is changed." : "";
+    const QString unchanged = m_package.manifest.writes ? ' ' + tr("Nothing is changed.") : "";
     if (m_run.failure())
-        return "Failed." + unchanged;
+        return tr("Failed.") + unchanged;
     const Outcome& outcome = m_run.outcome();
     QString text;
     if (outcome.end == Outcome::End::CANCELLED)
-        text = "Cancelled." + unchanged;
+        text = tr("Cancelled.") + unchanged;
     else if (outcome.end == Outcome::End::FAILED)
-        text = "Failed." + unchanged + ' ' + QString::fromStdString(outcome.text);
+        text = tr("Failed.") + unchanged + ' ' + QString::fromStdString(outcome.text);
     else if (outcome.transaction != 0)
-        text = QString("Done. Transaction %0 is committed.").arg(outcome.transaction);
+        text = tr("Done. Transaction %0 is committed.").arg(outcome.transaction);
     else
-        text = "Done.";
+        text = tr("Done.");
     if (m_run.resultsLeftOut() > 0)
-        text += QString("\nThe first %0 results are shown, %1 are left out.")
-                    .arg(PluginRun::mostResults)
-                    .arg(m_run.resultsLeftOut());
+        text += '\n' + tr("The first %0 results are shown, %1 are left out.")
+                           .arg(PluginRun::mostResults)
+                           .arg(m_run.resultsLeftOut());
     return text;
 }
 
@@ -236,7 +238,7 @@ void DialogPlugin::showFailure() {
 void DialogPlugin::on_buttonCancel_clicked() {
     m_cancelled = true;
     m_run.cancel();
-    m_ui->labelState->setText("Cancelling ...");
+    m_ui->labelState->setText(tr("Cancelling ..."));
 }
 
 void DialogPlugin::on_buttonClose_clicked() {
@@ -249,7 +251,7 @@ void DialogPlugin::reject() {
         return;
     }
     if (m_closing ||
-        !lossConfirmed(this, "The plugin still runs.\nCancel it and close the window?"))
+        !lossConfirmed(this, tr("The plugin still runs.\nCancel it and close the window?")))
         return;
     // It may have ended meanwhile.
     if (!isRunning()) {
@@ -273,9 +275,9 @@ void DialogPlugin::on_buttonCopyOutput_clicked() {
 
 void DialogPlugin::on_buttonSaveOutput_clicked() {
     const QString fileName = QFileDialog::getSaveFileName(
-        this, "Save Output",
+        this, tr("Save Output"),
         QDir(QFileInfo(m_host.fileName()).absolutePath()).filePath("output.txt"),
-        "Texts (*.txt);;All files (*)");
+        tr("Texts (*.txt)") + ";;" + tr("All files (*)"));
     if (!fileName.isEmpty())
         guarded(this, [&] { writeFile(fileName, m_ui->editOutput->toPlainText().toStdString()); });
 }

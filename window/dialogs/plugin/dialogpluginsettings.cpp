@@ -31,7 +31,7 @@ QString answerOf(const QString& pythonPath) {
         const plugin::Interpreter python = plugin::findInterpreter(pythonPath.toStdString());
         const QString program = QString::fromStdString(python.program);
         const QString place = QStandardPaths::findExecutable(program);
-        return QString("Python %0 at %1")
+        return QObject::tr("Python %0 at %1")
             .arg(QString::fromStdString(python.version),
                  QDir::toNativeSeparators(place.isEmpty() ? program : place));
     } catch (...) {
@@ -92,7 +92,7 @@ void DialogPluginSettings::on_editFolder_editingFinished() {
 
 void DialogPluginSettings::on_buttonPython_clicked() {
     const QString name =
-        QFileDialog::getOpenFileName(this, "Choose Python", m_ui->editPython->text());
+        QFileDialog::getOpenFileName(this, tr("Choose Python"), m_ui->editPython->text());
     if (name.isEmpty())
         return;
     m_ui->editPython->setText(QDir::toNativeSeparators(name));
@@ -101,7 +101,7 @@ void DialogPluginSettings::on_buttonPython_clicked() {
 
 void DialogPluginSettings::on_buttonFolder_clicked() {
     const QString name = QFileDialog::getExistingDirectory(
-        this, "Choose the Folder of Plugins",
+        this, tr("Choose the Folder of Plugins"),
         QString::fromStdString(plugin::pluginFolder(m_ui->editFolder->text().toStdString())));
     if (name.isEmpty())
         return;
@@ -111,7 +111,7 @@ void DialogPluginSettings::on_buttonFolder_clicked() {
 
 void DialogPluginSettings::askPython() {
     m_asked = m_ui->editPython->text().trimmed();
-    m_ui->labelPythonState->setText("Asking ...");
+    m_ui->labelPythonState->setText(tr("Asking ..."));
     auto* watcher = new QFutureWatcher<QString>(this);
     connect(watcher, &QFutureWatcher<QString>::finished, this, [this, watcher, asked = m_asked] {
         watcher->deleteLater();
@@ -131,11 +131,14 @@ void DialogPluginSettings::countPlugins() {
         const auto good = std::count_if(found.begin(), found.end(),
                                         [](const plugin::Found& one) { return one.manifest; });
         const auto bad = static_cast<qsizetype>(found.size()) - good;
-        text = QString(good == 1 ? "%0 plugin in %1" : "%0 plugins in %1")
-                   .arg(good)
-                   .arg(QDir::toNativeSeparators(QString::fromStdString(folder)));
+        const QString place = QDir::toNativeSeparators(QString::fromStdString(folder));
         if (bad > 0)
-            text += QString(", and %0 that can't be run").arg(bad);
+            text = (good == 1 ? tr("%0 plugin in %1, and %2 that can't be run")
+                              : tr("%0 plugins in %1, and %2 that can't be run"))
+                       .arg(QString::number(good), place, QString::number(bad));
+        else
+            text = (good == 1 ? tr("%0 plugin in %1") : tr("%0 plugins in %1"))
+                       .arg(QString::number(good), place);
     } catch (...) {
         text = textOf(std::current_exception());
     }

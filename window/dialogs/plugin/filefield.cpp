@@ -17,8 +17,8 @@ FileField::FileField(const plugin::Parameter& parameter, const QString& folder, 
     auto* button = new QToolButton;
     button->setObjectName("button_" + QString::fromStdString(parameter.name));
     button->setText("...");
-    button->setToolTip("Choose the file");
-    button->setAccessibleName("Choose the file");
+    button->setToolTip(QObject::tr("Choose the file"));
+    button->setAccessibleName(QObject::tr("Choose the file"));
     row()->addWidget(button);
     connect(m_edit, &QLineEdit::textChanged, this, &ParameterField::changed);
     connect(button, &QToolButton::clicked, this, &FileField::choose);
@@ -35,14 +35,14 @@ void FileField::setText(const QString& text) {
 QString FileField::objection(const QString& text) const {
     if (parameter().type == ParameterType::INPUT_FILE && !text.isEmpty() &&
         !QFileInfo(text).isFile())
-        return QString("There is no file \"%0\".").arg(text);
+        return QObject::tr("There is no file \"%0\".").arg(text);
     return {};
 }
 
 void FileField::choose() {
     const QString suffix = QString::fromStdString(parameter().suffix);
-    const QString filters =
-        (suffix.isEmpty() ? QString() : QString("*.%0 (*.%0);;").arg(suffix)) + "All files (*)";
+    const QString filters = (suffix.isEmpty() ? QString() : QString("*.%0 (*.%0);;").arg(suffix)) +
+                            QObject::tr("All files (*)");
     const QString place = text().isEmpty() ? m_folder : text();
     QString name;
     if (parameter().type == ParameterType::INPUT_FILE) {

@@ -28,10 +28,11 @@ QString rangeText(const plugin::Parameter& parameter) {
         return QString::fromStdString(numbers::numberText(value));
     };
     if (parameter.minimum && parameter.maximum)
-        return QString("%0 to %1").arg(number(*parameter.minimum), number(*parameter.maximum));
+        return QObject::tr("%0 to %1").arg(number(*parameter.minimum), number(*parameter.maximum));
     if (parameter.minimum)
-        return "at least " + number(*parameter.minimum);
-    return parameter.maximum ? "at most " + number(*parameter.maximum) : QString();
+        return QObject::tr("at least %1").arg(number(*parameter.minimum));
+    return parameter.maximum ? QObject::tr("at most %1").arg(number(*parameter.maximum))
+                             : QString();
 }
 
 }  // namespace
@@ -88,7 +89,7 @@ std::string ParameterField::value() const {
     shown.name = m_parameter.title;
     const std::string typed = text().toStdString();
     if (text().trimmed().isEmpty() && !takesNothing(m_parameter))
-        throw core::Failure("\"" + m_parameter.title + "\" has no value.");
+        throw core::Failure(QObject::tr("\"%1\" has no value.").arg(title()).toStdString());
     std::string json = plugin::valueFromText(shown, typed);
     if (const QString wrong = objection(text()); !wrong.isEmpty())
         throw core::Failure(wrong.toStdString());

@@ -22,7 +22,7 @@ ParameterForm::ParameterForm(const plugin::Manifest& manifest, const Selection& 
     for (const plugin::Parameter& parameter : manifest.parameters)
         addField(ParameterField::create(parameter, folder, this));
     if (m_fields.empty())
-        layout->addRow(new QLabel("The plugin has no parameters."));
+        layout->addRow(new QLabel(tr("The plugin has no parameters.")));
     fill(selection);
     for (ParameterField* field : m_fields) {
         field->mark();

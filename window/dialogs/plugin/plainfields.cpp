@@ -12,7 +12,7 @@ LineField::LineField(const plugin::Parameter& parameter, QWidget* parent)
     : ParameterField(parameter, parent), m_edit(new QLineEdit) {
     setInput(m_edit);
     if (parameter.type == plugin::ParameterType::NODES)
-        m_edit->setPlaceholderText("all nodes");
+        m_edit->setPlaceholderText(QObject::tr("all nodes"));
     if (!parameter.unit.empty()) {
         auto* unit = new QLabel(QString::fromStdString(parameter.unit));
         unit->setTextFormat(Qt::PlainText);
@@ -47,7 +47,7 @@ ChoiceField::ChoiceField(const plugin::Parameter& parameter, QWidget* parent)
     : ParameterField(parameter, parent), m_box(new QComboBox) {
     for (const plugin::Choice& choice : parameter.choices)
         m_box->addItem(QString::fromStdString(choice.title), QString::fromStdString(choice.value));
-    m_box->setPlaceholderText("choose one");
+    m_box->setPlaceholderText(QObject::tr("choose one"));
     m_box->setCurrentIndex(-1);
     m_box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     setInput(m_box);

@@ -23,17 +23,19 @@ QString shortFingerprint(const std::string& fingerprint) {
 QString questionOn(const plugin::Package& package, plugin::Trust trust) {
     const plugin::Manifest& manifest = package.manifest;
     const QString title = shortened(QString::fromStdString(manifest.title).simplified(), 100);
-    return QString(trust == plugin::Trust::CHANGED
-                       ? "The plugin \"%0\" has changed since you agreed to run it.\n\n"
-                       : "You have never run the plugin \"%0\".\n\n")
+    return (trust == plugin::Trust::CHANGED
+                ? QObject::tr("The plugin \"%0\" has changed since you agreed to run it.")
+                : QObject::tr("You have never run the plugin \"%0\"."))
                .arg(title) +
-           QString(
+           "\n\n" +
+           QObject::tr(
                "Place: %0\nVersion: %1\nFingerprint: %2\n\n%3\n"
                "It is a program that can do all that you can.\n\nRun it?")
                .arg(QDir::toNativeSeparators(QString::fromStdString(package.place)),
                     shortened(QString::fromStdString(manifest.version).simplified(), 100),
                     shortFingerprint(package.fingerprint),
-                    manifest.writes ? "It changes the database." : "It only reads the database.");
+                    manifest.writes ? QObject::tr("It changes the database.")
+                                    : QObject::tr("It only reads the database."));
 }
 
 }  // namespace

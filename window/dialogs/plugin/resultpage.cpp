@@ -36,25 +36,25 @@ constexpr std::size_t shownTextBytes = std::size_t{1} << 20;
 constexpr std::size_t shownHtmlBytes = std::size_t{512} << 10;
 
 struct KindName {
-    const char* title;
+    QString title;
     const char* suffix;
-    const char* filter;
+    QString filter;
 };
 
 KindName nameOf(Kind kind) {
     switch (kind) {
         case Kind::HTML:
-            return {"Report", "html", "HTML (*.html)"};
+            return {QObject::tr("Report"), "html", QObject::tr("HTML (*.html)")};
         case Kind::PICTURE:
-            return {"Picture", "png", "Pictures (*.png)"};
+            return {QObject::tr("Picture"), "png", QObject::tr("Pictures (*.png)")};
         case Kind::TABLE:
-            return {"Table", "csv", "Comma-separated values (*.csv)"};
+            return {QObject::tr("Table"), "csv", QObject::tr("Comma-separated values (*.csv)")};
         case Kind::FILE:
-            return {"File", "", ""};
+            return {QObject::tr("File"), "", ""};
         case Kind::TEXT:
             break;
     }
-    return {"Text", "txt", "Texts (*.txt)"};
+    return {QObject::tr("Text"), "txt", QObject::tr("Texts (*.txt)")};
 }
 
 // A title as a part of a file's name.
@@ -83,11 +83,11 @@ ResultPage::ResultPage(std::shared_ptr<const PluginResult> result, const QString
     m_view = createView();
     m_view->setObjectName("view");
     m_view->setAccessibleName(title());
-    addButton("buttonCopy", "C&opy", &ResultPage::copy);
+    addButton("buttonCopy", tr("C&opy"), &ResultPage::copy);
     if (m_result->result.kind == Kind::FILE)
-        addButton("buttonFolder", "Open &Folder", &ResultPage::openFolder);
+        addButton("buttonFolder", tr("Open &Folder"), &ResultPage::openFolder);
     else
-        addButton("buttonSave", "&Save ...", &ResultPage::save);
+        addButton("buttonSave", tr("&Save ..."), &ResultPage::save);
     layout->addWidget(m_view, 1);
     layout->addLayout(m_buttons);
 }
@@ -129,7 +129,7 @@ QWidget* ResultPage::createText() {
     useTextPaneFont(pane);
     QString shown = OutputText().add(text.substr(0, shownTextBytes));
     if (text.size() > shownTextBytes)
-        shown += "\n\n[Only the beginning is shown. \"Save ...\" writes all of it.]";
+        shown += "\n\n" + tr("[Only the beginning is shown. \"Save ...\" writes all of it.]");
     pane->setPlainText(shown);
     return pane;
 }
@@ -137,8 +137,8 @@ QWidget* ResultPage::createText() {
 QWidget* ResultPage::createHtml() {
     if (m_result->result.text.size() > shownHtmlBytes)
         return remark(
-            "This report is too large to be shown here.\n"
-            "Save it, and look at it in a browser.");
+            tr("This report is too large to be shown here.\n"
+               "Save it, and look at it in a browser."));
     auto* view = new ReportView;
     view->setOpenLinks(false);
     view->setHtml(QString::fromStdString(m_result->result.text));
@@ -147,19 +147,20 @@ QWidget* ResultPage::createHtml() {
 
 QWidget* ResultPage::createPicture() {
     if (m_result->picture.isNull())
-        return remark("The picture can't be read.");
+        return remark(tr("The picture can't be read."));
     auto* view = new PictureView(m_result->picture, this);
     auto* fitted = new QToolButton;
     fitted->setObjectName("buttonFit");
-    fitted->setText("&Fit to window");
+    fitted->setText(tr("&Fit to window"));
     fitted->setCheckable(true);
     fitted->setChecked(true);
-    fitted->setToolTip("Show the whole picture; off: pixel by pixel");
+    fitted->setToolTip(tr("Show the whole picture; off: pixel by pixel"));
     connect(fitted, &QToolButton::toggled, view, &PictureView::setFitted);
     m_buttons->insertWidget(0, fitted);
-    m_buttons->insertWidget(1, new QLabel(QString("%0 x %1 pixels")
-                                              .arg(m_result->picture.width())
-                                              .arg(m_result->picture.height())));
+    m_buttons->insertWidget(
+        1,
+        new QLabel(
+            tr("%0 x %1 pixels").arg(m_result->picture.width()).arg(m_result->picture.height())));
     return view;
 }
 
@@ -169,10 +170,10 @@ QWidget* ResultPage::createFile() {
     auto* edit =
         new QLineEdit(QDir::toNativeSeparators(QString::fromStdString(m_result->result.text)));
     edit->setObjectName("editFile");
-    edit->setAccessibleName("File");
+    edit->setAccessibleName(tr("File"));
     edit->setReadOnly(true);
     edit->setCursorPosition(0);
-    layout->addWidget(new QLabel("The plugin wrote the file"));
+    layout->addWidget(new QLabel(tr("The plugin wrote the file")));
     layout->addWidget(edit);
     layout->addStretch(1);
     return page;
@@ -205,8 +206,8 @@ void ResultPage::copy() {
 void ResultPage::save() {
     const KindName name = nameOf(m_result->result.kind);
     const QString fileName = QFileDialog::getSaveFileName(
-        this, "Save Result", QDir(m_folder).filePath(fileTitle(title()) + '.' + name.suffix),
-        QString(name.filter) + ";;All files (*)");
+        this, tr("Save Result"), QDir(m_folder).filePath(fileTitle(title()) + '.' + name.suffix),
+        name.filter + ";;" + tr("All files (*)"));
     if (fileName.isEmpty())
         return;
     guarded(this, [&] {

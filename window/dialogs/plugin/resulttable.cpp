@@ -119,7 +119,7 @@ ResultTable::ResultTable(std::shared_ptr<const plugin::Table> table, QWidget* pa
     horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
     setSortingEnabled(true);
 
-    auto* copying = new QAction("Copy", this);
+    auto* copying = new QAction(tr("Copy"), this);
     connect(copying, &QAction::triggered, this, &ResultTable::copy);
     addAction(copying);
     setContextMenuPolicy(Qt::ActionsContextMenu);
