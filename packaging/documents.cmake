@@ -1,21 +1,23 @@
-# The guide, manual pages and completions of shells.
+# The guides, manual pages and completions of shells.
 if(QRB_BUILD_GUI)
   set(guide_component window)
 else()
   set(guide_component tool)
 endif()
 set(guide ${CMAKE_INSTALL_DATADIR}/doc/qrbadmin)
-install(FILES ${CMAKE_SOURCE_DIR}/docs/user-guide.md ${CMAKE_SOURCE_DIR}/docs/plugins.md
+install(FILES ${CMAKE_SOURCE_DIR}/docs/user-guide.md ${CMAKE_SOURCE_DIR}/docs/tutorial.md
+  ${CMAKE_SOURCE_DIR}/docs/plugins.md
   DESTINATION ${guide} COMPONENT ${guide_component})
-# The pictures that these two show.
+# The pictures that these show.
 set(shown "")
-foreach(text user-guide plugins)
+foreach(text user-guide tutorial plugins)
   file(STRINGS ${CMAKE_SOURCE_DIR}/docs/${text}.md lines REGEX "\\]\\(images/")
   foreach(line IN LISTS lines)
     string(REGEX REPLACE ".*\\(images/([^)]+)\\).*" "\\1" picture "${line}")
     list(APPEND shown ${CMAKE_SOURCE_DIR}/docs/images/${picture})
   endforeach()
 endforeach()
+list(REMOVE_DUPLICATES shown)
 install(FILES ${shown} DESTINATION ${guide}/images COMPONENT ${guide_component})
 install(FILES ${CMAKE_SOURCE_DIR}/LICENSE DESTINATION ${guide} COMPONENT licence)
 

@@ -51,6 +51,8 @@ set(CPACK_DEBIAN_WINDOW_PACKAGE_NAME qrbadmin)
 set(CPACK_DEBIAN_WINDOW_PACKAGE_SECTION science)
 set(CPACK_DEBIAN_WINDOW_PACKAGE_DEPENDS
   "libqrb (= ${debian_version}), qrbtool (= ${debian_version}), hicolor-icon-theme")
+# The words of the toolkit's own buttons and dialogs in other languages.
+set(CPACK_DEBIAN_WINDOW_PACKAGE_RECOMMENDS "qt6-translations-l10n")
 set(CPACK_DEBIAN_WINDOW_PACKAGE_SUGGESTS "qt6-wayland")
 set(CPACK_COMPONENT_WINDOW_DESCRIPTION
 "window on point-cloud database files

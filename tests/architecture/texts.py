@@ -77,7 +77,7 @@ def untranslated(root):
 def shape(text):
     """What a translation has to have in common with its source."""
     return {
-        "placeholders": sorted(re.findall(r"%\d", text)),
+        "placeholders": sorted(re.findall(r"%L?(\d)", text)),
         "marks of keys": len(re.findall(r"(?<!&)&(?!&)", re.sub(r"&&", "", text))),
         "dots in front": text.startswith("..."),
         "end": re.search(r"(\s?\.\.\.|:)?$", text).group(),

@@ -1,4 +1,4 @@
-// The window in another language: nothing in it stays English, keys and numbers fit.
+// The window in another language: nothing in it stays English, and keys fit.
 
 #include "qrb/loader.h"
 #include "tests/window/alldialogs.h"

@@ -3,6 +3,7 @@
 #include "core/valueformat.h"
 #include "numbers/sizetext.h"
 #include "version.h"
+#include "window/common/localnumbers.h"
 
 #include <QLocale>
 #include <QRegularExpression>
@@ -11,7 +12,7 @@
 namespace tarvo::window {
 
 QString humanReadableSize(std::uint64_t bytes) {
-    return QString::fromStdString(numbers::sizeText(bytes));
+    return localNumber(QString::fromStdString(numbers::sizeText(bytes)));
 }
 
 QString grouped(std::uint64_t count) {
@@ -20,11 +21,12 @@ QString grouped(std::uint64_t count) {
 
 QString durationText(std::int64_t milliseconds) {
     const qint64 seconds = milliseconds / 1000;
-    return QString("%1:%2:%3.%4")
+    return QString("%1:%2:%3%5%4")
         .arg(seconds / 3600)
         .arg(seconds / 60 % 60, 2, 10, QChar('0'))
         .arg(seconds % 60, 2, 10, QChar('0'))
-        .arg(milliseconds % 1000, 3, 10, QChar('0'));
+        .arg(milliseconds % 1000, 3, 10, QChar('0'))
+        .arg(QLocale().decimalPoint());
 }
 
 QString shortLibraryVersion(const QString& libraryVersion) {

@@ -9,13 +9,13 @@
 
 namespace tarvo::window {
 
-// "1023 B", "1.50 KB", ... up to TB; factor 1024.
+// "1023 B", "1.50 KB", ... up to TB, in English; factor 1024.
 QString humanReadableSize(std::uint64_t bytes);
 
 // "26,107", as the locale groups digits.
 QString grouped(std::uint64_t count);
 
-// "1:05:09.250": hours, minutes, seconds and milliseconds.
+// "1:05:09.250" in English: hours, minutes, seconds and milliseconds.
 QString durationText(std::int64_t milliseconds);
 
 // The version and build hash in a library's version text, "2.x.x" where there is none.

@@ -2,10 +2,10 @@
 
 #include "catalogue/catalogue.h"
 #include "core/error.h"
-#include "numbers/numbertext.h"
 #include "ui_dialogimportpoints.h"
 #include "window/common/filefilter.h"
 #include "window/common/guard.h"
+#include "window/common/localnumbers.h"
 #include "window/common/messageboxes.h"
 #include "window/common/textformat.h"
 
@@ -35,9 +35,8 @@ QString extentText(const exchange::ImportPlan& plan) {
     QStringList lines;
     for (std::size_t i = 0; i < plan.extent.size(); ++i)
         lines += QString("%0: %1 ... %2")
-                     .arg(names.value(static_cast<qsizetype>(i)),
-                          QString::fromStdString(numbers::numberText(plan.extent[i].first)),
-                          QString::fromStdString(numbers::numberText(plan.extent[i].second)));
+                     .arg(names.value(static_cast<qsizetype>(i)), localNumber(plan.extent[i].first),
+                          localNumber(plan.extent[i].second));
     return lines.isEmpty() ? "-" : lines.join('\n');
 }
 
@@ -60,12 +59,13 @@ core::Shape ImportShape::shape() const {
     shape.every = static_cast<std::uint64_t>(every);
     if (!distance.isEmpty()) {
         bool isNumber = false;
-        shape.distance = QLocale::c().toDouble(distance, &isNumber);
+        shape.distance = QLocale::c().toDouble(withPoint(distance), &isNumber);
         if (!isNumber || !(shape.distance >= core::Thinning::leastDistance &&
                            shape.distance <= core::Thinning::mostDistance))
-            throw core::Failure(
-                QObject::tr("\"%1\" is no distance.").arg(distance).toStdString(),
-                QObject::tr("A positive number is needed, for example 0.05.").toStdString());
+            throw core::Failure(QObject::tr("\"%1\" is no distance.").arg(distance).toStdString(),
+                                QObject::tr("A positive number is needed, for example %1.")
+                                    .arg(localNumber(0.05))
+                                    .toStdString());
     }
     if (!bounds.isEmpty())
         shape.bounds = core::boundsFromText(bounds.toStdString());

@@ -2,6 +2,7 @@
 
 #include "core/valueformat.h"
 #include "ui_dialograngequery.h"
+#include "window/common/localnumbers.h"
 #include "window/common/programsettings.h"
 #include "window/dialogs/checklabel.h"
 
@@ -19,10 +20,13 @@ QString unreadable() {
     return QObject::tr("failed to parse center and/or radius!");
 }
 
-// Locale-aware, the base from the text (0x.., 0.., else decimal).
+// Points are decimal marks by now; commas may mark groups.
+const QLocale pointLocale("en");
+
+// The base from the text (0x.., 0.., else decimal).
 bool readWhole(const QString& text, qlonglong& number) {
     bool ok = false;
-    number = QLocale().toLongLong(text.trimmed(), &ok);
+    number = pointLocale.toLongLong(withPoint(text).trimmed(), &ok);
     if (!ok)
         number = text.trimmed().toLongLong(&ok, 0);
     return ok;
@@ -30,7 +34,7 @@ bool readWhole(const QString& text, qlonglong& number) {
 
 bool readDecimal(const QString& text, double& number) {
     bool ok = false;
-    number = QLocale().toDouble(text.trimmed(), &ok);
+    number = pointLocale.toDouble(withPoint(text).trimmed(), &ok);
     return ok;
 }
 
@@ -47,7 +51,7 @@ QString findingOn(const QString& what, const QString& text) {
     if (!isNumber) {
         // Also what goes beyond the range of the type.
         static const QRegularExpression digits("^[+-]?[0-9.]+([eE][+-]?[0-9]+)?$");
-        if (!digits.match(text.trimmed()).hasMatch())
+        if (!digits.match(withPoint(text).trimmed()).hasMatch())
             return {};
         number = text.trimmed().contains("e-", Qt::CaseInsensitive) ? 0 : 2 * largest;
     }
@@ -108,12 +112,12 @@ void DialogRangeQuery::accept() {
     settings.setValue("Geometry", saveGeometry());
     settings.setValue("PointAttribute", m_ui->editPointAttribute->currentText());
     settings.setValue("Mode", m_ui->tabWidgetMode->currentIndex());
-    settings.setValue("LowerBoundValue", m_ui->editLowerBoundValue->text());
-    settings.setValue("UpperBoundValue", m_ui->editUpperBoundValue->text());
+    settings.setValue("LowerBoundValue", withPoint(m_ui->editLowerBoundValue->text()));
+    settings.setValue("UpperBoundValue", withPoint(m_ui->editUpperBoundValue->text()));
     settings.setValue("LowerBoundInclusive", m_ui->editLowerBoundInclusive->isChecked());
     settings.setValue("UpperBoundInclusive", m_ui->editUpperBoundInclusive->isChecked());
-    settings.setValue("CenterValue", m_ui->editCenterValue->text());
-    settings.setValue("RadiusValue", m_ui->editRadiusValue->text());
+    settings.setValue("CenterValue", withPoint(m_ui->editCenterValue->text()));
+    settings.setValue("RadiusValue", withPoint(m_ui->editRadiusValue->text()));
     settings.setValue("RadiusInclusive", m_ui->editRadiusInclusive->isChecked());
     QDialog::accept();
 }
@@ -158,7 +162,8 @@ QString DialogRangeQuery::boundsExpression(const QString& attribute) const {
     const auto add = [&](const char* compare, const QLineEdit* value, const QCheckBox* inclusive) {
         if (!value->text().trimmed().isEmpty())
             parts += QString("(%0 %1%2 %3)")
-                         .arg(attribute, compare, inclusive->isChecked() ? "=" : "", value->text());
+                         .arg(attribute, compare, inclusive->isChecked() ? "=" : "",
+                              withPoint(value->text()));
     };
     add(">", m_ui->editLowerBoundValue, m_ui->editLowerBoundInclusive);
     add("<", m_ui->editUpperBoundValue, m_ui->editUpperBoundInclusive);

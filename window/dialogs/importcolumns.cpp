@@ -1,6 +1,6 @@
 #include "window/dialogs/importcolumns.h"
 
-#include "numbers/numbertext.h"
+#include "window/common/localnumbers.h"
 #include "window/common/textformat.h"
 
 #include <QAbstractItemView>
@@ -153,14 +153,12 @@ void ImportColumns::showPlan(const exchange::ImportPlan* plan) {
             remark = tr("left out");
         } else if (plan && plan->attributes.contains(name)) {
             const exchange::ImportPlan::Attribute& attribute = plan->attributes.at(name);
-            resolution =
-                QString::fromStdString(numbers::numberText(attribute.definition.resolution));
+            resolution = localNumber(attribute.definition.resolution);
             if (attribute.fault)
                 remark = QString::fromUtf8(attribute.fault->what());
             else if (attribute.constant)
-                remark = tr("all points have %1")
-                             .arg(QString::fromStdString(
-                                 numbers::numberText(attribute.definition.defaultValue)));
+                remark =
+                    tr("all points have %1").arg(localNumber(attribute.definition.defaultValue));
         }
         row->setText(RESOLUTION, resolution);
         row->setText(REMARK, remark);

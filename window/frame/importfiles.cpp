@@ -2,7 +2,7 @@
 
 #include "exchange/import/commonorigin.h"
 #include "exchange/sourceopener.h"
-#include "numbers/numbertext.h"
+#include "window/common/localnumbers.h"
 #include "window/common/textformat.h"
 
 #include <map>
@@ -33,11 +33,9 @@ public:
     std::vector<ImportColumn> take() {
         for (std::size_t i = 0; i < m_columns.size(); ++i) {
             const exchange::ColumnSummary& summary = m_summaries[i];
-            m_columns[i].range =
-                summary.hasNumbers()
-                    ? QString::fromStdString(numbers::numberText(summary.minimum()) + " ... " +
-                                             numbers::numberText(summary.maximum()))
-                    : QObject::tr("no numbers");
+            m_columns[i].range = summary.hasNumbers() ? localNumber(summary.minimum()) + " ... " +
+                                                            localNumber(summary.maximum())
+                                                      : QObject::tr("no numbers");
         }
         return std::move(m_columns);
     }

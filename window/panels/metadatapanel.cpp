@@ -137,7 +137,7 @@ void MetaDataPanel::addRow(const std::string& name) {
                                          : ":/resources/gui/object-unlocked.png"));
     row->setData(ITEM_NAME, lockedRole, locked);
     colourName(row);
-    row->setText(ITEM_FORMAT, json ? "JSON" : "text");
+    row->setText(ITEM_FORMAT, json ? "JSON" : tr("text"));
     row->setTextAlignment(ITEM_FORMAT, Qt::AlignCenter);
     row->setText(ITEM_SIZE, humanReadableSize(bytes));
     row->setTextAlignment(ITEM_SIZE, Qt::AlignRight | Qt::AlignVCenter);

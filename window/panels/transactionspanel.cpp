@@ -1,6 +1,7 @@
 #include "window/panels/transactionspanel.h"
 
 #include "ui_transactionspanel.h"
+#include "window/common/localnumbers.h"
 #include "window/common/messageboxes.h"
 #include "window/common/textformat.h"
 #include "window/dialogs/dialoglevelofdetail.h"
@@ -147,8 +148,8 @@ void TransactionsPanel::addRow(std::uint32_t id, std::uint32_t current) {
         row->setText(TRANSACTION_DURATION, durationText(milliseconds));
         row->setSortValue(TRANSACTION_DURATION, static_cast<double>(milliseconds));
         row->setToolTip(TRANSACTION_DURATION,
-                        QString::number(static_cast<double>(milliseconds) / 1000.0, 'g',
-                                        QLocale::FloatingPointShortest) +
+                        localNumber(QString::number(static_cast<double>(milliseconds) / 1000.0, 'g',
+                                                    QLocale::FloatingPointShortest)) +
                             " s");
     }
 }
@@ -280,7 +281,8 @@ void TransactionsPanel::on_actionTransactionSize_triggered() {
                 this, (ids.size() == 1 ? tr("Size of transaction %0:\n\n%1 (%2 B)")
                                        : tr("Size of selected transactions (%0):\n\n%1 (%2 B)"))
                           .arg(QString::number(ids.size() == 1 ? ids[0] : ids.size()),
-                               humanReadableSize(bytes), QString::number(bytes)));
+                               humanReadableSize(bytes))
+                          .arg(bytes));
     });
 }
 

@@ -227,7 +227,7 @@ Bibliothek: %2</translation>
     </message>
     <message>
         <source>expected a value and a name, found %0 fields.</source>
-        <translation>ein Wert und ein Name werden erwartet, gefunden wurden %0 Felder.</translation>
+        <translation>ein Wert und ein Name werden erwartet, gefunden wurden %L0 Felder.</translation>
     </message>
     <message>
         <source>&quot;%0&quot; is no number.</source>
@@ -260,10 +260,6 @@ Bibliothek: %2</translation>
     <message>
         <source>&quot;%1&quot; is no distance.</source>
         <translation>„%1“ ist keine Entfernung.</translation>
-    </message>
-    <message>
-        <source>A positive number is needed, for example 0.05.</source>
-        <translation>Nötig ist eine positive Zahl, zum Beispiel 0.05.</translation>
     </message>
     <message>
         <source>The text is too long to be pasted here.
@@ -851,6 +847,10 @@ to transaction %1</source>
         <translation>Von Transaktion %0
 bis Transaktion %1</translation>
     </message>
+    <message>
+        <source>A positive number is needed, for example %1.</source>
+        <translation>Nötig ist eine positive Zahl, zum Beispiel %1.</translation>
+    </message>
 </context>
 <context>
     <name>tarvo::window::ChangelogPanel</name>
@@ -984,7 +984,7 @@ bis Transaktion %1</translation>
     </message>
     <message>
         <source>Log entries: %1</source>
-        <translation>Protokolleinträge: %1</translation>
+        <translation>Protokolleinträge: %L1</translation>
     </message>
 </context>
 <context>
@@ -1011,7 +1011,7 @@ bis Transaktion %1</translation>
     </message>
     <message>
         <source>%0 of %1</source>
-        <translation>%0 von %1</translation>
+        <translation>%L0 von %L1</translation>
     </message>
 </context>
 <context>
@@ -1943,7 +1943,7 @@ Trotzdem speichern?</translation>
     </message>
     <message>
         <source>%0 violations of the schema.</source>
-        <translation>%0 Verletzungen des Schemas.</translation>
+        <translation>%L0 Verletzungen des Schemas.</translation>
     </message>
     <message>
         <source>The value is empty.</source>
@@ -2119,7 +2119,7 @@ Vorhandene Signatur überschreiben?</translation>
     </message>
     <message>
         <source>(And %0 more.)</source>
-        <translation>(Und %0 weitere.)</translation>
+        <translation>(Und %L0 weitere.)</translation>
     </message>
     <message>
         <source>Import Named Values</source>
@@ -2127,11 +2127,11 @@ Vorhandene Signatur überschreiben?</translation>
     </message>
     <message>
         <source>Replace the %0 named values by the %1 of the file?</source>
-        <translation>Die %0 benannten Werte durch die %1 der Datei ersetzen?</translation>
+        <translation>Die %L0 benannten Werte durch die %L1 der Datei ersetzen?</translation>
     </message>
     <message>
         <source>Lines that are no &quot;VALUE=NAME&quot; can&apos;t be exported: %0. Export the others?</source>
-        <translation>Zeilen, die kein „WERT=NAME“ sind, können nicht exportiert werden: %0. Die anderen exportieren?</translation>
+        <translation>Zeilen, die kein „WERT=NAME“ sind, können nicht exportiert werden: %L0. Die anderen exportieren?</translation>
     </message>
     <message>
         <source>Export Named Values</source>
@@ -2277,7 +2277,7 @@ Ersetzen?</translation>
     </message>
     <message>
         <source>The first %0 results are shown, %1 are left out.</source>
-        <translation>Die ersten %0 Ergebnisse werden angezeigt, %1 fehlen.</translation>
+        <translation>Die ersten %L0 Ergebnisse werden angezeigt, %L1 fehlen.</translation>
     </message>
     <message>
         <source>Cancelling ...</source>
@@ -2601,7 +2601,7 @@ Abbrechen und das Fenster schließen?</translation>
     </message>
     <message>
         <source>%0 of %1 default attributes</source>
-        <translation>%0 von %1 Standardattributen</translation>
+        <translation>%L0 von %L1 Standardattributen</translation>
     </message>
     <message>
         <source>Replace what was typed by the definition on the clipboard?</source>
@@ -2645,7 +2645,7 @@ Abbrechen und das Fenster schließen?</translation>
     </message>
     <message>
         <source>%0 bytes</source>
-        <translation>%0 Bytes</translation>
+        <translation>%L0 Bytes</translation>
     </message>
     <message>
         <source>unknown</source>
@@ -2828,7 +2828,7 @@ Abbrechen und das Fenster schließen?</translation>
     </message>
     <message>
         <source>(%0 bytes)</source>
-        <translation>(%0 Bytes)</translation>
+        <translation>(%L0 Bytes)</translation>
     </message>
     <message>
         <source>Save Signature Key</source>
@@ -3158,11 +3158,11 @@ Abbrechen und das Fenster schließen?</translation>
     </message>
     <message>
         <source>%0 of %1</source>
-        <translation>%0 von %1</translation>
+        <translation>%L0 von %L1</translation>
     </message>
     <message>
         <source>%0 hits</source>
-        <translation>%0 Treffer</translation>
+        <translation>%L0 Treffer</translation>
     </message>
 </context>
 <context>
@@ -3540,7 +3540,7 @@ Weiter darauf warten?</translation>
     </message>
     <message>
         <source>Meta data items: %1</source>
-        <translation>Metadateneinträge: %1</translation>
+        <translation>Metadateneinträge: %L1</translation>
     </message>
     <message>
         <source>Nothing selected!</source>
@@ -3552,7 +3552,7 @@ Weiter darauf warten?</translation>
     </message>
     <message>
         <source>Remove %0 entries?</source>
-        <translation>%0 Einträge entfernen?</translation>
+        <translation>%L0 Einträge entfernen?</translation>
     </message>
     <message>
         <source>JSON files (*.json)</source>
@@ -3577,6 +3577,10 @@ Weiter darauf warten?</translation>
     <message>
         <source>Failed to open import file.</source>
         <translation>Die Importdatei konnte nicht geöffnet werden.</translation>
+    </message>
+    <message>
+        <source>text</source>
+        <translation>Text</translation>
     </message>
 </context>
 <context>
@@ -3747,7 +3751,7 @@ Die Transaktion „%1“ beginnen und fortfahren?</translation>
     </message>
     <message>
         <source>Remove %0 attributes?</source>
-        <translation>%0 Attribute entfernen?</translation>
+        <translation>%L0 Attribute entfernen?</translation>
     </message>
     <message>
         <source>Removing attributes...</source>
@@ -4022,7 +4026,7 @@ Die Transaktion „%1“ beginnen und fortfahren?</translation>
     </message>
     <message>
         <source>%0 ms</source>
-        <translation>%0 ms</translation>
+        <translation>%L0 ms</translation>
     </message>
     <message>
         <source>No data received.</source>
@@ -4243,7 +4247,7 @@ Ihn speichern und in einem Browser ansehen.</translation>
     </message>
     <message>
         <source>%0 x %1 pixels</source>
-        <translation>%0 x %1 Pixel</translation>
+        <translation>%L0 x %L1 Pixel</translation>
     </message>
     <message>
         <source>File</source>
@@ -4408,7 +4412,7 @@ Ihn speichern und in einem Browser ansehen.</translation>
     </message>
     <message>
         <source>Transactions: %1, Current transaction: %2</source>
-        <translation>Transaktionen: %1, aktuelle Transaktion: %2</translation>
+        <translation>Transaktionen: %L1, aktuelle Transaktion: %2</translation>
     </message>
     <message>
         <source>failed to parse started</source>
@@ -4496,7 +4500,7 @@ können nicht gelöscht werden.</translation>
 %1 (%2 B)</source>
         <translation>Größe von Transaktion %0:
 
-%1 (%2 B)</translation>
+%1 (%L2 B)</translation>
     </message>
     <message>
         <source>Size of selected transactions (%0):
@@ -4504,7 +4508,7 @@ können nicht gelöscht werden.</translation>
 %1 (%2 B)</source>
         <translation>Größe der ausgewählten Transaktionen (%0):
 
-%1 (%2 B)</translation>
+%1 (%L2 B)</translation>
     </message>
     <message>
         <source>Select one or two transactions to compare.</source>

@@ -25,6 +25,7 @@
 #include <QClipboard>
 #include <QFileDialog>
 #include <QKeyEvent>
+#include <QLocale>
 #include <QMenu>
 #include <QPushButton>
 #include <QScrollBar>
@@ -527,9 +528,10 @@ std::vector<core::AttributeFinding> DialogPointAttribute::findings(
             continue;
         const QString text = edit->text().trimmed();
         const QString problem =
-            text.isEmpty()       ? tr("A number is missing.")
-            : text.contains(',') ? tr("\"%0\" is no number; the decimal mark is a point.").arg(text)
-                                 : tr("\"%0\" is no number.").arg(text);
+            text.isEmpty() ? tr("A number is missing.")
+            : text.contains(',') && QLocale().decimalPoint() == "."
+                ? tr("\"%0\" is no number; the decimal mark is a point.").arg(text)
+                : tr("\"%0\" is no number.").arg(text);
         found.insert(found.begin(), {field, Severity::ERROR, problem.toStdString()});
     }
     // The library has the last word.

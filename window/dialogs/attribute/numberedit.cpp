@@ -1,5 +1,6 @@
 #include "window/dialogs/attribute/numberedit.h"
 
+#include "window/common/localnumbers.h"
 #include "window/dialogs/attribute/numbertext.h"
 
 #include <QKeyEvent>
@@ -13,13 +14,13 @@ NumberEdit::NumberEdit(QWidget* parent) : QLineEdit(parent) {
 
 void NumberEdit::setNumber(double number) {
     m_set = number;
-    m_setText = numberText(number);
+    m_setText = localNumber(number);
     setText(m_setText);
     setCursorPosition(0);
 }
 
 std::optional<double> NumberEdit::number() const {
-    return text() == m_setText ? m_set : readNumber(text());
+    return text() == m_setText ? m_set : readNumber(withPoint(text()));
 }
 
 void NumberEdit::setStep(std::function<std::optional<double>()> step) {
@@ -48,7 +49,7 @@ void NumberEdit::keyPressEvent(QKeyEvent* event) {
         step = lastDigitOf(*before);
     // As typing does: the change can be undone.
     selectAll();
-    insert(numberText(steppedNumber(*before, step, steps)));
+    insert(localNumber(steppedNumber(*before, step, steps)));
     selectAll();
     event->accept();
 }

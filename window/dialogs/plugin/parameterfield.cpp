@@ -1,8 +1,8 @@
 #include "window/dialogs/plugin/parameterfield.h"
 
 #include "core/error.h"
-#include "numbers/numbertext.h"
 #include "plugin/parameters.h"
+#include "window/common/localnumbers.h"
 #include "window/common/textformat.h"
 #include "window/dialogs/plugin/databasefields.h"
 #include "window/dialogs/plugin/filefield.h"
@@ -24,14 +24,12 @@ bool takesNothing(const plugin::Parameter& parameter) {
 }
 
 QString rangeText(const plugin::Parameter& parameter) {
-    const auto number = [](double value) {
-        return QString::fromStdString(numbers::numberText(value));
-    };
     if (parameter.minimum && parameter.maximum)
-        return QObject::tr("%0 to %1").arg(number(*parameter.minimum), number(*parameter.maximum));
+        return QObject::tr("%0 to %1")
+            .arg(localNumber(*parameter.minimum), localNumber(*parameter.maximum));
     if (parameter.minimum)
-        return QObject::tr("at least %1").arg(number(*parameter.minimum));
-    return parameter.maximum ? QObject::tr("at most %1").arg(number(*parameter.maximum))
+        return QObject::tr("at least %1").arg(localNumber(*parameter.minimum));
+    return parameter.maximum ? QObject::tr("at most %1").arg(localNumber(*parameter.maximum))
                              : QString();
 }
 
@@ -87,7 +85,8 @@ std::string ParameterField::value() const {
     // Errors name the parameter as the form does.
     plugin::Parameter shown = m_parameter;
     shown.name = m_parameter.title;
-    const std::string typed = text().toStdString();
+    const bool isNumber = m_parameter.type == ParameterType::NUMBER;
+    const std::string typed = (isNumber ? withPoint(text()) : text()).toStdString();
     if (text().trimmed().isEmpty() && !takesNothing(m_parameter))
         throw core::Failure(QObject::tr("\"%1\" has no value.").arg(title()).toStdString());
     std::string json = plugin::valueFromText(shown, typed);
