@@ -5,7 +5,6 @@
 #include "version.h"
 #include "window/common/localnumbers.h"
 
-#include <QLocale>
 #include <QRegularExpression>
 #include <QTextDocument>
 
@@ -21,12 +20,11 @@ QString grouped(std::uint64_t count) {
 
 QString durationText(std::int64_t milliseconds) {
     const qint64 seconds = milliseconds / 1000;
-    return QString("%1:%2:%3%5%4")
-        .arg(seconds / 3600)
-        .arg(seconds / 60 % 60, 2, 10, QChar('0'))
-        .arg(seconds % 60, 2, 10, QChar('0'))
-        .arg(milliseconds % 1000, 3, 10, QChar('0'))
-        .arg(QLocale().decimalPoint());
+    return localNumber(QString("%1:%2:%3.%4")
+                           .arg(seconds / 3600)
+                           .arg(seconds / 60 % 60, 2, 10, QChar('0'))
+                           .arg(seconds % 60, 2, 10, QChar('0'))
+                           .arg(milliseconds % 1000, 3, 10, QChar('0')));
 }
 
 QString shortLibraryVersion(const QString& libraryVersion) {

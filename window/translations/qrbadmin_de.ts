@@ -1128,7 +1128,7 @@ bis Transaktion %1</translation>
     <name>tarvo::window::DialogChangelogSignature</name>
     <message>
         <source>&amp;Log entry:</source>
-        <translation>&amp;Protokolleintrag:</translation>
+        <translation>Protokoll&amp;eintrag:</translation>
     </message>
     <message>
         <source>Verify Log Entry Signature</source>
@@ -1202,7 +1202,7 @@ bis Transaktion %1</translation>
     </message>
     <message>
         <source>Chunk Si&amp;ze:</source>
-        <translation>Chunk-Grö&amp;ße:</translation>
+        <translation>Chunk-Größ&amp;e:</translation>
     </message>
     <message>
         <source>up to </source>
@@ -1262,7 +1262,7 @@ bis Transaktion %1</translation>
     </message>
     <message>
         <source>&amp;Optimize Point ID:</source>
-        <translation>Punkt-ID &amp;optimieren:</translation>
+        <translation>&amp;Punkt-ID optimieren:</translation>
     </message>
     <message>
         <source>off (point ID reflects point insertion order)</source>
@@ -1294,7 +1294,7 @@ bis Transaktion %1</translation>
     </message>
     <message>
         <source>Include Op&amp;tionals</source>
-        <translation>&amp;Optionales einschließen</translation>
+        <translation>Optionales ein&amp;schließen</translation>
     </message>
     <message>
         <source>Also create the attributes that the schema marks as optional</source>
@@ -1409,7 +1409,7 @@ bis Transaktion %1</translation>
     </message>
     <message>
         <source>With c&amp;hangelog</source>
-        <translation>Mit Ä&amp;nderungsprotokoll</translation>
+        <translation>Mit Änderungs&amp;protokoll</translation>
     </message>
     <message>
         <source>Let the changelog of this database stand before that of the new one</source>
@@ -2989,7 +2989,7 @@ Abbrechen und das Fenster schließen?</translation>
     </message>
     <message>
         <source>&amp;Strict</source>
-        <translation>&amp;Streng</translation>
+        <translation>St&amp;reng</translation>
     </message>
     <message>
         <source>Report what the schema does not name, too</source>
