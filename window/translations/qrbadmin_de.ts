@@ -2221,7 +2221,7 @@ Vorhandene Signatur überschreiben?</translation>
     </message>
     <message>
         <source>&amp;Close</source>
-        <translation>&amp;Schließen</translation>
+        <translation>S&amp;chließen</translation>
     </message>
     <message>
         <source>It changes the database in one transaction.</source>
@@ -2650,6 +2650,11 @@ Abbrechen und das Fenster schließen?</translation>
     <message>
         <source>unknown</source>
         <translation>unbekannt</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <comment>named values</comment>
+        <translation>keine</translation>
     </message>
 </context>
 <context>
@@ -3786,7 +3791,7 @@ Die Transaktion „%1“ beginnen und fortfahren?</translation>
     </message>
     <message>
         <source>enter node id or leave empty to query all nodes</source>
-        <translation>Nummer eines Knotens eingeben oder leer lassen, um alle Knoten abzufragen</translation>
+        <translation>Knotennummer eingeben oder leer lassen: alle</translation>
     </message>
     <message>
         <source>Points</source>
@@ -4081,7 +4086,7 @@ Die Transaktion „%1“ beginnen und fortfahren?</translation>
     </message>
     <message>
         <source>enter filter expression or node id or leave empty to query all nodes</source>
-        <translation>Filterausdruck oder Nummer eines Knotens eingeben oder leer lassen, um alle Knoten abzufragen</translation>
+        <translation>Filterausdruck oder Knotennummer eingeben oder leer lassen: alle</translation>
     </message>
     <message>
         <source>Insert into the filter</source>
@@ -4217,7 +4222,7 @@ Ansicht gekürzt!</translation>
     </message>
     <message>
         <source>Open &amp;Folder</source>
-        <translation>&amp;Ordner öffnen</translation>
+        <translation>O&amp;rdner öffnen</translation>
     </message>
     <message>
         <source>&amp;Save ...</source>

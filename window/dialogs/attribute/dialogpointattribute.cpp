@@ -441,7 +441,8 @@ void DialogPointAttribute::showNamedValues() {
     QString summary = texts.join(", ");
     if (values.size() > 1)
         summary = QString("%0: %1").arg(QString::number(values.size()), summary);
-    m_ui->editNamedValues->setText(values.empty() ? tr("none") : summary.left(longestSummary));
+    m_ui->editNamedValues->setText(values.empty() ? tr("none", "named values")
+                                                  : summary.left(longestSummary));
     m_ui->editNamedValues->setCursorPosition(0);
 }
 
