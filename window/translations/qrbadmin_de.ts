@@ -851,6 +851,14 @@ bis Transaktion %1</translation>
         <source>A positive number is needed, for example %1.</source>
         <translation>Nötig ist eine positive Zahl, zum Beispiel %1.</translation>
     </message>
+    <message>
+        <source>&amp;Licences ...</source>
+        <translation>&amp;Lizenzen ...</translation>
+    </message>
+    <message>
+        <source>Nodes of the index so far: %1 skipped, %2 taken whole, %3 read point by point</source>
+        <translation>Knoten des Index bisher: %1 übersprungen, %2 als Ganzes genommen, %3 Punkt für Punkt gelesen</translation>
+    </message>
 </context>
 <context>
     <name>tarvo::window::ChangelogPanel</name>
@@ -1755,6 +1763,13 @@ Dauer: %0 ms</translation>
     <message>
         <source>Update cancelled.</source>
         <translation>Änderung abgebrochen.</translation>
+    </message>
+</context>
+<context>
+    <name>tarvo::window::DialogLicences</name>
+    <message>
+        <source>Licences</source>
+        <translation>Lizenzen</translation>
     </message>
 </context>
 <context>
@@ -4542,6 +4557,14 @@ können nicht gelöscht werden.</translation>
     <message>
         <source>There was nothing to release.</source>
         <translation>Es gab nichts freizugeben.</translation>
+    </message>
+    <message>
+        <source>Measuring unused disk space...</source>
+        <translation>Ungenutzter Speicherplatz wird ermittelt...</translation>
+    </message>
+    <message>
+        <source>That releases about %1.</source>
+        <translation>Das gibt etwa %1 frei.</translation>
     </message>
 </context>
 </TS>
