@@ -54,7 +54,7 @@ const std::map<QString, OpenDialog>& allDialogs() {
          [](const SampleWindow& window, Step step) {
              // Opens upon the about box, which stays.
              const Step about = [](QDialog* box) {
-                 ModalScript::press("Licences ...")(box);
+                 ModalScript::press(QObject::tr("&Licences ...").remove('&'))(box);
                  ModalScript::press("OK")(box);
              };
              window.run("actionAbout", {about, std::move(step)});

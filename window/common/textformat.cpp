@@ -5,6 +5,7 @@
 #include "version.h"
 #include "window/common/localnumbers.h"
 
+#include <QLocale>
 #include <QRegularExpression>
 #include <QTextDocument>
 

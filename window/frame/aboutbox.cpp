@@ -52,6 +52,7 @@ void showAboutBox(QWidget* parent, const qrb::Context& context) {
     box.setIconPixmap(QIcon(":/resources/logo.png").pixmap(64, 64));
     const QPushButton* licences =
         box.addButton(QObject::tr("&Licences ..."), QMessageBox::ActionRole);
+    box.setEscapeButton(QMessageBox::Ok);
     licences->disconnect();  // or it would close the box
     QObject::connect(licences, &QPushButton::clicked, &box,
                      [&box] { DialogLicences(&box).exec(); });
