@@ -35,7 +35,7 @@ database=$work/autzen.qrbx
 "$bin/qrbtool" changelog "$database" append 'Ground was checked by hand.'
 "$bin/qrbadmin" --window=0,0,1000,640 "$database" &
 program=$!
-window=$(xdotool search --sync --onlyvisible --name '^qrbadmin$' | head -1)
+window=$(xdotool search --sync --onlyvisible --name '^autzen.*qrbadmin$' | head -1)
 xdotool windowfocus "$window"
 sleep 1
 
