@@ -93,6 +93,7 @@ MetaDataPanel::MetaDataPanel(const DatabaseSession& session, QWidget* parent)
     useListKeys(m_ui->treeMetaData, m_ui->actionMetaDataEdit, m_ui->actionMetaDataRemove);
     alignNumberHeaders(m_ui->treeMetaData, {ITEM_SIZE});
     m_headerMemory = new HeaderMemory(m_ui->treeMetaData, m_ui->treeMetaData->objectName());
+    m_headerMemory->keepColumnOrder();
     on_treeMetaData_itemSelectionChanged();
 }
 

@@ -88,6 +88,7 @@ PointAttributesPanel::PointAttributesPanel(const DatabaseSession& session, QWidg
     readGroupStates();
     m_headerMemory =
         new HeaderMemory(m_ui->treePointAttributes, m_ui->treePointAttributes->objectName());
+    m_headerMemory->keepColumnOrder();
     m_ui->treePointAttributes->header()->setSectionsClickable(true);
     connect(m_ui->treePointAttributes->header(), &QHeaderView::sectionClicked, this,
             &PointAttributesPanel::onTreePointAttributesColumnClicked);
