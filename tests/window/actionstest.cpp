@@ -86,6 +86,8 @@ const Expected actions[] = {
     {"actionQuerySelectCopyFilter", "Copy a filter of the rows", "", "", "qr"},
     {"actionQuerySelectFind", "Find", "Ctrl+F", "", "qr"},
     {"actionQuerySelectCount", "Count", "F4", "count", open},
+    {"actionMetaDataFind", "Find", "", "", open},
+    {"actionPointAttributeFind", "Find", "", "", open},
     {"actionQuerySelectCopyColumn", "Copy column", "", "", "qr"},
     {"actionQuerySelectCopyCellFilter", "Copy a filter of the value", "", "", "qr"},
     {"actionPointNames", "Show names of values", "", "", always},

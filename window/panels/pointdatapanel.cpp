@@ -69,7 +69,7 @@ PointDataPanel::PointDataPanel(const DatabaseSession& session, QWidget* parent)
     m_ui->treePointData->setSortingEnabled(true);
     // Line edits copy by the same keys.
     m_ui->actionQuerySelectCopy->setShortcutContext(Qt::WidgetShortcut);
-    m_findBar = new FindBar(m_ui->treePointData, this);
+    m_findBar = new FindBar(m_ui->treePointData, tr("find in the points shown"), this);
     auto* layout = qobject_cast<QBoxLayout*>(this->layout());
     layout->insertWidget(layout->indexOf(m_ui->splitterPointData) + 1, m_findBar);
     m_ui->splitterPointData->setStretchFactor(0, 5);

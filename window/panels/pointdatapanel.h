@@ -45,8 +45,7 @@ public:
     QString filterText() const;
     QString nodesText() const;
 
-    // For the window, which makes its shortcut work in every tab.
-    QAction* findAction() const;
+    QAction* findAction() const override;
     QAction* runAction() const;
     QAction* cancelAction() const;
 
