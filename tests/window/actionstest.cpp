@@ -81,6 +81,7 @@ const Expected actions[] = {
     {"actionDatabaseFileCopyFolder", "Copy folder path", "", "", open},
     {"actionDatabaseFileLocateFile", "Locate file...", "", "", open},
     {"actionQuerySelectMore", "Next 1,000", "Shift+F3", "", open},
+    {"actionQuerySelectAll", "All", "Ctrl+F3", "", open},
     {"actionQuerySelectCopy", "Copy rows", "Ctrl+C", "", "qr"},
     {"actionQuerySelectCopyCsv", "Copy rows as CSV", "", "", "qr"},
     {"actionQuerySelectCopyFilter", "Copy a filter of the rows", "", "", "qr"},
