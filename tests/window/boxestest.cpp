@@ -229,7 +229,7 @@ void BoxesTest::findBarFindsLettersOfBothCases() {
     QTreeWidget tree;
     new QTreeWidgetItem(&tree, {"one"});
     new QTreeWidgetItem(&tree, {"Nan"});
-    FindBar bar(&tree, nullptr);
+    FindBar bar(&tree, {}, nullptr);
     bar.open();
     in<QLineEdit>(&bar, "editFind")->setText("nAN");
     QCOMPARE(in<QLabel>(&bar, "labelFind")->text(), "1 of 1");

@@ -4,6 +4,7 @@
 #include "window/app/qrbadminapplication.h"
 #include "window/app/startup.h"
 #include "window/common/appearance.h"
+#include "window/common/dialogroom.h"
 #include "window/common/programsettings.h"
 #include "window/dialogs/importadvice.h"
 #include "window/frame/mainwindow.h"
@@ -33,6 +34,7 @@ int runGuiTest(int argc, char* argv[], const std::function<QObject*()>& make) {
     setAdvice();
     applyTheme();
     applyStyleSheet();
+    keepDialogsOnScreen();
     const std::unique_ptr<QObject> test(make());
     return QTest::qExec(test.get(), argc, argv);
 }

@@ -27,6 +27,7 @@ private slots:
     void cleanup() { m_window.reset(); }
 
     void counterTellsWhatIsShownOfHowMany();
+    void allRowsThatAreLeftAreRead();
     void stoppedAndFailedQueriesPromiseNoMore();
     void selectedRowsAreCopiedAsTextAndAsAFilter();
     void nodesWithoutPointsShowWhatLiesBelow();
@@ -71,7 +72,7 @@ void PointRowsTest::init() {
 }
 
 void PointRowsTest::counterTellsWhatIsShownOfHowMany() {
-    const QString more = " (more with F3, 1,000 more with Shift+F3)";
+    const QString more = " (more with F3, 1,000 more with Shift+F3, all with Ctrl+F3)";
     QCOMPARE(counter(), "");
     run("actionQuerySelectNext");
     QCOMPARE(counter(), QString::fromUtf8("1–100 of 600") + more);
@@ -91,6 +92,26 @@ void PointRowsTest::counterTellsWhatIsShownOfHowMany() {
     QCOMPARE(counter(), QString::fromUtf8("1–150 of 150"));
     // What comes is what one sees.
     QVERIFY(table()->visualItemRect(table()->topLevelItem(100)).top() < 40);
+}
+
+void PointRowsTest::allRowsThatAreLeftAreRead() {
+    m_window->press(QKeySequence("Ctrl+F3"));
+    QTRY_COMPARE(counter(), QString::fromUtf8("1–600 of 600"));
+    m_window->press(QKeySequence("Ctrl+F3"));
+    QCOMPARE(m_window->child<QStatusBar>("statusBar")->currentMessage(), "All points are shown.");
+    // A query that runs goes on, in the order that was clicked.
+    setFilter("tarvo.id <= 250");
+    run("actionQuerySelectNext");
+    table()->sortByColumn(0, Qt::DescendingOrder);
+    run("actionQuerySelectAll");
+    QCOMPARE(counter(), QString::fromUtf8("1–250 of 250"));
+    QCOMPARE(table()->topLevelItem(0)->text(0), "250");
+    QCOMPARE(table()->topLevelItem(249)->text(0), "1");
+    setFilter("tarvo.id <");
+    run("actionQuerySelectAll", {ModalScript::press("OK")});
+    QCOMPARE(table()->topLevelItemCount(), 250);
+    setFilter("tarvo.id < 0");
+    run("actionQuerySelectAll", {ModalScript::press("OK")});
 }
 
 void PointRowsTest::stoppedAndFailedQueriesPromiseNoMore() {

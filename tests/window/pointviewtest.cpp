@@ -72,18 +72,7 @@ private:
         QTest::mouseClick(tree->viewport(), Qt::LeftButton, modifiers, cell.center());
         QCOMPARE(tree->currentColumn(), column);
     }
-    // Drags in the header of the points, from one place to another.
-    void drag(int from, int to) {
-        QWidget* header = table()->header()->viewport();
-        const int y = header->height() / 2;
-        QTest::mousePress(header, Qt::LeftButton, {}, {from, y});
-        for (const int x : {from + (to - from) / 2, to}) {
-            QMouseEvent move(QEvent::MouseMove, QPointF(x, y), header->mapToGlobal(QPointF(x, y)),
-                             Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-            QApplication::sendEvent(header, &move);
-        }
-        QTest::mouseRelease(header, Qt::LeftButton, {}, {to, y});
-    }
+    void drag(int from, int to) { dragInHeader(table()->header(), from, to); }
     int middle(const QString& name) {
         const auto* header = table()->header();
         return header->sectionViewportPosition(column(name)) +

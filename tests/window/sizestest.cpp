@@ -1,5 +1,6 @@
 // With a large font nothing is cut: in every tab and dialog labels and buttons have the room that
-// they ask for. CTest runs this again under another scale of the screen.
+// they ask for, and dialogs stay on the screen with their buttons. CTest runs this again under
+// other scales of the screen.
 
 #include "qrb/loader.h"
 #include "tests/window/alldialogs.h"
@@ -8,6 +9,7 @@
 
 #include <QAbstractButton>
 #include <QLabel>
+#include <QLayout>
 #include <QScreen>
 #include <QTabBar>
 #include <QTabWidget>
@@ -35,6 +37,22 @@ bool isCut(const QWidget* widget) {
     return widget->width() + 1 < wanted.width() || widget->height() + 1 < wanted.height();
 }
 
+// Of the application, while this lives.
+class LargeFont {
+public:
+    explicit LargeFont(double points) : m_before(QApplication::font()) {
+        QFont large = m_before;
+        large.setPointSizeF(points);
+        QApplication::setFont(large);
+    }
+    ~LargeFont() { QApplication::setFont(m_before); }
+    LargeFont(const LargeFont&) = delete;
+    LargeFont& operator=(const LargeFont&) = delete;
+
+private:
+    QFont m_before;
+};
+
 QStringList cutParts(const QWidget* window, const QString& name) {
     QStringList cut;
     for (const QWidget* widget : window->findChildren<QWidget*>())
@@ -59,6 +77,8 @@ private slots:
 
     void nothingIsCut_data();
     void nothingIsCut();
+    void dialogsStayOnTheScreen_data() { nothingIsCut_data(); }
+    void dialogsStayOnTheScreen();
 
 private:
     std::unique_ptr<SampleDatabase> m_sample;
@@ -71,17 +91,15 @@ void SizesTest::initTestCase() {
 }
 
 void SizesTest::nothingIsCut_data() {
-    QTest::addColumn<double>("factor");
-    for (const double factor : {1.0, 1.5, 2.0})
-        QTest::newRow(qPrintable(QString::number(factor))) << factor;
+    QTest::addColumn<double>("points");
+    const double usual = QApplication::font().pointSizeF();
+    for (const double points : {usual, usual * 1.5, 16.0, usual * 2})
+        QTest::newRow(qPrintable(QString("%1 pt").arg(points))) << points;
 }
 
 void SizesTest::nothingIsCut() {
-    QFETCH(double, factor);
-    const QFont before = QApplication::font();
-    QFont large = before;
-    large.setPointSizeF(before.pointSizeF() * factor);
-    QApplication::setFont(large);
+    QFETCH(double, points);
+    const LargeFont font(points);
     QStringList cut;
     {
         const SampleWindow window(m_sample->copy());
@@ -100,8 +118,32 @@ void SizesTest::nothingIsCut() {
             dialog->reject();
         });
     }
-    QApplication::setFont(before);
     QVERIFY2(cut.isEmpty(), qUtf8Printable(cut.join('\n')));
+}
+
+void SizesTest::dialogsStayOnTheScreen() {
+    QFETCH(double, points);
+    const LargeFont font(points);
+    QStringList faults;
+    for (const auto& [group, open] : allDialogs()) {
+        const SampleWindow window(m_sample->copy());
+        open(window, [&faults, name = group](QDialog* dialog) {
+            // The last row can be seen as a whole, without scrolling.
+            const auto* buttons = dialog->layout()->itemAt(dialog->layout()->count() - 1);
+            const QMargins margins = dialog->layout()->contentsMargins();
+            // Buttons with very large letters may need more than there is.
+            const QSize room = dialog->screen()->availableSize().expandedTo(
+                {buttons->minimumSize().width() + margins.left() + margins.right(), 0});
+            if (dialog->width() > room.width() || dialog->height() > room.height())
+                faults +=
+                    QString("%1 has %2 x %3").arg(name).arg(dialog->width()).arg(dialog->height());
+            if (!dialog->rect().contains(buttons->geometry()) ||
+                buttons->geometry().height() < buttons->minimumSize().height())
+                faults += name + ": its buttons are cut";
+            dialog->reject();
+        });
+    }
+    QVERIFY2(faults.isEmpty(), qUtf8Printable(faults.join('\n')));
 }
 
 GUI_TEST_MAIN(SizesTest)

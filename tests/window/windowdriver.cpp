@@ -3,9 +3,12 @@
 #include <QAbstractButton>
 #include <QAccessible>
 #include <QAction>
+#include <QApplication>
 #include <QComboBox>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QSpinBox>
 #include <QTabWidget>
@@ -50,6 +53,18 @@ QTreeWidgetItem* WindowDriver::select(const char* tree, const QString& text, boo
     QTest::mouseClick(list->viewport(), Qt::LeftButton, add ? Qt::ControlModifier : Qt::NoModifier,
                       seen.center());
     return found.first();
+}
+
+void dragInHeader(QHeaderView* header, int from, int to) {
+    QWidget* viewport = header->viewport();
+    const int y = viewport->height() / 2;
+    QTest::mousePress(viewport, Qt::LeftButton, {}, {from, y});
+    for (const int x : {from + (to - from) / 2, to}) {
+        QMouseEvent move(QEvent::MouseMove, QPointF(x, y), viewport->mapToGlobal(QPointF(x, y)),
+                         Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(viewport, &move);
+    }
+    QTest::mouseRelease(viewport, Qt::LeftButton, {}, {to, y});
 }
 
 QStringList namelessControls(QWidget* parent) {

@@ -9,6 +9,7 @@
 #include <QWidget>
 #include <vector>
 
+class QHeaderView;
 class QTreeWidgetItem;
 
 // The child of this name; ends the program where there is none.
@@ -40,6 +41,8 @@ private:
     tarvo::window::MainWindow& m_window;
 };
 
+// Drags in a header, from one place to another.
+void dragInHeader(QHeaderView* header, int from, int to);
 // Controls that a screen reader can't name.
 QStringList namelessControls(QWidget* parent);
 // Alt keys that lead to several of the visible controls.

@@ -2,6 +2,7 @@
 #include "window/app/qrbadminapplication.h"
 #include "window/app/startup.h"
 #include "window/common/appearance.h"
+#include "window/common/dialogroom.h"
 #include "window/common/messageboxes.h"
 #include "window/common/programsettings.h"
 #include "window/dialogs/importadvice.h"
@@ -51,5 +52,6 @@ int main(int argc, char* argv[]) {
     QAccessible::installUpdateHandler([](QAccessibleEvent*) {});
     applyTheme();
     applyStyleSheet();
+    keepDialogsOnScreen();
     return runWindows();
 }

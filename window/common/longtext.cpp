@@ -1,22 +1,18 @@
 #include "window/common/longtext.h"
 
 #include "window/common/aside.h"
+#include "window/common/stepdialog.h"
 
-#include <QApplication>
-#include <QElapsedTimer>
 #include <QPlainTextEdit>
-#include <QProgressDialog>
 #include <QSignalBlocker>
 #include <QTextCursor>
 #include <algorithm>
-#include <limits>
 
 namespace tarvo::window {
 
 namespace {
 
 constexpr qsizetype pieceSize = 32 << 10;  // characters that take a few milliseconds
-constexpr int dialogAfter = 500;           // milliseconds
 
 // Behind a line's end where there is one.
 qsizetype endOfPiece(const QString& text, qsizetype begin) {
@@ -26,26 +22,12 @@ qsizetype endOfPiece(const QString& text, qsizetype begin) {
 }
 
 void append(QPlainTextEdit* pane, const QString& text) {
-    QProgressDialog dialog(QObject::tr("Showing the text..."), QObject::tr("Cancel"), 0, 100,
-                           pane->window());
-    dialog.setWindowModality(Qt::WindowModal);
-    dialog.setWindowTitle("qrbadmin");
-    dialog.setAutoClose(false);
-    dialog.setAutoReset(false);
-    dialog.setMinimumDuration(std::numeric_limits<int>::max());
-    QElapsedTimer elapsed;
-    elapsed.start();
+    StepDialog dialog(pane, QObject::tr("Showing the text..."));
     QTextCursor cursor(pane->document());
     for (qsizetype begin = 0, end = 0; begin < text.size(); begin = end) {
         end = endOfPiece(text, begin);
         cursor.insertText(text.mid(begin, end - begin));
-        if (elapsed.elapsed() > dialogAfter && !dialog.isVisible())
-            dialog.show();
-        if (dialog.isVisible())
-            dialog.setValue(static_cast<int>(end * 100 / text.size()));
-        QApplication::processEvents(dialog.isVisible() ? QEventLoop::AllEvents
-                                                       : QEventLoop::ExcludeUserInputEvents);
-        if (dialog.wasCanceled())
+        if (!dialog.goesOn(static_cast<double>(end) / static_cast<double>(text.size())))
             throw Cancelled();
     }
 }

@@ -78,6 +78,22 @@ bool ask(QWidget* parent, const QString& question, QMessageBox::StandardButton a
     return box.exec() == QMessageBox::Yes;
 }
 
+// isDefault: whether Return says the action, else Cancel.
+bool askToDo(QWidget* parent, const QString& question, const QString& action, bool isDefault) {
+    QMessageBox box(QMessageBox::Question, QObject::tr("Confirmation"), QString(),
+                    QMessageBox::Cancel, parent);
+    box.setTextFormat(Qt::PlainText);
+    box.setText(question);
+    QPushButton* const doing = box.addButton(action, QMessageBox::AcceptRole);
+    if (isDefault)
+        box.setDefaultButton(doing);
+    else
+        box.setDefaultButton(QMessageBox::Cancel);
+    box.setEscapeButton(QMessageBox::Cancel);
+    box.exec();
+    return box.clickedButton() == doing;
+}
+
 }  // namespace
 
 void showError(QWidget* parent, const QString& text, const QString& details) {
@@ -104,20 +120,16 @@ bool confirmed(QWidget* parent, const QString& question) {
     return ask(parent, question, QMessageBox::Yes);
 }
 
+bool confirmed(QWidget* parent, const QString& question, const QString& action) {
+    return askToDo(parent, question, action, true);
+}
+
 bool lossConfirmed(QWidget* parent, const QString& question) {
     return ask(parent, question, QMessageBox::No);
 }
 
 bool lossConfirmed(QWidget* parent, const QString& question, const QString& action) {
-    QMessageBox box(QMessageBox::Question, QObject::tr("Confirmation"), QString(),
-                    QMessageBox::Cancel, parent);
-    box.setTextFormat(Qt::PlainText);
-    box.setText(question);
-    const QPushButton* const doing = box.addButton(action, QMessageBox::AcceptRole);
-    box.setDefaultButton(QMessageBox::Cancel);
-    box.setEscapeButton(QMessageBox::Cancel);
-    box.exec();
-    return box.clickedButton() == doing;
+    return askToDo(parent, question, action, false);
 }
 
 }  // namespace tarvo::window

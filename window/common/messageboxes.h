@@ -18,6 +18,8 @@ void showInformation(QWidget* parent, const QString& text, const QString& detail
 void showUnbrokenInformation(QWidget* parent, const QString& text);
 // A question titled "Confirmation"; true on Yes.
 bool confirmed(QWidget* parent, const QString& question);
+// The same with a button of this text in place of Yes, and Cancel in place of No.
+bool confirmed(QWidget* parent, const QString& question, const QString& action);
 // The same where Yes loses something: Return says No.
 bool lossConfirmed(QWidget* parent, const QString& question);
 // The same with a button of this text in place of Yes, and Cancel in place of No.

@@ -78,6 +78,8 @@ MainWindow::MainWindow(const QString& textFileName) : m_ui(std::make_unique<Ui::
     createPluginMenu();
     m_ui->tabWidget->setCurrentWidget(m_ui->tabDatabase);
     addAction(m_pointData->findAction());
+    connect(m_ui->tabWidget, &QTabWidget::currentChanged, this, &MainWindow::giveFindKey);
+    giveFindKey();
     refreshPanels();
     restoreWindowGeometry();
 
@@ -181,6 +183,18 @@ void MainWindow::restoreTab() {
         if (m_ui->tabWidget->currentWidget() == m_ui->tabDatabase &&
             m_ui->tabWidget->widget(i)->objectName() == name)
             m_ui->tabWidget->setCurrentIndex(i);
+}
+
+// Finds in the tab that is shown, where that can find, else in the points.
+void MainWindow::giveFindKey() {
+    QAction* finding = m_pointData->findAction();
+    for (const Panel* panel : m_panels)
+        if (panel->parentWidget() == m_ui->tabWidget->currentWidget() && panel->findAction())
+            finding = panel->findAction();
+    // Two actions with one key would both be dead.
+    for (const Panel* panel : m_panels)
+        if (QAction* action = panel->findAction())
+            action->setShortcut(action == finding ? QKeySequence("Ctrl+F") : QKeySequence());
 }
 
 void MainWindow::refreshPanels() {

@@ -92,6 +92,7 @@ private:
     void createPluginMenu();
     void restoreWindowGeometry();
     void restoreTab();
+    void giveFindKey();
 
     void replaceDatabase(const QString& fileName, const qrb::pointcloud::OpenSettings& settings);
     void tryToOpen(const QString& fileName, const qrb::pointcloud::OpenSettings& settings);

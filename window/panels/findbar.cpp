@@ -7,9 +7,11 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPersistentModelIndex>
+#include <QShortcut>
 #include <QStyledItemDelegate>
 #include <QToolButton>
 #include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
 #include <algorithm>
 
 namespace tarvo::window {
@@ -29,9 +31,22 @@ protected:
     }
 };
 
-FindBar::FindBar(QTreeWidget* tree, QWidget* parent)
+namespace {
+
+// Those of collapsed groups, too.
+std::vector<QTreeWidgetItem*> rowsOf(QTreeWidget* tree) {
+    std::vector<QTreeWidgetItem*> rows;
+    for (QTreeWidgetItemIterator row(tree); *row; ++row)
+        rows.push_back(*row);
+    return rows;
+}
+
+}  // namespace
+
+FindBar::FindBar(QTreeWidget* tree, const QString& hint, QWidget* parent, const QString& suffix)
     : QWidget(parent),
       m_tree(tree),
+      m_suffix(suffix),
       m_mark(new FoundCell(tree)),
       m_text(new QLineEdit(this)),
       m_count(new QLabel(this)) {
@@ -42,17 +57,17 @@ FindBar::FindBar(QTreeWidget* tree, QWidget* parent)
                 if (!selected.isEmpty())
                     mark({});
             });
-    setObjectName("findBar");
+    setObjectName("findBar" + suffix);
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(4);
-    m_text->setObjectName("editFind");
-    m_text->setPlaceholderText(tr("find in the points shown"));
+    m_text->setObjectName("editFind" + suffix);
+    m_text->setPlaceholderText(hint);
     m_text->setAccessibleName(tr("Text to find"));
     m_text->setClearButtonEnabled(true);
     m_text->installEventFilter(this);
     layout->addWidget(m_text, 1);
-    m_count->setObjectName("labelFind");
+    m_count->setObjectName("labelFind" + suffix);
     m_count->setMinimumWidth(m_count->fontMetrics().horizontalAdvance(tr("0000 of 0000")));
     layout->addWidget(m_count);
     connect(addButton("buttonFindPrevious", "go-up", tr("Previous hit [Shift+F3]")),
@@ -73,7 +88,7 @@ FindBar::FindBar(QTreeWidget* tree, QWidget* parent)
 
 QToolButton* FindBar::addButton(const QString& name, const QString& icon, const QString& toolTip) {
     auto* button = new QToolButton(this);
-    button->setObjectName(name);
+    button->setObjectName(name + m_suffix);
     button->setIcon(QIcon(":/resources/gui/" + icon + ".png"));
     button->setToolTip(toolTip);
     button->setAccessibleName(toolTip);
@@ -82,8 +97,23 @@ QToolButton* FindBar::addButton(const QString& name, const QString& icon, const 
     return button;
 }
 
+void FindBar::serveList() {
+    const auto use = [this](const QKeySequence& key, void (FindBar::*step)()) {
+        auto* shortcut = new QShortcut(key, parentWidget());
+        shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+        shortcut->setEnabled(false);
+        connect(shortcut, &QShortcut::activated, this, step);
+        m_listKeys.push_back(shortcut);
+    };
+    use(QKeySequence("F3"), &FindBar::next);
+    use(QKeySequence("Shift+F3"), &FindBar::previous);
+    use(QKeySequence("Esc"), &FindBar::dismiss);
+}
+
 void FindBar::open() {
     setVisible(true);
+    for (QShortcut* key : m_listKeys)
+        key->setEnabled(true);
     m_text->selectAll();
     m_text->setFocus();
     search();
@@ -96,6 +126,10 @@ void FindBar::mark(const QModelIndex& hit) {
 
 void FindBar::dismiss() {
     hide();
+    for (QShortcut* key : m_listKeys)
+        key->setEnabled(false);
+    if (m_mark->cell.isValid() && !m_listKeys.empty())
+        m_tree->setCurrentIndex(m_mark->cell);
     mark({});
     m_tree->setFocus();
 }
@@ -109,25 +143,32 @@ void FindBar::search() {
     mark({});
     m_hits.clear();
     const QString text = m_text->text();
-    if (!text.isEmpty())
-        for (int row = 0; row < m_tree->topLevelItemCount(); ++row)
+    if (!text.isEmpty()) {
+        int number = 0;
+        for (const QTreeWidgetItem* row : rowsOf(m_tree)) {
             for (int column = 0; column < m_tree->columnCount(); ++column)
                 if (!m_tree->isColumnHidden(column) &&
-                    m_tree->topLevelItem(row)->text(column).contains(text, Qt::CaseInsensitive))
-                    m_hits.push_back({row, column});
+                    row->text(column).contains(text, Qt::CaseInsensitive))
+                    m_hits.push_back({number, column});
+            ++number;
+        }
+    }
     updateCount();
 }
 
 FindBar::Hit FindBar::current() const {
     const QTreeWidgetItem* item = m_tree->currentItem();
-    return item ? Hit{m_tree->indexOfTopLevelItem(const_cast<QTreeWidgetItem*>(item)),
-                      std::max(m_tree->currentColumn(), 0)}
-                : Hit{-1, 0};
+    if (!item)
+        return {-1, 0};
+    const auto rows = rowsOf(m_tree);
+    const auto at = std::find(rows.begin(), rows.end(), item);
+    return {static_cast<int>(at - rows.begin()), std::max(m_tree->currentColumn(), 0)};
 }
 
 void FindBar::show(std::size_t hit) {
     m_tree->clearSelection();
-    m_tree->setCurrentItem(m_tree->topLevelItem(m_hits[hit].row), m_hits[hit].column,
+    const auto row = static_cast<std::size_t>(m_hits[hit].row);
+    m_tree->setCurrentItem(rowsOf(m_tree).at(row), m_hits[hit].column,
                            QItemSelectionModel::NoUpdate);
     m_tree->scrollTo(m_tree->currentIndex());
     mark(m_tree->currentIndex());

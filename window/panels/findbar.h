@@ -1,5 +1,5 @@
-// A bar that finds a text in the cells of a tree's top-level rows: as it is typed, with a count of
-// the hits and buttons to go through them.
+// A bar that finds a text in the cells of a tree: as it is typed, with a count of the hits and
+// buttons to go through them.
 #pragma once
 
 #include <QString>
@@ -8,6 +8,7 @@
 
 class QLabel;
 class QLineEdit;
+class QShortcut;
 class QToolButton;
 class QTreeWidget;
 
@@ -19,8 +20,13 @@ class FindBar : public QWidget {
     Q_OBJECT
 
 public:
-    // The tree must outlive the bar, which starts hidden.
-    FindBar(QTreeWidget* tree, QWidget* parent);
+    // The tree must outlive the bar, which starts hidden. hint: where it finds, in the empty line;
+    // suffix: of the names of its parts, which are unique in the program.
+    FindBar(QTreeWidget* tree, const QString& hint, QWidget* parent, const QString& suffix = {});
+
+    // For a list to whose panel F3 and Esc mean nothing else: while the bar is shown they work in all
+    // of the panel, the bar's parent, and the row that was found is selected when the bar closes.
+    void serveList();
 
     // Shows the bar and puts the keyboard into it.
     void open();
@@ -37,7 +43,7 @@ protected:
 
 private:
     struct Hit {
-        int row;
+        int row;  // of all rows, from top to bottom
         int column;
         bool operator<(const Hit& other) const {
             return row != other.row ? row < other.row : column < other.column;
@@ -53,6 +59,8 @@ private:
     void mark(const QModelIndex& hit);
 
     QTreeWidget* m_tree;
+    const QString m_suffix;
+    std::vector<QShortcut*> m_listKeys;
     FoundCell* m_mark;
     QLineEdit* m_text;
     QLabel* m_count;

@@ -10,10 +10,12 @@
 #include "window/common/theme.h"
 #include "window/dialogs/dialogmetadata.h"
 #include "window/dialogs/dialogmetadatasignature.h"
+#include "window/panels/findbar.h"
 #include "window/widgets/headermemory.h"
 #include "window/widgets/listkeys.h"
 #include "window/widgets/numerictreewidgetitem.h"
 
+#include <QBoxLayout>
 #include <QFileDialog>
 #include <algorithm>
 
@@ -93,10 +95,23 @@ MetaDataPanel::MetaDataPanel(const DatabaseSession& session, QWidget* parent)
     useListKeys(m_ui->treeMetaData, m_ui->actionMetaDataEdit, m_ui->actionMetaDataRemove);
     alignNumberHeaders(m_ui->treeMetaData, {ITEM_SIZE});
     m_headerMemory = new HeaderMemory(m_ui->treeMetaData, m_ui->treeMetaData->objectName());
+    m_headerMemory->keepColumnOrder();
+    m_findBar =
+        new FindBar(m_ui->treeMetaData, tr("find in the metadata items"), this, "MetaData");
+    m_findBar->serveList();
+    m_ui->layoutPanel->insertWidget(m_ui->layoutPanel->indexOf(m_ui->treeMetaData) + 1, m_findBar);
     on_treeMetaData_itemSelectionChanged();
 }
 
 MetaDataPanel::~MetaDataPanel() = default;
+
+QAction* MetaDataPanel::findAction() const {
+    return m_ui->actionMetaDataFind;
+}
+
+void MetaDataPanel::on_actionMetaDataFind_triggered() {
+    m_findBar->open();
+}
 
 void MetaDataPanel::refresh() {
     auto* tree = m_ui->treeMetaData;
@@ -105,6 +120,7 @@ void MetaDataPanel::refresh() {
         selected += row->data(ITEM_NAME, nameRole).toString();
     tree->clear();
     m_ui->labelMetaData->clear();
+    m_findBar->refresh();
     on_treeMetaData_itemSelectionChanged();
     if (!database())
         return;
@@ -120,6 +136,7 @@ void MetaDataPanel::refresh() {
     for (int row = 0; row < tree->topLevelItemCount(); ++row)
         if (selected.contains(tree->topLevelItem(row)->data(ITEM_NAME, nameRole).toString()))
             tree->topLevelItem(row)->setSelected(true);
+    m_findBar->refresh();
     m_ui->labelMetaData->setText(tr("Meta data items: %1").arg(tree->topLevelItemCount()));
 }
 
@@ -166,6 +183,7 @@ void MetaDataPanel::on_treeMetaData_itemSelectionChanged() {
     m_ui->actionMetaDataExport->setEnabled(selected > 0);
     m_ui->actionMetaDataSignature->setEnabled(selected == 1);
     m_ui->actionMetaDataImport->setEnabled(database() != nullptr);
+    m_ui->actionMetaDataFind->setEnabled(database() != nullptr);
 }
 
 std::vector<std::string> MetaDataPanel::selectedItems() const {

@@ -11,6 +11,7 @@ class QTreeWidgetItem;
 
 namespace tarvo::window {
 
+class FindBar;
 class HeaderMemory;
 
 namespace Ui {
@@ -25,6 +26,7 @@ public:
     ~MetaDataPanel() override;
 
     void refresh() override;
+    QAction* findAction() const override;
 
 protected:
     void changeEvent(QEvent* event) override;
@@ -35,6 +37,7 @@ private slots:
     void on_actionMetaDataAdd_triggered();
     void on_actionMetaDataEdit_triggered();
     void on_actionMetaDataRemove_triggered();
+    void on_actionMetaDataFind_triggered();
     void on_actionMetaDataSignature_triggered();
     void on_actionMetaDataExport_triggered();
     void on_actionMetaDataImport_triggered();
@@ -51,6 +54,7 @@ private:
 
     std::unique_ptr<Ui::MetaDataPanel> m_ui;
     HeaderMemory* m_headerMemory = nullptr;
+    FindBar* m_findBar = nullptr;
 };
 
 }  // namespace tarvo::window

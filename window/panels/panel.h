@@ -12,6 +12,8 @@
 #include <QWidget>
 #include <functional>
 
+class QAction;
+
 namespace tarvo::window {
 
 class Panel : public QWidget {
@@ -23,6 +25,8 @@ public:
     // Shows the session's database anew; clears the panel while none is open. Throws
     // qrb::Error.
     virtual void refresh() = 0;
+    // Opens the panel's find bar; null: it has none. The key is the window's to give.
+    virtual QAction* findAction() const { return nullptr; }
 
 signals:
     // The panel changed the database, so that every panel has to be refreshed.

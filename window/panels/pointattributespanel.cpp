@@ -7,10 +7,12 @@
 #include "window/common/programsettings.h"
 #include "window/common/textformat.h"
 #include "window/dialogs/attribute/dialogpointattribute.h"
+#include "window/panels/findbar.h"
 #include "window/widgets/headermemory.h"
 #include "window/widgets/listkeys.h"
 #include "window/widgets/numerictreewidgetitem.h"
 
+#include <QBoxLayout>
 #include <QHeaderView>
 #include <algorithm>
 #include <tuple>
@@ -88,19 +90,34 @@ PointAttributesPanel::PointAttributesPanel(const DatabaseSession& session, QWidg
     readGroupStates();
     m_headerMemory =
         new HeaderMemory(m_ui->treePointAttributes, m_ui->treePointAttributes->objectName());
+    m_headerMemory->keepColumnOrder();
     m_ui->treePointAttributes->header()->setSectionsClickable(true);
     connect(m_ui->treePointAttributes->header(), &QHeaderView::sectionClicked, this,
             &PointAttributesPanel::onTreePointAttributesColumnClicked);
+    m_findBar = new FindBar(m_ui->treePointAttributes, tr("find in the point attributes"), this,
+                            "PointAttributes");
+    m_findBar->serveList();
+    m_ui->layoutPanel->insertWidget(m_ui->layoutPanel->indexOf(m_ui->treePointAttributes) + 1,
+                                    m_findBar);
     on_treePointAttributes_itemSelectionChanged();
 }
 
 PointAttributesPanel::~PointAttributesPanel() = default;
+
+QAction* PointAttributesPanel::findAction() const {
+    return m_ui->actionPointAttributeFind;
+}
+
+void PointAttributesPanel::on_actionPointAttributeFind_triggered() {
+    m_findBar->open();
+}
 
 void PointAttributesPanel::refresh() {
     auto* tree = m_ui->treePointAttributes;
     const auto selected = selectedAttributes();
     tree->clear();
     m_ui->labelPointAttributes->clear();
+    m_findBar->refresh();
     on_treePointAttributes_itemSelectionChanged();
     if (!database())
         return;
@@ -133,6 +150,7 @@ void PointAttributesPanel::refresh() {
         tr("Point attributes: %1, Primary point attribute: %2")
             .arg(QString::number(names.size()), QString::fromStdString(primary)));
     selectAttributes(selected);
+    m_findBar->refresh();
 }
 
 QTreeWidgetItem* PointAttributesPanel::groupRow(const QString& name) {
@@ -219,6 +237,7 @@ void PointAttributesPanel::on_treePointAttributes_itemSelectionChanged() {
     m_ui->actionPointAttributeAdd->setEnabled(database() != nullptr);
     m_ui->actionPointAttributeEdit->setEnabled(names.size() == 1);
     m_ui->actionPointAttributeRemove->setEnabled(!names.empty());
+    m_ui->actionPointAttributeFind->setEnabled(database() != nullptr);
 }
 
 // On a group the double click has its usual meaning, to expand or collapse it.

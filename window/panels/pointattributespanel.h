@@ -13,6 +13,7 @@ class QTreeWidgetItem;
 
 namespace tarvo::window {
 
+class FindBar;
 class HeaderMemory;
 
 namespace Ui {
@@ -27,6 +28,7 @@ public:
     ~PointAttributesPanel() override;
 
     void refresh() override;
+    QAction* findAction() const override;
 
 private slots:
     void on_treePointAttributes_itemExpanded(QTreeWidgetItem* item);
@@ -36,6 +38,7 @@ private slots:
     void on_actionPointAttributeAdd_triggered();
     void on_actionPointAttributeEdit_triggered();
     void on_actionPointAttributeRemove_triggered();
+    void on_actionPointAttributeFind_triggered();
     void onTreePointAttributesColumnClicked(int column);
 
 private:
@@ -57,6 +60,7 @@ private:
 
     std::unique_ptr<Ui::PointAttributesPanel> m_ui;
     HeaderMemory* m_headerMemory = nullptr;
+    FindBar* m_findBar = nullptr;
     QMap<QString, bool> m_groupExpanded;  // by group name; without an entry: expanded
 };
 

@@ -26,6 +26,7 @@
 #include <QLocale>
 #include <QScopedValueRollback>
 #include <QSplitter>
+#include <QThreadPool>
 #include <algorithm>
 #include <limits>
 #include <set>
@@ -47,8 +48,9 @@ QString countText(quint64 count) {
 
 // What a query's way through the index was.
 QString wayOf(const qrb::pointcloud::NodesPassed& nodes) {
-    return QObject::tr("Nodes of the index so far: %1 skipped, %2 taken whole, %3 read point by "
-                       "point")
+    return QObject::tr(
+               "Nodes of the index so far: %1 skipped, %2 taken whole, %3 read point by "
+               "point")
         .arg(grouped(nodes.skipped), grouped(nodes.whole), grouped(nodes.read));
 }
 
@@ -69,7 +71,7 @@ PointDataPanel::PointDataPanel(const DatabaseSession& session, QWidget* parent)
     m_ui->treePointData->setSortingEnabled(true);
     // Line edits copy by the same keys.
     m_ui->actionQuerySelectCopy->setShortcutContext(Qt::WidgetShortcut);
-    m_findBar = new FindBar(m_ui->treePointData, this);
+    m_findBar = new FindBar(m_ui->treePointData, tr("find in the points shown"), this);
     auto* layout = qobject_cast<QBoxLayout*>(this->layout());
     layout->insertWidget(layout->indexOf(m_ui->splitterPointData) + 1, m_findBar);
     m_ui->splitterPointData->setStretchFactor(0, 5);
@@ -136,8 +138,7 @@ void PointDataPanel::clear() {
     m_rowCounter = 0;
     m_counted = {};
     showCounter();
-    const QScopedValueRollback filling(m_isFilling, true);
-    m_ui->treePointData->clear();
+    dropRows();
     m_ui->treePointValues->setColumns({}, {});
     m_ui->treePointData->sortByColumn(-1, Qt::AscendingOrder);
     m_ui->treePointData->setColumnCount(1);
@@ -146,6 +147,14 @@ void PointDataPanel::clear() {
     m_ui->editPointDataNodes->clear();
     m_ui->labelPointData->clear();
     m_ui->progressPointData->setValue(0);
+}
+
+// Many rows take long to be deleted, which nobody has to wait for.
+void PointDataPanel::dropRows() {
+    const QScopedValueRollback filling(m_isFilling, true);
+    const auto rows = m_ui->treePointData->invisibleRootItem()->takeChildren();
+    if (!rows.isEmpty())
+        QThreadPool::globalInstance()->start([rows] { qDeleteAll(rows); });
 }
 
 void PointDataPanel::refreshAttributes() {
@@ -169,6 +178,7 @@ void PointDataPanel::updateActions() {
     const bool selected = !m_ui->listPointAttributes->selectedItems().isEmpty();
     m_ui->actionQuerySelectNext->setEnabled(open);
     m_ui->actionQuerySelectMore->setEnabled(open);
+    m_ui->actionQuerySelectAll->setEnabled(open);
     m_ui->actionQuerySelectCancel->setEnabled(isQueryRunning());
     m_ui->actionQuerySelectCount->setEnabled(open);
     m_ui->actionQuerySelectExport->setEnabled(open);
@@ -242,7 +252,7 @@ PointDataPanel::Rows PointDataPanel::firstRows(int pages) {
     std::unique_ptr<PointReader> reader;
     workAside(this, tr("Reading points..."), m_session.context, [&](const StepProgress& progress) {
         reader = std::make_unique<PointReader>(*database(), wanted);
-        rows = readRows(*reader, pages, 0, progress);
+        readRows(rows, *reader, pages, 0, progress);
         if (wanted.filter.empty() && !wanted.nodes)
             rows.total = wanted.query(*database()).next(std::numeric_limits<std::uint32_t>::max());
     });
@@ -254,10 +264,7 @@ PointDataPanel::Rows PointDataPanel::firstRows(int pages) {
     m_rowCounter = 0;
     m_ui->progressPointData->setValue(0);
     keepSelection();
-    {
-        const QScopedValueRollback filling(m_isFilling, true);
-        m_ui->treePointData->clear();
-    }
+    dropRows();
     m_headers = QStringList("#") + m_reader->columns();
     m_idColumn = static_cast<int>(
         m_headers.indexOf(QString::fromStdString(database()->pointAttributes().pointIdName())));
@@ -291,7 +298,7 @@ PointDataPanel::Rows PointDataPanel::nextRows(int pages) {
     try {
         workAside(this, tr("Reading points..."), m_session.context,
                   [&](const StepProgress& progress) {
-                      rows = readRows(*m_reader, pages, m_rowCounter, progress);
+                      readRows(rows, *m_reader, pages, m_rowCounter, progress);
                   });
     } catch (...) {
         m_reader.reset();
@@ -301,9 +308,8 @@ PointDataPanel::Rows PointDataPanel::nextRows(int pages) {
     return rows;
 }
 
-PointDataPanel::Rows PointDataPanel::readRows(PointReader& reader, int pages, std::uint64_t before,
-                                              const StepProgress& progress) {
-    Rows rows;
+void PointDataPanel::readRows(Rows& rows, PointReader& reader, int pages, std::uint64_t before,
+                              const StepProgress& progress) {
     QElapsedTimer timer;
     timer.start();
     for (int page = 0; page < pages && !rows.isEnd; ++page) {
@@ -319,23 +325,30 @@ PointDataPanel::Rows PointDataPanel::readRows(PointReader& reader, int pages, st
     }
     rows.nodes = reader.nodesPassed();
     rows.milliseconds = timer.elapsed();
-    return rows;
 }
 
 void PointDataPanel::showRows(const Rows& rows) {
-    m_ui->labelPointData->setText(tr("%0 ms").arg(rows.milliseconds));
-    m_ui->labelPointRows->setToolTip(rows.nodes ? wayOf(*rows.nodes) : QString());
     if (rows.texts.empty()) {
+        tellRows(rows, 0);
         m_ui->actionQuerySelectCancel->setEnabled(true);
         m_ui->actionQuerySelectCancel->trigger();
         showInformation(this, tr("No data received."));
         return;
     }
     appendRows(rows.texts);
-    m_rowCounter += rows.texts.size();
+    tellRows(rows, rows.texts.size());
+}
+
+// shown: how many of them are in the table now.
+void PointDataPanel::tellRows(const Rows& rows, std::size_t shown) {
+    m_ui->labelPointData->setText(tr("%0 ms").arg(rows.milliseconds));
+    m_ui->labelPointRows->setToolTip(rows.nodes ? wayOf(*rows.nodes) : QString());
+    if (shown == 0)
+        return;
+    m_rowCounter += shown;
     m_ui->progressPointData->setValue(static_cast<int>(m_reader->progress()));
     m_findBar->refresh();
-    if (rows.isEnd)
+    if (rows.isEnd && shown == rows.texts.size())
         m_counted = {m_runningFilter, m_runningNodes, m_rowCounter};
     else if (rows.total)
         m_counted = {m_runningFilter, m_runningNodes, *rows.total};
@@ -356,7 +369,7 @@ void PointDataPanel::showCounter() {
         if (isKnown)
             text = tr("%1 of %2").arg(text, grouped(*m_counted.points));
         if (m_reader && !(isKnown && *m_counted.points == m_rowCounter))
-            text = tr("%1 (more with F3, 1,000 more with Shift+F3)").arg(text);
+            text = tr("%1 (more with F3, 1,000 more with Shift+F3, all with Ctrl+F3)").arg(text);
     }
     m_ui->labelPointRows->setText(text);
     if (text.isEmpty())
@@ -364,14 +377,11 @@ void PointDataPanel::showCounter() {
 }
 
 void PointDataPanel::appendRows(const std::vector<QStringList>& texts) {
-    QList<QTreeWidgetItem*> rows;
-    for (const QStringList& row : texts)
-        rows += new PointRow(row, m_headers, m_names);
     QTreeWidget* tree = m_ui->treePointData;
     const bool isFirst = tree->topLevelItemCount() == 0;
     // Sorted once, not row by row.
     tree->setSortingEnabled(false);
-    tree->addTopLevelItems(rows);
+    const auto rows = addRows(texts);
     tree->setSortingEnabled(true);
     // Headers have room for the mark of sorting only now.
     {
@@ -380,14 +390,26 @@ void PointDataPanel::appendRows(const std::vector<QStringList>& texts) {
     }
     m_widths.add(rows);
     m_headerMemory->restoreSort();
-    if (!m_keptIds.isEmpty() && m_idColumn >= 0) {
-        const QScopedValueRollback filling(m_isFilling, true);
-        for (QTreeWidgetItem* row : rows)
-            if (m_keptIds.contains(static_cast<const PointRow*>(row)->value(m_idColumn)))
-                row->setSelected(true);
-    }
+    selectKept(rows);
     if (!isFirst)
         tree->scrollToItem(rows.first(), QAbstractItemView::PositionAtTop);
+}
+
+QList<QTreeWidgetItem*> PointDataPanel::addRows(std::span<const QStringList> texts) {
+    QList<QTreeWidgetItem*> rows;
+    for (const QStringList& row : texts)
+        rows += new PointRow(row, m_headers, m_names);
+    m_ui->treePointData->addTopLevelItems(rows);
+    return rows;
+}
+
+void PointDataPanel::selectKept(const QList<QTreeWidgetItem*>& rows) {
+    if (m_keptIds.isEmpty() || m_idColumn < 0)
+        return;
+    const QScopedValueRollback filling(m_isFilling, true);
+    for (QTreeWidgetItem* row : rows)
+        if (m_keptIds.contains(static_cast<const PointRow*>(row)->value(m_idColumn)))
+            row->setSelected(true);
 }
 
 void PointDataPanel::on_actionQuerySelectCancel_triggered() {
@@ -412,22 +434,23 @@ void PointDataPanel::on_actionQuerySelectCount_triggered() {
     if (!database())
         return;
     quint64 total = 0;
-    const bool done = guarded([&] {
-        const auto wanted = selection();
-        workAside(this, tr("Counting points..."), m_session.context,
-                  [&](const StepProgress& progress) {
-                      auto query = wanted.query(*database());
-                      while (const std::uint32_t count = query.next(countBatch)) {
-                          total += count;
-                          progress({}, query.progress() / 100.0);
-                      }
-                  });
+    if (guarded([&] { total = countPoints(); }))
+        showInformation(this, countText(total));
+}
+
+std::uint64_t PointDataPanel::countPoints() {
+    std::uint64_t total = 0;
+    const auto wanted = selection();
+    workAside(this, tr("Counting points..."), m_session.context, [&](const StepProgress& progress) {
+        auto query = wanted.query(*database());
+        while (const std::uint32_t count = query.next(countBatch)) {
+            total += count;
+            progress({}, query.progress() / 100.0);
+        }
     });
-    if (!done)
-        return;
     m_counted = {filterText(), nodesText(), total};
     showCounter();
-    showInformation(this, countText(total));
+    return total;
 }
 
 void PointDataPanel::on_actionQuerySelectFind_triggered() {

@@ -10,6 +10,7 @@
 #include <QStringList>
 #include <memory>
 #include <optional>
+#include <span>
 
 class QListWidgetItem;
 class QTreeWidgetItem;
@@ -45,8 +46,7 @@ public:
     QString filterText() const;
     QString nodesText() const;
 
-    // For the window, which makes its shortcut work in every tab.
-    QAction* findAction() const;
+    QAction* findAction() const override;
     QAction* runAction() const;
     QAction* cancelAction() const;
 
@@ -58,6 +58,7 @@ signals:
 private slots:
     void on_actionQuerySelectNext_triggered();
     void on_actionQuerySelectMore_triggered();
+    void on_actionQuerySelectAll_triggered();
     void on_actionQuerySelectCancel_triggered();
     void on_actionQuerySelectCopy_triggered();
     void on_actionQuerySelectCopyCsv_triggered();
@@ -91,6 +92,7 @@ private:
     void setUpColumns();
     void setUpMemory();
     void clear();
+    void dropRows();
     void refreshAttributes();
     void updateActions();
     void columnsChanged();
@@ -118,11 +120,19 @@ private:
     void read(int pages);
     Rows firstRows(int pages);  // starts a query
     Rows nextRows(int pages);
-    // before: rows that are there already.
-    static Rows readRows(PointReader& reader, int pages, std::uint64_t before,
+    // before: rows that are there already. What throws leaves what was read until then.
+    static void readRows(Rows& rows, PointReader& reader, int pages, std::uint64_t before,
                          const StepProgress& progress);
     void showRows(const Rows& rows);
+    void tellRows(const Rows& rows, std::size_t shown);
     void appendRows(const std::vector<QStringList>& texts);
+    QList<QTreeWidgetItem*> addRows(std::span<const QStringList> texts);
+    void selectKept(const QList<QTreeWidgetItem*>& rows);
+    std::uint64_t countPoints();
+    void readAll();
+    void readRest(std::uint64_t points);
+    // Returns whether all are shown: Esc leaves those that are.
+    bool showInSteps(const Rows& rows);
     bool isOfSelection(const Counted& counted) const;
     void showCounter();
     void copyRows(const QString& text, const QString& message);

@@ -8,6 +8,7 @@
 #include "window/dialogs/dialogtransaction.h"
 #include "window/dialogs/dialogtransactioncommit.h"
 #include "window/panels/transactioncomparison.h"
+#include "window/widgets/headermemory.h"
 #include "window/widgets/numerictreewidgetitem.h"
 
 #include <QDateTime>
@@ -54,7 +55,10 @@ TransactionsPanel::TransactionsPanel(const DatabaseSession& session, QWidget* pa
     m_ui->setupUi(this);
     buildToolBar();
     alignNumberHeaders(m_ui->treeTransactions, {TRANSACTION_DURATION});
-    m_ui->treeTransactions->sortByColumn(TRANSACTION_ID, Qt::AscendingOrder);
+    m_headerMemory = new HeaderMemory(m_ui->treeTransactions, m_ui->treeTransactions->objectName());
+    m_headerMemory->keepColumnOrder();
+    if (!m_headerMemory->restoreSort())
+        m_ui->treeTransactions->sortByColumn(TRANSACTION_ID, Qt::AscendingOrder);
     updateActions();
 }
 
@@ -94,7 +98,7 @@ void TransactionsPanel::refresh() {
         addRow(id, current);
     m_ui->treeTransactions->setSortingEnabled(true);
     // After sorting, because the mark of the sorted column takes room.
-    for (int column = TRANSACTION_ID; column <= TRANSACTION_START; ++column)
+    for (int column = TRANSACTION_ID; column <= TRANSACTION_STOP; ++column)
         m_ui->treeTransactions->resizeColumnToContents(column);
 
     m_pending = transactions.pending();

@@ -13,6 +13,8 @@ class QTreeWidgetItem;
 
 namespace tarvo::window {
 
+class HeaderMemory;
+
 namespace Ui {
 class TransactionsPanel;
 }
@@ -62,6 +64,7 @@ private:
 
     std::unique_ptr<Ui::TransactionsPanel> m_ui;
     QToolButton* m_deleteButton = nullptr;
+    HeaderMemory* m_headerMemory = nullptr;
     bool m_pending = false;
 };
 

@@ -38,11 +38,13 @@ QString HeaderMemory::title(int column) const {
     return m_view->model()->headerData(column, Qt::Horizontal).toString();
 }
 
+// The last one has what the others leave.
+bool HeaderMemory::isRest(int column) const {
+    return m_header->stretchLastSection() && m_header->visualIndex(column) == m_header->count() - 1;
+}
+
 void HeaderMemory::resized(int column, int size) {
-    // The last one has what the others leave.
-    const bool isRest =
-        m_header->stretchLastSection() && m_header->visualIndex(column) == m_header->count() - 1;
-    if (m_isRestoring || size == 0 || isRest)
+    if (m_isRestoring || size == 0 || isRest(column))
         return;
     const QString name = title(column);
     if (m_isPressed) {
@@ -67,6 +69,34 @@ bool HeaderMemory::restoreSort() {
             return true;
         }
     return false;
+}
+
+void HeaderMemory::keepColumnOrder() {
+    restoreColumnOrder();
+    connect(m_header, &QHeaderView::sectionMoved, this, [this] {
+        if (m_isRestoring)
+            return;
+        QStringList titles;
+        for (int place = 0; place < m_header->count(); ++place)
+            titles += title(m_header->logicalIndex(place));
+        ProgramSettings().setValue(headers + m_key + "/Order", titles);
+    });
+}
+
+// Columns that the settings don't know stay behind the others.
+void HeaderMemory::restoreColumnOrder() {
+    const QScopedValueRollback restoring(m_isRestoring, true);
+    int place = 0;
+    for (const QString& name : ProgramSettings().value(headers + m_key + "/Order").toStringList())
+        for (int column = 0; column < m_header->count(); ++column)
+            if (title(column) == name && m_header->visualIndex(column) >= place) {
+                m_header->moveSection(m_header->visualIndex(column), place++);
+                break;
+            }
+    // Not all of them get a width from the view once they are no longer the last one.
+    for (int column = 0; column < m_header->count(); ++column)
+        if (const int kept = m_widths.value(title(column)).toInt(); kept > 0 && !isRest(column))
+            m_header->resizeSection(column, kept);
 }
 
 void HeaderMemory::keep() const {

@@ -1,5 +1,6 @@
 // Keeps what the user does to a header for the next start, in the program settings: the widths that
-// were dragged, by the columns' titles, and the order that was clicked. Widths that nobody dragged
+// were dragged, by the columns' titles, the places that columns were dragged to, and the order that
+// was clicked. Widths that nobody dragged
 // are the view's to say; a double click on a border gives one back to it.
 #pragma once
 
@@ -22,14 +23,19 @@ public:
     // Sorts the view as the user did last, once after the start; returns whether that is known and
     // the column there.
     bool restoreSort();
+    // Has the columns stand where the user dragged them last, and remembers where he drags them; for
+    // views whose columns are all there and which nobody else moves.
+    void keepColumnOrder();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     QString title(int column) const;
+    bool isRest(int column) const;
     void resized(int column, int size);
     void keep() const;
+    void restoreColumnOrder();
 
     QTreeView* m_view;
     QHeaderView* m_header;

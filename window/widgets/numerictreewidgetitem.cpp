@@ -31,7 +31,8 @@ std::optional<double> NumericTreeWidgetItem::numberOf(int column) const {
 
 bool NumericTreeWidgetItem::operator<(const QTreeWidgetItem& other) const {
     const int column = treeWidget() ? treeWidget()->sortColumn() : 0;
-    const auto* const numeric = dynamic_cast<const NumericTreeWidgetItem*>(&other);
+    const auto* const numeric =
+        other.type() == kind ? static_cast<const NumericTreeWidgetItem*>(&other) : nullptr;
     const auto left = numberOf(column);
     const auto right = numeric ? numeric->numberOf(column) : std::nullopt;
     if (left && right)

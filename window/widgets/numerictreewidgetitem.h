@@ -8,7 +8,10 @@ namespace tarvo::window {
 
 class NumericTreeWidgetItem : public QTreeWidgetItem {
 public:
-    using QTreeWidgetItem::QTreeWidgetItem;
+    explicit NumericTreeWidgetItem(QTreeWidget* tree, const QStringList& texts = {})
+        : QTreeWidgetItem(tree, texts, kind) {}
+    explicit NumericTreeWidgetItem(QTreeWidgetItem* parent) : QTreeWidgetItem(parent, kind) {}
+    explicit NumericTreeWidgetItem(const QStringList& texts = {}) : QTreeWidgetItem(texts, kind) {}
 
     // A number to sort a column by in place of its text, such as the bytes behind "1.50 KB"; rows
     // that know it otherwise tell it under the role.
@@ -19,6 +22,10 @@ public:
     bool operator<(const QTreeWidgetItem& other) const override;
 
 private:
+    // Tells rows of this kind from others without a look at their class, which sorting had to wait
+    // for.
+    static constexpr int kind = QTreeWidgetItem::UserType + 1;
+
     std::optional<double> numberOf(int column) const;
 
     // What was read of a column, for the many comparisons of one sorting.
