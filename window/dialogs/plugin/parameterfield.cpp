@@ -86,10 +86,9 @@ std::string ParameterField::value() const {
     // Errors name the parameter as the form does.
     plugin::Parameter shown = m_parameter;
     shown.name = m_parameter.title;
-    const std::string typed = text().toStdString();
     if (text().trimmed().isEmpty() && !takesNothing(m_parameter))
         throw core::Failure("\"" + m_parameter.title + "\" has no value.");
-    std::string json = plugin::valueFromText(shown, typed);
+    std::string json = plugin::valueFromText(shown, given());
     if (const QString wrong = objection(text()); !wrong.isEmpty())
         throw core::Failure(wrong.toStdString());
     return json;
