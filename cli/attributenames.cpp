@@ -1,7 +1,7 @@
 #include "cli/attributenames.h"
 
 #include "cli/errors.h"
-#include "cli/suggestion.h"
+#include "core/suggestion.h"
 
 #include <algorithm>
 #include <set>
@@ -35,7 +35,7 @@ constexpr const char* listAdvice = "\"qrbtool info\" lists the attributes.";
 [[noreturn]] void refuse(const Files& files, const std::string& name) {
     throw Failure(files.size() > 1 ? "Neither database has a point attribute \"" + name + "\"."
                                    : "There is no attribute \"" + name + "\" in the file.",
-                  suggestion(name, listed(files, "")) + listAdvice);
+                  core::suggestion(name, listed(files, "")) + listAdvice);
 }
 
 // What a pattern is near to begins with something near to its letters.
@@ -48,7 +48,7 @@ constexpr const char* listAdvice = "\"qrbtool info\" lists the attributes.";
         beginnings.push_back(name.substr(0, letters.size()));
     }
     std::vector<std::string> near;
-    for (const std::string& beginning : nearest(letters, beginnings)) {
+    for (const std::string& beginning : core::nearest(letters, beginnings)) {
         for (const std::string& name : names) {
             if (near.size() < 3 && name.starts_with(beginning) &&
                 std::ranges::find(near, name) == near.end()) {
@@ -56,7 +56,7 @@ constexpr const char* listAdvice = "\"qrbtool info\" lists the attributes.";
             }
         }
     }
-    const std::string question = didYouMean(near);
+    const std::string question = core::didYouMean(near);
     throw Failure("No attribute matches \"" + pattern + "\".",
                   question + (question.empty() ? "" : "\n") + listAdvice);
 }

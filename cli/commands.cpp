@@ -40,6 +40,7 @@ constexpr CommandEntry entries[] = {
     {addDefaultsCommand, lookGroup, false},
     {addSelectCommand, pointsGroup, true},
     {addExportCommand, pointsGroup, true},
+    {addExplainCommand, pointsGroup, true},
     {addUpdateCommand, pointsGroup, true},
     {addRemoveCommand, pointsGroup, true},
     {addMetaDataCommand, contentsGroup, true},

@@ -57,6 +57,7 @@ void addDefaultsCommand(CLI::App& app, Invocation& invocation);
 // Points.
 void addSelectCommand(CLI::App& app, Invocation& invocation);
 void addExportCommand(CLI::App& app, Invocation& invocation);
+void addExplainCommand(CLI::App& app, Invocation& invocation);
 void addUpdateCommand(CLI::App& app, Invocation& invocation);
 void addRemoveCommand(CLI::App& app, Invocation& invocation);
 // What goes with the points.

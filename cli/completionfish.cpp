@@ -21,12 +21,12 @@ function __qrbtool_at
             set -a place $word
         end
     end
-    test "$argv[1]" = (string join ' ' $place)
+    test "$argv[1]" = "$place"
 end
 
 # The names of the attributes of the first database among the words, behind those before a comma.
 function __qrbtool_attributes
-    set -l front (string match -r '^.*,' -- (commandline -ct))
+    set -l front (string match -r '^.*,|^' -- (commandline -ct))
     set -l program (commandline -opc)[1]
     for word in (commandline -opc)[2..-1]
         if test -f "$word"
@@ -77,6 +77,19 @@ std::string optionLines(const std::string& front, const std::vector<DescribedOpt
     return text;
 }
 
+// The arguments of a command that are names of a list; behind one nothing more is offered.
+std::vector<std::string> chosenWords(const DescribedCommand& program,
+                                     const DescribedCommand& command) {
+    std::vector<std::string> words;
+    if (argumentKind(command) == ValueKind::COMMAND) {
+        words = namesOf(program.subcommands);
+    }
+    for (const DescribedOption& argument : command.arguments) {
+        words.insert(words.end(), argument.choices.begin(), argument.choices.end());
+    }
+    return words;
+}
+
 std::string commandLines(const DescribedCommand& program, const DescribedCommand& command) {
     const std::string front =
         "complete -c qrbtool -n " + fishWord("__qrbtool_at " + fishWord(joinedWords(command.path)));
@@ -115,6 +128,9 @@ std::string fishCompletion(const DescribedCommand& program,
             }
         }
         paths += command->path.empty() ? "" : " " + fishWord(joinedWords(command->path));
+        for (const std::string& word : chosenWords(program, *command)) {
+            paths += " " + fishWord(joinedWords(command->path) + " " + word);
+        }
         lines += commandLines(program, *command);
     }
     std::string valuedWords;

@@ -95,7 +95,7 @@ std::string settingsJson(const Database& database, const CopyOptions& options) {
     json.beginObject();
     json.member("command", "copy");
     json.member("source", fs::path(database.fileName()).filename().string());
-    json.member("filter", options.filter);
+    json.member("filter", database.recordedFilter(options.filter));
     json.member("nodes", options.nodes);
     options.shape.describe(json);
     json.endObject();

@@ -4,6 +4,7 @@
 #include "cli/errors.h"
 #include "cli/manner.h"
 #include "cli/terminal.h"
+#include "core/namedfilter.h"
 #include "exchange/format.h"
 #include "files/path.h"
 #include "qrb/error.h"
@@ -43,11 +44,16 @@ Database::Database(const qrb::Context& context, const std::string& fileName)
         qrb::pointcloud::OpenSettings settings(context);
         settings.cacheSize = manner().cacheSize.value_or(settings.cacheSize);
         m_cloud.open(fileName, settings);
+        core::takeNamesInFilters(m_cloud);
     } catch (const qrb::Error&) {
         refusePointCloud(fileName);
         throw;
     }
     noteStep("Opening " + fileName, begin);
+}
+
+std::string Database::recordedFilter(const std::string& filter) const {
+    return core::withNumbers(filter, core::FilterAttributes::of(m_cloud.pointAttributes()));
 }
 
 std::uint64_t Database::fileSize() const {

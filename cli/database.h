@@ -23,7 +23,10 @@ public:
     // Opens the file. Throws Error.
     Database(const qrb::Context& context, const std::string& fileName);
 
+    // Its filters may name values (core/namedfilter.h).
     const qrb::Pointcloud& cloud() const { return m_cloud; }
+    // A filter as records keep it, with numbers. Throws Error.
+    std::string recordedFilter(const std::string& filter) const;
     const std::string& fileName() const { return m_fileName; }
     // Bytes of the file on disk.
     std::uint64_t fileSize() const;

@@ -7,7 +7,7 @@
 #include "cli/manner.h"
 #include "cli/output.h"
 #include "cli/parsefault.h"
-#include "cli/suggestion.h"
+#include "core/suggestion.h"
 
 #include <CLI/CLI.hpp>
 
@@ -80,7 +80,7 @@ const CLI::App& commandOf(const CLI::App& app, const std::vector<std::string>& w
             throw UsageError(command == &app ? "There is no command \"" + word + "\"."
                                              : "\"" + pathOf(*command) + "\" has no subcommand \"" +
                                                    word + "\".",
-                             suggestion(word, subcommandNames(*command)) +
+                             core::suggestion(word, subcommandNames(*command)) +
                                  "Run \"qrbtool help\" for the commands.");
         }
         command = named.front();

@@ -5,7 +5,7 @@
 #include "cli/errors.h"
 #include "cli/output.h"
 #include "cli/roff.h"
-#include "cli/suggestion.h"
+#include "core/suggestion.h"
 
 #include <CLI/CLI.hpp>
 
@@ -31,9 +31,9 @@ std::string pageOf(const CLI::App& app, const std::string& name) {
             return commandPage(command);
         }
     }
-    throw UsageError(
-        "There is no command \"" + name + "\".",
-        suggestion(name, namesOf(program.subcommands)) + "Run \"qrbtool help\" for the commands.");
+    throw UsageError("There is no command \"" + name + "\".",
+                     core::suggestion(name, namesOf(program.subcommands)) +
+                         "Run \"qrbtool help\" for the commands.");
 }
 
 std::string pageNames(const CLI::App& app) {

@@ -1,7 +1,7 @@
 #include "cli/parsefault.h"
 
 #include "cli/key.h"
-#include "cli/suggestion.h"
+#include "core/suggestion.h"
 
 #include <CLI/CLI.hpp>
 
@@ -50,7 +50,7 @@ UsageError unknownOption(const std::vector<const CLI::App*>& commands, const std
     }
     const std::string name = optionName(word);
     return UsageError("\"" + pathOf(*commands.back()) + "\" has no option \"" + name + "\".",
-                      suggestion(name, names) + adviceFor(*commands.back()));
+                      core::suggestion(name, names) + adviceFor(*commands.back()));
 }
 
 // The commands that have a subcommand of this name.
@@ -69,9 +69,9 @@ std::vector<std::string> pathsOf(const CLI::App& app, const std::string& word) {
 UsageError unknownWord(const CLI::App& app, const CLI::App& command, const std::string& word) {
     const std::vector<std::string> names = subcommandNames(command);
     if (&command == &app) {
-        std::string question = suggestion(word, names);
+        std::string question = core::suggestion(word, names);
         if (const auto paths = pathsOf(app, word); !paths.empty()) {
-            question = didYouMean(paths) + "\n";
+            question = core::didYouMean(paths) + "\n";
         }
         return UsageError("There is no command \"" + word + "\".", question + adviceFor(app));
     }
@@ -81,7 +81,7 @@ UsageError unknownWord(const CLI::App& app, const CLI::App& command, const std::
                           adviceFor(command));
     }
     return UsageError(path + " has no subcommand \"" + word + "\".",
-                      suggestion(word, names) + adviceFor(command));
+                      core::suggestion(word, names) + adviceFor(command));
 }
 
 UsageError missingSubcommand(const CLI::App& command) {

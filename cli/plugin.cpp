@@ -1,6 +1,7 @@
 // qrbtool plugin: lists, describes and runs plugins.
 
 #include "cli/commands.h"
+#include "cli/database.h"
 #include "cli/errors.h"
 #include "cli/json.h"
 #include "cli/manner.h"
@@ -9,6 +10,7 @@
 #include "cli/terminal.h"
 #include "cli/text.h"
 #include "cli/texttable.h"
+#include "core/filtertext.h"
 #include "core/outputplace.h"
 #include "core/utf8.h"
 #include "files/path.h"
@@ -168,6 +170,26 @@ plugin::Values valuesOf(const Manifest& manifest, const std::vector<std::string>
     return values;
 }
 
+// Plugins have filters from the library, which knows numbers only.
+void useNumbers(const qrb::Context& context, const Manifest& manifest, plugin::Values& values,
+                const std::string& fileName) {
+    std::optional<Database> database;
+    for (const Parameter& parameter : manifest.parameters) {
+        const auto value = values.find(parameter.name);
+        if (parameter.type != plugin::ParameterType::FILTER || value == values.end()) {
+            continue;
+        }
+        const std::string filter = plugin::textOfValue(parameter, value->second);
+        if (core::filterTokens(filter).empty()) {
+            continue;
+        }
+        if (!database) {
+            database.emplace(context, fileName);
+        }
+        value->second = plugin::valueFromText(parameter, database->recordedFilter(filter));
+    }
+}
+
 // A plugin's output must not take the place of what it reads.
 void checkOutputFiles(const qrb::Context& context, const plugin::Package& package,
                       const plugin::Values& values, const std::string& database) {
@@ -253,6 +275,7 @@ void runPlugin(const qrb::Context& context, const PluginOptions& options) {
     plugin::Values values;
     try {
         values = valuesOf(package.manifest, options.set);
+        useNumbers(context, package.manifest, values, options.file);
         request.arguments = plugin::argumentsOf(package.manifest, values);
     } catch (const UsageError&) {
         throw;

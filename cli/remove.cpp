@@ -30,12 +30,12 @@ struct RemoveResult {
     std::uint64_t missing = 0;
 };
 
-std::string removeSettings(const RemoveOptions& options) {
+std::string removeSettings(const Database& database, const RemoveOptions& options) {
     JsonText json;
     json.beginObject();
     json.member("command", "remove");
     if (!options.filter.empty()) {
-        json.member("filter", options.filter);
+        json.member("filter", database.recordedFilter(options.filter));
     } else {
         json.member("ids", options.ids.empty() ? "all" : options.ids);
     }
@@ -102,7 +102,7 @@ RemoveResult removeByIds(const Database& database, const std::string& text) {
 void runRemove(Database& database, const RemoveOptions& options) {
     RemoveResult result;
     const std::string ids = textOfArgument(options.ids);
-    database.change({"Remove points", "", removeSettings(options)}, [&] {
+    database.change({"Remove points", "", removeSettings(database, options)}, [&] {
         result = options.ids.empty() ? removeBySelection(database, options.filter)
                                      : removeByIds(database, ids);
     });

@@ -116,7 +116,7 @@ std::string settingsJson(const Database& database, const database::Part& part) {
     json.beginObject();
     json.member("command", "split");
     json.member("source", fs::path(database.fileName()).filename().string());
-    json.member("filter", part.filter);
+    json.member("filter", database.recordedFilter(part.filter));
     json.endObject();
     return json.compact();
 }

@@ -29,7 +29,7 @@ struct UpdateOptions {
     bool round = false;
 };
 
-std::string updateSettings(const UpdateOptions& options) {
+std::string updateSettings(const Database& database, const UpdateOptions& options) {
     JsonText json;
     json.beginObject();
     json.member("command", "update");
@@ -43,7 +43,7 @@ std::string updateSettings(const UpdateOptions& options) {
         json.member("from", std::filesystem::path(options.table).filename().string());
     }
     if (!options.filter.empty()) {
-        json.member("filter", options.filter);
+        json.member("filter", database.recordedFilter(options.filter));
     }
     if (options.hasNodes) {
         json.member("nodes", options.nodes);
@@ -96,7 +96,7 @@ void runUpdate(Database& database, const UpdateOptions& options) {
     }
     std::uint64_t changed = 0;
     std::uint64_t missing = 0;
-    database.change({"Update points", "", updateSettings(options)}, [&] {
+    database.change({"Update points", "", updateSettings(database, options)}, [&] {
         if (!options.table.empty()) {
             const TableResult result = updateFromTable(database, options.table, options.round);
             changed = result.changed;

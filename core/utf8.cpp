@@ -63,4 +63,12 @@ std::string_view trimmed(std::string_view text) {
                : text.substr(begin, text.find_last_not_of(blanks) - begin + 1);
 }
 
+std::string lowerCase(std::string_view text) {
+    std::string result(text);
+    for (char& c : result) {
+        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    }
+    return result;
+}
+
 }  // namespace tarvo::core

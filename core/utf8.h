@@ -14,4 +14,7 @@ std::string validUtf8(std::string_view text);
 // The part without the blanks at its ends.
 std::string_view trimmed(std::string_view text);
 
+// Letters of ASCII only.
+std::string lowerCase(std::string_view text);
+
 }  // namespace tarvo::core

@@ -25,6 +25,7 @@ public:
     ChangeQuery(const ChangeQuery&) = delete;
     ChangeQuery& operator=(const ChangeQuery&) = delete;
 
+    const std::shared_ptr<PointcloudData>& data() const { return m_data; }
     qrb_context* context() const { return m_data->context.handle(); }
     qrb_pointcloud* database() const { return m_data->handle; }
     Handle* handle() const { return m_handle; }
@@ -56,14 +57,16 @@ namespace {
 template <typename Handle, typename New, typename NodesNew>
 void makeSelection(ChangeQuery<Handle>& query, New newQuery, NodesNew newNodesQuery,
                    const std::vector<std::uint32_t>* nodes, const std::string& filter) {
-    if (nodes == nullptr) {
-        query.check(newQuery(query.context(), query.database(), 0, filter.c_str(), query.slot()));
-        return;
-    }
-    const std::uint32_t none = 0;  // an empty list still has an address
-    query.check(
-        newNodesQuery(query.context(), query.database(), nodes->empty() ? &none : nodes->data(),
-                      static_cast<std::uint32_t>(nodes->size()), filter.c_str(), query.slot()));
+    withFilter(query.data(), filter, [&](const std::string& read) {
+        if (nodes == nullptr) {
+            query.check(newQuery(query.context(), query.database(), 0, read.c_str(), query.slot()));
+            return;
+        }
+        const std::uint32_t none = 0;  // an empty list still has an address
+        query.check(
+            newNodesQuery(query.context(), query.database(), nodes->empty() ? &none : nodes->data(),
+                          static_cast<std::uint32_t>(nodes->size()), read.c_str(), query.slot()));
+    });
 }
 
 // The last holder reports what fails at the end.

@@ -3,6 +3,8 @@
 #include "qrb/error.h"
 #include "qrb/loader.h"
 
+#include <utility>
+
 namespace tarvo::qrb {
 
 PointcloudData::PointcloudData(const Context& c) : context(c) {
@@ -16,6 +18,15 @@ PointcloudData::~PointcloudData() {
 
 void PointcloudData::check(std::int32_t status) const {
     checkStatus(context.handle(), status);
+}
+
+void withFilter(const std::shared_ptr<PointcloudData>& data, const std::string& filter,
+                const FilterCall& call) {
+    if (data->filterReader && !filter.empty()) {
+        data->filterReader(pointcloud::PointAttributes(data), filter, call);
+    } else {
+        call(filter);
+    }
 }
 
 Pointcloud::Pointcloud(const Context& context)
@@ -63,6 +74,10 @@ void Pointcloud::create(const std::string& fileName, const pointcloud::CreateSet
 
 void Pointcloud::close() {
     m_data->check(functions().qrb_pointcloud_close(m_data->context.handle(), m_data->handle));
+}
+
+void Pointcloud::readFilters(FilterReader reader) {
+    m_data->filterReader = std::move(reader);
 }
 
 bool Pointcloud::isOpen() const {

@@ -34,6 +34,10 @@ public:
                 const std::string& schema, bool optionals);
     void close();
 
+    // From now on filters of queries pass through the reader on their way to the library; empty: as
+    // they are. So a program can take more than libraries do.
+    void readFilters(FilterReader reader);
+
     bool isOpen() const;
     std::string getUuid() const;
     // A report: 1 plain text, 2 JSON, 3 HTML, 4 attribute histograms (HTML).

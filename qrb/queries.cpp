@@ -13,16 +13,7 @@ public:
     Private(std::shared_ptr<PointcloudData> data, const std::vector<std::uint32_t>* nodes,
             const std::string& filter)
         : data(std::move(data)) {
-        qrb_context* const context = this->data->context.handle();
-        if (nodes == nullptr) {
-            this->data->check(functions().qrb_pointcloud_query_select_new(
-                context, this->data->handle, 0, filter.c_str(), &handle));
-        } else {
-            const std::uint32_t none = 0;  // an empty list still has an address
-            this->data->check(functions().qrb_pointcloud_query_select_nodes_new(
-                context, this->data->handle, nodes->empty() ? &none : nodes->data(),
-                static_cast<std::uint32_t>(nodes->size()), filter.c_str(), &handle));
-        }
+        withFilter(this->data, filter, [&](const std::string& read) { make(nodes, read); });
     }
     ~Private() {
         qrb_context* const context = data->context.handle();
@@ -33,6 +24,20 @@ public:
 
     const std::shared_ptr<PointcloudData> data;
     qrb_query_select* handle = nullptr;
+
+private:
+    void make(const std::vector<std::uint32_t>* nodes, const std::string& filter) {
+        qrb_context* const context = data->context.handle();
+        if (nodes == nullptr) {
+            data->check(functions().qrb_pointcloud_query_select_new(context, data->handle, 0,
+                                                                    filter.c_str(), &handle));
+        } else {
+            const std::uint32_t none = 0;  // an empty list still has an address
+            data->check(functions().qrb_pointcloud_query_select_nodes_new(
+                context, data->handle, nodes->empty() ? &none : nodes->data(),
+                static_cast<std::uint32_t>(nodes->size()), filter.c_str(), &handle));
+        }
+    }
 };
 
 QuerySelect::QuerySelect(std::shared_ptr<PointcloudData> data,
@@ -205,8 +210,10 @@ QueryStat::QueryStat(std::shared_ptr<PointcloudData> data)
 void QueryStat::index(IndexNode& root, const std::string& filter) const {
     if (d) {
         const GraphNodeHolder node(*d->data);
-        d->data->check(functions().qrb_pointcloud_query_stat_index_filter(
-            d->data->context.handle(), d->handle, node.get(), filter.c_str()));
+        withFilter(d->data, filter, [&](const std::string& read) {
+            d->data->check(functions().qrb_pointcloud_query_stat_index_filter(
+                d->data->context.handle(), d->handle, node.get(), read.c_str()));
+        });
         root = copyNode(*node.get());
     }
 }

@@ -1,6 +1,9 @@
 // What shells and man are told: that it is complete, and that they take it.
 #include "tests/cli/commandtest.h"
 
+#include <functional>
+#include <set>
+
 namespace {
 
 using namespace tarvo::cli::tests;
@@ -41,6 +44,133 @@ TEST_F(Documents, BashCompletesWhatMayFollow) {
     EXPECT_EQ(completed("qrbtool info " + folder.file("a")), odd + "\n");
     EXPECT_EQ(completed("qrbtool select '" + odd + "' -a tarvo.id,tarvo.xy"),
               "tarvo.id,tarvo.xyz\n");
+}
+
+// Both show a word with what stands before it in different ways: here the last part alone counts.
+std::set<std::string> partsOf(const std::string& lines) {
+    std::set<std::string> parts;
+    std::istringstream stream(lines);
+    for (std::string line; std::getline(stream, line);) {
+        line = line.substr(0, line.find('\t'));
+        line.erase(0, line.find_last_of("/,=") + 1);
+        std::erase(line, '\\');
+        if (!line.empty()) {
+            parts.insert(line);
+        }
+    }
+    return parts;
+}
+
+// Types each of the words into an interactive zsh, presses Tab, and prints what compadd is given,
+// then "(end)".
+constexpr const char* zshTyping = R"SCRIPT(
+zmodload zsh/zpty || exit 1
+scripts=$1 answer=$2
+shift 2
+cat > $answer.setup <<EOF
+PS1='' LISTMAX=10000 fpath=($scripts \$fpath)
+autoload -U compinit && compinit -u -D
+compadd() {
+    if (( ! \${@[(I)-*[OAD]*]} )); then
+        local -a hits
+        builtin compadd -O hits "\$@"
+        print -rl -- \$hits >> $answer
+    fi
+    builtin compadd "\$@"
+}
+told() { print -r -- "(end)" >> $answer; comppostfuncs=(told) }
+comppostfuncs=(told)
+bindkey '^I' complete-word
+EOF
+: > $answer
+zpty shell "TERM=dumb zsh -f -i"
+zpty -w shell "source $answer.setup"
+for ((n = 1; n <= $#; n++)); do
+    zpty -w -n shell "${@[n]}"$'\t'
+    for ((i = 0; i < 200; i++)); do
+        (( $(grep -c '^(end)$' $answer) >= n )) && break
+        sleep 0.05
+        zpty -r -t shell shown
+    done
+    zpty -w -n shell $'\C-u'
+done
+zpty -d shell
+cat $answer
+)SCRIPT";
+
+TEST_F(Documents, ZshAndFishCompleteWhatMayFollow) {
+    const std::string odd = folder.file("a b.qrbx");
+    ASSERT_EQ(run("sample -n 1 '" + odd + "'").code, 0);
+    const std::string program = std::filesystem::path(QRBTOOL_FILE).parent_path().string();
+    const std::string typing = folder.write("type.zsh", zshTyping);
+    // What the shells offer for each of the words.
+    const auto zsh = [&](const std::vector<std::string>& all) {
+        std::string command = "cd " + folder.file("") + " && PATH=" + program + ":$PATH zsh -f " +
+                              typing + " " QRB_DOCUMENTS "/zsh/vendor-completions " +
+                              folder.file("told");
+        for (const std::string& words : all) {
+            command += " \"" + words + "\"";
+        }
+        const std::string output = runShell(command).output;
+        const std::string end = "(end)\n";
+        std::vector<std::string> offers;
+        for (std::size_t at = 0; output.find(end, at) != std::string::npos;) {
+            const std::size_t next = output.find(end, at);
+            offers.push_back(output.substr(at, next - at));
+            at = next + end.size();
+        }
+        return offers;
+    };
+    const auto fish = [&](const std::vector<std::string>& all) {
+        std::vector<std::string> offers;
+        for (const std::string& words : all) {
+            offers.push_back(runShell("cd " + folder.file("") + " && PATH=" + program +
+                                      ":$PATH fish --no-config -c 'source " QRB_DOCUMENTS
+                                      "/fish/vendor_completions.d/qrbtool.fish; "
+                                      "complete -C\"" +
+                                      words + "\"'")
+                                 .output);
+        }
+        return offers;
+    };
+    using Words = std::set<std::string>;
+    const std::pair<std::string, Words> cases[] = {
+        {"qrbtool sel", {"select"}},
+        {"qrbtool -q metadata a s", {"set", "sign"}},
+        {"qrbtool metadata a sign --k", {"--key", "--key-file"}},
+        {"qrbtool select a --format ", {"table", "csv", "json", "jsonl"}},
+        {"qrbtool select a --format=j", {"json", "jsonl"}},
+        {"qrbtool select --format csv a --ou", {"--output"}},
+        {"qrbtool help transactions r", {}},
+        {"qrbtool help tra", {"transactions"}},
+        {"qrbtool completion ", {"bash", "zsh", "fish"}},
+        {"qrbtool completion bash ", {}},
+        {"qrbtool select a --filter ", {}},
+        {"qrbtool info " + folder.file("a"), {"a b.qrbx"}},
+        {"qrbtool select " + folder.file("a\\ b.qrbx") + " -a tarvo.xy", {"tarvo.xyz"}},
+        {"qrbtool select " + folder.file("a\\ b.qrbx") + " -a tarvo.id,tarvo.xy", {"tarvo.xyz"}},
+    };
+    std::vector<std::string> typed;
+    for (const auto& [words, expected] : cases) {
+        typed.push_back(words);
+    }
+    using Shell = std::function<std::vector<std::string>(const std::vector<std::string>&)>;
+    std::string missing;
+    for (const auto& [name, shell] : {std::pair<std::string, Shell>{"zsh", zsh}, {"fish", fish}}) {
+        if (!hasProgram(name)) {
+            missing += "There is no " + name + ". ";
+            continue;
+        }
+        const std::vector<std::string> offers = shell(typed);
+        ASSERT_EQ(offers.size(), typed.size()) << name;
+        for (std::size_t i = 0; i < offers.size(); ++i) {
+            EXPECT_EQ(partsOf(offers[i]), cases[i].second) << name << ": " << typed[i] << "\n"
+                                                           << offers[i];
+        }
+    }
+    if (!missing.empty()) {
+        GTEST_SKIP() << missing;
+    }
 }
 
 TEST_F(Documents, ScriptsAreThoseOfTheirShells) {

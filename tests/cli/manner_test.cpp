@@ -1,10 +1,11 @@
 // How the program is asked for help, what it says of mistakes, and how it speaks.
-#include "cli/suggestion.h"
+#include "core/suggestion.h"
 #include "tests/cli/commandtest.h"
 
 namespace {
 
 using namespace tarvo::cli;
+namespace core = tarvo::core;
 using namespace tarvo::cli::tests;
 
 class Manners : public CommandTest {
@@ -28,17 +29,17 @@ protected:
 TEST(Suggestion, NamesAreNearByTheirLetters) {
     const std::vector<std::string> names{"select", "sample", "split", "metadata", "tarvo.class"};
     using Names = std::vector<std::string>;
-    EXPECT_EQ(nearest("slect", names), Names{"select"});
-    EXPECT_EQ(nearest("SELECT", names), Names{"select"});
-    EXPECT_EQ(nearest("sapmle", names), Names{"sample"});
-    EXPECT_EQ(nearest("meta", names), Names{"metadata"});
-    EXPECT_EQ(nearest("tarvo.klas", names), Names{"tarvo.class"});
-    EXPECT_EQ(nearest("selct", {"select", "select"}), Names{"select"});
+    EXPECT_EQ(core::nearest("slect", names), Names{"select"});
+    EXPECT_EQ(core::nearest("SELECT", names), Names{"select"});
+    EXPECT_EQ(core::nearest("sapmle", names), Names{"sample"});
+    EXPECT_EQ(core::nearest("meta", names), Names{"metadata"});
+    EXPECT_EQ(core::nearest("tarvo.klas", names), Names{"tarvo.class"});
+    EXPECT_EQ(core::nearest("selct", {"select", "select"}), Names{"select"});
     for (const std::string& word : {std::string(), std::string("x"), std::string("inspect2000"),
                                     std::string(1'000'000, 's'), std::string("\xff\x80")})
-        EXPECT_TRUE(nearest(word, names).empty()) << word.substr(0, 20);
-    EXPECT_EQ(didYouMean({"a", "b", "c"}), "Did you mean \"a\", \"b\" or \"c\"?");
-    EXPECT_EQ(didYouMean({}), "");
+        EXPECT_TRUE(core::nearest(word, names).empty()) << word.substr(0, 20);
+    EXPECT_EQ(core::didYouMean({"a", "b", "c"}), "Did you mean \"a\", \"b\" or \"c\"?");
+    EXPECT_EQ(core::didYouMean({}), "");
 }
 
 TEST_F(Manners, HelpIsGivenWhereItIsAskedFor) {

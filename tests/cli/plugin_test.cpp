@@ -50,7 +50,7 @@ def run(db, parameters, report):
 )",
         R"("parameters": [{"name": "filter", "type": "filter", "default": ""}])");
     expectSuccess(runWords("sum", "--trust 2>/dev/null"), "60.0\na/b\nid\n 1\n");
-    expectSuccess(runWords("sum", "--set 'filter=tarvo.class == 1' 2>/dev/null"),
+    expectSuccess(runWords("sum", "--set 'filter=tarvo.class == unclassified' 2>/dev/null"),
                   "24.0\na/b\nid\n 1\n");
     expectSuccess(runWords("sum", "--results " + folder.file("r")));
     EXPECT_EQ(read(folder.file("r/2 a_b.csv")), "id\n1\n");

@@ -39,6 +39,7 @@ private slots:
     void namesAreCompletedWhereTheyStand();
     void valuesAreCompletedByTheirNames();
     void returnRunsTheFilterWhereNothingIsChosen();
+    void namesStandForTheirValues();
     void mistakesAreToldBehindTheLastKey();
     void checksWaitForOtherWork();
     void nodeListsAndCommandsAreNoMistakes();
@@ -92,6 +93,10 @@ void FilterHelpTest::wordsAreFoundAtTheCursor() {
         {"tarvo.class == |", "", "", "tarvo.class"},
         {"own.vector [ 3 ]>=gr|ou", "grou", "gr", "own.vector"},
         {"a<-|1", "-1", "-", "a"},
+        {"tarvo.class == 'hi|gh x' && a", "'high x'", "hi", "tarvo.class"},
+        {"tarvo.class!=\"a b|", "\"a b", "a b", "tarvo.class"},
+        {"tarvo.class == 'a|b' || x == 'c d'", "'ab'", "a", "tarvo.class"},
+        {"tarvo.class == 'a b' && cl|", "cl", "cl", ""},
         {"tarvo.class == 2 |", "none", "", ""},
         {"tarvo.class:mi|", "none", "", ""},
         {"1e|5", "none", "", ""},
@@ -159,6 +164,13 @@ void FilterHelpTest::valuesAreCompletedByTheirNames() {
     QTest::mouseClick(popup()->viewport(), Qt::LeftButton, {},
                       popup()->visualRect(popup()->model()->index(0, 0)).center());
     QTRY_COMPARE(edit()->text(), "tarvo.class == " + number);
+    // Names in quotation marks, too.
+    type("tarvo.class == 'gro");
+    popup()->setCurrentIndex(popup()->model()->index(0, 0));
+    QTest::keyClick(popup(), Qt::Key_Return);
+    QCOMPARE(edit()->text(), "tarvo.class == " + number);
+    type("own.single == 'tar");
+    QVERIFY(!popup()->isVisible());
     // An attribute without named values is compared with others.
     type("own.single < tarvo.refl");
     QCOMPARE(offered(), QStringList("tarvo.reflectance"));
@@ -174,6 +186,30 @@ void FilterHelpTest::returnRunsTheFilterWhereNothingIsChosen() {
     popup()->setCurrentIndex({});
     QTest::keyClick(popup(), Qt::Key_Return);
     QTRY_COMPARE(m_window->child<QTreeWidget>("treePointData")->topLevelItemCount(), 7);
+}
+
+void FilterHelpTest::namesStandForTheirValues() {
+    const auto rows = [&](const QString& filter) {
+        edit()->setText(filter);
+        QTest::keyClick(edit(), Qt::Key_Return);
+        return m_window->child<QTreeWidget>("treePointData")->topLevelItemCount();
+    };
+    const int all = rows("tarvo.id <= 60");
+    const int number = rows("tarvo.id <= 1000 && tarvo.class == 2");
+    QVERIFY(number > 0 && number < all);
+    QCOMPARE(rows("tarvo.id <= 1000 && tarvo.class == ground"), number);
+    QTest::qWait(400);
+    QVERIFY(!finding()->isVisible());
+    edit()->setText("tarvo.class == gruond");
+    QTRY_VERIFY(finding()->isVisible());
+    QVERIFY2(finding()->text().contains("Did you mean \"ground\"?"),
+             qUtf8Printable(finding()->text()));
+    edit()->setText("tarvo.class == 'ground' && tarvo.nope");
+    QTRY_VERIFY2(finding()->text().contains("position 28"), qUtf8Printable(finding()->text()));
+    m_window->driver().showTab("tabPointIndex");
+    edit("PointIndexFilter")->setText("tarvo.class == ground");
+    QTest::qWait(400);
+    QVERIFY(!m_window->child<QLabel>("labelPointIndexFilter")->isVisible());
 }
 
 void FilterHelpTest::mistakesAreToldBehindTheLastKey() {

@@ -221,7 +221,11 @@ void PluginTest::formTakesWhatEachParameterTakes() {
         QCOMPARE(completer->completionCount(), 1);
         QCOMPARE(completer->completionModel()->index(0, 0).data().toString(), "tarvo.reflectance");
         completer->popup()->hide();
-        typeInto(dialog, "edit_f", "tarvo.class == 2");
+        typeInto(dialog, "edit_f", "tarvo.class == gruond");
+        QVERIFY2(problem->text().contains("Did you mean \"ground\""),
+                 qUtf8Printable(problem->text()));
+        typeInto(dialog, "edit_f", "tarvo.class == ground");
+        completer->popup()->hide();
         typeInto(dialog, "edit_d", "1,x");
         QVERIFY(isMarked("edit_d"));
         typeInto(dialog, "edit_d", "1,4-6");

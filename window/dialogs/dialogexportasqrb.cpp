@@ -1,6 +1,7 @@
 #include "window/dialogs/dialogexportasqrb.h"
 
 #include "core/creationsettings.h"
+#include "core/namedfilter.h"
 #include "core/newdatabase.h"
 #include "core/nodelist.h"
 #include "ui_dialogexportasqrb.h"
@@ -103,7 +104,9 @@ std::string DialogExportAsQRB::transactionSettings() const {
     const QJsonObject settings{
         {"source", QFileInfo(m_fileName).fileName()},
         {"uuid", QString::fromStdString(m_database.getUuid())},
-        {"filter", m_ui->editFilter->currentText().trimmed()},
+        {"filter", QString::fromStdString(core::withNumbers(
+                       m_ui->editFilter->currentText().trimmed().toStdString(),
+                       core::FilterAttributes::of(m_database.pointAttributes())))},
         {"nodes", m_ui->editNodes->text().trimmed()},
         {"attributes", QJsonArray::fromStringList(m_ui->listAttributes->checked())},
         {"metadata", QJsonArray::fromStringList(m_ui->listMetaData->checked())},

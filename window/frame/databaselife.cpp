@@ -1,6 +1,7 @@
 // MainWindow: the life of the open database.
 #include "window/frame/mainwindow.h"
 
+#include "core/namedfilter.h"
 #include "qrb/error.h"
 #include "window/common/aside.h"
 #include "window/common/guard.h"
@@ -87,6 +88,7 @@ void MainWindow::replaceDatabase(const QString& fileName,
         if (files::identityOf(fileName.toStdString()) != identity)
             throw std::runtime_error(
                 tr("The file was replaced while it was opened.\nOpen it again.").toStdString());
+        core::takeNamesInFilters(*database);
         m_session.database = std::move(database);
         m_session.identity = identity;
         m_session.readOnly = settings.readOnly;

@@ -81,8 +81,9 @@ QList<FilterCompletion::Entry> FilterCompletion::entries(bool isAsked) const {
     for (const Entry& value : m_values.value(word->compared))
         if (value.shown.contains(word->text, Qt::CaseInsensitive))
             found += value;
-    const bool isName = !word->text.isEmpty() && !word->text[0].isDigit() && word->text[0] != '-';
-    if (found.isEmpty() && (isName || (isAsked && word->text.isEmpty())))
+    const bool isName = !word->isQuoted && !word->text.isEmpty() && !word->text[0].isDigit() &&
+                        word->text[0] != '-';
+    if (found.isEmpty() && (isName || (isAsked && !word->isQuoted && word->text.isEmpty())))
         found = matchingNames(word->text);
     const bool isWhole = found.size() == 1 && found[0].inserted == word->text;
     return isWhole ? QList<Entry>() : found.mid(0, mostEntries);

@@ -24,12 +24,18 @@ qsizetype endOfWord(const QString& filter, qsizetype cursor) {
     return match.hasMatch() ? match.capturedEnd() : end;
 }
 
+// Behind the quotation mark that ends the name at the cursor; the cursor where there is none.
+qsizetype endOfQuoted(const QString& filter, qsizetype cursor, QChar mark) {
+    const bool isClosed = filter.mid(cursor).count(mark) % 2 == 1;
+    return isClosed ? filter.indexOf(mark, cursor) + 1 : cursor;
+}
+
 }  // namespace
 
 std::optional<FilterWord> filterWordAt(const QString& filter, qsizetype cursor) {
     static const QRegularExpression comparison(
         "(?<![\\w.])([A-Za-z_][\\w.]*)\\s*(?:\\[\\s*\\d+\\s*\\])?\\s*(?:==|!=|<=|>=|<|>)\\s*"
-        "(-?[\\w.]*(?:\\[\\d*\\]?)?)$");
+        "(\"[^\"]*|'[^']*|-?[\\w.]*(?:\\[\\d*\\]?)?)$");
     static const QRegularExpression name("(?<![\\w.:])[A-Za-z_][\\w.]*(?:\\[\\d*\\]?)?$");
     const qsizetype first = std::max<qsizetype>(0, cursor - longestLook);
     const QString before = filter.mid(first, cursor - first);
@@ -43,7 +49,13 @@ std::optional<FilterWord> filterWordAt(const QString& filter, qsizetype cursor) 
         return std::nullopt;
     }
     word.begin = cursor - word.text.size();
-    word.end = word.text.endsWith(']') ? cursor : endOfWord(filter, cursor);
+    word.isQuoted = word.text.startsWith('"') || word.text.startsWith('\'');
+    if (word.isQuoted) {
+        word.end = endOfQuoted(filter, cursor, word.text[0]);
+        word.text.remove(0, 1);
+    } else {
+        word.end = word.text.endsWith(']') ? cursor : endOfWord(filter, cursor);
+    }
     return word;
 }
 

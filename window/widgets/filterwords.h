@@ -9,8 +9,9 @@ namespace tarvo::window {
 struct FilterWord {
     qsizetype begin = 0;  // what is replaced when it is completed
     qsizetype end = 0;
-    QString text;      // of it, up to the cursor; may be empty behind a comparison
-    QString compared;  // the attribute, without index, that it is compared with; empty: none
+    QString text;           // of it, up to the cursor; may be empty behind a comparison
+    QString compared;       // the attribute, without index, that it is compared with; empty: none
+    bool isQuoted = false;  // begins with a quotation mark, which text leaves out
 };
 
 // The name that stands at the cursor, or the value behind a comparison; nothing where neither can

@@ -1,5 +1,7 @@
 #include "window/dialogs/plugin/databasefields.h"
 
+#include "core/error.h"
+#include "core/namedfilter.h"
 #include "window/common/filterhistory.h"
 #include "window/dialogs/filterinsertmenu.h"
 #include "window/widgets/filtercompletion.h"
@@ -136,7 +138,16 @@ void FilterField::setText(const QString& text) {
     m_box->setEditText(text);
 }
 
+std::string FilterField::given() const {
+    try {
+        return core::withNumbers(text().toStdString(), core::FilterAttributes::of(m_attributes));
+    } catch (const qrb::Error& error) {
+        throw core::Failure(error.what(), error.details());
+    }
+}
+
 void FilterField::setAttributes(const std::vector<PointAttribute>& attributes) {
+    m_attributes = attributes;
     m_menu->setAttributes(attributes);
     FilterHistory::show(m_box);
     m_completion->setAttributes(attributes);

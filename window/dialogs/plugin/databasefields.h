@@ -47,7 +47,12 @@ public:
     void setText(const QString& text) override;
     void setAttributes(const std::vector<qrb::pointcloud::PointAttribute>& attributes) override;
 
+protected:
+    // With numbers in place of named values.
+    std::string given() const override;
+
 private:
+    std::vector<qrb::pointcloud::PointAttribute> m_attributes;
     QComboBox* m_box;
     FilterInsertMenu* m_menu;
     FilterCompletion* m_completion;

@@ -85,14 +85,17 @@ std::string ParameterField::value() const {
     // Errors name the parameter as the form does.
     plugin::Parameter shown = m_parameter;
     shown.name = m_parameter.title;
-    const bool isNumber = m_parameter.type == ParameterType::NUMBER;
-    const std::string typed = (isNumber ? withPoint(text()) : text()).toStdString();
     if (text().trimmed().isEmpty() && !takesNothing(m_parameter))
         throw core::Failure(QObject::tr("\"%1\" has no value.").arg(title()).toStdString());
-    std::string json = plugin::valueFromText(shown, typed);
+    std::string json = plugin::valueFromText(shown, given());
     if (const QString wrong = objection(text()); !wrong.isEmpty())
         throw core::Failure(wrong.toStdString());
     return json;
+}
+
+std::string ParameterField::given() const {
+    const bool isNumber = m_parameter.type == ParameterType::NUMBER;
+    return (isNumber ? withPoint(text()) : text()).toStdString();
 }
 
 QString ParameterField::problem() const {

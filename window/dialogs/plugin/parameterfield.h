@@ -46,6 +46,8 @@ protected:
     // Takes the widget in that is named after the parameter, described and marked.
     void setInput(QWidget* input);
     QHBoxLayout* row() const { return m_row; }
+    // What the plugin gets of the text. Throws core::Failure.
+    virtual std::string given() const;
     // What is wrong with a value that is one of the type.
     virtual QString objection(const QString&) const { return {}; }
 

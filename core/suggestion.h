@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace tarvo::cli {
+namespace tarvo::core {
 
 // The names near a word, the nearest first, three at most: a few letters are missing, too many,
 // other ones or swapped, whatever their case, or the name only begins with the word. None for words
@@ -19,4 +19,4 @@ std::string didYouMean(const std::vector<std::string>& names);
 // advice.
 std::string suggestion(std::string_view word, const std::vector<std::string>& names);
 
-}  // namespace tarvo::cli
+}  // namespace tarvo::core

@@ -1,22 +1,16 @@
-#include "cli/suggestion.h"
+#include "core/suggestion.h"
+
+#include "core/utf8.h"
 
 #include <algorithm>
 #include <utility>
 
-namespace tarvo::cli {
+namespace tarvo::core {
 
 namespace {
 
 constexpr std::size_t longestWord = 64;
 constexpr std::size_t mostNames = 3;
-
-std::string lowerCase(std::string_view text) {
-    std::string result(text);
-    for (char& c : result) {
-        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    }
-    return result;
-}
 
 // How many letters must be inserted, left out, replaced or swapped with their neighbours.
 std::size_t distanceOf(std::string_view a, std::string_view b) {
@@ -84,4 +78,4 @@ std::string suggestion(std::string_view word, const std::vector<std::string>& na
     return question.empty() ? "" : question + "\n";
 }
 
-}  // namespace tarvo::cli
+}  // namespace tarvo::core
