@@ -2,7 +2,7 @@
 // 30 bytes each.
 //
 //   bench_sample_las POINTS TARGET.las
-#include "cli/sample/scanner.h"
+#include "simulation/scanner.h"
 
 #include <algorithm>
 #include <cmath>
@@ -18,6 +18,7 @@
 namespace {
 
 using namespace tarvo::cli;
+namespace simulation = tarvo::simulation;
 
 constexpr std::size_t headSize = 375;
 constexpr std::size_t recordSize = 30;
@@ -36,7 +37,7 @@ public:
     explicit Writer(const std::string& file) : m_out(file, std::ios::binary), m_file(file) {
         writeHead();
     }
-    void add(const sample::Points& points, std::size_t count) {
+    void add(const simulation::Points& points, std::size_t count) {
         std::vector<char> records(count * recordSize);
         for (std::size_t i = 0; i < count; ++i)
             addPoint(records, i * recordSize, points, i);
@@ -52,7 +53,7 @@ public:
     }
 
 private:
-    void addPoint(std::vector<char>& records, std::size_t at, const sample::Points& points,
+    void addPoint(std::vector<char>& records, std::size_t at, const simulation::Points& points,
                   std::size_t i) {
         for (std::size_t axis = 0; axis < 3; ++axis) {
             const auto steps =
@@ -104,9 +105,9 @@ private:
 void run(std::uint64_t count, const std::string& file) {
     constexpr std::uint64_t seed = 1;
     constexpr std::size_t batch = 65536;
-    const sample::Scene scene(seed);
-    sample::Scanner scanner(scene, seed, count);
-    sample::Points points(batch);
+    const simulation::Scene scene(seed);
+    simulation::Scanner scanner(scene, seed, count);
+    simulation::Points points(batch);
     Writer writer(file);
     for (std::uint64_t done = 0; done < count;) {
         const std::size_t next = scanner.next(

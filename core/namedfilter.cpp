@@ -46,13 +46,18 @@ public:
     // The number that an operand stands for beside the other one; nothing where it is no name.
     std::optional<std::string> numberOf(std::span<const FilterToken> operand,
                                         std::span<const FilterToken> other) {
-        if (operand.size() != 1 || (operand[0].kind != FilterToken::Kind::NAME &&
-                                    operand[0].kind != FilterToken::Kind::QUOTED))
-            return std::nullopt;
         const auto attribute = attributeIn(m_filter, other);
-        if (!attribute || valuesOf(*attribute).empty())
+        if (!attribute || operand.empty() || valuesOf(*attribute).empty())
             return std::nullopt;
-        const bool isQuoted = operand[0].kind == FilterToken::Kind::QUOTED;
+        if (isQuotationMark(operand[0]))
+            refuse("The quotation mark at " + positionOf(operand[0]) +
+                       " has no second one: one stands at each end of a name.",
+                   operand[0]);
+        const FilterToken::Kind kind = operand[0].kind;
+        if (operand.size() != 1 ||
+            (kind != FilterToken::Kind::NAME && kind != FilterToken::Kind::QUOTED))
+            return std::nullopt;
+        const bool isQuoted = kind == FilterToken::Kind::QUOTED;
         std::string word(operand[0].of(m_filter));
         if (isQuoted)
             word = trimmedQuotes(word);
@@ -103,10 +108,18 @@ private:
         return found[0].value;
     }
 
+    // One that has no second one.
+    bool isQuotationMark(const FilterToken& token) const {
+        return token.of(m_filter) == "\"" || token.of(m_filter) == "'";
+    }
+
+    std::string positionOf(const FilterToken& place) const {
+        return "position " + std::to_string(charactersBefore(m_filter, place.begin) + 1);
+    }
+
     // "\"ground\" at position 7"
     std::string placed(const std::string& word, const FilterToken& place) const {
-        return "\"" + word.substr(0, 60) + "\" at position " +
-               std::to_string(charactersBefore(m_filter, place.begin) + 1);
+        return "\"" + word.substr(0, 60) + "\" at " + positionOf(place);
     }
 
     [[noreturn]] void refuse(const std::string& text, const FilterToken& place) const {

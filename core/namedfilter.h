@@ -31,7 +31,8 @@ struct FilterAttributes {
 class NamedFilter {
 public:
     // Throws qrb::Error, as the library does for filters, for a word that is neither an attribute
-    // nor a name, and for a name of several numbers. What is no such comparison stays as it is.
+    // nor a name, for a name of several numbers and for one that lacks a quotation mark. What is no
+    // such comparison stays as it is.
     NamedFilter(std::string typed, const FilterAttributes& attributes);
 
     // With numbers in place of the names.

@@ -5,15 +5,16 @@ cmake_minimum_required(VERSION 3.25)
 set(shared core numbers qrb include/qrb catalogue files)
 set(window/app window/app window/frame window/dialogs window/common ${shared})
 set(window/frame window/frame window/panels window/dialogs window/widgets window/common plugin
-  exchange ${shared})
+  exchange simulation ${shared})
 set(window/panels window/panels window/dialogs window/widgets window/common plugin exchange
   ${shared})
 set(window/dialogs window/dialogs window/widgets window/common plugin exchange ${shared})
 set(window/widgets window/widgets window/common ${shared})
 set(window/common window/common ${shared})
-set(cli cli exchange plugin ${shared})
+set(cli cli exchange plugin simulation ${shared})
 set(exchange exchange ${shared})
 set(plugin plugin ${shared})
+set(simulation simulation core catalogue)
 set(core ${shared})
 set(qrb qrb include/qrb catalogue)
 set(include/qrb include/qrb)
@@ -37,7 +38,7 @@ set(engine/validation engine/validation numbers engine/session engine/index engi
 set(engine/capi engine/capi engine/validation engine/report engine/query engine/session engine/store
   engine/filter engine/index engine/codec engine/schema engine/base include/qrb catalogue files)
 set(rooms window/app window/frame window/panels window/dialogs window/widgets window/common cli
-  exchange plugin core qrb include/qrb catalogue numbers files engine/base engine/schema engine/codec
+  exchange plugin simulation core qrb include/qrb catalogue numbers files engine/base engine/schema engine/codec
   engine/index engine/filter engine/store engine/session engine/query engine/validation
   engine/report engine/capi)
 # Rooms with folders within them.

@@ -1,6 +1,6 @@
 #include "cli/database.h"
 #include "cli/errors.h"
-#include "cli/sample/scanner.h"
+#include "simulation/scanner.h"
 #include "cli/terminal.h"
 #include "qrb/loader.h"
 #include "tests/cli/folder.h"
@@ -85,9 +85,9 @@ TEST_F(Command, SampleHoldsExactlyThePointsAskedForAndRepeatsItself) {
     EXPECT_EQ(same.code, 0) << same.output;
     EXPECT_NE(run("select --count --filter 'tarvo.class == 6' " + a).output, "0\n");
     // Scene and scanner have the seed that was asked for.
-    const tarvo::cli::sample::Scene scene(3);
-    tarvo::cli::sample::Scanner scanner(scene, 3, 65537);
-    tarvo::cli::sample::Points first(1);
+    const tarvo::simulation::Scene scene(3);
+    tarvo::simulation::Scanner scanner(scene, 3, 65537);
+    tarvo::simulation::Points first(1);
     ASSERT_EQ(scanner.next(first, 1), 1u);
     const std::string range =
         run("select -a tarvo.range --format csv --filter 'tarvo.id == 1' " + a).output;

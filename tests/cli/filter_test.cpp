@@ -69,7 +69,7 @@ TEST_F(Filter, MistakesAreToldWhereTheyWereTyped) {
             "                                        ^");
     refused("tarvo.class == ground tarvo.id", "at position 23, found");
     refused("tarvo.range == ground", "There is no attribute \"ground\"");
-    refused("tarvo.class == 'ground", "at position 16 has no meaning in a filter");
+    refused("tarvo.class == 'ground", "The quotation mark at position 16 has no second one");
 }
 
 TEST_F(Filter, ExplainTellsWhatTheIndexKnows) {

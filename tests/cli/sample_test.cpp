@@ -1,4 +1,4 @@
-#include "cli/sample/scanner.h"
+#include "simulation/scanner.h"
 
 #include "tests/cli/commandtest.h"
 
@@ -12,6 +12,7 @@
 namespace {
 
 using namespace tarvo::cli;
+namespace simulation = tarvo::simulation;
 using tests::run;
 
 class Sample : public tests::CommandTest {
@@ -69,8 +70,8 @@ TEST_F(Sample, MeasuresAgreeWithEachOther) {
         ASSERT_EQ(std::to_string(all.size()), number);
         for (std::size_t i = 0; i < all.size(); ++i) {
             const Point& p = all[i];
-            const double theta = p.theta * sample::pi / 180;
-            const double phi = p.phi * sample::pi / 180;
+            const double theta = p.theta * simulation::pi / 180;
+            const double phi = p.phi * simulation::pi / 180;
             ASSERT_NEAR(p.x, p.range * std::sin(theta) * std::cos(phi), length);
             ASSERT_NEAR(p.y, p.range * std::sin(theta) * std::sin(phi), length);
             ASSERT_NEAR(p.z, p.range * std::cos(theta), length);
@@ -116,20 +117,20 @@ TEST_F(Sample, TellsThatItIsASimulation) {
 }
 
 TEST(Scan, IsTheSameForTheSameSeedHoweverItIsRead) {
-    const sample::Scene scene(5);
+    const simulation::Scene scene(5);
     const auto scan = [&](std::size_t batch) {
-        sample::Scanner scanner(scene, 5, 20000);
+        simulation::Scanner scanner(scene, 5, 20000);
         std::vector<double> xyz;
         std::size_t severalTargets = 0;
         std::size_t plantsBehind = 0;  // beyond the seam of the azimuth
-        sample::Points points(batch);
+        simulation::Points points(batch);
         while (const std::size_t count = scanner.next(points, 30000)) {
             for (std::size_t i = 0; i < count; ++i) {
                 xyz.insert(xyz.end(),
                            {points.xyz[3 * i], points.xyz[3 * i + 1], points.xyz[3 * i + 2]});
                 severalTargets += points.targetCount[i] > 1 ? 1 : 0;
                 plantsBehind +=
-                    points.pointClass[i] == sample::vegetation && points.phi[i] > 200 ? 1 : 0;
+                    points.pointClass[i] == simulation::vegetation && points.phi[i] > 200 ? 1 : 0;
             }
         }
         EXPECT_GT(severalTargets, 100u);
@@ -141,12 +142,33 @@ TEST(Scan, IsTheSameForTheSameSeedHoweverItIsRead) {
     EXPECT_EQ(whole, scan(7));
 }
 
+TEST(Scan, AsksOftenWhetherToGoOn) {
+    const simulation::Scene scene(1);
+    int asked = 0;
+    int most = 1 << 30;
+    const auto check = [&] {
+        if (++asked > most) {
+            throw asked;
+        }
+    };
+    simulation::Scanner scanner(scene, 1, 1'000'000, check);
+    EXPECT_GE(asked, 5);
+    simulation::Points points(65536);
+    asked = 0;
+    scanner.next(points, 65536);
+    EXPECT_GE(asked, 5);
+    most = asked + 2;
+    EXPECT_THROW(scanner.next(points, 65536), int);
+    most = asked + 1;
+    EXPECT_THROW(simulation::Scanner(scene, 1, 10, check), int);
+}
+
 TEST(Scan, IsATurnAtMostAndMostOfIt) {
     for (const std::uint64_t seed : {1, 2, 3, 4, 5, 6}) {
-        const sample::Scene scene(seed);
+        const simulation::Scene scene(seed);
         for (const std::uint64_t count : {300, 3000, 30000, 300000}) {
-            sample::Scanner scanner(scene, seed, count);
-            sample::Points points(4096);
+            simulation::Scanner scanner(scene, seed, count);
+            simulation::Points points(4096);
             std::uint32_t last = 0;
             while (const std::size_t found = scanner.next(points, 4096)) {
                 last = points.line[found - 1];
@@ -158,7 +180,7 @@ TEST(Scan, IsATurnAtMostAndMostOfIt) {
 }
 
 TEST(Scan, MeetsAWireBetweenItsEndsOnly) {
-    const sample::WirePiece wire{{5, -1, 0}, {5, 1, 0}, 0.02};
+    const simulation::WirePiece wire{{5, -1, 0}, {5, 1, 0}, 0.02};
     const auto meets = [&](double x, double y, double z) {
         return wire.intersect({{}, {x, y, z}}).has_value();
     };

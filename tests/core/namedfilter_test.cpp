@@ -69,7 +69,7 @@ TEST(NamedFilter, ReplacesNamesBesideTheirAttributeOnly) {
         {"tarvo.id == ground", "tarvo.id == ground"},
         {"tarvo.id == 'ground'", "tarvo.id == 'ground'"},
         {"ground", "ground"},
-        {"tarvo.class == 'ground", "tarvo.class == 'ground"},
+        {"tarvo.id == 'ground", "tarvo.id == 'ground"},
         {"find fullest leaf", "find fullest leaf"},
         {"", ""},
     };
@@ -87,6 +87,8 @@ TEST(NamedFilter, TellsWhatIsNoNameAndWhichNamesAreNear) {
     EXPECT_TRUE(read("tarvo.class == 'high vegetatoin'")
                     .starts_with("\"high vegetatoin\" at position 16 is no named value of "
                                  "\"tarvo.class\". Did you mean \"high vegetation\"?"));
+    EXPECT_TRUE(read("tarvo.class == 'high veg && 1")
+                    .starts_with("The quotation mark at position 16 has no second one"));
     EXPECT_TRUE(read("tarvo.class == reserved")
                     .starts_with("\"reserved\" at position 16 may be one of several values: 8 "
                                  "(Reserved), 12 (Reserved). Write the number."));
@@ -148,7 +150,8 @@ TEST(NamedFilter, StandsAnyText) {
                     qrb::ErrorImpl(QRB_ERROR_FILTER, "at position " + std::to_string(at), "\n^"));
         } catch (const qrb::Error& error) {
             EXPECT_TRUE(std::string(error.what()).find("named value") != std::string::npos ||
-                        std::string(error.what()).find("several") != std::string::npos)
+                        std::string(error.what()).find("several") != std::string::npos ||
+                        std::string(error.what()).find("quotation") != std::string::npos)
                 << error.what();
         }
     }

@@ -12,10 +12,12 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDropEvent>
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QMimeData>
 #include <QPlainTextEdit>
 #include <QRadioButton>
+#include <QToolButton>
 #include <QTreeWidget>
 #include <QUrl>
 #include <QtTest>
@@ -51,8 +53,11 @@ private slots:
     void refusalsAreToldOnceAndCanBeMended();
     void brokenFilesAreToldOnce();
     void pointFilesAreOfferedWhereverTheyComeFrom();
+    void samplesAreMadeFromTheStartPage();
+    void samplesAreCancelledAtOnce();
 
 private:
+    void clickSample();
     tarvo::qrb::Pointcloud& database() const { return *m_window->session().database; }
     WindowDriver driver() { return WindowDriver(*m_window); }
     QString path(const QString& name) const { return m_folder.filePath(name); }
@@ -315,6 +320,40 @@ void ImportTest::pointFilesAreOfferedWhereverTheyComeFrom() {
     drop({written(path("log.txt"), "A changelog, of one line.\n")});
     QTRY_COMPARE(driver().child<QPlainTextEdit>("editChangelog")->toPlainText(),
                  "A changelog, of one line.\n");
+}
+
+void ImportTest::clickSample() {
+    for (auto* button : m_window->findChildren<QToolButton*>())
+        if (button->isVisible() && button->text() == "Sample") {
+            QTest::mouseClick(button, Qt::LeftButton);
+            return;
+        }
+    QFAIL("no button");
+}
+
+void ImportTest::samplesAreMadeFromTheStartPage() {
+    Answers answers({});
+    answers.fileName = path("simulated");
+    clickSample();
+    QCOMPARE(answers.texts, QStringList());
+    QCOMPARE(m_window->session().fileName, path("simulated.qrbx"));
+    QCOMPARE(database().stat().root().pointCountTotal, 1'000'000);
+    QVERIFY(!database().transactions().pending());
+}
+
+void ImportTest::samplesAreCancelledAtOnce() {
+    const QStringList files = QDir(m_folder.path()).entryList(QDir::Files | QDir::Hidden);
+    Answers answers({});
+    answers.fileName = path("cancelled.qrbx");
+    answers.cancelled = "Making a sample";
+    QElapsedTimer time;
+    time.start();
+    clickSample();
+    QCOMPARE(answers.cancels, 1);
+    // It comes up after half a second.
+    QVERIFY2(time.elapsed() < 2500, qUtf8Printable(QString::number(time.elapsed())));
+    QVERIFY(!m_window->session().database);
+    QCOMPARE(QDir(m_folder.path()).entryList(QDir::Files | QDir::Hidden), files);
 }
 
 GUI_TEST_MAIN(ImportTest)

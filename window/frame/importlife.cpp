@@ -1,4 +1,4 @@
-// MainWindow: points of other programs that come in.
+// MainWindow: points that come in, of other programs and simulated ones.
 #include "core/pointpages.h"
 #include "ui_mainwindow.h"
 #include "window/common/filefilter.h"
@@ -6,6 +6,7 @@
 #include "window/frame/givenfiles.h"
 #include "window/frame/mainwindow.h"
 #include "window/frame/pointimport.h"
+#include "window/frame/samplecreation.h"
 
 #include <QFileDialog>
 #include <QFileInfo>
@@ -31,6 +32,14 @@ void MainWindow::on_actionImportPoints_triggered() {
                                                             withAllFiles(pointFileTypeFilter()));
     if (!names.isEmpty())
         importPoints(names, false);
+}
+
+void MainWindow::on_actionSample_triggered() {
+    guarded(this, [this] {
+        const QString name = createSample(m_session, this);
+        if (!name.isEmpty())
+            openDatabase(name, true);
+    });
 }
 
 void MainWindow::importPoints(const QStringList& fileNames, bool intoOpen) {

@@ -103,8 +103,9 @@ MainWindow::~MainWindow() {
 void MainWindow::createPanels() {
     auto* database = new DatabasePanel(m_session, m_ui->tabDatabase);
     connect(database, &DatabasePanel::libraryChosen, this, &MainWindow::switchLibrary);
-    m_startPage = new StartPage({m_ui->actionNew, m_ui->actionOpen, m_ui->actionImportPoints},
-                                m_ui->tabDatabase);
+    m_startPage = new StartPage(
+        {m_ui->actionNew, m_ui->actionOpen, m_ui->actionImportPoints, m_ui->actionSample},
+        m_ui->tabDatabase);
     connect(m_startPage, &StartPage::chosen, this,
             [this](const QString& name) { openDatabase(name, true); });
     m_ui->tabDatabase->layout()->addWidget(m_startPage);

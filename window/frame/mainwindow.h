@@ -76,6 +76,7 @@ private slots:
     void on_actionOpenClipboard_triggered();
     void on_actionExportAsQRB_triggered();
     void on_actionImportPoints_triggered();
+    void on_actionSample_triggered();
     void on_actionReload_triggered();
     void on_actionValidate_triggered();
     void on_actionClose_triggered();

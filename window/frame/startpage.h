@@ -1,5 +1,5 @@
-// What the window offers while no database is open: to make, open or import one, and the files
-// opened last.
+// What the window offers while no database is open: to make, open or import one, a sample, and the
+// files opened last.
 #pragma once
 
 #include <QAction>

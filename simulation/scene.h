@@ -2,13 +2,13 @@
 // with a power line, a parked car. The same for the same seed.
 #pragma once
 
-#include "cli/sample/random.h"
-#include "cli/sample/solids.h"
+#include "simulation/random.h"
+#include "simulation/solids.h"
 
 #include <cstdint>
 #include <vector>
 
-namespace tarvo::cli::sample {
+namespace tarvo::simulation {
 
 // What stands at a place; seen from the scanner it fills a span of azimuths.
 struct Object {
@@ -51,4 +51,4 @@ private:
     std::vector<Object> m_objects;
 };
 
-}  // namespace tarvo::cli::sample
+}  // namespace tarvo::simulation

@@ -2,12 +2,13 @@
 // beams at every step, a shot every 4 microseconds.
 #pragma once
 
-#include "cli/sample/scene.h"
+#include "simulation/scene.h"
 
 #include <cstdint>
+#include <functional>
 #include <vector>
 
-namespace tarvo::cli::sample {
+namespace tarvo::simulation {
 
 // Columns of points, one value per point (coordinates: three), in the terms of the catalogue's
 // attributes. Angles in degrees.
@@ -42,7 +43,10 @@ class Scanner {
 public:
     // Chooses the angular step so that a turn gives the points, and not many more. The scene must
     // outlive it.
-    Scanner(const Scene& scene, std::uint64_t seed, std::uint64_t pointCount);
+    // check: is called many times a second, here and by next(), and may throw to end the scan;
+    // empty: nobody is asked.
+    Scanner(const Scene& scene, std::uint64_t seed, std::uint64_t pointCount,
+            std::function<void()> check = {});
 
     const Pattern& pattern() const { return m_pattern; }
     // The next points, at most capacity and at most count; 0 when all pointCount were given. The
@@ -69,6 +73,7 @@ private:
 
     const Scene& m_scene;
     const std::uint64_t m_seed;
+    const std::function<void()> m_check;
     Pattern m_pattern;
     struct Beam {
         double theta;  // degrees
@@ -91,4 +96,4 @@ private:
     std::size_t m_written = 0;   // of these
 };
 
-}  // namespace tarvo::cli::sample
+}  // namespace tarvo::simulation

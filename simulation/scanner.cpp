@@ -1,9 +1,10 @@
-#include "cli/sample/scanner.h"
+#include "simulation/scanner.h"
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
-namespace tarvo::cli::sample {
+namespace tarvo::simulation {
 
 namespace {
 
@@ -15,6 +16,7 @@ constexpr double degree = pi / 180;
 constexpr double angleGrid = 1e-6;     // degrees
 constexpr double rangeGrid = 0.00025;  // metres
 constexpr double shotsPerSecond = 250000;
+constexpr std::uint64_t shotsBetweenChecks = 4096;  // a few milliseconds
 
 constexpr double maximumRange = 120;
 constexpr std::size_t groundSteps = 1024;
@@ -51,8 +53,13 @@ Points::Points(std::size_t capacity)
       timestamp(capacity),
       line(capacity) {}
 
-Scanner::Scanner(const Scene& scene, std::uint64_t seed, std::uint64_t pointCount)
-    : m_scene(scene), m_seed(seed), m_random(seed), m_ground(groundSteps + 2) {
+Scanner::Scanner(const Scene& scene, std::uint64_t seed, std::uint64_t pointCount,
+                 std::function<void()> check)
+    : m_scene(scene),
+      m_seed(seed),
+      m_check(std::move(check)),
+      m_random(seed),
+      m_ground(groundSteps + 2) {
     // A coarse turn tells how many echoes a shot gives.
     setStep(100);
     const std::uint64_t coarseShots = std::uint64_t{m_pattern.lines} * m_fan.size();
@@ -154,6 +161,9 @@ void Scanner::addSoftEchoes(const Ray& ray, const Object& object, double solidRa
 }
 
 void Scanner::nextShot() {
+    if (m_check && m_shot % shotsBetweenChecks == 0) {
+        m_check();
+    }
     m_beam = static_cast<std::uint32_t>(m_shot % m_fan.size());
     m_line = static_cast<std::uint32_t>(m_shot / m_fan.size());
     m_time = static_cast<double>(m_shot) / shotsPerSecond;
@@ -261,4 +271,4 @@ std::size_t Scanner::next(Points& points, std::size_t count) {
     return written;
 }
 
-}  // namespace tarvo::cli::sample
+}  // namespace tarvo::simulation

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <cstdint>
 
-namespace tarvo::cli::sample {
+namespace tarvo::simulation {
 
 // xoshiro256++ by Blackman and Vigna (public domain), seeded by splitmix64.
 class Random {
@@ -48,4 +48,4 @@ private:
     std::uint64_t m_state[4];
 };
 
-}  // namespace tarvo::cli::sample
+}  // namespace tarvo::simulation

@@ -7,7 +7,7 @@
 #include <optional>
 #include <vector>
 
-namespace tarvo::cli::sample {
+namespace tarvo::simulation {
 
 inline constexpr double pi = std::numbers::pi;
 
@@ -85,4 +85,4 @@ struct WirePiece {
     std::optional<Hit> intersect(const Ray& ray) const;
 };
 
-}  // namespace tarvo::cli::sample
+}  // namespace tarvo::simulation

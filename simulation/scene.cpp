@@ -1,9 +1,9 @@
-#include "cli/sample/scene.h"
+#include "simulation/scene.h"
 
 #include <algorithm>
 #include <cmath>
 
-namespace tarvo::cli::sample {
+namespace tarvo::simulation {
 
 namespace {
 
@@ -146,4 +146,4 @@ void Scene::visible(double azimuth, std::vector<const Object*>& objects) const {
     }
 }
 
-}  // namespace tarvo::cli::sample
+}  // namespace tarvo::simulation

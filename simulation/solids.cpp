@@ -1,10 +1,10 @@
-#include "cli/sample/solids.h"
+#include "simulation/solids.h"
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
 
-namespace tarvo::cli::sample {
+namespace tarvo::simulation {
 
 void ConvexBody::addPlane(const Vector& normal, double distance) {
     m_planes.push_back({normal, distance});
@@ -103,4 +103,4 @@ std::optional<Hit> WirePiece::intersect(const Ray& ray) const {
     return Hit{range, std::sqrt(std::max(0.0, 1 - b * b / c))};
 }
 
-}  // namespace tarvo::cli::sample
+}  // namespace tarvo::simulation
