@@ -3149,10 +3149,6 @@ Abbrechen und das Fenster schließen?</translation>
 <context>
     <name>tarvo::window::FindBar</name>
     <message>
-        <source>find in the points shown</source>
-        <translation>in den angezeigten Punkten suchen</translation>
-    </message>
-    <message>
         <source>Text to find</source>
         <translation>Gesuchter Text</translation>
     </message>
@@ -3602,6 +3598,18 @@ Weiter darauf warten?</translation>
         <source>text</source>
         <translation>Text</translation>
     </message>
+    <message>
+        <source>Find</source>
+        <translation>Suchen</translation>
+    </message>
+    <message>
+        <source>&lt;html&gt;&lt;body&gt;&lt;p&gt;Find a text in the metadata items [Ctrl+F]&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation>&lt;html&gt;&lt;body&gt;&lt;p&gt;Einen Text in den Metadateneinträgen suchen [Strg+F]&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
+    </message>
+    <message>
+        <source>find in the metadata items</source>
+        <translation>in den Metadateneinträgen suchen</translation>
+    </message>
 </context>
 <context>
     <name>tarvo::window::Panel</name>
@@ -3776,6 +3784,18 @@ Die Transaktion „%1“ beginnen und fortfahren?</translation>
     <message>
         <source>Removing attributes...</source>
         <translation>Attribute werden entfernt...</translation>
+    </message>
+    <message>
+        <source>Find</source>
+        <translation>Suchen</translation>
+    </message>
+    <message>
+        <source>&lt;html&gt;&lt;body&gt;&lt;p&gt;Find a text in the point attributes [Ctrl+F]&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation>&lt;html&gt;&lt;body&gt;&lt;p&gt;Einen Text in den Punktattributen suchen [Strg+F]&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
+    </message>
+    <message>
+        <source>find in the point attributes</source>
+        <translation>in den Punktattributen suchen</translation>
     </message>
 </context>
 <context>
@@ -4057,10 +4077,6 @@ Die Transaktion „%1“ beginnen und fortfahren?</translation>
         <translation>%1 von %2</translation>
     </message>
     <message>
-        <source>%1 (more with F3, 1,000 more with Shift+F3)</source>
-        <translation>%1 (mehr mit F3, 1.000 mehr mit Umschalt+F3)</translation>
-    </message>
-    <message>
         <source>Counting points...</source>
         <translation>Punkte werden gezählt...</translation>
     </message>
@@ -4091,6 +4107,46 @@ Die Transaktion „%1“ beginnen und fortfahren?</translation>
     <message>
         <source>No points are selected; &quot;%0&quot; was left as it was.</source>
         <translation>Es sind keine Punkte ausgewählt; „%0“ blieb, wie es war.</translation>
+    </message>
+    <message>
+        <source>All</source>
+        <translation>Alle</translation>
+    </message>
+    <message>
+        <source>&lt;html&gt;&lt;body&gt;&lt;p&gt;Run the query, or get all points that are left [Ctrl+F3]&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation>&lt;html&gt;&lt;body&gt;&lt;p&gt;Die Abfrage ausführen oder alle übrigen Punkte holen [Strg+F3]&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
+    </message>
+    <message>
+        <source>All points are shown.</source>
+        <translation>Alle Punkte werden angezeigt.</translation>
+    </message>
+    <message>
+        <source>%1 points match the current filter expression.
+The table shows %2 of them at most; a file takes all.</source>
+        <translation>%1 Punkte entsprechen dem aktuellen Filterausdruck.
+Die Tabelle zeigt höchstens %2 davon; eine Datei nimmt alle auf.</translation>
+    </message>
+    <message>
+        <source>Export ...</source>
+        <translation>Exportieren ...</translation>
+    </message>
+    <message>
+        <source>Read %1 points?
+The table takes about %2 of memory for them.</source>
+        <translation>%1 Punkte lesen?
+Die Tabelle braucht dafür etwa %2 Speicher.</translation>
+    </message>
+    <message>
+        <source>Showing the points...</source>
+        <translation>Die Punkte werden angezeigt...</translation>
+    </message>
+    <message>
+        <source>find in the points shown</source>
+        <translation>in den angezeigten Punkten suchen</translation>
+    </message>
+    <message>
+        <source>%1 (more with F3, 1,000 more with Shift+F3, all with Ctrl+F3)</source>
+        <translation>%1 (mehr mit F3, 1.000 mehr mit Umschalt+F3, alle mit Strg+F3)</translation>
     </message>
 </context>
 <context>
