@@ -859,6 +859,14 @@ bis Transaktion %1</translation>
         <source>Nodes of the index so far: %1 skipped, %2 taken whole, %3 read point by point</source>
         <translation>Knoten des Index bisher: %1 übersprungen, %2 als Ganzes genommen, %3 Punkt für Punkt gelesen</translation>
     </message>
+    <message>
+        <source>Sample</source>
+        <translation>Beispiel</translation>
+    </message>
+    <message>
+        <source>Making a sample ...</source>
+        <translation>Ein Beispiel wird erstellt ...</translation>
+    </message>
 </context>
 <context>
     <name>tarvo::window::ChangelogPanel</name>
@@ -3482,6 +3490,14 @@ Bitte eine Datei oder einen Dateinamen in die Zwischenablage kopieren.</translat
 Go on waiting for that?</source>
         <translation>Die Bibliothek wird gewechselt, sobald dieses und alle anderen Fenster geschlossen sind.
 Weiter darauf warten?</translation>
+    </message>
+    <message>
+        <source>Sample ...</source>
+        <translation>Beispiel ...</translation>
+    </message>
+    <message>
+        <source>&lt;html&gt;&lt;body&gt;&lt;p&gt;Make a database with about a million points of a simulated scan, and open it&lt;/p&gt;&lt;p style=&quot;color:#0000a3&quot;&gt;&lt;i&gt;tarvo::qrb::Pointcloud::create()&lt;br/&gt;tarvo::qrb::pointcloud::QueryInsert::next()&lt;/i&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation>&lt;html&gt;&lt;body&gt;&lt;p&gt;Eine Datenbank mit etwa einer Million Punkten eines simulierten Scans erstellen und öffnen&lt;/p&gt;&lt;p style=&quot;color:#0000a3&quot;&gt;&lt;i&gt;tarvo::qrb::Pointcloud::create()&lt;br/&gt;tarvo::qrb::pointcloud::QueryInsert::next()&lt;/i&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
 </context>
 <context>
