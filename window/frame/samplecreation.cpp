@@ -42,7 +42,7 @@ QString createSample(const DatabaseSession& session, QWidget* parent) {
                   simulation::makeSample(database, place, {}, transactionAgentText().toStdString(),
                                          progress);
                   // The last chance to cancel: the file isn't in its place yet.
-                  progress("Writing " + place, 1);
+                  progress(QObject::tr("Writing %1").arg(location).toStdString(), 1);
                   database.publish();
               });
     return location;
