@@ -1,60 +1,24 @@
 #include "window/panels/pointdatapanel.h"
 
-#include "core/nodelist.h"
 #include "ui_pointdatapanel.h"
 #include "window/common/filterhistory.h"
 #include "window/common/messageboxes.h"
 #include "window/common/textfiles.h"
-#include "window/common/textformat.h"
 #include "window/panels/filterhelp.h"
 #include "window/panels/findbar.h"
 #include "window/panels/formatexport.h"
 #include "window/panels/pointexport.h"
-#include "window/panels/pointrow.h"
-#include "window/panels/valuenames.h"
-#include "window/widgets/headermemory.h"
 #include "window/widgets/splittermemory.h"
 
-#include <QAbstractItemModel>
 #include <QBoxLayout>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFileDialog>
-#include <QFileInfo>
-#include <QHeaderView>
 #include <QLineEdit>
-#include <QLocale>
-#include <QScopedValueRollback>
 #include <QSplitter>
-#include <QThreadPool>
 #include <algorithm>
 #include <limits>
-#include <set>
 
 namespace tarvo::window {
-
-namespace {
-
-// Points per call: few enough that the progress is seen.
-constexpr std::uint32_t countBatch = 1'000'000;
-
-QString countText(quint64 count) {
-    if (count == 0)
-        return QObject::tr("No points match the current filter expression.");
-    if (count == 1)
-        return QObject::tr("One point matches the current filter expression.");
-    return QObject::tr("%0 points match the current filter expression.").arg(grouped(count));
-}
-
-// What a query's way through the index was.
-QString wayOf(const qrb::pointcloud::NodesPassed& nodes) {
-    return QObject::tr(
-               "Nodes of the index so far: %1 skipped, %2 taken whole, %3 read point by "
-               "point")
-        .arg(grouped(nodes.skipped), grouped(nodes.whole), grouped(nodes.read));
-}
-
-}  // namespace
 
 PointDataPanel::PointDataPanel(const DatabaseSession& session, QWidget* parent)
     : Panel(session, parent),
@@ -149,14 +113,6 @@ void PointDataPanel::clear() {
     m_ui->progressPointData->setValue(0);
 }
 
-// Many rows take long to be deleted, which nobody has to wait for.
-void PointDataPanel::dropRows() {
-    const QScopedValueRollback filling(m_isFilling, true);
-    const auto rows = m_ui->treePointData->invisibleRootItem()->takeChildren();
-    if (!rows.isEmpty())
-        QThreadPool::globalInstance()->start([rows] { qDeleteAll(rows); });
-}
-
 void PointDataPanel::refreshAttributes() {
     m_attributes.clear();
     if (database()) {
@@ -205,252 +161,11 @@ QString PointDataPanel::nodesText() const {
     return m_ui->editPointDataNodes->text();
 }
 
-// Of ranges of nodes those that the index has, for which it is read.
-core::PointSelection PointDataPanel::selection() {
-    core::PointSelection result;
-    result.filter = filterText().trimmed().toStdString();
-    const std::string nodes = nodesText().trimmed().toStdString();
-    if (nodes.empty())
-        return result;
-    result.nodes = core::parseNodeList(nodes);
-    if (result.nodes->size() > core::parseSingleNodes(nodes).size())
-        workAside(this, tr("Reading the point index..."), m_session.context,
-                  [&](const StepProgress&) {
-                      qrb::pointcloud::IndexNode root;
-                      database()->stat().index(root);
-                      result.nodes = core::existingNodes(nodes, root);
-                  });
-    return result;
-}
-
-void PointDataPanel::on_actionQuerySelectNext_triggered() {
-    read(1);
-}
-
-void PointDataPanel::on_actionQuerySelectMore_triggered() {
-    read(10);
-}
-
-void PointDataPanel::read(int pages) {
-    if (!database())
-        return;
-    Rows rows;
-    if (guarded([&] { rows = m_reader ? nextRows(pages) : firstRows(pages); }))
-        showRows(rows);
-    updateActions();
-}
-
-// The rows that are shown stay until those of the new query are there.
-PointDataPanel::Rows PointDataPanel::firstRows(int pages) {
-    const auto wanted = selection();
-    if (!wanted.filter.empty()) {
-        FilterHistory::add(filterText());
-        refreshHistory();
-        emit historyChanged();
-    }
-    Rows rows;
-    std::unique_ptr<PointReader> reader;
-    workAside(this, tr("Reading points..."), m_session.context, [&](const StepProgress& progress) {
-        reader = std::make_unique<PointReader>(*database(), wanted);
-        readRows(rows, *reader, pages, 0, progress);
-        if (wanted.filter.empty() && !wanted.nodes)
-            rows.total = wanted.query(*database()).next(std::numeric_limits<std::uint32_t>::max());
-    });
-    m_reader = std::move(reader);
-    m_runningFilter = filterText();
-    m_runningNodes = nodesText();
-    if (!isOfSelection(m_counted))
-        m_counted = {};
-    m_rowCounter = 0;
-    m_ui->progressPointData->setValue(0);
-    keepSelection();
-    dropRows();
-    m_headers = QStringList("#") + m_reader->columns();
-    m_idColumn = static_cast<int>(
-        m_headers.indexOf(QString::fromStdString(database()->pointAttributes().pointIdName())));
-    m_names = std::make_shared<ValueNames>(m_headers, m_attributes);
-    m_names->setShown(m_ui->actionPointNames->isChecked());
-    showHeaders();
-    m_widths.restart();
-    return rows;
-}
-
 const qrb::pointcloud::PointAttribute* PointDataPanel::attributeOf(int column) const {
     const std::string name = m_headers.value(column).section('[', 0, 0).toStdString();
     const auto found = std::find_if(m_attributes.begin(), m_attributes.end(),
                                     [&](const auto& attribute) { return attribute.name == name; });
     return found == m_attributes.end() ? nullptr : &*found;
-}
-
-// For rows that come again, later: what is selected then is selected beside them.
-void PointDataPanel::keepSelection() {
-    const auto selected = m_ui->treePointData->selectedItems();
-    if (m_idColumn < 0 || selected.isEmpty())
-        return;
-    m_keptIds.clear();
-    for (const QTreeWidgetItem* row : selected)
-        m_keptIds += static_cast<const PointRow*>(row)->value(m_idColumn);
-}
-
-// A query that failed or was stopped can't go on.
-PointDataPanel::Rows PointDataPanel::nextRows(int pages) {
-    Rows rows;
-    try {
-        workAside(this, tr("Reading points..."), m_session.context,
-                  [&](const StepProgress& progress) {
-                      readRows(rows, *m_reader, pages, m_rowCounter, progress);
-                  });
-    } catch (...) {
-        m_reader.reset();
-        showCounter();
-        throw;
-    }
-    return rows;
-}
-
-void PointDataPanel::readRows(Rows& rows, PointReader& reader, int pages, std::uint64_t before,
-                              const StepProgress& progress) {
-    QElapsedTimer timer;
-    timer.start();
-    for (int page = 0; page < pages && !rows.isEnd; ++page) {
-        const std::uint32_t count = reader.next();
-        for (std::uint32_t row = 0; row < count; ++row) {
-            QStringList& texts = rows.texts.emplace_back();
-            texts += QString::number(before + rows.texts.size());
-            for (int column = 0; column < reader.columns().size(); ++column)
-                texts += reader.text(row, column);
-        }
-        rows.isEnd = count < PointReader::pageSize;
-        progress({}, static_cast<double>(page + 1) / pages);
-    }
-    rows.nodes = reader.nodesPassed();
-    rows.milliseconds = timer.elapsed();
-}
-
-void PointDataPanel::showRows(const Rows& rows) {
-    if (rows.texts.empty()) {
-        tellRows(rows, 0);
-        m_ui->actionQuerySelectCancel->setEnabled(true);
-        m_ui->actionQuerySelectCancel->trigger();
-        showInformation(this, tr("No data received."));
-        return;
-    }
-    appendRows(rows.texts);
-    tellRows(rows, rows.texts.size());
-}
-
-// shown: how many of them are in the table now.
-void PointDataPanel::tellRows(const Rows& rows, std::size_t shown) {
-    m_ui->labelPointData->setText(tr("%0 ms").arg(rows.milliseconds));
-    m_ui->labelPointRows->setToolTip(rows.nodes ? wayOf(*rows.nodes) : QString());
-    if (shown == 0)
-        return;
-    m_rowCounter += shown;
-    m_ui->progressPointData->setValue(static_cast<int>(m_reader->progress()));
-    m_findBar->refresh();
-    if (rows.isEnd && shown == rows.texts.size())
-        m_counted = {m_runningFilter, m_runningNodes, m_rowCounter};
-    else if (rows.total)
-        m_counted = {m_runningFilter, m_runningNodes, *rows.total};
-    showCounter();
-}
-
-bool PointDataPanel::isOfSelection(const Counted& counted) const {
-    return counted.points && counted.filter == filterText() && counted.nodes == nodesText();
-}
-
-// Which points are shown, and of how many, where that is known.
-void PointDataPanel::showCounter() {
-    QString text;
-    if (m_rowCounter > 0) {
-        text = QString("1\u2013%1").arg(grouped(m_rowCounter));
-        const bool isKnown = m_counted.points && m_counted.filter == m_runningFilter &&
-                             m_counted.nodes == m_runningNodes;
-        if (isKnown)
-            text = tr("%1 of %2").arg(text, grouped(*m_counted.points));
-        if (m_reader && !(isKnown && *m_counted.points == m_rowCounter))
-            text = tr("%1 (more with F3, 1,000 more with Shift+F3, all with Ctrl+F3)").arg(text);
-    }
-    m_ui->labelPointRows->setText(text);
-    if (text.isEmpty())
-        m_ui->labelPointRows->setToolTip({});
-}
-
-void PointDataPanel::appendRows(const std::vector<QStringList>& texts) {
-    QTreeWidget* tree = m_ui->treePointData;
-    const bool isFirst = tree->topLevelItemCount() == 0;
-    // Sorted once, not row by row.
-    tree->setSortingEnabled(false);
-    const auto rows = addRows(texts);
-    tree->setSortingEnabled(true);
-    // Headers have room for the mark of sorting only now.
-    {
-        const QScopedValueRollback moving(m_isMovingColumns, true);
-        m_columns.apply(tree);
-    }
-    m_widths.add(rows);
-    m_headerMemory->restoreSort();
-    selectKept(rows);
-    if (!isFirst)
-        tree->scrollToItem(rows.first(), QAbstractItemView::PositionAtTop);
-}
-
-QList<QTreeWidgetItem*> PointDataPanel::addRows(std::span<const QStringList> texts) {
-    QList<QTreeWidgetItem*> rows;
-    for (const QStringList& row : texts)
-        rows += new PointRow(row, m_headers, m_names);
-    m_ui->treePointData->addTopLevelItems(rows);
-    return rows;
-}
-
-void PointDataPanel::selectKept(const QList<QTreeWidgetItem*>& rows) {
-    if (m_keptIds.isEmpty() || m_idColumn < 0)
-        return;
-    const QScopedValueRollback filling(m_isFilling, true);
-    for (QTreeWidgetItem* row : rows)
-        if (m_keptIds.contains(static_cast<const PointRow*>(row)->value(m_idColumn)))
-            row->setSelected(true);
-}
-
-void PointDataPanel::on_actionQuerySelectCancel_triggered() {
-    m_reader.reset();
-    showCounter();
-    updateActions();
-}
-
-void PointDataPanel::on_treePointData_itemSelectionChanged() {
-    // What the user selects himself is all that he wants.
-    if (!m_isFilling)
-        m_keptIds.clear();
-}
-
-void PointDataPanel::onPointDataSelectionEdited() {
-    if (m_reader &&
-        (filterText() != m_runningFilter || m_ui->editPointDataNodes->text() != m_runningNodes))
-        m_ui->actionQuerySelectCancel->trigger();
-}
-
-void PointDataPanel::on_actionQuerySelectCount_triggered() {
-    if (!database())
-        return;
-    quint64 total = 0;
-    if (guarded([&] { total = countPoints(); }))
-        showInformation(this, countText(total));
-}
-
-std::uint64_t PointDataPanel::countPoints() {
-    std::uint64_t total = 0;
-    const auto wanted = selection();
-    workAside(this, tr("Counting points..."), m_session.context, [&](const StepProgress& progress) {
-        auto query = wanted.query(*database());
-        while (const std::uint32_t count = query.next(countBatch)) {
-            total += count;
-            progress({}, query.progress() / 100.0);
-        }
-    });
-    m_counted = {filterText(), nodesText(), total};
-    showCounter();
-    return total;
 }
 
 void PointDataPanel::on_actionQuerySelectFind_triggered() {
