@@ -1,9 +1,8 @@
 // What helps while a filter is typed: names and values that complete it, the check behind the last
 // key, filters that are kept under a name.
 
-#include "qrb/loader.h"
 #include "tests/window/guitestmain.h"
-#include "tests/window/samplewindow.h"
+#include "tests/window/samplewindowtest.h"
 #include "window/common/aside.h"
 #include "window/common/savedfilters.h"
 #include "window/dialogs/filterinsertmenu.h"
@@ -22,19 +21,18 @@
 #include <QToolButton>
 #include <QTreeWidget>
 #include <QtTest>
-#include <memory>
 #include <thread>
 
 using namespace tarvo::window;
 
-class FilterHelpTest : public QObject {
+class FilterHelpTest : public SampleWindowTest {
     Q_OBJECT
 
+public:
+    FilterHelpTest() : SampleWindowTest("tabPointData") {}
+
 private slots:
-    void initTestCase();
-    void cleanupTestCase() { tarvo::qrb::freeLibrary(); }
     void init();
-    void cleanup() { m_window.reset(); }
 
     void wordsAreFoundAtTheCursor();
     void namesAreCompletedWhereTheyStand();
@@ -64,20 +62,10 @@ private:
         QTest::keyClicks(edit(), text);
     }
     QLabel* finding() { return m_window->child<QLabel>("labelPointDataFilter"); }
-
-    std::unique_ptr<SampleDatabase> m_sample;
-    std::unique_ptr<SampleWindow> m_window;
 };
 
-void FilterHelpTest::initTestCase() {
-    tarvo::qrb::loadLibrary("");
-    m_sample = std::make_unique<SampleDatabase>();
-    QVERIFY2(m_sample->error().isEmpty(), qUtf8Printable(m_sample->error()));
-}
-
 void FilterHelpTest::init() {
-    m_window = std::make_unique<SampleWindow>(m_sample->copy());
-    m_window->driver().showTab("tabPointData");
+    SampleWindowTest::init();
     edit()->setFocus();
 }
 

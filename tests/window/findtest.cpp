@@ -1,9 +1,8 @@
 // The find bars of the tabs: where they find, the keys that lead through the hits, and whose those
 // keys are.
 
-#include "qrb/loader.h"
 #include "tests/window/guitestmain.h"
-#include "tests/window/samplewindow.h"
+#include "tests/window/samplewindowtest.h"
 
 #include <QAction>
 #include <QApplication>
@@ -15,19 +14,16 @@
 #include <QToolButton>
 #include <QTreeWidget>
 #include <QtTest>
-#include <memory>
 
 using namespace tarvo::window;
 
-class FindTest : public QObject {
+class FindTest : public SampleWindowTest {
     Q_OBJECT
 
-private slots:
-    void initTestCase();
-    void cleanupTestCase() { tarvo::qrb::freeLibrary(); }
-    void init();
-    void cleanup() { m_window.reset(); }
+public:
+    FindTest() : SampleWindowTest("tabMetaData") {}
 
+private slots:
     void metaDataAreFoundInNamesAndValues();
     void attributesAreFoundInTheirGroups();
     void keysServeTheListWhileTheBarIsShown();
@@ -64,21 +60,8 @@ private:
         QTest::keyClick(QApplication::focusWidget(), key, modifiers);
     }
 
-    std::unique_ptr<SampleDatabase> m_sample;
-    std::unique_ptr<SampleWindow> m_window;
     QString m_suffix;
 };
-
-void FindTest::initTestCase() {
-    tarvo::qrb::loadLibrary("");
-    m_sample = std::make_unique<SampleDatabase>();
-    QVERIFY2(m_sample->error().isEmpty(), qUtf8Printable(m_sample->error()));
-}
-
-void FindTest::init() {
-    m_window = std::make_unique<SampleWindow>(m_sample->copy());
-    m_window->window().resize(1400, 800);
-}
 
 void FindTest::metaDataAreFoundInNamesAndValues() {
     open("MetaData", "NO");

@@ -1,8 +1,7 @@
 // How many points the table shows, of how many, and what is copied of them.
 
-#include "qrb/loader.h"
 #include "tests/window/guitestmain.h"
-#include "tests/window/samplewindow.h"
+#include "tests/window/samplewindowtest.h"
 
 #include <QAction>
 #include <QApplication>
@@ -13,19 +12,16 @@
 #include <QStatusBar>
 #include <QTreeWidget>
 #include <QtTest>
-#include <memory>
 
 using namespace tarvo::window;
 
-class PointRowsTest : public QObject {
+class PointRowsTest : public SampleWindowTest {
     Q_OBJECT
 
-private slots:
-    void initTestCase();
-    void cleanupTestCase();
-    void init();
-    void cleanup() { m_window.reset(); }
+public:
+    PointRowsTest() : SampleWindowTest("tabPointData") {}
 
+private slots:
     void counterTellsWhatIsShownOfHowMany();
     void allRowsThatAreLeftAreRead();
     void stoppedAndFailedQueriesPromiseNoMore();
@@ -51,25 +47,7 @@ private:
         tree->scrollToItem(row);
         QTest::mouseClick(tree->viewport(), Qt::LeftButton, modifiers, placeOf(row));
     }
-
-    std::unique_ptr<SampleDatabase> m_sample;
-    std::unique_ptr<SampleWindow> m_window;
 };
-
-void PointRowsTest::initTestCase() {
-    tarvo::qrb::loadLibrary("");
-    m_sample = std::make_unique<SampleDatabase>();
-    QVERIFY2(m_sample->error().isEmpty(), qUtf8Printable(m_sample->error()));
-}
-
-void PointRowsTest::cleanupTestCase() {
-    tarvo::qrb::freeLibrary();
-}
-
-void PointRowsTest::init() {
-    m_window = std::make_unique<SampleWindow>(m_sample->copy());
-    m_window->driver().showTab("tabPointData");
-}
 
 void PointRowsTest::counterTellsWhatIsShownOfHowMany() {
     const QString more = " (more with F3, 1,000 more with Shift+F3, all with Ctrl+F3)";

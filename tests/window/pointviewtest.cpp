@@ -2,9 +2,8 @@
 // the widths of the columns, and what of it is there again later; what is copied of a cell and a
 // column; ranges of nodes and of values.
 
-#include "qrb/loader.h"
 #include "tests/window/guitestmain.h"
-#include "tests/window/samplewindow.h"
+#include "tests/window/samplewindowtest.h"
 #include "window/dialogs/dialograngequery.h"
 
 #include <QAction>
@@ -24,19 +23,16 @@
 #include <QTabWidget>
 #include <QTreeWidget>
 #include <QtTest>
-#include <memory>
 
 using namespace tarvo::window;
 
-class PointViewTest : public QObject {
+class PointViewTest : public SampleWindowTest {
     Q_OBJECT
 
-private slots:
-    void initTestCase();
-    void cleanupTestCase() { tarvo::qrb::freeLibrary(); }
-    void init();
-    void cleanup() { m_window.reset(); }
+public:
+    PointViewTest() : SampleWindowTest("tabPointData") {}
 
+private slots:
     void valuesAreShownWithTheirNames();
     void onePointStandsFromTopToBottom();
     void draggedColumnsStayWhereTheyArePut();
@@ -78,22 +74,7 @@ private:
         return header->sectionViewportPosition(column(name)) +
                header->sectionSize(column(name)) / 2;
     }
-
-    std::unique_ptr<SampleDatabase> m_sample;
-    std::unique_ptr<SampleWindow> m_window;
 };
-
-void PointViewTest::initTestCase() {
-    tarvo::qrb::loadLibrary("");
-    m_sample = std::make_unique<SampleDatabase>();
-    QVERIFY2(m_sample->error().isEmpty(), qUtf8Printable(m_sample->error()));
-}
-
-void PointViewTest::init() {
-    m_window = std::make_unique<SampleWindow>(m_sample->copy());
-    m_window->window().resize(1400, 800);
-    m_window->driver().showTab("tabPointData");
-}
 
 void PointViewTest::valuesAreShownWithTheirNames() {
     m_window->child<QComboBox>("PointDataFilter")

@@ -1,74 +1,36 @@
-// The tabs that change a database, driven with mouse and keys: transactions, changelog, metadata,
-// attributes, and what opens from the index and the points.
+// What the tabs tell about the points and what opens from them: reports, statistics, ranges,
+// sorting, level of detail, validation.
 
 #include "core/jsonvalues.h"
-#include "qrb/loader.h"
-#include "qrb/pointcloud.h"
 #include "tests/window/guitestmain.h"
-#include "tests/window/modalscript.h"
-#include "tests/window/testdatabase.h"
-#include "tests/window/windowdriver.h"
-#include "window/common/guard.h"
-#include "window/common/programsettings.h"
+#include "tests/window/notedwindow.h"
 #include "window/dialogs/workingdialog.h"
-#include "window/frame/mainwindow.h"
 
-#include <QAccessible>
 #include <QAction>
-#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QLocale>
 #include <QMenu>
 #include <QPlainTextEdit>
-#include <QProgressDialog>
-#include <QPushButton>
 #include <QScrollBar>
 #include <QSpinBox>
 #include <QTabWidget>
 #include <QTextBrowser>
-#include <QThread>
 #include <QToolButton>
 #include <QTreeWidget>
+#include <QUrl>
 #include <QtTest>
-#include <algorithm>
-#include <memory>
 
 using namespace tarvo::window;
 
-namespace {
-
-using Step = ModalScript::Step;
-
-}  // namespace
-
-class TabsTest : public QObject {
+class TabsTest : public NotedWindowTest {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void init();
-    void cleanup();
-    void cleanupTestCase();
-
-    void transactionIsBegunSignedAndListed();
-    void rollbackAsksAndTakesBack();
-    void pendingTransactionIsNotDroppedUnasked();
-    void oldTransactionsAreMeasuredRestoredAndDeleted();
-    void failuresShowOneBoxAndLeaveTheWindowUsable();
-    void doubleClickShowsATransaction();
-    void changelogIsWalkedEntryByEntry();
-    void signatureOfAnEntryIsVerified();
-    void messageIsAppendedToTheEntry();
-    void changelogsAreExportedAndImported();
-    void signatureKeyIsJudgedCountedAndRemembered();
-    void metadataIsRemovedExportedAndImported();
-    void metadataFilesThatAreWrongAreExplained();
-    void metadataItemIsSignedAndUnsigned();
-    void attributesAreRemovedAfterAsking();
     void reportsShowPicturesAndAskBeforeLinks();
     void statisticsAddUpToTheIndex();
     void commandsFindNodesOfTheIndex();
@@ -77,394 +39,8 @@ private slots:
     void headersSortAndLeadBack();
     void levelOfDetailIsBuiltAndCanBeCancelled();
     void validationTellsWhatItFinds();
-    void everyControlHasANameAndAWayToIt();
-    void dialogsCanBeUsedWithoutSightAndMouse();
     void methodTextsAreTakenApart();
-
-private:
-    template <typename Widget>
-    Widget* child(const char* name) const {
-        return in<Widget>(m_window.get(), name);
-    }
-    QTreeWidget* tree(const char* name) const { return child<QTreeWidget>(name); }
-    QPlainTextEdit* log() const { return child<QPlainTextEdit>("editChangelog"); }
-
-    void showTab(const char* name) { driver().showTab(name); }
-    QStringList run(const char* action, std::vector<Step> steps) {
-        return driver().run(action, std::move(steps));
-    }
-    void begin(const QString& title);
-    QTreeWidgetItem* select(const char* treeName, const QString& text, bool add = false) {
-        return driver().select(treeName, text, add);
-    }
-    WindowDriver driver() { return WindowDriver(*m_window); }
-    // A second handle on the file that the window shows, for preparing it.
-    void prepare(const std::function<void(tarvo::qrb::Pointcloud&)>& change);
-
-    QTemporaryDir m_folder;
-    TestDatabase m_original;
-    QString m_file;
-    std::unique_ptr<MainWindow> m_window;
-    const QString m_key = "0a 1b 2c";
 };
-
-void TabsTest::initTestCase() {
-    tarvo::qrb::loadLibrary("");
-    m_original = makeTestDatabase(m_folder.path());
-    QVERIFY2(m_original.error.isEmpty(), qUtf8Printable(m_original.error));
-}
-
-void TabsTest::cleanupTestCase() {
-    tarvo::qrb::freeLibrary();
-}
-
-void TabsTest::prepare(const std::function<void(tarvo::qrb::Pointcloud&)>& change) {
-    const tarvo::qrb::Context context("OFF", "");
-    tarvo::qrb::Pointcloud cloud(context);
-    cloud.open(m_file.toStdString(), tarvo::qrb::pointcloud::OpenSettings(context));
-    change(cloud);
-}
-
-void TabsTest::init() {
-    m_file = m_folder.filePath("work.qrbx");
-    QFile::remove(m_file);
-    QVERIFY(QFile::copy(m_original.fileName, m_file));
-    prepare([](tarvo::qrb::Pointcloud& cloud) {
-        tarvo::qrb::pointcloud::TransactionGuard guard(cloud.transactions(), "Notes", "tests");
-        cloud.metaData().set("own.note", "{\"a\": [1, 2.50]}");
-        cloud.metaData().set("own.text", "no { JSON");
-        guard.commit({1, {0x0a, 0x1b, 0x2c}});
-    });
-    m_window = showFreshWindow();
-    m_window->openDatabase(m_file, true);
-}
-
-void TabsTest::cleanup() {
-    ModalScript drop({ModalScript::press("Yes")});  // only where a transaction is pending
-    m_window->close();
-    m_window.reset();
-}
-
-void TabsTest::begin(const QString& title) {
-    run("actionTransactionBegin", {[&](QDialog* dialog) {
-            QTest::keyClicks(in<QLineEdit>(dialog, "editTitle"), title);
-            ModalScript::press("OK")(dialog);
-        }});
-}
-
-void TabsTest::transactionIsBegunSignedAndListed() {
-    showTab("tabTransactions");
-    QCOMPARE(child<QLabel>("labelTransactions")->text(), "Transactions: 3, Current transaction: 3");
-    QVERIFY(!child<QAction>("actionTransactionCommit")->isEnabled());
-    run("actionTransactionBegin", {[](QDialog* dialog) {
-            // What the database assigns is closed, the title waits for the user.
-            QVERIFY(!in<QLineEdit>(dialog, "editID")->isEnabled());
-            QVERIFY(in<QLineEdit>(dialog, "editAgent")->text().startsWith("qrbadmin "));
-            QCOMPARE(in<QLineEdit>(dialog, "editTitle")->selectedText(),
-                     in<QLineEdit>(dialog, "editTitle")->text());
-            QTest::keyClicks(in<QLineEdit>(dialog, "editTitle"), "A new state");
-            in<QPlainTextEdit>(dialog, "editComments")->setPlainText("because");
-            ModalScript::press("OK")(dialog);
-        }});
-    QCOMPARE(child<QLabel>("labelTransactions")->text(), "Transaction pending...");
-    QVERIFY(!child<QAction>("actionTransactionBegin")->isEnabled());
-    run("actionTransactionCommit", {[this](QDialog* dialog) {
-            auto* method = in<QComboBox>(dialog, "editMethod");
-            QCOMPARE(method->count(), 2);
-            method->setCurrentIndex(0);
-            QVERIFY(!in<QPlainTextEdit>(dialog, "editKey")->isEnabled());
-            method->setCurrentIndex(1);
-            QVERIFY(in<QPlainTextEdit>(dialog, "editKey")->isEnabled());
-            QTest::keyClicks(in<QPlainTextEdit>(dialog, "editKey"), m_key);
-            QCOMPARE(in<QLabel>(dialog, "labelKeySize")->text(), "(3 bytes)");
-            ModalScript::press("OK")(dialog);
-        }});
-    QCOMPARE(child<QLabel>("labelTransactions")->text(), "Transactions: 4, Current transaction: 4");
-    QVERIFY(log()->toPlainText().contains("[#4] A new state\n"));
-    QVERIFY(log()->toPlainText().contains("Comments: because\n"));
-    QCOMPARE(log()->toPlainText().count("\nSignature: "), 2);
-}
-
-void TabsTest::rollbackAsksAndTakesBack() {
-    showTab("tabTransactions");
-    begin("dropped");
-    prepare([](tarvo::qrb::Pointcloud&) {});  // readers are let in
-    QCOMPARE(run("actionTransactionRollback", {ModalScript::press("No")}),
-             QStringList("Rollback current transaction?\nAll changes will be lost."));
-    QVERIFY(child<QAction>("actionTransactionCommit")->isEnabled());
-    run("actionTransactionRollback", {ModalScript::press("Yes")});
-    QCOMPARE(child<QLabel>("labelTransactions")->text(), "Transactions: 3, Current transaction: 3");
-}
-
-void TabsTest::pendingTransactionIsNotDroppedUnasked() {
-    begin("kept");
-    {
-        ModalScript stay({ModalScript::press("No")});
-        m_window->close();
-        QCOMPARE(stay.answered(), 1u);
-        QVERIFY(m_window->isVisible());
-    }
-    ModalScript stay({ModalScript::press("No")});
-    child<QAction>("actionClose")->trigger();
-    QCOMPARE(stay.answered(), 1u);
-    QCOMPARE(child<QLabel>("labelTransactions")->text(), "Transaction pending...");
-}
-
-void TabsTest::oldTransactionsAreMeasuredRestoredAndDeleted() {
-    showTab("tabTransactions");
-    QCOMPARE(run("actionTransactionSize", {ModalScript::press("OK")}),
-             QStringList("No transaction selected."));
-    QVERIFY(select("treeTransactions", "2"));
-    const QString size = run("actionTransactionSize", {ModalScript::press("OK")}).value(0);
-    QVERIFY2(size.startsWith("Size of transaction 2:\n\n"), qUtf8Printable(size));
-    QVERIFY(select("treeTransactions", "3*", true));
-    QVERIFY(run("actionTransactionSize", {ModalScript::press("OK")})
-                .value(0)
-                .startsWith("Size of selected transactions (2):\n\n"));
-
-    QVERIFY(select("treeTransactions", "1"));
-    QVERIFY(run("actionTransactionRestore", {ModalScript::press("Yes")})
-                .value(0)
-                .startsWith("Restore transaction \""));
-    QCOMPARE(child<QLineEdit>("editPointsTotal")->text(), "0");
-    QVERIFY(select("treeTransactions", "3"));
-    run("actionTransactionRestore", {ModalScript::press("Yes")});
-    QCOMPARE(child<QLineEdit>("editPointsTotal")->text(),
-             QLocale().toString(m_original.pointCount));
-
-    QVERIFY(select("treeTransactions", "2"));
-    QVERIFY(run("actionTransactionDiscard", {ModalScript::press("Yes")})
-                .value(0)
-                .startsWith("Delete transaction 2?\n\nPlease note, that the first transaction (1) "
-                            "and \nthe current transaction (3) can not be deleted."));
-    QCOMPARE(tree("treeTransactions")->topLevelItemCount(), 2);
-    run("actionManagementFinalize", {ModalScript::press("Yes")});
-    run("actionManagementVacuum", {ModalScript::press("Yes")});
-    QCOMPARE(child<QLabel>("labelTransactions")->text(), "Transactions: 2, Current transaction: 3");
-}
-
-void TabsTest::failuresShowOneBoxAndLeaveTheWindowUsable() {
-    showTab("tabTransactions");
-    QVERIFY(select("treeTransactions", "1"));
-    const QStringList texts =
-        run("actionTransactionDiscard", {ModalScript::press("Yes"), ModalScript::press("OK")});
-    QCOMPARE(texts.size(), 2);
-    QVERIFY2(texts[1].contains("can't be discarded"), qUtf8Printable(texts[1]));
-    QVERIFY(!QApplication::overrideCursor());
-    // Another writer has the file.
-    const tarvo::qrb::Context context("OFF", "");
-    tarvo::qrb::Pointcloud other(context);
-    other.open(m_file.toStdString(), tarvo::qrb::pointcloud::OpenSettings(context));
-    other.transactions().begin("elsewhere", "tests");
-    run("actionTransactionBegin", {ModalScript::press("OK"), ModalScript::press("OK")});
-    QVERIFY(child<QAction>("actionTransactionBegin")->isEnabled());
-    other.transactions().rollback();
-    begin("now it works");
-    QCOMPARE(child<QLabel>("labelTransactions")->text(), "Transaction pending...");
-}
-
-void TabsTest::doubleClickShowsATransaction() {
-    showTab("tabTransactions");
-    auto* row = select("treeTransactions", "3*");
-    QVERIFY(row);
-    ModalScript script({[](QDialog* dialog) {
-        QCOMPARE(in<QLineEdit>(dialog, "editID")->text(), "3");
-        QCOMPARE(in<QLineEdit>(dialog, "editTitle")->text(), "Notes");
-        QVERIFY(in<QLineEdit>(dialog, "editTitle")->isReadOnly());
-        QVERIFY(!in<QAction>(dialog, "actionClearComments")->isEnabled());
-        QVERIFY(in<QAction>(dialog, "actionSaveComments")->isEnabled());
-        ModalScript::press("Cancel")(dialog);
-    }});
-    auto* list = tree("treeTransactions");
-    QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(row).center());
-    QCOMPARE(script.answered(), 1u);
-}
-
-void TabsTest::changelogIsWalkedEntryByEntry() {
-    showTab("tabChangelog");
-    QCOMPARE(child<QLabel>("labelChangelogEntries")->text(), "Log entries: 3");
-    log()->moveCursor(QTextCursor::Start);
-    QStringList headers;
-    for (int i = 0; i < 4; ++i) {
-        child<QAction>("actionChangelogNext")->trigger();
-        headers += log()->textCursor().selectedText();
-    }
-    QVERIFY(headers[0].startsWith("[#1] ") && headers[1].startsWith("[#2] "));
-    QCOMPARE(headers[2], "[#3] Notes");
-    QCOMPARE(headers[3], headers[2]);  // nothing after the last
-    child<QAction>("actionChangelogPrevious")->trigger();
-    QCOMPARE(log()->textCursor().selectedText(), headers[1]);
-    QTest::keyClicks(child<QLineEdit>("editChangelogSearch"), "signature:");
-    child<QAction>("actionChangelogNext")->trigger();
-    QCOMPARE(log()->textCursor().selectedText(), "Signature:");
-}
-
-void TabsTest::signatureOfAnEntryIsVerified() {
-    showTab("tabChangelog");
-    log()->moveCursor(QTextCursor::Start);
-    QCOMPARE(run("actionChangelogVerifyLogEntry", {ModalScript::press("OK")}),
-             QStringList("Please select (double click) a signature first."));
-    // Letters of two bytes and more stand before the entry.
-    log()->insertPlainText(QString::fromUtf8("\u00e4\u20ac").repeated(500) + "\n");
-    log()->moveCursor(QTextCursor::End);
-    const auto verify = [this](const QString& key) -> Step {
-        return [=, this](QDialog* dialog) {
-            QCOMPARE(in<QLineEdit>(dialog, "editName")->text(), "[#3] Notes");
-            in<QPlainTextEdit>(dialog, "editKey")->setPlainText(key);
-            ModalScript::press("Verify Signature")(dialog);
-            if (key != m_key)
-                ModalScript::press("Close")(dialog);
-        };
-    };
-    // The end of the text is behind the signature, but still in its entry.
-    QCOMPARE(run("actionChangelogVerifyLogEntry", {verify("ff"), ModalScript::press("OK")}),
-             QStringList("No valid signature found or wrong key given."));
-    QCOMPARE(run("actionChangelogVerifyLogEntry", {verify(m_key), ModalScript::press("OK")}),
-             QStringList("Signature successfully verified."));
-}
-
-void TabsTest::messageIsAppendedToTheEntry() {
-    begin("with a message");
-    showTab("tabChangelog");
-    run("actionChangelogAppendMessage", {[](QDialog* dialog) {
-            QTest::keyClicks(in<QPlainTextEdit>(dialog, "editMessage"), "seen by hand");
-            ModalScript::press("OK")(dialog);
-        }});
-    run("actionTransactionCommit", {ModalScript::press("OK")});
-    QVERIFY(log()->toPlainText().endsWith("Message: seen by hand\n"));
-}
-
-void TabsTest::changelogsAreExportedAndImported() {
-    showTab("tabChangelog");
-    const QString text = m_folder.filePath("log.txt");
-    run("actionChangelogExportToTextfile", {ModalScript::chooseFile(text)});
-    QFile file(text);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QCOMPARE(QString::fromUtf8(file.readAll()), log()->toPlainText());
-    begin("import");
-    run("actionChangelogImportFromDatabase", {ModalScript::chooseFile(m_original.fileName)});
-    QVERIFY(child<QLabel>("labelChangelogEntries")->text() == "Log entries: 5");
-}
-
-void TabsTest::signatureKeyIsJudgedCountedAndRemembered() {
-    begin("keys");
-    run("actionTransactionCommit", {[](QDialog* dialog) {
-            auto* key = in<QPlainTextEdit>(dialog, "editKey");
-            auto* size = in<QLabel>(dialog, "labelKeySize");
-            QCOMPARE(size->text(), "(0 bytes)");
-            in<QComboBox>(dialog, "editMethod")->setCurrentIndex(1);
-            key->setPlainText("ab cd");
-            QCOMPARE(size->text(), "(2 bytes)");
-            QVERIFY(!key->property("invalid").toBool());
-            key->setPlainText("abc");
-            QVERIFY(key->property("invalid").toBool());
-            QTest::mouseClick(in<QPushButton>(dialog, "buttonRandomKey"), Qt::LeftButton);
-            QCOMPARE(size->text(), "(32 bytes)");
-            QVERIFY(!key->property("invalid").toBool());
-            QCOMPARE(key->toPlainText().count('\n'), 3);
-            key->setPlainText("12 34");
-            ModalScript::press("Cancel")(dialog);
-        }});
-    run("actionTransactionCommit", {[](QDialog* dialog) {
-            QCOMPARE(in<QComboBox>(dialog, "editMethod")->currentIndex(), 1);
-            QCOMPARE(in<QPlainTextEdit>(dialog, "editKey")->toPlainText(), "12 34");
-            ModalScript::press("Cancel")(dialog);
-        }});
-    const QFileInfo settings(DialogSettings("").fileName());
-    QVERIFY(!(settings.permissions() & (QFile::ReadGroup | QFile::ReadOther)));
-}
-
-void TabsTest::metadataIsRemovedExportedAndImported() {
-    showTab("tabMetaData");
-    QVERIFY(!child<QAction>("actionMetaDataRemove")->isEnabled());
-    QVERIFY(select("treeMetaData", "own.note"));
-    auto* text = select("treeMetaData", "own.text", true);
-    QVERIFY(text);
-    QCOMPARE(text->text(1), "text");
-    const QString file = m_folder.filePath("items.json");
-    QCOMPARE(run("actionMetaDataExport", {ModalScript::chooseFile(file), ModalScript::press("OK")}),
-             QStringList("Export successfully finished."));
-    begin("remove");
-    QVERIFY(select("treeMetaData", "own.note"));
-    QVERIFY(select("treeMetaData", "own.text", true));
-    QCOMPARE(run("actionMetaDataRemove", {ModalScript::press("Yes")}),
-             QStringList("Remove 2 entries?"));
-    QVERIFY(!select("treeMetaData", "own.note"));
-    QCOMPARE(run("actionMetaDataImport", {ModalScript::chooseFile(file), ModalScript::press("OK")}),
-             QStringList("Import successfully finished.\n\nItems added: own.note, own.text\n"
-                         "Items updated: (none)"));
-    run("actionTransactionCommit", {ModalScript::press("OK")});
-    prepare([](tarvo::qrb::Pointcloud& cloud) {
-        QCOMPARE(cloud.metaData().get("own.text"), std::string("no { JSON"));
-        QCOMPARE(cloud.metaData().get("own.note"), std::string("{\"a\":[1,2.50]}"));
-    });
-}
-
-void TabsTest::metadataFilesThatAreWrongAreExplained() {
-    showTab("tabMetaData");
-    begin("import");
-    const auto import = [this](const QByteArray& text) {
-        QFile file(m_folder.filePath("wrong.json"));
-        if (!file.open(QIODevice::WriteOnly))
-            return QString("the file can't be made");
-        file.write(text);
-        file.close();
-        return run("actionMetaDataImport",
-                   {ModalScript::chooseFile(file.fileName()), ModalScript::press("OK")})
-            .value(0);
-    };
-    QCOMPARE(import("[1, 2]"), "The top-level element is expected to be an object.");
-    QVERIFY(import("{\"a\": ").startsWith("Failed to parse JSON string: "));
-    QVERIFY(import("{\"a\": ").contains(" Position: "));
-    QCOMPARE(import("{\"x.a\": \"one\", \"x.b\": 2, \"own.note\": {\"c\": 3}}"),
-             "Import successfully finished.\n\nItems added: x.a\nItems updated: own.note\n"
-             "Members skipped: x.b (number)");
-    QVERIFY(!select("treeMetaData", "x.b"));
-}
-
-void TabsTest::metadataItemIsSignedAndUnsigned() {
-    showTab("tabMetaData");
-    begin("sign");
-    const auto withKey = [this](const QString& button, bool close = true) -> Step {
-        return [=, this](QDialog* dialog) {
-            in<QPlainTextEdit>(dialog, "editKey")->setPlainText(m_key);
-            ModalScript::press(button)(dialog);
-            if (close)
-                ModalScript::press("Close")(dialog);
-        };
-    };
-    const Step ok = ModalScript::press("OK");
-    const auto act = [&](std::vector<Step> steps) {
-        select("treeMetaData", "own.note");
-        return run("actionMetaDataSignature", std::move(steps));
-    };
-    QCOMPARE(act({withKey("Delete Signature"), ok}), QStringList("The item is not signed."));
-    QCOMPARE(act({withKey("Create Signature"), ok}),
-             QStringList("Signature successfully created."));
-    QCOMPARE(act({withKey("Verify Signature", false), ok}),
-             QStringList("Signature successfully verified."));
-    QCOMPARE(act({withKey("Create Signature"), ModalScript::press("No")}),
-             QStringList("The item is already signed.\nOverwrite existing signature?"));
-    QCOMPARE(act({withKey("Delete Signature"), ModalScript::press("Yes"), ok}),
-             QStringList({"Delete signature?", "Signature successfully deleted."}));
-}
-
-void TabsTest::attributesAreRemovedAfterAsking() {
-    showTab("tabPointAttributes");
-    begin("remove");
-    auto* row = select("treePointAttributes", "tarvo.target_index");
-    QVERIFY(row);
-    QCOMPARE(run("actionPointAttributeRemove", {ModalScript::press("Yes")}),
-             QStringList("Remove attribute \"tarvo.target_index\"?"));
-    QVERIFY(!select("treePointAttributes", "tarvo.target_index"));
-    // The primary one can't go: one box, and it is still there.
-    QVERIFY(select("treePointAttributes", "tarvo.xyz[3]*"));
-    QCOMPARE(
-        run("actionPointAttributeRemove", {ModalScript::press("Yes"), ModalScript::press("OK")})
-            .size(),
-        2);
-    QVERIFY(select("treePointAttributes", "tarvo.xyz[3]*"));
-}
 
 void TabsTest::reportsShowPicturesAndAskBeforeLinks() {
     showTab("tabInspection");
@@ -716,48 +292,6 @@ void TabsTest::validationTellsWhatItFinds() {
     QVERIFY(result.contains("tarvo.temperature") && result.contains("tarvo.device"));
     QVERIFY(!result.contains("No problems detected!"));
     run("actionValidate", {validate("{", &result), ModalScript::press("OK")});
-}
-
-// For those who can't see the window, and those who use no mouse.
-void TabsTest::everyControlHasANameAndAWayToIt() {
-    const QStringList nameless = namelessControls(m_window.get());
-    QVERIFY2(nameless.isEmpty(), qUtf8Printable(nameless.join(", ")));
-
-    QStringList unreachable;
-    for (const QAction* action : m_window->findChildren<QAction*>()) {
-        if (!action->objectName().startsWith("action") || !action->isVisible())
-            continue;
-        bool reachable = !action->shortcut().isEmpty();
-        // Behind a button of the database tab.
-        if (action->objectName() == "actionSwitchLibrary")
-            reachable =
-                child<QToolButton>("toolButtonCurrentLibrary")->focusPolicy() & Qt::TabFocus;
-        for (const QObject* place : action->associatedObjects()) {
-            const auto* widget = qobject_cast<const QWidget*>(place);
-            reachable = reachable || qobject_cast<const QMenu*>(place) ||
-                        (widget && widget->focusPolicy() != Qt::NoFocus);
-        }
-        unreachable += reachable ? QStringList() : QStringList(action->objectName());
-    }
-    QVERIFY2(unreachable.isEmpty(), qUtf8Printable(unreachable.join(", ")));
-}
-
-void TabsTest::dialogsCanBeUsedWithoutSightAndMouse() {
-    showTab("tabPointAttributes");
-    QVERIFY(select("treePointAttributes", "tarvo.class"));
-    showTab("tabMetaData");
-    QVERIFY(select("treeMetaData", "own.note"));
-    for (const char* action :
-         {"actionPointAttributeEdit", "actionMetaDataEdit", "actionMetaDataSignature", "actionNew",
-          "actionOpen", "actionExportAsQRB", "actionValidate", "actionPointIndexStats",
-          "actionManagementLevelOfDetail", "actionTransactionBegin"})
-        run(action, {[action](QDialog* dialog) {
-                const QStringList nameless = namelessControls(dialog);
-                const QStringList taken = keysClaimedTwice(dialog);
-                dialog->reject();
-                QVERIFY2(nameless.isEmpty(), qPrintable(action + (": " + nameless.join(", "))));
-                QVERIFY2(taken.isEmpty(), qPrintable(action + (": " + taken.join(", "))));
-            }});
 }
 
 void TabsTest::methodTextsAreTakenApart() {
