@@ -17,7 +17,6 @@
 
 namespace {
 
-using namespace tarvo::cli;
 namespace simulation = tarvo::simulation;
 
 constexpr std::size_t headSize = 375;
