@@ -374,6 +374,9 @@ void OffersTest::licencesAreShown() {
     QVERIFY(text.contains("MIT License\n\nCopyright"));
     QVERIFY(text.contains("met:\n\n* Redistributions of source code"));
     QVERIFY(!text.contains('@'));
+    // The style forgets the box' widgets.
+    setTheme(Theme::DARK);
+    setTheme(Theme::LIGHT);
 }
 
 GUI_TEST_MAIN(OffersTest)

@@ -53,7 +53,8 @@ void showAboutBox(QWidget* parent, const qrb::Context& context) {
     const QPushButton* licences =
         box.addButton(QObject::tr("&Licences ..."), QMessageBox::ActionRole);
     box.setEscapeButton(QMessageBox::Ok);
-    licences->disconnect();  // or it would close the box
+    // Or it would close the box. Whoever hears of its end, such as the style, stays.
+    QObject::disconnect(licences, &QPushButton::clicked, nullptr, nullptr);
     QObject::connect(licences, &QPushButton::clicked, &box,
                      [&box] { DialogLicences(&box).exec(); });
     box.exec();
