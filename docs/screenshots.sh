@@ -111,6 +111,10 @@ sleep 0.5
 grab_dialog edit-attribute 1100 480
 xdotool key Escape
 sleep 0.5
+click 925 626
+dialog 'Confirmation'
+xdotool key alt+y
+sleep 0.5
 xdotool windowfocus "$window" key ctrl+n
 dialog 'Database Creation Settings'
 xdotool type --delay 5 "$work/scan.sdcx"
