@@ -48,18 +48,20 @@ Explanation explain(const Database& database, const std::string& filter) {
     (void)cloud.select(filter);
     Explanation result;
     result.typed = filter;
-    result.understood = tidyFilter(database.recordedFilter(filter));
+    const std::string numbers = database.recordedFilter(filter);
+    result.understood = tidyFilter(numbers);
     for (const std::string& name : attributesIn(result.understood, cloud.pointAttributes())) {
         result.attributes.push_back(cloud.pointAttributes().get(name));
     }
     const IndexReach index(cloud);
     result.all = index.all();
-    result.reach = index.of(result.understood);
-    for (FilterCondition& condition : conditionsOf(result.understood, cloud.pointAttributes())) {
+    // Tidy ones may be longer than libraries take.
+    result.reach = index.of(numbers);
+    for (FilterCondition& condition : conditionsOf(numbers, cloud.pointAttributes())) {
         checkInterrupted();
         ExplainedCondition explained{std::move(condition), {}};
         if (result.conditions.size() < mostWalks) {
-            explained.reach = index.of(explained.condition.expression);
+            explained.reach = index.of(explained.condition.written);
         }
         result.conditions.push_back(std::move(explained));
     }

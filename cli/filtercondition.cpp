@@ -6,7 +6,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <span>
+#include <utility>
 
 namespace tarvo::cli {
 
@@ -127,37 +129,65 @@ std::string placeNote(const std::string& text, double value, const Grid& grid) {
            numbers::numberText(grid.value(above.code)) + ".";
 }
 
-std::vector<std::string> notesOn(std::string_view filter, Tokens condition,
-                                 const PointAttributes& attributes) {
-    const auto comparisons = core::comparisonsIn(condition);
-    if (comparisons.size() != 1) {
-        return {};
-    }
-    auto name = core::attributeIn(filter, comparisons[0].left);
-    auto number = numberIn(filter, comparisons[0].right);
-    if (!name) {
-        name = core::attributeIn(filter, comparisons[0].right);
-        number = numberIn(filter, comparisons[0].left);
-    }
-    const auto value = number ? numbers::readNumber(*number) : std::nullopt;
-    if (!name || !value || !attributes.exists(*name)) {
-        return {};
-    }
-    const PointAttribute attribute = attributes.get(*name);
-    std::vector<std::string> notes;
-    for (const core::NamedValue& named : core::readNamedValues(attribute.namedValues)) {
-        if (named.understood && core::namedNumber(named.value) == value && !named.name.empty()) {
-            notes.push_back(*number + " is \"" + named.name + "\".");
-            break;
+// What is told of numbers; each definition is read once.
+class Notes {
+public:
+    explicit Notes(const PointAttributes& attributes) : m_attributes(attributes) {}
+
+    std::vector<std::string> on(std::string_view filter, Tokens condition) {
+        const auto comparisons = core::comparisonsIn(condition);
+        if (comparisons.size() != 1) {
+            return {};
         }
+        auto name = core::attributeIn(filter, comparisons[0].left);
+        auto number = numberIn(filter, comparisons[0].right);
+        if (!name) {
+            name = core::attributeIn(filter, comparisons[0].right);
+            number = numberIn(filter, comparisons[0].left);
+        }
+        const auto value = number ? core::namedNumber(*number) : std::nullopt;
+        if (!name || !value || !m_attributes.exists(*name)) {
+            return {};
+        }
+        const Definition& attribute = definition(*name);
+        std::vector<std::string> notes;
+        const auto named = attribute.names.find(*value);
+        if (named != attribute.names.end()) {
+            notes.push_back(*number + " is \"" + named->second + "\".");
+        }
+        const std::string place =
+            attribute.grid ? placeNote(*number, value->value, *attribute.grid) : "";
+        if (!place.empty()) {
+            notes.push_back(place);
+        }
+        return notes;
     }
-    const auto grid = gridOf(attribute);
-    const std::string place = grid ? placeNote(*number, *value, *grid) : "";
-    if (!place.empty()) {
-        notes.push_back(place);
+
+private:
+    struct Definition {
+        std::optional<Grid> grid;
+        std::map<core::NamedNumber, std::string> names;
+    };
+
+    const Definition& definition(const std::string& name) {
+        const auto known = m_definitions.find(name);
+        if (known != m_definitions.end()) {
+            return known->second;
+        }
+        const PointAttribute attribute = m_attributes.get(name);
+        Definition read{gridOf(attribute), {}};
+        for (const core::NamedValue& value : core::readNamedValues(attribute.namedValues)) {
+            const auto number = value.understood ? core::namedNumber(value.value) : std::nullopt;
+            if (number && !value.name.empty()) {
+                read.names.emplace(*number, value.name);
+            }
+        }
+        return m_definitions.emplace(name, std::move(read)).first->second;
     }
-    return notes;
-}
+
+    const PointAttributes& m_attributes;
+    std::map<std::string, Definition> m_definitions;
+};
 
 }  // namespace
 
@@ -169,8 +199,12 @@ std::vector<FilterCondition> conditionsOf(const std::string& filter,
                                           const PointAttributes& attributes) {
     const std::vector<FilterToken> tokens = core::filterTokens(filter);
     std::vector<FilterCondition> conditions;
+    Notes notes(attributes);
     eachCondition(filter, tokens, [&](Tokens condition) {
-        conditions.push_back({tidy(filter, condition), notesOn(filter, condition, attributes)});
+        const std::size_t begin = condition.front().begin;
+        conditions.push_back({tidy(filter, condition),
+                              filter.substr(begin, condition.back().end - begin),
+                              notes.on(filter, condition)});
     });
     return conditions;
 }

@@ -11,7 +11,8 @@ namespace tarvo::cli {
 
 // What stands between the "&&", "||" and "!" of a filter: a comparison, most often.
 struct FilterCondition {
-    std::string expression;
+    std::string expression;  // tidy
+    std::string written;     // as it stands in the filter
     // Where it compares an attribute with a number and nothing else, what can be told of that one.
     std::vector<std::string> notes;
 };

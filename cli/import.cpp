@@ -108,20 +108,6 @@ void requireNamed(const PointSources& sources, const std::string& primary,
     }
 }
 
-void tellImported(std::uint64_t points, const std::string& database,
-                  std::chrono::steady_clock::time_point begin) {
-    const std::chrono::duration<double> time = std::chrono::steady_clock::now() - begin;
-    std::string seconds;
-    numbers::appendFixed(seconds, time.count(), 1);
-    note(counted(points, "point") + " imported into \"" + database + "\" in " + seconds + " s.");
-    if (manner().json) {
-        answer("", [&](JsonText& json) {
-            json.member("points", points);
-            json.member("database", database);
-        });
-    }
-}
-
 void importFiles(const qrb::Context& context, const ImportOptions& options) {
     const auto begin = std::chrono::steady_clock::now();
     const qrb::pointcloud::Signature signature = options.key.signature();
@@ -157,7 +143,7 @@ void importFiles(const qrb::Context& context, const ImportOptions& options) {
     }
     checkInterrupted();
     database.publish();
-    tellImported(points, options.database, begin);
+    tellMade(points, "imported into", options.database, begin);
 }
 
 void appendTo(Database& database, const ImportOptions& options) {

@@ -1,5 +1,6 @@
 // qrbtool sample: a database with a simulated scan.
 
+#include "cli/answer.h"
 #include "cli/commands.h"
 #include "cli/errors.h"
 #include "cli/importinputs.h"
@@ -10,6 +11,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <chrono>
 #include <limits>
 #include <memory>
 
@@ -25,11 +27,13 @@ struct SampleOptions {
 };
 
 void runSample(const qrb::Context& context, const SampleOptions& options) {
+    const auto begin = std::chrono::steady_clock::now();
     core::NewDatabase database(context, options.file, options.overwrite, overwriteAdvice);
     simulation::makeSample(database, options.file, {options.pointCount, options.seed}, agentText(),
                            importProgress());
     checkInterrupted();
     database.publish();
+    tellMade(options.pointCount, "simulated into", options.file, begin);
 }
 
 }  // namespace

@@ -93,14 +93,17 @@ private:
 
     std::string numberNamed(const std::string& word, const std::string& attribute,
                             const FilterToken& place) {
-        std::vector<NamedValue> found, alike;
-        for (const NamedValue& value : valuesOf(attribute)) {
-            if (value.name == word)
-                found.push_back(value);
-            else if (lowerCase(value.name) == lowerCase(word))
-                alike.push_back(value);
+        const std::vector<NamedValue>& values = valuesOf(attribute);
+        std::vector<NamedValue> found;
+        std::ranges::copy_if(values, std::back_inserter(found),
+                             [&](const NamedValue& value) { return value.name == word; });
+        if (found.empty()) {
+            const std::string lower = lowerCase(word);
+            std::ranges::copy_if(values, std::back_inserter(found), [&](const NamedValue& value) {
+                return lowerCase(value.name) == lower;
+            });
         }
-        found = differentOnes(found.empty() ? alike : found);
+        found = differentOnes(found);
         if (found.empty())
             refuseUnknown(word, attribute, place);
         if (found.size() > 1)

@@ -4,6 +4,7 @@
 #include "numbers/numbertext.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <set>
 #include <string_view>
@@ -36,9 +37,21 @@ std::optional<Grid> gridOf(const qrb::pointcloud::PointAttribute* attribute) {
 
 }  // namespace
 
-std::optional<double> namedNumber(const std::string& text) {
-    const std::string_view digits = trimmed(text);
-    return digits.starts_with('+') ? std::nullopt : numbers::readNumber(digits);
+std::optional<NamedNumber> namedNumber(const std::string& text) {
+    std::string_view digits = trimmed(text);
+    const auto value = digits.starts_with('+') ? std::nullopt : numbers::readNumber(digits);
+    if (!value)
+        return std::nullopt;
+    NamedNumber number{*value, 0};
+    const double size = std::fabs(*value);
+    if (size < 0x1p53)
+        return number;
+    digits.remove_prefix(digits.starts_with('-') ? 1 : 0);
+    const char* const end = digits.data() + digits.size();
+    const auto read = std::from_chars(digits.data(), end, number.magnitude);
+    if (read.ec != std::errc() || read.ptr != end)
+        number.magnitude = size < 0x1p64 ? static_cast<std::uint64_t>(size) : 0;
+    return number;
 }
 
 std::vector<NamedValue> readNamedValues(const std::string& text) {
@@ -67,7 +80,7 @@ std::vector<NamedValueFinding> checkNamedValues(const std::vector<NamedValue>& v
                                                 const qrb::pointcloud::PointAttribute* attribute) {
     const std::optional<Grid> grid = gridOf(attribute);
     std::vector<NamedValueFinding> findings;
-    std::set<double> known;
+    std::set<NamedNumber> known;
     for (std::size_t row = 0; row < values.size(); ++row) {
         const NamedValue& each = values[row];
         const auto add = [&](bool error, const std::string& text) {
@@ -77,7 +90,7 @@ std::vector<NamedValueFinding> checkNamedValues(const std::vector<NamedValue>& v
             add(false, "\"" + each.name + "\" is no \"VALUE=NAME\"; it is kept as it stands.");
             continue;
         }
-        const std::optional<double> value = namedNumber(each.value);
+        const std::optional<NamedNumber> value = namedNumber(each.value);
         if (!value) {
             add(true, trimmed(each.value).empty() ? "A value is missing."
                                                   : "\"" + each.value + "\" is no number.");
@@ -87,13 +100,14 @@ std::vector<NamedValueFinding> checkNamedValues(const std::vector<NamedValue>& v
             add(true, "The name of " + each.value + " holds a line break.");
         else if (trimmed(each.name).empty())
             add(false, each.value + " has no name.");
-        const ValuePlace place = grid ? placeOf(*value, *grid) : ValuePlace::ON_GRID;
+        const ValuePlace place = grid ? placeOf(value->value, *grid) : ValuePlace::ON_GRID;
         if (place == ValuePlace::OUTSIDE)
             add(false, each.value + " is out of the range.");
         else if (place == ValuePlace::OFF_GRID)
             add(false, each.value + " is no multiple of the resolution.");
-        const double stored =
-            place == ValuePlace::OFF_GRID ? grid->value(*grid->find(*value)) : *value;
+        const NamedNumber stored = place == ValuePlace::OFF_GRID
+                                       ? NamedNumber{grid->value(*grid->find(value->value)), 0}
+                                       : *value;
         if (!known.insert(stored).second)
             add(true, each.value + " has a name already.");
     }

@@ -4,7 +4,9 @@
 #include "numbers/grid.h"
 #include "qrb/pointattribute.h"
 
+#include <compare>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -20,8 +22,16 @@ struct NamedValue {
     bool understood = true;
 };
 
+// The number of a value. Whole ones of 64 bits are exact.
+struct NamedNumber {
+    double value = 0;
+    std::uint64_t magnitude = 0;  // of a whole one from 2^53 on
+
+    friend auto operator<=>(const NamedNumber&, const NamedNumber&) = default;
+};
+
 // The number of a value as libraries read it: without a plus sign. Nothing where it is none.
-std::optional<double> namedNumber(const std::string& text);
+std::optional<NamedNumber> namedNumber(const std::string& text);
 
 // The lines of a definition; lines of nothing but blanks, which say nothing, are left out.
 std::vector<NamedValue> readNamedValues(const std::string& text);

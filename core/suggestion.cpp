@@ -41,8 +41,11 @@ std::vector<std::string> nearest(std::string_view word, const std::vector<std::s
     std::vector<std::pair<std::size_t, std::string>> near;
     const std::string lower = lowerCase(word);
     const std::size_t most = 1 + word.size() / 4;
+    if (word.size() > longestWord) {
+        return {};
+    }
     for (const std::string& name : names) {
-        if (word.size() > longestWord || name.size() > 2 * longestWord) {
+        if (name.size() > 2 * longestWord) {
             continue;
         }
         const std::string other = lowerCase(name);

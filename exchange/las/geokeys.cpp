@@ -152,7 +152,13 @@ public:
     std::optional<core::ReferenceSystem> run() {
         core::ReferenceSystem system;
         const int model = modelType();
-        const int horizontal = systemCode(model == Projected ? ProjectedType : GeographicType);
+        int horizontal = systemCode(model == Projected ? ProjectedType : GeographicType);
+        if (model == Geocentric && unitOfSystem(horizontal) == "deg") {
+            // That of the latitudes and longitudes which the coordinates are not.
+            noteUnread(m_unread, "the geographic system " + std::to_string(horizontal) +
+                                     " for geocentric coordinates");
+            horizontal = 0;
+        }
         system.name = name({model == Projected ? ProjCitation : GeogCitation, Citation});
         std::optional<std::string> told;
         if (model == Projected) {

@@ -125,6 +125,12 @@ TEST_F(Filter, ExplainTellsWhatTheIndexKnows) {
     EXPECT_NE(expectSuccess("explain " + file + " 'find fullest leaf'").find("Node "),
               std::string::npos);
     expectFailure(2, "explain " + file, "");
+    // With a blank beside each sign it would be longer than filters may be.
+    std::string sum = "1";
+    while (sum.size() < 40000) {
+        sum += "+1";
+    }
+    expectSuccess("explain " + file + " '" + sum + "'");
 }
 
 }  // namespace

@@ -126,7 +126,9 @@ TEST_F(Manners, JsonIsAllThatProgramsGet) {
     }
     EXPECT_EQ(parsed(outputOf("select --json --limit 3 " + sample).output).Size(), 3u);
     EXPECT_EQ(outputOf("select --json --limit 0 " + sample).output, "[\n]\n");
-    EXPECT_EQ(outputOf("sample --json " + folder.file("f.qrbx") + " -n 1").output, "");
+    const auto sampled =
+        parsed(outputOf("sample --json " + folder.file("f.qrbx") + " -n 1").output);
+    EXPECT_EQ(sampled["points"].GetUint64(), 1u);
     // An option that has this name already keeps it.
     const std::string definition = folder.write(
         "d.json", outputOf("attributes " + sample + " show tarvo.class --json").output);

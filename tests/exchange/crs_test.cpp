@@ -184,6 +184,8 @@ TEST(Crs, GeoKeysTellUnitsCodesAndNames) {
         {{{1024, 1}, {3072, 32767}, {3076, 32767}, {3077, 0, "", {1200.0 / 3937}}}, "||ftUS|"},
         {{{1024, 2}, {2048, 32767}, {2054, 32767}, {2055, 0, "", {0.015707963267949}}}, "||gon|"},
         {{{1024, 3}, {2048, 4978}, {2052, 9001}}, "|EPSG:4978|m|m"},
+        {{{1024, 3}, {2048, 4326}, {2052, 9001}},
+         "||m|m ? the geographic system 4326 for geocentric coordinates"},
         {{{3072, 32632}}, "|EPSG:32632|m|"},
         // Heights had numbers of their own once; the register has one per unit.
         {{{1024, 1}, {1026, 0, "unknown"}, {3072, 2903}, {3076, 9003}, {4096, 5103}, {4099, 9003}},

@@ -132,7 +132,8 @@ void FilterHelpTest::namesAreCompletedWhereTheyStand() {
     // Nothing begins by itself; one can ask.
     edit()->clear();
     QVERIFY(!popup()->isVisible());
-    QTest::keyClick(edit(), Qt::Key_Space, Qt::ControlModifier);
+    edit()->setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space, Qt::ControlModifier);
     QVERIFY(offered().contains("own.constant[1]") && offered().contains("own.vector"));
     QTest::keyClick(popup(), Qt::Key_Escape);
     QVERIFY(!popup()->isVisible() && edit()->text().isEmpty());

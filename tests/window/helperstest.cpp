@@ -15,6 +15,7 @@
 #include "window/frame/mimefile.h"
 #include "window/panels/databasesummary.h"
 #include "window/panels/indexsearch.h"
+#include "window/panels/valuenames.h"
 #include "window/widgets/numerictreewidgetitem.h"
 
 #include <QAction>
@@ -61,6 +62,7 @@ private slots:
     void commandsAndNodeListsAreTold();
     void summaryTexts();
     void textsOfSeveralLinesBecomeOne();
+    void largeWholeNumbersHaveTheirOwnNames();
     void annotationColourFollowsThePalette();
 
 public slots:
@@ -334,6 +336,21 @@ void HelpersTest::textsOfSeveralLinesBecomeOne() {
     QCOMPARE(firstLine("one"), "one");
     QCOMPARE(firstLine("one\r\ntwo"), "one...");
     QCOMPARE(firstLine("\ntwo"), "...");
+}
+
+void HelpersTest::largeWholeNumbersHaveTheirOwnNames() {
+    tarvo::qrb::pointcloud::PointAttribute attribute;
+    attribute.name = "u";
+    attribute.maximumValue = 18446744073709551615.0;
+    attribute.resolution = 1;
+    attribute.namedValues =
+        "18446744073709551615=max\n18446744073709551614=max1\n9007199254740993=odd\n2=two";
+    const ValueNames names({"#", "u"}, {attribute});
+    for (const auto& [value, name] :
+         {std::pair("18446744073709551615", "max"), std::pair("18446744073709551614", "max1"),
+          std::pair("9007199254740993", "odd"), std::pair("9007199254740992", ""),
+          std::pair("2", "two")})
+        QCOMPARE(names.of(1, value), QString(name));
 }
 
 void HelpersTest::annotationColourFollowsThePalette() {

@@ -56,7 +56,7 @@ void NumbersTest::typedNumbersAreReadWithCommaAndPoint_data() {
              {"-0,001", "-0.001"},
              {"1,5e-3", "1.5e-3"},
              {"1.234,5", "1234.5"},
-             {"1.234.567", "1234567"},
+             {"1.234.567", "1.234.567"},
              {"1.234", "1.234"},  // a coordinate, as the table of points shows it
              {"1.5", "1.5"},
              {"1e5", "1e5"},

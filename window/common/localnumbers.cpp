@@ -18,7 +18,7 @@ QString withPoint(const QString& typed) {
     const QLocale locale;
     const QString mark = locale.decimalPoint();
     QString text = typed.trimmed();
-    if (mark == "." || (!text.contains(mark) && text.count('.') < 2))
+    if (mark == "." || !text.contains(mark))
         return typed;
     bool isNumber = false;
     (void)locale.toDouble(text, &isNumber);

@@ -12,9 +12,9 @@ QString localNumber(const QString& number);
 QString localNumber(double number);
 
 // What was typed, with a point in place of the locale's decimal mark and without its marks of
-// groups if it is such a number, else as it is: in German, "1.234,5" is 1234.5. A single point
-// without that mark is a decimal mark, whatever the locale: "1.234" is what filters and tables of
-// values show.
+// groups if it is such a number, else as it is: in German, "1.234,5" is 1234.5. Without that mark a
+// point is a decimal mark, whatever the locale: "1.234" is what filters and tables of values show,
+// and "1.234.567" is no number.
 QString withPoint(const QString& typed);
 
 }  // namespace tarvo::window

@@ -50,7 +50,8 @@ QString findingOn(const QString& what, const QString& text) {
         number = text.trimmed().toDouble(&isNumber);
     if (!isNumber) {
         // Also what goes beyond the range of the type.
-        static const QRegularExpression digits("^[+-]?[0-9.]+([eE][+-]?[0-9]+)?$");
+        static const QRegularExpression digits(
+            "^[+-]?([0-9]+[.]?|[0-9]*[.][0-9]+)([eE][+-]?[0-9]+)?$");
         if (!digits.match(withPoint(text).trimmed()).hasMatch())
             return {};
         number = text.trimmed().contains("e-", Qt::CaseInsensitive) ? 0 : 2 * largest;

@@ -13,6 +13,20 @@
 
 namespace tarvo::window {
 
+namespace {
+
+// The dialog is disabled while it works, but its bar isn't.
+void keepReadable(QWidget* bar) {
+    QPalette palette = QApplication::palette(bar);
+    for (int role = 0; role < QPalette::NColorRoles; ++role) {
+        const auto each = static_cast<QPalette::ColorRole>(role);
+        palette.setBrush(QPalette::Disabled, each, palette.brush(QPalette::Active, each));
+    }
+    bar->setPalette(palette);
+}
+
+}  // namespace
+
 // The dialog's state while it works.
 class WorkingDialog::Busy {
 public:
@@ -21,6 +35,7 @@ public:
         m_dialog.m_busy = true;
         m_dialog.m_bar->setValue(0);
         m_dialog.m_bar->show();
+        keepReadable(m_dialog.m_bar);
         m_dialog.setEnabled(false);
         // What is disabled gets no keys of its own.
         qApp->installEventFilter(&m_dialog);

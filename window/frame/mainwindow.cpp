@@ -171,6 +171,8 @@ void MainWindow::restoreWindowGeometry() {
     const ProgramSettings settings;
     if (settings.contains("Geometry"))
         restoreGeometry(settings.value("Geometry").toByteArray());
+    else
+        resize(size().boundedTo(screen()->availableSize()));
 }
 
 // The tab that a window showed last when it was closed; at the first database, as the others show

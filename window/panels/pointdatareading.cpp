@@ -81,6 +81,7 @@ PointDataPanel::Rows PointDataPanel::firstRows(int pages) {
             rows.total = wanted.query(*database()).next(std::numeric_limits<std::uint32_t>::max());
     });
     m_reader = std::move(reader);
+    const bool isAnother = m_runningFilter != filterText() || m_runningNodes != nodesText();
     m_runningFilter = filterText();
     m_runningNodes = nodesText();
     if (!isOfSelection(m_counted))
@@ -89,6 +90,8 @@ PointDataPanel::Rows PointDataPanel::firstRows(int pages) {
     m_ui->progressPointData->setValue(0);
     keepSelection();
     dropRows();
+    if (isAnother)
+        m_ui->treePointData->scrollToTop();
     m_headers = QStringList("#") + m_reader->columns();
     m_idColumn = static_cast<int>(
         m_headers.indexOf(QString::fromStdString(database()->pointAttributes().pointIdName())));

@@ -16,10 +16,20 @@ namespace {
 using qrb::pointcloud::DataType;
 
 // The number in 8 bytes of the type; nothing where that would be another one.
-std::optional<std::uint64_t> bitsOf(double number, DataType type) {
+std::optional<std::uint64_t> bitsOf(const core::NamedNumber& named, DataType type) {
+    const double number = named.value;
     if (type == DataType::DOUBLE)
         return std::bit_cast<std::uint64_t>(number);
     const bool isSigned = type == DataType::INT64;
+    if (named.magnitude != 0) {
+        const bool isNegative = number < 0;
+        const std::uint64_t largest = !isSigned    ? isNegative ? 0 : UINT64_MAX
+                                      : isNegative ? std::uint64_t{1} << 63
+                                                   : INT64_MAX;
+        if (named.magnitude > largest)
+            return std::nullopt;
+        return isNegative ? std::uint64_t{0} - named.magnitude : named.magnitude;
+    }
     const double most = std::ldexp(1.0, isSigned ? 63 : 64);
     if (std::trunc(number) != number || !(number < most) || number < (isSigned ? -most : 0.0))
         return std::nullopt;

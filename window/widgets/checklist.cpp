@@ -1,5 +1,7 @@
 #include "window/widgets/checklist.h"
 
+#include "window/common/textformat.h"
+
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -46,7 +48,8 @@ void CheckList::setEntries(const QString& title, const QString& searchTitle,
     const QSignalBlocker filling(m_list);
     m_list->clear();
     for (const QString& entry : entries) {
-        auto* item = new QListWidgetItem(entry, m_list);
+        auto* item = new QListWidgetItem(oneLine(entry), m_list);
+        item->setData(Qt::UserRole, entry);
         item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
         item->setCheckState(Qt::Checked);
     }
@@ -60,7 +63,7 @@ QStringList CheckList::checked() const {
     QStringList result;
     for (int i = 0; i < m_list->count(); ++i)
         if (m_list->item(i)->checkState() == Qt::Checked)
-            result += m_list->item(i)->text();
+            result += m_list->item(i)->data(Qt::UserRole).toString();
     return result;
 }
 

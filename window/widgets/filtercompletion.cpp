@@ -33,7 +33,9 @@ FilterCompletion::FilterCompletion(QLineEdit* edit)
     // The field's own completer would replace the whole text.
     m_completer->setWidget(edit);
     m_completer->popup()->installEventFilter(this);
-    m_edit->installEventFilter(this);
+    // The field of a box passes the focus on, and the box hands the keys in by itself.
+    QObject* const typed = m_edit->focusProxy() ? m_edit->focusProxy() : edit;
+    typed->installEventFilter(this);
     connect(m_completer, qOverload<const QModelIndex&>(&QCompleter::activated), this,
             &FilterCompletion::insert);
     connect(m_edit, &QLineEdit::textEdited, this, [this] { offer(false); });
@@ -125,7 +127,7 @@ bool FilterCompletion::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::KeyPress)
         return QObject::eventFilter(watched, event);
     const auto* key = static_cast<QKeyEvent*>(event);
-    if (watched == m_edit) {
+    if (watched != m_completer->popup()) {
         if (key->key() == Qt::Key_Space && key->modifiers() == Qt::ControlModifier) {
             offer(true);
             return true;

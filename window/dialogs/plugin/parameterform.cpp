@@ -25,7 +25,9 @@ ParameterForm::ParameterForm(const plugin::Manifest& manifest, const Selection& 
         layout->addRow(new QLabel(tr("The plugin has no parameters.")));
     fill(selection);
     for (ParameterField* field : m_fields) {
-        field->mark();
+        // What is only missing is no mistake yet.
+        if (!field->text().trimmed().isEmpty())
+            field->mark();
         connect(field, &ParameterField::changed, this, [this, field] {
             field->mark();
             emit changed();
