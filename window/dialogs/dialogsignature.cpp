@@ -109,6 +109,10 @@ void DialogSignature::on_editKey_textChanged() {
     if (m_ui->editKey->property("invalid").toBool() == invalid)
         return;
     m_ui->editKey->setProperty("invalid", invalid);
+    m_ui->editKey->setToolTip(
+        invalid ? tr("A key is pairs of hexadecimal digits, with a blank, a line end, a comma or a "
+                     "hyphen behind each, and nothing in front.")
+                : QString());
     // Rules of the style sheet on properties apply only when the widget is polished again.
     m_ui->editKey->style()->unpolish(m_ui->editKey);
     m_ui->editKey->style()->polish(m_ui->editKey);

@@ -2878,6 +2878,10 @@ Abbrechen und das Fenster schließen?</translation>
         <source>No valid signature found or wrong key given.</source>
         <translation>Keine gültige Signatur gefunden oder falscher Schlüssel angegeben.</translation>
     </message>
+    <message>
+        <source>A key is pairs of hexadecimal digits, with a blank, a line end, a comma or a hyphen behind each, and nothing in front.</source>
+        <translation>Ein Schlüssel besteht aus Paaren hexadezimaler Ziffern, hinter jedem ein Leerzeichen, ein Zeilenende, ein Komma oder ein Bindestrich, und nichts davor.</translation>
+    </message>
 </context>
 <context>
     <name>tarvo::window::DialogTransaction</name>
