@@ -1,6 +1,8 @@
 #include "cli/assignment.h"
 
 #include "cli/errors.h"
+#include "core/namedvalues.h"
+#include "core/suggestion.h"
 #include "core/valueformat.h"
 #include "exchange/table/decimal.h"
 #include "exchange/table/valuecheck.h"
@@ -38,14 +40,23 @@ public:
         if (text.size() > 1 && text[0] == '+' && text[1] != '-') {
             text.remove_prefix(1);
         }
-        m_texts.push_back(text);
+        m_texts.emplace_back(text);
+        // A name stands for its value.
+        if (parseAs(text, DataType::DOUBLE).error == std::errc::invalid_argument) {
+            const auto named =
+                core::valuesNamed(m_texts.back(), core::readNamedValues(m_definition.namedValues));
+            if (named.size() == 1) {
+                m_texts.back() = named[0].value;
+            }
+        }
     }
 
     // DOUBLE where whole numbers are to be made of others.
     DataType type() const {
-        const bool isWhole = std::all_of(m_texts.begin(), m_texts.end(), [this](auto text) {
-            return parseAs(text, m_ownType).error != std::errc::invalid_argument;
-        });
+        const bool isWhole =
+            std::all_of(m_texts.begin(), m_texts.end(), [this](const std::string& text) {
+                return parseAs(text, m_ownType).error != std::errc::invalid_argument;
+            });
         return isWhole || !m_round ? m_ownType : DataType::DOUBLE;
     }
 
@@ -116,16 +127,21 @@ private:
                                                            : "a number";
         const bool isFraction =
             type != DataType::DOUBLE && parse<double>(text).error == std::errc();
-        throw UsageError(
-            "--set " + m_target + ": \"" + std::string(text) + "\" is not " + kind + ".",
-            isFraction ? "Give --round to store the nearest value." : "");
+        std::vector<std::string> names;
+        for (const core::NamedValue& value : core::readNamedValues(m_definition.namedValues)) {
+            names.push_back(value.name);
+        }
+        throw UsageError("--set " + m_target + ": \"" + std::string(text) + "\" is not " + kind +
+                             (names.empty() ? "." : ", nor the name of one value."),
+                         isFraction ? "Give --round to store the nearest value."
+                                    : core::didYouMean(core::nearest(text, names)));
     }
 
     const PointAttribute& m_definition;
     std::string m_target;
     bool m_round;
     DataType m_ownType;
-    std::vector<std::string_view> m_texts;
+    std::vector<std::string> m_texts;
 };
 
 }  // namespace

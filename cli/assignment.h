@@ -9,7 +9,8 @@
 
 namespace tarvo::cli {
 
-// "NAME=VALUE", "NAME=VALUE,VALUE,..." for all elements of an attribute, or "NAME[I]=VALUE".
+// A value is a number, or a name that the attribute gives to one: "NAME=VALUE",
+// "NAME=VALUE,VALUE,..." for all elements of an attribute, or "NAME[I]=VALUE".
 struct Assignment {
     std::string target;  // "NAME" or "NAME[I]"
     qrb::pointcloud::DataType type = qrb::pointcloud::DataType::NONE;

@@ -117,9 +117,11 @@ void addUpdateCommand(CLI::App& app, Invocation& invocation) {
     CLI::App* const command = app.add_subcommand("update", "Change values of points");
     addDatabaseFile(*command, invocation);
     CLI::Option_group* const what = command->add_option_group("What to change");
-    what->add_option("--set", options->assignments,
-                     "Give an attribute a value: NAME=VALUE, NAME[I]=VALUE for one element or "
-                     "NAME=VALUE,VALUE,... for all; may stand several times")
+    what->add_option(
+            "--set", options->assignments,
+            "Give an attribute a value: NAME=VALUE, NAME[I]=VALUE for one element or "
+            "NAME=VALUE,VALUE,... for all; a named value may stand by its name; may be given "
+            "several times")
         ->type_name("NAME=VALUE")
         ->allow_extra_args(false);
     CLI::Option* const invert = what->add_option("--invert", options->inverted,

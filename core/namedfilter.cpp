@@ -26,17 +26,6 @@ bool isFilterNumber(const std::string& text) {
            (tokens.size() == 1 || isNegative);
 }
 
-// Each number once, under the first of its names that are the same.
-std::vector<NamedValue> differentOnes(const std::vector<NamedValue>& values) {
-    std::vector<NamedValue> result;
-    for (const NamedValue& value : values)
-        if (std::ranges::none_of(result, [&](const NamedValue& other) {
-                return namedNumber(other.value) == namedNumber(value.value);
-            }))
-            result.push_back(value);
-    return result;
-}
-
 // The words of one filter.
 class Names {
 public:
@@ -93,17 +82,7 @@ private:
 
     std::string numberNamed(const std::string& word, const std::string& attribute,
                             const FilterToken& place) {
-        const std::vector<NamedValue>& values = valuesOf(attribute);
-        std::vector<NamedValue> found;
-        std::ranges::copy_if(values, std::back_inserter(found),
-                             [&](const NamedValue& value) { return value.name == word; });
-        if (found.empty()) {
-            const std::string lower = lowerCase(word);
-            std::ranges::copy_if(values, std::back_inserter(found), [&](const NamedValue& value) {
-                return lowerCase(value.name) == lower;
-            });
-        }
-        found = differentOnes(found);
+        const std::vector<NamedValue> found = valuesNamed(word, valuesOf(attribute));
         if (found.empty())
             refuseUnknown(word, attribute, place);
         if (found.size() > 1)

@@ -66,6 +66,24 @@ std::vector<NamedValue> readNamedValues(const std::string& text) {
     return values;
 }
 
+std::vector<NamedValue> valuesNamed(const std::string& word,
+                                    const std::vector<NamedValue>& values) {
+    std::vector<NamedValue> found;
+    std::set<NamedNumber> known;
+    const auto take = [&](const auto& isMeant) {
+        for (const NamedValue& value : values) {
+            const auto number = value.understood ? namedNumber(value.value) : std::nullopt;
+            if (number && isMeant(value.name) && known.insert(*number).second)
+                found.push_back(value);
+        }
+    };
+    take([&](const std::string& name) { return name == word; });
+    const std::string lower = lowerCase(word);
+    if (found.empty())
+        take([&](const std::string& name) { return lowerCase(name) == lower; });
+    return found;
+}
+
 std::string writeNamedValues(const std::vector<NamedValue>& values) {
     std::string text;
     for (const NamedValue& each : values) {

@@ -38,6 +38,10 @@ std::vector<NamedValue> readNamedValues(const std::string& text);
 // The definition's text. Lines that didn't change are written as they stood.
 std::string writeNamedValues(const std::vector<NamedValue>& values);
 
+// Those that the word is the name of, or if there are none, those whose names differ from it in the
+// case of letters only; each number once, under the first of its names.
+std::vector<NamedValue> valuesNamed(const std::string& word, const std::vector<NamedValue>& values);
+
 struct NamedValueFinding {
     std::size_t row = 0;
     bool error = true;  // else the value only has no effect now

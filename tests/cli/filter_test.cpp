@@ -37,7 +37,7 @@ TEST_F(Filter, ValuesAreNamedInEveryCommand) {
     expectSuccess("copy " + file + " " + copy + words + " --bounds -1000,-1000,1000,1000");
     expectSuccess("export " + file + " " + folder.file("ground.las") + words);
     expectSuccess("split " + file + " " + folder.file("parts") + " --by tarvo.class" + words);
-    expectSuccess("update " + file + " --set tarvo.class=9" + words);
+    expectSuccess("update " + file + " --set tarvo.class=Water" + words);
     EXPECT_EQ(counted("tarvo.class == water"), ground);
     expectSuccess(
         "transactions " + file +
@@ -53,6 +53,9 @@ TEST_F(Filter, ValuesAreNamedInEveryCommand) {
 
 TEST_F(Filter, MistakesAreToldWhereTheyWereTyped) {
     expectSuccess("sample -n 10 " + file);
+    expectFailure(2, "update " + file + " --set tarvo.class=gruond --filter 1",
+                  "\"gruond\" is not a whole number of at least 0, nor the name of one value.\n"
+                  "    Did you mean \"ground\"");
     const auto refused = [&](const std::string& filter, const std::string& text) {
         for (const char* command : {"select --count", "explain"}) {
             const bool isOption = command[0] == 's';
