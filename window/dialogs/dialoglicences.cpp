@@ -10,8 +10,8 @@ namespace tarvo::window {
 
 namespace {
 
-// Of the longest line, and some lines.
-constexpr int shownColumns = 104, shownRows = 32;
+// Of the longest line with the margins beside it, and some lines.
+constexpr int shownColumns = 110, shownRows = 32;
 
 }  // namespace
 
@@ -24,6 +24,7 @@ DialogLicences::DialogLicences(QWidget* parent) : QDialog(parent), m_settings("D
     text->setObjectName("editLicences");
     text->setAccessibleName(windowTitle());
     text->setReadOnly(true);
+    text->setLineWrapMode(QPlainTextEdit::NoWrap);
     text->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     text->setMinimumSize(300, 120);
     layout->addWidget(text);
@@ -31,7 +32,8 @@ DialogLicences::DialogLicences(QWidget* parent) : QDialog(parent), m_settings("D
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     layout->addWidget(buttons);
     const QFontMetrics metrics = text->fontMetrics();
-    resize(metrics.averageCharWidth() * shownColumns, metrics.lineSpacing() * shownRows);
+    resize(metrics.horizontalAdvance(QString(shownColumns, 'x')),
+           metrics.lineSpacing() * shownRows);
     m_settings.restoreGeometryOf(this);
 }
 
