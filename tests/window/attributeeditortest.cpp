@@ -555,7 +555,10 @@ void AttributeEditorTest::doubleClickEditsAttributesOnly() {
         auto* group = tree->topLevelItem(0);
         const bool expanded = group->isExpanded();
         const auto doubleClick = [tree](QTreeWidgetItem* row) {
-            const QPoint at = tree->visualItemRect(row).center();
+            // In the part of the row that is seen.
+            tree->scrollToItem(row);
+            const QPoint at =
+                tree->visualItemRect(row).intersected(tree->viewport()->rect()).center();
             QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, at);
             QTest::mouseDClick(tree->viewport(), Qt::LeftButton, {}, at);
         };

@@ -15,12 +15,12 @@ namespace {
 // A cell of the table is a variant of 32 bytes and a text on the heap, 32 bytes and two per
 // character, each with the heap's own; a row has some 600 bytes besides: the item, its lists, and
 // what the view knows of it. Of 62,500 rows of 16 columns 2,800 bytes a row were measured: a
-// million rows would take gigabytes. A million cells take less than 200 MB, and finding a text in
-// them a tenth of a second.
+// million rows would take gigabytes. Half a million cells take less than 100 MB, and finding a text
+// in them a twentieth of a second, which is what one act of the window may take.
 constexpr std::uint64_t cellBytes = 140;
 constexpr std::uint64_t rowBytes = 600;
-constexpr std::uint64_t mostCells = 1'000'000;
-constexpr std::uint64_t mostRows = 100'000;
+constexpr std::uint64_t mostCells = 500'000;
+constexpr std::uint64_t mostRows = 50'000;
 
 constexpr std::uint64_t mostUnasked = 1000;  // points
 constexpr std::size_t stepRows = 1000;       // made in some milliseconds
