@@ -1,5 +1,6 @@
 #include "cli/filtercondition.h"
 
+#include "core/attributegrid.h"
 #include "core/filtertext.h"
 #include "core/namedvalues.h"
 #include "numbers/numbertext.h"
@@ -100,15 +101,6 @@ std::optional<std::string> numberIn(std::string_view filter, Tokens operand) {
     return (isNegative ? "-" : "") + std::string(operand.back().of(filter));
 }
 
-std::optional<Grid> gridOf(const PointAttribute& attribute) {
-    try {
-        return Grid({attribute.minimumValue, attribute.maximumValue, attribute.resolution,
-                     attribute.invalidValue});
-    } catch (const Grid::Fault&) {
-        return std::nullopt;
-    }
-}
-
 // Filters compare with the number as it is written; none is rounded.
 std::string placeNote(const std::string& text, double value, const Grid& grid) {
     switch (core::placeOf(value, grid)) {
@@ -175,7 +167,7 @@ private:
             return known->second;
         }
         const PointAttribute attribute = m_attributes.get(name);
-        Definition read{gridOf(attribute), {}};
+        Definition read{core::gridOf(attribute), {}};
         for (const core::NamedValue& value : core::readNamedValues(attribute.namedValues)) {
             const auto number = value.understood ? core::namedNumber(value.value) : std::nullopt;
             if (number && !value.name.empty()) {

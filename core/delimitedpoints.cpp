@@ -2,6 +2,7 @@
 
 #include "numbers/digits.h"
 #include "numbers/numbertext.h"
+#include "qrb/error.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,5 +1,6 @@
 #include "core/namedvalues.h"
 
+#include "core/attributegrid.h"
 #include "core/utf8.h"
 #include "numbers/numbertext.h"
 
@@ -22,17 +23,6 @@ NamedValue readLine(const std::string& line) {
     if (equals == std::string_view::npos || !namedNumber(value))
         return {{}, std::string(trimmed(text)), line, false};
     return {value, std::string(trimmed(text.substr(equals + 1))), line, true};
-}
-
-std::optional<Grid> gridOf(const qrb::pointcloud::PointAttribute* attribute) {
-    try {
-        if (attribute)
-            return Grid({attribute->minimumValue, attribute->maximumValue, attribute->resolution,
-                         attribute->invalidValue});
-    } catch (const Grid::Fault&) {
-        // Nothing can be said about places.
-    }
-    return std::nullopt;
 }
 
 }  // namespace
@@ -96,7 +86,7 @@ std::string writeNamedValues(const std::vector<NamedValue>& values) {
 
 std::vector<NamedValueFinding> checkNamedValues(const std::vector<NamedValue>& values,
                                                 const qrb::pointcloud::PointAttribute* attribute) {
-    const std::optional<Grid> grid = gridOf(attribute);
+    const std::optional<Grid> grid = attribute ? gridOf(*attribute) : std::nullopt;
     std::vector<NamedValueFinding> findings;
     std::set<NamedNumber> known;
     for (std::size_t row = 0; row < values.size(); ++row) {

@@ -1,5 +1,6 @@
 #include "core/redefinition.h"
 
+#include "core/attributegrid.h"
 #include "core/attributerules.h"
 #include "core/pointpages.h"
 #include "numbers/numbertext.h"
@@ -24,15 +25,6 @@ using qrb::pointcloud::PointAttribute;
 // Values that are read at a time.
 constexpr std::size_t pageValues = 1 << 20;
 constexpr std::size_t largestPage = 1 << 16;
-
-std::optional<Grid> gridOf(const PointAttribute& attribute) {
-    try {
-        return Grid({attribute.minimumValue, attribute.maximumValue, attribute.resolution,
-                     attribute.invalidValue});
-    } catch (const Grid::Fault&) {
-        return std::nullopt;
-    }
-}
 
 class Counter {
 public:

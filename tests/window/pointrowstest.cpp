@@ -68,6 +68,14 @@ void PointRowsTest::counterTellsWhatIsShownOfHowMany() {
              "Nodes of the index so far: 0 skipped, 0 taken whole, 14 read point by point");
     run("actionQuerySelectNext");
     QCOMPARE(counter(), QString::fromUtf8("1–150 of 150"));
+    // Another query begins at its first row.
+    table()->scrollToBottom();
+    setFilter("tarvo.id <= 300");
+    run("actionQuerySelectNext");
+    QCOMPARE(table()->itemAt(5, 5), table()->topLevelItem(0));
+    setFilter("tarvo.id <= 150");
+    run("actionQuerySelectNext");
+    run("actionQuerySelectNext");
     // What comes is what one sees.
     QVERIFY(table()->visualItemRect(table()->topLevelItem(100)).top() < 40);
 }

@@ -344,6 +344,7 @@ void PointViewTest::rangesOfValuesAreNumbers() {
                  {0, "1", "1e300", "Upper Bound: the number"},
                  {0, "1", "1e999", "Upper Bound: the number"},
                  {0, "1e-300", "5", ""},
+                 {0, "1", "636.353.5", ""},  // no number, so nothing is known of it
                  {0, "own.single", "5", ""},
                  {1, "1", "-2", "Radius: it is negative"},
                  {1, "1", "-0.5", "Radius: it is negative"},

@@ -19,6 +19,7 @@
 #include <QListWidget>
 #include <QMimeData>
 #include <QPlainTextEdit>
+#include <QScreen>
 #include <QSpinBox>
 #include <QTabWidget>
 #include <QTreeWidget>
@@ -51,6 +52,8 @@ private slots:
 };
 
 void WindowTest::withoutDatabaseOnlyTwoTabsAreEnabled() {
+    const QSize room = m_window->screen()->availableSize();
+    QCOMPARE(m_window->size().boundedTo(room), m_window->size());
     auto* tabs = child<QTabWidget>("tabWidget");
     QStringList enabled;
     for (int i = 0; i < tabs->count(); ++i) {
