@@ -251,46 +251,43 @@ void AttributeEditorTest::arrowKeysStepByTheResolution() {
 
 void AttributeEditorTest::suggestionsAreFoundByWordsAndTakenByKey() {
     PointAttribute attribute = byteAttribute("");
-    QVERIFY(edit(
-        attribute, Purpose::ADD, {[](QDialog* dialog) {
-            auto* filter = in<QLineEdit>(dialog, "editSuggestionFilter");
-            auto* tree = in<QTreeWidget>(dialog, "treeSuggestions");
-            QCOMPARE(tree->topLevelItemCount(), 247);
-            QCOMPARE(tree->columnCount(), 5);
-            QCOMPARE(dialog->focusWidget(), filter);
-            const auto visible = [tree] {
-                QStringList names;
-                for (int i = 0; i < tree->topLevelItemCount(); ++i)
-                    if (!tree->topLevelItem(i)->isHidden())
-                        names += tree->topLevelItem(i)->text(0);
-                return names;
-            };
-            QTest::keyClick(filter, Qt::Key_Return);  // takes nothing before words were typed
-            QVERIFY(in<QLineEdit>(dialog, "editName")->text().isEmpty());
-            QTest::keyClicks(filter, "XYZ  socs");
-            QCOMPARE(visible(), QStringList("tarvo.xyz_socs (exists already)"));
-            // What is there already can be taken neither by key nor by mouse.
-            QTest::keyClick(filter, Qt::Key_Return);
-            QTest::mouseClick(
-                tree->viewport(), Qt::LeftButton, {},
-                tree->visualItemRect(tree->findItems("tarvo.xyz_socs", Qt::MatchStartsWith).first())
-                    .center());
-            QVERIFY(in<QLineEdit>(dialog, "editName")->text().isEmpty());
-            type(filter, "noSuchWordAnywhere");
-            QCOMPARE(visible(), QStringList());
-            QTest::keyClick(filter, Qt::Key_Return);
-            type(filter, "timestamp direction");
-            QVERIFY(!visible().contains("tarvo.timestamp"));
-            type(filter, "tarvo.reflectance");
-            QTest::keyClick(filter, Qt::Key_Down);
-            QCOMPARE(dialog->focusWidget(), tree);
-            QTest::keyClick(tree, Qt::Key_Return);
-            QVERIFY(dialog->isVisible());
-            QCOMPARE(in<QLineEdit>(dialog, "editName")->text(), "tarvo.reflectance");
-            QCOMPARE(in<QComboBox>(dialog, "editUnitSymbol")->currentText(), "dB");
-            ModalScript::press("OK")(dialog);
-        }},
-        {"tarvo.xyz_socs"}));
+    QVERIFY(edit(attribute, Purpose::ADD, {[](QDialog* dialog) {
+                     auto* filter = in<QLineEdit>(dialog, "editSuggestionFilter");
+                     auto* tree = in<QTreeWidget>(dialog, "treeSuggestions");
+                     QCOMPARE(tree->topLevelItemCount(), 247);
+                     QCOMPARE(tree->columnCount(), 5);
+                     QCOMPARE(dialog->focusWidget(), filter);
+                     const auto visible = [tree] {
+                         QStringList names;
+                         for (int i = 0; i < tree->topLevelItemCount(); ++i)
+                             if (!tree->topLevelItem(i)->isHidden())
+                                 names += tree->topLevelItem(i)->text(0);
+                         return names;
+                     };
+                     QTest::keyClick(filter,
+                                     Qt::Key_Return);  // takes nothing before words were typed
+                     QVERIFY(in<QLineEdit>(dialog, "editName")->text().isEmpty());
+                     QTest::keyClicks(filter, "XYZ  socs");
+                     QCOMPARE(visible(), QStringList("tarvo.xyz_socs (exists already)"));
+                     // What is there already can be taken neither by key nor by mouse.
+                     QTest::keyClick(filter, Qt::Key_Return);
+                     clickRow(tree->findItems("tarvo.xyz_socs", Qt::MatchStartsWith).first());
+                     QVERIFY(in<QLineEdit>(dialog, "editName")->text().isEmpty());
+                     type(filter, "noSuchWordAnywhere");
+                     QCOMPARE(visible(), QStringList());
+                     QTest::keyClick(filter, Qt::Key_Return);
+                     type(filter, "timestamp direction");
+                     QVERIFY(!visible().contains("tarvo.timestamp"));
+                     type(filter, "tarvo.reflectance");
+                     QTest::keyClick(filter, Qt::Key_Down);
+                     QCOMPARE(dialog->focusWidget(), tree);
+                     QTest::keyClick(tree, Qt::Key_Return);
+                     QVERIFY(dialog->isVisible());
+                     QCOMPARE(in<QLineEdit>(dialog, "editName")->text(), "tarvo.reflectance");
+                     QCOMPARE(in<QComboBox>(dialog, "editUnitSymbol")->currentText(), "dB");
+                     ModalScript::press("OK")(dialog);
+                 }},
+                 {"tarvo.xyz_socs"}));
     QVERIFY(sameAttribute(attribute, defaultAttribute("tarvo.reflectance")));
 }
 
@@ -299,9 +296,7 @@ void AttributeEditorTest::typedTextsAreNotReplacedUnasked() {
     QStringList texts;
     const auto click = [](QDialog* dialog, const QString& name) {
         auto* tree = in<QTreeWidget>(dialog, "treeSuggestions");
-        auto* row = tree->findItems(name, Qt::MatchExactly).first();
-        tree->scrollToItem(row);
-        QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualItemRect(row).center());
+        clickRow(tree->findItems(name, Qt::MatchExactly).first());
     };
     QVERIFY(edit(attribute, Purpose::ADD,
                  {[&](QDialog* dialog) {
@@ -554,15 +549,7 @@ void AttributeEditorTest::doubleClickEditsAttributesOnly() {
         auto* tree = driver.child<QTreeWidget>("treePointAttributes");
         auto* group = tree->topLevelItem(0);
         const bool expanded = group->isExpanded();
-        const auto doubleClick = [tree](QTreeWidgetItem* row) {
-            // In the part of the row that is seen.
-            tree->scrollToItem(row);
-            const QPoint at =
-                tree->visualItemRect(row).intersected(tree->viewport()->rect()).center();
-            QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, at);
-            QTest::mouseDClick(tree->viewport(), Qt::LeftButton, {}, at);
-        };
-        doubleClick(group);
+        doubleClickRow(group);
         QCOMPARE(group->isExpanded(), !expanded);
         QVERIFY(!driver.child<QAction>("actionPointAttributeEdit")->isEnabled());
         group->setExpanded(true);
@@ -570,7 +557,7 @@ void AttributeEditorTest::doubleClickEditsAttributesOnly() {
             QCOMPARE(dialog->windowTitle(), "Edit Point Attribute");
             dialog->reject();
         }});
-        doubleClick(group->child(0));
+        doubleClickRow(group->child(0));
         QCOMPARE(script.answered(), 1u);
         // Several rows can't be edited at once.
         tree->selectAll();

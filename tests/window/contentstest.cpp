@@ -2,6 +2,7 @@
 
 #include "tests/window/databasewindow.h"
 #include "tests/window/guitestmain.h"
+#include "tests/window/windowdriver.h"
 #include "window/panels/panel.h"
 
 #include <QComboBox>
@@ -126,9 +127,7 @@ void ContentsTest::doubleClickOnANodeShowsItsPoints() {
     QVERIFY(leaf);
     const QString id = leaf->text(0);
     const int page = qMin(QLocale().toInt(leaf->text(3)), 100);
-    nodes->scrollToItem(leaf);
-    const QPoint where = nodes->visualItemRect(leaf).center();
-    QTest::mouseClick(nodes->viewport(), Qt::LeftButton, {}, where);
+    clickRow(leaf);
     auto* details = child<QTreeWidget>("treePointIndexDetails");
     const auto heights = details->findItems("tarvo.xyz[2]", Qt::MatchExactly);
     QCOMPARE(heights.size(), 1);
@@ -139,7 +138,7 @@ void ContentsTest::doubleClickOnANodeShowsItsPoints() {
     // A second time the points come from the first one on again.
     for (int time = 0; time < 2; ++time) {
         showTab("tabPointIndex");
-        QTest::mouseDClick(nodes->viewport(), Qt::LeftButton, {}, where);
+        doubleClickRow(leaf);
         QCOMPARE(child<QTabWidget>("tabWidget")->currentWidget()->objectName(), "tabPointData");
         QCOMPARE(fieldText("editPointDataNodes"), id);
         QCOMPARE(points()->topLevelItemCount(), page);

@@ -453,11 +453,9 @@ void ExportTest::indexIsShownUpToItsLimit() {
         item->setExpanded(true);
         item = item->child(item->childCount() - 1);
     }
-    tree->scrollToItem(item);
-    const QPoint middle = tree->visualItemRect(item).center();
-    QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, middle);
+    clickRow(item);
     QVERIFY(driver().child<QTreeWidget>("treePointIndexDetails")->topLevelItemCount() > 0);
-    QTest::mouseDClick(tree->viewport(), Qt::LeftButton, {}, middle);
+    doubleClickRow(item);
     QCOMPARE(driver().child<QLineEdit>("editPointDataNodes")->text(), item->text(0));
     QCOMPARE(driver().child<QTreeWidget>("treePointData")->topLevelItemCount(), 1);
 }

@@ -24,8 +24,6 @@
 
 using namespace tarvo::window;
 
-namespace {
-
 // The English texts that have another translation.
 class EnglishTexts {
 public:
@@ -74,7 +72,7 @@ private:
 };
 
 // What an object shows, what users type or databases hold left out.
-QStringList textsOf(QObject* object) {
+static QStringList textsOf(QObject* object) {
     QStringList texts;
     for (const char* name : {"text", "title", "toolTip", "placeholderText", "windowTitle",
                              "accessibleName", "prefix", "suffix", "specialValueText", "format"})
@@ -94,12 +92,10 @@ QStringList textsOf(QObject* object) {
 }
 
 // Menus are filled when they come up.
-void openMenus(QWidget* window) {
+static void openMenus(QWidget* window) {
     for (QMenu* menu : window->findChildren<QMenu*>())
         emit menu->aboutToShow();
 }
-
-}  // namespace
 
 class LanguageTest : public QObject {
     Q_OBJECT

@@ -171,7 +171,6 @@ void MetaDataEditorTest::itemIsEditedAndChecked() {
     begin();
     auto* item = driver().select("treeMetaData", "tarvo.geo_tag");
     QVERIFY(item);
-    auto* tree = driver().child<QTreeWidget>("treeMetaData");
     ModalScript script({[](QDialog* dialog) {
                             QVERIFY(!in<QComboBox>(dialog, "editName")->isEnabled());
                             // Shown formatted; each finding leads to its place.
@@ -179,8 +178,7 @@ void MetaDataEditorTest::itemIsEditedAndChecked() {
                             QCOMPARE(list->topLevelItemCount(), 4);
                             QCOMPARE(list->topLevelItem(0)->text(0), "3");
                             QCOMPARE(list->topLevelItem(0)->text(1), "/crs/epsg");
-                            const auto rect = list->visualItemRect(list->topLevelItem(0));
-                            QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, rect.center());
+                            clickRow(list->topLevelItem(0));
                             QCOMPARE(pane(dialog)->textCursor().selectedText(), "5");
                             QTest::keyClicks(pane(dialog), "4978");
                             QTRY_COMPARE(list->topLevelItemCount(), 3);
@@ -198,7 +196,7 @@ void MetaDataEditorTest::itemIsEditedAndChecked() {
                             ModalScript::press("OK")(dialog);
                         },
                         ModalScript::press("No")});
-    QTest::mouseDClick(tree->viewport(), Qt::LeftButton, {}, tree->visualItemRect(item).center());
+    doubleClickRow(item);
     QCOMPARE(script.texts(),
              QStringList("The value does not satisfy the schema.\nSave it anyway?"));
     commit();
@@ -506,38 +504,36 @@ void MetaDataEditorTest::valuesBeyondThePaneAreHeldWhole() {
     // What the pane has to lay out.
     const auto shown = [](QDialog* dialog) { return pane(dialog)->document()->characterCount(); };
     constexpr int few = 150'000;
-    const QStringList texts =
-        run("actionMetaDataAdd",
-            {[&](QDialog* dialog) {
-                 in<QComboBox>(dialog, "editName")->setEditText("own.long");
-                 QApplication::clipboard()->setText(QString::fromStdString(value));
-                 pane(dialog)->paste();
-                 QVERIFY(pane(dialog)->text().isEmpty());
-                 in<QAction>(dialog, "actionLoad")->trigger();
-                 QVERIFY(in<QLabel>(dialog, "labelHeld")->isVisible());
-                 QVERIFY(pane(dialog)->isReadOnly());
-                 QVERIFY(shown(dialog) < few);
-                 in<JsonTextEdit>(dialog, "editSchema")
-                     ->setPlainText("{\"items\": {\"type\": \"object\"}}");
-                 ModalScript::press("Format")(dialog);
-                 QVERIFY(shown(dialog) < few);
-                 ModalScript::press("Check")(dialog);
-                 auto* list = findings(dialog);
-                 QCOMPARE(list->topLevelItemCount(), 1);
-                 QVERIFY(list->topLevelItem(0)->text(0).toInt() > 1'000'000);
-                 QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
-                                   list->visualItemRect(list->topLevelItem(0)).center());
-                 ModalScript::press("Compact")(dialog);
-                 // No undo leads to what was but the beginning of the value.
-                 in<QAction>(dialog, "actionLoad")->trigger();
-                 QTest::keyClick(pane(dialog), Qt::Key_Z, Qt::ControlModifier);
-                 QCOMPARE(pane(dialog)->text(), "[7]");
-                 in<QAction>(dialog, "actionLoad")->trigger();
-                 ModalScript::press("OK")(dialog);
-             },
-             ModalScript::press("OK"), ModalScript::chooseFile(file),
-             ModalScript::chooseFile(shortFile), ModalScript::chooseFile(file),
-             ModalScript::press("Yes")});
+    const QStringList texts = run(
+        "actionMetaDataAdd", {[&](QDialog* dialog) {
+                                  in<QComboBox>(dialog, "editName")->setEditText("own.long");
+                                  QApplication::clipboard()->setText(QString::fromStdString(value));
+                                  pane(dialog)->paste();
+                                  QVERIFY(pane(dialog)->text().isEmpty());
+                                  in<QAction>(dialog, "actionLoad")->trigger();
+                                  QVERIFY(in<QLabel>(dialog, "labelHeld")->isVisible());
+                                  QVERIFY(pane(dialog)->isReadOnly());
+                                  QVERIFY(shown(dialog) < few);
+                                  in<JsonTextEdit>(dialog, "editSchema")
+                                      ->setPlainText("{\"items\": {\"type\": \"object\"}}");
+                                  ModalScript::press("Format")(dialog);
+                                  QVERIFY(shown(dialog) < few);
+                                  ModalScript::press("Check")(dialog);
+                                  auto* list = findings(dialog);
+                                  QCOMPARE(list->topLevelItemCount(), 1);
+                                  QVERIFY(list->topLevelItem(0)->text(0).toInt() > 1'000'000);
+                                  clickRow(list->topLevelItem(0));
+                                  ModalScript::press("Compact")(dialog);
+                                  // No undo leads to what was but the beginning of the value.
+                                  in<QAction>(dialog, "actionLoad")->trigger();
+                                  QTest::keyClick(pane(dialog), Qt::Key_Z, Qt::ControlModifier);
+                                  QCOMPARE(pane(dialog)->text(), "[7]");
+                                  in<QAction>(dialog, "actionLoad")->trigger();
+                                  ModalScript::press("OK")(dialog);
+                              },
+                              ModalScript::press("OK"), ModalScript::chooseFile(file),
+                              ModalScript::chooseFile(shortFile), ModalScript::chooseFile(file),
+                              ModalScript::press("Yes")});
     QVERIFY(texts.value(0).startsWith("The text is too long to be pasted here."));
     QCOMPARE(texts.value(1), "The value does not satisfy the schema.\nSave it anyway?");
     run("actionMetaDataEdit", {[&](QDialog* dialog) {

@@ -37,16 +37,6 @@ private:
     }
     QString counter() { return m_window->child<QLabel>("labelPointRows")->text(); }
     QTreeWidget* table() { return m_window->child<QTreeWidget>("treePointData"); }
-    // In the part of the row that is seen.
-    static QPoint placeOf(QTreeWidgetItem* row) {
-        const QTreeWidget* tree = row->treeWidget();
-        return tree->visualItemRect(row).intersected(tree->viewport()->rect()).center();
-    }
-    void click(QTreeWidgetItem* row, Qt::KeyboardModifiers modifiers = {}) {
-        QTreeWidget* tree = row->treeWidget();
-        tree->scrollToItem(row);
-        QTest::mouseClick(tree->viewport(), Qt::LeftButton, modifiers, placeOf(row));
-    }
 };
 
 void PointRowsTest::counterTellsWhatIsShownOfHowMany() {
@@ -120,9 +110,9 @@ void PointRowsTest::selectedRowsAreCopiedAsTextAndAsAFilter() {
             ++column;
         return table()->findItems(QString::number(id), Qt::MatchExactly, column).value(0);
     };
-    click(rowOf(20));
+    clickRow(rowOf(20));
     for (const int id : {12, 21, 22})
-        click(rowOf(id), Qt::ControlModifier);
+        clickRow(rowOf(id), Qt::ControlModifier);
     QTest::keyClick(table(), Qt::Key_C, Qt::ControlModifier);
     const QStringList lines = QApplication::clipboard()->text().split('\n', Qt::SkipEmptyParts);
     QCOMPARE(lines.size(), 5);
@@ -149,8 +139,7 @@ void PointRowsTest::nodesWithoutPointsShowWhatLiesBelow() {
         inner = nodes->itemBelow(inner);
     QVERIFY(inner);
     const QString total = inner->text(4);
-    click(inner);
-    QTest::mouseDClick(nodes->viewport(), Qt::LeftButton, {}, placeOf(inner));
+    doubleClickRow(inner);
     QTRY_VERIFY(m_window->child<QLineEdit>("editPointDataNodes")->text().contains(','));
     m_window->press(QKeySequence("Shift+F3"));
     QTRY_COMPARE(counter(), QString::fromUtf8("1–%1 of %1").arg(total));

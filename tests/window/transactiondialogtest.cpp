@@ -163,7 +163,6 @@ void TransactionDialogTest::readOnlyTransactionCanOnlyBeSaved() {
     // So it comes up for a transaction of the list.
     const SampleWindow window(m_sample->copy());
     window.driver().showTab("tabTransactions");
-    auto* list = window.child<QTreeWidget>("treeTransactions");
     auto* row = window.driver().select("treeTransactions", "2");
     QVERIFY(row);
     auto details = window.database().transactions().details(2);
@@ -175,8 +174,7 @@ void TransactionDialogTest::readOnlyTransactionCanOnlyBeSaved() {
         QCOMPARE(fields, fieldsOf(details));
         QCOMPARE(menu.filter("[").size(), 4);
     }});
-    const QRect seen = list->visualItemRect(row) & list->viewport()->rect();
-    QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, seen.center());
+    doubleClickRow(row);
     QCOMPARE(shown.answered(), 1u);
 }
 

@@ -154,8 +154,7 @@ void TransactionsTest::doubleClickShowsATransaction() {
         QVERIFY(in<QAction>(dialog, "actionSaveComments")->isEnabled());
         ModalScript::press("Cancel")(dialog);
     }});
-    auto* list = tree("treeTransactions");
-    QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(row).center());
+    doubleClickRow(row);
     QCOMPARE(script.answered(), 1u);
 }
 

@@ -28,14 +28,12 @@
 
 using namespace tarvo::window;
 
-namespace {
-
 constexpr double longestEvent = 100;  // milliseconds of the processor
 // Milliseconds with those in which the thread slept, waiting for a disk or a lock: more, because a
 // busy disk is nobody's fault.
 constexpr double longestStandstill = 250;
 
-double milliseconds(clockid_t clock) {
+static double milliseconds(clockid_t clock) {
     timespec time{};
     clock_gettime(clock, &time);
     return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
@@ -43,7 +41,7 @@ double milliseconds(clockid_t clock) {
 
 // Milliseconds for which this thread could have run and others had the processor; none where the
 // system doesn't tell.
-std::optional<double> delayTime() {
+static std::optional<double> delayTime() {
     static QFile schedule("/proc/thread-self/schedstat");
     if (!schedule.isOpen() && !schedule.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         return std::nullopt;
@@ -95,14 +93,12 @@ private:
 };
 
 // None of its terms is decided by what the nodes know.
-QString longFilter(int terms) {
+static QString longFilter(int terms) {
     QStringList parts;
     for (int i = 0; i < terms; ++i)
         parts += QString("tarvo.reflectance == %1").arg(-5 + i * 0.01, 0, 'f', 2);
     return parts.join(" || ");
 }
-
-}  // namespace
 
 class WatchdogTest : public QObject {
     Q_OBJECT

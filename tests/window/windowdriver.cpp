@@ -47,12 +47,22 @@ QTreeWidgetItem* WindowDriver::select(const char* tree, const QString& text, boo
     const auto found = list->findItems(text, Qt::MatchExactly | Qt::MatchRecursive, 0);
     if (found.isEmpty())
         return nullptr;
-    list->scrollToItem(found.first());
-    // Rows may be wider than what is seen of them.
-    const QRect seen = list->visualItemRect(found.first()) & list->viewport()->rect();
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, add ? Qt::ControlModifier : Qt::NoModifier,
-                      seen.center());
+    clickRow(found.first(), add ? Qt::ControlModifier : Qt::NoModifier);
     return found.first();
+}
+
+void clickRow(QTreeWidgetItem* row, Qt::KeyboardModifiers modifiers) {
+    QTreeWidget* tree = row->treeWidget();
+    tree->scrollToItem(row);
+    const QRect seen = tree->visualItemRect(row) & tree->viewport()->rect();
+    QTest::mouseClick(tree->viewport(), Qt::LeftButton, modifiers, seen.center());
+}
+
+void doubleClickRow(QTreeWidgetItem* row) {
+    clickRow(row);
+    const QTreeWidget* tree = row->treeWidget();
+    const QRect seen = tree->visualItemRect(row) & tree->viewport()->rect();
+    QTest::mouseDClick(tree->viewport(), Qt::LeftButton, {}, seen.center());
 }
 
 void dragInHeader(QHeaderView* header, int from, int to) {

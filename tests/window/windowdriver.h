@@ -41,6 +41,11 @@ private:
     tarvo::window::MainWindow& m_window;
 };
 
+// Clicks in the middle of what is seen of a row, which may be wider than its tree, after scrolling
+// to it. The double click presses before: the toolkit counts one only where the same cell was
+// pressed last.
+void clickRow(QTreeWidgetItem* row, Qt::KeyboardModifiers modifiers = {});
+void doubleClickRow(QTreeWidgetItem* row);
 // Drags in a header, from one place to another.
 void dragInHeader(QHeaderView* header, int from, int to);
 // Controls that a screen reader can't name.
