@@ -37,6 +37,7 @@ constexpr CommandEntry entries[] = {
     {addValidateCommand, lookGroup, true},
     {addCheckCommand, lookGroup, false},
     {addDiffCommand, lookGroup, false},
+    {addRenderCommand, lookGroup, true},
     {addDefaultsCommand, lookGroup, false},
     {addSelectCommand, pointsGroup, true},
     {addExportCommand, pointsGroup, true},

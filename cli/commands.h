@@ -54,6 +54,7 @@ void addValidateCommand(CLI::App& app, Invocation& invocation);
 void addCheckCommand(CLI::App& app, Invocation& invocation);
 void addDiffCommand(CLI::App& app, Invocation& invocation);
 void addDefaultsCommand(CLI::App& app, Invocation& invocation);
+void addRenderCommand(CLI::App& app, Invocation& invocation);
 // Points.
 void addSelectCommand(CLI::App& app, Invocation& invocation);
 void addExportCommand(CLI::App& app, Invocation& invocation);

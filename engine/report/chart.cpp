@@ -6,15 +6,15 @@ namespace tarvo::engine::report {
 
 namespace {
 
-constexpr Colour barColour{62, 128, 200};
-constexpr Colour axisColour{128, 128, 128};
+constexpr drawing::Colour barColour{62, 128, 200};
+constexpr drawing::Colour axisColour{128, 128, 128};
 constexpr unsigned chartWidth = 256;
 constexpr unsigned chartHeight = 64;
 
 }  // namespace
 
-Image drawBars(const Histogram& histogram) {
-    Image image(chartWidth, chartHeight + 1);
+drawing::Image drawBars(const Histogram& histogram) {
+    drawing::Image image(chartWidth, chartHeight + 1);
     for (unsigned x = 0; x < chartWidth; ++x)
         image.at(x, chartHeight) = axisColour;
     std::uint64_t most = 1;
@@ -38,8 +38,8 @@ Image drawBars(const Histogram& histogram) {
     return image;
 }
 
-Image drawBarPixel() {
-    Image image(1, 1);
+drawing::Image drawBarPixel() {
+    drawing::Image image(1, 1);
     image.at(0, 0) = barColour;
     return image;
 }

@@ -1,15 +1,15 @@
 // Histograms as pictures, in colours that stand out on light and dark ground.
 #pragma once
 
+#include "drawing/image.h"
 #include "engine/report/histogram.h"
-#include "engine/report/png.h"
 
 namespace tarvo::engine::report {
 
 // A bar per bin, side by side, the highest as high as the picture, with a line below them.
-Image drawBars(const Histogram& histogram);
+drawing::Image drawBars(const Histogram& histogram);
 
 // One pixel, to be scaled to a bar.
-Image drawBarPixel();
+drawing::Image drawBarPixel();
 
 }  // namespace tarvo::engine::report

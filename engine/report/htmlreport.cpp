@@ -1,6 +1,7 @@
 #include "engine/report/chart.h"
 #include "engine/report/forms.h"
 #include "engine/report/text.h"
+#include "engine/report/png.h"
 #include "numbers/numbertext.h"
 #include "numbers/sizetext.h"
 
@@ -141,7 +142,7 @@ Markup legend(const Facts& facts, const Picture& cloud) {
     constexpr int steps = 16;
     Markup cells = tag("td", end(cloud.low) + "&nbsp;");
     for (int i = 0; i < steps; ++i) {
-        const Colour colour = rampColour(i / (steps - 1.0));
+        const drawing::Colour colour = drawing::rampColour(i / (steps - 1.0));
         char hexadecimal[24];
         std::snprintf(hexadecimal, sizeof hexadecimal, "bgcolor=\"#%02x%02x%02x\"", colour.red,
                       colour.green, colour.blue);
@@ -240,7 +241,7 @@ Markup rangeBars(const Histogram& histogram, const std::string& unit) {
     std::uint64_t most = 0;
     for (const Bin& bin : histogram.bins)
         most = std::max(most, bin.count);
-    const Image image = drawBars(histogram);
+    const drawing::Image image = drawBars(histogram);
     const Markup ends = tag("td", withUnit(histogram.minimum, unit)) +
                         tag("td", withUnit(histogram.maximum, unit), "align=\"right\"");
     return tag("table",

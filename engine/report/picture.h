@@ -2,8 +2,8 @@
 // upwards, to scale.
 #pragma once
 
+#include "drawing/image.h"
 #include "engine/report/facts.h"
-#include "engine/report/png.h"
 
 #include <cstdint>
 #include <optional>
@@ -18,7 +18,7 @@ enum class Colouring {
 };
 
 struct Picture {
-    Image image;
+    drawing::Image image;
     Colouring colouring;
     double
         low;  // what the ends of the colour ramp stand for; what lies beyond has the end's colour
@@ -29,8 +29,5 @@ struct Picture {
 // step-th leaf.
 std::optional<Picture> drawPicture(session::Session& session, const Facts& facts,
                                    std::uint64_t step);
-
-// The colour at a place, 0 to 1, on the ramp from low to high.
-Colour rampColour(double place);
 
 }  // namespace tarvo::engine::report

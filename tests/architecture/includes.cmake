@@ -11,7 +11,8 @@ set(window/panels window/panels window/dialogs window/widgets window/common plug
 set(window/dialogs window/dialogs window/widgets window/common plugin exchange ${shared})
 set(window/widgets window/widgets window/common ${shared})
 set(window/common window/common ${shared})
-set(cli cli exchange plugin simulation ${shared})
+set(view view drawing ${shared})
+set(cli cli view drawing exchange plugin simulation ${shared})
 set(exchange exchange ${shared})
 set(plugin plugin ${shared})
 set(simulation simulation core catalogue)
@@ -20,6 +21,7 @@ set(qrb qrb include/qrb catalogue)
 set(include/qrb include/qrb)
 set(catalogue catalogue)
 set(numbers numbers)
+set(drawing drawing)
 set(files files)
 set(engine/base engine/base include/qrb catalogue)
 set(engine/schema engine/schema engine/base numbers include/qrb)
@@ -31,14 +33,14 @@ set(engine/session engine/session engine/store engine/index engine/codec engine/
   catalogue files)
 set(engine/query engine/query numbers engine/session engine/filter engine/index
   engine/codec engine/schema engine/base include/qrb)
-set(engine/report engine/report numbers engine/query engine/session engine/index
+set(engine/report engine/report drawing numbers engine/query engine/session engine/index
   engine/schema engine/base catalogue)
 set(engine/validation engine/validation numbers engine/session engine/index engine/schema engine/base
   catalogue)
 set(engine/capi engine/capi engine/validation engine/report engine/query engine/session engine/store
   engine/filter engine/index engine/codec engine/schema engine/base include/qrb catalogue files)
 set(rooms window/app window/frame window/panels window/dialogs window/widgets window/common cli
-  exchange plugin simulation core qrb include/qrb catalogue numbers files engine/base engine/schema engine/codec
+  exchange plugin simulation view core qrb include/qrb catalogue numbers drawing files engine/base engine/schema engine/codec
   engine/index engine/filter engine/store engine/session engine/query engine/validation
   engine/report engine/capi)
 # Rooms with folders within them.

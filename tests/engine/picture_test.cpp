@@ -14,7 +14,7 @@ namespace tarvo::engine {
 namespace {
 
 using namespace testing;
-using report::Colour;
+using drawing::Colour;
 using report::Colouring;
 using report::Picture;
 
@@ -24,7 +24,7 @@ std::array<int, 4> rgba(const Colour& colour) {
     return {colour.red, colour.green, colour.blue, colour.alpha};
 }
 std::array<int, 4> ramp(double place) {
-    return rgba(report::rampColour(place));
+    return rgba(drawing::rampColour(place));
 }
 
 using Places = std::vector<std::array<double, 3>>;
@@ -58,7 +58,7 @@ protected:
         std::optional<Picture> picture =
             report::drawPicture(*m_session, report::gatherFacts(*m_session), step);
         EXPECT_TRUE(picture.has_value());
-        return picture ? *picture : Picture{report::Image(1, 1), Colouring::Count, 0, 0};
+        return picture ? *picture : Picture{drawing::Image(1, 1), Colouring::Count, 0, 0};
     }
     static std::size_t painted(Picture& picture) {
         std::size_t count = 0;

@@ -129,7 +129,7 @@ PointFacts fullPoints() {
     add(5, 0, true, {{"1", "1", 1490, ""}}, 10);
     for (std::uint32_t e = 1; e < 18; ++e)
         add(5, e, true, {{"0", "0", 1500, ""}});
-    points.picture = report::Picture{report::Image(2, 1), Colouring::Height, -12.3456789, 345.678};
+    points.picture = report::Picture{drawing::Image(2, 1), Colouring::Height, -12.3456789, 345.678};
     return points;
 }
 
@@ -234,12 +234,12 @@ TEST(ReportForms, DrawBarsUpFromALine) {
         Histogram histogram;
         for (std::size_t i = 0; i < bins; ++i)
             histogram.bins.push_back({"", "", i == bins / 2 ? 1000 : (i % 4) * 250, ""});
-        report::Image image = report::drawBars(histogram);
+        drawing::Image image = report::drawBars(histogram);
         ASSERT_EQ(image.width(), 256u);
         ASSERT_EQ(image.height(), 65u);
         const bool gaps = bins <= 64;
         for (unsigned x = 0; x < 256; ++x) {
-            const report::Colour& line = image.at(x, 64);
+            const drawing::Colour& line = image.at(x, 64);
             EXPECT_EQ(std::vector({line.red, line.green, line.blue, line.alpha}),
                       (std::vector<std::uint8_t>{128, 128, 128, 255}));
             std::size_t bin = 0;
