@@ -24,14 +24,13 @@ namespace tarvo::cli {
 namespace {
 
 const std::map<std::string, drawing::Side> sides{
-    {"top", drawing::Side::Top},     {"bottom", drawing::Side::Bottom},
-    {"front", drawing::Side::Front}, {"back", drawing::Side::Back},
-    {"left", drawing::Side::Left},   {"right", drawing::Side::Right},
+    {"top", drawing::Side::Top},      {"bottom", drawing::Side::Bottom},
+    {"front", drawing::Side::Front},  {"back", drawing::Side::Back},
+    {"left", drawing::Side::Left},    {"right", drawing::Side::Right},
     {"corner", drawing::Side::Corner}};
 
-const std::map<std::string, drawing::Colour> grounds{{"light", {255, 255, 255, 255}},
-                                                     {"dark", {24, 26, 30, 255}},
-                                                     {"none", {0, 0, 0, 0}}};
+const std::map<std::string, drawing::Colour> grounds{
+    {"light", {255, 255, 255, 255}}, {"dark", {24, 26, 30, 255}}, {"none", {0, 0, 0, 0}}};
 
 struct RenderOptions {
     std::string output;

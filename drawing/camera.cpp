@@ -26,12 +26,23 @@ void Camera::look(Side side) {
     m_heading = 0;
     m_elevation = 0;
     switch (side) {
-        case Side::Top: m_elevation = 90; break;
-        case Side::Bottom: m_elevation = -90; break;
-        case Side::Front: break;
-        case Side::Back: m_heading = 180; break;
-        case Side::Left: m_heading = 90; break;
-        case Side::Right: m_heading = 270; break;
+        case Side::Top:
+            m_elevation = 90;
+            break;
+        case Side::Bottom:
+            m_elevation = -90;
+            break;
+        case Side::Front:
+            break;
+        case Side::Back:
+            m_heading = 180;
+            break;
+        case Side::Left:
+            m_heading = 90;
+            break;
+        case Side::Right:
+            m_heading = 270;
+            break;
         case Side::Corner:
             m_heading = 45;
             m_elevation = 35.264389682754654;
@@ -80,8 +91,8 @@ void Camera::show(const Box& box) {
     }
     const double needed = 2 * std::max(up, right * m_height / m_width);
     // What is nearer to the eye looks larger.
-    m_extent = std::clamp((needed + (m_perspective ? 2 * slope * back : 0)) * margin, smallestExtent,
-                          largestExtent);
+    m_extent = std::clamp((needed + (m_perspective ? 2 * slope * back : 0)) * margin,
+                          smallestExtent, largestExtent);
     if (needed == 0 && back == 0)
         m_extent = 1;
 }

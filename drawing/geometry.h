@@ -8,7 +8,8 @@
 
 namespace tarvo::drawing {
 
-using Vector = std::array<double, 3>;
+// A type of its own, so that its operators are found.
+struct Vector : std::array<double, 3> {};
 
 inline Vector operator+(const Vector& a, const Vector& b) {
     return {a[0] + b[0], a[1] + b[1], a[2] + b[2]};
@@ -32,9 +33,7 @@ struct Box {
     Vector most{-std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity(),
                 -std::numeric_limits<double>::infinity()};
 
-    bool isEmpty() const {
-        return least[0] > most[0] || least[1] > most[1] || least[2] > most[2];
-    }
+    bool isEmpty() const { return least[0] > most[0] || least[1] > most[1] || least[2] > most[2]; }
     Vector centre() const { return least + (most - least) * 0.5; }
     Vector size() const { return most - least; }
     void add(const Vector& place) {

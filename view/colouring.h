@@ -13,12 +13,12 @@
 namespace tarvo::view {
 
 enum class ColourBy {
-    Height,       // the third element of the place, on a ramp
-    TrueColour,   // the points' own
-    Class,        // a value of an attribute that has named ones, from a palette
-    Number,       // any other value, on a ramp
-    Level,        // of the node that stores the point, on a ramp
-    Transaction   // that changed this node last, from a palette
+    Height,      // the third element of the place, on a ramp
+    TrueColour,  // the points' own
+    Class,       // a value of an attribute that has named ones, from a palette
+    Number,      // any other value, on a ramp
+    Level,       // of the node that stores the point, on a ramp
+    Transaction  // that changed this node last, from a palette
 };
 
 struct ColourChoice {

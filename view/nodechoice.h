@@ -21,9 +21,9 @@ struct ChoiceLimits {
     double spacing = 0.7;
 };
 
-// A node stands for all below it; where it has no points of its own, the nodes below do. The largest
-// on the screen come first. Where a database has no level of detail, and more points than the limit,
-// an even part of all leaves that may be seen. Throws qrb::Error.
+// A node stands for all below it; where it has no points of its own, the nodes below do. The
+// largest on the screen come first. Where a database has no level of detail, and more points than
+// the limit, an even part of all leaves that may be seen. Throws qrb::Error.
 std::vector<ChosenNode> chooseNodes(NodeTree& tree, const drawing::Camera& camera,
                                     const ChoiceLimits& limits);
 

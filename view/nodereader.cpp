@@ -13,12 +13,12 @@ constexpr std::uint32_t batchSize = 50'000;
 
 }  // namespace
 
-void NodeReader::read(const ChosenNode& chosen, const std::string& filter,
+void NodeReader::read(std::uint32_t place, const std::string& filter,
                       const std::function<void(const PointBatch&)>& take) const {
-    const ViewNode& node = m_tree.nodes()[chosen.node];
+    const ViewNode& node = m_tree.nodes()[place];
     const CloudSpace& space = m_tree.space();
-    const auto size = static_cast<std::uint32_t>(
-        std::clamp<std::uint64_t>(node.points, 1, batchSize));
+    const auto size =
+        static_cast<std::uint32_t>(std::clamp<std::uint64_t>(node.points, 1, batchSize));
     std::vector<drawing::Vector> places(size);
     std::vector<drawing::Shade> values(size);
     std::vector<std::uint64_t> ids(size);
@@ -32,19 +32,16 @@ void NodeReader::read(const ChosenNode& chosen, const std::string& filter,
                    sizeof(drawing::Shade));
     query.bind(m_database.pointAttributes().pointIdName(), DataType::UINT64, ids.data(), 8);
 
-    std::uint64_t passed = 0;
     PointBatch batch;
     while (const std::uint32_t count = query.next(size)) {
         batch.places.clear();
         batch.shades.clear();
         batch.ids.clear();
         for (std::uint32_t i = 0; i < count; ++i) {
-            if (passed++ % chosen.every != 0)
+            if (!std::isfinite(places[i][0]) || !std::isfinite(places[i][1]) ||
+                !std::isfinite(places[i][2]))
                 continue;
-            const drawing::Vector& place = places[i];
-            if (!std::isfinite(place[0]) || !std::isfinite(place[1]) || !std::isfinite(place[2]))
-                continue;
-            batch.places.push_back(place);
+            batch.places.push_back(places[i]);
             batch.shades.push_back(m_colouring.shade(values[i].data(), node));
             batch.ids.push_back(ids[i]);
         }

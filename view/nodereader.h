@@ -3,7 +3,6 @@
 
 #include "qrb/pointcloud.h"
 #include "view/colouring.h"
-#include "view/nodechoice.h"
 #include "view/nodetree.h"
 
 #include <cstdint>
@@ -26,9 +25,10 @@ public:
     NodeReader(const qrb::Pointcloud& database, const NodeTree& tree, const Colouring& colouring)
         : m_database(database), m_tree(tree), m_colouring(colouring) {}
 
-    // Calls take with those of the node's points that pass the filter (empty: all) and have a place,
-    // in the order in which they are stored. What take throws ends it. Throws qrb::Error.
-    void read(const ChosenNode& chosen, const std::string& filter,
+    // Calls take with those of the points of a node, of that place in the tree, that pass the
+    // filter (empty: all) and have a place, in the order in which they are stored. What take throws
+    // ends it. Throws qrb::Error.
+    void read(std::uint32_t place, const std::string& filter,
               const std::function<void(const PointBatch&)>& take) const;
 
 private:

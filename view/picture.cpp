@@ -1,6 +1,7 @@
 #include "view/picture.h"
 
 #include "core/error.h"
+#include "view/nodechoice.h"
 #include "view/nodereader.h"
 
 #include <cmath>
@@ -59,7 +60,7 @@ Picture drawPicture(const qrb::Pointcloud& database, const PictureSettings& sett
     std::uint64_t points = 0;
     std::uint64_t passed = 0;
     for (const ChosenNode& one : chosen) {
-        reader.read(one, settings.filter, [&](const PointBatch& batch) {
+        reader.read(one.node, settings.filter, [&](const PointBatch& batch) {
             points += batch.places.size();
             put(canvas, camera, batch);
         });
@@ -68,9 +69,8 @@ Picture drawPicture(const qrb::Pointcloud& database, const PictureSettings& sett
             progress(static_cast<double>(passed) / static_cast<double>(all));
     }
     canvas.closeGaps(points);
-    drawing::Image image = canvas.paint([&](const drawing::Pixel& pixel) {
-        return colouring.colour(canvas.shadeOf(pixel));
-    });
+    drawing::Image image = canvas.paint(
+        [&](const drawing::Pixel& pixel) { return colouring.colour(canvas.shadeOf(pixel)); });
     return {std::move(image), std::move(colouring), points, camera.unitsPerPixel()};
 }
 

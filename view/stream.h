@@ -3,10 +3,10 @@
 #pragma once
 
 #include "drawing/camera.h"
+#include "view/blocks.h"
 #include "view/colouring.h"
 #include "view/nodetree.h"
 
-#include <array>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -15,22 +15,6 @@
 #include <vector>
 
 namespace tarvo::view {
-
-// Points of one node, ready to be drawn. Places are told from the middle of the node's box, so that
-// they keep their digits as numbers of 32 bits however far from 0 they lie.
-struct PointBlock {
-    std::uint32_t node = 0;  // id in the index
-    drawing::Vector origin{};
-    drawing::Box box;
-    std::vector<std::array<float, 3>> places;
-    // Alpha is 255, less for what a filter fades.
-    std::vector<drawing::Colour> colours;
-    std::vector<std::uint64_t> ids;
-
-    std::size_t bytes() const { return places.size() * (sizeof(places[0]) + 4 + 8); }
-};
-
-enum class Unmatched { Hidden, Faded };  // what becomes of points that do not pass a filter
 
 // What the view shows. Equal settings are worked on once.
 struct StreamSettings {
@@ -46,8 +30,8 @@ struct StreamSettings {
     friend bool operator==(const StreamSettings&, const StreamSettings&) = default;
 };
 
-// What is to be drawn now. Blocks do not overlap: where a node is not there yet, one above it stands
-// in, or those below that were shown before.
+// What is to be drawn now. Blocks do not overlap: until all nodes that are wanted below one that is
+// there have come, that one stands for them.
 struct StreamPicture {
     std::vector<std::shared_ptr<const PointBlock>> blocks;
     std::uint64_t points = 0;  // of the blocks

@@ -111,9 +111,8 @@ double brightest(const Facts& facts, std::size_t colours) {
 
 Picture paint(const drawing::Canvas& canvas, Colouring colouring) {
     if (colouring == Colouring::TrueColour)
-        return {canvas.paint([](const drawing::Pixel& pixel) {
-                    return drawing::trueColour(pixel.mean());
-                }),
+        return {canvas.paint(
+                    [](const drawing::Pixel& pixel) { return drawing::trueColour(pixel.mean()); }),
                 colouring, 0, 0};
     const auto valueOf = [&](const drawing::Pixel& pixel) {
         return colouring == Colouring::Count ? std::log1p(pixel.count) : pixel.mean()[0];

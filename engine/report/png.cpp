@@ -23,10 +23,10 @@ std::vector<std::uint8_t> written(const drawing::Image& image) {
 
 std::string dataUri(const drawing::Image& image) {
     const std::vector<std::uint8_t> png = written(image);
-    std::string text((png.size() + 2) / 3 * 4 + 1, '\0');  // with the zero that the encoder ends with
-    text.resize(static_cast<std::size_t>(
-        EVP_EncodeBlock(reinterpret_cast<unsigned char*>(text.data()), png.data(),
-                        static_cast<int>(png.size()))));
+    std::string text((png.size() + 2) / 3 * 4 + 1,
+                     '\0');  // with the zero that the encoder ends with
+    text.resize(static_cast<std::size_t>(EVP_EncodeBlock(
+        reinterpret_cast<unsigned char*>(text.data()), png.data(), static_cast<int>(png.size()))));
     return "data:image/png;base64," + text;
 }
 
