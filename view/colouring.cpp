@@ -49,16 +49,6 @@ bool hasColours(const qrb::Pointcloud& database) {
            database.pointAttributes().get(colourAttribute).length >= 3;
 }
 
-bool isPossible(const qrb::Pointcloud& database, ColourBy by) {
-    return by == ColourBy::Height       ? hasHeight(database)
-           : by == ColourBy::TrueColour ? hasColours(database)
-                                        : true;
-}
-
-ColourBy kindOf(const PointAttribute& attribute) {
-    return attribute.namedValues.empty() ? ColourBy::Number : ColourBy::Class;
-}
-
 // Of valid values, among all points; none: there are none.
 std::optional<drawing::Range> rangeOf(const qrb::Pointcloud& database, const std::string& element) {
     const qrb::pointcloud::QueryStat index = database.stat();
@@ -71,6 +61,25 @@ std::optional<drawing::Range> rangeOf(const qrb::Pointcloud& database, const std
     if (!std::isfinite(range.low) || !std::isfinite(range.high))
         return std::nullopt;
     return range;
+}
+
+// Scans without a camera often have colours that are all black.
+bool areColoursDifferent(const qrb::Pointcloud& database) {
+    for (const std::string& name : core::elementNames(
+             colourAttribute, database.pointAttributes().get(colourAttribute).length, 3))
+        if (const auto range = rangeOf(database, name); range && range->low < range->high)
+            return true;
+    return false;
+}
+
+bool isPossible(const qrb::Pointcloud& database, ColourBy by) {
+    return by == ColourBy::Height       ? hasHeight(database)
+           : by == ColourBy::TrueColour ? hasColours(database)
+                                        : true;
+}
+
+ColourBy kindOf(const PointAttribute& attribute) {
+    return attribute.namedValues.empty() ? ColourBy::Number : ColourBy::Class;
 }
 
 std::vector<LegendEntry> namesOf(const PointAttribute& attribute) {
@@ -99,6 +108,8 @@ std::vector<ColourChoice> colourChoices(const qrb::Pointcloud& database) {
     for (const WordChoice& word : wordChoices)
         if (isPossible(database, word.by))
             choices.push_back({word.by, {}, 0, {}});
+    if (choices.front().by == ColourBy::TrueColour && !areColoursDifferent(database))
+        std::rotate(choices.begin(), choices.begin() + 1, choices.end());
     for (const std::string& name : database.pointAttributes().list()) {
         const PointAttribute attribute = database.pointAttributes().get(name);
         for (std::uint32_t i = 0; i < attribute.length && choices.size() < mostChoices; ++i)

@@ -34,8 +34,8 @@ struct ColourChoice {
 std::string colourText(const qrb::Pointcloud& database, const ColourChoice& choice);
 // Throws Failure for what the database has not, and qrb::Error.
 ColourChoice readColour(const qrb::Pointcloud& database, const std::string& text);
-// Every choice that the database allows, the best first: true colours, then height. Throws
-// qrb::Error.
+// Every choice that the database allows, the best first: true colours where points differ in them,
+// else height. Throws qrb::Error.
 std::vector<ColourChoice> colourChoices(const qrb::Pointcloud& database);
 
 struct LegendEntry {

@@ -248,7 +248,7 @@ TEST(Histograms, ShowABarForWhatOccursAtAll) {
     Histogram histogram;
     for (const std::uint64_t count : {std::uint64_t(1'000'000), std::uint64_t(1), std::uint64_t(0)})
         histogram.bins.push_back({"", "", count, ""});
-    report::Image image = report::drawBars(histogram);
+    drawing::Image image = report::drawBars(histogram);
     const unsigned lowest = image.height() - 2;  // above the axis
     const auto height = [&](unsigned bin) {
         unsigned pixels = 0;

@@ -219,14 +219,5 @@ TEST_F(Pictures, OfASampleShowTheLeavesThatWereRead) {
     EXPECT_EQ(first.image.at(479, 0).alpha, 0);
 }
 
-TEST(PictureRamp, GoesFromBlueToRedAndNoFurther) {
-    const std::pair<double, std::array<int, 4>> stops[] = {
-        {-1, {58, 76, 192, 255}},   {0, {58, 76, 192, 255}},    {0.2, {38, 140, 196, 255}},
-        {0.5, {98, 182, 90, 255}},  {0.6, {150, 190, 60, 255}}, {0.8, {228, 164, 44, 255}},
-        {0.9, {217, 113, 42, 255}}, {1, {206, 62, 40, 255}},    {2, {206, 62, 40, 255}}};
-    for (const auto& [place, colour] : stops)
-        EXPECT_EQ(ramp(place), colour) << place;
-}
-
 }  // namespace
 }  // namespace tarvo::engine

@@ -219,11 +219,11 @@ TEST(ReportForms, SayWhatTheColoursOfThePictureMean) {
               "<table border=\"0\" cellspacing=\"0\" cellpadding=\"1\"><tr>"
               "<td>-12.3457 m&nbsp;</td>" +
                   ramp);
-    EXPECT_EQ(ramp.rfind("<td bgcolor=\"#3a4cc0\">&nbsp;</td>", 0), 0u);
-    EXPECT_NE(ramp.find("<td bgcolor=\"#ce3e28\">&nbsp;</td><td>&nbsp;345.678 m</td></tr>"),
+    EXPECT_EQ(ramp.rfind("<td bgcolor=\"#401d79\">&nbsp;</td>", 0), 0u);
+    EXPECT_NE(ramp.find("<td bgcolor=\"#faf175\">&nbsp;</td><td>&nbsp;345.678 m</td></tr>"),
               std::string::npos);
     EXPECT_EQ(counts.rfind("<p>Coloured by the number of points per pixel:</p>\n", 0), 0u);
-    EXPECT_NE(counts.find("<td>-12.3&nbsp;</td><td bgcolor=\"#3a4cc0\">"), std::string::npos);
+    EXPECT_NE(counts.find("<td>-12.3&nbsp;</td><td bgcolor=\"#401d79\">"), std::string::npos);
     EXPECT_NE(counts.find("<td>&nbsp;346</td>"), std::string::npos);
 }
 
