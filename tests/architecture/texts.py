@@ -93,8 +93,12 @@ def faults_of(file, root, lupdate):
     with tempfile.TemporaryDirectory() as folder:
         copy = pathlib.Path(folder) / file.name
         shutil.copy(file, copy)
+        # What the rooms below the window tell people.
+        messages = pathlib.Path(folder) / "messages.cpp"
+        subprocess.run([sys.executable, root / "window/translations/messages.py", "source", root,
+                        messages], check=True)
         subprocess.run([lupdate, "-silent", "-I", root, "-locations", "none", root / "window",
-                        "-ts", copy], check=True, capture_output=True)
+                        messages, "-ts", copy], check=True, capture_output=True)
         messages = ElementTree.parse(copy).getroot().iter("message")
     keys = collections.Counter()
     for message in messages:
