@@ -58,8 +58,16 @@ QList<QStringView> divided(QStringView text, bool (*endsAt)(QStringView, qsizety
     return parts << text.sliced(begin);
 }
 
+bool endsPart(QStringView text, qsizetype i) {
+    return text[i] == ' ' && i > 0 && text[i - 1] == ';';
+}
+
 bool endsSentence(QStringView text, qsizetype i) {
     return text[i] == ' ' && i > 0 && QStringView(u".?!").contains(text[i - 1]);
+}
+
+bool isEnglish() {
+    return QLocale().language() == QLocale::English;
 }
 
 class Translator {
@@ -79,6 +87,13 @@ public:
         best.text =
             text.first(begin).toString() + best.text + text.sliced(begin + bare.size()).toString();
         return best;
+    }
+
+    QString ofLines(const QString& text) {
+        QStringList lines = text.split('\n');
+        for (QString& line : lines)
+            line = inParts(line, deepest).text;
+        return lines.join('\n');
     }
 
 private:
@@ -120,12 +135,24 @@ private:
         if (parts.size() == 1)
             parts = divided(text, endsSentence);
         if (parts.size() == 1)
+            parts = divided(text, endsPart);
+        if (parts.size() == 1 && (text.endsWith('.') || text.endsWith(';')))
+            return withoutEnd(text, depth);
+        if (parts.size() == 1)
             return behindColon(text, depth);
         for (qsizetype i = 0; i < parts.size(); ++i) {
             const Translation part = inParts(parts[i], depth + 1);
             result.text += (i == 0 ? QString() : between) + part.text;
             result.known += part.known;
         }
+        return result;
+    }
+
+    // A message that became a sentence, or a part of one.
+    Translation withoutEnd(QStringView text, int depth) {
+        Translation result = inParts(text.chopped(1), depth + 1);
+        result.text += text.back();
+        result.known += 1;
         return result;
     }
 
@@ -145,9 +172,7 @@ private:
 }  // namespace
 
 QString translatedMessage(const QString& english) {
-    if (QLocale().language() == QLocale::English)
-        return english;
-    return Translator().inParts(english).text;
+    return isEnglish() ? english : Translator().inParts(english).text;
 }
 
 QString translatedMessage(const std::string& utf8) {
@@ -156,6 +181,18 @@ QString translatedMessage(const std::string& utf8) {
 
 QString translatedMessage(const char* utf8) {
     return translatedMessage(QString::fromUtf8(utf8));
+}
+
+QStringList translatedMessages(const std::vector<std::string>& utf8) {
+    QStringList texts;
+    for (const std::string& text : utf8)
+        texts += translatedMessage(text);
+    return texts;
+}
+
+QString translatedReport(const std::string& utf8) {
+    const QString english = QString::fromStdString(utf8);
+    return isEnglish() ? english : Translator().ofLines(english);
 }
 
 }  // namespace tarvo::window

@@ -3,7 +3,9 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <string>
+#include <vector>
 
 namespace tarvo::window {
 
@@ -16,5 +18,10 @@ namespace tarvo::window {
 QString translatedMessage(const QString& english);
 QString translatedMessage(const std::string& utf8);
 QString translatedMessage(const char* utf8);
+QStringList translatedMessages(const std::vector<std::string>& utf8);
+
+// The same for a report with a line each for what it tells: only whole lines are messages, because
+// others show what databases hold.
+QString translatedReport(const std::string& utf8);
 
 }  // namespace tarvo::window

@@ -23,16 +23,18 @@ EXCUSED = {
     "engine/session/session.cpp": "Database creation$",
     "engine/query/redefine.cpp": "Attribute \"%1\": redefined|Point attributes: discarded|given other",
     "exchange/e57/columns.cpp": "Number of the scan",
+    "exchange/import/agreement.h": "%1 were taken as they are",
     "exchange/las/crsrecords": "",
     "exchange/las/dimensions": "",
     "exchange/las/extrabytes.cpp": "Bytes of the point record",
-    "exchange/las/geokeys.cpp": "[PG]CS Name = ",
+    "exchange/las/geokeys.cpp": "[PG]CS Name =",
     "exchange/las/origin": "",
-    "exchange/las/recordwriter.cpp": "laszip encoded",
+    "exchange/las/record": "laszip encoded|Compression of the points",
+    "exchange/las/compressedpoints.cpp": "laszip encoded",
     "exchange/las/units": "",
     "exchange/las/write.cpp": "Extra bytes$",
     "exchange/ply/write.cpp": r"ply\n|1\.0\n|element vertex|property ",
-    "exchange/ptx/source.cpp": "Row of|Column of",
+    "exchange/ptx/source.cpp": "Row of|Column of|Number of",
     "simulation/": "Simulated",
     # Reports, which are saved and sent as they are.
     "engine/report/facts": "",
@@ -45,20 +47,46 @@ EXCUSED = {
     "engine/capi/context.cpp": r"MIT License|Point cloud database|QRB Library|%1 \(%2, Zstandard",
     "engine/query/findnode": "",
     "engine/session/signature.cpp": "signature 2",
-    "engine/store/container.cpp": "SQLite ",
+    "engine/store/container.cpp": "SQLite",
     "plugin/interpreter.cpp": "import sys",
+    "plugin/manifest.cpp": "(in|out)put file",
     "plugin/trust.cpp": "TARVO",
     "qrb/context.cpp": r"QRB Interface|\d",
 }
+# What other libraries say within the messages: why a file can't be used, what is wrong with JSON and
+# with XML.
+FOREIGN = [
+    "Permission denied", "Operation not permitted", "No such file or directory", "File exists",
+    "Is a directory", "Not a directory", "Directory not empty", "File name too long",
+    "No space left on device", "Disk quota exceeded", "File too large", "Read-only file system",
+    "Too many open files", "Input/output error", "Text file busy", "Device or resource busy",
+    "Cannot allocate memory", "Exec format error", "Broken pipe",
+    "The document is empty.", "The document root must not be followed by other values.",
+    "Invalid value.", "Missing a name for object member.",
+    "Missing a colon after a name of object member.",
+    "Missing a comma or } after an object member.",
+    "Missing a comma or ] after an array element.", "Incorrect hex digit after \\u escape in string.",
+    "The surrogate pair in string is invalid.", "Invalid escape character in string.",
+    "Missing a closing quotation mark in string.", "Invalid encoding in string.",
+    "Number too big to be stored in double.", "Miss fraction part in number.",
+    "Miss exponent in number.", "Terminate parsing due to Handler error.",
+    "Unspecific syntax error.",
+    "Error parsing document declaration/processing instruction", "Error parsing comment",
+    "Error parsing CDATA section", "Error parsing document type declaration",
+    "Error parsing PCDATA section", "Error parsing start element tag",
+    "Error parsing element attribute", "Error parsing end element tag",
+    "Start-end tags mismatch", "No document element found",
+    "Could not determine tag type", "Out of memory",
+]
 # What is asked of the container, and JSON.
 QUERY = re.compile(r'(SELECT|PRAGMA|INSERT|DELETE|CREATE|BEGIN|UPDATE) |\{"')
 
 # What is put in: numbers, and texts that users gave, which are never taken for messages.
 NUMBER = re.compile(
-    r"to_string|numberText|wholeText|groupedText|canonicalText|\bplain\(|GetErrorOffset|^%\d$")
+    r"to_string|numberText|wholeText|groupedText|canonicalText|^(least|most)$|\bplain\(|GetErrorOffset|^%\d$")
 VALUE = re.compile(
     r"[fF]ileName|directory|\.(attribute|name|value|column|property|epoch|timescale)\b|column\."
-    r"|(token|cell|m_inexact)(\.|->)text|quoted|choice|[vV]ersion|substr|symbol|m_text")
+    r"|(token|cell|m_inexact)(\.|->)text|quoted|choice|^(value|list|others)$|[vV]ersion|substr|symbol|m_text")
 
 TOKEN = re.compile(
     r'//[^\n]*|/\*.*?\*/|R"(?P<mark>[^(\s]*)\((?P<raw>.*?)\)(?P=mark)"|(?P<text>"(?:\\.|[^"\\\n])*")'
@@ -238,12 +266,14 @@ def is_for_people(pattern):
     """Two words, or one and what is put in; its own letters are enough to know it by."""
     words = re.sub(r"%\d", "", pattern)
     return re.search(r"[a-z]{2}", words) and (
-        re.search(r"[A-Za-z\"',)\]][,.:;]?\s+[A-Za-z\"%(]", pattern))
+        re.search(r"[A-Za-z\d\"',)\]][,.:;]?\s+[A-Za-z\"%(]", pattern))
 
 
 def patterns_of(root):
-    """What is put in and where they stand, by pattern; what has no letters is in no sentence."""
+    """What is put in and where they stand, by pattern."""
     patterns = Patterns()
+    for text in FOREIGN:
+        patterns.found[text] = ("", "others")
     for room in ROOMS:
         for path in sorted((root / room).rglob("*")):
             if path.suffix in (".cpp", ".h"):

@@ -5,7 +5,7 @@
     <name>Messages</name>
     <message>
         <source>&quot;%1&quot;</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“</translation>
     </message>
     <message>
         <source>&quot;$ref&quot; is not a text.</source>
@@ -21,19 +21,19 @@
     </message>
     <message>
         <source>&quot;%1&quot; can&apos;t be renamed to &quot;%2&quot;: %3.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ kann nicht in „%2“ umbenannt werden: %3.</translation>
     </message>
     <message>
         <source>&quot;%1&quot; can&apos;t be written: %2.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ kann nicht geschrieben werden: %2.</translation>
     </message>
     <message>
         <source>&quot;%1&quot; changed while it was read.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ änderte sich während des Lesens.</translation>
     </message>
     <message>
         <source>&quot;%1&quot; does not answer as Python does.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ antwortet nicht wie Python.</translation>
     </message>
     <message>
         <source>&quot;%1&quot; does not name a point attribute: %2</source>
@@ -41,7 +41,7 @@
     </message>
     <message>
         <source>&quot;%1&quot; ends after %2 of %3 points.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ endet nach %2 von %3 Punkten.</translation>
     </message>
     <message>
         <source>&quot;%1&quot; has a maximum below its minimum</source>
@@ -53,7 +53,7 @@
     </message>
     <message>
         <source>&quot;%1&quot; has no coordinates &quot;%2&quot; by which its points could be chosen.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ hat keine Koordinaten „%2“, nach denen die Punkte ausgewählt werden könnten.</translation>
     </message>
     <message>
         <source>&quot;%1&quot; has points and commas in its numbers, in line %2 and line %3.</source>
@@ -61,7 +61,7 @@
     </message>
     <message>
         <source>&quot;%1&quot; has the name &quot;%2&quot;, too.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ hat ebenfalls den Namen „%2“.</translation>
     </message>
     <message>
         <source>&quot;%1&quot; has the scale 0</source>
@@ -69,7 +69,7 @@
     </message>
     <message>
         <source>&quot;%1&quot; is Python %2, which is too old.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ ist Python %2, was zu alt ist.</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is a folder.</source>
@@ -77,11 +77,11 @@
     </message>
     <message>
         <source>&quot;%1&quot; is called &quot;%2&quot; in the file, where &quot;%3&quot; means &quot;%4&quot;.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ heißt in der Datei „%2“, weil „%3“ dort „%4“ bedeutet.</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is in its place, but its folder could not be synced: %2.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Datei „%1“ steht an ihrem Platz, aber ihr Ordner konnte nicht synchronisiert werden: %2.</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is no &quot;VALUE=NAME&quot;; it is kept as it stands.</source>
@@ -89,11 +89,11 @@
     </message>
     <message>
         <source>&quot;%1&quot; is no Python.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ ist kein Python.</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is no file.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ ist keine Datei.</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is no number.</source>
@@ -101,11 +101,11 @@
     </message>
     <message>
         <source>&quot;%1&quot; is no ordinary file.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ ist keine gewöhnliche Datei.</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is no point cloud that can be read: it is %2.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ ist keine lesbare Punktwolke: die Datei ist %2.</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is not a LAS file: it does not begin with &quot;LASF&quot;.</source>
@@ -157,15 +157,15 @@
     </message>
     <message>
         <source>&quot;%1&quot; tells &quot;%2&quot; twice.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ enthält „%2“ zweimal.</translation>
     </message>
     <message>
         <source>&quot;%1&quot; tells by itself what its columns mean.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ gibt selbst an, was die Spalten bedeuten.</translation>
     </message>
     <message>
         <source>&quot;%1&quot; was changed while it was read.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ wurde während des Lesens geändert.</translation>
     </message>
     <message>
         <source>&quot;%1&quot;: no column holds %2: all points get the default value there.</source>
@@ -185,7 +185,7 @@
     </message>
     <message>
         <source>&quot;,&quot; or &quot;)&quot;</source>
-        <translation type="unfinished"></translation>
+        <translation>„,“ oder „)“</translation>
     </message>
     <message>
         <source>&quot;[&quot; is not closed</source>
@@ -213,7 +213,7 @@
     </message>
     <message>
         <source>&quot;minimum&quot;, &quot;maximum&quot;, &quot;default&quot; or &quot;invalid&quot;</source>
-        <translation type="unfinished"></translation>
+        <translation>„minimum“, „maximum“, „default“ oder „invalid“</translation>
     </message>
     <message>
         <source>&quot;qrbtool check&quot; looks for damage.</source>
@@ -225,7 +225,7 @@
     </message>
     <message>
         <source>&quot;single-pass&quot; or &quot;multi-pass&quot;</source>
-        <translation type="unfinished"></translation>
+        <translation>„single-pass“ oder „multi-pass“</translation>
     </message>
     <message>
         <source>&quot;{&quot; begins no number of repetitions</source>
@@ -235,21 +235,21 @@
         <source>%1
 
 Remove it by hand if that is meant.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1
+
+Wenn das gemeint ist, die Datei von Hand löschen.</translation>
     </message>
     <message>
         <source>%1
 Or export to csv or las.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1
+Oder nach csv oder las exportieren.</translation>
     </message>
     <message>
         <source>%1
 Remove it by hand if that is meant.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>%1 %2 (&quot;%3&quot;, %4) has %5, but only %6 bytes are left</source>
-        <translation type="unfinished"></translation>
+        <translation>%1
+Wenn das gemeint ist, die Datei von Hand löschen.</translation>
     </message>
     <message>
         <source>%1 %2 begins at byte %3, behind its end at %4</source>
@@ -257,7 +257,7 @@ Remove it by hand if that is meant.</source>
     </message>
     <message>
         <source>%1 (And %2 more.)</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 (Und %2 weitere.)</translation>
     </message>
     <message>
         <source>%1 At byte %2.</source>
@@ -265,11 +265,11 @@ Remove it by hand if that is meant.</source>
     </message>
     <message>
         <source>%1 Choose an invalid value within the range, or narrow the range.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 Einen Ungültigwert innerhalb des Wertebereichs wählen oder den Wertebereich verkleinern.</translation>
     </message>
     <message>
         <source>%1 Narrow the range, or make the resolution coarser or 0.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 Den Wertebereich verkleinern oder die Auflösung gröber oder zu 0 machen.</translation>
     </message>
     <message>
         <source>%1 Position: %2</source>
@@ -281,7 +281,7 @@ Remove it by hand if that is meant.</source>
     </message>
     <message>
         <source>%1 bytes are left behind its layers</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 Bytes sind hinter seinen Schichten übrig</translation>
     </message>
     <message>
         <source>%1 bytes where there should be %2</source>
@@ -289,7 +289,7 @@ Remove it by hand if that is meant.</source>
     </message>
     <message>
         <source>%1 coordinates were rounded to the scale.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 Koordinaten wurden auf die Skala gerundet.</translation>
     </message>
     <message>
         <source>%1 does not satisfy its JSON schema</source>
@@ -297,23 +297,23 @@ Remove it by hand if that is meant.</source>
     </message>
     <message>
         <source>%1 does not tell a column and its attribute.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 nennt nicht eine Spalte und ihr Attribut.</translation>
     </message>
     <message>
         <source>%1 has %2 column, but the first points have %3.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 hat %2 Spalte, aber die ersten Punkte haben %3.</translation>
     </message>
     <message>
         <source>%1 has %2 column, but the line of their names has %3.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 hat %2 Spalte, aber die Zeile mit ihren Namen hat %3.</translation>
     </message>
     <message>
         <source>%1 has %2 columns, but the first points have %3.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 hat %2 Spalten, aber die ersten Punkte haben %3.</translation>
     </message>
     <message>
         <source>%1 has %2 columns, but the line of their names has %3.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 hat %2 Spalten, aber die Zeile mit ihren Namen hat %3.</translation>
     </message>
     <message>
         <source>%1 has a name already.</source>
@@ -321,11 +321,11 @@ Remove it by hand if that is meant.</source>
     </message>
     <message>
         <source>%1 has a zero byte.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 enthält ein Null-Byte.</translation>
     </message>
     <message>
         <source>%1 has an element number above %2.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 hat eine Elementnummer über %2.</translation>
     </message>
     <message>
         <source>%1 has at most %2 bytes, this one has %3.</source>
@@ -333,11 +333,11 @@ Remove it by hand if that is meant.</source>
     </message>
     <message>
         <source>%1 has more than %2 columns.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 hat mehr als %2 Spalten.</translation>
     </message>
     <message>
         <source>%1 has no id.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 hat keine ID.</translation>
     </message>
     <message>
         <source>%1 has no name.</source>
@@ -349,63 +349,63 @@ Remove it by hand if that is meant.</source>
     </message>
     <message>
         <source>%1 has several columns %2.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 hat mehrere Spalten %2.</translation>
     </message>
     <message>
         <source>%1 has to be an array of one choice at least.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 muss ein Array mit mindestens einer Auswahlmöglichkeit sein.</translation>
     </message>
     <message>
         <source>%1 holes without a point were left out.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 Lücken ohne Punkt wurden weggelassen.</translation>
     </message>
     <message>
         <source>%1 is &quot;%2&quot;. A name has letters, digits and &quot;_&quot;, and begins with a letter.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 ist „%2“. Ein Name hat Buchstaben, Ziffern und „_“ und beginnt mit einem Buchstaben.</translation>
     </message>
     <message>
         <source>%1 is &quot;%2&quot;. A name has small letters, digits and &quot;-&quot;, and begins with a letter.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 ist „%2“. Ein Name hat Kleinbuchstaben, Ziffern und „-“ und beginnt mit einem Buchstaben.</translation>
     </message>
     <message>
         <source>%1 is &quot;%2&quot;. The types are %3.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 ist „%2“. Die Typen sind %3.</translation>
     </message>
     <message>
         <source>%1 is empty.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 ist leer.</translation>
     </message>
     <message>
         <source>%1 is expected at byte %2, not &quot;%3&quot;</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 wird bei Byte %2 erwartet, nicht „%3“</translation>
     </message>
     <message>
         <source>%1 is expected at byte %2, where the text ends</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 wird bei Byte %2 erwartet, wo der Text endet</translation>
     </message>
     <message>
         <source>%1 is greater than &quot;maximum&quot;.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 ist größer als „maximum“.</translation>
     </message>
     <message>
         <source>%1 is missing.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 fehlt.</translation>
     </message>
     <message>
         <source>%1 is neither an attribute nor a named value of &quot;%2&quot;.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 ist weder ein Attribut noch ein benannter Wert von „%2“.</translation>
     </message>
     <message>
         <source>%1 is neither an attribute nor a named value of &quot;%2&quot;. %3</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 ist weder ein Attribut noch ein benannter Wert von „%2“. %3</translation>
     </message>
     <message>
         <source>%1 is neither true nor false.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 ist weder true noch false.</translation>
     </message>
     <message>
         <source>%1 is no Python script: its name ends with &quot;.py&quot;.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 ist kein Python-Skript: dessen Name endet mit „.py“.</translation>
     </message>
     <message>
         <source>%1 is no array</source>
@@ -413,11 +413,11 @@ Remove it by hand if that is meant.</source>
     </message>
     <message>
         <source>%1 is no array.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 ist kein Array.</translation>
     </message>
     <message>
         <source>%1 is no line of numbers.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 ist keine Zeile aus Zahlen.</translation>
     </message>
     <message>
         <source>%1 is no multiple of the resolution.</source>
@@ -425,31 +425,31 @@ Remove it by hand if that is meant.</source>
     </message>
     <message>
         <source>%1 is no name of an attribute.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 ist kein Name eines Attributs.</translation>
     </message>
     <message>
         <source>%1 is no named value of &quot;%2&quot;.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 ist kein benannter Wert von „%2“.</translation>
     </message>
     <message>
         <source>%1 is no named value of &quot;%2&quot;. %3</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 ist kein benannter Wert von „%2“. %3</translation>
     </message>
     <message>
         <source>%1 is no number.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 ist keine Zahl.</translation>
     </message>
     <message>
         <source>%1 is no object.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 ist kein Objekt.</translation>
     </message>
     <message>
         <source>%1 is no string.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 ist keine Zeichenkette.</translation>
     </message>
     <message>
         <source>%1 is no value of a parameter.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 ist kein Wert eines Parameters.</translation>
     </message>
     <message>
         <source>%1 is not a JSON object.</source>
@@ -461,7 +461,7 @@ Remove it by hand if that is meant.</source>
     </message>
     <message>
         <source>%1 is not known.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 ist nicht bekannt.</translation>
     </message>
     <message>
         <source>%1 is not valid JSON.</source>
@@ -489,11 +489,11 @@ Remove it by hand if that is meant.</source>
     </message>
     <message>
         <source>%1 may be one of several values: %2, .... Write the number.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 kann einer von mehreren Werten sein: %2, .... Die Zahl schreiben.</translation>
     </message>
     <message>
         <source>%1 may be one of several values: %2. Write the number.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 kann einer von mehreren Werten sein: %2. Die Zahl schreiben.</translation>
     </message>
     <message>
         <source>%1 nests more than %2 levels.</source>
@@ -505,11 +505,11 @@ Remove it by hand if that is meant.</source>
     </message>
     <message>
         <source>%1 of the element &quot;%2&quot; take %3 bytes each, but %4 are left</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 vom Element „%2“ brauchen je %3 Bytes, aber %4 sind übrig</translation>
     </message>
     <message>
         <source>%1 of the element &quot;%2&quot; were passed over.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 vom Element „%2“ wurden übergangen.</translation>
     </message>
     <message>
         <source>%1 or finer</source>
@@ -520,20 +520,12 @@ Remove it by hand if that is meant.</source>
         <translation>%1 gepackte Bytes, wo %2 sein sollten</translation>
     </message>
     <message>
-        <source>%1 point in</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>%1 point is announced; all %2 that follow were read.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 Punkt ist angekündigt; alle %2, die folgen, wurden gelesen.</translation>
     </message>
     <message>
         <source>%1 points are announced; all %2 that follow were read.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>%1 points in</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 Punkte sind angekündigt; alle %2, die folgen, wurden gelesen.</translation>
     </message>
     <message>
         <source>%1 records of %2 bits do not fit into the %3 bytes of a scan</source>
@@ -541,15 +533,15 @@ Remove it by hand if that is meant.</source>
     </message>
     <message>
         <source>%1 stands there twice.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 steht dort zweimal.</translation>
     </message>
     <message>
         <source>%1 time of an unknown epoch</source>
-        <translation type="unfinished"></translation>
+        <translation>%1-Zeit einer unbekannten Epoche</translation>
     </message>
     <message>
         <source>%1 time since %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1-Zeit seit %2</translation>
     </message>
     <message>
         <source>%1 to %2</source>
@@ -557,47 +549,15 @@ Remove it by hand if that is meant.</source>
     </message>
     <message>
         <source>%1 value is so far from 0 that steps of the file&apos;s scale can&apos;t be told apart there: what was read is the nearest number of 64 bits, which several of them may share.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>%1 value of</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 Wert liegt so weit von 0, dass sich die Schritte der Skala der Datei dort nicht unterscheiden lassen: gelesen wurde die nächste Zahl mit 64 Bit, die mehrere gemeinsam haben können.</translation>
     </message>
     <message>
         <source>%1 values are so far from 0 that steps of the file&apos;s scale can&apos;t be told apart there: what was read is the nearest number of 64 bits, which several of them may share.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>%1 values of</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>%1 were taken as they are into &quot;%2&quot; from files in other %3s: %4.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 Werte liegen so weit von 0, dass sich die Schritte der Skala der Datei dort nicht unterscheiden lassen: gelesen wurde die jeweils nächste Zahl mit 64 Bit, die mehrere gemeinsam haben können.</translation>
     </message>
     <message>
         <source>%1 would be too large to be read again.</source>
         <translation>%1 wäre zu groß, um wieder gelesen zu werden.</translation>
-    </message>
-    <message>
-        <source>%1, but point format %2 takes %3</source>
-        <translation>%1, aber Punktformat %2 braucht %3</translation>
-    </message>
-    <message>
-        <source>%1, but the file has %2 bytes</source>
-        <translation>%1, aber die Datei hat %2 Bytes</translation>
-    </message>
-    <message>
-        <source>%1, but the file holds %2</source>
-        <translation>%1, aber die Datei enthält %2</translation>
-    </message>
-    <message>
-        <source>%1, but there is no room for them between byte %2 and byte %3</source>
-        <translation>%1, aber zwischen Byte %2 und Byte %3 ist kein Platz für sie</translation>
-    </message>
-    <message>
-        <source>%1, but version 1.%2 needs %3</source>
-        <translation>%1, aber Version 1.%2 braucht %3</translation>
     </message>
     <message>
         <source>%1, member %2</source>
@@ -608,40 +568,32 @@ Remove it by hand if that is meant.</source>
         <translation>%1, nicht vollständig verstanden</translation>
     </message>
     <message>
-        <source>%1, which is not between the header&apos;s end at %2 and the file&apos;s end at %3</source>
-        <translation>%1, was nicht zwischen dem Ende des Kopfs bei %2 und dem Ende der Datei bei %3 liegt</translation>
-    </message>
-    <message>
-        <source>%1, which is not between the points&apos; end at %2 and the file&apos;s end at %3</source>
-        <translation>%1, was nicht zwischen dem Ende der Punkte bei %2 und dem Ende der Datei bei %3 liegt</translation>
-    </message>
-    <message>
         <source>%1, which stands nowhere</source>
         <translation>%1, der nirgends steht</translation>
     </message>
     <message>
         <source>%1. Name another one in the environment variable TMPDIR.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1. Einen anderen in der Umgebungsvariablen TMPDIR nennen.</translation>
     </message>
     <message>
         <source>%1. Name one in the environment variable TMPDIR.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1. Einen in der Umgebungsvariablen TMPDIR nennen.</translation>
     </message>
     <message>
         <source>%1: &quot;%2&quot; in the column &quot;%3&quot; is not a number.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: „%2“ in der Spalte „%3“ ist keine Zahl.</translation>
     </message>
     <message>
         <source>%1: &quot;%2&quot; is no id.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: „%2“ ist keine ID.</translation>
     </message>
     <message>
         <source>%1: %2 point, compared as numbers</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: %2 Punkt, als Zahlen verglichen</translation>
     </message>
     <message>
         <source>%1: %2 points, compared as numbers</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: %2 Punkte, als Zahlen verglichen</translation>
     </message>
     <message>
         <source>%1: not compared, because the lengths differ</source>
@@ -652,20 +604,16 @@ Remove it by hand if that is meant.</source>
         <translation>%1: sie wurden genommen, wie sie sind.</translation>
     </message>
     <message>
-        <source>%1; 0 to 10 are known</source>
-        <translation>%1; bekannt sind 0 bis 10</translation>
-    </message>
-    <message>
         <source>%1The points are found by it, so that it can&apos;t be redefined: import all files into a new database.</source>
         <translation>%1Die Punkte werden darüber gefunden, so dass es nicht neu festgelegt werden kann: alle Dateien in eine neue Datenbank importieren.</translation>
     </message>
     <message>
         <source>%1has %2 field, but the header line names %3.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1hat %2 Feld, aber die Kopfzeile nennt %3.</translation>
     </message>
     <message>
         <source>%1has %2 fields, but the header line names %3.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1hat %2 Felder, aber die Kopfzeile nennt %3.</translation>
     </message>
     <message>
         <source>%1has a quote that is not closed.</source>
@@ -677,19 +625,19 @@ Remove it by hand if that is meant.</source>
     </message>
     <message>
         <source>* %1 point changed</source>
-        <translation type="unfinished"></translation>
+        <translation>* %1 Punkt geändert</translation>
     </message>
     <message>
         <source>* %1 points changed</source>
-        <translation type="unfinished"></translation>
+        <translation>* %1 Punkte geändert</translation>
     </message>
     <message>
         <source>+ %1 point added</source>
-        <translation type="unfinished"></translation>
+        <translation>+ %1 Punkt hinzugefügt</translation>
     </message>
     <message>
         <source>+ %1 points added</source>
-        <translation type="unfinished"></translation>
+        <translation>+ %1 Punkte hinzugefügt</translation>
     </message>
     <message>
         <source>, the invalid value is %1</source>
@@ -697,11 +645,11 @@ Remove it by hand if that is meant.</source>
     </message>
     <message>
         <source>- %1 point removed</source>
-        <translation type="unfinished"></translation>
+        <translation>- %1 Punkt entfernt</translation>
     </message>
     <message>
         <source>- %1 points removed</source>
-        <translation type="unfinished"></translation>
+        <translation>- %1 Punkte entfernt</translation>
     </message>
     <message>
         <source>0 to 99 per cent</source>
@@ -741,15 +689,15 @@ Remove it by hand if that is meant.</source>
     </message>
     <message>
         <source>A column goes to one attribute.</source>
-        <translation type="unfinished"></translation>
+        <translation>Eine Spalte geht in ein Attribut.</translation>
     </message>
     <message>
         <source>A column of &quot;%1&quot; has a name of %2 characters: &quot;%3...&quot;.</source>
-        <translation type="unfinished"></translation>
+        <translation>Eine Spalte von „%1“ hat einen Namen mit %2 Zeichen: „%3...“.</translation>
     </message>
     <message>
         <source>A database can&apos;t hold them: replace them in the input file.</source>
-        <translation type="unfinished"></translation>
+        <translation>Eine Datenbank kann sie nicht fassen: sie in der Eingabedatei ersetzen.</translation>
     </message>
     <message>
         <source>A database is open already.</source>
@@ -757,11 +705,11 @@ Remove it by hand if that is meant.</source>
     </message>
     <message>
         <source>A file &quot;%1&quot; is missing.</source>
-        <translation type="unfinished"></translation>
+        <translation>Eine Datei „%1“ fehlt.</translation>
     </message>
     <message>
         <source>A file &quot;plugin.json&quot; is missing.</source>
-        <translation type="unfinished"></translation>
+        <translation>Eine Datei „plugin.json“ fehlt.</translation>
     </message>
     <message>
         <source>A filter got a block of %1 for %2 points.</source>
@@ -805,7 +753,7 @@ Remove it by hand if that is meant.</source>
     </message>
     <message>
         <source>A name such as &quot;own.value&quot;, or an element of an attribute such as &quot;tarvo.xyz[0]&quot;, is needed.</source>
-        <translation type="unfinished"></translation>
+        <translation>Nötig ist ein Name wie „own.value“ oder ein Element eines Attributs wie „tarvo.xyz[0]“.</translation>
     </message>
     <message>
         <source>A picture for the report could not be written.</source>
@@ -821,12 +769,13 @@ Remove it by hand if that is meant.</source>
     </message>
     <message>
         <source>A power cut may still undo it.</source>
-        <translation type="unfinished"></translation>
+        <translation>Ein Stromausfall kann es noch ungeschehen machen.</translation>
     </message>
     <message>
         <source>A power cut may still undo the change.
 %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Ein Stromausfall kann die Änderung noch rückgängig machen.
+%1</translation>
     </message>
     <message>
         <source>A progress or authentication function may ask its database whether it is open, for its UUID, and for the current, the pending and all transactions. The rest has to wait until the call that called back has returned.</source>
@@ -854,7 +803,7 @@ Remove it by hand if that is meant.</source>
     </message>
     <message>
         <source>A transaction&apos;s root</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Wurzel einer Transaktion</translation>
     </message>
     <message>
         <source>A value is missing.</source>
@@ -866,11 +815,11 @@ Remove it by hand if that is meant.</source>
     </message>
     <message>
         <source>All columns of &quot;%1&quot; are passed over.</source>
-        <translation type="unfinished"></translation>
+        <translation>Alle Spalten von „%1“ werden übergangen.</translation>
     </message>
     <message>
         <source>All columns of %1 are left out.</source>
-        <translation type="unfinished"></translation>
+        <translation>Alle Spalten von %1 sind weggelassen.</translation>
     </message>
     <message>
         <source>An area is a POLYGON or MULTIPOLYGON in well-known text, such as POLYGON ((0 0, 9 0, 9 9, 0 0)), or a Polygon, MultiPolygon, Feature or FeatureCollection in GeoJSON.</source>
@@ -918,7 +867,7 @@ Remove it by hand if that is meant.</source>
     </message>
     <message>
         <source>COLUMN=ATTRIBUTE is needed, for example &quot;column 4=tarvo.intensity&quot;.</source>
-        <translation type="unfinished"></translation>
+        <translation>Nötig ist SPALTE=ATTRIBUT, zum Beispiel „column 4=tarvo.intensity“.</translation>
     </message>
     <message>
         <source>Call it when the call that called back has returned.</source>
@@ -967,12 +916,8 @@ Kommentar (#) ist. Ein Text ohne Namen beginnt mit Zahlen.
         <translation>Das Komprimieren ist fehlgeschlagen.</translation>
     </message>
     <message>
-        <source>Compression of the points</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>Container: %1 (code %2)</source>
-        <translation type="unfinished"></translation>
+        <translation>Container: %1 (Code %2)</translation>
     </message>
     <message>
         <source>Convert it to LAS, or to LAZ of today, first.</source>
@@ -999,16 +944,12 @@ Kommentar (#) ist. Ein Text ohne Namen beginnt mit Zahlen.
         <translation>Dezimalstellen werden in einer Datei durchweg mit einem von beiden geschrieben.</translation>
     </message>
     <message>
-        <source>Did you mean</source>
-        <translation>Vielleicht gemeint:</translation>
-    </message>
-    <message>
         <source>Did you mean &quot;%1&quot;?</source>
         <translation>Ist „%1“ gemeint?</translation>
     </message>
     <message>
         <source>Each of them needs a name; &quot;-&quot; passes one over.</source>
-        <translation type="unfinished"></translation>
+        <translation>Jede davon braucht einen Namen; „-“ übergeht eine.</translation>
     </message>
     <message>
         <source>Elements from number %1 on are dropped.</source>
@@ -1016,19 +957,19 @@ Kommentar (#) ist. Ein Text ohne Namen beginnt mit Zahlen.
     </message>
     <message>
         <source>Expected %1 at position %2, found &quot;%3&quot;.</source>
-        <translation type="unfinished"></translation>
+        <translation>Erwartet wird %1 an Position %2, gefunden wurde „%3“.</translation>
     </message>
     <message>
         <source>Expected %1 at position %2, found the end.</source>
-        <translation type="unfinished"></translation>
+        <translation>Erwartet wird %1 an Position %2, wo der Text endet.</translation>
     </message>
     <message>
         <source>Expected %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>Erwartet wird %1.</translation>
     </message>
     <message>
         <source>Expected an operator after the number %1 at position %2, found &quot;%3&quot;.</source>
-        <translation type="unfinished"></translation>
+        <translation>Erwartet wird ein Operator nach der Zahl %1 an Position %2, gefunden wurde „%3“.</translation>
     </message>
     <message>
         <source>Export to csv or ply instead.</source>
@@ -1040,7 +981,7 @@ Kommentar (#) ist. Ein Text ohne Namen beginnt mit Zahlen.
     </message>
     <message>
         <source>Failed to connect to a new process.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Verbindung zu einem neuen Prozess konnte nicht hergestellt werden.</translation>
     </message>
     <message>
         <source>Failed to convert field &quot;%1&quot; from %2 to %3</source>
@@ -1048,7 +989,7 @@ Kommentar (#) ist. Ein Text ohne Namen beginnt mit Zahlen.
     </message>
     <message>
         <source>Failed to free QRB library.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die QRB-Bibliothek konnte nicht entladen werden.</translation>
     </message>
     <message>
         <source>Failed to keep standard input in a temporary file.</source>
@@ -1056,15 +997,15 @@ Kommentar (#) ist. Ein Text ohne Namen beginnt mit Zahlen.
     </message>
     <message>
         <source>Failed to load QRB function &quot;%1()&quot;.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die QRB-Funktion „%1()“ konnte nicht geladen werden.</translation>
     </message>
     <message>
         <source>Failed to load QRB library.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die QRB-Bibliothek konnte nicht geladen werden.</translation>
     </message>
     <message>
         <source>Failed to make a temporary folder in &quot;%1&quot;.</source>
-        <translation type="unfinished"></translation>
+        <translation>In „%1“ konnte kein temporärer Ordner angelegt werden.</translation>
     </message>
     <message>
         <source>Failed to open &quot;%1&quot;: %2.</source>
@@ -1076,19 +1017,19 @@ Kommentar (#) ist. Ein Text ohne Namen beginnt mit Zahlen.
     </message>
     <message>
         <source>Failed to parse JSON string: %1 Position: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>Der JSON-Text ist nicht lesbar: %1 Position: %2</translation>
     </message>
     <message>
         <source>Failed to read &quot;%1&quot; at byte %2: %3.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ konnte bei Byte %2 nicht gelesen werden: %3.</translation>
     </message>
     <message>
         <source>Failed to read &quot;%1&quot; at byte %2: it became shorter.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ konnte bei Byte %2 nicht gelesen werden: die Datei wurde kürzer.</translation>
     </message>
     <message>
         <source>Failed to read &quot;%1&quot;.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ konnte nicht gelesen werden.</translation>
     </message>
     <message>
         <source>Failed to read &quot;%1&quot;: %2.</source>
@@ -1100,19 +1041,19 @@ Kommentar (#) ist. Ein Text ohne Namen beginnt mit Zahlen.
     </message>
     <message>
         <source>Failed to start &quot;%1&quot;.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ konnte nicht gestartet werden.</translation>
     </message>
     <message>
         <source>Failed to write &quot;%1&quot;.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ konnte nicht geschrieben werden.</translation>
     </message>
     <message>
         <source>Failed to write the LAS file: %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die LAS-Datei konnte nicht geschrieben werden: %1.</translation>
     </message>
     <message>
         <source>Failed to write the LAZ file: %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die LAZ-Datei konnte nicht geschrieben werden: %1.</translation>
     </message>
     <message>
         <source>File: %1</source>
@@ -1169,7 +1110,8 @@ Sie aus einer Sicherung wiederherstellen.</translation>
     <message>
         <source>File: %1
 The transaction is still pending.</source>
-        <translation type="unfinished"></translation>
+        <translation>Datei: %1
+Die Transaktion ist noch offen.</translation>
     </message>
     <message>
         <source>File: %1
@@ -1187,11 +1129,11 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
     </message>
     <message>
         <source>Folder: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Ordner: %1</translation>
     </message>
     <message>
         <source>Found &quot;%1&quot; at position %2: write &quot;%3&quot;.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ an Position %2 gefunden: „%3“ schreiben.</translation>
     </message>
     <message>
         <source>Found %1.</source>
@@ -1199,11 +1141,7 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
     </message>
     <message>
         <source>Found a second comparison at position %1: join comparisons with &quot;&amp;&amp;&quot;, as in &quot;1 &lt; a &amp;&amp; a &lt; 5&quot;.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>GCS Name =</source>
-        <translation type="unfinished"></translation>
+        <translation>Zweiter Vergleich an Position %1: Vergleiche mit „&amp;&amp;“ verbinden, etwa „1 &lt; a &amp;&amp; a &lt; 5“.</translation>
     </message>
     <message>
         <source>GeoTIFF key %1</source>
@@ -1243,7 +1181,7 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
     </message>
     <message>
         <source>Give the JSON schema to check it against.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das JSON-Schema angeben, gegen das geprüft werden soll.</translation>
     </message>
     <message>
         <source>Give the attribute a name.</source>
@@ -1251,7 +1189,7 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
     </message>
     <message>
         <source>Give the distance of two neighbouring values, or 0 for floating-point numbers.</source>
-        <translation type="unfinished"></translation>
+        <translation>Den Abstand zweier benachbarter Werte angeben, oder 0 für Gleitkommazahlen.</translation>
     </message>
     <message>
         <source>Give the name of a file in it.</source>
@@ -1275,11 +1213,11 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
     </message>
     <message>
         <source>Ids are whole numbers from 0 to 18446744073709551615.</source>
-        <translation type="unfinished"></translation>
+        <translation>Nummern sind ganze Zahlen von 0 bis 18446744073709551615.</translation>
     </message>
     <message>
         <source>Import files of different scales or far offsets one by one.</source>
-        <translation type="unfinished"></translation>
+        <translation>Dateien mit verschiedenen Skalen oder weit auseinanderliegendem Versatz einzeln importieren.</translation>
     </message>
     <message>
         <source>Importing %1</source>
@@ -1291,7 +1229,7 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
     </message>
     <message>
         <source>Install Python 3.9 or later, or name it as the interpreter of plugins.</source>
-        <translation type="unfinished"></translation>
+        <translation>Python ab Version 3.9 installieren oder als Interpreter der Plugins nennen.</translation>
     </message>
     <message>
         <source>Invalid input</source>
@@ -1299,27 +1237,27 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
     </message>
     <message>
         <source>Is there room on the disk of temporary files?</source>
-        <translation type="unfinished"></translation>
+        <translation>Ist auf dem Datenträger der temporären Dateien noch Platz?</translation>
     </message>
     <message>
         <source>It became shorter.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Datei wurde kürzer.</translation>
     </message>
     <message>
         <source>It can&apos;t be kept from others there.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Datei kann dort nicht vor anderen verborgen werden.</translation>
     </message>
     <message>
         <source>It can&apos;t be opened.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Datei kann nicht geöffnet werden.</translation>
     </message>
     <message>
         <source>It is %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>Gegeben ist %1.</translation>
     </message>
     <message>
         <source>It is %1....</source>
-        <translation type="unfinished"></translation>
+        <translation>Gegeben ist %1....</translation>
     </message>
     <message>
         <source>It is a handle of another kind.</source>
@@ -1331,23 +1269,23 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
     </message>
     <message>
         <source>It is write-protected.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Datei ist schreibgeschützt.</translation>
     </message>
     <message>
         <source>It may have %1 MiB in all.</source>
-        <translation type="unfinished"></translation>
+        <translation>Es darf insgesamt %1 MiB haben.</translation>
     </message>
     <message>
         <source>It may have %1 files.</source>
-        <translation type="unfinished"></translation>
+        <translation>Es darf %1 Dateien haben.</translation>
     </message>
     <message>
         <source>It opened transaction %1 instead. Load a library that can, or make transaction %2 the current one.</source>
-        <translation type="unfinished"></translation>
+        <translation>Stattdessen hat sie Transaktion %1 geöffnet. Eine Bibliothek laden, die es kann, oder Transaktion %2 zur aktuellen machen.</translation>
     </message>
     <message>
         <source>It should begin with the comment &quot;# /// plugin&quot;.</source>
-        <translation type="unfinished"></translation>
+        <translation>Es sollte mit dem Kommentar „# /// plugin“ beginnen.</translation>
     </message>
     <message>
         <source>It was deleted already, or is no handle of this library.</source>
@@ -1367,7 +1305,7 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
     </message>
     <message>
         <source>Its folder must be there, and writable.</source>
-        <translation type="unfinished"></translation>
+        <translation>Ihr Ordner muss da und beschreibbar sein.</translation>
     </message>
     <message>
         <source>Its invalid value is %1.</source>
@@ -1383,7 +1321,7 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
     </message>
     <message>
         <source>Its range is %1 to %2 with a resolution of %3.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Wertebereich ist %1 bis %2 mit einer Auflösung von %3.</translation>
     </message>
     <message>
         <source>Its range must hold exactly a minimum and a maximum.</source>
@@ -1431,7 +1369,7 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
     </message>
     <message>
         <source>Leave one of them out, or give it another attribute.</source>
-        <translation type="unfinished"></translation>
+        <translation>Eine davon weglassen oder ihr ein anderes Attribut geben.</translation>
     </message>
     <message>
         <source>Leave some of them out.</source>
@@ -1459,7 +1397,7 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
     </message>
     <message>
         <source>Lines of numbers are needed: x, y, z and others.</source>
-        <translation type="unfinished"></translation>
+        <translation>Nötig sind Zeilen aus Zahlen: x, y, z und andere.</translation>
     </message>
     <message>
         <source>Lock: %1</source>
@@ -1467,7 +1405,7 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
     </message>
     <message>
         <source>Lock: %1, process %2</source>
-        <translation type="unfinished"></translation>
+        <translation>Sperre: %1, Prozess %2</translation>
     </message>
     <message>
         <source>Lock: %1: %2</source>
@@ -1519,7 +1457,7 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
     </message>
     <message>
         <source>Name a Python 3.9 or later as the interpreter of plugins.</source>
-        <translation type="unfinished"></translation>
+        <translation>Ein Python ab Version 3.9 als Interpreter der Plugins nennen.</translation>
     </message>
     <message>
         <source>Name a file.</source>
@@ -1547,15 +1485,15 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
     </message>
     <message>
         <source>Name the attribute that the column goes to by itself: %1 or %2.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Attribut nennen, in das die Spalte von selbst geht: %1 oder %2.</translation>
     </message>
     <message>
         <source>Names of columns are given to texts without a header line.</source>
-        <translation type="unfinished"></translation>
+        <translation>Namen von Spalten werden Texten ohne Kopfzeile gegeben.</translation>
     </message>
     <message>
         <source>Neither XDG_CONFIG_HOME nor HOME is set.</source>
-        <translation type="unfinished"></translation>
+        <translation>Weder XDG_CONFIG_HOME noch HOME ist gesetzt.</translation>
     </message>
     <message>
         <source>Neither database has a point attribute &quot;%1&quot;.</source>
@@ -1567,11 +1505,11 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
     </message>
     <message>
         <source>No %1 is told by %2: taken as &quot;%3&quot;.</source>
-        <translation type="unfinished"></translation>
+        <translation>%2 nennt nichts (%1): angenommen wird „%3“.</translation>
     </message>
     <message>
         <source>No JSON: %1 At byte %2.</source>
-        <translation type="unfinished"></translation>
+        <translation>Kein JSON: %1 Bei Byte %2.</translation>
     </message>
     <message>
         <source>No buffer was given for &quot;%1&quot;.</source>
@@ -1591,19 +1529,19 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
     </message>
     <message>
         <source>No differences: %1 point compared.</source>
-        <translation type="unfinished"></translation>
+        <translation>Keine Unterschiede: %1 Punkt verglichen.</translation>
     </message>
     <message>
         <source>No differences: %1 points compared.</source>
-        <translation type="unfinished"></translation>
+        <translation>Keine Unterschiede: %1 Punkte verglichen.</translation>
     </message>
     <message>
         <source>No file has the attribute &quot;%1&quot; to leave out.</source>
-        <translation type="unfinished"></translation>
+        <translation>Keine Datei hat das wegzulassende Attribut „%1“.</translation>
     </message>
     <message>
         <source>No file has the column %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>Keine Datei hat die Spalte %1.</translation>
     </message>
     <message>
         <source>No transaction is pending.</source>
@@ -1615,15 +1553,11 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
     </message>
     <message>
         <source>None of the databases has a point attribute &quot;%1&quot;.</source>
-        <translation type="unfinished"></translation>
+        <translation>Keine der Datenbanken hat ein Punktattribut „%1“.</translation>
     </message>
     <message>
         <source>Nothing was changed by it.</source>
         <translation>Er hat nichts geändert.</translation>
-    </message>
-    <message>
-        <source>Number of the scan within its file, from 1</source>
-        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>Numbers are written with a point before the decimals, for example 12.5.</source>
@@ -1631,7 +1565,7 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
     </message>
     <message>
         <source>One of the two columns has to be renamed or taken out.</source>
-        <translation type="unfinished"></translation>
+        <translation>Eine der beiden Spalten muss umbenannt oder herausgenommen werden.</translation>
     </message>
     <message>
         <source>Only databases are replaced. Give another name, or remove the file by hand if that is meant.</source>
@@ -1658,16 +1592,12 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
         <translation>Der Arbeitsspeicher reicht nicht.</translation>
     </message>
     <message>
-        <source>PCS Name =</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>Parameter %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Parameter %1</translation>
     </message>
     <message>
         <source>Plugins are looked for in it.</source>
-        <translation type="unfinished"></translation>
+        <translation>Darin werden Plugins gesucht.</translation>
     </message>
     <message>
         <source>Point attributes</source>
@@ -1695,7 +1625,7 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
     </message>
     <message>
         <source>Points are read from LAS, LAZ, PLY, PTX and E57 files and from texts of numbers.</source>
-        <translation type="unfinished"></translation>
+        <translation>Punkte werden aus LAS-, LAZ-, PLY-, PTX- und E57-Dateien und aus Texten aus Zahlen gelesen.</translation>
     </message>
     <message>
         <source>Points are read from ordinary files only.</source>
@@ -1759,11 +1689,11 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
     </message>
     <message>
         <source>Save it with the line ends of Unix or Windows.</source>
-        <translation type="unfinished"></translation>
+        <translation>Ihn mit den Zeilenenden von Unix oder Windows speichern.</translation>
     </message>
     <message>
         <source>Save the text in UTF-8 or ASCII.</source>
-        <translation type="unfinished"></translation>
+        <translation>Den Text in UTF-8 oder ASCII speichern.</translation>
     </message>
     <message>
         <source>Save them from the program that wrote them as E57 without a codec, or in another format.</source>
@@ -1803,11 +1733,11 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
     </message>
     <message>
         <source>Stored values are converted; those outside the new range become invalid.</source>
-        <translation type="unfinished"></translation>
+        <translation>Gespeicherte Werte werden umgewandelt; solche außerhalb des neuen Wertebereichs werden ungültig.</translation>
     </message>
     <message>
         <source>Stored values are converted; those outside the new range become the default value.</source>
-        <translation type="unfinished"></translation>
+        <translation>Gespeicherte Werte werden umgewandelt; solche außerhalb des neuen Wertebereichs erhalten den Vorgabewert.</translation>
     </message>
     <message>
         <source>TRACE, DEBUG, INFO, WARNING, ERROR and OFF are.</source>
@@ -1819,15 +1749,15 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
     </message>
     <message>
         <source>Take out the points that lie farthest, or coordinates of needless digits.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die am weitesten entfernten Punkte herausnehmen, oder Koordinaten mit unnötigen Ziffern.</translation>
     </message>
     <message>
         <source>The %1 %2 is not possible: %3.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 %2 ist nicht möglich: %3.</translation>
     </message>
     <message>
         <source>The %1 file &quot;%2&quot; can&apos;t be read: %3.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die %1-Datei „%2“ kann nicht gelesen werden: %3.</translation>
     </message>
     <message>
         <source>The %1 file &quot;%2&quot; has version %3.%4.</source>
@@ -1839,7 +1769,7 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
     </message>
     <message>
         <source>The %1s of %2 and %3 differ: %4.</source>
-        <translation type="unfinished"></translation>
+        <translation>Verschieden in %2 und %3: %1 (%4).</translation>
     </message>
     <message>
         <source>The JSON schema</source>
@@ -1851,7 +1781,7 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
     </message>
     <message>
         <source>The JSON schema is not valid at &quot;/&quot;: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Das JSON-Schema ist bei „/“ nicht gültig: %1</translation>
     </message>
     <message>
         <source>The JSON text nests more than %1 levels.</source>
@@ -1875,11 +1805,11 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
     </message>
     <message>
         <source>The argument &quot;%1&quot; is missing.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Argument „%1“ fehlt.</translation>
     </message>
     <message>
         <source>The argument &quot;%1&quot; is not %2.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Argument „%1“ ist falsch: erwartet wird %2.</translation>
     </message>
     <message>
         <source>The attribute &quot;%1&quot; %2</source>
@@ -1887,15 +1817,15 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
     </message>
     <message>
         <source>The attribute &quot;%1&quot; at position %2 has %3 elements: write &quot;%4[0]&quot; to &quot;%5[%6]&quot;.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Attribut „%1“ an Position %2 hat %3 Elemente: „%4[0]“ bis „%5[%6]“ schreiben.</translation>
     </message>
     <message>
         <source>The attribute &quot;%1&quot; at position %2 has no elements.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Attribut „%1“ an Position %2 hat keine Elemente.</translation>
     </message>
     <message>
         <source>The attribute &quot;%1&quot; can&apos;t hold %2 of the values, for example %3: %4</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Attribut „%1“ kann %2 der Werte nicht fassen, zum Beispiel %3: %4</translation>
     </message>
     <message>
         <source>The attribute &quot;%1&quot; can&apos;t hold NaN (not a number).</source>
@@ -1911,11 +1841,11 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
     </message>
     <message>
         <source>The attribute &quot;%1&quot; has no element %2 (position %3): it has %4 element.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Attribut „%1“ hat kein Element %2 (Position %3): es hat %4 Element.</translation>
     </message>
     <message>
         <source>The attribute &quot;%1&quot; has no element %2 (position %3): it has %4 elements, counted from 0.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Attribut „%1“ hat kein Element %2 (Position %3): es hat %4 Elemente, gezählt ab 0.</translation>
     </message>
     <message>
         <source>The attribute &quot;%1&quot; has whole numbers that no data type can hold together.</source>
@@ -1943,7 +1873,7 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
     </message>
     <message>
         <source>The catalogue lacks the attribute &quot;%1&quot;.</source>
-        <translation type="unfinished"></translation>
+        <translation>Dem Katalog fehlt das Attribut „%1“.</translation>
     </message>
     <message>
         <source>The change is in the file, but the file&apos;s folder could not be synced: the disk may be failing.</source>
@@ -1967,15 +1897,15 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
     </message>
     <message>
         <source>The character &quot;%1&quot; at position %2 has no meaning in a filter.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Zeichen „%1“ an Position %2 hat in einem Filter keine Bedeutung.</translation>
     </message>
     <message>
         <source>The character (not printable) at position %1 has no meaning in a filter.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das (nicht druckbare) Zeichen an Position %1 hat in einem Filter keine Bedeutung.</translation>
     </message>
     <message>
         <source>The character at place %1 is none.</source>
-        <translation>Das Zeichen an Stelle %1 ist keine.</translation>
+        <translation>Das Zeichen an Stelle %1 ist keine solche Ziffer.</translation>
     </message>
     <message>
         <source>The clean-up was cancelled.</source>
@@ -1995,19 +1925,19 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
     </message>
     <message>
         <source>The column %1 holds no ids of points.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Spalte %1 enthält keine Nummern von Punkten.</translation>
     </message>
     <message>
         <source>The column %1 of %2 is mapped twice: %3 and %4.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Spalte %1 von %2 ist zweimal zugeordnet: %3 und %4.</translation>
     </message>
     <message>
         <source>The columns %1 and %2 of %3 would both go to %4.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Spalten %1 und %2 von %3 würden beide nach %4 gehen.</translation>
     </message>
     <message>
         <source>The columns of %1 are %2.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Spalten von %1 sind %2.</translation>
     </message>
     <message>
         <source>The comment</source>
@@ -2031,7 +1961,7 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
     </message>
     <message>
         <source>The coordinates can&apos;t be stored without rounding: from %1 to %2 there are more steps between values than numbers of 64 bits can tell apart.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Koordinaten können nicht ohne Runden gespeichert werden: von %1 bis %2 gibt es mehr Schritte zwischen Werten, als Zahlen mit 64 Bit unterscheiden können.</translation>
     </message>
     <message>
         <source>The coordinates of the database are in %1, those of &quot;%2&quot; are %3</source>
@@ -2063,7 +1993,7 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
     </message>
     <message>
         <source>The database does not agree with the file schema &quot;%1&quot;</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Datenbank entspricht nicht dem Dateischema „%1“</translation>
     </message>
     <message>
         <source>The database does not keep %1.</source>
@@ -2135,7 +2065,7 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
     </message>
     <message>
         <source>The definition %1 %2</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Definition %1 %2</translation>
     </message>
     <message>
         <source>The definitions of the point attribute &quot;%1&quot; can&apos;t be merged: %2</source>
@@ -2155,7 +2085,7 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
     </message>
     <message>
         <source>The expression is nested too deeply at position %1: at most %2 levels are possible.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Ausdruck ist an Position %1 zu tief verschachtelt: höchstens %2 Ebenen sind möglich.</translation>
     </message>
     <message>
         <source>The file &quot;&quot; can&apos;t be written.</source>
@@ -2175,11 +2105,11 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
     </message>
     <message>
         <source>The file &quot;%1&quot; does not hold the attribute &quot;%2&quot; with all %3 elements.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Datei „%1“ enthält das Attribut „%2“ nicht mit allen %3 Elementen.</translation>
     </message>
     <message>
         <source>The file &quot;%1&quot; does not hold the attribute &quot;%2&quot;.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Datei „%1“ enthält das Attribut „%2“ nicht.</translation>
     </message>
     <message>
         <source>The file &quot;%1&quot; exists already, and is not a database.</source>
@@ -2199,7 +2129,7 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
     </message>
     <message>
         <source>The file &quot;%1&quot; holds no points.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Datei „%1“ enthält keine Punkte.</translation>
     </message>
     <message>
         <source>The file &quot;%1&quot; is empty.</source>
@@ -2207,11 +2137,11 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
     </message>
     <message>
         <source>The file &quot;%1&quot; is not replaced: it can&apos;t be opened and changed.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Datei „%1“ wird nicht ersetzt: sie kann nicht geöffnet und geändert werden.</translation>
     </message>
     <message>
         <source>The file &quot;%1&quot; is not replaced: it is being changed.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Datei „%1“ wird nicht ersetzt: sie wird gerade geändert.</translation>
     </message>
     <message>
         <source>The file can only be read: it or its folder is write-protected.</source>
@@ -2227,7 +2157,7 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
     </message>
     <message>
         <source>The file can&apos;t be written: %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Datei kann nicht geschrieben werden: %1.</translation>
     </message>
     <message>
         <source>The file doesn&apos;t look like one of comma-separated values.</source>
@@ -2243,11 +2173,11 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
     </message>
     <message>
         <source>The file is cut off, or its count is wrong; nothing was imported.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Datei ist abgeschnitten, oder ihre Anzahl ist falsch; nichts wurde importiert.</translation>
     </message>
     <message>
         <source>The file is damaged, cut off or not %1 file; nothing was imported.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Datei ist beschädigt, abgeschnitten oder nicht im genannten Format (%1); importiert wurde nichts.</translation>
     </message>
     <message>
         <source>The file is damaged. Restore it from a backup.</source>
@@ -2438,11 +2368,12 @@ Namen noch Zahlen sind, oder sie mit # beginnen.</translation>
     <message>
         <source>The first line that is no comment and begins with no number is taken for the names of the columns.
 Take out lines that are neither names nor numbers, or begin them with #.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die erste Zeile, die kein Kommentar ist und mit keiner Zahl beginnt, wird als Namen der Spalten genommen.
+Zeilen herausnehmen, die weder Namen noch Zahlen sind, oder sie mit # beginnen.</translation>
     </message>
     <message>
         <source>The folder has no manifest.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Ordner hat kein Manifest.</translation>
     </message>
     <message>
         <source>The format %1 is not checked.</source>
@@ -2522,11 +2453,11 @@ Take out lines that are neither names nor numbers, or begin them with #.</source
     </message>
     <message>
         <source>The library can&apos;t open transaction %1 to be read.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Bibliothek kann Transaktion %1 nicht zum Lesen öffnen.</translation>
     </message>
     <message>
         <source>The library failed: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Bibliothek ist gescheitert: %1</translation>
     </message>
     <message>
         <source>The library is at work: an interrupt function can&apos;t call it.</source>
@@ -2550,7 +2481,7 @@ Take out lines that are neither names nor numbers, or begin them with #.</source
     </message>
     <message>
         <source>The manifest</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Manifest</translation>
     </message>
     <message>
         <source>The maximum is no finite number.</source>
@@ -2574,7 +2505,7 @@ Take out lines that are neither names nor numbers, or begin them with #.</source
     </message>
     <message>
         <source>The metadata item &quot;%1&quot;</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Metadateneintrag „%1“</translation>
     </message>
     <message>
         <source>The metadata item &quot;%1&quot; holds the example of the catalogue: replace it by what is true.</source>
@@ -2638,11 +2569,11 @@ Take out lines that are neither names nor numbers, or begin them with #.</source
     </message>
     <message>
         <source>The number %1 at position %2 %3</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Zahl %1 an Position %2 %3</translation>
     </message>
     <message>
         <source>The object has no lock to take away.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Objekt hat keine Sperre, die aufgehoben werden könnte.</translation>
     </message>
     <message>
         <source>The object is locked and can&apos;t be deleted.</source>
@@ -2674,35 +2605,35 @@ Take out lines that are neither names nor numbers, or begin them with #.</source
     </message>
     <message>
         <source>The parameter &quot;%1&quot; has no value.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Parameter „%1“ hat keinen Wert.</translation>
     </message>
     <message>
         <source>The parameter &quot;%1&quot; takes %2.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Parameter „%1“ nimmt %2.</translation>
     </message>
     <message>
         <source>The plugin &quot;%1&quot; has no parameter &quot;%2&quot;.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Plugin „%1“ hat keinen Parameter „%2“.</translation>
     </message>
     <message>
         <source>The plugin has no script.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Plugin hat kein Skript.</translation>
     </message>
     <message>
         <source>The plugin is too large.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Plugin ist zu groß.</translation>
     </message>
     <message>
         <source>The plugin&apos;s process ended without a result (exit code %1).</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Prozess des Plugins endete ohne Ergebnis (Exit-Code %1).</translation>
     </message>
     <message>
         <source>The plugin&apos;s process was ended by signal %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Prozess des Plugins wurde durch Signal %1 beendet.</translation>
     </message>
     <message>
         <source>The plugin&apos;s results are larger than %1 MiB.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Ergebnisse des Plugins sind größer als %1 MiB.</translation>
     </message>
     <message>
         <source>The point attribute &quot;%1&quot; can&apos;t be %2: points are found by it.</source>
@@ -2766,7 +2697,7 @@ Take out lines that are neither names nor numbers, or begin them with #.</source
     </message>
     <message>
         <source>The points of &quot;%1&quot; have %2 columns, but %3 are named.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Punkte von „%1“ haben %2 Spalten, aber %3 sind benannt.</translation>
     </message>
     <message>
         <source>The points of the E57 file &quot;%1&quot; are packed by the codec &quot;%2&quot;, which can&apos;t be read.</source>
@@ -2774,11 +2705,11 @@ Take out lines that are neither names nor numbers, or begin them with #.</source
     </message>
     <message>
         <source>The points would go into %1 files; at most %2 are made.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Punkte kämen in %1 Dateien; höchstens %2 werden angelegt.</translation>
     </message>
     <message>
         <source>The points would go into more than %1 files; at most %2 are made.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Punkte kämen in mehr als %1 Dateien; höchstens %2 werden angelegt.</translation>
     </message>
     <message>
         <source>The primary attribute &quot;%1&quot; can&apos;t be left out.</source>
@@ -2862,7 +2793,7 @@ Take out lines that are neither names nor numbers, or begin them with #.</source
     </message>
     <message>
         <source>The scale factors and offsets of the files have no decimal grid in common that holds all coordinates: they move by up to %1, to steps of %2.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Skalenfaktoren und Versätze der Dateien haben kein gemeinsames dezimales Raster, das alle Koordinaten fasst: sie verschieben sich um bis zu %1, auf Schritte von %2.</translation>
     </message>
     <message>
         <source>The scans have more than %1 different fields.</source>
@@ -2870,7 +2801,7 @@ Take out lines that are neither names nor numbers, or begin them with #.</source
     </message>
     <message>
         <source>The script has no manifest.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Skript hat kein Manifest.</translation>
     </message>
     <message>
         <source>The settings text</source>
@@ -2926,7 +2857,7 @@ Take out lines that are neither names nor numbers, or begin them with #.</source
     </message>
     <message>
         <source>The value %1 of &quot;%2&quot; would become another number.</source>
-        <translation type="unfinished"></translation>
+        <translation>Aus dem Wert %1 von „%2“ würde eine andere Zahl.</translation>
     </message>
     <message>
         <source>The value %1 of the point attribute &quot;%2&quot; does not fit the data type that it is to be read as.</source>
@@ -2942,11 +2873,11 @@ Take out lines that are neither names nor numbers, or begin them with #.</source
     </message>
     <message>
         <source>The values of &quot;%1&quot; contain infinite numbers.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Werte von „%1“ enthalten unendliche Zahlen.</translation>
     </message>
     <message>
         <source>The values of &quot;%1&quot; go from %2 to %3; the database holds %4 only.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Werte von „%1“ gehen von %2 bis %3; die Datenbank fasst nur %4.</translation>
     </message>
     <message>
         <source>The values of %1 lie on no grid, but LAS holds whole numbers of a step.</source>
@@ -2970,7 +2901,7 @@ Take out lines that are neither names nor numbers, or begin them with #.</source
     </message>
     <message>
         <source>The whole numbers at position %1 give one that is too large to be held exactly. Write one of them with a decimal point to have it rounded.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die ganzen Zahlen an Position %1 ergeben eine, die zu groß ist, um genau gehalten zu werden. Eine davon mit Dezimalpunkt schreiben, damit gerundet wird.</translation>
     </message>
     <message>
         <source>The whole numbers of 64 bits of &quot;%1&quot; leave none to say that a scan has no value.</source>
@@ -2978,7 +2909,7 @@ Take out lines that are neither names nor numbers, or begin them with #.</source
     </message>
     <message>
         <source>The whole value: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Der ganze Wert: %1</translation>
     </message>
     <message>
         <source>There is an empty tag.</source>
@@ -2986,11 +2917,11 @@ Take out lines that are neither names nor numbers, or begin them with #.</source
     </message>
     <message>
         <source>There is no Python.</source>
-        <translation type="unfinished"></translation>
+        <translation>Es gibt kein Python.</translation>
     </message>
     <message>
         <source>There is no attribute &quot;%1&quot; (position %2).</source>
-        <translation type="unfinished"></translation>
+        <translation>Es gibt kein Attribut „%1“ (Position %2).</translation>
     </message>
     <message>
         <source>There is no attribute &quot;%1&quot; in the file.</source>
@@ -3002,15 +2933,15 @@ Take out lines that are neither names nor numbers, or begin them with #.</source
     </message>
     <message>
         <source>There is no folder &quot;%1&quot;.</source>
-        <translation type="unfinished"></translation>
+        <translation>Den Ordner „%1“ gibt es nicht.</translation>
     </message>
     <message>
         <source>There is no folder for settings.</source>
-        <translation type="unfinished"></translation>
+        <translation>Es gibt keinen Ordner für Einstellungen.</translation>
     </message>
     <message>
         <source>There is no folder for temporary files.</source>
-        <translation type="unfinished"></translation>
+        <translation>Es gibt keinen Ordner für temporäre Dateien.</translation>
     </message>
     <message>
         <source>There is no folder to write &quot;%1&quot; to.</source>
@@ -3018,7 +2949,7 @@ Take out lines that are neither names nor numbers, or begin them with #.</source
     </message>
     <message>
         <source>There was no validation to report on.</source>
-        <translation type="unfinished"></translation>
+        <translation>Es wurde nichts validiert, worüber zu berichten wäre.</translation>
     </message>
     <message>
         <source>They are xmin,ymin,xmax,ymax or xmin,ymin,zmin,xmax,ymax,zmax.</source>
@@ -3030,7 +2961,7 @@ Take out lines that are neither names nor numbers, or begin them with #.</source
     </message>
     <message>
         <source>This format is written from its end to its beginning, too: give the name of a file.</source>
-        <translation type="unfinished"></translation>
+        <translation>Dieses Format wird auch vom Ende zum Anfang hin geschrieben: den Namen einer Datei angeben.</translation>
     </message>
     <message>
         <source>This name exists already.</source>
@@ -3042,11 +2973,11 @@ Take out lines that are neither names nor numbers, or begin them with #.</source
     </message>
     <message>
         <source>Transaction %1 can&apos;t be discarded: it is the current one.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Transaktion %1 kann nicht gelöscht werden: sie ist die aktuelle.</translation>
     </message>
     <message>
         <source>Transaction %1 can&apos;t be discarded: it is the first one.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Transaktion %1 kann nicht gelöscht werden: sie ist die erste.</translation>
     </message>
     <message>
         <source>Transaction %1, which is being read, was discarded and cleaned up meanwhile.</source>
@@ -3058,11 +2989,11 @@ Take out lines that are neither names nor numbers, or begin them with #.</source
     </message>
     <message>
         <source>Try again when nobody writes to it.</source>
-        <translation type="unfinished"></translation>
+        <translation>Noch einmal versuchen, wenn niemand hineinschreibt.</translation>
     </message>
     <message>
         <source>Two parameters have the name &quot;%1&quot;.</source>
-        <translation type="unfinished"></translation>
+        <translation>Zwei Parameter haben den Namen „%1“.</translation>
     </message>
     <message>
         <source>Update the points with positions of their own.</source>
@@ -3082,7 +3013,7 @@ Take out lines that are neither names nor numbers, or begin them with #.</source
     </message>
     <message>
         <source>Values of %1 are whole numbers beyond 2^53, for which PLY has no type.</source>
-        <translation type="unfinished"></translation>
+        <translation>Werte von %1 sind ganze Zahlen jenseits von 2^53, für die PLY keinen Typ hat.</translation>
     </message>
     <message>
         <source>Values of different units are not mixed, with --crs-as-is neither. If both mean the same unit,
@@ -3100,12 +3031,13 @@ Einheit meinen, sie zuerst mit „qrbtool attributes FILE put“ gleich schreibe
     </message>
     <message>
         <source>What stood there before is as it was.</source>
-        <translation type="unfinished"></translation>
+        <translation>Was vorher dort stand, ist, wie es war.</translation>
     </message>
     <message>
         <source>Whole numbers of 64 bits are kept where all files and elements of an attribute have whole numbers
 only: give those with other numbers, or without any, a name of their own.</source>
-        <translation type="unfinished"></translation>
+        <translation>Ganze Zahlen mit 64 Bit bleiben erhalten, wo alle Dateien und Elemente eines Attributs nur ganze Zahlen
+haben: denen mit anderen Zahlen oder ohne Zahlen einen eigenen Namen geben.</translation>
     </message>
     <message>
         <source>Whole numbers of 64 bits are kept where no cell of their column is empty, has a point or an
@@ -3129,7 +3061,7 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>Wrong plugin manifest.</source>
-        <translation type="unfinished"></translation>
+        <translation>Falsches Plugin-Manifest.</translation>
     </message>
     <message>
         <source>X and Y %1, Z %2</source>
@@ -3141,7 +3073,7 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>a 7z archive</source>
-        <translation type="unfinished"></translation>
+        <translation>ein 7z-Archiv</translation>
     </message>
     <message>
         <source>a PCD file</source>
@@ -3161,7 +3093,7 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>a block</source>
-        <translation type="unfinished"></translation>
+        <translation>ein Block</translation>
     </message>
     <message>
         <source>a block of &quot;%1&quot; in node %2</source>
@@ -3189,11 +3121,11 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>a context</source>
-        <translation type="unfinished"></translation>
+        <translation>ein Kontext</translation>
     </message>
     <message>
         <source>a corner</source>
-        <translation type="unfinished"></translation>
+        <translation>eine Ecke</translation>
     </message>
     <message>
         <source>a corner has no two numbers</source>
@@ -3232,10 +3164,6 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
         <translation>ein Blatt muss Platz für einen Punkt haben</translation>
     </message>
     <message>
-        <source>a length of</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>a metadata item</source>
         <translation>ein Metadateneintrag</translation>
     </message>
@@ -3249,7 +3177,7 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>a number</source>
-        <translation type="unfinished"></translation>
+        <translation>eine Zahl</translation>
     </message>
     <message>
         <source>a number or null</source>
@@ -3297,7 +3225,7 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>a reference</source>
-        <translation type="unfinished"></translation>
+        <translation>ein Verweis</translation>
     </message>
     <message>
         <source>a reference to nothing</source>
@@ -3309,11 +3237,11 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>a result</source>
-        <translation type="unfinished"></translation>
+        <translation>ein Ergebnis</translation>
     </message>
     <message>
         <source>a ring</source>
-        <translation type="unfinished"></translation>
+        <translation>ein Ring</translation>
     </message>
     <message>
         <source>a run of %1 bits in codes of %2 bytes</source>
@@ -3333,7 +3261,7 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>a string</source>
-        <translation type="unfinished"></translation>
+        <translation>ein Text</translation>
     </message>
     <message>
         <source>a system that was not understood</source>
@@ -3341,7 +3269,7 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>a text</source>
-        <translation type="unfinished"></translation>
+        <translation>ein Text</translation>
     </message>
     <message>
         <source>a text in JSON</source>
@@ -3353,7 +3281,7 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>a text in UTF-8 without zero bytes</source>
-        <translation type="unfinished"></translation>
+        <translation>einen Text in UTF-8 ohne Nullbytes</translation>
     </message>
     <message>
         <source>a text in XML or HTML</source>
@@ -3381,7 +3309,7 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>a value</source>
-        <translation type="unfinished"></translation>
+        <translation>ein Wert</translation>
     </message>
     <message>
         <source>a whole number</source>
@@ -3441,23 +3369,15 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>and %1 more</source>
-        <translation type="unfinished"></translation>
+        <translation>und %1 weitere</translation>
     </message>
     <message>
         <source>another number</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>are %1 and would count as invalid</source>
-        <translation type="unfinished"></translation>
+        <translation>eine andere Zahl</translation>
     </message>
     <message>
         <source>are %1 numbers, not 4 or 6</source>
         <translation>sind %1 Zahlen, nicht 4 oder 6</translation>
-    </message>
-    <message>
-        <source>are invalid and would become %1</source>
-        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>at least</source>
@@ -3465,7 +3385,7 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>at least %1</source>
-        <translation type="unfinished">mindestens %1</translation>
+        <translation>mindestens %1</translation>
     </message>
     <message>
         <source>at most</source>
@@ -3473,11 +3393,11 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>at most %1</source>
-        <translation type="unfinished">höchstens %1</translation>
+        <translation>höchstens %1</translation>
     </message>
     <message>
         <source>attribute table</source>
-        <translation type="unfinished"></translation>
+        <translation>Attributtabelle</translation>
     </message>
     <message>
         <source>attributes out of order</source>
@@ -3509,11 +3429,11 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>column %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Spalte %1</translation>
     </message>
     <message>
         <source>compressed data that does not decompress: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>komprimierte Daten, die sich nicht entpacken lassen: %1</translation>
     </message>
     <message>
         <source>compression level</source>
@@ -3533,7 +3453,7 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>coordinates were computed by the poses or angles of scans and rounded to 0.000001.</source>
-        <translation type="unfinished"></translation>
+        <translation>Koordinaten wurden aus den Lagen oder Winkeln der Scans berechnet und auf 0.000001 gerundet.</translation>
     </message>
     <message>
         <source>data of a scan</source>
@@ -3557,11 +3477,11 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>ends a matrix that puts different points into the same place</source>
-        <translation type="unfinished"></translation>
+        <translation>beendet eine Matrix, die verschiedene Punkte an denselben Ort legt</translation>
     </message>
     <message>
         <source>ends a matrix whose numbers are not finite</source>
-        <translation type="unfinished"></translation>
+        <translation>beendet eine Matrix, deren Zahlen nicht endlich sind</translation>
     </message>
     <message>
         <source>expected &quot;]&quot; behind the element.</source>
@@ -3660,28 +3580,24 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
         <translation>gefunden wurde „%1“ hinter dem Namen.</translation>
     </message>
     <message>
-        <source>from %1</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>has &quot;%1&quot; for &quot;%2&quot;, which is no number of its type</source>
-        <translation type="unfinished"></translation>
+        <translation>hat „%1“ für „%2“, was keine Zahl des zugehörigen Typs ist</translation>
     </message>
     <message>
         <source>has &quot;%1&quot; in place of a colour</source>
-        <translation type="unfinished"></translation>
+        <translation>hat „%1“ anstelle einer Farbe</translation>
     </message>
     <message>
         <source>has &quot;%1&quot; in place of a number</source>
-        <translation type="unfinished"></translation>
+        <translation>hat „%1“ anstelle einer Zahl</translation>
     </message>
     <message>
         <source>has %1 numbers in place of %2</source>
-        <translation type="unfinished"></translation>
+        <translation>hat %1 Zahlen anstelle von %2</translation>
     </message>
     <message>
         <source>has %1 numbers in place of 4 or 7</source>
-        <translation type="unfinished"></translation>
+        <translation>hat %1 Zahlen statt 4 oder 7</translation>
     </message>
     <message>
         <source>has a back reference, which is not supported.</source>
@@ -3689,31 +3605,31 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>has a limit that is not a finite number.</source>
-        <translation type="unfinished"></translation>
+        <translation>hat eine Grenze, die keine endliche Zahl ist.</translation>
     </message>
     <message>
         <source>has a list of another length than it says</source>
-        <translation type="unfinished"></translation>
+        <translation>hat eine Liste von anderer Länge, als sie angibt</translation>
     </message>
     <message>
         <source>has a minimum above its maximum.</source>
-        <translation type="unfinished"></translation>
+        <translation>hat ein Minimum, das über dem Maximum liegt.</translation>
     </message>
     <message>
         <source>has a range of more than 2^53 steps.</source>
-        <translation type="unfinished"></translation>
+        <translation>hat einen Wertebereich von mehr als 2^53 Schritten.</translation>
     </message>
     <message>
         <source>has a range that doesn&apos;t fit into 64 bits.</source>
-        <translation type="unfinished"></translation>
+        <translation>hat einen Wertebereich, der nicht in 64 Bit passt.</translation>
     </message>
     <message>
         <source>has a resolution of %1, which is neither positive nor 0.</source>
-        <translation type="unfinished"></translation>
+        <translation>hat eine Auflösung von %1, die weder positiv noch 0 ist.</translation>
     </message>
     <message>
         <source>has items of version %1</source>
-        <translation type="unfinished"></translation>
+        <translation>hat Bestandteile der Version %1</translation>
     </message>
     <message>
         <source>has more faults than those listed here</source>
@@ -3721,7 +3637,7 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>has no code left for its invalid value %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>hat keinen Code übrig für den Ungültigwert %1.</translation>
     </message>
     <message>
         <source>has no element like the one that the schema asks for</source>
@@ -3729,7 +3645,7 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>has too few numbers</source>
-        <translation type="unfinished"></translation>
+        <translation>hat zu wenige Zahlen</translation>
     </message>
     <message>
         <source>has too many digits: it would be taken for %1.</source>
@@ -3737,11 +3653,11 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>has too many numbers</source>
-        <translation type="unfinished"></translation>
+        <translation>hat zu viele Zahlen</translation>
     </message>
     <message>
         <source>have a least %1 that is larger than the largest</source>
-        <translation type="unfinished"></translation>
+        <translation>haben ein kleinstes %1, das größer als das größte ist</translation>
     </message>
     <message>
         <source>have more than a number at place %1</source>
@@ -3772,24 +3688,12 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
         <translation>in einer nicht genannten Einheit</translation>
     </message>
     <message>
-        <source>input file</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>invalid value</source>
         <translation>Ungültigwert</translation>
     </message>
     <message>
-        <source>is %1 and would count as invalid</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>is coded as LAZ writers did before version 2.0 (items of version 1)</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>is invalid and would become %1</source>
-        <translation type="unfinished"></translation>
+        <translation>ist codiert, wie es LAZ-Programme vor Version 2.0 taten (Bestandteile der Version 1)</translation>
     </message>
     <message>
         <source>is longer than %1 bytes.</source>
@@ -3801,7 +3705,7 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>is not the number of %1</source>
-        <translation type="unfinished"></translation>
+        <translation>ist nicht die Anzahl: %1</translation>
     </message>
     <message>
         <source>is the same as element %1</source>
@@ -3825,7 +3729,7 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>it can&apos;t be locked: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>sie kann nicht gesperrt werden: %1</translation>
     </message>
     <message>
         <source>it can&apos;t be opened for writing</source>
@@ -3837,35 +3741,35 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>it does not begin with &quot;ply&quot;</source>
-        <translation type="unfinished"></translation>
+        <translation>sie beginnt nicht mit „ply“</translation>
     </message>
     <message>
         <source>it ends after %1 of %2 lines of the element &quot;%3&quot;</source>
-        <translation type="unfinished"></translation>
+        <translation>sie endet nach %1 von %2 Zeilen des Elements „%3“</translation>
     </message>
     <message>
         <source>it ends before its layers</source>
-        <translation type="unfinished"></translation>
+        <translation>er endet vor seinen Schichten</translation>
     </message>
     <message>
         <source>it ends within a scan</source>
-        <translation type="unfinished"></translation>
+        <translation>sie endet innerhalb eines Scans</translation>
     </message>
     <message>
         <source>it ends within a scan of %1 points</source>
-        <translation type="unfinished"></translation>
+        <translation>sie endet innerhalb eines Scans von %1 Punkten</translation>
     </message>
     <message>
         <source>it ends within an element</source>
-        <translation type="unfinished"></translation>
+        <translation>sie endet innerhalb eines Elements</translation>
     </message>
     <message>
         <source>it ends within its first point</source>
-        <translation type="unfinished"></translation>
+        <translation>er endet innerhalb seines ersten Punkts</translation>
     </message>
     <message>
         <source>it has %1 bytes instead of %2 and more</source>
-        <translation type="unfinished"></translation>
+        <translation>er hat %1 Bytes statt %2 und mehr</translation>
     </message>
     <message>
         <source>it has %1 bytes of %2</source>
@@ -3873,7 +3777,7 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>it has %1 bytes, too few for %2 items</source>
-        <translation type="unfinished"></translation>
+        <translation>er hat %1 Bytes, zu wenige für %2 Bestandteile</translation>
     </message>
     <message>
         <source>it has another length in the node</source>
@@ -3885,7 +3789,7 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>it has more than %1 properties</source>
-        <translation type="unfinished"></translation>
+        <translation>sie hat mehr als %1 Eigenschaften</translation>
     </message>
     <message>
         <source>it has no chunk table, and its chunks are of different sizes</source>
@@ -3893,7 +3797,7 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>it has no positions</source>
-        <translation type="unfinished"></translation>
+        <translation>er hat keine Positionen</translation>
     </message>
     <message>
         <source>it has no record that tells how its points are compressed</source>
@@ -3901,11 +3805,11 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>it has no vertices</source>
-        <translation type="unfinished"></translation>
+        <translation>sie hat keine Eckpunkte</translation>
     </message>
     <message>
         <source>it has the element &quot;vertex&quot; twice</source>
-        <translation type="unfinished"></translation>
+        <translation>sie hat das Element „vertex“ zweimal</translation>
     </message>
     <message>
         <source>it has too many references into very large objects.</source>
@@ -3917,7 +3821,7 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>it holds floating-point numbers.</source>
-        <translation type="unfinished"></translation>
+        <translation>es enthält Gleitkommazahlen.</translation>
     </message>
     <message>
         <source>it is a %1, not a polygon</source>
@@ -3929,15 +3833,15 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>it is damaged or cut off</source>
-        <translation type="unfinished"></translation>
+        <translation>sie ist beschädigt oder abgeschnitten</translation>
     </message>
     <message>
         <source>it is empty</source>
-        <translation type="unfinished"></translation>
+        <translation>sie ist leer</translation>
     </message>
     <message>
         <source>it is no JSON: %1 At byte %2</source>
-        <translation type="unfinished"></translation>
+        <translation>sie ist kein JSON: %1 Bei Byte %2</translation>
     </message>
     <message>
         <source>it is no ordinary file</source>
@@ -3949,7 +3853,7 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>it names compressor %1 and coder %2; 1 to 3 and 0 are known</source>
-        <translation type="unfinished"></translation>
+        <translation>er nennt Kompressor %1 und Codierer %2; bekannt sind 1 bis 3 und 0</translation>
     </message>
     <message>
         <source>it names no type.</source>
@@ -3977,7 +3881,7 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>it tells of %1 points, but it should have %2</source>
-        <translation type="unfinished"></translation>
+        <translation>er nennt %1 Punkte, sollte aber %2 haben</translation>
     </message>
     <message>
         <source>its XML section has a document type</source>
@@ -3985,7 +3889,7 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>its XML section has a fault at byte %1: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>ihr XML-Abschnitt hat einen Fehler bei Byte %1: %2</translation>
     </message>
     <message>
         <source>its XML section is not one of an E57 file</source>
@@ -4005,11 +3909,11 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>its coded points are damaged or cut off</source>
-        <translation type="unfinished"></translation>
+        <translation>seine codierten Punkte sind beschädigt oder abgeschnitten</translation>
     </message>
     <message>
         <source>its coded points take fewer bytes than it has</source>
-        <translation type="unfinished"></translation>
+        <translation>seine codierten Punkte brauchen weniger Bytes, als er hat</translation>
     </message>
     <message>
         <source>its compression options are %1, 0 to 3 are possible.</source>
@@ -4037,11 +3941,11 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>its items are not those of point format %1 with records of %2 bytes</source>
-        <translation type="unfinished"></translation>
+        <translation>seine Bestandteile sind nicht die des Punktformats %1 mit Datensätzen von %2 Bytes</translation>
     </message>
     <message>
         <source>its layer %1 has %2 bytes, but %3 are left</source>
-        <translation type="unfinished"></translation>
+        <translation>seine Schicht %1 hat %2 Bytes, aber %3 sind übrig</translation>
     </message>
     <message>
         <source>its length is %1, 1 to %2 is possible.</source>
@@ -4065,7 +3969,7 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>its resolution is %1, from %2.</source>
-        <translation type="unfinished"></translation>
+        <translation>seine Auflösung ist %1, ab %2.</translation>
     </message>
     <message>
         <source>its scale factor is not a number.</source>
@@ -4077,11 +3981,7 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>its vertices have no numbers</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>laszip encoded</source>
-        <translation type="unfinished"></translation>
+        <translation>ihre Eckpunkte haben keine Zahlen</translation>
     </message>
     <message>
         <source>less than</source>
@@ -4100,20 +4000,12 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
         <translation>Detailstufen-Größe</translation>
     </message>
     <message>
-        <source>lie outside %1 to %2 and would become %3</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>lies outside %1 to %2 and would become %3</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>line %1 %2</source>
-        <translation type="unfinished"></translation>
+        <translation>Zeile %1 %2</translation>
     </message>
     <message>
         <source>line %1 of the header is &quot;%2&quot;</source>
-        <translation type="unfinished"></translation>
+        <translation>Zeile %1 des Kopfs ist „%2“</translation>
     </message>
     <message>
         <source>list of named values</source>
@@ -4129,7 +4021,7 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>metadata item</source>
-        <translation type="unfinished"></translation>
+        <translation>Metadateneintrag</translation>
     </message>
     <message>
         <source>more than</source>
@@ -4141,7 +4033,7 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>names of point attributes</source>
-        <translation type="unfinished"></translation>
+        <translation>Namen von Punktattributen</translation>
     </message>
     <message>
         <source>no unit</source>
@@ -4153,7 +4045,7 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>node ids such as 1,4-7</source>
-        <translation type="unfinished"></translation>
+        <translation>Nummern von Knoten wie 1,4-7</translation>
     </message>
     <message>
         <source>nodes too deep below each other</source>
@@ -4169,19 +4061,15 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>nothing tells what &quot;%1&quot; and further columns mean.</source>
-        <translation type="unfinished"></translation>
+        <translation>nichts sagt, was „%1“ und weitere Spalten bedeuten.</translation>
     </message>
     <message>
         <source>nothing tells what &quot;%1&quot; and further columns mean. %2</source>
-        <translation type="unfinished"></translation>
+        <translation>nichts sagt, was „%1“ und weitere Spalten bedeuten. %2</translation>
     </message>
     <message>
         <source>one holds whole numbers above 2^53, another fractions.</source>
         <translation>eine enthält ganze Zahlen über 2^53, eine andere gebrochene.</translation>
-    </message>
-    <message>
-        <source>one of &quot;%1</source>
-        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>one of its &quot;features&quot; is none</source>
@@ -4189,15 +4077,11 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>or %1</source>
-        <translation type="unfinished"></translation>
+        <translation>oder %1</translation>
     </message>
     <message>
         <source>or one of %1 more</source>
         <translation>oder einer von %1 weiteren</translation>
-    </message>
-    <message>
-        <source>output file</source>
-        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>packed by bzip2</source>
@@ -4289,23 +4173,23 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>the %1 at byte %2 takes %3 bytes, but the file ends at byte %4</source>
-        <translation type="unfinished"></translation>
+        <translation>der Teil „%1“ bei Byte %2 braucht %3 Byte, aber die Datei endet bei Byte %4</translation>
     </message>
     <message>
         <source>the %1 goes beyond the end of the file</source>
-        <translation type="unfinished"></translation>
+        <translation>der Teil „%1“ geht über das Ende der Datei hinaus</translation>
     </message>
     <message>
         <source>the %1 is said to begin at byte %2, where there is no data</source>
-        <translation type="unfinished"></translation>
+        <translation>der Teil „%1“ soll bei Byte %2 beginnen, wo keine Daten sind</translation>
     </message>
     <message>
         <source>the %1 offset is %2</source>
-        <translation type="unfinished"></translation>
+        <translation>der Versatz von %1 ist %2</translation>
     </message>
     <message>
         <source>the %1 scale factor is %2</source>
-        <translation type="unfinished"></translation>
+        <translation>der Skalenfaktor von %1 ist %2</translation>
     </message>
     <message>
         <source>the GeoTIFF keys, which are too long</source>
@@ -4353,7 +4237,7 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>the chunk table: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>die Chunk-Tabelle: %1</translation>
     </message>
     <message>
         <source>the code %1 of %2</source>
@@ -4373,11 +4257,11 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>the database</source>
-        <translation type="unfinished"></translation>
+        <translation>die Datenbank</translation>
     </message>
     <message>
         <source>the default value %1</source>
-        <translation type="unfinished"></translation>
+        <translation>der Vorgabewert %1</translation>
     </message>
     <message>
         <source>the directory of the GeoTIFF keys, which is cut off</source>
@@ -4421,15 +4305,11 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>the header has no end</source>
-        <translation type="unfinished"></translation>
+        <translation>der Kopf hat kein Ende</translation>
     </message>
     <message>
         <source>the header is longer than %1 bytes</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>the header size is</source>
-        <translation>die Größe des Kopfs ist</translation>
+        <translation>der Kopf ist länger als %1 Bytes</translation>
     </message>
     <message>
         <source>the header tells %1 points, but there is room for %2 more behind them, which are left out.</source>
@@ -4437,11 +4317,11 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>the header tells %1 vertices, but %2 more line follows, which is left out.</source>
-        <translation type="unfinished"></translation>
+        <translation>der Kopf nennt %1 Eckpunkte, aber es folgt %2 weitere Zeile, die ausgelassen wird.</translation>
     </message>
     <message>
         <source>the header tells %1 vertices, but %2 more lines follow, which are left out.</source>
-        <translation type="unfinished"></translation>
+        <translation>der Kopf nennt %1 Eckpunkte, aber es folgen %2 weitere Zeilen, die ausgelassen werden.</translation>
     </message>
     <message>
         <source>the index is missing</source>
@@ -4449,7 +4329,7 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>the invalid value %1</source>
-        <translation type="unfinished"></translation>
+        <translation>der Ungültigwert %1</translation>
     </message>
     <message>
         <source>the invalid value %1 of one is a value of another.</source>
@@ -4469,7 +4349,7 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>the list &quot;%1&quot; before byte %2 is longer than the file</source>
-        <translation type="unfinished"></translation>
+        <translation>die Liste „%1“ vor Byte %2 ist länger als die Datei</translation>
     </message>
     <message>
         <source>the list of transactions</source>
@@ -4477,7 +4357,7 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>the lists &quot;%1&quot; of the vertices were passed over.</source>
-        <translation type="unfinished"></translation>
+        <translation>die Listen „%1“ der Eckpunkte wurden übergangen.</translation>
     </message>
     <message>
         <source>the member %1 is missing</source>
@@ -4489,15 +4369,15 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>the name of a point attribute</source>
-        <translation type="unfinished"></translation>
+        <translation>den Namen eines Punktattributs</translation>
     </message>
     <message>
         <source>the name of the member is not allowed</source>
-        <translation type="unfinished"></translation>
+        <translation>der Name des Elements ist nicht erlaubt</translation>
     </message>
     <message>
         <source>the name of the member is not allowed: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>der Name des Elements ist nicht erlaubt: %1</translation>
     </message>
     <message>
         <source>the node has a number that was not given yet</source>
@@ -4540,36 +4420,16 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
         <translation>die Zahl %1, wo höchstens %2 möglich ist</translation>
     </message>
     <message>
-        <source>the number of %1s is</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>the number of point records is</source>
-        <translation>die Zahl der Punktdatensätze ist</translation>
-    </message>
-    <message>
         <source>the number of point records is %1, but the chunk table&apos;s %2 chunks hold %3</source>
         <translation>die Zahl der Punktdatensätze ist %1, aber die %2 Chunks der Chunk-Tabelle enthalten %3</translation>
     </message>
     <message>
         <source>the number of point records is %1, but the chunk table&apos;s %2 chunks hold more</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>the offset to point data is</source>
-        <translation>der Abstand bis zu den Punktdaten ist</translation>
+        <translation>die Zahl der Punktdatensätze ist %1, aber die %2 Chunks der Chunk-Tabelle enthalten mehr</translation>
     </message>
     <message>
         <source>the page at byte %1 does not agree with its checksum</source>
         <translation>die Seite bei Byte %1 stimmt nicht mit ihrer Prüfsumme überein</translation>
-    </message>
-    <message>
-        <source>the point data record format is</source>
-        <translation>das Format der Punktdatensätze ist</translation>
-    </message>
-    <message>
-        <source>the point data record length is</source>
-        <translation>die Länge eines Punktdatensatzes ist</translation>
     </message>
     <message>
         <source>the points are not in the order of ids</source>
@@ -4585,7 +4445,7 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>the record that tells how its points are compressed: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>der Datensatz, der sagt, wie die Punkte komprimiert sind: %1</translation>
     </message>
     <message>
         <source>the rotation of a scan has no direction</source>
@@ -4593,7 +4453,7 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>the second line does not tell the format</source>
-        <translation type="unfinished"></translation>
+        <translation>die zweite Zeile gibt das Format nicht an</translation>
     </message>
     <message>
         <source>the section of a scan is of the kind %1</source>
@@ -4608,24 +4468,20 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
         <translation>die Abschnitte ihrer Scans überlappen sich</translation>
     </message>
     <message>
-        <source>the start of the first extended variable length record is</source>
-        <translation>der Anfang des ersten erweiterten Datensatzes variabler Länge ist</translation>
-    </message>
-    <message>
         <source>the unit &quot;%1&quot;</source>
-        <translation type="unfinished"></translation>
+        <translation>die Einheit „%1“</translation>
     </message>
     <message>
         <source>the unit &quot;%1&quot; with the factor &quot;%2&quot;</source>
-        <translation type="unfinished"></translation>
+        <translation>die Einheit „%1“ mit dem Faktor „%2“</translation>
     </message>
     <message>
         <source>the unit of the size %1 (%2)</source>
-        <translation type="unfinished"></translation>
+        <translation>die Einheit der Größe %1 (%2)</translation>
     </message>
     <message>
         <source>the unit with the code %1 (%2)</source>
-        <translation type="unfinished"></translation>
+        <translation>die Einheit mit dem Code %1 (%2)</translation>
     </message>
     <message>
         <source>the well-known text</source>
@@ -4689,15 +4545,11 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>time of an unknown epoch</source>
-        <translation type="unfinished"></translation>
+        <translation>Zeit einer unbekannten Epoche</translation>
     </message>
     <message>
         <source>time since %1</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>to %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Zeit seit %1</translation>
     </message>
     <message>
         <source>transaction %1</source>
@@ -4716,10 +4568,6 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
         <translation>System ohne Namen</translation>
     </message>
     <message>
-        <source>up to %1</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>variable length record</source>
         <translation>Datensatz variabler Länge</translation>
     </message>
@@ -4732,20 +4580,379 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
         <translation>was die Datei über ihre Attribute angibt, passt nicht zu ihren Extra-Bytes; sie erhalten die Namen, die LAS für sie hat.</translation>
     </message>
     <message>
-        <source>would be dropped with the elements from number %1 on</source>
-        <translation type="unfinished"></translation>
+        <source>%1 are %2 and would count as invalid</source>
+        <translation>%1 sind %2 und gälten als ungültig</translation>
     </message>
     <message>
-        <source>would be rounded to floating-point numbers</source>
-        <translation type="unfinished"></translation>
+        <source>%1 are invalid and would become %2</source>
+        <translation>%1 sind ungültig und würden zu folgendem: %2</translation>
     </message>
     <message>
-        <source>would be rounded to the resolution %1</source>
-        <translation type="unfinished"></translation>
+        <source>%1 is %2 and would count as invalid</source>
+        <translation>%1 ist %2 und gälte als ungültig</translation>
     </message>
     <message>
-        <source>would change:</source>
-        <translation type="unfinished"></translation>
+        <source>%1 is invalid and would become %2</source>
+        <translation>%1 ist ungültig und würde zu folgendem: %2</translation>
+    </message>
+    <message>
+        <source>%1 lie outside %2 to %3 and would become %4</source>
+        <translation>%1 liegen nicht in %2 bis %3 und würden zu folgendem: %4</translation>
+    </message>
+    <message>
+        <source>%1 lies outside %2 to %3 and would become %4</source>
+        <translation>%1 liegt nicht in %2 bis %3 und würde zu folgendem: %4</translation>
+    </message>
+    <message>
+        <source>%1 value of &quot;%2&quot;</source>
+        <translation>%1 Wert von „%2“</translation>
+    </message>
+    <message>
+        <source>%1 value of %2 point in &quot;%3&quot;</source>
+        <translation>%1 Wert von %2 Punkt in „%3“</translation>
+    </message>
+    <message>
+        <source>%1 value of %2 points in &quot;%3&quot;</source>
+        <translation>%1 Wert von %2 Punkten in „%3“</translation>
+    </message>
+    <message>
+        <source>%1 values of &quot;%2&quot;</source>
+        <translation>%1 Werte von „%2“</translation>
+    </message>
+    <message>
+        <source>%1 values of %2 point in &quot;%3&quot;</source>
+        <translation>%1 Werte von %2 Punkt in „%3“</translation>
+    </message>
+    <message>
+        <source>%1 values of %2 points in &quot;%3&quot;</source>
+        <translation>%1 Werte von %2 Punkten in „%3“</translation>
+    </message>
+    <message>
+        <source>%1 would be dropped with the elements from number %2 on</source>
+        <translation>%1: sie entfielen mit den Elementen ab Nummer %2</translation>
+    </message>
+    <message>
+        <source>%1 would be rounded to floating-point numbers</source>
+        <translation>%1: auf Gleitkommazahlen gerundet</translation>
+    </message>
+    <message>
+        <source>%1 would be rounded to the resolution %2</source>
+        <translation>%1: auf die Auflösung %2 gerundet</translation>
+    </message>
+    <message>
+        <source>%1 would change: %2.</source>
+        <translation>%1 würden sich ändern: %2.</translation>
+    </message>
+    <message>
+        <source>Broken pipe</source>
+        <translation>Verbindung abgebrochen</translation>
+    </message>
+    <message>
+        <source>Cannot allocate memory</source>
+        <translation>Kein Arbeitsspeicher mehr</translation>
+    </message>
+    <message>
+        <source>Could not determine tag type</source>
+        <translation>Unbekannte Art von Element</translation>
+    </message>
+    <message>
+        <source>Device or resource busy</source>
+        <translation>Gerät oder Ressource ist belegt</translation>
+    </message>
+    <message>
+        <source>Directory not empty</source>
+        <translation>Verzeichnis ist nicht leer</translation>
+    </message>
+    <message>
+        <source>Disk quota exceeded</source>
+        <translation>Zugeteilter Speicherplatz ist verbraucht</translation>
+    </message>
+    <message>
+        <source>Error parsing CDATA section</source>
+        <translation>Fehler in einem CDATA-Abschnitt</translation>
+    </message>
+    <message>
+        <source>Error parsing PCDATA section</source>
+        <translation>Fehler in einem Textabschnitt</translation>
+    </message>
+    <message>
+        <source>Error parsing comment</source>
+        <translation>Fehler in einem Kommentar</translation>
+    </message>
+    <message>
+        <source>Error parsing document declaration/processing instruction</source>
+        <translation>Fehler in einer Deklaration oder Verarbeitungsanweisung</translation>
+    </message>
+    <message>
+        <source>Error parsing document type declaration</source>
+        <translation>Fehler in der Deklaration des Dokumenttyps</translation>
+    </message>
+    <message>
+        <source>Error parsing element attribute</source>
+        <translation>Fehler in einem Attribut eines Elements</translation>
+    </message>
+    <message>
+        <source>Error parsing end element tag</source>
+        <translation>Fehler im Ende eines Elements</translation>
+    </message>
+    <message>
+        <source>Error parsing start element tag</source>
+        <translation>Fehler im Anfang eines Elements</translation>
+    </message>
+    <message>
+        <source>Exec format error</source>
+        <translation>Kein ausführbares Format</translation>
+    </message>
+    <message>
+        <source>File exists</source>
+        <translation>Datei ist schon vorhanden</translation>
+    </message>
+    <message>
+        <source>File name too long</source>
+        <translation>Dateiname ist zu lang</translation>
+    </message>
+    <message>
+        <source>File too large</source>
+        <translation>Datei ist zu groß</translation>
+    </message>
+    <message>
+        <source>Incorrect hex digit after \u escape in string.</source>
+        <translation>Falsche Hexadezimalziffer hinter \u in einer Zeichenkette.</translation>
+    </message>
+    <message>
+        <source>Input/output error</source>
+        <translation>Ein-/Ausgabefehler</translation>
+    </message>
+    <message>
+        <source>Invalid encoding in string.</source>
+        <translation>Ungültige Zeichenkodierung in einer Zeichenkette.</translation>
+    </message>
+    <message>
+        <source>Invalid escape character in string.</source>
+        <translation>Ungültiges Zeichen hinter \ in einer Zeichenkette.</translation>
+    </message>
+    <message>
+        <source>Invalid value.</source>
+        <translation>Ungültiger Wert.</translation>
+    </message>
+    <message>
+        <source>Is a directory</source>
+        <translation>Ist ein Verzeichnis</translation>
+    </message>
+    <message>
+        <source>Miss exponent in number.</source>
+        <translation>Einer Zahl fehlt der Exponent.</translation>
+    </message>
+    <message>
+        <source>Miss fraction part in number.</source>
+        <translation>Einer Zahl fehlen die Nachkommastellen.</translation>
+    </message>
+    <message>
+        <source>Missing a closing quotation mark in string.</source>
+        <translation>Einer Zeichenkette fehlt das schließende Anführungszeichen.</translation>
+    </message>
+    <message>
+        <source>Missing a colon after a name of object member.</source>
+        <translation>Hinter dem Namen eines Elements fehlt der Doppelpunkt.</translation>
+    </message>
+    <message>
+        <source>Missing a comma or ] after an array element.</source>
+        <translation>Hinter einem Element des Arrays fehlt ein Komma oder ].</translation>
+    </message>
+    <message>
+        <source>Missing a comma or } after an object member.</source>
+        <translation>Hinter einem Element des Objekts fehlt ein Komma oder }.</translation>
+    </message>
+    <message>
+        <source>Missing a name for object member.</source>
+        <translation>Einem Element des Objekts fehlt der Name.</translation>
+    </message>
+    <message>
+        <source>No document element found</source>
+        <translation>Kein Wurzelelement gefunden</translation>
+    </message>
+    <message>
+        <source>No space left on device</source>
+        <translation>Kein Platz mehr auf dem Datenträger</translation>
+    </message>
+    <message>
+        <source>No such file or directory</source>
+        <translation>Datei oder Verzeichnis nicht vorhanden</translation>
+    </message>
+    <message>
+        <source>Not a directory</source>
+        <translation>Ist kein Verzeichnis</translation>
+    </message>
+    <message>
+        <source>Number too big to be stored in double.</source>
+        <translation>Die Zahl ist zu groß.</translation>
+    </message>
+    <message>
+        <source>Operation not permitted</source>
+        <translation>Vorgang nicht erlaubt</translation>
+    </message>
+    <message>
+        <source>Out of memory</source>
+        <translation>Kein Arbeitsspeicher mehr</translation>
+    </message>
+    <message>
+        <source>Permission denied</source>
+        <translation>Zugriff verweigert</translation>
+    </message>
+    <message>
+        <source>Read-only file system</source>
+        <translation>Dateisystem kann nur gelesen werden</translation>
+    </message>
+    <message>
+        <source>Start-end tags mismatch</source>
+        <translation>Anfang und Ende eines Elements passen nicht zusammen</translation>
+    </message>
+    <message>
+        <source>Terminate parsing due to Handler error.</source>
+        <translation>Das Lesen wurde abgebrochen.</translation>
+    </message>
+    <message>
+        <source>Text file busy</source>
+        <translation>Programmdatei wird gerade benutzt</translation>
+    </message>
+    <message>
+        <source>The document is empty.</source>
+        <translation>Das Dokument ist leer.</translation>
+    </message>
+    <message>
+        <source>The document root must not be followed by other values.</source>
+        <translation>Hinter dem Dokument dürfen keine weiteren Werte folgen.</translation>
+    </message>
+    <message>
+        <source>The surrogate pair in string is invalid.</source>
+        <translation>Ein Ersatzzeichenpaar in einer Zeichenkette ist ungültig.</translation>
+    </message>
+    <message>
+        <source>Too many open files</source>
+        <translation>Zu viele offene Dateien</translation>
+    </message>
+    <message>
+        <source>Unspecific syntax error.</source>
+        <translation>Unbestimmter Syntaxfehler.</translation>
+    </message>
+    <message>
+        <source>%1 from %2</source>
+        <translation>%1 ab %2</translation>
+    </message>
+    <message>
+        <source>%1 from %2 to %3</source>
+        <translation>%1 von %2 bis %3</translation>
+    </message>
+    <message>
+        <source>%1 up to %2</source>
+        <translation>%1 bis %2</translation>
+    </message>
+    <message>
+        <source>Did you mean %1 or &quot;%2&quot;?</source>
+        <translation>Ist %1 oder „%2“ gemeint?</translation>
+    </message>
+    <message>
+        <source>one of %1</source>
+        <translation>einen der Werte %1</translation>
+    </message>
+    <message>
+        <source>%1 %2 (&quot;%3&quot;, %4) has a length of %5, but only %6 bytes are left</source>
+        <translation>%1 %2 („%3“, %4) hat eine Länge von %5, aber nur %6 Byte sind noch da</translation>
+    </message>
+    <message>
+        <source>%1 problems.</source>
+        <translation>%1 Fehler.</translation>
+    </message>
+    <message>
+        <source>%1: %2 point</source>
+        <translation>%1: %2 Punkt</translation>
+    </message>
+    <message>
+        <source>%1: %2 points</source>
+        <translation>%1: %2 Punkte</translation>
+    </message>
+    <message>
+        <source>0 to 100</source>
+        <translation>0 bis 100</translation>
+    </message>
+    <message>
+        <source>0 to 16</source>
+        <translation>0 bis 16</translation>
+    </message>
+    <message>
+        <source>0 to 63</source>
+        <translation>0 bis 63</translation>
+    </message>
+    <message>
+        <source>1 problem.</source>
+        <translation>1 Fehler.</translation>
+    </message>
+    <message>
+        <source>the header size is %1, but the file has %2 bytes</source>
+        <translation>die Größe des Kopfes ist %1, aber die Datei hat %2 Byte</translation>
+    </message>
+    <message>
+        <source>the header size is %1, but version 1.%2 needs %3</source>
+        <translation>die Größe des Kopfes ist %1, aber Version 1.%2 braucht %3</translation>
+    </message>
+    <message>
+        <source>the number of %1s is %2, but there is no room for them between byte %3 and byte %4</source>
+        <translation>die Anzahl (%1) ist %2, aber zwischen Byte %3 und Byte %4 ist kein Platz dafür</translation>
+    </message>
+    <message>
+        <source>the number of point records is %1, but the file holds %2</source>
+        <translation>die Zahl der Punktdatensätze ist %1, aber die Datei enthält %2</translation>
+    </message>
+    <message>
+        <source>the offset to point data is %1, which is not between the header&apos;s end at %2 and the file&apos;s end at %3</source>
+        <translation>die Punktdaten beginnen bei %1, also nicht zwischen dem Ende des Kopfes bei %2 und dem Ende der Datei bei %3</translation>
+    </message>
+    <message>
+        <source>the point data record format is %1; 0 to 10 are known</source>
+        <translation>das Format der Punktdatensätze ist %1; bekannt sind 0 bis 10</translation>
+    </message>
+    <message>
+        <source>the point data record length is %1, but point format %2 takes %3</source>
+        <translation>die Länge eines Punktdatensatzes ist %1, aber Punktformat %2 braucht %3</translation>
+    </message>
+    <message>
+        <source>the start of the first extended variable length record is %1, which is not between the points&apos; end at %2 and the file&apos;s end at %3</source>
+        <translation>der erste erweiterte Datensatz variabler Länge beginnt bei %1, also nicht zwischen dem Ende der Punkte bei %2 und dem Ende der Datei bei %3</translation>
+    </message>
+</context>
+<context>
+    <name>PointAttribute</name>
+    <message>
+        <source>constant</source>
+        <translation>konstant</translation>
+    </message>
+    <message>
+        <source>variable</source>
+        <translation>variabel</translation>
+    </message>
+    <message>
+        <source>dynamic</source>
+        <translation>dynamisch</translation>
+    </message>
+    <message>
+        <source>default</source>
+        <translation>Standard</translation>
+    </message>
+    <message>
+        <source>delta</source>
+        <translation>Delta</translation>
+    </message>
+    <message>
+        <source>shuffle</source>
+        <translation>Shuffle</translation>
+    </message>
+    <message>
+        <source>delta+shuffle</source>
+        <translation>Delta+Shuffle</translation>
+    </message>
+    <message>
+        <source>unknown</source>
+        <translation type="unfinished">unbekannt</translation>
     </message>
 </context>
 <context>
