@@ -4952,7 +4952,7 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>unknown</source>
-        <translation type="unfinished">unbekannt</translation>
+        <translation>unbekannt</translation>
     </message>
 </context>
 <context>
