@@ -176,10 +176,12 @@ void MessagesTest::damagedFilesAreToldOf() {
         QVERIFY(file.open(QIODevice::ReadOnly));
         const QByteArray bytes = file.readAll();
         for (int i = 0; i < 150; ++i) {
-            QByteArray broken = i % 3 == 0 ? bytes.left(random.bounded(bytes.size())) : bytes;
+            QByteArray broken =
+                i % 3 == 0 ? bytes.left(random.bounded(static_cast<int>(bytes.size()))) : bytes;
             // Most faults are in the beginning, where the tables are.
             for (int k = 0; k < i % 4 + 1 && !broken.isEmpty(); ++k)
-                broken[random.bounded(std::min<qsizetype>(broken.size(), i % 2 ? 400 : 40'000))] =
+                broken[random.bounded(
+                    std::min(static_cast<int>(broken.size()), i % 2 ? 400 : 40000))] =
                     static_cast<char>(random.bounded(256));
             const QString name = written(path(QString("broken.") + format), broken);
             check(QString("%1 %2").arg(format).arg(i), [&] {
@@ -287,7 +289,9 @@ void MessagesTest::definitionsAreJudged() {
     constexpr double none = std::numeric_limits<double>::quiet_NaN();
     const double numbers[] = {none, -1, 0, 0.3, 1, 2.5, 255, 1e30, HUGE_VAL};
     QRandomGenerator random(1);
-    const auto number = [&] { return numbers[random.bounded(std::size(numbers))]; };
+    const auto number = [&] {
+        return numbers[random.bounded(static_cast<int>(std::size(numbers)))];
+    };
     m_told = 0;
     for (int i = 0; i < 2000; ++i) {
         PointAttribute attribute = byteAttribute(i % 5 ? "own.value" : i % 2 ? "" : "9 lives");
