@@ -117,24 +117,26 @@ std::string replacement(const PointAttribute& definition) {
     return "the default value " + numberText(definition.defaultValue);
 }
 
-// The changes of one kind, as words behind their number.
-std::string wordsOf(Fate fate, bool one, const PointAttribute& definition) {
+// What becomes of values, one or several, by one kind of change.
+std::string wordsOf(const std::string& values, bool one, Fate fate,
+                    const PointAttribute& definition) {
     switch (fate) {
         case Fate::Rounded:
             return definition.resolution == 0
-                       ? "would be rounded to floating-point numbers"
-                       : "would be rounded to the resolution " + numberText(definition.resolution);
+                       ? values + " would be rounded to floating-point numbers"
+                       : values + " would be rounded to the resolution " +
+                             numberText(definition.resolution);
         case Fate::Outside:
-            return std::string(one ? "lies" : "lie") + " outside " +
+            return values + (one ? " lies outside " : " lie outside ") +
                    numberText(definition.minimumValue) + " to " +
                    numberText(definition.maximumValue) + " and would become " +
                    replacement(definition);
         case Fate::MadeInvalid:
-            return std::string(one ? "is" : "are") + " " + numberText(definition.invalidValue) +
+            return values + (one ? " is " : " are ") + numberText(definition.invalidValue) +
                    " and would count as invalid";
         case Fate::InvalidMoved:
         case Fate::Validated:
-            return std::string(one ? "is" : "are") + " invalid and would become " +
+            return values + (one ? " is" : " are") + " invalid and would become " +
                    replacement(definition);
         case Fate::Kept:
             break;
@@ -172,36 +174,39 @@ std::optional<ValueChanges> countChanges(const qrb::Pointcloud& database,
 
 std::string describe(const ValueChanges& changes, const PointAttribute& stored,
                      const PointAttribute& definition) {
-    std::vector<std::string> parts;  // behind their numbers
-    std::vector<std::uint64_t> counts;
+    const auto counted = [](std::uint64_t count, const char* noun) {
+        return groupedText(count) + " " + noun + (count == 1 ? "" : "s");
+    };
+    const std::uint64_t all = changes.changed();
+    const std::string values =
+        stored.length > 1 ? counted(all, "value") + " of " + counted(changes.points, "point") +
+                                " in \"" + stored.name + "\""
+                          : counted(all, "value") + " of \"" + stored.name + "\"";
+    std::vector<std::string> parts;
+    // Where all values change in one way it is said of them, else of the number that do.
+    const auto subject = [&](std::uint64_t count) {
+        return count == all ? values : groupedText(count);
+    };
     for (const Fate fate :
          {Fate::Outside, Fate::Rounded, Fate::MadeInvalid, Fate::InvalidMoved, Fate::Validated}) {
         const std::uint64_t count = changes.fates.of(fate);
         if (count == 0)
             continue;
-        counts.push_back(count);
-        parts.push_back(wordsOf(fate, count == 1, definition));
+        parts.push_back(wordsOf(subject(count), count == 1, fate, definition));
     }
     if (changes.dropped > 0) {
-        counts.push_back(changes.dropped);
-        parts.push_back("would be dropped with the elements from number " +
+        parts.push_back(subject(changes.dropped) +
+                        " would be dropped with the elements from number " +
                         std::to_string(definition.length) + " on");
     }
     if (parts.empty())
         return {};
-    const auto counted = [](std::uint64_t count, const char* noun) {
-        return groupedText(count) + " " + noun + (count == 1 ? "" : "s");
-    };
-    std::string text = counted(changes.changed(), "value") + " of ";
-    if (stored.length > 1)
-        text += counted(changes.points, "point") + " in ";
-    text += "\"" + stored.name + "\" ";
     if (parts.size() == 1)
-        return text + parts.front() + ".";
-    text += "would change: ";
-    for (std::size_t i = 0; i < parts.size(); ++i)
-        text += (i == 0 ? "" : "; ") + groupedText(counts[i]) + " " + parts[i];
-    return text + ".";
+        return parts.front() + ".";
+    std::string list;
+    for (const std::string& part : parts)
+        list += (list.empty() ? "" : "; ") + part;
+    return values + " would change: " + list + ".";
 }
 
 std::string conversionHint(const PointAttribute& stored, const PointAttribute& definition) {

@@ -68,12 +68,15 @@ std::vector<std::string> nearest(std::string_view word, const std::vector<std::s
 }
 
 std::string didYouMean(const std::vector<std::string>& names) {
-    std::string text;
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        text += i == 0 ? "Did you mean " : i + 1 < names.size() ? ", " : " or ";
-        text += "\"" + names[i] + "\"";
+    if (names.empty()) {
+        return {};
     }
-    return text.empty() ? "" : text + "?";
+    std::string others;
+    for (std::size_t i = 0; i + 1 < names.size(); ++i) {
+        others += (i == 0 ? "\"" : ", \"") + names[i] + "\"";
+    }
+    return others.empty() ? "Did you mean \"" + names.back() + "\"?"
+                          : "Did you mean " + others + " or \"" + names.back() + "\"?";
 }
 
 std::string suggestion(std::string_view word, const std::vector<std::string>& names) {

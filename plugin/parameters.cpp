@@ -36,8 +36,8 @@ using Writer = rapidjson::Writer<rapidjson::StringBuffer>;
             break;
         case ParameterType::CHOICE:
             for (const Choice& choice : parameter.choices)
-                takes += (takes.empty() ? "one of \"" : "\", \"") + choice.value;
-            takes += "\"";
+                takes += (takes.empty() ? "\"" : ", \"") + choice.value + "\"";
+            takes = "one of " + takes;
             break;
         case ParameterType::ATTRIBUTE:
             takes = "the name of a point attribute";
@@ -52,10 +52,16 @@ using Writer = rapidjson::Writer<rapidjson::StringBuffer>;
             takes = "a text in UTF-8 without zero bytes";
             break;
     }
-    if (parameter.minimum)
-        takes += " from " + numbers::numberText(*parameter.minimum);
-    if (parameter.maximum)
-        takes += (parameter.minimum ? " to " : " up to ") + numbers::numberText(*parameter.maximum);
+    const auto textOf = [](const std::optional<double>& number) {
+        return number ? numbers::numberText(*number) : std::string();
+    };
+    const std::string least = textOf(parameter.minimum), most = textOf(parameter.maximum);
+    if (!least.empty() && !most.empty())
+        takes = takes + " from " + least + " to " + most;
+    else if (!least.empty())
+        takes = takes + " from " + least;
+    else if (!most.empty())
+        takes = takes + " up to " + most;
     throw Failure("The parameter \"" + parameter.name + "\" takes " + takes + ".",
                   "It is " + (value.size() > 200 ? value.substr(0, 200) + "..." : value) + ".");
 }

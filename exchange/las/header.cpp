@@ -27,10 +27,6 @@ std::string guidText(const std::uint8_t* b) {
     return text;
 }
 
-std::string field(const char* name, std::uint64_t value) {
-    return std::string(name) + " " + std::to_string(value);
-}
-
 void checkAxes(const RawFile& file, const Header& header) {
     static const char* const axes[] = {"x", "y", "z"};
     for (std::size_t i = 0; i < 3; ++i) {
@@ -52,27 +48,27 @@ void checkLayout(const RawFile& file, const Header& header) {
                                    : header.versionMinor == 3 ? 235
                                                               : 227;
     if (header.headerSize < smallest) {
-        file.fail(field("the header size is", header.headerSize) + ", but version 1." +
+        file.fail("the header size is " + std::to_string(header.headerSize) + ", but version 1." +
                   std::to_string(header.versionMinor) + " needs " + std::to_string(smallest));
     }
     if (header.headerSize > file.size()) {
-        file.fail(field("the header size is", header.headerSize) + ", but the file has " +
-                  std::to_string(file.size()) + " bytes");
+        file.fail("the header size is " + std::to_string(header.headerSize) +
+                  ", but the file has " + std::to_string(file.size()) + " bytes");
     }
     if (header.pointOffset < header.headerSize || header.pointOffset > file.size()) {
-        file.fail(field("the offset to point data is", header.pointOffset) +
+        file.fail("the offset to point data is " + std::to_string(header.pointOffset) +
                   ", which is not between the header's end at " +
                   std::to_string(header.headerSize) + " and the file's end at " +
                   std::to_string(file.size()));
     }
     if (header.recordLength < pointSize(header.pointFormat)) {
-        file.fail(field("the point data record length is", header.recordLength) +
+        file.fail("the point data record length is " + std::to_string(header.recordLength) +
                   ", but point format " + std::to_string(header.pointFormat) + " takes " +
                   std::to_string(pointSize(header.pointFormat)));
     }
     const std::uint64_t room = (file.size() - header.pointOffset) / header.recordLength;
     if (!header.isCompressed && header.pointCount > room) {
-        file.fail(field("the number of point records is", header.pointCount) +
+        file.fail("the number of point records is " + std::to_string(header.pointCount) +
                   ", but the file holds " + std::to_string(room));
     }
 }
@@ -87,7 +83,7 @@ public:
         const char* const kind =
             extended ? "extended variable length record" : "variable length record";
         if (position > end || count > (end - position) / headerSize) {
-            m_file.fail(field((std::string("the number of ") + kind + "s is").c_str(), count) +
+            m_file.fail(std::string("the number of ") + kind + "s is " + std::to_string(count) +
                         ", but there is no room for them between byte " + std::to_string(position) +
                         " and byte " + std::to_string(end));
         }
@@ -109,7 +105,7 @@ public:
             if (record.length > end - position) {
                 m_file.fail(std::string(kind) + " " + std::to_string(i + 1) + " (\"" +
                             record.userId + "\", " + std::to_string(record.recordId) + ") has " +
-                            field("a length of", record.length) + ", but only " +
+                            "a length of " + std::to_string(record.length) + ", but only " +
                             std::to_string(end - position) + " bytes are left");
             }
             if (record.length <= keptRecordSize && m_kept + record.length <= keptRecordsSize) {
@@ -177,8 +173,7 @@ Header readHeader(RawFile& file) {
         header.minimum[i] = get<double>(b + 187 + 16 * i);
     }
     if (header.pointFormat > 10) {
-        file.fail(field("the point data record format is",
-                        static_cast<std::uint64_t>(header.pointFormat)) +
+        file.fail("the point data record format is " + std::to_string(header.pointFormat) +
                   "; 0 to 10 are known");
     }
     if (header.versionMinor >= 3 && header.headerSize >= 235) {
@@ -207,8 +202,8 @@ std::vector<Record> readRecords(RawFile& file, const Header& header) {
             header.pointOffset +
             (header.isCompressed ? 0 : header.pointCount * header.recordLength);
         if (header.evlrOffset < pointsEnd || header.evlrOffset > file.size()) {
-            file.fail(field("the start of the first extended variable length record is",
-                            header.evlrOffset) +
+            file.fail("the start of the first extended variable length record is " +
+                      std::to_string(header.evlrOffset) +
                       ", which is not between the points' end at " + std::to_string(pointsEnd) +
                       " and the file's end at " + std::to_string(file.size()));
         }

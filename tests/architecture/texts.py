@@ -20,7 +20,7 @@ TOKEN = re.compile(
 # Two words, or one that begins as the texts on buttons do.
 WORDS = re.compile(r"[A-Za-z]{2,}[,.:;]?\s+[A-Za-z%]|^&?[A-Z][a-z]+[\s.:]*$")
 # The second text of tr() tells texts of two meanings apart.
-TRANSLATED = re.compile(r'(\btr|\bQT_TR_NOOP)\s*\(("[^"]*",)?$|\bQT_TRANSLATE_NOOP\s*\(\s*"QObject"\s*,$')
+TRANSLATED = re.compile(r'(\btr|\bQT_TR_NOOP)\s*\(("[^"]*",)?$|\bQT_TRANSLATE_NOOP\s*\(\s*"\w+"\s*,$')
 # Names that settings have, or what goes into the changelog of a file.
 KEPT = re.compile(
     r"(\b(value|setValue|contains|remove|m_settings|m_store|(in|m_in)Transaction|setStyleSheet"
@@ -43,6 +43,8 @@ EXCUSED = {
     "window/common/programsettings.h": "MainWindow",
     "window/common/aside.h": "Cancelled.",
     "window/common/iconengine.cpp": "icon ",
+    # Where the translations of other texts are looked up.
+    "window/common/messages.cpp": "Messages",
 }
 
 
@@ -93,8 +95,12 @@ def faults_of(file, root, lupdate):
     with tempfile.TemporaryDirectory() as folder:
         copy = pathlib.Path(folder) / file.name
         shutil.copy(file, copy)
+        # What the rooms below the window tell people.
+        messages = pathlib.Path(folder) / "messages.cpp"
+        subprocess.run([sys.executable, root / "window/translations/messages.py", "source", root,
+                        messages], check=True)
         subprocess.run([lupdate, "-silent", "-I", root, "-locations", "none", root / "window",
-                        "-ts", copy], check=True, capture_output=True)
+                        messages, "-ts", copy], check=True, capture_output=True)
         messages = ElementTree.parse(copy).getroot().iter("message")
     keys = collections.Counter()
     for message in messages:

@@ -3,6 +3,7 @@
 #include "qrb/loader.h"
 #include "window/common/guard.h"
 #include "window/common/librarydialog.h"
+#include "window/common/messages.h"
 #include "window/common/textformat.h"
 #include "window/frame/librarychoice.h"
 #include "window/frame/mainwindow.h"
@@ -50,7 +51,7 @@ bool loadChosenLibrary() {
             qrb::loadLibrary(chosen.toStdString());
             return true;
         } catch (const std::exception& error) {
-            const auto other = otherLibrary(chosen, QString::fromUtf8(error.what()));
+            const auto other = otherLibrary(chosen, translatedMessage(error.what()));
             if (!other)
                 return false;
             chosen = *other;

@@ -2,6 +2,7 @@
 
 #include "qrb/error.h"
 #include "window/common/guard.h"
+#include "window/common/messages.h"
 
 #include <QDialog>
 #include <QEventLoop>
@@ -127,8 +128,8 @@ private:
             step = m_shared.step;
             fraction = m_shared.fraction;
         }
-        const QString shown = m_dialog.fontMetrics().elidedText(QString::fromStdString(step),
-                                                                Qt::ElideMiddle, labelWidth);
+        const QString shown =
+            m_dialog.fontMetrics().elidedText(translatedMessage(step), Qt::ElideMiddle, labelWidth);
         const QString below = m_shared.cancelled ? QObject::tr("Cancelling ...") : shown;
         m_dialog.setLabelText(below.isEmpty() ? m_text : m_text + '\n' + below);
         m_dialog.setValue(static_cast<int>(fraction * 100));

@@ -4,6 +4,7 @@
 #include "qrb/error.h"
 #include "window/common/aside.h"
 #include "window/common/messageboxes.h"
+#include "window/common/messages.h"
 
 #include <QApplication>
 
@@ -23,11 +24,11 @@ ErrorText describe(const std::exception_ptr& error) {
     try {
         std::rethrow_exception(error);
     } catch (const qrb::Error& failure) {
-        return {QString::fromUtf8(failure.what()), QString::fromUtf8(failure.details())};
+        return {translatedMessage(failure.what()), translatedMessage(failure.details())};
     } catch (const core::Failure& failure) {
-        return {QString::fromUtf8(failure.what()), QString::fromStdString(failure.details())};
+        return {translatedMessage(failure.what()), translatedMessage(failure.details())};
     } catch (const std::exception& failure) {
-        return {QString::fromUtf8(failure.what()), {}};
+        return {translatedMessage(failure.what()), {}};
     } catch (...) {
         return {QObject::tr("Unknown error."), {}};
     }

@@ -7,6 +7,7 @@
 #include "window/common/guard.h"
 #include "window/common/localnumbers.h"
 #include "window/common/messageboxes.h"
+#include "window/common/messages.h"
 #include "window/common/textformat.h"
 
 #include <QDir>
@@ -123,8 +124,7 @@ void DialogImportPoints::showPlan() {
     try {
         const exchange::ImportPlan plan = m_findings.plan(m_columns->map());
         m_ui->labelExtent->setText(extentText(plan));
-        for (const std::string& note : plan.notes)
-            notes += QString::fromStdString(note);
+        notes += translatedMessages(plan.notes);
         hasIds = plan.attributes.contains("tarvo.id");
         m_columns->showPlan(&plan);
     } catch (const core::Failure&) {

@@ -7,6 +7,7 @@
 #include "window/common/clipboard.h"
 #include "window/common/guard.h"
 #include "window/common/messageboxes.h"
+#include "window/common/messages.h"
 #include "window/common/textfiles.h"
 #include "window/common/textformat.h"
 #include "window/common/theme.h"
@@ -321,7 +322,7 @@ void DialogMetaData::showAnswer(const Findings& findings) {
                     : count == 1 ? tr("1 violation of the schema.")
                                  : tr("%0 violations of the schema.").arg(count);
     for (const std::string& note : findings.notes)
-        state += ' ' + QString::fromStdString(note);
+        state += ' ' + translatedMessage(note);
     showState(state, count == 0 ? State::RIGHT : State::WRONG);
 }
 
@@ -345,7 +346,7 @@ DialogMetaData::Findings DialogMetaData::findings(const QString& text, QString& 
         return m_database.metaData().findingsOfJson(text.toStdString(),
                                                     m_ui->editSchema->text().toStdString());
     } catch (const qrb::Error& error) {
-        refusal = (QString::fromUtf8(error.what()) + ' ' + QString::fromUtf8(error.details()))
+        refusal = (translatedMessage(error.what()) + ' ' + translatedMessage(error.details()))
                       .simplified();
         return {};
     }
@@ -369,7 +370,7 @@ void DialogMetaData::showFindings(const Findings& findings, const QString& text)
         row->setTextAlignment(FINDING_LINE, Qt::AlignRight | Qt::AlignVCenter);
         const QString& pointer = pointers[static_cast<qsizetype>(i)];
         row->setText(FINDING_PLACE, pointer.isEmpty() ? tr("(whole value)") : pointer);
-        row->setText(FINDING_TEXT, QString::fromStdString(findings.list[i].text));
+        row->setText(FINDING_TEXT, translatedMessage(findings.list[i].text));
         for (const int column : {FINDING_PLACE, FINDING_TEXT})
             row->setToolTip(column, plainToolTip(row->text(column)));
         rows += row;

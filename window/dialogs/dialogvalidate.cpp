@@ -5,6 +5,7 @@
 #include "window/common/appearance.h"
 #include "window/common/aside.h"
 #include "window/common/guard.h"
+#include "window/common/messages.h"
 #include "window/dialogs/schemalist.h"
 
 #include <QSignalBlocker>
@@ -53,7 +54,7 @@ void DialogValidate::on_buttonValidate_clicked() {
         const auto appendNotes = [&] {
             QString notes;
             for (const std::string& note : found)
-                notes += '\n' + QString::fromStdString(note);
+                notes += '\n' + translatedMessage(note);
             if (!notes.isEmpty())
                 m_ui->editResult->appendPlainText(notes);
         };
@@ -64,8 +65,8 @@ void DialogValidate::on_buttonValidate_clicked() {
             });
         } catch (const qrb::Error& error) {
             // What the box hides behind its details stays readable here.
-            m_ui->editResult->appendPlainText(QString::fromUtf8(error.what()) + "\n\n" +
-                                              QString::fromUtf8(error.details()));
+            m_ui->editResult->appendPlainText(translatedMessage(error.what()) + "\n\n" +
+                                              translatedMessage(error.details()));
             if (error.code() == QRB_ERROR_VALIDATION)
                 appendNotes();
             throw;

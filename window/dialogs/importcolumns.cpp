@@ -1,6 +1,7 @@
 #include "window/dialogs/importcolumns.h"
 
 #include "window/common/localnumbers.h"
+#include "window/common/messages.h"
 #include "window/common/textformat.h"
 
 #include <QAbstractItemView>
@@ -155,7 +156,7 @@ void ImportColumns::showPlan(const exchange::ImportPlan* plan) {
             const exchange::ImportPlan::Attribute& attribute = plan->attributes.at(name);
             resolution = localNumber(attribute.definition.resolution);
             if (attribute.fault)
-                remark = QString::fromUtf8(attribute.fault->what());
+                remark = translatedMessage(attribute.fault->what());
             else if (attribute.constant)
                 remark =
                     tr("all points have %1").arg(localNumber(attribute.definition.defaultValue));

@@ -3,6 +3,7 @@
 #include "core/error.h"
 #include "exchange/format.h"
 #include "qrb/error.h"
+#include "window/common/messages.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -29,9 +30,9 @@ QString faultOf(const QString& fileName) {
                    : QObject::tr(
                          "it is neither a database nor a point cloud that can be read, but %0.")
                          .arg(kind.what.empty() ? QObject::tr("a text that may hold anything")
-                                                : QString::fromStdString(kind.what));
+                                                : translatedMessage(kind.what));
     } catch (const core::Failure& failure) {
-        return QString::fromUtf8(failure.what());
+        return translatedMessage(failure.what());
     }
 }
 

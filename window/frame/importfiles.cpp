@@ -3,6 +3,7 @@
 #include "exchange/import/commonorigin.h"
 #include "exchange/sourceopener.h"
 #include "window/common/localnumbers.h"
+#include "window/common/messages.h"
 #include "window/common/textformat.h"
 
 #include <map>
@@ -85,12 +86,12 @@ void ImportFiles::describeOrigin(ImportFindings& findings) const {
     try {
         (void)exchange::commonOrigin(sources, nullptr, {}, false);
     } catch (const core::Failure& failure) {
-        findings.notes += QString::fromUtf8(failure.what());
+        findings.notes += translatedMessage(failure.what());
     }
     const auto common = exchange::commonOrigin(sources, nullptr, {}, true);
-    findings.notes += textList(common.notes);
+    findings.notes += translatedMessages(common.notes);
     if (common.origin.system)
-        findings.system = QString::fromStdString(core::describe(*common.origin.system));
+        findings.system = translatedMessage(core::describe(*common.origin.system));
 }
 
 ImportFiles::Mapped ImportFiles::mapped(const exchange::ColumnMap& map) const {

@@ -2,6 +2,7 @@
 
 #include "core/error.h"
 #include "plugin/package.h"
+#include "window/common/messages.h"
 #include "window/common/textformat.h"
 #include "window/dialogs/plugin/dialogpluginsettings.h"
 
@@ -54,14 +55,14 @@ void PluginMenu::addPlugins() {
     try {
         found = plugin::findPlugins(folder);
     } catch (const core::Failure& failure) {
-        problem = QString::fromUtf8(failure.what());
+        problem = translatedMessage(failure.what());
     }
     if (found.empty())
         addEntry(tr("No plugins in %1").arg(shownFolder), problem)->setEnabled(false);
     for (const plugin::Found& one : found) {
         const QString place = QString::fromStdString(one.place);
         if (!one.manifest) {
-            addEntry(QDir(shownFolder).relativeFilePath(place), QString::fromStdString(one.problem))
+            addEntry(QDir(shownFolder).relativeFilePath(place), translatedMessage(one.problem))
                 ->setEnabled(false);
             continue;
         }

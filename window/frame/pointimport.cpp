@@ -6,6 +6,7 @@
 #include "window/common/aside.h"
 #include "window/common/guard.h"
 #include "window/common/messageboxes.h"
+#include "window/common/messages.h"
 #include "window/common/textformat.h"
 #include "window/frame/importfiles.h"
 #include "window/frame/openwindows.h"
@@ -95,8 +96,9 @@ private:
 
     exchange::ImportListener listener(const StepProgress& progress) {
         m_notes.clear();
-        return {progress,
-                [this](const std::vector<std::string>& notes) { m_notes += textList(notes); }};
+        return {progress, [this](const std::vector<std::string>& notes) {
+                    m_notes += translatedMessages(notes);
+                }};
     }
 
     // Whether it was done; not if the user wants to keep the file that is there.
@@ -174,7 +176,8 @@ private:
     // What the dialog has shown needs no saying again.
     QString notesText() const {
         QStringList fresh;
-        const QStringList shown = m_findings.notes + textList(m_findings.plan(m_wish.map).notes);
+        const QStringList shown =
+            m_findings.notes + translatedMessages(m_findings.plan(m_wish.map).notes);
         for (const QString& note : m_notes)
             if (!shown.contains(note))
                 fresh += note;

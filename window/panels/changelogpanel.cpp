@@ -7,6 +7,7 @@
 #include "window/common/filefilter.h"
 #include "window/common/longtext.h"
 #include "window/common/messageboxes.h"
+#include "window/common/messages.h"
 #include "window/common/outputdialog.h"
 #include "window/common/textfiles.h"
 #include "window/dialogs/dialogchangelogmessage.h"
@@ -73,7 +74,7 @@ void ChangelogPanel::refresh() {
                       text = QString::fromStdString(core::readChangelog(database()->changelog()));
                   });
     } catch (const std::exception& error) {
-        text = tr("Failed to load changelog: %0").arg(QString::fromUtf8(error.what()));
+        text = tr("Failed to load changelog: %0").arg(translatedMessage(error.what()));
     }
     showText(text);
 }

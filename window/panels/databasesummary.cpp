@@ -3,6 +3,7 @@
 #include "core/creationsettings.h"
 #include "core/referencesystem.h"
 #include "core/valueformat.h"
+#include "window/common/messages.h"
 
 #include <QLocale>
 #include <cmath>
@@ -51,8 +52,8 @@ DatabaseSummary DatabaseSummary::of(const qrb::Pointcloud& database) {
     const auto primaryAttribute = database.pointAttributes().get(primaryName);
     summary.primaryAttribute = QString::fromStdString(primaryName);
     const auto system = core::referenceSystem(database.metaData());
-    summary.referenceSystem = system ? QString::fromStdString(core::describe(*system)).simplified()
-                                     : QObject::tr("unknown");
+    summary.referenceSystem =
+        system ? translatedMessage(core::describe(*system)).simplified() : QObject::tr("unknown");
 
     const auto& management = database.management();
     summary.levelOfDetail = levelOfDetailText(management.getLodMode(), management.getChunkSizeLOD(),

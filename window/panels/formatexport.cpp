@@ -4,6 +4,7 @@
 #include "exchange/export/exportpoints.h"
 #include "window/common/aside.h"
 #include "window/common/messageboxes.h"
+#include "window/common/messages.h"
 #include "window/common/textformat.h"
 
 #include <QDir>
@@ -115,7 +116,7 @@ void exportPointsAs(const DatabaseSession& session, const core::PointSelection& 
                         ? QObject::tr("One point exported.")
                         : QObject::tr("%0 points exported.")
                               .arg(QLocale().toString(static_cast<qulonglong>(exported.points))),
-                    textList(exported.notes).join('\n'));
+                    translatedMessages(exported.notes).join('\n'));
 }
 
 }  // namespace tarvo::window

@@ -2,8 +2,10 @@
 
 #include "core/redefinition.h"
 #include "ui_pointattributespanel.h"
+#include "window/common/attributewords.h"
 #include "window/common/guard.h"
 #include "window/common/messageboxes.h"
+#include "window/common/messages.h"
 #include "window/common/programsettings.h"
 #include "window/common/textformat.h"
 #include "window/dialogs/attribute/dialogpointattribute.h"
@@ -57,9 +59,8 @@ void fillAttributeRow(QTreeWidgetItem* row, const PointAttribute& attribute, boo
     row->setText(ATTRIBUTE_NAME, oneLine(name));
     row->setText(ATTRIBUTE_TITLE, firstLine(QString::fromStdString(attribute.title)));
     row->setText(ATTRIBUTE_DATA_TYPE, qrb::pointcloud::dataTypeName(attribute.dataType()));
-    row->setText(ATTRIBUTE_STORAGE, PointAttribute::storageClassName(attribute.storageClass));
-    row->setText(ATTRIBUTE_COMPRESSION,
-                 PointAttribute::compressionOptionsName(attribute.compressionOptions));
+    row->setText(ATTRIBUTE_STORAGE, storageClassText(attribute.storageClass));
+    row->setText(ATTRIBUTE_COMPRESSION, compressionText(attribute.compressionOptions));
     row->setText(ATTRIBUTE_LOD_SETTINGS,
                  QString::fromStdString(attribute.lodSettings).simplified());
     setShortened(row, ATTRIBUTE_TAGS, attribute.tags, longestTags);
@@ -296,7 +297,7 @@ bool PointAttributesPanel::conversionAgreed(const PointAttribute& stored,
         const auto changes =
             core::countChanges(*database(), stored, attribute, percentOf(progress));
         if (changes)
-            question = QString::fromStdString(core::describe(*changes, stored, attribute));
+            question = translatedMessage(core::describe(*changes, stored, attribute));
     });
     return counted && (question.isEmpty() || lossConfirmed(this, question, tr("Convert")));
 }

@@ -4,6 +4,7 @@
 #include "core/databasediff.h"
 #include "core/difftext.h"
 #include "window/common/aside.h"
+#include "window/common/messages.h"
 #include "window/dialogs/dialogcomparison.h"
 #include "window/dialogs/plugin/outputtext.h"
 
@@ -51,7 +52,7 @@ void compareTransactions(const DatabaseSession& session, std::uint32_t before, s
     DialogComparison dialog(
         QObject::tr("From transaction %0\nto transaction %1")
             .arg(nameOf(*session.database, before), nameOf(*session.database, after)),
-        QString::fromStdString(report), parent);
+        translatedReport(report), parent);
     dialog.exec();
 }
 

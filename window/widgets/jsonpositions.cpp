@@ -1,5 +1,7 @@
 #include "window/widgets/jsonpositions.h"
 
+#include "window/common/messages.h"
+
 #include "catalogue/jsonmemory.h"
 
 #include <rapidjson/error/en.h>
@@ -196,7 +198,7 @@ std::optional<JsonFault> jsonFaultOf(const QString& text) {
     const auto result = reader.Parse<readFlags>(stream, ignored);
     if (!result.IsError())
         return std::nullopt;
-    return JsonFault{rapidjson::GetParseError_En(result.Code()),
+    return JsonFault{translatedMessage(rapidjson::GetParseError_En(result.Code())),
                      Indices(bytes).of(result.Offset())};
 }
 

@@ -4,6 +4,7 @@
 #include "window/common/filefilter.h"
 #include "window/common/guard.h"
 #include "window/common/messageboxes.h"
+#include "window/common/messages.h"
 #include "window/common/outputdialog.h"
 #include "window/common/textfiles.h"
 #include "window/common/textformat.h"
@@ -109,7 +110,7 @@ void DialogNamedValues::updateChecks() {
         bool error = false;
         for (const core::NamedValueFinding& finding : findings)
             if (finding.row == static_cast<std::size_t>(row)) {
-                texts += QString::fromStdString(finding.text);
+                texts += translatedMessage(finding.text);
                 error = error || finding.error;
             }
         for (int column = 0; column < NAMED_COLUMNS; ++column) {
@@ -129,8 +130,7 @@ void DialogNamedValues::updateChecks() {
     QString text;
     if (!findings.empty()) {
         const core::NamedValueFinding& shown = wrong ? *first : findings.front();
-        text = tr("Row %0: %1")
-                   .arg(QString::number(shown.row + 1), QString::fromStdString(shown.text));
+        text = tr("Row %0: %1").arg(QString::number(shown.row + 1), translatedMessage(shown.text));
         if (findings.size() > 1)
             text += ' ' + tr("(And %0 more.)").arg(findings.size() - 1);
     }

@@ -8,10 +8,12 @@
 #include "qrb/error.h"
 #include "ui_dialogpointattribute.h"
 #include "window/common/appearance.h"
+#include "window/common/attributewords.h"
 #include "window/common/clipboard.h"
 #include "window/common/filefilter.h"
 #include "window/common/guard.h"
 #include "window/common/messageboxes.h"
+#include "window/common/messages.h"
 #include "window/common/outputdialog.h"
 #include "window/common/textfiles.h"
 #include "window/common/textformat.h"
@@ -187,8 +189,8 @@ void DialogPointAttribute::buildFields() {
     m_ui->editUnitSymbol->addItems(suggestedUnits());
     // "m" is not to become "m²" on its own.
     m_ui->editUnitSymbol->setCompleter(nullptr);
-    fillChoices(m_ui->editStorageClass, storageClasses, PointAttribute::storageClassName);
-    fillChoices(m_ui->editCompressionOptions, compressions, PointAttribute::compressionOptionsName);
+    fillChoices(m_ui->editStorageClass, storageClasses, storageClassText);
+    fillChoices(m_ui->editCompressionOptions, compressions, compressionText);
 
     const auto resolution = [this] { return m_ui->editResolution->number(); };
     for (NumberEdit* edit : {m_ui->editMinimumValue, m_ui->editMaximumValue, m_ui->editDefaultValue,
@@ -592,7 +594,7 @@ void DialogPointAttribute::showFindings(const std::vector<core::AttributeFinding
         const auto first = std::find_if(found.begin(), found.end(),
                                         [&](const auto& each) { return each.field == row.field; });
         const bool any = first != found.end();
-        showCheck(row.label, any ? QString::fromStdString(first->text) : QString(),
+        showCheck(row.label, any ? translatedMessage(first->text) : QString(),
                   any ? kindShown(first->severity) : CheckKind::ERROR);
         for (QWidget* field : row.fields)
             field->setAccessibleDescription(row.label->text());
@@ -603,7 +605,7 @@ void DialogPointAttribute::showFindings(const std::vector<core::AttributeFinding
                          [](const auto& a, const auto& b) { return a.severity < b.severity; });
     const bool told = gravest != found.end() && gravest->severity != Severity::NOTE;
     const bool wrong = told && gravest->severity == Severity::ERROR;
-    const QString text = told ? QString::fromStdString(gravest->text) : QString();
+    const QString text = told ? translatedMessage(gravest->text) : QString();
     showCheck(m_ui->labelSummary, text, told ? kindShown(gravest->severity) : CheckKind::ERROR);
     m_ui->buttonBox->button(QDialogButtonBox::Ok)->setEnabled(!wrong);
     m_ui->buttonBox->button(QDialogButtonBox::Ok)
@@ -615,10 +617,9 @@ void DialogPointAttribute::updateChecks() {
         return;
     const PointAttribute attribute = read();
     showFindings(findings(attribute));
-    const QString conversion =
-        m_stored && m_validGrid && !m_use.key
-            ? QString::fromStdString(core::conversionHint(*m_stored, attribute))
-            : QString();
+    const QString conversion = m_stored && m_validGrid && !m_use.key
+                                   ? translatedMessage(core::conversionHint(*m_stored, attribute))
+                                   : QString();
     m_ui->labelConversion->setText(conversion);
     m_ui->labelConversion->setVisible(!conversion.isEmpty());
 }

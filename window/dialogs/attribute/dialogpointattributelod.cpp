@@ -3,6 +3,7 @@
 #include "core/lodsettings.h"
 #include "ui_dialogpointattributelod.h"
 #include "window/common/appearance.h"
+#include "window/common/messages.h"
 #include "window/dialogs/checklabel.h"
 
 #include <QPushButton>
@@ -33,8 +34,8 @@ DialogPointAttributeLod::DialogPointAttributeLod(QWidget* parent)
     useTextPaneFont(m_ui->editMembers);
     for (const core::LodMethodEntry& entry : core::lodMethods()) {
         m_ui->editMethod->addItem(entry.name);
-        m_ui->editMethod->setItemData(m_ui->editMethod->count() - 1, QString(entry.meaning),
-                                      Qt::ToolTipRole);
+        m_ui->editMethod->setItemData(m_ui->editMethod->count() - 1,
+                                      translatedMessage(entry.meaning), Qt::ToolTipRole);
     }
     m_settings.restoreGeometryOf(this);
 }
@@ -53,7 +54,7 @@ void DialogPointAttributeLod::fill(const std::string& text) {
                        .arg(QString::fromStdString(settings.lost).left(200));
     } catch (const std::exception& problem) {
         lost = tr("The present settings can't be read and will be replaced: %0\n%1")
-                   .arg(QString::fromStdString(text).left(200), problem.what());
+                   .arg(QString::fromStdString(text).left(200), translatedMessage(problem.what()));
     }
     const QString method = QString::fromStdString(settings.method);
     int index = m_ui->editMethod->findText(method, Qt::MatchExactly | Qt::MatchCaseSensitive);
@@ -85,9 +86,9 @@ void DialogPointAttributeLod::updateCheck() {
     try {
         const std::string settings = core::writeLodSettings(
             method().toStdString(), m_ui->editMembers->toPlainText().toStdString());
-        problem = QString::fromStdString(core::lodSettingsProblem(settings).text);
+        problem = translatedMessage(core::lodSettingsProblem(settings).text);
     } catch (const std::exception& unreadable) {
-        problem = unreadable.what();
+        problem = translatedMessage(unreadable.what());
     }
     showCheck(m_ui->labelCheck, problem, CheckKind::ERROR);
     m_ui->buttonBox->button(QDialogButtonBox::Ok)->setEnabled(problem.isEmpty());

@@ -6,6 +6,7 @@
 #include "window/common/clipboard.h"
 #include "window/common/guard.h"
 #include "window/common/messageboxes.h"
+#include "window/common/messages.h"
 #include "window/common/textfiles.h"
 #include "window/common/textformat.h"
 #include "window/dialogs/checklabel.h"
@@ -215,7 +216,7 @@ QString DialogPlugin::outcomeText() const {
     if (outcome.end == Outcome::End::CANCELLED)
         text = tr("Cancelled.") + unchanged;
     else if (outcome.end == Outcome::End::FAILED)
-        text = tr("Failed.") + unchanged + ' ' + QString::fromStdString(outcome.text);
+        text = tr("Failed.") + unchanged + ' ' + translatedMessage(outcome.text);
     else if (outcome.transaction != 0)
         text = tr("Done. Transaction %0 is committed.").arg(outcome.transaction);
     else
@@ -231,8 +232,8 @@ void DialogPlugin::showFailure() {
     if (m_run.failure())
         reportError(this, m_run.failure());
     else
-        showError(this, QString::fromStdString(m_run.outcome().text),
-                  QString::fromStdString(m_run.outcome().details).trimmed());
+        showError(this, translatedMessage(m_run.outcome().text),
+                  translatedMessage(m_run.outcome().details).trimmed());
 }
 
 void DialogPlugin::on_buttonCancel_clicked() {

@@ -3,6 +3,7 @@
 #include "core/error.h"
 #include "plugin/parameters.h"
 #include "window/common/localnumbers.h"
+#include "window/common/messages.h"
 #include "window/common/textformat.h"
 #include "window/dialogs/plugin/databasefields.h"
 #include "window/dialogs/plugin/filefield.h"
@@ -103,7 +104,7 @@ QString ParameterField::problem() const {
         (void)value();
         return {};
     } catch (const core::Failure& failure) {
-        return QString::fromUtf8(failure.what());
+        return translatedMessage(failure.what());
     }
 }
 
