@@ -12,7 +12,7 @@ import pathlib
 import re
 import sys
 
-ROOMS = ["core", "engine", "exchange", "files", "numbers", "plugin", "qrb", "simulation"]
+ROOMS = ["core", "engine", "exchange", "files", "numbers", "plugin", "qrb", "simulation", "view"]
 
 # Sources whose texts are not translated, by the beginnings of their names, and patterns of others.
 EXCUSED = {

@@ -4919,6 +4919,46 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
         <source>the start of the first extended variable length record is %1, which is not between the points&apos; end at %2 and the file&apos;s end at %3</source>
         <translation>der erste erweiterte Datensatz variabler Länge beginnt bei %1, also nicht zwischen dem Ende der Punkte bei %2 und dem Ende der Datei bei %3</translation>
     </message>
+    <message>
+        <source>%1There are %2, and the names of attributes, with the number of an element behind them where it is another than the first: &quot;a[1]&quot;.</source>
+        <translation>%1Es gibt %2 und die Namen von Attributen, dahinter die Nummer eines Elements, wo es ein anderes als das erste ist: „a[1]“.</translation>
+    </message>
+    <message>
+        <source>Choose another colour.</source>
+        <translation>Eine andere Farbe wählen.</translation>
+    </message>
+    <message>
+        <source>Each side has at least one pixel, and all of it at most %1.</source>
+        <translation>Jede Seite hat mindestens ein Pixel, das ganze Bild höchstens %1.</translation>
+    </message>
+    <message>
+        <source>Its primary attribute &quot;%1&quot; has one element; two or three are shown.</source>
+        <translation>Das Primärattribut „%1“ hat ein Element; gezeigt werden zwei oder drei.</translation>
+    </message>
+    <message>
+        <source>The database has no points to draw.</source>
+        <translation>Die Datenbank hat keine Punkte, die zu zeichnen wären.</translation>
+    </message>
+    <message>
+        <source>The picture has no size that can be drawn.</source>
+        <translation>Ein Bild dieser Größe kann nicht gezeichnet werden.</translation>
+    </message>
+    <message>
+        <source>The points of the database have no &quot;%1&quot; to be coloured by.</source>
+        <translation>Die Punkte der Datenbank haben kein „%1“, nach dem sie gefärbt werden könnten.</translation>
+    </message>
+    <message>
+        <source>The points of the database have no colours of their own.</source>
+        <translation>Die Punkte der Datenbank haben keine eigenen Farben.</translation>
+    </message>
+    <message>
+        <source>The points of the database have no height.</source>
+        <translation>Die Punkte der Datenbank haben keine Höhe.</translation>
+    </message>
+    <message>
+        <source>The points of the database have no place to be seen at.</source>
+        <translation>Die Punkte der Datenbank haben keinen Ort, an dem sie zu sehen wären.</translation>
+    </message>
 </context>
 <context>
     <name>PointAttribute</name>
