@@ -2064,10 +2064,6 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
         <translation>Die Vorgabe ist kein Vielfaches der Auflösung; gespeichert wird %1.</translation>
     </message>
     <message>
-        <source>The definition %1 %2</source>
-        <translation>Die Definition %1 %2</translation>
-    </message>
-    <message>
         <source>The definitions of the point attribute &quot;%1&quot; can&apos;t be merged: %2</source>
         <translation>Die Definitionen des Punktattributs „%1“ können nicht vereinigt werden: %2</translation>
     </message>
@@ -4918,6 +4914,42 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     <message>
         <source>the start of the first extended variable length record is %1, which is not between the points&apos; end at %2 and the file&apos;s end at %3</source>
         <translation>der erste erweiterte Datensatz variabler Länge beginnt bei %1, also nicht zwischen dem Ende der Punkte bei %2 und dem Ende der Datei bei %3</translation>
+    </message>
+    <message>
+        <source>The definition %1</source>
+        <translation>Die Definition %1</translation>
+    </message>
+    <message>
+        <source>attempt to write a readonly database</source>
+        <translation>die Datenbank kann nur gelesen werden</translation>
+    </message>
+    <message>
+        <source>database disk image is malformed</source>
+        <translation>die Datenbankdatei ist beschädigt</translation>
+    </message>
+    <message>
+        <source>database is locked</source>
+        <translation>die Datenbank ist gesperrt</translation>
+    </message>
+    <message>
+        <source>database or disk is full</source>
+        <translation>der Datenträger ist voll</translation>
+    </message>
+    <message>
+        <source>disk I/O error</source>
+        <translation>Ein-/Ausgabefehler des Datenträgers</translation>
+    </message>
+    <message>
+        <source>file is not a database</source>
+        <translation>die Datei ist keine Datenbank</translation>
+    </message>
+    <message>
+        <source>out of memory</source>
+        <translation>kein Arbeitsspeicher mehr</translation>
+    </message>
+    <message>
+        <source>unable to open database file</source>
+        <translation>die Datenbankdatei kann nicht geöffnet werden</translation>
     </message>
 </context>
 <context>
