@@ -50,7 +50,8 @@ struct Subject {
                     Grid::Definition{m.minimumValue, m.maximumValue, m.resolution, m.invalidValue});
                 namedValues = checkNamedValues(readNamedValues(m.namedValues), &m);
             } catch (const Grid::Fault& fault) {
-                gridFault = std::string("The definition ") + fault.what() + " " + fault.details();
+                const std::string text = std::string("The definition ") + fault.what();
+                gridFault = text + " " + fault.details();
             }
         }
     }

@@ -34,9 +34,8 @@ using namespace tarvo::window;
 static QStringList englishIn(QString text) {
     static const QRegularExpression quoted("„[^“]*“|\"[^\"]*\"");
     static const QRegularExpression words(
-        "\\b(the|is|are|has|have|its?|of|and|not|no|with|can't|which|be|by|to|from|at|than|more|"
-        "other|there|without|file|value|points?|byte|give|read|left|found|expected)\\b",
-        QRegularExpression::CaseInsensitiveOption);
+        "\\b([Tt]he|is|are|has|have|its?|of|and|not|no|with|can't|which|be|by|to|from|at|than|more|"
+        "other|there|without|file|value|points?|give|read|left|found|expected)\\b");
     QStringList found;
     text.remove(quoted);
     for (auto word = words.globalMatch(text); word.hasNext();)
@@ -49,7 +48,11 @@ class MessagesTest : public QObject {
 
 private slots:
     void initTestCase();
-    void init() { useLanguage("de"); }
+    void init() {
+        useLanguage("de");
+        m_english.clear();
+        m_told = 0;
+    }
     void cleanup() { useLanguage("en"); }
     void cleanupTestCase() { qrb::freeLibrary(); }
 
@@ -105,20 +108,21 @@ void MessagesTest::valuesStayAndReasonsDont_data() {
     };
     row("The disk is full", "The disk is full");
     row("The file \"The file is empty.\" is empty.", "Die Datei „The file is empty.“ ist leer.");
-    row("The tag \"no values\" stands twice.", "Das Schlagwort „no values“ steht doppelt da.");
+    row("The tag \"no values\" stands twice.", "Das Schlagwort „no values“ steht zweimal da.");
     row("\"Give the name of a file.\" is a folder.", "„Give the name of a file.“ ist ein Ordner.");
     row("Writing There is no polygon in it", "There is no polygon in it wird geschrieben");
     row("%1 %2 \"%3\" is a folder.", "%1 %2 \"%3\" is a folder.");
     row("\"%2\" can't be renamed to \"%1\": Permission denied.",
         "„%2“ kann nicht in „%1“ umbenannt werden: Zugriff verweigert.");
     row("The area in \"a.wkt\" can't be read: ring 2 of polygon 7 has fewer than 3 corners.",
-        "Die Fläche in \"a.wkt\" ist nicht lesbar: Ring 2 von Polygon 7 hat weniger als 3 Ecken.");
+        "Die Fläche in „a.wkt“ kann nicht gelesen werden: Ring 2 von Polygon 7 hat weniger als 3 "
+        "Ecken.");
     row("scan.las: 3 points that their scans call invalid were left out.",
-        "scan.las: 3 Punkte, die ihre Scans ungültig nennen, wurden ausgelassen.");
+        "scan.las: 3 Punkte, die ihre Scans als ungültig bezeichnen, wurden weggelassen.");
     row("\n  There is an empty tag.  \nmy own line\nGive another name.",
-        "\n  Ein Schlagwort ist leer.  \nmy own line\nEinen anderen Namen angeben.");
+        "\n  Es gibt ein leeres Schlagwort.  \nmy own line\nEinen anderen Namen angeben.");
     row("Who knows? There is an empty tag. Give another name.",
-        "Who knows? Ein Schlagwort ist leer. Einen anderen Namen angeben.");
+        "Who knows? Es gibt ein leeres Schlagwort. Einen anderen Namen angeben.");
 }
 
 void MessagesTest::valuesStayAndReasonsDont() {
@@ -131,7 +135,7 @@ void MessagesTest::englishStaysEnglish() {
     useLanguage("en-GB");
     QCOMPARE(translatedMessage("There is an empty tag."), "There is an empty tag.");
     useLanguage("de-AT");
-    QCOMPARE(translatedMessage("There is an empty tag."), "Ein Schlagwort ist leer.");
+    QCOMPARE(translatedMessage("There is an empty tag."), "Es gibt ein leeres Schlagwort.");
     // What databases hold in reports of comparisons is no message.
     QCOMPARE(translatedReport("Point attributes\n      title: There is an empty tag. -> \"\"\n"),
              "Punktattribute\n      title: There is an empty tag. -> \"\"\n");
@@ -197,7 +201,6 @@ void MessagesTest::damagedFilesAreToldOf() {
 }
 
 void MessagesTest::mistypedTextsAreToldOf() {
-    m_told = 0;
     int texts = 0;
     for (const char* text : {"POINT (1 2)", "POLYGON ((0 0, 1 1))", "POLYGON ((0 0, 1 x))", "{",
                              "{\"type\": \"Point\"}", "{\"type\": \"Polygon\"}", "POLYGON ((0 0) 7",
@@ -227,7 +230,6 @@ void MessagesTest::refusalsOfTheLibraryAreToldOf() {
     const QString name = m_sample->copy();
     const SampleWindow window(name);
     qrb::Pointcloud& database = window.database();
-    m_told = 0;
     const char* const filters[] = {"tarvo.xyz[0] >",    "1 < 2 < 3",       "(1 < 2",   "a && b",
                                    "tarvo.xyz[7] > 1",  "tarvo.xyz > 1",   "1 @ 2",    "1 < 2)",
                                    "tarvo.xyz[0] = 5",  "tarvo.xyz[",      "12x < 3",  "1e999 > 2",
@@ -254,7 +256,7 @@ void MessagesTest::refusalsOfTheLibraryAreToldOf() {
         other.open(file.toStdString(), qrb::pointcloud::OpenSettings(context));
     };
     refused("no transaction", [&] { database.metaData().set("a.b", "1"); });
-    refused("no item", [&] { (void)database.metaData().get("no.such"); });
+    refused("no item", [&] { (void)database.pointAttributes().get("no.such"); });
     refused("no file", [&] { openOther(path("none.qrbx")); });
     refused("no database", [&] { openOther(written(path("text.qrbx"), "no database at all")); });
     QFile whole(name);
@@ -292,7 +294,6 @@ void MessagesTest::definitionsAreJudged() {
     const auto number = [&] {
         return numbers[random.bounded(static_cast<int>(std::size(numbers)))];
     };
-    m_told = 0;
     for (int i = 0; i < 2000; ++i) {
         PointAttribute attribute = byteAttribute(i % 5 ? "own.value" : i % 2 ? "" : "9 lives");
         attribute.title = i % 7 ? "Title" : "";
@@ -333,7 +334,6 @@ void MessagesTest::windowShowsThem() {
     QTRY_COMPARE(answers.texts.size(), 1);
     QVERIFY2(answers.texts[0].contains("Es gibt kein Attribut „tarvo.clas“"),
              qUtf8Printable(answers.texts[0]));
-    QVERIFY(answers.texts[0].contains("gemeint?"));
 }
 
 GUI_TEST_MAIN(MessagesTest)

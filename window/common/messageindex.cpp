@@ -9,6 +9,8 @@ namespace {
 
 constexpr qsizetype keyLength = 4;
 constexpr qsizetype longestNumber = 60;
+constexpr qsizetype usualLength = 2000;
+constexpr int mostAttempts = 100;  // to divide a text of that length
 
 MessageIndex::Pattern compiled(const MessagePattern& source) {
     MessageIndex::Pattern pattern{&source, {QString()}, 0};
@@ -39,6 +41,25 @@ bool canBe(char kind, QStringView text) {
     return kind == 'v' || (kind == 'n' ? isNumber(text) : !text.isEmpty());
 }
 
+// What stands before pieces[number] and all further ones from at on; false: they don't fit.
+bool capture(const MessageIndex::Pattern& pattern, QStringView text, qsizetype number, qsizetype at,
+             int& attempts, QList<QStringView>& captures) {
+    const QString& piece = pattern.pieces[number];
+    const bool last = number + 1 == pattern.pieces.size();
+    qsizetype next = last ? text.size() - piece.size() : text.indexOf(piece, at);
+    while (next >= at && attempts-- > 0) {
+        const QStringView found = text.sliced(at, next - at);
+        if (canBe(pattern.source->kinds[number - 1], found)) {
+            captures += found;
+            if (last || capture(pattern, text, number + 1, next + piece.size(), attempts, captures))
+                return true;
+            captures.removeLast();
+        }
+        next = last ? -1 : text.indexOf(piece, next + 1);
+    }
+    return false;
+}
+
 std::optional<QList<QStringView>> captured(const MessageIndex::Pattern& pattern, QStringView text) {
     const QStringList& pieces = pattern.pieces;
     if (pieces.size() == 1)
@@ -47,16 +68,9 @@ std::optional<QList<QStringView>> captured(const MessageIndex::Pattern& pattern,
         !text.endsWith(pieces.back()))
         return {};
     QList<QStringView> captures;
-    qsizetype at = pieces.front().size();
-    const qsizetype end = text.size() - pieces.back().size();
-    for (qsizetype i = 1; i < pieces.size(); ++i) {
-        const bool last = i + 1 == pieces.size();
-        const qsizetype next = last ? end : text.first(end).indexOf(pieces[i], at);
-        if (next < at || !canBe(pattern.source->kinds[i - 1], text.sliced(at, next - at)))
-            return {};
-        captures += text.sliced(at, next - at);
-        at = next + pieces[i].size();
-    }
+    int attempts = text.size() < usualLength ? mostAttempts : static_cast<int>(pieces.size());
+    if (!capture(pattern, text, 1, pieces.front().size(), attempts, captures))
+        return {};
     return captures;
 }
 

@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QLocale>
+#include <algorithm>
 
 namespace tarvo::window {
 
@@ -136,10 +137,13 @@ private:
             parts = divided(text, endsSentence);
         if (parts.size() == 1)
             parts = divided(text, endsPart);
-        if (parts.size() == 1 && (text.endsWith('.') || text.endsWith(';')))
-            return withoutEnd(text, depth);
-        if (parts.size() == 1)
-            return behindColon(text, depth);
+        if (parts.size() == 1) {
+            Translation behind = rest(text, depth);
+            if (!text.endsWith('.') && !text.endsWith(';'))
+                return behind;
+            Translation before = withoutEnd(text, depth);
+            return before.known > behind.known ? before : behind;
+        }
         for (qsizetype i = 0; i < parts.size(); ++i) {
             const Translation part = inParts(parts[i], depth + 1);
             result.text += (i == 0 ? QString() : between) + part.text;
@@ -156,13 +160,17 @@ private:
         return result;
     }
 
-    // What stands before may be the name of a file.
-    Translation behindColon(QStringView text, int depth) {
-        const qsizetype at = text.indexOf(u": ");
-        if (at < 0)
+    // Behind a number, or behind ": ", before which the name of a file may stand.
+    Translation rest(QStringView text, int depth) {
+        const qsizetype blank = text.indexOf(u' ');
+        const qsizetype colon = text.indexOf(u": ");
+        const bool counts = blank > 0 && std::all_of(text.begin(), text.begin() + blank,
+                                                     [](QChar c) { return c.isDigit(); });
+        const qsizetype begin = counts ? blank + 1 : colon + 2;
+        if (!counts && colon < 0)
             return {};
-        Translation result = inParts(text.sliced(at + 2), depth + 1);
-        result.text.prepend(text.first(at + 2));
+        Translation result = inParts(text.sliced(begin), depth + 1);
+        result.text.prepend(text.first(begin));
         return result;
     }
 

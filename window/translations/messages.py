@@ -53,8 +53,8 @@ EXCUSED = {
     "plugin/trust.cpp": "TARVO",
     "qrb/context.cpp": r"QRB Interface|\d",
 }
-# What other libraries say within the messages: why a file can't be used, what is wrong with JSON and
-# with XML.
+# What other libraries say within the messages: why a file can't be used, what is wrong with JSON,
+# with XML and with the container.
 FOREIGN = [
     "Permission denied", "Operation not permitted", "No such file or directory", "File exists",
     "Is a directory", "Not a directory", "Directory not empty", "File name too long",
@@ -77,6 +77,9 @@ FOREIGN = [
     "Error parsing element attribute", "Error parsing end element tag",
     "Start-end tags mismatch", "No document element found",
     "Could not determine tag type", "Out of memory",
+    "file is not a database", "database disk image is malformed", "database is locked",
+    "disk I/O error", "database or disk is full", "attempt to write a readonly database",
+    "unable to open database file", "out of memory",
 ]
 # What is asked of the container, and JSON.
 QUERY = re.compile(r'(SELECT|PRAGMA|INSERT|DELETE|CREATE|BEGIN|UPDATE) |\{"')

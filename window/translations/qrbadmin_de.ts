@@ -2064,10 +2064,6 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
         <translation>Die Vorgabe ist kein Vielfaches der Auflösung; gespeichert wird %1.</translation>
     </message>
     <message>
-        <source>The definition %1 %2</source>
-        <translation>Die Definition %1 %2</translation>
-    </message>
-    <message>
         <source>The definitions of the point attribute &quot;%1&quot; can&apos;t be merged: %2</source>
         <translation>Die Definitionen des Punktattributs „%1“ können nicht vereinigt werden: %2</translation>
     </message>
@@ -4958,6 +4954,42 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     <message>
         <source>The points of the database have no place to be seen at.</source>
         <translation>Die Punkte der Datenbank haben keinen Ort, an dem sie zu sehen wären.</translation>
+    </message>
+    <message>
+        <source>The definition %1</source>
+        <translation>Die Definition %1</translation>
+    </message>
+    <message>
+        <source>attempt to write a readonly database</source>
+        <translation>die Datenbank kann nur gelesen werden</translation>
+    </message>
+    <message>
+        <source>database disk image is malformed</source>
+        <translation>die Datenbankdatei ist beschädigt</translation>
+    </message>
+    <message>
+        <source>database is locked</source>
+        <translation>die Datenbank ist gesperrt</translation>
+    </message>
+    <message>
+        <source>database or disk is full</source>
+        <translation>der Datenträger ist voll</translation>
+    </message>
+    <message>
+        <source>disk I/O error</source>
+        <translation>Ein-/Ausgabefehler des Datenträgers</translation>
+    </message>
+    <message>
+        <source>file is not a database</source>
+        <translation>die Datei ist keine Datenbank</translation>
+    </message>
+    <message>
+        <source>out of memory</source>
+        <translation>kein Arbeitsspeicher mehr</translation>
+    </message>
+    <message>
+        <source>unable to open database file</source>
+        <translation>die Datenbankdatei kann nicht geöffnet werden</translation>
     </message>
 </context>
 <context>
