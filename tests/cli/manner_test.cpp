@@ -35,8 +35,9 @@ TEST(Suggestion, NamesAreNearByTheirLetters) {
     EXPECT_EQ(core::nearest("meta", names), Names{"metadata"});
     EXPECT_EQ(core::nearest("tarvo.klas", names), Names{"tarvo.class"});
     EXPECT_EQ(core::nearest("selct", {"select", "select"}), Names{"select"});
-    for (const std::string& word : {std::string(), std::string("x"), std::string("inspect2000"),
-                                    std::string(1'000'000, 's'), std::string("\xff\x80")})
+    for (const std::string& word :
+         {std::string(), std::string("x"), std::string("inspect2000"), std::string("slip"),
+          std::string(1'000'000, 's'), std::string("\xff\x80")})
         EXPECT_TRUE(core::nearest(word, names).empty()) << word.substr(0, 20);
     EXPECT_EQ(core::didYouMean({"a", "b", "c"}), "Did you mean \"a\", \"b\" or \"c\"?");
     EXPECT_EQ(core::didYouMean({}), "");
