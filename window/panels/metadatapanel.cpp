@@ -10,7 +10,7 @@
 #include "window/common/theme.h"
 #include "window/dialogs/dialogmetadata.h"
 #include "window/dialogs/dialogmetadatasignature.h"
-#include "window/panels/findbar.h"
+#include "window/panels/listfindbar.h"
 #include "window/widgets/headermemory.h"
 #include "window/widgets/listkeys.h"
 #include "window/widgets/numerictreewidgetitem.h"
@@ -97,8 +97,8 @@ MetaDataPanel::MetaDataPanel(const DatabaseSession& session, QWidget* parent)
     m_headerMemory = new HeaderMemory(m_ui->treeMetaData, m_ui->treeMetaData->objectName());
     m_headerMemory->keepColumnOrder();
     m_findBar =
-        new FindBar(m_ui->treeMetaData, tr("find in the metadata items"), this, "MetaData");
-    m_findBar->serveList();
+        new ListFindBar(m_ui->treeMetaData, tr("find in the metadata items"), this, "MetaData");
+    m_findBar->servePanel();
     m_ui->layoutPanel->insertWidget(m_ui->layoutPanel->indexOf(m_ui->treeMetaData) + 1, m_findBar);
     on_treeMetaData_itemSelectionChanged();
 }

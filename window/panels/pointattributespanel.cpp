@@ -7,7 +7,7 @@
 #include "window/common/programsettings.h"
 #include "window/common/textformat.h"
 #include "window/dialogs/attribute/dialogpointattribute.h"
-#include "window/panels/findbar.h"
+#include "window/panels/listfindbar.h"
 #include "window/widgets/headermemory.h"
 #include "window/widgets/listkeys.h"
 #include "window/widgets/numerictreewidgetitem.h"
@@ -94,9 +94,9 @@ PointAttributesPanel::PointAttributesPanel(const DatabaseSession& session, QWidg
     m_ui->treePointAttributes->header()->setSectionsClickable(true);
     connect(m_ui->treePointAttributes->header(), &QHeaderView::sectionClicked, this,
             &PointAttributesPanel::onTreePointAttributesColumnClicked);
-    m_findBar = new FindBar(m_ui->treePointAttributes, tr("find in the point attributes"), this,
-                            "PointAttributes");
-    m_findBar->serveList();
+    m_findBar = new ListFindBar(m_ui->treePointAttributes, tr("find in the point attributes"), this,
+                                "PointAttributes");
+    m_findBar->servePanel();
     m_ui->layoutPanel->insertWidget(m_ui->layoutPanel->indexOf(m_ui->treePointAttributes) + 1,
                                     m_findBar);
     on_treePointAttributes_itemSelectionChanged();
