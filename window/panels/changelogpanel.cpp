@@ -54,8 +54,8 @@ ChangelogPanel::~ChangelogPanel() = default;
 void ChangelogPanel::updateActions() {
     const bool open = database() != nullptr;
     m_ui->actionChangelogExportToTextfile->setEnabled(open);
-    m_ui->actionChangelogAppendMessage->setEnabled(open);
-    m_ui->actionChangelogImportFromDatabase->setEnabled(open);
+    m_ui->actionChangelogAppendMessage->setEnabled(isChangeable());
+    m_ui->actionChangelogImportFromDatabase->setEnabled(isChangeable());
 }
 
 void ChangelogPanel::changeEvent(QEvent* event) {

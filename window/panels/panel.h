@@ -46,6 +46,8 @@ protected:
     // dialog that says what is being done and can cancel it (window/common/aside).
     bool aside(const QString& text, const AsideJob& job);
 
+    // Whether the user may change the database: one is open, and not for reading only.
+    bool isChangeable() const { return database() && !m_session.readOnly; }
     // An action of this name for findAction(), which works while the panel is shown. The panel's.
     // toolTip: what it does, in words.
     QAction* addFindAction(const QString& name, const QString& toolTip,

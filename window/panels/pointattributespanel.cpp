@@ -234,9 +234,9 @@ void PointAttributesPanel::selectAttributes(const std::vector<std::string>& name
 
 void PointAttributesPanel::on_treePointAttributes_itemSelectionChanged() {
     const auto names = selectedAttributes();
-    m_ui->actionPointAttributeAdd->setEnabled(database() != nullptr);
+    m_ui->actionPointAttributeAdd->setEnabled(isChangeable());
     m_ui->actionPointAttributeEdit->setEnabled(names.size() == 1);
-    m_ui->actionPointAttributeRemove->setEnabled(!names.empty());
+    m_ui->actionPointAttributeRemove->setEnabled(!names.empty() && isChangeable());
     m_ui->actionPointAttributeFind->setEnabled(database() != nullptr);
 }
 
