@@ -226,7 +226,7 @@ void addAttributesCommand(CLI::App& app, Invocation& invocation) {
     const Actions<AttributeOptions> actions(*command, invocation);
     const auto addName = [&](CLI::App& target) {
         target.add_option("name", actions->name, "Name of the attribute")
-            ->type_name("NAME")
+            ->type_name("ATTRIBUTE")
             ->required();
     };
     const auto list = [](Database& database, const AttributeOptions& given) {
@@ -243,7 +243,7 @@ void addAttributesCommand(CLI::App& app, Invocation& invocation) {
         });
     addName(*show);
     CLI::App* const add = actions.add("add", "Add some", addAttributes);
-    add->add_option("names", actions->names, "Names of default attributes")->type_name("NAME");
+    add->add_option("names", actions->names, "Names of default attributes")->type_name("DEFAULT");
     add->add_option("--json", actions->file, "File with a definition of its own (- for the input)")
         ->type_name("FILE");
     add->require_option(1);
@@ -262,7 +262,7 @@ void addAttributesCommand(CLI::App& app, Invocation& invocation) {
                  removeAttributes(database, given.names);
              })
         ->add_option("names", actions->names, "Their names")
-        ->type_name("NAME")
+        ->type_name("ATTRIBUTE")
         ->required();
     CLI::App* const duplicate =
         actions.add("duplicate", "Copy one with all values", duplicateAttribute);

@@ -39,6 +39,14 @@ const char* kindName(ValueKind kind) {
             return "folder";
         case ValueKind::ATTRIBUTES:
             return "attributes";
+        case ValueKind::ASSIGNMENT:
+            return "assignment";
+        case ValueKind::ITEMS:
+            return "items";
+        case ValueKind::DEFAULTS:
+            return "defaults";
+        case ValueKind::SCHEMAS:
+            return "schemas";
         default:
             return "choice";
     }
@@ -102,9 +110,9 @@ void addCompletionCommand(CLI::App& app, Invocation& invocation) {
         ->required()
         ->check(CLI::IsMember({"bash", "zsh", "fish"}));
     command->footer(
-        "Completes commands, options and what stands behind them: choices, files, and the\n"
-        "attributes of the database that the command line names. Packages install it for all\n"
-        "users.\n"
+        "Completes commands, options and what stands behind them: choices, files, file schemas,\n"
+        "and the attributes and metadata items of the database that the command line names.\n"
+        "Packages install it for all users.\n"
         "\n"
         "Examples:\n"
         "  qrbtool completion bash > ~/.local/share/bash-completion/completions/qrbtool\n"

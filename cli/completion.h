@@ -22,7 +22,7 @@ std::string quotedWord(const std::string& text);
 
 // What the arguments of a command are, for completion: files where there are any, else folders.
 ValueKind argumentKind(const DescribedCommand& command);
-// "file", "folder" and "attributes", which the scripts look up; else "choice".
+// "file", "folder" and the kinds of names that the scripts ask the program for; else "choice".
 const char* kindName(ValueKind kind);
 // Cases of a shell's function that tells what stands behind the options with values. choices: the
 // statement that assigns those of an option.

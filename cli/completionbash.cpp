@@ -7,27 +7,45 @@ namespace tarvo::cli {
 namespace {
 
 constexpr const char* bashFunctions = R"SCRIPT(
-# The names of the attributes of the first database among the words.
-_qrbtool_attributes() {
+# The names in the first column of what the program tells, within two seconds or not at all.
+_qrbtool_told() {
+    local limit
+    limit=$(command -v timeout) && limit+=' 2'
+    $limit "$@" 2>/dev/null </dev/null | sed '1d; s/  .*//; / /d'
+}
+
+# The first file among the words.
+_qrbtool_database() {
     local file
-    for file in "${COMP_WORDS[@]:1}"; do
+    for file in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
         file=${file//\\/}
-        if [[ -f $file ]]; then
-            "$1" attributes "$file" list 2>/dev/null | sed '1d; s/ .*//'
-            return
-        fi
+        [[ -f $file ]] && printf '%s\n' "$file" && return
     done
+    return 1
+}
+
+# The names of a kind: of the database among the words, or of the program.
+_qrbtool_names() {
+    local file
+    case $2 in
+        schemas) _qrbtool_told "$1" schema list ;;
+        defaults) _qrbtool_told "$1" defaults attributes ;;
+        items) file=$(_qrbtool_database) && _qrbtool_told "$1" metadata "$file" list ;;
+        *) file=$(_qrbtool_database) && _qrbtool_told "$1" attributes "$file" list ;;
+    esac
 }
 
 _qrbtool() {
     local word=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD-1]}
     local path='' commands='' options='' valued='' arguments='' kind='' choices='' i front=''
+    local back='' assigned=''
     COMPREPLY=()
     # "--option=value" are three words.
     if [[ $word == '=' ]]; then
         word=''
     elif [[ $previous == '=' ]] && ((COMP_CWORD > 1)); then
         previous=${COMP_WORDS[COMP_CWORD-2]}
+        ((COMP_CWORD > 2)) && assigned=${COMP_WORDS[COMP_CWORD-3]}
     fi
     _qrbtool_describe ''
     for ((i = 1; i < COMP_CWORD; i++)); do
@@ -48,17 +66,34 @@ _qrbtool() {
     done
     if [[ " $valued " == *" $previous "* ]]; then
         _qrbtool_value "$path" "$previous"
+    elif [[ -n $assigned && " $valued " == *" $assigned "* ]]; then
+        return  # the value of "--set name=value"
     elif [[ $word == -* ]]; then
         kind=choice choices=$options
     else
         kind=$arguments choices=$commands
+        if [[ $kind == items || $kind == attributes ]]; then
+            _qrbtool_database >/dev/null || kind=file  # it may stand behind the subcommand
+        fi
     fi
     case $kind in
         attributes)
-            choices=$(_qrbtool_attributes "$1")
+            choices+=" $(_qrbtool_names "$1" attributes)"
             [[ $word == *,* ]] && front=${word%,*},
             word=${word##*,}
             compopt -o nospace 2>/dev/null
+            ;;
+        assignment)
+            choices=$(_qrbtool_names "$1" attributes) back='='
+            compopt -o nospace 2>/dev/null
+            ;;
+        items | defaults)
+            choices+=" $(_qrbtool_names "$1" "$kind")"
+            ;;
+        schemas)
+            choices=$(_qrbtool_names "$1" schemas)
+            compopt -o filenames 2>/dev/null
+            mapfile -t COMPREPLY < <(compgen -f -- "$word")
             ;;
         file)
             compopt -o filenames 2>/dev/null
@@ -70,7 +105,7 @@ _qrbtool() {
             ;;
     esac
     local IFS=$' \n'
-    mapfile -t -O "${#COMPREPLY[@]}" COMPREPLY < <(compgen -P "$front" -W "$choices" -- "$word")
+    mapfile -t -O "${#COMPREPLY[@]}" COMPREPLY < <(compgen -P "$front" -S "$back" -W "$choices" -- "$word")
 }
 
 complete -F _qrbtool qrbtool

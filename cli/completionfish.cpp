@@ -24,17 +24,28 @@ function __qrbtool_at
     test "$argv[1]" = "$place"
 end
 
-# The names of the attributes of the first database among the words, behind those before a comma.
-function __qrbtool_attributes
-    set -l front (string match -r '^.*,|^' -- (commandline -ct))
-    set -l program (commandline -opc)[1]
+# The names in the first column of what the program tells, within two seconds or not at all.
+function __qrbtool_told
+    set -l limit
+    type -q timeout; and set limit timeout 2
+    $limit (commandline -opc)[1] $argv 2>/dev/null </dev/null | sed '1d; s/  .*//; / /d'
+end
+
+# The names of a kind in the first database among the words.
+function __qrbtool_names
     for word in (commandline -opc)[2..-1]
         if test -f "$word"
-            for name in ($program attributes $word list 2>/dev/null | sed '1d; s/ .*//')
-                echo $front$name
-            end
+            __qrbtool_told $argv[1] $word list
             return
         end
+    end
+end
+
+# The names of attributes, behind those before a comma, or before a sign.
+function __qrbtool_attributes
+    set -l front (string match -r '^.*,|^' -- (commandline -ct))
+    for name in (__qrbtool_names attributes)
+        echo $front$name"$argv"
     end
 end
 
@@ -49,6 +60,24 @@ std::string fishWord(const std::string& text) {
     return word + "'";
 }
 
+// Empty: there are no names of this kind.
+std::string namesCall(ValueKind kind) {
+    switch (kind) {
+        case ValueKind::ATTRIBUTES:
+            return "(__qrbtool_attributes)";
+        case ValueKind::ASSIGNMENT:
+            return "(__qrbtool_attributes =)";
+        case ValueKind::ITEMS:
+            return "(__qrbtool_names metadata)";
+        case ValueKind::DEFAULTS:
+            return "(__qrbtool_told defaults attributes)";
+        case ValueKind::SCHEMAS:
+            return "(__qrbtool_told schema list)";
+        default:
+            return "";
+    }
+}
+
 std::string valueWords(const DescribedOption& option) {
     switch (option.kind) {
         case ValueKind::NOTHING:
@@ -58,7 +87,12 @@ std::string valueWords(const DescribedOption& option) {
         case ValueKind::FOLDER:
             return " -x -a '(__fish_complete_directories)'";
         case ValueKind::ATTRIBUTES:
-            return " -x -a '(__qrbtool_attributes)'";
+        case ValueKind::ASSIGNMENT:
+        case ValueKind::ITEMS:
+        case ValueKind::DEFAULTS:
+            return " -x -a " + fishWord(namesCall(option.kind));
+        case ValueKind::SCHEMAS:
+            return " -r -F -a " + fishWord(namesCall(option.kind));
         default:
             return " -x" +
                    (option.choices.empty() ? "" : " -a " + fishWord(joinedWords(option.choices)));
@@ -108,6 +142,8 @@ std::string commandLines(const DescribedCommand& program, const DescribedCommand
         text += front + " -F\n";
     } else if (kind == ValueKind::FOLDER) {
         text += front + " -a '(__fish_complete_directories)'\n";
+    } else if (const std::string call = namesCall(kind); !call.empty()) {
+        text += front + " -a " + fishWord(call) + "\n";
     }
     return text + optionLines(front, command.options);
 }

@@ -7,15 +7,57 @@ namespace tarvo::cli {
 namespace {
 
 constexpr const char* zshFunctions = R"SCRIPT(
-# The names of the attributes of the first database among the words.
-_qrbtool_attributes() {
+# The names in the first column of what the program tells, within two seconds or not at all.
+_qrbtool_told() {
+    local -a limit
+    whence -p timeout >/dev/null && limit=(timeout 2)
+    names=(${(f)"$($limit "$words[1]" "$@" 2>/dev/null </dev/null | sed '1d; s/  .*//; / /d')"})
+}
+
+# The names of a kind: of the first database among the words, or of the program.
+_qrbtool_names() {
     local file
+    case $1 in
+        schemas) _qrbtool_told schema list; return ;;
+        defaults) _qrbtool_told defaults attributes; return ;;
+    esac
     for file in "${(@Q)words[2,-1]}"; do
         if [[ -f $file ]]; then
-            names=(${(f)"$("$words[1]" attributes "$file" list 2>/dev/null | sed '1d; s/ .*//')"})
+            case $1 in
+                items) _qrbtool_told metadata "$file" list ;;
+                *) _qrbtool_told attributes "$file" list ;;
+            esac
             return
         fi
     done
+}
+
+# Offers what is of a kind.
+_qrbtool_offer() {
+    case $1 in
+        file) _files ;;
+        folder) _files -/ ;;
+        attributes)
+            _qrbtool_names attributes
+            compset -P '*,'
+            compadd -S '' -a names
+            ;;
+        assignment)
+            compset -P '*=' && return
+            _qrbtool_names attributes
+            compadd -S '=' -a names
+            ;;
+        items | defaults)
+            _qrbtool_names "$1"
+            compadd -a names
+            ;;
+        schemas)
+            _qrbtool_names schemas
+            compadd -a names
+            _files
+            ;;
+        *) (( $#choices )) && compadd -a choices ;;
+    esac
 }
 
 _qrbtool() {
@@ -38,16 +80,7 @@ _qrbtool() {
     fi
     if [[ -n $value ]] || (( ${valued[(Ie)$before]} )); then
         _qrbtool_value "$place" "$before"
-        case $kind in
-            file) _files ;;
-            folder) _files -/ ;;
-            attributes)
-                _qrbtool_attributes
-                compset -P '*,'
-                compadd -S '' -a names
-                ;;
-            *) (( $#choices )) && compadd -a choices ;;
-        esac
+        _qrbtool_offer "$kind"
         return
     fi
     if [[ $PREFIX == -* ]]; then
@@ -55,10 +88,7 @@ _qrbtool() {
         return
     fi
     (( $#commands )) && _describe command commands
-    case $arguments in
-        file) _files ;;
-        folder) _files -/ ;;
-    esac
+    _qrbtool_offer "$arguments"
 }
 
 if [[ $funcstack[1] == _qrbtool ]]; then

@@ -18,17 +18,23 @@ bool hasPart(const std::string& text, const char* part) {
 
 // What the names of values mean that the commands use.
 ValueKind valueKindOf(const std::string& value) {
-    if (value == "NAMES") {
-        return ValueKind::ATTRIBUTES;
-    }
-    if (value.starts_with("COMMAND")) {
-        return ValueKind::COMMAND;
-    }
-    if (value == "FOLDER") {
-        return ValueKind::FOLDER;
+    constexpr std::pair<std::string_view, ValueKind> known[] = {
+        {"NAMES", ValueKind::ATTRIBUTES},
+        {"ATTRIBUTE", ValueKind::ATTRIBUTES},
+        {"ITEM", ValueKind::ITEMS},
+        {"ATTRIBUTE=VALUE", ValueKind::ASSIGNMENT},
+        {"DEFAULT", ValueKind::DEFAULTS},
+        {"SCHEMA", ValueKind::SCHEMAS},
+        {"FOLDER", ValueKind::FOLDER},
+        {"COMMAND", ValueKind::COMMAND},
+        {"COMMAND [SUBCOMMAND]", ValueKind::COMMAND}};
+    const auto* const found = std::ranges::find(known, std::string_view(value),
+                                                [](const auto& one) { return one.first; });
+    if (found != std::end(known)) {
+        return found->second;
     }
     for (const char* const name :
-         {"FILE", "OUT", "CSV", "TARGET", "INPUT", "AREA", "OTHER", "SCHEMA", "PROGRAM"}) {
+         {"FILE", "OUT", "CSV", "TARGET", "INPUT", "AREA", "OTHER", "PROGRAM"}) {
         if (hasPart(value, name)) {
             return ValueKind::FILE;
         }

@@ -11,7 +11,19 @@ class App;
 namespace tarvo::cli {
 
 // What stands behind an option, or as an argument of a command.
-enum class ValueKind { NOTHING, TEXT, CHOICE, FILE, FOLDER, ATTRIBUTES, COMMAND };
+enum class ValueKind {
+    NOTHING,
+    TEXT,
+    CHOICE,
+    FILE,
+    FOLDER,
+    COMMAND,
+    ATTRIBUTES,
+    ASSIGNMENT,
+    ITEMS,
+    DEFAULTS,
+    SCHEMAS
+};
 
 struct DescribedOption {
     std::vector<std::string> names;  // "-f", "--filter"; of an argument: "file"

@@ -205,10 +205,15 @@ void addExplainCommand(CLI::App& app, Invocation& invocation) {
     CLI::App* const command =
         app.add_subcommand("explain", "Tell what a filter means and costs, before it is run");
     addDatabaseFile(*command, invocation);
-    command->add_option("filter", *filter, "The expression")
-        ->type_name("EXPRESSION")
-        ->required()
-        ->check(notEmpty("Write what points are to satisfy."));
+    const char* const advice = "Write what points are to satisfy.";
+    CLI::Option* const positional = command->add_option("filter", *filter, "The expression")
+                                        ->type_name("EXPRESSION")
+                                        ->check(notEmpty(advice));
+    CLI::Option* const named =
+        command->add_option("-f,--filter", *filter, "The expression, as other commands take it")
+            ->type_name("EXPRESSION")
+            ->check(notEmpty(advice))
+            ->excludes(positional);
     command->footer(
         "No point is read: what is told is what the nodes of the index know. Leaves none of whose\n"
         "points pass are skipped, those all of whose points pass are taken whole, and the others\n"
@@ -218,7 +223,10 @@ void addExplainCommand(CLI::App& app, Invocation& invocation) {
         "Examples:\n"
         "  qrbtool explain scan.qrbx \"tarvo.class == ground && tarvo.xyz[2] < 1\"\n"
         "  qrbtool --json explain scan.qrbx \"tarvo.xyz[0] > 100\"");
-    command->callback([filter, &invocation] {
+    command->callback([filter, positional, named, &invocation] {
+        if (positional->count() + named->count() == 0) {
+            throw CLI::RequiredError("filter");
+        }
         invocation.work = [filter](Database& database) { runExplain(database, *filter); };
     });
 }

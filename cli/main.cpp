@@ -9,6 +9,7 @@
 #include "cli/output.h"
 #include "cli/parsefault.h"
 #include "cli/terminal.h"
+#include "cli/wordorder.h"
 #include "qrb/error.h"
 #include "qrb/loader.h"
 
@@ -116,14 +117,18 @@ bool answered(const CLI::App& app, const CLI::ParseError& error) {
     return false;
 }
 
-void parse(CLI::App& app, int argc, char** argv, const Invocation& invocation) {
-    app.parse(argc, argv);
+void parse(CLI::App& app, const std::vector<std::string>& words, const Invocation& invocation) {
+    std::vector<std::string> ordered =
+        inParserOrder(app, std::vector<std::string>(words.begin() + 1, words.end()));
+    std::ranges::reverse(ordered);
+    app.parse(std::move(ordered));
     if (invocation.manner.quiet && invocation.manner.verbose) {
         throw CLI::ExcludesError("--quiet", "--verbose");
     }
     if (invocation.work && invocation.file.empty()) {
         throw CLI::RequiredError("The name of the database");
     }
+    refuseMistypedSubcommand(app);
 }
 
 int run(int argc, char** argv) {
@@ -133,7 +138,7 @@ int run(int argc, char** argv) {
     describeProgram(app, invocation, library);
     const std::vector<std::string> words(argv, argv + argc);
     try {
-        parse(app, argc, argv, invocation);
+        parse(app, words, invocation);
     } catch (const CLI::ParseError& error) {
         invocation.manner.json = asksForJson(app, words);
         const MannerScope scope(invocation.manner);

@@ -155,14 +155,14 @@ void addMetaDataCommand(CLI::App& app, Invocation& invocation) {
                  getMetaData(database.cloud().metaData(), given.name);
              })
         ->add_option("name", actions->name, "Its name")
-        ->type_name("NAME")
+        ->type_name("ITEM")
         ->required();
     CLI::App* const set =
         actions.add("set", "Write an item", [](Database& database, const MetaDataOptions& given) {
             setMetaData(database, given.name, given.value, given.anyText);
         });
     set->add_flag("--text", actions->anyText, "Take the value even when it is not JSON");
-    set->add_option("name", actions->name, "Its name")->type_name("NAME")->required();
+    set->add_option("name", actions->name, "Its name")->type_name("ITEM")->required();
     set->add_option("value", actions->value,
                     "JSON text, @FILE for what a file holds, - for the standard input")
         ->type_name("VALUE")
@@ -173,7 +173,7 @@ void addMetaDataCommand(CLI::App& app, Invocation& invocation) {
                  removeMetaData(database, given.names);
              })
         ->add_option("names", actions->names, "Their names")
-        ->type_name("NAME")
+        ->type_name("ITEM")
         ->required();
     actions.add("export", "Write items to a file or folder",
                 [](Database& database, const MetaDataOptions& given) {
@@ -185,7 +185,7 @@ void addMetaDataCommand(CLI::App& app, Invocation& invocation) {
                      "JSON file for all of them, or a folder, where each gets a file")
         ->type_name("TARGET")
         ->required();
-    exporting->add_option("names", actions->names, "Names (default: all)")->type_name("NAME");
+    exporting->add_option("names", actions->names, "Names (default: all)")->type_name("ITEM");
     actions
         .add("import", "Write the items that such files hold",
              [](Database& database, const MetaDataOptions& given) {
@@ -199,7 +199,7 @@ void addMetaDataCommand(CLI::App& app, Invocation& invocation) {
                                            [](Database& database, const MetaDataOptions& given) {
                                                validateMetaData(database.cloud().metaData(), given);
                                            });
-    validate->add_option("name", actions->name, "Its name")->type_name("NAME")->required();
+    validate->add_option("name", actions->name, "Its name")->type_name("ITEM")->required();
     validate
         ->add_option("--schema", actions->schema,
                      "File of a JSON schema (default: that of the default item of this name)")

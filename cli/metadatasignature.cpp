@@ -64,7 +64,7 @@ void addMetaDataSignatureCommands(CLI::App& command, Invocation& invocation) {
     const auto addSubcommand = [&](const char* name, const char* description, auto work) {
         CLI::App* const action = actions.add(name, description, work);
         action->add_option("name", actions->name, "Name of the item")
-            ->type_name("NAME")
+            ->type_name("ITEM")
             ->required();
         return action;
     };

@@ -1,6 +1,7 @@
 #include "cli/parsefault.h"
 
 #include "cli/key.h"
+#include "cli/wordorder.h"
 #include "core/suggestion.h"
 
 #include <CLI/CLI.hpp>
@@ -66,6 +67,17 @@ std::vector<std::string> pathsOf(const CLI::App& app, const std::string& word) {
     return paths;
 }
 
+UsageError unknownSubcommand(const CLI::App& command, const std::string& word) {
+    return UsageError("\"" + pathOf(command) + "\" has no subcommand \"" + word + "\".",
+                      core::suggestion(word, subcommandNames(command)) + adviceFor(command));
+}
+
+// Empty: none is given, or the command takes none.
+std::string fileNameGivenTo(const CLI::App& command) {
+    const CLI::Option* const file = command.get_option_no_throw("file");
+    return file == nullptr || file->count() == 0 ? "" : file->results().front();
+}
+
 UsageError unknownWord(const CLI::App& app, const CLI::App& command, const std::string& word) {
     const std::vector<std::string> names = subcommandNames(command);
     if (&command == &app) {
@@ -75,13 +87,14 @@ UsageError unknownWord(const CLI::App& app, const CLI::App& command, const std::
         }
         return UsageError("There is no command \"" + word + "\".", question + adviceFor(app));
     }
-    const std::string path = "\"" + pathOf(command) + "\"";
     if (names.empty()) {
-        return UsageError("The word \"" + word + "\" is one too many for " + path + ".",
-                          adviceFor(command));
+        return UsageError(
+            "The word \"" + word + "\" is one too many for \"" + pathOf(command) + "\".",
+            adviceFor(command));
     }
-    return UsageError(path + " has no subcommand \"" + word + "\".",
-                      core::suggestion(word, names) + adviceFor(command));
+    // The word before it was taken for the database's name, which may be this one.
+    const std::string file = fileNameGivenTo(command);
+    return unknownSubcommand(command, !file.empty() && isNoFileName(file) ? file : word);
 }
 
 UsageError missingSubcommand(const CLI::App& command) {
@@ -156,6 +169,15 @@ UsageError faultOf(const CLI::App& app, const CLI::ParseError& error,
     };
     return isRequired && needsOne(command) ? missingSubcommand(command)
                                            : otherFault(command, error, words);
+}
+
+void refuseMistypedSubcommand(const CLI::App& app) {
+    const CLI::App& command = *parsedCommands(app).back();
+    const std::string file = fileNameGivenTo(command);
+    if (!file.empty() && isNoFileName(file) &&
+        !core::nearest(file, subcommandNames(command)).empty()) {
+        throw unknownSubcommand(command, file);
+    }
 }
 
 }  // namespace tarvo::cli

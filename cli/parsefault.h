@@ -18,6 +18,10 @@ namespace tarvo::cli {
 UsageError faultOf(const CLI::App& app, const CLI::ParseError& error,
                    const std::vector<std::string>& words);
 
+// Throws UsageError where the word that was taken for the database's name is one that stands in the
+// place of a subcommand, and near to one. app: it has parsed the words.
+void refuseMistypedSubcommand(const CLI::App& app);
+
 // The commands that were found, the outermost first: the app, a command, its subcommand.
 std::vector<const CLI::App*> parsedCommands(const CLI::App& app);
 // The names of a command's subcommands.

@@ -73,7 +73,7 @@ void addSchemaCommand(CLI::App& app, Invocation& invocation) {
     listing->callback(list);
     CLI::App* const show = command->add_subcommand("show", "Write one (JSON)");
     show->add_option("identifier", options->schema, "Its identifier")
-        ->type_name("IDENTIFIER")
+        ->type_name("SCHEMA")
         ->required();
     show->callback([options, &invocation] {
         invocation.run = [options](const qrb::Context&) { showSchema(options->schema); };

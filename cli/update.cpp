@@ -122,11 +122,11 @@ void addUpdateCommand(CLI::App& app, Invocation& invocation) {
             "Give an attribute a value: NAME=VALUE, NAME[I]=VALUE for one element or "
             "NAME=VALUE,VALUE,... for all; a named value may stand by its name; may be given "
             "several times")
-        ->type_name("NAME=VALUE")
+        ->type_name("ATTRIBUTE=VALUE")
         ->allow_extra_args(false);
     CLI::Option* const invert = what->add_option("--invert", options->inverted,
                                                  "Give an attribute with two values the other one")
-                                    ->type_name("NAME");
+                                    ->type_name("ATTRIBUTE");
     CLI::Option* const from =
         what->add_option("--from", options->table,
                          "CSV file with the values of points, one of whose columns is their id")

@@ -40,7 +40,7 @@ std::size_t distanceOf(std::string_view a, std::string_view b) {
 std::vector<std::string> nearest(std::string_view word, const std::vector<std::string>& names) {
     std::vector<std::pair<std::size_t, std::string>> near;
     const std::string lower = lowerCase(word);
-    const std::size_t most = 1 + word.size() / 4;
+    const std::size_t most = 1 + word.size() / 5;
     if (word.size() > longestWord) {
         return {};
     }

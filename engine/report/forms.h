@@ -27,7 +27,8 @@ struct PointFacts {
 };
 
 // Phrases that the text and the HTML form share.
-std::string chunkText(const session::CreateSettings& settings);
+// grouped: a number of points has commas between the thousands.
+std::string chunkText(const session::CreateSettings& settings, bool grouped);
 std::string levelOfDetailText(const session::State& state);
 std::string bytesPerPointText(const Facts& facts, std::size_t attribute);
 // "one leaf in 3 of the index"

@@ -102,11 +102,22 @@ Markup identityPart(const Facts& facts) {
         table.pair("Pending", "#" + std::to_string(state.transaction.id) +
                                   ", not yet committed; the report includes its changes");
     table.pair("Primary attribute", escaped(state.primary().record.name));
-    table.pair("Chunk size", chunkText(facts.identity.settings));
+    table.pair("Chunk size", chunkText(facts.identity.settings, true));
     table.pair("Level of detail", levelOfDetailText(state));
     table.pair("Compression level",
                std::to_string(facts.identity.settings.compressionLevel) + " %");
     return table.markup();
+}
+
+// Numbers of an attribute, all with as many digits behind the mark as its resolution, or as the one
+// with the most.
+std::vector<std::string> alike(std::vector<std::string> numbers,
+                               const schema::AttributeRecord& record) {
+    const std::size_t places =
+        std::max(mostPlaces(numbers), mostPlaces({numbers::numberText(record.resolution)}));
+    for (std::string& number : numbers)
+        number = withPlaces(std::move(number), places);
+    return numbers;
 }
 
 Markup extentPart(const Facts& facts) {
@@ -122,9 +133,11 @@ Markup extentPart(const Facts& facts) {
         const std::string& unit = primary.record.unitSymbol;
         table.begin();
         table.cell(escaped(elementName(primary.record, e)));
-        table.number(withUnit(valueText(primary.grid, s.minimum), unit));
-        table.number(withUnit(valueText(primary.grid, s.maximum), unit));
-        table.number(withUnit(numbers::roundedText(extentSize(primary.grid, s), 12), unit));
+        for (const std::string& number :
+             alike({valueText(primary.grid, s.minimum), valueText(primary.grid, s.maximum),
+                    numbers::roundedText(extentSize(primary.grid, s), 12)},
+                   primary.record))
+            table.number(withUnit(number, unit));
         table.end();
     }
     return table.markup();
@@ -188,6 +201,10 @@ Markup attributesPart(const Facts& facts) {
     table.header({"Attribute", "Title", "Type", "Storage", "Resolution", "Minimum", "Maximum",
                   "Unit", "Bytes per point", "Share"});
     const std::uint64_t all = facts.pointBytes + facts.levelOfDetailBytes;
+    std::vector<std::string> bytes;
+    for (std::size_t a = 0; a < facts.attributes.size(); ++a)
+        bytes.push_back(bytesPerPointText(facts, a));
+    const std::size_t places = mostPlaces(bytes);
     for (std::size_t a = 0; a < facts.attributes.size(); ++a) {
         const schema::Attribute& attribute = facts.state->attributes[a];
         const schema::AttributeRecord& record = attribute.record;
@@ -201,10 +218,14 @@ Markup attributesPart(const Facts& facts) {
             table.cell(e == 0 ? Markup(storageName(record)) : Markup());
             table.number(e == 0 && record.resolution > 0 ? numbers::numberText(record.resolution)
                                                          : Markup());
-            table.number(s.hasValid ? valueText(attribute.grid, s.minimum) : "no values");
-            table.number(s.hasValid ? valueText(attribute.grid, s.maximum) : "");
+            const auto ends = s.hasValid ? alike({valueText(attribute.grid, s.minimum),
+                                                  valueText(attribute.grid, s.maximum)},
+                                                 record)
+                                         : std::vector<std::string>{"no values", ""};
+            table.number(ends[0]);
+            table.number(ends[1]);
             table.cell(escaped(record.unitSymbol));
-            table.number(e == 0 ? bytesPerPointText(facts, a) : "");
+            table.number(e == 0 ? withPlaces(bytes[a], places) : "");
             table.number(e == 0 ? percentText(facts.attributes[a].bytes, all) : "");
             table.end();
         }
@@ -219,12 +240,16 @@ Markup valueBars(const Histogram& histogram) {
     std::uint64_t most = 1;
     for (const Bin& bin : histogram.bins)
         most = std::max(most, bin.count);
+    std::vector<std::string> values;
+    for (const Bin& bin : histogram.bins)
+        values.push_back(bin.from);
+    const std::size_t places = mostPlaces(values);
     HtmlTable table;
     named ? table.header({"Value", "Name", "Points", "Share", ""})
           : table.header({"Value", "Points", "Share", ""});
     for (const Bin& bin : histogram.bins) {
         table.begin();
-        table.number(bin.from);
+        table.number(withPlaces(bin.from, places));
         if (named)
             table.cell(escaped(bin.name));
         table.number(numbers::groupedText(bin.count));
@@ -242,8 +267,10 @@ Markup rangeBars(const Histogram& histogram, const std::string& unit) {
     for (const Bin& bin : histogram.bins)
         most = std::max(most, bin.count);
     const drawing::Image image = drawBars(histogram);
-    const Markup ends = tag("td", withUnit(histogram.minimum, unit)) +
-                        tag("td", withUnit(histogram.maximum, unit), "align=\"right\"");
+    const std::size_t places = mostPlaces({histogram.minimum, histogram.maximum});
+    const Markup ends =
+        tag("td", withUnit(withPlaces(histogram.minimum, places), unit)) +
+        tag("td", withUnit(withPlaces(histogram.maximum, places), unit), "align=\"right\"");
     return tag("table",
                "\n" +
                    tag("tr",

@@ -4,9 +4,12 @@
 
 namespace tarvo::engine::report {
 
-std::string chunkText(const session::CreateSettings& settings) {
+std::string chunkText(const session::CreateSettings& settings, bool grouped) {
     return settings.chunkMode == static_cast<std::uint32_t>(session::ChunkMode::PointCount)
-               ? "up to " + std::to_string(settings.chunkSize) + " points"
+               ? "up to " +
+                     (grouped ? numbers::groupedText(settings.chunkSize)
+                              : std::to_string(settings.chunkSize)) +
+                     " points"
                : "edge length 2^" + std::to_string(settings.chunkSize) + " steps";
 }
 

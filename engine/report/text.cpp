@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdio>
+#include <optional>
 
 namespace tarvo::engine::report {
 
@@ -24,6 +25,14 @@ bool breaksLine(std::string_view character) {
                        character == "\u200f" || character == "\u061c";
     return turns || character == "\u2028" || character == "\u2029" || character == "\ufdd0" ||
            character == "\ufdd1" || character == "\ufffc";
+}
+
+// Of a number without exponent, and nothing else.
+std::optional<std::size_t> placesOf(std::string_view number) {
+    if (number.empty() || number.find_first_not_of("-0123456789.") != std::string_view::npos)
+        return std::nullopt;
+    const std::size_t mark = number.find('.');
+    return mark == std::string_view::npos ? 0 : number.size() - mark - 1;
 }
 
 }  // namespace
@@ -78,6 +87,23 @@ std::string csvCell(std::string_view text) {
 std::string valueText(const schema::Grid& grid, std::uint64_t code) {
     return grid.hasWholeValues() ? numbers::wholeText(grid.integerValue(code))
                                  : numbers::numberText(grid.value(code));
+}
+
+std::size_t mostPlaces(const std::vector<std::string>& numbers) {
+    constexpr std::size_t most = 15;
+    std::size_t places = 0;
+    for (const std::string& number : numbers)
+        places = std::max(places, placesOf(number).value_or(0));
+    return std::min(places, most);
+}
+
+std::string withPlaces(std::string number, std::size_t places) {
+    const auto has = placesOf(number);
+    if (!has || *has >= places)
+        return number;
+    if (*has == 0)
+        number += '.';
+    return number + std::string(places - *has, '0');
 }
 
 std::string percentText(std::uint64_t part, std::uint64_t whole) {

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tarvo::engine::report {
 
@@ -19,6 +20,12 @@ std::string csvCell(std::string_view text);
 
 // The value of a code; whole numbers exactly, beyond 2^53 too.
 std::string valueText(const schema::Grid& grid, std::uint64_t code);
+// Of the texts of numbers: the most digits behind the mark, up to 15. One with an exponent has
+// none.
+std::size_t mostPlaces(const std::vector<std::string>& numbers);
+// With zeros behind the mark, so that it has this many digits there. What has more, or an exponent,
+// or is no number, stays.
+std::string withPlaces(std::string number, std::size_t places);
 // "12.5 %"; part of a whole of 0 is "0.0 %".
 std::string percentText(std::uint64_t part, std::uint64_t whole);
 

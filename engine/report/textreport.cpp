@@ -70,7 +70,7 @@ std::string identityText(const Facts& facts) {
         out += pairLine("Pending", "#" + std::to_string(state.transaction.id) +
                                        ", not yet committed; the report includes its changes");
     out += pairLine("Primary attribute", state.primary().record.name);
-    out += pairLine("Chunk size", chunkText(settings));
+    out += pairLine("Chunk size", chunkText(settings, false));
     out += pairLine("Level of detail", levelOfDetailText(state));
     out += pairLine("Compression level", std::to_string(settings.compressionLevel) + " %");
     return out;

@@ -44,6 +44,18 @@ TEST_F(Documents, BashCompletesWhatMayFollow) {
     EXPECT_EQ(completed("qrbtool info " + folder.file("a")), odd + "\n");
     EXPECT_EQ(completed("qrbtool select '" + odd + "' -a tarvo.id,tarvo.xy"),
               "tarvo.id,tarvo.xyz\n");
+    const std::string quoted = "'" + odd + "'";
+    EXPECT_EQ(completed("qrbtool update " + quoted + " --set tarvo.xy"), "tarvo.xyz=\n");
+    EXPECT_EQ(completed("qrbtool update " + quoted + " --set tarvo.xyz = ''"), "\n");
+    EXPECT_EQ(completed("qrbtool attributes " + quoted + " show tarvo.xy"), "tarvo.xyz\n");
+    EXPECT_EQ(completed("qrbtool attributes " + quoted + " add tarvo.selec"), "tarvo.selected\n");
+    expectSuccess("metadata " + quoted + " set tarvo.item '1'");
+    EXPECT_EQ(completed("qrbtool metadata " + quoted + " get tarvo.it"), "tarvo.item\n");
+    EXPECT_EQ(completed("qrbtool validate " + quoted + " --schema avg.fw"), "avg.fwa\n");
+    // No database, and one that is none.
+    EXPECT_EQ(completed("qrbtool select -a ''"), "\n");
+    EXPECT_EQ(completed("qrbtool metadata get " + folder.file("a")), odd + "\n");
+    EXPECT_EQ(completed("qrbtool metadata get " + folder.write("none", "x") + " ''"), "\n");
 }
 
 // Both show a word with what stands before it in different ways: here the last part alone counts.
@@ -52,6 +64,7 @@ std::set<std::string> partsOf(const std::string& lines) {
     std::istringstream stream(lines);
     for (std::string line; std::getline(stream, line);) {
         line = line.substr(0, line.find('\t'));
+        line = line.substr(0, line.find_last_not_of('=') + 1);
         line.erase(0, line.find_last_of("/,=") + 1);
         std::erase(line, '\\');
         if (!line.empty()) {
@@ -149,6 +162,10 @@ TEST_F(Documents, ZshAndFishCompleteWhatMayFollow) {
         {"qrbtool info " + folder.file("a"), {"a b.qrbx"}},
         {"qrbtool select " + folder.file("a\\ b.qrbx") + " -a tarvo.xy", {"tarvo.xyz"}},
         {"qrbtool select " + folder.file("a\\ b.qrbx") + " -a tarvo.id,tarvo.xy", {"tarvo.xyz"}},
+        {"qrbtool metadata " + folder.file("a\\ b.qrbx") + " get tarvo.time", {"tarvo.time_base"}},
+        {"qrbtool attributes " + folder.file("a\\ b.qrbx") + " show tarvo.xy", {"tarvo.xyz"}},
+        {"qrbtool update " + folder.file("a\\ b.qrbx") + " --set tarvo.xy", {"tarvo.xyz"}},
+        {"qrbtool validate --schema avg.fw", {"avg.fwa"}},
     };
     std::vector<std::string> typed;
     for (const auto& [words, expected] : cases) {

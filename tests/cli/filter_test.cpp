@@ -125,6 +125,9 @@ TEST_F(Filter, ExplainTellsWhatTheIndexKnows) {
     for (const char* const part : {"Understood    tarvo.class == 2\n", "UINT16", "looked at"}) {
         EXPECT_NE(text.find(part), std::string::npos) << text;
     }
+    EXPECT_EQ(expectSuccess("explain " + file + " --filter 'tarvo.class == ground'"), text);
+    expectFailure(2, "explain " + file + " 'a == 1' --filter 'a == 1'", "excludes");
+    expectFailure(2, "explain " + file, "filter is required");
     EXPECT_NE(expectSuccess("explain " + file + " 'find fullest leaf'").find("Node "),
               std::string::npos);
     expectFailure(2, "explain " + file, "");

@@ -35,8 +35,9 @@ TEST(Suggestion, NamesAreNearByTheirLetters) {
     EXPECT_EQ(core::nearest("meta", names), Names{"metadata"});
     EXPECT_EQ(core::nearest("tarvo.klas", names), Names{"tarvo.class"});
     EXPECT_EQ(core::nearest("selct", {"select", "select"}), Names{"select"});
-    for (const std::string& word : {std::string(), std::string("x"), std::string("inspect2000"),
-                                    std::string(1'000'000, 's'), std::string("\xff\x80")})
+    for (const std::string& word :
+         {std::string(), std::string("x"), std::string("inspect2000"), std::string("slip"),
+          std::string(1'000'000, 's'), std::string("\xff\x80")})
         EXPECT_TRUE(core::nearest(word, names).empty()) << word.substr(0, 20);
     EXPECT_EQ(core::didYouMean({"a", "b", "c"}), "Did you mean \"a\", \"b\" or \"c\"?");
     EXPECT_EQ(core::didYouMean({}), "");
@@ -63,6 +64,16 @@ TEST_F(Manners, WhatIsMistypedIsRecognised) {
     expectFailure(2, "sign " + file, "Did you mean \"metadata sign\"?");
     expectFailure(2, "metadata " + file + " gte a",
                   "has no subcommand \"gte\".\n    Did you mean \"get\"");
+    for (const auto& [command, wrong] : {std::pair{"metadata", "lst"},
+                                         {"attributes", "lst"},
+                                         {"changelog", "shw"},
+                                         {"transactions", "shw"},
+                                         {"lod", "shw"}})
+        for (const std::string& words : {std::string(), " " + file, " " + file + " more"})
+            expectFailure(2, command + (" " + std::string(wrong)) + words,
+                          std::string(command) + "\" has no subcommand \"" + wrong + "\".");
+    expectFailure(2, "transactions shw " + file, "Did you mean \"show\"?");
+    expectFailure(1, "metadata lst.qrbx", "lst.qrbx");
     expectFailure(2, "info " + file + " --jsn",
                   "has no option \"--jsn\".\n    Did you mean \"--json\"");
     expectFailure(2, "plugin", "It is one of list, describe, run.");
@@ -72,6 +83,31 @@ TEST_F(Manners, WhatIsMistypedIsRecognised) {
     const Result key = run("metadata " + file + " sign a --kye=c0ffee");
     EXPECT_NE(key.output.find("Did you mean \"--key\""), std::string::npos) << key.output;
     EXPECT_EQ(key.output.find("c0ffee"), std::string::npos);
+}
+
+TEST_F(Manners, DatabasesAreNamedBeforeSubcommandsOrBehindThem) {
+    for (const auto& [command, words] : {std::pair{"metadata", "get tarvo.time_base"},
+                                         {"metadata", "list"},
+                                         {"attributes", "list"},
+                                         {"attributes", "list tarvo.c*"},
+                                         {"attributes", "show tarvo.class --json"},
+                                         {"transactions", "show 1"},
+                                         {"transactions", "--cache 64M list"},
+                                         {"changelog", "show --entry 1"},
+                                         {"lod", "show"}}) {
+        const std::string all = words;
+        const std::size_t end =
+            all.starts_with("--") ? all.size() : std::min(all.find(' '), all.size());
+        const std::string front = std::string(command) + " ";
+        EXPECT_EQ(expectSuccess(front + all.substr(0, end) + " " + file + all.substr(end)),
+                  expectSuccess(front + file + " " + all))
+            << all;
+    }
+    expectFailure(2, "attributes show " + file, "name is required");
+    // A step of a transaction names none.
+    expectSuccess(
+        "transactions run " + file +
+        " --title t \"metadata set tarvo.geo_tag '{}'\" \"attributes add tarvo.selected\"");
 }
 
 TEST_F(Manners, NotesAreLeftOutOrMoreWhereverThatIsSaid) {

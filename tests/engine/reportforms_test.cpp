@@ -53,7 +53,7 @@ Facts fullFacts() {
     facts.identity.uuid = "{01234567-89ab-cdef-0123-456789abcdef}";
     facts.identity.creator = "library 1.0\nlayer 2.0";
     facts.identity.settings.primaryAttribute = position();
-    facts.identity.settings.chunkSize = 500;
+    facts.identity.settings.chunkSize = 32768;
     facts.pending = true;
     facts.current = 1'234'567'890;
     facts.transactions = {{1, "library 1.0", "Database creation", "maker", "", "",

@@ -11,7 +11,7 @@
 #include "window/common/programsettings.h"
 #include "window/common/textfiles.h"
 #include "window/dialogs/workingdialog.h"
-#include "window/panels/findbar.h"
+#include "window/panels/listfindbar.h"
 #include "window/widgets/checklist.h"
 
 #include <QApplication>
@@ -203,6 +203,9 @@ void BoxesTest::workThatWasCancelledCanBeDoneAgain() {
 
 void BoxesTest::checkListChecksWhatItShows() {
     CheckList list;
+    list.setEntries("Things", "Search in things", {"a\nb"});
+    QCOMPARE(in<QListWidget>(&list, "listEntries")->item(0)->text(), QString::fromUtf8("a↵b"));
+    QCOMPARE(list.checked(), QStringList("a\nb"));
     list.setEntries("Things", "Search in things", {"one", "two", "Three", "four"});
     list.show();
     const auto* count = in<QLabel>(&list, "labelCount");
@@ -229,7 +232,7 @@ void BoxesTest::findBarFindsLettersOfBothCases() {
     QTreeWidget tree;
     new QTreeWidgetItem(&tree, {"one"});
     new QTreeWidgetItem(&tree, {"Nan"});
-    FindBar bar(&tree, {}, nullptr);
+    ListFindBar bar(&tree, {}, nullptr);
     bar.open();
     in<QLineEdit>(&bar, "editFind")->setText("nAN");
     QCOMPARE(in<QLabel>(&bar, "labelFind")->text(), "1 of 1");

@@ -9,8 +9,10 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QTabBar>
 #include <QTabWidget>
+#include <QTextEdit>
 #include <QToolButton>
 #include <QTreeWidget>
 #include <QtTest>
@@ -26,6 +28,9 @@ public:
 private slots:
     void metaDataAreFoundInNamesAndValues();
     void attributesAreFoundInTheirGroups();
+    void transactionsAreFound();
+    void reportsAreFoundIn();
+    void returnGoesOnInTheChangelog();
     void keysServeTheListWhileTheBarIsShown();
     void keyFindsInTheTabThatIsShown();
     void editorOfAnItemKeepsItsKeys();
@@ -102,6 +107,58 @@ void FindTest::attributesAreFoundInTheirGroups() {
     QVERIFY(m_window->child<QAction>("actionPointAttributeEdit")->isEnabled());
 }
 
+void FindTest::transactionsAreFound() {
+    open("Transactions", "creation");
+    QCOMPARE(found(), "1/1: 1 of 1");
+    press(Qt::Key_Escape);
+    QCOMPARE(list()->selectedItems(), QList({list()->currentItem()}));
+}
+
+void FindTest::reportsAreFoundIn() {
+    m_window->driver().showTab("tabInspection");
+    m_window->run("actionInspectionUpdate", {});
+    auto* report = m_window->child<QTextEdit>("textInspectionResult");
+    open("Inspection", "CHUNK");
+    const QString count = part<QLabel>("labelFind")->text();
+    QVERIFY2(count.startsWith("1 of "), qUtf8Printable(count));
+    QCOMPARE(report->textCursor().selectedText(), "Chunk");
+    const int first = report->textCursor().selectionStart();
+    part<QLineEdit>("editFind")->setText("a");
+    press(Qt::Key_Return);
+    QCOMPARE(report->textCursor().selectedText().toLower(), "a");
+    const int second = report->textCursor().selectionStart();
+    QVERIFY(second > first);
+    press(Qt::Key_Return, Qt::ShiftModifier);
+    press(Qt::Key_F3);
+    QCOMPARE(report->textCursor().selectionStart(), second);
+    // Another report has other hits.
+    m_window->window().refreshPanels();
+    QCOMPARE(part<QLabel>("labelFind")->text(), "no hits");
+    press(Qt::Key_Escape);
+    QVERIFY(report->hasFocus() && !part<QWidget>("findBar")->isVisible());
+}
+
+void FindTest::returnGoesOnInTheChangelog() {
+    m_window->driver().showTab("tabChangelog");
+    m_window->press(QKeySequence("Ctrl+F"));
+    QTest::keyClicks(m_window->child<QLineEdit>("editChangelogSearch"), "e");
+    const auto* log = m_window->child<QPlainTextEdit>("editChangelog");
+    std::vector<int> places;
+    for (const Qt::KeyboardModifiers& modifiers : {Qt::KeyboardModifiers(), Qt::KeyboardModifiers(),
+                                                   Qt::KeyboardModifiers(Qt::ShiftModifier)}) {
+        press(Qt::Key_Return, modifiers);
+        places.push_back(log->textCursor().selectionStart());
+    }
+    QVERIFY(places[0] < places[1]);
+    QCOMPARE(places[2], places[0]);
+    // From the field, too.
+    m_window->press(QKeySequence("Ctrl+F"));
+    press(Qt::Key_Return);
+    m_window->press(QKeySequence("Ctrl+F"));
+    press(Qt::Key_Return, Qt::ShiftModifier);
+    QCOMPARE(log->textCursor().selectionStart(), places[0]);
+}
+
 void FindTest::keysServeTheListWhileTheBarIsShown() {
     const auto* points = m_window->child<QTreeWidget>("treePointData");
     for (const char* suffix : {"MetaData", "PointAttributes"}) {
@@ -140,12 +197,19 @@ void FindTest::keyFindsInTheTabThatIsShown() {
         press(Qt::Key_F, Qt::ControlModifier);
         QCOMPARE(part<QLineEdit>("editFind")->selectedText(), "x");
     }
-    for (const char* tab : {"tabPointData", "tabTransactions"}) {
+    for (const char* tab : {"tabPointData", "tabDatabase"}) {
         m_window->driver().showTab(tab);
         m_window->press(QKeySequence("Ctrl+F"));
         QCOMPARE(tabs->currentWidget()->objectName(), "tabPointData");
         QVERIFY(m_window->child<QLineEdit>("editFind")->hasFocus());
     }
+    // Fields that search or filter.
+    m_window->driver().showTab("tabChangelog");
+    m_window->press(QKeySequence("Ctrl+F"));
+    QVERIFY(m_window->child<QLineEdit>("editChangelogSearch")->hasFocus());
+    m_window->driver().showTab("tabPointIndex");
+    m_window->press(QKeySequence("Ctrl+F"));
+    QVERIFY(m_window->child<QComboBox>("PointIndexFilter")->lineEdit()->hasFocus());
 }
 
 void FindTest::editorOfAnItemKeepsItsKeys() {

@@ -36,6 +36,7 @@ private slots:
 
     void listIsAsItWasAtTheNextStart_data();
     void listIsAsItWasAtTheNextStart();
+    void firstClickSortsUpwards();
 
 private:
     std::unique_ptr<SampleDatabase> m_sample;
@@ -103,6 +104,24 @@ void HeadersTest::listIsAsItWasAtTheNextStart() {
     QCOMPARE(again->header()->sortIndicatorOrder(), sorted);
     QCOMPARE(rows(again), shown);
     later.close();
+}
+
+void HeadersTest::firstClickSortsUpwards() {
+    const SampleWindow window(m_sample->copy());
+    window.driver().showTab("tabPointAttributes");
+    const auto* tree = window.child<QTreeWidget>("treePointAttributes");
+    auto* header = tree->header();
+    QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, {20, header->height() / 2});
+    QCOMPARE(header->sortIndicatorSection(), 0);
+    QCOMPARE(header->sortIndicatorOrder(), Qt::AscendingOrder);
+    int compared = 0;
+    for (int i = 0; i < tree->topLevelItemCount(); ++i)
+        for (int k = 1; k < tree->topLevelItem(i)->childCount(); ++k, ++compared) {
+            const QString before = tree->topLevelItem(i)->child(k - 1)->text(0);
+            const QString after = tree->topLevelItem(i)->child(k)->text(0);
+            QVERIFY2(before < after, qUtf8Printable(before + ' ' + after));
+        }
+    QVERIFY(compared > 1);
 }
 
 GUI_TEST_MAIN(HeadersTest)

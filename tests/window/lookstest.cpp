@@ -7,15 +7,20 @@
 #include "tests/window/pictureprobe.h"
 #include "tests/window/samplewindow.h"
 #include "window/common/appearance.h"
+#include "window/dialogs/workingdialog.h"
 
 #include <QHelpEvent>
 #include <QLineEdit>
+#include <QProgressBar>
 #include <QTabWidget>
 #include <QTextBrowser>
+#include <QThread>
+#include <QTimer>
 #include <QToolButton>
 #include <QToolTip>
 #include <QTreeWidget>
 #include <QtTest>
+#include <atomic>
 #include <memory>
 
 using namespace tarvo::window;
@@ -72,6 +77,7 @@ private slots:
     void toolTipsFollowTheTheme();
     void paneOfTabsIsTheWindows();
     void foundCellIsMarkedAlone();
+    void progressStandsOutWhileADialogWorks();
 
 private:
     std::unique_ptr<SampleDatabase> m_sample;
@@ -176,6 +182,47 @@ void LooksTest::paneOfTabsIsTheWindows() {
             picture.pixelColor(tabs->mapTo(&window.window(), QPoint(4, tabs->height() - 4)));
         const QColor ground = window.window().palette().color(QPalette::Window);
         QVERIFY2(contrast(pane, ground) < 1.06, qUtf8Printable(pane.name() + ground.name()));
+    }
+    setTheme(Theme::LIGHT);
+}
+
+void LooksTest::progressStandsOutWhileADialogWorks() {
+    class Working : public WorkingDialog {
+    public:
+        Working() : WorkingDialog(nullptr), m_progress(new QProgressBar(this)) {
+            m_progress->resize(300, 24);
+            useProgressBar(m_progress);
+        }
+        // The contrast of the bar's text, which stands in its middle, while the dialog works.
+        double measured() {
+            std::atomic<bool> isMeasured = false;
+            double best = 0;
+            QTimer::singleShot(100, this, [&] {
+                m_progress->setValue(10);
+                const QImage picture = m_progress->grab().toImage();
+                const QRect middle(135, 4, 30, 16);
+                const QColor ground = groundOf(picture, middle);
+                for (int x = middle.left(); x <= middle.right(); ++x)
+                    for (int y = middle.top(); y <= middle.bottom(); ++y)
+                        best = std::max(best, contrast(picture.pixelColor(x, y), ground));
+                isMeasured = true;
+            });
+            work("cancelled", [&](const auto&) {
+                while (!isMeasured)
+                    QThread::msleep(10);
+            });
+            return best;
+        }
+
+    private:
+        QProgressBar* m_progress;
+    };
+    for (const Theme theme : themes) {
+        setTheme(theme);
+        Working dialog;
+        dialog.show();
+        const double found = dialog.measured();
+        QVERIFY2(found >= textContrast, qPrintable(QString::number(found)));
     }
     setTheme(Theme::LIGHT);
 }

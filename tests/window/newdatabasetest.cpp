@@ -9,6 +9,7 @@
 #include "tests/window/windowdriver.h"
 #include "window/common/filterhistory.h"
 #include "window/frame/mainwindow.h"
+#include "window/widgets/elided.h"
 
 #include <QAction>
 #include <QApplication>
@@ -358,7 +359,7 @@ void NewDatabaseTest::exportCopiesWhatTheFilterPicks() {
                  QCOMPARE(in<QComboBox>(dialog, "editFilter")->currentText(),
                           QString::fromStdString(filter));
                  ModalScript::press("Settings ...")(dialog);
-                 QCOMPARE(in<QLineEdit>(dialog, "editTarget")->text(), m_new);
+                 QCOMPARE(in<ElidedLineEdit>(dialog, "editTarget")->text(), m_new);
                  // All metadata items but one.
                  auto* items = in<QWidget>(dialog, "listMetaData");
                  auto* list = in<QListWidget>(items, "listEntries");

@@ -11,6 +11,7 @@
 #include "window/dialogs/attribute/numberedit.h"
 #include "window/dialogs/dialogimportpoints.h"
 #include "window/dialogs/dialograngequery.h"
+#include "window/frame/importfiles.h"
 
 #include <QAction>
 #include <QApplication>
@@ -18,6 +19,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QTabWidget>
+#include <QTemporaryFile>
 #include <QTreeWidget>
 #include <QtTest>
 
@@ -36,6 +38,7 @@ private slots:
     void typedNumbersAreReadWithCommaAndPoint();
     void rangesBecomeFiltersWithPoints();
     void numberFieldsTakeBothMarks();
+    void importsShowNumbersInOneWay();
     void copiesKeepThePoint();
 };
 
@@ -123,6 +126,20 @@ void NumbersTest::numberFieldsTakeBothMarks() {
     QCOMPARE(shape.shape().distance, 0.05);
     shape.distance = "0.05";
     QCOMPARE(shape.shape().distance, 0.05);
+}
+
+void NumbersTest::importsShowNumbersInOneWay() {
+    useLanguage("de");
+    QTemporaryFile table("XXXXXX.csv");
+    QVERIFY(table.open() && table.write("x,y,z\n636001.76,2.5,3\n637177.98,nan,3\n") > 0);
+    table.close();
+    ImportFiles files;
+    files.read({table.fileName()}, [](const std::string&, double) {});
+    ImportFindings findings;
+    files.describe(findings);
+    QCOMPARE(findings.columns.at(0).range, "636001,76 ... 637177,98");
+    QCOMPARE(findings.columns.at(0).first, "636001,76   637177,98");
+    QCOMPARE(findings.columns.at(1).first, "2,5   nan");
 }
 
 void NumbersTest::copiesKeepThePoint() {

@@ -199,13 +199,26 @@ void OffersTest::databaseForReadingOnlyIsLeftAlone() {
                   }});
     QVERIFY(m_window->window().session().readOnly);
     QVERIFY(m_window->child<QLabel>("labelStatus")->text().endsWith(" (for reading only)"));
-    for (const char* action : {"actionTransactionBegin", "actionManagementVacuum"})
-        QVERIFY(!m_window->child<QAction>(action)->isEnabled());
     m_window->driver().showTab("tabMetaData");
     QVERIFY(m_window->driver().select("treeMetaData", "own.note"));
-    const QStringList texts = m_window->run("actionMetaDataRemove",
-                                            {ModalScript::press("Yes"), ModalScript::press("OK")});
-    QVERIFY(texts.value(1).startsWith("The database was opened for reading only."));
+    for (const char* action :
+         {"actionTransactionBegin", "actionManagementVacuum", "actionMetaDataAdd",
+          "actionMetaDataRemove", "actionMetaDataImport", "actionPointAttributeAdd",
+          "actionChangelogAppendMessage", "actionChangelogImportFromDatabase"})
+        QVERIFY2(!m_window->child<QAction>(action)->isEnabled(), action);
+    // An item can still be looked at.
+    QString told;
+    const QStringList texts = m_window->run(
+        "actionMetaDataEdit", {[&](QDialog* dialog) {
+                                   told = in<QLabel>(dialog, "labelTransaction")->text();
+                                   in<QPlainTextEdit>(dialog, "editValue")->setPlainText("1");
+                                   ModalScript::press("OK")(dialog);
+                               },
+                               ModalScript::press("OK"), [](QDialog* dialog) { dialog->reject(); },
+                               ModalScript::press("Yes")});
+    QCOMPARE(told, "The database was opened for reading only: changes can't be saved.");
+    QVERIFY2(texts.value(0).startsWith("The database was opened for reading only."),
+             qUtf8Printable(texts.join('|')));
     // Others may change it meanwhile.
     const SampleWindow other(name);
     other.begin();
@@ -308,6 +321,7 @@ void OffersTest::keysAreKeptAndForgotten() {
     m_window->driver().showTab("tabMetaData");
     QVERIFY(m_window->driver().select("treeMetaData", "own.note"));
     QString key;
+    QString loaded;
     QStringList states;
     m_window->run("actionMetaDataSignature", {[&](QDialog* dialog) {
                       const auto state = [&] {
@@ -331,11 +345,18 @@ void OffersTest::keysAreKeptAndForgotten() {
                       click("buttonForgetKey");
                       QVERIFY(in<QPlainTextEdit>(dialog, "editKey")->toPlainText().isEmpty());
                       QVERIFY(!in<QPushButton>(dialog, "buttonForgetKey")->isEnabled());
+                      {
+                          ModalScript load({ModalScript::chooseFile(name + ".txt")});
+                          click("buttonLoadKey");
+                      }
+                      loaded = in<QPlainTextEdit>(dialog, "editKey")->toPlainText();
+                      click("buttonForgetKey");
                       dialog->reject();
                   }});
     QCOMPARE(states, QStringList({"The item is not signed.", "The item is signed."}));
     QVERIFY(
         DialogSettings("DialogMetaDataSignature").value("SignatureKey").toByteArray().isEmpty());
+    QCOMPARE(loaded, key);
     // The dialog that loads keys shows files of that extension.
     QFile file(name + ".txt");
     QVERIFY(file.open(QIODevice::ReadOnly));

@@ -46,6 +46,7 @@ private slots:
     void signatureIsShownAtOnce();
     void closedTextFileIsForgotten();
     void anotherDatabaseBeginsAfresh();
+    void commitsOfOthersAreTold();
 
 private:
     std::unique_ptr<SampleDatabase> m_sample;
@@ -233,6 +234,41 @@ void RefreshTest::anotherDatabaseBeginsAfresh() {
                               "labelPointIndex", "labelPointData"})
         QCOMPARE(window.child<QLabel>(label)->text(), "");
     QCOMPARE(window.child<QTabWidget>("tabWidget")->currentWidget()->objectName(), "tabDatabase");
+}
+
+void RefreshTest::commitsOfOthersAreTold() {
+    const QString name = m_sample->copy();
+    const SampleWindow window(name);
+    const auto* status = window.child<QLabel>("labelStatus");
+    const auto* list = window.child<QTreeWidget>("treeTransactions");
+    const QString whole = status->text();
+    const int shown = list->topLevelItemCount();
+    window.window().activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window.window()));
+    // What the window writes itself is none of that.
+    window.begin();
+    window.database().metaData().set("own.more", "1");
+    QEvent look(QEvent::ActivationChange);
+    QCoreApplication::sendEvent(&window.window(), &look);
+    QCOMPARE(status->text(), whole);
+    window.run("actionTransactionRollback", {ModalScript::press("Yes")});
+    QCOMPARE(status->text(), whole);
+    {
+        const tarvo::qrb::Context context("OFF", "");
+        tarvo::qrb::Pointcloud other(context);
+        other.open(name.toStdString(), tarvo::qrb::pointcloud::OpenSettings(context));
+        tarvo::qrb::pointcloud::TransactionGuard change(other.transactions(), "Other", "test");
+        other.metaData().set("own.more", "1");
+        change.commit();
+    }
+    window.window().activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window.window()));
+    const QString told = whole + " (written elsewhere since it was read; F5 reads it anew)";
+    QTRY_COMPARE_WITH_TIMEOUT(status->text(), told, 10000);
+    QCOMPARE(list->topLevelItemCount(), shown);
+    window.run("actionReload", {});
+    QCOMPARE(status->text(), whole);
+    QCOMPARE(list->topLevelItemCount(), shown + 1);
 }
 
 GUI_TEST_MAIN(RefreshTest)

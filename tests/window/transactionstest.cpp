@@ -170,6 +170,7 @@ void TransactionsTest::signatureKeyIsJudgedCountedAndRemembered() {
             QVERIFY(!key->property("invalid").toBool());
             key->setPlainText("abc");
             QVERIFY(key->property("invalid").toBool());
+            QVERIFY(key->toolTip().startsWith("A key is pairs of hexadecimal digits"));
             QTest::mouseClick(in<QPushButton>(dialog, "buttonRandomKey"), Qt::LeftButton);
             QCOMPARE(size->text(), "(32 bytes)");
             QVERIFY(!key->property("invalid").toBool());

@@ -48,6 +48,7 @@ private slots:
     void closeEmptiesThePanels();
     void everyTabSurvivesTheClose();
     void geometryIsKept();
+    void fullScreenIsForgotten();
     void switchingTheLibraryAsksForARestart();
 };
 
@@ -256,6 +257,21 @@ void WindowTest::geometryIsKept() {
     m_window->close();
     MainWindow second;
     QCOMPARE(second.size(), QSize(777, 555));
+}
+
+void WindowTest::fullScreenIsForgotten() {
+    m_window->setGeometry(60, 50, 900, 600);
+    for (const bool full : {true, false}) {
+        pressKey(Qt::Key_F11);
+        QTRY_COMPARE(m_window->isFullScreen(), full);
+        QCOMPARE(action("actionFullScreen")->isChecked(), full);
+    }
+    pressKey(Qt::Key_F11);
+    QTRY_VERIFY(m_window->isFullScreen());
+    m_window->close();
+    const MainWindow next;
+    QVERIFY(!next.isFullScreen());
+    QCOMPARE(next.geometry(), QRect(60, 50, 900, 600));
 }
 
 void WindowTest::switchingTheLibraryAsksForARestart() {

@@ -50,9 +50,12 @@ QString placed(const JsonFault& fault, const QString& text) {
 }  // namespace
 
 bool DialogMetaData::edit(const qrb::Pointcloud& database, QString& name, std::string& value,
-                          bool isNew, QWidget* parent) {
+                          bool isNew, QWidget* parent, bool readOnly) {
     DialogMetaData dialog(database, isNew, parent);
     dialog.write(name, value);
+    if (readOnly)
+        dialog.m_ui->labelTransaction->setText(
+            tr("The database was opened for reading only: changes can't be saved."));
     if (dialog.exec() != QDialog::Accepted)
         return false;
     name = dialog.name();

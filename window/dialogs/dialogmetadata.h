@@ -29,9 +29,9 @@ class DialogMetaData : public QDialog {
 public:
     // Runs the editor for a new item, or for one of the database, whose name is fixed. Name and
     // value (UTF-8 as a rule) change only when it is accepted; that is what the result tells.
-    // Nothing is written to the database.
+    // Nothing is written to the database. readOnly: it can't be, which the dialog tells.
     static bool edit(const qrb::Pointcloud& database, QString& name, std::string& value, bool isNew,
-                     QWidget* parent);
+                     QWidget* parent, bool readOnly = false);
 
     ~DialogMetaData() override;
 

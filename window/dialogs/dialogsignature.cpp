@@ -1,5 +1,7 @@
 #include "window/dialogs/dialogsignature.h"
 
+#include "core/error.h"
+#include "core/key.h"
 #include "ui_dialogsignature.h"
 #include "window/common/appearance.h"
 #include "window/common/guard.h"
@@ -7,6 +9,8 @@
 #include "window/common/outputdialog.h"
 #include "window/common/textfiles.h"
 
+#include <QFileDialog>
+#include <QFileInfo>
 #include <QPushButton>
 #include <QRegularExpressionValidator>
 #include <QStyle>
@@ -15,6 +19,8 @@
 namespace tarvo::window {
 
 namespace {
+
+constexpr qint64 largestKeyFile = 1 << 16;  // bytes; what is larger was chosen by mistake
 
 // Only judges the text; typing is free.
 QValidator::State judge(QString text) {
@@ -82,7 +88,8 @@ void DialogSignature::setKeyEnabled(bool enabled) {
     for (QWidget* widget :
          {static_cast<QWidget*>(m_ui->labelKey), static_cast<QWidget*>(m_ui->editKey),
           static_cast<QWidget*>(m_ui->labelKeySize), static_cast<QWidget*>(m_ui->buttonRandomKey),
-          static_cast<QWidget*>(m_ui->buttonSaveKey), static_cast<QWidget*>(m_ui->buttonForgetKey)})
+          static_cast<QWidget*>(m_ui->buttonLoadKey), static_cast<QWidget*>(m_ui->buttonSaveKey),
+          static_cast<QWidget*>(m_ui->buttonForgetKey)})
         widget->setEnabled(enabled);
     if (enabled)
         on_editKey_textChanged();
@@ -119,11 +126,29 @@ void DialogSignature::on_editKey_textChanged() {
 }
 
 void DialogSignature::on_buttonRandomKey_clicked() {
-    QString key =
-        (QUuid::createUuid().toRfc4122().toHex() + QUuid::createUuid().toRfc4122().toHex());
-    for (int i = 1; i <= 31; ++i)
-        key.insert(3 * i - 1, i % 8 == 0 ? '\n' : ' ');
+    showKey(QUuid::createUuid().toRfc4122() + QUuid::createUuid().toRfc4122());
+}
+
+void DialogSignature::showKey(const QByteArray& bytes) {
+    QString key;
+    for (qsizetype i = 0; i < bytes.size(); ++i)
+        key += (i == 0 ? "" : i % 8 == 0 ? "\n" : " ") + bytes.mid(i, 1).toHex();
     m_ui->editKey->setPlainText(key);
+}
+
+void DialogSignature::on_buttonLoadKey_clicked() {
+    const QString name = QFileDialog::getOpenFileName(this, tr("Load Signature Key"), QString(),
+                                                      tr("Text files (*.txt);;All files (*)"));
+    if (name.isEmpty())
+        return;
+    guarded(this, [&] {
+        if (QFileInfo(name).size() > largestKeyFile)
+            throw core::Failure(
+                tr("The file is too large for a key.").toStdString(),
+                tr("A key has some dozens of bytes. Choose its file.").toStdString());
+        const auto key = core::keyOfFile(readFile(name, tr("Failed to open file.")));
+        showKey({reinterpret_cast<const char*>(key.data()), static_cast<qsizetype>(key.size())});
+    });
 }
 
 void DialogSignature::on_buttonSaveKey_clicked() {

@@ -48,11 +48,14 @@ protected:
 private slots:
     void on_editKey_textChanged();
     void on_buttonRandomKey_clicked();
+    void on_buttonLoadKey_clicked();
     void on_buttonSaveKey_clicked();
     void on_buttonForgetKey_clicked();
 
 private:
     QByteArray keyBytes() const;
+    // Shows the key as rows of eight pairs.
+    void showKey(const QByteArray& bytes);
 
     std::unique_ptr<Ui::DialogSignature> m_ui;
     DialogSettings m_settings;

@@ -12,6 +12,17 @@ namespace tarvo::window {
 
 namespace {
 
+// The values of the first points, as the range beside them is written.
+QString firstText(const std::vector<std::string>& values) {
+    QStringList texts;
+    for (const QString& value : textList(values)) {
+        bool isNumber = false;
+        (void)value.toDouble(&isNumber);
+        texts += isNumber ? localNumber(value) : value;
+    }
+    return texts.join("   ");
+}
+
 // The values that are shown of columns: of one name and attribute in all files as of one.
 class ColumnList {
 public:
@@ -24,7 +35,7 @@ public:
                 m_columns.push_back({QString::fromStdString(column.name),
                                      QString::fromStdString(column.descriptor()),
                                      {},
-                                     textList(found.first).join("   ")});
+                                     firstText(found.first)});
                 m_summaries.push_back(found.summary);
             } else {
                 m_summaries[place->second].merge(found.summary);

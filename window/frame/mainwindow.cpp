@@ -38,6 +38,7 @@
 #include <QLabel>
 #include <QMimeData>
 #include <QScreen>
+#include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
 #include <exception>
@@ -52,15 +53,21 @@ constexpr int toldFor = 5000;
 // Pixels from a window to the next one, so that the frames of both are seen.
 constexpr int besideBy = 40;
 
+// Milliseconds between two looks at the file while the window is active.
+constexpr int lookEvery = 3000;
+
 // The file's name as the status line shows it.
-QString withRemark(const QString& name, DatabaseSession::FileState state) {
+QString withRemark(const QString& name, DatabaseSession::FileState state, bool isOutdated) {
     switch (state) {
         case DatabaseSession::FileState::REPLACED:
             return QObject::tr("%1 (replaced by another file since it was opened)").arg(name);
         case DatabaseSession::FileState::GONE:
             return QObject::tr("%1 (deleted or renamed since it was opened)").arg(name);
         default:
-            return name;
+            return isOutdated
+                       ? QObject::tr("%1 (written elsewhere since it was read; F5 reads it anew)")
+                             .arg(name)
+                       : name;
     }
 }
 
@@ -82,6 +89,9 @@ MainWindow::MainWindow(const QString& textFileName) : m_ui(std::make_unique<Ui::
     giveFindKey();
     refreshPanels();
     restoreWindowGeometry();
+    auto* look = new QTimer(this);
+    connect(look, &QTimer::timeout, this, &MainWindow::lookAtFile);
+    look->start(lookEvery);
 
     m_ui->actionProgramSettings->setEnabled(false);
     m_ui->actionProgramSettings->setVisible(false);
@@ -201,6 +211,7 @@ void MainWindow::giveFindKey() {
 }
 
 void MainWindow::refreshPanels() {
+    m_session.noteReading();
     updateTabs();
     QStringList unread;
     QStringList reasons;
@@ -247,7 +258,7 @@ void MainWindow::updateStatus() {
     if (m_session.database)
         status = withRemark(m_session.readOnly ? tr("%1 (for reading only)").arg(m_session.fileName)
                                                : m_session.fileName,
-                            m_session.fileState());
+                            m_session.fileState(), m_session.isOutdated(!m_pendingBar->isHidden()));
     else if (!m_changelog->textFileName().isEmpty())
         status = m_changelog->textFileName();
     m_statusLabel->setText(status);
@@ -398,7 +409,13 @@ void MainWindow::changeEvent(QEvent* event) {
     if (event->type() == QEvent::PaletteChange || event->type() == QEvent::ApplicationPaletteChange)
         adaptToolTips(this);
     // The user comes back from where files are replaced.
-    if (event->type() == QEvent::ActivationChange && isActiveWindow() && !isBusy())
+    if (event->type() == QEvent::ActivationChange)
+        lookAtFile();
+}
+
+// Others may write to the file, or replace it, meanwhile.
+void MainWindow::lookAtFile() {
+    if (isActiveWindow() && !isBusy())
         updateStatus();
 }
 
@@ -429,7 +446,9 @@ void MainWindow::closeEvent(QCloseEvent* event) {
             libraryChoice().takeBack();
         return;
     }
-    ProgramSettings().setValue("Geometry", saveGeometry());
+    // What it has of the whole screen is nothing to begin with.
+    if (!isFullScreen())
+        ProgramSettings().setValue("Geometry", saveGeometry());
     if (m_session.database)
         ProgramSettings().setValue("Tab", m_ui->tabWidget->currentWidget()->objectName());
     // The window itself may live on, unseen, until all are closed.

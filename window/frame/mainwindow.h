@@ -108,6 +108,7 @@ private:
     void refreshHistories();
     void updateTabs();
     void updateStatus();
+    void lookAtFile();
     void updateActions();
     void updatePending();
     // Shows a further window, as large as this one, beside it. It is deleted when it is closed.

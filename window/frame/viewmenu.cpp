@@ -1,6 +1,7 @@
 #include "window/frame/viewmenu.h"
 
 #include "window/common/appearance.h"
+#include "window/common/programsettings.h"
 
 #include <QAction>
 #include <QActionGroup>
@@ -56,6 +57,23 @@ void addTextSizes(QMenu* menu) {
     QObject::connect(normal, &QAction::triggered, menu, [] { resetTextSize(); });
 }
 
+void addFullScreen(QMenu* menu, QWidget* window) {
+    QAction* action = addViewAction(menu, "actionFullScreen", QObject::tr("Full Screen"),
+                                    QObject::tr("Give the window the whole screen [F11]"));
+    action->setCheckable(true);
+    action->setShortcut(QKeySequence("F11"));
+    const auto show = [action, window] { action->setChecked(window->isFullScreen()); };
+    QObject::connect(action, &QAction::triggered, window, [window, show] {
+        // The place that the next window begins with.
+        if (!window->isFullScreen())
+            ProgramSettings().setValue("Geometry", window->saveGeometry());
+        window->setWindowState(window->windowState() ^ Qt::WindowFullScreen);
+        show();
+    });
+    // The desktop has keys of its own for that.
+    QObject::connect(menu, &QMenu::aboutToShow, action, show);
+}
+
 }  // namespace
 
 QMenu* createViewMenu(QWidget* window) {
@@ -65,6 +83,8 @@ QMenu* createViewMenu(QWidget* window) {
     addThemes(menu);
     menu->addSeparator();
     addTextSizes(menu);
+    menu->addSeparator();
+    addFullScreen(menu, window);
     return menu;
 }
 

@@ -18,6 +18,7 @@
 #include <QDir>
 #include <QEvent>
 #include <QFileDialog>
+#include <QKeyEvent>
 #include <stdexcept>
 
 namespace tarvo::window {
@@ -39,8 +40,13 @@ ChangelogPanel::ChangelogPanel(const DatabaseSession& session, QWidget* parent)
     m_ui->buttonChangelogNext->setDefaultAction(m_ui->actionChangelogNext);
     m_highlighter = new ChangelogSyntaxHighlighter(m_ui->editChangelog->document());
     m_highlighter->adaptTo(palette());
-    connect(m_ui->editChangelogSearch, &QLineEdit::returnPressed, m_ui->actionChangelogNext,
-            &QAction::trigger);
+    m_findAction = addFindAction(
+        "actionChangelogFind", tr("Go to the field that searches the changelog [Ctrl+F]"), [this] {
+            m_ui->editChangelogSearch->setFocus();
+            m_ui->editChangelogSearch->selectAll();
+        });
+    m_ui->editChangelogSearch->installEventFilter(this);
+    m_ui->editChangelog->installEventFilter(this);
     updateActions();
 }
 
@@ -48,16 +54,29 @@ ChangelogPanel::~ChangelogPanel() = default;
 
 void ChangelogPanel::updateActions() {
     const bool open = database() != nullptr;
-    for (QAction* action :
-         {m_ui->actionChangelogExportToTextfile, m_ui->actionChangelogAppendMessage,
-          m_ui->actionChangelogImportFromDatabase})
-        action->setEnabled(open);
+    m_ui->actionChangelogExportToTextfile->setEnabled(open);
+    m_ui->actionChangelogAppendMessage->setEnabled(isChangeable());
+    m_ui->actionChangelogImportFromDatabase->setEnabled(isChangeable());
 }
 
 void ChangelogPanel::changeEvent(QEvent* event) {
     Panel::changeEvent(event);
     if (event->type() == QEvent::PaletteChange)
         m_highlighter->adaptTo(palette());
+}
+
+// Return goes on from hit to hit, in the search field and in the text, which has the keyboard once
+// something was found.
+bool ChangelogPanel::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {
+            const bool isBack = key->modifiers() & Qt::ShiftModifier;
+            (isBack ? m_ui->actionChangelogPrevious : m_ui->actionChangelogNext)->trigger();
+            return true;
+        }
+    }
+    return Panel::eventFilter(watched, event);
 }
 
 void ChangelogPanel::refresh() {

@@ -29,6 +29,7 @@ public:
     void loadTextFile(const QString& fileName);
     // The text file that is shown; empty: none.
     const QString& textFileName() const { return m_textFileName; }
+    QAction* findAction() const override { return m_findAction; }
 
 signals:
     void textFileLoaded();
@@ -45,6 +46,7 @@ private slots:
 
 protected:
     void changeEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     // Selects what was found; tells what is wrong with the expression, or that nothing stands
@@ -56,6 +58,7 @@ private:
 
     std::unique_ptr<Ui::ChangelogPanel> m_ui;
     ChangelogSyntaxHighlighter* m_highlighter;  // owned by the document
+    QAction* m_findAction;
     QString m_textFileName;
     QString m_text;           // that is stored, with line feeds
     QStringList m_announced;  // messages that the pending transaction will add

@@ -1,36 +1,30 @@
-// A bar that finds a text in the cells of a tree: as it is typed, with a count of the hits and
+// A bar that finds a text in what a panel shows: as it is typed, with a count of the hits and
 // buttons to go through them.
 #pragma once
 
 #include <QString>
 #include <QWidget>
+#include <cstddef>
 #include <vector>
 
 class QLabel;
 class QLineEdit;
 class QShortcut;
 class QToolButton;
-class QTreeWidget;
 
 namespace tarvo::window {
-
-class FoundCell;
 
 class FindBar : public QWidget {
     Q_OBJECT
 
 public:
-    // The tree must outlive the bar, which starts hidden. hint: where it finds, in the empty line;
-    // suffix: of the names of its parts, which are unique in the program.
-    FindBar(QTreeWidget* tree, const QString& hint, QWidget* parent, const QString& suffix = {});
-
-    // For a list to whose panel F3 and Esc mean nothing else: while the bar is shown they work in all
-    // of the panel, the bar's parent, and the row that was found is selected when the bar closes.
-    void serveList();
+    // For a panel to which F3 and Esc mean nothing else: while the bar is shown they work in all of
+    // the panel, the bar's parent, and what was found is selected when the bar closes.
+    void servePanel();
 
     // Shows the bar and puts the keyboard into it.
     void open();
-    // The rows or columns shown changed.
+    // What is shown changed.
     void refresh();
 
 public slots:
@@ -39,32 +33,35 @@ public slots:
     void dismiss();
 
 protected:
+    // The view that finds must outlive the bar, which starts hidden. hint: where it finds, in the
+    // empty line; suffix: of the names of its parts, which are unique in the program.
+    FindBar(QWidget* view, const QString& hint, QWidget* parent, const QString& suffix);
+
+    // Looks for the text anew; no hit is marked then, and none is there for an empty text.
+    virtual void search(const QString& text) = 0;
+    virtual std::size_t hitCount() const = 0;
+    // The first hit that does not stand before the current place, and the first behind it; the
+    // count where there is none.
+    virtual std::size_t firstFromHere() const = 0;
+    virtual std::size_t firstBehindHere() const = 0;
+    // Makes the hit the current place, marked and seen.
+    virtual void show(std::size_t hit) = 0;
+    // The bar closes: takes the mark away. select: and leaves what it was on selected.
+    virtual void unmark(bool select) = 0;
+
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    struct Hit {
-        int row;  // of all rows, from top to bottom
-        int column;
-        bool operator<(const Hit& other) const {
-            return row != other.row ? row < other.row : column < other.column;
-        }
-    };
-
     QToolButton* addButton(const QString& name, const QString& icon, const QString& toolTip);
-    void search();
-    Hit current() const;
-    void show(std::size_t hit);
+    void searchAgain();
+    void showHit(std::size_t hit);
     void updateCount();
 
-    void mark(const QModelIndex& hit);
-
-    QTreeWidget* m_tree;
+    QWidget* m_view;
     const QString m_suffix;
-    std::vector<QShortcut*> m_listKeys;
-    FoundCell* m_mark;
+    std::vector<QShortcut*> m_panelKeys;
     QLineEdit* m_text;
     QLabel* m_count;
-    std::vector<Hit> m_hits;  // in the order of the rows
 };
 
 }  // namespace tarvo::window

@@ -3,6 +3,8 @@
 #include "ui_inspectionpanel.h"
 #include "window/common/appearance.h"
 #include "window/common/messageboxes.h"
+#include "window/panels/textfindbar.h"
+#include "window/widgets/reportview.h"
 
 #include <QComboBox>
 #include <QDesktopServices>
@@ -43,6 +45,12 @@ InspectionPanel::InspectionPanel(const DatabaseSession& session, QWidget* parent
     font.setStyleHint(QFont::TypeWriter, QFont::PreferBitmap);
     m_ui->textInspectionResult->setFont(font);
     useTextPaneFont(m_ui->textInspectionResult);
+    auto* findBar =
+        new TextFindBar(m_ui->textInspectionResult, tr("find in the report"), this, "Inspection");
+    findBar->servePanel();
+    m_ui->layoutPanel->addWidget(findBar);
+    m_findAction = addFindAction("actionInspectionFind", tr("Find a text in the report [Ctrl+F]"),
+                                 [findBar] { findBar->open(); });
 }
 
 InspectionPanel::~InspectionPanel() = default;

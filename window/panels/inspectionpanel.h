@@ -23,6 +23,7 @@ public:
 
     // Drops the report, which may no longer be true.
     void refresh() override;
+    QAction* findAction() const override { return m_findAction; }
 
 private slots:
     void on_actionInspectionUpdate_triggered();
@@ -33,6 +34,7 @@ private:
 
     std::unique_ptr<Ui::InspectionPanel> m_ui;
     QComboBox* m_format = nullptr;
+    QAction* m_findAction = nullptr;
 };
 
 }  // namespace tarvo::window

@@ -10,7 +10,7 @@
 #include "window/common/theme.h"
 #include "window/dialogs/dialogmetadata.h"
 #include "window/dialogs/dialogmetadatasignature.h"
-#include "window/panels/findbar.h"
+#include "window/panels/listfindbar.h"
 #include "window/widgets/headermemory.h"
 #include "window/widgets/listkeys.h"
 #include "window/widgets/numerictreewidgetitem.h"
@@ -97,8 +97,8 @@ MetaDataPanel::MetaDataPanel(const DatabaseSession& session, QWidget* parent)
     m_headerMemory = new HeaderMemory(m_ui->treeMetaData, m_ui->treeMetaData->objectName());
     m_headerMemory->keepColumnOrder();
     m_findBar =
-        new FindBar(m_ui->treeMetaData, tr("find in the metadata items"), this, "MetaData");
-    m_findBar->serveList();
+        new ListFindBar(m_ui->treeMetaData, tr("find in the metadata items"), this, "MetaData");
+    m_findBar->servePanel();
     m_ui->layoutPanel->insertWidget(m_ui->layoutPanel->indexOf(m_ui->treeMetaData) + 1, m_findBar);
     on_treeMetaData_itemSelectionChanged();
 }
@@ -177,12 +177,12 @@ void MetaDataPanel::changeEvent(QEvent* event) {
 
 void MetaDataPanel::on_treeMetaData_itemSelectionChanged() {
     const auto selected = m_ui->treeMetaData->selectedItems().size();
-    m_ui->actionMetaDataAdd->setEnabled(database() != nullptr);
+    m_ui->actionMetaDataAdd->setEnabled(isChangeable());
     m_ui->actionMetaDataEdit->setEnabled(selected == 1);
-    m_ui->actionMetaDataRemove->setEnabled(selected > 0);
+    m_ui->actionMetaDataRemove->setEnabled(selected > 0 && isChangeable());
     m_ui->actionMetaDataExport->setEnabled(selected > 0);
     m_ui->actionMetaDataSignature->setEnabled(selected == 1);
-    m_ui->actionMetaDataImport->setEnabled(database() != nullptr);
+    m_ui->actionMetaDataImport->setEnabled(isChangeable());
     m_ui->actionMetaDataFind->setEnabled(database() != nullptr);
 }
 
@@ -218,7 +218,7 @@ void MetaDataPanel::editItem(QString name, bool isNew) {
         bool written = false;
         // Where the database refuses the value, the editor comes up again with what was typed.
         while (!written) {
-            if (!DialogMetaData::edit(*database(), name, value, isNew, this))
+            if (!DialogMetaData::edit(*database(), name, value, isNew, this, m_session.readOnly))
                 return;
             if (!isNew && value == stored)
                 return;  // An item that is not written keeps its signature.

@@ -4,6 +4,8 @@
 #include "window/common/messageboxes.h"
 #include "window/common/textformat.h"
 
+#include <QAction>
+
 namespace tarvo::window {
 
 bool Panel::guarded(const std::function<void()>& action) {
@@ -12,6 +14,16 @@ bool Panel::guarded(const std::function<void()>& action) {
 
 bool Panel::aside(const QString& text, const AsideJob& job) {
     return guarded([&] { workAside(this, text, m_session.context, job); });
+}
+
+QAction* Panel::addFindAction(const QString& name, const QString& toolTip,
+                              const std::function<void()>& find) {
+    auto* action = new QAction(tr("Find"), this);
+    action->setObjectName(name);
+    action->setToolTip("<html><body><p>" + toolTip + "</p></body></html>");
+    connect(action, &QAction::triggered, this, find);
+    addAction(action);
+    return action;
 }
 
 bool Panel::inTransaction(const QString& title) {

@@ -25,7 +25,8 @@ public:
     // Shows the session's database anew; clears the panel while none is open. Throws
     // qrb::Error.
     virtual void refresh() = 0;
-    // Opens the panel's find bar; null: it has none. The key is the window's to give.
+    // Puts the keyboard where the panel finds: its search or filter field, or its find bar; null:
+    // it has none. The key is the window's to give.
     virtual QAction* findAction() const { return nullptr; }
 
 signals:
@@ -44,6 +45,13 @@ protected:
     // The same for what works with the database and may take its time: on another thread, with a
     // dialog that says what is being done and can cancel it (window/common/aside).
     bool aside(const QString& text, const AsideJob& job);
+
+    // Whether the user may change the database: one is open, and not for reading only.
+    bool isChangeable() const { return database() && !m_session.readOnly; }
+    // An action of this name for findAction(), which works while the panel is shown. The panel's.
+    // toolTip: what it does, in words.
+    QAction* addFindAction(const QString& name, const QString& toolTip,
+                           const std::function<void()>& find);
 
     // Whether a transaction is pending in the end. Where none is, one of this title is offered, and
     // its errors are shown.

@@ -9,7 +9,7 @@
 #include "window/common/programsettings.h"
 #include "window/common/textformat.h"
 #include "window/dialogs/attribute/dialogpointattribute.h"
-#include "window/panels/findbar.h"
+#include "window/panels/listfindbar.h"
 #include "window/widgets/headermemory.h"
 #include "window/widgets/listkeys.h"
 #include "window/widgets/numerictreewidgetitem.h"
@@ -95,9 +95,9 @@ PointAttributesPanel::PointAttributesPanel(const DatabaseSession& session, QWidg
     m_ui->treePointAttributes->header()->setSectionsClickable(true);
     connect(m_ui->treePointAttributes->header(), &QHeaderView::sectionClicked, this,
             &PointAttributesPanel::onTreePointAttributesColumnClicked);
-    m_findBar = new FindBar(m_ui->treePointAttributes, tr("find in the point attributes"), this,
-                            "PointAttributes");
-    m_findBar->serveList();
+    m_findBar = new ListFindBar(m_ui->treePointAttributes, tr("find in the point attributes"), this,
+                                "PointAttributes");
+    m_findBar->servePanel();
     m_ui->layoutPanel->insertWidget(m_ui->layoutPanel->indexOf(m_ui->treePointAttributes) + 1,
                                     m_findBar);
     on_treePointAttributes_itemSelectionChanged();
@@ -235,9 +235,9 @@ void PointAttributesPanel::selectAttributes(const std::vector<std::string>& name
 
 void PointAttributesPanel::on_treePointAttributes_itemSelectionChanged() {
     const auto names = selectedAttributes();
-    m_ui->actionPointAttributeAdd->setEnabled(database() != nullptr);
+    m_ui->actionPointAttributeAdd->setEnabled(isChangeable());
     m_ui->actionPointAttributeEdit->setEnabled(names.size() == 1);
-    m_ui->actionPointAttributeRemove->setEnabled(!names.empty());
+    m_ui->actionPointAttributeRemove->setEnabled(!names.empty() && isChangeable());
     m_ui->actionPointAttributeFind->setEnabled(database() != nullptr);
 }
 

@@ -5,8 +5,8 @@
 #include "window/common/messageboxes.h"
 #include "window/common/textfiles.h"
 #include "window/panels/filterhelp.h"
-#include "window/panels/findbar.h"
 #include "window/panels/formatexport.h"
+#include "window/panels/listfindbar.h"
 #include "window/panels/pointexport.h"
 #include "window/widgets/splittermemory.h"
 
@@ -35,7 +35,7 @@ PointDataPanel::PointDataPanel(const DatabaseSession& session, QWidget* parent)
     m_ui->treePointData->setSortingEnabled(true);
     // Line edits copy by the same keys.
     m_ui->actionQuerySelectCopy->setShortcutContext(Qt::WidgetShortcut);
-    m_findBar = new FindBar(m_ui->treePointData, tr("find in the points shown"), this);
+    m_findBar = new ListFindBar(m_ui->treePointData, tr("find in the points shown"), this);
     auto* layout = qobject_cast<QBoxLayout*>(this->layout());
     layout->insertWidget(layout->indexOf(m_ui->splitterPointData) + 1, m_findBar);
     m_ui->splitterPointData->setStretchFactor(0, 5);

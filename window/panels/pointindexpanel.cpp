@@ -125,6 +125,12 @@ PointIndexPanel::PointIndexPanel(const DatabaseSession& session, QWidget* parent
     connect(filter, qOverload<int>(&QComboBox::activated), m_ui->actionPointIndexFilterNodes,
             &QAction::trigger);
 
+    m_findAction = addFindAction("actionPointIndexFind",
+                                 tr("Go to the filter of the nodes [Ctrl+F]"), [filter] {
+                                     filter->setFocus();
+                                     filter->lineEdit()->selectAll();
+                                 });
+
     auto* header = m_ui->treePointIndexDetails->header();
     header->setSectionsClickable(true);
     connect(header, &QHeaderView::sectionClicked, this,

@@ -29,6 +29,7 @@ public:
 
     // Reads the index as soon as the panel is seen: a large one takes its time.
     void refresh() override;
+    QAction* findAction() const override { return m_findAction; }
     // The list of filters used last changed in another panel.
     void refreshHistory();
 
@@ -65,6 +66,7 @@ private:
     void resizeDetailColumns();
 
     std::unique_ptr<Ui::PointIndexPanel> m_ui;
+    QAction* m_findAction = nullptr;
     FilterHelp* m_filterHelp = nullptr;
     std::weak_ptr<qrb::Pointcloud> m_shownDatabase;
     QString m_appliedFilter;       // what the tree shows

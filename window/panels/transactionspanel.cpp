@@ -7,6 +7,7 @@
 #include "window/dialogs/dialoglevelofdetail.h"
 #include "window/dialogs/dialogtransaction.h"
 #include "window/dialogs/dialogtransactioncommit.h"
+#include "window/panels/listfindbar.h"
 #include "window/panels/transactioncomparison.h"
 #include "window/widgets/headermemory.h"
 #include "window/widgets/numerictreewidgetitem.h"
@@ -59,6 +60,15 @@ TransactionsPanel::TransactionsPanel(const DatabaseSession& session, QWidget* pa
     m_headerMemory->keepColumnOrder();
     if (!m_headerMemory->restoreSort())
         m_ui->treeTransactions->sortByColumn(TRANSACTION_ID, Qt::AscendingOrder);
+    m_findBar = new ListFindBar(m_ui->treeTransactions, tr("find in the transactions"), this,
+                                "Transactions");
+    m_findBar->servePanel();
+    m_ui->layoutPanel->insertWidget(m_ui->layoutPanel->indexOf(m_ui->treeTransactions) + 1,
+                                    m_findBar);
+    m_findAction =
+        addFindAction("actionTransactionFind", tr("Find a text in the transactions [Ctrl+F]"),
+                      [this] { m_findBar->open(); });
+    m_ui->treeTransactions->addAction(m_findAction);
     updateActions();
 }
 
@@ -105,6 +115,7 @@ void TransactionsPanel::refresh() {
     m_ui->labelTransactions->setText(
         m_pending ? tr("Transaction pending...")
                   : tr("Transactions: %1, Current transaction: %2").arg(ids.size()).arg(current));
+    m_findBar->refresh();
     updateActions();
 }
 
@@ -119,6 +130,7 @@ void TransactionsPanel::updateActions() {
     m_ui->actionTransactionCommit->setEnabled(m_pending);
     m_ui->actionTransactionRollback->setEnabled(m_pending);
     m_ui->actionTransactionRestore->setEnabled(idle && m_ui->treeTransactions->currentItem());
+    m_findAction->setEnabled(open);
     m_ui->actionTransactionSize->setEnabled(open);
     m_ui->actionTransactionCompare->setEnabled(open);
     for (QAction* action : {m_ui->actionTransactionDiscard, m_ui->actionManagementFinalize,
@@ -229,7 +241,7 @@ void TransactionsPanel::on_actionTransactionRestore_triggered() {
     const auto id = item->data(TRANSACTION_ID, Qt::UserRole).toUInt();
     if (confirmed(this, tr("Restore transaction \"%0\" (%1)?\n\n"
                            "The database gets the state of that transaction. Others stay in "
-                           "the list, and can be\nrestored as well, until a new transaction "
+                           "the list, and can be restored as well, until a new transaction "
                            "begins.")
                             .arg(item->text(TRANSACTION_TITLE), QString::number(id))))
         change(tr("Restoring the transaction..."),

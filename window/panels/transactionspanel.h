@@ -13,6 +13,7 @@ class QTreeWidgetItem;
 
 namespace tarvo::window {
 
+class FindBar;
 class HeaderMemory;
 
 namespace Ui {
@@ -27,6 +28,7 @@ public:
     ~TransactionsPanel() override;
 
     void refresh() override;
+    QAction* findAction() const override { return m_findAction; }
     // "Commit" and "Rollback", of the pending transaction.
     QList<QAction*> pendingActions() const;
 
@@ -65,6 +67,8 @@ private:
     std::unique_ptr<Ui::TransactionsPanel> m_ui;
     QToolButton* m_deleteButton = nullptr;
     HeaderMemory* m_headerMemory = nullptr;
+    FindBar* m_findBar = nullptr;
+    QAction* m_findAction = nullptr;
     bool m_pending = false;
 };
 

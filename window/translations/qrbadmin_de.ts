@@ -5893,6 +5893,18 @@ bis Transaktion %1</translation>
         <source>Making a sample ...</source>
         <translation>Ein Beispiel wird erstellt ...</translation>
     </message>
+    <message>
+        <source>%1 (written elsewhere since it was read; F5 reads it anew)</source>
+        <translation>%1 (seit dem Lesen anderswo beschrieben; F5 liest neu)</translation>
+    </message>
+    <message>
+        <source>Full Screen</source>
+        <translation>Vollbild</translation>
+    </message>
+    <message>
+        <source>Give the window the whole screen [F11]</source>
+        <translation>Dem Fenster den ganzen Bildschirm geben [F11]</translation>
+    </message>
 </context>
 <context>
     <name>tarvo::window::ChangelogPanel</name>
@@ -6027,6 +6039,10 @@ bis Transaktion %1</translation>
     <message>
         <source>Log entries: %1</source>
         <translation>Protokolleinträge: %L1</translation>
+    </message>
+    <message>
+        <source>Go to the field that searches the changelog [Ctrl+F]</source>
+        <translation>Zum Suchfeld des Änderungsprotokolls gehen [Strg+F]</translation>
     </message>
 </context>
 <context>
@@ -7038,6 +7054,10 @@ Als Text speichern?</translation>
         <source>Save Value</source>
         <translation>Wert speichern</translation>
     </message>
+    <message>
+        <source>The database was opened for reading only: changes can&apos;t be saved.</source>
+        <translation>Die Datenbank wurde nur zum Lesen geöffnet: Änderungen können nicht gespeichert werden.</translation>
+    </message>
 </context>
 <context>
     <name>tarvo::window::DialogMetaDataSignature</name>
@@ -7908,6 +7928,34 @@ Abbrechen und das Fenster schließen?</translation>
         <source>A key is pairs of hexadecimal digits, with a blank, a line end, a comma or a hyphen behind each, and nothing in front.</source>
         <translation>Ein Schlüssel besteht aus Paaren hexadezimaler Ziffern, hinter jedem ein Leerzeichen, ein Zeilenende, ein Komma oder ein Bindestrich, und nichts davor.</translation>
     </message>
+    <message>
+        <source>&amp;Load ...</source>
+        <translation>&amp;Laden ...</translation>
+    </message>
+    <message>
+        <source>Take the key from a file with hexadecimal digits, or with the bytes themselves</source>
+        <translation>Den Schlüssel aus einer Datei mit hexadezimalen Ziffern oder mit den Bytes selbst nehmen</translation>
+    </message>
+    <message>
+        <source>Load Signature Key</source>
+        <translation>Schlüssel der Signatur laden</translation>
+    </message>
+    <message>
+        <source>Text files (*.txt);;All files (*)</source>
+        <translation>Textdateien (*.txt);;Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>The file is too large for a key.</source>
+        <translation>Die Datei ist zu groß für einen Schlüssel.</translation>
+    </message>
+    <message>
+        <source>A key has some dozens of bytes. Choose its file.</source>
+        <translation>Ein Schlüssel hat einige Dutzend Bytes. Seine Datei wählen.</translation>
+    </message>
+    <message>
+        <source>Failed to open file.</source>
+        <translation>Die Datei konnte nicht geöffnet werden.</translation>
+    </message>
 </context>
 <context>
     <name>tarvo::window::DialogTransaction</name>
@@ -8267,6 +8315,14 @@ Abbrechen und das Fenster schließen?</translation>
 %1</source>
         <translation>Diese Seite im Webbrowser öffnen?
 %1</translation>
+    </message>
+    <message>
+        <source>find in the report</source>
+        <translation>im Bericht suchen</translation>
+    </message>
+    <message>
+        <source>Find a text in the report [Ctrl+F]</source>
+        <translation>Einen Text im Bericht suchen [Strg+F]</translation>
     </message>
 </context>
 <context>
@@ -8674,6 +8730,10 @@ Die Transaktion „%1“ beginnen und fortfahren?</translation>
     <message>
         <source>Beginning a transaction...</source>
         <translation>Transaktion wird begonnen...</translation>
+    </message>
+    <message>
+        <source>Find</source>
+        <translation>Suchen</translation>
     </message>
 </context>
 <context>
@@ -9315,6 +9375,10 @@ Ansicht gekürzt!</translation>
         <source>Value (cleaned)</source>
         <translation>Wert (bereinigt)</translation>
     </message>
+    <message>
+        <source>Go to the filter of the nodes [Ctrl+F]</source>
+        <translation>Zum Filter der Knoten gehen [Strg+F]</translation>
+    </message>
 </context>
 <context>
     <name>tarvo::window::PointValues</name>
@@ -9567,16 +9631,6 @@ Alle Änderungen gehen verloren.</translation>
         <translation>Transaktion wird zurückgenommen...</translation>
     </message>
     <message>
-        <source>Restore transaction &quot;%0&quot; (%1)?
-
-The database gets the state of that transaction. Others stay in the list, and can be
-restored as well, until a new transaction begins.</source>
-        <translation>Die Transaktion „%0“ (%1) wiederherstellen?
-
-Die Datenbank erhält den Stand dieser Transaktion. Andere bleiben in der Liste und können
-ebenfalls wiederhergestellt werden, bis eine neue Transaktion beginnt.</translation>
-    </message>
-    <message>
         <source>Restoring the transaction...</source>
         <translation>Transaktion wird wiederhergestellt...</translation>
     </message>
@@ -9667,6 +9721,22 @@ können nicht gelöscht werden.</translation>
     <message>
         <source>That releases about %1.</source>
         <translation>Das gibt etwa %1 frei.</translation>
+    </message>
+    <message>
+        <source>find in the transactions</source>
+        <translation>in den Transaktionen suchen</translation>
+    </message>
+    <message>
+        <source>Find a text in the transactions [Ctrl+F]</source>
+        <translation>Einen Text in den Transaktionen suchen [Strg+F]</translation>
+    </message>
+    <message>
+        <source>Restore transaction &quot;%0&quot; (%1)?
+
+The database gets the state of that transaction. Others stay in the list, and can be restored as well, until a new transaction begins.</source>
+        <translation>Die Transaktion „%0“ (%1) wiederherstellen?
+
+Die Datenbank erhält den Stand dieser Transaktion. Andere bleiben in der Liste und können ebenfalls wiederhergestellt werden, bis eine neue Transaktion beginnt.</translation>
     </message>
 </context>
 </TS>
