@@ -35,7 +35,9 @@ public:
         QString source;
         while (!xml.atEnd()) {
             xml.readNext();
-            if (xml.isStartElement() && xml.name() == u"source")
+            if (xml.isStartElement() && xml.name() == u"name")
+                m_least = xml.readElementText() == "Messages" ? 20 : 3;
+            else if (xml.isStartElement() && xml.name() == u"source")
                 source = xml.readElementText();
             else if (xml.isStartElement() && xml.name() == u"translation")
                 add(source, xml.readElementText());
@@ -58,7 +60,8 @@ private:
             return;
         m_texts += source;
         const QStringList pieces = source.split(placeholder);
-        if (pieces.size() == 1 || !pieces.join("").contains(word))
+        if (pieces.size() == 1 || !pieces.join("").contains(word) ||
+            pieces.join("").size() < m_least)
             return;
         QStringList escaped;
         for (const QString& piece : pieces)
@@ -67,6 +70,8 @@ private:
                                          QRegularExpression::DotMatchesEverythingOption);
     }
 
+    // Parts of messages are short, and look like what databases and plugins hold.
+    qsizetype m_least = 3;
     QSet<QString> m_texts;
     QList<QRegularExpression> m_patterns;
 };

@@ -186,7 +186,7 @@ void MessagesTest::damagedFilesAreToldOf() {
             for (int k = 0; k < i % 4 + 1 && !broken.isEmpty(); ++k)
                 broken[random.bounded(
                     std::min(static_cast<int>(broken.size()), i % 2 ? 400 : 40000))] =
-                    static_cast<char>(random.bounded(256));
+                    static_cast<char>(1 + random.bounded(255));
             const QString name = written(path(QString("broken.") + format), broken);
             check(QString("%1 %2").arg(format).arg(i), [&] {
                 auto points = exchange::openSource(name.toStdString(), format);
