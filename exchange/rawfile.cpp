@@ -35,10 +35,11 @@ void RawFile::fail(const std::string& text) const {
 }
 
 void failFormat(const std::string& format, const std::string& fileName, const std::string& text) {
-    const std::string article = format == "PLY" || format == "PTX" ? "a " : "an ";
-    throw core::Failure(
-        "The " + format + " file \"" + fileName + "\" can't be read: " + text + ".",
-        "The file is damaged, cut off or not " + article + format + " file; nothing was imported.");
+    const bool consonant = format == "PLY" || format == "PTX";
+    throw core::Failure("The " + format + " file \"" + fileName + "\" can't be read: " + text + ".",
+                        "The file is damaged, cut off or not " +
+                            std::string(consonant ? "a " : "an ") + format +
+                            " file; nothing was imported.");
 }
 
 }  // namespace tarvo::exchange

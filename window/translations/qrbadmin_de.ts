@@ -2172,10 +2172,6 @@ Was sie enthielt, kann noch gelesen werden. Sie unter diesem Namen zurückstelle
         <translation>Die Datei ist abgeschnitten, oder ihre Anzahl ist falsch; nichts wurde importiert.</translation>
     </message>
     <message>
-        <source>The file is damaged, cut off or not %1 file; nothing was imported.</source>
-        <translation>Die Datei ist beschädigt, abgeschnitten oder nicht im genannten Format (%1); importiert wurde nichts.</translation>
-    </message>
-    <message>
         <source>The file is damaged. Restore it from a backup.</source>
         <translation>Die Datei ist beschädigt. Sie aus einer Sicherung wiederherstellen.</translation>
     </message>
@@ -4990,6 +4986,14 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     <message>
         <source>unable to open database file</source>
         <translation>die Datenbankdatei kann nicht geöffnet werden</translation>
+    </message>
+    <message>
+        <source>The file is damaged, cut off or not a %1 file; nothing was imported.</source>
+        <translation>Die Datei ist beschädigt, abgeschnitten oder keine %1-Datei; importiert wurde nichts.</translation>
+    </message>
+    <message>
+        <source>The file is damaged, cut off or not an %1 file; nothing was imported.</source>
+        <translation>Die Datei ist beschädigt, abgeschnitten oder keine %1-Datei; importiert wurde nichts.</translation>
     </message>
 </context>
 <context>
