@@ -32,15 +32,15 @@ public:
         if (!file.open(QIODevice::ReadOnly))
             qFatal("no file of translations");
         QXmlStreamReader xml(&file);
-        QString source;
+        QString source, context;
         while (!xml.atEnd()) {
             xml.readNext();
             if (xml.isStartElement() && xml.name() == u"name")
-                m_least = xml.readElementText() == "Messages" ? 20 : 3;
+                context = xml.readElementText();
             else if (xml.isStartElement() && xml.name() == u"source")
                 source = xml.readElementText();
             else if (xml.isStartElement() && xml.name() == u"translation")
-                add(source, xml.readElementText());
+                add(context, source, xml.readElementText());
         }
     }
 
@@ -53,15 +53,17 @@ public:
     }
 
 private:
-    void add(const QString& source, const QString& translation) {
+    void add(const QString& context, const QString& source, const QString& translation) {
         static const QRegularExpression placeholder(R"(%\d)");
         static const QRegularExpression word("[a-z]{3}");
-        if (source == translation)
+        // Settings that are no texts have some of these words, too.
+        if (source == translation || context == "PointAttribute")
             return;
+        // Parts of messages are short, and look like what databases and plugins hold.
+        const qsizetype least = context == "Messages" ? 20 : 3;
         m_texts += source;
         const QStringList pieces = source.split(placeholder);
-        if (pieces.size() == 1 || !pieces.join("").contains(word) ||
-            pieces.join("").size() < m_least)
+        if (pieces.size() == 1 || !pieces.join("").contains(word) || pieces.join("").size() < least)
             return;
         QStringList escaped;
         for (const QString& piece : pieces)
@@ -70,8 +72,6 @@ private:
                                          QRegularExpression::DotMatchesEverythingOption);
     }
 
-    // Parts of messages are short, and look like what databases and plugins hold.
-    qsizetype m_least = 3;
     QSet<QString> m_texts;
     QList<QRegularExpression> m_patterns;
 };
