@@ -7930,7 +7930,7 @@ Abbrechen und das Fenster schließen?</translation>
     </message>
     <message>
         <source>&amp;Load ...</source>
-        <translation>&amp;Laden ...</translation>
+        <translation>L&amp;aden ...</translation>
     </message>
     <message>
         <source>Take the key from a file with hexadecimal digits, or with the bytes themselves</source>
