@@ -7929,7 +7929,7 @@ Abbrechen und das Fenster schließen?</translation>
         <translation>Ein Schlüssel besteht aus Paaren hexadezimaler Ziffern, hinter jedem ein Leerzeichen, ein Zeilenende, ein Komma oder ein Bindestrich, und nichts davor.</translation>
     </message>
     <message>
-        <source>&amp;Load ...</source>
+        <source>Lo&amp;ad ...</source>
         <translation>L&amp;aden ...</translation>
     </message>
     <message>
