@@ -45,6 +45,7 @@ ChangelogPanel::ChangelogPanel(const DatabaseSession& session, QWidget* parent)
             m_ui->editChangelogSearch->setFocus();
             m_ui->editChangelogSearch->selectAll();
         });
+    m_ui->editChangelog->addAction(m_findAction);
     m_ui->editChangelogSearch->installEventFilter(this);
     m_ui->editChangelog->installEventFilter(this);
     updateActions();

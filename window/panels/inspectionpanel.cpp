@@ -51,6 +51,7 @@ InspectionPanel::InspectionPanel(const DatabaseSession& session, QWidget* parent
     m_ui->layoutPanel->addWidget(findBar);
     m_findAction = addFindAction("actionInspectionFind", tr("Find a text in the report [Ctrl+F]"),
                                  [findBar] { findBar->open(); });
+    m_ui->textInspectionResult->addAction(m_findAction);
 }
 
 InspectionPanel::~InspectionPanel() = default;

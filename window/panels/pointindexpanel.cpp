@@ -130,6 +130,7 @@ PointIndexPanel::PointIndexPanel(const DatabaseSession& session, QWidget* parent
                                      filter->setFocus();
                                      filter->lineEdit()->selectAll();
                                  });
+    m_ui->treePointIndexNodes->addAction(m_findAction);
 
     auto* header = m_ui->treePointIndexDetails->header();
     header->setSectionsClickable(true);

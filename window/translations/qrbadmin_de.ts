@@ -7933,8 +7933,8 @@ Abbrechen und das Fenster schließen?</translation>
         <translation>Ein Schlüssel besteht aus Paaren hexadezimaler Ziffern, hinter jedem ein Leerzeichen, ein Zeilenende, ein Komma oder ein Bindestrich, und nichts davor.</translation>
     </message>
     <message>
-        <source>&amp;Load ...</source>
-        <translation>&amp;Laden ...</translation>
+        <source>Lo&amp;ad ...</source>
+        <translation>L&amp;aden ...</translation>
     </message>
     <message>
         <source>Take the key from a file with hexadecimal digits, or with the bytes themselves</source>
