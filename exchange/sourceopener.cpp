@@ -12,12 +12,6 @@
 
 namespace tarvo::exchange {
 
-namespace {
-
-// Open files are few and have buffers, and what stays decoded goes with them: a few inputs are
-// worth to be kept open, as texts are read to their end when they are opened.
-constexpr std::size_t mostOpen = 16;
-
 // What tells that a file was written to or replaced.
 struct FileState {
     std::optional<files::Identity> identity;
@@ -25,6 +19,12 @@ struct FileState {
     std::filesystem::file_time_type time;
     bool operator==(const FileState&) const = default;
 };
+
+namespace {
+
+// Open files are few and have buffers, and what stays decoded goes with them: a few inputs are
+// worth to be kept open, as texts are read to their end when they are opened.
+constexpr std::size_t mostOpen = 16;
 
 FileState stateOf(const std::string& fileName) {
     FileState state;

@@ -66,7 +66,7 @@ const Expected actions[] = {
     {"actionQuerySelectNext", "Run/Next", "F3", "filter", open},
     {"actionQuerySelectCancel", "Cancel", "Esc", "cancel", "q"},
     {"actionQuerySelectExport", "Export", "", "db-save", open},
-    {"actionQuerySelectExportPoints", "Export points ...", "", "db-save", open},
+    {"actionQuerySelectExportPoints", "Export points ...", "", "points-save", open},
     {"actionFactoryMode", "Factory mode", "", "", never},
     {"actionColumnsShowAll", "Show all", "", "show-full", open},
     {"actionColumnsHideAll", "Hide all", "", "show-none", open},
@@ -89,6 +89,11 @@ const Expected actions[] = {
     {"actionQuerySelectCount", "Count", "F4", "count", open},
     {"actionMetaDataFind", "Find", "", "", open},
     {"actionPointAttributeFind", "Find", "", "", open},
+    {"actionTransactionFind", "Find", "", "", open},
+    {"actionChangelogFind", "Find", "", "", always},
+    {"actionPointIndexFind", "Find", "", "", always},
+    {"actionInspectionFind", "Find", "", "", always},
+    {"actionFullScreen", "Full Screen", "F11", "", always},
     {"actionQuerySelectCopyColumn", "Copy column", "", "", "qr"},
     {"actionQuerySelectCopyCellFilter", "Copy a filter of the value", "", "", "qr"},
     {"actionPointNames", "Show names of values", "", "", always},
@@ -307,7 +312,8 @@ void ActionsTest::actionsAreNamedAndPlacedAsTold() {
             QVERIFY2(imageOf(action->icon()) == imageOf(QIcon(icon)), expected.name);
         // What the part of the program shows does not depend on the state.
         QCOMPARE(action->isVisible(), expected.states != never);
-        const QStringList views = {"actionPointNames", "actionPointValues", "actionFactoryMode"};
+        const QStringList views = {"actionPointNames", "actionPointValues", "actionFactoryMode",
+                                   "actionFullScreen"};
         QCOMPARE(action->isCheckable(), views.contains(action->objectName()) ||
                                             action->objectName().startsWith("actionTheme"));
     }
