@@ -41,6 +41,9 @@ EXCUSED = {
     "window/panels/indexsearch.cpp": "find (largest|fullest) (leaf|node)",
     "window/dialogs/filterinsertmenu.cpp": "find (largest|fullest) (leaf|node)",
     "window/common/programsettings.h": "MainWindow",
+    # Names of objects.
+    "window/panels/inspectionpanel.cpp": "Inspection",
+    "window/panels/transactionspanel.cpp": "Transactions",
     "window/common/aside.h": "Cancelled.",
     "window/common/iconengine.cpp": "icon ",
     # Where the translations of other texts are looked up.
