@@ -82,12 +82,16 @@ ColourBy kindOf(const PointAttribute& attribute) {
     return attribute.namedValues.empty() ? ColourBy::Number : ColourBy::Class;
 }
 
-std::vector<LegendEntry> namesOf(const PointAttribute& attribute) {
+// Of the values that points may have, as several share a colour.
+std::vector<LegendEntry> namesOf(const PointAttribute& attribute,
+                                 const std::optional<drawing::Range>& range) {
     std::vector<core::NamedValue> values = core::readNamedValues(attribute.namedValues);
     core::sortNamedValues(values);
     std::vector<LegendEntry> entries;
     for (const core::NamedValue& value : values)
-        if (const auto number = core::namedNumber(value.value); value.understood && number)
+        if (const auto number = core::namedNumber(value.value);
+            value.understood && number && range && number->value >= range->low &&
+            number->value <= range->high)
             entries.push_back({drawing::paletteColour(static_cast<std::int64_t>(
                                    std::clamp(number->value, -9e18, 9e18))),
                                value.value + " " + value.name});
@@ -186,7 +190,7 @@ Colouring::Colouring(const qrb::Pointcloud& database, const NodeTree& tree,
             m_unit = attribute.unitSymbol;
             if (choice.by == ColourBy::Class) {
                 m_elements.push_back(elementOf(attribute, choice.element));
-                m_legend = namesOf(attribute);
+                m_legend = namesOf(attribute, rangeOf(database, m_elements.back()));
             } else {
                 setRange(database, elementOf(attribute, choice.element));
             }

@@ -59,7 +59,8 @@ public:
     bool isRamp() const;
     const drawing::Range& range() const { return m_range; }
     const std::string& unit() const { return m_unit; }
-    // Of a palette: what its colours stand for; empty where colours are the points' own.
+    // Of a palette: what its colours stand for, between the smallest and the largest value that
+    // points have; empty where colours are the points' own.
     const std::vector<LegendEntry>& legend() const { return m_legend; }
 
 private:

@@ -38,7 +38,7 @@ protected:
         m_cloud = std::make_unique<qrb::Pointcloud>(m_context);
         m_cloud->create(m_file, settings);
         PointAttribute kind = attribute("kind", 0, 20, 1);
-        kind.namedValues = "1=one\n2=two\n5=five";
+        kind.namedValues = "1=one\n2=two\n5=five\n18=far";
         kind.invalidValue = 20;
         TransactionGuard transaction(m_cloud->transactions(), "points", "tests");
         m_cloud->pointAttributes().add(kind);

@@ -80,7 +80,7 @@ TEST_F(PictureTest, ColoursByWhatTheDatabaseHas) {
         EXPECT_THROW((void)readColour(*m_cloud, wrong), tarvo::core::Failure) << wrong;
     NodeTree tree(*m_cloud);
     const Colouring kinds(*m_cloud, tree, readColour(*m_cloud, "kind"));
-    ASSERT_EQ(kinds.legend().size(), 3U);
+    ASSERT_EQ(kinds.legend().size(), 3U);  // nothing of the value that no point has
     EXPECT_EQ(kinds.legend()[1].text, "2 two");
     EXPECT_EQ(kinds.legend()[1].colour, paletteColour(2));
     const ViewNode node;
