@@ -1,35 +1,20 @@
 #include "window/dialogs/attribute/dialogpointattribute.h"
 
 #include "core/defaultattribute.h"
-#include "core/json.h"
-#include "core/jsonvalues.h"
 #include "core/namedvalues.h"
-#include "core/redefinition.h"
-#include "qrb/error.h"
 #include "ui_dialogpointattribute.h"
 #include "window/common/appearance.h"
-#include "window/common/attributewords.h"
 #include "window/common/clipboard.h"
-#include "window/common/filefilter.h"
 #include "window/common/guard.h"
 #include "window/common/messageboxes.h"
-#include "window/common/messages.h"
-#include "window/common/outputdialog.h"
-#include "window/common/textfiles.h"
-#include "window/common/textformat.h"
 #include "window/dialogs/attribute/attributesuggestions.h"
 #include "window/dialogs/attribute/dialognamedvalues.h"
 #include "window/dialogs/attribute/dialogpointattributelod.h"
-#include "window/dialogs/checklabel.h"
+#include "window/dialogs/attribute/storagechoices.h"
 #include "window/widgets/listcompleter.h"
 
-#include <QApplication>
-#include <QClipboard>
-#include <QFileDialog>
 #include <QKeyEvent>
-#include <QLocale>
 #include <QMenu>
-#include <QPushButton>
 #include <QScrollBar>
 #include <algorithm>
 #include <cmath>
@@ -54,78 +39,7 @@ enum ShownText {
 constexpr int longestText = 1'000'000;
 constexpr int longestSummary = 200;
 
-QString jsonFilter() {
-    return withAllFiles(QObject::tr("JSON files (*.json)"));
-}
-
-struct Choice {
-    int value;
-    const char* meaning;
-};
-
-constexpr Choice storageClasses[] = {
-    {PointAttribute::CONSTANT,
-     QT_TRANSLATE_NOOP("QObject", "One value for all points, stored once.")},
-    {PointAttribute::VARIABLE,
-     QT_TRANSLATE_NOOP("QObject",
-                       "A value per point that seldom changes: stored in blocks together "
-                       "with other attributes.")},
-    {PointAttribute::DYNAMIC,
-     QT_TRANSLATE_NOOP("QObject",
-                       "A value per point that changes often, such as a selection: stored in "
-                       "blocks of its own, so that a change leaves no dead bytes behind.")},
-};
-constexpr Choice compressions[] = {
-    {PointAttribute::DEFAULT,
-     QT_TRANSLATE_NOOP("QObject", "What suits the values of a block best.")},
-    {PointAttribute::DELTA,
-     QT_TRANSLATE_NOOP("QObject",
-                       "Differences of neighbouring points: for values that change little from "
-                       "point to point, such as times.")},
-    {PointAttribute::SHUFFLE,
-     QT_TRANSLATE_NOOP("QObject",
-                       "Bytes of equal weight side by side: for numbers of many bytes whose "
-                       "upper ones change little.")},
-    {PointAttribute::DELTA_SHUFFLE,
-     QT_TRANSLATE_NOOP("QObject", "Differences, and their bytes of equal weight side by side.")},
-};
-
-template <typename Choices, typename NameOf>
-void fillChoices(QComboBox* list, const Choices& choices, NameOf nameOf) {
-    QStringList explained;
-    for (const Choice& choice : choices) {
-        const QString name = nameOf(static_cast<std::uint8_t>(choice.value));
-        list->addItem(name, choice.value);
-        const QString meaning = QObject::tr(choice.meaning);
-        list->setItemData(list->count() - 1, meaning, Qt::ToolTipRole);
-        explained += QString("<p><b>%0</b>: %1</p>").arg(name, meaning);
-    }
-    list->setToolTip("<html>" + explained.join("") + "</html>");
-}
-
-// A value that the list lacks gets an entry of its own, so that it is kept.
-void choose(QComboBox* list, int value) {
-    int index = list->findData(value);
-    if (index < 0) {
-        index = list->count();
-        list->addItem(QObject::tr("unknown (%0)").arg(value), value);
-    }
-    list->setCurrentIndex(index);
-}
-
 constexpr int descriptionLines = 4;  // that are seen at once
-
-CheckKind kindOf(core::Severity severity) {
-    switch (severity) {
-        case core::Severity::ERROR:
-            break;
-        case core::Severity::REFUSAL:
-            return CheckKind::REFUSAL;
-        case core::Severity::NOTE:
-            return CheckKind::NOTE;
-    }
-    return CheckKind::ERROR;
-}
 
 }  // namespace
 
@@ -189,8 +103,8 @@ void DialogPointAttribute::buildFields() {
     m_ui->editUnitSymbol->addItems(suggestedUnits());
     // "m" is not to become "m²" on its own.
     m_ui->editUnitSymbol->setCompleter(nullptr);
-    fillChoices(m_ui->editStorageClass, storageClasses, storageClassText);
-    fillChoices(m_ui->editCompressionOptions, compressions, compressionText);
+    fillStorageClasses(m_ui->editStorageClass);
+    fillCompressions(m_ui->editCompressionOptions);
 
     const auto resolution = [this] { return m_ui->editResolution->number(); };
     for (NumberEdit* edit : {m_ui->editMinimumValue, m_ui->editMaximumValue, m_ui->editDefaultValue,
@@ -310,8 +224,8 @@ void DialogPointAttribute::fill(const PointAttribute& attribute) {
     m_ui->boxNoInvalidValue->setChecked(none);
     m_ui->editInvalidValue->setNumber(none ? 0 : attribute.invalidValue);
     m_ui->editInvalidValue->setEnabled(!none);
-    choose(m_ui->editStorageClass, attribute.storageClass);
-    choose(m_ui->editCompressionOptions, attribute.compressionOptions);
+    chooseValue(m_ui->editStorageClass, attribute.storageClass);
+    chooseValue(m_ui->editCompressionOptions, attribute.compressionOptions);
     m_namedValues = attribute.namedValues;
     showNamedValues();
     m_ui->editLodSettings->setText(QString::fromStdString(attribute.lodSettings));
@@ -446,182 +360,6 @@ void DialogPointAttribute::showNamedValues() {
     m_ui->editNamedValues->setText(values.empty() ? tr("none", "named values")
                                                   : summary.left(longestSummary));
     m_ui->editNamedValues->setCursorPosition(0);
-}
-
-std::optional<PointAttribute> DialogPointAttribute::readJson(const std::string& text) const {
-    PointAttribute attribute;
-    attribute.name.clear();
-    try {
-        attribute.fromJson(text);
-    } catch (const qrb::Error&) {
-        rapidjson::Document quoted;
-        if (quoted.Parse<rapidjson::kParseIterativeFlag>(text.data(), text.size())
-                .HasParseError() ||
-            !quoted.IsString())
-            throw;
-        attribute.fromJson(core::jsonStringValue(quoted));
-    }
-    if (attribute.name.empty())
-        return std::nullopt;
-    return attribute;
-}
-
-void DialogPointAttribute::onMenuAboutToShow() {
-    bool record = false;
-    try {
-        record = readJson(QApplication::clipboard()->text().toStdString()).has_value();
-    } catch (const qrb::Error&) {
-        record = false;  // the clipboard holds something else
-    }
-    m_ui->actionPaste->setEnabled(record);
-}
-
-void DialogPointAttribute::onCopyToClipboard() {
-    guarded(this, [this] {
-        copyToClipboard(QString::fromStdString(read().toJson()), qobject_cast<QAction*>(sender()));
-    });
-}
-
-void DialogPointAttribute::on_actionPaste_triggered() {
-    guarded(this, [this] {
-        if (const auto pasted = readJson(QApplication::clipboard()->text().toStdString()))
-            take(*pasted, tr("Replace what was typed by the definition on the clipboard?"));
-    });
-}
-
-void DialogPointAttribute::on_actionLoad_triggered() {
-    const QString name =
-        QFileDialog::getOpenFileName(this, tr("Load Point Attribute"), {}, jsonFilter());
-    if (name.isEmpty())
-        return;
-    guarded(this, [&] {
-        const auto loaded = readJson(readFile(name));
-        if (!loaded)
-            throw qrb::ErrorImpl(
-                0, tr("The file holds no point attribute.").toStdString(),
-                tr("A JSON object with a member \"name\" is expected.").toStdString());
-        take(*loaded, tr("Replace what was typed by the definition in the file?"));
-    });
-}
-
-void DialogPointAttribute::on_actionSave_triggered() {
-    const QString name = chooseOutput(this, tr("Save Point Attribute"),
-                                      m_ui->editName->text() + ".json", jsonFilter(), "json");
-    if (name.isEmpty())
-        return;
-    guarded(this, [&] { writeFile(name, core::formattedJson(read().toJson())); });
-}
-
-std::vector<core::AttributeFinding> DialogPointAttribute::findings(
-    const PointAttribute& attribute) {
-    using core::AttributeField;
-    using core::Severity;
-    auto found = core::checkAttribute(attribute, m_use);
-    // A text that is no number is told as such, in place of what follows from it.
-    const std::pair<NumberEdit*, AttributeField> numbers[] = {
-        {m_ui->editInvalidValue, AttributeField::DEFAULT},
-        {m_ui->editDefaultValue, AttributeField::DEFAULT},
-        {m_ui->editScaleFactor, AttributeField::RESOLUTION},
-        {m_ui->editResolution, AttributeField::RESOLUTION},
-        {m_ui->editMaximumValue, AttributeField::RANGE},
-        {m_ui->editMinimumValue, AttributeField::RANGE},
-    };
-    for (const auto& [edit, field] : numbers) {
-        if (!edit->isEnabled() || edit->number())
-            continue;
-        const QString text = edit->text().trimmed();
-        const QString problem =
-            text.isEmpty() ? tr("A number is missing.")
-            : text.contains(',') && QLocale().decimalPoint() == "."
-                ? tr("\"%0\" is no number; the decimal mark is a point.").arg(text)
-                : tr("\"%0\" is no number.").arg(text);
-        found.insert(found.begin(), {field, Severity::ERROR, problem.toStdString()});
-    }
-    // The library has the last word.
-    QString type;
-    try {
-        const auto dataType = attribute.dataType();
-        type = QString("%0 (%1)")
-                   .arg(dataTypeName(dataType))
-                   .arg(dataTypeSize(dataType) == 1 ? tr("1 byte")
-                                                    : tr("%0 bytes").arg(dataTypeSize(dataType)));
-    } catch (const qrb::Error& problem) {
-        // Told here only where the checks found nothing.
-        if (std::all_of(found.begin(), found.end(),
-                        [](const auto& each) { return each.severity == Severity::NOTE; }))
-            found.push_back({AttributeField::LENGTH, Severity::REFUSAL, problem.what()});
-    }
-    m_validGrid = std::none_of(found.begin(), found.end(), [](const auto& finding) {
-        return finding.severity != Severity::NOTE && finding.field >= AttributeField::RANGE &&
-               finding.field <= AttributeField::DEFAULT;
-    });
-    m_ui->labelDataTypeValue->setText(m_validGrid ? type : tr("unknown"));
-    return found;
-}
-
-void DialogPointAttribute::showFindings(const std::vector<core::AttributeFinding>& found) {
-    using core::AttributeField;
-    using core::Severity;
-    struct Row {
-        AttributeField field;
-        QLabel* label;
-        std::vector<QWidget*> fields;
-    };
-    const Row rows[] = {
-        {AttributeField::NAME, m_ui->checkName, {m_ui->editName}},
-        {AttributeField::TITLE, m_ui->checkTitle, {m_ui->editTitle}},
-        {AttributeField::TAGS, m_ui->checkTags, {m_ui->editTags}},
-        {AttributeField::LENGTH, m_ui->checkLength, {m_ui->editLength}},
-        {AttributeField::RANGE, m_ui->checkRange, {m_ui->editMinimumValue, m_ui->editMaximumValue}},
-        {AttributeField::RESOLUTION,
-         m_ui->checkResolution,
-         {m_ui->editResolution, m_ui->editScaleFactor}},
-        {AttributeField::DEFAULT,
-         m_ui->checkDefault,
-         {m_ui->editDefaultValue, m_ui->editInvalidValue}},
-        {AttributeField::STORAGE,
-         m_ui->checkStorage,
-         {m_ui->editStorageClass, m_ui->editCompressionOptions}},
-        {AttributeField::NAMED_VALUES, m_ui->checkNamedValues, {m_ui->editNamedValues}},
-        {AttributeField::LOD_SETTINGS, m_ui->checkLodSettings, {m_ui->editLodSettings}},
-    };
-    // Nobody has done wrong before anything was typed.
-    const bool untouched = !isEditing() && !isTyped();
-    const auto kindShown = [untouched](Severity severity) {
-        return untouched && severity == Severity::ERROR ? CheckKind::MISSING : kindOf(severity);
-    };
-    for (const Row& row : rows) {
-        const auto first = std::find_if(found.begin(), found.end(),
-                                        [&](const auto& each) { return each.field == row.field; });
-        const bool any = first != found.end();
-        showCheck(row.label, any ? translatedMessage(first->text) : QString(),
-                  any ? kindShown(first->severity) : CheckKind::ERROR);
-        for (QWidget* field : row.fields)
-            field->setAccessibleDescription(row.label->text());
-    }
-    // The first error, else the first thing that may be refused.
-    const auto gravest =
-        std::min_element(found.begin(), found.end(),
-                         [](const auto& a, const auto& b) { return a.severity < b.severity; });
-    const bool told = gravest != found.end() && gravest->severity != Severity::NOTE;
-    const bool wrong = told && gravest->severity == Severity::ERROR;
-    const QString text = told ? translatedMessage(gravest->text) : QString();
-    showCheck(m_ui->labelSummary, text, told ? kindShown(gravest->severity) : CheckKind::ERROR);
-    m_ui->buttonBox->button(QDialogButtonBox::Ok)->setEnabled(!wrong);
-    m_ui->buttonBox->button(QDialogButtonBox::Ok)
-        ->setToolTip(wrong ? plainToolTip(text) : QString());
-}
-
-void DialogPointAttribute::updateChecks() {
-    if (m_filling)
-        return;
-    const PointAttribute attribute = read();
-    showFindings(findings(attribute));
-    const QString conversion = m_stored && m_validGrid && !m_use.key
-                                   ? translatedMessage(core::conversionHint(*m_stored, attribute))
-                                   : QString();
-    m_ui->labelConversion->setText(conversion);
-    m_ui->labelConversion->setVisible(!conversion.isEmpty());
 }
 
 }  // namespace tarvo::window
