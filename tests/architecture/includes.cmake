@@ -4,11 +4,12 @@ cmake_minimum_required(VERSION 3.25)
 
 set(shared core numbers qrb include/qrb catalogue files)
 set(window/app window/app window/frame window/dialogs window/common ${shared})
-set(window/frame window/frame window/panels window/dialogs window/widgets window/common plugin
-  exchange simulation ${shared})
+set(window/frame window/frame window/panels window/view window/dialogs window/widgets window/common
+  drawing plugin exchange simulation ${shared})
 set(window/panels window/panels window/dialogs window/widgets window/common plugin exchange
   ${shared})
 set(window/dialogs window/dialogs window/widgets window/common plugin exchange ${shared})
+set(window/view window/view window/widgets window/common view drawing ${shared})
 set(window/widgets window/widgets window/common ${shared})
 set(window/common window/common ${shared})
 set(view view drawing ${shared})
@@ -39,7 +40,7 @@ set(engine/validation engine/validation numbers engine/session engine/index engi
   catalogue)
 set(engine/capi engine/capi engine/validation engine/report engine/query engine/session engine/store
   engine/filter engine/index engine/codec engine/schema engine/base include/qrb catalogue files)
-set(rooms window/app window/frame window/panels window/dialogs window/widgets window/common cli
+set(rooms window/app window/frame window/panels window/view window/dialogs window/widgets window/common cli
   exchange plugin simulation view core qrb include/qrb catalogue numbers drawing files engine/base engine/schema engine/codec
   engine/index engine/filter engine/store engine/session engine/query engine/validation
   engine/report engine/capi)

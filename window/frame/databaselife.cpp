@@ -12,6 +12,7 @@
 #include "window/frame/givenfiles.h"
 #include "window/panels/changelogpanel.h"
 #include "window/panels/pointdatapanel.h"
+#include "window/view/cloudview.h"
 
 #include <QAction>
 #include <QApplication>
@@ -165,6 +166,7 @@ bool MainWindow::mayDropDatabase() {
 
 // Ends what works on the database and drops the handle.
 void MainWindow::dropDatabase() {
+    m_view->drop();
     m_pointData->cancelAction()->trigger();
     m_changelog->clear();
     const auto database = std::move(m_session.database);

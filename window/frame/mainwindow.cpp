@@ -28,6 +28,7 @@
 #include "window/panels/pointdatapanel.h"
 #include "window/panels/pointindexpanel.h"
 #include "window/panels/transactionspanel.h"
+#include "window/view/cloudview.h"
 #include "window/widgets/elided.h"
 
 #include <QApplication>
@@ -79,6 +80,7 @@ MainWindow::MainWindow(const QString& textFileName) : m_ui(std::make_unique<Ui::
     createPanels();
     createStatusLabel();
     m_ui->menuBar->insertMenu(m_ui->menuWindow->menuAction(), createViewMenu(this));
+    createView();
     m_ui->menuDatabase->insertMenu(
         m_ui->actionOpenClipboard,
         createRecentMenu(this, [this](const QString& name) { openDatabase(name, true); }));
@@ -105,7 +107,8 @@ MainWindow::MainWindow(const QString& textFileName) : m_ui(std::make_unique<Ui::
 }
 
 MainWindow::~MainWindow() {
-    // Queries of the panels must be gone before the context.
+    // What reads the database must be gone before the context.
+    delete m_view;
     for (Panel* panel : m_panels)
         delete panel;
 }
@@ -135,15 +138,15 @@ void MainWindow::createPanels() {
     addPanel(m_ui->tabMetaData, new MetaDataPanel(m_session, m_ui->tabMetaData));
     addPanel(m_ui->tabPointAttributes,
              new PointAttributesPanel(m_session, m_ui->tabPointAttributes));
-    auto* index = new PointIndexPanel(m_session, m_ui->tabPointIndex);
-    addPanel(m_ui->tabPointIndex, index);
+    m_pointIndex = new PointIndexPanel(m_session, m_ui->tabPointIndex);
+    addPanel(m_ui->tabPointIndex, m_pointIndex);
 
     m_pointData = new PointDataPanel(m_session, m_ui->tabPointData);
     connect(m_pointData, &PointDataPanel::shown, this,
             [this] { m_ui->tabWidget->setCurrentWidget(m_ui->tabPointData); });
-    connect(index, &PointIndexPanel::nodesChosen, m_pointData, &PointDataPanel::showNodes);
-    connect(index, &PointIndexPanel::historyChanged, m_pointData, &PointDataPanel::refreshHistory);
-    connect(m_pointData, &PointDataPanel::historyChanged, index, &PointIndexPanel::refreshHistory);
+    connect(m_pointIndex, &PointIndexPanel::nodesChosen, m_pointData, &PointDataPanel::showNodes);
+    connect(m_pointIndex, &PointIndexPanel::historyChanged, m_pointData, &PointDataPanel::refreshHistory);
+    connect(m_pointData, &PointDataPanel::historyChanged, m_pointIndex, &PointIndexPanel::refreshHistory);
     addPanel(m_ui->tabPointData, m_pointData);
 
     addPanel(m_ui->tabInspection, new InspectionPanel(m_session, m_ui->tabInspection));
@@ -183,6 +186,8 @@ void MainWindow::restoreWindowGeometry() {
         restoreGeometry(settings.value("Geometry").toByteArray());
     else
         resize(size().boundedTo(screen()->availableSize()));
+    if (settings.contains("State"))
+        restoreState(settings.value("State").toByteArray());
 }
 
 // The tab that a window showed last when it was closed; at the first database, as the others show
@@ -284,7 +289,10 @@ void MainWindow::updateActions() {
 }
 
 void MainWindow::updatePending() {
-    guarded(this, [this] { m_pendingBar->setVisible(isPending()); });
+    guarded(this, [this] {
+        m_pendingBar->setVisible(isPending());
+        refreshView();
+    });
 }
 
 void MainWindow::on_actionNew_triggered() {
@@ -447,8 +455,10 @@ void MainWindow::closeEvent(QCloseEvent* event) {
         return;
     }
     // What it has of the whole screen is nothing to begin with.
-    if (!isFullScreen())
+    if (!isFullScreen()) {
         ProgramSettings().setValue("Geometry", saveGeometry());
+        ProgramSettings().setValue("State", saveState());
+    }
     if (m_session.database)
         ProgramSettings().setValue("Tab", m_ui->tabWidget->currentWidget()->objectName());
     // The window itself may live on, unseen, until all are closed.

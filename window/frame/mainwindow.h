@@ -14,6 +14,7 @@ class QLabel;
 namespace tarvo::window {
 
 class ChangelogPanel;
+class CloudView;
 class DatabasePanel;
 class Panel;
 class PendingBar;
@@ -91,6 +92,8 @@ private:
     void addPanel(QWidget* tab, Panel* panel);
     void createStatusLabel();
     void createPluginMenu();
+    void createView();
+    void refreshView();
     void restoreWindowGeometry();
     void restoreTab();
     void giveFindKey();
@@ -130,6 +133,8 @@ private:
     TransactionsPanel* m_transactions = nullptr;
     ChangelogPanel* m_changelog = nullptr;
     PointDataPanel* m_pointData = nullptr;
+    PointIndexPanel* m_pointIndex = nullptr;
+    CloudView* m_view = nullptr;
     PluginMenu* m_plugins = nullptr;
     QLabel* m_statusLabel = nullptr;
     PendingBar* m_pendingBar = nullptr;

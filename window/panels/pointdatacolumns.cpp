@@ -183,6 +183,7 @@ void PointDataPanel::showPoint() {
 
 void PointDataPanel::on_treePointData_currentItemChanged(QTreeWidgetItem*, QTreeWidgetItem*) {
     showPoint();
+    emit currentPointChanged();
 }
 
 }  // namespace tarvo::window

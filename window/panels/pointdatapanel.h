@@ -8,6 +8,7 @@
 
 #include <QSet>
 #include <QStringList>
+#include <array>
 #include <memory>
 #include <optional>
 #include <span>
@@ -45,6 +46,17 @@ public:
     // What the user typed, whether or not it makes sense.
     QString filterText() const;
     QString nodesText() const;
+    // Ends the running query and takes the filter, for all nodes; it is not run yet.
+    void takeFilter(const QString& filter);
+
+    // The first three elements of a point's primary attribute; of two the third is 0.
+    using Place = std::array<double, 3>;
+    // Of the current row; none where there is none, or its columns were not read.
+    std::optional<Place> currentPlace() const;
+    // Of the rows that are selected; of very many an even part.
+    std::vector<Place> selectedPlaces() const;
+    // Makes the point's row the current one, if it is shown.
+    void showPointOf(std::uint64_t id);
 
     QAction* findAction() const override;
     QAction* runAction() const;
@@ -52,6 +64,10 @@ public:
 
 signals:
     void historyChanged();
+    // A query began.
+    void filterRun(const QString& filter);
+    // Another row is the current one, or none.
+    void currentPointChanged();
     // The tab should come to the front.
     void shown();
 
@@ -99,6 +115,7 @@ private:
     void applyColumns();
     void showHeaders();
     void showPoint();
+    std::vector<int> placeColumns() const;
     void keepSelection();
     const qrb::pointcloud::PointAttribute* attributeOf(int column) const;
 

@@ -99,6 +99,7 @@ PointDataPanel::Rows PointDataPanel::firstRows(int pages) {
     m_names->setShown(m_ui->actionPointNames->isChecked());
     showHeaders();
     m_widths.restart();
+    emit filterRun(m_runningFilter);
     return rows;
 }
 

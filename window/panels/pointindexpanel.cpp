@@ -351,6 +351,9 @@ void PointIndexPanel::on_actionPointIndexNodeCollapse_triggered() {
 }
 
 void PointIndexPanel::on_treePointIndexNodes_itemSelectionChanged() {
+    const auto* current = m_ui->treePointIndexNodes->currentItem();
+    emit nodeSelected(
+        current && current->isSelected() ? current->data(NODE_ID, Qt::UserRole).toUInt() : 0);
     guarded([this] { showDetails(); });
 }
 

@@ -37,6 +37,8 @@ signals:
     void historyChanged();
     // The points of these nodes should be shown.
     void nodesChosen(const QString& nodes);
+    // Another node is selected; 0: none.
+    void nodeSelected(quint32 node);
 
 protected:
     void showEvent(QShowEvent* event) override;

@@ -1,0 +1,313 @@
+#include "window/view/glrenderer.h"
+
+#include <QGuiApplication>
+#include <QMatrix4x4>
+#include <QObject>
+#include <QOffscreenSurface>
+#include <QOpenGLBuffer>
+#include <QOpenGLContext>
+#include <QOpenGLFramebufferObject>
+#include <QOpenGLFunctions>
+#include <QOpenGLShaderProgram>
+#include <QOpenGLVertexArrayObject>
+#include <algorithm>
+#include <map>
+#include <stdexcept>
+
+namespace tarvo::window {
+
+namespace {
+
+constexpr std::size_t bytesOfPlace = sizeof(std::array<float, 3>);
+constexpr std::size_t bytesOfPoint = bytesOfPlace + sizeof(drawing::Colour);
+// That go to the graphics card with one picture.
+constexpr std::size_t bytesAtOnce = 24 << 20U;
+
+enum Attribute { PLACE, COLOUR };
+
+// What faded points lie behind is made by depth: theirs is the farther half.
+const char* const vertexSource = R"(
+ATTRIBUTE vec3 place;
+ATTRIBUTE vec4 colour;
+uniform mat4 matrix;
+uniform vec3 ground;
+uniform float size;
+TO_FRAGMENT vec3 shade;
+void main() {
+    gl_Position = matrix * vec4(place, 1.0);
+    gl_Position.z = 0.5 * gl_Position.z + (colour.a < 1.0 ? 0.5 : -0.5) * gl_Position.w;
+    gl_PointSize = size;
+    shade = mix(ground, colour.rgb, colour.a);
+}
+)";
+const char* const fragmentSource = R"(
+FROM_VERTEX vec3 shade;
+void main() {
+    RESULT = vec4(shade, 1.0);
+}
+)";
+
+// The words that differ between the versions of the language.
+QByteArray sourceOf(const char* source, const QOpenGLContext& context) {
+    const bool isNew = context.format().profile() == QSurfaceFormat::CoreProfile;
+    QByteArray head = isNew                  ? "#version 330 core\n"
+                      : context.isOpenGLES() ? "#version 100\nprecision mediump float;\n"
+                                             : "#version 120\n";
+    head += isNew ? "#define ATTRIBUTE in\n#define TO_FRAGMENT out\n#define FROM_VERTEX in\n"
+                  : "#define ATTRIBUTE attribute\n#define TO_FRAGMENT varying\n"
+                    "#define FROM_VERTEX varying\n#define RESULT gl_FragColor\n";
+    if (isNew && QByteArray(source).contains("RESULT"))
+        head += "out vec4 RESULT;\n";
+    return head + source;
+}
+
+std::unique_ptr<QOpenGLContext> contextOn(const QSurfaceFormat& format) {
+    auto context = std::make_unique<QOpenGLContext>();
+    context->setFormat(format);
+    return context->create() ? std::move(context) : nullptr;
+}
+
+QSurfaceFormat wantedFormat() {
+    QSurfaceFormat format;
+    format.setVersion(3, 3);
+    format.setProfile(QSurfaceFormat::CoreProfile);
+    format.setDepthBufferSize(24);
+    return format;
+}
+
+// From places about a block's origin to the screen, made in doubles as far as they are large.
+QMatrix4x4 matrixOf(const drawing::Camera& camera, const Depths& depths,
+                    const drawing::Vector& origin) {
+    const drawing::Vector way = origin - camera.middle();
+    const double away = camera.distance();
+    const drawing::Vector* const axes[] = {&camera.right(), &camera.up(), &camera.back()};
+    double eye[3][4];
+    for (int row = 0; row < 3; ++row) {
+        for (int column = 0; column < 3; ++column)
+            eye[row][column] = (*axes[row])[static_cast<std::size_t>(column)];
+        eye[row][3] = dot(way, *axes[row]);
+    }
+    eye[2][3] -= away;
+    const double high = 2 / camera.extent();
+    const double wide = high * camera.height() / camera.width();
+    const double span = depths.farthest - depths.nearest;
+    const double sum = depths.farthest + depths.nearest;
+    QMatrix4x4 matrix;
+    for (int column = 0; column < 4; ++column) {
+        const double one = column == 3 ? 1 : 0;
+        const double z = eye[2][column];
+        // In perspective what lies at the middle's distance has the size that parallel rays give
+        // it.
+        const double factor = camera.isPerspective() ? away : 1;
+        matrix(0, column) = static_cast<float>(eye[0][column] * wide * factor);
+        matrix(1, column) = static_cast<float>(eye[1][column] * high * factor);
+        matrix(2, column) = static_cast<float>(
+            camera.isPerspective() ? (-z * sum - one * 2 * depths.farthest * depths.nearest) / span
+                                   : (-z * 2 - one * sum) / span);
+        matrix(3, column) = static_cast<float>(camera.isPerspective() ? -z : one);
+    }
+    return matrix;
+}
+
+}  // namespace
+
+// A context with what belongs to it.
+class GlRenderer::Device {
+public:
+    explicit Device(QOffscreenSurface& surface)
+        : m_surface(surface), m_context(contextOn(surface.requestedFormat())) {
+        activate();
+        m_program = std::make_unique<QOpenGLShaderProgram>();
+        const bool isReady = m_program->addShaderFromSourceCode(
+                                 QOpenGLShader::Vertex, sourceOf(vertexSource, *m_context)) &&
+                             m_program->addShaderFromSourceCode(
+                                 QOpenGLShader::Fragment, sourceOf(fragmentSource, *m_context));
+        m_program->bindAttributeLocation("place", PLACE);
+        m_program->bindAttributeLocation("colour", COLOUR);
+        if (!isReady || !m_program->link())
+            throw std::runtime_error(m_program->log().toStdString());
+        m_array = std::make_unique<QOpenGLVertexArrayObject>();
+        m_array->create();
+    }
+    ~Device() {
+        if (m_context && m_context->makeCurrent(&m_surface)) {
+            m_buffers.clear();
+            m_target.reset();
+            m_array.reset();
+            m_program.reset();
+            m_context->doneCurrent();
+        }
+    }
+    Device(const Device&) = delete;
+    Device& operator=(const Device&) = delete;
+
+    bool draw(const DrawingOrder& order, QImage& image) {
+        activate();
+        dropUnused(order);
+        prepare(order);
+        const Depths depths = depthsOf(order);
+        std::size_t left = bytesAtOnce;
+        bool isWhole = true;
+        for (const auto& block : order.blocks) {
+            if (!order.camera.mayShow(block->box) || block->places.empty())
+                continue;
+            if (!m_buffers.contains(block.get())) {
+                if (left == 0) {
+                    isWhole = false;
+                    continue;
+                }
+                const std::size_t bytes = block->places.size() * bytesOfPoint;
+                left -= std::min(left, bytes);
+                upload(block);
+            }
+            drawBlock(*block, matrixOf(order.camera, depths, block->origin));
+        }
+        m_program->release();
+        image = m_target->toImage().convertToFormat(QImage::Format_RGB32);
+        if (image.isNull() || gl().glGetError() != GL_NO_ERROR)
+            throw std::runtime_error("OpenGL could not draw.");
+        return isWhole;
+    }
+
+private:
+    // The block is kept, so that no other one takes its address.
+    struct Buffer {
+        std::shared_ptr<const view::PointBlock> block;
+        QOpenGLBuffer buffer{QOpenGLBuffer::VertexBuffer};
+    };
+
+    QOpenGLFunctions& gl() { return *m_context->functions(); }
+
+    void activate() {
+        if (!m_context || !m_context->isValid() || !m_context->makeCurrent(&m_surface))
+            throw std::runtime_error("OpenGL gave no context.");
+    }
+
+    void dropUnused(const DrawingOrder& order) {
+        std::map<const view::PointBlock*, bool> wanted;
+        for (const auto& block : order.blocks)
+            wanted[block.get()] = true;
+        std::erase_if(m_buffers, [&](const auto& one) { return !wanted.contains(one.first); });
+    }
+
+    void prepare(const DrawingOrder& order) {
+        const QSize size(static_cast<int>(order.camera.width()),
+                         static_cast<int>(order.camera.height()));
+        if (!m_target || m_target->size() != size)
+            m_target =
+                std::make_unique<QOpenGLFramebufferObject>(size, QOpenGLFramebufferObject::Depth);
+        if (!m_target->isValid() || !m_target->bind())
+            throw std::runtime_error("OpenGL has no room for the picture.");
+        const float red = static_cast<float>(order.ground.red) / 255;
+        const float green = static_cast<float>(order.ground.green) / 255;
+        const float blue = static_cast<float>(order.ground.blue) / 255;
+        gl().glViewport(0, 0, size.width(), size.height());
+        gl().glClearColor(red, green, blue, 1);
+        gl().glEnable(GL_DEPTH_TEST);
+        gl().glDepthFunc(GL_LESS);
+        gl().glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+        if (!m_context->isOpenGLES()) {
+            constexpr GLenum programPointSize = 0x8642;
+            constexpr GLenum pointSprite = 0x8861;
+            gl().glEnable(programPointSize);
+            if (m_context->format().profile() != QSurfaceFormat::CoreProfile)
+                gl().glEnable(pointSprite);
+        }
+        m_program->bind();
+        m_program->setUniformValue("ground", red, green, blue);
+        m_program->setUniformValue("size", static_cast<float>(order.pointSize));
+    }
+
+    void upload(const std::shared_ptr<const view::PointBlock>& block) {
+        Buffer& made = m_buffers[block.get()];
+        made.block = block;
+        const int places = static_cast<int>(block->places.size() * bytesOfPlace);
+        const int colours = static_cast<int>(block->colours.size() * sizeof(drawing::Colour));
+        made.buffer.create();
+        made.buffer.bind();
+        made.buffer.allocate(places + colours);
+        made.buffer.write(0, block->places.data(), places);
+        made.buffer.write(places, block->colours.data(), colours);
+        made.buffer.release();
+    }
+
+    void drawBlock(const view::PointBlock& block, const QMatrix4x4& matrix) {
+        QOpenGLBuffer& buffer = m_buffers[&block].buffer;
+        const QOpenGLVertexArrayObject::Binder binder(m_array.get());
+        buffer.bind();
+        m_program->setUniformValue("matrix", matrix);
+        m_program->enableAttributeArray(PLACE);
+        m_program->enableAttributeArray(COLOUR);
+        m_program->setAttributeBuffer(PLACE, GL_FLOAT, 0, 3);
+        gl().glVertexAttribPointer(
+            COLOUR, 4, GL_UNSIGNED_BYTE, GL_TRUE, 0,
+            reinterpret_cast<const void*>(block.places.size() * bytesOfPlace));
+        gl().glDrawArrays(GL_POINTS, 0, static_cast<GLsizei>(block.places.size()));
+        buffer.release();
+    }
+
+    QOffscreenSurface& m_surface;
+    std::unique_ptr<QOpenGLContext> m_context;
+    std::unique_ptr<QOpenGLShaderProgram> m_program;
+    std::unique_ptr<QOpenGLVertexArrayObject> m_array;
+    std::unique_ptr<QOpenGLFramebufferObject> m_target;
+    std::map<const view::PointBlock*, Buffer> m_buffers;
+};
+
+GlRenderer::GlRenderer(std::unique_ptr<QOffscreenSurface> surface)
+    : m_surface(std::move(surface)) {}
+
+GlRenderer::~GlRenderer() = default;
+
+std::unique_ptr<GlRenderer> GlRenderer::make(QString& reason) {
+    const QString platform = QGuiApplication::platformName();
+    if (platform == "offscreen" || platform == "minimal") {
+        reason = QObject::tr("the platform \"%1\" has none").arg(platform);
+        return nullptr;
+    }
+    reason = QObject::tr("this computer offers none");
+    auto context = contextOn(wantedFormat());
+    // Where it has no profile it is a version that was there before profiles.
+    if (!context)
+        context = contextOn({});
+    if (!context)
+        return nullptr;
+    auto surface = std::make_unique<QOffscreenSurface>();
+    surface->setFormat(context->format());
+    surface->create();
+    if (!surface->isValid() || !context->makeCurrent(surface.get()))
+        return nullptr;
+    const auto [major, minor] = context->format().version();
+    context->doneCurrent();
+    if (major < 2) {
+        reason = QObject::tr("this computer offers version %1.%2, and 2.0 is needed")
+                     .arg(major)
+                     .arg(minor);
+        return nullptr;
+    }
+    if (!QOpenGLContext::supportsThreadedOpenGL()) {
+        reason = QObject::tr("the driver can't draw beside the window");
+        return nullptr;
+    }
+    reason.clear();
+    return std::unique_ptr<GlRenderer>(new GlRenderer(std::move(surface)));
+}
+
+bool GlRenderer::draw(const DrawingOrder& order, QImage& image, const std::function<bool()>&) {
+    try {
+        if (!m_device)
+            m_device = std::make_unique<Device>(*m_surface);
+        return m_device->draw(order, image);
+    } catch (const std::runtime_error&) {
+        // The context may be lost; a new one has what the old one had, once.
+        m_device.reset();
+        m_device = std::make_unique<Device>(*m_surface);
+        return m_device->draw(order, image);
+    }
+}
+
+void GlRenderer::drop() {
+    m_device.reset();
+}
+
+}  // namespace tarvo::window
