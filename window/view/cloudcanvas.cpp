@@ -10,7 +10,7 @@ namespace tarvo::window {
 namespace {
 
 constexpr int restingTime = 60;      // milliseconds until the place under the cursor is looked for
-constexpr double hoverRadius = 6;    // pixels
+constexpr double clickRadius = 6;    // pixels
 constexpr QSize smallest(240, 180);  // so that scale and legend have room
 
 }  // namespace
@@ -26,6 +26,8 @@ CloudCanvas::CloudCanvas(QWidget* parent) : QWidget(parent) {
     m_resting.setSingleShot(true);
     m_resting.setInterval(restingTime);
     connect(&m_resting, &QTimer::timeout, this, &CloudCanvas::showPlaceUnderCursor);
+    m_clicked.setSingleShot(true);
+    connect(&m_clicked, &QTimer::timeout, this, [this] { emit picked(pick(m_pressed)); });
 }
 
 void CloudCanvas::setRenderer(std::unique_ptr<Renderer> renderer) {
@@ -136,6 +138,8 @@ void CloudCanvas::cameraMoved() {
     if (m_area != Area::None && !isTop())
         endArea(false);
     order();
+    if (underMouse())
+        m_resting.start();
     emit looked();
 }
 
@@ -212,9 +216,9 @@ void CloudCanvas::paintOver(QPainter& painter, const drawing::Camera& camera) co
     }
 }
 
-std::optional<PickedPoint> CloudCanvas::pick(const QPointF& at, double radius) const {
+std::optional<PickedPoint> CloudCanvas::pick(const QPointF& at) const {
     const double ratio = devicePixelRatioF();
-    return pickPoint(m_blocks, m_camera, at.x() * ratio, at.y() * ratio, radius * ratio);
+    return pickPoint(m_blocks, m_camera, at.x() * ratio, at.y() * ratio, clickRadius * ratio);
 }
 
 drawing::Vector CloudCanvas::placeAt(const QPointF& at) const {
@@ -225,7 +229,7 @@ drawing::Vector CloudCanvas::placeAt(const QPointF& at) const {
 void CloudCanvas::showPlaceUnderCursor() {
     if (m_extent.isEmpty() || !underMouse())
         return;
-    const auto point = pick(m_cursor, hoverRadius);
+    const auto point = pick(m_cursor);
     const drawing::Vector place = point ? point->place : placeAt(m_cursor);
     const QLocale locale;
     const auto number = [&](double value) {

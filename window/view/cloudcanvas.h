@@ -88,7 +88,7 @@ private:
     void fitScreen();
     void onDrawn();
     void showPlaceUnderCursor();
-    std::optional<PickedPoint> pick(const QPointF& at, double radius) const;
+    std::optional<PickedPoint> pick(const QPointF& at) const;
     void zoomAt(double factor, const QPointF& at);
     void drag(const QPointF& by);
     bool keyOfArea(int key);
@@ -115,6 +115,7 @@ private:
     QPointF m_pressed;
     QPointF m_cursor;
     QTimer m_resting;  // the cursor
+    QTimer m_clicked;  // until no second click can follow
     Area m_area = Area::None;
     std::vector<drawing::Vector> m_corners;  // of the area, the last one under the cursor
 };

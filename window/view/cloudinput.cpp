@@ -1,6 +1,7 @@
 // How mouse, touchpad and keys move the eye, and choose points and areas.
 #include "window/view/cloudcanvas.h"
 
+#include <QApplication>
 #include <QGestureEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -17,9 +18,8 @@ constexpr double degreesPerPixel = 0.4;
 constexpr double zoomPerStep = 1.25;    // of a wheel
 constexpr double stepsPerPixel = 0.01;  // of a touchpad
 constexpr double keyDegrees = 5;
-constexpr double keyPart = 0.1;    // of the screen
-constexpr double clickRadius = 6;  // pixels
-constexpr double dragBegins = 4;   // pixels from where the button was pressed
+constexpr double keyPart = 0.1;   // of the screen
+constexpr double dragBegins = 4;  // pixels from where the button was pressed
 
 }  // namespace
 
@@ -54,7 +54,7 @@ void CloudCanvas::zoomAt(double factor, const QPointF& at) {
     if (m_extent.isEmpty() || !(factor > 0))
         return;
     // What is under the cursor stays there; in perspective that depends on how far away it is.
-    const auto point = m_camera.isPerspective() ? pick(at, clickRadius) : std::nullopt;
+    const auto point = m_camera.isPerspective() ? pick(at) : std::nullopt;
     const QPointF pixel = at * devicePixelRatioF();
     m_camera.zoom(factor, pixel.x(), pixel.y(), point ? point->depth : 0);
     cameraMoved();
@@ -129,7 +129,8 @@ void CloudCanvas::mouseReleaseEvent(QMouseEvent* event) {
         if (m_area == Area::Polygon)
             addCorner(event->position());
         else if (m_area == Area::None)
-            emit picked(pick(event->position(), clickRadius));
+            // What is told of the point may take room from the picture: not between two clicks.
+            m_clicked.start(QApplication::doubleClickInterval());
     }
     m_resting.start();
 }
@@ -141,7 +142,8 @@ void CloudCanvas::mouseDoubleClickEvent(QMouseEvent* event) {
         endArea(true);
         return;
     }
-    const auto point = pick(event->position(), clickRadius);
+    m_clicked.stop();
+    const auto point = pick(event->position());
     m_camera.setMiddle(point ? point->place : placeAt(event->position()));
     cameraMoved();
 }

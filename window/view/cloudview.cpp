@@ -79,25 +79,25 @@ void CloudView::createContents() {
     auto* layout = new QVBoxLayout(contents);
     layout->setContentsMargins(4, 4, 4, 4);
     layout->setSpacing(4);
-    layout->addWidget(createToolBar());
+    layout->addWidget(createToolBar("toolBarViewSides", tr("Sides"),
+                                    {m_actions.top, m_actions.front, m_actions.side,
+                                     m_actions.corner, nullptr, m_actions.perspective}));
+    layout->addWidget(createToolBar(
+        "toolBarViewExtents", tr("Extents and areas"),
+        {m_actions.all, m_actions.chosen, nullptr, m_actions.rectangle, m_actions.polygon}));
     layout->addWidget(m_controls);
     layout->addWidget(splitter, 1);
     setWidget(contents);
 }
 
-QToolBar* CloudView::createToolBar() {
-    auto* bar = new QToolBar(tr("View toolbar"), this);
-    bar->setObjectName("toolBarPointCloudView");
+// Null: a separator. Zooming has the wheel and the keys.
+QToolBar* CloudView::createToolBar(const char* name, const QString& title,
+                                   const QList<QAction*>& actions) {
+    auto* bar = new QToolBar(title, this);
+    bar->setObjectName(name);
     bar->setToolButtonStyle(Qt::ToolButtonTextOnly);
-    const QList<QAction*> actions = m_actions.list();
-    for (QAction* action : actions) {
-        // Zooming has the wheel and the keys.
-        if (action == m_actions.zoomIn || action == m_actions.zoomOut)
-            continue;
-        if (action == m_actions.perspective || action == m_actions.rectangle)
-            bar->addSeparator();
-        bar->addAction(action);
-    }
+    for (QAction* action : actions)
+        action ? bar->addAction(action) : static_cast<void>(bar->addSeparator());
     for (QToolButton* button : bar->findChildren<QToolButton*>())
         button->setFocusPolicy(Qt::TabFocus);
     return bar;

@@ -70,7 +70,7 @@ protected:
 
 private:
     void createContents();
-    QToolBar* createToolBar();
+    QToolBar* createToolBar(const char* name, const QString& title, const QList<QAction*>& actions);
     void createRenderer();
     void drawPlainly(const QString& reason);
     void start();
