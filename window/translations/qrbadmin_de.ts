@@ -5909,6 +5909,134 @@ bis Transaktion %1</translation>
         <source>Give the window the whole screen [F11]</source>
         <translation>Dem Fenster den ganzen Bildschirm geben [F11]</translation>
     </message>
+    <message>
+        <source>the platform &quot;%1&quot; has none</source>
+        <translation>die Plattform „%1“ hat keines</translation>
+    </message>
+    <message>
+        <source>this computer offers none</source>
+        <translation>dieser Rechner bietet keines</translation>
+    </message>
+    <message>
+        <source>this computer offers version %1.%2, and 2.0 is needed</source>
+        <translation>dieser Rechner bietet Version %1.%2, und 2.0 wird gebraucht</translation>
+    </message>
+    <message>
+        <source>the driver can&apos;t draw beside the window</source>
+        <translation>der Treiber kann nicht neben dem Fenster zeichnen</translation>
+    </message>
+    <message>
+        <source>%1 %2</source>
+        <translation>%1 %2</translation>
+    </message>
+    <message>
+        <source>and others</source>
+        <translation>und weitere</translation>
+    </message>
+    <message>
+        <source>Top</source>
+        <translation>Oben</translation>
+    </message>
+    <message>
+        <source>Look straight down, north above [1]</source>
+        <translation>Senkrecht nach unten blicken, Norden oben [1]</translation>
+    </message>
+    <message>
+        <source>Front</source>
+        <translation>Vorn</translation>
+    </message>
+    <message>
+        <source>Look to the north [3]</source>
+        <translation>Nach Norden blicken [3]</translation>
+    </message>
+    <message>
+        <source>Side</source>
+        <translation>Seite</translation>
+    </message>
+    <message>
+        <source>Look to the west [7]</source>
+        <translation>Nach Westen blicken [7]</translation>
+    </message>
+    <message>
+        <source>Corner</source>
+        <translation>Ecke</translation>
+    </message>
+    <message>
+        <source>Look down from the south-west [9]</source>
+        <translation>Von Südwesten herab blicken [9]</translation>
+    </message>
+    <message>
+        <source>Perspective</source>
+        <translation>Perspektive</translation>
+    </message>
+    <message>
+        <source>What is farther away is smaller; else lines that are parallel stay so, and lengths can be compared [5]</source>
+        <translation>Was weiter weg ist, ist kleiner; sonst bleiben parallele Linien parallel, und Längen lassen sich vergleichen [5]</translation>
+    </message>
+    <message>
+        <source>Full extent</source>
+        <translation>Alles</translation>
+    </message>
+    <message>
+        <source>Show all points [Home]</source>
+        <translation>Alle Punkte zeigen [Pos1]</translation>
+    </message>
+    <message>
+        <source>Selection</source>
+        <translation>Auswahl</translation>
+    </message>
+    <message>
+        <source>Show the extent of what was selected last: rows of &quot;Point Data&quot; or a node of &quot;Point Index&quot; [E]</source>
+        <translation>Die Ausdehnung dessen zeigen, was zuletzt ausgewählt wurde: Zeilen von „Punktdaten“ oder ein Knoten von „Punktindex“ [E]</translation>
+    </message>
+    <message>
+        <source>Zoom in</source>
+        <translation>Vergrößern</translation>
+    </message>
+    <message>
+        <source>Show less, but larger [+]</source>
+        <translation>Weniger zeigen, aber größer [+]</translation>
+    </message>
+    <message>
+        <source>Zoom out</source>
+        <translation>Verkleinern</translation>
+    </message>
+    <message>
+        <source>Show more, but smaller [-]</source>
+        <translation>Mehr zeigen, aber kleiner [-]</translation>
+    </message>
+    <message>
+        <source>Rectangle</source>
+        <translation>Rechteck</translation>
+    </message>
+    <message>
+        <source>Select points in &quot;Point Data&quot; by a rectangle, from above: drag from one corner to the other [R]; Ctrl+drag does so at once</source>
+        <translation>Punkte in „Punktdaten“ durch ein Rechteck auswählen, von oben: von einer Ecke zur anderen ziehen [R]; Ziehen mit Strg tut das sofort</translation>
+    </message>
+    <message>
+        <source>Polygon</source>
+        <translation>Polygon</translation>
+    </message>
+    <message>
+        <source>Select points in &quot;Point Data&quot; by a polygon, from above: click its corners; a double click or Return closes it, Backspace takes the last corner back, Esc gives it up [G]</source>
+        <translation>Punkte in „Punktdaten“ durch ein Polygon auswählen, von oben: seine Ecken anklicken; ein Doppelklick oder die Eingabetaste schließt es, die Rücktaste nimmt die letzte Ecke zurück, Esc gibt es auf [G]</translation>
+    </message>
+    <message>
+        <source>True colours</source>
+        <translation>Echte Farben</translation>
+    </message>
+    <message>
+        <source>Height</source>
+        <translation>Höhe</translation>
+    </message>
+    <message>
+        <source>Level of the node</source>
+        <translation>Ebene des Knotens</translation>
+    </message>
+    <message>
+        <source>Transaction of the node</source>
+        <translation>Transaktion des Knotens</translation>
+    </message>
 </context>
 <context>
     <name>tarvo::window::ChangelogPanel</name>
@@ -6074,6 +6202,84 @@ bis Transaktion %1</translation>
     <message>
         <source>%0 of %1</source>
         <translation>%L0 von %L1</translation>
+    </message>
+</context>
+<context>
+    <name>tarvo::window::CloudCanvas</name>
+    <message>
+        <source>x %1, y %2</source>
+        <translation>x %1, y %2</translation>
+    </message>
+    <message>
+        <source>x %1, y %2, z %3</source>
+        <translation>x %1, y %2, z %3</translation>
+    </message>
+</context>
+<context>
+    <name>tarvo::window::CloudView</name>
+    <message>
+        <source>Point Cloud View</source>
+        <translation>Ansicht der Punktwolke</translation>
+    </message>
+    <message>
+        <source>Show the points of the database as a picture [Ctrl+Shift+P]</source>
+        <translation>Die Punkte der Datenbank als Bild zeigen [Strg+Umschalt+P]</translation>
+    </message>
+    <message>
+        <source>Point cloud</source>
+        <translation>Punktwolke</translation>
+    </message>
+    <message>
+        <source>Sides</source>
+        <translation>Seiten</translation>
+    </message>
+    <message>
+        <source>Extents and areas</source>
+        <translation>Ausdehnungen und Flächen</translation>
+    </message>
+    <message>
+        <source>The filter selects the points in the rectangle. Show them with F3.</source>
+        <translation>Der Filter wählt die Punkte im Rechteck aus. Mit F3 werden sie gezeigt.</translation>
+    </message>
+    <message>
+        <source>The filter selects the points in the polygon. Show them with F3.</source>
+        <translation>Der Filter wählt die Punkte im Polygon aus. Mit F3 werden sie gezeigt.</translation>
+    </message>
+    <message>
+        <source>No database is open.</source>
+        <translation>Keine Datenbank ist geöffnet.</translation>
+    </message>
+    <message>
+        <source>The file is not the one any more that was opened. Open it again.</source>
+        <translation>Die Datei ist nicht mehr die, die geöffnet wurde. Sie neu öffnen.</translation>
+    </message>
+    <message>
+        <source>Reading the point index...</source>
+        <translation>Punktindex wird gelesen...</translation>
+    </message>
+    <message>
+        <source>The database has no points.</source>
+        <translation>Die Datenbank hat keine Punkte.</translation>
+    </message>
+    <message>
+        <source>%1 of %2 points</source>
+        <translation>%1 von %2 Punkten</translation>
+    </message>
+    <message>
+        <source>%1 of %2 points, reading...</source>
+        <translation>%1 von %2 Punkten, es wird gelesen...</translation>
+    </message>
+    <message>
+        <source>An even part, because there is no level of detail.</source>
+        <translation>Ein gleichmäßiger Teil, weil es keine Detailstufe gibt.</translation>
+    </message>
+    <message>
+        <source>The committed state, without the pending transaction.</source>
+        <translation>Der festgeschriebene Stand, ohne die offene Transaktion.</translation>
+    </message>
+    <message>
+        <source>Drawn without OpenGL: %1.</source>
+        <translation>Ohne OpenGL gezeichnet: %1.</translation>
     </message>
 </context>
 <context>
@@ -8589,6 +8795,10 @@ Weiter darauf warten?</translation>
         <source>&lt;html&gt;&lt;body&gt;&lt;p&gt;Make a database with about a million points of a simulated scan, and open it&lt;/p&gt;&lt;p style=&quot;color:#0000a3&quot;&gt;&lt;i&gt;tarvo::qrb::Pointcloud::create()&lt;br/&gt;tarvo::qrb::pointcloud::QueryInsert::next()&lt;/i&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
         <translation>&lt;html&gt;&lt;body&gt;&lt;p&gt;Eine Datenbank mit etwa einer Million Punkten eines simulierten Scans erstellen und öffnen&lt;/p&gt;&lt;p style=&quot;color:#0000a3&quot;&gt;&lt;i&gt;tarvo::qrb::Pointcloud::create()&lt;br/&gt;tarvo::qrb::pointcloud::QueryInsert::next()&lt;/i&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
+    <message>
+        <source>Point cloud</source>
+        <translation>Punktwolke</translation>
+    </message>
 </context>
 <context>
     <name>tarvo::window::MetaDataPanel</name>
@@ -9260,6 +9470,41 @@ Die Tabelle braucht dafür etwa %2 Speicher.</translation>
     </message>
 </context>
 <context>
+    <name>tarvo::window::PointDetails</name>
+    <message>
+        <source>Values of the point</source>
+        <translation>Werte des Punkts</translation>
+    </message>
+    <message>
+        <source>Attribute</source>
+        <translation>Attribut</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation>Wert</translation>
+    </message>
+    <message>
+        <source>Unit</source>
+        <translation>Einheit</translation>
+    </message>
+    <message>
+        <source>Hide the values of the point</source>
+        <translation>Die Werte des Punkts verbergen</translation>
+    </message>
+    <message>
+        <source>Reading the point...</source>
+        <translation>Punkt wird gelesen...</translation>
+    </message>
+    <message>
+        <source>Point %1 is not in the database: the level of detail made it of several. Zoom in to see those.</source>
+        <translation>Punkt %1 steht nicht in der Datenbank: Die Detailstufe hat ihn aus mehreren gemacht. Näher heran zeigen sich diese.</translation>
+    </message>
+    <message>
+        <source>Point %1</source>
+        <translation>Punkt %1</translation>
+    </message>
+</context>
+<context>
     <name>tarvo::window::PointIndexPanel</name>
     <message>
         <source>Filter expression or node ids</source>
@@ -9741,6 +9986,93 @@ The database gets the state of that transaction. Others stay in the list, and ca
         <translation>Die Transaktion „%0“ (%1) wiederherstellen?
 
 Die Datenbank erhält den Stand dieser Transaktion. Andere bleiben in der Liste und können ebenfalls wiederhergestellt werden, bis eine neue Transaktion beginnt.</translation>
+    </message>
+</context>
+<context>
+    <name>tarvo::window::ViewControls</name>
+    <message>
+        <source>Colours:</source>
+        <translation>Farben:</translation>
+    </message>
+    <message>
+        <source>Filter:</source>
+        <translation>Filter:</translation>
+    </message>
+    <message>
+        <source>Colours</source>
+        <translation>Farben</translation>
+    </message>
+    <message>
+        <source>What the colours of the points mean</source>
+        <translation>Was die Farben der Punkte bedeuten</translation>
+    </message>
+    <message>
+        <source>Low end of the colours</source>
+        <translation>Unteres Ende der Farben</translation>
+    </message>
+    <message>
+        <source>Value at the dark end of the colours; empty: the least of all points</source>
+        <translation>Wert am dunklen Ende der Farben; leer: der kleinste aller Punkte</translation>
+    </message>
+    <message>
+        <source>High end of the colours</source>
+        <translation>Oberes Ende der Farben</translation>
+    </message>
+    <message>
+        <source>Value at the bright end of the colours; empty: the greatest of all points</source>
+        <translation>Wert am hellen Ende der Farben; leer: der größte aller Punkte</translation>
+    </message>
+    <message>
+        <source>Filter</source>
+        <translation>Filter</translation>
+    </message>
+    <message>
+        <source>What becomes of the points that do not pass the filter of &quot;Point Data&quot;; it counts as it stands when it is chosen here, or run there</source>
+        <translation>Was mit den Punkten geschieht, die den Filter von „Punktdaten“ nicht erfüllen; er gilt, wie er steht, wenn er hier gewählt oder dort ausgeführt wird</translation>
+    </message>
+    <message>
+        <source>All points</source>
+        <translation>Alle Punkte</translation>
+    </message>
+    <message>
+        <source>Hide the rest</source>
+        <translation>Rest verbergen</translation>
+    </message>
+    <message>
+        <source>Fade the rest</source>
+        <translation>Rest abblenden</translation>
+    </message>
+    <message>
+        <source>Size of the points</source>
+        <translation>Größe der Punkte</translation>
+    </message>
+    <message>
+        <source>How large the points are, in pixels</source>
+        <translation>Wie groß die Punkte sind, in Pixeln</translation>
+    </message>
+    <message>
+        <source> px</source>
+        <translation> px</translation>
+    </message>
+    <message>
+        <source>Ground</source>
+        <translation>Grund</translation>
+    </message>
+    <message>
+        <source>The colour behind the points</source>
+        <translation>Die Farbe hinter den Punkten</translation>
+    </message>
+    <message>
+        <source>Theme</source>
+        <translation>Design</translation>
+    </message>
+    <message>
+        <source>Light</source>
+        <translation>Hell</translation>
+    </message>
+    <message>
+        <source>Dark</source>
+        <translation>Dunkel</translation>
     </message>
 </context>
 </TS>

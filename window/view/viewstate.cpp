@@ -1,4 +1,5 @@
 // What the view says of itself.
+#include "window/common/messages.h"
 #include "window/common/textformat.h"
 #include "window/view/cloudview.h"
 
@@ -7,9 +8,9 @@ namespace tarvo::window {
 QStringList CloudView::stateLines(const view::StreamPicture& picture) const {
     QStringList lines;
     if (!picture.error.empty()) {
-        lines += oneLine(QString::fromStdString(picture.error));
+        lines += oneLine(translatedMessage(picture.error));
         if (!picture.details.empty())
-            lines += oneLine(QString::fromStdString(picture.details));
+            lines += oneLine(translatedMessage(picture.details));
         return lines;
     }
     if (m_database.expired()) {
