@@ -3,8 +3,10 @@
 
 #include "qrb/loader.h"
 #include "tests/window/guitestmain.h"
+#include "tests/window/pictureprobe.h"
 #include "tests/window/pointtable.h"
 #include "tests/window/samplewindow.h"
+#include "window/common/appearance.h"
 #include "window/view/cloudcanvas.h"
 #include "window/view/cloudview.h"
 #include "window/view/glrenderer.h"
@@ -57,6 +59,7 @@ private slots:
     void commitsAreFollowedAndPendingOnesTold();
     void closingAndFloatingWhileReading();
     void lostDeviceDrawsAgain();
+    void controlsHaveNamesAndStandOut();
 
 private:
     CloudCanvas* canvas() const { return m_window->child<CloudCanvas>("cloudCanvas"); }
@@ -402,6 +405,21 @@ void ViewTest::lostDeviceDrawsAgain() {
     QVERIFY(renderer->draw(order, after, never));
     QCOMPARE(after, before);
     renderer->drop();
+}
+
+void ViewTest::controlsHaveNamesAndStandOut() {
+    showDock();
+    const QStringList nameless = namelessControls(dock());
+    QVERIFY2(nameless.isEmpty(), qUtf8Printable(nameless.join(", ")));
+    QStringList faint;
+    for (const Theme theme : {Theme::LIGHT, Theme::DARK}) {
+        setTheme(theme);
+        (void)picture();
+        QCOMPARE(canvas()->ground().lightness() < 128, theme == Theme::DARK);
+        faint += faintParts(dock());
+    }
+    setTheme(Theme::LIGHT);
+    QVERIFY2(faint.isEmpty(), qUtf8Printable(faint.join('\n')));
 }
 
 GUI_TEST_MAIN(ViewTest)

@@ -5,6 +5,7 @@
 #include "tests/window/guitestmain.h"
 #include "tests/window/samplewindow.h"
 #include "tests/window/testdatabase.h"
+#include "window/view/cloudcanvas.h"
 
 #include <QAction>
 #include <QComboBox>
@@ -109,6 +110,7 @@ private slots:
 
     void sleepIsSeen();
     void eventsAreShort();
+    void viewOfThePointsMoves();
     void allPointsComeInSteps();
     void escapeStopsWhatTheLibraryDoes();
 
@@ -231,6 +233,45 @@ void WatchdogTest::eventsAreShort() {
     run("actionTransactionSize", {ModalScript::press("OK")});
     run("actionManagementFinalize", {ModalScript::press("Yes")});
     run("actionManagementVacuum", {ModalScript::press("Yes")});
+    QVERIFY2(m_tooLong.isEmpty(), qUtf8Printable(m_tooLong.join('\n')));
+}
+
+// While points come, while they are turned and pointed at, and when the stream is let go.
+void WatchdogTest::viewOfThePointsMoves() {
+    m_window->window().openDatabase(m_database.fileName, true);
+    auto* canvas = m_window->child<CloudCanvas>("cloudCanvas");
+    const auto wait = [&] {
+        QTRY_VERIFY(canvas->state().value(0).endsWith(" points"));
+        QTest::qWait(200);
+    };
+    act("view: show", [&] {
+        m_window->child<QAction>("actionViewPointCloud")->trigger();
+        wait();
+    });
+    run("actionViewCorner");
+    act("view: turn", [&] {
+        for (int i = 0; i < 40; ++i) {
+            QTest::keyClick(canvas, i % 4 < 2 ? Qt::Key_Left : Qt::Key_Up);
+            QTest::qWait(5);
+        }
+    });
+    act("view: point at", [&] {
+        for (int i = 0; i < 10; ++i) {
+            QTest::mouseMove(canvas, QPoint(100 + 10 * i, 150));
+            QTest::qWait(80);
+        }
+    });
+    auto* colours = m_window->child<QComboBox>("comboViewColour");
+    for (const int i : {colours->findText("tarvo.class"), colours->findText("Height")})
+        act("view: colour", [&] {
+            colours->setCurrentIndex(i);
+            emit colours->activated(i);
+            wait();
+        });
+    act("view: hide", [&] {
+        m_window->child<QAction>("actionViewPointCloud")->trigger();
+        QTest::qWait(1200);
+    });
     QVERIFY2(m_tooLong.isEmpty(), qUtf8Printable(m_tooLong.join('\n')));
 }
 
