@@ -10,7 +10,7 @@ constexpr const char* bashFunctions = R"SCRIPT(
 # The names in the first column of what the program tells, within two seconds or not at all.
 _qrbtool_told() {
     local limit
-    limit=$(command -v timeout) && limit+=' 2'
+    limit=$(command -v timeout) && limit+=' -s KILL 2'
     $limit "$@" 2>/dev/null </dev/null | sed '1d; s/  .*//; / /d'
 }
 

@@ -27,7 +27,7 @@ end
 # The names in the first column of what the program tells, within two seconds or not at all.
 function __qrbtool_told
     set -l limit
-    type -q timeout; and set limit timeout 2
+    type -q timeout; and set limit timeout -s KILL 2
     $limit (commandline -opc)[1] $argv 2>/dev/null </dev/null | sed '1d; s/  .*//; / /d'
 end
 

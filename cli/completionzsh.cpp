@@ -10,7 +10,7 @@ constexpr const char* zshFunctions = R"SCRIPT(
 # The names in the first column of what the program tells, within two seconds or not at all.
 _qrbtool_told() {
     local -a limit
-    whence -p timeout >/dev/null && limit=(timeout 2)
+    whence -p timeout >/dev/null && limit=(timeout -s KILL 2)
     names=(${(f)"$($limit "$words[1]" "$@" 2>/dev/null </dev/null | sed '1d; s/  .*//; / /d')"})
 }
 

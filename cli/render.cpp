@@ -15,6 +15,7 @@
 #include <CLI/CLI.hpp>
 
 #include <charconv>
+#include <cmath>
 #include <map>
 #include <memory>
 #include <utility>
@@ -79,9 +80,17 @@ view::PictureSettings settingsOf(const Database& database, const RenderOptions& 
                                              : view::readColour(database.cloud(), options.colour);
     if (!options.range.empty()) {
         const auto [low, high] = twoNumbers<double>(options.range, ':', "--range", "120:180");
-        if (!(low < high)) {
+        if (!(low < high) || !std::isfinite(high - low)) {
             throw UsageError("The range " + options.range + " holds no values.",
-                             "The first number is the smaller one.");
+                             "The first number is the smaller one, and both are finite.");
+        }
+        if (settings.colour->by == view::ColourBy::TrueColour ||
+            settings.colour->by == view::ColourBy::Class ||
+            settings.colour->by == view::ColourBy::Transaction) {
+            throw UsageError("The colours of \"" +
+                                 view::colourText(database.cloud(), *settings.colour) +
+                                 "\" stand for no range of numbers.",
+                             "Leave --range out.");
         }
         settings.colour->range = drawing::Range{low, high};
     }
@@ -98,14 +107,13 @@ void runRender(const Database& database, const RenderOptions& options) {
     ProgressLine line("Drawing");
     const view::Picture picture = view::drawPicture(
         database.cloud(), settings, [&line](double fraction) { line.update(fraction); });
-    if (!settings.colour->range || picture.colouring.isRamp()) {
-        const std::vector<std::uint8_t> png =
-            drawing::pngOf(view::onGround(picture.image, grounds.at(options.ground)));
+    const std::vector<std::uint8_t> png =
+        drawing::pngOf(view::onGround(picture.image, grounds.at(options.ground)));
+    try {
         output.write({reinterpret_cast<const char*>(png.data()), png.size()});
         output.finish();
-    } else {
-        throw UsageError("The colours of \"" + options.colour + "\" stand for no range of numbers.",
-                         "Leave --range out.");
+    } catch (const OutputClosed&) {
+        // The reader has seen what it wanted.
     }
     if (isStandardOutput(options.output)) {
         return;
@@ -153,12 +161,13 @@ void addRenderCommand(CLI::App& app, Invocation& invocation) {
     addDatabaseFile(*command, invocation);
     command->add_option("output", options->output, "PNG file to write; - for standard output")
         ->type_name("FILE")
-        ->required();
+        ->required()
+        ->check(notEmpty("Name a file, or write - for the standard output."));
     addFilter(*command, options->filter);
     command
         ->add_option("--color", options->colour,
                      "What colours the points: rgb, height, level, transaction, or an attribute "
-                     "(default: rgb where they have colours, else height)")
+                     "(default: rgb where they differ in colours, else height, else level)")
         ->type_name("WHAT");
     command->add_option("--range", options->range, "Values at the ends of the colours")
         ->type_name("LOW:HIGH");
@@ -175,7 +184,7 @@ void addRenderCommand(CLI::App& app, Invocation& invocation) {
         "nearest to the eye hides the rest. Where the database has a level of detail, nodes whose\n"
         "points lie as dense as the pixels stand for what is below them. Values of attributes\n"
         "that have names are told apart by a palette, other numbers by a ramp from dark blue to\n"
-        "yellow between their smallest and largest value, or those of --range.\n"
+        "yellow between the smallest and the largest value of all points, or those of --range.\n"
         "\n"
         "Examples:\n"
         "  qrbtool render scan.qrbx scan.png\n"

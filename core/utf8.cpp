@@ -55,6 +55,19 @@ std::string validUtf8(std::string_view text) {
     return result;
 }
 
+std::string excerpt(std::string_view text) {
+    constexpr std::size_t most = 120;
+    if (text.size() <= most) {
+        return validUtf8(text);
+    }
+    // Not in the middle of a character.
+    std::size_t end = most;
+    while (end > most - 4 && (static_cast<unsigned char>(text[end]) & 0xc0) == 0x80) {
+        --end;
+    }
+    return validUtf8(text.substr(0, end)) + "...";
+}
+
 std::string_view trimmed(std::string_view text) {
     constexpr std::string_view blanks = " \t\r\n";
     const std::size_t begin = text.find_first_not_of(blanks);

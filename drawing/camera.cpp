@@ -13,7 +13,7 @@ constexpr double slope = 0.41421356237309503;
 constexpr double nearest = 1e-3;
 constexpr double margin = 1.06;
 constexpr double smallestExtent = 1e-9;
-constexpr double largestExtent = 1e30;
+constexpr double largestExtent = 1e150;
 
 }  // namespace
 

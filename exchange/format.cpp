@@ -175,7 +175,7 @@ std::span<const char* const> formatNames() {
 
 FileKind kindOf(std::string_view begin) {
     if (begin.empty()) {
-        return {{}, "empty", true};
+        return {{}, "an empty file", true};
     }
     if (begin.starts_with("LASF")) {
         return {"las", {}, true};

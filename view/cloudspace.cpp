@@ -7,6 +7,12 @@
 
 namespace tarvo::view {
 
+namespace {
+
+constexpr double farthest = 1e100;
+
+}  // namespace
+
 CloudSpace CloudSpace::of(const qrb::Pointcloud& database) {
     CloudSpace space;
     const auto& attributes = database.pointAttributes();
@@ -32,7 +38,8 @@ drawing::Box CloudSpace::boxOf(const qrb::pointcloud::QueryStat& index, std::uin
         const std::string element = attribute + "[" + std::to_string(i) + "]";
         index.minimum(node, element, DataType::DOUBLE, &box.least[i], true);
         index.maximum(node, element, DataType::DOUBLE, &box.most[i], true);
-        if (!std::isfinite(box.least[i]) || !std::isfinite(box.most[i]))
+        // Farther out the squares of distances are no numbers any more.
+        if (!(std::abs(box.least[i]) <= farthest && std::abs(box.most[i]) <= farthest))
             return {};
     }
     return box;

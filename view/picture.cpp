@@ -41,7 +41,8 @@ Picture drawPicture(const qrb::Pointcloud& database, const PictureSettings& sett
                                 std::to_string(mostPixels) + ".");
     NodeTree tree(database);
     if (tree.space().extent.isEmpty())
-        throw core::Failure("The database has no points to draw.", "");
+        throw core::Failure("The database has no points to draw.",
+                            "Points that lie farther than 1e100 from 0 can't be seen.");
     Colouring colouring(database, tree,
                         settings.colour ? *settings.colour : colourChoices(database).front());
     drawing::Camera camera;

@@ -53,9 +53,11 @@ void report(Context& context, const std::string& what,
     std::string details;
     for (const validation::Deviation& deviation : deviations)
         details += (details.empty() ? "" : "\n") + deviation.line;
-    const std::string count =
-        deviations.size() == 1 ? "1 problem." : std::to_string(deviations.size()) + " problems.";
-    throw Failure(ErrorCode::Validation, what + ": " + count, details);
+    throw Failure(
+        ErrorCode::Validation,
+        what + (deviations.size() == 1 ? ": 1 problem."
+                                       : ": " + std::to_string(deviations.size()) + " problems."),
+        details);
 }
 
 // item: empty for a value that is none.

@@ -100,26 +100,32 @@ private:
 
     void compareDefinition(const schema::AttributeRecord& record,
                            const schema::AttributeRecord& expected) {
-        const auto differs = [&](const char* what, const std::string& is,
-                                 const std::string& usual) {
-            sayOfAttribute(record.name, "The point attribute \"" + record.name + "\" has the " +
-                                            what + " " + is + ", not " + usual + ".");
-        };
+        // Whole sentences, so that they can be translated.
+        const std::string& name = record.name;
         if (record.length != expected.length)
-            differs("length", std::to_string(record.length), std::to_string(expected.length));
+            sayOfAttribute(name, "The point attribute \"" + name + "\" has the length " +
+                                     std::to_string(record.length) + ", not " +
+                                     std::to_string(expected.length) + ".");
         if (record.unitSymbol != expected.unitSymbol)
-            differs("unit", "\"" + record.unitSymbol + "\"", "\"" + expected.unitSymbol + "\"");
+            sayOfAttribute(name, "The point attribute \"" + name + "\" has the unit \"" +
+                                     record.unitSymbol + "\", not \"" + expected.unitSymbol +
+                                     "\".");
         const TypeLimits& type = limitsOf(schema::dataType(record));
         const TypeLimits& usualType = limitsOf(schema::dataType(expected));
         if (!holds(usualType, type))
-            differs("data type", type.name, usualType.name);
+            sayOfAttribute(name, "The point attribute \"" + name + "\" has the data type " +
+                                     type.name + ", not " + usualType.name + ".");
         // 0 stands for floating-point numbers, finer than any grid.
         if (record.resolution > expected.resolution * (1 + 1e-9))
-            differs("resolution", plain(record.resolution),
-                    expected.resolution == 0 ? "floating-point numbers"
-                                             : plain(expected.resolution) + " or finer");
+            sayOfAttribute(name, "The point attribute \"" + name + "\" has the resolution " +
+                                     plain(record.resolution) +
+                                     (expected.resolution == 0
+                                          ? ", not floating-point numbers."
+                                          : ", not " + plain(expected.resolution) + " or finer."));
         if (!std::isnan(record.invalidValue) && record.invalidValue != expected.invalidValue)
-            differs("invalid value", plain(record.invalidValue), plain(expected.invalidValue));
+            sayOfAttribute(name, "The point attribute \"" + name + "\" has the invalid value " +
+                                     plain(record.invalidValue) + ", not " +
+                                     plain(expected.invalidValue) + ".");
     }
 
     void compareValues(const schema::Attribute& attribute,

@@ -1,5 +1,6 @@
 #include "exchange/csv/columntype.h"
 
+#include "core/utf8.h"
 #include "exchange/table/decimal.h"
 
 namespace tarvo::exchange::csv {
@@ -48,7 +49,8 @@ std::optional<core::Failure> ColumnType::fault(const std::string& fileName,
 core::Failure ColumnType::idFault(const std::string& fileName, const Cell& cell) const {
     const std::string where = "Line " + std::to_string(cell.line) + " of \"" + fileName + "\"";
     return core::Failure(
-        where + (cell.text.empty() ? " has no id." : ": \"" + cell.text + "\" is no id."),
+        where + (cell.text.empty() ? " has no id."
+                                   : ": \"" + core::excerpt(cell.text) + "\" is no id."),
         "Ids are whole numbers from 0 to 18446744073709551615, without point and exponent.");
 }
 

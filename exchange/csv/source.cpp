@@ -2,6 +2,7 @@
 
 #include "catalogue/catalogue.h"
 #include "core/error.h"
+#include "core/utf8.h"
 #include "exchange/csv/columntype.h"
 #include "exchange/table/knownnames.h"
 #include "exchange/table/names.h"
@@ -209,14 +210,14 @@ void CsvSource::parse(std::size_t column, std::uint32_t row) {
         slot = std::bit_cast<std::uint64_t>(value);
     }
     if (!good) {
-        failCell(column, std::string(text));
+        failCell(column, text);
     }
 }
 
-void CsvSource::failCell(std::size_t column, const std::string& text) const {
+void CsvSource::failCell(std::size_t column, std::string_view text) const {
     throw core::Failure("Line " + std::to_string(m_lines.lineNumber()) + " of \"" + m_fileName +
-                            "\": \"" + text + "\" in the column \"" + m_names[column] +
-                            "\" is not a number.",
+                            "\": \"" + core::excerpt(text) + "\" in the column \"" +
+                            core::excerpt(m_names[column]) + "\" is not a number.",
                         "Numbers are written with a point before the decimals, for example 12.5.");
 }
 

@@ -30,7 +30,7 @@ private:
     // Decimal commas become points.
     void changeCommas(std::string_view line);
     void parse(std::size_t column, std::uint32_t row);
-    [[noreturn]] void failCell(std::size_t column, const std::string& text) const;
+    [[noreturn]] void failCell(std::size_t column, std::string_view text) const;
 
     std::string m_fileName;
     LineReader m_lines;

@@ -1,5 +1,6 @@
 #include "exchange/table/fit.h"
 
+#include "core/attributegrid.h"
 #include "core/defaultattribute.h"
 #include "core/error.h"
 #include "numbers/numbertext.h"
@@ -15,6 +16,16 @@ namespace {
 constexpr double countableSteps = 4503599627370496.0;  // 2^52
 // Up to here a range is widened to the next power of ten.
 constexpr double widestRoom = 1e15;
+
+// The last step of a grid may fall short of the maximum by the rounding of its limits: by all of a
+// step where they have many more digits than what lies between them.
+void reachMaximum(PointAttribute& definition) {
+    const auto grid = core::gridOf(definition);
+    if (grid && grid->kind() == numbers::Grid::Kind::Scaled &&
+        definition.maximumValue - grid->value(grid->maximumCode()) > definition.resolution / 2) {
+        definition.maximumValue += definition.resolution;
+    }
+}
 
 // Files that are added to a database later hold values beyond those of its first file: the number,
 // or the next power of ten above it; 0 for negative numbers.
@@ -100,6 +111,7 @@ void setRange(PointAttribute& definition, const ColumnSummary& summary) {
     } else {
         setUnrounded(definition, summary);
     }
+    reachMaximum(definition);
 }
 
 void settleDefault(PointAttribute& definition, const ColumnSummary& summary, DefaultFor use) {
@@ -241,6 +253,7 @@ PointAttribute fitAttribute(const Column& column, const ColumnSummary& summary, 
             setRange(definition, summary);
         } else {
             definition = wider;
+            reachMaximum(definition);
         }
     }
     // Opaque is the largest value of a channel.
@@ -272,6 +285,7 @@ FittedAttribute fitCoordinates(const Column& column, const ColumnSummary& summar
     definition.resolution = grid->resolution;
     definition.minimumValue = grid->minimum;
     definition.maximumValue = grid->maximum;
+    reachMaximum(definition);
     settleDefault(definition, summary, use);
     return {definition, grid->rounding};
 }

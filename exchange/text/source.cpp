@@ -1,6 +1,7 @@
 #include "exchange/text/source.h"
 
 #include "core/error.h"
+#include "core/utf8.h"
 #include "exchange/advice.h"
 #include "exchange/table/knownnames.h"
 #include "exchange/table/names.h"
@@ -244,7 +245,7 @@ void TextSource::parse(std::size_t column, std::uint32_t row) {
         slot = std::bit_cast<std::uint64_t>(value);
     }
     if (!good) {
-        throw core::Failure(line() + ": \"" + std::string(text) + "\" in the column \"" +
+        throw core::Failure(line() + ": \"" + core::excerpt(text) + "\" in the column \"" +
                             nameOf(m_fieldOf[column]) + "\" is not a number.");
     }
 }

@@ -19,6 +19,9 @@ namespace {
 // one would stand elsewhere.
 constexpr int excerptWidth = 300;
 
+constexpr qsizetype mostShown = 1500;  // characters
+constexpr qsizetype mostDetails = 20'000;
+
 // Details that point into an expression: the expression, and a caret below the place that is meant.
 bool pointsAtPlace(const QString& details) {
     return details.section('\n', 1, 1).trimmed() == "^";
@@ -48,6 +51,11 @@ void addCopyButton(QMessageBox& box, const QString& text) {
     box.setEscapeButton(QMessageBox::Ok);
 }
 
+// Names and values from files may be megabytes, which no box lays out; the button copies all.
+QString shortened(const QString& text, qsizetype most) {
+    return text.size() <= most ? text : text.left(most) + QString::fromUtf8(" …");
+}
+
 void showBox(QWidget* parent, QMessageBox::Icon icon, const QString& title, const QString& text,
              const QString& details = {}) {
     QMessageBox box(icon, title, QString(), QMessageBox::Ok, parent);
@@ -59,9 +67,10 @@ void showBox(QWidget* parent, QMessageBox::Icon icon, const QString& title, cons
     // The caret stands below its place only where all letters are equally wide.
     const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     const QString shown = atPlace ? aroundCaret(details, fixed) : details;
-    box.setText(shown.isEmpty() || isLong ? text : text + "\n\n" + shown);
+    const QString told = shortened(text, mostShown);
+    box.setText(shown.isEmpty() || isLong ? told : told + "\n\n" + shown);
     if (isLong)
-        box.setDetailedText(details);
+        box.setDetailedText(shortened(details, mostDetails));
     if (auto* label = box.findChild<QLabel*>("qt_msgbox_label"); label && atPlace)
         label->setFont(fixed);
     if (icon == QMessageBox::Critical)
@@ -73,7 +82,7 @@ bool ask(QWidget* parent, const QString& question, QMessageBox::StandardButton a
     QMessageBox box(QMessageBox::Question, QObject::tr("Confirmation"), QString(),
                     QMessageBox::Yes | QMessageBox::No, parent);
     box.setTextFormat(Qt::PlainText);
-    box.setText(question);
+    box.setText(shortened(question, mostShown));
     box.setDefaultButton(answer);
     return box.exec() == QMessageBox::Yes;
 }

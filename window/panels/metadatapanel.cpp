@@ -225,6 +225,7 @@ void MetaDataPanel::editItem(QString name, bool isNew) {
             written =
                 inTransaction(
                     QString("%1 meta data item %2").arg(isNew ? "Add" : "Edit", oneLine(name))) &&
+                mayWriteOver(name, isNew ? std::nullopt : std::optional(stored)) &&
                 guarded([&] { metaData.set(name.toStdString(), value); });
         }
         emit databaseChanged();
@@ -233,6 +234,20 @@ void MetaDataPanel::editItem(QString name, bool isNew) {
                 row->data(ITEM_NAME, nameRole).toString() == name)
                 m_ui->treeMetaData->setCurrentItem(row);
     });
+}
+
+// Asks where the item is not as it was read, because others may have written before the transaction
+// began. read: none where there was no such item.
+bool MetaDataPanel::mayWriteOver(const QString& name, const std::optional<std::string>& read) {
+    const auto& metaData = database()->metaData();
+    const std::string item = name.toStdString();
+    std::optional<std::string> now;
+    if (metaData.exists(item))
+        now = metaData.get(item);
+    return now == read ||
+           lossConfirmed(this, tr("\"%0\" was changed elsewhere since it was read.\nWrite over "
+                                  "what is there now?")
+                                   .arg(oneLine(name)));
 }
 
 void MetaDataPanel::on_actionMetaDataRemove_triggered() {

@@ -4,6 +4,7 @@
 #include "window/panels/panel.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -47,6 +48,7 @@ private:
     // The names of signed items have a colour, which keeps to the theme.
     void colourName(QTreeWidgetItem* row) const;
     void editItem(QString name, bool isNew);
+    bool mayWriteOver(const QString& name, const std::optional<std::string>& read);
     // The names of the selected items, in the order of their selection.
     std::vector<std::string> selectedItems() const;
     QString proposedFileName() const;

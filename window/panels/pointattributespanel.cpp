@@ -284,10 +284,20 @@ void PointAttributesPanel::editAttribute(const std::string& name) {
         this, began)) {
         if (core::sameAttribute(attribute, stored) ||
             (inTransaction("Edit point attribute " + QString::fromStdString(name)) &&
-             conversionAgreed(stored, attribute) && write(attribute, false)))
+             mayWriteOver(stored) && conversionAgreed(stored, attribute) &&
+             write(attribute, false)))
             return;
         began = &stored;
     }
+}
+
+// Asks where the definition is not as it was read, because others may have written before the
+// transaction began.
+bool PointAttributesPanel::mayWriteOver(const PointAttribute& read) {
+    return core::sameAttribute(database()->pointAttributes().get(read.name), read) ||
+           lossConfirmed(this, tr("\"%0\" was changed elsewhere since it was read.\nWrite over "
+                                  "what is there now?")
+                                   .arg(QString::fromStdString(read.name)));
 }
 
 bool PointAttributesPanel::conversionAgreed(const PointAttribute& stored,

@@ -50,6 +50,7 @@ private:
     void editAttribute(const std::string& name);
     // Whether the values that points have may change as the new definition demands; asks only where
     // some do.
+    bool mayWriteOver(const qrb::pointcloud::PointAttribute& read);
     bool conversionAgreed(const qrb::pointcloud::PointAttribute& stored,
                           const qrb::pointcloud::PointAttribute& attribute);
     // Writes the record, tells the others and shows it; false where the library refused it and the
