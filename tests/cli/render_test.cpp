@@ -82,6 +82,23 @@ TEST_F(Render, StandsForEveryPointByTheLevelOfDetailWhereThatIsFineEnough) {
     EXPECT_EQ(points("--size 60x40 --every-point"), 200'000U);
 }
 
+TEST_F(Render, DrawsPointsHoweverFarTheyLie) {
+    for (const std::string far : {"1e12", "1e40", "1e99"}) {
+        folder.write("far.csv", "x,y,z\n-" + far + ",0,0\n" + far + ",1,1\n0," + far + ",2\n");
+        expectSuccess("-q import " + folder.file("far.csv") + " " + file + " --overwrite");
+        expectSuccess("-q render " + file + " " + folder.file("a.png") +
+                      " --size 40x40 --ground none");
+        const Png drawn = pngOf(read(folder.file("a.png")));
+        EXPECT_GT(std::count_if(drawn.pixels.begin(), drawn.pixels.end(),
+                                [](const auto& pixel) { return pixel[3] != 0; }),
+                  2)
+            << far;
+    }
+    folder.write("far.csv", "x,y,z\n-1e300,0,0\n1e300,1,1\n");
+    expectSuccess("-q import " + folder.file("far.csv") + " " + file + " --overwrite");
+    expectFailure(1, "render " + file + " " + folder.file("b.png"), "1e100");
+}
+
 TEST_F(Render, TellsWhatItDrewAndWhatItCannotDraw) {
     expectSuccess("-q sample -n 2000 " + file);
     const std::string picture = folder.file("a.png");
@@ -107,12 +124,17 @@ TEST_F(Render, TellsWhatItDrewAndWhatItCannotDraw) {
     refused(2, "--size 100000x100000", "can't be drawn");
     refused(2, "--range 5:1", "holds no values");
     refused(2, "--range nan:nan", "holds no values");
+    refused(2, "--range=-inf:inf", "both are finite");
     refused(2, "--range 1", "--range 120:180");
     refused(2, "--color tarvo.class --range 1:2", "Leave --range out");
     refused(1, "--color tarvo.clas", "Did you mean \"tarvo.class\"?");
     refused(1, "--color 'tarvo.xyz[3]'", "no \"tarvo.xyz[3]\"");
     refused(1, "--filter 'tarvo.clas == 2'", "tarvo.clas");
     refused(2, "--from above", "top");
+    expectFailure(2, "render " + file + " \"\"", "Name a file");
+    // A reader that has seen enough is no failure.
+    const Result early = runShell(std::string(QRBTOOL_FILE) + " render " + file + " - | head -c 5");
+    EXPECT_EQ(early.output, "\x89PNG\r");
     expectFailure(1, "render " + file + " " + file, "being read");
     expectFailure(1, "render " + file + " " + folder.file("none/a.png"), "folder");
     // A filter that nothing passes is a picture of nothing.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "tests/window/attributesamples.h"
+#include "tests/window/filecontents.h"
 #include "tests/window/modalscript.h"
 #include "tests/window/windowdriver.h"
 #include "window/dialogs/attribute/dialogpointattribute.h"
@@ -46,11 +47,6 @@ inline std::vector<Step> ending(std::vector<Step> steps) {
                 dialog->reject();
         };
     return steps;
-}
-
-inline QByteArray contentsOf(const QString& fileName) {
-    QFile file(fileName);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("missing");
 }
 
 inline void writeTo(const QString& fileName, const QByteArray& bytes) {

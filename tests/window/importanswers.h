@@ -2,6 +2,7 @@
 #pragma once
 
 #include "qrb/pointcloud.h"
+#include "tests/window/filecontents.h"
 #include "tests/window/modalscript.h"
 #include "tests/window/windowdriver.h"
 
@@ -31,12 +32,6 @@ inline std::vector<Row> rowsOf(const tarvo::qrb::Pointcloud& cloud) {
         rows.push_back(values);
     std::sort(rows.begin(), rows.end());
     return rows;
-}
-
-inline QString written(const QString& fileName, const QByteArray& bytes) {
-    QFile file(fileName);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() ? fileName
-                                                                                : QString();
 }
 
 // Answers what an import brings up, in whatever order: how long work takes decides whether its

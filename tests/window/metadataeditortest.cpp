@@ -1,134 +1,34 @@
-// The editor of metadata items, and the text pane in it.
+// The editor of metadata items: what is typed is checked, and not dropped unasked.
 
 #include "catalogue/catalogue.h"
 #include "core/json.h"
-#include "qrb/loader.h"
-#include "qrb/pointcloud.h"
 #include "tests/window/guitestmain.h"
-#include "tests/window/modalscript.h"
-#include "tests/window/testdatabase.h"
-#include "tests/window/windowdriver.h"
-#include "window/common/appearance.h"
-#include "window/frame/mainwindow.h"
-#include "window/widgets/jsonpositions.h"
-#include "window/widgets/jsontextedit.h"
+#include "tests/window/metadataediting.h"
 
-#include <QAction>
-#include <QApplication>
-#include <QClipboard>
 #include <QComboBox>
 #include <QCompleter>
-#include <QDialog>
 #include <QDialogButtonBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTextBlock>
-#include <QTreeWidget>
 #include <QtTest>
-#include <memory>
 
 using namespace tarvo::window;
 
-namespace {
-
-using Step = ModalScript::Step;
-
-}  // namespace
-
-class MetaDataEditorTest : public QObject {
+class MetaDataEditorTest : public MetaDataEditingTest {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void init();
-    void cleanup();
-    void cleanupTestCase() { tarvo::qrb::freeLibrary(); }
-
     void itemIsAddedFromTheExample();
     void itemIsEditedAndChecked();
     void findingsAreListedWholeAndLeadToTheirLines();
     void brokenValueOfDefaultItemIsAskedAbout();
-    void unchangedItemKeepsBytesAndSignature();
-    void charactersStayAsTheyAre();
     void textsAndOwnSchemasAreTakenAsTheyAre();
     void changesAreNotDroppedUnasked();
     void refusedItemComesUpAgain();
-    void valuesGoToFilesAndBack();
     void everyExampleSatisfiesItsSchema();
-    void hugeValuesAreShown();
-    void valuesBeyondThePaneAreHeldWhole();
-    void paneIndentsAndUndoes();
-    void placesAreFound();
-
-private:
-    WindowDriver driver() { return WindowDriver(*m_window); }
-    QStringList run(const char* action, std::vector<Step> steps) {
-        return driver().run(action, std::move(steps));
-    }
-    void begin() {
-        run("actionTransactionBegin", {ModalScript::press("OK")});
-        driver().showTab("tabMetaData");
-    }
-    // Sees what was committed only.
-    std::string committed(const char* name);
-    void commit() { run("actionTransactionCommit", {ModalScript::press("OK")}); }
-    static QString state(QDialog* dialog) { return in<QLabel>(dialog, "labelState")->text(); }
-    static QTreeWidget* findings(QDialog* dialog) {
-        return in<QTreeWidget>(dialog, "treeFindings");
-    }
-    static JsonTextEdit* pane(QDialog* dialog) { return in<JsonTextEdit>(dialog, "editValue"); }
-    static void type(QDialog* dialog, const QString& text) {
-        pane(dialog)->setFocus();
-        pane(dialog)->selectAll();
-        QTest::keyClicks(pane(dialog), text);
-    }
-
-    QTemporaryDir m_folder;
-    QString m_file;
-    std::unique_ptr<MainWindow> m_window;
 };
-
-void MetaDataEditorTest::initTestCase() {
-    tarvo::qrb::loadLibrary("");
-}
-
-void MetaDataEditorTest::init() {
-    m_file = m_folder.filePath("work.qrbx");
-    QFile::remove(m_file);
-    QVERIFY(QFile::copy(QRB_GOLDEN "/latin1.qrbx", m_file));  // has "own.bytes"
-    QVERIFY(QFile::setPermissions(m_file, QFile::ReadOwner | QFile::WriteOwner));
-    const tarvo::qrb::Context context("OFF", "");
-    tarvo::qrb::Pointcloud cloud(context);
-    cloud.open(m_file.toStdString(), tarvo::qrb::pointcloud::OpenSettings(context));
-    tarvo::qrb::pointcloud::TransactionGuard guard(cloud.transactions(), "Items", "tests");
-    cloud.metaData().set("tarvo.geo_tag", R"({"crs":{"epsg":5,"name":"x"},"pose":[[1,2],"y"]})");
-    cloud.metaData().set("own.signed", "{\"b\":1.50}");
-    cloud.metaData().set("own.text", "no { JSON");
-    cloud.metaData().set("own.lines", "one\r\ntwo\xe2\x80\xa9three");
-    cloud.metaData().set("own.blanks",
-                         "1\xc2\xa0"
-                         "000 m");
-    cloud.metaData().createSignature("own.signed", 1, {1, 2});
-    guard.commit();
-    cloud.close();
-    m_window = showFreshWindow();
-    m_window->openDatabase(m_file, true);
-}
-
-void MetaDataEditorTest::cleanup() {
-    ModalScript drop({ModalScript::press("Yes")});  // only where a transaction is pending
-    m_window->close();
-    m_window.reset();
-}
-
-std::string MetaDataEditorTest::committed(const char* name) {
-    const tarvo::qrb::Context context("OFF", "");
-    tarvo::qrb::Pointcloud cloud(context);
-    cloud.open(m_file.toStdString(), tarvo::qrb::pointcloud::OpenSettings(context));
-    return cloud.metaData().get(name, "(none)");
-}
 
 void MetaDataEditorTest::itemIsAddedFromTheExample() {
     driver().showTab("tabMetaData");
@@ -263,51 +163,6 @@ void MetaDataEditorTest::brokenValueOfDefaultItemIsAskedAbout() {
     QCOMPARE(committed("tarvo.atmosphere"), std::string("epoch 5"));
 }
 
-void MetaDataEditorTest::unchangedItemKeepsBytesAndSignature() {
-    begin();
-    QVERIFY(driver().select("treeMetaData", "own.signed"));
-    run("actionMetaDataEdit", {[](QDialog* dialog) {
-            QVERIFY(in<QLabel>(dialog, "labelSigned")->isVisible());
-            QVERIFY(!in<QLabel>(dialog, "labelTransaction")->isVisible());
-            QCOMPARE(pane(dialog)->toPlainText(), "{\n    \"b\": 1.50\n}");
-            ModalScript::press("Compact")(dialog);
-            QCOMPARE(pane(dialog)->toPlainText(), "{\"b\":1.50}");
-            QTest::keyClick(pane(dialog), Qt::Key_Z, Qt::ControlModifier);
-            QCOMPARE(pane(dialog)->toPlainText(), "{\n    \"b\": 1.50\n}");
-            ModalScript::press("OK")(dialog);
-        }});
-    QVERIFY(driver().select("treeMetaData", "own.bytes"));
-    run("actionMetaDataEdit", {[](QDialog* dialog) {
-            QVERIFY(in<QLabel>(dialog, "labelBytes")->isVisible());
-            ModalScript::press("OK")(dialog);
-        }});
-    commit();
-    QCOMPARE(committed("own.signed"), std::string("{\"b\":1.50}"));
-    QCOMPARE(committed("own.bytes"), std::string("{\"a\": \"\xff\"}"));
-    QCOMPARE(driver().select("treeMetaData", "own.signed")->foreground(0).color(),
-             QColor(Qt::darkBlue));
-}
-
-void MetaDataEditorTest::charactersStayAsTheyAre() {
-    begin();
-    QVERIFY(driver().select("treeMetaData", "own.lines"));
-    run("actionMetaDataEdit", {[](QDialog* dialog) {
-            QVERIFY(in<QLabel>(dialog, "labelBytes")->isVisible());
-            ModalScript::press("OK")(dialog);
-        }});
-    QVERIFY(driver().select("treeMetaData", "own.blanks"));
-    run("actionMetaDataEdit", {[](QDialog* dialog) {
-            QVERIFY(!in<QLabel>(dialog, "labelBytes")->isVisible());
-            QTest::keyClick(pane(dialog), Qt::Key_End);
-            QTest::keyClicks(pane(dialog), "m");
-            ModalScript::press("OK")(dialog);
-        }});
-    commit();
-    QCOMPARE(committed("own.lines"), std::string("one\r\ntwo\xe2\x80\xa9three"));
-    QCOMPARE(committed("own.blanks"), std::string("1\xc2\xa0"
-                                                  "000 mm"));
-}
-
 void MetaDataEditorTest::textsAndOwnSchemasAreTakenAsTheyAre() {
     begin();
     QVERIFY(driver().select("treeMetaData", "own.text"));
@@ -399,47 +254,6 @@ void MetaDataEditorTest::refusedItemComesUpAgain() {
     QCOMPARE(committed("own.text"), std::string("no { JSON"));
 }
 
-void MetaDataEditorTest::valuesGoToFilesAndBack() {
-    begin();
-    const QString file = m_folder.filePath("value.json");
-    const QString good = m_folder.filePath("good.json");
-    QFile source(good);
-    QVERIFY(source.open(QIODevice::WriteOnly));
-    source.write("{\"new\": \"\xc3\xa4\"}");
-    source.close();
-    QVERIFY(driver().select("treeMetaData", "own.bytes"));
-    const QStringList texts = run(
-        "actionMetaDataEdit",
-        {[](QDialog* dialog) {
-             auto* save = in<QAction>(dialog, "actionSave");
-             auto* load = in<QAction>(dialog, "actionLoad");
-             const QString before = pane(dialog)->text();
-             for (QAction* action : {save, save, load})
-                 action->trigger();
-             for (QAction* action : dialog->findChildren<QAction*>())
-                 if (action->text() == "...as JSON string")
-                     action->trigger();
-             QVERIFY(QApplication::clipboard()->text().startsWith("\"{\\n"));
-             QCOMPARE(pane(dialog)->text(), before);
-             load->trigger();
-             QCOMPARE(pane(dialog)->text(), QString::fromUtf8("{\"new\": \"\xc3\xa4\"}"));
-             QTest::keyClick(pane(dialog), Qt::Key_Z, Qt::ControlModifier);
-             QCOMPARE(pane(dialog)->text(), before);
-             QTest::keyClick(dialog, Qt::Key_Escape);  // nothing is changed
-         },
-         [&](QDialog* dialog) {
-             QCOMPARE(in<QLineEdit>(dialog, "fileNameEdit")->text(), "own.bytes.json");
-             ModalScript::chooseFile(file)(dialog);
-         },
-         ModalScript::chooseFile("/proc/value.json"), ModalScript::press("OK"),
-         ModalScript::chooseFile(file), ModalScript::press("OK"), ModalScript::chooseFile(good)});
-    QVERIFY(texts.value(0).startsWith("Failed to open output file!"));
-    QVERIFY(texts.value(1).startsWith("The file is not a text in UTF-8."));
-    QFile written(file);
-    QVERIFY(written.open(QIODevice::ReadOnly));
-    QCOMPARE(written.readAll(), QByteArray("{\"a\": \"\xff\"}"));
-}
-
 void MetaDataEditorTest::everyExampleSatisfiesItsSchema() {
     begin();
     run("actionMetaDataAdd", {[](QDialog* dialog) {
@@ -453,180 +267,6 @@ void MetaDataEditorTest::everyExampleSatisfiesItsSchema() {
             in<QComboBox>(dialog, "editName")->setEditText("");
             ModalScript::press("Cancel")(dialog);
         }});
-}
-
-void MetaDataEditorTest::hugeValuesAreShown() {
-    begin();
-    run("actionMetaDataAdd",
-        {[](QDialog* dialog) {
-             in<QComboBox>(dialog, "editName")->setEditText("own.deep");
-             pane(dialog)->setPlainText(QString(100'000, '[') + QString(100'000, ']'));
-             ModalScript::press("Check")(dialog);
-             QCOMPARE(state(dialog), "JSON. There is no schema to check it against.");
-             ModalScript::press("Format")(dialog);  // would fill the memory
-             QCOMPARE(pane(dialog)->blockCount(), 1);
-             // Each key would colour the whole line anew.
-             QVERIFY(pane(dialog)->document()->firstBlock().layout()->formats().isEmpty());
-             QString lines = "[\n";
-             for (int i = 0; i < 200'000; ++i)
-                 lines += "{\"a\": 1},\n";
-             pane(dialog)->setPlainText(lines + "0]");
-             QTRY_VERIFY(state(dialog).startsWith("Press \"Check\""));
-             ModalScript::press("Check")(dialog);
-             QCOMPARE(state(dialog), "JSON. There is no schema to check it against.");
-             // A key touches what it types, and nothing is checked for it.
-             int touched = 0;
-             connect(pane(dialog)->document(), &QTextDocument::contentsChange, dialog,
-                     [&](int, int removed, int added) { touched += removed + added; });
-             QTest::keyClicks(pane(dialog), "12");
-             QVERIFY2(touched <= 10, qUtf8Printable(QString::number(touched)));
-             QTRY_VERIFY(state(dialog).startsWith("Press \"Check\""));
-             QTest::keyClick(dialog, Qt::Key_Escape);
-         },
-         ModalScript::press("Yes")});
-}
-
-void MetaDataEditorTest::valuesBeyondThePaneAreHeldWhole() {
-    std::string value = "[";
-    while (value.size() < 10'000'000)
-        value += "{\"name\":\"value\",\"n\":[1.5,22,-3e7]},";
-    value += "7]";
-    const QString file = m_folder.filePath("long.json");
-    QFile source(file);
-    QVERIFY(source.open(QIODevice::WriteOnly));
-    source.write(value.data(), static_cast<qint64>(value.size()));
-    source.close();
-    const QString shortFile = m_folder.filePath("short.json");
-    QFile other(shortFile);
-    QVERIFY(other.open(QIODevice::WriteOnly) && other.write("[7]") == 3);
-    other.close();
-    begin();
-    // What the pane has to lay out.
-    const auto shown = [](QDialog* dialog) { return pane(dialog)->document()->characterCount(); };
-    constexpr int few = 150'000;
-    const QStringList texts = run(
-        "actionMetaDataAdd", {[&](QDialog* dialog) {
-                                  in<QComboBox>(dialog, "editName")->setEditText("own.long");
-                                  QApplication::clipboard()->setText(QString::fromStdString(value));
-                                  pane(dialog)->paste();
-                                  QVERIFY(pane(dialog)->text().isEmpty());
-                                  in<QAction>(dialog, "actionLoad")->trigger();
-                                  QVERIFY(in<QLabel>(dialog, "labelHeld")->isVisible());
-                                  QVERIFY(pane(dialog)->isReadOnly());
-                                  QVERIFY(shown(dialog) < few);
-                                  in<JsonTextEdit>(dialog, "editSchema")
-                                      ->setPlainText("{\"items\": {\"type\": \"object\"}}");
-                                  ModalScript::press("Format")(dialog);
-                                  QVERIFY(shown(dialog) < few);
-                                  ModalScript::press("Check")(dialog);
-                                  auto* list = findings(dialog);
-                                  QCOMPARE(list->topLevelItemCount(), 1);
-                                  QVERIFY(list->topLevelItem(0)->text(0).toInt() > 1'000'000);
-                                  clickRow(list->topLevelItem(0));
-                                  ModalScript::press("Compact")(dialog);
-                                  // No undo leads to what was but the beginning of the value.
-                                  in<QAction>(dialog, "actionLoad")->trigger();
-                                  QTest::keyClick(pane(dialog), Qt::Key_Z, Qt::ControlModifier);
-                                  QCOMPARE(pane(dialog)->text(), "[7]");
-                                  in<QAction>(dialog, "actionLoad")->trigger();
-                                  ModalScript::press("OK")(dialog);
-                              },
-                              ModalScript::press("OK"), ModalScript::chooseFile(file),
-                              ModalScript::chooseFile(shortFile), ModalScript::chooseFile(file),
-                              ModalScript::press("Yes")});
-    QVERIFY(texts.value(0).startsWith("The text is too long to be pasted here."));
-    QCOMPARE(texts.value(1), "The value does not satisfy the schema.\nSave it anyway?");
-    run("actionMetaDataEdit", {[&](QDialog* dialog) {
-            QVERIFY(in<QLabel>(dialog, "labelHeld")->isVisible());
-            QVERIFY(shown(dialog) < few);
-            QTest::keyClicks(pane(dialog), "x");
-            ModalScript::press("OK")(dialog);
-        }});
-    commit();
-    QVERIFY(committed("own.long") == value);
-}
-
-void MetaDataEditorTest::paneIndentsAndUndoes() {
-    JsonTextEdit edit;
-    edit.show();
-    QTest::keyClicks(&edit, "{");
-    QTest::keyClick(&edit, Qt::Key_Return);
-    QTest::keyClicks(&edit, "\"a\": 1,");
-    QTest::keyClick(&edit, Qt::Key_Return);
-    QCOMPARE(edit.toPlainText(), "{\n    \"a\": 1,\n    ");
-    edit.replaceText("{}");
-    QTest::keyClick(&edit, Qt::Key_Z, Qt::ControlModifier);
-    QCOMPARE(edit.toPlainText(), "{\n    \"a\": 1,\n    ");
-    // Names, texts, numbers and what is wrong look different.
-    edit.setPlainText("{\"a\": \"b\", \"c\": 1, \"d\": true, x");
-    QSet<QRgb> colours;
-    for (const auto& range : edit.document()->firstBlock().layout()->formats())
-        colours.insert(range.format.foreground().color().rgb());
-    QCOMPARE(colours.size(), 5);
-    edit.setColoured(false);
-    QVERIFY(edit.document()->firstBlock().layout()->formats().isEmpty());
-
-    edit.setColoured(true);
-    edit.setPlainText("\"a\" : \"a\"");
-    const auto formats = edit.document()->firstBlock().layout()->formats();
-    QCOMPARE(formats.size(), 2);
-    QVERIFY(formats[0].format != formats[1].format);
-    edit.setPlainText("  [");
-    QTest::keyClick(&edit, Qt::Key_End);
-    QTest::keyClick(&edit, Qt::Key_Enter, Qt::KeypadModifier);
-    QCOMPARE(edit.toPlainText(), "  [\n      ");
-    // Brackets in texts are no partners.
-    edit.setPlainText("[\"\\\"]\", \"[\"]");
-    QList<int> brackets;
-    for (const auto& selection : edit.extraSelections())
-        if (selection.cursor.hasSelection())
-            brackets += selection.cursor.selectionStart();
-    QCOMPARE(brackets, QList<int>({0, int(edit.toPlainText().size()) - 1}));
-    // Line numbers get the room that they need.
-    const int margin = edit.viewport()->x();
-    setTextSize(textSize() + 10);
-    QVERIFY(edit.viewport()->x() > margin);
-    resetTextSize();
-}
-
-void MetaDataEditorTest::placesAreFound() {
-    const QString json = QString::fromUtf8(
-        "{\"\xc3\xa4\": [1, {\"b~/\": \"\xf0\x9f\x98\x80 x\"}],\n \"c\": null, \"d\":[[ ] ,{}, "
-        "[]]}");
-    const auto places = placesOf(
-        json, {"", QString::fromUtf8("/\xc3\xa4/1/b~0~1"), QString::fromUtf8("/\xc3\xa4/0"), "/c",
-               QString::fromUtf8("/\xc3\xa4/7/x"), "/e", "/d/2", "/d/0"});
-    const auto textAt = [&](std::size_t i) {
-        return places[i] ? json.mid(places[i]->begin, places[i]->end - places[i]->begin)
-                         : QString("(none)");
-    };
-    QCOMPARE(textAt(0), json);
-    QCOMPARE(textAt(1), QString::fromUtf8("\"\xf0\x9f\x98\x80 x\""));
-    QCOMPARE(textAt(2), "1");
-    QCOMPARE(textAt(3), "null");
-    QVERIFY(textAt(4).startsWith('[') && textAt(4).endsWith(']'));  // the value around it
-    QCOMPARE(textAt(5), json);
-    QCOMPARE(textAt(6), "[]");  // what comes behind brackets
-    QCOMPARE(textAt(7), "[ ]");
-    const auto at = lineAndColumn(json, places[3]->begin);
-    QCOMPARE(at.line, 2);
-    QCOMPARE(at.column, 7);
-    QVERIFY(!jsonFaultOf(json));
-    const auto fault = jsonFaultOf(QString::fromUtf8("[\"\xf0\x9f\x98\x80\", }"));
-    QVERIFY(fault);
-    QCOMPARE(fault->position, 7);
-    const QString deep = QString(200'000, '[');
-    QCOMPARE(placesOf(deep, {"/0/0"}).size(), 1u);
-    QVERIFY(jsonFaultOf(deep));
-    // Escapes are undone once; of members with the same name the last one counts.
-    const QString names = "{\"~1\": 1, \"/\": 2, \"a\": {\"b\": 3}, \"a\": {\"b\": [4]}}";
-    const std::pair<const char*, const char*> values[] = {
-        {"/~01", "1"}, {"/~1", "2"}, {"/a", "{\"b\": [4]}"}, {"/a/b", "[4]"}};
-    for (const auto& [pointer, value] : values) {
-        const auto place = placesOf(names, {pointer}).front();
-        QVERIFY(place);
-        QCOMPARE(names.mid(place->begin, place->end - place->begin), value);
-    }
 }
 
 GUI_TEST_MAIN(MetaDataEditorTest)

@@ -98,6 +98,14 @@ void typeInto(QDialog* dialog, const char* field, const QString& text) {
     QTest::keyClicks(edit, text);
 }
 
+ModalScript::Step runTo(const std::function<void(QDialog*)>& look) {
+    return [look](QDialog* dialog) {
+        runToEnd(dialog);
+        look(dialog);
+        click(dialog, "buttonClose");
+    };
+}
+
 void runToEnd(QDialog* dialog) {
     click(dialog, "buttonRun");
     QTRY_VERIFY_WITH_TIMEOUT(!isRunning(dialog), 30'000);

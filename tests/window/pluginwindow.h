@@ -37,6 +37,9 @@ ModalScript::Step closing(const ModalScript::Step& step);
 void click(QDialog* dialog, const char* button);
 // Puts the text in place of what is in the field, key by key.
 void typeInto(QDialog* dialog, const char* field, const QString& text);
+// The step of a plugin that nobody has agreed to yet: runs it, looks at it when it has ended, and
+// closes it.
+ModalScript::Step runTo(const std::function<void(QDialog*)>& look);
 // Clicks "Run" and waits until the run has ended.
 void runToEnd(QDialog* dialog);
 bool isRunning(QDialog* dialog);

@@ -47,6 +47,7 @@ private slots:
     void closedTextFileIsForgotten();
     void anotherDatabaseBeginsAfresh();
     void commitsOfOthersAreTold();
+    void whatOthersWroteIsNotWrittenOverUnasked();
 
 private:
     std::unique_ptr<SampleDatabase> m_sample;
@@ -269,6 +270,53 @@ void RefreshTest::commitsOfOthersAreTold() {
     window.run("actionReload", {});
     QCOMPARE(status->text(), whole);
     QCOMPARE(list->topLevelItemCount(), shown + 1);
+}
+
+void RefreshTest::whatOthersWroteIsNotWrittenOverUnasked() {
+    const QString file = m_sample->copy();
+    const SampleWindow window(file);
+    const auto elsewhere = [&](const std::function<void(tarvo::qrb::Pointcloud&)>& work) {
+        const tarvo::qrb::Context context("OFF", "");
+        tarvo::qrb::Pointcloud other(context);
+        other.open(file.toStdString(), tarvo::qrb::pointcloud::OpenSettings(context));
+        tarvo::qrb::pointcloud::TransactionGuard guard(other.transactions(), "meanwhile", "tests");
+        work(other);
+        guard.commit();
+    };
+    window.driver().showTab("tabMetaData");
+    QVERIFY(window.driver().select("treeMetaData", "own.text"));
+    const QStringList asked = window.run(
+        "actionMetaDataEdit", {[&](QDialog* dialog) {
+                                   elsewhere([](tarvo::qrb::Pointcloud& other) {
+                                       other.metaData().set("own.text", "theirs");
+                                   });
+                                   in<QPlainTextEdit>(dialog, "editValue")->setPlainText("mine {");
+                                   ModalScript::press("OK")(dialog);
+                               },
+                               ModalScript::press("Yes"),  // begin a transaction
+                               ModalScript::press("No"), ModalScript::press("Cancel")});
+    QVERIFY2(asked.join('|').contains("\"own.text\" was changed elsewhere"),
+             qUtf8Printable(asked.join('|')));
+    QCOMPARE(window.database().metaData().get("own.text"), std::string("theirs"));
+    window.run("actionTransactionRollback", {ModalScript::press("Yes")});
+
+    window.driver().showTab("tabPointAttributes");
+    QVERIFY(window.driver().select("treePointAttributes", "own.single"));
+    const QStringList again = window.run("actionPointAttributeEdit",
+                                         {[&](QDialog* dialog) {
+                                              elsewhere([](tarvo::qrb::Pointcloud& other) {
+                                                  auto attribute =
+                                                      other.pointAttributes().get("own.single");
+                                                  attribute.title = "theirs";
+                                                  other.pointAttributes().put(attribute);
+                                              });
+                                              in<QLineEdit>(dialog, "editTitle")->setText("mine");
+                                              ModalScript::press("OK")(dialog);
+                                          },
+                                          ModalScript::press("Yes"), ModalScript::press("Yes")});
+    QVERIFY2(again.join('|').contains("\"own.single\" was changed elsewhere"),
+             qUtf8Printable(again.join('|')));
+    QCOMPARE(window.database().pointAttributes().get("own.single").title, std::string("mine"));
 }
 
 GUI_TEST_MAIN(RefreshTest)

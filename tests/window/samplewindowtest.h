@@ -2,26 +2,22 @@
 // columns, that shows this tab.
 #pragma once
 
-#include "tests/window/samplewindow.h"
+#include "tests/window/sampletest.h"
 
 #include <QByteArray>
-#include <QObject>
 #include <memory>
 
-class SampleWindowTest : public QObject {
+class SampleWindowTest : public SampleTest {
     Q_OBJECT
 
 protected:
     explicit SampleWindowTest(const QByteArray& tab) : m_tab(tab) {}
 
 protected slots:
-    void initTestCase();
-    void cleanupTestCase();
     void init();
     void cleanup() { m_window.reset(); }
 
 protected:
-    std::unique_ptr<SampleDatabase> m_sample;
     std::unique_ptr<SampleWindow> m_window;
 
 private:
