@@ -512,10 +512,6 @@ Wenn das gemeint ist, die Datei von Hand löschen.</translation>
         <translation>%1 vom Element „%2“ wurden übergangen.</translation>
     </message>
     <message>
-        <source>%1 or finer</source>
-        <translation>%1 oder feiner</translation>
-    </message>
-    <message>
         <source>%1 packed bytes where there should be %2</source>
         <translation>%1 gepackte Bytes, wo %2 sein sollten</translation>
     </message>
@@ -2648,10 +2644,6 @@ Zeilen herausnehmen, die weder Namen noch Zahlen sind, oder sie mit # beginnen.<
         <translation>Das Punktattribut „%1“ hat einen Wert für die ganze Datei, und Punkte haben einen anderen.</translation>
     </message>
     <message>
-        <source>The point attribute &quot;%1&quot; has the %2 %3, not %4.</source>
-        <translation>Das Punktattribut „%1“ weicht ab: %2 %3 statt %4.</translation>
-    </message>
-    <message>
         <source>The point attribute &quot;%1&quot; has the elements 0 to %2, not %3.</source>
         <translation>Das Punktattribut „%1“ hat die Elemente 0 bis %2, nicht %3.</translation>
     </message>
@@ -3456,10 +3448,6 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
         <translation>ein Datenblock einer Transaktion</translation>
     </message>
     <message>
-        <source>data type</source>
-        <translation>Datentyp</translation>
-    </message>
-    <message>
         <source>element %1 is no name.</source>
         <translation>Element %1 ist kein Name.</translation>
     </message>
@@ -3562,10 +3550,6 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     <message>
         <source>fields of texts were passed over.</source>
         <translation>Felder mit Texten wurden übergangen.</translation>
-    </message>
-    <message>
-        <source>floating-point numbers</source>
-        <translation>Gleitkommazahlen</translation>
     </message>
     <message>
         <source>found &quot;%1&quot; behind the name.</source>
@@ -3678,10 +3662,6 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     <message>
         <source>in a unit that is not told</source>
         <translation>in einer nicht genannten Einheit</translation>
-    </message>
-    <message>
-        <source>invalid value</source>
-        <translation>Ungültigwert</translation>
     </message>
     <message>
         <source>is coded as LAZ writers did before version 2.0 (items of version 1)</source>
@@ -4852,10 +4832,6 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
         <translation>%1 %2 („%3“, %4) hat eine Länge von %5, aber nur %6 Byte sind noch da</translation>
     </message>
     <message>
-        <source>%1 problems.</source>
-        <translation>%1 Fehler.</translation>
-    </message>
-    <message>
         <source>%1: %2 point</source>
         <translation>%1: %2 Punkt</translation>
     </message>
@@ -4874,10 +4850,6 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     <message>
         <source>0 to 63</source>
         <translation>0 bis 63</translation>
-    </message>
-    <message>
-        <source>1 problem.</source>
-        <translation>1 Fehler.</translation>
     </message>
     <message>
         <source>the header size is %1, but the file has %2 bytes</source>
@@ -4994,6 +4966,46 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     <message>
         <source>The file is damaged, cut off or not an %1 file; nothing was imported.</source>
         <translation>Die Datei ist beschädigt, abgeschnitten oder keine %1-Datei; importiert wurde nichts.</translation>
+    </message>
+    <message>
+        <source>%1: %2 problems.</source>
+        <translation>%1: %2 Fehler.</translation>
+    </message>
+    <message>
+        <source>%1: 1 problem.</source>
+        <translation>%1: 1 Fehler.</translation>
+    </message>
+    <message>
+        <source>Points that lie farther than 1e100 from 0 can&apos;t be seen.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The point attribute &quot;%1&quot; has the data type %2, not %3.</source>
+        <translation>Das Punktattribut „%1“ hat den Datentyp %2 statt %3.</translation>
+    </message>
+    <message>
+        <source>The point attribute &quot;%1&quot; has the invalid value %2, not %3.</source>
+        <translation>Das Punktattribut „%1“ hat den Ungültigwert %2 statt %3.</translation>
+    </message>
+    <message>
+        <source>The point attribute &quot;%1&quot; has the length %2, not %3.</source>
+        <translation>Das Punktattribut „%1“ hat die Länge %2 statt %3.</translation>
+    </message>
+    <message>
+        <source>The point attribute &quot;%1&quot; has the resolution %2, not %3 or finer.</source>
+        <translation>Das Punktattribut „%1“ hat die Auflösung %2 statt %3 oder feiner.</translation>
+    </message>
+    <message>
+        <source>The point attribute &quot;%1&quot; has the resolution %2, not floating-point numbers.</source>
+        <translation>Das Punktattribut „%1“ hat die Auflösung %2 statt Gleitkommazahlen.</translation>
+    </message>
+    <message>
+        <source>The point attribute &quot;%1&quot; has the unit &quot;%2&quot;, not &quot;%3&quot;.</source>
+        <translation>Das Punktattribut „%1“ hat die Einheit „%2“ statt „%3“.</translation>
+    </message>
+    <message>
+        <source>an empty file</source>
+        <translation>eine leere Datei</translation>
     </message>
 </context>
 <context>
@@ -8926,6 +8938,12 @@ Weiter darauf warten?</translation>
         <source>find in the metadata items</source>
         <translation>in den Metadateneinträgen suchen</translation>
     </message>
+    <message>
+        <source>&quot;%0&quot; was changed elsewhere since it was read.
+Write over what is there now?</source>
+        <translation>„%0“ wurde anderswo geändert, seit es gelesen wurde.
+Überschreiben, was jetzt dort steht?</translation>
+    </message>
 </context>
 <context>
     <name>tarvo::window::Panel</name>
@@ -9116,6 +9134,12 @@ Die Transaktion „%1“ beginnen und fortfahren?</translation>
     <message>
         <source>find in the point attributes</source>
         <translation>in den Punktattributen suchen</translation>
+    </message>
+    <message>
+        <source>&quot;%0&quot; was changed elsewhere since it was read.
+Write over what is there now?</source>
+        <translation>„%0“ wurde anderswo geändert, seit es gelesen wurde.
+Überschreiben, was jetzt dort steht?</translation>
     </message>
 </context>
 <context>
