@@ -219,6 +219,16 @@ void OffersTest::databaseForReadingOnlyIsLeftAlone() {
     QCOMPARE(told, "The database was opened for reading only: changes can't be saved.");
     QVERIFY2(texts.value(0).startsWith("The database was opened for reading only."),
              qUtf8Printable(texts.join('|')));
+    m_window->driver().showTab("tabPointAttributes");
+    QVERIFY(m_window->driver().select("treePointAttributes", "own.single"));
+    m_window->run("actionPointAttributeEdit", {[&](QDialog* dialog) {
+                      in<QLineEdit>(dialog, "editTitle")->setText("Typed");
+                      QCOMPARE(in<QLabel>(dialog, "labelSummary")->text(), told);
+                      QVERIFY(!in<QDialogButtonBox>(dialog, "buttonBox")
+                                   ->button(QDialogButtonBox::Ok)
+                                   ->isEnabled());
+                      ModalScript::press("Cancel")(dialog);
+                  }});
     // Others may change it meanwhile.
     const SampleWindow other(name);
     other.begin();

@@ -281,7 +281,7 @@ void PointAttributesPanel::editAttribute(const std::string& name) {
     while (DialogPointAttribute::edit(
         attribute,
         key ? DialogPointAttribute::Purpose::EDIT_KEY : DialogPointAttribute::Purpose::EDIT, {},
-        this, began)) {
+        this, began, m_session.readOnly)) {
         if (core::sameAttribute(attribute, stored) ||
             (inTransaction("Edit point attribute " + QString::fromStdString(name)) &&
              mayWriteOver(stored) && conversionAgreed(stored, attribute) &&

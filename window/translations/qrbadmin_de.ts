@@ -4977,7 +4977,7 @@ eigene Datei schreiben. Wo die nächstliegende Zahl genügt, einen Punkt schreib
     </message>
     <message>
         <source>Points that lie farther than 1e100 from 0 can&apos;t be seen.</source>
-        <translation type="unfinished"></translation>
+        <translation>Punkte, die weiter als 1e100 von 0 entfernt liegen, sind nicht zu sehen.</translation>
     </message>
     <message>
         <source>The point attribute &quot;%1&quot; has the data type %2, not %3.</source>

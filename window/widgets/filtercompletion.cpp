@@ -124,9 +124,14 @@ void FilterCompletion::insert(const QModelIndex& index) {
 }
 
 bool FilterCompletion::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() != QEvent::KeyPress)
+    if (event->type() != QEvent::KeyPress && event->type() != QEvent::ShortcutOverride)
         return QObject::eventFilter(watched, event);
     const auto* key = static_cast<QKeyEvent*>(event);
+    // What function keys do is shown where the list would hide it.
+    if (watched == m_completer->popup() && key->key() >= Qt::Key_F1 && key->key() <= Qt::Key_F35)
+        m_completer->popup()->hide();
+    if (event->type() == QEvent::ShortcutOverride)
+        return false;
     if (watched != m_completer->popup()) {
         if (key->key() == Qt::Key_Space && key->modifiers() == Qt::ControlModifier) {
             offer(true);

@@ -45,8 +45,9 @@ constexpr int descriptionLines = 4;  // that are seen at once
 
 bool DialogPointAttribute::edit(PointAttribute& attribute, Purpose purpose,
                                 const QStringList& takenNames, QWidget* parent,
-                                const PointAttribute* stored) {
+                                const PointAttribute* stored, bool readOnly) {
     DialogPointAttribute dialog(purpose, takenNames, parent);
+    dialog.m_readOnly = readOnly;
     if (dialog.isEditing()) {
         dialog.m_stored = stored ? *stored : attribute;
         dialog.m_use.stored = &*dialog.m_stored;

@@ -36,10 +36,12 @@ public:
     // Runs the dialog on the record, which is changed only when it is accepted; that is what the
     // result tells. takenNames: names that a new attribute can't have. stored: of an attribute to
     // be edited the definition in the database, where that is not the record that the dialog begins
-    // with. Needs the library; throws qrb::Error.
+    // with. readOnly: nothing can be stored, which the dialog tells; it is never accepted. Needs
+    // the library; throws qrb::Error.
     static bool edit(qrb::pointcloud::PointAttribute& attribute, Purpose purpose,
                      const QStringList& takenNames, QWidget* parent,
-                     const qrb::pointcloud::PointAttribute* stored = nullptr);
+                     const qrb::pointcloud::PointAttribute* stored = nullptr,
+                     bool readOnly = false);
 
     ~DialogPointAttribute() override;
 
@@ -96,6 +98,7 @@ private:
     PointAttribute m_filled;                 // what the fields were filled with
     QStringList m_filledTexts;
     std::string m_namedValues;
+    bool m_readOnly = false;
     bool m_typedBefore = false;  // what the dialog began with had been typed by the user
     bool m_filling = false;
     bool m_validGrid = false;

@@ -126,8 +126,13 @@ void DialogPointAttribute::showFindings(const std::vector<core::AttributeFinding
     const bool told = gravest != found.end() && gravest->severity != Severity::NOTE;
     const bool wrong = told && gravest->severity == Severity::ERROR;
     const QString text = told ? translatedMessage(gravest->text) : QString();
-    showCheck(m_ui->labelSummary, text, told ? kindShown(gravest->severity) : CheckKind::ERROR);
-    m_ui->buttonBox->button(QDialogButtonBox::Ok)->setEnabled(!wrong);
+    if (m_readOnly)
+        showCheck(m_ui->labelSummary,
+                  tr("The database was opened for reading only: changes can't be saved."),
+                  CheckKind::NOTE);
+    else
+        showCheck(m_ui->labelSummary, text, told ? kindShown(gravest->severity) : CheckKind::ERROR);
+    m_ui->buttonBox->button(QDialogButtonBox::Ok)->setEnabled(!wrong && !m_readOnly);
     m_ui->buttonBox->button(QDialogButtonBox::Ok)
         ->setToolTip(wrong ? plainToolTip(text) : QString());
 }
