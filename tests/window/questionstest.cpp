@@ -5,7 +5,7 @@
 #include "tests/window/samplestate.h"
 #include "tests/window/sampletest.h"
 
-#include <QAction>
+#include <QAbstractButton>
 #include <QApplication>
 #include <QFileDialog>
 #include <QLineEdit>
