@@ -94,6 +94,18 @@ const Expected actions[] = {
     {"actionPointIndexFind", "Find", "", "", always},
     {"actionInspectionFind", "Find", "", "", always},
     {"actionFullScreen", "Full Screen", "F11", "", always},
+    {"actionViewPointCloud", "Point Cloud View", "Ctrl+Shift+P", "", always},
+    {"actionViewTop", "Top", "1", "", always},
+    {"actionViewFront", "Front", "3", "", always},
+    {"actionViewSide", "Side", "7", "", always},
+    {"actionViewCorner", "Corner", "9", "", always},
+    {"actionViewPerspective", "Perspective", "5", "", always},
+    {"actionViewAll", "Full extent", "Home", "", always},
+    {"actionViewChosen", "Selection", "E", "", always},
+    {"actionViewZoomIn", "Zoom in", "+", "", always},
+    {"actionViewZoomOut", "Zoom out", "-", "", always},
+    {"actionViewRectangle", "Rectangle", "R", "", always},
+    {"actionViewPolygon", "Polygon", "G", "", always},
     {"actionQuerySelectCopyColumn", "Copy column", "", "", "qr"},
     {"actionQuerySelectCopyCellFilter", "Copy a filter of the value", "", "", "qr"},
     {"actionPointNames", "Show names of values", "", "", always},
@@ -313,7 +325,9 @@ void ActionsTest::actionsAreNamedAndPlacedAsTold() {
         // What the part of the program shows does not depend on the state.
         QCOMPARE(action->isVisible(), expected.states != never);
         const QStringList views = {"actionPointNames", "actionPointValues", "actionFactoryMode",
-                                   "actionFullScreen"};
+                                   "actionFullScreen", "actionViewPointCloud",
+                                   "actionViewPerspective", "actionViewRectangle",
+                                   "actionViewPolygon"};
         QCOMPARE(action->isCheckable(), views.contains(action->objectName()) ||
                                             action->objectName().startsWith("actionTheme"));
     }

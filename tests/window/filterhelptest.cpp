@@ -135,12 +135,13 @@ void FilterHelpTest::namesAreCompletedWhereTheyStand() {
     edit()->setFocus();
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space, Qt::ControlModifier);
     QVERIFY(offered().contains("own.constant[1]") && offered().contains("own.vector"));
-    QTest::keyClick(popup(), Qt::Key_F3);
-    QVERIFY(!popup()->isVisible());
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space, Qt::ControlModifier);
-    QVERIFY(popup()->isVisible());
     QTest::keyClick(popup(), Qt::Key_Escape);
     QVERIFY(!popup()->isVisible() && edit()->text().isEmpty());
+    // Nor does it stay over what a function key shows.
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space, Qt::ControlModifier);
+    QVERIFY(popup()->isVisible());
+    QTest::keyClick(popup(), Qt::Key_F3);
+    QVERIFY(!popup()->isVisible());
 }
 
 void FilterHelpTest::valuesAreCompletedByTheirNames() {

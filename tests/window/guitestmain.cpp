@@ -42,7 +42,7 @@ int runGuiTest(int argc, char* argv[], const std::function<QObject*()>& make) {
 std::unique_ptr<MainWindow> showFreshWindow() {
     // A slot that fits no signal is a mistake that the toolkit only warns about.
     QTest::failOnWarning(QRegularExpression("No matching signal|QMetaObject|QObject::connect"));
-    ProgramSettings().remove("");
+    ProgramSettings("").clear();
     DialogSettings("").clear();
     auto window = std::make_unique<MainWindow>();
     window->show();

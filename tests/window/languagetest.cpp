@@ -59,8 +59,8 @@ private:
         // Settings that are no texts have some of these words, too.
         if (source == translation || context == "PointAttribute")
             return;
-        // Parts of messages are short, and look like what databases and plugins hold.
-        const qsizetype least = context == "Messages" ? 20 : 3;
+        // Short ones look like what databases and plugins hold; parts of messages above all.
+        const qsizetype least = context == "Messages" ? 20 : 8;
         m_texts += source;
         const QStringList pieces = source.split(placeholder);
         if (pieces.size() == 1 || !pieces.join("").contains(word) || pieces.join("").size() < least)

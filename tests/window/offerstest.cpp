@@ -9,6 +9,7 @@
 #include "window/frame/startpage.h"
 
 #include <QCheckBox>
+#include <QDialogButtonBox>
 #include <QFile>
 #include <QFileInfo>
 #include <QLabel>
@@ -223,7 +224,7 @@ void OffersTest::databaseForReadingOnlyIsLeftAlone() {
     QVERIFY(m_window->driver().select("treePointAttributes", "own.single"));
     m_window->run("actionPointAttributeEdit", {[&](QDialog* dialog) {
                       in<QLineEdit>(dialog, "editTitle")->setText("Typed");
-                      QCOMPARE(in<QLabel>(dialog, "labelSummary")->text(), told);
+                      QVERIFY(in<QLabel>(dialog, "labelSummary")->text().endsWith(told));
                       QVERIFY(!in<QDialogButtonBox>(dialog, "buttonBox")
                                    ->button(QDialogButtonBox::Ok)
                                    ->isEnabled());

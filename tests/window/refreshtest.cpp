@@ -294,7 +294,8 @@ void RefreshTest::whatOthersWroteIsNotWrittenOverUnasked() {
                                    ModalScript::press("OK")(dialog);
                                },
                                ModalScript::press("Yes"),  // begin a transaction
-                               ModalScript::press("No"), ModalScript::press("Cancel")});
+                               ModalScript::press("No"), ModalScript::press("Cancel"),
+                               ModalScript::press("Yes")});  // drop what was typed
     QVERIFY2(asked.join('|').contains("\"own.text\" was changed elsewhere"),
              qUtf8Printable(asked.join('|')));
     QCOMPARE(window.database().metaData().get("own.text"), std::string("theirs"));

@@ -26,13 +26,13 @@
 using namespace tarvo;
 using namespace tarvo::window;
 
-namespace {
-
 // Of a point: place and class.
 struct Known {
     drawing::Vector place;
     std::int64_t kind = 0;
 };
+
+namespace {
 
 // Pixels of what is painted over the points.
 constexpr int freeBorder = 70;

@@ -94,6 +94,8 @@ QToolBar* CloudView::createToolBar(const char* name, const QString& title,
                                    const QList<QAction*>& actions) {
     auto* bar = new QToolBar(title, this);
     bar->setObjectName(name);
+    bar->setMovable(false);
+    bar->setFloatable(false);
     bar->setToolButtonStyle(Qt::ToolButtonTextOnly);
     for (QAction* action : actions)
         action ? bar->addAction(action) : static_cast<void>(bar->addSeparator());
