@@ -58,14 +58,14 @@ std::string validUtf8(std::string_view text) {
 std::string excerpt(std::string_view text) {
     constexpr std::size_t most = 120;
     if (text.size() <= most) {
-        return validUtf8(text);
+        return std::string(text);
     }
     // Not in the middle of a character.
     std::size_t end = most;
     while (end > most - 4 && (static_cast<unsigned char>(text[end]) & 0xc0) == 0x80) {
         --end;
     }
-    return validUtf8(text.substr(0, end)) + "...";
+    return std::string(text.substr(0, end)) + "...";
 }
 
 std::string_view trimmed(std::string_view text) {

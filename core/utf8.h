@@ -11,8 +11,8 @@ bool isUtf8(std::string_view text);
 // The text itself, or read as Latin-1 where it is not UTF-8.
 std::string validUtf8(std::string_view text);
 
-// As validUtf8(), of a long text only the beginning, with "..." behind it: for messages about what
-// stands in a file.
+// Of a long text only the beginning, with "..." behind it: for messages about what stands in a file.
+// Other bytes than those of UTF-8 stay as they are.
 std::string excerpt(std::string_view text);
 
 // The part without the blanks at its ends.

@@ -46,6 +46,8 @@ EXCUSED = {
     "window/panels/transactionspanel.cpp": "Transactions",
     "window/common/aside.h": "Cancelled.",
     "window/common/iconengine.cpp": "icon ",
+    # Programs of the graphics card.
+    "window/view/glprogram.cpp": "",
     # Where the translations of other texts are looked up.
     "window/common/messages.cpp": "Messages",
 }

@@ -136,7 +136,7 @@ TEST_F(Text, KindsAreToldByContent) {
     EXPECT_EQ(kind("# made\nx;y;z\n"), "text!");
     EXPECT_EQ(kind("X Y Z i\n1 2 3 4\n"), "text!");
     EXPECT_EQ(kind("# Notes\nSome words, and more\n").substr(0, 4), "csv?");
-    EXPECT_EQ(kind(""), "!empty");
+    EXPECT_EQ(kind(""), "!an empty file");
     EXPECT_EQ(kind(std::string("SQLite format 3\0abc", 19)), "!a database file");
     EXPECT_EQ(kind("PK\3\4abc"), "!a ZIP archive");
     EXPECT_EQ(kind("%PDF-1.4"), "!a PDF document");

@@ -6049,6 +6049,18 @@ bis Transaktion %1</translation>
         <source>Transaction of the node</source>
         <translation>Transaktion des Knotens</translation>
     </message>
+    <message>
+        <source>OpenGL could not draw</source>
+        <translation>OpenGL konnte nicht zeichnen</translation>
+    </message>
+    <message>
+        <source>OpenGL gave no context</source>
+        <translation>OpenGL gab keinen Kontext</translation>
+    </message>
+    <message>
+        <source>OpenGL has no room for the picture</source>
+        <translation>OpenGL hat keinen Platz für das Bild</translation>
+    </message>
 </context>
 <context>
     <name>tarvo::window::ChangelogPanel</name>
@@ -7946,6 +7958,10 @@ Abbrechen und das Fenster schließen?</translation>
         <source>none</source>
         <comment>named values</comment>
         <translation>keine</translation>
+    </message>
+    <message>
+        <source>The database was opened for reading only: changes can&apos;t be saved.</source>
+        <translation>Die Datenbank wurde nur zum Lesen geöffnet: Änderungen können nicht gespeichert werden.</translation>
     </message>
 </context>
 <context>

@@ -86,7 +86,7 @@ public:
         m_program->release();
         image = m_target->toImage().convertToFormat(QImage::Format_RGB32);
         if (image.isNull() || gl().glGetError() != GL_NO_ERROR)
-            throw std::runtime_error("OpenGL could not draw.");
+            throw std::runtime_error(QObject::tr("OpenGL could not draw").toStdString());
         return isWhole;
     }
 
@@ -101,7 +101,7 @@ private:
 
     void activate() {
         if (!m_context || !m_context->isValid() || !m_context->makeCurrent(&m_surface))
-            throw std::runtime_error("OpenGL gave no context.");
+            throw std::runtime_error(QObject::tr("OpenGL gave no context").toStdString());
     }
 
     void dropUnused(const DrawingOrder& order) {
@@ -118,7 +118,8 @@ private:
             m_target =
                 std::make_unique<QOpenGLFramebufferObject>(size, QOpenGLFramebufferObject::Depth);
         if (!m_target->isValid() || !m_target->bind())
-            throw std::runtime_error("OpenGL has no room for the picture.");
+            throw std::runtime_error(
+                QObject::tr("OpenGL has no room for the picture").toStdString());
         const float red = static_cast<float>(order.ground.red) / 255;
         const float green = static_cast<float>(order.ground.green) / 255;
         const float blue = static_cast<float>(order.ground.blue) / 255;
