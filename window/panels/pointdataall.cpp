@@ -19,8 +19,8 @@ namespace {
 // in them a twentieth of a second, which is what one act of the window may take.
 constexpr std::uint64_t cellBytes = 140;
 constexpr std::uint64_t rowBytes = 600;
-constexpr std::uint64_t mostCells = 500'000;
-constexpr std::uint64_t mostRows = 50'000;
+constexpr std::uint64_t mostCells = 320'000;
+constexpr std::uint64_t mostRows = 30'000;
 
 constexpr std::uint64_t mostUnasked = 1000;  // points
 constexpr std::size_t stepRows = 1000;       // made in some milliseconds
