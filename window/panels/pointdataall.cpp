@@ -15,8 +15,8 @@ namespace {
 // A cell of the table is a variant of 32 bytes and a text on the heap, 32 bytes and two per
 // character, each with the heap's own; a row has some 600 bytes besides: the item, its lists, and
 // what the view knows of it. Of 62,500 rows of 16 columns 2,800 bytes a row were measured: a
-// million rows would take gigabytes. What fits takes less than 100 MB, and is sorted in a twentieth of a
-// second, which is what one act of the window may take also where others use the machine.
+// million rows would take gigabytes. What fits takes less than 100 MB, and is sorted in a twentieth
+// of a second, which is what one act of the window may take also where others use the machine.
 constexpr std::uint64_t cellBytes = 140;
 constexpr std::uint64_t rowBytes = 600;
 constexpr std::uint64_t mostCells = 320'000;
