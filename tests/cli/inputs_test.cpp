@@ -178,6 +178,13 @@ TEST_F(Inputs, WhatIsNoPointCloudIsNamed) {
                   "has 253 bytes, too many");
     expectNone("Made by hand\n1 2 3 4\n", "A text without names begins with numbers.");
     expectNone("x,y,z\n1,2,\xff\n", "\"?\" in the column");
+    // Of a field as long as a file the beginning is told.
+    const Result far =
+        run("import " + folder.write("far.csv", "x,y,z\n1,2," + std::string(100'000, 'a')) + " " +
+            folder.file("new.qrbx"));
+    EXPECT_EQ(far.code, 1);
+    EXPECT_NE(far.output.find("aaa...\" in the column \"z\""), std::string::npos);
+    EXPECT_LT(far.output.size(), 1000U);
     EXPECT_NE(run("import " + folder.write("gap.csv", "x,y,z,my.a[0],my.a[2]\n1,2,3,4,5\n") + " " +
                   folder.file("gap.qrbx"))
                   .output.find("no column holds my.a[1]"),
